@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include <vector>
+
+/// How texts of the library compare. The one definition behind the collation of text columns,
+/// behind `like`, and behind every index in memory.
+namespace melovane::textcompare {
+
+/// Composed and case-folded form: two texts are equal exactly when their folded forms are. Simple
+/// folding, one letter to one letter: "Ä" and "ä" are equal, "a" and "ä" are not, "ß" stays "ß".
+[[nodiscard]] QString fold(QStringView text);
+
+/// Equal means equal after folding.
+[[nodiscard]] bool equal(QStringView left, QStringView right);
+
+/// Order: base letters first ("ä" beside "a", "ß" as "ss"), then the folded text. Below 0, 0, above
+/// 0; 0 exactly when equal() holds.
+[[nodiscard]] int compare(QStringView left, QStringView right);
+
+/// A text whose plain code unit comparison is the order of compare(); computed once per text when
+/// many are sorted.
+[[nodiscard]] QString sortKey(QStringView text);
+
+/// A pattern of `like`, made ready for many texts.
+///
+/// "*" any run, "?" one letter, "#" one digit, "[abc]" "[a-z]" a class, "[!a-z]" its opposite. In a
+/// class a letter stands for every letter with that base ("Ä" is in "[A-Z]"), outside it "ä" is not
+/// "a". A "[" without its "]" matches nothing.
+class LikePattern
+{
+public:
+    explicit LikePattern(QStringView pattern);
+
+    /// \param folded a text in the form of fold()
+    [[nodiscard]] bool matchesFolded(QStringView folded) const;
+
+    [[nodiscard]] bool matches(QStringView text) const { return matchesFolded(fold(text)); }
+
+private:
+    struct Step
+    {
+        enum class Kind
+        {
+            Letter,
+            AnyLetter,
+            Digit,
+            AnyRun,
+            Class
+        } kind = Kind::Letter;
+        QString letters; ///< Letter: a literal run; Class: pairs of first and last base letter
+        bool negated = false;
+    };
+
+    std::vector<Step> m_steps;
+    bool m_broken = false;
+};
+
+} // namespace melovane::textcompare

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QDateTime>
+
+#include <functional>
+
+struct sqlite3;
+
+namespace melovane::sqlite {
+
+/// Name of the collation of every text column.
+inline constexpr char kCollation[] = "MLV";
+
+/// Gives a connection the collation, `like`, and all functions that translated statements call.
+/// \param now local time for `now`, `date` and `time`; asked at each call
+/// \throws DbError when SQLite refuses
+void registerFunctions(sqlite3* connection, std::function<QDateTime()> now);
+
+} // namespace melovane::sqlite

@@ -1,0 +1,156 @@
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+/// Layers from the top of the include order down: a folder uses its own files and those of folders
+/// with a lower number.
+const std::vector<std::pair<QString, int>> kLayers = {
+    // Implementations of the seam: named by the composition root only.
+    {u"platform/sqlite/"_s, 1}, {u"platform/linux/"_s, 1}, {u"platform/qt/"_s, 1},
+    {u"platform/"_s, 0},        {u"shell/leaf/"_s, 2},     {u"trackedit/milli_sec_to_min"_s, 3},
+    {u"config/"_s, 4},          {u"store/"_s, 5},          {u"bus/"_s, 6},
+    {u"playlists/"_s, 7},       {u"library/"_s, 8},        {u"playlistfiles/"_s, 9},
+    {u"trackedit/"_s, 10},      {u"trees/"_s, 11},         {u"shell/"_s, 12},
+    {u"siblings/"_s, 13},
+};
+
+QString layerName(const QString& file)
+{
+    for (const auto& [prefix, level] : kLayers) {
+        if (file.startsWith(prefix)) {
+            return prefix;
+        }
+    }
+    return {};
+}
+
+int level(const QString& layer)
+{
+    for (const auto& [prefix, number] : kLayers) {
+        if (prefix == layer) {
+            return number;
+        }
+    }
+    return -1;
+}
+
+bool isImplementation(const QString& layer)
+{
+    return layer == "platform/sqlite/"_L1 || layer == "platform/linux/"_L1 ||
+           layer == "platform/qt/"_L1;
+}
+
+bool isForm(const QString& file)
+{
+    return file.contains("/ui/"_L1) || file.startsWith("platform/qt/"_L1);
+}
+
+bool isCompositionRoot(const QString& layer)
+{
+    return layer == "shell/"_L1 || layer == "siblings/"_L1;
+}
+
+/// What is wrong with `file` including `header`, or an empty text.
+QString fault(const QString& file, const QString& header)
+{
+    const QString from = layerName(file);
+    const QString to = layerName(header);
+    if (to.isEmpty()) {
+        return header.contains(u'/') ? u"unknown folder"_s : QString();
+    }
+    if (from == to) {
+        return {};
+    }
+    if (isImplementation(to)) {
+        const bool qtForForms = to == "platform/qt/"_L1 && isForm(file);
+        return isCompositionRoot(from) || qtForForms ? QString()
+                                                     : u"names an implementation of the seam"_s;
+    }
+    if (isImplementation(from)) {
+        return to == "platform/"_L1 ? QString() : u"the seam knows nothing of ours"_s;
+    }
+    // playlistfiles/ stands below library/ but needs nothing of it.
+    if (from == "playlistfiles/"_L1 && to == "library/"_L1) {
+        return u"playlistfiles/ needs no library/"_s;
+    }
+    return level(to) <= level(from) ? QString() : u"uses a folder below its own"_s;
+}
+
+struct Include
+{
+    QString file;
+    QString header;
+    bool system;
+};
+
+std::vector<Include> allIncludes()
+{
+    static const QRegularExpression form(u"^\\s*#\\s*include\\s*([<\"])([^>\"]+)[>\"]"_s,
+                                         QRegularExpression::MultilineOption);
+    const QString root = QString::fromUtf8(MLV_SOURCE_ROOT) + u'/';
+    std::vector<Include> result;
+    QDirIterator walk(root, {u"*.h"_s, u"*.cpp"_s}, QDir::Files, QDirIterator::Subdirectories);
+    while (walk.hasNext()) {
+        QFile file(walk.next());
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        const QString name = file.fileName().mid(root.size());
+        if (name.startsWith("pch/"_L1)) {
+            continue;
+        }
+        for (auto it = form.globalMatch(text); it.hasNext();) {
+            const auto match = it.next();
+            result.push_back({name, match.captured(2), match.captured(1) == u'<'});
+        }
+    }
+    return result;
+}
+
+TEST(Layers, EveryFolderUsesOnlyFoldersAboveIt)
+{
+    int seen = 0;
+    for (const Include& include : allIncludes()) {
+        if (!include.system) {
+            ++seen;
+            EXPECT_EQ(fault(include.file, include.header), QString())
+                << include.file.toStdString() << " includes " << include.header.toStdString();
+        }
+    }
+    EXPECT_GT(seen, 10);
+}
+
+TEST(Layers, WidgetsAreNamedByFormsAndGeneralControlsAlone)
+{
+    static const QRegularExpression widget(
+        u"^(QtWidgets/.*|QtWidgets|Q(Application|Widget|MainWindow|Dialog|MessageBox|FileDialog|"
+        "Label|LineEdit|ComboBox|PushButton|ToolButton|ToolBar|TableView|TreeView|ListView|"
+        "HeaderView|Menu|MenuBar|StatusBar|ProgressBar|Splitter|StyledItemDelegate|Style|"
+        "ProxyStyle|BoxLayout|VBoxLayout|HBoxLayout|GridLayout|StackedWidget|SplashScreen))$"_s);
+    for (const Include& include : allIncludes()) {
+        const bool root = include.file.endsWith("main.cpp"_L1) ||
+                          include.file.startsWith("shell/application."_L1);
+        if (include.system && widget.match(include.header).hasMatch()) {
+            EXPECT_TRUE(isForm(include.file) || root)
+                << include.file.toStdString() << " includes " << include.header.toStdString();
+        }
+    }
+}
+
+TEST(Layers, TheGuardFindsWhatItForbids)
+{
+    EXPECT_FALSE(fault(u"store/x.cpp"_s, u"library/mp3db.h"_s).isEmpty());
+    EXPECT_FALSE(fault(u"library/mp3db.cpp"_s, u"platform/sqlite/dialect.h"_s).isEmpty());
+    EXPECT_FALSE(fault(u"platform/sqlite/a.cpp"_s, u"store/b.h"_s).isEmpty());
+    EXPECT_FALSE(fault(u"platform/db/a.h"_s, u"platform/qt/b.h"_s).isEmpty());
+    EXPECT_FALSE(fault(u"playlistfiles/a.h"_s, u"library/b.h"_s).isEmpty());
+    EXPECT_TRUE(fault(u"library/ui/a.cpp"_s, u"platform/qt/grid.h"_s).isEmpty());
+    EXPECT_TRUE(fault(u"shell/application.cpp"_s, u"platform/sqlite/sqlite_engine.h"_s).isEmpty());
+}
+
+} // namespace

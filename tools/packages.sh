@@ -1,0 +1,27 @@
+# Sourced by run.sh and test.sh: installs the Debian packages that are missing, asking for rights
+# only then.
+
+build_packages=(g++ cmake ninja-build pkg-config ccache mold qt6-base-dev libqt6svg6-dev
+    libsqlite3-dev libtag1-dev libmpg123-dev libsdl2-dev fonts-dejavu-core)
+display_packages=(xvfb xauth openbox xdotool lame)
+test_packages=(libgtest-dev libgmock-dev)
+
+install_missing() {
+    local missing=() package
+    for package in "$@"; do
+        if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed'; then
+            missing+=("$package")
+        fi
+    done
+    if [ ${#missing[@]} -eq 0 ]; then
+        return 0
+    fi
+    echo "Installing: ${missing[*]}"
+    local rights=()
+    if [ "$(id -u)" -ne 0 ]; then
+        rights=(sudo)
+    fi
+    "${rights[@]}" apt-get update -qq
+    "${rights[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
