@@ -1,5 +1,6 @@
 #include "library/create_sql_find.h"
-#include "library/no_engine.h"
+#include "platform/db/db_error.h"
+#include "support/suite_folders.h"
 
 #include <gtest/gtest.h>
 

@@ -121,6 +121,11 @@ void Skin::clear()
     apply();
 }
 
+QString Skin::titleOf(const QString& themeText) const
+{
+    return readTheme(themeText, m_theme).name;
+}
+
 void Skin::apply()
 {
     const QScopedValueRollback guard(m_applying, true);

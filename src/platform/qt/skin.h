@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/controls/window_frame.h"
 #include "platform/qt/theme.h"
 
 #include <QObject>
@@ -10,7 +11,7 @@ namespace melovane {
 
 /// The theme in use, `Skin1`: dresses the whole application and tells everybody who paints for
 /// himself. Without a theme the desktop's palette and style are followed.
-class Skin : public QObject
+class Skin : public QObject, public SkinControl
 {
     Q_OBJECT
 
@@ -18,12 +19,9 @@ public:
     /// Keeps the application's present style and palette as those of the desktop.
     explicit Skin(QApplication& application, QObject* parent = nullptr);
 
-    /// Takes the text of a theme file. A text without one valid colour changes nothing and gives
-    /// false.
-    bool load(const QString& themeText);
-
-    /// Follows the desktop again.
-    void clear();
+    bool load(const QString& themeText) override;
+    void clear() override;
+    [[nodiscard]] QString titleOf(const QString& themeText) const override;
 
     [[nodiscard]] bool isLoaded() const { return m_loaded; }
 

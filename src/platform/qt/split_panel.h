@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/controls/window_frame.h"
+
 #include <QSplitter>
 
 namespace melovane {
 
 /// Two areas with a gap between them that the user drags: `ElasticOne`.
-class SplitPanel : public QSplitter
+class SplitPanel : public QSplitter, public SplitControl
 {
 public:
     /// Width of the gap.
@@ -13,11 +15,10 @@ public:
 
     explicit SplitPanel(Qt::Orientation orientation, QWidget* parent = nullptr);
 
-    /// The size of the first area in thousandths of both; 0 when it is folded away.
-    [[nodiscard]] int position() const;
+    [[nodiscard]] int position() const override;
 
-    /// Numbers outside 0 to 1000 change nothing. May be called before the panel is shown.
-    void setPosition(int thousandths);
+    /// May be called before the panel is shown.
+    void setPosition(int thousandths) override;
 };
 
 } // namespace melovane
