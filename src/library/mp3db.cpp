@@ -256,47 +256,19 @@ QString ctl_MP3DB::GetFID() const
 
 void ctl_MP3DB::applyKeepingTrack(const QString& statement)
 {
-    const QString fid = GetFID();
     const qint64 row = m_controls.grid.currentRow();
     const qint64 fromTop = row - m_controls.grid.firstVisibleRow();
-    Bookmark mark;
-    if (!fid.isEmpty()) {
-        m_rowClone->SetAbsolutePosition(row);
-        mark = m_rowClone->bookmark();
-    }
-    if (!applyStatement(statement) || fid.isEmpty()) {
+    // The former clone still knows where the track stood when the new rows are there.
+    const auto former = m_rowClone ? m_rowClone->Clone() : nullptr;
+    if (!applyStatement(statement) || !former || row < 0 || row >= former->rowCount()) {
         return;
     }
-    const qint64 found = rowOfTrack(fid, mark);
+    former->SetAbsolutePosition(row);
+    const qint64 found = m_rowClone->rowOfSame(*former, former->bookmark());
     if (found >= 0) {
         m_data1.Recordset()->SetAbsolutePosition(found);
         m_controls.grid.goToRow(found, found - fromTop);
     }
-}
-
-qint64 ctl_MP3DB::rowOfTrack(const QString& fid, Bookmark hint)
-{
-    const int column = m_rowClone->fieldIndex(u"FID");
-    const auto holds = [&](qint64 row) {
-        m_rowClone->SetAbsolutePosition(row);
-        return m_rowClone->value(column).toText() == fid;
-    };
-    try {
-        // A bookmark of the former set names the same row here as long as both come from one table;
-        // that spares the walk.
-        const qint64 likely = m_rowClone->rowOf(hint);
-        if (likely >= 0 && holds(likely)) {
-            return likely;
-        }
-        for (qint64 row = 0; row < m_rowClone->rowCount(); ++row) {
-            if (holds(row)) {
-                return row;
-            }
-        }
-    } catch (const DbError&) {
-        // A row that a sibling has just deleted; the grid then stands on its first row.
-    }
-    return -1;
 }
 
 void ctl_MP3DB::lookForChanges()

@@ -119,7 +119,6 @@ private:
     [[nodiscard]] bool applyStatement(const QString& statement);
     void requery();
     void applyKeepingTrack(const QString& statement);
-    [[nodiscard]] qint64 rowOfTrack(const QString& fid, Bookmark hint);
     void countLibrary();
     void countMatches();
     void showArrow();

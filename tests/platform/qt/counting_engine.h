@@ -51,6 +51,11 @@ public:
 
     [[nodiscard]] qint64 rowOf(Bookmark mark) const override { return mark.id; }
 
+    [[nodiscard]] qint64 rowOfSame(const Recordset&, Bookmark mark) const override
+    {
+        return mark.id;
+    }
+
     [[nodiscard]] Bookmark LastModified() const override { return {}; }
 
     [[nodiscard]] int fieldCount() const override { return 2; }
