@@ -20,10 +20,10 @@ struct CreateSqlFindOnAFile : public testing::Test
         sql.ViewDEL(u" and del in (0,-1) "_s);
         sql.SetOrderBy(u"Titel"_s);
         sql.SetSortRichtung(u"ASC"_s);
-        library.add({u"Licht aus"_s, u"Die Kanalratten"_s, {}, u"5"_s, 0});
-        library.add({u"Dunkel"_s, u"Lichtblick"_s, {}, u"4"_s, -1});
-        library.add({u"It's only [live]"_s, u"O'Neil \"Quote\""_s, {}, u"5"_s, 0});
-        library.add({u"Licht weg"_s, u"Weg"_s, {}, {}, 2});
+        library.add({{u"Licht aus"_s, u"Die Kanalratten"_s, {}, u"5"_s, 0},
+                     {u"Dunkel"_s, u"Lichtblick"_s, {}, u"4"_s, -1},
+                     {u"It's only [live]"_s, u"O'Neil \"Quote\""_s, {}, u"5"_s, 0},
+                     {u"Licht weg"_s, u"Weg"_s, {}, {}, 2}});
     }
 
     void find(const QStringList& columns, const QString& text)

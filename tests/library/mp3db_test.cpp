@@ -124,11 +124,11 @@ struct Mp3dbTest : public testing::Test
 {
     void addTracks()
     {
-        library.add({u"Lichtspiel"_s, u"Ostwind"_s, u"Prisma"_s, u"4"_s, 0});
-        library.add({u"Licht aus"_s, u"Kanalratten"_s, u"Unter Tage"_s, {}, -1});
-        library.add({u"Brandung"_s, u"Lichtblick"_s, u"Meer"_s, u"5"_s, 0});
-        library.add({u"Äpfel"_s, u"Trio"_s, u"Licht"_s, {}, 0});
-        library.add({u"Licht weg"_s, u"Fort"_s, {}, {}, 2});
+        library.add({{u"Lichtspiel"_s, u"Ostwind"_s, u"Prisma"_s, u"4"_s, 0},
+                     {u"Licht aus"_s, u"Kanalratten"_s, u"Unter Tage"_s, {}, -1},
+                     {u"Brandung"_s, u"Lichtblick"_s, u"Meer"_s, u"5"_s, 0},
+                     {u"Äpfel"_s, u"Trio"_s, u"Licht"_s, {}, 0},
+                     {u"Licht weg"_s, u"Fort"_s, {}, {}, 2}});
     }
 
     void start()
@@ -178,7 +178,7 @@ TEST_F(Mp3dbTest, WithoutALastSearchTheFirstViewIsEmptyAndTellsTheSizeOfTheLibra
 
 TEST_F(Mp3dbTest, TheStartStatementFindsTheStartWord)
 {
-    library.add({u"Melovane Jingle"_s, u"Haus"_s, {}, {}, 0});
+    library.add({{u"Melovane Jingle"_s, u"Haus"_s, {}, {}, 0}});
     start();
     EXPECT_EQ(titles(), QStringList{u"Melovane Jingle"_s});
     EXPECT_EQ(search.text(), QString());
@@ -365,7 +365,7 @@ TEST_F(Mp3dbTest, RefreshStaysOnTheSameTrack)
     search.setText(u"L"_s);
     grid.goToRow(2, 0);
     const QString fid = view.GetFID();
-    library.add({u"Anfang"_s, u"Licht"_s, {}, {}, 0});
+    library.add({{u"Anfang"_s, u"Licht"_s, {}, {}, 0}});
     view.Refresh();
     EXPECT_EQ(view.Data1().rowCount(), 5);
     EXPECT_EQ(view.GetFID(), fid);

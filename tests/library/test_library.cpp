@@ -1,5 +1,7 @@
 #include "library/test_library.h"
 
+#include <QFile>
+
 namespace melovane::test {
 
 using namespace Qt::Literals::StringLiterals;
@@ -59,15 +61,28 @@ TestLibrary::TestLibrary()
     : engine(sqlite::makeEngine(clock))
     , m_databaseName(folders.configFile(u"melovane.mdb"_s))
 {
+    // Made once, then copied: creating tables costs a test more than all the rest.
+    static const TempFolder kept;
+    const QString made = kept.file(u"made.mdb"_s);
+    if (!QFile::exists(made)) {
+        makeDatabase();
+        engine->BackupDatabase(m_databaseName, made);
+    } else {
+        QFile::copy(made, m_databaseName);
+    }
+    settings = folders.makeSettings(*engine);
+    settings->SetDbName(m_databaseName);
+    settings->SetLiveSuche(1);
+}
+
+void TestLibrary::makeDatabase()
+{
     const auto database =
         engine->Workspaces(0).CreateDatabase(m_databaseName, QString::fromUtf16(kDatabaseLocale));
     database->tableDefs().Append(tracksTable());
     database->tableDefs().Append(namesTable(u"genre"_s, u"Genre_ID"_s));
     database->tableDefs().Append(namesTable(u"pl_group"_s, u"GRID"_s));
     database->tableDefs().Append(namesTable(u"pl_name"_s, u"NID"_s));
-    settings = folders.makeSettings(*engine);
-    settings->SetDbName(m_databaseName);
-    settings->SetLiveSuche(1);
 }
 
 void TestLibrary::insert(Recordset& tracks, const TestTrack& track)
@@ -85,23 +100,25 @@ void TestLibrary::insert(Recordset& tracks, const TestTrack& track)
     tracks.Update();
 }
 
-QString TestLibrary::add(const TestTrack& track)
+void TestLibrary::add(const std::vector<TestTrack>& tracks)
 {
     const auto database = engine->OpenDatabase(m_databaseName);
-    const auto tracks = database->OpenRecordset(u"db_all"_s);
-    insert(*tracks, track);
-    return QString::number(m_lastFid);
+    Transaction transaction(*database);
+    const auto set = database->OpenRecordset(u"db_all"_s);
+    for (const TestTrack& track : tracks) {
+        insert(*set, track);
+    }
+    transaction.commit();
 }
 
 void TestLibrary::addMany(int count)
 {
-    const auto database = engine->OpenDatabase(m_databaseName);
-    Transaction transaction(*database);
-    const auto tracks = database->OpenRecordset(u"db_all"_s);
+    std::vector<TestTrack> tracks;
     for (int number = 0; number < count; ++number) {
-        insert(*tracks, {u"Titel %1"_s.arg(number, 5, 10, QChar(u'0')), u"Die Probe"_s, {}, {}, 0});
+        tracks.push_back(
+            {u"Titel %1"_s.arg(number, 5, 10, QChar(u'0')), u"Die Probe"_s, {}, {}, 0});
     }
-    transaction.commit();
+    add(tracks);
 }
 
 void TestLibrary::execute(const QString& statement)

@@ -6,6 +6,7 @@
 #include "support/suite_folders.h"
 
 #include <memory>
+#include <vector>
 
 namespace melovane::test {
 
@@ -25,8 +26,8 @@ class TestLibrary
 public:
     TestLibrary();
 
-    /// Returns the track's FID: twelve digits, rising.
-    QString add(const TestTrack& track);
+    /// In one transaction; FIDs of twelve digits rise.
+    void add(const std::vector<TestTrack>& tracks);
     /// Tracks "Titel 00000" and so on, in one transaction.
     void addMany(int count);
 
@@ -41,6 +42,7 @@ public:
     std::unique_ptr<GlobalSettings> settings;
 
 private:
+    void makeDatabase();
     void insert(Recordset& tracks, const TestTrack& track);
 
     QString m_databaseName;

@@ -296,6 +296,25 @@ bool LinuxFiles::remove(const QString& path)
     return !name.isEmpty() && ::unlink(name.constData()) == 0;
 }
 
+bool LinuxFiles::setModified(const QString& path, const QDateTime& moment)
+{
+    const QByteArray name = systemPath(path);
+    const qint64 ms = moment.toMSecsSinceEpoch();
+    // Seconds count down to the past, the fraction always counts up.
+    const qint64 fraction = (ms % 1000 + 1000) % 1000;
+    const timespec times[2] = {{0, UTIME_OMIT}, {(ms - fraction) / 1000, fraction * 1'000'000}};
+    return moment.isValid() && !name.isEmpty() &&
+           ::utimensat(AT_FDCWD, name.constData(), times, 0) == 0;
+}
+
+bool LinuxFiles::makeWritable(const QString& path)
+{
+    const QByteArray name = systemPath(path);
+    const auto found = statOf(name);
+    return found && S_ISREG(found->st_mode) &&
+           ::chmod(name.constData(), (found->st_mode & 07777U) | S_IWUSR) == 0;
+}
+
 VolumeFacts LinuxFiles::volume(const QString& path) const
 {
     QString nearest = path;

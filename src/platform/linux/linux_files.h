@@ -36,6 +36,8 @@ public:
 
     /// Removes a file or a link, never a folder.
     bool remove(const QString& path) override;
+    bool setModified(const QString& path, const QDateTime& moment) override;
+    bool makeWritable(const QString& path) override;
 
     /// A path that does not exist belongs to the volume of the nearest folder above it that does.
     [[nodiscard]] VolumeFacts volume(const QString& path) const override;
