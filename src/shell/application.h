@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/global_settings.h"
 #include "library/mp3db.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
@@ -11,6 +12,7 @@
 #include "platform/system/clock.h"
 #include "shell/mlvdb.h"
 #include "shell/paths.h"
+#include "shell/sub_main.h"
 #include "shell/ui/message_box_dialog.h"
 #include "shell/ui/mlvdb_window.h"
 
@@ -26,13 +28,13 @@ public:
     ~Application();
 
     /// Starts the console and lives until its window is closed. The exit code of the process: 0,
-    /// or 1 when a start failed and a dialog has told why.
+    /// or 1 when the start failed and a dialog has told why.
     [[nodiscard]] int run();
 
 private:
-    [[nodiscard]] bool start();
-    /// False, after a dialog, when the library cannot be read.
-    [[nodiscard]] bool showMainWindow();
+    [[nodiscard]] StartSteps steps();
+    [[nodiscard]] bool anotherCopyRuns();
+    void connectViews();
 
     SystemClock m_clock;
     LinuxFiles m_files;
