@@ -9,6 +9,8 @@ namespace melovane {
 /// Two areas with a gap between them that the user drags: `ElasticOne`.
 class SplitPanel : public QSplitter, public SplitControl
 {
+    Q_OBJECT
+
 public:
     /// Width of the gap.
     static constexpr int kGap = 5;
