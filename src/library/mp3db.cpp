@@ -110,9 +110,12 @@ void ctl_MP3DB::startWithLastSearch()
     }
     m_dataVersion = m_data1.Database()->DataVersion();
     countLibrary();
-    m_matchCount = text.isEmpty() ? m_matchCount : m_data1.rowCount();
+    if (!text.isEmpty()) {
+        m_searchShown = true;
+        m_matchCount = m_data1.rowCount();
+        emit countChanged(m_matchCount);
+    }
     updateEmptyNote();
-    emit countChanged(m_data1.rowCount());
 }
 
 void ctl_MP3DB::end()
@@ -194,6 +197,7 @@ void ctl_MP3DB::search(const QString& text)
     m_sql.SetSortRichtung(m_sortRichtung);
     const QString statement = m_sql.GetSql(kPrefixMode);
     if (statement == m_data1.RecordSource() || applyStatement(statement)) {
+        m_searchShown = true;
         countMatches();
     }
     updateEmptyNote();
@@ -203,7 +207,9 @@ void ctl_MP3DB::countMatches()
 {
     try {
         m_matchCount = m_sql.GetCount(kPrefixMode);
-        emit countChanged(m_matchCount);
+        if (m_searchShown) {
+            emit countChanged(m_matchCount);
+        }
     } catch (const DbError&) {
         // The rows are shown all the same; the count is that of the search before.
     }

@@ -98,7 +98,7 @@ public:
     void lookForChanges();
 
 signals:
-    /// The number of tracks shown has changed or may have.
+    /// A search shows this number of tracks.
     void countChanged(qint64 count);
 
 private:
@@ -140,6 +140,7 @@ private:
     qint64 m_matchCount = 0;
     qint64 m_librarySize = 0;
     qint64 m_dataVersion = 0;
+    bool m_searchShown = false; ///< not the start statement
 };
 
 } // namespace melovane

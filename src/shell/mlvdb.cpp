@@ -25,7 +25,7 @@ constexpr QSize kFirstSize{800, 600};
 
 /// Where the splits are kept, and what they are before anybody has moved them, in thousandths.
 const QString kSplitSection = u"Value"_s;
-constexpr std::array<int, 3> kFirstSplits{660, 190, 190};
+constexpr std::array<int, 3> kFirstSplits{740, 190, 190};
 
 QString splitKey(size_t index)
 {

@@ -123,7 +123,7 @@ TEST_F(MlvdbTest, SplitsComeBackWithTheWindow)
 {
     settings->WriteKeyValue(u"Value"_s, u"DBGridSplit-2"_s, u"77"_s);
     mlvdb.load();
-    EXPECT_EQ(splits[0].at, 660);
+    EXPECT_EQ(splits[0].at, 740);
     EXPECT_EQ(splits[2].at, 77);
 }
 

@@ -38,7 +38,10 @@ Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent
 void Mp3dbWidget::buildTools(const IconSet& icons)
 {
     toolRow()->addWidget(m_search, 1);
-    toolRow()->addSpacing(10);
+    toolRow()->addSpacing(6);
+    // Room for a million, so that the search line keeps its width while the user types.
+    m_count->setMinimumWidth(fontMetrics().horizontalAdvance(u"1 000 000 Titel"_s));
+    m_count->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     toolRow()->addWidget(m_count);
     toolRow()->addSpacing(10);
     QToolButton* import = addTool(u"all.import"_s, icons.icon(u"import"_s), u"MP3s importieren"_s);

@@ -49,6 +49,7 @@ QLabel* centredLabel(const QString& name, QWidget* parent)
 
 EmptyView::EmptyView(const IconSet& icons, const QString& icon, QWidget* parent)
     : QWidget(parent)
+    , m_picture(new PictureLabel(icons.icon(icon), fontMetrics().height() * 5 / 2, this))
     , m_title(centredLabel(u"EmptyTitle"_s, this))
     , m_text(centredLabel(u"EmptyText"_s, this))
     , m_button(new QPushButton(this))
@@ -66,13 +67,27 @@ EmptyView::EmptyView(const IconSet& icons, const QString& icon, QWidget* parent)
     column->setContentsMargins(line, line, line, line);
     column->setSpacing(line / 2);
     column->addStretch(2);
-    column->addWidget(new PictureLabel(icons.icon(icon), line * 5 / 2, this), 0, Qt::AlignHCenter);
+    column->addWidget(m_picture, 0, Qt::AlignHCenter);
     column->addWidget(m_title);
     column->addWidget(m_text);
     column->addSpacing(line / 2);
     column->addWidget(m_button, 0, Qt::AlignHCenter);
     column->addStretch(3);
     setNote({});
+}
+
+void EmptyView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    constexpr int kLinesWithPicture = 12;
+    m_picture->setVisible(height() >= kLinesWithPicture * fontMetrics().height());
+}
+
+void EmptyView::setQuiet()
+{
+    // The style sheet looks at it.
+    setProperty("quiet", true);
+    m_title->setFont(font());
 }
 
 void EmptyView::setNote(const EmptyNote& note)

@@ -11,13 +11,17 @@ namespace melovane {
 
 class IconSet;
 
-/// What stands in a view that has nothing to show: a picture, a title, a sentence, a button.
+/// What stands in a view that has nothing to show: a picture (where there is room), a title, a
+/// sentence, a button.
 class EmptyView : public QWidget
 {
     Q_OBJECT
 
 public:
     EmptyView(const IconSet& icons, const QString& icon, QWidget* parent);
+
+    /// For a view that has nothing to say yet: its title steps back.
+    void setQuiet();
 
     void setNote(const EmptyNote& note);
 
@@ -26,8 +30,12 @@ public:
 signals:
     void buttonClicked();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     EmptyNote m_note;
+    QWidget* m_picture;
     QLabel* m_title;
     QLabel* m_text;
     QPushButton* m_button;

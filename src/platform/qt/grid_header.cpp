@@ -63,7 +63,7 @@ void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section)
     const QVariant flags = model()->headerData(section, Qt::Horizontal, Qt::TextAlignmentRole);
     const auto alignment = static_cast<Qt::Alignment>(flags.toInt());
     const bool arrow = section == m_arrowColumn && m_arrow != SortArrow::None;
-    const int arrowSize = fontMetrics().ascent() * 2 / 3;
+    const int arrowSize = fontMetrics().ascent() * 4 / 5;
     const int arrowSpace = arrow ? arrowSize + kArrowGap : 0;
     const bool centred = alignment & Qt::AlignHCenter;
     const int padding = centred ? 2 : kPadding;
@@ -89,7 +89,7 @@ void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section)
 
 void GridHeader::drawArrow(QPainter& painter, const QRect& rect) const
 {
-    const QRectF field = QRectF(rect).adjusted(0.5, 1.5, -0.5, -1.5);
+    const QRectF field = QRectF(rect).adjusted(0.5, 1.0, -0.5, -1.0);
     const bool up = m_arrow == SortArrow::Ascending;
     const double base = up ? field.bottom() : field.top();
     const double tip = up ? field.top() : field.bottom();

@@ -15,20 +15,21 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-ThemeRole roleOf(QIcon::Mode mode, QIcon::State state)
+ThemeRole roleOf(QIcon::Mode mode, QIcon::State state, ThemeRole normal)
 {
     if (mode == QIcon::Disabled) {
         return ThemeRole::TextDisabled;
     }
-    return state == QIcon::On ? ThemeRole::Accent : ThemeRole::Text;
+    return state == QIcon::On ? ThemeRole::Accent : normal;
 }
 
 class LineIconEngine : public QIconEngine
 {
 public:
-    LineIconEngine(QString name, QByteArray svg, const Skin& skin)
+    LineIconEngine(QString name, QByteArray svg, ThemeRole role, const Skin& skin)
         : m_name(std::move(name))
         , m_svg(std::move(svg))
+        , m_role(role)
         , m_skin(skin)
     {}
 
@@ -36,13 +37,13 @@ public:
     {
         QByteArray coloured = m_svg;
         coloured.replace("currentColor",
-                         m_skin.theme().colour(roleOf(mode, state)).toText().toLatin1());
+                         m_skin.theme().colour(roleOf(mode, state, m_role)).toText().toLatin1());
         QSvgRenderer(coloured).render(painter, rect);
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
     {
-        const QString colour = m_skin.theme().colour(roleOf(mode, state)).toText();
+        const QString colour = m_skin.theme().colour(roleOf(mode, state, m_role)).toText();
         const QString key =
             u"mlv-icon-%1-%2-%3x%4"_s.arg(m_name, colour).arg(size.width()).arg(size.height());
         QPixmap result;
@@ -59,7 +60,7 @@ public:
 
     [[nodiscard]] QIconEngine* clone() const override
     {
-        return new LineIconEngine(m_name, m_svg, m_skin);
+        return new LineIconEngine(m_name, m_svg, m_role, m_skin);
     }
 
     bool isNull() override { return false; }
@@ -67,6 +68,7 @@ public:
 private:
     QString m_name;
     QByteArray m_svg;
+    ThemeRole m_role;
     const Skin& m_skin;
 };
 
@@ -76,13 +78,13 @@ IconSet::IconSet(const Skin& skin)
     : m_skin(skin)
 {}
 
-QIcon IconSet::icon(const QString& name) const
+QIcon IconSet::icon(const QString& name, ThemeRole role) const
 {
     QFile file(u":/icons/%1.svg"_s.arg(name));
     if (!file.open(QIODevice::ReadOnly)) {
         return {};
     }
-    return QIcon(new LineIconEngine(name, file.readAll(), m_skin));
+    return QIcon(new LineIconEngine(name, file.readAll(), role, m_skin));
 }
 
 QStringList IconSet::names()

@@ -87,7 +87,8 @@ QHBoxLayout* Panel::toolRow()
 QToolButton* Panel::addTool(const QString& name, const QIcon& icon, const QString& tip)
 {
     auto* button = new QToolButton(m_row);
-    const int side = fontMetrics().height();
+    // The grid of the icons is a little higher than a line of text.
+    const int side = fontMetrics().height() * 8 / 7;
     button->setObjectName(name);
     button->setIcon(icon);
     button->setIconSize({side, side});

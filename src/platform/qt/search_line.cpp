@@ -17,9 +17,10 @@ SearchLine::SearchLine(const IconSet& icons, QWidget* parent)
     setCompleter(nullptr);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setMinimumContentsLength(12);
-    lineEdit()->addAction(icons.icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
-    QAction* clear =
-        lineEdit()->addAction(icons.icon(QStringLiteral("clear")), QLineEdit::TrailingPosition);
+    lineEdit()->addAction(icons.icon(QStringLiteral("search"), ThemeRole::TextSecond),
+                          QLineEdit::LeadingPosition);
+    QAction* clear = lineEdit()->addAction(
+        icons.icon(QStringLiteral("clear"), ThemeRole::TextSecond), QLineEdit::TrailingPosition);
     clear->setToolTip(QStringLiteral("Suchzeile leeren"));
     clear->setVisible(false);
     connect(clear, &QAction::triggered, lineEdit(), &QLineEdit::clear);

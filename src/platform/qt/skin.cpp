@@ -18,9 +18,10 @@ namespace {
 constexpr char16_t kSheet[] = uR"(
 QMainWindow, QWidget#Frame { background: {BackColorSizer}; }
 QMainWindow::separator { width: 0; height: 0; }
+QSplitter::handle { background: transparent; image: none; }
 QMenuBar { background: {GridHeadColor}; color: {Text}; padding: 3px 6px; border: none;
   border-bottom: 1px solid {Hairline}; }
-QMenuBar::item { background: transparent; padding: {pad}px 9px; border-radius: 4px; }
+QMenuBar::item { background: transparent; padding: {pad}px 10px; border-radius: 4px; }
 QMenuBar::item:selected { background: {GridColorSelLostFocus}; }
 QMenuBar::item:pressed { background: {GridColorSelGotFocus}; }
 QMenu { background: {GridHeadColor}; color: {Text}; border: 1px solid {Hairline}; padding: 5px; }
@@ -56,10 +57,12 @@ QPushButton { background: {GridHeadColor}; color: {Text}; border: 1px solid {Hai
 QPushButton:hover { background: {GridColorSelLostFocus}; }
 QPushButton:pressed { background: {GridColorSelGotFocus}; }
 QPushButton:focus, QPushButton:default { border-color: {Accent}; }
+QPushButton#EmptyButton { border-color: {Accent}; }
 QPushButton:disabled { color: {TextDisabled}; }
 QTableView { background: {GridColor}; border: none; }
 QTableView QTableCornerButton::section { background: {GridHeadColor}; border: none; }
 QLabel#EmptyTitle { color: {Text}; }
+QWidget[quiet="true"] QLabel#EmptyTitle { color: {TextSecond}; }
 QLabel#EmptyText { color: {TextSecond}; }
 QScrollBar { background: {GridColor}; border: none; }
 QScrollBar:vertical { width: 12px; }

@@ -34,6 +34,8 @@ void StatusBar::addPanel(StatusPanel panel, const QString& name, int figures)
         line->setObjectName(u"StatusLine"_s);
         line->setFixedWidth(1);
         m_row->addWidget(line);
+        m_dividers.insert(static_cast<int>(panel), line);
+        line->hide();
     }
     auto* label = new QLabel(this);
     label->setObjectName(name);
@@ -44,13 +46,21 @@ void StatusBar::addPanel(StatusPanel panel, const QString& name, int figures)
     } else {
         label->setFixedWidth(figures * figureWidth(fontMetrics()) + 24);
         m_row->addWidget(label);
+        label->hide();
     }
     m_labels.insert(static_cast<int>(panel), label);
 }
 
 void StatusBar::setPanel(StatusPanel panel, const QString& text)
 {
-    m_labels.value(static_cast<int>(panel))->setText(text);
+    const int key = static_cast<int>(panel);
+    m_labels.value(key)->setText(text);
+    if (panel != StatusPanel::Message) {
+        m_labels.value(key)->setVisible(!text.isEmpty());
+    }
+    if (QWidget* divider = m_dividers.value(key)) {
+        divider->setVisible(!text.isEmpty());
+    }
 }
 
 QString StatusBar::panel(StatusPanel panel) const

@@ -10,7 +10,7 @@ class QLabel;
 
 namespace melovane {
 
-/// The line at the foot of the main window, `StatusBar1`.
+/// The line at the foot of the main window, `StatusBar1`. Panels without a text take no room.
 class StatusBar : public QWidget, public StatusLine
 {
     Q_OBJECT
@@ -26,6 +26,7 @@ private:
 
     QHBoxLayout* m_row;
     QHash<int, QLabel*> m_labels;
+    QHash<int, QWidget*> m_dividers; ///< left of a panel
 };
 
 } // namespace melovane

@@ -52,6 +52,7 @@ Panel* MlvdbWindow::laterPanel(const QString& name,
     panel->setObjectName(name);
     auto* view = new EmptyView(m_icons, icon, panel);
     view->setNote({title, text, {}});
+    view->setQuiet();
     panel->setView(view);
     return panel;
 }
@@ -59,12 +60,13 @@ Panel* MlvdbWindow::laterPanel(const QString& name,
 void MlvdbWindow::buildPanels()
 {
     m_library = new Mp3dbWidget(m_skin, m_icons, this);
-    auto* tree = laterPanel(u"Tree1"_s, u"tree"_s, u"Navigation"_s,
-                            u"Hier stehen Ordner, Genres, Interpreten und Favoriten."_s);
+    auto* tree =
+        laterPanel(u"Tree1"_s, u"tree"_s, u"Navigation"_s,
+                   u"Ordner, Genres, Interpreten und Favoriten: noch nicht in dieser Fassung."_s);
     auto* lists = laterPanel(u"PlaylistFavorit1"_s, u"lists"_s, u"Listen"_s,
-                             u"Hier stehen Playlists und Jingles."_s);
+                             u"Playlists und Jingles: noch nicht in dieser Fassung."_s);
     auto* playlist = laterPanel(u"ctl_Playlist1"_s, u"playlist"_s, u"Playlist"_s,
-                                u"Hier steht die geöffnete Playlist."_s);
+                                u"Die geöffnete Playlist: noch nicht in dieser Fassung."_s);
     auto* frame = new QWidget(this);
     frame->setObjectName(u"Frame"_s);
     m_splits = {new SplitPanel(Qt::Vertical, frame), new SplitPanel(Qt::Horizontal),
