@@ -190,6 +190,9 @@ Sql joined(std::vector<Sql> parts, Op op)
 {
     // Groups keep the tree low: SQLite refuses trees that are higher than a thousand.
     constexpr size_t kGroup = 200;
+    if (parts.size() > kMostConditions) {
+        throw TooComplex{};
+    }
     const bool isAnd = op == Op::And;
     const int strength = isAnd ? kBindsAnd : kBindsOr;
     while (parts.size() > kGroup) {
