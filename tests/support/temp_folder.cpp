@@ -13,6 +13,11 @@ TempFolder::TempFolder()
     EXPECT_TRUE(m_folder.isValid());
 }
 
+QString TempFolder::file(const QString& name) const
+{
+    return QDir::isAbsolutePath(name) ? name : m_folder.filePath(name);
+}
+
 QString TempFolder::write(const QString& name, const QByteArray& bytes) const
 {
     QFile out(file(name));

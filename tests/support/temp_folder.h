@@ -14,7 +14,8 @@ public:
 
     [[nodiscard]] QString path() const { return m_folder.path(); }
 
-    [[nodiscard]] QString file(const QString& name) const { return m_folder.filePath(name); }
+    /// Full path of a name in the folder; a full path stays as it is.
+    [[nodiscard]] QString file(const QString& name) const;
 
     /// Writes a file, folders above it included, and returns its path.
     QString write(const QString& name, const QByteArray& bytes) const;

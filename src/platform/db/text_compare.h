@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringView>
 
+#include <utility>
 #include <vector>
 
 /// How texts of the library compare. The one definition behind the collation of text columns,
@@ -19,6 +20,11 @@ namespace melovane::textcompare {
 /// Order: base letters first ("ä" beside "a", "ß" as "ss"), then the folded text. Below 0, 0, above
 /// 0; 0 exactly when equal() holds.
 [[nodiscard]] int compare(QStringView left, QStringView right);
+
+/// compare() of texts in UTF-8, without copying them while they are ASCII. Damaged bytes compare as
+/// the replacement letter.
+[[nodiscard]] int
+compareUtf8(const char* left, qsizetype leftSize, const char* right, qsizetype rightSize);
 
 /// A text whose plain code unit comparison is the order of compare(); computed once per text when
 /// many are sorted.
@@ -44,15 +50,21 @@ private:
     {
         enum class Kind
         {
-            Letter,
+            Run,
             AnyLetter,
             Digit,
             AnyRun,
             Class
-        } kind = Kind::Letter;
-        QString letters; ///< Letter: a literal run; Class: pairs of first and last base letter
+        } kind = Kind::Run;
+        QString letters;                                   ///< Run: what must stand there
+        std::vector<std::pair<char32_t, char32_t>> ranges; ///< Class: first and last base letter
         bool negated = false;
     };
+
+    void addClass(QStringView inner);
+    void addLetter(char32_t letter);
+    [[nodiscard]] static bool matchesStep(const Step& step, QStringView text, qsizetype& at);
+    [[nodiscard]] qsizetype nextStart(size_t step, QStringView text, qsizetype at) const;
 
     std::vector<Step> m_steps;
     bool m_broken = false;

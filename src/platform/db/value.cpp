@@ -115,6 +115,12 @@ double Value::toDouble() const
     return 0;
 }
 
+qint64 Value::toInt64() const
+{
+    const auto* whole = std::get_if<qint64>(&m_data);
+    return whole ? *whole : toLongHalfEven(toDouble());
+}
+
 int Value::toLong() const
 {
     return toLongHalfEven(toDouble());

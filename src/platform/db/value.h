@@ -82,6 +82,9 @@ public:
     /// Whole number, rounded half to even and clamped to 32 bits; truth is -1 or 0.
     [[nodiscard]] int toLong() const;
 
+    /// As toLong(), but a whole number keeps its 64 bits: for sums and row numbers.
+    [[nodiscard]] qint64 toInt64() const;
+
     [[nodiscard]] double toDouble() const;
 
     /// False for null, 0 and texts that begin with no number other than 0.

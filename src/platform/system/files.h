@@ -84,6 +84,12 @@ public:
 
     virtual bool remove(const QString& path) = 0;
 
+    /// Sets the modification time of a file; false when that fails.
+    virtual bool setModified(const QString& path, const QDateTime& moment) = 0;
+
+    /// Gives the owner the right to write a file; false when that fails.
+    virtual bool makeWritable(const QString& path) = 0;
+
     [[nodiscard]] virtual VolumeFacts volume(const QString& path) const = 0;
 };
 

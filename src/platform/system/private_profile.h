@@ -32,6 +32,10 @@ public:
                        const QString& section,
                        const QString& key,
                        const std::optional<QString>& value) = 0;
+
+    /// Puts the whole content of another file in the place of the file, under the same lock, so
+    /// that no writer works on a mixture. False, and no change, when that fails.
+    virtual bool replace(const QString& file, const QString& source) = 0;
 };
 
 } // namespace melovane

@@ -1,0 +1,347 @@
+#include "platform/db/text_compare.h"
+
+#include <algorithm>
+
+namespace melovane::textcompare {
+
+namespace {
+
+bool isAscii(QStringView text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar sign) { return sign.unicode() < 0x80; });
+}
+
+char16_t foldedAscii(char16_t sign)
+{
+    return sign >= u'A' && sign <= u'Z' ? char16_t(sign + 32) : sign;
+}
+
+/// The next letter; half a pair of surrogates stands for itself.
+char32_t letterAt(QStringView text, qsizetype& at)
+{
+    const QChar first = text[at++];
+    if (first.isHighSurrogate() && at < text.size() && text[at].isLowSurrogate()) {
+        return QChar::surrogateToUcs4(first, text[at++]);
+    }
+    return first.unicode();
+}
+
+void append(QString& text, char32_t letter)
+{
+    if (QChar::requiresSurrogates(letter)) {
+        text.append(QChar(QChar::highSurrogate(letter)));
+        text.append(QChar(QChar::lowSurrogate(letter)));
+    } else {
+        text.append(QChar(char16_t(letter)));
+    }
+}
+
+bool isMark(char32_t letter)
+{
+    return QChar::isMark(letter);
+}
+
+constexpr char32_t kSharpS = 0xDF;
+
+/// Base letters of a folded text: marks dropped, "ß" as "ss". Zero is lifted by one, because it
+/// parts the halves of a sort key.
+QString baseOf(const QString& folded)
+{
+    const QString split = folded.normalized(QString::NormalizationForm_D);
+    QString base;
+    base.reserve(split.size());
+    for (qsizetype at = 0; at < split.size();) {
+        const char32_t letter = letterAt(split, at);
+        if (letter == kSharpS) {
+            base.append(u"ss");
+        } else if (letter == 0) {
+            base.append(QChar(1));
+        } else if (!isMark(letter)) {
+            append(base, QChar::toCaseFolded(letter));
+        }
+    }
+    return base;
+}
+
+/// The base of a single letter, for the classes of `like`.
+char32_t baseLetter(char32_t letter)
+{
+    if (letter < 0x80) {
+        return letter;
+    }
+    if (letter == kSharpS) {
+        return U's';
+    }
+    QString text;
+    append(text, letter);
+    text = text.normalized(QString::NormalizationForm_D);
+    qsizetype at = 0;
+    return QChar::toCaseFolded(letterAt(text, at));
+}
+
+int sign(qsizetype order)
+{
+    return order < 0 ? -1 : (order > 0 ? 1 : 0);
+}
+
+int compareUnits(QStringView left, QStringView right)
+{
+    const qsizetype size = std::min(left.size(), right.size());
+    for (qsizetype i = 0; i < size; ++i) {
+        if (left[i] != right[i]) {
+            return left[i].unicode() < right[i].unicode() ? -1 : 1;
+        }
+    }
+    return sign(left.size() - right.size());
+}
+
+int compareFolded(const QString& left, const QString& right)
+{
+    const int order = compareUnits(baseOf(left), baseOf(right));
+    return order != 0 ? order : compareUnits(left, right);
+}
+
+/// Walks the common ASCII beginning of both texts. True when that decides; otherwise `at` is where
+/// the exact way must begin: one letter before the first that is not ASCII, which may be a mark.
+template <typename LeftUnit, typename RightUnit>
+bool decidedByAscii(const LeftUnit* left,
+                    qsizetype leftSize,
+                    const RightUnit* right,
+                    qsizetype rightSize,
+                    qsizetype& at,
+                    int& order)
+{
+    const qsizetype size = std::min(leftSize, rightSize);
+    qsizetype i = 0;
+    // Units below 2 are rare and have a rule of their own: see baseOf().
+    const auto plain = [](char16_t unit) { return unit >= 2 && unit < 0x80; };
+    for (; i < size; ++i) {
+        const char16_t a = char16_t(left[i]);
+        const char16_t b = char16_t(right[i]);
+        if (!plain(a) || !plain(b)) {
+            at = std::max<qsizetype>(0, i - 1);
+            return false;
+        }
+        if (a != b && foldedAscii(a) != foldedAscii(b)) {
+            order = foldedAscii(a) < foldedAscii(b) ? -1 : 1;
+            return true;
+        }
+    }
+    const bool leftEnds = i == leftSize;
+    const bool rightEnds = i == rightSize;
+    if (leftEnds && rightEnds) {
+        order = 0;
+        return true;
+    }
+    const char16_t next = leftEnds ? char16_t(right[i]) : char16_t(left[i]);
+    if (!plain(next)) {
+        at = std::max<qsizetype>(0, i - 1);
+        return false;
+    }
+    order = leftEnds ? -1 : 1;
+    return true;
+}
+
+} // namespace
+
+QString fold(QStringView text)
+{
+    QString result;
+    if (isAscii(text)) {
+        result.resize(text.size());
+        std::transform(text.begin(), text.end(), result.begin(),
+                       [](QChar letter) { return QChar(foldedAscii(letter.unicode())); });
+        return result;
+    }
+    const QString composed = text.toString().normalized(QString::NormalizationForm_C);
+    result.reserve(composed.size());
+    for (qsizetype at = 0; at < composed.size();) {
+        append(result, QChar::toCaseFolded(letterAt(composed, at)));
+    }
+    return result;
+}
+
+bool equal(QStringView left, QStringView right)
+{
+    return fold(left) == fold(right);
+}
+
+int compare(QStringView left, QStringView right)
+{
+    qsizetype at = 0;
+    int order = 0;
+    if (decidedByAscii(left.utf16(), left.size(), right.utf16(), right.size(), at, order)) {
+        return order;
+    }
+    return compareFolded(fold(left.sliced(at)), fold(right.sliced(at)));
+}
+
+int compareUtf8(const char* left, qsizetype leftSize, const char* right, qsizetype rightSize)
+{
+    qsizetype at = 0;
+    int order = 0;
+    const auto* leftBytes = reinterpret_cast<const unsigned char*>(left);
+    const auto* rightBytes = reinterpret_cast<const unsigned char*>(right);
+    if (decidedByAscii(leftBytes, leftSize, rightBytes, rightSize, at, order)) {
+        return order;
+    }
+    return compareFolded(fold(QString::fromUtf8(left + at, leftSize - at)),
+                         fold(QString::fromUtf8(right + at, rightSize - at)));
+}
+
+QString sortKey(QStringView text)
+{
+    const QString folded = fold(text);
+    const bool plain = std::all_of(folded.begin(), folded.end(), [](QChar letter) {
+        return letter.unicode() >= 2 && letter.unicode() < 0x80;
+    });
+    // Of all texts with one base the ASCII one is the first, so it needs no second half.
+    return plain ? folded : baseOf(folded) + QChar(0) + folded;
+}
+
+LikePattern::LikePattern(QStringView pattern)
+{
+    const QString folded = fold(pattern);
+    const QStringView view = folded;
+    for (qsizetype at = 0; at < view.size() && !m_broken;) {
+        const QChar letter = view[at];
+        if (letter == u'*') {
+            ++at;
+            if (m_steps.empty() || m_steps.back().kind != Step::Kind::AnyRun) {
+                m_steps.push_back({Step::Kind::AnyRun, {}, {}, false});
+            }
+        } else if (letter == u'?') {
+            ++at;
+            m_steps.push_back({Step::Kind::AnyLetter, {}, {}, false});
+        } else if (letter == u'#') {
+            ++at;
+            m_steps.push_back({Step::Kind::Digit, {}, {}, false});
+        } else if (letter == u'[') {
+            const qsizetype end = view.indexOf(u']', at + 1);
+            m_broken = end < 0;
+            if (!m_broken) {
+                addClass(view.sliced(at + 1, end - at - 1));
+                at = end + 1;
+            }
+        } else {
+            addLetter(letterAt(view, at));
+        }
+    }
+}
+
+void LikePattern::addLetter(char32_t letter)
+{
+    if (m_steps.empty() || m_steps.back().kind != Step::Kind::Run) {
+        m_steps.push_back({Step::Kind::Run, {}, {}, false});
+    }
+    append(m_steps.back().letters, letter);
+}
+
+void LikePattern::addClass(QStringView inner)
+{
+    if (inner.isEmpty()) {
+        return; // "[]" stands for nothing
+    }
+    Step step;
+    step.kind = Step::Kind::Class;
+    step.negated = inner.size() > 1 && inner.front() == u'!';
+    for (qsizetype at = step.negated ? 1 : 0; at < inner.size();) {
+        const char32_t first = baseLetter(letterAt(inner, at));
+        char32_t last = first;
+        if (at + 1 < inner.size() && inner[at] == u'-') {
+            ++at;
+            last = baseLetter(letterAt(inner, at));
+        }
+        step.ranges.emplace_back(first, last);
+    }
+    m_steps.push_back(std::move(step));
+}
+
+bool LikePattern::matchesStep(const Step& step, QStringView text, qsizetype& at)
+{
+    if (step.kind == Step::Kind::Run) {
+        if (!text.sliced(at).startsWith(step.letters)) {
+            return false;
+        }
+        at += step.letters.size();
+        return true;
+    }
+    if (at >= text.size()) {
+        return false;
+    }
+    const char32_t letter = letterAt(text, at);
+    if (step.kind == Step::Kind::Digit) {
+        return letter >= U'0' && letter <= U'9';
+    }
+    if (step.kind == Step::Kind::Class) {
+        const char32_t base = baseLetter(letter);
+        const bool inside =
+            std::any_of(step.ranges.begin(), step.ranges.end(), [&](const auto& range) {
+                return base >= range.first && base <= range.second;
+            });
+        return inside != step.negated;
+    }
+    return true;
+}
+
+/// Where the steps behind a "*" may begin next; -1 when nowhere.
+qsizetype LikePattern::nextStart(size_t step, QStringView text, qsizetype at) const
+{
+    if (at > text.size()) {
+        return -1;
+    }
+    if (step < m_steps.size() && m_steps[step].kind == Step::Kind::Run) {
+        return text.indexOf(m_steps[step].letters, at);
+    }
+    return at;
+}
+
+bool LikePattern::matchesFolded(QStringView folded) const
+{
+    if (m_broken) {
+        return false;
+    }
+    // A failed try goes back to the last "*" only: what an earlier one could give, it can give too.
+    size_t step = 0;
+    qsizetype at = 0;
+    size_t behindStar = 0;
+    qsizetype starAt = -1;
+    for (;;) {
+        if (step < m_steps.size() && m_steps[step].kind == Step::Kind::AnyRun) {
+            behindStar = ++step;
+            if (behindStar == m_steps.size()) {
+                return true;
+            }
+            starAt = nextStart(behindStar, folded, at);
+            if (starAt < 0) {
+                return false;
+            }
+            at = starAt;
+            continue;
+        }
+        if (step == m_steps.size() && at == folded.size()) {
+            return true;
+        }
+        if (step < m_steps.size() && matchesStep(m_steps[step], folded, at)) {
+            ++step;
+            continue;
+        }
+        if (behindStar == 0 || starAt >= folded.size()) {
+            return false;
+        }
+        // A "*" takes whole letters.
+        ++starAt;
+        if (starAt < folded.size() && folded[starAt].isLowSurrogate() &&
+            folded[starAt - 1].isHighSurrogate()) {
+            ++starAt;
+        }
+        starAt = nextStart(behindStar, folded, starAt);
+        if (starAt < 0) {
+            return false;
+        }
+        at = starAt;
+        step = behindStar;
+    }
+}
+
+} // namespace melovane::textcompare

@@ -1,0 +1,190 @@
+#include "platform/linux/file_writing.h"
+
+#include "platform/linux/system_names.h"
+#include "platform/system/io_error.h"
+
+#include <QRandomGenerator>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstring>
+
+namespace melovane::linuxfiles {
+
+namespace {
+
+/// Links followed before a chain counts as endless, like the kernel does.
+constexpr int kMaxLinks = 40;
+/// Attempts to find a free name.
+constexpr int kMaxNames = 100;
+
+QByteArray folderOf(const QByteArray& path)
+{
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash < 0 ? QByteArray(".") : path.first(qMax<qsizetype>(slash, 1));
+}
+
+[[noreturn]] void fail(const QByteArray& path, int error)
+{
+    throw IoError(linuxnames::decode(path), QString::fromLocal8Bit(std::strerror(error)));
+}
+
+QByteArray randomName(const QByteArray& folder)
+{
+    return folder + "/.mlv-" + QByteArray::number(QRandomGenerator::system()->generate64(), 36);
+}
+
+} // namespace
+
+void Descriptor::reset(int number)
+{
+    if (m_number >= 0) {
+        ::close(m_number);
+    }
+    m_number = number;
+}
+
+void failWithErrno(const QByteArray& path)
+{
+    fail(path, errno);
+}
+
+QByteArray linkTarget(const QByteArray& path)
+{
+    QByteArray end = path;
+    for (int links = 0; links < kMaxLinks; ++links) {
+        QByteArray text(PATH_MAX, '\0');
+        const ssize_t size = ::readlink(end.constData(), text.data(), size_t(text.size()));
+        if (size < 0) {
+            return end;
+        }
+        text.truncate(size);
+        end = text.startsWith('/') ? text : folderOf(end) + '/' + text;
+    }
+    fail(path, ELOOP);
+}
+
+void writeAll(int descriptor, const QByteArray& bytes, const QByteArray& path)
+{
+    qsizetype done = 0;
+    while (done < bytes.size()) {
+        const ssize_t count =
+            ::write(descriptor, bytes.constData() + done, size_t(bytes.size() - done));
+        if (count < 0 && errno != EINTR) {
+            failWithErrno(path);
+        }
+        done += qMax<ssize_t>(count, 0);
+    }
+}
+
+Replacement::Replacement(const QByteArray& target)
+{
+    if (target.isEmpty()) {
+        fail(target, EINVAL);
+    }
+    m_target = linkTarget(target);
+    m_folder = folderOf(m_target);
+    if (::stat(m_target.constData(), &m_replaced) == 0) {
+        if (!S_ISREG(m_replaced.st_mode)) {
+            fail(m_target, S_ISDIR(m_replaced.st_mode) ? EISDIR : EINVAL);
+        }
+        // Renaming would replace a write-protected file, and root may write everything: a file
+        // that nobody may write is meant to stay.
+        const bool anyWriter = (m_replaced.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
+        if (!anyWriter || ::faccessat(AT_FDCWD, m_target.constData(), W_OK, AT_EACCESS) != 0) {
+            fail(m_target, EACCES);
+        }
+    } else if (errno != ENOENT) {
+        failWithErrno(m_target);
+    } else {
+        m_replaced = {};
+    }
+    open();
+}
+
+Replacement::~Replacement()
+{
+    if (!m_name.isEmpty()) {
+        ::unlink(m_name.constData());
+    }
+}
+
+void Replacement::open()
+{
+    m_file.reset(::open(m_folder.constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
+    if (!m_file.isValid() && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
+        openNamed();
+    }
+    if (!m_file.isValid()) {
+        failWithErrno(m_target);
+    }
+}
+
+void Replacement::openNamed()
+{
+    for (int attempt = 0; attempt < kMaxNames; ++attempt) {
+        const QByteArray name = randomName(m_folder);
+        m_file.reset(::open(name.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666));
+        if (m_file.isValid()) {
+            m_name = name;
+            return;
+        }
+        if (errno != EEXIST) {
+            return;
+        }
+    }
+}
+
+void Replacement::giveName()
+{
+    const QByteArray open = "/proc/self/fd/" + QByteArray::number(m_file.number());
+    for (int attempt = 0; m_name.isEmpty(); ++attempt) {
+        const QByteArray name = randomName(m_folder);
+        if (::linkat(AT_FDCWD, open.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) ==
+            0) {
+            m_name = name;
+        } else if (errno != EEXIST || attempt == kMaxNames) {
+            failWithErrno(m_target);
+        }
+    }
+}
+
+void Replacement::keepFrom(const struct stat& original)
+{
+    m_mode = original.st_mode & 0777U;
+    const timespec times[2] = {{0, UTIME_OMIT}, original.st_mtim};
+    if (::futimens(m_file.number(), times) != 0) {
+        failWithErrno(m_target);
+    }
+}
+
+void Replacement::commit()
+{
+    if (m_replaced.st_mode != 0) {
+        // Only root may give files away; for others the new file is theirs, and that is all right.
+        const int owned = ::fchown(m_file.number(), m_replaced.st_uid, m_replaced.st_gid);
+        m_mode = m_mode.value_or(m_replaced.st_mode & (owned == 0 ? 07777U : 0777U));
+    }
+    if (m_mode && ::fchmod(m_file.number(), *m_mode) != 0) {
+        failWithErrno(m_target);
+    }
+    if (::fsync(m_file.number()) != 0) {
+        failWithErrno(m_target);
+    }
+    giveName();
+    if (::rename(m_name.constData(), m_target.constData()) != 0) {
+        failWithErrno(m_target);
+    }
+    m_name.clear();
+    // The rename is done; a folder that cannot be synced (some network file systems) changes
+    // nothing about it.
+    const Descriptor folder(::open(m_folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.isValid()) {
+        ::fsync(folder.number());
+    }
+}
+
+} // namespace melovane::linuxfiles

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <sys/stat.h>
+
+#include <optional>
+#include <utility>
+
+namespace melovane::linuxfiles {
+
+/// A file descriptor that closes itself. -1 for none.
+class Descriptor
+{
+public:
+    explicit Descriptor(int number = -1)
+        : m_number(number)
+    {}
+
+    ~Descriptor() { reset(); }
+
+    Descriptor(Descriptor&& other) noexcept
+        : m_number(other.release())
+    {}
+
+    Descriptor& operator=(Descriptor&& other) noexcept
+    {
+        reset(other.release());
+        return *this;
+    }
+
+    [[nodiscard]] int number() const { return m_number; }
+
+    [[nodiscard]] bool isValid() const { return m_number >= 0; }
+
+    int release() { return std::exchange(m_number, -1); }
+
+    void reset(int number = -1);
+
+private:
+    int m_number;
+};
+
+/// Fails with the reason that the system gave last (errno).
+/// \throws IoError
+[[noreturn]] void failWithErrno(const QByteArray& path);
+
+/// The end of a chain of links, whether it exists or not; a chain without end throws.
+/// \throws IoError
+[[nodiscard]] QByteArray linkTarget(const QByteArray& path);
+
+/// Writes all bytes, going on after interruptions. \throws IoError naming `path`
+void writeAll(int descriptor, const QByteArray& bytes, const QByteArray& path);
+
+/// A file that takes the place of another one as a whole.
+///
+/// Written in the target's folder, without a name where the file system knows that, so that even a
+/// killed program leaves nothing behind. Before commit() the target is untouched; a replacement
+/// that is not committed vanishes.
+class Replacement
+{
+public:
+    /// \param target bytes of a path; links are followed
+    /// A target that is a folder or a device, or may not be written, is refused.
+    /// \throws IoError
+    explicit Replacement(const QByteArray& target);
+    ~Replacement();
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+
+    [[nodiscard]] int descriptor() const { return m_file.number(); }
+
+    /// Path of the file that is replaced, links resolved.
+    [[nodiscard]] const QByteArray& target() const { return m_target; }
+
+    /// The replaced file's facts; st_mode is 0 when there is none.
+    [[nodiscard]] const struct stat& replaced() const { return m_replaced; }
+
+    /// Mode and modification time of the file that this one is a copy of; they then win over the
+    /// mode of the replaced file. \throws IoError
+    void keepFrom(const struct stat& original);
+
+    /// Gives owner and mode of the replaced file, when there is one, syncs, renames and syncs the
+    /// folder. \throws IoError
+    void commit();
+
+private:
+    void open();
+    void openNamed();
+    void giveName();
+
+    QByteArray m_target;
+    QByteArray m_folder;
+    QByteArray m_name; ///< of the new file; empty as long as it has none
+    struct stat m_replaced = {};
+    std::optional<mode_t> m_mode;
+    Descriptor m_file;
+};
+
+} // namespace melovane::linuxfiles

@@ -1,0 +1,168 @@
+#include "platform/linux/linux_environment.h"
+
+#include "platform/linux/system_names.h"
+#include "platform/system/path_text.h"
+
+#include <QStandardPaths>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Where an installed copy lies below its prefix.
+constexpr QStringView kInstalledPlace = u"/lib/melovane";
+constexpr QStringView kExecutableSuffix = u".exe";
+
+QString runningProgram()
+{
+    QByteArray path(PATH_MAX, '\0');
+    const ssize_t size = ::readlink("/proc/self/exe", path.data(), size_t(path.size()));
+    path.truncate(qMax<ssize_t>(size, 0));
+    return linuxnames::decode(path);
+}
+
+QString withoutSuffix(const QString& name)
+{
+    return name.endsWith(kExecutableSuffix, Qt::CaseInsensitive)
+               ? name.chopped(kExecutableSuffix.size())
+               : name;
+}
+
+/// An absolute path of a variable, else the fallback.
+QString folderVariable(const char* name, const QString& fallback)
+{
+    const QString value = linuxnames::decode(qgetenv(name));
+    return value.startsWith(u'/') ? path::withoutSeparator(value) : fallback;
+}
+
+QString home()
+{
+    return folderVariable("HOME", u"/"_s);
+}
+
+void fill(QString& place, const std::function<QString()>& ofTheMachine)
+{
+    if (place.isNull()) {
+        place = ofTheMachine();
+    }
+}
+
+QString prefixOf(const QString& programFolder)
+{
+    const bool installed =
+        programFolder.endsWith(kInstalledPlace) && programFolder.size() > kInstalledPlace.size();
+    return installed ? programFolder.chopped(kInstalledPlace.size()) : u"/usr"_s;
+}
+
+EnvironmentPlaces filled(EnvironmentPlaces places)
+{
+    fill(places.programFolder, [] { return path::parent(runningProgram()); });
+    fill(places.programName, [] { return withoutSuffix(path::fileName(runningProgram())); });
+    fill(places.userData,
+         [] { return folderVariable("XDG_DATA_HOME", path::join(home(), u".local/share")); });
+    fill(places.commonData, [] { return u"/var/lib"_s; });
+    fill(places.userDocuments,
+         [] { return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation); });
+    fill(places.commonDocuments, [] { return u"/var/lib"_s; });
+    fill(places.programFiles, [&] { return prefixOf(places.programFolder); });
+    fill(places.machineFile, [] { return u"/etc/melovane/machine.conf"_s; });
+    fill(places.userFile, [] {
+        const QString config = folderVariable("XDG_CONFIG_HOME", path::join(home(), u".config"));
+        return path::join(config, u"Melovane/user.conf");
+    });
+    fill(places.runtimeBase, [] { return folderVariable("XDG_RUNTIME_DIR", QString()); });
+    fill(places.temporaryBase, [] { return u"/tmp"_s; });
+    return places;
+}
+
+/// Makes or accepts a folder that is ours alone.
+bool isPrivateFolder(const QString& folder)
+{
+    const QByteArray name = linuxnames::encode(folder);
+    if (::mkdir(name.constData(), 0700) != 0 && errno != EEXIST) {
+        return false;
+    }
+    struct stat facts = {};
+    if (::lstat(name.constData(), &facts) != 0 || !S_ISDIR(facts.st_mode) ||
+        facts.st_uid != ::geteuid()) {
+        return false;
+    }
+    return (facts.st_mode & 0777U) == 0700U || ::chmod(name.constData(), 0700) == 0;
+}
+
+} // namespace
+
+LinuxEnvironment::LinuxEnvironment(EnvironmentPlaces places)
+    : m_places(filled(std::move(places)))
+    , m_values(m_files)
+{}
+
+QString LinuxEnvironment::programFolder() const
+{
+    return m_places.programFolder;
+}
+
+QString LinuxEnvironment::programName() const
+{
+    return m_places.programName;
+}
+
+QString LinuxEnvironment::specialFolder(int csidl) const
+{
+    switch (csidl) {
+    case 26:
+        return m_places.userData;
+    case 35:
+        return m_places.commonData;
+    case 5:
+        return m_places.userDocuments;
+    case 46:
+        return m_places.commonDocuments;
+    case 38:
+        return m_places.programFiles;
+    }
+    return {};
+}
+
+QString LinuxEnvironment::machineValue(const QString& name) const
+{
+    return m_values.value(m_places.machineFile, QString(), name).value_or(QString());
+}
+
+QString LinuxEnvironment::userValue(const QString& program, const QString& name) const
+{
+    return m_values.value(m_places.userFile, program, name).value_or(QString());
+}
+
+void LinuxEnvironment::setUserValue(const QString& program,
+                                    const QString& name,
+                                    const QString& value)
+{
+    m_files.makeFolders(path::parent(m_places.userFile));
+    m_values.write(m_places.userFile, program, name, value);
+}
+
+QString LinuxEnvironment::runtimeFolder() const
+{
+    QStringList places;
+    if (!m_places.runtimeBase.isEmpty()) {
+        places.append(path::join(m_places.runtimeBase, u"melovane"));
+    }
+    places.append(path::join(m_places.temporaryBase, u"melovane-%1"_s.arg(::geteuid())));
+    for (const QString& place : places) {
+        if (isPrivateFolder(place)) {
+            return place;
+        }
+    }
+    return {};
+}
+
+} // namespace melovane

@@ -1,0 +1,331 @@
+#include "platform/linux/linux_files.h"
+
+#include "platform/linux/file_writing.h"
+#include "platform/linux/system_names.h"
+#include "platform/system/path_text.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+using linuxfiles::Descriptor;
+using linuxfiles::failWithErrno;
+using linuxnames::systemPath;
+
+namespace {
+
+constexpr qsizetype kBlock = 1024 * 1024;
+/// Listings kept for the second look-up of a path.
+constexpr qsizetype kMaxListings = 64;
+/// A folder's time may stand still for this long although names are added: ticks of the kernel are
+/// 1 to 10 ms, those of some file systems 2 s.
+constexpr qint64 kSettledNs = 2'500'000'000;
+
+constexpr struct stat kNothing = {};
+
+std::optional<struct stat> statOf(const QByteArray& path)
+{
+    struct stat facts = {};
+    const bool found = !path.isEmpty() && ::stat(path.constData(), &facts) == 0;
+    return found ? std::optional(facts) : std::nullopt;
+}
+
+qint64 nanoseconds(const timespec& time)
+{
+    return qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
+}
+
+QDateTime moment(const timespec& time)
+{
+    return QDateTime::fromMSecsSinceEpoch(nanoseconds(time) / 1'000'000);
+}
+
+QList<QByteArray> rawNames(const QByteArray& folder)
+{
+    QList<QByteArray> names;
+    DIR* const stream = folder.isEmpty() ? nullptr : ::opendir(folder.constData());
+    if (stream == nullptr) {
+        return names;
+    }
+    while (const dirent* entry = ::readdir(stream)) {
+        const QByteArray name(entry->d_name);
+        if (name != "." && name != "..") {
+            names.append(name);
+        }
+    }
+    ::closedir(stream);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+/// The form in which spellings of one name are equal.
+QString foldedName(const QString& name)
+{
+    QString result;
+    for (const char32_t code : name.normalized(QString::NormalizationForm_D).toUcs4()) {
+        result += QChar::fromUcs4(QChar::toCaseFolded(code));
+    }
+    return result.normalized(QString::NormalizationForm_C);
+}
+
+/// Opens a plain file for reading without ever waiting for a pipe. \throws IoError
+Descriptor openPlain(const QByteArray& path, struct stat& facts)
+{
+    Descriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!file.isValid() || ::fstat(file.number(), &facts) != 0) {
+        failWithErrno(path);
+    }
+    if (!S_ISREG(facts.st_mode)) {
+        errno = S_ISDIR(facts.st_mode) ? EISDIR : EINVAL;
+        failWithErrno(path);
+    }
+    return file;
+}
+
+/// Up to a block of bytes; empty at the end. \throws IoError
+QByteArray readBlock(const Descriptor& file, const QByteArray& path)
+{
+    QByteArray block(kBlock, Qt::Uninitialized);
+    ssize_t count = -1;
+    do {
+        count = ::read(file.number(), block.data(), size_t(block.size()));
+    } while (count < 0 && errno == EINTR);
+    if (count < 0) {
+        failWithErrno(path);
+    }
+    block.truncate(count);
+    return block;
+}
+
+} // namespace
+
+LinuxFiles::LinuxFiles(VolumeSources sources)
+    : m_sources(std::move(sources))
+{}
+
+bool LinuxFiles::fileExists(const QString& path) const
+{
+    const auto found = statOf(systemPath(path));
+    return found && !S_ISDIR(found->st_mode);
+}
+
+bool LinuxFiles::folderExists(const QString& path) const
+{
+    const auto found = statOf(systemPath(path));
+    return found && S_ISDIR(found->st_mode);
+}
+
+std::optional<FileFacts> LinuxFiles::facts(const QString& path) const
+{
+    const auto found = statOf(systemPath(path));
+    if (!found) {
+        return {};
+    }
+    return FileFacts{S_ISDIR(found->st_mode), found->st_size, moment(found->st_mtim), found->st_dev,
+                     found->st_ino};
+}
+
+const LinuxFiles::Listing& LinuxFiles::listing(const QByteArray& folder) const
+{
+    const struct stat facts = statOf(folder).value_or(kNothing);
+    const qint64 modified = nanoseconds(facts.st_mtim);
+    const auto known = m_listings.constFind(folder);
+    if (known != m_listings.cend() && known->device == facts.st_dev &&
+        known->inode == facts.st_ino && known->modified == modified) {
+        return *known;
+    }
+    timespec now = {};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    if (m_listings.size() >= kMaxListings) {
+        m_listings.clear();
+    }
+    Listing& fresh = m_listings[folder];
+    const bool settled = nanoseconds(now) - modified > kSettledNs;
+    fresh = {facts.st_dev, facts.st_ino, settled ? modified : -1, {}};
+    for (const QByteArray& name : rawNames(folder)) {
+        fresh.names[foldedName(linuxnames::decode(name))].append(name);
+    }
+    return fresh;
+}
+
+QByteArray
+LinuxFiles::resolveBelow(const QByteArray& folder, const QStringList& parts, qsizetype at) const
+{
+    if (at == parts.size()) {
+        return folder;
+    }
+    const QByteArray base = folder.endsWith('/') || folder.isEmpty() ? folder : folder + '/';
+    const QByteArray exact = base + linuxnames::encode(parts[at]);
+    if (statOf(exact)) {
+        const QByteArray end = resolveBelow(exact, parts, at + 1);
+        if (!end.isEmpty()) {
+            return end;
+        }
+    }
+    const QByteArray listed = folder.isEmpty() ? QByteArray(".") : folder;
+    // A copy: deeper look-ups may throw listings away.
+    const QList<QByteArray> others = listing(listed).names.value(foldedName(parts[at]));
+    for (const QByteArray& name : others) {
+        const QByteArray candidate = base + name;
+        if (candidate == exact || !statOf(candidate)) {
+            continue;
+        }
+        const QByteArray end = resolveBelow(candidate, parts, at + 1);
+        if (!end.isEmpty()) {
+            return end;
+        }
+    }
+    return {};
+}
+
+QString LinuxFiles::resolve(const QString& path) const
+{
+    const QByteArray exact = systemPath(path);
+    if (exact.isEmpty()) {
+        return {};
+    }
+    if (statOf(exact)) {
+        return linuxnames::decode(exact);
+    }
+    QStringList parts = path::components(path::toSystem(path));
+    QByteArray root;
+    if (exact.startsWith('/')) {
+        root = "/";
+        parts.removeFirst();
+    }
+    return linuxnames::decode(resolveBelow(root, parts, 0));
+}
+
+QStringList LinuxFiles::names(const QString& folder) const
+{
+    QStringList result;
+    for (const QByteArray& name : rawNames(systemPath(folder))) {
+        result.append(linuxnames::decode(name));
+    }
+    return result;
+}
+
+QByteArray LinuxFiles::read(const QString& path, qint64 maxBytes) const
+{
+    const QByteArray name = systemPath(path);
+    struct stat facts = {};
+    const Descriptor file = openPlain(name, facts);
+    const auto refuseIfTooLarge = [&](qint64 size) {
+        if (size > maxBytes) {
+            throw IoError(path, u"larger than %1 bytes"_s.arg(maxBytes));
+        }
+    };
+    refuseIfTooLarge(facts.st_size);
+    QByteArray bytes;
+    bytes.reserve(facts.st_size);
+    for (QByteArray block = readBlock(file, name); !block.isEmpty();
+         block = readBlock(file, name)) {
+        refuseIfTooLarge(bytes.size() + block.size());
+        bytes += block;
+    }
+    return bytes;
+}
+
+void LinuxFiles::writeWhole(const QString& path, const QByteArray& bytes)
+{
+    linuxfiles::Replacement replacement(systemPath(path));
+    linuxfiles::writeAll(replacement.descriptor(), bytes, replacement.target());
+    replacement.commit();
+}
+
+void LinuxFiles::append(const QString& path, const QByteArray& bytes)
+{
+    const QByteArray name = systemPath(path);
+    const auto found = statOf(name);
+    if (found && (!S_ISREG(found->st_mode) || (found->st_mode & 0222U) == 0)) {
+        errno = S_ISREG(found->st_mode) ? EACCES : EINVAL;
+        failWithErrno(name);
+    }
+    const Descriptor file(::open(
+        name.constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
+    if (!file.isValid()) {
+        failWithErrno(name);
+    }
+    linuxfiles::writeAll(file.number(), bytes, name);
+}
+
+void LinuxFiles::copy(const QString& source, const QString& target)
+{
+    const QByteArray from = systemPath(source);
+    struct stat facts = {};
+    const Descriptor file = openPlain(from, facts);
+    linuxfiles::Replacement replacement(systemPath(target));
+    if (replacement.replaced().st_mode != 0 && replacement.replaced().st_dev == facts.st_dev &&
+        replacement.replaced().st_ino == facts.st_ino) {
+        return;
+    }
+    for (QByteArray block = readBlock(file, from); !block.isEmpty();
+         block = readBlock(file, from)) {
+        linuxfiles::writeAll(replacement.descriptor(), block, replacement.target());
+    }
+    replacement.keepFrom(facts);
+    replacement.commit();
+}
+
+bool LinuxFiles::makeFolder(const QString& path)
+{
+    const QByteArray name = systemPath(path);
+    return !name.isEmpty() && (::mkdir(name.constData(), 0777) == 0 || folderExists(path));
+}
+
+bool LinuxFiles::makeFolders(const QString& path)
+{
+    if (folderExists(path)) {
+        return true;
+    }
+    const QString above = path::parent(path);
+    return (above.isEmpty() || above == path || makeFolders(above)) && makeFolder(path);
+}
+
+bool LinuxFiles::remove(const QString& path)
+{
+    const QByteArray name = systemPath(path);
+    return !name.isEmpty() && ::unlink(name.constData()) == 0;
+}
+
+bool LinuxFiles::setModified(const QString& path, const QDateTime& moment)
+{
+    const QByteArray name = systemPath(path);
+    const qint64 ms = moment.toMSecsSinceEpoch();
+    // Seconds count down to the past, the fraction always counts up.
+    const qint64 fraction = (ms % 1000 + 1000) % 1000;
+    const timespec times[2] = {{0, UTIME_OMIT}, {(ms - fraction) / 1000, fraction * 1'000'000}};
+    return moment.isValid() && !name.isEmpty() &&
+           ::utimensat(AT_FDCWD, name.constData(), times, 0) == 0;
+}
+
+bool LinuxFiles::makeWritable(const QString& path)
+{
+    const QByteArray name = systemPath(path);
+    const auto found = statOf(name);
+    return found && S_ISREG(found->st_mode) &&
+           ::chmod(name.constData(), (found->st_mode & 07777U) | S_IWUSR) == 0;
+}
+
+VolumeFacts LinuxFiles::volume(const QString& path) const
+{
+    QString nearest = path;
+    while (!nearest.isEmpty() && !statOf(systemPath(nearest))) {
+        nearest = path::parent(nearest);
+    }
+    const QByteArray name = nearest.isEmpty() ? QByteArray(".") : systemPath(nearest);
+    char* const real = ::realpath(name.constData(), nullptr);
+    const QByteArray place(real);
+    ::free(real); // NOLINT(cppcoreguidelines-no-malloc): realpath gives it so
+    return volumes::volumeOf(place, m_sources);
+}
+
+} // namespace melovane

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/db/definitions.h"
+
+#include <QDateTime>
+
+/// Columns: how the file declares them, and what may enter them.
+namespace melovane::sqlite {
+
+/// Row number of tables without an auto-number; the catalogue never shows it. A declared column,
+/// because plain row ids change when the file is compacted.
+inline constexpr char16_t kRowColumn[] = u"mlv_row";
+
+/// The declared type of a column, from which fieldOfType() reads type and size back. Keep: it
+/// stands in every file.
+[[nodiscard]] QString declaredType(const FieldDef& field);
+
+/// Type, Size and Attributes of a declared type. Types that are not ours are taken by their words
+/// as SQLite does.
+[[nodiscard]] FieldDef fieldOfType(const QString& declared);
+
+/// The column as it stands in `create table`. \param key it belongs to the primary key
+[[nodiscard]] QString columnClause(const FieldDef& field, bool key);
+
+/// The text behind `default`, empty for none. Allowed are a number, a text in quotes, a truth
+/// value, `null` and `now()`, `date()`, `time()`. \throws DbError kSyntax for others
+[[nodiscard]] QString defaultClause(const FieldDef& field);
+
+/// What a new row shows in that column before it is written.
+[[nodiscard]] Value defaultValue(const FieldDef& field, const QDateTime& now);
+
+/// The value as the column keeps it. Long is rounded half to even, a null truth value is false.
+/// \throws DbError kTypeMismatch, kFieldTooSmall
+[[nodiscard]] Value storable(const FieldDef& field, const Value& value);
+
+} // namespace melovane::sqlite

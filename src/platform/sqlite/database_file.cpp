@@ -1,0 +1,192 @@
+#include "platform/sqlite/database_file.h"
+
+#include "platform/db/db_error.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QtEndian>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statfs.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+
+namespace melovane::sqlite {
+
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+constexpr qsizetype kHeaderSize = 100;
+constexpr qsizetype kApplicationIdAt = 68;
+constexpr char kMagic[] = "SQLite format 3";
+/// First bytes of a file of the previous engine; its later generation says "ACE" for "Jet".
+constexpr char kPreviousMagic[] = "\0\1\0\0Standard ";
+constexpr qsizetype kPreviousMagicSize = sizeof kPreviousMagic - 1;
+
+QByteArray systemPath(const QString& path)
+{
+    return QFile::encodeName(path);
+}
+
+/// What follows the marks of the previous engine's name.
+bool isPreviousEngine(const QByteArray& header)
+{
+    return header.startsWith(QByteArray(kPreviousMagic, kPreviousMagicSize)) &&
+           (header.mid(kPreviousMagicSize, 3) == "Jet" ||
+            header.mid(kPreviousMagicSize, 3) == "ACE");
+}
+
+void checkHeader(const QByteArray& header)
+{
+    if (isPreviousEngine(header)) {
+        throw DbError(dberror::kPreviousEngineFile,
+                      u"The file was made by a former version of the suite and its database "
+                      "engine. It cannot be opened directly; import it."_s);
+    }
+    if (!header.startsWith(QByteArray(kMagic, sizeof kMagic))) {
+        throw DbError(dberror::kUnrecognisedFormat, header.isEmpty()
+                                                        ? u"The database file is empty."_s
+                                                        : u"The file is not a database."_s);
+    }
+    if (header.size() < kHeaderSize) {
+        throw DbError(dberror::kCorrupt, u"The database file is cut off."_s);
+    }
+    if (qFromBigEndian<qint32>(header.constData() + kApplicationIdAt) != kApplicationId) {
+        throw DbError(dberror::kUnrecognisedFormat,
+                      u"The file is a database of another program."_s);
+    }
+}
+
+QByteArray readHeader(const QString& path)
+{
+    const int file = ::open(systemPath(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
+        throw DbError(dberror::kCannotOpen,
+                      u"The database file cannot be read (%1): %2"_s.arg(
+                          QString::fromLocal8Bit(std::strerror(errno)), path));
+    }
+    QByteArray header(kHeaderSize, '\0');
+    const auto size = ::pread(file, header.data(), std::size_t(kHeaderSize), 0);
+    ::close(file);
+    header.truncate(std::max<qsizetype>(size, 0));
+    return header;
+}
+
+void syncPath(const QString& path, int flags)
+{
+    const int file = ::open(systemPath(path).constData(), flags | O_CLOEXEC);
+    const bool synced = file >= 0 && ::fsync(file) == 0;
+    if (file >= 0) {
+        ::close(file);
+    }
+    if (!synced) {
+        throw DbError(dberror::kDiskError, u"The file cannot be written: %1"_s.arg(path));
+    }
+}
+
+/// Renames without replacing; also where the file system knows no such rename.
+bool renameExclusive(const QByteArray& from, const QByteArray& to)
+{
+    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0) {
+        return true;
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        return false;
+    }
+    struct stat facts = {};
+    if (::stat(to.constData(), &facts) == 0) {
+        errno = EEXIST;
+        return false;
+    }
+    return ::rename(from.constData(), to.constData()) == 0;
+}
+
+} // namespace
+
+std::optional<FileId> fileId(const QString& path)
+{
+    struct stat facts = {};
+    if (::stat(systemPath(path).constData(), &facts) != 0) {
+        return std::nullopt;
+    }
+    return FileId{facts.st_dev, facts.st_ino};
+}
+
+FileId checkDatabaseFile(const QString& path)
+{
+    struct stat facts = {};
+    if (::stat(systemPath(path).constData(), &facts) != 0) {
+        const bool missing = errno == ENOENT || errno == ENOTDIR;
+        throw DbError(
+            missing ? dberror::kFileNotFound : dberror::kCannotOpen,
+            (missing ? u"The file does not exist: %1"_s : u"The file cannot be opened: %1"_s)
+                .arg(path));
+    }
+    if (!S_ISREG(facts.st_mode)) {
+        throw DbError(dberror::kCannotOpen, u"This is not a file: %1"_s.arg(path));
+    }
+    checkHeader(readHeader(path));
+    return {facts.st_dev, facts.st_ino};
+}
+
+bool sharesMemory(qint64 fileSystem)
+{
+    // Numbers of statfs(2): nfs, smb, cifs, smb2, fuse, 9p, afs, coda, ncp, ceph, cluster, lustre,
+    // folders of a virtual machine's host.
+    constexpr std::array<quint32, 14> kRemote = {
+        0x6969,     0x517B, 0xFF534D42, 0xFE534D42, 0x65735546, 0x01021997, 0x5346414F,
+        0x73757245, 0x564C, 0x00C36400, 0x7461636F, 0x01161970, 0x0BD00BD0, 0x786F4256};
+    return std::find(kRemote.begin(), kRemote.end(), quint32(fileSystem)) == kRemote.end();
+}
+
+bool onLocalFileSystem(const QString& path)
+{
+    struct statfs facts = {};
+    return ::statfs(systemPath(path).constData(), &facts) == 0 && sharesMemory(facts.f_type);
+}
+
+bool inReadOnlyFolder(const QString& path)
+{
+    return ::access(systemPath(QFileInfo(path).path()).constData(), W_OK) != 0;
+}
+
+QString temporaryBeside(const QString& path)
+{
+    static std::atomic<int> counter{0};
+    return u"%1.%2-%3.new"_s.arg(path).arg(::getpid()).arg(++counter);
+}
+
+void removeJournals(const QString& path)
+{
+    for (const auto suffix : {"-wal"_L1, "-shm"_L1, "-journal"_L1}) {
+        QFile::remove(path + suffix);
+    }
+}
+
+void moveIntoPlace(const QString& temporary, const QString& target, bool replace)
+{
+    syncPath(temporary, O_RDWR);
+    const QByteArray from = systemPath(temporary);
+    const QByteArray to = systemPath(target);
+    if (replace || !fileId(target)) {
+        removeJournals(target);
+    }
+    const bool moved =
+        replace ? ::rename(from.constData(), to.constData()) == 0 : renameExclusive(from, to);
+    if (!moved) {
+        const bool taken = errno == EEXIST;
+        throw DbError(
+            taken ? dberror::kObjectExists : dberror::kDiskError,
+            (taken ? u"The file exists already: %1"_s : u"The file cannot be written: %1"_s)
+                .arg(target));
+    }
+    syncPath(QFileInfo(target).absolutePath(), O_RDONLY | O_DIRECTORY);
+}
+
+} // namespace melovane::sqlite

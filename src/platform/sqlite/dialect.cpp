@@ -1,0 +1,103 @@
+#include "platform/sqlite/dialect.h"
+
+#include "platform/db/db_error.h"
+#include "platform/sqlite/binder.h"
+#include "platform/sqlite/parser.h"
+
+#include <algorithm>
+
+namespace melovane::sqlite {
+
+namespace dialect {
+
+using namespace Qt::Literals::StringLiterals;
+
+void Translator::takeResult(const std::vector<ColumnRef>& columns)
+{
+    m_result.columns.reserve(columns.size());
+    for (const ColumnRef& column : columns) {
+        m_result.columns.push_back({column.field, column.table, column.column});
+    }
+}
+
+void Translator::selectStatement(const Statement& statement)
+{
+    const Select& select = *statement.select;
+    m_result.kind = StatementKind::Select;
+    if (!select.unions.empty()) {
+        m_result.queryType = QueryType::SetOperation;
+        const SelectSql written = unionSelect(select, nullptr, Use::Result);
+        m_result.sql = written.text;
+        takeResult(written.columns);
+        return;
+    }
+    const std::unique_ptr<Arm> written = arm(select, nullptr);
+    m_result.sql = armSql(select, *written, Use::Result).text;
+    takeResult(written->columns);
+    const bool parameterInside =
+        std::any_of(written->columns.begin(), written->columns.end(),
+                    [](const ColumnRef& column) { return column.sql.parameter; });
+    m_result.keyed = written->plain && written->scope.keyed && !written->tables.empty() &&
+                     !select.distinct && !select.distinctRow && !parameterInside;
+    if (!m_result.keyed) {
+        for (ResultColumn& column : m_result.columns) {
+            column.table = -1;
+        }
+        return;
+    }
+    QString keys;
+    QString joins;
+    int number = 0;
+    for (const TableUse& use : written->tables) {
+        m_result.tables.push_back(use.base);
+        keys += (keys.isEmpty() ? u""_s : u", "_s) + use.rowId;
+        joins += u" LEFT JOIN "_s + qualified(use.base) + u" AS "_s + use.alias + u" ON "_s +
+                 use.rowId + u" = ?"_s + QString::number(++number);
+    }
+    m_result.keySql = u"SELECT "_s + keys + written->tail;
+    m_result.rowSql = u"SELECT "_s + keys;
+    for (const ColumnRef& column : written->columns) {
+        m_result.rowSql += u", "_s + column.sql.text;
+    }
+    m_result.rowSql += u" FROM (SELECT 1)"_s + joins;
+}
+
+Translation Translator::run()
+{
+    try {
+        const Tokens tokens = tokenize(m_statement);
+        const Statement statement = Parser(m_statement, tokens).parse();
+        declare(statement.parameters);
+        switch (statement.kind) {
+        case StatementKind::Select:
+            selectStatement(statement);
+            break;
+        case StatementKind::Insert:
+            insertStatement(statement);
+            break;
+        case StatementKind::Update:
+            updateStatement(statement);
+            break;
+        case StatementKind::Delete:
+            deleteStatement(statement);
+            break;
+        case StatementKind::Ddl:
+            m_result.kind = StatementKind::Ddl;
+            m_result.queryType = QueryType::Ddl;
+            m_result.ddl = statement.ddl;
+            break;
+        }
+    } catch (const TooComplex&) {
+        tooComplex();
+    }
+    return std::move(m_result);
+}
+
+} // namespace dialect
+
+Translation translate(const QString& statement, const NameSource& names, bool allowParameters)
+{
+    return dialect::Translator(statement, names, allowParameters).run();
+}
+
+} // namespace melovane::sqlite

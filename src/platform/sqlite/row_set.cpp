@@ -1,0 +1,253 @@
+#include "platform/sqlite/row_set.h"
+
+#include "platform/sqlite/sqlite_error.h"
+#include "platform/sqlite/stored_text.h"
+
+#include <sqlite3.h>
+
+namespace melovane::sqlite {
+
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+/// Rows read together show one state of the file, and share the cost of looking at it.
+class ReadScope
+{
+public:
+    explicit ReadScope(Connection& connection)
+        : m_connection(connection)
+        , m_own(!connection.inTransaction())
+    {
+        if (m_own) {
+            m_connection.statements().take(u"BEGIN"_s)->run();
+        }
+    }
+
+    ~ReadScope()
+    {
+        if (m_own) {
+            sqlite3_exec(m_connection.handle(), "COMMIT", nullptr, nullptr, nullptr);
+        }
+    }
+
+    ReadScope(const ReadScope&) = delete;
+    ReadScope& operator=(const ReadScope&) = delete;
+
+private:
+    Connection& m_connection;
+    bool m_own;
+};
+
+void readCells(const Statement& statement,
+               int firstColumn,
+               const std::vector<ResultColumn>& columns,
+               Row& row)
+{
+    row.state = Row::State::Present;
+    row.cells.clear();
+    row.cells.reserve(columns.size());
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        row.cells.push_back(statement.value(firstColumn + int(i), columns[i].field.Type));
+    }
+}
+
+} // namespace
+
+RowSet::RowSet(Session& session,
+               std::shared_ptr<const Prepared> statement,
+               std::vector<Value> parameters)
+    : m_statement(std::move(statement))
+    , m_parameters(std::move(parameters))
+{
+    for (int i = int(columns().size()) - 1; i >= 0; --i) {
+        m_columnIndexes.insert(nameKey(columns()[std::size_t(i)].field.Name), i);
+    }
+    m_epoch = session.epoch();
+    if (!isKeyed()) {
+        readRows(session);
+        return;
+    }
+    const int width = int(m_statement->translation.tables.size());
+    auto keys = std::make_shared<KeyList>(width);
+    readKeys(session, *keys);
+    m_keys = std::move(keys);
+    m_added = KeyList(width);
+}
+
+int RowSet::columnIndex(QStringView name) const
+{
+    return m_columnIndexes.value(nameKey(name), -1);
+}
+
+qint64 RowSet::size() const
+{
+    return isKeyed() ? m_keys->count() + m_added.count() : qint64(m_rows.size());
+}
+
+bool RowSet::isDeleted(qint64 index) const
+{
+    return std::binary_search(m_deleted.begin(), m_deleted.end(), index);
+}
+
+qint64 RowSet::rowsBefore(qint64 index) const
+{
+    const auto deleted = std::lower_bound(m_deleted.begin(), m_deleted.end(), index);
+    return index - (deleted - m_deleted.begin());
+}
+
+qint64 RowSet::indexAt(qint64 position) const
+{
+    // Deleted row number i stands before all positions above m_deleted[i] - i.
+    std::size_t low = 0;
+    std::size_t high = m_deleted.size();
+    while (low < high) {
+        const std::size_t middle = (low + high) / 2;
+        if (m_deleted[middle] - qint64(middle) <= position) {
+            low = middle + 1;
+        } else {
+            high = middle;
+        }
+    }
+    return position + qint64(low);
+}
+
+qint64 RowSet::positionOf(qint64 index) const
+{
+    return index < 0 || index >= size() || isDeleted(index) ? -1 : rowsBefore(index);
+}
+
+qint64 RowSet::keyAt(qint64 index, int table) const
+{
+    const qint64 first = m_keys->count();
+    return index < first ? m_keys->keyAt(index, table) : m_added.keyAt(index - first, table);
+}
+
+const Row& RowSet::row(Session& session, qint64 index)
+{
+    if (!isKeyed()) {
+        return m_rows[std::size_t(index)];
+    }
+    if (m_epoch != session.epoch()) {
+        forgetAll();
+        m_epoch = session.epoch();
+    }
+    if (Row* row = m_pages.find(index); row && row->state != Row::State::Unknown) {
+        return *row;
+    }
+    fetch(session, index);
+    return *m_pages.find(index);
+}
+
+void RowSet::forget(qint64 index)
+{
+    if (m_added.width() > 1) {
+        forgetAll();
+    } else if (Row* row = m_pages.find(index)) {
+        row->state = Row::State::Unknown;
+    }
+}
+
+void RowSet::forgetAll()
+{
+    m_pages.clear();
+}
+
+qint64 RowSet::append(Session& session, int table, qint64 key)
+{
+    if (m_added.width() == 1) {
+        m_added.append(key);
+        return size() - 1;
+    }
+    // Which rows of the other tables belong to it, only the join itself can tell.
+    KeyList fresh(m_added.width());
+    readKeys(session, fresh);
+    const qint64 row = fresh.rowOf(key, table);
+    if (row < 0) {
+        return -1;
+    }
+    for (int i = 0; i < m_added.width(); ++i) {
+        m_added.append(fresh.keyAt(row, i));
+    }
+    return size() - 1;
+}
+
+void RowSet::markDeleted(qint64 index)
+{
+    m_deleted.insert(std::lower_bound(m_deleted.begin(), m_deleted.end(), index), index);
+    forget(index);
+}
+
+void RowSet::noteOwnWrite(Session& session)
+{
+    const bool upToDate = m_epoch == session.epoch();
+    session.nextEpoch();
+    if (upToDate) {
+        m_epoch = session.epoch();
+    }
+}
+
+void RowSet::readKeys(Session& session, KeyList& keys) const
+{
+    const auto statement = session.connection().statements().take(m_statement->translation.keySql,
+                                                                  m_statement->seenAgain);
+    statement->bindAll(m_parameters);
+    while (statement->step()) {
+        for (int table = 0; table < keys.width(); ++table) {
+            keys.append(statement->isNull(table) ? kNoRow : statement->number(table));
+        }
+    }
+}
+
+void RowSet::readRows(Session& session)
+{
+    const auto statement = session.connection().statements().take(m_statement->translation.sql,
+                                                                  m_statement->seenAgain);
+    statement->bindAll(m_parameters);
+    while (statement->step()) {
+        readCells(*statement, 0, columns(), m_rows.emplace_back());
+    }
+}
+
+/// Fetches a whole page at the first look, later only what was forgotten of it.
+void RowSet::fetch(Session& session, qint64 index)
+{
+    const auto statement = session.connection().statements().take(m_statement->translation.rowSql);
+    if (Row* row = m_pages.find(index)) {
+        fetchInto(*statement, index, *row);
+        return;
+    }
+    const qint64 first = index - index % RowPages::kPageRows;
+    std::vector<Row>& rows = m_pages.add(first, std::min(RowPages::kPageRows, size() - first));
+    if (index >= m_keys->count()) {
+        // Added rows are looked at one by one, right after each was written.
+        fetchInto(*statement, index, rows[std::size_t(index - first)]);
+        return;
+    }
+    const ReadScope scope(session.connection());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        fetchInto(*statement, first + qint64(i), rows[i]);
+    }
+}
+
+void RowSet::fetchInto(Statement& statement, qint64 index, Row& row) const
+{
+    const std::vector<BaseTable>& tables = m_statement->translation.tables;
+    const int width = int(tables.size());
+    for (int table = 0; table < width; ++table) {
+        const qint64 key = keyAt(index, table);
+        statement.bind(table + 1, key == kNoRow ? Value() : Value(key));
+    }
+    bool present = statement.step();
+    for (int table = 0; present && table < width; ++table) {
+        present = tables[std::size_t(table)].optional || !statement.isNull(table);
+    }
+    if (present) {
+        readCells(statement, width, columns(), row);
+    } else {
+        row = {Row::State::Gone, {}};
+    }
+    statement.reset();
+}
+
+} // namespace melovane::sqlite

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "platform/sqlite/catalogue.h"
+#include "platform/sqlite/schema_change.h"
+#include "platform/sqlite/transactions.h"
+
+namespace melovane::sqlite {
+
+/// A statement ready to run as long as the catalogue stays as it was.
+struct Prepared
+{
+    QString text; ///< as the caller wrote it
+    Translation translation;
+    /// Side files that it names: schema and its version when it was translated.
+    std::vector<std::pair<QString, qint64>> sideFiles;
+    qint64 catalogueVersion = 0;
+    bool seenAgain = false; ///< asked for more than once, so worth keeping compiled
+};
+
+/// Everything behind one open database file: the connection, the catalogue, the transactions, and
+/// what was learned about statements. Outlives the Database that uses it when it is kept for the
+/// next one.
+class Session
+{
+public:
+    Session(const QString& path, const ConnectionOptions& options);
+
+    [[nodiscard]] Connection& connection() { return m_connection; }
+
+    [[nodiscard]] const Attachments& attachments() const { return m_attachments; }
+
+    [[nodiscard]] Transactions& transactions() { return m_transactions; }
+
+    /// The catalogue as it is now.
+    [[nodiscard]] Catalogue& catalogue();
+    [[nodiscard]] SchemaChange schemaChange();
+
+    [[nodiscard]] QDateTime now() const { return m_now(); }
+
+    /// \param allowParameters unknown names become parameters, as in a stored query
+    /// \throws DbError with the text as statement
+    [[nodiscard]] std::shared_ptr<const Prepared> translate(const QString& text,
+                                                            bool allowParameters);
+
+    /// Runs an action statement as one change. \return rows touched
+    int execute(const Prepared& statement, const std::vector<Value>& parameters);
+
+    /// Rows changed here or seen to be doubtful: rows fetched under another number are read anew.
+    [[nodiscard]] qint64 epoch() const { return m_epoch; }
+
+    void nextEpoch() { ++m_epoch; }
+
+    /// \see Database::DataVersion
+    [[nodiscard]] qint64 dataVersion();
+
+    /// Undoes what is open; for giving the session to the next user.
+    void settle() noexcept;
+
+private:
+    [[nodiscard]] bool isCurrent(const Prepared& statement);
+    std::shared_ptr<Prepared> makePrepared(const QString& text, bool allowParameters);
+
+    Connection m_connection;
+    Attachments m_attachments;
+    Catalogue m_catalogue;
+    Transactions m_transactions;
+    std::function<QDateTime()> m_now;
+    QHash<QString, std::shared_ptr<Prepared>> m_prepared;
+    qint64 m_epoch = 0;
+    qint64 m_mainVersion = -1;
+    qint64 m_sideVersion = 0;
+    qint64 m_foreignChanges = 0;
+};
+
+/// The session while a Database has it. Recordsets and queries hold it weakly, so that they notice
+/// that their database was closed.
+class SessionLease
+{
+public:
+    SessionLease(std::unique_ptr<Session> session,
+                 std::function<void(std::unique_ptr<Session>)> giveBack)
+        : m_session(std::move(session))
+        , m_giveBack(std::move(giveBack))
+    {}
+
+    ~SessionLease() { m_giveBack(std::move(m_session)); }
+
+    SessionLease(const SessionLease&) = delete;
+    SessionLease& operator=(const SessionLease&) = delete;
+
+    [[nodiscard]] Session& session() const { return *m_session; }
+
+private:
+    std::unique_ptr<Session> m_session;
+    std::function<void(std::unique_ptr<Session>)> m_giveBack;
+};
+
+/// The session of a lease. \throws DbError kObjectClosed when its database was closed
+[[nodiscard]] Session& openSession(const std::weak_ptr<SessionLease>& lease);
+
+} // namespace melovane::sqlite

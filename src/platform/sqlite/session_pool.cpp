@@ -1,0 +1,78 @@
+#include "platform/sqlite/session_pool.h"
+
+namespace melovane::sqlite {
+
+namespace {
+
+/// Operations inside operations need a second session of the same file, hardly a third.
+constexpr int kWaitingPerFile = 2;
+
+/// False when the file was replaced or removed since the session opened it.
+bool isUpToDate(Session& session)
+{
+    return fileId(session.connection().path()) == session.connection().id();
+}
+
+} // namespace
+
+std::shared_ptr<SessionLease> SessionPool::open(const QString& path)
+{
+    std::unique_ptr<Session> session = takeWaiting(path);
+    if (!session) {
+        session = std::make_unique<Session>(path, m_options);
+    }
+    auto lease = std::make_shared<SessionLease>(
+        std::move(session), [pool = weak_from_this()](std::unique_ptr<Session> returned) {
+            if (const auto alive = pool.lock()) {
+                alive->giveBack(std::move(returned));
+            }
+        });
+    std::erase_if(m_inUse, [](const auto& known) { return known.expired(); });
+    m_inUse.push_back(lease);
+    return lease;
+}
+
+std::unique_ptr<Session> SessionPool::takeWaiting(const QString& path)
+{
+    m_waiting.remove_if([](const auto& waiting) { return !isUpToDate(*waiting); });
+    for (auto waiting = m_waiting.begin(); waiting != m_waiting.end(); ++waiting) {
+        if ((*waiting)->connection().path() == path) {
+            std::unique_ptr<Session> session = std::move(*waiting);
+            m_waiting.erase(waiting);
+            return session;
+        }
+    }
+    return nullptr;
+}
+
+void SessionPool::giveBack(std::unique_ptr<Session> session)
+{
+    session->settle();
+    if (!isUpToDate(*session)) {
+        return;
+    }
+    const QString path = session->connection().path();
+    m_waiting.push_front(std::move(session));
+    int kept = 0;
+    m_waiting.remove_if([&](const auto& waiting) {
+        return waiting->connection().path() == path && ++kept > kWaitingPerFile;
+    });
+}
+
+void SessionPool::release(const QString& path)
+{
+    m_waiting.remove_if([&](const auto& waiting) {
+        return waiting->connection().path() == path || waiting->attachments().holds(path);
+    });
+}
+
+void SessionPool::refreshAll()
+{
+    for (const std::weak_ptr<SessionLease>& lease : m_inUse) {
+        if (const auto open = lease.lock()) {
+            open->session().nextEpoch();
+        }
+    }
+}
+
+} // namespace melovane::sqlite

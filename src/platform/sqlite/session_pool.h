@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/sqlite/session.h"
+
+#include <list>
+
+namespace melovane::sqlite {
+
+/// Sessions of an engine: those in use, and a few that wait for the next use of the same file,
+/// since operations open and close their database all the time.
+class SessionPool : public std::enable_shared_from_this<SessionPool>
+{
+public:
+    explicit SessionPool(ConnectionOptions options)
+        : m_options(std::move(options))
+    {}
+
+    /// A session of the file, waiting or new. \throws DbError as DBEngine::OpenDatabase
+    [[nodiscard]] std::shared_ptr<SessionLease> open(const QString& path);
+
+    /// Closes the waiting sessions that have the file open, as their own or as a side file.
+    void release(const QString& path);
+
+    /// Makes every session in use read anew what others may have changed.
+    void refreshAll();
+
+    [[nodiscard]] const ConnectionOptions& options() const { return m_options; }
+
+private:
+    void giveBack(std::unique_ptr<Session> session);
+    std::unique_ptr<Session> takeWaiting(const QString& path);
+
+    ConnectionOptions m_options;
+    std::list<std::unique_ptr<Session>> m_waiting; ///< given back last stands first
+    std::vector<std::weak_ptr<SessionLease>> m_inUse;
+};
+
+} // namespace melovane::sqlite

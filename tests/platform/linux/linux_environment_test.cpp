@@ -1,0 +1,173 @@
+#include "platform/linux/linux_environment.h"
+#include "platform/system/path_text.h"
+#include "support/temp_folder.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+/// Sets a variable for the life of this object.
+class Variable
+{
+public:
+    Variable(const char* name, const QByteArray& value)
+        : m_name(name)
+        , m_before(qgetenv(name))
+    {
+        qputenv(name, value);
+    }
+
+    ~Variable() { qputenv(m_name, m_before); }
+
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+private:
+    const char* m_name;
+    QByteArray m_before;
+};
+
+class Machine : public testing::Test
+{
+protected:
+    Machine()
+    {
+        places.machineFile = folder.file(u"etc/machine.conf"_s);
+        places.userFile = folder.file(u"config/Melovane/user.conf"_s);
+        places.runtimeBase = folder.file(u"run"_s);
+        places.temporaryBase = folder.file(u"tmp"_s);
+        LinuxFiles files;
+        EXPECT_TRUE(files.makeFolder(places.runtimeBase));
+        EXPECT_TRUE(files.makeFolder(places.temporaryBase));
+    }
+
+    [[nodiscard]] LinuxEnvironment start() const { return LinuxEnvironment(places); }
+
+    [[nodiscard]] static struct stat factsOf(const QString& path)
+    {
+        struct stat facts = {};
+        EXPECT_EQ(::lstat(path.toUtf8().constData(), &facts), 0);
+        return facts;
+    }
+
+    test::TempFolder folder;
+    EnvironmentPlaces places;
+};
+
+TEST_F(Machine, TheProgramIsTheRunningExecutable)
+{
+    const LinuxEnvironment environment = start();
+    EXPECT_EQ(environment.programName(), u"linux_test"_s);
+    EXPECT_TRUE(LinuxFiles().fileExists(
+        path::join(environment.programFolder(), environment.programName())));
+}
+
+TEST_F(Machine, ShellFoldersFollowTheDesktopsVariables)
+{
+    const Variable data("XDG_DATA_HOME", "/home/u/data/");
+    const LinuxEnvironment environment = start();
+    EXPECT_EQ(environment.specialFolder(26), u"/home/u/data"_s);
+    EXPECT_EQ(environment.specialFolder(35), u"/var/lib"_s);
+    EXPECT_EQ(environment.specialFolder(46), u"/var/lib"_s);
+    EXPECT_FALSE(environment.specialFolder(5).isEmpty());
+    EXPECT_EQ(environment.specialFolder(0), QString());
+    EXPECT_EQ(environment.specialFolder(-1), QString());
+}
+
+TEST_F(Machine, AVariableThatIsNoFullPathIsIgnored)
+{
+    const Variable home("HOME", "/home/u");
+    const Variable data("XDG_DATA_HOME", "relative");
+    EXPECT_EQ(start().specialFolder(26), u"/home/u/.local/share"_s);
+    const Variable empty("XDG_DATA_HOME", "");
+    EXPECT_EQ(start().specialFolder(26), u"/home/u/.local/share"_s);
+}
+
+TEST_F(Machine, ProgramFilesIsThePrefixOfAnInstalledCopy)
+{
+    places.programFolder = u"/opt/suite/lib/melovane"_s;
+    EXPECT_EQ(start().specialFolder(38), u"/opt/suite"_s);
+    places.programFolder = u"/media/stick/melovane"_s;
+    EXPECT_EQ(start().specialFolder(38), u"/usr"_s);
+    places.programFolder = u"/lib/melovane"_s;
+    EXPECT_EQ(start().specialFolder(38), u"/usr"_s);
+}
+
+TEST_F(Machine, MachineWideValuesAreLinesOfAFile)
+{
+    EXPECT_EQ(start().machineValue(u"AppPathConfig"_s), QString());
+    folder.write(places.machineFile, "; set by the administrator\nAppPathConfig = Local\n");
+    EXPECT_EQ(start().machineValue(u"apppathconfig"_s), u"Local"_s);
+    EXPECT_EQ(start().machineValue(u"other"_s), QString());
+}
+
+TEST_F(Machine, UserValuesAreKeptPerProgram)
+{
+    LinuxEnvironment environment = start();
+    EXPECT_EQ(environment.userValue(u"MelovaneDB"_s, u"SkinVersion"_s), QString());
+    environment.setUserValue(u"MelovaneDB"_s, u"SkinVersion"_s, u"3.8"_s);
+    environment.setUserValue(u"tagbench"_s, u"SkinVersion"_s, u"1.0"_s);
+    environment.setUserValue(u"MelovaneDB"_s, u"blank"_s, u" "_s);
+    const LinuxEnvironment later = start();
+    EXPECT_EQ(later.userValue(u"MelovaneDB"_s, u"SkinVersion"_s), u"3.8"_s);
+    EXPECT_EQ(later.userValue(u"tagbench"_s, u"SkinVersion"_s), u"1.0"_s);
+    EXPECT_EQ(later.userValue(u"MelovaneDB"_s, u"blank"_s), u" "_s);
+}
+
+TEST_F(Machine, AUserValueThatCannotBeWrittenStaysAsItWas)
+{
+    folder.write(u"config/Melovane"_s, "a file in the place of the folder");
+    LinuxEnvironment environment = start();
+    environment.setUserValue(u"MelovaneDB"_s, u"a"_s, u"b"_s);
+    EXPECT_EQ(environment.userValue(u"MelovaneDB"_s, u"a"_s), QString());
+}
+
+TEST_F(Machine, TheRuntimeFolderIsMadeForTheUserAlone)
+{
+    const QString made = start().runtimeFolder();
+    EXPECT_EQ(made, path::join(places.runtimeBase, u"melovane"));
+    EXPECT_EQ(factsOf(made).st_mode & 0777U, 0700U);
+    ASSERT_EQ(::chmod(made.toUtf8().constData(), 0755), 0);
+    EXPECT_EQ(start().runtimeFolder(), made);
+    EXPECT_EQ(factsOf(made).st_mode & 0777U, 0700U);
+}
+
+TEST_F(Machine, WithoutARuntimePlaceATemporaryFolderOfTheUserIsTaken)
+{
+    const QString fallback = path::join(places.temporaryBase, u"melovane-%1"_s.arg(::geteuid()));
+    places.runtimeBase = u""_s;
+    EXPECT_EQ(start().runtimeFolder(), fallback);
+    places.runtimeBase = u"/no/such/place"_s;
+    EXPECT_EQ(start().runtimeFolder(), fallback);
+    EXPECT_EQ(factsOf(fallback).st_mode & 0777U, 0700U);
+}
+
+TEST_F(Machine, AFolderOfSomebodyElseOrALinkIsRefused)
+{
+    const QString place = path::join(places.runtimeBase, u"melovane");
+    ASSERT_TRUE(LinuxFiles().makeFolder(folder.file(u"trap"_s)));
+    ASSERT_EQ(::symlink(folder.file(u"trap"_s).toUtf8().constData(), place.toUtf8().constData()),
+              0);
+    EXPECT_TRUE(start().runtimeFolder().startsWith(places.temporaryBase));
+    ASSERT_TRUE(LinuxFiles().remove(place));
+    ASSERT_TRUE(LinuxFiles().makeFolder(place));
+    if (::chown(place.toUtf8().constData(), 1234, 1234) != 0) {
+        GTEST_SKIP() << "only root can give folders away";
+    }
+    EXPECT_TRUE(start().runtimeFolder().startsWith(places.temporaryBase));
+    EXPECT_EQ(factsOf(place).st_uid, 1234U);
+}
+
+TEST_F(Machine, WhenNoPlaceWillDoTheRuntimeFolderIsEmpty)
+{
+    places.runtimeBase = u""_s;
+    places.temporaryBase = u"/no/such/place"_s;
+    EXPECT_EQ(start().runtimeFolder(), QString());
+}
+
+} // namespace
+} // namespace melovane

@@ -1,0 +1,403 @@
+#include "platform/linux/linux_files.h"
+#include "platform/linux/system_names.h"
+#include "support/temp_folder.h"
+
+#include <QElapsedTimer>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+class RealFiles : public testing::Test
+{
+protected:
+    [[nodiscard]] QString path(const QString& name) const { return folder.file(name); }
+
+    [[nodiscard]] QByteArray system(const QString& name) const { return path(name).toUtf8(); }
+
+    [[nodiscard]] mode_t modeOf(const QString& name) const
+    {
+        struct stat facts = {};
+        EXPECT_EQ(::stat(system(name).constData(), &facts), 0);
+        return facts.st_mode & 07777U;
+    }
+
+    [[nodiscard]] QStringList everything() const { return files.names(folder.path()); }
+
+    test::TempFolder folder;
+    LinuxFiles files;
+};
+
+// ---- questions
+
+TEST_F(RealFiles, FilesAndFoldersAreToldApartAlsoBehindLinks)
+{
+    folder.write(u"a/x.mp3"_s, "x");
+    ASSERT_EQ(::symlink(system(u"a"_s).constData(), system(u"folder.link"_s).constData()), 0);
+    ASSERT_EQ(::symlink("a/x.mp3", system(u"file.link"_s).constData()), 0);
+    ASSERT_EQ(::symlink("nowhere", system(u"dead.link"_s).constData()), 0);
+    EXPECT_TRUE(files.fileExists(path(u"a/x.mp3"_s)));
+    EXPECT_TRUE(files.fileExists(path(u"file.link"_s)));
+    EXPECT_TRUE(files.folderExists(path(u"folder.link"_s)));
+    EXPECT_TRUE(files.folderExists(path(u"a/"_s)));
+    EXPECT_FALSE(files.fileExists(path(u"a"_s)));
+    EXPECT_FALSE(files.folderExists(path(u"a/x.mp3"_s)));
+    EXPECT_FALSE(files.fileExists(path(u"dead.link"_s)));
+    EXPECT_FALSE(files.fileExists(QString()));
+    EXPECT_FALSE(files.facts(u"/no/such/thing"_s));
+}
+
+TEST_F(RealFiles, PathsMayCarryEitherSeparator)
+{
+    folder.write(u"a/b/x.mp3"_s, "content");
+    EXPECT_TRUE(files.fileExists(folder.path() + u"\\a\\b\\x.mp3"_s));
+    EXPECT_EQ(files.read(folder.path() + u"/a\\b/x.mp3"_s, 100), "content");
+}
+
+TEST_F(RealFiles, FactsGiveSizeTimeAndIdentity)
+{
+    folder.write(u"a"_s, "12345");
+    ASSERT_EQ(::link(system(u"a"_s).constData(), system(u"b"_s).constData()), 0);
+    const QDateTime date(QDate(1995, 5, 6), QTime(7, 8, 9, 123));
+    EXPECT_TRUE(files.setModified(path(u"a"_s), date));
+    const auto a = files.facts(path(u"a"_s));
+    const auto b = files.facts(path(u"b"_s));
+    EXPECT_EQ(a->size, 5);
+    EXPECT_EQ(a->modified, date);
+    EXPECT_FALSE(a->isFolder);
+    EXPECT_EQ(a->inode, b->inode);
+    EXPECT_EQ(a->device, b->device);
+    EXPECT_TRUE(files.facts(folder.path())->isFolder);
+}
+
+TEST_F(RealFiles, ADateBefore1970IsKept)
+{
+    folder.write(u"a"_s, "");
+    const QDateTime date(QDate(1965, 5, 6), QTime(7, 8, 9, 123));
+    EXPECT_TRUE(files.setModified(path(u"a"_s), date));
+    EXPECT_EQ(files.facts(path(u"a"_s))->modified, date);
+    EXPECT_FALSE(files.setModified(path(u"a"_s), QDateTime()));
+    EXPECT_FALSE(files.setModified(path(u"missing"_s), date));
+}
+
+TEST_F(RealFiles, NamesAreSortedByBytes)
+{
+    for (const QString& name : {u"b"_s, u"B"_s, u"a"_s, u"ä"_s, u".x"_s}) {
+        folder.write(name, "");
+    }
+    EXPECT_EQ(everything(), (QStringList{u".x"_s, u"B"_s, u"a"_s, u"b"_s, u"ä"_s}));
+    EXPECT_EQ(files.names(path(u"missing"_s)), QStringList());
+    EXPECT_EQ(files.names(path(u"b"_s)), QStringList());
+}
+
+TEST_F(RealFiles, ANameThatIsNotUtf8IsListedInAFormThatOpens)
+{
+    const QByteArray name = folder.path().toUtf8() + "/Sch\xF6n\xFF.mp3";
+    const int made = ::open(name.constData(), O_CREAT | O_WRONLY, 0644);
+    ASSERT_GE(made, 0);
+    ::close(made);
+    ASSERT_EQ(everything().size(), 1);
+    const QString listed = path(everything().front());
+    EXPECT_TRUE(files.fileExists(listed));
+    files.writeWhole(listed, "new");
+    EXPECT_EQ(files.read(listed, 100), "new");
+    EXPECT_EQ(everything().size(), 1);
+    EXPECT_EQ(files.resolve(listed), listed);
+    EXPECT_TRUE(files.remove(listed));
+    EXPECT_TRUE(everything().isEmpty());
+}
+
+// ---- second look-up
+
+TEST_F(RealFiles, AnExactPathResolvesToItself)
+{
+    folder.write(u"Music/x.mp3"_s, "");
+    EXPECT_EQ(files.resolve(path(u"Music/x.mp3"_s)), path(u"Music/x.mp3"_s));
+    EXPECT_EQ(files.resolve(folder.path() + u"\\Music\\x.mp3"_s), path(u"Music/x.mp3"_s));
+    EXPECT_EQ(files.resolve(u"/"_s), u"/"_s);
+}
+
+TEST_F(RealFiles, LetterCaseAndUnicodeFormAreFoundFolderByFolder)
+{
+    // Written with the letter and its mark apart, as some systems store names.
+    folder.write(u"Mu\u0308sik/BJO\u0308RK - Jo\u0301ga.MP3"_s, "");
+    EXPECT_EQ(files.resolve(path(u"MÜSIK/Björk - Jóga.mp3"_s)),
+              path(u"Mu\u0308sik/BJO\u0308RK - Jo\u0301ga.MP3"_s));
+    EXPECT_EQ(files.resolve(folder.path() + u"\\müsik"_s), path(u"Mu\u0308sik"_s));
+}
+
+TEST_F(RealFiles, ASpellingThatLeadsToTheEndWinsOverOneThatDoesNot)
+{
+    folder.write(u"music/other.mp3"_s, "");
+    folder.write(u"MUSIC/x.mp3"_s, "");
+    EXPECT_EQ(files.resolve(path(u"music/X.mp3"_s)), path(u"MUSIC/x.mp3"_s));
+    EXPECT_EQ(files.resolve(path(u"Music/OTHER.mp3"_s)), path(u"music/other.mp3"_s));
+}
+
+TEST_F(RealFiles, WhatIsNotThereResolvesToNothing)
+{
+    folder.write(u"Music/x.mp3"_s, "");
+    EXPECT_EQ(files.resolve(path(u"music/y.mp3"_s)), QString());
+    EXPECT_EQ(files.resolve(path(u"music/x.mp3/z"_s)), QString());
+    EXPECT_EQ(files.resolve(u"C:\\Music\\x.mp3"_s), QString());
+    EXPECT_EQ(files.resolve(QString()), QString());
+    EXPECT_EQ(files.resolve(u"a"_s + QChar(u'\0')), QString());
+}
+
+TEST_F(RealFiles, ALookUpSeesAFileMadeJustAfterAnEarlierOne)
+{
+    folder.write(u"Music/x.mp3"_s, "");
+    EXPECT_EQ(files.resolve(path(u"music/new.mp3"_s)), QString());
+    folder.write(u"Music/NEW.mp3"_s, "");
+    EXPECT_EQ(files.resolve(path(u"music/new.mp3"_s)), path(u"Music/NEW.mp3"_s));
+    ASSERT_TRUE(files.remove(path(u"Music/NEW.mp3"_s)));
+    EXPECT_EQ(files.resolve(path(u"music/new.mp3"_s)), QString());
+}
+
+TEST_F(RealFiles, ALookUpInAnUnchangedOldFolderSeesALaterChange)
+{
+    folder.write(u"Music/x.mp3"_s, "");
+    const QDateTime old = QDateTime::currentDateTime().addDays(-1);
+    ASSERT_TRUE(files.setModified(path(u"Music"_s), old));
+    EXPECT_EQ(files.resolve(path(u"Music/X.mp3"_s)), path(u"Music/x.mp3"_s));
+    folder.write(u"Music/NEW.mp3"_s, "");
+    EXPECT_EQ(files.resolve(path(u"Music/new.mp3"_s)), path(u"Music/NEW.mp3"_s));
+}
+
+TEST_F(RealFiles, ThousandsOfLookUpsInOneFolderReadItOnce)
+{
+    for (int i = 0; i < 2000; ++i) {
+        folder.write(u"Music/Track %1.MP3"_s.arg(i), "");
+    }
+    ASSERT_TRUE(files.setModified(path(u"Music"_s), QDateTime::currentDateTime().addDays(-1)));
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 0; i < 2000; ++i) {
+        EXPECT_FALSE(files.resolve(path(u"music/track %1.mp3"_s.arg(i))).isEmpty());
+    }
+    // Reading it each time takes tens of seconds.
+    EXPECT_LT(timer.elapsed(), 4000);
+}
+
+// ---- reading
+
+TEST_F(RealFiles, AFileThatIsTooLargeAFolderOrMissingIsAnError)
+{
+    folder.write(u"a"_s, "12345");
+    EXPECT_EQ(files.read(path(u"a"_s), 5), "12345");
+    EXPECT_THROW(files.read(path(u"a"_s), 4), IoError);
+    EXPECT_THROW(files.read(folder.path(), 100), IoError);
+    EXPECT_THROW(files.read(path(u"missing"_s), 100), IoError);
+    EXPECT_THROW(files.read(QString(), 100), IoError);
+}
+
+TEST_F(RealFiles, APipeOrDeviceIsAnErrorAndNeverAWait)
+{
+    ASSERT_EQ(::mkfifo(system(u"pipe"_s).constData(), 0600), 0);
+    EXPECT_THROW(files.read(path(u"pipe"_s), 100), IoError);
+    EXPECT_THROW(files.read(u"/dev/zero"_s, 100), IoError);
+    EXPECT_THROW(files.append(path(u"pipe"_s), "x"), IoError);
+    EXPECT_THROW(files.writeWhole(path(u"pipe"_s), "x"), IoError);
+}
+
+TEST_F(RealFiles, AFileOfTheKernelWithoutASizeIsReadWhole)
+{
+    EXPECT_FALSE(files.read(u"/proc/self/status"_s, 100000).isEmpty());
+}
+
+TEST_F(RealFiles, AnErrorNamesThePathAndTheReason)
+{
+    try {
+        static_cast<void>(files.read(path(u"missing"_s), 100));
+        FAIL();
+    } catch (const IoError& error) {
+        EXPECT_EQ(error.path(), path(u"missing"_s));
+        EXPECT_FALSE(error.reason().isEmpty());
+    }
+}
+
+// ---- writing
+
+TEST_F(RealFiles, AFileIsReplacedAsAWholeAndKeepsItsMode)
+{
+    folder.write(u"a"_s, "a long old content");
+    ASSERT_EQ(::chmod(system(u"a"_s).constData(), 0640), 0);
+    files.writeWhole(path(u"a"_s), "new");
+    EXPECT_EQ(folder.read(u"a"_s), "new");
+    EXPECT_EQ(modeOf(u"a"_s), 0640U);
+    EXPECT_EQ(everything(), QStringList{u"a"_s});
+}
+
+TEST_F(RealFiles, ANewFileGetsTheUsersUsualMode)
+{
+    const mode_t old = ::umask(027);
+    files.writeWhole(path(u"a"_s), "new");
+    ::umask(old);
+    EXPECT_EQ(modeOf(u"a"_s), 0640U);
+}
+
+TEST_F(RealFiles, TheOwnerIsKeptWhenWeMayGiveFilesAway)
+{
+    folder.write(u"a"_s, "old");
+    if (::chown(system(u"a"_s).constData(), 1234, 1235) != 0) {
+        GTEST_SKIP() << "only root can give files away";
+    }
+    files.writeWhole(path(u"a"_s), "new");
+    struct stat facts = {};
+    ASSERT_EQ(::stat(system(u"a"_s).constData(), &facts), 0);
+    EXPECT_EQ(facts.st_uid, 1234U);
+    EXPECT_EQ(facts.st_gid, 1235U);
+}
+
+TEST_F(RealFiles, ALinkIsFollowedAndStaysALink)
+{
+    folder.write(u"real/a"_s, "old");
+    ASSERT_EQ(::symlink("real/a", system(u"link"_s).constData()), 0);
+    ASSERT_EQ(::symlink("real/b", system(u"to.new"_s).constData()), 0);
+    files.writeWhole(path(u"link"_s), "new");
+    files.writeWhole(path(u"to.new"_s), "made");
+    EXPECT_EQ(folder.read(u"real/a"_s), "new");
+    EXPECT_EQ(folder.read(u"real/b"_s), "made");
+    struct stat facts = {};
+    ASSERT_EQ(::lstat(system(u"link"_s).constData(), &facts), 0);
+    EXPECT_TRUE(S_ISLNK(facts.st_mode));
+}
+
+TEST_F(RealFiles, AnEndlessChainOfLinksIsAnError)
+{
+    ASSERT_EQ(::symlink("b", system(u"a"_s).constData()), 0);
+    ASSERT_EQ(::symlink("a", system(u"b"_s).constData()), 0);
+    EXPECT_THROW(files.writeWhole(path(u"a"_s), "x"), IoError);
+}
+
+TEST_F(RealFiles, AFileThatNobodyMayWriteIsLeftAlone)
+{
+    folder.write(u"a"_s, "old");
+    folder.write(u"b"_s, "source");
+    ASSERT_EQ(::chmod(system(u"a"_s).constData(), 0444), 0);
+    EXPECT_THROW(files.writeWhole(path(u"a"_s), "new"), IoError);
+    EXPECT_THROW(files.append(path(u"a"_s), "new"), IoError);
+    EXPECT_THROW(files.copy(path(u"b"_s), path(u"a"_s)), IoError);
+    EXPECT_EQ(folder.read(u"a"_s), "old");
+    EXPECT_TRUE(files.makeWritable(path(u"a"_s)));
+    files.writeWhole(path(u"a"_s), "new");
+    EXPECT_EQ(folder.read(u"a"_s), "new");
+}
+
+TEST_F(RealFiles, AFolderInThePlaceOfTheFileIsAnError)
+{
+    ASSERT_TRUE(files.makeFolder(path(u"a"_s)));
+    EXPECT_THROW(files.writeWhole(path(u"a"_s), "x"), IoError);
+    EXPECT_THROW(files.append(path(u"a"_s), "x"), IoError);
+    EXPECT_THROW(files.writeWhole(path(u"missing/a"_s), "x"), IoError);
+    EXPECT_EQ(everything(), QStringList{u"a"_s});
+}
+
+/// Files cannot grow beyond a size while this lives, as on a full disk.
+class SmallDisk
+{
+public:
+    explicit SmallDisk(rlim_t bytes)
+    {
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit = {bytes, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+
+    ~SmallDisk()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        static_cast<void>(std::signal(SIGXFSZ, m_handler));
+    }
+
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+
+private:
+    rlimit m_before = {};
+    void (*m_handler)(int) = nullptr;
+};
+
+TEST_F(RealFiles, AFailureInTheMiddleLeavesTheTargetUntouchedAndNothingBehind)
+{
+    folder.write(u"a"_s, "old");
+    folder.write(u"large"_s, QByteArray(3 * 1024 * 1024, 'x'));
+    {
+        const SmallDisk disk(1000);
+        EXPECT_THROW(files.writeWhole(path(u"a"_s), QByteArray(5000, 'n')), IoError);
+        EXPECT_THROW(files.copy(path(u"large"_s), path(u"a"_s)), IoError);
+        EXPECT_THROW(files.writeWhole(path(u"new"_s), QByteArray(5000, 'n')), IoError);
+    }
+    EXPECT_EQ(folder.read(u"a"_s), "old");
+    EXPECT_EQ(everything(), (QStringList{u"a"_s, u"large"_s}));
+}
+
+TEST_F(RealFiles, AppendMakesTheFileAndGoesOnBehindIt)
+{
+    files.append(path(u"log"_s), "one\n");
+    files.append(path(u"log"_s), "two\n");
+    EXPECT_EQ(folder.read(u"log"_s), "one\ntwo\n");
+    EXPECT_THROW(files.append(path(u"missing/log"_s), "x"), IoError);
+}
+
+TEST_F(RealFiles, ACopyBringsModeAndTime)
+{
+    const QByteArray content(3 * 1024 * 1024 + 7, 'x');
+    folder.write(u"a"_s, content);
+    ASSERT_EQ(::chmod(system(u"a"_s).constData(), 0600), 0);
+    const QDateTime date(QDate(2001, 2, 3), QTime(4, 5, 6));
+    ASSERT_TRUE(files.setModified(path(u"a"_s), date));
+    folder.write(u"b"_s, "older");
+    files.copy(path(u"a"_s), path(u"b"_s));
+    EXPECT_EQ(folder.read(u"b"_s), content);
+    EXPECT_EQ(modeOf(u"b"_s), 0600U);
+    EXPECT_EQ(files.facts(path(u"b"_s))->modified, date);
+    EXPECT_EQ(everything().size(), 2);
+}
+
+TEST_F(RealFiles, ACopyOntoItselfChangesNothing)
+{
+    folder.write(u"a"_s, "x");
+    const auto before = files.facts(path(u"a"_s));
+    files.copy(path(u"a"_s), path(u"a"_s));
+    EXPECT_EQ(files.facts(path(u"a"_s))->inode, before->inode);
+    EXPECT_THROW(files.copy(path(u"missing"_s), path(u"a"_s)), IoError);
+    EXPECT_EQ(folder.read(u"a"_s), "x");
+}
+
+TEST_F(RealFiles, FoldersAreMadeOneOrAll)
+{
+    EXPECT_FALSE(files.makeFolder(path(u"a/b"_s)));
+    EXPECT_TRUE(files.makeFolders(folder.path() + u"\\a\\b\\c\\"_s));
+    EXPECT_TRUE(files.folderExists(path(u"a/b/c"_s)));
+    EXPECT_TRUE(files.makeFolders(path(u"a/b/c"_s)));
+    EXPECT_TRUE(files.makeFolder(path(u"a"_s)));
+    folder.write(u"file"_s, "");
+    EXPECT_FALSE(files.makeFolder(path(u"file"_s)));
+    EXPECT_FALSE(files.makeFolders(path(u"file/x"_s)));
+    EXPECT_FALSE(files.makeFolders(QString()));
+}
+
+TEST_F(RealFiles, RemoveTakesFilesAndLinksNeverFolders)
+{
+    folder.write(u"real"_s, "x");
+    ASSERT_TRUE(files.makeFolder(path(u"folder"_s)));
+    ASSERT_EQ(::symlink("real", system(u"link"_s).constData()), 0);
+    EXPECT_TRUE(files.remove(path(u"link"_s)));
+    EXPECT_TRUE(files.fileExists(path(u"real"_s)));
+    EXPECT_FALSE(files.remove(path(u"folder"_s)));
+    EXPECT_TRUE(files.remove(path(u"real"_s)));
+    EXPECT_FALSE(files.remove(path(u"real"_s)));
+}
+
+} // namespace
+} // namespace melovane
