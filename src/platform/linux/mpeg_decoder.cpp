@@ -1,7 +1,6 @@
 #include "platform/linux/mpeg_decoder.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include "platform/linux/system_names.h"
 
 #include <mpg123.h>
 
@@ -29,7 +28,7 @@ AudioReading noAudio()
 
 } // namespace
 
-AudioReading decodeLength(const QString& path)
+AudioReading decodeLength(const QString& path, qint64 bytes)
 {
     const std::unique_ptr<mpg123_handle, Closer> handle(mpg123_new(nullptr, nullptr));
     if (!handle) {
@@ -41,7 +40,7 @@ AudioReading decodeLength(const QString& path)
     long rate = 0;
     int channels = 0;
     int encoding = 0;
-    if (mpg123_open(handle.get(), QFile::encodeName(path).constData()) != MPG123_OK ||
+    if (mpg123_open(handle.get(), linuxnames::systemPath(path).constData()) != MPG123_OK ||
         mpg123_getformat(handle.get(), &rate, &channels, &encoding) != MPG123_OK ||
         mpg123_scan(handle.get()) != MPG123_OK) {
         return noAudio();
@@ -56,8 +55,8 @@ AudioReading decodeLength(const QString& path)
         std::min(milliseconds + 0.5, static_cast<double>(std::numeric_limits<int>::max())));
     reading.facts.sampleRate = static_cast<int>(rate);
     reading.facts.channels = channels;
-    // Bits per millisecond are KBit/s; the tags in the file weigh nothing against the sound.
-    const auto bits = static_cast<double>(QFileInfo(path).size()) * 8;
+    // Bits per millisecond are KBit/s.
+    const auto bits = static_cast<double>(bytes) * 8;
     reading.facts.bitRate = std::max(1, static_cast<int>(bits / milliseconds + 0.5));
     return reading;
 }

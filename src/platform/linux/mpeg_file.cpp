@@ -1,6 +1,6 @@
 #include "platform/linux/mpeg_file.h"
 
-#include <QFile>
+#include "platform/linux/system_names.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -27,7 +27,8 @@ QString systemReason(int number)
 MpegFile::MpegFile(const QString& path)
 {
     // A pipe named like a song would block without O_NONBLOCK.
-    m_descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    m_descriptor =
+        ::open(linuxnames::systemPath(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (m_descriptor < 0) {
         m_reason = systemReason(errno);
         return;

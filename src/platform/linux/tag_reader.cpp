@@ -34,9 +34,10 @@ MediaReading LinuxTagReader::read(const QString& path) const
         return refused(MediaFault::TagSize,
                        QStringLiteral("ein Tag gibt sich größer als die Datei"));
     }
-    AudioReading audio = readAudio(file, leading.end, audioEnd(file, leading.end));
+    const qint64 end = audioEnd(file, leading.end);
+    AudioReading audio = readAudio(file, leading.end, end);
     if (audio.needsDecoder) {
-        audio = decodeLength(path);
+        audio = decodeLength(path, end - leading.end);
     }
     if (audio.fault != MediaFault::None) {
         return refused(audio.fault, audio.detail);
