@@ -8,7 +8,21 @@
 
 namespace melovane::test {
 
+namespace {
+
+/// Where folders of tests lie: in memory when the system has such a place, since tests write far
+/// more often than a disk likes to be synced.
+QString templateName()
+{
+    const QFileInfo memory(QStringLiteral("/dev/shm"));
+    const QString room = memory.isWritable() ? memory.filePath() : QDir::tempPath();
+    return room + QStringLiteral("/mlv-XXXXXX");
+}
+
+} // namespace
+
 TempFolder::TempFolder()
+    : m_folder(templateName())
 {
     EXPECT_TRUE(m_folder.isValid());
 }

@@ -1,0 +1,1 @@
+SELECT Name, Genre_ID FROM genre ORDER BY Name

@@ -1,0 +1,1 @@
+SELECT pnid, Sum(DLen) AS sdlen FROM VPL_FILES GROUP BY pnid

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "store/error_sink.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace melovane {
+
+class Clock;
+class DBEngine;
+class Files;
+
+/// Which database is to be checked, and by whom.
+struct DatabasePlace
+{
+    QString dbName;      ///< full path of melovane.mdb
+    QString dataFolder;  ///< folder of the side files and backups, no separator at its end
+    QString programName; ///< executable without extension; only "MelovaneDB" upgrades
+};
+
+/// Proves that a database can be used, brings it to the level of this release, and keeps the two
+/// side files made and linked.
+///
+/// Made for one place and used at once; when the database changes, another one is made.
+class CheckDatabase
+{
+public:
+    /// \param sink learns of every ignored failure, under the name of the step
+    CheckDatabase(DBEngine& engine,
+                  Files& files,
+                  const Clock& clock,
+                  DatabasePlace place,
+                  ErrorSink sink);
+
+    /// Opens the database and each of its plain tables, in catalogue order, up to the first error.
+    /// Returns the description of that error, or an empty text; then the upgrade check has run.
+    /// A file that is no database of the suite is left as it is, byte for byte.
+    [[nodiscard]] QString openTest();
+
+    /// Brings the database to the level of this release. Does nothing in other programs than the
+    /// console, at an equal level, and in a database without the table `db_version`.
+    ///
+    /// Each step below whose number the stored level lies makes its change after a backup; failed
+    /// steps are skipped. A higher level, of a later release, is set back to the one of this
+    /// release. Never fails.
+    void upgradeCheck();
+
+    /// Makes `melovane.temp.mdb` anew, empty, when its links are missing, lead elsewhere or lead to
+    /// a file that is gone or no database. Its rows are never kept. Never fails: a database that
+    /// cannot be opened is left alone.
+    void checkTempTables();
+
+    /// The same for `melovane.tree.mdb`. -1 when it was made anew, so that its trees have to be
+    /// filled, else 0.
+    [[nodiscard]] int checkTreeTables();
+
+    /// Copies the database, as it is now, to "Melovane.Backup.(<upgrade>).<time>.mdb" in the data
+    /// folder. \throws DbError
+    void backup(int upgrade) const;
+
+private:
+    /// A table of a side file, and the table of the main database that it is made after.
+    struct SideTable
+    {
+        QString templateName;
+        QString name;
+    };
+
+    [[nodiscard]] QString firstTableError() const;
+    [[nodiscard]] bool hasVersions() const;
+    [[nodiscard]] int storedLevel() const;
+    void writeLevel(int level) const;
+    void upgrade343() const;
+    void upgrade3464() const;
+    [[nodiscard]] bool mustRebuild(const QString& testLink, const QString& sideFile) const;
+    bool
+    checkSideFile(const QString& testLink, const QString& fileName, const std::vector<SideTable>&);
+
+    DBEngine& m_engine;
+    Files& m_files;
+    const Clock& m_clock;
+    DatabasePlace m_place;
+    ErrorSink m_sink;
+};
+
+} // namespace melovane
