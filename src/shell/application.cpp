@@ -5,6 +5,7 @@
 #include "platform/linux/linux_file_lock.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/system/path_text.h"
+#include "store/check_database.h"
 
 #include <QApplication>
 
@@ -12,31 +13,13 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-/// Opens every plain table of a database; the text of the first error, or nothing.
-QString firstErrorOf(DBEngine& engine, const QString& databaseName)
-{
-    try {
-        const auto database = engine.OpenDatabase(databaseName);
-        for (const TableDef& table : database->tableDefs().All()) {
-            if (!table.isLink()) {
-                database->OpenRecordset(table.Name)->Close();
-            }
-        }
-        return {};
-    } catch (const DbError& error) {
-        return error.text();
-    }
-}
-
-} // namespace
-
-Application::Application(QApplication& application)
-    : m_profile(m_files)
+Application::Application(QApplication& application, EnvironmentPlaces places)
+    : m_environment(std::move(places))
+    , m_profile(m_files)
     , m_paths(m_environment, m_files)
     , m_engine(sqlite::makeEngine(m_clock))
     , m_settings(m_paths, m_profile, m_files, *m_engine)
+    , m_log(m_paths, m_files, m_clock)
     , m_skin(application)
     , m_icons(m_skin)
     , m_window(m_skin, m_icons)
@@ -62,20 +45,46 @@ bool Application::anotherCopyRuns()
 StartSteps Application::steps()
 {
     return {
-        [this] { return firstErrorOf(*m_engine, m_settings.DbName()); },
-        [this] { m_settings.Refresh(); },
+        [this] { return databaseCheck().openTest(); },
+        [this] { loadConfig(); },
         [this] { return anotherCopyRuns(); },
         [this] { return m_files.fileExists(m_settings.DbName()); },
         [this] { return m_settings.CheckDBVersion() == 0; },
     };
 }
 
+void Application::loadConfig()
+{
+    m_log.SetClassName(m_paths.programName());
+    m_log.SetAreaName(u"LoadConfig"_s);
+    m_settings.Refresh();
+    m_log.DebugOut(u"Database "_s + m_settings.DbName());
+}
+
+CheckDatabase Application::databaseCheck()
+{
+    const DatabasePlace place{m_settings.DbName(), m_paths.GetConfigPath(), m_paths.programName()};
+    return {*m_engine, m_files, m_clock, place, [this](const QString& where, const QString& what) {
+                m_log.DebugOut(where + u": "_s + what);
+            }};
+}
+
+void Application::activateFirst()
+{
+    CheckDatabase check = databaseCheck();
+    check.checkTempTables();
+    if (check.checkTreeTables() == -1) {
+        m_mlvdb.mnuRefreshTree();
+    }
+    m_mlvdb.startJobs();
+    m_mlvdb.activateFirst(m_library.librarySize());
+}
+
 void Application::connectViews()
 {
     m_window.attach(m_mlvdb);
     m_window.library().attach(m_library);
-    QObject::connect(&m_window, &MlvdbWindow::firstShown, &m_library,
-                     [this] { m_mlvdb.activateFirst(m_library.librarySize()); });
+    QObject::connect(&m_window, &MlvdbWindow::firstShown, &m_library, [this] { activateFirst(); });
     QObject::connect(&m_window, &MlvdbWindow::closing, &m_library, [this] {
         m_mlvdb.unload();
         m_library.end();

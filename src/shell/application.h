@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/global_settings.h"
+#include "config/log4mlv.h"
 #include "library/mp3db.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
@@ -20,11 +21,14 @@
 
 namespace melovane {
 
+class CheckDatabase;
+
 /// The composition root: makes every long-lived object of the console once, bottom to top.
 class Application
 {
 public:
-    explicit Application(QApplication& application);
+    /// \param places where the installation lies; the machine's own unless a test says otherwise
+    explicit Application(QApplication& application, EnvironmentPlaces places = {});
     ~Application();
 
     /// Starts the console and lives until its window is closed. The exit code of the process: 0,
@@ -34,7 +38,10 @@ public:
 private:
     [[nodiscard]] StartSteps steps();
     [[nodiscard]] bool anotherCopyRuns();
+    void loadConfig();
+    [[nodiscard]] CheckDatabase databaseCheck();
     void connectViews();
+    void activateFirst();
 
     SystemClock m_clock;
     LinuxFiles m_files;
@@ -44,6 +51,7 @@ private:
     Mod_API m_paths;
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
+    Log4Mlv m_log;
     QtMessageLoop m_loop;
     MessageBoxDialog m_dialog;
     Skin m_skin;

@@ -169,11 +169,25 @@ void MLVDB::unload()
 
 void MLVDB::mnuImpMP3(int index)
 {
-    const QString command = path::join(m_paths.programFolder(), u"mediaintake.exe"_s);
-    const QString argument = index == 2 ? u"2"_s : u"1"_s;
-    if (!m_processes.start(command + u' ' + argument, Processes::WindowStyle::Normal)) {
+    const QString command = index == 2 ? u"mediaintake.exe 2"_s : u"mediaintake.exe 1"_s;
+    if (!startSibling(command, Processes::WindowStyle::Normal)) {
         showStatusText(u"Der Importer (mediaintake) lässt sich nicht starten."_s);
     }
+}
+
+void MLVDB::mnuRefreshTree()
+{
+    startSibling(u"Task.RebuildTree.exe 1"_s, Processes::WindowStyle::Minimised);
+}
+
+void MLVDB::startJobs()
+{
+    startSibling(u"MelovaneJob.exe"_s, Processes::WindowStyle::Hidden);
+}
+
+bool MLVDB::startSibling(const QString& command, Processes::WindowStyle style)
+{
+    return m_processes.start(path::join(m_paths.programFolder(), command), style);
 }
 
 void MLVDB::mnuExit()

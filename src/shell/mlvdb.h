@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/system/files.h"
 #include "shell/status_text.h"
 
 #include <QString>
@@ -9,11 +10,9 @@
 
 namespace melovane {
 
-class Files;
 class GlobalSettings;
 class MessageLoop;
 class Mod_API;
-class Processes;
 class SkinControl;
 class SplitControl;
 class StatusLine;
@@ -57,11 +56,16 @@ public:
     /// and the importer opens.
     void activateFirst(qint64 tracks);
 
+    /// Starts the jobs sibling when the program folder holds it.
+    void startJobs();
+
     /// Before the window closes: keeps its place and its splits.
     void unload();
 
     /// Menu "MP3s importieren": 0 looks for new files, 2 reads changed files again.
     void mnuImpMP3(int index);
+    /// Has the trees rebuilt by the suite's job program; nothing happens without it.
+    void mnuRefreshTree();
     void mnuExit();
 
     /// The text of the information window.
@@ -76,6 +80,8 @@ public:
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
 private:
+    /// \param command program and arguments, without the program folder
+    bool startSibling(const QString& command, Processes::WindowStyle style);
     [[nodiscard]] QString skinFile(const QString& fileName) const;
     [[nodiscard]] QString skinText(const QString& fileName) const;
     void restorePlace();

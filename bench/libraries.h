@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+
+namespace melovane::bench {
+
+/// Seed of every library that is measured.
+inline constexpr std::uint64_t kSeed = 20260314;
+
+/// A database with that many generated tracks; made on first use in the folder "libraries" beside
+/// the running program and kept for the next run.
+[[nodiscard]] QString libraryFile(int size);
+
+} // namespace melovane::bench

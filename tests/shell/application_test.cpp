@@ -1,0 +1,147 @@
+#include "platform/linux/linux_file_lock.h"
+#include "shell/application.h"
+#include "support/suite_fixture.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTableView>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+/// The whole console, put together by its own composition root, over an installation of its own.
+class ApplicationTest : public test::SuiteFixture
+{
+protected:
+    /// Runs the console until its start ends or its window was closed. Each warning is answered as
+    /// a user would and kept; in the open window `inWindow` runs once.
+    int run(const std::function<void(QMainWindow&)>& inWindow = {})
+    {
+        suite.engine->Release(suite.dbName());
+        Application console(*qApp, suite.folders.places());
+        QTimer watcher;
+        QObject::connect(&watcher, &QTimer::timeout, qApp, [&] { look(inWindow); });
+        watcher.start(10ms);
+        const int code = console.run();
+        watcher.stop();
+        return code;
+    }
+
+    void look(const std::function<void(QMainWindow&)>& inWindow)
+    {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            warnings.append(box->windowTitle() + u": "_s + box->text());
+            box->accept();
+            return;
+        }
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            auto* window = qobject_cast<QMainWindow*>(widget);
+            if (window != nullptr && window->isVisible()) {
+                if (inWindow) {
+                    inWindow(*window);
+                }
+                window->close();
+            }
+        }
+    }
+
+    QStringList warnings;
+};
+
+TEST_F(ApplicationTest, StartsSearchesAndEnds)
+{
+    suite.library.add({.Titel = u"Lichter über dem Hafen"_s, .Interpret = u"Mara Vossberg"_s});
+    suite.library.add({.Titel = u"Brandung"_s, .Interpret = u"Ostwind"_s});
+    int rows = -1;
+    const int code = run([&](QMainWindow& window) {
+        auto* line = window.findChild<QComboBox*>(u"Text1"_s)->lineEdit();
+        line->selectAll();
+        QTest::keyClicks(line, u"licht"_s);
+        rows = window.findChild<QTableView*>(u"TDBGrid1"_s)->model()->rowCount();
+    });
+    EXPECT_EQ(code, 0);
+    EXPECT_EQ(rows, 1);
+    EXPECT_TRUE(warnings.isEmpty()) << warnings.join(u"\n"_s).toStdString();
+}
+
+TEST_F(ApplicationTest, AnEmptyDatabaseStartsTheImporterWithArgument1AndDoesNotReadDBPosition)
+{
+    suite.write(u"melovane.ini"_s, "[DBPosition]\nLeft=7\nTop=9\nWhidth=640\nHeight=400\n");
+    // The sibling of this test leaves its argument beside itself.
+    const QString importer =
+        suite.write(u"mediaintake"_s, "#!/bin/sh\necho \"$1\" > \"$0.started\"\n");
+    QFile::setPermissions(importer, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QRect place;
+    EXPECT_EQ(run([&](QMainWindow& window) { place = window.geometry(); }), 0);
+    EXPECT_NE(place.topLeft(), QPoint(7, 9));
+    EXPECT_EQ(place.size(), QSize(800, 600));
+    const QString trace = importer + u".started"_s;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFileInfo(trace).size() > 0; }));
+    EXPECT_EQ(suite.read(u"mediaintake.started"_s), "1\n");
+}
+
+TEST_F(ApplicationTest, SideFilesThatAreGoneAreMadeAnewAtTheFirstActivation)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    suite.engine->Release(suite.dbName());
+    ASSERT_TRUE(QFile::remove(suite.file(u"melovane.temp.mdb"_s)));
+    ASSERT_TRUE(QFile::remove(suite.file(u"melovane.tree.mdb"_s)));
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(suite.value(u"select count(*) as anz from TEMP_MP3Import"_s).toLong(), 0);
+    EXPECT_EQ(suite.value(u"select count(*) as anz from tree_dir"_s).toLong(), 0);
+}
+
+TEST_F(ApplicationTest, AMissingDatabaseIsToldAsAnOpenErrorAndEndsTheProcess)
+{
+    suite.engine->Release(suite.dbName());
+    ASSERT_TRUE(QFile::remove(suite.dbName()));
+    EXPECT_EQ(run(), 1);
+    ASSERT_EQ(warnings.size(), 1);
+    EXPECT_THAT(warnings[0].toStdString(),
+                testing::HasSubstr("Melovane kann nicht gestartet werden"));
+}
+
+TEST_F(ApplicationTest, AForeignFileAsDatabaseIsToldAndNeverChanged)
+{
+    const QByteArray foreign = QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(5000, 'x');
+    suite.engine->Release(suite.dbName());
+    QFile::remove(suite.dbName() + u"-wal"_s);
+    suite.write(u"melovane.mdb"_s, foreign);
+    EXPECT_EQ(run(), 1);
+    EXPECT_EQ(warnings.size(), 1);
+    EXPECT_EQ(suite.read(u"melovane.mdb"_s), foreign);
+}
+
+TEST_F(ApplicationTest, ADatabaseOfAnotherVersionIsToldUnderItsOddTitle)
+{
+    suite.execute(u"update db_version set version='2.9' where id='DB.Version'"_s);
+    EXPECT_EQ(run(), 1);
+    ASSERT_EQ(warnings.size(), 1);
+    EXPECT_TRUE(warnings[0].startsWith("ooop's: Falsche Melovane Datenbankversion"_L1));
+    EXPECT_TRUE(warnings[0].contains("2.9"_L1));
+}
+
+TEST_F(ApplicationTest, ASecondCopyEndsWithoutTouchingTheHandleKeysOfTheSettings)
+{
+    suite.write(u"melovane.ini"_s, "[Message]\nHandle.DB=4711\n");
+    const LinuxEnvironment environment(suite.folders.places());
+    const auto first = lockFile(environment.runtimeFolder() + u"/MelovaneDB.lock"_s, 0ms);
+    ASSERT_TRUE(first);
+    bool opened = false;
+    EXPECT_EQ(run([&](QMainWindow&) { opened = true; }), 0);
+    EXPECT_FALSE(opened);
+    EXPECT_EQ(suite.read(u"melovane.ini"_s), "[Message]\nHandle.DB=4711\n");
+}
+
+} // namespace
+} // namespace melovane
