@@ -194,16 +194,17 @@ private:
     [[nodiscard]] Sql orderTerm(const Expr& expr, const Select& select, Arm& arm);
     [[nodiscard]] QString unionOrder(const Select& select, const std::vector<ColumnRef>& columns);
     [[nodiscard]] static QString columnList(const Arm& arm, bool distinct, Use use);
-    [[nodiscard]] SelectSql armSql(const Select& select, const Arm& arm, Use use) const;
+    [[nodiscard]] static bool isDistinct(const Select& select, const Arm& arm);
+    /// Takes the columns out of the arm.
+    [[nodiscard]] SelectSql armSql(const Select& select, Arm& arm, Use use) const;
 
     // Statements (writer_action.cpp, dialect.cpp)
     void selectStatement(const Statement& statement);
     void insertStatement(const Statement& statement);
     void updateStatement(const Statement& statement);
     void deleteStatement(const Statement& statement);
-    [[nodiscard]] QString insertSource(const Select& select,
-                                       const std::vector<ColumnRef>& columns,
-                                       const SelectSql& rows) const;
+    [[nodiscard]] static QString insertSource(const std::vector<ColumnRef>& columns,
+                                              const SelectSql& rows);
     [[nodiscard]] std::vector<ColumnRef>
     insertColumns(const Statement& statement, Scope& scope, const std::vector<ColumnRef>* offered);
     void takeResult(const std::vector<ColumnRef>& columns);
