@@ -12,26 +12,6 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-/// Opens every plain table of a database; the text of the first error, or nothing.
-QString firstErrorOf(DBEngine& engine, const QString& databaseName)
-{
-    try {
-        const auto database = engine.OpenDatabase(databaseName);
-        for (const TableDef& table : database->tableDefs().All()) {
-            if (!table.isLink()) {
-                database->OpenRecordset(table.Name)->Close();
-            }
-        }
-        return {};
-    } catch (const DbError& error) {
-        return error.text();
-    }
-}
-
-} // namespace
-
 Application::Application(QApplication& application)
     : m_profile(m_files)
     , m_paths(m_environment, m_files)
@@ -59,23 +39,50 @@ bool Application::anotherCopyRuns()
     return !m_onlyCopy;
 }
 
+CheckDatabase Application::databaseCheck()
+{
+    const DatabasePlace place{m_settings.DbName(), m_paths.GetConfigPath(), m_paths.programName()};
+    return {*m_engine, m_files, m_clock, place, [this](const QString& where, const QString& what) {
+                if (m_log) {
+                    m_log->DebugOut(where + u": "_s + what);
+                }
+            }};
+}
+
+void Application::loadConfig()
+{
+    m_log = std::make_unique<Log4Mlv>(m_paths, m_files, m_clock);
+    m_log->SetClassName(u"MLVDB"_s);
+    m_log->SetAreaName(u"LoadConfig"_s);
+    m_settings.Refresh();
+}
+
 StartSteps Application::steps()
 {
     return {
-        [this] { return firstErrorOf(*m_engine, m_settings.DbName()); },
-        [this] { m_settings.Refresh(); },
+        [this] { return databaseCheck().openTest(); },
+        [this] { loadConfig(); },
         [this] { return anotherCopyRuns(); },
         [this] { return m_files.fileExists(m_settings.DbName()); },
         [this] { return m_settings.CheckDBVersion() == 0; },
     };
 }
 
+void Application::activateFirst()
+{
+    CheckDatabase check = databaseCheck();
+    check.checkTempTables();
+    if (check.checkTreeTables() < 0) {
+        m_mlvdb.mnuRefreshTree();
+    }
+    m_mlvdb.activateFirst(m_library.librarySize());
+}
+
 void Application::connectViews()
 {
     m_window.attach(m_mlvdb);
     m_window.library().attach(m_library);
-    QObject::connect(&m_window, &MlvdbWindow::firstShown, &m_library,
-                     [this] { m_mlvdb.activateFirst(m_library.librarySize()); });
+    QObject::connect(&m_window, &MlvdbWindow::firstShown, &m_library, [this] { activateFirst(); });
     QObject::connect(&m_window, &MlvdbWindow::closing, &m_library, [this] {
         m_mlvdb.unload();
         m_library.end();

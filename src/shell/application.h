@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/global_settings.h"
+#include "config/log4mlv.h"
 #include "library/mp3db.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
@@ -15,6 +16,7 @@
 #include "shell/sub_main.h"
 #include "shell/ui/message_box_dialog.h"
 #include "shell/ui/mlvdb_window.h"
+#include "store/check_database.h"
 
 #include <memory>
 
@@ -34,6 +36,9 @@ public:
 private:
     [[nodiscard]] StartSteps steps();
     [[nodiscard]] bool anotherCopyRuns();
+    [[nodiscard]] CheckDatabase databaseCheck();
+    void loadConfig();
+    void activateFirst();
     void connectViews();
 
     SystemClock m_clock;
@@ -44,6 +49,7 @@ private:
     Mod_API m_paths;
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
+    std::unique_ptr<Log4Mlv> m_log; ///< null before the configuration is loaded
     QtMessageLoop m_loop;
     MessageBoxDialog m_dialog;
     Skin m_skin;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/system/files.h"
 #include "shell/status_text.h"
 
 #include <QString>
@@ -9,11 +10,9 @@
 
 namespace melovane {
 
-class Files;
 class GlobalSettings;
 class MessageLoop;
 class Mod_API;
-class Processes;
 class SkinControl;
 class SplitControl;
 class StatusLine;
@@ -52,7 +51,8 @@ public:
     /// Before the window is shown: caption, least size, theme.
     void load();
 
-    /// Once, when the window is shown first. With tracks in the library it takes the place that it
+    /// Once, when the window is shown first. Starts the jobs behind the console where they are
+    /// installed. With tracks in the library it takes the place that it
     /// had when it was closed, if that lies inside the screen. With none it stands in the middle
     /// and the importer opens.
     void activateFirst(qint64 tracks);
@@ -62,6 +62,8 @@ public:
 
     /// Menu "MP3s importieren": 0 looks for new files, 2 reads changed files again.
     void mnuImpMP3(int index);
+    /// Has all trees rebuilt.
+    void mnuRefreshTree();
     void mnuExit();
 
     /// The text of the information window.
@@ -78,6 +80,7 @@ public:
 private:
     [[nodiscard]] QString skinFile(const QString& fileName) const;
     [[nodiscard]] QString skinText(const QString& fileName) const;
+    bool startSibling(const QString& command, Processes::WindowStyle style);
     void restorePlace();
     void restoreSplits();
 
