@@ -5,6 +5,8 @@
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
 
+#include <utility>
+
 namespace melovane::sqlite {
 
 namespace {
@@ -83,47 +85,72 @@ std::vector<ParameterDef> SqliteQueryDef::Parameters() const
     return prepared()->translation.parameters;
 }
 
-void SqliteQueryDef::SetParameter(const QString& name, const Value& value)
+void SqliteQueryDef::know(const std::shared_ptr<const Prepared>& statement)
 {
-    for (const ParameterDef& parameter : Parameters()) {
-        if (nameKey(parameter.Name) == nameKey(name)) {
-            m_values.insert(nameKey(name), parameterValue(parameter, value));
-            return;
-        }
+    if (m_known == statement) {
+        return;
     }
-    throw DbError(dberror::kItemNotFound, u"The query %1 has no parameter %2."_s.arg(m_name, name),
-                  m_sql);
+    // The catalogue has changed since: values keep their names, numbers may be others.
+    const QHash<QString, size_t> places = std::exchange(m_places, {});
+    const std::vector<std::optional<Value>> values = std::exchange(m_values, {});
+    for (const ParameterDef& parameter : statement->translation.parameters) {
+        const QString key = nameKey(parameter.Name);
+        const auto former = places.constFind(key);
+        m_places.insert(key, m_values.size());
+        m_values.push_back(former == places.cend() ? std::nullopt : values[*former]);
+    }
+    m_known = statement;
 }
 
-std::vector<Value> SqliteQueryDef::values(const Prepared& statement) const
+void SqliteQueryDef::SetParameter(const QString& name, const Value& value)
 {
-    std::vector<Value> values;
-    for (const ParameterDef& parameter : statement.translation.parameters) {
-        const auto found = m_values.constFind(nameKey(parameter.Name));
-        if (found == m_values.cend()) {
-            throw DbError(dberror::kTooFewParameters,
-                          u"The parameter %1 has no value."_s.arg(parameter.Name), m_sql);
-        }
-        values.push_back(*found);
+    // Asking for the statement anew for each value would cost more than the statement itself;
+    // a changed catalogue is noticed when it runs.
+    if (!m_known) {
+        know(prepared());
     }
-    return values;
+    const auto place = m_places.constFind(nameKey(name));
+    if (place == m_places.cend()) {
+        throw DbError(dberror::kItemNotFound,
+                      u"The query %1 has no parameter %2."_s.arg(m_name, name), m_sql);
+    }
+    m_values[*place] = parameterValue(m_known->translation.parameters[*place], value);
+}
+
+std::vector<Value> SqliteQueryDef::values() const
+{
+    std::vector<Value> result;
+    result.reserve(m_values.size());
+    for (size_t i = 0; i < m_values.size(); ++i) {
+        if (!m_values[i]) {
+            throw DbError(
+                dberror::kTooFewParameters,
+                u"The parameter %1 has no value."_s.arg(m_known->translation.parameters[i].Name),
+                m_sql);
+        }
+        result.push_back(*m_values[i]);
+    }
+    return result;
 }
 
 void SqliteQueryDef::Execute()
 {
     const std::shared_ptr<const Prepared> statement = prepared();
-    m_recordsAffected = openSession(m_lease).execute(*statement, values(*statement));
+    know(statement);
+    m_recordsAffected = openSession(m_lease).execute(*statement, values());
 }
 
 std::unique_ptr<Recordset> SqliteQueryDef::OpenRecordset()
 {
     const std::shared_ptr<const Prepared> statement = prepared();
-    return openRecordset(m_lease, statement, values(*statement));
+    know(statement);
+    return openRecordset(m_lease, statement, values());
 }
 
 void SqliteQueryDef::Close()
 {
     m_lease.reset();
+    m_known.reset();
 }
 
 } // namespace melovane::sqlite

@@ -3,6 +3,11 @@
 #include "platform/db/database.h"
 #include "platform/sqlite/session.h"
 
+#include <QHash>
+
+#include <optional>
+#include <vector>
+
 namespace melovane::sqlite {
 
 /// A stored query, or one that is not stored, with the values of its parameters.
@@ -29,13 +34,16 @@ public:
 
 private:
     [[nodiscard]] std::shared_ptr<const Prepared> prepared() const;
-    [[nodiscard]] std::vector<Value> values(const Prepared& statement) const;
+    void know(const std::shared_ptr<const Prepared>& statement);
+    [[nodiscard]] std::vector<Value> values() const;
 
     std::weak_ptr<SessionLease> m_lease;
     QString m_name;
     QString m_sql;
     QueryType m_type;
-    QHash<QString, Value> m_values; ///< by name in small letters
+    std::shared_ptr<const Prepared> m_known;    ///< the statement that the values belong to
+    QHash<QString, size_t> m_places;            ///< number of a parameter by its nameKey
+    std::vector<std::optional<Value>> m_values; ///< by number; nothing before it is set
     int m_recordsAffected = 0;
 };
 

@@ -88,6 +88,9 @@ QStringList argumentsOf(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    // Without TZ the C library looks at this file again for every date that is turned into local
+    // time, several times a track.
+    qputenv("TZ", qEnvironmentVariable("TZ", QStringLiteral(":/etc/localtime")).toUtf8());
     const auto command = parseCommandLine(argumentsOf(argc, argv));
     if (!command) {
         QTextStream(stderr) << commandLineHelp() << '\n';

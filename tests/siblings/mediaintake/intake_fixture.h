@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/linux/tag_reader.h"
+#include "siblings/mediaintake/intake.h"
+#include "support/mp3_maker.h"
+#include "support/suite_fixture.h"
+
+namespace melovane::test {
+
+/// A suite, a folder of music and imports into it.
+class IntakeFixture : public SuiteFixture
+{
+protected:
+    [[nodiscard]] IntakeParts parts() { return {*suite.engine, suite.files, reader, suite.clock}; }
+
+    [[nodiscard]] IntakeOrder order(IntakeMode mode = IntakeMode::NewFiles)
+    {
+        return {mode, suite.dbName(), {music.path()}, 1};
+    }
+
+    IntakeReport run(IntakeOrder what)
+    {
+        Intake intake(parts(), std::move(what));
+        while (intake.step(std::chrono::seconds(1))) {
+        }
+        return intake.report();
+    }
+
+    IntakeReport import() { return run(order()); }
+
+    IntakeReport reread() { return run(order(IntakeMode::ChangedFiles)); }
+
+    [[nodiscard]] int rows()
+    {
+        return suite.value(QStringLiteral("select count(*) from db_all")).toLong();
+    }
+
+    /// A column of the row of a file.
+    [[nodiscard]] Value of(const QString& name, const QString& column)
+    {
+        return suite.value(
+            QStringLiteral("select %1 from db_all where DName='%2'").arg(column, name));
+    }
+
+    TempFolder music;
+    linux_media::LinuxTagReader reader;
+};
+
+} // namespace melovane::test

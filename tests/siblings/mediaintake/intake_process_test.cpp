@@ -1,0 +1,98 @@
+#include "support/mp3_maker.h"
+#include "support/suite_fixture.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+
+namespace {
+
+using namespace melovane;
+using namespace melovane::test;
+using namespace Qt::Literals::StringLiterals;
+
+/// The importer as the console starts it: beside its settings and its database.
+class IntakeProcess : public SuiteFixture
+{
+protected:
+    void SetUp() override
+    {
+        m_program = suite.file(u"mediaintake"_s);
+        ASSERT_TRUE(QFile::copy(QString::fromUtf8(MLV_MEDIAINTAKE), m_program));
+    }
+
+    void writeMany(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            m_music.write(u"%1.mp3"_s.arg(i, 5, 10, QChar(u'0')),
+                          simpleMp3(u"Title %1"_s.arg(i), u"Artist"_s));
+        }
+    }
+
+    QStringList quietly() { return {u"1"_s, u"--folder"_s, m_music.path(), u"--quiet"_s}; }
+
+    int rows() { return suite.value(u"select count(*) from db_all"_s).toLong(); }
+
+    /// Ends the program with the given code and returns what it printed.
+    QString run(const QStringList& arguments, int code)
+    {
+        QProcess process;
+        process.start(m_program, arguments);
+        EXPECT_TRUE(process.waitForFinished(60'000));
+        EXPECT_EQ(process.exitCode(), code);
+        return QString::fromUtf8(process.readAllStandardOutput());
+    }
+
+    QString m_program;
+    TempFolder m_music;
+};
+
+TEST_F(IntakeProcess, ImportsWithoutAWindowAndPrintsItsReport)
+{
+    writeMany(20);
+    m_music.write(u"bad.mp3"_s, "x");
+    const QString printed = run(quietly(), 0);
+    EXPECT_TRUE(printed.startsWith(u"21 Dateien geprüft: 20 neu, 1 abgelehnt.\n"_s))
+        << printed.toStdString();
+    EXPECT_TRUE(printed.contains(m_music.file(u"bad.mp3"_s) + u": Fehlerhafte MP3"_s));
+    EXPECT_EQ(rows(), 20);
+}
+
+TEST_F(IntakeProcess, AWrongCommandLineEndsWithOne)
+{
+    static_cast<void>(run({u"7"_s}, 1));
+}
+
+TEST_F(IntakeProcess, KilledInMidImportItLeavesADatabaseThatOpensWithTheRowsItHadCommitted)
+{
+    constexpr int kFiles = 4000;
+    writeMany(kFiles);
+    QProcess process;
+    process.start(m_program, quietly());
+    ASSERT_TRUE(process.waitForStarted());
+    int seen = 0;
+    QElapsedTimer timer;
+    timer.start();
+    while (seen == 0 && timer.elapsed() < 30'000 && process.state() == QProcess::Running) {
+        seen = rows();
+        process.waitForFinished(1);
+    }
+    ASSERT_EQ(process.state(), QProcess::Running) << "ended before it could be killed";
+    process.kill();
+    ASSERT_TRUE(process.waitForFinished());
+    ASSERT_EQ(process.exitStatus(), QProcess::CrashExit);
+    suite.engine->Release(suite.dbName());
+    const int kept = rows();
+    EXPECT_GE(kept, seen);
+    EXPECT_LT(kept, kFiles);
+    EXPECT_EQ(suite.check().openTest(), QString());
+    EXPECT_EQ(suite.column(u"select distinct FID from db_all"_s).size(), kept);
+    EXPECT_EQ(suite.value(u"select count(*) from db_all where Titel like 'Title *'"_s).toLong(),
+              kept);
+    const QString rest = run(quietly(), 0);
+    EXPECT_TRUE(rest.contains(u"%1 schon in der Datenbank"_s.arg(kept))) << rest.toStdString();
+    EXPECT_EQ(rows(), kFiles);
+}
+
+} // namespace

@@ -1,0 +1,141 @@
+#include "siblings/mediaintake/intake_fixture.h"
+#include "siblings/mediaintake/intake_session.h"
+#include "siblings/mediaintake/ui/intake_window.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+#include <QTreeWidget>
+
+namespace {
+
+using namespace melovane;
+using namespace melovane::test;
+using namespace Qt::Literals::StringLiterals;
+
+class IntakeWindowTest : public IntakeFixture
+{
+protected:
+    void open(IntakeMode mode = IntakeMode::NewFiles)
+    {
+        settings = suite.makeSettings();
+        session = std::make_unique<IntakeSession>(parts(), *settings, mode);
+        window = std::make_unique<IntakeWindow>(*session);
+        window->chooseFolder = [this](QWidget*, const QString&) { return chosen; };
+        window->show();
+    }
+
+    template <typename T> T* find(const QString& name)
+    {
+        T* widget = window->findChild<T*>(name);
+        EXPECT_NE(widget, nullptr) << name.toStdString();
+        return widget;
+    }
+
+    void click(const QString& name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
+
+    bool waitForEnd()
+    {
+        return QTest::qWaitFor([this] { return !session->isRunning(); }, 20'000);
+    }
+
+    QString chosen;
+    std::unique_ptr<GlobalSettings> settings;
+    std::unique_ptr<IntakeSession> session;
+    std::unique_ptr<IntakeWindow> window;
+};
+
+TEST_F(IntakeWindowTest, AChosenFolderIsImportedAndReported)
+{
+    music.write(u"good.mp3"_s, simpleMp3(u"T"_s, u"A"_s));
+    music.write(u"bad.mp3"_s, "not music");
+    chosen = music.path();
+    open();
+    EXPECT_FALSE(find<QPushButton>(u"cmdStart"_s)->isEnabled());
+    click(u"cmdAddFolder"_s);
+    EXPECT_EQ(find<QListWidget>(u"lstFolders"_s)->count(), 1);
+    EXPECT_TRUE(find<QPushButton>(u"cmdStart"_s)->isEnabled());
+    click(u"cmdStart"_s);
+    ASSERT_TRUE(waitForEnd());
+    auto* report = find<QTreeWidget>(u"lstReport"_s);
+    ASSERT_EQ(report->topLevelItemCount(), 1);
+    EXPECT_EQ(report->topLevelItem(0)->text(0), music.file(u"bad.mp3"_s));
+    EXPECT_TRUE(report->topLevelItem(0)->text(1).startsWith(u"Fehlerhafte MP3"_s));
+    EXPECT_EQ(find<QLabel>(u"lblSummary"_s)->text(), u"2 Dateien geprüft: 1 neu, 1 abgelehnt."_s);
+    EXPECT_EQ(find<QProgressBar>(u"ProgressBar1"_s)->value(), 100);
+    EXPECT_TRUE(find<QPushButton>(u"cmdClose"_s)->isDefault());
+    EXPECT_EQ(rows(), 1);
+}
+
+TEST_F(IntakeWindowTest, EscapeCancelsARunningImportAndThenCloses)
+{
+    for (int i = 0; i < 600; ++i) {
+        music.write(u"%1.mp3"_s.arg(i), simpleMp3(u"T"_s, u"A"_s));
+    }
+    chosen = music.path();
+    open();
+    click(u"cmdAddFolder"_s);
+    window->start();
+    ASSERT_TRUE(session->isRunning());
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    EXPECT_FALSE(session->isRunning());
+    EXPECT_TRUE(session->report().cancelled);
+    EXPECT_TRUE(window->isVisible());
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(IntakeWindowTest, EnterStartsWhenAFolderIsThere)
+{
+    music.write(u"a.mp3"_s, simpleMp3(u"T"_s, u"A"_s));
+    chosen = music.path();
+    open();
+    click(u"cmdAddFolder"_s);
+    QTest::keyClick(window.get(), Qt::Key_Return);
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(session->report().added, 1);
+}
+
+TEST_F(IntakeWindowTest, AFolderCanBeTakenOutAgain)
+{
+    chosen = music.path();
+    open();
+    click(u"cmdAddFolder"_s);
+    click(u"cmdRemoveFolder"_s);
+    EXPECT_EQ(find<QListWidget>(u"lstFolders"_s)->count(), 0);
+    EXPECT_FALSE(find<QPushButton>(u"cmdStart"_s)->isEnabled());
+    chosen.clear();
+    click(u"cmdAddFolder"_s);
+    EXPECT_EQ(find<QListWidget>(u"lstFolders"_s)->count(), 0);
+}
+
+TEST_F(IntakeWindowTest, RereadingNeedsNoFolder)
+{
+    open(IntakeMode::ChangedFiles);
+    EXPECT_FALSE(find<QListWidget>(u"lstFolders"_s)->isVisible());
+    click(u"cmdStart"_s);
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(find<QLabel>(u"lblSummary"_s)->text(), u"0 Dateien geprüft."_s);
+}
+
+TEST_F(IntakeWindowTest, ADatabaseThatIsNotThereIsSaid)
+{
+    open(IntakeMode::ChangedFiles);
+    QFile::remove(suite.dbName());
+    click(u"cmdStart"_s);
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_TRUE(find<QLabel>(u"lblSummary"_s)->text().startsWith(u"Datenbank Fehler"_s));
+}
+
+TEST_F(IntakeWindowTest, EveryButtonHasAToolTip)
+{
+    open();
+    for (const auto* button : window->findChildren<QPushButton*>()) {
+        EXPECT_FALSE(button->toolTip().isEmpty()) << button->objectName().toStdString();
+        EXPECT_FALSE(button->text().isEmpty());
+    }
+}
+
+} // namespace
