@@ -5,7 +5,6 @@
 #include "platform/linux/linux_file_lock.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/system/path_text.h"
-#include "store/check_database.h"
 
 #include <QApplication>
 
@@ -19,7 +18,6 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_paths(m_environment, m_files)
     , m_engine(sqlite::makeEngine(m_clock))
     , m_settings(m_paths, m_profile, m_files, *m_engine)
-    , m_log(m_paths, m_files, m_clock)
     , m_skin(application)
     , m_icons(m_skin)
     , m_window(m_skin, m_icons)
@@ -42,6 +40,24 @@ bool Application::anotherCopyRuns()
     return !m_onlyCopy;
 }
 
+CheckDatabase Application::databaseCheck()
+{
+    const DatabasePlace place{m_settings.DbName(), m_paths.GetConfigPath(), m_paths.programName()};
+    return {*m_engine, m_files, m_clock, place, [this](const QString& where, const QString& what) {
+                if (m_log) {
+                    m_log->DebugOut(where + u": "_s + what);
+                }
+            }};
+}
+
+void Application::loadConfig()
+{
+    m_log = std::make_unique<Log4Mlv>(m_paths, m_files, m_clock);
+    m_log->SetClassName(u"MLVDB"_s);
+    m_log->SetAreaName(u"LoadConfig"_s);
+    m_settings.Refresh();
+}
+
 StartSteps Application::steps()
 {
     return {
@@ -53,30 +69,13 @@ StartSteps Application::steps()
     };
 }
 
-void Application::loadConfig()
-{
-    m_log.SetClassName(m_paths.programName());
-    m_log.SetAreaName(u"LoadConfig"_s);
-    m_settings.Refresh();
-    m_log.DebugOut(u"Database "_s + m_settings.DbName());
-}
-
-CheckDatabase Application::databaseCheck()
-{
-    const DatabasePlace place{m_settings.DbName(), m_paths.GetConfigPath(), m_paths.programName()};
-    return {*m_engine, m_files, m_clock, place, [this](const QString& where, const QString& what) {
-                m_log.DebugOut(where + u": "_s + what);
-            }};
-}
-
 void Application::activateFirst()
 {
     CheckDatabase check = databaseCheck();
     check.checkTempTables();
-    if (check.checkTreeTables() == -1) {
+    if (check.checkTreeTables() < 0) {
         m_mlvdb.mnuRefreshTree();
     }
-    m_mlvdb.startJobs();
     m_mlvdb.activateFirst(m_library.librarySize());
 }
 

@@ -16,12 +16,11 @@
 #include "shell/sub_main.h"
 #include "shell/ui/message_box_dialog.h"
 #include "shell/ui/mlvdb_window.h"
+#include "store/check_database.h"
 
 #include <memory>
 
 namespace melovane {
-
-class CheckDatabase;
 
 /// The composition root: makes every long-lived object of the console once, bottom to top.
 class Application
@@ -38,10 +37,10 @@ public:
 private:
     [[nodiscard]] StartSteps steps();
     [[nodiscard]] bool anotherCopyRuns();
-    void loadConfig();
     [[nodiscard]] CheckDatabase databaseCheck();
-    void connectViews();
+    void loadConfig();
     void activateFirst();
+    void connectViews();
 
     SystemClock m_clock;
     LinuxFiles m_files;
@@ -51,7 +50,7 @@ private:
     Mod_API m_paths;
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
-    Log4Mlv m_log;
+    std::unique_ptr<Log4Mlv> m_log; ///< null before the configuration is loaded
     QtMessageLoop m_loop;
     MessageBoxDialog m_dialog;
     Skin m_skin;

@@ -2,7 +2,6 @@
 
 #include "config/global_settings.h"
 #include "platform/controls/window_frame.h"
-#include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_file.h"
 #include "shell/paths.h"
@@ -113,6 +112,7 @@ void MLVDB::chooseSkin(const QString& fileName)
 
 void MLVDB::activateFirst(qint64 tracks)
 {
+    startSibling(u"MelovaneJob.exe"_s, Processes::WindowStyle::Hidden);
     if (tracks > 0) {
         restorePlace();
         return;
@@ -167,12 +167,9 @@ void MLVDB::unload()
     }
 }
 
-void MLVDB::mnuImpMP3(int index)
+bool MLVDB::startSibling(const QString& command, Processes::WindowStyle style)
 {
-    const QString command = index == 2 ? u"mediaintake.exe 2"_s : u"mediaintake.exe 1"_s;
-    if (!startSibling(command, Processes::WindowStyle::Normal)) {
-        showStatusText(u"Der Importer (mediaintake) lässt sich nicht starten."_s);
-    }
+    return m_processes.start(path::join(m_paths.programFolder(), command), style);
 }
 
 void MLVDB::mnuRefreshTree()
@@ -180,14 +177,12 @@ void MLVDB::mnuRefreshTree()
     startSibling(u"Task.RebuildTree.exe 1"_s, Processes::WindowStyle::Minimised);
 }
 
-void MLVDB::startJobs()
+void MLVDB::mnuImpMP3(int index)
 {
-    startSibling(u"MelovaneJob.exe"_s, Processes::WindowStyle::Hidden);
-}
-
-bool MLVDB::startSibling(const QString& command, Processes::WindowStyle style)
-{
-    return m_processes.start(path::join(m_paths.programFolder(), command), style);
+    const QString command = index == 2 ? u"mediaintake.exe 2"_s : u"mediaintake.exe 1"_s;
+    if (!startSibling(command, Processes::WindowStyle::Normal)) {
+        showStatusText(u"Der Importer (mediaintake) lässt sich nicht starten."_s);
+    }
 }
 
 void MLVDB::mnuExit()

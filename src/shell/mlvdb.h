@@ -51,20 +51,18 @@ public:
     /// Before the window is shown: caption, least size, theme.
     void load();
 
-    /// Once, when the window is shown first. With tracks in the library it takes the place that it
+    /// Once, when the window is shown first. Starts the jobs behind the console where they are
+    /// installed. With tracks in the library it takes the place that it
     /// had when it was closed, if that lies inside the screen. With none it stands in the middle
     /// and the importer opens.
     void activateFirst(qint64 tracks);
-
-    /// Starts the jobs sibling when the program folder holds it.
-    void startJobs();
 
     /// Before the window closes: keeps its place and its splits.
     void unload();
 
     /// Menu "MP3s importieren": 0 looks for new files, 2 reads changed files again.
     void mnuImpMP3(int index);
-    /// Has the trees rebuilt by the suite's job program; nothing happens without it.
+    /// Has all trees rebuilt.
     void mnuRefreshTree();
     void mnuExit();
 
@@ -80,10 +78,9 @@ public:
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
 private:
-    /// \param command program and arguments, without the program folder
-    bool startSibling(const QString& command, Processes::WindowStyle style);
     [[nodiscard]] QString skinFile(const QString& fileName) const;
     [[nodiscard]] QString skinText(const QString& fileName) const;
+    bool startSibling(const QString& command, Processes::WindowStyle style);
     void restorePlace();
     void restoreSplits();
 

@@ -57,8 +57,8 @@ TEST_F(MlvdbTest, AnEmptyLibraryStartsTheImporterAndDoesNotReadItsPlace)
 {
     store(100, 100, 500, 400, 0);
     mlvdb.activateFirst(0);
-    EXPECT_EQ(processes.commands, QStringList{folders.programFolder() + u"/mediaintake.exe 1"_s});
-    EXPECT_EQ(processes.styles.front(), Processes::WindowStyle::Normal);
+    EXPECT_EQ(processes.commands.last(), folders.programFolder() + u"/mediaintake.exe 1"_s);
+    EXPECT_EQ(processes.styles.back(), Processes::WindowStyle::Normal);
     EXPECT_EQ(window.rect.size(), QSize(800, 600));
     EXPECT_EQ(window.rect.center(), window.area.center());
 }
@@ -68,7 +68,22 @@ TEST_F(MlvdbTest, WithTracksTheWindowTakesItsStoredPlace)
     store(100, 50, 900, 600, 0);
     mlvdb.activateFirst(1);
     EXPECT_EQ(window.rect, QRect(100, 50, 900, 600));
-    EXPECT_TRUE(processes.commands.isEmpty());
+    EXPECT_EQ(processes.commands.filter(u"mediaintake"_s), QStringList());
+}
+
+TEST_F(MlvdbTest, TheJobsSiblingIsStartedHidden)
+{
+    mlvdb.activateFirst(1);
+    EXPECT_EQ(processes.commands, QStringList{folders.programFolder() + u"/MelovaneJob.exe"_s});
+    EXPECT_EQ(processes.styles, std::vector{Processes::WindowStyle::Hidden});
+}
+
+TEST_F(MlvdbTest, StaleTreesAreRebuiltByTheirSibling)
+{
+    mlvdb.mnuRefreshTree();
+    EXPECT_EQ(processes.commands,
+              QStringList{folders.programFolder() + u"/Task.RebuildTree.exe 1"_s});
+    EXPECT_EQ(processes.styles, std::vector{Processes::WindowStyle::Minimised});
 }
 
 TEST_F(MlvdbTest, AStoredPlaceOutsideTheScreenIsIgnored)

@@ -99,11 +99,14 @@ TEST_F(WindowTest, KeysLeadFromTheSearchLineIntoTheListAndBack)
 TEST_F(WindowTest, AnEmptyLibraryOpensTheImporterAndOffersItAgain)
 {
     open();
-    ASSERT_EQ(console->processes.commands.size(), 1);
+    const auto imports = [this] {
+        return console->processes.commands.filter(u"mediaintake"_s).size();
+    };
+    ASSERT_EQ(imports(), 1);
     auto* button = console->grid().findChild<QPushButton*>(u"EmptyButton"_s);
     ASSERT_TRUE(button->isVisible());
     QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_EQ(console->processes.commands.size(), 2);
+    EXPECT_EQ(imports(), 2);
     EXPECT_EQ(console->window.size(), QSize(800, 600));
 }
 

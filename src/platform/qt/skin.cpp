@@ -29,6 +29,9 @@ QMenu::item { padding: {pad}px 28px {pad}px 10px; border-radius: 4px; }
 QMenu::item:selected { background: {GridColorSelGotFocus}; color: {Text}; }
 QMenu::item:disabled { color: {TextDisabled}; }
 QMenu::icon { padding-left: 8px; }
+QMenu::indicator { width: {line}px; height: {line}px; margin-left: 6px; }
+QMenu::indicator:checked { image: url(:/style/check.svg); }
+QMenu::indicator:unchecked { image: none; }
 QMenu::separator { height: 1px; background: {Hairline}; margin: 5px 8px; }
 QToolTip { background: {GridHeadColor}; color: {Text}; border: 1px solid {Hairline};
   padding: 4px 7px; }
