@@ -67,7 +67,7 @@ const Source& Translator::find(QStringView name, qsizetype position)
             dberror::kObjectNotFound,
             u"Die Tabelle oder Abfrage \"%1\" ist nicht vorhanden (Zeichen %2)."_s.arg(name).arg(
                 position + 1),
-            m_statement);
+            *m_text);
     }
     return m_sources.emplace_back(*std::move(source));
 }
@@ -359,6 +359,7 @@ bool Translator::resolveHere(QStringView qualifier,
             for (const FieldDef& field : range.source->fields) {
                 if (sameName(field.Name, name)) {
                     take([&] { return tableColumn(range, field, scope); });
+                    break; // a table has no name twice
                 }
             }
         }
@@ -457,7 +458,7 @@ Sql Translator::unknownName(const Expr& expr)
             dberror::kTooFewParameters,
             u"Der Name \"%1\" ist keine Spalte der genannten Tabellen (Zeichen %2)."_s.arg(wanted)
                 .arg(expr.position + 1),
-            m_statement);
+            *m_text);
     }
     constexpr size_t kMostParameters = 1000;
     if (m_result.parameters.size() >= kMostParameters) {

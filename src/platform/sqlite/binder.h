@@ -201,9 +201,8 @@ private:
     void insertStatement(const Statement& statement);
     void updateStatement(const Statement& statement);
     void deleteStatement(const Statement& statement);
-    [[nodiscard]] QString insertSource(const Select& select,
-                                       const std::vector<ColumnRef>& columns,
-                                       const SelectSql& rows) const;
+    [[nodiscard]] static QString insertSource(const std::vector<ColumnRef>& columns,
+                                              const SelectSql& rows);
     [[nodiscard]] std::vector<ColumnRef>
     insertColumns(const Statement& statement, Scope& scope, const std::vector<ColumnRef>* offered);
     void takeResult(const std::vector<ColumnRef>& columns);

@@ -3,6 +3,8 @@
 #include "platform/sqlite/functions_value.h"
 #include "platform/system/text_number.h"
 
+#include <QList>
+
 #include <algorithm>
 
 namespace melovane::sqlite {

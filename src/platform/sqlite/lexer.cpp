@@ -151,7 +151,7 @@ private:
 
     void add(Token::Kind kind, qsizetype start, QStringView text, Word word = Word::None)
     {
-        m_tokens.list.push_back({kind, word, text, start});
+        m_tokens.list.push_back({kind, word, text, start, 0});
     }
 
     void next()
@@ -277,6 +277,12 @@ private:
         }
         m_at += two ? 2 : 1;
         add(Token::Kind::Sign, start, m_text.sliced(start, m_at - start));
+        char16_t code = sign.unicode();
+        if (two) {
+            code =
+                sign == u'>' ? kGreaterEqualSign : (after == u'>' ? kNotEqualSign : kLessEqualSign);
+        }
+        m_tokens.list.back().sign = code;
     }
 
     const QString& m_statement;

@@ -71,6 +71,11 @@ enum class Word
     Xor
 };
 
+// What Token::sign says of the operators with two letters.
+inline constexpr char16_t kNotEqualSign = u'\u2260';
+inline constexpr char16_t kLessEqualSign = u'\u2264';
+inline constexpr char16_t kGreaterEqualSign = u'\u2265';
+
 struct Token
 {
     enum class Kind
@@ -80,7 +85,7 @@ struct Token
         Number,      ///< digits, point, exponent
         Text,        ///< quoted, quotes taken off and doubled ones made single
         Date,        ///< between two #
-        Sign,        ///< operator or punctuation; `text` is the sign
+        Sign,        ///< operator or punctuation
         End
     };
 
@@ -88,6 +93,7 @@ struct Token
     Word word = Word::None;
     QStringView text;
     qsizetype position = 0; ///< 0-based place in the statement
+    char16_t sign = 0;      ///< Sign: the letter, or one of the constants above
 };
 
 /// Tokens of one statement. Views point into the statement or into `unquoted`; both must live on.

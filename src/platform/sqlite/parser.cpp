@@ -93,13 +93,8 @@ Parser::Nesting::~Nesting()
 Parser::Parser(const QString& statement, const Tokens& tokens)
     : m_statement(statement)
     , m_tokens(tokens)
+    , m_last(tokens.list.size() - 1)
 {}
-
-const Token& Parser::peek(size_t ahead) const
-{
-    const size_t last = m_tokens.list.size() - 1;
-    return m_tokens.list[std::min(m_at + ahead, last)];
-}
 
 const Token& Parser::take()
 {
@@ -108,16 +103,6 @@ const Token& Parser::take()
         ++m_at;
     }
     return token;
-}
-
-bool Parser::atWord(Word word, size_t ahead) const
-{
-    return peek(ahead).word == word && word != Word::None;
-}
-
-bool Parser::atSign(QStringView sign, size_t ahead) const
-{
-    return peek(ahead).kind == Token::Kind::Sign && peek(ahead).text == sign;
 }
 
 bool Parser::atName(QStringView wanted, size_t ahead) const
@@ -134,7 +119,7 @@ bool Parser::acceptWord(Word word)
     return true;
 }
 
-bool Parser::acceptSign(QStringView sign)
+bool Parser::acceptSign(char16_t sign)
 {
     if (!atSign(sign)) {
         return false;
@@ -159,10 +144,10 @@ void Parser::expectWord(Word word, const QString& text)
     }
 }
 
-void Parser::expectSign(QStringView sign)
+void Parser::expectSign(char16_t sign)
 {
     if (!acceptSign(sign)) {
-        fail(u"\"%1\" erwartet"_s.arg(sign));
+        fail(u"\"%1\" erwartet"_s.arg(QChar(sign)));
     }
 }
 
@@ -204,7 +189,7 @@ Statement Parser::parse()
     std::vector<DeclaredParameter> declared = parameters();
     Statement result = statement();
     result.parameters = std::move(declared);
-    acceptSign(u";");
+    acceptSign(u';');
     if (peek().kind != Token::Kind::End) {
         fail(u"Zeichen hinter dem Ende der Anweisung"_s);
     }
@@ -225,8 +210,8 @@ std::vector<DeclaredParameter> Parser::parameters()
         columnType(field);
         parameter.type = field.Type;
         declared.push_back(parameter);
-    } while (acceptSign(u","));
-    expectSign(u";");
+    } while (acceptSign(u','));
+    expectSign(u';');
     return declared;
 }
 
@@ -261,15 +246,15 @@ Statement Parser::statement()
 std::vector<QStringView> Parser::nameList()
 {
     std::vector<QStringView> names;
-    expectSign(u"(");
+    expectSign(u'(');
     do {
         QStringView column = name(u"Spaltenname"_s);
-        if (acceptSign(u".")) {
+        if (acceptSign(u'.')) {
             column = name(u"Spaltenname"_s);
         }
         names.push_back(column);
-    } while (acceptSign(u","));
-    expectSign(u")");
+    } while (acceptSign(u','));
+    expectSign(u')');
     return names;
 }
 
@@ -281,24 +266,24 @@ Statement Parser::insertStatement()
     expectWord(Word::Into, u"into"_s);
     result.position = peek().position;
     result.target = name(u"Tabellenname"_s);
-    if (atSign(u"(") && !atWord(Word::Select, 1)) {
+    if (atSign(u'(') && !atWord(Word::Select, 1)) {
         result.columns = nameList();
     }
     if (acceptWord(Word::Values)) {
-        expectSign(u"(");
+        expectSign(u'(');
         do {
             result.values.push_back(expression());
-        } while (acceptSign(u","));
-        expectSign(u")");
+        } while (acceptSign(u','));
+        expectSign(u')');
         return result;
     }
-    const bool bracket = atSign(u"(") && acceptSign(u"(");
+    const bool bracket = atSign(u'(') && acceptSign(u'(');
     if (!atWord(Word::Select)) {
         fail(u"values oder select erwartet"_s);
     }
     result.select = select();
     if (bracket) {
-        expectSign(u")");
+        expectSign(u')');
     }
     return result;
 }
@@ -308,11 +293,11 @@ Assignment Parser::assignment()
     Assignment result;
     result.position = peek().position;
     result.column = name(u"Spaltenname"_s);
-    if (acceptSign(u".") || acceptSign(u"!")) {
+    if (acceptSign(u'.') || acceptSign(u'!')) {
         result.qualifier = result.column;
         result.column = name(u"Spaltenname"_s);
     }
-    expectSign(u"=");
+    expectSign(u'=');
     result.value = expression();
     return result;
 }
@@ -328,7 +313,7 @@ Statement Parser::updateStatement()
     expectWord(Word::Set, u"set"_s);
     do {
         result.assignments.push_back(assignment());
-    } while (acceptSign(u","));
+    } while (acceptSign(u','));
     if (acceptWord(Word::Where)) {
         result.where = expression();
     }
@@ -341,10 +326,10 @@ Statement Parser::deleteStatement()
     result.kind = StatementKind::Delete;
     expectWord(Word::Delete, u"delete"_s);
     acceptWord(Word::DistinctRow);
-    if (!acceptSign(u"*") && !atWord(Word::From)) {
+    if (!acceptSign(u'*') && !atWord(Word::From)) {
         result.deleteFrom = name(u"Tabellenname"_s);
-        expectSign(u".");
-        expectSign(u"*");
+        expectSign(u'.');
+        expectSign(u'*');
     }
     expectWord(Word::From, u"from"_s);
     result.position = peek().position;
@@ -398,13 +383,13 @@ SelectPtr Parser::selectArm()
         result->distinct = true;
     } else if (acceptWord(Word::DistinctRow)) {
         result->distinctRow = true;
-    } else if (atWord(Word::All) && !atSign(u",", 1) && !atWord(Word::From, 1)) {
+    } else if (atWord(Word::All) && !atSign(u',', 1) && !atWord(Word::From, 1)) {
         ++m_at;
     }
     topClause(*result);
     do {
         result->items.push_back(selectItem());
-    } while (acceptSign(u","));
+    } while (acceptSign(u','));
     if (acceptWord(Word::From)) {
         result->from = fromList();
     }
@@ -415,7 +400,7 @@ SelectPtr Parser::selectArm()
         expectWord(Word::By, u"by"_s);
         do {
             result->group.push_back(expression());
-        } while (acceptSign(u","));
+        } while (acceptSign(u','));
     }
     if (acceptWord(Word::Having)) {
         result->having = expression();
@@ -431,11 +416,11 @@ SelectItem Parser::selectItem()
 {
     SelectItem item;
     item.position = peek().position;
-    if (acceptSign(u"*")) {
+    if (acceptSign(u'*')) {
         return item;
     }
     const bool named = peek().kind == Token::Kind::Name || peek().kind == Token::Kind::BracketName;
-    if (named && (atSign(u".", 1) || atSign(u"!", 1)) && atSign(u"*", 2)) {
+    if (named && (atSign(u'.', 1) || atSign(u'!', 1)) && atSign(u'*', 2)) {
         item.starOf = take().text;
         m_at += 2;
         return item;
@@ -457,7 +442,7 @@ std::vector<OrderItem> Parser::orderList()
             acceptWord(Word::Asc);
         }
         list.push_back(std::move(item));
-    } while (acceptSign(u","));
+    } while (acceptSign(u','));
     return list;
 }
 
@@ -466,7 +451,7 @@ std::vector<FromPtr> Parser::fromList()
     std::vector<FromPtr> list;
     do {
         list.push_back(joinChain());
-    } while (acceptSign(u","));
+    } while (acceptSign(u','));
     return list;
 }
 
@@ -516,19 +501,19 @@ FromPtr Parser::source()
         fail(u"zu viele Tabellen"_s);
     }
     FromPtr node;
-    if (atSign(u"(") && !atWord(Word::Select, 1)) {
+    if (atSign(u'(') && !atWord(Word::Select, 1)) {
         ++m_at;
         node = joinChain();
-        expectSign(u")");
+        expectSign(u')');
         return node;
     }
     node = std::make_unique<FromNode>();
     node->position = peek().position;
-    if (acceptSign(u"(")) {
+    if (acceptSign(u'(')) {
         node->kind = FromNode::Kind::Select;
         node->select = select();
-        acceptSign(u";");
-        expectSign(u")");
+        acceptSign(u';');
+        expectSign(u')');
     } else {
         node->name = name(u"Tabellenname"_s);
     }

@@ -3,7 +3,7 @@
 #include "platform/sqlite/ast.h"
 #include "platform/sqlite/lexer.h"
 
-#include <initializer_list>
+#include <algorithm>
 
 /// Second step of the dialect: tokens become a tree.
 namespace melovane::sqlite::dialect {
@@ -37,16 +37,29 @@ private:
     };
 
     // Tokens
-    [[nodiscard]] const Token& peek(size_t ahead = 0) const;
+    [[nodiscard]] const Token& peek(size_t ahead = 0) const
+    {
+        return m_tokens.list[std::min(m_at + ahead, m_last)];
+    }
+
     const Token& take();
-    [[nodiscard]] bool atWord(Word word, size_t ahead = 0) const;
-    [[nodiscard]] bool atSign(QStringView sign, size_t ahead = 0) const;
+
+    [[nodiscard]] bool atWord(Word word, size_t ahead = 0) const
+    {
+        return peek(ahead).word == word;
+    }
+
+    [[nodiscard]] bool atSign(char16_t sign, size_t ahead = 0) const
+    {
+        return peek(ahead).sign == sign;
+    }
+
     [[nodiscard]] bool atName(QStringView name, size_t ahead = 0) const;
     bool acceptWord(Word word);
-    bool acceptSign(QStringView sign);
+    bool acceptSign(char16_t sign);
     bool acceptName(QStringView name);
     void expectWord(Word word, const QString& text);
-    void expectSign(QStringView sign);
+    void expectSign(char16_t sign);
     [[noreturn]] void fail(const QString& what) const;
     [[nodiscard]] QStringView name(const QString& what);
     [[nodiscard]] QStringView optionalAlias();
@@ -103,6 +116,7 @@ private:
 
     const QString& m_statement;
     const Tokens& m_tokens;
+    const size_t m_last;
     size_t m_at = 0;
     int m_depth = 0;
     int m_sources = 0;

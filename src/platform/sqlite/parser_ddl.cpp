@@ -69,14 +69,14 @@ Statement Parser::ddl(DdlAction action) const
 QStringList Parser::columnNames()
 {
     QStringList names;
-    expectSign(u"(");
+    expectSign(u'(');
     do {
         names.append(name(u"Spaltenname"_s).toString());
         if (!acceptWord(Word::Asc)) {
             acceptWord(Word::Desc);
         }
-    } while (acceptSign(u","));
-    expectSign(u")");
+    } while (acceptSign(u','));
+    expectSign(u')');
     return names;
 }
 
@@ -92,7 +92,7 @@ void Parser::columnType(FieldDef& field)
         field.Type = known.type;
         field.Size = known.size;
         field.Attributes = known.attributes;
-        if (!acceptSign(u"(")) {
+        if (!acceptSign(u'(')) {
             return;
         }
         bool whole = false;
@@ -104,10 +104,10 @@ void Parser::columnType(FieldDef& field)
         if (field.Type == FieldType::Text) {
             field.Size = size;
         }
-        if (acceptSign(u",") && take().kind != Token::Kind::Number) {
+        if (acceptSign(u',') && take().kind != Token::Kind::Number) {
             fail(u"Breite erwartet"_s);
         }
-        expectSign(u")");
+        expectSign(u')');
         return;
     }
     fail(u"Spaltentyp erwartet"_s);
@@ -188,17 +188,17 @@ Statement Parser::createTable()
     DdlAction action;
     action.kind = DdlAction::Kind::CreateTable;
     action.table.Name = name(u"Tabellenname"_s).toString();
-    expectSign(u"(");
+    expectSign(u'(');
     do {
-        const bool unique = atWord(Word::Unique) && atSign(u"(", 1);
+        const bool unique = atWord(Word::Unique) && atSign(u'(', 1);
         const bool primary = atWord(Word::Primary) && atWord(Word::Key, 1);
         if (atWord(Word::Constraint) || unique || primary) {
             tableConstraint(action.table);
         } else {
             action.table.Fields.push_back(columnDefinition(&action.table));
         }
-    } while (acceptSign(u","));
-    expectSign(u")");
+    } while (acceptSign(u','));
+    expectSign(u')');
     if (action.table.Fields.empty()) {
         fail(u"Spalte erwartet"_s);
     }

@@ -58,7 +58,7 @@ ExprPtr Parser::expression()
 
 bool Parser::acceptOperator(int level, Op& op)
 {
-    const auto sign = [&](QStringView text, Op meaning) {
+    const auto sign = [&](char16_t text, Op meaning) {
         op = meaning;
         return acceptSign(text);
     };
@@ -66,6 +66,10 @@ bool Parser::acceptOperator(int level, Op& op)
         op = meaning;
         return acceptWord(text);
     };
+    // Most operands end at a comma or bracket, which no level wants.
+    if (peek().sign == 0 && peek().word == Word::None) {
+        return false;
+    }
     switch (level) {
     case kImp:
         return word(Word::Imp, Op::Imp);
@@ -78,15 +82,15 @@ bool Parser::acceptOperator(int level, Op& op)
     case kAnd:
         return word(Word::And, Op::And);
     case kConcat:
-        return sign(u"&", Op::Concat);
+        return sign(u'&', Op::Concat);
     case kAdd:
-        return sign(u"+", Op::Add) || sign(u"-", Op::Subtract);
+        return sign(u'+', Op::Add) || sign(u'-', Op::Subtract);
     case kModulo:
         return word(Word::Mod, Op::Modulo);
     case kIntDivide:
-        return sign(u"\\", Op::IntDivide);
+        return sign(u'\\', Op::IntDivide);
     case kMultiply:
-        return sign(u"*", Op::Multiply) || sign(u"/", Op::Divide);
+        return sign(u'*', Op::Multiply) || sign(u'/', Op::Divide);
     }
     return false;
 }
@@ -128,17 +132,17 @@ ExprPtr Parser::comparison()
     bool isChain = false;
     for (int tests = 0;;) {
         Op op = Op::Equal;
-        if (acceptSign(u"=")) {
+        if (acceptSign(u'=')) {
             op = Op::Equal;
-        } else if (acceptSign(u"<>")) {
+        } else if (acceptSign(kNotEqualSign)) {
             op = Op::NotEqual;
-        } else if (acceptSign(u"<")) {
+        } else if (acceptSign(u'<')) {
             op = Op::Less;
-        } else if (acceptSign(u"<=")) {
+        } else if (acceptSign(kLessEqualSign)) {
             op = Op::LessEqual;
-        } else if (acceptSign(u">")) {
+        } else if (acceptSign(u'>')) {
             op = Op::Greater;
-        } else if (acceptSign(u">=")) {
+        } else if (acceptSign(kGreaterEqualSign)) {
             op = Op::GreaterEqual;
         } else if (acceptWord(Word::Like)) {
             op = Op::Like;
@@ -190,16 +194,16 @@ ExprPtr Parser::inTest(ExprPtr value, bool negated)
     ExprPtr expr = make(Expr::Kind::InList);
     expr->negated = negated;
     expr->args.push_back(std::move(value));
-    expectSign(u"(");
+    expectSign(u'(');
     if (atWord(Word::Select)) {
         expr->kind = Expr::Kind::InSelect;
         expr->select = select();
     } else {
         do {
             expr->args.push_back(expression());
-        } while (acceptSign(u","));
+        } while (acceptSign(u','));
     }
-    expectSign(u")");
+    expectSign(u')');
     return expr;
 }
 
@@ -216,8 +220,8 @@ ExprPtr Parser::betweenTest(ExprPtr value, bool negated)
 
 ExprPtr Parser::minus()
 {
-    const bool negative = atSign(u"-");
-    if (negative || atSign(u"+")) {
+    const bool negative = atSign(u'-');
+    if (negative || atSign(u'+')) {
         const Nesting nesting(*this);
         ExprPtr expr = make(Expr::Kind::Minus);
         ++m_at;
@@ -230,10 +234,10 @@ ExprPtr Parser::minus()
     }
     ExprPtr base = primary();
     bool isChain = false;
-    while (acceptSign(u"^")) {
+    while (acceptSign(u'^')) {
         // The exponent may carry a sign of its own: 2^-1.
         const Nesting nesting(*this);
-        const bool sign = atSign(u"-") || atSign(u"+");
+        const bool sign = atSign(u'-') || atSign(u'+');
         appendTo(base, isChain, Op::Power, sign ? minus() : primary());
     }
     return base;
@@ -250,7 +254,7 @@ ExprPtr Parser::bracketed()
         ++m_at;
         expr = expression();
     }
-    expectSign(u")");
+    expectSign(u')');
     return expr;
 }
 
@@ -282,7 +286,7 @@ ExprPtr Parser::primary()
     case Token::Kind::Date:
         return dateLiteral();
     case Token::Kind::Sign:
-        if (token.text == u"(") {
+        if (token.sign == u'(') {
             return bracketed();
         }
         break;
@@ -298,7 +302,7 @@ ExprPtr Parser::primary()
 ExprPtr Parser::nameOrCall()
 {
     const Token& token = peek();
-    const bool qualified = atSign(u".", 1) || atSign(u"!", 1);
+    const bool qualified = atSign(u'.', 1) || atSign(u'!', 1);
     if (!qualified) {
         if (token.word == Word::Null) {
             ++m_at;
@@ -310,14 +314,14 @@ ExprPtr Parser::nameOrCall()
             ++m_at;
             return expr;
         }
-        if (token.word == Word::Exists && atSign(u"(", 1) && atWord(Word::Select, 2)) {
+        if (token.word == Word::Exists && atSign(u'(', 1) && atWord(Word::Select, 2)) {
             ExprPtr expr = make(Expr::Kind::Exists);
             m_at += 2;
             expr->select = select();
-            expectSign(u")");
+            expectSign(u')');
             return expr;
         }
-        if (token.kind == Token::Kind::Name && atSign(u"(", 1)) {
+        if (token.kind == Token::Kind::Name && atSign(u'(', 1)) {
             return call(token);
         }
     }
@@ -347,10 +351,10 @@ ExprPtr Parser::call(const Token& function)
     ExprPtr expr = make(Expr::Kind::Call);
     expr->text = function.text;
     m_at += 2;
-    if (acceptSign(u")")) {
+    if (acceptSign(u')')) {
         return expr;
     }
-    if (atSign(u"*") && atSign(u")", 1)) {
+    if (atSign(u'*') && atSign(u')', 1)) {
         expr->args.push_back(make(Expr::Kind::Star));
         m_at += 2;
         return expr;
@@ -358,8 +362,8 @@ ExprPtr Parser::call(const Token& function)
     expr->negated = acceptWord(Word::Distinct);
     do {
         expr->args.push_back(expression());
-    } while (acceptSign(u","));
-    expectSign(u")");
+    } while (acceptSign(u','));
+    expectSign(u')');
     return expr;
 }
 

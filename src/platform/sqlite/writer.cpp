@@ -97,7 +97,11 @@ Sql textLiteral(QStringView text)
     QString quoted;
     quoted.reserve(text.size() + 4);
     quoted.append(u'\'');
-    for (const QChar sign : text) {
+    const bool plain = !text.contains(u'\'') && !text.contains(QChar(0));
+    if (plain) {
+        quoted.append(text);
+    }
+    for (const QChar sign : plain ? QStringView() : text) {
         // SQLite would take a zero for the end of the statement; no column holds one.
         if (sign.isNull()) {
             continue;
@@ -117,11 +121,10 @@ Sql textLiteral(QStringView text)
 void appendQuotedName(QString& text, QStringView name)
 {
     text.append(u'"');
-    for (const QChar sign : name) {
-        if (sign == u'"') {
-            text.append(sign);
-        }
-        text.append(sign);
+    if (name.contains(u'"')) {
+        text.append(name.toString().replace(u"\""_s, u"\"\""_s));
+    } else {
+        text.append(name);
     }
     text.append(u'"');
 }

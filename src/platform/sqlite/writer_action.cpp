@@ -60,9 +60,7 @@ std::vector<ColumnRef> Translator::insertColumns(const Statement& statement,
     return named ? columns : all;
 }
 
-QString Translator::insertSource(const Select& select,
-                                 const std::vector<ColumnRef>& columns,
-                                 const SelectSql& rows) const
+QString Translator::insertSource(const std::vector<ColumnRef>& columns, const SelectSql& rows)
 {
     QString list;
     for (size_t i = 0; i < columns.size(); ++i) {
@@ -72,9 +70,7 @@ QString Translator::insertSource(const Select& select,
         value.strength = kBindsMost;
         list += (i == 0 ? u""_s : u", "_s) + asAssigned(std::move(value), columns[i].field).text;
     }
-    // Without an order the name "where" keeps SQLite from reading "on conflict" behind a join.
-    const QString order = select.order.empty() && select.unionOrder.empty() ? u" WHERE 1"_s : u""_s;
-    return u"SELECT "_s + list + u" FROM ("_s + rows.text + u") AS s"_s + order;
+    return u"SELECT "_s + list + u" FROM ("_s + rows.text + u") AS s"_s;
 }
 
 void Translator::insertStatement(const Statement& statement)
@@ -117,7 +113,7 @@ void Translator::insertStatement(const Statement& statement)
     m_result.written = {base};
     m_result.sql = u"INSERT INTO "_s + qualified(base) + u" ("_s + names + u") "_s;
     if (statement.select) {
-        m_result.sql += insertSource(*statement.select, columns, rows);
+        m_result.sql += insertSource(columns, rows);
         if (rows.stack + 14 > kParserStack) {
             tooComplex();
         }
