@@ -194,7 +194,9 @@ private:
     [[nodiscard]] Sql orderTerm(const Expr& expr, const Select& select, Arm& arm);
     [[nodiscard]] QString unionOrder(const Select& select, const std::vector<ColumnRef>& columns);
     [[nodiscard]] static QString columnList(const Arm& arm, bool distinct, Use use);
-    [[nodiscard]] SelectSql armSql(const Select& select, const Arm& arm, Use use) const;
+    [[nodiscard]] static bool isDistinct(const Select& select, const Arm& arm);
+    /// Takes the columns out of the arm.
+    [[nodiscard]] SelectSql armSql(const Select& select, Arm& arm, Use use) const;
 
     // Statements (writer_action.cpp, dialect.cpp)
     void selectStatement(const Statement& statement);

@@ -11,6 +11,9 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
+/// No text longer than this, brackets included, is the name of a query.
+constexpr qsizetype kLongestName = 80;
+
 [[noreturn]] void throwItemNotFound(const QString& name)
 {
     throw DbError(dberror::kItemNotFound, u"Item not found in this collection: %1"_s.arg(name));
@@ -174,8 +177,9 @@ std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(const QString& source)
 void SqliteDatabase::Execute(const QString& statement)
 {
     Session& open = session();
-    if (const CatalogueObject* query = objectOf(open.catalogue(), bareName(statement), true)) {
-        const auto stored = m_queryDefs.Item(query->name);
+    const bool mayBeName = statement.size() <= kLongestName;
+    if (mayBeName && m_queryDefs.Contains(bareName(statement))) {
+        const auto stored = m_queryDefs.Item(bareName(statement));
         stored->Execute();
         m_recordsAffected = stored->RecordsAffected();
         return;

@@ -32,7 +32,8 @@ void Translator::selectStatement(const Statement& statement)
         return;
     }
     const std::unique_ptr<Arm> written = arm(select, nullptr);
-    m_result.sql = armSql(select, *written, Use::Result).text;
+    const bool distinct = isDistinct(select, *written);
+    m_result.sql = columnList(*written, distinct, Use::Result) + written->tail;
     takeResult(written->columns);
     const bool parameterInside =
         std::any_of(written->columns.begin(), written->columns.end(),

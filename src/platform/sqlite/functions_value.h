@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/sqlite/functions.h"
+
 #include <QString>
 
 #include <sqlite3.h>
@@ -9,12 +11,9 @@
 
 /// What the functions of the dialect share: reading arguments, giving results.
 ///
-/// A function of the dialect gives null when an argument that it needs is null. Faults are SQLite
-/// errors whose text begins with kErrorMark, a number of dberror and a colon.
+/// A function of the dialect gives null when an argument that it needs is null. Faults are raised
+/// by giveError().
 namespace melovane::sqlite {
-
-/// Begins the text of an error raised by a function: "MLV:3163:Der Text ist zu lang".
-inline constexpr char kErrorMark[] = "MLV:";
 
 /// Longest text that a function makes, in letters; beyond it the statement fails.
 inline constexpr qsizetype kLongestText = 16 * 1024 * 1024;

@@ -1,5 +1,7 @@
 #include "platform/sqlite/sqlite_error.h"
 
+#include "platform/sqlite/functions.h"
+
 #include <sqlite3.h>
 
 namespace melovane::sqlite {
@@ -8,7 +10,7 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-constexpr auto kOwnErrorMark = "MLV:"_L1;
+constexpr QLatin1StringView kOwnErrorMark(kErrorMark);
 
 /// "MLV:3464:text" of one of our functions.
 [[noreturn]] void throwOwnError(const QString& message)

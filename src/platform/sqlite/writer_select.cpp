@@ -261,8 +261,7 @@ void Translator::appendLimit(const Select& select, Arm& arm)
         return;
     }
     const qint64 percent = std::min<qint64>(select.top, 100);
-    const bool distinct = select.distinct || (select.distinctRow && arm.tables.size() > 1);
-    const QString rows = columnList(arm, distinct, Use::Derived) + arm.tail;
+    const QString rows = columnList(arm, isDistinct(select, arm), Use::Derived) + arm.tail;
     arm.tail += u" LIMIT (SELECT (count(*) * %1 + 99) / 100 FROM ("_s.arg(percent) + rows + u"))"_s;
     arm.stack += 20;
 }
@@ -317,19 +316,24 @@ QString Translator::columnList(const Arm& arm, bool distinct, Use use)
     return text;
 }
 
-SelectSql Translator::armSql(const Select& select, const Arm& arm, Use use) const
+/// "distinctrow" of a single table says nothing: its rows differ.
+bool Translator::isDistinct(const Select& select, const Arm& arm)
 {
-    const bool distinct = select.distinct || (select.distinctRow && arm.tables.size() > 1);
+    return select.distinct || (select.distinctRow && arm.tables.size() > 1);
+}
+
+SelectSql Translator::armSql(const Select& select, Arm& arm, Use use) const
+{
+    if (use == Use::Value && arm.columns.size() != 1) {
+        fail(select.position, u"die Unterabfrage darf nur eine Spalte liefern"_s);
+    }
     SelectSql result;
-    result.text = columnList(arm, distinct, use) + arm.tail;
-    result.columns = arm.columns;
+    result.text = columnList(arm, isDistinct(select, arm), use) + arm.tail;
+    result.columns = std::move(arm.columns);
     result.stack = arm.stack;
     result.height = arm.height;
     result.parameter = arm.parameter;
     result.ordered = arm.ordered;
-    if (use == Use::Value && arm.columns.size() != 1) {
-        fail(select.position, u"die Unterabfrage darf nur eine Spalte liefern"_s);
-    }
     return result;
 }
 
@@ -374,7 +378,8 @@ SelectSql Translator::unionSelect(const Select& select, Scope* outer, Use use)
     const auto take = [&](const Select& part, QLatin1StringView word) {
         const std::unique_ptr<Arm> written = arm(part, outer);
         const bool first = word.isEmpty();
-        if (!first && written->columns.size() != result.columns.size()) {
+        const size_t width = result.columns.size();
+        if (!first && written->columns.size() != width) {
             fail(part.position, u"die Auswahlen haben verschieden viele Spalten"_s);
         }
         const SelectSql sql = armSql(part, *written, Use::Derived);
@@ -385,10 +390,10 @@ SelectSql Translator::unionSelect(const Select& select, Scope* outer, Use use)
         result.stack = std::max(result.stack, sql.stack + (wrapped ? 11 : 3));
         result.height = std::max(result.height, sql.height);
         result.parameter = result.parameter || sql.parameter;
-        for (size_t i = 0; i < written->columns.size(); ++i) {
+        for (size_t i = 0; i < sql.columns.size(); ++i) {
             ColumnRef& column =
-                first ? result.columns.emplace_back(written->columns[i]) : result.columns[i];
-            const Sql& other = written->columns[i].sql;
+                first ? result.columns.emplace_back(sql.columns[i]) : result.columns[i];
+            const Sql& other = sql.columns[i].sql;
             if (other.typed) {
                 column.sql.type =
                     column.sql.typed ? commonType(column.sql.type, other.type) : other.type;

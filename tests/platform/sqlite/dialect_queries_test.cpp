@@ -117,6 +117,22 @@ TEST_F(DialectQueries, OrderByNameAliasPlaceAndExpression)
         "Rock|2\n-|1\nPop|1");
 }
 
+TEST_F(DialectQueries, TheOrderOfAGroupedQueryHolds)
+{
+    m_library.addQuery(
+        u"v_state"_s,
+        u"select genre, count(*) as n from db_all where genre is not null group by genre order by genre desc"_s);
+    m_library.addQuery(
+        u"v_lists"_s,
+        u"select distinct pl_name.name, pl_name.sid from pl_name order by pl_name.sid desc, pl_name.name"_s);
+    EXPECT_EQ(rows(u"select * from v_state"_s), "Rock|2\nPop|1");
+    EXPECT_EQ(rows(u"select n from v_state where n>0"_s), "2\n1");
+    EXPECT_EQ(rows(u"select name from v_lists"_s), "Abend\nJingles\nParty");
+    EXPECT_EQ(rows(u"select name from v_lists where sid=1 order by name desc"_s), "Party\nJingles");
+    static_cast<void>(m_library.run(u"insert into tree_genre (name) select genre from v_state"_s));
+    EXPECT_EQ(rows(u"select id, name from tree_genre order by id"_s), "1|Rock\n2|Pop");
+}
+
 TEST_F(DialectQueries, Top)
 {
     EXPECT_EQ(rows(u"select top 2 fid from db_all order by fid desc"_s),
