@@ -2,6 +2,9 @@
 #include "platform/system/path_text.h"
 #include "support/suite_folders.h"
 
+#include <QDir>
+#include <QFile>
+
 namespace melovane {
 namespace {
 
@@ -157,6 +160,338 @@ TEST_F(Settings, EveryNumberIsWrittenAtOnceAndComesBackWithRefresh)
         second->Refresh();
         EXPECT_EQ(((*second).*property.get)(), value);
     }
+}
+
+// ---- reading
+
+TEST_F(Settings, APathOf260LettersOrMoreIsCutTo259)
+{
+    write("[Global]\nPlaylistVerzeichnis=/" + QByteArray(300, 'x') + "\n");
+    EXPECT_EQ(suite.makeSettings()->PlaylistVerzeichnis(), u'/' + QString(258, u'x'));
+}
+
+TEST_F(Settings, AnEmptyDefaultAndAnEmptyStoredValueGiveAnEmptyText)
+{
+    write("[Global]\nLangFile=\nSCardNameMonitor=\n");
+    const auto settings = suite.makeSettings();
+    EXPECT_EQ(settings->GetKeyValue(u"Global"_s, u"SCardNameMonitor"_s, QString()), QString());
+    EXPECT_EQ(settings->LangFile(), u"lang_de.ini"_s);
+}
+
+TEST_F(Settings, ANumberThatIsNoneReadsAsZeroAndOneWithATailIsRead)
+{
+    write("[Global]\nFadeIn=abc\nFadeOut=12abc\nDefaultVolume=99999999999\nAutoCueLevel=2.5\n"
+          "GridSwapEditPlay=40000\n");
+    const auto settings = suite.makeSettings();
+    EXPECT_EQ(settings->FadeIn(), 0);
+    EXPECT_EQ(settings->FadeOut(), 12);
+    EXPECT_EQ(settings->DefaultVolume(), 2147483647);
+    EXPECT_EQ(settings->AutoCueLevel(), 2);
+    EXPECT_EQ(settings->GridSwapEditPlay(), 32767);
+}
+
+TEST_F(Settings, SubSelectionMakesGetKeyValueLookInThePrefixedSection)
+{
+    write("[Global]\na=1\n[Dj.Global]\na=2\n");
+    const auto settings = suite.makeSettings();
+    settings->toolBox().SetSubSelection(u"Dj."_s);
+    EXPECT_EQ(settings->GetKeyValue(u"Global"_s, u"a"_s, QString()), u"2"_s);
+    EXPECT_EQ(settings->GetKeyValueLong(u"Global"_s, u"a"_s, 0), 2);
+    settings->SetFadeIn(77);
+    EXPECT_EQ(read(), "[Global]\na=1\n[Dj.Global]\na=2\nFadeIn=77\n");
+}
+
+TEST_F(Settings, TheDefaultSkinIsAFullPath)
+{
+    EXPECT_EQ(suite.makeSettings()->SkinFileName(), suite.configFile(u"Skin/melovane.skn"_s));
+}
+
+TEST_F(Settings, DefaultsOfPathsLieInTheFoldersOfTheLayout)
+{
+    test::SuiteFolders user(test::SuiteFolders::Layout::UserNormal);
+    const auto settings = user.makeSettings();
+    EXPECT_EQ(settings->DbName(), path::join(user.places().userData, u"Melovane/melovane.mdb"));
+    EXPECT_EQ(settings->PlaylistVerzeichnis(),
+              path::join(user.places().userDocuments, u"Melovane/Playlisten/"));
+}
+
+TEST_F(Settings, KeysWithoutAPropertyHaveTheirDefaultsToo)
+{
+    const auto settings = suite.makeSettings();
+    EXPECT_EQ(settings->defaultOf(u"Global", u"Volume.Monitor"), u"7500"_s);
+    EXPECT_EQ(settings->defaultOf(u"global", u"JINGLELISTNAMEFORMAT"),
+              u"Neue Jingleliste #DD.MM.YY#"_s);
+    EXPECT_EQ(settings->defaultOf(u"Grlobal", u"EditTag.Load.Genre"), u"all"_s);
+    EXPECT_EQ(settings->defaultOf(u"SavePlaylist", u"Template"), u"%O"_s);
+    EXPECT_FALSE(settings->defaultOf(u"Global", u"EditTag.Load.Genre"));
+}
+
+// ---- database file
+
+TEST_F(Settings, ADatabaseThatDoesNotExistBecomesTheDefaultInMemoryAlone)
+{
+    const QByteArray ini = "[Global]\nDBName=/no/such/place/melovane.mdb\n";
+    write(ini);
+    EXPECT_EQ(suite.makeSettings()->DbName(), suite.configFile(u"melovane.mdb"_s));
+    EXPECT_EQ(read(), ini);
+}
+
+TEST_F(Settings, ABareDatabaseNameBecomesTheDefault)
+{
+    const QString here = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(suite.folder().path()));
+    suite.folder().write(u"bare.mdb"_s, "x");
+    write("[Global]\nDBName=bare.mdb\n");
+    EXPECT_EQ(suite.makeSettings()->DbName(), suite.configFile(u"melovane.mdb"_s));
+    ASSERT_TRUE(QDir::setCurrent(here));
+}
+
+TEST_F(Settings, ADatabaseElsewhereIsUsed)
+{
+    const QString elsewhere = suite.folder().write(u"else where/b.mdb"_s, "x");
+    write("[Global]\nDBName=" + elsewhere.toUtf8() + "\n");
+    EXPECT_EQ(suite.makeSettings()->DbName(), elsewhere);
+}
+
+// ---- writing
+
+TEST_F(Settings, ForeignKeysAndCommentsSurviveEverySetter)
+{
+    write("; by the player\r\n[Player]\r\nx=1\r\n[Global]\r\nOther.Key=2\r\n");
+    const auto settings = suite.makeSettings();
+    settings->SetLiveSuche(1);
+    settings->SetMessageHandleDB(0);
+    EXPECT_EQ(read(), "; by the player\r\n[Player]\r\nx=1\r\n[Global]\r\nOther.Key=2\r\n"
+                      "LiveSuche=1\r\n");
+}
+
+TEST_F(Settings, AWriteToAReadOnlyFileFailsWithoutAWordAndTheRunGoesOn)
+{
+    write("[Global]\nLiveSuche=0\n");
+    ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner));
+    const auto settings = suite.makeSettings();
+    settings->SetLiveSuche(1);
+    EXPECT_EQ(settings->LiveSuche(), 1);
+    EXPECT_EQ(read(), "[Global]\nLiveSuche=0\n");
+}
+
+TEST_F(Settings, HostileTextsComeBackOrAreCutAndHarmNoOtherKey)
+{
+    const auto settings = suite.makeSettings();
+    settings->SetLiveSuche(1);
+    for (const QString& text : {u"'; drop table x --"_s, u"a\n[Global]\nLiveSuche=0"_s, u"\"x\""_s,
+                                QString(10000, u'x')}) {
+        settings->SetLastImportDir(text);
+        settings->Refresh();
+        EXPECT_EQ(settings->LastImportDir(), text.left(259));
+        EXPECT_EQ(settings->LiveSuche(), 1);
+    }
+    settings->SetLastImportDir(QString(QChar(0xD800)) + u"x"_s);
+    settings->Refresh();
+    EXPECT_EQ(settings->LiveSuche(), 1);
+}
+
+TEST_F(Settings, ASiblingsChangeComesInWithRefreshAndNotBefore)
+{
+    const auto settings = suite.makeSettings();
+    const auto sibling = suite.makeSettings();
+    sibling->SetSuchAlbum(0);
+    EXPECT_EQ(settings->SuchAlbum(), 1);
+    settings->Refresh();
+    EXPECT_EQ(settings->SuchAlbum(), 0);
+}
+
+TEST_F(Settings, AnyKeyIsWrittenReadAndRemoved)
+{
+    const auto settings = suite.makeSettings();
+    settings->WriteKeyValue(u"WarnMeldung"_s, u"MelovaneDB.x"_s, u"1"_s);
+    EXPECT_EQ(settings->GetKeyValueLong(u"WarnMeldung"_s, u"MelovaneDB.x"_s, 0), 1);
+    settings->WriteKeyValue(u"WarnMeldung"_s, u"MelovaneDB.x"_s, std::nullopt);
+    EXPECT_EQ(settings->GetKeyValue(u"WarnMeldung"_s, u"MelovaneDB.x"_s, u"none"_s), u"none"_s);
+}
+
+// ---- handles
+
+TEST_F(Settings, AMessageHandleStandsInSectionMessageAndZeroRemovesIt)
+{
+    const auto settings = suite.makeSettings();
+    settings->SetMessageHandleDB(70000);
+    settings->SetMessageHandleDJ(70001);
+    settings->SetHandleDB(5);
+    EXPECT_EQ(read(), "[Message]\nHandle.DB=70000\nHandle.DJ=70001\n\n[Global]\nHandleDB=5\n");
+    settings->SetMessageHandleDB(0);
+    EXPECT_EQ(settings->MessageHandleDB(), 0);
+    EXPECT_EQ(read(), "[Message]\nHandle.DJ=70001\n\n[Global]\nHandleDB=5\n");
+}
+
+TEST_F(Settings, RefreshMessageHandleReadsHandlesAloneAndWritesNothing)
+{
+    const auto settings = suite.makeSettings();
+    const QByteArray ini = "[Message]\nHandle.DB=1\nHandle.DJ=0\nHandle.Kiv=3\n"
+                           "[Global]\nHandleDB=4\nHandleDJ=5\nLiveSuche=1\n";
+    write(ini);
+    settings->RefreshMessageHandle();
+    EXPECT_EQ(settings->MessageHandleDB(), 1);
+    EXPECT_EQ(settings->MessageHandleDJ(), 0);
+    EXPECT_EQ(settings->MessageHandleKiv(), 3);
+    EXPECT_EQ(settings->HandleDB(), 4);
+    EXPECT_EQ(settings->HandleDj(), 5);
+    EXPECT_EQ(settings->LiveSuche(), 0);
+    EXPECT_EQ(read(), ini);
+}
+
+// ---- sound cards
+
+TEST_F(Settings, ACardUsedForTwoOutputsGetsTheNumberTwice)
+{
+    write("[Global]\nSCardNameMonitor=A\nSCardNamePlayer1=B\nSCardNamePlayer2=A\n");
+    const auto settings = suite.makeSettings();
+    settings->SetSoundCardID(u"A"_s, 3);
+    settings->SetSoundCardID(u"b"_s, 9);
+    EXPECT_EQ(settings->SCardNameMonitorID(), 3);
+    EXPECT_EQ(settings->SCardNamePlayer1ID(), 0);
+    EXPECT_EQ(settings->SCardNamePlayer2ID(), 3);
+    settings->Refresh();
+    EXPECT_EQ(settings->SCardNameMonitorID(), 0);
+}
+
+// ---- windows
+
+TEST_F(Settings, AMissingPositionIsMinusOneInEveryField)
+{
+    const auto settings = suite.makeSettings();
+    for (const QString& name : {u"DBPosition"_s, u"DJPosition"_s, u"IMPPosition"_s,
+                                u"CONFPosition"_s, u"TAGPosition"_s}) {
+        const WindowPosition& position = settings->Position(name);
+        EXPECT_EQ(position.Height, -1);
+        EXPECT_EQ(position.Left, -1);
+        EXPECT_EQ(position.Top, -1);
+        EXPECT_EQ(position.Whidth, -1);
+        EXPECT_EQ(position.WindowState, -1);
+    }
+}
+
+TEST_F(Settings, TheWidthOfAWindowIsSpelledWhidthAndWidthIsIgnored)
+{
+    write("[DBPosition]\nWidth=1\nWhidth=800\n[DJPosition]\nWidth=2\n");
+    const auto settings = suite.makeSettings();
+    EXPECT_EQ(settings->Position(u"dbposition"_s).Whidth, 800);
+    EXPECT_EQ(settings->Position(u"DJPosition"_s).Whidth, -1);
+}
+
+TEST_F(Settings, APositionIsSavedInItsOrderAndDockingIsNot)
+{
+    const auto settings = suite.makeSettings();
+    WindowPosition& position = settings->Position(u"DBPosition"_s);
+    position.Height = 1;
+    position.Top = 2;
+    position.Left = -3;
+    position.Whidth = 4;
+    position.WindowState = 2;
+    position.Docked = 1;
+    position.StateBeforeDocking = 7;
+    settings->PositionSave(u"DBPosition"_s);
+    EXPECT_EQ(read(), "[DBPosition]\nHeight=1\nTop=2\nLeft=-3\nWhidth=4\nWindowState=2\n");
+}
+
+TEST_F(Settings, UnknownNamesOfCollectionsAreTheCallersError)
+{
+    const auto settings = suite.makeSettings();
+    EXPECT_THROW(static_cast<void>(settings->Position(u"Nowhere"_s)), UnknownName);
+    EXPECT_THROW(settings->PositionSave(u"Nowhere"_s), UnknownName);
+    EXPECT_THROW(static_cast<void>(settings->Plugin(u"Nothing"_s)), UnknownName);
+}
+
+// ---- plug-ins
+
+TEST_F(Settings, PlugInsAreReadWithMenuTextAndOption)
+{
+    write("[PLUGIN]\nlyrics=LyricShow\nwiki=WikiView\nLYRICS=Second\n"
+          "[PLUGIN_Menu]\nlyrics=Show lyrics\n[PLUGIN_Option]\nlyrics=PLID\n");
+    const auto settings = suite.makeSettings();
+    EXPECT_TRUE(settings->GetPlugIns(false).empty());
+    ASSERT_EQ(settings->GetPlugIns(true).size(), 2U);
+    const PluginProperty& lyrics = settings->Plugin(u"Lyrics"_s);
+    EXPECT_EQ(lyrics.Name, u"lyrics"_s);
+    EXPECT_EQ(lyrics.Program, u"LyricShow"_s);
+    EXPECT_EQ(lyrics.MenuText, u"Show lyrics"_s);
+    EXPECT_EQ(lyrics.Option, u"PLID"_s);
+    EXPECT_EQ(settings->Plugin(u"wiki"_s).MenuText, QString());
+}
+
+TEST_F(Settings, ReloadingPlugInsForgetsTheOldOnes)
+{
+    write("[PLUGIN]\na=A\n");
+    const auto settings = suite.makeSettings();
+    EXPECT_EQ(settings->GetPlugIns(true).size(), 1U);
+    write("[Global]\n");
+    EXPECT_EQ(settings->GetPlugIns(false).size(), 1U);
+    EXPECT_TRUE(settings->GetPlugIns(true).empty());
+}
+
+// ---- temporary settings file
+
+TEST_F(Settings, ATemporaryFileIsWorkedOnUntilItIsActivated)
+{
+    write("[Global]\nLiveSuche=0\nx=1\n");
+    const auto settings = suite.makeSettings();
+    settings->CreateTempIniFile();
+    EXPECT_EQ(settings->SetIniFilename(), u"~melovane.ini"_s);
+    settings->SetLiveSuche(1);
+    EXPECT_EQ(read(), "[Global]\nLiveSuche=0\nx=1\n");
+    settings->ActivateTempIniFile();
+    EXPECT_EQ(settings->SetIniFilename(), u"melovane.ini"_s);
+    EXPECT_EQ(read(), "[Global]\nLiveSuche=1\nx=1\n");
+    settings->SetLiveSuche(2);
+    EXPECT_EQ(read(), "[Global]\nLiveSuche=2\nx=1\n");
+}
+
+TEST_F(Settings, WithoutSettingsTheTemporaryFileStartsEmptyNotWithAnOldOne)
+{
+    suite.folder().write(suite.configFile(u"~melovane.ini"_s), "[Global]\nLiveSuche=9\n");
+    const auto settings = suite.makeSettings();
+    settings->CreateTempIniFile();
+    settings->Refresh();
+    EXPECT_EQ(settings->LiveSuche(), 0);
+    settings->ActivateTempIniFile();
+    EXPECT_FALSE(suite.files().fileExists(file));
+}
+
+TEST_F(Settings, RefreshReadsTheFileInUse)
+{
+    suite.folder().write(suite.configFile(u"other.ini"_s), "[Global]\nLiveSuche=5\n");
+    const auto settings = suite.makeSettings();
+    settings->SetIniFilename(u"other.ini"_s);
+    EXPECT_EQ(settings->LiveSuche(), 0);
+    settings->Refresh();
+    EXPECT_EQ(settings->LiveSuche(), 5);
+}
+
+// ---- broken files
+
+TEST_F(Settings, AFolderRandomBytesOr100MegabytesGiveAllDefaultsAndStay)
+{
+    const auto allDefaults = [this] {
+        const auto settings = suite.makeSettings();
+        EXPECT_EQ(settings->DefaultVolume(), 7000);
+        EXPECT_EQ(settings->LangFile(), u"lang_de.ini"_s);
+        EXPECT_TRUE(settings->GetPlugIns(true).empty());
+    };
+    const QByteArray bytes("\xFF\xFE\0[Gl\x80=\r\r\n[[[]]]==;\"\0", 20);
+    write(bytes);
+    allDefaults();
+    EXPECT_EQ(read(), bytes);
+
+    write("[Global]\nDefaultVolume=1\n");
+    ASSERT_TRUE(QFile::resize(file, 100LL * 1024 * 1024));
+    allDefaults();
+    EXPECT_EQ(suite.files().facts(file)->size, 100LL * 1024 * 1024);
+
+    ASSERT_TRUE(suite.files().remove(file));
+    ASSERT_TRUE(suite.files().makeFolder(file));
+    allDefaults();
+    suite.makeSettings()->SetDefaultVolume(1);
+    EXPECT_TRUE(suite.files().folderExists(file));
 }
 
 } // namespace

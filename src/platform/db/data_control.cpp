@@ -24,12 +24,27 @@ void DataControl::SetRecordSource(const QString& statement)
     m_recordSource = statement;
 }
 
+std::unique_ptr<melovane::Recordset> DataControl::openSet()
+{
+    if (m_database) {
+        try {
+            return m_database->OpenRecordset(m_recordSource);
+        } catch (const DbError& error) {
+            if (error.number() != dberror::kObjectClosed) {
+                throw;
+            }
+        }
+    }
+    // First use, or somebody closed the database that he was given.
+    auto database = m_engine.OpenDatabase(m_databaseName);
+    auto set = database->OpenRecordset(m_recordSource);
+    m_database = std::move(database);
+    return set;
+}
+
 void DataControl::Refresh()
 {
-    if (!m_database) {
-        m_database = m_engine.OpenDatabase(m_databaseName);
-    }
-    auto set = m_database->OpenRecordset(m_recordSource);
+    auto set = openSet();
     auto painter = set->Clone();
     m_painter = std::move(painter);
     m_set = std::move(set);
@@ -79,8 +94,7 @@ Value DataControl::cell(qint64 row, int column) const
 void DataControl::refreshCells()
 {
     if (m_painter) {
-        m_painter->Refresh();
-        m_set->Refresh();
+        m_painter->Refresh(); // and with it the set that it was cloned from
         emit cellsChanged();
     }
 }

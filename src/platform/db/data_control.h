@@ -31,7 +31,8 @@ public:
 
     [[nodiscard]] QString RecordSource() const { return m_recordSource; }
 
-    /// Runs the statement and emits refreshed(). When it fails the former rows stay.
+    /// Runs the statement and emits refreshed(). When it fails the former rows stay. A database
+    /// that was closed underneath is opened again.
     /// \throws DbError
     void Refresh();
 
@@ -47,6 +48,7 @@ public:
 
     [[nodiscard]] qint64 rowCount() const;
     [[nodiscard]] int columnCount() const;
+    /// Only after a Refresh, for an index below columnCount().
     [[nodiscard]] const FieldDef& column(int index) const;
 
     /// A cell for painting: never moves the current row, and reads as null when the row is gone or
@@ -61,6 +63,8 @@ signals:
     void cellsChanged();
 
 private:
+    [[nodiscard]] std::unique_ptr<melovane::Recordset> openSet();
+
     DBEngine& m_engine;
     QString m_databaseName;
     QString m_recordSource;

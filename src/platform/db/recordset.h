@@ -82,6 +82,10 @@ public:
     /// The row number of a bookmark, or -1.
     [[nodiscard]] virtual qint64 rowOf(Bookmark mark) const = 0;
 
+    /// The row that stands for the same record of its first table as a row of another set does, or
+    /// -1: where a track lies in a new order. No record is read.
+    [[nodiscard]] virtual qint64 rowOfSame(const Recordset& other, Bookmark mark) const = 0;
+
     /// The row written by the last Update.
     [[nodiscard]] virtual Bookmark LastModified() const = 0;
 

@@ -28,6 +28,13 @@ qint64 nanoseconds(const timespec& time)
     return qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
 }
 
+bool isSettled(qint64 changed)
+{
+    timespec now = {};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    return nanoseconds(now) - changed > kSettledNs;
+}
+
 bool hasMark(const QByteArray& bytes)
 {
     return bytes.startsWith(kMark) || bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
@@ -78,28 +85,33 @@ std::optional<IniProfile::Fingerprint> IniProfile::fingerprintOf(const QString& 
 
 const IniText& IniProfile::text(const QString& file) const
 {
+    static const IniText kEmpty;
     const auto fingerprint = fingerprintOf(file);
-    const auto known = m_known.constFind(file);
-    if (fingerprint && known != m_known.cend() && known->fingerprint == *fingerprint) {
+    if (!fingerprint) {
+        m_known.remove(file);
+        return kEmpty;
+    }
+    const auto known = m_known.find(file);
+    if (known != m_known.end() && known->settled && known->fingerprint == *fingerprint) {
         return known->text;
     }
-    m_unkept = IniText();
+    const bool settled = isSettled(fingerprint->changed);
+    QByteArray bytes;
     try {
-        if (fingerprint) {
-            m_unkept = IniText(decode(m_files.read(file, kMaxBytes)));
-        }
+        bytes = m_files.read(file, kMaxBytes);
     } catch (const IoError&) {
-        return m_unkept;
+        return kEmpty;
     }
-    timespec now = {};
-    ::clock_gettime(CLOCK_REALTIME, &now);
-    if (!fingerprint || nanoseconds(now) - fingerprint->changed < kSettledNs) {
-        return m_unkept;
+    if (known != m_known.end() && known->bytes == bytes) {
+        known->fingerprint = *fingerprint;
+        known->settled = settled;
+        return known->text;
     }
     if (m_known.size() >= kMaxKnown) {
         m_known.clear();
     }
-    return m_known.insert(file, {*fingerprint, m_unkept})->text;
+    const IniText text(decode(bytes));
+    return m_known.insert(file, {*fingerprint, settled, bytes, text})->text;
 }
 
 std::optional<QString>

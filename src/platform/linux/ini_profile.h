@@ -3,10 +3,11 @@
 #include "platform/system/ini_text.h"
 #include "platform/system/private_profile.h"
 
+#include <QByteArray>
 #include <QHash>
 
 #include <chrono>
-#include <memory>
+#include <functional>
 
 namespace melovane {
 
@@ -18,8 +19,8 @@ class Files;
 /// Windows-1252 when not; written as UTF-8, with a mark when there was one, each line with the end
 /// it had. Writers of all programs take the lock on "<file>.lock" beside the file for the whole of
 /// reading, changing and writing, so none of two writes at the same moment is lost. The text of an
-/// unchanged file is kept in memory; every look asks the file's times and size, so a sibling's
-/// change is seen at once.
+/// unchanged file is kept in memory; every look asks the file's times and size, and its bytes while
+/// it is so young that its times cannot be trusted, so a sibling's change is seen at once.
 ///
 /// A file that is a folder, cannot be read or is larger than kMaxBytes reads as empty and is never
 /// written.
@@ -61,6 +62,9 @@ private:
     struct Known
     {
         Fingerprint fingerprint;
+        bool settled =
+            false; ///< old enough when it was read: a change would have changed its times
+        QByteArray bytes;
         IniText text;
     };
 
@@ -71,7 +75,6 @@ private:
     Files& m_files;
     std::chrono::milliseconds m_patience;
     mutable QHash<QString, Known> m_known;
-    mutable IniText m_unkept;
 };
 
 } // namespace melovane

@@ -45,8 +45,12 @@ bool takeLock(int descriptor, std::chrono::milliseconds patience)
 std::unique_ptr<FileLock> lockFile(const QString& path, std::chrono::milliseconds patience)
 {
     const QByteArray name = linuxnames::systemPath(path);
-    linuxfiles::Descriptor file(
-        ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0666));
+    constexpr int kFlags = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+    linuxfiles::Descriptor file(::open(name.constData(), O_RDWR | O_CREAT | kFlags, 0666));
+    if (!file.isValid() && errno == EACCES) {
+        // Another user made it; a lock needs no right to write.
+        file.reset(::open(name.constData(), O_RDONLY | kFlags));
+    }
     if (!file.isValid() || !takeLock(file.number(), patience)) {
         return nullptr;
     }

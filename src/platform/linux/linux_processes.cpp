@@ -24,6 +24,9 @@ namespace {
 
 using linuxfiles::Descriptor;
 
+/// Beyond the usual limit of open files.
+constexpr int kMaxDescriptors = 65536;
+
 QStringList readArguments(QStringView text)
 {
     QStringList arguments;
@@ -68,6 +71,18 @@ bool isRunnable(const QByteArray& path)
            ::access(path.constData(), X_OK) == 0;
 }
 
+/// Marks all descriptors but the first three as closed by exec; kernels before 5.11 cannot do it in
+/// one call.
+void closeAllAtExec()
+{
+    if (::close_range(3, ~0U, CLOSE_RANGE_CLOEXEC) == 0) {
+        return;
+    }
+    for (int descriptor = 3; descriptor < kMaxDescriptors; ++descriptor) {
+        ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+    }
+}
+
 /// In the child, between fork and exec: only calls that are safe there.
 [[noreturn]] void becomeProgram(const char* path, char* const* arguments, int report)
 {
@@ -82,7 +97,7 @@ bool isRunnable(const QByteArray& path)
     for (int descriptor = 0; descriptor <= 2; ++descriptor) {
         ::dup2(nowhere, descriptor);
     }
-    ::close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
+    closeAllAtExec();
     // The grandchild belongs to nobody, so no sibling is ever left behind as a zombie.
     const pid_t child = ::fork();
     if (child == 0) {

@@ -4,6 +4,7 @@
 #include "platform/sqlite/parser.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace melovane::sqlite::dialect {
 
@@ -49,7 +50,7 @@ Translator::Translator(const QString& statement, const NameSource& names, bool a
 
 void Translator::fail(qsizetype position, const QString& what) const
 {
-    syntaxError(m_statement, position, what);
+    syntaxError(*m_text, position, what);
 }
 
 void Translator::tooComplex() const
@@ -229,11 +230,14 @@ const Translator::Stored& Translator::stored(const Source& source, qsizetype pos
 Translator::FromText
 Translator::bindQuery(const FromNode& node, const Source& source, Scope& scope, bool nullable)
 {
-    const Select& select = *stored(source, node.position).statement.select;
+    const Stored& query = stored(source, node.position);
+    const Select& select = *query.statement.select;
     const QString name = node.alias.isEmpty() ? source.name : node.alias.toString();
     m_openQueries.push_back(source.name);
+    const QString* outerText = std::exchange(m_text, &query.source.sql);
     FromText result =
         isPlain(select) ? weave(select, name, scope, nullable) : derived(select, name, scope);
+    m_text = outerText;
     m_openQueries.pop_back();
     return result;
 }
@@ -254,6 +258,12 @@ Translator::weave(const Select& select, const QString& name, Scope& scope, bool 
     }
     std::vector<ColumnRef> columns;
     items(select, inner, columns);
+    const auto tooLong = [](const ColumnRef& column) {
+        return column.sql.text.size() > kLongestStandIn;
+    };
+    if (std::any_of(columns.begin(), columns.end(), tooLong)) {
+        tooComplex();
+    }
     const bool allPlain = std::all_of(columns.begin(), columns.end(),
                                       [](const ColumnRef& column) { return column.table >= 0; });
     if (nullable && !allPlain) {
@@ -392,6 +402,9 @@ bool Translator::aliasOf(QStringView name, Scope& scope, Sql& found)
         scope.visibleAliases = i;
         found = expression(*item.expr, scope);
         scope.visibleAliases = before;
+        if (found.text.size() > kLongestStandIn) {
+            tooComplex();
+        }
         return true;
     }
     return false;

@@ -211,6 +211,7 @@ private:
     [[nodiscard]] Sql whereOf(const Statement& statement, Scope& scope);
 
     const QString& m_statement;
+    const QString* m_text = &m_statement; ///< the statement or stored query that is being read
     const NameSource& m_names;
     const bool m_allowParameters;
     Translation m_result;

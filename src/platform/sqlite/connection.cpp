@@ -58,11 +58,6 @@ int firstRead(sqlite3* connection)
                         nullptr);
 }
 
-bool hasJournal(const QString& path)
-{
-    return QFileInfo(path + "-wal"_L1).size() > 0 || QFileInfo(path + "-journal"_L1).size() > 0;
-}
-
 } // namespace
 
 void Connection::Closer::operator()(sqlite3* handle) const
@@ -176,7 +171,9 @@ qint64 Connection::number(const QString& sql)
 void Connection::createFile(const QString& path)
 {
     Handle handle = open(QFile::encodeName(path), kOpenFlags | SQLITE_OPEN_CREATE);
-    QStringList statements{u"PRAGMA page_size=4096"_s, u"PRAGMA encoding='UTF-8'"_s,
+    // Made safe as a whole when it gets its name.
+    QStringList statements{u"PRAGMA synchronous=OFF"_s, u"PRAGMA page_size=4096"_s,
+                           u"PRAGMA encoding='UTF-8'"_s,
                            u"PRAGMA application_id=%1"_s.arg(kApplicationId)};
     for (const char* table : kCatalogueTables) {
         statements.append(QString::fromLatin1(table));

@@ -23,7 +23,11 @@ namespace {
 using namespace Qt::Literals::StringLiterals;
 
 constexpr qsizetype kHeaderSize = 100;
+constexpr qsizetype kPageSizeAt = 16;
+constexpr qsizetype kChangesAt = 24;
+constexpr qsizetype kPagesAt = 28;
 constexpr qsizetype kApplicationIdAt = 68;
+constexpr qsizetype kPagesValidForAt = 92;
 constexpr char kMagic[] = "SQLite format 3";
 /// First bytes of a file of the previous engine; its later generation says "ACE" for "Jet".
 constexpr char kPreviousMagic[] = "\0\1\0\0Standard ";
@@ -60,6 +64,27 @@ void checkHeader(const QByteArray& header)
     if (qFromBigEndian<qint32>(header.constData() + kApplicationIdAt) != kApplicationId) {
         throw DbError(dberror::kUnrecognisedFormat,
                       u"The file is a database of another program."_s);
+    }
+}
+
+qint64 bigEndian(const QByteArray& header, qsizetype at)
+{
+    return qFromBigEndian<quint32>(header.constData() + at);
+}
+
+/// SQLite itself overlooks a file that lost part of its last page. A journal beside it says that
+/// the header may be ahead of the file.
+void checkSize(const QString& path, const QByteArray& header)
+{
+    if (hasJournal(path) || bigEndian(header, kChangesAt) != bigEndian(header, kPagesValidForAt)) {
+        return;
+    }
+    const qint64 word = qFromBigEndian<quint16>(header.constData() + kPageSizeAt);
+    const qint64 pageSize = word == 1 ? 65536 : word;
+    struct stat facts = {};
+    if (::stat(systemPath(path).constData(), &facts) == 0 &&
+        facts.st_size < pageSize * bigEndian(header, kPagesAt)) {
+        throw DbError(dberror::kCorrupt, u"The database file is cut off."_s);
     }
 }
 
@@ -131,7 +156,9 @@ FileId checkDatabaseFile(const QString& path)
     if (!S_ISREG(facts.st_mode)) {
         throw DbError(dberror::kCannotOpen, u"This is not a file: %1"_s.arg(path));
     }
-    checkHeader(readHeader(path));
+    const QByteArray header = readHeader(path);
+    checkHeader(header);
+    checkSize(path, header);
     return {facts.st_dev, facts.st_ino};
 }
 
@@ -154,6 +181,11 @@ bool onLocalFileSystem(const QString& path)
 bool inReadOnlyFolder(const QString& path)
 {
     return ::access(systemPath(QFileInfo(path).path()).constData(), W_OK) != 0;
+}
+
+bool hasJournal(const QString& path)
+{
+    return QFileInfo(path + "-wal"_L1).size() > 0 || QFileInfo(path + "-journal"_L1).size() > 0;
 }
 
 QString temporaryBeside(const QString& path)

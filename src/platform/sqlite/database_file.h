@@ -37,6 +37,9 @@ FileId checkDatabaseFile(const QString& path);
 /// True when the folder of the file takes no new files, as on read-only media.
 [[nodiscard]] bool inReadOnlyFolder(const QString& path);
 
+/// True when changes stand beside the file that are not in it yet.
+[[nodiscard]] bool hasJournal(const QString& path);
+
 /// A name beside the file that nobody uses.
 [[nodiscard]] QString temporaryBeside(const QString& path);
 

@@ -339,8 +339,8 @@ ExprPtr Parser::nameOrCall()
 
 ExprPtr Parser::call(const Token& function)
 {
-    const bool callable =
-        function.word == Word::None || function.word == Word::Left || function.word == Word::Right;
+    const bool callable = function.word == Word::None || function.word == Word::Asc ||
+                          function.word == Word::Left || function.word == Word::Right;
     if (!callable) {
         fail(u"Ausdruck erwartet"_s);
     }

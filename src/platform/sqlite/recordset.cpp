@@ -125,6 +125,15 @@ qint64 SqliteRecordset::rowOf(Bookmark mark) const
     return m_rows ? m_rows->positionOf(mark.id) : -1;
 }
 
+qint64 SqliteRecordset::rowOfSame(const Recordset& other, Bookmark mark) const
+{
+    const auto* set = dynamic_cast<const SqliteRecordset*>(&other);
+    if (!m_rows || !set || set->rowOf(mark) < 0) {
+        return -1;
+    }
+    return m_rows->positionOfSame(*set->m_rows, mark.id);
+}
+
 Bookmark SqliteRecordset::LastModified() const
 {
     return m_lastModified;

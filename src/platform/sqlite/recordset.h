@@ -24,6 +24,7 @@ public:
     [[nodiscard]] Bookmark bookmark() const override;
     void SetBookmark(Bookmark mark) override;
     [[nodiscard]] qint64 rowOf(Bookmark mark) const override;
+    [[nodiscard]] qint64 rowOfSame(const Recordset& other, Bookmark mark) const override;
     [[nodiscard]] Bookmark LastModified() const override;
     [[nodiscard]] int fieldCount() const override;
     [[nodiscard]] const FieldDef& fieldDef(int index) const override;

@@ -123,6 +123,25 @@ qint64 RowSet::keyAt(qint64 index, int table) const
     return index < first ? m_keys->keyAt(index, table) : m_added.keyAt(index - first, table);
 }
 
+qint64 RowSet::positionOfSame(const RowSet& other, qint64 index) const
+{
+    if (!isKeyed() || !other.isKeyed()) {
+        return -1;
+    }
+    const BaseTable& mine = m_statement->translation.tables.front();
+    const BaseTable& theirs = other.m_statement->translation.tables.front();
+    if (mine.schema != theirs.schema || mine.table != theirs.table) {
+        return -1;
+    }
+    const qint64 key = other.keyAt(index, 0);
+    if (key == kNoRow) {
+        return -1;
+    }
+    const qint64 found = m_keys->rowOf(key, 0);
+    const qint64 added = found < 0 ? m_added.rowOf(key, 0) : -1;
+    return positionOf(added < 0 ? found : m_keys->count() + added);
+}
+
 const Row& RowSet::row(Session& session, qint64 index)
 {
     if (!isKeyed()) {

@@ -53,6 +53,10 @@ public:
     /// Row id of a base table, or kNoRow.
     [[nodiscard]] qint64 keyAt(qint64 index, int table) const;
 
+    /// Position of the row with the first base row of row `index` of another set; -1 when there is
+    /// none, or the sets begin with different tables.
+    [[nodiscard]] qint64 positionOfSame(const RowSet& other, qint64 index) const;
+
     /// The row, fetched with its neighbours when it is not at hand. Valid until the next call.
     const Row& row(Session& session, qint64 index);
 

@@ -3,6 +3,8 @@
 #include "platform/sqlite/functions_date.h"
 #include "platform/sqlite/functions_text.h"
 
+#include <QLocale>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -41,7 +43,7 @@ QString realText(double number)
     if (std::isinf(number)) {
         return number > 0 ? u"9e999"_s : u"-9e999"_s;
     }
-    QString text = QString::number(number, 'g', 17);
+    QString text = QString::number(number, 'g', QLocale::FloatingPointShortest);
     if (!text.contains(u'.') && !text.contains(u'e')) {
         text += u".0"_s;
     }
@@ -190,6 +192,9 @@ Sql joined(std::vector<Sql> parts, Op op)
 {
     // Groups keep the tree low: SQLite refuses trees that are higher than a thousand.
     constexpr size_t kGroup = 200;
+    if (parts.size() > kMostConditions) {
+        throw TooComplex{};
+    }
     const bool isAnd = op == Op::And;
     const int strength = isAnd ? kBindsAnd : kBindsOr;
     while (parts.size() > kGroup) {

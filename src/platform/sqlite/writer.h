@@ -58,8 +58,12 @@ inline constexpr int kBindsMost = 12;
 inline constexpr int kParserStack = 90;
 /// SQLite allows trees of 1000.
 inline constexpr int kTreeHeight = 900;
-/// Longest text of one statement. Only names that stand for each other over and over get there.
-inline constexpr qsizetype kLongestExpression = 4'000'000;
+/// Longest text of one statement.
+inline constexpr qsizetype kLongestExpression = 8'000'000;
+/// Longest text that a name may stand for: names that stand for each other double it each time.
+inline constexpr qsizetype kLongestStandIn = 50'000;
+/// SQLite finds no plan for many more conditions than these.
+inline constexpr size_t kMostConditions = 10'000;
 
 /// Thrown by the combining functions; whoever knows the statement makes a DbError of it.
 struct TooComplex

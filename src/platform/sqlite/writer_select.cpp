@@ -86,8 +86,7 @@ ColumnRef Translator::itemColumn(const SelectItem& item, Scope& scope, int& unna
         column.sql = asValue(expression(expr, scope));
         column.field.Type = column.sql.type;
         column.field.Size = sizeOf(column.sql.type);
-        column.name = expr.kind == Expr::Kind::Name ? expr.text.toString() : QString();
-        if (column.name.isEmpty() && item.alias.isEmpty()) {
+        if (item.alias.isEmpty()) {
             column.name = u"Expr"_s + QString::number(1000 + unnamed++);
         }
     }

@@ -1,10 +1,19 @@
 # The database engine: everything is tried on real files.
 mlv_test(engine_test LABEL logic
     SOURCES
+        db/data_control_test.cpp
         sqlite/engine_catalogue_test.cpp
         sqlite/engine_fixture.cpp sqlite/engine_fixture.h
+        sqlite/engine_hostile_test.cpp
         sqlite/engine_links_test.cpp
         sqlite/engine_operations_test.cpp
         sqlite/engine_recordset_test.cpp
+        sqlite/engine_statements_test.cpp
     LINKS mlv_platform_sqlite SQLite::SQLite3)
 
+# Starts itself as further processes.
+mlv_test(engine_process_test LABEL process
+    SOURCES
+        sqlite/engine_fixture.cpp sqlite/engine_fixture.h
+        sqlite/engine_process_test.cpp
+    LINKS mlv_platform_sqlite SQLite::SQLite3)

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+namespace melovane {
+
+/// A line to type a search into.
+class SearchBox
+{
+public:
+    virtual ~SearchBox() = default;
+
+    [[nodiscard]] virtual QString text() const = 0;
+
+    /// Counts as a change of the text, as typing does; the insertion point goes to the end.
+    virtual void setText(const QString& text) = 0;
+
+    /// Gives it the keyboard.
+    virtual void focus() = 0;
+};
+
+} // namespace melovane

@@ -1,0 +1,254 @@
+#include "platform/qt/data_grid.h"
+
+#include "platform/qt/data_grid_model.h"
+#include "platform/qt/data_grid_painter.h"
+#include "platform/qt/empty_view.h"
+#include "platform/qt/figures.h"
+#include "platform/qt/grid_header.h"
+#include "platform/qt/skin.h"
+
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Units above and below the line of text of a row, together.
+constexpr int kRowSpace = 8;
+/// Least width of the column that takes the free room, in figures.
+constexpr int kLeastStretched = 16;
+
+} // namespace
+
+DataGrid::DataGrid(const Skin& skin, const IconSet& icons, QWidget* parent)
+    : QTableView(parent)
+    , m_skin(skin)
+    , m_header(new GridHeader(skin, this))
+    , m_emptyView(new EmptyView(icons, u"note"_s, viewport()))
+{
+    setHorizontalHeader(m_header);
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowSpace);
+    setItemDelegate(new DataGridPainter(skin, this));
+    setShowGrid(false);
+    setFrameShape(QFrame::NoFrame);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    setCornerButtonEnabled(false);
+
+    m_header->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_header, &QHeaderView::customContextMenuRequested, this, &DataGrid::showColumnMenu);
+    connect(m_header, &QHeaderView::sectionClicked, this, &DataGrid::headerClicked);
+    connect(m_header, &QHeaderView::sectionResized, this, &DataGrid::noteColumnResized);
+    connect(m_emptyView, &EmptyView::buttonClicked, this, &DataGrid::emptyButtonClicked);
+    connect(&skin, &Skin::changed, viewport(), qOverload<>(&QWidget::update));
+    updateEmptyView();
+}
+
+DataGrid::~DataGrid() = default;
+
+void DataGrid::setSource(const DataControl& rows,
+                         const GridLook& look,
+                         std::vector<GridColumn> columns)
+{
+    m_model = new DataGridModel(rows, look, std::move(columns), this);
+    setModel(m_model);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &DataGrid::updateEmptyView);
+    applyColumnWidths();
+    updateEmptyView();
+}
+
+void DataGrid::applyColumnWidths()
+{
+    const int figure = figureWidth(fontMetrics());
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const GridColumn& description = m_model->column(column);
+        setColumnWidth(column, description.width * figure + 2 * DataGridPainter::kPadding);
+        setColumnHidden(column, !description.shown);
+        if (description.stretched) {
+            m_stretchedColumn = column;
+        }
+    }
+    fitStretchedColumn();
+}
+
+void DataGrid::fitStretchedColumn()
+{
+    if (m_stretchedColumn < 0 || m_fitting || isColumnHidden(m_stretchedColumn)) {
+        return;
+    }
+    const QScopedValueRollback guard(m_fitting, true);
+    const int others = m_header->length() - columnWidth(m_stretchedColumn);
+    const int least = kLeastStretched * figureWidth(fontMetrics());
+    setColumnWidth(m_stretchedColumn, std::max(least, viewport()->width() - others));
+}
+
+void DataGrid::noteColumnResized(int column, int oldWidth, int newWidth)
+{
+    Q_UNUSED(oldWidth)
+    Q_UNUSED(newWidth)
+    if (m_fitting || !m_model) {
+        return;
+    }
+    if (column == m_stretchedColumn) {
+        // The user gave it a width of his own.
+        m_stretchedColumn = -1;
+    }
+    fitStretchedColumn();
+}
+
+void DataGrid::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    m_emptyView->setGeometry(viewport()->rect());
+    fitStretchedColumn();
+}
+
+void DataGrid::focusInEvent(QFocusEvent* event)
+{
+    QTableView::focusInEvent(event);
+    if (m_model && !currentIndex().isValid() && m_model->rowCount() > 0) {
+        goToRow(0, 0);
+    }
+    viewport()->update();
+}
+
+void DataGrid::focusOutEvent(QFocusEvent* event)
+{
+    QTableView::focusOutEvent(event);
+    viewport()->update();
+}
+
+int DataGrid::firstShownColumn() const
+{
+    for (int place = 0; place < m_header->count(); ++place) {
+        const int column = m_header->logicalIndex(place);
+        if (!isColumnHidden(column)) {
+            return column;
+        }
+    }
+    return 0;
+}
+
+qint64 DataGrid::currentRow() const
+{
+    return currentIndex().isValid() ? currentIndex().row() : -1;
+}
+
+qint64 DataGrid::firstVisibleRow() const
+{
+    return verticalScrollBar()->value();
+}
+
+void DataGrid::goToRow(qint64 row, qint64 firstVisible)
+{
+    if (!m_model || row < 0 || row >= m_model->rowCount()) {
+        clearSelection();
+        return;
+    }
+    const QModelIndex index = m_model->index(static_cast<int>(row), firstShownColumn());
+    setCurrentIndex(index);
+    verticalScrollBar()->setValue(
+        static_cast<int>(std::clamp<qint64>(firstVisible, 0, m_model->rowCount() - 1)));
+    scrollTo(index);
+}
+
+QString DataGrid::dataField(int column) const
+{
+    const bool known = m_model && column >= 0 && column < m_model->columnCount();
+    return known ? m_model->column(column).field : QString();
+}
+
+int DataGrid::columnOf(const QString& field) const
+{
+    return m_model ? m_model->columnOf(field) : -1;
+}
+
+void DataGrid::setSortArrow(int column, SortArrow arrow)
+{
+    m_header->setSortArrow(column, arrow);
+}
+
+SortArrow DataGrid::sortArrow(int column) const
+{
+    return m_header->arrowColumn() == column ? m_header->arrow() : SortArrow::None;
+}
+
+void DataGrid::setEmptyNote(const EmptyNote& note)
+{
+    m_emptyView->setNote(note);
+    updateEmptyView();
+}
+
+EmptyNote DataGrid::emptyNote() const
+{
+    return m_emptyView->note();
+}
+
+void DataGrid::updateEmptyView()
+{
+    const bool noRows = !m_model || m_model->rowCount() == 0;
+    m_emptyView->setVisible(noRows && m_emptyView->note() != EmptyNote());
+}
+
+void DataGrid::fillColumnMenu(QMenu& menu)
+{
+    const int shown = m_header->count() - m_header->hiddenSectionCount();
+    for (int place = 0; place < m_header->count(); ++place) {
+        const int column = m_header->logicalIndex(place);
+        QAction* entry = menu.addAction(m_model->column(column).heading);
+        entry->setCheckable(true);
+        entry->setChecked(!isColumnHidden(column));
+        entry->setEnabled(!entry->isChecked() || shown > 1);
+        connect(entry, &QAction::toggled, this, [this, column](bool on) {
+            setColumnHidden(column, !on);
+            fitStretchedColumn();
+        });
+    }
+}
+
+void DataGrid::showColumnMenu(const QPoint& place)
+{
+    if (!m_model) {
+        return;
+    }
+    QMenu menu(this);
+    fillColumnMenu(menu);
+    menu.exec(m_header->viewport()->mapToGlobal(place));
+}
+
+void DataGrid::keyboardSearch(const QString& text)
+{
+    Q_UNUSED(text)
+}
+
+void DataGrid::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        emit escapePressed();
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+QModelIndex DataGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    if (m_model && (action == MoveHome || action == MoveEnd)) {
+        const int row = action == MoveHome ? 0 : m_model->rowCount() - 1;
+        return m_model->index(row, std::max(0, currentIndex().column()));
+    }
+    return QTableView::moveCursor(action, modifiers);
+}
+
+} // namespace melovane

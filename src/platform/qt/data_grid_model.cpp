@@ -1,0 +1,138 @@
+#include "platform/qt/data_grid_model.h"
+
+#include "platform/db/data_control.h"
+
+#include <limits>
+
+namespace melovane {
+
+namespace {
+
+class RowOfModel : public RowValues
+{
+public:
+    RowOfModel(const DataGridModel& model, qint64 row)
+        : m_model(model)
+        , m_row(row)
+    {}
+
+    [[nodiscard]] Value value(const QString& field) const override
+    {
+        return m_model.value(m_row, field);
+    }
+
+private:
+    const DataGridModel& m_model;
+    qint64 m_row;
+};
+
+QVariant alignmentFlags(CellAlignment alignment)
+{
+    switch (alignment) {
+    case CellAlignment::Left:
+        return {Qt::AlignLeft | Qt::AlignVCenter};
+    case CellAlignment::Centre:
+        return {Qt::AlignCenter};
+    case CellAlignment::Right:
+        return {Qt::AlignRight | Qt::AlignVCenter};
+    }
+    return {};
+}
+
+} // namespace
+
+DataGridModel::DataGridModel(const DataControl& data,
+                             const GridLook& look,
+                             std::vector<GridColumn> columns,
+                             QObject* parent)
+    : QAbstractTableModel(parent)
+    , m_data(data)
+    , m_look(look)
+    , m_columns(std::move(columns))
+    , m_fields(m_columns.size(), -1)
+{
+    connect(&data, &DataControl::refreshed, this, &DataGridModel::takeRows);
+    connect(&data, &DataControl::cellsChanged, this, &DataGridModel::repaintAll);
+    takeRows();
+}
+
+void DataGridModel::takeRows()
+{
+    beginResetModel();
+    m_fieldByName.clear();
+    for (int field = 0; field < m_data.columnCount(); ++field) {
+        m_fieldByName.insert(m_data.column(field).Name.toLower(), field);
+    }
+    for (size_t index = 0; index < m_columns.size(); ++index) {
+        m_fields[index] = m_fieldByName.value(m_columns[index].field.toLower(), -1);
+    }
+    m_rows =
+        static_cast<int>(std::min<qint64>(m_data.rowCount(), std::numeric_limits<int>::max() / 2));
+    endResetModel();
+}
+
+void DataGridModel::repaintAll()
+{
+    if (m_rows > 0) {
+        emit dataChanged(index(0, 0), index(m_rows - 1, columnCount() - 1), {Qt::DisplayRole});
+    }
+}
+
+int DataGridModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_rows;
+}
+
+int DataGridModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
+}
+
+int DataGridModel::columnOf(const QString& field) const
+{
+    for (size_t index = 0; index < m_columns.size(); ++index) {
+        if (m_columns[index].field.compare(field, Qt::CaseInsensitive) == 0) {
+            return static_cast<int>(index);
+        }
+    }
+    return -1;
+}
+
+Value DataGridModel::value(qint64 row, const QString& field) const
+{
+    const int index = m_fieldByName.value(field.toLower(), -1);
+    return index < 0 ? Value() : m_data.cell(row, index);
+}
+
+CellStyle DataGridModel::style(const QModelIndex& index) const
+{
+    return m_look.style(column(index.column()).field, RowOfModel(*this, index.row()));
+}
+
+QVariant DataGridModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid()) {
+        return {};
+    }
+    if (role == Qt::TextAlignmentRole) {
+        return alignmentFlags(column(index.column()).alignment);
+    }
+    const int field = m_fields[static_cast<size_t>(index.column())];
+    if ((role != Qt::DisplayRole && role != Qt::AccessibleTextRole) || field < 0) {
+        return {};
+    }
+    return m_look.text(column(index.column()).field, m_data.cell(index.row(), field));
+}
+
+QVariant DataGridModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation == Qt::Vertical || section < 0 || section >= columnCount()) {
+        return {};
+    }
+    if (role == Qt::DisplayRole) {
+        return column(section).heading;
+    }
+    return role == Qt::TextAlignmentRole ? alignmentFlags(column(section).alignment) : QVariant();
+}
+
+} // namespace melovane

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/controls/grid_control.h"
+
+#include <QAbstractTableModel>
+#include <QHash>
+
+#include <vector>
+
+namespace melovane {
+
+class DataControl;
+
+/// Rows of a data control for a table view. Keeps nothing: a cell is fetched when it is painted.
+///
+/// The columns are the grid's own and stay when the statement changes; each finds its field by
+/// name after every refresh.
+class DataGridModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    /// `data` and `look` outlive the model.
+    DataGridModel(const DataControl& data,
+                  const GridLook& look,
+                  std::vector<GridColumn> columns,
+                  QObject* parent = nullptr);
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    /// Text, alignment, and the text again for assistive programs; all else is the painter's.
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant
+    headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    [[nodiscard]] const GridColumn& column(int index) const
+    {
+        return m_columns[static_cast<size_t>(index)];
+    }
+
+    [[nodiscard]] int columnOf(const QString& field) const;
+    [[nodiscard]] CellStyle style(const QModelIndex& index) const;
+    [[nodiscard]] Value value(qint64 row, const QString& field) const;
+
+private:
+    void takeRows();
+    void repaintAll();
+
+    const DataControl& m_data;
+    const GridLook& m_look;
+    std::vector<GridColumn> m_columns;
+    std::vector<int> m_fields;         ///< field index of each column, -1 for none
+    QHash<QString, int> m_fieldByName; ///< names in lower case
+    int m_rows = 0;
+};
+
+} // namespace melovane

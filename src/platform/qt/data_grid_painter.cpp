@@ -1,0 +1,124 @@
+#include "platform/qt/data_grid_painter.h"
+
+#include "platform/qt/data_grid_model.h"
+#include "platform/qt/figures.h"
+#include "platform/qt/skin.h"
+
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// How strongly a tint colours the ground.
+constexpr double kTint = 0.16;
+
+/// Longest text that is laid out; nothing behind it would fit a cell.
+constexpr int kLongestPainted = 500;
+
+/// The first line of a text, as far as it could fit.
+QString paintedPart(const QString& text)
+{
+    return text.left(kLongestPainted).section(u'\n', 0, 0);
+}
+
+QFont fontOf(const CellStyle& style, QFont font)
+{
+    font.setBold(style.bold);
+    font.setStrikeOut(style.struckOut);
+    return font;
+}
+
+void paintBadge(QPainter& painter, const QRect& cell, const CellStyle& style, const QString& text)
+{
+    const QFontMetrics metrics = painter.fontMetrics();
+    const int height = metrics.height() + 1;
+    const int width = std::max(height, figureTextWidth(metrics, text) + 10);
+    QRect field(0, 0, width, height);
+    field.moveCenter(cell.center());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(toQColor(*style.badge));
+    painter.drawRoundedRect(field, 3, 3);
+    painter.setPen(toQColor(readableOn(style.badgeText.value_or(Colour()), *style.badge)));
+    painter.drawText(field, Qt::AlignCenter, text);
+}
+
+} // namespace
+
+DataGridPainter::DataGridPainter(const Skin& skin, QObject* parent)
+    : QStyledItemDelegate(parent)
+    , m_skin(skin)
+{}
+
+Colour DataGridPainter::ground(const QStyleOptionViewItem& option, int row) const
+{
+    const Theme& theme = m_skin.theme();
+    if (option.state & QStyle::State_Selected) {
+        const bool focus = option.widget && option.widget->hasFocus();
+        return theme.colour(focus ? ThemeRole::GridColorSelGotFocus
+                                  : ThemeRole::GridColorSelLostFocus);
+    }
+    return theme.colour(row % 2 == 0 ? ThemeRole::GridColor : ThemeRole::GridColorAlternating);
+}
+
+void DataGridPainter::paint(QPainter* painter,
+                            const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const
+{
+    const auto* model = qobject_cast<const DataGridModel*>(index.model());
+    if (!model) {
+        return;
+    }
+    const CellStyle style = model->style(index);
+    Colour colour = ground(option, index.row());
+    if (style.tint && !(option.state & QStyle::State_Selected)) {
+        colour = mixed(colour, *style.tint, kTint);
+    }
+    painter->save();
+    painter->fillRect(option.rect, toQColor(colour));
+    const QString shown = paintedPart(index.data().toString());
+    painter->setFont(fontOf(style, option.font));
+    const QRect inner = option.rect.adjusted(kPadding, 0, -kPadding, 0);
+    if (style.badge && !shown.isEmpty()) {
+        paintBadge(*painter, option.rect, style, shown);
+    } else if (!shown.isEmpty()) {
+        const Colour ink = style.text.value_or(m_skin.theme().colour(ThemeRole::Text));
+        painter->setPen(toQColor(readableOn(ink, colour)));
+        const QString fitting =
+            painter->fontMetrics().elidedText(shown, Qt::ElideRight, inner.width());
+        if (model->column(index.column()).alignment == CellAlignment::Right) {
+            drawFigures(*painter, inner, fitting);
+        } else {
+            const QVariant flags = index.data(Qt::TextAlignmentRole);
+            painter->drawText(inner, flags.toInt() | Qt::TextSingleLine, fitting);
+        }
+    }
+    painter->restore();
+}
+
+bool DataGridPainter::helpEvent(QHelpEvent* event,
+                                QAbstractItemView* view,
+                                const QStyleOptionViewItem& option,
+                                const QModelIndex& index)
+{
+    const QString text = index.data().toString();
+    const int room = view->visualRect(index).width() - 2 * kPadding;
+    const bool fits = option.fontMetrics.horizontalAdvance(text) <= room;
+    if (event->type() != QEvent::ToolTip || fits) {
+        QToolTip::hideText();
+        return true;
+    }
+    // A title may look like markup; it is shown as it stands.
+    constexpr int kLongest = 1000;
+    const QString shown = u"<qt>%1</qt>"_s.arg(text.left(kLongest).toHtmlEscaped());
+    QToolTip::showText(event->globalPos(), shown, view);
+    return true;
+}
+
+} // namespace melovane

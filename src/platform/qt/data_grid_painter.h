@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/controls/grid_control.h"
+
+#include <QStyledItemDelegate>
+
+namespace melovane {
+
+class Skin;
+
+/// Paints the cells of a grid: ground, badge, text, with every text readable on its ground.
+class DataGridPainter : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    /// Units between a cell's border and its text.
+    static constexpr int kPadding = 8;
+
+    DataGridPainter(const Skin& skin, QObject* parent);
+
+    void paint(QPainter* painter,
+               const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+
+    /// Shows the whole text of a cell that had no room for it.
+    bool helpEvent(QHelpEvent* event,
+                   QAbstractItemView* view,
+                   const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
+
+private:
+    [[nodiscard]] Colour ground(const QStyleOptionViewItem& option, int row) const;
+
+    const Skin& m_skin;
+};
+
+} // namespace melovane

@@ -1,0 +1,120 @@
+#include "platform/qt/panel.h"
+
+#include "platform/qt/skin.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QPainterPath>
+#include <QToolButton>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kRadius = 5;
+
+/// The rounded border of a panel. It lies above the view and covers its corners with the colour of
+/// the gaps; between the corners it is one unit thin and catches no click.
+class FrameOverlay : public QWidget
+{
+public:
+    FrameOverlay(const Skin& skin, QWidget* parent)
+        : QWidget(parent)
+        , m_skin(skin)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setAttribute(Qt::WA_NoSystemBackground);
+        setFocusPolicy(Qt::NoFocus);
+    }
+
+protected:
+    void resizeEvent(QResizeEvent*) override
+    {
+        // Only border and corners, so that scrolling in the view stays a move of pixels.
+        QRegion inner(rect().adjusted(1, kRadius, -1, -kRadius));
+        inner += rect().adjusted(kRadius, 1, -kRadius, -1);
+        setMask(QRegion(rect()) - inner);
+    }
+
+    void paintEvent(QPaintEvent*) override
+    {
+        const QRectF border = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+        QPainterPath rounded;
+        rounded.addRoundedRect(border, kRadius, kRadius);
+        QPainterPath outside;
+        outside.addRect(rect());
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.fillPath(outside - rounded, m_skin.theme().qcolor(ThemeRole::BackColorSizer));
+        painter.setPen(m_skin.theme().qcolor(ThemeRole::Hairline));
+        painter.drawPath(rounded);
+    }
+
+private:
+    const Skin& m_skin;
+};
+
+} // namespace
+
+Panel::Panel(const Skin& skin, QWidget* parent)
+    : QWidget(parent)
+    , m_skin(skin)
+    , m_row(new QWidget(this))
+    , m_column(new QVBoxLayout(this))
+    , m_frame(new FrameOverlay(skin, this))
+{
+    m_row->setObjectName(u"ToolRow"_s);
+    m_row->setAttribute(Qt::WA_StyledBackground);
+    auto* tools = new QHBoxLayout(m_row);
+    tools->setContentsMargins(7, 5, 7, 5);
+    tools->setSpacing(3);
+    m_row->hide();
+    m_column->setContentsMargins(1, 1, 1, 1);
+    m_column->setSpacing(0);
+    m_column->addWidget(m_row);
+    connect(&skin, &Skin::changed, this, qOverload<>(&QWidget::update));
+    connect(&skin, &Skin::changed, m_frame, qOverload<>(&QWidget::update));
+}
+
+QHBoxLayout* Panel::toolRow()
+{
+    m_row->show();
+    return static_cast<QHBoxLayout*>(m_row->layout());
+}
+
+QToolButton* Panel::addTool(const QString& name, const QIcon& icon, const QString& tip)
+{
+    auto* button = new QToolButton(m_row);
+    // The grid of the icons is a little higher than a line of text.
+    const int side = fontMetrics().height() * 8 / 7;
+    button->setObjectName(name);
+    button->setIcon(icon);
+    button->setIconSize({side, side});
+    button->setToolTip(tip);
+    button->setAccessibleName(tip);
+    button->setFocusPolicy(Qt::TabFocus);
+    toolRow()->addWidget(button);
+    return button;
+}
+
+void Panel::setView(QWidget* view)
+{
+    m_column->addWidget(view, 1);
+    m_frame->raise();
+}
+
+void Panel::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    m_frame->setGeometry(rect());
+}
+
+void Panel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), m_skin.theme().qcolor(ThemeRole::Panel));
+}
+
+} // namespace melovane

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QWidget>
+
+class QHBoxLayout;
+class QToolButton;
+class QVBoxLayout;
+
+namespace melovane {
+
+class IconSet;
+class Skin;
+
+/// One area of the main window: a thin rounded frame, a row of tools, and the view below it.
+class Panel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    Panel(const Skin& skin, QWidget* parent = nullptr);
+
+    /// The row above the view, hidden until something is put into it.
+    [[nodiscard]] QHBoxLayout* toolRow();
+
+    /// A flat button at the end of the tool row.
+    QToolButton* addTool(const QString& name, const QIcon& icon, const QString& tip);
+
+    void setView(QWidget* view);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const Skin& m_skin;
+    QWidget* m_row;
+    QVBoxLayout* m_column;
+    QWidget* m_frame; ///< drawn over the corners of the view
+};
+
+} // namespace melovane

@@ -1,0 +1,67 @@
+#include "platform/qt/search_line.h"
+
+#include "platform/qt/icon_set.h"
+
+#include <QAction>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+namespace melovane {
+
+SearchLine::SearchLine(const IconSet& icons, QWidget* parent)
+    : QComboBox(parent)
+{
+    setEditable(true);
+    setInsertPolicy(NoInsert);
+    // A completer would write letters that nobody has typed.
+    setCompleter(nullptr);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setMinimumContentsLength(12);
+    lineEdit()->addAction(icons.icon(QStringLiteral("search"), ThemeRole::TextSecond),
+                          QLineEdit::LeadingPosition);
+    QAction* clear = lineEdit()->addAction(
+        icons.icon(QStringLiteral("clear"), ThemeRole::TextSecond), QLineEdit::TrailingPosition);
+    clear->setToolTip(QStringLiteral("Suchzeile leeren"));
+    clear->setVisible(false);
+    connect(clear, &QAction::triggered, lineEdit(), &QLineEdit::clear);
+    connect(this, &QComboBox::editTextChanged, this, [this, clear](const QString& now) {
+        clear->setVisible(!now.isEmpty());
+        emit textChanged(now);
+    });
+}
+
+QString SearchLine::text() const
+{
+    return currentText();
+}
+
+void SearchLine::setText(const QString& text)
+{
+    setEditText(text);
+}
+
+void SearchLine::focus()
+{
+    setFocus(Qt::ShortcutFocusReason);
+    lineEdit()->selectAll();
+}
+
+void SearchLine::keyPressEvent(QKeyEvent* event)
+{
+    const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (plain && event->key() == Qt::Key_Down) {
+        emit downPressed();
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit entered(text());
+    } else {
+        QComboBox::keyPressEvent(event);
+    }
+}
+
+void SearchLine::wheelEvent(QWheelEvent* event)
+{
+    // Turning the wheel over a combo box would choose another text.
+    event->ignore();
+}
+
+} // namespace melovane

@@ -1,0 +1,153 @@
+#include "platform/qt/skin.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QFontMetrics>
+#include <QScopedValueRollback>
+#include <QStyle>
+#include <QStyleFactory>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Names of roles in braces, and sizes: {line} is the height of a line, {pad} the space above and
+/// below it in a control.
+constexpr char16_t kSheet[] = uR"(
+QMainWindow, QWidget#Frame { background: {BackColorSizer}; }
+QMainWindow::separator { width: 0; height: 0; }
+QSplitter::handle { background: transparent; image: none; }
+QMenuBar { background: {GridHeadColor}; color: {Text}; padding: 3px 6px; border: none;
+  border-bottom: 1px solid {Hairline}; }
+QMenuBar::item { background: transparent; padding: {pad}px 10px; border-radius: 4px; }
+QMenuBar::item:selected { background: {GridColorSelLostFocus}; }
+QMenuBar::item:pressed { background: {GridColorSelGotFocus}; }
+QMenu { background: {GridHeadColor}; color: {Text}; border: 1px solid {Hairline}; padding: 5px; }
+QMenu::item { padding: {pad}px 28px {pad}px 10px; border-radius: 4px; }
+QMenu::item:selected { background: {GridColorSelGotFocus}; color: {Text}; }
+QMenu::item:disabled { color: {TextDisabled}; }
+QMenu::icon { padding-left: 8px; }
+QMenu::separator { height: 1px; background: {Hairline}; margin: 5px 8px; }
+QToolTip { background: {GridHeadColor}; color: {Text}; border: 1px solid {Hairline};
+  padding: 4px 7px; }
+QWidget#ToolRow { background: {GridHeadColor}; border-bottom: 1px solid {Hairline};
+  border-top-left-radius: 5px; border-top-right-radius: 5px; }
+QWidget#StatusBar1 { background: {GridHeadColor}; border-top: 1px solid {Hairline}; }
+QWidget#StatusBar1 QLabel { color: {TextSecond}; padding: 0 12px; }
+QWidget#StatusBar1 QLabel#StatusElapsed { color: {Text}; }
+QFrame#StatusLine { background: {Hairline}; border: none; }
+QLabel#MatchCount { color: {TextSecond}; }
+QToolButton { background: transparent; border: 1px solid transparent; border-radius: 4px;
+  padding: 4px; color: {Text}; }
+QToolButton:hover { background: {GridColorSelLostFocus}; }
+QToolButton:pressed, QToolButton:checked { background: {GridColorSelGotFocus}; }
+QToolButton:focus { border-color: {Accent}; }
+QToolButton::menu-indicator { image: none; }
+QComboBox#Text1 { background: {TextField}; color: {Text}; border: 1px solid {Hairline};
+  border-radius: 4px; padding: 2px 2px 2px 4px; min-height: {field}px; }
+QComboBox#Text1:hover { border-color: {TextDisabled}; }
+QComboBox#Text1:focus { border-color: {Accent}; }
+QComboBox#Text1::drop-down { border: none; width: 0; }
+QComboBox#Text1 QLineEdit { background: transparent; border: none; padding: 0;
+  selection-background-color: {GridColorSelGotFocus}; selection-color: {Text}; }
+QPushButton { background: {GridHeadColor}; color: {Text}; border: 1px solid {Hairline};
+  border-radius: 4px; padding: {pad}px 14px; min-height: {line}px; }
+QPushButton:hover { background: {GridColorSelLostFocus}; }
+QPushButton:pressed { background: {GridColorSelGotFocus}; }
+QPushButton:focus, QPushButton:default { border-color: {Accent}; }
+QPushButton#EmptyButton { border-color: {Accent}; }
+QPushButton:disabled { color: {TextDisabled}; }
+QTableView { background: {GridColor}; border: none; }
+QTableView QTableCornerButton::section { background: {GridHeadColor}; border: none; }
+QLabel#EmptyTitle { color: {Text}; }
+QWidget[quiet="true"] QLabel#EmptyTitle { color: {TextSecond}; }
+QLabel#EmptyText { color: {TextSecond}; }
+QScrollBar { background: {GridColor}; border: none; }
+QScrollBar:vertical { width: 12px; }
+QScrollBar:horizontal { height: 12px; }
+QScrollBar::handle { background: {GridColorSelLostFocus}; border: 1px solid {Hairline};
+  border-radius: 4px; margin: 2px; }
+QScrollBar::handle:vertical { min-height: 32px; }
+QScrollBar::handle:horizontal { min-width: 32px; }
+QScrollBar::handle:hover { background: {TextDisabled}; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; border: none; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
+QAbstractScrollArea::corner { background: {GridColor}; border: none; }
+QProgressBar { background: {Hairline}; border: none; border-radius: 3px; max-height: 6px; }
+QProgressBar::chunk { background: {Accent}; border-radius: 3px; }
+QDialog, QMessageBox { background: {Panel}; }
+)";
+
+} // namespace
+
+QString styleSheetFor(const Theme& theme, int lineHeight)
+{
+    QString sheet = QString::fromUtf16(kSheet);
+    for (int index = 0; index < kThemeRoles; ++index) {
+        const auto role = static_cast<ThemeRole>(index);
+        sheet.replace(u'{' + Theme::nameOf(role) + u'}', theme.colour(role).toText());
+    }
+    sheet.replace("{line}"_L1, QString::number(lineHeight));
+    sheet.replace("{field}"_L1, QString::number(lineHeight + 4));
+    sheet.replace("{pad}"_L1, QString::number(std::max(3, lineHeight / 4)));
+    return sheet;
+}
+
+Skin::Skin(QApplication& application, QObject* parent)
+    : QObject(parent)
+    , m_application(application)
+    , m_desktopPalette(application.palette())
+    , m_desktopStyle(application.style()->objectName())
+    , m_theme(Theme::fromPalette(m_desktopPalette))
+{
+    application.installEventFilter(this);
+}
+
+bool Skin::load(const QString& themeText)
+{
+    const ThemeFile file = readTheme(themeText, Theme::fromPalette(m_desktopPalette));
+    if (file.colours == 0) {
+        return false;
+    }
+    m_theme = file.theme;
+    m_loaded = true;
+    apply();
+    return true;
+}
+
+void Skin::clear()
+{
+    m_theme = Theme::fromPalette(m_desktopPalette);
+    m_loaded = false;
+    apply();
+}
+
+QString Skin::titleOf(const QString& themeText) const
+{
+    return readTheme(themeText, m_theme).name;
+}
+
+void Skin::apply()
+{
+    const QScopedValueRollback guard(m_applying, true);
+    QApplication::setStyle(QStyleFactory::create(m_loaded ? u"Fusion"_s : m_desktopStyle));
+    QApplication::setPalette(m_loaded ? m_theme.palette() : m_desktopPalette);
+    m_application.setStyleSheet(
+        styleSheetFor(m_theme, QFontMetrics(m_application.font()).height()));
+    emit changed();
+}
+
+bool Skin::eventFilter(QObject* watched, QEvent* event)
+{
+    // The user changed the colours of the desktop while we follow them.
+    if (watched == &m_application && event->type() == QEvent::ApplicationPaletteChange &&
+        !m_applying && !m_loaded) {
+        m_desktopPalette = QApplication::palette();
+        clear();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace melovane

@@ -1,0 +1,107 @@
+#include "shell/application.h"
+
+#include "library/ui/mp3db_widget.h"
+#include "platform/db/db_error.h"
+#include "platform/linux/linux_file_lock.h"
+#include "platform/sqlite/sqlite_engine.h"
+#include "platform/system/path_text.h"
+
+#include <QApplication>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Opens every plain table of a database; the text of the first error, or nothing.
+QString firstErrorOf(DBEngine& engine, const QString& databaseName)
+{
+    try {
+        const auto database = engine.OpenDatabase(databaseName);
+        for (const TableDef& table : database->tableDefs().All()) {
+            if (!table.isLink()) {
+                database->OpenRecordset(table.Name)->Close();
+            }
+        }
+        return {};
+    } catch (const DbError& error) {
+        return error.text();
+    }
+}
+
+} // namespace
+
+Application::Application(QApplication& application)
+    : m_profile(m_files)
+    , m_paths(m_environment, m_files)
+    , m_engine(sqlite::makeEngine(m_clock))
+    , m_settings(m_paths, m_profile, m_files, *m_engine)
+    , m_skin(application)
+    , m_icons(m_skin)
+    , m_window(m_skin, m_icons)
+    , m_mlvdb(m_settings, m_paths, m_files, m_processes, m_loop, m_window.controls())
+    , m_library(*m_engine, m_settings, m_clock, m_loop, m_window.library().controls(), [this] {
+        m_mlvdb.mnuImpMP3(0);
+    })
+{}
+
+Application::~Application() = default;
+
+bool Application::anotherCopyRuns()
+{
+    const QString folder = m_environment.runtimeFolder();
+    if (folder.isEmpty()) {
+        return false;
+    }
+    const QString file = path::join(folder, m_paths.programName() + u".lock"_s);
+    m_onlyCopy = lockFile(file, std::chrono::milliseconds::zero());
+    return !m_onlyCopy;
+}
+
+StartSteps Application::steps()
+{
+    return {
+        [this] { return firstErrorOf(*m_engine, m_settings.DbName()); },
+        [this] { m_settings.Refresh(); },
+        [this] { return anotherCopyRuns(); },
+        [this] { return m_files.fileExists(m_settings.DbName()); },
+        [this] { return m_settings.CheckDBVersion() == 0; },
+    };
+}
+
+void Application::connectViews()
+{
+    m_window.attach(m_mlvdb);
+    m_window.library().attach(m_library);
+    QObject::connect(&m_window, &MlvdbWindow::firstShown, &m_library,
+                     [this] { m_mlvdb.activateFirst(m_library.librarySize()); });
+    QObject::connect(&m_window, &MlvdbWindow::closing, &m_library, [this] {
+        m_mlvdb.unload();
+        m_library.end();
+    });
+}
+
+int Application::run()
+{
+    switch (SubMain(steps(), m_settings, m_dialog).run()) {
+    case StartResult::SecondCopy:
+        return 0;
+    case StartResult::Refused:
+        return 1;
+    case StartResult::Run:
+        break;
+    }
+    m_mlvdb.load();
+    connectViews();
+    try {
+        m_library.start();
+    } catch (const DbError& error) {
+        m_dialog.show(u"Achtung !"_s, error.text());
+        return 1;
+    }
+    m_window.show();
+    return QApplication::exec();
+}
+
+} // namespace melovane

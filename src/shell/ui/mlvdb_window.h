@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/controls/window_frame.h"
+
+#include <QMainWindow>
+
+#include <array>
+#include <functional>
+
+namespace melovane {
+
+class IconSet;
+class MLVDB;
+class Mp3dbWidget;
+struct MlvdbControls;
+class Panel;
+class Skin;
+class SplitPanel;
+class StatusBar;
+
+/// The main window: menus, three splits, status line, and the views in their places.
+class MlvdbWindow : public QMainWindow, public WindowFrame
+{
+    Q_OBJECT
+
+public:
+    MlvdbWindow(Skin& skin, const IconSet& icons);
+
+    /// What the logic of the window is made with.
+    [[nodiscard]] MlvdbControls controls();
+
+    [[nodiscard]] Mp3dbWidget& library() { return *m_library; }
+
+    /// Connects the form with its logic, which outlives its last event.
+    void attach(MLVDB& logic);
+
+    void setCaption(const QString& caption) override;
+    void setLeastSize(const QSize& size) override;
+    [[nodiscard]] QRect place() const override;
+    void setPlace(const QRect& place) override;
+    [[nodiscard]] bool isMaximisedNow() const override;
+    void maximise() override;
+    [[nodiscard]] QRect screenArea() const override;
+    void closeWindow() override;
+
+signals:
+    /// Once, when the window is about to be seen for the first time.
+    void firstShown();
+    /// Before the window goes.
+    void closing();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildPanels();
+    void buildMenus(MLVDB& logic);
+    void fillSkinMenu(QMenu& menu, MLVDB& logic);
+    void showAbout();
+    [[nodiscard]] Panel*
+    laterPanel(const QString& name, const QString& icon, const QString& title, const QString& text);
+
+    Skin& m_skin;
+    const IconSet& m_icons;
+    Mp3dbWidget* m_library = nullptr;
+    StatusBar* m_status = nullptr;
+    std::array<SplitPanel*, 3> m_splits{};
+    bool m_shown = false;
+};
+
+} // namespace melovane

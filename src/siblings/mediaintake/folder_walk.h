@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/system/files.h"
+#include "siblings/mediaintake/intake_report.h"
+
+#include <QSet>
+#include <QStringList>
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace melovane {
+
+/// A file with its place.
+struct FoundFile
+{
+    QString folder; ///< with its separator at the end
+    QString name;
+    FileFacts facts;
+
+    [[nodiscard]] QString path() const { return folder + name; }
+};
+
+/// Finds the MP3 files below some folders, one folder at a time, each folder once.
+///
+/// Folders and names come in the order of their bytes, a folder's own files before those of its
+/// subfolders. Names that begin with "." are left out. Links are followed; a folder that was
+/// visited already, under whatever name, is not visited again, so loops end. The extension counts
+/// in any letter case.
+class FolderWalk
+{
+public:
+    /// \param roots folders, or single files
+    FolderWalk(const Files& files, const QStringList& roots);
+
+    /// The files of the next folder, maybe none; nothing when all folders were visited.
+    [[nodiscard]] std::optional<std::vector<FoundFile>> next();
+
+    /// Roots that are not there.
+    [[nodiscard]] const std::vector<Refusal>& refused() const { return m_refused; }
+
+private:
+    [[nodiscard]] std::vector<FoundFile> visit(const QString& folder);
+    [[nodiscard]] bool isFirstVisit(const FileFacts& folder);
+
+    const Files& m_files;
+    std::vector<QString> m_waiting; ///< the next one is the last
+    QSet<std::pair<quint64, quint64>> m_visited;
+    std::vector<Refusal> m_refused;
+};
+
+} // namespace melovane

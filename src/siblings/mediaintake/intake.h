@@ -1,0 +1,132 @@
+#pragma once
+
+#include "platform/system/files.h"
+#include "playlistfiles/tag_import.h"
+#include "siblings/mediaintake/folder_walk.h"
+#include "siblings/mediaintake/intake_fids.h"
+#include "siblings/mediaintake/intake_library.h"
+#include "siblings/mediaintake/intake_report.h"
+#include "siblings/mediaintake/read_ahead.h"
+
+#include <QHash>
+#include <QStringList>
+
+#include <chrono>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace melovane {
+
+/// What an import needs of the system. All outlive it. The reader is used on a second thread.
+struct IntakeParts
+{
+    DBEngine& engine;
+    const Files& files;
+    const TagReader& reader;
+    const Clock& clock;
+};
+
+struct IntakeOrder
+{
+    IntakeMode mode = IntakeMode::NewFiles;
+    QString database;    ///< full path of the database file
+    QStringList folders; ///< to import from; not used for changed files
+    int id3v2Tags = 1;   ///< the setting of that name
+};
+
+/// How far an import is.
+struct IntakeProgress
+{
+    bool listing = true; ///< files are being looked for; total is not yet known
+    qint64 done = 0;
+    qint64 total = 0;
+    QString file; ///< the one last looked at
+};
+
+/// One import, done in steps so that a window stays alive and can cancel between them.
+///
+/// New files: a file whose folder and name the library has is left alone (if it was marked as
+/// missing, the mark goes). A file whose tag holds the identifier of a row is that row's new place
+/// when the row's own file is gone, and a duplicate otherwise; tracks on discs count as there. All
+/// others become new rows. Changed files: rows whose file differs in size or date are read again.
+///
+/// Rows are committed in portions. Files that are refused are listed in the report and nothing
+/// about them is written. A failing database ends the import: the open portion is undone and its
+/// files are listed as refused.
+class Intake
+{
+public:
+    Intake(const IntakeParts& parts, IntakeOrder order);
+    ~Intake();
+
+    /// Works for about that long. False when there is nothing left to do; never throws.
+    bool step(std::chrono::milliseconds budget);
+
+    /// Commits what is read so far; the next step() gives false.
+    void cancel();
+
+    [[nodiscard]] const IntakeProgress& progress() const { return m_progress; }
+
+    /// Final when step() gave false.
+    [[nodiscard]] const IntakeReport& report() const { return m_report; }
+
+private:
+    enum class State
+    {
+        Opening,
+        Listing,
+        Reading,
+        Finishing,
+        Done
+    };
+
+    /// Counts and paths of the portion that is not yet committed.
+    struct Portion
+    {
+        int added = 0;
+        int changed = 0;
+        int moved = 0;
+        int returned = 0;
+        QStringList paths;
+    };
+
+    void work(std::chrono::steady_clock::time_point deadline);
+    void open();
+    void list();
+    void listFolder();
+    void listRow();
+    void takeFound(const FoundFile& file, const QHash<QString, StoredPlace>& known);
+    void readSome(std::chrono::steady_clock::time_point deadline);
+    void startBatch();
+    void write(ReadFile& file);
+    void writeNew(const FoundFile& file, const MediaReading& reading);
+    void writeChanged(const ReadFile& file);
+    void addTrack(const FoundFile& file, ImportedTrack& track, const QString& fidOfTag);
+    /// True when the file was dealt with: the identifier belongs to a row.
+    [[nodiscard]] bool meetsRow(const FoundFile& file, const ImportedTrack& track);
+    void finish();
+    void commit();
+    void note(int Portion::*count, const QString& path);
+    void refuse(const QString& path, int code, const QString& detail);
+    void fail(const QString& text);
+
+    IntakeParts m_parts;
+    IntakeOrder m_order;
+    State m_state = State::Opening;
+    IntakeProgress m_progress;
+    IntakeReport m_report;
+    Portion m_portion;
+    TagImport m_import;
+    IntakeFids m_fids;
+    std::unique_ptr<IntakeLibrary> m_library;
+    std::unique_ptr<FolderWalk> m_walk;
+    QHash<std::pair<quint64, quint64>, QString> m_met; ///< path by identity of the file
+    std::vector<PendingFile> m_pending;
+    size_t m_nextPending = 0;
+    std::vector<ReadFile> m_ready;
+    size_t m_nextReady = 0;
+    ReadAhead m_readAhead;
+};
+
+} // namespace melovane

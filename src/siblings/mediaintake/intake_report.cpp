@@ -1,0 +1,47 @@
+#include "siblings/mediaintake/intake_report.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+QString summary(const IntakeReport& report)
+{
+    QStringList parts;
+    const auto count = [&](qsizetype number, const QString& what) {
+        if (number != 0) {
+            parts.append(u"%1 %2"_s.arg(QString::number(number), what));
+        }
+    };
+    count(report.added, u"neu"_s);
+    count(report.changed, u"neu gelesen"_s);
+    count(report.moved, u"am neuen Ort"_s);
+    count(report.returned, u"wieder da"_s);
+    count(report.known, u"schon in der Datenbank"_s);
+    count(static_cast<qsizetype>(report.duplicates.size()), u"doppelt"_s);
+    count(report.missing, u"nicht gefunden"_s);
+    count(static_cast<qsizetype>(report.refused.size()), u"abgelehnt"_s);
+    QString text = u"%1 Dateien geprüft"_s.arg(report.found);
+    if (!parts.isEmpty()) {
+        text += u": "_s + parts.join(u", "_s);
+    }
+    if (report.cancelled) {
+        text += u" (abgebrochen)"_s;
+    }
+    return text + u'.';
+}
+
+QStringList reportLines(const IntakeReport& report)
+{
+    QStringList lines = {summary(report)};
+    if (!report.failure.isEmpty()) {
+        lines.append(report.failure);
+    }
+    for (const auto* list : {&report.refused, &report.duplicates}) {
+        for (const Refusal& refusal : *list) {
+            lines.append(refusal.path + u": "_s + refusal.reason);
+        }
+    }
+    return lines;
+}
+
+} // namespace melovane

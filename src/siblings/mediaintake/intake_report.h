@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace melovane {
+
+/// What the program was asked for; the numbers are its first argument: keep.
+enum class IntakeMode
+{
+    NewFiles = 1,    ///< files of folders that the library does not know
+    ChangedFiles = 2 ///< files of the library that are not what they were when they were read
+};
+
+/// A file that did not become a row, and why.
+struct Refusal
+{
+    QString path;
+    int code = 0; ///< number of importerror; 0 for a duplicate
+    QString reason;
+};
+
+/// What an import did. Counts of rows hold only what is committed.
+struct IntakeReport
+{
+    int found = 0;    ///< MP3 files met on the way
+    int known = 0;    ///< files that needed nothing
+    int added = 0;    ///< new rows
+    int changed = 0;  ///< rows read again
+    int moved = 0;    ///< rows that got a new place
+    int returned = 0; ///< rows whose missing file is there again
+    int missing = 0;  ///< rows whose file is not there (changed files only)
+    std::vector<Refusal> duplicates;
+    std::vector<Refusal> refused;
+    bool cancelled = false;
+    QString failure; ///< why the import ended early; empty when it did not
+
+    [[nodiscard]] int rowsWritten() const { return added + changed + moved + returned; }
+};
+
+/// One sentence with all counts that are not 0.
+[[nodiscard]] QString summary(const IntakeReport& report);
+
+/// The summary and one line for each refused file and each duplicate: "path: reason".
+[[nodiscard]] QStringList reportLines(const IntakeReport& report);
+
+} // namespace melovane

@@ -1,0 +1,102 @@
+#include "config/global_settings.h"
+#include "platform/linux/ini_profile.h"
+#include "platform/linux/linux_environment.h"
+#include "platform/linux/linux_files.h"
+#include "platform/linux/tag_reader.h"
+#include "platform/sqlite/sqlite_engine.h"
+#include "platform/system/clock.h"
+#include "shell/paths.h"
+#include "siblings/mediaintake/command_line.h"
+#include "siblings/mediaintake/intake_session.h"
+#include "siblings/mediaintake/ui/intake_window.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include <chrono>
+
+namespace {
+
+using namespace melovane;
+
+/// Everything that lives as long as the program, bottom to top.
+class Program
+{
+public:
+    explicit Program(IntakeMode mode)
+        : m_paths(m_environment, m_files)
+        , m_engine(sqlite::makeEngine(m_clock))
+        , m_reader(linux_media::makeTagReader())
+        , m_settings(m_paths, m_profile, m_files, *m_engine)
+        , m_session({*m_engine, m_files, *m_reader, m_clock}, m_settings, mode)
+    {}
+
+    [[nodiscard]] IntakeSession& session() { return m_session; }
+
+private:
+    SystemClock m_clock;
+    LinuxFiles m_files;
+    LinuxEnvironment m_environment;
+    IniProfile m_profile{m_files};
+    Mod_API m_paths;
+    std::unique_ptr<DBEngine> m_engine;
+    std::unique_ptr<TagReader> m_reader;
+    GlobalSettings m_settings;
+    IntakeSession m_session;
+};
+
+int runQuietly(const IntakeCommand& command)
+{
+    Program program(command.mode);
+    IntakeSession& session = program.session();
+    session.setFolders(command.folders);
+    session.start();
+    while (session.step(std::chrono::seconds(1))) {
+    }
+    QTextStream out(stdout);
+    for (const QString& line : reportLines(session.report())) {
+        out << line << '\n';
+    }
+    return session.report().failure.isEmpty() ? 0 : 1;
+}
+
+int runWindow(const IntakeCommand& command)
+{
+    Program program(command.mode);
+    if (!command.folders.isEmpty()) {
+        program.session().setFolders(command.folders);
+    }
+    IntakeWindow window(program.session());
+    window.show();
+    if (!command.folders.isEmpty()) {
+        window.start();
+    }
+    return QApplication::exec();
+}
+
+QStringList argumentsOf(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    return arguments;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const auto command = parseCommandLine(argumentsOf(argc, argv));
+    if (!command) {
+        QTextStream(stderr) << commandLineHelp() << '\n';
+        return 1;
+    }
+    if (command->quiet) {
+        const QCoreApplication application(argc, argv);
+        return runQuietly(*command);
+    }
+    const QApplication application(argc, argv);
+    return runWindow(*command);
+}

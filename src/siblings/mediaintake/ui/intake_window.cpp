@@ -1,0 +1,274 @@
+#include "siblings/mediaintake/ui/intake_window.h"
+
+#include "siblings/mediaintake/intake_session.h"
+
+#include <QFileDialog>
+#include <QFontMetrics>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <chrono>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// Work between two looks at keyboard and mouse: short enough that the window feels alive.
+constexpr auto kStep = 40ms;
+
+QString askForFolder(QWidget* parent, const QString& from)
+{
+    return QFileDialog::getExistingDirectory(parent, u"Ordner mit MP3-Dateien"_s, from);
+}
+
+QPushButton*
+makeButton(QWidget* parent, const QString& name, const QString& text, const QString& tip)
+{
+    auto* button = new QPushButton(text, parent);
+    button->setObjectName(name);
+    button->setToolTip(tip);
+    button->setAutoDefault(false);
+    return button;
+}
+
+} // namespace
+
+IntakeWindow::IntakeWindow(IntakeSession& session, QWidget* parent)
+    : QDialog(parent)
+    , chooseFolder(askForFolder)
+    , m_session(session)
+    , m_folderPanel(new QWidget(this))
+    , m_folders(new QListWidget(m_folderPanel))
+    , m_progress(new QProgressBar(this))
+    , m_progressText(new QLabel(this))
+    , m_file(new QLabel(this))
+    , m_summary(new QLabel(this))
+    , m_report(new QTreeWidget(this))
+{
+    setObjectName(u"IntakeWindow"_s);
+    setWindowTitle(session.title());
+    buildFolders();
+    buildProgress();
+    buildReport();
+    buildButtons();
+    arrange();
+    m_worker.setInterval(0);
+    connect(&m_worker, &QTimer::timeout, this, &IntakeWindow::work);
+    showFolders();
+    showState();
+}
+
+void IntakeWindow::buildFolders()
+{
+    m_folders->setObjectName(u"lstFolders"_s);
+    m_folders->setAccessibleName(u"Ordner"_s);
+    m_folders->setToolTip(u"Ordner, deren MP3-Dateien importiert werden"_s);
+    m_folders->setTextElideMode(Qt::ElideMiddle);
+    m_add = makeButton(m_folderPanel, u"cmdAddFolder"_s, u"&Ordner hinzufügen …"_s,
+                       u"Einen weiteren Ordner wählen"_s);
+    m_remove = makeButton(m_folderPanel, u"cmdRemoveFolder"_s, u"&Entfernen"_s,
+                          u"Den markierten Ordner aus der Liste nehmen"_s);
+    connect(m_add, &QPushButton::clicked, this, &IntakeWindow::addFolder);
+    connect(m_remove, &QPushButton::clicked, this, &IntakeWindow::removeFolder);
+    connect(m_folders, &QListWidget::currentRowChanged, this, &IntakeWindow::showState);
+}
+
+void IntakeWindow::buildProgress()
+{
+    m_progress->setObjectName(u"ProgressBar1"_s);
+    m_progress->setAccessibleName(u"Fortschritt"_s);
+    m_progress->setTextVisible(false);
+    m_progressText->setObjectName(u"lblProgress"_s);
+    m_file->setObjectName(u"lblFile"_s);
+    m_file->setTextFormat(Qt::PlainText);
+    m_file->setForegroundRole(QPalette::PlaceholderText);
+    // A long name must not widen the window.
+    m_file->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void IntakeWindow::buildReport()
+{
+    m_summary->setObjectName(u"lblSummary"_s);
+    m_summary->setTextFormat(Qt::PlainText);
+    m_summary->setWordWrap(true);
+    m_report->setObjectName(u"lstReport"_s);
+    m_report->setAccessibleName(u"Nicht übernommene Dateien"_s);
+    m_report->setToolTip(u"Dateien, die nicht übernommen wurden, mit ihrem Grund"_s);
+    m_report->setHeaderLabels({u"Datei"_s, u"Grund"_s});
+    m_report->setRootIsDecorated(false);
+    m_report->setUniformRowHeights(true);
+    m_report->setAlternatingRowColors(true);
+    m_report->setTextElideMode(Qt::ElideMiddle);
+    m_report->header()->setStretchLastSection(true);
+}
+
+void IntakeWindow::buildButtons()
+{
+    m_start = makeButton(this, u"cmdStart"_s, u"&Start"_s, u"Den Import beginnen"_s);
+    m_cancel = makeButton(this, u"cmdCancel"_s, u"&Abbrechen"_s,
+                          u"Den Import beenden; was eingelesen ist, bleibt"_s);
+    m_close = makeButton(this, u"cmdClose"_s, u"S&chließen"_s, u"Das Fenster schließen"_s);
+    connect(m_start, &QPushButton::clicked, this, &IntakeWindow::start);
+    connect(m_cancel, &QPushButton::clicked, this, &IntakeWindow::cancel);
+    connect(m_close, &QPushButton::clicked, this, &IntakeWindow::close);
+}
+
+void IntakeWindow::arrange()
+{
+    auto* hint = new QLabel(m_session.hint(), this);
+    hint->setObjectName(u"lblHint"_s);
+    hint->setWordWrap(true);
+
+    auto* folderButtons = new QVBoxLayout;
+    folderButtons->addWidget(m_add);
+    folderButtons->addWidget(m_remove);
+    folderButtons->addStretch();
+    auto* folderRow = new QHBoxLayout(m_folderPanel);
+    folderRow->setContentsMargins(0, 0, 0, 0);
+    folderRow->addWidget(m_folders, 1);
+    folderRow->addLayout(folderButtons);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(m_start);
+    buttons->addWidget(m_cancel);
+    buttons->addWidget(m_close);
+
+    auto* all = new QVBoxLayout(this);
+    all->addWidget(hint);
+    all->addWidget(m_folderPanel, 1);
+    all->addWidget(m_progress);
+    all->addWidget(m_progressText);
+    all->addWidget(m_file);
+    all->addWidget(m_summary);
+    all->addWidget(m_report, 2);
+    all->addLayout(buttons);
+
+    const QFontMetrics metrics(font());
+    resize(metrics.averageCharWidth() * 100, metrics.height() * 26);
+    m_report->setColumnWidth(0, metrics.averageCharWidth() * 55);
+}
+
+void IntakeWindow::addFolder()
+{
+    const QString folder = chooseFolder(this, m_session.suggestedFolder());
+    if (m_session.addFolder(folder)) {
+        showFolders();
+        m_folders->setCurrentRow(m_folders->count() - 1);
+        m_start->setFocus();
+    }
+}
+
+void IntakeWindow::removeFolder()
+{
+    m_session.removeFolder(m_folders->currentRow());
+    showFolders();
+}
+
+void IntakeWindow::start()
+{
+    m_session.start();
+    if (m_session.isRunning()) {
+        m_worker.start();
+    }
+    showState();
+    showProgress();
+}
+
+void IntakeWindow::work()
+{
+    if (!m_session.step(kStep)) {
+        m_worker.stop();
+        showReport();
+        showState();
+    }
+    showProgress();
+}
+
+void IntakeWindow::cancel()
+{
+    m_session.cancel();
+    work();
+}
+
+void IntakeWindow::reject()
+{
+    if (m_session.isRunning()) {
+        cancel();
+    } else {
+        QDialog::reject();
+    }
+}
+
+void IntakeWindow::showFolders()
+{
+    m_folders->clear();
+    m_folders->addItems(m_session.folders());
+    m_folders->setCurrentRow(m_folders->count() - 1);
+    showState();
+}
+
+void IntakeWindow::showState()
+{
+    const bool running = m_session.isRunning();
+    const bool begun = running || m_session.report().found > 0 ||
+                       !m_session.report().failure.isEmpty() || m_summary->text().size() > 0;
+    const bool over = begun && !running;
+    m_folderPanel->setVisible(m_session.mode() == IntakeMode::NewFiles);
+    m_folderPanel->setEnabled(!running);
+    m_remove->setEnabled(m_folders->currentRow() >= 0);
+    m_progress->setVisible(begun);
+    m_progressText->setVisible(running);
+    m_file->setVisible(running);
+    m_summary->setVisible(over);
+    m_report->setVisible(over && m_report->topLevelItemCount() > 0);
+    m_start->setEnabled(m_session.canStart());
+    m_start->setVisible(!running);
+    m_cancel->setVisible(running);
+    m_close->setEnabled(!running);
+    // Enter does what comes next.
+    QPushButton* next = running ? m_cancel : over || !m_session.canStart() ? m_close : m_start;
+    if (!m_session.canStart() && !running && !over) {
+        next = m_add;
+    }
+    next->setDefault(true);
+}
+
+void IntakeWindow::showProgress()
+{
+    const int percent = m_session.percent();
+    m_progress->setRange(0, percent < 0 ? 0 : 100);
+    m_progress->setValue(percent);
+    m_progressText->setText(m_session.progressText());
+    m_file->setText(m_file->fontMetrics().elidedText(m_session.currentFile(), Qt::ElideMiddle,
+                                                     m_file->width()));
+}
+
+void IntakeWindow::showReport()
+{
+    const IntakeReport& report = m_session.report();
+    m_summary->setText(report.failure.isEmpty() ? summary(report)
+                                                : report.failure + u'\n' + summary(report));
+    QList<QTreeWidgetItem*> rows;
+    for (const auto* list : {&report.refused, &report.duplicates}) {
+        for (const Refusal& refusal : *list) {
+            auto* row = new QTreeWidgetItem({refusal.path, refusal.reason});
+            row->setToolTip(0, refusal.path);
+            row->setToolTip(1, refusal.reason);
+            rows.append(row);
+        }
+    }
+    m_report->clear();
+    m_report->addTopLevelItems(rows);
+}
+
+} // namespace melovane

@@ -1,0 +1,128 @@
+#include "library/library_columns.h"
+#include "library/library_look.h"
+#include "support/fake_clock.h"
+#include "support/suite_folders.h"
+
+#include <QHash>
+
+#include <gtest/gtest.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+class Row : public RowValues
+{
+public:
+    explicit Row(QHash<QString, Value> values)
+        : m_values(std::move(values))
+    {}
+
+    [[nodiscard]] Value value(const QString& field) const override { return m_values.value(field); }
+
+private:
+    QHash<QString, Value> m_values;
+};
+
+struct LibraryLookTest : public testing::Test
+{
+    LibraryLookTest() { look.setColours(GridColours::fromSettings(*folders.makeSettings())); }
+
+    Value hoursAgo(double hours) const
+    {
+        return clock.now().addMSecs(static_cast<qint64>(-hours * 3'600'000));
+    }
+
+    test::SuiteFolders folders;
+    test::FakeClock clock{QDateTime(QDate(2026, 11, 20), QTime(14, 30))};
+    LibraryLook look{clock};
+};
+
+TEST_F(LibraryLookTest, APlaybackOfTheLastTwelveHoursShowsItsTimeOfDay)
+{
+    EXPECT_EQ(look.text(u"Play"_s, hoursAgo(0.5)), u"14:00"_s);
+    EXPECT_EQ(look.text(u"PLAY"_s, hoursAgo(11.5)), u"03:00"_s);
+    EXPECT_EQ(look.text(u"Play"_s, hoursAgo(13)), u"20.11.26"_s);
+    EXPECT_EQ(look.text(u"Play"_s, hoursAgo(24 * 30)), u"21.10.26"_s);
+    EXPECT_EQ(look.text(u"Play"_s, Value()), QString());
+}
+
+TEST_F(LibraryLookTest, AVariableBitRateIsNamed)
+{
+    EXPECT_EQ(look.text(u"DBit"_s, -99), u"VBR"_s);
+    EXPECT_EQ(look.text(u"DBit"_s, 320), u"320"_s);
+    EXPECT_EQ(look.text(u"Pitch"_s, -99), u"-99"_s);
+}
+
+TEST_F(LibraryLookTest, NullIsEmpty)
+{
+    EXPECT_EQ(look.text(u"PlayCountDay"_s, Value()), QString());
+    EXPECT_EQ(look.text(u"DBit"_s, Value()), QString());
+}
+
+TEST_F(LibraryLookTest, ARatingIsABadgeInItsColour)
+{
+    const CellStyle best = look.style(u"Note"_s, Row({{u"Note"_s, u"5"_s}}));
+    EXPECT_EQ(best.badge, (Colour{255, 255, 0}));
+    EXPECT_EQ(best.badgeText, (Colour{0, 0, 0}));
+    EXPECT_TRUE(best.bold);
+    EXPECT_EQ(look.style(u"Note"_s, Row({{u"Note"_s, u"2"_s}})).badge, (Colour{0xF0, 0xA2, 0x28}));
+    for (const QString& none : {u""_s, u"0"_s, u"6"_s, u"x"_s}) {
+        EXPECT_FALSE(look.style(u"Note"_s, Row({{u"Note"_s, none}})).badge) << none.toStdString();
+    }
+    EXPECT_FALSE(look.style(u"Titel"_s, Row({{u"Note"_s, u"5"_s}})).badge);
+}
+
+TEST_F(LibraryLookTest, APlaybackOfTheLastDayIsTinted)
+{
+    EXPECT_EQ(look.style(u"Play"_s, Row({{u"Play"_s, hoursAgo(23)}})).tint,
+              (Colour{0x32, 0xFA, 0x32}));
+    EXPECT_FALSE(look.style(u"Play"_s, Row({{u"Play"_s, hoursAgo(25)}})).tint);
+    EXPECT_FALSE(look.style(u"Play"_s, Row({})).tint);
+    EXPECT_FALSE(look.style(u"Titel"_s, Row({{u"Play"_s, hoursAgo(1)}})).tint);
+}
+
+TEST_F(LibraryLookTest, ARowOutOfUseIsColouredAndStruckOut)
+{
+    for (const int del : {-1, 2, 3}) {
+        const CellStyle style = look.style(u"Titel"_s, Row({{u"DEL"_s, del}}));
+        EXPECT_TRUE(style.struckOut);
+        EXPECT_EQ(style.text, (Colour{255, 0, 0}));
+    }
+    EXPECT_EQ(look.style(u"Titel"_s, Row({{u"DEL"_s, 0}})).text, std::nullopt);
+}
+
+TEST_F(LibraryLookTest, AZeroAsTextColourIsBlackAndNotUnset)
+{
+    const auto settings = folders.makeSettings();
+    settings->WriteKeyValue(u"Color"_s, u"NoteTextColor"_s, u"0"_s);
+    settings->WriteKeyValue(u"Color"_s, u"RowShowDEL"_s, u"16711680"_s);
+    settings->WriteKeyValue(u"Color"_s, u"NoteTextBold"_s, u"0"_s);
+    const GridColours colours = GridColours::fromSettings(*settings);
+    EXPECT_EQ(colours.noteText, (Colour{0, 0, 0}));
+    EXPECT_EQ(colours.rowShowDel, (Colour{0, 0, 255}));
+    EXPECT_FALSE(colours.noteTextBold);
+}
+
+TEST(LibraryColumns, TenAreShownAndEveryFieldComesOnce)
+{
+    QStringList shown;
+    QStringList all;
+    int stretched = 0;
+    for (const GridColumn& column : libraryColumns()) {
+        EXPECT_FALSE(all.contains(column.field, Qt::CaseInsensitive));
+        all.append(column.field);
+        stretched += column.stretched ? 1 : 0;
+        if (column.shown) {
+            shown.append(column.heading);
+        }
+    }
+    EXPECT_EQ(shown, (QStringList{u"Note"_s, u"Titel"_s, u"Interpret"_s, u"Album"_s, u"Genre"_s,
+                                  u"BPM"_s, u"Zeit"_s, u"Gespielt"_s, u"Heute"_s, u"Gesamt"_s}));
+    EXPECT_EQ(stretched, 1);
+    EXPECT_EQ(all.size(), 45);
+}
+
+} // namespace
+} // namespace melovane

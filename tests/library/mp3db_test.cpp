@@ -1,0 +1,481 @@
+#include "library/library_columns.h"
+#include "library/mp3db.h"
+#include "library/test_library.h"
+#include "platform/controls/pointer_control.h"
+#include "platform/controls/search_box.h"
+#include "platform/db/db_error.h"
+#include "platform/system/timers.h"
+
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+class PlainGrid : public GridControl
+{
+public:
+    [[nodiscard]] qint64 currentRow() const override { return current; }
+
+    [[nodiscard]] qint64 firstVisibleRow() const override { return top; }
+
+    void goToRow(qint64 row, qint64 firstVisible) override
+    {
+        current = row;
+        top = firstVisible;
+    }
+
+    [[nodiscard]] QString dataField(int column) const override
+    {
+        const bool known = column >= 0 && column < static_cast<int>(columns.size());
+        return known ? columns[static_cast<size_t>(column)].field : QString();
+    }
+
+    [[nodiscard]] int columnOf(const QString& field) const override
+    {
+        for (size_t index = 0; index < columns.size(); ++index) {
+            if (columns[index].field.compare(field, Qt::CaseInsensitive) == 0) {
+                return static_cast<int>(index);
+            }
+        }
+        return -1;
+    }
+
+    void setSortArrow(int column, SortArrow arrow) override
+    {
+        arrowColumn = column;
+        sortArrow = arrow;
+    }
+
+    void setEmptyNote(const EmptyNote& emptyNote) override { note = emptyNote; }
+
+    std::vector<GridColumn> columns = libraryColumns();
+    qint64 current = -1;
+    qint64 top = 0;
+    int arrowColumn = -1;
+    SortArrow sortArrow = SortArrow::None;
+    EmptyNote note;
+};
+
+class PlainSearchBox : public SearchBox
+{
+public:
+    [[nodiscard]] QString text() const override { return m_text; }
+
+    void setText(const QString& text) override
+    {
+        m_text = text;
+        if (changed) {
+            changed(text);
+        }
+    }
+
+    void focus() override { ++focused; }
+
+    std::function<void(QString)> changed;
+    int focused = 0;
+
+private:
+    QString m_text;
+};
+
+class PointerLog : public PointerControl
+{
+public:
+    void push(PointerShape shape) override
+    {
+        shapes.push_back(shape);
+        ++depth;
+    }
+
+    void pop() override { --depth; }
+
+    std::vector<PointerShape> shapes;
+    int depth = 0;
+};
+
+class NoTimer : public Timer
+{
+public:
+    void start() override {}
+
+    void stop() override {}
+
+    [[nodiscard]] bool isActive() const override { return false; }
+};
+
+class NoLoop : public MessageLoop
+{
+public:
+    [[nodiscard]] std::unique_ptr<Timer> makeTimer(std::chrono::milliseconds,
+                                                   std::function<void()>) override
+    {
+        return std::make_unique<NoTimer>();
+    }
+
+    void turn() override {}
+};
+
+/// The view without a window, over a real file of five tracks.
+struct Mp3dbTest : public testing::Test
+{
+    void addTracks()
+    {
+        library.add({{u"Lichtspiel"_s, u"Ostwind"_s, u"Prisma"_s, u"4"_s, 0},
+                     {u"Licht aus"_s, u"Kanalratten"_s, u"Unter Tage"_s, {}, -1},
+                     {u"Brandung"_s, u"Lichtblick"_s, u"Meer"_s, u"5"_s, 0},
+                     {u"Äpfel"_s, u"Trio"_s, u"Licht"_s, {}, 0},
+                     {u"Licht weg"_s, u"Fort"_s, {}, {}, 2}});
+    }
+
+    void start()
+    {
+        search.changed = [this](const QString& text) { view.searchTextChanged(text); };
+        view.start();
+    }
+
+    QStringList titles()
+    {
+        QStringList result;
+        for (qint64 row = 0; row < view.Data1().rowCount(); ++row) {
+            const int column = view.Data1().Recordset()->fieldIndex(u"Titel");
+            result.append(view.Data1().cell(row, column).toText());
+        }
+        return result;
+    }
+
+    int columnOf(const QString& field) const { return grid.columnOf(field); }
+
+    test::TestLibrary library;
+    PlainGrid grid;
+    PlainSearchBox search;
+    PointerLog pointer;
+    NoLoop loop;
+    int imports = 0;
+    ctl_MP3DB view{*library.engine,         *library.settings,    library.clock, loop,
+                   {grid, search, pointer}, [this] { ++imports; }};
+};
+
+TEST_F(Mp3dbTest, AnEmptyLibraryOffersTheImport)
+{
+    start();
+    EXPECT_EQ(grid.note.title, u"Noch keine Titel - MP3s importieren"_s);
+    view.emptyButtonPressed();
+    EXPECT_EQ(imports, 1);
+}
+
+TEST_F(Mp3dbTest, WithoutALastSearchTheFirstViewIsEmptyAndTellsTheSizeOfTheLibrary)
+{
+    addTracks();
+    start();
+    EXPECT_EQ(titles(), QStringList());
+    EXPECT_EQ(grid.note.title, u"5 Titel in der Bibliothek"_s);
+    EXPECT_EQ(search.text(), QString());
+}
+
+TEST_F(Mp3dbTest, TheStartStatementFindsTheStartWord)
+{
+    library.add({{u"Melovane Jingle"_s, u"Haus"_s, {}, {}, 0}});
+    start();
+    EXPECT_EQ(titles(), QStringList{u"Melovane Jingle"_s});
+    EXPECT_EQ(search.text(), QString());
+}
+
+TEST_F(Mp3dbTest, EachChangeOfTheTextShowsWhatBeginsWithIt)
+{
+    addTracks();
+    start();
+    search.setText(u"L"_s);
+    EXPECT_EQ(titles(), (QStringList{u"Äpfel"_s, u"Brandung"_s, u"Licht aus"_s, u"Lichtspiel"_s}));
+    EXPECT_EQ(view.matchCount(), 4);
+    search.setText(u"Lichtsp"_s);
+    EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
+    EXPECT_EQ(view.matchCount(), 1);
+}
+
+TEST_F(Mp3dbTest, AStarFindsTheTextAnywhere)
+{
+    addTracks();
+    start();
+    search.setText(u"*aus"_s);
+    EXPECT_EQ(titles(), QStringList{u"Licht aus"_s});
+    EXPECT_EQ(pointer.shapes.back(), PointerShape::Search);
+    EXPECT_EQ(pointer.depth, 0);
+}
+
+TEST_F(Mp3dbTest, AnEmptyTextLeavesTheGridAsItIs)
+{
+    addTracks();
+    start();
+    search.setText(u"Lichtsp"_s);
+    search.setText(u"   "_s);
+    EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
+}
+
+TEST_F(Mp3dbTest, WithLiveSearchOffTypingHasNoEffectUntilEnter)
+{
+    addTracks();
+    start();
+    library.settings->SetLiveSuche(0);
+    search.setText(u"Lichtsp"_s);
+    EXPECT_EQ(titles(), QStringList());
+    view.search(search.text());
+    EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
+}
+
+TEST_F(Mp3dbTest, TheSettingsSayWhichColumnsAreSearchedToo)
+{
+    addTracks();
+    start();
+    library.settings->SetSuchAlbum(0);
+    search.setText(u"Licht"_s);
+    EXPECT_EQ(titles(), (QStringList{u"Brandung"_s, u"Licht aus"_s, u"Lichtspiel"_s}));
+    library.settings->SetSuchAlbum(1);
+    library.settings->SetSuchKommentar(1);
+    library.settings->SetSuchDatei(1);
+    library.settings->SetSuchPath(1);
+    view.search(search.text());
+    const QString statement = view.Data1().RecordSource();
+    const QStringList order{u"[Titel] like"_s,     u"[Interpret] like"_s, u"[Album] like"_s,
+                            u"[Kommentar] like"_s, u"[Dname] like"_s,     u"[Path] like"_s};
+    for (qsizetype index = 1; index < order.size(); ++index) {
+        EXPECT_LT(statement.indexOf(order[index - 1]), statement.indexOf(order[index]));
+        EXPECT_GT(statement.indexOf(order[index - 1]), 0);
+    }
+}
+
+TEST_F(Mp3dbTest, TheSameTextTwiceDoesNotRequery)
+{
+    addTracks();
+    start();
+    search.setText(u"Licht"_s);
+    QSignalSpy refreshed(&view.Data1(), &DataControl::refreshed);
+    view.search(u"Licht"_s);
+    EXPECT_EQ(refreshed.count(), 0);
+}
+
+TEST_F(Mp3dbTest, ASearchWithoutHitsSaysSoAndOffersToSearchInside)
+{
+    addTracks();
+    start();
+    search.setText(u"spiel"_s);
+    EXPECT_EQ(grid.note.title, u"Keine Treffer für „spiel“"_s);
+    EXPECT_FALSE(grid.note.button.isEmpty());
+    view.emptyButtonPressed();
+    EXPECT_EQ(search.text(), u"*spiel"_s);
+    EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
+    EXPECT_EQ(grid.note, EmptyNote());
+    EXPECT_EQ(search.focused, 1);
+}
+
+TEST_F(Mp3dbTest, ASearchInsideWithoutHitsOffersNothingMore)
+{
+    addTracks();
+    start();
+    search.setText(u"*zzz"_s);
+    EXPECT_FALSE(grid.note.title.isEmpty());
+    EXPECT_TRUE(grid.note.button.isEmpty());
+}
+
+TEST_F(Mp3dbTest, NoTextBreaksTheSearch)
+{
+    addTracks();
+    start();
+    for (const QString& text : {u"'"_s, u"[L"_s, u"Licht'; drop table db_all"_s, u"?"_s, u"#"_s,
+                                QString(10'000, u'L'), u"a\nb"_s, u"\""_s}) {
+        search.setText(text);
+        EXPECT_EQ(view.Data1().RecordSource().isEmpty(), false);
+    }
+    search.setText(u"Lichtsp"_s);
+    EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
+}
+
+TEST_F(Mp3dbTest, AFailingStatementLeavesTheOldRows)
+{
+    addTracks();
+    start();
+    search.setText(u"Lichtsp"_s);
+    const QString before = view.Data1().RecordSource();
+    library.settings->SetSuchAlbum(1);
+    library.execute(u"alter table db_all drop column Album"_s);
+    search.setText(u"Brand"_s);
+    EXPECT_EQ(view.Data1().rowCount(), 1);
+    EXPECT_EQ(view.Data1().RecordSource(), before);
+    EXPECT_EQ(pointer.depth, 0);
+}
+
+TEST_F(Mp3dbTest, AHeaderClickSortsAndASecondOneTurnsTheOrderRound)
+{
+    addTracks();
+    start();
+    search.setText(u"L"_s);
+    view.headerClicked(columnOf(u"Interpret"_s));
+    EXPECT_EQ(titles(), (QStringList{u"Licht aus"_s, u"Brandung"_s, u"Lichtspiel"_s, u"Äpfel"_s}));
+    EXPECT_EQ(grid.arrowColumn, columnOf(u"Interpret"_s));
+    EXPECT_EQ(grid.sortArrow, SortArrow::Ascending);
+    view.headerClicked(columnOf(u"Interpret"_s));
+    EXPECT_EQ(titles(), (QStringList{u"Äpfel"_s, u"Lichtspiel"_s, u"Brandung"_s, u"Licht aus"_s}));
+    EXPECT_EQ(grid.sortArrow, SortArrow::Descending);
+    view.headerClicked(columnOf(u"Titel"_s));
+    EXPECT_EQ(view.SortRichtung(), u"ASC"_s);
+}
+
+TEST_F(Mp3dbTest, EqualValuesAreOrderedByTrackArtistAndTitle)
+{
+    addTracks();
+    start();
+    search.setText(u"L"_s);
+    view.headerClicked(columnOf(u"Genre"_s));
+    EXPECT_TRUE(view.Data1().RecordSource().endsWith(
+        u"order by [Genre] ASC , [Track] ASC   , [Interpret] ASC   , [Titel] ASC  "_s));
+}
+
+TEST_F(Mp3dbTest, SortingKeepsTheCurrentTrackAtItsPlaceOnTheScreen)
+{
+    library.addMany(500);
+    start();
+    search.setText(u"Titel"_s);
+    grid.goToRow(100, 90);
+    const QString fid = view.GetFID();
+    ASSERT_FALSE(fid.isEmpty());
+    view.headerClicked(columnOf(u"Titel"_s));
+    EXPECT_EQ(grid.current, 399);
+    EXPECT_EQ(grid.top, 389);
+    EXPECT_EQ(view.GetFID(), fid);
+    EXPECT_EQ(view.Data1().Recordset()->AbsolutePosition(), 399);
+}
+
+TEST_F(Mp3dbTest, AClickOnNoColumnChangesNothing)
+{
+    addTracks();
+    start();
+    search.setText(u"L"_s);
+    const QString before = view.Data1().RecordSource();
+    view.headerClicked(999);
+    EXPECT_EQ(view.Data1().RecordSource(), before);
+}
+
+TEST_F(Mp3dbTest, RefreshStaysOnTheSameTrack)
+{
+    addTracks();
+    start();
+    search.setText(u"L"_s);
+    grid.goToRow(2, 0);
+    const QString fid = view.GetFID();
+    library.add({{u"Anfang"_s, u"Licht"_s, {}, {}, 0}});
+    view.Refresh();
+    EXPECT_EQ(view.Data1().rowCount(), 5);
+    EXPECT_EQ(view.GetFID(), fid);
+    EXPECT_EQ(grid.current, 3);
+}
+
+TEST_F(Mp3dbTest, TheFirstTracksOfTheImporterAreNoticed)
+{
+    start();
+    QSignalSpy count(&view, &ctl_MP3DB::countChanged);
+    addTracks();
+    view.lookForChanges();
+    EXPECT_EQ(view.librarySize(), 5);
+    EXPECT_EQ(grid.note.title, u"5 Titel in der Bibliothek"_s);
+    EXPECT_EQ(count.count(), 0);
+}
+
+TEST_F(Mp3dbTest, ASearchThatWasWaitingForTracksFindsThem)
+{
+    start();
+    search.setText(u"Brand"_s);
+    EXPECT_EQ(titles(), QStringList());
+    addTracks();
+    view.lookForChanges();
+    EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
+    EXPECT_EQ(view.matchCount(), 1);
+    EXPECT_EQ(grid.note, EmptyNote());
+}
+
+TEST_F(Mp3dbTest, AChangedTitleIsShownAnew)
+{
+    addTracks();
+    start();
+    search.setText(u"Brand"_s);
+    ASSERT_EQ(titles(), QStringList{u"Brandung"_s});
+    library.execute(u"update db_all set Titel='Brandneu' where Titel='Brandung'"_s);
+    QSignalSpy cells(&view.Data1(), &DataControl::cellsChanged);
+    view.lookForChanges();
+    EXPECT_EQ(cells.count(), 1);
+    EXPECT_EQ(titles(), QStringList{u"Brandneu"_s});
+    view.lookForChanges();
+    EXPECT_EQ(cells.count(), 1);
+}
+
+TEST_F(Mp3dbTest, TheLastSearchAndSortingComeBackAtTheNextStart)
+{
+    addTracks();
+    start();
+    search.setText(u" Licht "_s);
+    view.headerClicked(columnOf(u"Interpret"_s));
+    view.headerClicked(columnOf(u"Interpret"_s));
+    view.end();
+    EXPECT_EQ(library.settings->GetKeyValue(u"Default"_s, u"LastDbSearch"_s, {}), u"Licht"_s);
+
+    PlainGrid nextGrid;
+    PlainSearchBox nextSearch;
+    ctl_MP3DB next(*library.engine, *library.settings, library.clock, loop,
+                   {nextGrid, nextSearch, pointer}, [] {});
+    nextSearch.changed = [&next](const QString& text) { next.searchTextChanged(text); };
+    next.start();
+    EXPECT_EQ(nextSearch.text(), u"Licht"_s);
+    EXPECT_EQ(next.SortColName(), u"Interpret"_s);
+    EXPECT_EQ(next.SortRichtung(), u"DESC"_s);
+    EXPECT_EQ(nextGrid.sortArrow, SortArrow::Descending);
+    EXPECT_EQ(next.Data1().rowCount(), 4);
+    EXPECT_EQ(next.matchCount(), 4);
+}
+
+TEST_F(Mp3dbTest, WithLiveSearchOffTheLastSearchIsShownAtTheStartAllTheSame)
+{
+    addTracks();
+    library.settings->SetLiveSuche(0);
+    library.settings->WriteKeyValue(u"Default"_s, u"LastDbSearch"_s, u"Brand"_s);
+    start();
+    EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
+}
+
+TEST_F(Mp3dbTest, ASortingThatNobodyKnowsFallsBackToTheTitle)
+{
+    addTracks();
+    library.settings->WriteKeyValue(u"Default"_s, u"SortColName"_s, u"x] desc; drop"_s);
+    library.settings->WriteKeyValue(u"Default"_s, u"SortRichtung"_s, u"sideways"_s);
+    start();
+    EXPECT_EQ(view.SortColName(), u"Titel"_s);
+    EXPECT_EQ(view.SortRichtung(), u"ASC"_s);
+    search.setText(u"L"_s);
+    EXPECT_EQ(titles().first(), u"Äpfel"_s);
+}
+
+TEST_F(Mp3dbTest, AllRowsAreReadAtOnceWhenTheSettingAsksForIt)
+{
+    library.addMany(50);
+    start();
+    library.settings->SetDBGridLoadAllRows(1);
+    search.setText(u"Titel"_s);
+    EXPECT_EQ(view.Data1().Recordset()->RecordCount(), 50);
+    EXPECT_EQ(view.Data1().Recordset()->AbsolutePosition(), 0);
+}
+
+TEST_F(Mp3dbTest, AMissingDatabaseIsToldToWhoStartsTheView)
+{
+    library.settings->SetDbName(library.folders.configFile(u"gone.mdb"_s));
+    EXPECT_THROW(view.start(), DbError);
+}
+
+TEST(GroupedNumber, HasANarrowSpaceBetweenThousands)
+{
+    EXPECT_EQ(groupedNumber(999), u"999"_s);
+    EXPECT_EQ(groupedNumber(1'234'567), u"1\u202F234\u202F567"_s);
+}
+
+} // namespace
+} // namespace melovane

@@ -1,0 +1,137 @@
+#include "platform/qt/icon_set.h"
+#include "platform/qt/qt_message_loop.h"
+#include "platform/qt/search_line.h"
+#include "platform/qt/skin.h"
+#include "platform/qt/split_panel.h"
+#include "platform/qt/status_bar.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+struct SearchLineTest : public testing::Test
+{
+    Skin skin{*qApp};
+    IconSet icons{skin};
+    SearchLine line{icons};
+};
+
+TEST_F(SearchLineTest, EachKeyIsAChangeOfTheText)
+{
+    QSignalSpy changed(&line, &SearchLine::textChanged);
+    QTest::keyClicks(&line, u"Lic"_s);
+    ASSERT_EQ(changed.count(), 3);
+    EXPECT_EQ(changed.at(1).first().toString(), u"Li"_s);
+}
+
+TEST_F(SearchLineTest, WritesNoLettersThatNobodyTyped)
+{
+    line.addItem(u"Lichtspiel"_s);
+    line.setText({});
+    QTest::keyClicks(&line, u"Lich"_s);
+    EXPECT_EQ(line.text(), u"Lich"_s);
+}
+
+TEST_F(SearchLineTest, DownGoesToTheListAndEnterSearches)
+{
+    QSignalSpy down(&line, &SearchLine::downPressed);
+    QSignalSpy entered(&line, &SearchLine::entered);
+    line.setText(u"Meer"_s);
+    QTest::keyClick(&line, Qt::Key_Down);
+    QTest::keyClick(&line, Qt::Key_Return);
+    EXPECT_EQ(down.count(), 1);
+    ASSERT_EQ(entered.count(), 1);
+    EXPECT_EQ(entered.first().first().toString(), u"Meer"_s);
+    EXPECT_EQ(line.text(), u"Meer"_s);
+}
+
+TEST_F(SearchLineTest, TheCrossEmptiesTheLine)
+{
+    line.setText(u"Meer"_s);
+    QAction* cross = line.lineEdit()->actions().constLast();
+    EXPECT_TRUE(cross->isVisible());
+    cross->trigger();
+    EXPECT_EQ(line.text(), QString());
+    EXPECT_FALSE(cross->isVisible());
+}
+
+struct SplitPanelTest : public testing::Test
+{
+    SplitPanelTest()
+    {
+        split.addWidget(new QWidget);
+        split.addWidget(new QWidget);
+        split.resize(1005, 300);
+    }
+
+    SplitPanel split{Qt::Horizontal};
+};
+
+TEST_F(SplitPanelTest, APositionSetBeforeTheFirstLayoutHolds)
+{
+    split.setPosition(300);
+    split.show();
+    EXPECT_NEAR(split.position(), 300, 2);
+    EXPECT_EQ(split.handleWidth(), 5);
+}
+
+TEST_F(SplitPanelTest, ItKeepsItsProportionWhenThePanelGrows)
+{
+    split.show();
+    split.setPosition(250);
+    split.resize(2005, 300);
+    EXPECT_NEAR(split.position(), 250, 3);
+}
+
+TEST_F(SplitPanelTest, NumbersThatAreNoPositionChangeNothing)
+{
+    split.show();
+    split.setPosition(400);
+    split.setPosition(-1);
+    split.setPosition(1001);
+    EXPECT_NEAR(split.position(), 400, 2);
+}
+
+TEST(StatusBarTest, EachPanelHasItsText)
+{
+    StatusBar bar;
+    bar.setPanel(StatusPanel::Message, u"<b>eins</b>"_s);
+    bar.setPanel(StatusPanel::Node, u"Genre :: Pop"_s);
+    EXPECT_EQ(bar.panel(StatusPanel::Message), u"<b>eins</b>"_s);
+    EXPECT_EQ(bar.findChild<QLabel*>(u"StatusNode"_s)->text(), u"Genre :: Pop"_s);
+    EXPECT_EQ(bar.findChild<QLabel*>(u"StatusMessage"_s)->textFormat(), Qt::PlainText);
+}
+
+TEST(QtMessageLoopTest, ATimerRunsUntilItIsStopped)
+{
+    QtMessageLoop loop;
+    int calls = 0;
+    const auto timer = loop.makeTimer(std::chrono::milliseconds(1), [&calls] { ++calls; });
+    EXPECT_FALSE(timer->isActive());
+    timer->start();
+    EXPECT_TRUE(QTest::qWaitFor([&calls] { return calls >= 2; }));
+    timer->stop();
+    EXPECT_FALSE(timer->isActive());
+}
+
+TEST(QtMessageLoopTest, ATurnHandlesWhatIsPending)
+{
+    QtMessageLoop loop;
+    bool done = false;
+    QMetaObject::invokeMethod(
+        qApp, [&done] { done = true; }, Qt::QueuedConnection);
+    loop.turn();
+    EXPECT_TRUE(done);
+}
+
+} // namespace
+} // namespace melovane

@@ -1,0 +1,211 @@
+#include "platform/qt/split_panel.h"
+#include "shell/console.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+struct WindowTest : public testing::Test
+{
+    void addTracks()
+    {
+        library.add({{u"Lichtspiel"_s, u"Ostwind"_s, u"Prisma"_s, u"4"_s, 0},
+                     {u"Licht aus"_s, u"Kanalratten"_s, u"Unter Tage"_s, {}, -1},
+                     {u"Brandung"_s, u"Lichtblick"_s, u"Meer"_s, u"5"_s, 0},
+                     {u"Funkstille"_s, u"Trio"_s, u"Prisma"_s, {}, 0}});
+    }
+
+    test::Console& open()
+    {
+        console = std::make_unique<test::Console>(library);
+        console->window.show();
+        return *console;
+    }
+
+    QStringList titles()
+    {
+        QStringList result;
+        const QAbstractItemModel* model = console->grid().model();
+        const int column = console->grid().columnOf(u"Titel"_s);
+        for (int row = 0; row < model->rowCount(); ++row) {
+            result.append(model->index(row, column).data().toString());
+        }
+        return result;
+    }
+
+    test::TestLibrary library;
+    std::unique_ptr<test::Console> console;
+};
+
+TEST_F(WindowTest, EachKeyPressShowsTheMatchingTracks)
+{
+    addTracks();
+    open();
+    QTest::keyClicks(&console->searchLine(), u"L"_s);
+    EXPECT_EQ(titles(), (QStringList{u"Brandung"_s, u"Licht aus"_s, u"Lichtspiel"_s}));
+    EXPECT_EQ(console->control<QLabel>(u"MatchCount"_s).text(), u"3 Titel"_s);
+    QTest::keyClicks(&console->searchLine(), u"ichts"_s);
+    EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
+    EXPECT_EQ(console->control<QLabel>(u"MatchCount"_s).text(), u"1 Titel"_s);
+}
+
+TEST_F(WindowTest, AClickOnAHeadingSorts)
+{
+    addTracks();
+    open();
+    QTest::keyClicks(&console->searchLine(), u"*"_s);
+    DataGrid& grid = console->grid();
+    const int artist = grid.columnOf(u"Interpret"_s);
+    QHeaderView* header = grid.horizontalHeader();
+    const QPoint place(header->sectionViewportPosition(artist) + 30, header->height() / 2);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(titles(),
+              (QStringList{u"Licht aus"_s, u"Brandung"_s, u"Lichtspiel"_s, u"Funkstille"_s}));
+    EXPECT_EQ(grid.sortArrow(artist), SortArrow::Ascending);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(titles().first(), u"Funkstille"_s);
+    EXPECT_EQ(grid.sortArrow(artist), SortArrow::Descending);
+}
+
+TEST_F(WindowTest, KeysLeadFromTheSearchLineIntoTheListAndBack)
+{
+    addTracks();
+    open();
+    QApplication::setActiveWindow(&console->window);
+    console->searchLine().setFocus();
+    QTest::keyClicks(&console->searchLine(), u"L"_s);
+    QTest::keyClick(&console->searchLine(), Qt::Key_Down);
+    EXPECT_TRUE(console->grid().hasFocus());
+    EXPECT_EQ(console->grid().currentRow(), 0);
+    QTest::keyClick(&console->grid(), Qt::Key_Down);
+    EXPECT_EQ(console->grid().currentRow(), 1);
+    QTest::keyClick(&console->grid(), Qt::Key_Escape);
+    EXPECT_TRUE(console->searchLine().hasFocus());
+    console->grid().setFocus();
+    QTest::keyClick(&console->grid(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(console->searchLine().hasFocus());
+}
+
+TEST_F(WindowTest, AnEmptyLibraryOpensTheImporterAndOffersItAgain)
+{
+    open();
+    ASSERT_EQ(console->processes.commands.size(), 1);
+    auto* button = console->grid().findChild<QPushButton*>(u"EmptyButton"_s);
+    ASSERT_TRUE(button->isVisible());
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(console->processes.commands.size(), 2);
+    EXPECT_EQ(console->window.size(), QSize(800, 600));
+}
+
+TEST_F(WindowTest, TracksThatAnotherProgramAddsAppearByThemselves)
+{
+    open();
+    QTest::keyClicks(&console->searchLine(), u"Brand"_s);
+    EXPECT_EQ(titles(), QStringList());
+    addTracks();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return titles() == QStringList{u"Brandung"_s}; }, 3000));
+}
+
+TEST_F(WindowTest, ASearchWithoutHitsOffersToSearchInside)
+{
+    addTracks();
+    open();
+    QTest::keyClicks(&console->searchLine(), u"spiel"_s);
+    auto* button = console->grid().findChild<QPushButton*>(u"EmptyButton"_s);
+    ASSERT_TRUE(button->isVisible());
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(console->searchLine().text(), u"*spiel"_s);
+    EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
+}
+
+TEST_F(WindowTest, PlaceSplitsAndSearchComeBackAtTheNextStart)
+{
+    addTracks();
+    open();
+    console->window.setGeometry(20, 30, 700, 500);
+    QTest::keyClicks(&console->searchLine(), u"Brand"_s);
+    auto& split = console->control<SplitPanel>(u"ElasticOne2"_s);
+    split.setPosition(400);
+    const int kept = split.position();
+    console->window.close();
+    console.reset();
+    open();
+    EXPECT_EQ(console->window.geometry(), QRect(20, 30, 700, 500));
+    EXPECT_NEAR(console->control<SplitPanel>(u"ElasticOne2"_s).position(), kept, 3);
+    EXPECT_EQ(console->searchLine().text(), u"Brand"_s);
+    EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
+}
+
+TEST_F(WindowTest, AMaximisedWindowComesBackMaximisedAndKeepsItsNormalPlace)
+{
+    addTracks();
+    open();
+    console->window.setGeometry(20, 30, 700, 500);
+    console->window.showMaximized();
+    console->window.close();
+    const WindowPosition& stored = library.settings->Position(u"DBPosition"_s);
+    EXPECT_EQ(stored.WindowState, 2);
+    EXPECT_EQ(stored.Whidth, 700);
+    console.reset();
+    open();
+    EXPECT_TRUE(console->window.isMaximized());
+}
+
+TEST_F(WindowTest, TheThemeMenuListsWhatLiesReady)
+{
+    QDir(library.folders.configFile(u"."_s)).mkdir(u"Skin"_s);
+    QFile theme(library.folders.configFile(u"Skin/night.skn"_s));
+    ASSERT_TRUE(theme.open(QIODevice::WriteOnly));
+    theme.write("Name=Nacht\nGridColor=#010203\n");
+    theme.close();
+    open();
+    auto& menu = console->control<QMenu>(u"mnuSkin"_s);
+    emit menu.aboutToShow();
+    auto* night = menu.findChild<QAction*>(u"night.skn"_s);
+    ASSERT_NE(night, nullptr);
+    EXPECT_EQ(night->text(), u"Nacht"_s);
+    night->trigger();
+    EXPECT_EQ(console->skin.theme().colour(ThemeRole::GridColor), (Colour{1, 2, 3}));
+    menu.actions().constLast()->trigger();
+    EXPECT_FALSE(console->skin.isLoaded());
+}
+
+TEST_F(WindowTest, ExitInTheMenuClosesTheWindow)
+{
+    addTracks();
+    open();
+    auto& exit = console->control<QAction>(u"mnuExit"_s);
+    EXPECT_EQ(exit.shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
+    exit.trigger();
+    EXPECT_FALSE(console->window.isVisible());
+}
+
+TEST_F(WindowTest, EveryToolButtonSaysWhatItDoes)
+{
+    addTracks();
+    open();
+    const auto buttons = console->window.findChildren<QToolButton*>();
+    int named = 0;
+    for (const QToolButton* button : buttons) {
+        if (button->objectName().startsWith(u"all."_s)) {
+            ++named;
+            EXPECT_FALSE(button->toolTip().isEmpty());
+            EXPECT_FALSE(button->accessibleName().isEmpty());
+            EXPECT_FALSE(button->icon().isNull());
+        }
+    }
+    EXPECT_EQ(named, 2);
+}
+
+} // namespace
+} // namespace melovane

@@ -1,0 +1,49 @@
+#include "shell/console.h"
+
+#include <QLabel>
+#include <QProcess>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+/// Runs a program while the window goes on handling events.
+bool runBeside(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    return QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; },
+                           20'000) &&
+           process.exitCode() == 0;
+}
+
+TEST(RealDisplay, KeysOfTheKeyboardFilterTheListAndSortingAndFocusFollow)
+{
+    ASSERT_EQ(QGuiApplication::platformName(), u"xcb"_s);
+    test::TestLibrary library;
+    library.add({{u"Lichtspiel"_s, u"Ostwind"_s, {}, {}, 0},
+                 {u"Licht aus"_s, u"Kanalratten"_s, {}, {}, 0},
+                 {u"Brandung"_s, u"Trio"_s, {}, {}, 0}});
+    test::Console console(library);
+    console.window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, 10'000));
+    DataGrid& grid = console.grid();
+
+    console.searchLine().focus();
+    ASSERT_TRUE(runBeside(u"xdotool"_s, {u"type"_s, u"--delay"_s, u"30"_s, u"licht"_s}));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return console.searchLine().text() == "licht"_L1; }));
+    EXPECT_EQ(grid.model()->rowCount(), 2);
+    EXPECT_EQ(console.control<QLabel>(u"MatchCount"_s).text(), u"2 Titel"_s);
+
+    ASSERT_TRUE(runBeside(u"xdotool"_s, {u"key"_s, u"Down"_s}));
+    EXPECT_TRUE(QTest::qWaitFor([&grid] { return grid.hasFocus() && grid.currentRow() == 0; }));
+    ASSERT_TRUE(runBeside(u"xdotool"_s, {u"key"_s, u"ctrl+f"_s}));
+    EXPECT_TRUE(QTest::qWaitFor([&console] { return console.searchLine().hasFocus(); }));
+}
+
+} // namespace
+} // namespace melovane
