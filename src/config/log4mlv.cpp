@@ -14,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// A marker file is written by hand; a larger one is something else.
-constexpr qint64 kMaxMarker = 1024 * 1024;
+constexpr qint64 kMaxMarker = 1024LL * 1024;
 
 } // namespace
 

@@ -28,7 +28,7 @@ class IniProfile : public PrivateProfile
 {
 public:
     /// Settings are some kilobytes; what is larger than this is something else.
-    static constexpr qint64 kMaxBytes = 16 * 1024 * 1024;
+    static constexpr qint64 kMaxBytes = 16LL * 1024 * 1024;
 
     /// \param patience how long a write waits for another program's write before it fails
     explicit IniProfile(Files& files, std::chrono::milliseconds patience = std::chrono::seconds(5));

@@ -22,7 +22,7 @@ using linuxnames::systemPath;
 
 namespace {
 
-constexpr qsizetype kBlock = 1024 * 1024;
+constexpr qsizetype kBlock = 1024LL * 1024;
 /// Listings kept for the second look-up of a path.
 constexpr qsizetype kMaxListings = 64;
 /// A folder's time may stand still for this long although names are added: ticks of the kernel are

@@ -24,7 +24,7 @@ using linuxfiles::Descriptor;
 /// Devices upon devices (encryption, volume groups) that are followed down to the hardware.
 constexpr int kMaxDepth = 8;
 /// A mount table of a machine with thousands of containers is still below this.
-constexpr qsizetype kMaxTable = 16 * 1024 * 1024;
+constexpr qsizetype kMaxTable = 16LL * 1024 * 1024;
 /// Place of the first volume descriptor of a disc, "\1CD001", and of the name in it.
 constexpr off_t kDiscHeader = 0x8000;
 constexpr off_t kDiscName = 0x8028;

@@ -3,7 +3,6 @@
 #include "platform/linux/linux_files.h"
 #include "support/temp_folder.h"
 
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 
 #include <sys/stat.h>
@@ -108,22 +107,6 @@ TEST_F(SettingsFile, AnOldFileIsSeenToChangeToo)
     EXPECT_EQ(value(u"k"_s), u"2"_s);
     ASSERT_TRUE(files.remove(file));
     EXPECT_EQ(value(u"k"_s), u"(none)"_s);
-}
-
-TEST_F(SettingsFile, ThousandsOfKeysOfAFileJustWrittenAreReadQuickly)
-{
-    QByteArray text = "[A]\n";
-    for (int i = 0; i < 5000; ++i) {
-        text += "key" + QByteArray::number(i) + "=a text of usual length\n";
-    }
-    folder.write(file, text);
-    QElapsedTimer timer;
-    timer.start();
-    for (int i = 0; i < 5000; ++i) {
-        EXPECT_EQ(value(u"key%1"_s.arg(i)), u"a text of usual length"_s);
-    }
-    // Taking the text apart for each key needs a minute.
-    EXPECT_LT(timer.elapsed(), 5000);
 }
 
 TEST_F(SettingsFile, TheSameValueAgainLeavesTheFileAlone)
