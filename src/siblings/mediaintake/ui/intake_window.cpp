@@ -162,6 +162,7 @@ void IntakeWindow::addFolder()
 {
     const QString folder = chooseFolder(this, m_session.suggestedFolder());
     if (m_session.addFolder(folder)) {
+        m_summary->clear(); // the report was about other folders
         showFolders();
         m_folders->setCurrentRow(m_folders->count() - 1);
         m_start->setFocus();
@@ -176,6 +177,8 @@ void IntakeWindow::removeFolder()
 
 void IntakeWindow::start()
 {
+    m_summary->clear();
+    m_report->clear();
     m_session.start();
     if (m_session.isRunning()) {
         m_worker.start();
@@ -220,13 +223,11 @@ void IntakeWindow::showFolders()
 void IntakeWindow::showState()
 {
     const bool running = m_session.isRunning();
-    const bool begun = running || m_session.report().found > 0 ||
-                       !m_session.report().failure.isEmpty() || m_summary->text().size() > 0;
-    const bool over = begun && !running;
+    const bool over = !running && !m_summary->text().isEmpty();
     m_folderPanel->setVisible(m_session.mode() == IntakeMode::NewFiles);
     m_folderPanel->setEnabled(!running);
     m_remove->setEnabled(m_folders->currentRow() >= 0);
-    m_progress->setVisible(begun);
+    m_progress->setVisible(running || over);
     m_progressText->setVisible(running);
     m_file->setVisible(running);
     m_summary->setVisible(over);
@@ -235,12 +236,18 @@ void IntakeWindow::showState()
     m_start->setVisible(!running);
     m_cancel->setVisible(running);
     m_close->setEnabled(!running);
-    // Enter does what comes next.
-    QPushButton* next = running ? m_cancel : over || !m_session.canStart() ? m_close : m_start;
-    if (!m_session.canStart() && !running && !over) {
-        next = m_add;
+    nextButton()->setDefault(true);
+}
+
+QPushButton* IntakeWindow::nextButton() const
+{
+    if (m_session.isRunning()) {
+        return m_cancel;
     }
-    next->setDefault(true);
+    if (!m_summary->text().isEmpty()) {
+        return m_close;
+    }
+    return m_session.canStart() ? m_start : m_add;
 }
 
 void IntakeWindow::showProgress()

@@ -45,6 +45,8 @@ private:
     void cancel();
     void showFolders();
     void showState();
+    /// What Enter does next.
+    [[nodiscard]] QPushButton* nextButton() const;
     void showProgress();
     void showReport();
 
