@@ -69,6 +69,9 @@ inline constexpr size_t kMostConditions = 10'000;
 struct TooComplex
 {};
 
+/// Throws TooComplex for what SQLite would not take.
+void check(const Sql& sql);
+
 // Leaves
 [[nodiscard]] Sql nullSql();
 [[nodiscard]] Sql truthLiteral(bool truth);

@@ -168,7 +168,7 @@ TEST(DialectFuzz, AnyChangedStatementIsRefusedOrAcceptedBySqlite)
     DialectLibrary library;
     std::mt19937 random(20240615);
     int refused = 0;
-    constexpr int kRounds = 12'000;
+    constexpr int kRounds = 8000;
     for (int i = 0; i < kRounds; ++i) {
         const QString& seed = kSeeds[i % kSeeds.size()];
         const QString statement = i % 3 == 0 ? mutated(seed, random) : swapped(seed, random);
