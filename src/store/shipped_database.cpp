@@ -102,6 +102,37 @@ private:
     std::vector<TableDef> m_tables;
 };
 
+/// The database in the making, gone with it whatever happened.
+class Draft
+{
+public:
+    Draft(DBEngine& engine, Files& files, QString file)
+        : m_engine(engine)
+        , m_files(files)
+        , m_file(std::move(file))
+    {
+        MLVCreateDB creator(engine, files);
+        creator.targetFile = m_file;
+        creator.CreateDB();
+    }
+
+    ~Draft()
+    {
+        m_engine.Release(m_file);
+        m_files.remove(m_file);
+    }
+
+    Draft(const Draft&) = delete;
+    Draft& operator=(const Draft&) = delete;
+
+    [[nodiscard]] const QString& file() const { return m_file; }
+
+private:
+    DBEngine& m_engine;
+    Files& m_files;
+    QString m_file;
+};
+
 } // namespace
 
 void buildShippedDatabase(DBEngine& engine,
@@ -109,18 +140,9 @@ void buildShippedDatabase(DBEngine& engine,
                           const QString& schemaFolder,
                           const QString& target)
 {
-    const QString fresh = target + u".new"_s;
-    MLVCreateDB creator(engine, files);
-    creator.targetFile = fresh;
-    creator.CreateDB();
-    {
-        const auto database = engine.OpenDatabase(fresh);
-        Builder(files, schemaFolder, *database).build();
-    }
-    engine.Release(fresh);
-    engine.BackupDatabase(fresh, target);
-    engine.Release(fresh);
-    files.remove(fresh);
+    const Draft draft(engine, files, target + u".new"_s);
+    Builder(files, schemaFolder, *engine.OpenDatabase(draft.file())).build();
+    engine.BackupDatabase(draft.file(), target);
 }
 
 } // namespace melovane

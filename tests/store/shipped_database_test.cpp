@@ -235,6 +235,7 @@ TEST_F(BuildShippedDatabase, ASourceThatIsNotUnderstoodIsNamedAndTheOldFileStays
         EXPECT_TRUE(error.reason().contains(u"Nmae"));
     }
     EXPECT_EQ(m_folder.read(u"melovane.mdb"_s), QByteArray("older"));
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{u"melovane.mdb"_s});
 }
 
 TEST_F(BuildShippedDatabase, AQueryThatIsNoStatementStopsTheBuild)
