@@ -43,7 +43,7 @@ Tour::Tour(QString picture, bool stay, QObject* parent)
     : QObject(parent)
     , m_picture(std::move(picture))
     , m_stay(stay)
-    , m_searches{u"*mix"_s, u"Licht"_s}
+    , m_searches{u"*nacht"_s, u"Wilde"_s}
 {}
 
 void Tour::start()
