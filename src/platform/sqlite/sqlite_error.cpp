@@ -10,7 +10,8 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-constexpr QLatin1StringView kOwnErrorMark(kErrorMark);
+// The length is named because GCC cannot compute it at compile time under the address sanitizer.
+constexpr QLatin1StringView kOwnErrorMark(kErrorMark, sizeof(kErrorMark) - 1);
 
 /// "MLV:3464:text" of one of our functions.
 [[noreturn]] void throwOwnError(const QString& message)

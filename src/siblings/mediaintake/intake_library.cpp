@@ -14,7 +14,7 @@ namespace {
 
 /// A portion is committed when it has so many changes or is so old. Others who want to write wait
 /// no longer than that, and a killed import loses no more.
-constexpr int kPortionChanges = 500;
+constexpr int kPortionChanges = 2000;
 constexpr std::chrono::milliseconds kPortionAge{250};
 
 /// Values of column `DEL`: keep.

@@ -108,7 +108,11 @@ void IntakeWindow::buildReport()
     m_report->setUniformRowHeights(true);
     m_report->setAlternatingRowColors(true);
     m_report->setTextElideMode(Qt::ElideMiddle);
-    m_report->header()->setStretchLastSection(true);
+    m_report->header()->setStretchLastSection(false);
+    m_report->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_report->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    // Reasons of the rows on screen are enough: a report may have thousands.
+    m_report->header()->setResizeContentsPrecision(0);
 }
 
 void IntakeWindow::buildButtons()
@@ -155,7 +159,6 @@ void IntakeWindow::arrange()
 
     const QFontMetrics metrics(font());
     resize(metrics.averageCharWidth() * 100, metrics.height() * 26);
-    m_report->setColumnWidth(0, metrics.averageCharWidth() * 55);
 }
 
 void IntakeWindow::addFolder()
