@@ -17,6 +17,11 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
+/// Words typed in a run. Fewer in a large library, so that a run takes minutes, not an hour.
+constexpr int kWords = 6;
+constexpr int kWordsInALarge = 2;
+constexpr int kLarge = 500'000;
+
 /// Rows on a large screen.
 constexpr int kFirstPage = 50;
 
@@ -55,7 +60,7 @@ QStringList textsOf(Texts kind, int size)
     // but not in the order of the table.
     LibraryGenerator library(kSeed, size);
     QStringList result;
-    for (int i = 0; i < 12; ++i) {
+    for (int i = 0; i < (size < kLarge ? kWords : kWordsInALarge); ++i) {
         GeneratedTrack track;
         for (int skip = 0; skip < 37; ++skip) {
             track = library.next();

@@ -1,20 +1,12 @@
 #include "platform/db/text_compare.h"
 
+#include "platform/db/latin_text.h"
+
 #include <algorithm>
 
 namespace melovane::textcompare {
 
 namespace {
-
-bool isAscii(QStringView text)
-{
-    return std::all_of(text.begin(), text.end(), [](QChar sign) { return sign.unicode() < 0x80; });
-}
-
-char16_t foldedAscii(char16_t sign)
-{
-    return sign >= u'A' && sign <= u'Z' ? char16_t(sign + 32) : sign;
-}
 
 /// The next letter; half a pair of surrogates stands for itself.
 char32_t letterAt(QStringView text, qsizetype& at)
@@ -101,47 +93,6 @@ int compareFolded(const QString& left, const QString& right)
     return order != 0 ? order : compareUnits(left, right);
 }
 
-/// Walks the common ASCII beginning of both texts. True when that decides; otherwise `at` is where
-/// the exact way must begin: one letter before the first that is not ASCII, which may be a mark.
-template <typename LeftUnit, typename RightUnit>
-bool decidedByAscii(const LeftUnit* left,
-                    qsizetype leftSize,
-                    const RightUnit* right,
-                    qsizetype rightSize,
-                    qsizetype& at,
-                    int& order)
-{
-    const qsizetype size = std::min(leftSize, rightSize);
-    qsizetype i = 0;
-    // Units below 2 are rare and have a rule of their own: see baseOf().
-    const auto plain = [](char16_t unit) { return unit >= 2 && unit < 0x80; };
-    for (; i < size; ++i) {
-        const char16_t a = char16_t(left[i]);
-        const char16_t b = char16_t(right[i]);
-        if (!plain(a) || !plain(b)) {
-            at = std::max<qsizetype>(0, i - 1);
-            return false;
-        }
-        if (a != b && foldedAscii(a) != foldedAscii(b)) {
-            order = foldedAscii(a) < foldedAscii(b) ? -1 : 1;
-            return true;
-        }
-    }
-    const bool leftEnds = i == leftSize;
-    const bool rightEnds = i == rightSize;
-    if (leftEnds && rightEnds) {
-        order = 0;
-        return true;
-    }
-    const char16_t next = leftEnds ? char16_t(right[i]) : char16_t(left[i]);
-    if (!plain(next)) {
-        at = std::max<qsizetype>(0, i - 1);
-        return false;
-    }
-    order = leftEnds ? -1 : 1;
-    return true;
-}
-
 /// Where both texts may be cut because everything before is the same: the first difference, or the
 /// ASCII letter before it when a mark could stand there. An ASCII letter never joins what stands in
 /// front of it, so the order of the rest is the order of the whole. Folders of one library share
@@ -166,10 +117,12 @@ sameBeginning(const Unit* left, qsizetype leftSize, const Unit* right, qsizetype
 QString fold(QStringView text)
 {
     QString result;
-    if (isAscii(text)) {
+    if (std::all_of(text.begin(), text.end(),
+                    [](QChar letter) { return letter.unicode() < latin::kEnd; })) {
+        const auto& letters = latin::letters();
         result.resize(text.size());
         std::transform(text.begin(), text.end(), result.begin(),
-                       [](QChar letter) { return QChar(foldedAscii(letter.unicode())); });
+                       [&](QChar letter) { return QChar(letters[letter.unicode()].folded); });
         return result;
     }
     const QString composed = text.toString().normalized(QString::NormalizationForm_C);
@@ -190,32 +143,22 @@ int compare(QStringView left, QStringView right)
     const qsizetype same = sameBeginning(left.utf16(), left.size(), right.utf16(), right.size());
     left = left.sliced(same);
     right = right.sliced(same);
-    qsizetype at = 0;
-    int order = 0;
-    if (decidedByAscii(left.utf16(), left.size(), right.utf16(), right.size(), at, order)) {
-        return order;
+    if (const auto order = latin::compareUtf16(left, right)) {
+        return *order;
     }
-    return compareFolded(fold(left.sliced(at)), fold(right.sliced(at)));
+    return compareFolded(fold(left), fold(right));
 }
 
 int compareUtf8(const char* left, qsizetype leftSize, const char* right, qsizetype rightSize)
 {
-    const auto* leftBytes = reinterpret_cast<const unsigned char*>(left);
-    const auto* rightBytes = reinterpret_cast<const unsigned char*>(right);
-    const qsizetype same = sameBeginning(leftBytes, leftSize, rightBytes, rightSize);
-    left += same;
-    leftBytes += same;
-    leftSize -= same;
-    right += same;
-    rightBytes += same;
-    rightSize -= same;
-    qsizetype at = 0;
-    int order = 0;
-    if (decidedByAscii(leftBytes, leftSize, rightBytes, rightSize, at, order)) {
-        return order;
+    const qsizetype same = sameBeginning(reinterpret_cast<const unsigned char*>(left), leftSize,
+                                         reinterpret_cast<const unsigned char*>(right), rightSize);
+    const std::string_view leftRest(left + same, size_t(leftSize - same));
+    const std::string_view rightRest(right + same, size_t(rightSize - same));
+    if (const auto order = latin::compareUtf8(leftRest, rightRest)) {
+        return *order;
     }
-    return compareFolded(fold(QString::fromUtf8(left + at, leftSize - at)),
-                         fold(QString::fromUtf8(right + at, rightSize - at)));
+    return compareFolded(fold(QString::fromUtf8(leftRest)), fold(QString::fromUtf8(rightRest)));
 }
 
 QString sortKey(QStringView text)
@@ -323,6 +266,22 @@ qsizetype LikePattern::nextStart(size_t step, QStringView text, qsizetype at) co
         return text.indexOf(m_steps[step].letters, at);
     }
     return at;
+}
+
+bool LikePattern::matchesUtf8(const char* text, qsizetype size) const
+{
+    constexpr qsizetype kRoom = 256;
+    char16_t folded[kRoom];
+    // Of a text that has to begin with the pattern no more is looked at than the pattern is long.
+    const bool prefixOnly = m_steps.size() == 2 && m_steps[0].kind == Step::Kind::Run &&
+                            m_steps[1].kind == Step::Kind::AnyRun;
+    const qsizetype room = prefixOnly ? std::min(kRoom, m_steps[0].letters.size()) : kRoom;
+    const auto letters = latin::foldUtf8(text, size, folded, room);
+    // A text that fills the room may go on behind it.
+    if (letters && (prefixOnly ? m_steps[0].letters.size() <= kRoom : *letters < kRoom)) {
+        return matchesFolded(QStringView(folded, *letters));
+    }
+    return matches(QString::fromUtf8(text, size));
 }
 
 bool LikePattern::matchesFolded(QStringView folded) const

@@ -21,7 +21,8 @@ namespace melovane::textcompare {
 /// 0; 0 exactly when equal() holds.
 [[nodiscard]] int compare(QStringView left, QStringView right);
 
-/// compare() of texts in UTF-8, without copying them while they are ASCII. Damaged bytes compare as
+/// compare() of texts in UTF-8, without copying them while their letters lie below
+/// U+0300. Damaged bytes compare as
 /// the replacement letter.
 [[nodiscard]] int
 compareUtf8(const char* left, qsizetype leftSize, const char* right, qsizetype rightSize);
@@ -44,6 +45,9 @@ public:
     [[nodiscard]] bool matchesFolded(QStringView folded) const;
 
     [[nodiscard]] bool matches(QStringView text) const { return matchesFolded(fold(text)); }
+
+    /// matches() of a text in UTF-8, without copying it while its letters lie below U+0300.
+    [[nodiscard]] bool matchesUtf8(const char* text, qsizetype size) const;
 
 private:
     struct Step

@@ -130,27 +130,6 @@ void check(sqlite3* connection, int code)
     }
 }
 
-/// ASCII needs no conversion; everything else goes the exact way.
-bool likeBytes(const textcompare::LikePattern& pattern, const char* bytes, int size)
-{
-    constexpr int kBuffer = 512;
-    char16_t folded[kBuffer];
-    if (size <= kBuffer) {
-        int i = 0;
-        for (; i < size; ++i) {
-            const auto byte = static_cast<unsigned char>(bytes[i]);
-            if (byte >= 0x80) {
-                break;
-            }
-            folded[i] = char16_t(byte >= 'A' && byte <= 'Z' ? byte + 32 : byte);
-        }
-        if (i == size) {
-            return pattern.matchesFolded(QStringView(folded, size));
-        }
-    }
-    return pattern.matches(QString::fromUtf8(bytes, size));
-}
-
 void dropPattern(void* pattern)
 {
     delete static_cast<textcompare::LikePattern*>(pattern);
@@ -173,7 +152,7 @@ void like(sqlite3_context* context, int, sqlite3_value** values)
         match = pattern->matches(argText(values[1]));
     } else {
         const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(values[1]));
-        match = bytes != nullptr && likeBytes(*pattern, bytes, sqlite3_value_bytes(values[1]));
+        match = bytes != nullptr && pattern->matchesUtf8(bytes, sqlite3_value_bytes(values[1]));
     }
     sqlite3_result_int(context, match ? 1 : 0);
     if (made) {

@@ -250,6 +250,60 @@ TEST(LikePattern, ManyStarsTakeNoTime)
     EXPECT_TRUE(LikePattern(pattern).matches(text));
 }
 
+/// Texts in which plain, marked, joining and far letters meet.
+QString mixedText(std::mt19937& random)
+{
+    static const QString letters =
+        u"aAbzßsSäÄåéøØñIiİıſµÿŸ ’\u0301\u0308\u030A中’ﬁ"_s + QChar(0) + QChar(1);
+    QString text;
+    for (unsigned size = unsigned(random() % 7); size > 0; --size) {
+        text.append(letters[qsizetype(random() % size_t(letters.size()))]);
+    }
+    return text;
+}
+
+TEST(TextCompare, EveryWayGivesTheOrderOfTheSortKeys)
+{
+    std::mt19937 random(11);
+    for (int i = 0; i < 200'000; ++i) {
+        const QString left = mixedText(random);
+        const QString right = mixedText(random);
+        const QString leftKey = sortKey(left);
+        const QString rightKey = sortKey(right);
+        const int expected = leftKey == rightKey ? 0 : (leftKey < rightKey ? -1 : 1);
+        const QByteArray leftBytes = left.toUtf8();
+        const QByteArray rightBytes = right.toUtf8();
+        ASSERT_EQ(compare(left, right), expected)
+            << leftBytes.toStdString() << " | " << rightBytes.toStdString();
+        ASSERT_EQ(
+            compareUtf8(leftBytes.data(), leftBytes.size(), rightBytes.data(), rightBytes.size()),
+            expected)
+            << leftBytes.toStdString() << " | " << rightBytes.toStdString();
+    }
+}
+
+TEST(LikePattern, BytesMatchAsTheirTextDoes)
+{
+    std::mt19937 random(12);
+    for (int i = 0; i < 100'000; ++i) {
+        const QString text = mixedText(random);
+        QString start = mixedText(random);
+        start.remove(QChar(0));
+        const LikePattern pattern(random() % 2 == 0 ? text.left(2) + u'*' : start + u'*');
+        const QByteArray bytes = text.toUtf8();
+        ASSERT_EQ(pattern.matchesUtf8(bytes.data(), bytes.size()), pattern.matches(text))
+            << bytes.toStdString();
+    }
+}
+
+TEST(LikePattern, LongTextsMatchAsBytesToo)
+{
+    const QByteArray text = QByteArray(1000, 'x') + "Ä";
+    EXPECT_TRUE(LikePattern(u"*ä").matchesUtf8(text.data(), text.size()));
+    EXPECT_TRUE(LikePattern(QString(600, u'X') + u'*').matchesUtf8(text.data(), text.size()));
+    EXPECT_FALSE(LikePattern(u"x*y").matchesUtf8(text.data(), text.size()));
+}
+
 } // namespace
 
 } // namespace melovane::textcompare
