@@ -231,7 +231,7 @@ QString cls_CreateSqlFind::countStatement(int mode) const
             text += m_find + "*' or"_L1;
         }
         text.chop(2);
-        text += u')' + m_viewFilter;
+        text += ") "_L1 + m_viewFilter;
     }
     return text;
 }

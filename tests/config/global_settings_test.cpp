@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <algorithm>
+
 namespace melovane {
 namespace {
 
@@ -34,6 +36,86 @@ TEST_F(Settings, EveryKeyOfTheTableHasItsDefaultWhenTheFileIsMissing)
         EXPECT_EQ(settings->GetKeyValue(section, key, *value), *value) << key.toStdString();
     }
     EXPECT_FALSE(suite.files().fileExists(file)) << "reading must not make the file";
+}
+
+/// Keys of section "Global" with their defaults, as the siblings have them, too.
+const std::vector<std::pair<QString, QString>> kDefaults = {
+    {u"LangFile"_s, u"lang_de.ini"_s},
+    {u"SCardNameMonitor"_s, {}},
+    {u"SCardNamePlayer1"_s, {}},
+    {u"SCardNamePlayer2"_s, {}},
+    {u"DBGrid.Load.All.Rows"_s, u"0"_s},
+    {u"DefaultVolume"_s, u"7000"_s},
+    {u"MinMaxPitch"_s, u"2000"_s},
+    {u"RePitchTime"_s, u"5000"_s},
+    {u"MaxBlendTime"_s, u"30000"_s},
+    {u"TalkoverBlendIn"_s, u"1000"_s},
+    {u"TalkoverBlendOut"_s, u"500"_s},
+    {u"TalkoverVolume"_s, u"4000"_s},
+    {u"LastConigCard"_s, u"0"_s},
+    {u"LiveSuche"_s, u"0"_s},
+    {u"LastAbsolutePosition"_s, u"-1"_s},
+    {u"WriteStatistik"_s, u"0"_s},
+    {u"WriteStatistikAuto"_s, u"0"_s},
+    {u"ShiftPressHoldTime"_s, u"1000"_s},
+    {u"Normalize"_s, u"1"_s},
+    {u"NormalizeTuning"_s, u"0"_s},
+    {u"GridSwapEditPlay"_s, u"0"_s},
+    {u"FadeIn"_s, u"500"_s},
+    {u"FadeOut"_s, u"500"_s},
+    {u"StartMixMode"_s, u"1"_s},
+    {u"CDCacheDir"_s, {}},
+    {u"LastImportDir"_s, {}},
+    {u"ID3v2Tags"_s, u"1"_s},
+    {u"AutoCue"_s, u"0"_s},
+    {u"AutoCueLevel"_s, u"23197"_s},
+    {u"AutoCueMaxScan"_s, u"25"_s},
+    {u"AutoNormalize"_s, u"0"_s},
+    {u"DefaultMixStyleIN"_s, u"5000,2000,3000,0,10000"_s},
+    {u"DefaultMixStyleOUT"_s, u"0,3000,2000,5000,10000"_s},
+    {u"PlaylistNameFormat"_s, u"New Playlist #DD.MM.YY HH.NN#"_s},
+    {u"PlaylistGroupNameFormat"_s, u"New Group #DD.MM.YY HH.NN#"_s},
+    {u"JinglelistNameFormat"_s, u"Neue Jingleliste #DD.MM.YY#"_s},
+    {u"AutosizeGrid"_s, u"0"_s},
+    {u"SuchAlbum"_s, u"1"_s},
+    {u"SuchDatei"_s, u"1"_s},
+    {u"SuchKommentar"_s, u"1"_s},
+    {u"SuchPath"_s, u"0"_s},
+    {u"DefaultMixTime"_s, u"5000"_s},
+    {u"HandleDB"_s, u"0"_s},
+    {u"HandleDJ"_s, u"0"_s},
+    {u"View.Current.Playlist.Pos"_s, u"1"_s},
+    {u"Volume.Monitor"_s, u"7500"_s},
+    {u"Jingle.Players"_s, u"5"_s},
+    {u"BPMShowRange"_s, u"3"_s},
+    {u"Message.Handle.Volume.Monitor"_s, u"0"_s},
+    {u"MessageHandleJobs"_s, u"0"_s},
+    {u"EditTag.Height"_s, {}},
+    {u"LoadPlaylistPath"_s, {}},
+    {u"SavePlaylistPath"_s, {}},
+    {u"SavePlaylistFilesPath"_s, {}},
+    {u"opExpDir"_s, u"0"_s},
+    {u"opExpFile"_s, u"0"_s},
+    {u"NewImage.Such.DIR"_s, {}},
+    {u"Import.Image.Max.Size"_s, u"500"_s},
+    {u"Import.Image.Quality"_s, u"75"_s},
+};
+
+TEST_F(Settings, EachKeyIsSpeltAndPresetAsTheSiblingsKnowIt)
+{
+    const auto settings = suite.makeSettings();
+    for (const auto& [key, value] : kDefaults) {
+        const SettingRow* const row = findRow(u"Global", key);
+        ASSERT_NE(row, nullptr) << key.toStdString();
+        EXPECT_EQ(row->key, key);
+        EXPECT_EQ(settings->defaultOf(u"Global", key), value) << key.toStdString();
+    }
+    // Paths have their own test; besides them the section holds nothing else.
+    const auto rows = settingTable();
+    const auto inGlobal = [](const SettingRow& row) {
+        return row.section == u"Global" && row.base == DefaultBase::Nothing;
+    };
+    EXPECT_EQ(size_t(std::count_if(rows.begin(), rows.end(), inGlobal)), kDefaults.size());
 }
 
 /// A property by its row, for walking the whole table.

@@ -279,14 +279,14 @@ TEST_F(CreateSqlFind, TextGreaterOrEqualKeepsItsQuotes)
     EXPECT_EQ(sql.GetLastSQL(), sql.GetSqlByTextGreater(3));
 }
 
-TEST_F(CreateSqlFind, TheCountIgnoresKindsAndHasNoOrder)
+TEST_F(CreateSqlFind, TheCountIgnoresKindsHasNoOrderAndABlankBehindItsBracket)
 {
     sql.SetOrderBy(u"Titel"_s);
     find({u"Titel"_s, u"PNID:long"_s}, u"Licht"_s);
     EXPECT_EQ(sql.countStatement(2), u"select count(*) as anz from db_all\n where ( [Titel] like "
-                                     "'Licht*' or [PNID] like 'Licht*' ) and del in (0,-1) "_s);
+                                     "'Licht*' or [PNID] like 'Licht*' )  and del in (0,-1) "_s);
     EXPECT_EQ(sql.countStatement(1), u"select count(*) as anz from db_all\n where ( [Titel] like "
-                                     "'*Licht*' or [PNID] like '*Licht*' ) and del in (0,-1) "_s);
+                                     "'*Licht*' or [PNID] like '*Licht*' )  and del in (0,-1) "_s);
 }
 
 TEST_F(CreateSqlFind, TheConditionAloneHasNoBracketsAndNoKinds)

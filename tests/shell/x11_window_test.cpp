@@ -1,7 +1,10 @@
 #include "shell/console.h"
+#include "support/temp_folder.h"
 
+#include <QFile>
 #include <QLabel>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -43,6 +46,29 @@ TEST(RealDisplay, KeysOfTheKeyboardFilterTheListAndSortingAndFocusFollow)
     EXPECT_TRUE(QTest::qWaitFor([&grid] { return grid.hasFocus() && grid.currentRow() == 0; }));
     ASSERT_TRUE(runBeside(u"xdotool"_s, {u"key"_s, u"ctrl+f"_s}));
     EXPECT_TRUE(QTest::qWaitFor([&console] { return console.searchLine().hasFocus(); }));
+}
+
+TEST(RealDisplay, ATitleStandsOnTheScreenAsItIsWithoutTheProgramsName)
+{
+    // Without a database beside it the program says so, under the title of all warnings.
+    const test::TempFolder folder;
+    const QString program = folder.file(u"MelovaneDB"_s);
+    ASSERT_TRUE(QFile::copy(QString::fromUtf8(MLV_CONSOLE), program));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const QString& place : {u"XDG_RUNTIME_DIR"_s, u"XDG_DATA_HOME"_s, u"XDG_CONFIG_HOME"_s}) {
+        environment.insert(place, folder.path());
+    }
+    QProcess console;
+    console.setProcessEnvironment(environment);
+    console.start(program, {});
+    ASSERT_TRUE(console.waitForStarted());
+    EXPECT_TRUE(QTest::qWaitFor(
+        [] {
+            return runBeside(u"xdotool"_s, {u"search"_s, u"--name"_s, u"^Achtung !$"_s});
+        },
+        20'000));
+    console.kill();
+    console.waitForFinished();
 }
 
 } // namespace

@@ -51,6 +51,7 @@ Intake::Intake(const IntakeParts& parts, IntakeOrder order)
     , m_fids(parts.clock)
     , m_readAhead(parts.reader)
 {
+    m_report.mode = m_order.mode;
     m_import.SetTagChoice(m_order.id3v2Tags);
 }
 

@@ -16,7 +16,8 @@ QString summary(const IntakeReport& report)
     count(report.changed, u"neu gelesen"_s);
     count(report.moved, u"am neuen Ort"_s);
     count(report.returned, u"wieder da"_s);
-    count(report.known, u"schon in der Datenbank"_s);
+    count(report.known,
+          report.mode == IntakeMode::NewFiles ? u"schon in der Datenbank"_s : u"unverändert"_s);
     count(static_cast<qsizetype>(report.duplicates.size()), u"doppelt"_s);
     count(report.missing, u"nicht gefunden"_s);
     count(static_cast<qsizetype>(report.refused.size()), u"abgelehnt"_s);

@@ -25,6 +25,7 @@ struct Refusal
 /// What an import did. Counts of rows hold only what is committed.
 struct IntakeReport
 {
+    IntakeMode mode = IntakeMode::NewFiles;
     int found = 0;    ///< MP3 files met on the way
     int known = 0;    ///< files that needed nothing
     int added = 0;    ///< new rows

@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -23,7 +24,10 @@ protected:
         settings = suite.makeSettings();
         session = std::make_unique<IntakeSession>(parts(), *settings, mode);
         window = std::make_unique<IntakeWindow>(*session);
-        window->chooseFolder = [this](QWidget*, const QString&) { return chosen; };
+        window->chooseFolder = [this](QWidget*, const QString& from) {
+            offered = from;
+            return chosen;
+        };
         window->show();
     }
 
@@ -41,6 +45,7 @@ protected:
         return QTest::qWaitFor([this] { return !session->isRunning(); }, 20'000);
     }
 
+    QString offered; ///< where the choice began
     QString chosen;
     std::unique_ptr<GlobalSettings> settings;
     std::unique_ptr<IntakeSession> session;
@@ -67,6 +72,17 @@ TEST_F(IntakeWindowTest, AChosenFolderIsImportedAndReported)
     EXPECT_EQ(find<QProgressBar>(u"ProgressBar1"_s)->value(), 100);
     EXPECT_TRUE(find<QPushButton>(u"cmdClose"_s)->isDefault());
     EXPECT_EQ(rows(), 1);
+}
+
+TEST_F(IntakeWindowTest, TheChoiceBeginsInTheMusicFolderAndThenWhereTheLastOneWas)
+{
+    chosen = music.path();
+    open();
+    click(u"cmdAddFolder"_s);
+    EXPECT_EQ(offered, QStandardPaths::writableLocation(QStandardPaths::MusicLocation));
+    EXPECT_FALSE(offered.isEmpty());
+    click(u"cmdAddFolder"_s);
+    EXPECT_EQ(offered, music.path());
 }
 
 TEST_F(IntakeWindowTest, EscapeCancelsARunningImportAndThenCloses)
@@ -118,6 +134,17 @@ TEST_F(IntakeWindowTest, RereadingNeedsNoFolder)
     click(u"cmdStart"_s);
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(find<QLabel>(u"lblSummary"_s)->text(), u"0 Dateien geprüft."_s);
+}
+
+TEST_F(IntakeWindowTest, WithoutTheListsItsTextsStandTogetherAtTheTop)
+{
+    open(IntakeMode::ChangedFiles);
+    click(u"cmdStart"_s);
+    ASSERT_TRUE(waitForEnd());
+    const int line = window->fontMetrics().height();
+    EXPECT_LT(find<QLabel>(u"lblHint"_s)->geometry().bottom(), 5 * line);
+    EXPECT_LT(find<QLabel>(u"lblSummary"_s)->geometry().bottom(), 10 * line);
+    EXPECT_GT(find<QPushButton>(u"cmdClose"_s)->geometry().bottom(), window->height() - 3 * line);
 }
 
 TEST_F(IntakeWindowTest, ADatabaseThatIsNotThereIsSaid)

@@ -10,6 +10,7 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -155,6 +156,8 @@ void IntakeWindow::arrange()
     all->addWidget(m_file);
     all->addWidget(m_summary);
     all->addWidget(m_report, 2);
+    // Takes the room that the two lists leave while they are hidden.
+    all->addStretch();
     all->addLayout(buttons);
 
     const QFontMetrics metrics(font());
@@ -163,7 +166,10 @@ void IntakeWindow::arrange()
 
 void IntakeWindow::addFolder()
 {
-    const QString folder = chooseFolder(this, m_session.suggestedFolder());
+    const QString known = m_session.suggestedFolder();
+    const QString from =
+        known.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::MusicLocation) : known;
+    const QString folder = chooseFolder(this, from);
     if (m_session.addFolder(folder)) {
         m_summary->clear(); // the report was about other folders
         showFolders();
