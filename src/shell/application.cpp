@@ -37,7 +37,8 @@ bool Application::anotherCopyRuns()
     }
     const QString file = path::join(folder, m_paths.programName() + u".lock"_s);
     m_onlyCopy = lockFile(file, std::chrono::milliseconds::zero());
-    return !m_onlyCopy;
+    // A place where no lock can be made must not keep the console from starting.
+    return !m_onlyCopy && m_files.fileExists(file);
 }
 
 CheckDatabase Application::databaseCheck()

@@ -3,7 +3,6 @@
 #include "config/global_settings.h"
 #include "platform/controls/window_frame.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_file.h"
 #include "shell/paths.h"
 
 namespace melovane {
@@ -31,9 +30,6 @@ QString splitKey(size_t index)
     return u"DBGridSplit-%1"_s.arg(index);
 }
 
-/// A theme file is a page of text.
-constexpr qint64 kLargestSkin = 256 * 1024;
-
 } // namespace
 
 MLVDB::MLVDB(GlobalSettings& settings,
@@ -44,7 +40,7 @@ MLVDB::MLVDB(GlobalSettings& settings,
              MlvdbControls controls)
     : m_settings(settings)
     , m_paths(paths)
-    , m_files(files)
+    , m_skinFiles(paths, files)
     , m_processes(processes)
     , m_controls(controls)
     , m_statusText(loop, controls.status)
@@ -54,44 +50,21 @@ void MLVDB::load()
 {
     m_controls.window.setCaption(mainWindowCaption());
     m_controls.window.setLeastSize(kLeastSize);
-    const QString text = skinText(m_settings.SkinFileName());
+    const QString text = m_skinFiles.text(m_settings.SkinFileName());
     if (text.isEmpty() || !m_controls.skin.load(text)) {
         m_controls.skin.clear();
     }
     restoreSplits();
 }
 
-QString MLVDB::skinFile(const QString& fileName) const
-{
-    // A full path as name names no file here: themes lie in this folder alone.
-    const QString folder = path::join(m_paths.GetConfigPath(), u"skin"_s);
-    return m_files.resolve(path::join(folder, fileName));
-}
-
-QString MLVDB::skinText(const QString& fileName) const
-{
-    const QString file = fileName.isEmpty() ? QString() : skinFile(fileName);
-    if (file.isEmpty() || !m_files.fileExists(file)) {
-        return {};
-    }
-    try {
-        return textfile::decode(m_files.read(file, kLargestSkin));
-    } catch (const IoError&) {
-        return {};
-    }
-}
-
 std::vector<SkinEntry> MLVDB::skins() const
 {
     std::vector<SkinEntry> result;
-    const QString folder = skinFile(QString());
     const QString chosen = m_settings.SkinFileName();
-    for (const QString& name : m_files.names(folder)) {
-        if (path::extension(name).compare("skn"_L1, Qt::CaseInsensitive) == 0) {
-            const QString title = m_controls.skin.titleOf(skinText(name));
-            result.push_back({name, title.isEmpty() ? path::baseName(name) : title,
-                              name.compare(chosen, Qt::CaseInsensitive) == 0});
-        }
+    for (const QString& name : m_skinFiles.names()) {
+        const QString title = m_controls.skin.titleOf(m_skinFiles.text(name));
+        result.push_back({name, title.isEmpty() ? path::baseName(name) : title,
+                          name.compare(chosen, Qt::CaseInsensitive) == 0});
     }
     std::sort(result.begin(), result.end(), [](const SkinEntry& one, const SkinEntry& two) {
         return one.title.localeAwareCompare(two.title) < 0;
@@ -103,7 +76,7 @@ void MLVDB::chooseSkin(const QString& fileName)
 {
     if (fileName.isEmpty()) {
         m_controls.skin.clear();
-    } else if (!m_controls.skin.load(skinText(fileName))) {
+    } else if (!m_controls.skin.load(m_skinFiles.text(fileName))) {
         showStatusText(u"Das Farbschema %1 ist nicht lesbar."_s.arg(fileName));
         return;
     }

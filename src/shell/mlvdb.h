@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/system/files.h"
+#include "shell/skin_files.h"
 #include "shell/status_text.h"
 
 #include <QString>
@@ -78,15 +79,13 @@ public:
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
 private:
-    [[nodiscard]] QString skinFile(const QString& fileName) const;
-    [[nodiscard]] QString skinText(const QString& fileName) const;
     bool startSibling(const QString& command, Processes::WindowStyle style);
     void restorePlace();
     void restoreSplits();
 
     GlobalSettings& m_settings;
     Mod_API& m_paths;
-    Files& m_files;
+    SkinFiles m_skinFiles;
     Processes& m_processes;
     MlvdbControls m_controls;
     StatusText m_statusText;

@@ -35,7 +35,7 @@ StartResult SubMain::run()
     // The test comes first of all, what it found is told only when no other copy runs.
     const QString fault = m_steps.openTest();
     m_steps.loadConfig();
-    if (m_steps.showRunningCopy()) {
+    if (m_steps.anotherCopyRuns()) {
         return StartResult::SecondCopy;
     }
     if (!fault.isEmpty()) {

@@ -16,8 +16,8 @@ struct StartSteps
     std::function<QString()> openTest;
     /// Reads texts and settings.
     std::function<void()> loadConfig;
-    /// True when this program runs already; that window has then come to the front.
-    std::function<bool()> showRunningCopy;
+    /// True when another copy of this program runs.
+    std::function<bool()> anotherCopyRuns;
     std::function<bool()> databaseExists;
     /// True when the database has the version of this release.
     std::function<bool()> versionFits;

@@ -21,7 +21,7 @@ namespace {
 /// Units above and below the line of text of a row, together.
 constexpr int kRowSpace = 8;
 /// Least width of the column that takes the free room, in figures.
-constexpr int kLeastStretched = 16;
+constexpr int kLeastStretched = 26;
 
 } // namespace
 

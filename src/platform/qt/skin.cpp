@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFontMetrics>
+#include <QIcon>
 #include <QScopedValueRollback>
 #include <QStyle>
 #include <QStyleFactory>
@@ -106,6 +107,8 @@ Skin::Skin(QApplication& application, QObject* parent)
     , m_theme(Theme::fromPalette(m_desktopPalette))
 {
     application.installEventFilter(this);
+    // Every program with a theme is one of the suite.
+    application.setWindowIcon(QIcon(u":/suite/melovane.svg"_s));
 }
 
 bool Skin::load(const QString& themeText)

@@ -3,9 +3,11 @@
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/tag_reader.h"
+#include "platform/qt/skin.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "shell/paths.h"
+#include "shell/skin_files.h"
 #include "siblings/mediaintake/command_line.h"
 #include "siblings/mediaintake/intake_session.h"
 #include "siblings/mediaintake/ui/intake_window.h"
@@ -34,6 +36,12 @@ public:
 
     [[nodiscard]] IntakeSession& session() { return m_session; }
 
+    /// The theme that the console was given, so that both look alike; empty without one.
+    [[nodiscard]] QString themeText()
+    {
+        return SkinFiles(m_paths, m_files).text(m_settings.SkinFileName());
+    }
+
 private:
     SystemClock m_clock;
     LinuxFiles m_files;
@@ -61,9 +69,13 @@ int runQuietly(const IntakeCommand& command)
     return session.report().failure.isEmpty() ? 0 : 1;
 }
 
-int runWindow(const IntakeCommand& command)
+int runWindow(QApplication& application, const IntakeCommand& command)
 {
     Program program(command.mode);
+    Skin skin(application);
+    if (const QString text = program.themeText(); !text.isEmpty()) {
+        skin.load(text);
+    }
     if (!command.folders.isEmpty()) {
         program.session().setFolders(command.folders);
     }
@@ -100,6 +112,6 @@ int main(int argc, char** argv)
         const QCoreApplication application(argc, argv);
         return runQuietly(*command);
     }
-    const QApplication application(argc, argv);
-    return runWindow(*command);
+    QApplication application(argc, argv);
+    return runWindow(application, *command);
 }
