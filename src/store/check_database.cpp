@@ -176,12 +176,20 @@ bool CheckDatabase::mustRebuild(const QString& testLink, const QString& sideFile
            std::find(kRebuildErrors.begin(), kRebuildErrors.end(), error) != kRebuildErrors.end();
 }
 
+bool CheckDatabase::isLibrary(const QString& file) const
+{
+    const auto here = m_files.facts(file);
+    const auto library = m_files.facts(m_place.dbName);
+    return here && library && here->device == library->device && here->inode == library->inode;
+}
+
 bool CheckDatabase::checkSideFile(const QString& testLink,
                                   const QString& fileName,
                                   const std::vector<SideTable>& tables)
 {
     const QString sideFile = path::join(m_place.dataFolder, fileName);
-    if (!mustRebuild(testLink, sideFile)) {
+    // A library that was chosen under the name of a side file must never be made anew.
+    if (isLibrary(sideFile) || !mustRebuild(testLink, sideFile)) {
         return false;
     }
     MLVCreateDB creator(m_engine, m_files);

@@ -74,6 +74,8 @@ private:
     void writeLevel(int level) const;
     void upgrade343() const;
     void upgrade3464() const;
+    /// True when the file is the library itself, under whatever name it is reached.
+    [[nodiscard]] bool isLibrary(const QString& file) const;
     [[nodiscard]] bool mustRebuild(const QString& testLink, const QString& sideFile) const;
     bool
     checkSideFile(const QString& testLink, const QString& fileName, const std::vector<SideTable>&);

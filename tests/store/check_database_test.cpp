@@ -373,6 +373,23 @@ TEST_F(SideFiles, GarbageInPlaceOfASideFileDoesNotFailTheOpenTest)
     EXPECT_EQ(suite.check().openTest(), QString());
 }
 
+TEST_F(SideFiles, ALibraryThatBearsTheNameOfASideFileIsNeverReplaced)
+{
+    suite.engine->Release(suite.dbName());
+    for (const QString& name : {temp(), tree()}) {
+        suite.engine->Release(name);
+        ASSERT_TRUE(suite.files.remove(name));
+        suite.engine->BackupDatabase(suite.dbName(), name);
+        suite.engine->Release(name);
+        CheckDatabase check(*suite.engine, suite.files, suite.clock,
+                            {name, suite.dataFolder(), u"MelovaneDB"_s}, {});
+        check.checkTempTables();
+        EXPECT_EQ(check.checkTreeTables(), 0) << name.toStdString();
+        EXPECT_TRUE(suite.engine->OpenDatabase(name)->tableDefs().Contains(u"db_all"_s))
+            << name.toStdString();
+    }
+}
+
 TEST_F(SideFiles, AMovedDataFolderGetsNewEmptySideFilesAndTheOldOnesStay)
 {
     addFavourite();
