@@ -79,7 +79,8 @@ Connection::Handle Connection::open(const QByteArray& name, int flags)
 Connection::Handle Connection::openExisting(const QString& path)
 {
     Handle handle = open(QFile::encodeName(path), kOpenFlags);
-    if ((firstRead(handle.get()) & 0xFF) == SQLITE_CANTOPEN && inReadOnlyFolder(path) &&
+    const int code = firstRead(handle.get()) & 0xFF;
+    if ((code == SQLITE_CANTOPEN || code == SQLITE_READONLY) && inReadOnlyFolder(path) &&
         !hasJournal(path)) {
         // On read-only media there is no room for the shared memory of WAL, and nobody to share
         // with.

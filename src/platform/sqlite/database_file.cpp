@@ -180,7 +180,8 @@ bool onLocalFileSystem(const QString& path)
 
 bool inReadOnlyFolder(const QString& path)
 {
-    return ::access(systemPath(QFileInfo(path).path()).constData(), W_OK) != 0;
+    return ::faccessat(AT_FDCWD, systemPath(QFileInfo(path).path()).constData(), W_OK,
+                       AT_EACCESS) != 0;
 }
 
 bool hasJournal(const QString& path)

@@ -7,6 +7,7 @@
 #include <QRandomGenerator>
 
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace melovane::test {
@@ -50,6 +51,52 @@ protected:
         return m_folder.read(u"melovane.mdb"_s);
     }
 };
+
+/// Lets a test meet the mode bits of files, which count nothing for the administrator.
+class AsNobody
+{
+public:
+    AsNobody()
+    {
+        if (::geteuid() == 0) {
+            EXPECT_EQ(::seteuid(kNobody), 0);
+        }
+    }
+
+    ~AsNobody() { EXPECT_EQ(::seteuid(::getuid()), 0); }
+
+    AsNobody(const AsNobody&) = delete;
+    AsNobody& operator=(const AsNobody&) = delete;
+
+private:
+    static constexpr uid_t kNobody = 65534;
+};
+
+class ReadOnlyMedia : public EngineHostileFile, public testing::WithParamInterface<mode_t>
+{};
+
+TEST_P(ReadOnlyMedia, CanBeReadAndRefuseEveryChange)
+{
+    const QByteArray bytes = wholeFile();
+    const QByteArray file = QFile::encodeName(path());
+    const QByteArray folder = QFile::encodeName(m_folder.path());
+    ASSERT_EQ(::chmod(file.constData(), GetParam()), 0);
+    ASSERT_EQ(::chmod(folder.constData(), 0555), 0);
+    {
+        const AsNobody nobody;
+        const auto database = m_engine->OpenDatabase(path());
+        EXPECT_EQ(
+            database->OpenRecordset(u"select count(*) as anz from db_all"_s)->value(0).toLong(),
+            300);
+        EXPECT_EQ(errorOf([&] { database->Execute(u"delete from db_all"_s); }), dberror::kReadOnly);
+    }
+    m_engine->Release(path());
+    ASSERT_EQ(::chmod(folder.constData(), 0755), 0);
+    EXPECT_EQ(m_folder.read(u"melovane.mdb"_s), bytes);
+    EXPECT_FALSE(QFile::exists(path() + u"-shm"_s));
+}
+
+INSTANTIATE_TEST_SUITE_P(FileModes, ReadOnlyMedia, testing::Values(mode_t{0444}, mode_t{0666}));
 
 TEST_F(EngineHostileFile, AMissingFileIs3024)
 {
