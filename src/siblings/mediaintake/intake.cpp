@@ -2,6 +2,7 @@
 
 #include "platform/db/db_error.h"
 #include "platform/system/clock.h"
+#include "platform/system/path_text.h"
 #include "playlistfiles/import_errors.h"
 
 #include <algorithm>
@@ -21,6 +22,8 @@ constexpr size_t kBatch = 64;
 constexpr int kRowsPerLook = 50;
 /// DriveTyp of discs: keep.
 constexpr int kDisc = 4;
+/// Values of column `DEL` from here on mean a missing file: keep.
+constexpr int kFirstMissing = 2;
 
 /// Faults of one row's values; the next row may do better.
 bool concernsOneRow(const DbError& error)
@@ -33,6 +36,11 @@ QString withDetail(int code, const QString& detail)
 {
     const QString text = importerror::GetMessageText(code);
     return detail.isEmpty() ? text : u"%1 (%2)"_s.arg(text, detail);
+}
+
+bool isSameFile(const FileFacts& one, const FileFacts& other)
+{
+    return one.device == other.device && one.inode == other.inode;
 }
 
 bool isChanged(const StoredFile& row, const FileFacts& facts)
@@ -49,6 +57,7 @@ Intake::Intake(const IntakeParts& parts, IntakeOrder order)
     , m_order(std::move(order))
     , m_import(parts.files, parts.clock)
     , m_fids(parts.clock)
+    , m_locator(parts.files, parts.dataFolder)
     , m_readAhead(parts.reader)
 {
     m_report.mode = m_order.mode;
@@ -165,13 +174,7 @@ void Intake::takeFound(const FoundFile& file, const QHash<QString, StoredPlace>&
     }
     const auto row = known.constFind(file.name);
     if (row != known.constEnd()) {
-        ++m_report.known;
-        constexpr int kFirstMissing = 2;
-        if (row->DEL >= kFirstMissing) {
-            --m_report.known;
-            m_library->giveBack(row->FID, row->DEL);
-            note(&Portion::returned, file.path());
-        }
+        takeKnown(row->FID, row->DEL, file.path());
     } else if (!other.isEmpty()) {
         m_report.duplicates.push_back({file.path(), 0, u"dieselbe Datei wie "_s + other});
         return;
@@ -179,6 +182,31 @@ void Intake::takeFound(const FoundFile& file, const QHash<QString, StoredPlace>&
         m_pending.push_back({file, {}});
     }
     m_met.insert(identity, file.path());
+}
+
+void Intake::takeKnown(const QString& fid, int del, const QString& path)
+{
+    if (del < kFirstMissing) {
+        ++m_report.known;
+        return;
+    }
+    m_library->giveBack(fid, del);
+    note(&Portion::returned, path);
+}
+
+std::optional<FoundFile> Intake::fileOf(const QString& folder, const QString& name)
+{
+    const auto isFile = [](const auto& facts) { return facts && !facts->isFolder; };
+    if (const auto facts = m_parts.files.facts(folder + name); isFile(facts)) {
+        return FoundFile{folder, name, *facts};
+    }
+    // Dearer: lists folders, tries each mapping.
+    QString mapped = folder;
+    const QString place = m_locator.ExistFile(mapped, name);
+    if (const auto facts = m_parts.files.facts(place); isFile(facts)) {
+        return FoundFile{path::withSeparator(path::parent(place)), path::fileName(place), *facts};
+    }
+    return std::nullopt;
 }
 
 void Intake::listRow()
@@ -195,16 +223,13 @@ void Intake::listRow()
         ++m_report.known; // the disc in the drive may be another one
         return;
     }
-    const auto facts = m_parts.files.facts(m_progress.file);
-    if (!facts || facts->isFolder) {
+    const auto file = fileOf(row->Path, row->DName);
+    if (!file) {
         ++m_report.missing;
-    } else if (isChanged(*row, *facts)) {
-        m_pending.push_back({{row->Path, row->DName, *facts}, row->FID});
-    } else if (row->DEL > 0) {
-        m_library->giveBack(row->FID, row->DEL);
-        note(&Portion::returned, m_progress.file);
+    } else if (isChanged(*row, file->facts)) {
+        m_pending.push_back({*file, row->FID});
     } else {
-        ++m_report.known;
+        takeKnown(row->FID, row->DEL, m_progress.file);
     }
 }
 
@@ -298,23 +323,20 @@ bool Intake::meetsRow(const FoundFile& file, const ImportedTrack& track)
     if (!row) {
         return false;
     }
-    const QString stored = row->Path + row->DName;
-    const QString there = m_parts.files.resolve(stored);
-    if (!there.isEmpty()) {
-        const auto facts = m_parts.files.facts(there);
-        const bool respelt = !m_parts.files.fileExists(stored) && facts &&
-                             facts->device == file.facts.device && facts->inode == file.facts.inode;
-        if (!respelt) {
-            m_report.duplicates.push_back({file.path(), 0, u"Kopie von "_s + there});
-            return true;
+    if (const auto there = fileOf(row->Path, row->DName)) {
+        const bool isStoredPlace = there->folder == row->Path && there->name == row->DName;
+        if (!isStoredPlace && isSameFile(there->facts, file.facts)) {
+            takeKnown(row->FID, row->DEL, file.path());
+        } else {
+            m_report.duplicates.push_back({file.path(), 0, u"Kopie von "_s + there->path()});
         }
     } else if (row->DriveTyp == kDisc) {
         m_report.duplicates.push_back(
             {file.path(), 0, u"Kopie eines Titels der CD \"%1\""_s.arg(row->DriveName)});
-        return true;
+    } else {
+        m_library->move(*row, track);
+        note(&Portion::moved, file.path());
     }
-    m_library->move(*row, track);
-    note(&Portion::moved, file.path());
     return true;
 }
 

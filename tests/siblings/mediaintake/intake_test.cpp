@@ -128,6 +128,65 @@ TEST_F(IntakeTest, ACopyOfAFileThatIsStillThereIsListedAndSkipped)
     EXPECT_EQ(rows(), 1);
 }
 
+TEST_F(IntakeTest, ACopyOfAFileThatOnlyAMappedFolderHasIsADuplicateAndItsRowStays)
+{
+    const QByteArray bytes = mp3WithFid(u"T"_s, u"A"_s, u"654321000007"_s);
+    const TempFolder elsewhere;
+    elsewhere.write(u"Rock/a.mp3"_s, bytes);
+    suite.write(u"ChangeDir.conf"_s, "C:\\Musik\\ ?? " + elsewhere.path().toUtf8() + '/');
+    suite.library.add(
+        {.FID = u"654321000007"_s, .Path = u"C:\\Musik\\Rock\\"_s, .DName = u"a.mp3"_s});
+    music.write(u"copy.mp3"_s, bytes);
+    const IntakeReport report = import();
+    EXPECT_EQ(report.moved + report.added, 0);
+    ASSERT_EQ(report.duplicates.size(), 1U);
+    EXPECT_EQ(report.duplicates[0].path, music.file(u"copy.mp3"_s));
+    EXPECT_TRUE(report.duplicates[0].reason.contains(elsewhere.file(u"Rock/a.mp3"_s)))
+        << report.duplicates[0].reason.toStdString();
+    EXPECT_EQ(of(u"a.mp3"_s, u"Path"_s).toText(), u"C:\\Musik\\Rock\\"_s);
+    EXPECT_EQ(rows(), 1);
+}
+
+TEST_F(IntakeTest, WithoutItsMappingTheSameRowMovesToTheCopy)
+{
+    suite.library.add(
+        {.FID = u"654321000007"_s, .Path = u"C:\\Musik\\Rock\\"_s, .DName = u"a.mp3"_s});
+    music.write(u"copy.mp3"_s, mp3WithFid(u"T"_s, u"A"_s, u"654321000007"_s));
+    EXPECT_EQ(import().moved, 1);
+    EXPECT_EQ(of(u"copy.mp3"_s, u"Path"_s).toText(), music.path() + u'/');
+}
+
+TEST_F(IntakeTest, TheMappedFileItselfIsKnownAndItsRowKeepsItsPlaceAndLosesItsMissingMark)
+{
+    mapFolder(u"C:\\Musik\\"_s, u"new"_s);
+    music.write(u"new/a.mp3"_s, mp3WithFid(u"T"_s, u"A"_s, u"654321000007"_s));
+    suite.library.add(
+        {.FID = u"654321000007"_s, .Path = u"C:\\Musik\\"_s, .DName = u"a.mp3"_s, .DEL = 2});
+    EXPECT_EQ(import().returned, 1);
+    EXPECT_EQ(of(u"a.mp3"_s, u"DEL"_s).toLong(), 0);
+    const IntakeReport second = import();
+    EXPECT_EQ(second.known, 1);
+    EXPECT_TRUE(second.duplicates.empty());
+    EXPECT_EQ(of(u"a.mp3"_s, u"Path"_s).toText(), u"C:\\Musik\\"_s);
+    EXPECT_EQ(rows(), 1);
+}
+
+TEST_F(IntakeTest, ARowThatDiffersInLetterCaseFromTheDiskCountsAsThere)
+{
+    const QByteArray bytes = mp3WithFid(u"T"_s, u"A"_s, u"654321000007"_s);
+    music.write(u"Rock/Song.mp3"_s, bytes);
+    music.write(u"copy.mp3"_s, bytes);
+    const QString stored = music.path() + u"/ROCK/"_s;
+    suite.library.add({.FID = u"654321000007"_s, .Path = stored, .DName = u"SONG.MP3"_s});
+    const IntakeReport report = import();
+    EXPECT_EQ(report.moved + report.added, 0);
+    EXPECT_EQ(report.known, 1);
+    ASSERT_EQ(report.duplicates.size(), 1U);
+    EXPECT_EQ(report.duplicates[0].path, music.file(u"copy.mp3"_s));
+    EXPECT_TRUE(report.duplicates[0].reason.endsWith(music.file(u"Rock/Song.mp3"_s)));
+    EXPECT_EQ(suite.value(u"select Path from db_all"_s).toText(), stored);
+}
+
 TEST_F(IntakeTest, OfTwoFilesWithOneIdentifierInOneRunTheFirstIsTaken)
 {
     const QByteArray bytes = mp3WithFid(u"T"_s, u"A"_s, u"654321000007"_s);
@@ -347,7 +406,7 @@ TEST_F(IntakeTest, ADatabaseThatSomebodyHoldsEndsTheImportWithItsFilesListed)
     {
         const Transaction held(*other);
         other->Execute(u"update genre set Name=Name"_s);
-        Intake intake({*impatient, suite.files, reader, suite.clock}, order());
+        Intake intake({*impatient, suite.files, reader, suite.clock, suite.dataFolder()}, order());
         while (intake.step(std::chrono::seconds(1))) {
         }
         report = intake.report();
