@@ -37,7 +37,7 @@ public:
     /// The files of the next folder, maybe none; nothing when all folders were visited.
     [[nodiscard]] std::optional<std::vector<FoundFile>> next();
 
-    /// Roots that are not there.
+    /// Roots that are not there, and links named like music that lead nowhere.
     [[nodiscard]] const std::vector<Refusal>& refused() const { return m_refused; }
 
 private:

@@ -148,8 +148,6 @@ void Intake::listFolder()
 {
     const auto files = m_walk->next();
     if (!files) {
-        const auto& refused = m_walk->refused();
-        m_report.refused.insert(m_report.refused.end(), refused.begin(), refused.end());
         m_state = State::Reading;
         return;
     }
@@ -363,6 +361,18 @@ void Intake::finish()
             m_library->commitPortion();
         }
     }
+    end();
+}
+
+void Intake::end()
+{
+    if (m_walk) {
+        const auto& refused = m_walk->refused();
+        m_report.refused.insert(m_report.refused.end(), refused.begin(), refused.end());
+        m_report.found += static_cast<int>(refused.size());
+    }
+    std::stable_sort(m_report.refused.begin(), m_report.refused.end(),
+                     [](const Refusal& a, const Refusal& b) { return a.path < b.path; });
     m_state = State::Done;
 }
 
@@ -398,7 +408,7 @@ void Intake::fail(const QString& text)
     }
     m_portion = {};
     m_report.failure = reason;
-    m_state = State::Done;
+    end();
 }
 
 } // namespace melovane

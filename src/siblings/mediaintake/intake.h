@@ -121,6 +121,7 @@ private:
     void note(int Portion::*count, const QString& path);
     void refuse(const QString& path, int code, const QString& detail);
     void fail(const QString& text);
+    void end();
 
     IntakeParts m_parts;
     IntakeOrder m_order;

@@ -311,6 +311,29 @@ TEST_F(IntakeTest, BrokenFilesAreListedWithAReasonAndTheRestGoesIn)
     }
 }
 
+TEST_F(IntakeTest, TheCountsAddUpAndRefusedFilesAreListedByPathWithDeadLinksAmongThem)
+{
+    writeMany(2);
+    static_cast<void>(import());
+    music.write(u"new.mp3"_s, simpleMp3(u"T"_s, u"A"_s));
+    music.write(u"a/broken.mp3"_s, "x");
+    music.write(u"z/broken.mp3"_s, "x");
+    ASSERT_TRUE(QFile::link(u"/nowhere/at/all.mp3"_s, music.file(u"m-dead.mp3"_s)));
+    ASSERT_TRUE(QFile::link(music.file(u"new.mp3"_s), music.file(u"twin.mp3"_s)));
+    IntakeOrder what = order();
+    what.folders.append(music.file(u"none"_s));
+    const IntakeReport report = run(what);
+    EXPECT_EQ(report.leftOver(), 0);
+    QStringList refused;
+    for (const Refusal& refusal : report.refused) {
+        refused.append(refusal.path.mid(music.path().size() + 1));
+    }
+    EXPECT_EQ(refused,
+              (QStringList{u"a/broken.mp3"_s, u"m-dead.mp3"_s, u"none"_s, u"z/broken.mp3"_s}));
+    EXPECT_EQ(summary(report), u"8 Dateien geprüft: 1 neu, 2 schon in der Datenbank, 1 doppelt, "
+                               u"4 abgelehnt."_s);
+}
+
 TEST_F(IntakeTest, AFileWithoutTagsGetsArtistAndTitleFromItsName)
 {
     music.write(u"die_band - mein LIED.MP3"_s, shortStream());
@@ -361,6 +384,7 @@ TEST_F(IntakeTest, ACancelTakesEffectAtOnceAndKeepsWhatWasRead)
     EXPECT_GE(intake.report().added, 300);
     EXPECT_LT(intake.report().added, 1500);
     EXPECT_EQ(rows(), intake.report().added);
+    EXPECT_EQ(intake.report().leftOver(), 1500 - rows());
     const IntakeReport rest = import();
     EXPECT_EQ(rest.known, intake.report().added);
     EXPECT_EQ(rows(), 1500);
@@ -414,6 +438,7 @@ TEST_F(IntakeTest, ADatabaseThatSomebodyHoldsEndsTheImportWithItsFilesListed)
     EXPECT_TRUE(report.failure.startsWith(u"Datenbank Fehler"_s));
     EXPECT_EQ(report.added, 0);
     EXPECT_GE(report.refused.size(), 1U);
+    EXPECT_EQ(report.leftOver() + static_cast<int>(report.refused.size()), 5);
     EXPECT_EQ(report.refused.front().code, 20001);
     EXPECT_EQ(rows(), 0);
     EXPECT_EQ(import().added, 5) << "the next import takes them";
