@@ -18,8 +18,6 @@ namespace {
 /// Files read at once by the second thread: enough to keep it busy while rows are written, few
 /// enough that a cancel waits for none of them for long.
 constexpr size_t kBatch = 64;
-/// Rows of the library compared with their files before the time is looked at again.
-constexpr int kRowsPerLook = 50;
 /// DriveTyp of discs: keep.
 constexpr int kDisc = 4;
 /// Values of column `DEL` from here on mean a missing file: keep.
@@ -128,11 +126,9 @@ void Intake::open()
 void Intake::list()
 {
     if (m_order.mode == IntakeMode::NewFiles) {
-        listFolder();
+        listFiles();
     } else {
-        for (int i = 0; i < kRowsPerLook && m_state == State::Listing; ++i) {
-            listRow();
-        }
+        listRow();
     }
     if (m_library->isPortionDue()) {
         commit();
@@ -144,7 +140,7 @@ void Intake::list()
     }
 }
 
-void Intake::listFolder()
+void Intake::listFiles()
 {
     const auto files = m_walk->next();
     if (!files) {
@@ -154,14 +150,17 @@ void Intake::listFolder()
     if (files->empty()) {
         return;
     }
-    const auto known = m_library->filesIn(files->front().folder);
+    if (m_knownFolder != files->front().folder) {
+        m_knownFolder = files->front().folder;
+        m_known = m_library->filesIn(m_knownFolder);
+    }
     for (const FoundFile& file : *files) {
-        takeFound(file, known);
+        takeFound(file);
     }
     m_progress.file = files->back().path();
 }
 
-void Intake::takeFound(const FoundFile& file, const QHash<QString, StoredPlace>& known)
+void Intake::takeFound(const FoundFile& file)
 {
     ++m_report.found;
     const std::pair identity(file.facts.device, file.facts.inode);
@@ -170,8 +169,8 @@ void Intake::takeFound(const FoundFile& file, const QHash<QString, StoredPlace>&
         --m_report.found; // the same folder was chosen twice
         return;
     }
-    const auto row = known.constFind(file.name);
-    if (row != known.constEnd()) {
+    const auto row = m_known.constFind(file.name);
+    if (row != m_known.constEnd()) {
         takeKnown(row->FID, row->DEL, file.path());
     } else if (!other.isEmpty()) {
         m_report.duplicates.push_back({file.path(), 0, u"dieselbe Datei wie "_s + other});

@@ -101,9 +101,9 @@ private:
     void work(std::chrono::steady_clock::time_point deadline);
     void open();
     void list();
-    void listFolder();
+    void listFiles();
     void listRow();
-    void takeFound(const FoundFile& file, const QHash<QString, StoredPlace>& known);
+    void takeFound(const FoundFile& file);
     /// Counts the file of a row as known, or takes the mark away if the row counted as missing.
     void takeKnown(const QString& fid, int del, const QString& path);
     /// Where the file of a row is today; nothing when it is nowhere.
@@ -134,6 +134,8 @@ private:
     FileLocator m_locator;
     std::unique_ptr<IntakeLibrary> m_library;
     std::unique_ptr<FolderWalk> m_walk;
+    QString m_knownFolder;                             ///< whose rows m_known holds
+    QHash<QString, StoredPlace> m_known;               ///< by file name
     QHash<std::pair<quint64, quint64>, QString> m_met; ///< path by identity of the file
     std::vector<PendingFile> m_pending;
     size_t m_nextPending = 0;

@@ -390,6 +390,59 @@ TEST_F(IntakeTest, ACancelTakesEffectAtOnceAndKeepsWhatWasRead)
     EXPECT_EQ(rows(), 1500);
 }
 
+TEST_F(IntakeTest, AStepEndsInTheMiddleOfALargeFolderAndTheWholeStillFindsAll)
+{
+    constexpr int kFiles = 3000;
+    for (int i = 0; i < kFiles; ++i) {
+        music.write(u"%1.mp3"_s.arg(i), "x");
+    }
+    Intake intake(parts(), order());
+    int stepsWhileListing = 0;
+    int before = 0;
+    while (intake.progress().listing && intake.step(std::chrono::milliseconds(0))) {
+        const int found = intake.report().found;
+        EXPECT_LE(found - before, FolderWalk::kNamesPerLook);
+        before = found;
+        ++stepsWhileListing;
+    }
+    EXPECT_GT(stepsWhileListing, kFiles / FolderWalk::kNamesPerLook);
+    while (intake.step(std::chrono::milliseconds(1))) {
+    }
+    EXPECT_EQ(intake.report().found, kFiles);
+    EXPECT_EQ(intake.report().refused.size(), static_cast<size_t>(kFiles));
+}
+
+TEST_F(IntakeTest, ACancelInTheMiddleOfALargeFolderLeavesItsRestAlone)
+{
+    writeMany(1000);
+    static_cast<void>(import());
+    suite.execute(u"update db_all set DEL=2"_s);
+    Intake intake(parts(), order());
+    while (intake.report().found == 0 && intake.step(std::chrono::milliseconds(0))) {
+    }
+    intake.cancel();
+    EXPECT_FALSE(intake.step(std::chrono::milliseconds(0)));
+    const IntakeReport& report = intake.report();
+    EXPECT_LT(report.found, 1000);
+    EXPECT_EQ(report.returned, report.found);
+    EXPECT_EQ(suite.value(u"select count(*) from db_all where DEL=0"_s).toLong(), report.found);
+    EXPECT_EQ(import().returned, 1000 - report.returned) << "the next import takes the rest";
+}
+
+TEST_F(IntakeTest, RereadingLooksAtOneRowAfterTheOther)
+{
+    writeMany(20);
+    static_cast<void>(import());
+    Intake intake(parts(), order(IntakeMode::ChangedFiles));
+    EXPECT_TRUE(intake.step(std::chrono::milliseconds(0)));
+    EXPECT_TRUE(intake.step(std::chrono::milliseconds(0)));
+    EXPECT_EQ(intake.progress().done, 1);
+    EXPECT_EQ(intake.progress().total, 20);
+    while (intake.step(std::chrono::milliseconds(1))) {
+    }
+    EXPECT_EQ(intake.report().known, 20);
+}
+
 TEST_F(IntakeTest, ACancelBeforeTheFirstStepDoesNothing)
 {
     writeMany(2);
