@@ -25,22 +25,34 @@ FolderWalk::FolderWalk(const Files& files, const QStringList& roots)
 
 std::optional<std::vector<FoundFile>> FolderWalk::next()
 {
+    if (!m_names.isEmpty()) {
+        return lookOn();
+    }
     if (m_waiting.empty()) {
         return std::nullopt;
     }
     const QString place = m_waiting.back();
     m_waiting.pop_back();
+    return enter(place);
+}
+
+std::vector<FoundFile> FolderWalk::enter(const QString& place)
+{
     const auto facts = m_files.facts(place);
     if (!facts) {
         m_refused.push_back({place, importerror::kPathNotFound,
                              importerror::GetMessageText(importerror::kPathNotFound)});
-        return std::vector<FoundFile>();
+        return {};
     }
     if (!facts->isFolder) {
-        return std::vector<FoundFile>{
-            {path::withSeparator(path::parent(place)), path::fileName(place), *facts}};
+        return {{path::withSeparator(path::parent(place)), path::fileName(place), *facts}};
     }
-    return isFirstVisit(*facts) ? visit(path::withSeparator(place)) : std::vector<FoundFile>();
+    if (isFirstVisit(*facts)) {
+        m_folder = path::withSeparator(place);
+        m_names = m_files.names(m_folder);
+        m_nextName = 0;
+    }
+    return {};
 }
 
 bool FolderWalk::isFirstVisit(const FileFacts& folder)
@@ -53,30 +65,43 @@ bool FolderWalk::isFirstVisit(const FileFacts& folder)
     return true;
 }
 
-std::vector<FoundFile> FolderWalk::visit(const QString& folder)
+std::vector<FoundFile> FolderWalk::lookOn()
 {
     std::vector<FoundFile> found;
-    std::vector<QString> folders;
-    const QStringList names = m_files.names(folder);
-    for (const QString& name : names) {
-        if (name.startsWith(u'.')) {
-            continue;
-        }
-        const auto facts = m_files.facts(folder + name);
-        if (!facts) {
-            // A link to nothing; worth a word only when it claims to be music.
-            if (isMp3(name)) {
-                m_refused.push_back({folder + name, importerror::kFileNotFound,
-                                     importerror::GetMessageText(importerror::kFileNotFound)});
-            }
-        } else if (facts->isFolder) {
-            folders.push_back(folder + name);
-        } else if (isMp3(name)) {
-            found.push_back({folder, name, *facts});
-        }
+    const qsizetype end = std::min(m_nextName + kNamesPerLook, m_names.size());
+    for (; m_nextName < end; ++m_nextName) {
+        look(m_names.at(m_nextName), found);
     }
-    m_waiting.insert(m_waiting.end(), folders.rbegin(), folders.rend());
+    if (end == m_names.size()) {
+        leave();
+    }
     return found;
+}
+
+void FolderWalk::look(const QString& name, std::vector<FoundFile>& found)
+{
+    if (name.startsWith(u'.')) {
+        return;
+    }
+    const auto facts = m_files.facts(m_folder + name);
+    if (!facts) {
+        // A link to nothing; worth a word only when it claims to be music.
+        if (isMp3(name)) {
+            m_refused.push_back({m_folder + name, importerror::kFileNotFound,
+                                 importerror::GetMessageText(importerror::kFileNotFound)});
+        }
+    } else if (facts->isFolder) {
+        m_subfolders.push_back(m_folder + name);
+    } else if (isMp3(name)) {
+        found.push_back({m_folder, name, *facts});
+    }
+}
+
+void FolderWalk::leave()
+{
+    m_waiting.insert(m_waiting.end(), m_subfolders.rbegin(), m_subfolders.rend());
+    m_subfolders.clear();
+    m_names.clear();
 }
 
 } // namespace melovane

@@ -2,6 +2,7 @@
 
 #include "platform/db/db_error.h"
 #include "platform/system/clock.h"
+#include "platform/system/path_text.h"
 #include "playlistfiles/import_errors.h"
 
 #include <algorithm>
@@ -17,10 +18,10 @@ namespace {
 /// Files read at once by the second thread: enough to keep it busy while rows are written, few
 /// enough that a cancel waits for none of them for long.
 constexpr size_t kBatch = 64;
-/// Rows of the library compared with their files before the time is looked at again.
-constexpr int kRowsPerLook = 50;
 /// DriveTyp of discs: keep.
 constexpr int kDisc = 4;
+/// Values of column `DEL` from here on mean a missing file: keep.
+constexpr int kFirstMissing = 2;
 
 /// Faults of one row's values; the next row may do better.
 bool concernsOneRow(const DbError& error)
@@ -33,6 +34,11 @@ QString withDetail(int code, const QString& detail)
 {
     const QString text = importerror::GetMessageText(code);
     return detail.isEmpty() ? text : u"%1 (%2)"_s.arg(text, detail);
+}
+
+bool isSameFile(const FileFacts& one, const FileFacts& other)
+{
+    return one.device == other.device && one.inode == other.inode;
 }
 
 bool isChanged(const StoredFile& row, const FileFacts& facts)
@@ -49,6 +55,7 @@ Intake::Intake(const IntakeParts& parts, IntakeOrder order)
     , m_order(std::move(order))
     , m_import(parts.files, parts.clock)
     , m_fids(parts.clock)
+    , m_locator(parts.files, parts.dataFolder)
     , m_readAhead(parts.reader)
 {
     m_report.mode = m_order.mode;
@@ -119,11 +126,9 @@ void Intake::open()
 void Intake::list()
 {
     if (m_order.mode == IntakeMode::NewFiles) {
-        listFolder();
+        listFiles();
     } else {
-        for (int i = 0; i < kRowsPerLook && m_state == State::Listing; ++i) {
-            listRow();
-        }
+        listRow();
     }
     if (m_library->isPortionDue()) {
         commit();
@@ -135,26 +140,27 @@ void Intake::list()
     }
 }
 
-void Intake::listFolder()
+void Intake::listFiles()
 {
     const auto files = m_walk->next();
     if (!files) {
-        const auto& refused = m_walk->refused();
-        m_report.refused.insert(m_report.refused.end(), refused.begin(), refused.end());
         m_state = State::Reading;
         return;
     }
     if (files->empty()) {
         return;
     }
-    const auto known = m_library->filesIn(files->front().folder);
+    if (m_knownFolder != files->front().folder) {
+        m_knownFolder = files->front().folder;
+        m_known = m_library->filesIn(m_knownFolder);
+    }
     for (const FoundFile& file : *files) {
-        takeFound(file, known);
+        takeFound(file);
     }
     m_progress.file = files->back().path();
 }
 
-void Intake::takeFound(const FoundFile& file, const QHash<QString, StoredPlace>& known)
+void Intake::takeFound(const FoundFile& file)
 {
     ++m_report.found;
     const std::pair identity(file.facts.device, file.facts.inode);
@@ -163,15 +169,9 @@ void Intake::takeFound(const FoundFile& file, const QHash<QString, StoredPlace>&
         --m_report.found; // the same folder was chosen twice
         return;
     }
-    const auto row = known.constFind(file.name);
-    if (row != known.constEnd()) {
-        ++m_report.known;
-        constexpr int kFirstMissing = 2;
-        if (row->DEL >= kFirstMissing) {
-            --m_report.known;
-            m_library->giveBack(row->FID, row->DEL);
-            note(&Portion::returned, file.path());
-        }
+    const auto row = m_known.constFind(file.name);
+    if (row != m_known.constEnd()) {
+        takeKnown(row->FID, row->DEL, file.path());
     } else if (!other.isEmpty()) {
         m_report.duplicates.push_back({file.path(), 0, u"dieselbe Datei wie "_s + other});
         return;
@@ -179,6 +179,31 @@ void Intake::takeFound(const FoundFile& file, const QHash<QString, StoredPlace>&
         m_pending.push_back({file, {}});
     }
     m_met.insert(identity, file.path());
+}
+
+void Intake::takeKnown(const QString& fid, int del, const QString& path)
+{
+    if (del < kFirstMissing) {
+        ++m_report.known;
+        return;
+    }
+    m_library->giveBack(fid, del);
+    note(&Portion::returned, path);
+}
+
+std::optional<FoundFile> Intake::fileOf(const QString& folder, const QString& name)
+{
+    const auto isFile = [](const auto& facts) { return facts && !facts->isFolder; };
+    if (const auto facts = m_parts.files.facts(folder + name); isFile(facts)) {
+        return FoundFile{folder, name, *facts};
+    }
+    // Dearer: lists folders, tries each mapping.
+    QString mapped = folder;
+    const QString place = m_locator.ExistFile(mapped, name);
+    if (const auto facts = m_parts.files.facts(place); isFile(facts)) {
+        return FoundFile{path::withSeparator(path::parent(place)), path::fileName(place), *facts};
+    }
+    return std::nullopt;
 }
 
 void Intake::listRow()
@@ -195,16 +220,13 @@ void Intake::listRow()
         ++m_report.known; // the disc in the drive may be another one
         return;
     }
-    const auto facts = m_parts.files.facts(m_progress.file);
-    if (!facts || facts->isFolder) {
+    const auto file = fileOf(row->Path, row->DName);
+    if (!file) {
         ++m_report.missing;
-    } else if (isChanged(*row, *facts)) {
-        m_pending.push_back({{row->Path, row->DName, *facts}, row->FID});
-    } else if (row->DEL > 0) {
-        m_library->giveBack(row->FID, row->DEL);
-        note(&Portion::returned, m_progress.file);
+    } else if (isChanged(*row, file->facts)) {
+        m_pending.push_back({*file, row->FID});
     } else {
-        ++m_report.known;
+        takeKnown(row->FID, row->DEL, m_progress.file);
     }
 }
 
@@ -298,23 +320,20 @@ bool Intake::meetsRow(const FoundFile& file, const ImportedTrack& track)
     if (!row) {
         return false;
     }
-    const QString stored = row->Path + row->DName;
-    const QString there = m_parts.files.resolve(stored);
-    if (!there.isEmpty()) {
-        const auto facts = m_parts.files.facts(there);
-        const bool respelt = !m_parts.files.fileExists(stored) && facts &&
-                             facts->device == file.facts.device && facts->inode == file.facts.inode;
-        if (!respelt) {
-            m_report.duplicates.push_back({file.path(), 0, u"Kopie von "_s + there});
-            return true;
+    if (const auto there = fileOf(row->Path, row->DName)) {
+        const bool isStoredPlace = there->folder == row->Path && there->name == row->DName;
+        if (!isStoredPlace && isSameFile(there->facts, file.facts)) {
+            takeKnown(row->FID, row->DEL, file.path());
+        } else {
+            m_report.duplicates.push_back({file.path(), 0, u"Kopie von "_s + there->path()});
         }
     } else if (row->DriveTyp == kDisc) {
         m_report.duplicates.push_back(
             {file.path(), 0, u"Kopie eines Titels der CD \"%1\""_s.arg(row->DriveName)});
-        return true;
+    } else {
+        m_library->move(*row, track);
+        note(&Portion::moved, file.path());
     }
-    m_library->move(*row, track);
-    note(&Portion::moved, file.path());
     return true;
 }
 
@@ -341,6 +360,18 @@ void Intake::finish()
             m_library->commitPortion();
         }
     }
+    end();
+}
+
+void Intake::end()
+{
+    if (m_walk) {
+        const auto& refused = m_walk->refused();
+        m_report.refused.insert(m_report.refused.end(), refused.begin(), refused.end());
+        m_report.found += static_cast<int>(refused.size());
+    }
+    std::stable_sort(m_report.refused.begin(), m_report.refused.end(),
+                     [](const Refusal& a, const Refusal& b) { return a.path < b.path; });
     m_state = State::Done;
 }
 
@@ -376,7 +407,7 @@ void Intake::fail(const QString& text)
     }
     m_portion = {};
     m_report.failure = reason;
-    m_state = State::Done;
+    end();
 }
 
 } // namespace melovane

@@ -7,12 +7,14 @@
 #include "siblings/mediaintake/intake_library.h"
 #include "siblings/mediaintake/intake_report.h"
 #include "siblings/mediaintake/read_ahead.h"
+#include "store/file_locator.h"
 
 #include <QHash>
 #include <QStringList>
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -25,6 +27,7 @@ struct IntakeParts
     const Files& files;
     const TagReader& reader;
     const Clock& clock;
+    QString dataFolder; ///< of `ChangeDir.conf`
 };
 
 struct IntakeOrder
@@ -50,6 +53,10 @@ struct IntakeProgress
 /// missing, the mark goes). A file whose tag holds the identifier of a row is that row's new place
 /// when the row's own file is gone, and a duplicate otherwise; tracks on discs count as there. All
 /// others become new rows. Changed files: rows whose file differs in size or date are read again.
+///
+/// The file of a row is there as well when only FileLocator finds it: in a folder that
+/// `ChangeDir.conf` names, or under a name that the disk spells otherwise. Such a row keeps the
+/// place that it has stored.
 ///
 /// Rows are committed in portions. Files that are refused are listed in the report and nothing
 /// about them is written. A failing database ends the import: the open portion is undone and its
@@ -94,9 +101,13 @@ private:
     void work(std::chrono::steady_clock::time_point deadline);
     void open();
     void list();
-    void listFolder();
+    void listFiles();
     void listRow();
-    void takeFound(const FoundFile& file, const QHash<QString, StoredPlace>& known);
+    void takeFound(const FoundFile& file);
+    /// Counts the file of a row as known, or takes the mark away if the row counted as missing.
+    void takeKnown(const QString& fid, int del, const QString& path);
+    /// Where the file of a row is today; nothing when it is nowhere.
+    [[nodiscard]] std::optional<FoundFile> fileOf(const QString& folder, const QString& name);
     void readSome(std::chrono::steady_clock::time_point deadline);
     void startBatch();
     void write(ReadFile& file);
@@ -110,6 +121,7 @@ private:
     void note(int Portion::*count, const QString& path);
     void refuse(const QString& path, int code, const QString& detail);
     void fail(const QString& text);
+    void end();
 
     IntakeParts m_parts;
     IntakeOrder m_order;
@@ -119,8 +131,11 @@ private:
     Portion m_portion;
     TagImport m_import;
     IntakeFids m_fids;
+    FileLocator m_locator;
     std::unique_ptr<IntakeLibrary> m_library;
     std::unique_ptr<FolderWalk> m_walk;
+    QString m_knownFolder;                             ///< whose rows m_known holds
+    QHash<QString, StoredPlace> m_known;               ///< by file name
     QHash<std::pair<quint64, quint64>, QString> m_met; ///< path by identity of the file
     std::vector<PendingFile> m_pending;
     size_t m_nextPending = 0;

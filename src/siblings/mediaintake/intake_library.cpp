@@ -86,15 +86,22 @@ void setPositions(Recordset& row, const ImportedTrack& track)
     }
 }
 
-void setPlace(Recordset& row, const ImportedTrack& track)
+void setFile(Recordset& row, const ImportedTrack& track)
 {
-    row.setValue(u"Path", track.Path);
-    row.setValue(u"DName", track.DName);
     row.setValue(u"DLen", track.DLen);
     row.setValue(u"DTSDatei", track.DTSDatei);
+    row.setValue(u"DEL", delOfFoundFile(row.value(u"DEL").toLong()));
+}
+
+void setDrive(Recordset& row, const ImportedTrack& track)
+{
     row.setValue(u"DriveTyp", track.DriveTyp);
     row.setValue(u"DriveName", track.DriveName);
-    row.setValue(u"DEL", delOfFoundFile(row.value(u"DEL").toLong()));
+}
+
+bool liesWhereStored(const Recordset& row, const ImportedTrack& track)
+{
+    return row.value(u"Path").toText() == track.Path && row.value(u"DName").toText() == track.DName;
 }
 
 QString rowStatement(const QString& fid)
@@ -192,7 +199,10 @@ void IntakeLibrary::move(const StoredPlace& place, const ImportedTrack& track)
     begin();
     const auto row = m_database->OpenRecordset(rowStatement(place.FID));
     row->Edit();
-    setPlace(*row, track);
+    row->setValue(u"Path", track.Path);
+    row->setValue(u"DName", track.DName);
+    setDrive(*row, track);
+    setFile(*row, track);
     row->Update();
     ++m_changes;
 }
@@ -222,7 +232,10 @@ void IntakeLibrary::update(const QString& fid, const ImportedTrack& track)
     }
     row->Edit();
     setPositions(*row, track);
-    setPlace(*row, track);
+    if (liesWhereStored(*row, track)) {
+        setDrive(*row, track);
+    }
+    setFile(*row, track);
     row->setValue(u"DTimeMsec", track.DTimeMsec);
     row->setValue(u"DTime", track.DTime);
     row->setValue(u"DKhz", track.DKhz);

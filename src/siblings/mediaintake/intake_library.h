@@ -81,7 +81,7 @@ public:
     /// Play counts, mix values, dates of import and identifier stay. Texts that the tag lacks keep
     /// their value; a row whose own changes still wait to be written to the file (`db_edit`) keeps
     /// all its texts. Start and stop are kept unless they mean the whole track or lie behind its
-    /// end.
+    /// end. The place stays as it is stored, wherever the file was read.
     void update(const QString& fid, const ImportedTrack& track);
 
     /// Notes that the trees of folders, artists, albums and genres must be made anew.

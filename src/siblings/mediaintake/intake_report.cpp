@@ -4,6 +4,17 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
+int IntakeReport::leftOver() const
+{
+    return found - known - rowsWritten() - missing - static_cast<int>(duplicates.size()) -
+           static_cast<int>(refused.size());
+}
+
+QString fileCount(int number)
+{
+    return number == 1 ? u"1 Datei"_s : u"%1 Dateien"_s.arg(number);
+}
+
 QString summary(const IntakeReport& report)
 {
     QStringList parts;
@@ -21,7 +32,8 @@ QString summary(const IntakeReport& report)
     count(static_cast<qsizetype>(report.duplicates.size()), u"doppelt"_s);
     count(report.missing, u"nicht gefunden"_s);
     count(static_cast<qsizetype>(report.refused.size()), u"abgelehnt"_s);
-    QString text = u"%1 Dateien geprüft"_s.arg(report.found);
+    count(report.leftOver(), u"nicht gelesen"_s);
+    QString text = fileCount(report.found) + u" geprüft"_s;
     if (!parts.isEmpty()) {
         text += u": "_s + parts.join(u", "_s);
     }

@@ -26,7 +26,7 @@ struct Refusal
 struct IntakeReport
 {
     IntakeMode mode = IntakeMode::NewFiles;
-    int found = 0;    ///< MP3 files met on the way
+    int found = 0;    ///< files and rows met on the way, whatever became of them
     int known = 0;    ///< files that needed nothing
     int added = 0;    ///< new rows
     int changed = 0;  ///< rows read again
@@ -34,14 +34,21 @@ struct IntakeReport
     int returned = 0; ///< rows whose missing file is there again
     int missing = 0;  ///< rows whose file is not there (changed files only)
     std::vector<Refusal> duplicates;
-    std::vector<Refusal> refused;
+    std::vector<Refusal> refused; ///< by path once the import is over
     bool cancelled = false;
     QString failure; ///< why the import ended early; empty when it did not
 
     [[nodiscard]] int rowsWritten() const { return added + changed + moved + returned; }
+
+    /// What was met and not dealt with, because the import ended before its time.
+    [[nodiscard]] int leftOver() const;
 };
 
-/// One sentence with all counts that are not 0.
+/// "1 Datei", "2 Dateien".
+[[nodiscard]] QString fileCount(int number);
+
+/// One sentence with all counts that are not 0; they add up to the number of files at its
+/// beginning.
 [[nodiscard]] QString summary(const IntakeReport& report);
 
 /// The summary and one line for each refused file and each duplicate: "path: reason".

@@ -95,7 +95,7 @@ QString IntakeSession::progressText() const
     }
     const IntakeProgress& progress = m_intake->progress();
     if (progress.listing) {
-        return u"%1 Dateien gefunden"_s.arg(m_intake->report().found);
+        return fileCount(m_intake->report().found) + u" gefunden"_s;
     }
     return u"Datei %1 von %2"_s.arg(progress.done).arg(progress.total);
 }

@@ -31,7 +31,9 @@ public:
         , m_engine(sqlite::makeEngine(m_clock))
         , m_reader(linux_media::makeTagReader())
         , m_settings(m_paths, m_profile, m_files, *m_engine)
-        , m_session({*m_engine, m_files, *m_reader, m_clock}, m_settings, mode)
+        , m_session({*m_engine, m_files, *m_reader, m_clock, m_paths.GetConfigPath()},
+                    m_settings,
+                    mode)
     {}
 
     [[nodiscard]] IntakeSession& session() { return m_session; }

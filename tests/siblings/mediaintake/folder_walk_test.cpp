@@ -46,6 +46,23 @@ TEST_F(FolderWalkTest, GivesMp3FilesOfAllSubfoldersInOrder)
               (QStringList{u"z.mp3"_s, u"a/x.Mp3"_s, u"b/1.MP3"_s, u"b/2.mp3"_s, u"b/c/3.mp3"_s}));
 }
 
+TEST_F(FolderWalkTest, GivesALargeFolderInPartsWithItsOwnFilesStillBeforeThoseOfSubfolders)
+{
+    QStringList expected;
+    for (int i = 0; i < 3 * FolderWalk::kNamesPerLook; ++i) {
+        expected.append(u"%1.mp3"_s.arg(i, 5, 10, QChar(u'0')));
+        m_folder.write(expected.last(), "x");
+    }
+    m_folder.write(u"00001/first.mp3"_s, "x");
+    m_folder.write(u"00700/second.mp3"_s, "x");
+    expected += {u"00001/first.mp3"_s, u"00700/second.mp3"_s};
+    EXPECT_EQ(walk(), expected);
+    FolderWalk folders(m_files, {m_folder.path()});
+    while (const auto files = folders.next()) {
+        EXPECT_LE(files->size(), static_cast<size_t>(FolderWalk::kNamesPerLook));
+    }
+}
+
 TEST_F(FolderWalkTest, LeavesHiddenNamesOut)
 {
     m_folder.write(u".trash/1.mp3"_s, "x");

@@ -11,7 +11,17 @@ namespace melovane::test {
 class IntakeFixture : public SuiteFixture
 {
 protected:
-    [[nodiscard]] IntakeParts parts() { return {*suite.engine, suite.files, reader, suite.clock}; }
+    [[nodiscard]] IntakeParts parts()
+    {
+        return {*suite.engine, suite.files, reader, suite.clock, suite.dataFolder()};
+    }
+
+    /// Makes folder of the music stand for a folder that rows have stored.
+    void mapFolder(const QString& stored, const QString& folder)
+    {
+        suite.write(QStringLiteral("ChangeDir.conf"),
+                    (stored + QStringLiteral(" ?? ") + music.file(folder) + u'/').toUtf8());
+    }
 
     [[nodiscard]] IntakeOrder order(IntakeMode mode = IntakeMode::NewFiles)
     {

@@ -72,10 +72,21 @@ TEST(IntakeReportTest, SaysWhatHappenedInOneSentence)
     report.duplicates.push_back({u"/m/y.mp3"_s, 0, u"Kopie von /m/z.mp3"_s});
     report.cancelled = true;
     EXPECT_EQ(summary(report), u"10 Dateien geprüft: 5 neu, 2 schon in der Datenbank, 1 doppelt, "
-                               u"1 abgelehnt (abgebrochen)."_s);
+                               u"1 abgelehnt, 1 nicht gelesen (abgebrochen)."_s);
     const QStringList lines = reportLines(report);
     EXPECT_EQ(lines.at(1), u"/m/x.mp3: Fehlerhafte MP3"_s);
     EXPECT_EQ(lines.at(2), u"/m/y.mp3: Kopie von /m/z.mp3"_s);
+}
+
+TEST(IntakeReportTest, OneFileIsNamedInTheSingular)
+{
+    IntakeReport report;
+    report.found = 1;
+    report.added = 1;
+    EXPECT_EQ(summary(report), u"1 Datei geprüft: 1 neu."_s);
+    EXPECT_EQ(fileCount(0), u"0 Dateien"_s);
+    EXPECT_EQ(fileCount(1), u"1 Datei"_s);
+    EXPECT_EQ(fileCount(21), u"21 Dateien"_s);
 }
 
 /// A reader that never comes to an end by itself.

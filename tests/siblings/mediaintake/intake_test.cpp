@@ -128,6 +128,65 @@ TEST_F(IntakeTest, ACopyOfAFileThatIsStillThereIsListedAndSkipped)
     EXPECT_EQ(rows(), 1);
 }
 
+TEST_F(IntakeTest, ACopyOfAFileThatOnlyAMappedFolderHasIsADuplicateAndItsRowStays)
+{
+    const QByteArray bytes = mp3WithFid(u"T"_s, u"A"_s, u"654321000007"_s);
+    const TempFolder elsewhere;
+    elsewhere.write(u"Rock/a.mp3"_s, bytes);
+    suite.write(u"ChangeDir.conf"_s, "C:\\Musik\\ ?? " + elsewhere.path().toUtf8() + '/');
+    suite.library.add(
+        {.FID = u"654321000007"_s, .Path = u"C:\\Musik\\Rock\\"_s, .DName = u"a.mp3"_s});
+    music.write(u"copy.mp3"_s, bytes);
+    const IntakeReport report = import();
+    EXPECT_EQ(report.moved + report.added, 0);
+    ASSERT_EQ(report.duplicates.size(), 1U);
+    EXPECT_EQ(report.duplicates[0].path, music.file(u"copy.mp3"_s));
+    EXPECT_TRUE(report.duplicates[0].reason.contains(elsewhere.file(u"Rock/a.mp3"_s)))
+        << report.duplicates[0].reason.toStdString();
+    EXPECT_EQ(of(u"a.mp3"_s, u"Path"_s).toText(), u"C:\\Musik\\Rock\\"_s);
+    EXPECT_EQ(rows(), 1);
+}
+
+TEST_F(IntakeTest, WithoutItsMappingTheSameRowMovesToTheCopy)
+{
+    suite.library.add(
+        {.FID = u"654321000007"_s, .Path = u"C:\\Musik\\Rock\\"_s, .DName = u"a.mp3"_s});
+    music.write(u"copy.mp3"_s, mp3WithFid(u"T"_s, u"A"_s, u"654321000007"_s));
+    EXPECT_EQ(import().moved, 1);
+    EXPECT_EQ(of(u"copy.mp3"_s, u"Path"_s).toText(), music.path() + u'/');
+}
+
+TEST_F(IntakeTest, TheMappedFileItselfIsKnownAndItsRowKeepsItsPlaceAndLosesItsMissingMark)
+{
+    mapFolder(u"C:\\Musik\\"_s, u"new"_s);
+    music.write(u"new/a.mp3"_s, mp3WithFid(u"T"_s, u"A"_s, u"654321000007"_s));
+    suite.library.add(
+        {.FID = u"654321000007"_s, .Path = u"C:\\Musik\\"_s, .DName = u"a.mp3"_s, .DEL = 2});
+    EXPECT_EQ(import().returned, 1);
+    EXPECT_EQ(of(u"a.mp3"_s, u"DEL"_s).toLong(), 0);
+    const IntakeReport second = import();
+    EXPECT_EQ(second.known, 1);
+    EXPECT_TRUE(second.duplicates.empty());
+    EXPECT_EQ(of(u"a.mp3"_s, u"Path"_s).toText(), u"C:\\Musik\\"_s);
+    EXPECT_EQ(rows(), 1);
+}
+
+TEST_F(IntakeTest, ARowThatDiffersInLetterCaseFromTheDiskCountsAsThere)
+{
+    const QByteArray bytes = mp3WithFid(u"T"_s, u"A"_s, u"654321000007"_s);
+    music.write(u"Rock/Song.mp3"_s, bytes);
+    music.write(u"copy.mp3"_s, bytes);
+    const QString stored = music.path() + u"/ROCK/"_s;
+    suite.library.add({.FID = u"654321000007"_s, .Path = stored, .DName = u"SONG.MP3"_s});
+    const IntakeReport report = import();
+    EXPECT_EQ(report.moved + report.added, 0);
+    EXPECT_EQ(report.known, 1);
+    ASSERT_EQ(report.duplicates.size(), 1U);
+    EXPECT_EQ(report.duplicates[0].path, music.file(u"copy.mp3"_s));
+    EXPECT_TRUE(report.duplicates[0].reason.endsWith(music.file(u"Rock/Song.mp3"_s)));
+    EXPECT_EQ(suite.value(u"select Path from db_all"_s).toText(), stored);
+}
+
 TEST_F(IntakeTest, OfTwoFilesWithOneIdentifierInOneRunTheFirstIsTaken)
 {
     const QByteArray bytes = mp3WithFid(u"T"_s, u"A"_s, u"654321000007"_s);
@@ -252,6 +311,29 @@ TEST_F(IntakeTest, BrokenFilesAreListedWithAReasonAndTheRestGoesIn)
     }
 }
 
+TEST_F(IntakeTest, TheCountsAddUpAndRefusedFilesAreListedByPathWithDeadLinksAmongThem)
+{
+    writeMany(2);
+    static_cast<void>(import());
+    music.write(u"new.mp3"_s, simpleMp3(u"T"_s, u"A"_s));
+    music.write(u"a/broken.mp3"_s, "x");
+    music.write(u"z/broken.mp3"_s, "x");
+    ASSERT_TRUE(QFile::link(u"/nowhere/at/all.mp3"_s, music.file(u"m-dead.mp3"_s)));
+    ASSERT_TRUE(QFile::link(music.file(u"new.mp3"_s), music.file(u"twin.mp3"_s)));
+    IntakeOrder what = order();
+    what.folders.append(music.file(u"none"_s));
+    const IntakeReport report = run(what);
+    EXPECT_EQ(report.leftOver(), 0);
+    QStringList refused;
+    for (const Refusal& refusal : report.refused) {
+        refused.append(refusal.path.mid(music.path().size() + 1));
+    }
+    EXPECT_EQ(refused,
+              (QStringList{u"a/broken.mp3"_s, u"m-dead.mp3"_s, u"none"_s, u"z/broken.mp3"_s}));
+    EXPECT_EQ(summary(report), u"8 Dateien geprüft: 1 neu, 2 schon in der Datenbank, 1 doppelt, "
+                               u"4 abgelehnt."_s);
+}
+
 TEST_F(IntakeTest, AFileWithoutTagsGetsArtistAndTitleFromItsName)
 {
     music.write(u"die_band - mein LIED.MP3"_s, shortStream());
@@ -302,9 +384,63 @@ TEST_F(IntakeTest, ACancelTakesEffectAtOnceAndKeepsWhatWasRead)
     EXPECT_GE(intake.report().added, 300);
     EXPECT_LT(intake.report().added, 1500);
     EXPECT_EQ(rows(), intake.report().added);
+    EXPECT_EQ(intake.report().leftOver(), 1500 - rows());
     const IntakeReport rest = import();
     EXPECT_EQ(rest.known, intake.report().added);
     EXPECT_EQ(rows(), 1500);
+}
+
+TEST_F(IntakeTest, AStepEndsInTheMiddleOfALargeFolderAndTheWholeStillFindsAll)
+{
+    constexpr int kFiles = 3000;
+    for (int i = 0; i < kFiles; ++i) {
+        music.write(u"%1.mp3"_s.arg(i), "x");
+    }
+    Intake intake(parts(), order());
+    int stepsWhileListing = 0;
+    int before = 0;
+    while (intake.progress().listing && intake.step(std::chrono::milliseconds(0))) {
+        const int found = intake.report().found;
+        EXPECT_LE(found - before, FolderWalk::kNamesPerLook);
+        before = found;
+        ++stepsWhileListing;
+    }
+    EXPECT_GT(stepsWhileListing, kFiles / FolderWalk::kNamesPerLook);
+    while (intake.step(std::chrono::milliseconds(1))) {
+    }
+    EXPECT_EQ(intake.report().found, kFiles);
+    EXPECT_EQ(intake.report().refused.size(), static_cast<size_t>(kFiles));
+}
+
+TEST_F(IntakeTest, ACancelInTheMiddleOfALargeFolderLeavesItsRestAlone)
+{
+    writeMany(1000);
+    static_cast<void>(import());
+    suite.execute(u"update db_all set DEL=2"_s);
+    Intake intake(parts(), order());
+    while (intake.report().found == 0 && intake.step(std::chrono::milliseconds(0))) {
+    }
+    intake.cancel();
+    EXPECT_FALSE(intake.step(std::chrono::milliseconds(0)));
+    const IntakeReport& report = intake.report();
+    EXPECT_LT(report.found, 1000);
+    EXPECT_EQ(report.returned, report.found);
+    EXPECT_EQ(suite.value(u"select count(*) from db_all where DEL=0"_s).toLong(), report.found);
+    EXPECT_EQ(import().returned, 1000 - report.returned) << "the next import takes the rest";
+}
+
+TEST_F(IntakeTest, RereadingLooksAtOneRowAfterTheOther)
+{
+    writeMany(20);
+    static_cast<void>(import());
+    Intake intake(parts(), order(IntakeMode::ChangedFiles));
+    EXPECT_TRUE(intake.step(std::chrono::milliseconds(0)));
+    EXPECT_TRUE(intake.step(std::chrono::milliseconds(0)));
+    EXPECT_EQ(intake.progress().done, 1);
+    EXPECT_EQ(intake.progress().total, 20);
+    while (intake.step(std::chrono::milliseconds(1))) {
+    }
+    EXPECT_EQ(intake.report().known, 20);
 }
 
 TEST_F(IntakeTest, ACancelBeforeTheFirstStepDoesNothing)
@@ -347,7 +483,7 @@ TEST_F(IntakeTest, ADatabaseThatSomebodyHoldsEndsTheImportWithItsFilesListed)
     {
         const Transaction held(*other);
         other->Execute(u"update genre set Name=Name"_s);
-        Intake intake({*impatient, suite.files, reader, suite.clock}, order());
+        Intake intake({*impatient, suite.files, reader, suite.clock, suite.dataFolder()}, order());
         while (intake.step(std::chrono::seconds(1))) {
         }
         report = intake.report();
@@ -355,6 +491,7 @@ TEST_F(IntakeTest, ADatabaseThatSomebodyHoldsEndsTheImportWithItsFilesListed)
     EXPECT_TRUE(report.failure.startsWith(u"Datenbank Fehler"_s));
     EXPECT_EQ(report.added, 0);
     EXPECT_GE(report.refused.size(), 1U);
+    EXPECT_EQ(report.leftOver() + static_cast<int>(report.refused.size()), 5);
     EXPECT_EQ(report.refused.front().code, 20001);
     EXPECT_EQ(rows(), 0);
     EXPECT_EQ(import().added, 5) << "the next import takes them";

@@ -39,7 +39,7 @@ TEST_F(RereadTest, AFileThatIsAsItWasIsNotRead)
     EXPECT_EQ(report.found, 1);
     EXPECT_EQ(report.known, 1);
     EXPECT_EQ(report.changed, 0);
-    EXPECT_EQ(summary(report), u"1 Dateien geprüft: 1 unverändert."_s);
+    EXPECT_EQ(summary(report), u"1 Datei geprüft: 1 unverändert."_s);
 }
 
 TEST_F(RereadTest, AChangedFileIsReadAndKeepsWhatTheUserMadeOfIt)
@@ -114,6 +114,43 @@ TEST_F(RereadTest, AMissingFileIsCountedAndAReturnedOneLosesItsMark)
     EXPECT_EQ(report.returned, 1);
     EXPECT_EQ(of(u"a.mp3"_s, u"DEL"_s).toLong(), -1);
     EXPECT_EQ(of(u"gone.mp3"_s, u"DEL"_s).toLong(), 0) << "marking is the scan's work";
+}
+
+TEST_F(RereadTest, AMappedFileIsReadAgainAndItsRowKeepsThePlaceItHasStored)
+{
+    mapFolder(u"C:\\Musik\\"_s, u"new"_s);
+    music.write(u"new/Rock/m.mp3"_s, simpleMp3(u"From the file"_s, u"Artist"_s));
+    suite.library.add({.FID = u"654321000008"_s,
+                       .Path = u"C:\\Musik\\Rock\\"_s,
+                       .DName = u"m.mp3"_s,
+                       .DriveName = u"MUSIK"_s,
+                       .DEL = 2});
+    const IntakeReport report = reread();
+    EXPECT_EQ(report.missing, 0);
+    EXPECT_EQ(report.changed, 1);
+    EXPECT_EQ(of(u"m.mp3"_s, u"Titel"_s).toText(), u"From the file"_s);
+    EXPECT_EQ(of(u"m.mp3"_s, u"Path"_s).toText(), u"C:\\Musik\\Rock\\"_s);
+    EXPECT_EQ(of(u"m.mp3"_s, u"DriveName"_s).toText(), u"MUSIK"_s);
+    EXPECT_EQ(of(u"m.mp3"_s, u"DEL"_s).toLong(), 0);
+    EXPECT_EQ(reread().known, 2) << "read once";
+}
+
+TEST_F(RereadTest, ARowThatDiffersInLetterCaseFromTheDiskCountsAsThereAndKeepsItsSpelling)
+{
+    suite.execute(u"update db_all set DName='A.MP3', DEL=2"_s);
+    EXPECT_EQ(reread().returned, 1);
+    change(u"a.mp3"_s, simpleMp3(u"Second"_s, u"Artist"_s));
+    EXPECT_EQ(reread().changed, 1);
+    EXPECT_EQ(suite.value(u"select Titel from db_all"_s).toText(), u"Second"_s);
+    EXPECT_EQ(suite.value(u"select DName from db_all"_s).toText(), u"A.MP3"_s);
+}
+
+TEST_F(RereadTest, ANameInAnotherUnicodeFormCountsAsThere)
+{
+    music.write(u"u\u0308ber.mp3"_s, simpleMp3(u"T"_s, u"A"_s));
+    suite.library.add(
+        {.FID = u"654321000008"_s, .Path = music.path() + u'/', .DName = u"\u00fcber.mp3"_s});
+    EXPECT_EQ(reread().missing, 0);
 }
 
 } // namespace
