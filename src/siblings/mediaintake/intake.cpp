@@ -142,22 +142,30 @@ void Intake::list()
 
 void Intake::listFiles()
 {
-    const auto files = m_walk->next();
+    if (m_found.empty()) {
+        findFiles();
+    } else if (!m_library->readFolder(m_known)) {
+        for (const FoundFile& file : m_found) {
+            takeFound(file);
+        }
+        m_progress.file = m_found.back().path();
+        m_found.clear();
+    }
+}
+
+void Intake::findFiles()
+{
+    auto files = m_walk->next();
     if (!files) {
         m_state = State::Reading;
         return;
     }
-    if (files->empty()) {
-        return;
+    m_found = std::move(*files);
+    if (!m_found.empty() && m_knownFolder != m_found.front().folder) {
+        m_knownFolder = m_found.front().folder;
+        m_known.clear();
+        m_library->openFolder(m_knownFolder);
     }
-    if (m_knownFolder != files->front().folder) {
-        m_knownFolder = files->front().folder;
-        m_known = m_library->filesIn(m_knownFolder);
-    }
-    for (const FoundFile& file : *files) {
-        takeFound(file);
-    }
-    m_progress.file = files->back().path();
 }
 
 void Intake::takeFound(const FoundFile& file)

@@ -102,6 +102,7 @@ private:
     void open();
     void list();
     void listFiles();
+    void findFiles();
     void listRow();
     void takeFound(const FoundFile& file);
     /// Counts the file of a row as known, or takes the mark away if the row counted as missing.
@@ -134,6 +135,7 @@ private:
     FileLocator m_locator;
     std::unique_ptr<IntakeLibrary> m_library;
     std::unique_ptr<FolderWalk> m_walk;
+    std::vector<FoundFile> m_found;                    ///< wait for the rows of their folder
     QString m_knownFolder;                             ///< whose rows m_known holds
     QHash<QString, StoredPlace> m_known;               ///< by file name
     QHash<std::pair<quint64, quint64>, QString> m_met; ///< path by identity of the file

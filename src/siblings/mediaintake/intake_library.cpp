@@ -17,6 +17,9 @@ namespace {
 constexpr int kPortionChanges = 2000;
 constexpr std::chrono::milliseconds kPortionAge{250};
 
+/// Rows of a folder read at once: a few milliseconds.
+constexpr int kRowsPerRead = 500;
+
 /// Values of column `DEL`: keep.
 constexpr int kMarked = -1;
 constexpr int kNormal = 0;
@@ -126,20 +129,30 @@ TableDef IntakeLibrary::columns()
     return m_database->tableDefs().Item(u"db_all"_s);
 }
 
-QHash<QString, StoredPlace> IntakeLibrary::filesIn(const QString& folder)
+void IntakeLibrary::openFolder(const QString& folder)
 {
-    QHash<QString, StoredPlace> result;
-    const auto rows = m_database->OpenRecordset(
+    m_folder = folder;
+    m_folderRows = m_database->OpenRecordset(
         u"select FID, Path, DName, DEL, DriveTyp, DriveName from db_all where Path="_s +
         sql::text(folder));
-    for (; !rows->Eof(); rows->MoveNext()) {
-        StoredPlace place = placeFrom(*rows);
+}
+
+bool IntakeLibrary::readFolder(QHash<QString, StoredPlace>& places)
+{
+    if (!m_folderRows) {
+        return false;
+    }
+    for (int i = 0; i < kRowsPerRead && !m_folderRows->Eof(); ++i, m_folderRows->MoveNext()) {
+        StoredPlace place = placeFrom(*m_folderRows);
         // The statement takes folders that differ in letter case; on disk they are others.
-        if (place.Path == folder) {
-            result.insert(place.DName, place);
+        if (place.Path == m_folder) {
+            places.insert(place.DName, place);
         }
     }
-    return result;
+    if (m_folderRows->Eof()) {
+        m_folderRows.reset();
+    }
+    return m_folderRows != nullptr;
 }
 
 std::optional<StoredPlace> IntakeLibrary::placeOf(const QString& fid)

@@ -51,9 +51,11 @@ public:
     /// The definition of `db_all`, for the widths of its columns.
     [[nodiscard]] TableDef columns();
 
-    /// Rows of a folder by file name, letter by letter as stored.
+    /// Begins to read the rows of a folder, letter by letter as stored.
     /// \param folder with its separator at the end
-    [[nodiscard]] QHash<QString, StoredPlace> filesIn(const QString& folder);
+    void openFolder(const QString& folder);
+    /// Adds some hundred more rows of that folder by file name; false when there are no more.
+    bool readFolder(QHash<QString, StoredPlace>& places);
 
     [[nodiscard]] std::optional<StoredPlace> placeOf(const QString& fid);
 
@@ -102,6 +104,8 @@ private:
     std::unique_ptr<Database> m_database;
     std::unique_ptr<QueryDef> m_insert;
     std::unique_ptr<Recordset> m_stored;
+    std::unique_ptr<Recordset> m_folderRows; ///< none between folders
+    QString m_folder;
     std::optional<Transaction> m_portion;
     std::chrono::steady_clock::time_point m_begun;
     int m_changes = 0;
