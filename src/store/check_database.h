@@ -42,9 +42,9 @@ public:
     /// Brings the database to the level of this release. Does nothing in other programs than the
     /// console, at an equal level, and in a database without the table `db_version`.
     ///
-    /// Every change whose number lies above the stored level is made, the first after a backup; what
-    /// fails is passed over. A higher level, of a later release, is set back to that of this one.
-    /// Never fails.
+    /// Every change whose number lies above the stored level is made, the first after a backup;
+    /// what fails is passed over. A higher level, of a later release, is set back to that of this
+    /// one. Never fails.
     void upgradeCheck();
 
     /// Makes `melovane.temp.mdb` anew, empty, when its links are missing, lead elsewhere or lead to
