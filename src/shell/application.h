@@ -1,11 +1,13 @@
 #pragma once
 
+#include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/log4mlv.h"
 #include "library/mp3db.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
+#include "platform/linux/linux_messages.h"
 #include "platform/linux/linux_processes.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
@@ -13,9 +15,12 @@
 #include "platform/system/clock.h"
 #include "shell/mlvdb.h"
 #include "shell/paths.h"
+#include "shell/show_warning.h"
+#include "shell/start_up_db.h"
 #include "shell/sub_main.h"
-#include "shell/ui/message_box_dialog.h"
 #include "shell/ui/mlvdb_window.h"
+#include "shell/ui/msg_dialog.h"
+#include "shell/ui/splash_window.h"
 #include "store/check_database.h"
 
 #include <memory>
@@ -36,12 +41,17 @@ public:
 
 private:
     [[nodiscard]] StartSteps steps();
+    [[nodiscard]] OpenFault openTest();
     [[nodiscard]] bool anotherCopyRuns();
     [[nodiscard]] CheckDatabase databaseCheck();
     void loadConfig();
+    void dress();
+    void showMainWindow();
+    void openMakersPage() const;
     void activateFirst();
     void connectViews();
 
+    QApplication& m_application;
     SystemClock m_clock;
     LinuxFiles m_files;
     LinuxEnvironment m_environment;
@@ -50,11 +60,16 @@ private:
     Mod_API m_paths;
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
+    ConfigObjects m_texts;
     std::unique_ptr<Log4Mlv> m_log; ///< null before the configuration is loaded
     QtMessageLoop m_loop;
-    MessageBoxDialog m_dialog;
+    LinuxMessages m_messages;
     Skin m_skin;
     IconSet m_icons;
+    MsgDialog m_messageForm;
+    frmMsg m_warnings;
+    SplashWindow m_splashForm;
+    frmStartUpDB m_splash;
     MlvdbWindow m_window;
     MLVDB m_mlvdb;
     ctl_MP3DB m_library;

@@ -175,6 +175,11 @@ QString mainWindowCaption()
     return u"Melovane DB "_s + GetVersionString();
 }
 
+QString dialogCaption()
+{
+    return u"Melovane "_s + GetVersionString();
+}
+
 int databaseLevelOfThisRelease()
 {
     return u"%1%2%3"_s.arg(MLV_VERSION_MAJOR)
