@@ -27,6 +27,7 @@ struct GridColumn
     CellAlignment alignment = CellAlignment::Left;
     bool shown = true;
     bool stretched = false; ///< takes the free width; one column at most
+    bool renamed = false;   ///< the heading is one of the user's own
 };
 
 /// How a cell differs from the plain ones. Text colours are moved towards black or white as far as
