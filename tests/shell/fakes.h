@@ -114,6 +114,14 @@ public:
 
     void maximise() override { maximised = true; }
 
+    void setNormal() override
+    {
+        maximised = false;
+        ++normals;
+    }
+
+    [[nodiscard]] int windowHandle32() const override { return 4712; }
+
     [[nodiscard]] QRect screenArea() const override { return area; }
 
     void closeWindow() override { ++closed; }
@@ -124,6 +132,7 @@ public:
     QRect area{0, 0, 1600, 1000};
     bool maximised = false;
     int closed = 0;
+    int normals = 0;
 };
 
 class PlainSplit : public SplitControl

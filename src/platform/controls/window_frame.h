@@ -19,6 +19,11 @@ public:
     virtual void setPlace(const QRect& place) = 0;
     [[nodiscard]] virtual bool isMaximisedNow() const = 0;
     virtual void maximise() = 0;
+    /// Neither maximised nor minimised any longer.
+    virtual void setNormal() = 0;
+
+    /// The number of the window in the window system, 0 without one; other programs find it by it.
+    [[nodiscard]] virtual int windowHandle32() const = 0;
 
     /// The part of the screen that windows may cover.
     [[nodiscard]] virtual QRect screenArea() const = 0;

@@ -5,10 +5,12 @@
 #include <QMainWindow>
 
 #include <array>
-#include <functional>
+#include <vector>
 
 namespace melovane {
 
+class ConfigObjects;
+class EmptyView;
 class IconSet;
 class MLVDB;
 class Mp3dbWidget;
@@ -17,6 +19,7 @@ class Panel;
 class Skin;
 class SplitPanel;
 class StatusBar;
+class WindowMenuBar;
 
 /// The main window: menus, three splits, status line, and the views in their places.
 class MlvdbWindow : public QMainWindow, public WindowFrame
@@ -32,7 +35,7 @@ public:
     [[nodiscard]] Mp3dbWidget& library() { return *m_library; }
 
     /// Connects the form with its logic, which outlives its last event.
-    void attach(MLVDB& logic);
+    void attach(MLVDB& logic, const ConfigObjects& texts);
 
     void setCaption(const QString& caption) override;
     void setLeastSize(const QSize& size) override;
@@ -40,6 +43,8 @@ public:
     void setPlace(const QRect& place) override;
     [[nodiscard]] bool isMaximisedNow() const override;
     void maximise() override;
+    void setNormal() override;
+    [[nodiscard]] int windowHandle32() const override;
     [[nodiscard]] QRect screenArea() const override;
     void closeWindow() override;
 
@@ -54,17 +59,24 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    /// A panel whose view does not exist yet.
+    struct LaterPanel
+    {
+        EmptyView* view;
+        QString title; ///< keys of its texts
+        QString text;
+    };
+
     void buildPanels();
-    void buildMenus(MLVDB& logic);
-    void fillSkinMenu(QMenu& menu, MLVDB& logic);
-    void showAbout();
-    [[nodiscard]] Panel*
-    laterPanel(const QString& name, const QString& icon, const QString& title, const QString& text);
+    void fillSkinMenu(QMenu& menu, MLVDB& logic, const ConfigObjects& texts);
+    [[nodiscard]] Panel* laterPanel(const QString& name, const QString& icon, const QString& key);
 
     Skin& m_skin;
     const IconSet& m_icons;
     Mp3dbWidget* m_library = nullptr;
     StatusBar* m_status = nullptr;
+    WindowMenuBar* m_menus = nullptr;
+    std::vector<LaterPanel> m_later;
     std::array<SplitPanel*, 3> m_splits{};
     bool m_shown = false;
 };
