@@ -24,6 +24,9 @@ inline constexpr qint32 kPostsInOrder = 10; ///< answers how many kCountPosts ca
 inline constexpr qint32 kSendBack = 11;     ///< sends kAdd with wParam, 1 to lParam, adds 1000
 inline constexpr qint32 kTextBack = 12;     ///< sends the last text to lParam, its answer
 inline constexpr qint32 kIsLive = 13;       ///< 1 when IsMsgWindow holds for lParam
+inline constexpr qint32 kSeen = 14;         ///< answers how many numbers outside this table came
+inline constexpr qint32 kSeenId = 15;       ///< the id of the one with index wParam
+inline constexpr qint32 kSeenLParam = 16;   ///< its lParam
 } // namespace sibling
 
 /// A real second process with a message control. Texts that it gets are answered with their length.

@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QHash>
+#include <QList>
 
 #include <csignal>
 #include <cstdio>
@@ -22,8 +23,11 @@ public:
         , m_control(m_messages.makeControl())
     {
         m_control->setMessageNumber([this](qint32 id, qint32 wParam, qint32 lParam) {
-            const auto action = m_actions.value(id);
-            return action ? action(wParam, lParam) : 0;
+            if (const auto action = m_actions.value(id)) {
+                return action(wParam, lParam);
+            }
+            m_seen.append({id, lParam});
+            return 0;
         });
         m_control->setMessageText([this](qint32, qint32, const QString& text) {
             m_text = text;
@@ -72,6 +76,7 @@ private:
     LinuxMessages m_messages;
     std::unique_ptr<KSMessage> m_control;
     QString m_text;
+    QList<std::pair<qint32, qint32>> m_seen; ///< id and lParam
     qint32 m_answered = 0;
     qint32 m_received = 0;
     qint32 m_inOrder = 0;
@@ -99,6 +104,9 @@ private:
         {sibling::kTextBack, [this](qint32, qint32 other) { return textBack(other); }},
         {sibling::kIsLive,
          [this](qint32, qint32 other) { return m_messages.IsMsgWindow(other) ? 1 : 0; }},
+        {sibling::kSeen, [this](qint32, qint32) { return qint32(m_seen.size()); }},
+        {sibling::kSeenId, [this](qint32 index, qint32) { return m_seen.value(index).first; }},
+        {sibling::kSeenLParam, [this](qint32 index, qint32) { return m_seen.value(index).second; }},
     };
 };
 
