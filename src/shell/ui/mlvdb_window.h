@@ -41,6 +41,7 @@ public:
     [[nodiscard]] bool isMaximisedNow() const override;
     void maximise() override;
     [[nodiscard]] QRect screenArea() const override;
+    void bringToFront() override;
     void closeWindow() override;
 
 signals:
