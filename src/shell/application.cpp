@@ -1,10 +1,9 @@
 #include "shell/application.h"
 
+#include "bus/message_numbers.h"
 #include "library/ui/mp3db_widget.h"
 #include "platform/db/db_error.h"
-#include "platform/linux/linux_file_lock.h"
 #include "platform/sqlite/sqlite_engine.h"
-#include "platform/system/path_text.h"
 
 #include <QApplication>
 
@@ -16,6 +15,8 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     : m_environment(std::move(places))
     , m_profile(m_files)
     , m_paths(m_environment, m_files)
+    , m_messages(MessagePlace(m_environment.runtimeFolder()))
+    , m_onlyCopy(m_environment.runtimeFolder(), m_paths.programName())
     , m_engine(sqlite::makeEngine(m_clock))
     , m_settings(m_paths, m_profile, m_files, *m_engine)
     , m_skin(application)
@@ -31,14 +32,25 @@ Application::~Application() = default;
 
 bool Application::anotherCopyRuns()
 {
-    const QString folder = m_environment.runtimeFolder();
-    if (folder.isEmpty()) {
+    if (m_onlyCopy.claim()) {
         return false;
     }
-    const QString file = path::join(folder, m_paths.programName() + u".lock"_s);
-    m_onlyCopy = lockFile(file, std::chrono::milliseconds::zero());
-    // A place where no lock can be made must not keep the console from starting.
-    return !m_onlyCopy && m_files.fileExists(file);
+    const auto control = m_messages.makeControl();
+    control->setTarget(m_onlyCopy.runningCopy());
+    control->Send(message::kBringToFront, 0, 0);
+    return true;
+}
+
+void Application::listenForNextCopy()
+{
+    m_nextCopy = m_messages.makeControl();
+    m_nextCopy->setMessageNumber([this](qint32 id, qint32, qint32) {
+        if (id == message::kBringToFront) {
+            m_window.bringToFront();
+        }
+        return 0;
+    });
+    m_onlyCopy.publish(m_nextCopy->handle());
 }
 
 CheckDatabase Application::databaseCheck()
@@ -110,6 +122,7 @@ int Application::run()
         return 1;
     }
     m_window.show();
+    listenForNextCopy();
     return QApplication::exec();
 }
 

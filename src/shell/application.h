@@ -6,7 +6,9 @@
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
+#include "platform/linux/linux_messages.h"
 #include "platform/linux/linux_processes.h"
+#include "platform/linux/only_copy.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/skin.h"
@@ -41,6 +43,7 @@ private:
     void loadConfig();
     void activateFirst();
     void connectViews();
+    void listenForNextCopy();
 
     SystemClock m_clock;
     LinuxFiles m_files;
@@ -48,6 +51,8 @@ private:
     LinuxProcesses m_processes;
     IniProfile m_profile;
     Mod_API m_paths;
+    LinuxMessages m_messages;
+    OnlyCopy m_onlyCopy;
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
     std::unique_ptr<Log4Mlv> m_log; ///< null before the configuration is loaded
@@ -58,7 +63,7 @@ private:
     MlvdbWindow m_window;
     MLVDB m_mlvdb;
     ctl_MP3DB m_library;
-    std::unique_ptr<FileLock> m_onlyCopy;
+    std::unique_ptr<KSMessage> m_nextCopy; ///< hears of later copies; null before the window is up
 };
 
 } // namespace melovane

@@ -124,6 +124,8 @@ public:
 
     [[nodiscard]] QRect screenArea() const override { return area; }
 
+    void bringToFront() override { ++raised; }
+
     void closeWindow() override { ++closed; }
 
     QString caption;
@@ -131,6 +133,7 @@ public:
     QRect rect{10, 20, 1000, 700};
     QRect area{0, 0, 1600, 1000};
     bool maximised = false;
+    int raised = 0;
     int closed = 0;
     int normals = 0;
 };

@@ -28,6 +28,10 @@ public:
     /// The part of the screen that windows may cover.
     [[nodiscard]] virtual QRect screenArea() const = 0;
 
+    /// Puts the window in front of all others and gives it the keyboard, also out of the task bar;
+    /// it keeps its place and stays maximised.
+    virtual void bringToFront() = 0;
+
     /// Closes the window, as its close box does.
     virtual void closeWindow() = 0;
 };

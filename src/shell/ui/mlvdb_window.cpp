@@ -164,6 +164,13 @@ QRect MlvdbWindow::screenArea() const
     return screen()->availableGeometry();
 }
 
+void MlvdbWindow::bringToFront()
+{
+    setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+    raise();
+    activateWindow();
+}
+
 void MlvdbWindow::closeWindow()
 {
     close();

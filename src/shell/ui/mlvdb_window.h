@@ -46,6 +46,7 @@ public:
     void setNormal() override;
     [[nodiscard]] int windowHandle32() const override;
     [[nodiscard]] QRect screenArea() const override;
+    void bringToFront() override;
     void closeWindow() override;
 
 signals:
