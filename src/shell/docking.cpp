@@ -16,7 +16,7 @@ void Docking::dock()
         m_before.Docked = 1;
     }
     const QRect area = m_window.screenArea();
-    m_window.setPlace(area.adjusted(0, area.height() / 2, 0, 0));
+    m_window.setOuterPlace(area.adjusted(0, area.height() / 2, 0, 0));
 }
 
 void Docking::undock()

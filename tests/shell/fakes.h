@@ -110,6 +110,8 @@ public:
 
     void setPlace(const QRect& place) override { rect = place; }
 
+    void setOuterPlace(const QRect& place) override { rect = place; }
+
     [[nodiscard]] bool isMaximisedNow() const override { return maximised; }
 
     void maximise() override { maximised = true; }

@@ -132,7 +132,7 @@ TEST_F(WindowMenuBarTest, WithoutARowThereIsNoContextMenu)
 
 TEST_F(WindowMenuBarTest, WordsOfTheTrackFindMoreOfThem)
 {
-    openContextMenu(u"Hafen"_s);
+    openContextMenu(u"Mara"_s);
     auto& more = console.control<QMenu>(u"mnuMoreResult"_s);
     const auto find = [&](const QString& text, int nth) {
         for (QAction* action : more.actions()) {

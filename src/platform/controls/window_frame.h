@@ -17,6 +17,8 @@ public:
     /// The place that the window has, or had before it was maximised or minimised.
     [[nodiscard]] virtual QRect place() const = 0;
     virtual void setPlace(const QRect& place) = 0;
+    /// The same for the window with its title bar and borders.
+    virtual void setOuterPlace(const QRect& place) = 0;
     [[nodiscard]] virtual bool isMaximisedNow() const = 0;
     virtual void maximise() = 0;
     /// Neither maximised nor minimised any longer.

@@ -139,6 +139,14 @@ void MlvdbWindow::setPlace(const QRect& place)
     setGeometry(place);
 }
 
+void MlvdbWindow::setOuterPlace(const QRect& place)
+{
+    const QRect outer = frameGeometry();
+    const QRect inner = geometry();
+    setGeometry(place.adjusted(inner.left() - outer.left(), inner.top() - outer.top(),
+                               inner.right() - outer.right(), inner.bottom() - outer.bottom()));
+}
+
 bool MlvdbWindow::isMaximisedNow() const
 {
     return isMaximized();

@@ -41,6 +41,7 @@ public:
     void setLeastSize(const QSize& size) override;
     [[nodiscard]] QRect place() const override;
     void setPlace(const QRect& place) override;
+    void setOuterPlace(const QRect& place) override;
     [[nodiscard]] bool isMaximisedNow() const override;
     void maximise() override;
     void setNormal() override;
