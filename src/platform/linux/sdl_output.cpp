@@ -47,9 +47,11 @@ bool SdlOutput::start()
 std::vector<SoundCard> SdlOutput::cards()
 {
     std::vector<SoundCard> cards;
+    m_names.clear();
     const int count = start() ? SDL_GetNumAudioDevices(0) : 0;
     for (int i = 0; i < count; ++i) {
-        cards.push_back({QString::fromUtf8(SDL_GetAudioDeviceName(i, 0)), i + 1});
+        m_names.emplace_back(SDL_GetAudioDeviceName(i, 0));
+        cards.push_back({QString::fromUtf8(m_names.back()), i + 1});
     }
     return cards;
 }
@@ -57,13 +59,11 @@ std::vector<SoundCard> SdlOutput::cards()
 bool SdlOutput::open(int card, const AudioFormat& format, SampleSource& source)
 {
     close();
-    if (!start()) {
+    if (!start() || card < kSystemCard || static_cast<size_t>(card) > m_names.size()) {
         return false;
     }
-    const char* name = card == kSystemCard ? nullptr : SDL_GetAudioDeviceName(card - 1, 0);
-    if (name == nullptr && card != kSystemCard) {
-        return false;
-    }
+    const char* name =
+        card == kSystemCard ? nullptr : m_names[static_cast<size_t>(card) - 1].constData();
     SDL_AudioSpec wanted = {};
     wanted.freq = format.sampleRate;
     wanted.format = AUDIO_S16SYS;

@@ -2,7 +2,7 @@
 
 #include "platform/media/audio_output.h"
 
-#include <QString>
+#include <QByteArray>
 
 namespace melovane::linux_media {
 
@@ -27,6 +27,9 @@ private:
     [[nodiscard]] bool start();
 
     bool m_started = false;
+    /// What cards() has given, by its numbers. A card plugged in since must not make a number mean
+    /// another one: what is only for the monitor would be heard in the hall.
+    std::vector<QByteArray> m_names;
     quint32 m_device = 0;
 };
 

@@ -43,7 +43,8 @@ class AudioOutput
 public:
     virtual ~AudioOutput() = default;
 
-    /// What can be opened now; empty without any. A number holds until the next call.
+    /// What can be opened now; empty without any. A number means the same card until the next call,
+    /// whatever is plugged in or out.
     [[nodiscard]] virtual std::vector<SoundCard> cards() = 0;
 
     /// Opens a card and has it ask the source from now on, silence included. The card takes the
