@@ -1,5 +1,5 @@
 #include "config/config_objects.h"
-#include "config/text_catalogue.h"
+#include "support/text_catalogue.h"
 
 #include <gtest/gtest.h>
 

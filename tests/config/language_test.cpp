@@ -1,4 +1,4 @@
-#include "config/text_catalogue.h"
+#include "support/text_catalogue.h"
 #include "platform/system/ini_text.h"
 #include "platform/system/text_file.h"
 

@@ -1,7 +1,7 @@
 #include "config/built_in_texts.h"
 #include "config/melovane_configuration.h"
 #include "config/suite_text_names.h"
-#include "config/text_catalogue.h"
+#include "support/text_catalogue.h"
 
 #include <gtest/gtest.h>
 

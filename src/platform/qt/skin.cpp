@@ -63,6 +63,13 @@ QPushButton:pressed { background: {GridColorSelGotFocus}; }
 QPushButton:focus, QPushButton:default { border-color: {Accent}; }
 QPushButton#EmptyButton { border-color: {Accent}; }
 QPushButton:disabled { color: {TextDisabled}; }
+QPushButton:default { font-weight: 600; }
+QDialog QLineEdit { background: {TextField}; color: {Text}; border: 1px solid {Hairline};
+  border-radius: 4px; padding: {pad}px 6px; selection-background-color: {GridColorSelGotFocus};
+  selection-color: {Text}; }
+QDialog QLineEdit:focus { border-color: {Accent}; }
+QDialog QTextEdit { background: transparent; color: {Text};
+  selection-background-color: {GridColorSelGotFocus}; selection-color: {Text}; }
 QTableView { background: {GridColor}; border: none; }
 QTableView QTableCornerButton::section { background: {GridHeadColor}; border: none; }
 QLabel#EmptyTitle { color: {Text}; }
@@ -116,6 +123,9 @@ bool Skin::load(const QString& themeText)
     const ThemeFile file = readTheme(themeText, Theme::fromPalette(m_desktopPalette));
     if (file.colours == 0) {
         return false;
+    }
+    if (m_loaded && m_theme == file.theme) {
+        return true; // every control would be dressed anew for nothing
     }
     m_theme = file.theme;
     m_loaded = true;

@@ -87,6 +87,11 @@ MlvdbControls MlvdbWindow::controls()
     return {*this, *m_status, m_skin, *m_menus, {m_splits[0], m_splits[1], m_splits[2]}};
 }
 
+StatusLine& MlvdbWindow::status()
+{
+    return *m_status;
+}
+
 void MlvdbWindow::attach(MLVDB& logic, const ConfigObjects& texts)
 {
     m_menus->attach(logic);

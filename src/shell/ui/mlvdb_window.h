@@ -19,6 +19,7 @@ class Panel;
 class Skin;
 class SplitPanel;
 class StatusBar;
+class StatusLine;
 class WindowMenuBar;
 
 /// The main window: menus, three splits, status line, and the views in their places.
@@ -31,6 +32,8 @@ public:
 
     /// What the logic of the window is made with.
     [[nodiscard]] MlvdbControls controls();
+
+    [[nodiscard]] StatusLine& status();
 
     [[nodiscard]] Mp3dbWidget& library() { return *m_library; }
 
