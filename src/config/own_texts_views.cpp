@@ -30,6 +30,8 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"library.nohits.begin", u"Gesucht wurde am Anfang der Felder."},
     {u"library.nohits.inside", u"Auch mitten im Text kommt das nicht vor."},
     {u"library.nohits.button", u"Auch mitten im Text suchen"},
+    {u"library.nodeleted", u"Keine Titel als gelöscht markiert"},
+    {u"library.nomissing", u"Keine Titel ohne Datei"},
 
     // Panels beside the library.
     {u"tree.title", u"Navigation"},

@@ -51,10 +51,17 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"status.skin.unreadable", u"Das Farbschema $1 ist nicht lesbar."},
     {u"status.sibling.missing", u"Das Programm $1 ist nicht vorhanden oder lässt sich nicht starten."},
     {u"status.importer.missing", u"Der Importer (mediaintake) lässt sich nicht starten."},
+    {u"status.player.missing", u"Der Player läuft nicht."},
+    {u"status.help.missing", u"Die Hilfe ist nicht vorhanden."},
+    {u"status.later", u"Noch nicht in dieser Fassung"},
     {u"status.import", u"Import: $1"},
     {u"status.file.missing", u"Datei nicht gefunden :: $1"},
+    {u"status.file.broken", u"Datei nicht lesbar :: $1"},
+    {u"status.file.noaudio", u"Keine gültige MP3 Datei :: $1"},
+    {u"status.card.missing", u"Soundkarte zum Vorhören nicht gefunden :: $1"},
+    {u"status.card.none", u"Keine Soundkarte zum Vorhören"},
     {u"cd.title", u"Titel auf CD - DVD"},
-    {u"cd.text", u"Die Datei: $1\\n\\nbefindet sich auf der CD: $2\\n\\nBitte CD einlegen."},
+    {u"cd.text", u"Die Datei: \\n\\n$1\\n\\nbefindet sich auf der CD: \\n\\n$2\\n\\n\\nBitte CD einlegen."},
     {u"nofile.text", u"Einige Dateien konnten nicht gefunden werden, genauere Informationen zu diesen Dateien finden Sie in $1\\nDie Einträge in der Datenbank wurden als nicht vorhanden markiert. Wenn die Dateien wieder zur Verfügung stehen, können Sie diese Aktion wiederholen um die Datenbankeinträge wieder zu aktiviere."}, // spelt so
 
     // Tag panel.

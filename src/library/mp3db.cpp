@@ -1,5 +1,6 @@
 #include "library/mp3db.h"
 
+#include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/update_colors.h"
 #include "platform/controls/pointer_control.h"
@@ -40,17 +41,22 @@ QString groupedNumber(qint64 number)
 
 ctl_MP3DB::ctl_MP3DB(DBEngine& engine,
                      GlobalSettings& settings,
+                     const ConfigObjects& texts,
                      const Clock& clock,
                      MessageLoop& loop,
+                     MLVMessageBus& bus,
                      Mp3dbControls controls,
-                     std::function<void()> startImport)
+                     Mp3dbActions actions)
     : m_settings(settings)
+    , m_texts(texts)
     , m_controls(controls)
-    , m_startImport(std::move(startImport))
+    , m_actions(std::move(actions))
+    , m_bus(bus, u"ctl_MP3DB"_s)
     , m_sql(engine)
     , m_look(clock)
     , m_data1(engine)
     , m_changeTimer(loop.makeTimer(kLookInterval, [this] { lookForChanges(); }))
+    , m_messBus(bus.subscribe([this](const MLVMessage& message) { MessBus_Message(message); }))
 {}
 
 ctl_MP3DB::~ctl_MP3DB() = default;
@@ -64,11 +70,7 @@ void ctl_MP3DB::start()
 
 void ctl_MP3DB::configure()
 {
-    m_data1.SetDatabaseName(m_settings.DbName());
-    m_sql.SetDataBaseName(m_settings.DbName());
-    m_sql.SetTableName(u"db_all"_s);
-    m_sql.SetFieldsFromTable(u"db_all"_s);
-    m_sql.ViewDEL(kViewFilter);
+    describeRows();
     m_sql.ClearFieldFind();
     m_sql.AddFieldFind(u"Titel"_s);
     m_sql.AddFieldFind(u"Interpret"_s);
@@ -77,6 +79,34 @@ void ctl_MP3DB::configure()
     setSecondaryOrder();
     readSorting();
     startWithLastSearch();
+}
+
+void ctl_MP3DB::describeRows()
+{
+    m_data1.SetDatabaseName(m_settings.DbName());
+    m_sql.SetDataBaseName(m_settings.DbName());
+    setViewKind(ViewKind::DBGrid);
+}
+
+void ctl_MP3DB::setViewKind(ViewKind kind)
+{
+    m_viewKind = kind;
+    m_sql.ClearTableFields();
+    switch (kind) {
+    case ViewKind::DBGrid:
+        m_sql.SetFieldsFromTable(u"db_all"_s);
+        m_sql.SetTableName(u"db_all"_s);
+        m_sql.ViewDEL(kViewFilter);
+        break;
+    case ViewKind::DBGridDel:
+        m_sql.SetFieldsFromView(u"vdb_all_del"_s);
+        m_sql.SetTableName(u"vdb_all_del"_s);
+        break;
+    case ViewKind::DBGridNoExist:
+        m_sql.SetFieldsFromView(u"vdb_all_nofile"_s);
+        m_sql.SetTableName(u"vdb_all_nofile"_s);
+        break;
+    }
 }
 
 void ctl_MP3DB::readSorting()
@@ -185,12 +215,15 @@ void ctl_MP3DB::searchTextChanged(const QString& text)
 
 void ctl_MP3DB::search(const QString& text)
 {
-    if (trimBlanks(text).isEmpty()) {
+    if (trimBlanks(text).isEmpty() || !m_connected) {
         updateEmptyNote();
         return;
     }
     const bool inside = text.startsWith(u'*');
     const BusyCursor busy(m_controls.pointer, inside ? PointerShape::Search : PointerShape::Wait);
+    if (m_viewKind != ViewKind::DBGrid) {
+        setViewKind(ViewKind::DBGrid);
+    }
     setFindColumns();
     m_sql.ViewDEL(kViewFilter);
     m_sql.SetFind(text);
@@ -199,6 +232,7 @@ void ctl_MP3DB::search(const QString& text)
     const QString statement = m_sql.GetSql(kPrefixMode);
     if (statement == m_data1.RecordSource() || applyStatement(statement)) {
         m_searchShown = true;
+        m_countIsRows = false;
         countMatches();
     }
     updateEmptyNote();
@@ -207,7 +241,7 @@ void ctl_MP3DB::search(const QString& text)
 void ctl_MP3DB::countMatches()
 {
     try {
-        m_matchCount = m_sql.GetCount(kPrefixMode);
+        m_matchCount = m_countIsRows ? m_data1.rowCount() : m_sql.GetCount(kPrefixMode);
         if (m_searchShown) {
             emit countChanged(m_matchCount);
         }
@@ -225,7 +259,7 @@ void ctl_MP3DB::countLibrary()
 void ctl_MP3DB::headerClicked(int column)
 {
     const QString field = m_controls.grid.dataField(column);
-    if (field.isEmpty()) {
+    if (field.isEmpty() || !m_connected) {
         return;
     }
     const BusyCursor busy(m_controls.pointer);
@@ -249,6 +283,9 @@ void ctl_MP3DB::showArrow()
 
 void ctl_MP3DB::Refresh()
 {
+    if (!m_connected) {
+        return;
+    }
     applyKeepingTrack(m_data1.RecordSource());
     countMatches();
     updateEmptyNote();
@@ -311,45 +348,56 @@ ctl_MP3DB::Emptiness ctl_MP3DB::emptiness() const
     if (m_librarySize == 0) {
         return Emptiness::NoLibrary;
     }
+    if (m_viewKind != ViewKind::DBGrid) {
+        return Emptiness::NothingMarked;
+    }
     return trimBlanks(m_controls.search.text()).isEmpty() ? Emptiness::NoSearch : Emptiness::NoHits;
 }
 
 void ctl_MP3DB::updateEmptyNote()
 {
+    m_controls.grid.setEmptyNote(emptyNote());
+}
+
+EmptyNote ctl_MP3DB::emptyNote() const
+{
     const QString text = trimBlanks(m_controls.search.text());
     switch (emptiness()) {
     case Emptiness::None:
-        m_controls.grid.setEmptyNote({});
         break;
     case Emptiness::NoLibrary:
-        m_controls.grid.setEmptyNote({u"Noch keine Titel - MP3s importieren"_s,
-                                      u"Wähle einen Ordner mit MP3-Dateien; danach findest du hier "
-                                      "jeden Titel mit ein paar Buchstaben."_s,
-                                      u"MP3s importieren"_s});
-        break;
-    case Emptiness::NoSearch:
-        m_controls.grid.setEmptyNote(
-            {u"%1 Titel in der Bibliothek"_s.arg(groupedNumber(m_librarySize)),
-             u"Tippe den Anfang von Titel oder Interpret in die Suchzeile."_s,
-             u"Alle Titel zeigen"_s});
-        break;
-    case Emptiness::NoHits:
-        m_controls.grid.setEmptyNote(
-            {u"Keine Treffer für „%1“"_s.arg(text.left(60)),
-             text.startsWith(u'*') ? u"Auch mitten im Text kommt das nicht vor."_s
-                                   : u"Gesucht wurde am Anfang der Felder."_s,
-             text.startsWith(u'*') ? QString() : u"Auch mitten im Text suchen"_s});
-        break;
+        return {m_texts.text(u"library.empty.title"_s), m_texts.text(u"library.empty.text"_s),
+                m_texts.text(u"library.import"_s)};
+    case Emptiness::NothingMarked:
+        return {m_texts.text(m_viewKind == ViewKind::DBGridDel ? u"library.nodeleted"_s
+                                                               : u"library.nomissing"_s),
+                {},
+                {}};
+    case Emptiness::NoSearch: {
+        const QString title =
+            m_librarySize == 1 ? u"library.nosearch.title.one"_s : u"library.nosearch.title"_s;
+        return {m_texts.text(title, groupedNumber(m_librarySize)),
+                m_texts.text(u"library.nosearch.text"_s),
+                m_texts.text(u"library.nosearch.button"_s)};
     }
+    case Emptiness::NoHits: {
+        const bool inside = text.startsWith(u'*');
+        return {m_texts.text(u"library.nohits.title"_s, text.left(60)),
+                m_texts.text(inside ? u"library.nohits.inside"_s : u"library.nohits.begin"_s),
+                inside ? QString() : m_texts.text(u"library.nohits.button"_s)};
+    }
+    }
+    return {};
 }
 
 void ctl_MP3DB::emptyButtonPressed()
 {
     switch (emptiness()) {
     case Emptiness::None:
+    case Emptiness::NothingMarked:
         break;
     case Emptiness::NoLibrary:
-        m_startImport();
+        m_actions.startImport();
         break;
     case Emptiness::NoSearch:
     case Emptiness::NoHits:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bus/mlv_message_bus.h"
 #include "library/create_sql_find.h"
 #include "library/library_look.h"
 #include "platform/controls/grid_control.h"
@@ -10,10 +11,12 @@
 
 #include <functional>
 #include <memory>
+#include <span>
 
 namespace melovane {
 
 class Clock;
+class ConfigObjects;
 class GlobalSettings;
 class MessageLoop;
 class PointerControl;
@@ -31,6 +34,15 @@ struct Mp3dbControls
     PointerControl& pointer;
 };
 
+/// What the library view has other parts of the program do.
+struct Mp3dbActions
+{
+    /// The button of the empty library.
+    std::function<void()> startImport;
+    /// Starts the BPM finder; cmd is "auto" or "manuell".
+    std::function<void(const QString& cmd, const QString& fid)> startBeatGauge;
+};
+
 /// The library view: which tracks the grid shows, in which order, and where it stands.
 ///
 /// Every way to the rows leads over a statement of cls_CreateSqlFind into `Data1`. A statement that
@@ -41,13 +53,14 @@ class ctl_MP3DB : public QObject
     Q_OBJECT
 
 public:
-    /// \param startImport what the button of the empty library does
     ctl_MP3DB(DBEngine& engine,
               GlobalSettings& settings,
+              const ConfigObjects& texts,
               const Clock& clock,
               MessageLoop& loop,
+              MLVMessageBus& bus,
               Mp3dbControls controls,
-              std::function<void()> startImport);
+              Mp3dbActions actions);
     ~ctl_MP3DB() override;
 
     /// The rows of the grid; hand it to the grid before start().
@@ -64,6 +77,19 @@ public:
 
     /// Runs the statement anew and stays on the same track.
     void Refresh();
+
+    /// Shows the rows of a node: the one way in for trees and menus.
+    ///
+    /// \param kind  "allfind" compares all search columns, "cddir" the folders of a disc, any other
+    ///              the one named by `field`
+    /// \param field the column; for "cddir" the name of the disc
+    /// \param value compared as a whole; "*" stands for anything
+    void FindTreeValue(const QString& kind, const QString& field, const QString& value);
+
+    /// Shows the tracks marked as deleted.
+    void DB_ALL_DEL();
+    /// Shows the tracks whose files were not found.
+    void DB_ALL_NOEXIST();
 
     /// `FID` of the current row; empty without one.
     [[nodiscard]] QString GetFID() const;
@@ -94,24 +120,66 @@ public:
     /// The button in the empty grid.
     void emptyButtonPressed();
 
+    /// Asks for the context menu of the current track; nothing without one.
+    void contextMenuWanted();
+
+    /// Buttons of the monitor player, by key: "play.start", "play.center" or "play.stop".
+    void monitorPressed(const QString& key);
+
     /// Looks whether another program has changed the database; called every kLookInterval.
     void lookForChanges();
 
 signals:
     /// A search shows this number of tracks.
     void countChanged(qint64 count);
+    /// The buttons of the tool bar are to be made.
+    void toolBarWanted();
 
 private:
+    /// Where the rows come from.
+    enum class ViewKind
+    {
+        DBGrid,
+        DBGridDel,
+        DBGridNoExist
+    };
+
     /// Why the grid is empty.
     enum class Emptiness
     {
         None,
         NoLibrary,
         NoSearch,
-        NoHits
+        NoHits,
+        NothingMarked
     };
 
+    struct BusRow
+    {
+        QStringView name; ///< in lower case
+        void (ctl_MP3DB::*handler)(const MLVMessage&);
+    };
+
+    [[nodiscard]] static std::span<const BusRow> busTable();
+    void MessBus_Message(const MLVMessage& message);
+    void createToolBars(const MLVMessage& message);
+    void disconnectDatabase(const MLVMessage& message);
+    void reconnectDatabase(const MLVMessage& message);
+    void changeDatabase(const MLVMessage& message);
+    void changeConfig(const MLVMessage& message);
+    void updateColor(const MLVMessage& message);
+    void refreshByFid(const MLVMessage& message);
+    void clickRow(const MLVMessage& message);
+    void showDir(const MLVMessage& message);
+    void clickImage(const MLVMessage& message);
+    void findTempo(const MLVMessage& message);
+    void findTempoByHand(const MLVMessage& message);
+
     void configure();
+    void describeRows();
+    void setViewKind(ViewKind kind);
+    void showMarked(ViewKind kind);
+    void showFound(const QString& statement);
     void readSorting();
     void startWithLastSearch();
     void setFindColumns();
@@ -124,11 +192,14 @@ private:
     void showArrow();
     [[nodiscard]] Emptiness emptiness() const;
     void updateEmptyNote();
+    [[nodiscard]] EmptyNote emptyNote() const;
     void searchInside();
 
     GlobalSettings& m_settings;
+    const ConfigObjects& m_texts;
     Mp3dbControls m_controls;
-    std::function<void()> m_startImport;
+    Mp3dbActions m_actions;
+    BusSender m_bus;
     cls_CreateSqlFind m_sql;
     LibraryLook m_look;
     DataControl m_data1;
@@ -141,6 +212,12 @@ private:
     qint64 m_librarySize = 0;
     qint64 m_dataVersion = 0;
     bool m_searchShown = false; ///< not the start statement
+    bool m_countIsRows = false; ///< the statement is none that GetCount can count
+    bool m_connected = true;    ///< false while another program has the file alone
+    qint64 m_rowBefore = -1;    ///< where the grid stood when the file was let go
+    qint64 m_topBefore = -1;
+    ViewKind m_viewKind = ViewKind::DBGrid;
+    MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
 };
 
 } // namespace melovane

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bus/mlv_message_bus.h"
+#include "bus/suite_messages.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/log4mlv.h"
@@ -9,19 +11,29 @@
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
 #include "platform/linux/linux_processes.h"
+#include "platform/linux/mp3_player.h"
+#include "platform/linux/only_copy.h"
+#include "platform/linux/sdl_output.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/skin.h"
 #include "platform/system/clock.h"
+#include "shell/edit_box.h"
+#include "shell/info.h"
+#include "shell/library_data.h"
 #include "shell/mlvdb.h"
+#include "shell/monitor_player.h"
 #include "shell/paths.h"
 #include "shell/show_warning.h"
+#include "shell/sibling_control.h"
 #include "shell/start_up_db.h"
 #include "shell/sub_main.h"
+#include "shell/ui/edit_box_dialog.h"
+#include "shell/ui/info_dialog.h"
 #include "shell/ui/mlvdb_window.h"
 #include "shell/ui/msg_dialog.h"
 #include "shell/ui/splash_window.h"
-#include "store/check_database.h"
+#include "store/file_locator.h"
 
 #include <memory>
 
@@ -43,13 +55,18 @@ private:
     [[nodiscard]] StartSteps steps();
     [[nodiscard]] OpenFault openTest();
     [[nodiscard]] bool anotherCopyRuns();
-    [[nodiscard]] CheckDatabase databaseCheck();
+    [[nodiscard]] ErrorSink log();
+    [[nodiscard]] WindowDialogs dialogs();
+    [[nodiscard]] LibraryCommands libraryCommands();
+    [[nodiscard]] MlvdbParts windowParts();
+    [[nodiscard]] MonitorParts monitorParts();
+    [[nodiscard]] Mp3dbActions libraryActions();
     void loadConfig();
     void dress();
     void showMainWindow();
     void openMakersPage() const;
-    void activateFirst();
     void connectViews();
+    void listenForNextCopy();
 
     QApplication& m_application;
     SystemClock m_clock;
@@ -58,22 +75,36 @@ private:
     LinuxProcesses m_processes;
     IniProfile m_profile;
     Mod_API m_paths;
+    LinuxMessages m_messages;
+    OnlyCopy m_onlyCopy;
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
     ConfigObjects m_texts;
     std::unique_ptr<Log4Mlv> m_log; ///< null before the configuration is loaded
     QtMessageLoop m_loop;
-    LinuxMessages m_messages;
     Skin m_skin;
     IconSet m_icons;
     MsgDialog m_messageForm;
     frmMsg m_warnings;
     SplashWindow m_splashForm;
     frmStartUpDB m_splash;
+    EditBoxDialog m_inputBox;
+    InfoDialog m_infoForm;
+    frmInfo m_info;
+    MLVMessageBus m_bus;
+    frmEditBox m_editBox;
+    std::unique_ptr<KSMessage> m_message; ///< `KSMessage1` of the main window
+    SuiteMessages m_suite;
+    SiblingControl m_siblings;
+    LibraryData m_data;
+    FileLocator m_locator;
+    linux_media::SdlOutput m_output;
+    linux_media::Mp3Player m_player;
     MlvdbWindow m_window;
+    Monitor m_monitor;
     MLVDB m_mlvdb;
     ctl_MP3DB m_library;
-    std::unique_ptr<FileLock> m_onlyCopy;
+    std::unique_ptr<KSMessage> m_nextCopy; ///< hears of later copies; null before the window is up
 };
 
 } // namespace melovane

@@ -41,6 +41,7 @@ public:
 
 private:
     void copyFirstFiles(const QString& configPath);
+    void copyLanguages(const QString& configPath);
 
     Environment& m_environment;
     Files& m_files;

@@ -111,8 +111,14 @@ struct Mp3dbTest : public testing::Test
     PointerLog pointer;
     NoLoop loop;
     int imports = 0;
-    ctl_MP3DB view{*library.engine,         *library.settings,    library.clock, loop,
-                   {grid, search, pointer}, [this] { ++imports; }};
+    ctl_MP3DB view{*library.engine,
+                   *library.settings,
+                   library.texts,
+                   library.clock,
+                   loop,
+                   library.bus,
+                   {grid, search, pointer},
+                   {[this] { ++imports; }, {}}};
 };
 
 TEST_F(Mp3dbTest, AnEmptyLibraryOffersTheImport)
@@ -378,8 +384,8 @@ TEST_F(Mp3dbTest, TheLastSearchAndSortingComeBackAtTheNextStart)
 
     test::PlainGrid nextGrid;
     PlainSearchBox nextSearch;
-    ctl_MP3DB next(*library.engine, *library.settings, library.clock, loop,
-                   {nextGrid, nextSearch, pointer}, [] {});
+    ctl_MP3DB next(*library.engine, *library.settings, library.texts, library.clock, loop,
+                   library.bus, {nextGrid, nextSearch, pointer}, {});
     nextSearch.changed = [&next](const QString& text) { next.searchTextChanged(text); };
     next.start();
     EXPECT_EQ(nextSearch.text(), u"Licht"_s);

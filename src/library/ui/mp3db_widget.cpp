@@ -1,5 +1,6 @@
 #include "library/ui/mp3db_widget.h"
 
+#include "config/config_objects.h"
 #include "library/library_columns.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/icon_set.h"
@@ -18,36 +19,51 @@ using namespace Qt::Literals::StringLiterals;
 
 Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent)
     : Panel(skin, parent)
+    , m_icons(icons)
     , m_search(new SearchLine(icons, this))
     , m_grid(new DataGrid(skin, icons, this))
     , m_count(new QLabel(this))
 {
     setObjectName(u"ctl_MP3DB1"_s);
     m_search->setObjectName(u"Text1"_s);
-    m_search->lineEdit()->setPlaceholderText(u"Titel oder Interpret suchen"_s);
-    m_search->setAccessibleName(u"Suche in der Bibliothek"_s);
     m_grid->setObjectName(u"TDBGrid1"_s);
-    m_grid->setAccessibleName(u"Titel der Bibliothek"_s);
     m_count->setObjectName(u"MatchCount"_s);
-    buildTools(icons);
+    toolRow()->addWidget(m_search, 1);
+    toolRow()->addSpacing(6);
+    m_count->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    toolRow()->addWidget(m_count);
+    toolRow()->addSpacing(10);
     setView(m_grid);
     setTabOrder(m_search, m_grid);
     buildKeys();
 }
 
-void Mp3dbWidget::buildTools(const IconSet& icons)
+void Mp3dbWidget::setTexts(const ConfigObjects& texts)
 {
-    toolRow()->addWidget(m_search, 1);
-    toolRow()->addSpacing(6);
+    m_search->lineEdit()->setPlaceholderText(texts.text(u"library.search.hint"_s));
+    m_search->setAccessibleName(texts.text(u"library.search.name"_s));
+    m_grid->setAccessibleName(texts.text(u"library.grid.name"_s));
     // Room for a million, so that the search line keeps its width while the user types.
-    m_count->setMinimumWidth(fontMetrics().horizontalAdvance(u"1 000 000 Titel"_s));
-    m_count->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    toolRow()->addWidget(m_count);
-    toolRow()->addSpacing(10);
-    QToolButton* import = addTool(u"all.import"_s, icons.icon(u"import"_s), u"MP3s importieren"_s);
+    const QString widest = texts.text(u"library.count"_s, groupedNumber(1'000'000));
+    m_count->setMinimumWidth(fontMetrics().horizontalAdvance(widest));
+}
+
+void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
+{
+    for (const auto& [key, icon, text] :
+         {std::tuple{u"play.start"_s, u"play"_s, u"ToolTipPlayerPlay"_s},
+          std::tuple{u"play.center"_s, u"playcenter"_s, u"ToolTipPlayerPlayCenter"_s},
+          std::tuple{u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s}}) {
+        QToolButton* button = addTool(key, m_icons.icon(icon), texts.text(text));
+        connect(button, &QToolButton::clicked, &logic,
+                [&logic, name = key] { logic.monitorPressed(name); });
+    }
+    toolRow()->addSpacing(6);
+    QToolButton* import =
+        addTool(u"all.import"_s, m_icons.icon(u"import"_s), texts.text(u"library.import"_s));
     connect(import, &QToolButton::clicked, this, &Mp3dbWidget::importWanted);
     QToolButton* columns =
-        addTool(u"all.columns"_s, icons.icon(u"columns"_s), u"Spalten ein- und ausblenden"_s);
+        addTool(u"all.columns"_s, m_icons.icon(u"columns"_s), texts.text(u"library.columns"_s));
     connect(columns, &QToolButton::clicked, this, [this, columns] {
         showColumnMenu(columns->mapToGlobal(QPoint(0, columns->height())));
     });
@@ -67,20 +83,33 @@ Mp3dbControls Mp3dbWidget::controls()
     return {*m_grid, *m_search, m_pointer};
 }
 
-void Mp3dbWidget::attach(ctl_MP3DB& logic)
+void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
 {
-    m_grid->setSource(logic.Data1(), logic.look(), libraryColumns());
+    setTexts(texts);
+    std::vector<GridColumn> columns = libraryColumns();
+    for (GridColumn& column : columns) {
+        column.heading = texts.text(u"column."_s + column.field);
+    }
+    m_grid->setSource(logic.Data1(), logic.look(), std::move(columns));
     connect(m_search, &SearchLine::textChanged, &logic, &ctl_MP3DB::searchTextChanged);
     connect(m_search, &SearchLine::entered, &logic, &ctl_MP3DB::search);
     connect(m_grid, &DataGrid::headerClicked, &logic, &ctl_MP3DB::headerClicked);
     connect(m_grid, &DataGrid::headMenuWanted, this, &Mp3dbWidget::showColumnMenu);
     connect(m_grid, &DataGrid::emptyButtonClicked, &logic, &ctl_MP3DB::emptyButtonPressed);
-    connect(&logic, &ctl_MP3DB::countChanged, this, &Mp3dbWidget::showCount);
+    connect(m_grid, &DataGrid::rowMenuWanted, &logic, [this, &logic](qint64, const QPoint& place) {
+        m_contextPlace = place;
+        logic.contextMenuWanted();
+    });
+    connect(&logic, &ctl_MP3DB::countChanged, this,
+            [this, &texts](qint64 count) { showCount(count, texts); });
+    connect(&logic, &ctl_MP3DB::toolBarWanted, this,
+            [this, &logic, &texts] { createToolBar(logic, texts); });
 }
 
-void Mp3dbWidget::showCount(qint64 count)
+void Mp3dbWidget::showCount(qint64 count, const ConfigObjects& texts)
 {
-    m_count->setText(u"%1 Titel"_s.arg(groupedNumber(count)));
+    const QString key = count == 1 ? u"library.count.one"_s : u"library.count"_s;
+    m_count->setText(texts.text(key, groupedNumber(count)));
 }
 
 void Mp3dbWidget::showColumnMenu(const QPoint& place)
