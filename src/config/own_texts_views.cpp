@@ -32,6 +32,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"library.nohits.button", u"Auch mitten im Text suchen"},
     {u"library.nodeleted", u"Keine Titel als gelöscht markiert"},
     {u"library.nomissing", u"Keine Titel ohne Datei"},
+    {u"library.norows", u"Hier stehen keine Titel"},
 
     // Panels beside the library.
     {u"tree.title", u"Navigation"},

@@ -54,9 +54,10 @@ QByteArray layoutText(const std::vector<GridColumn>& columns)
 {
     QString text = kFirstLine + u'\n';
     for (const GridColumn& column : columns) {
-        text += u"%1|%2|%3|%4|%5\n"_s.arg(
-            column.field, column.shown ? u"1"_s : u"0"_s, QString::number(column.width, 'f', 1),
-            column.stretched ? u"1"_s : u"0"_s, column.renamed ? oneLine(column.heading) : QString());
+        text += u"%1|%2|%3|%4|%5\n"_s.arg(column.field, column.shown ? u"1"_s : u"0"_s,
+                                          QString::number(column.width, 'f', 1),
+                                          column.stretched ? u"1"_s : u"0"_s,
+                                          column.renamed ? oneLine(column.heading) : QString());
     }
     return text.toUtf8();
 }

@@ -1,22 +1,14 @@
-// What the library view does with the messages of others, and what it asks of them.
+// What the library view does with the messages of others.
 #include "config/global_settings.h"
+#include "config/update_colors.h"
 #include "library/mp3db.h"
-#include "platform/controls/pointer_control.h"
-#include "platform/controls/search_box.h"
 #include "platform/db/db_error.h"
 #include "platform/system/text_number.h"
+#include "playlists/drag_data.h"
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-/// Builder modes: texts that begin with the find text, and texts that equal it.
-constexpr int kPrefixMode = 2;
-constexpr int kExactMode = 3;
-
-} // namespace
 
 std::span<const ctl_MP3DB::BusRow> ctl_MP3DB::busTable()
 {
@@ -28,12 +20,24 @@ std::span<const ctl_MP3DB::BusRow> ctl_MP3DB::busTable()
         {u"change.config", &ctl_MP3DB::changeConfig},
         {u"update.color", &ctl_MP3DB::updateColor},
         {u"db.refresh.by.fid", &ctl_MP3DB::refreshByFid},
+        {u"info.from.fid", &ctl_MP3DB::showTrackOf},
         {u"tree.click.row", &ctl_MP3DB::clickRow},
         {u"context.click.row", &ctl_MP3DB::clickRow},
         {u"context.show.dir", &ctl_MP3DB::showDir},
         {u"sleeveviewer.click.image", &ctl_MP3DB::clickImage},
+        {u"bpm.find.fid", &ctl_MP3DB::findTrackOfBpm},
         {u"db.beatgauge.menu.click", &ctl_MP3DB::findTempo},
         {u"db.beatgauge.menu.manuell.click", &ctl_MP3DB::findTempoByHand},
+        {u"db.set.favorit", &ctl_MP3DB::setFavorit},
+        {u"fill.temp.edit.table", &ctl_MP3DB::fillTagTable},
+        {u"all.db.append", &ctl_MP3DB::passAllRows},
+        {u"all.db.append.aktuell", &ctl_MP3DB::passAllRows},
+        {u"all.db.insert", &ctl_MP3DB::passAllRows},
+        {u"all.db.insert.aktuell", &ctl_MP3DB::passAllRows},
+        {u"save.layout.mp3db", &ctl_MP3DB::saveLayout},
+        {u"load.layout.mp3db", &ctl_MP3DB::loadLayout},
+        {u"load.layout.change.mp3db", &ctl_MP3DB::loadLayout},
+        {u"autosize.mp3db", &ctl_MP3DB::autosize},
     };
     return kRows;
 }
@@ -56,18 +60,16 @@ void ctl_MP3DB::MessBus_Message(const MLVMessage& message)
 void ctl_MP3DB::createToolBars(const MLVMessage&)
 {
     emit toolBarWanted();
+    tellHistory();
 }
 
 void ctl_MP3DB::disconnectDatabase(const MLVMessage&)
 {
-    if (!m_connected) {
-        return;
+    if (m_connected) {
+        m_connected = false;
+        m_rowClone.reset();
+        m_data1.closeDatabase();
     }
-    m_rowBefore = m_controls.grid.currentRow();
-    m_topBefore = m_controls.grid.firstVisibleRow();
-    m_connected = false;
-    m_rowClone.reset();
-    m_data1.closeDatabase();
 }
 
 void ctl_MP3DB::reconnectDatabase(const MLVMessage&)
@@ -76,13 +78,10 @@ void ctl_MP3DB::reconnectDatabase(const MLVMessage&)
         return;
     }
     m_connected = true;
-    describeRows();
+    m_data1.SetDatabaseName(m_settings.DbName());
     requery();
     countLibrary();
-    countMatches();
-    if (m_rowBefore >= 0) {
-        m_controls.grid.goToRow(m_rowBefore, m_topBefore);
-    }
+    tellCount();
     updateEmptyNote();
 }
 
@@ -91,14 +90,15 @@ void ctl_MP3DB::changeDatabase(const MLVMessage&)
     if (!m_connected) {
         return;
     }
-    const bool otherFile = m_settings.DbName() != m_data1.DatabaseName();
-    if (otherFile) {
-        m_rowClone.reset();
-        describeRows();
+    if (m_settings.DbName() == m_data1.DatabaseName()) {
+        // New content in the same file: the user stays where he is.
+        Refresh();
+        countLibrary();
+        updateEmptyNote();
+        return;
     }
-    Refresh();
-    countLibrary();
-    updateEmptyNote();
+    m_rowClone.reset();
+    configure();
 }
 
 void ctl_MP3DB::changeConfig(const MLVMessage& message)
@@ -109,7 +109,9 @@ void ctl_MP3DB::changeConfig(const MLVMessage& message)
 
 void ctl_MP3DB::updateColor(const MLVMessage&)
 {
-    m_look.setColours(GridColours::fromSettings(m_settings));
+    const UpdateColors colours(m_settings);
+    m_look.setColours(GridColours::from(colours));
+    colours.UpdateSplitColors(m_controls.grid);
     m_data1.refreshCells();
 }
 
@@ -118,22 +120,38 @@ void ctl_MP3DB::refreshByFid(const MLVMessage&)
     m_data1.refreshCells();
 }
 
+void ctl_MP3DB::showTrackOf(const MLVMessage& message)
+{
+    m_look.setShownTrack(message.Value1.toText());
+    m_data1.refreshCells();
+}
+
 void ctl_MP3DB::clickRow(const MLVMessage& message)
 {
-    const QString kind = message.Value2.toText();
-    const bool disc = lowerCase(kind) == "cddir"_L1;
-    FindTreeValue(kind, disc ? message.Value3.toText() : kind, message.Value1.toText());
+    TreeRequest request{message.Value2.toText(), message.Value2.toText(), message.Value1.toText()};
+    const QString kind = lowerCase(request.kind);
+    if (kind == "cddir"_L1) {
+        request.field = message.Value3.toText();
+    } else if (kind == "statistik"_L1) {
+        request.field = u"tday:long"_s;
+    }
+    FindTreeValue(request, true);
     m_controls.grid.focus();
 }
 
 void ctl_MP3DB::showDir(const MLVMessage& message)
 {
-    FindTreeValue(u"DIR"_s, u"path"_s, message.Value1.toText());
+    FindTreeValue({u"DIR"_s, u"path"_s, message.Value1.toText()}, true);
 }
 
 void ctl_MP3DB::clickImage(const MLVMessage& message)
 {
-    FindTreeValue(u"Image"_s, u"image"_s, message.Value1.toText());
+    FindTreeValue({u"Image"_s, u"image"_s, message.Value1.toText()}, true);
+}
+
+void ctl_MP3DB::findTrackOfBpm(const MLVMessage& message)
+{
+    FindTreeValue({u"FID"_s, u"FID"_s, message.Value2.toText()}, true);
 }
 
 void ctl_MP3DB::findTempo(const MLVMessage&)
@@ -146,72 +164,39 @@ void ctl_MP3DB::findTempoByHand(const MLVMessage&)
     m_actions.startBeatGauge(u"manuell"_s, GetFID());
 }
 
-void ctl_MP3DB::FindTreeValue(const QString& kind, const QString& field, const QString& value)
+void ctl_MP3DB::setFavorit(const MLVMessage&)
 {
-    if (!m_connected || lowerCase(field).contains("gruppe"_L1)) {
-        return;
-    }
-    const BusyCursor busy(m_controls.pointer,
-                          value.startsWith(u'*') ? PointerShape::Search : PointerShape::Wait);
-    if (m_viewKind != ViewKind::DBGrid) {
-        setViewKind(ViewKind::DBGrid);
-    }
-    if (lowerCase(kind) == "allfind"_L1) {
-        setFindColumns();
-    } else {
-        m_sql.ClearFieldFind();
-        m_sql.AddFieldFind(field);
-    }
-    m_sql.SetFind(value);
-    m_sql.SetOrderBy(m_sortColName);
-    m_sql.SetSortRichtung(m_sortRichtung);
-    showFound(lowerCase(kind) == "cddir"_L1 ? m_sql.GetCDSql(value, field)
-                                            : m_sql.GetSql(kExactMode));
+    m_edits.toggleFavorit(m_controls.grid.currentRow());
 }
 
-void ctl_MP3DB::showFound(const QString& statement)
+void ctl_MP3DB::fillTagTable(const MLVMessage&)
 {
-    if (statement == m_data1.RecordSource() || applyStatement(statement)) {
-        m_searchShown = true;
-        m_countIsRows = true;
-        countMatches();
-    }
-    updateEmptyNote();
+    FillTempMp3EditTable();
 }
 
-void ctl_MP3DB::DB_ALL_DEL()
+void ctl_MP3DB::passAllRows(const MLVMessage& message)
 {
-    showMarked(ViewKind::DBGridDel);
-}
-
-void ctl_MP3DB::DB_ALL_NOEXIST()
-{
-    showMarked(ViewKind::DBGridNoExist);
-}
-
-void ctl_MP3DB::showMarked(ViewKind kind)
-{
-    if (!m_connected) {
-        return;
-    }
-    setViewKind(kind);
-    m_sql.ClearFieldFind();
-    m_sql.SetOrderBy(m_sortColName);
-    m_sql.SetSortRichtung(m_sortRichtung);
-    showFound(m_sql.GetSql(kPrefixMode));
-}
-
-void ctl_MP3DB::contextMenuWanted()
-{
-    const QString fid = GetFID();
-    if (!fid.isEmpty()) {
-        m_bus.SendMessage(u"show.context.menu.mp3db"_s, fid);
+    const QString command = lowerCase(message.Command);
+    const QString ids = SetAllBookmarks();
+    if (!ids.isEmpty()) {
+        m_bus.SendMessage(u"playlist."_s + command + u".data"_s,
+                          dragText(DragKind::FidMp3db, {ids}));
     }
 }
 
-void ctl_MP3DB::monitorPressed(const QString& key)
+void ctl_MP3DB::saveLayout(const MLVMessage&)
 {
-    m_bus.SendMessage(u"player.monitor."_s + key, GetFID());
+    m_layouts.save(kLibraryLayout.toString(), m_controls.grid);
+}
+
+void ctl_MP3DB::loadLayout(const MLVMessage& message)
+{
+    m_layouts.load(message.Value1.toText(), m_controls.grid);
+}
+
+void ctl_MP3DB::autosize(const MLVMessage&)
+{
+    fitColumns();
 }
 
 } // namespace melovane

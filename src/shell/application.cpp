@@ -2,9 +2,13 @@
 
 #include "bus/message_numbers.h"
 #include "config/melovane_configuration.h"
+#include "library/edit_grid.h"
+#include "library/ui/edit_grid_dialog.h"
 #include "library/ui/mp3db_widget.h"
 #include "platform/db/db_error.h"
+#include "platform/qt/data_grid.h"
 #include "platform/qt/desktop_texts.h"
+#include "platform/qt/qt_font_chooser.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/system/path_text.h"
 #include "shell/skin_files.h"
@@ -47,14 +51,8 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_window(m_skin, m_icons)
     , m_monitor(monitorParts())
     , m_mlvdb(windowParts(), m_window.controls())
-    , m_library(*m_engine,
-                m_settings,
-                m_texts,
-                m_clock,
-                m_loop,
-                m_bus,
-                m_window.library().controls(),
-                libraryActions())
+    , m_library(libraryParts(), m_window.library().controls(), libraryActions())
+    , m_keys(m_settings, m_loop, keyActions())
 {}
 
 Application::~Application() = default;
@@ -87,8 +85,8 @@ MlvdbParts Application::windowParts()
 {
     // There is no playlist view yet, so it stands nowhere.
     const PlaylistPlace nowhere{[] { return 0; }, [] { return 0; }};
-    return {m_settings, m_texts,   m_paths,           m_files, m_loop,
-            m_bus,      m_data,    m_siblings,        m_suite, *m_message,
+    return {m_settings, m_texts,    m_paths,           m_files, m_loop,
+            m_bus,      m_data,     m_siblings,        m_suite, *m_message,
             m_monitor,  m_warnings, libraryCommands(), nowhere, dialogs()};
 }
 
@@ -98,21 +96,75 @@ LibraryCommands Application::libraryCommands()
             [this] { m_library.Refresh(); },
             [this] { m_library.DB_ALL_DEL(); },
             [this] { m_library.DB_ALL_NOEXIST(); },
-            [this] { m_library.end(); },
-            [this](const QString& text) { m_library.FindTreeValue(u"allfind"_s, {}, text); }};
+            [this] {
+                m_library.end();
+                m_library.SaveHist();
+            },
+            [this] { m_library.DelSuchlist(); },
+            [this](const QString& text) {
+                m_library.FindTreeValue({u"allfind"_s, {}, text}, true);
+            }};
 }
 
 WindowDialogs Application::dialogs()
 {
-    return {[this] { m_info.Show(); }, [this] { m_editBox.Show(); }};
+    return {[this] { m_info.Show(); }, [this] { m_editBox.Show(); },
+            [this] { return editLibraryLayout(); },
+            [this](const GridFont& present) {
+                return QtFontChooser(&m_window, m_texts.text(u"mnuFont"_s)).choose(present);
+            }};
+}
+
+bool Application::editLibraryLayout()
+{
+    EditGridDialog dialog(m_skin, m_icons, m_texts, u"EditGrid-db"_s);
+    const GridControl& present = m_window.library().controls().grid;
+    DataGrid& grid = dialog.setRows(m_library.Data1(), m_library.look(), present.columns());
+    LayoutFiles layouts(m_paths, m_files);
+    frmEditGrid logic(layouts, kLibraryLayout.toString(), grid, present.columns());
+    return dialog.choose(logic);
+}
+
+QString Application::placeOf(const QString& file)
+{
+    QString folder = path::parent(file);
+    const QString place = m_locator.ExistFile(folder, path::fileName(file));
+    return m_files.fileExists(place) ? place : QString();
+}
+
+Mp3dbParts Application::libraryParts()
+{
+    return {*m_engine, m_settings, m_texts, m_paths, m_files, m_clock, m_loop, m_bus};
+}
+
+KeyActions Application::keyActions()
+{
+    const auto play = [this](qint32 id) {
+        const QString fid = m_library.GetFID();
+        if (!fid.isEmpty()) {
+            m_suite.SendToPlayer(fid, id);
+        }
+        return !fid.isEmpty();
+    };
+    return {[this](const QString& command) { return m_library.SendKeyUp(command); },
+            [this] { m_monitor.stop(); },
+            [this] { BusSender(m_bus, u"MLVDB"_s).SendMessage(u"db.set.favorit"_s); },
+            [play] { return play(message::kPlayNext); },
+            [play] { return play(message::kPlayNow); },
+            [this] {
+                m_loop.turn();
+                m_settings.RefreshMessageHandle();
+                m_message->setTarget(m_settings.MessageHandleDJ());
+                m_message->Post(message::kBringToFront, 0, 0);
+            }};
 }
 
 Mp3dbActions Application::libraryActions()
 {
-    return {[this] { m_mlvdb.importMusic(); },
-            [this](const QString& cmd, const QString& fid) {
-                m_mlvdb.startBeatGauge(cmd, fid, {});
-            }};
+    return {
+        [this] { m_mlvdb.importMusic(); },
+        [this](const QString& cmd, const QString& fid) { m_mlvdb.startBeatGauge(cmd, fid, {}); },
+        [this](const QString& file) { return placeOf(file); }};
 }
 
 bool Application::anotherCopyRuns()
@@ -190,6 +242,8 @@ void Application::connectViews()
 {
     m_window.attach(m_mlvdb, m_texts);
     m_window.library().attach(m_library, m_texts);
+    m_settings.SetKeyboard(&m_keyboard);
+    m_keyboard.setHandler(&m_window, [this] { return m_keys.keyPressed(); });
     QObject::connect(&m_window, &MlvdbWindow::firstShown, &m_library,
                      [this] { m_mlvdb.activateFirst(); });
     QObject::connect(&m_window, &MlvdbWindow::closing, &m_library, [this] { m_mlvdb.unload(); });

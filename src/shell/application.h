@@ -15,11 +15,13 @@
 #include "platform/linux/only_copy.h"
 #include "platform/linux/sdl_output.h"
 #include "platform/qt/icon_set.h"
+#include "platform/qt/qt_keyboard.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/skin.h"
 #include "platform/system/clock.h"
 #include "shell/edit_box.h"
 #include "shell/info.h"
+#include "shell/key_commands.h"
 #include "shell/library_data.h"
 #include "shell/mlvdb.h"
 #include "shell/monitor_player.h"
@@ -61,6 +63,10 @@ private:
     [[nodiscard]] MlvdbParts windowParts();
     [[nodiscard]] MonitorParts monitorParts();
     [[nodiscard]] Mp3dbActions libraryActions();
+    [[nodiscard]] Mp3dbParts libraryParts();
+    [[nodiscard]] KeyActions keyActions();
+    [[nodiscard]] bool editLibraryLayout();
+    [[nodiscard]] QString placeOf(const QString& file);
     void loadConfig();
     void dress();
     void showMainWindow();
@@ -104,6 +110,8 @@ private:
     Monitor m_monitor;
     MLVDB m_mlvdb;
     ctl_MP3DB m_library;
+    QtKeyboard m_keyboard;
+    KeyCommands m_keys;
     std::unique_ptr<KSMessage> m_nextCopy; ///< hears of later copies; null before the window is up
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bus/mlv_message_bus.h"
+#include "platform/controls/grid_control.h"
 #include "shell/context_menu.h"
 #include "shell/docking.h"
 #include "shell/skin_files.h"
@@ -12,6 +13,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -44,7 +46,10 @@ struct LibraryCommands
     std::function<void()> reload;
     std::function<void()> showDeleted;
     std::function<void()> showMissing;
+    /// Keeps search, sorting, layout and history for the next start.
     std::function<void()> saveState;
+    /// Empties the list of the search line.
+    std::function<void()> forgetSearches;
     /// Searches all chosen columns for a text.
     std::function<void(const QString& text)> findAll;
 };
@@ -62,6 +67,10 @@ struct WindowDialogs
     std::function<void()> showInfo;
     /// `frmEditBox` for a new genre.
     std::function<void()> askNewGenre;
+    /// `frmEditGrid` for the library. True when another layout was written.
+    std::function<bool()> editLibraryLayout;
+    /// Nothing when the user did not choose.
+    std::function<std::optional<GridFont>(const GridFont& present)> chooseFont;
 };
 
 /// The parts of the program that the window's logic uses; they outlive it.
@@ -124,6 +133,7 @@ public:
     void menuClicked(const MenuRow& row);
     /// An entry of `mnuPlugIn`, by the name of its record.
     void plugInClicked(const QString& name);
+
     /// `popupDBGRID` of the grids.
     [[nodiscard]] ContextMenu& contextMenu() { return m_contextMenu; }
 
@@ -172,6 +182,9 @@ private:
     void mnuNoExistAnzeigen();
     void mnuToDatei();
     void mnuRefreshTree();
+    void mnuDelSuchlist();
+    void mnuDatenbank();
+    void mnuFont();
     void mnuRepairGridLayout();
     void mnuAutosizeGrid();
     void mnuInternet();
@@ -199,6 +212,7 @@ private:
     void volumeMonitor(const MLVMessage& message);
     void forwardToPlayer(const MLVMessage& message);
     void notYet(const MLVMessage& message);
+    void showGridLayout(const MLVMessage& message);
 
     /// Runs an event's work; a failure is told and leaves the window running.
     void guarded(const std::function<void()>& work);

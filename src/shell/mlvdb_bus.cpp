@@ -28,7 +28,7 @@ std::span<const MLVDB::BusRow> MLVDB::busTable()
         {u"refresh.tree.interpret", &MLVDB::notYet},
         {u"edittag.show.editbox.new.genre", &MLVDB::editBoxNewGenre},
         {u"playlist.save.file.show", &MLVDB::notYet},
-        {u"show.gridlayout", &MLVDB::notYet},
+        {u"show.gridlayout", &MLVDB::showGridLayout},
         {u"run.proc", &MLVDB::runProc},
         {u"beatgauge.playlist.fid.auto", &MLVDB::beatGaugeAuto},
         {u"beatgauge.playlist.fid.manuell", &MLVDB::beatGaugeManual},
@@ -53,6 +53,15 @@ std::span<const MLVDB::BusRow> MLVDB::busTable()
         {u"update.tree.row", &MLVDB::forwardToPlayer},
     };
     return kRows;
+}
+
+void MLVDB::showGridLayout(const MLVMessage& message)
+{
+    if (message.Value1.toText() == "DB"_L1) {
+        mnuDatenbank();
+    } else {
+        notYet(message);
+    }
 }
 
 void MLVDB::MessBus_Message(const MLVMessage& message)

@@ -2,6 +2,7 @@
 #include "bus/suite_messages.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/update_colors.h"
 #include "platform/controls/warnings.h"
 #include "platform/controls/window_frame.h"
 #include "platform/message/message_control.h"
@@ -46,7 +47,7 @@ std::span<const MenuRow> MLVDB::menu()
         {1, Entry, u"mnuExit", {}, u"exit", u"Ctrl+Q", &MLVDB::mnuExit},
 
         {0, Menu,  u"mnuExtra"},
-        {1, Entry, u"mnuDelSuchlist"},
+        {1, Entry, u"mnuDelSuchlist", {}, {}, {}, &MLVDB::mnuDelSuchlist},
         {1, Entry, u"mnuDelDayCount", {}, {}, {}, &MLVDB::mnuDelDayCount},
         {1, Separator, {}},
         {1, Entry, u"mnuViewDel", {}, {}, {}, &MLVDB::mnuViewDel},
@@ -61,11 +62,11 @@ std::span<const MenuRow> MLVDB::menu()
 
         {0, Menu,  u"mnuAnsicht"},
         {1, Entry, u"mnuPlaylist"},
-        {1, Entry, u"mnuDatenbank"},
+        {1, Entry, u"mnuDatenbank", {}, u"columns", {}, &MLVDB::mnuDatenbank},
         {1, Entry, u"mnuRepairGridLayout", {}, {}, {}, &MLVDB::mnuRepairGridLayout},
         {1, Separator, {}},
         {1, Filled, u"mnuSkin", {}, u"theme"},
-        {1, Entry, u"mnuFont"},
+        {1, Entry, u"mnuFont", {}, {}, {}, &MLVDB::mnuFont},
         {1, Check, u"mnuAutosizeGrid", {}, {}, {}, &MLVDB::mnuAutosizeGrid},
 
         {0, Menu,  u"mnuHelp"},
@@ -163,6 +164,29 @@ void MLVDB::mnuToDatei()
 void MLVDB::mnuRefreshTree()
 {
     tellMissing(m_parts.siblings.startRebuildTree(), u"Task.RebuildTree"_s);
+}
+
+void MLVDB::mnuDelSuchlist()
+{
+    m_parts.library.forgetSearches();
+}
+
+void MLVDB::mnuDatenbank()
+{
+    SendMessage(u"save.layout.mp3db"_s);
+    if (m_parts.dialogs.editLibraryLayout()) {
+        SendMessage(u"load.layout.change.mp3db"_s, kLibraryLayout);
+    }
+}
+
+void MLVDB::mnuFont()
+{
+    UpdateColors colours(m_parts.settings);
+    if (const auto font = m_parts.dialogs.chooseFont(colours.font())) {
+        colours.setFont(*font);
+        colours.SaveIni();
+        SendMessage(u"update.color"_s);
+    }
 }
 
 void MLVDB::mnuRepairGridLayout()

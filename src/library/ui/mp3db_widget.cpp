@@ -50,15 +50,32 @@ void Mp3dbWidget::setTexts(const ConfigObjects& texts)
 
 void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
 {
-    for (const auto& [key, icon, text] :
-         {std::tuple{u"play.start"_s, u"play"_s, u"ToolTipPlayerPlay"_s},
-          std::tuple{u"play.center"_s, u"playcenter"_s, u"ToolTipPlayerPlayCenter"_s},
-          std::tuple{u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s}}) {
-        QToolButton* button = addTool(key, m_icons.icon(icon), texts.text(text));
-        connect(button, &QToolButton::clicked, &logic,
-                [&logic, name = key] { logic.monitorPressed(name); });
+    struct Tool
+    {
+        QString key;
+        QString icon;
+        QString text;
+    };
+
+    const std::vector<std::vector<Tool>> groups = {
+        {{u"all.db.zur"_s, u"back"_s, u"ToolTipHistoryRemain"_s},
+         {u"all.db.vor"_s, u"forward"_s, u"ToolTipHistoryForward"_s}},
+        {{u"play.start"_s, u"play"_s, u"ToolTipPlayerPlay"_s},
+         {u"play.center"_s, u"playcenter"_s, u"ToolTipPlayerPlayCenter"_s},
+         {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s}},
+        {{u"all.book"_s, u"edit"_s, u"ToolTipAllTableDetail"_s},
+         {u"open_dir"_s, u"folder"_s, u"mnuPOPDBGRID_7"_s},
+         {u"all.data.select"_s, u"selectall"_s, u"ToolTipAllTableSel"_s},
+         {u"all.copy"_s, u"copy"_s, u"ToolTipAllTableCopy"_s},
+         {u"all.delete"_s, u"delete"_s, u"ToolTipDBTableDel"_s}}};
+    for (const std::vector<Tool>& group : groups) {
+        for (const Tool& tool : group) {
+            QToolButton* button = addTool(tool.key, m_icons.icon(tool.icon), texts.text(tool.text));
+            connect(button, &QToolButton::clicked, &logic,
+                    [&logic, key = tool.key] { logic.toolPressed(key); });
+        }
+        toolRow()->addSpacing(6);
     }
-    toolRow()->addSpacing(6);
     QToolButton* import =
         addTool(u"all.import"_s, m_icons.icon(u"import"_s), texts.text(u"library.import"_s));
     connect(import, &QToolButton::clicked, this, &Mp3dbWidget::importWanted);
@@ -69,18 +86,30 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
     });
 }
 
+void Mp3dbWidget::showHistory(bool back, bool forward)
+{
+    for (const auto& [key, on] : {std::pair{u"all.db.zur"_s, back}, {u"all.db.vor"_s, forward}}) {
+        if (auto* button = findChild<QToolButton*>(key)) {
+            button->setEnabled(on);
+        }
+    }
+}
+
 void Mp3dbWidget::buildKeys()
 {
     auto* find = new QShortcut(QKeySequence::Find, this);
     find->setContext(Qt::WindowShortcut);
     connect(find, &QShortcut::activated, m_search, [this] { m_search->focus(); });
     connect(m_search, &SearchLine::downPressed, m_grid, qOverload<>(&QWidget::setFocus));
+    auto* reload = new QShortcut(QKeySequence::Refresh, this);
+    reload->setContext(Qt::WindowShortcut);
+    connect(reload, &QShortcut::activated, this, &Mp3dbWidget::reloadWanted);
     connect(m_grid, &DataGrid::escapePressed, m_search, [this] { m_search->focus(); });
 }
 
 Mp3dbControls Mp3dbWidget::controls()
 {
-    return {*m_grid, *m_search, m_pointer};
+    return {*m_grid, *m_search, m_pointer, m_clipboard};
 }
 
 void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
@@ -91,10 +120,15 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
         column.heading = texts.text(u"column."_s + column.field);
     }
     m_grid->setSource(logic.Data1(), logic.look(), std::move(columns));
+    m_grid->setEditing(&logic.editing());
+    m_grid->setDragSource([&logic] { return logic.dragContent(); });
     connect(m_search, &SearchLine::textChanged, &logic, &ctl_MP3DB::searchTextChanged);
-    connect(m_search, &SearchLine::entered, &logic, &ctl_MP3DB::search);
+    connect(m_search, &SearchLine::entered, &logic, &ctl_MP3DB::searchEntered);
     connect(m_grid, &DataGrid::headerClicked, &logic, &ctl_MP3DB::headerClicked);
-    connect(m_grid, &DataGrid::headMenuWanted, this, &Mp3dbWidget::showColumnMenu);
+    connect(m_grid, &DataGrid::headMenuWanted, &logic, &ctl_MP3DB::headMenuWanted);
+    connect(m_grid, &DataGrid::rowActivated, &logic, &ctl_MP3DB::rowActivated);
+    connect(m_grid, &DataGrid::digitPressed, &logic, &ctl_MP3DB::digitPressed);
+    connect(m_grid, &DataGrid::deletePressed, &logic, &ctl_MP3DB::deletePressed);
     connect(m_grid, &DataGrid::emptyButtonClicked, &logic, &ctl_MP3DB::emptyButtonPressed);
     connect(m_grid, &DataGrid::rowMenuWanted, &logic, [this, &logic](qint64, const QPoint& place) {
         m_contextPlace = place;
@@ -102,6 +136,8 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
     });
     connect(&logic, &ctl_MP3DB::countChanged, this,
             [this, &texts](qint64 count) { showCount(count, texts); });
+    connect(this, &Mp3dbWidget::reloadWanted, &logic, &ctl_MP3DB::Refresh);
+    connect(&logic, &ctl_MP3DB::historyChanged, this, &Mp3dbWidget::showHistory);
     connect(&logic, &ctl_MP3DB::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });
 }

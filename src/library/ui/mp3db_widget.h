@@ -2,6 +2,7 @@
 
 #include "library/mp3db.h"
 #include "platform/qt/panel.h"
+#include "platform/qt/qt_clipboard.h"
 #include "platform/qt/qt_pointer.h"
 
 class QLabel;
@@ -32,11 +33,14 @@ public:
 
 signals:
     void importWanted();
+    /// F5.
+    void reloadWanted();
 
 private:
     void buildKeys();
     void setTexts(const ConfigObjects& texts);
     void createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts);
+    void showHistory(bool back, bool forward);
     void showCount(qint64 count, const ConfigObjects& texts);
     void showColumnMenu(const QPoint& place);
 
@@ -45,6 +49,7 @@ private:
     DataGrid* m_grid;
     QLabel* m_count;
     QtPointer m_pointer;
+    QtClipboard m_clipboard;
     QPoint m_contextPlace;
 };
 

@@ -148,7 +148,7 @@ public:
 
     /// The selected rows in rising order, as runs that don't touch.
     [[nodiscard]] virtual std::vector<RowRange> selection() const = 0;
-    /// Selects these rows and no others; the current row stays. Rows outside the set are left out.
+    /// Selects these rows and no others (runs may touch and stand in any order); the current row stays. Rows outside the set are left out.
     virtual void select(const std::vector<RowRange>& rows) = 0;
 
     /// -1 when there is none.
