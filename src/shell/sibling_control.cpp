@@ -98,7 +98,7 @@ bool SiblingControl::startPlugIn(const QString& program, const QString& argument
 
 bool SiblingControl::openHelp()
 {
-    const QString file = path::join(m_paths.programFolder(), u"help/index.html"_s);
+    const QString file = path::join(m_paths.programFolder(), u"Melovane.html"_s);
     return m_files.fileExists(file) && m_processes.start(u"explorer.exe "_s + file, Style::Normal);
 }
 

@@ -99,8 +99,7 @@ TEST_F(SiblingControlTest, APlidOf0OrNoneAddsNoArgument)
 TEST_F(SiblingControlTest, TheHelpIsOpenedWhereItIsInstalled)
 {
     EXPECT_FALSE(siblings.openHelp());
-    QDir(folders.programFolder()).mkdir(u"help"_s);
-    const QString file = folders.install(u"help/index.html"_s, "x");
+    const QString file = folders.install(u"Melovane.html"_s, "x");
     EXPECT_TRUE(siblings.openHelp());
     EXPECT_EQ(processes.commands, QStringList{u"explorer.exe "_s + file});
 }
