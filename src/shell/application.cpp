@@ -127,7 +127,7 @@ bool Application::editLibraryLayout()
 
 QString Application::placeOf(const QString& file)
 {
-    QString folder = path::parent(file);
+    QString folder = path::withSeparator(path::parent(file));
     const QString place = m_locator.ExistFile(folder, path::fileName(file));
     return m_files.fileExists(place) ? place : QString();
 }
