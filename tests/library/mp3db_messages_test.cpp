@@ -1,9 +1,4 @@
-#include "library/mp3db.h"
-#include "library/plain_grid.h"
-#include "library/test_library.h"
-#include "platform/controls/pointer_control.h"
-#include "platform/controls/search_box.h"
-#include "platform/qt/qt_message_loop.h"
+#include "library/view_fixture.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -15,28 +10,8 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-class QuietPointer : public PointerControl
-{
-public:
-    void push(PointerShape) override {}
-
-    void pop() override {}
-};
-
-class StillSearchBox : public SearchBox
-{
-public:
-    [[nodiscard]] QString text() const override { return typed; }
-
-    void setText(const QString& text) override { typed = text; }
-
-    void focus() override {}
-
-    QString typed;
-};
-
 /// The library view on the bus, over a real file.
-struct Mp3dbMessagesTest : public testing::Test
+struct Mp3dbMessagesTest : public test::LibraryViewTest
 {
     Mp3dbMessagesTest()
     {
@@ -44,41 +19,11 @@ struct Mp3dbMessagesTest : public testing::Test
                      {u"Licht aus"_s, u"Kanalratten"_s, u"Unter Tage"_s, {}, -1},
                      {u"Brandung"_s, u"Lichtblick"_s, u"Meer"_s, u"5"_s, 0},
                      {u"Licht weg"_s, u"Fort"_s, {}, {}, 2}});
-        view.start();
+        start();
     }
 
-    void type(const QString& text)
-    {
-        search.typed = text;
-        view.searchTextChanged(text);
-    }
+    void type(const QString& text) { search.setText(text); }
 
-    QStringList titles()
-    {
-        QStringList result;
-        for (qint64 row = 0; row < view.Data1().rowCount(); ++row) {
-            const int column = view.Data1().Recordset()->fieldIndex(u"Titel");
-            result.append(view.Data1().cell(row, column).toText());
-        }
-        return result;
-    }
-
-    test::TestLibrary library;
-    test::PlainGrid grid;
-    StillSearchBox search;
-    QuietPointer pointer;
-    QtMessageLoop loop;
-    QStringList tempoSearches;
-    ctl_MP3DB view{*library.engine,
-                   *library.settings,
-                   library.texts,
-                   library.clock,
-                   loop,
-                   library.bus,
-                   {grid, search, pointer},
-                   {{}, [this](const QString& cmd, const QString& fid) {
-                        tempoSearches.append(cmd + u' ' + fid);
-                    }}};
     BusSender others{library.bus, u"MLVDB"_s};
 };
 
@@ -90,7 +35,7 @@ TEST_F(Mp3dbMessagesTest, AfterDbDisconnectNothingIsReadUntilDbReconnect)
     EXPECT_EQ(view.Data1().Database(), nullptr);
     type(u"Brand"_s);
     view.Refresh();
-    view.FindTreeValue(u"Titel"_s, u"Titel"_s, u"Brandung"_s);
+    view.FindTreeValue({u"Titel"_s, u"Titel"_s, u"Brandung"_s}, true);
     view.headerClicked(grid.columnOf(u"Interpret"_s));
     EXPECT_EQ(view.Data1().Database(), nullptr);
     others.SendMessage(u"DB.Reconnect"_s);
@@ -137,21 +82,21 @@ TEST_F(Mp3dbMessagesTest, AClickInATreeShowsTheTracksOfThatValueAndTakesTheKeybo
 
 TEST_F(Mp3dbMessagesTest, AllFindComparesAllSearchColumnsAndCountsItsOwnRows)
 {
-    view.FindTreeValue(u"allfind"_s, {}, u"*LICHT*"_s);
+    view.FindTreeValue({u"allfind"_s, {}, u"*LICHT*"_s}, true);
     EXPECT_EQ(titles().size(), 3);
     EXPECT_EQ(view.matchCount(), 3);
-    view.FindTreeValue(u"allfind"_s, {}, u"LICHT*"_s);
+    view.FindTreeValue({u"allfind"_s, {}, u"LICHT*"_s}, true);
     EXPECT_EQ(titles(), (QStringList{u"Brandung"_s, u"Licht aus"_s, u"Lichtspiel"_s}));
-    view.FindTreeValue(u"allfind"_s, {}, u"LICHT"_s);
+    view.FindTreeValue({u"allfind"_s, {}, u"LICHT"_s}, true);
     EXPECT_EQ(titles(), QStringList());
-    view.FindTreeValue(u"allfind"_s, {}, u"it's ] here"_s);
+    view.FindTreeValue({u"allfind"_s, {}, u"it's ] here"_s}, true);
     EXPECT_EQ(titles(), QStringList());
 }
 
 TEST_F(Mp3dbMessagesTest, AnEmptyColumnLeavesTheRowsAsTheyWere)
 {
     type(u"Brand"_s);
-    view.FindTreeValue(u"TextSuche"_s, {}, u"x"_s);
+    view.FindTreeValue({u"TextSuche"_s, {}, u"x"_s}, true);
     EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
 }
 
@@ -194,7 +139,7 @@ TEST_F(Mp3dbMessagesTest, TheContextMenuAndTheMonitorAreAskedForWithTheCurrentTr
     grid.current = 0;
     const QString fid = view.GetFID();
     view.contextMenuWanted();
-    view.monitorPressed(u"play.center"_s);
+    view.toolPressed(u"play.center"_s);
     EXPECT_EQ(sent, (QStringList{u"show.context.menu.mp3db "_s + fid,
                                  u"player.monitor.play.center "_s + fid}));
 }
