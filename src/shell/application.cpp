@@ -87,8 +87,8 @@ MlvdbParts Application::windowParts()
 {
     // There is no playlist view yet, so it stands nowhere.
     const PlaylistPlace nowhere{[] { return 0; }, [] { return 0; }};
-    return {m_settings, m_texts,   m_paths,           m_files, m_loop,
-            m_bus,      m_data,    m_siblings,        m_suite, *m_message,
+    return {m_settings, m_texts,    m_paths,           m_files, m_loop,
+            m_bus,      m_data,     m_siblings,        m_suite, *m_message,
             m_monitor,  m_warnings, libraryCommands(), nowhere, dialogs()};
 }
 
@@ -109,10 +109,9 @@ WindowDialogs Application::dialogs()
 
 Mp3dbActions Application::libraryActions()
 {
-    return {[this] { m_mlvdb.importMusic(); },
-            [this](const QString& cmd, const QString& fid) {
-                m_mlvdb.startBeatGauge(cmd, fid, {});
-            }};
+    return {
+        [this] { m_mlvdb.importMusic(); },
+        [this](const QString& cmd, const QString& fid) { m_mlvdb.startBeatGauge(cmd, fid, {}); }};
 }
 
 bool Application::anotherCopyRuns()

@@ -56,10 +56,10 @@ void ContextMenu::open(const QString& fid, bool fromLibrary)
 {
     m_track = m_parts.data.GetAllDataByFid(fid);
     m_fromLibrary = fromLibrary;
-    m_parts.menus.showContextMenu(moreResultEntries(
-        m_track.Interpret, m_track.Titel,
-        {m_parts.texts.text(u"mnuMoreResult.index"_s),
-         m_parts.texts.text(u"mnuMoreResult.fulltext"_s)}));
+    m_parts.menus.showContextMenu(
+        moreResultEntries(m_track.Interpret, m_track.Titel,
+                          {m_parts.texts.text(u"mnuMoreResult.index"_s),
+                           m_parts.texts.text(u"mnuMoreResult.fulltext"_s)}));
 }
 
 void ContextMenu::clicked(const QString& tag)

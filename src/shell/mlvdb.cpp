@@ -40,10 +40,12 @@ MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
     , m_suiteHandler({m_parts.settings, m_parts.texts, m_parts.warnings, m_parts.loop, m_parts.data,
                       m_parts.monitor, m_docking, m_parts.suite, m_parts.library.reload,
                       [this] { mnuRefreshTree(); }},
-                     m_parts.bus, kWindowName)
+                     m_parts.bus,
+                     kWindowName)
     , m_contextMenu({m_parts.texts, m_parts.data, m_parts.siblings, m_parts.suite, m_parts.monitor,
                      controls.menus, m_statusText, m_parts.library.findAll},
-                    m_parts.bus, kWindowName)
+                    m_parts.bus,
+                    kWindowName)
     , m_timerRefreshPlayerData(
           m_parts.loop.makeTimer(kRefreshPlayerInterval, [this] { refreshPlayerData(); }))
 {}
@@ -104,9 +106,8 @@ void MLVDB::loadSkin()
 
 void MLVDB::startViews()
 {
-    m_messBus = m_parts.bus.subscribe([this](const MLVMessage& message) {
-        MessBus_Message(message);
-    });
+    m_messBus =
+        m_parts.bus.subscribe([this](const MLVMessage& message) { MessBus_Message(message); });
     m_parts.message.setMessageNumber([this](qint32 id, qint32 wParam, qint32 lParam) {
         m_suiteHandler.MessageNumber(id, wParam, lParam);
         return 0;
@@ -133,8 +134,8 @@ void MLVDB::buildPlugInMenu()
 
 void MLVDB::activateFirst()
 {
-    // The message loop stands still here: the window is not on the screen yet, and whoever closed it
-    // now would leave it half shown.
+    // The message loop stands still here: the window is not on the screen yet, and whoever closed
+    // it now would leave it half shown.
     if (m_parts.data.sideFilesWereStale()) {
         mnuRefreshTree();
     }

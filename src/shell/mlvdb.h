@@ -124,6 +124,7 @@ public:
     void menuClicked(const MenuRow& row);
     /// An entry of `mnuPlugIn`, by the name of its record.
     void plugInClicked(const QString& name);
+
     /// `popupDBGRID` of the grids.
     [[nodiscard]] ContextMenu& contextMenu() { return m_contextMenu; }
 

@@ -29,8 +29,9 @@ struct MoreResultEntry
 /// Then the title, then each word of both that is longer than two letters, once per list.
 ///
 /// \param headers what stands above the two lists of words
-[[nodiscard]] std::vector<MoreResultEntry> moreResultEntries(
-    const QString& artist, const QString& title, const std::array<QString, 2>& headers);
+[[nodiscard]] std::vector<MoreResultEntry> moreResultEntries(const QString& artist,
+                                                             const QString& title,
+                                                             const std::array<QString, 2>& headers);
 
 /// The text to search for when an entry is chosen. A whole artist or title is searched as it is, a
 /// word (its caption begins with "&") at the beginning of the texts or, with the tag "*", anywhere.

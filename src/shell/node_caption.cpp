@@ -8,8 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 
 QString nodeCaption(const QString& value, const QString& field)
 {
-    static constexpr QStringView kNodes =
-        u",interpret,titel,album,genre,statistik,playlist,path,";
+    static constexpr QStringView kNodes = u",interpret,titel,album,genre,statistik,playlist,path,";
     if (lowerCase(value) == upperCase(value) || value.contains(u'*')) {
         return {};
     }

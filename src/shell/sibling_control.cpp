@@ -27,9 +27,7 @@ bool SiblingControl::start(const QString& command, Style style)
     return m_processes.start(path::join(m_paths.programFolder(), command), style);
 }
 
-bool SiblingControl::startIfInstalled(const QString& program,
-                                      const QString& arguments,
-                                      Style style)
+bool SiblingControl::startIfInstalled(const QString& program, const QString& arguments, Style style)
 {
     return isInstalled(program) && start(program + u".exe"_s + arguments, style);
 }

@@ -16,8 +16,8 @@ using namespace Qt::Literals::StringLiterals;
 SuiteHandler::SuiteHandler(SuiteHandlerParts parts, MLVMessageBus& bus, const QString& windowName)
     : m_parts(std::move(parts))
     , m_bus(bus, windowName)
-    , m_resultTimer(m_parts.loop.makeTimer(std::chrono::milliseconds::zero(),
-                                           [this] { showJobsResult(); }))
+    , m_resultTimer(
+          m_parts.loop.makeTimer(std::chrono::milliseconds::zero(), [this] { showJobsResult(); }))
 {}
 
 SuiteHandler::~SuiteHandler() = default;

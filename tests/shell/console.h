@@ -27,7 +27,8 @@ public:
     {
         window.attach(mlvdb, library.texts);
         window.library().attach(view, library.texts);
-        QObject::connect(&window, &MlvdbWindow::firstShown, &view, [this] { mlvdb.activateFirst(); });
+        QObject::connect(&window, &MlvdbWindow::firstShown, &view,
+                         [this] { mlvdb.activateFirst(); });
         QObject::connect(&window, &MlvdbWindow::closing, &view, [this] { mlvdb.unload(); });
         mlvdb.load();
     }
@@ -65,45 +66,38 @@ public:
     std::unique_ptr<KSMessage> message = messages.makeControl();
     SuiteMessages suite{*library.settings, *library.engine, messages, *message};
     SiblingControl siblings{library.folders.paths(), library.folders.files(), processes};
-    LibraryData data{*library.engine,
-                     *library.settings,
-                     library.folders.paths(),
-                     library.folders.files(),
-                     library.clock,
-                     {}};
+    LibraryData data{*library.engine,         *library.settings, library.folders.paths(),
+                     library.folders.files(), library.clock,     {}};
     MlvdbWindow window{skin, icons};
-    MLVDB mlvdb{{*library.settings,
-                 library.texts,
-                 library.folders.paths(),
-                 library.folders.files(),
-                 loop,
-                 library.bus,
-                 data,
-                 siblings,
-                 suite,
-                 *message,
-                 monitor,
-                 warnings,
-                 {[this] { view.start(); }, [this] { view.Refresh(); },
-                  [this] { view.DB_ALL_DEL(); }, [this] { view.DB_ALL_NOEXIST(); },
-                  [this] { view.end(); },
-                  [this](const QString& text) {
-                      view.FindTreeValue(QStringLiteral("allfind"), {}, text);
-                  }},
-                 {[] { return 0; }, [] { return 0; }},
-                 {[] {}, [] {}}},
-                window.controls()};
-    ctl_MP3DB view{*library.engine,
-                   *library.settings,
-                   library.texts,
-                   library.clock,
-                   loop,
-                   library.bus,
-                   window.library().controls(),
-                   {[this] { mlvdb.importMusic(); },
-                    [this](const QString& cmd, const QString& fid) {
-                        mlvdb.startBeatGauge(cmd, fid, {});
-                    }}};
+    MLVDB mlvdb{
+        {*library.settings,
+         library.texts,
+         library.folders.paths(),
+         library.folders.files(),
+         loop,
+         library.bus,
+         data,
+         siblings,
+         suite,
+         *message,
+         monitor,
+         warnings,
+         {[this] { view.start(); }, [this] { view.Refresh(); }, [this] { view.DB_ALL_DEL(); },
+          [this] { view.DB_ALL_NOEXIST(); }, [this] { view.end(); },
+          [this](const QString& text) { view.FindTreeValue(QStringLiteral("allfind"), {}, text); }},
+         {[] { return 0; }, [] { return 0; }},
+         {[] {}, [] {}}},
+        window.controls()};
+    ctl_MP3DB view{
+        *library.engine,
+        *library.settings,
+        library.texts,
+        library.clock,
+        loop,
+        library.bus,
+        window.library().controls(),
+        {[this] { mlvdb.importMusic(); },
+         [this](const QString& cmd, const QString& fid) { mlvdb.startBeatGauge(cmd, fid, {}); }}};
 };
 
 } // namespace melovane::test
