@@ -134,8 +134,8 @@ void MLVDB::buildPlugInMenu()
 
 void MLVDB::activateFirst()
 {
-    // The message loop stands still here: the window is not on the screen yet, and whoever closed it
-    // now would leave it half shown.
+    // The message loop stands still here: the window is not on the screen yet, and whoever closed
+    // it now would leave it half shown.
     if (m_parts.data.sideFilesWereStale()) {
         mnuRefreshTree();
     }

@@ -154,7 +154,7 @@ TEST_F(Mp3dbActionsTest, SetAllBookmarksSelectsAllRowsAndGivesTheirIds)
     EXPECT_EQ(grid.selected, (std::vector<RowRange>{{0, 2}}));
     others.SendMessage(u"All.DB.Append.Aktuell"_s);
     EXPECT_TRUE(
-        sent.last().startsWith(u"playlist.all.db.append.aktuell.data DRAG_TYP_FID_MP3DB:"_s));
+        sent.first().startsWith(u"playlist.all.db.append.aktuell.data DRAG_TYP_FID_MP3DB:"_s));
 }
 
 TEST_F(Mp3dbActionsTest, ADragCarriesTheIdsAndTheFiles)

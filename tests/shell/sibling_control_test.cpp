@@ -91,9 +91,9 @@ TEST_F(SiblingControlTest, APlidOf0OrNoneAddsNoArgument)
     siblings.StartBeatGauge(u"auto"_s, u" 1 "_s, u"0"_s);
     siblings.StartBeatGauge(u"auto"_s, u"2"_s, {});
     siblings.StartBeatGauge(u" auto "_s, u"3"_s, u" 77 "_s);
-    EXPECT_EQ(commands(), (QStringList{u"beatgauge.exe fid=1 cmd=auto"_s,
-                                       u"beatgauge.exe fid=2 cmd=auto"_s,
-                                       u"beatgauge.exe fid=3 cmd=auto plid=77"_s}));
+    EXPECT_EQ(commands(),
+              (QStringList{u"beatgauge.exe fid=1 cmd=auto"_s, u"beatgauge.exe fid=2 cmd=auto"_s,
+                           u"beatgauge.exe fid=3 cmd=auto plid=77"_s}));
 }
 
 TEST_F(SiblingControlTest, TheHelpIsOpenedWhereItIsInstalled)

@@ -40,8 +40,8 @@ TEST_F(SuiteHandlerTest, AnotherSoundCardReopensTheMonitor)
 TEST_F(SuiteHandlerTest, TheDatabaseIsLetGoBeforeTheAskerIsAnswered)
 {
     changeElsewhere(1235);
-    EXPECT_EQ(after(1037, 0, 99), (QStringList{u"bus db.disconnect"_s, u"release"_s,
-                                               u"send 1037 0 2 to 99"_s}));
+    EXPECT_EQ(after(1037, 0, 99),
+              (QStringList{u"bus db.disconnect"_s, u"release"_s, u"send 1037 0 2 to 99"_s}));
     EXPECT_EQ(settings->DefaultVolume(), 1235);
     EXPECT_EQ(after(1038), (QStringList{u"open"_s, u"bus db.reconnect"_s}));
 }
@@ -50,8 +50,7 @@ TEST_F(SuiteHandlerTest, ChangedSettingsAreReadBeforeTheViewsHearOfThem)
 {
     changeElsewhere(1236);
     int seen = 0;
-    const auto view =
-        bus.subscribe([&](const MLVMessage&) { seen = settings->DefaultVolume(); });
+    const auto view = bus.subscribe([&](const MLVMessage&) { seen = settings->DefaultVolume(); });
     EXPECT_EQ(after(1039), QStringList{u"bus change.config"_s});
     EXPECT_EQ(seen, 1236);
 }
@@ -67,8 +66,8 @@ TEST_F(SuiteHandlerTest, PlaylistMessagesGoToTheViewsWithTheirNumbers)
 
 TEST_F(SuiteHandlerTest, AnImportChecksTheSideFilesBetweenTheViews)
 {
-    EXPECT_EQ(after(1048), (QStringList{u"idle"_s, u"bus db.change"_s, u"side files"_s,
-                                        u"bus refresh.all"_s}));
+    EXPECT_EQ(after(1048),
+              (QStringList{u"idle"_s, u"bus db.change"_s, u"side files"_s, u"bus refresh.all"_s}));
     EXPECT_EQ(processes.commands, QStringList());
     data.stale = true;
     after(1048);
@@ -89,8 +88,8 @@ TEST_F(SuiteHandlerTest, TheLibraryIsReloadedAndTheMonitorObeys)
     EXPECT_EQ(after(1050), QStringList{u"library reload"_s});
     EXPECT_EQ(after(1078), QStringList{u"monitor stop"_s});
     EXPECT_EQ(after(1074, 0, 5000), QStringList{u"monitor volume 5000"_s});
-    EXPECT_EQ(after(1074, 210, 5000), (QStringList{u"monitor volume 5000"_s,
-                                                   u"bus Volume.Monitor.Change.Icon 5000"_s}));
+    EXPECT_EQ(after(1074, 210, 5000),
+              (QStringList{u"monitor volume 5000"_s, u"bus Volume.Monitor.Change.Icon 5000"_s}));
 }
 
 TEST_F(SuiteHandlerTest, TheResultOfTheJobsIsShownWhenTheirMessageHasBeenAnswered)
@@ -126,15 +125,13 @@ TEST_F(SuiteHandlerTest, AClickOnAnArtistOrATitleElsewhereIsAClickInTheTree)
 {
     EXPECT_EQ(afterText(3075, 11011, u"Ostwind"_s),
               QStringList{u"bus tree.click.row Ostwind Interpret"_s});
-    EXPECT_EQ(afterText(3075, 11012, u"Hafen"_s),
-              QStringList{u"bus tree.click.row Hafen Titel"_s});
+    EXPECT_EQ(afterText(3075, 11012, u"Hafen"_s), QStringList{u"bus tree.click.row Hafen Titel"_s});
     EXPECT_EQ(afterText(3075, 11013, u"Hafen"_s), QStringList());
 }
 
 TEST_F(SuiteHandlerTest, ImagesAndTempoRequestsGoToTheViews)
 {
-    EXPECT_EQ(afterText(3077, 0, u"a.jpg"_s),
-              QStringList{u"bus sleeveviewer.click.image a.jpg"_s});
+    EXPECT_EQ(afterText(3077, 0, u"a.jpg"_s), QStringList{u"bus sleeveviewer.click.image a.jpg"_s});
     EXPECT_EQ(afterText(3078, 5, u"fid"_s), QStringList{u"bus bpm.find.fid 5 fid"_s});
     EXPECT_EQ(afterText(3076, 5, u"fid"_s), QStringList());
 }

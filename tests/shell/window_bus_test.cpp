@@ -81,8 +81,7 @@ TEST_F(WindowBusTest, TheCoverViewerAndTheTempoFinderAreStarted)
     EXPECT_EQ(processes.commands, (QStringList{command(u"SleeveViewer.exe /covers/a.jpg"_s),
                                                command(u"beatgauge.exe cmd=auto fid=1"_s),
                                                command(u"beatgauge.exe cmd=manuell fid=1"_s)}));
-    EXPECT_EQ(processes.styles,
-              (std::vector{Style::Normal, Style::Minimised, Style::Minimised}));
+    EXPECT_EQ(processes.styles, (std::vector{Style::Normal, Style::Minimised, Style::Minimised}));
 }
 
 TEST_F(WindowBusTest, TheTagEditorIsStartedWhereItIsInstalled)

@@ -36,8 +36,8 @@ public:
 
     qint32 Send(qint32 id, qint32 wParam, qint32 lParam) override
     {
-        m_log.append(QStringLiteral("send %1 %2 %3 to %4").arg(id).arg(wParam).arg(lParam).arg(
-            m_target));
+        m_log.append(
+            QStringLiteral("send %1 %2 %3 to %4").arg(id).arg(wParam).arg(lParam).arg(m_target));
         return 0;
     }
 
@@ -210,7 +210,7 @@ struct WindowFixture : public testing::Test
         });
     }
 
-    /// Fires what stands in `log` and empties it.
+    /// What stands in `log`, which is empty afterwards.
     QStringList taken()
     {
         QStringList result;

@@ -24,14 +24,33 @@ TEST_F(WindowMenuTest, EveryEntryHasItsTextAndThoseOfLaterSayWhyTheyAreGrey)
         EXPECT_FALSE(menus.captions.value(name).isEmpty()) << name.toStdString();
         EXPECT_EQ(menus.toolTips.value(name).isEmpty(), !row.isLater()) << name.toStdString();
     }
-    for (const QString& name :
-         {u"mnuConfig"_s, u"mnuImpMP3_0"_s, u"mnuImpMP3_1"_s, u"mnuImpMP3_2"_s,
-          u"mnuDatenbereinigung"_s, u"mnuImpPlaylistBas"_s, u"mnuExpPlaylistBas"_s,
-          u"mnuAktivePlaylist"_s, u"mnuAktivePlaystFiles"_s, u"mnuExitJobs"_s, u"mnuExit"_s,
-          u"mnuDelSuchlist"_s, u"mnuDelDayCount"_s, u"mnuViewDel"_s, u"mnuNoExist"_s,
-          u"mnuNoExistSuchen"_s, u"mnuNoExistAnzeigen"_s, u"mnuToDatei"_s, u"mnuRefreshTree"_s,
-          u"mnuTopPlugin"_s, u"mnuPlaylist"_s, u"mnuDatenbank"_s, u"mnuRepairGridLayout"_s,
-          u"mnuFont"_s, u"mnuAutosizeGrid"_s, u"mnuInternet_0"_s, u"mnuUeber"_s}) {
+    for (const QString& name : {u"mnuConfig"_s,
+                                u"mnuImpMP3_0"_s,
+                                u"mnuImpMP3_1"_s,
+                                u"mnuImpMP3_2"_s,
+                                u"mnuDatenbereinigung"_s,
+                                u"mnuImpPlaylistBas"_s,
+                                u"mnuExpPlaylistBas"_s,
+                                u"mnuAktivePlaylist"_s,
+                                u"mnuAktivePlaystFiles"_s,
+                                u"mnuExitJobs"_s,
+                                u"mnuExit"_s,
+                                u"mnuDelSuchlist"_s,
+                                u"mnuDelDayCount"_s,
+                                u"mnuViewDel"_s,
+                                u"mnuNoExist"_s,
+                                u"mnuNoExistSuchen"_s,
+                                u"mnuNoExistAnzeigen"_s,
+                                u"mnuToDatei"_s,
+                                u"mnuRefreshTree"_s,
+                                u"mnuTopPlugin"_s,
+                                u"mnuPlaylist"_s,
+                                u"mnuDatenbank"_s,
+                                u"mnuRepairGridLayout"_s,
+                                u"mnuFont"_s,
+                                u"mnuAutosizeGrid"_s,
+                                u"mnuInternet_0"_s,
+                                u"mnuUeber"_s}) {
         EXPECT_TRUE(names.contains(name)) << name.toStdString();
     }
     EXPECT_EQ(menus.captions.value(u"mnuDatei"_s), u"Datei"_s);
@@ -93,8 +112,8 @@ TEST_F(WindowMenuTest, TheLibraryShowsWhatItIsAskedFor)
     click(u"mnuViewDel"_s);
     click(u"mnuNoExistAnzeigen"_s);
     click(u"mnuDelDayCount"_s);
-    EXPECT_EQ(taken(), (QStringList{u"library deleted"_s, u"library missing"_s,
-                                    u"library reload"_s}));
+    EXPECT_EQ(taken(),
+              (QStringList{u"library deleted"_s, u"library missing"_s, u"library reload"_s}));
 }
 
 TEST_F(WindowMenuTest, RepairingTheLayoutsOnlyLeavesAWordForTheNextStart)

@@ -84,11 +84,11 @@ TEST_F(MlvdbTest, TheSideFilesAreCheckedBeforeTheTracksAreCounted)
 TEST_F(MlvdbTest, TheLoadRunsInItsOrder)
 {
     mlvdb.load();
-    EXPECT_EQ(log, (QStringList{u"open"_s, u"monitor reopen"_s, u"library start"_s,
-                                u"bus create.toolbars "_s, u"bus refresh.all start"_s,
-                                u"bus load.layout.mp3db gridlayout_db.grx"_s,
-                                u"bus load.layout.playlist gridlayout_dbpl.grx"_s,
-                                u"bus update.color"_s}));
+    EXPECT_EQ(
+        log,
+        (QStringList{u"open"_s, u"monitor reopen"_s, u"library start"_s, u"bus create.toolbars "_s,
+                     u"bus refresh.all start"_s, u"bus load.layout.mp3db gridlayout_db.grx"_s,
+                     u"bus load.layout.playlist gridlayout_dbpl.grx"_s, u"bus update.color"_s}));
     EXPECT_TRUE(control.number);
     EXPECT_TRUE(control.text);
 }
@@ -103,7 +103,8 @@ TEST_F(MlvdbTest, TheHandlesArePublishedAtTheLoadAndOneIsRemovedAtTheEnd)
               control.handle());
     mlvdb.unload();
     EXPECT_EQ(folders.makeSettings()->MessageHandleDB(), 0);
-    EXPECT_FALSE(folders.folder().read(folders.configFile(u"melovane.ini"_s)).contains("Handle.DB="));
+    EXPECT_FALSE(
+        folders.folder().read(folders.configFile(u"melovane.ini"_s)).contains("Handle.DB="));
 }
 
 TEST_F(MlvdbTest, SplitsAreKeptAfterTheStateOfTheLibrary)

@@ -16,8 +16,8 @@ struct WindowSuiteTest : public testing::Test
 {
     WindowSuiteTest()
     {
-        library.add({{u"Lichtspiel"_s, u"Ostwind"_s, {}, {}, 0},
-                     {u"Brandung"_s, u"Trio"_s, {}, {}, 0}});
+        library.add(
+            {{u"Lichtspiel"_s, u"Ostwind"_s, {}, {}, 0}, {u"Brandung"_s, u"Trio"_s, {}, {}, 0}});
         console.window.show();
     }
 
@@ -29,8 +29,8 @@ struct WindowSuiteTest : public testing::Test
                       QStringList{library.folders.environment().runtimeFolder(),
                                   QString::number(console.message->handle())} +
                           errand);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; },
-                                    10'000));
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 10'000));
         return process.exitCode();
     }
 
@@ -39,8 +39,7 @@ struct WindowSuiteTest : public testing::Test
         QStringList result;
         const QAbstractItemModel* model = console.grid().model();
         for (int row = 0; row < model->rowCount(); ++row) {
-            result.append(
-                model->index(row, console.grid().columnOf(u"Titel"_s)).data().toString());
+            result.append(model->index(row, console.grid().columnOf(u"Titel"_s)).data().toString());
         }
         return result;
     }
@@ -101,8 +100,8 @@ TEST_F(WindowSuiteTest, NumbersThatTheWindowDoesNotKnowLeaveItAlone)
 {
     const QRect before = console.window.geometry();
     console.log.clear();
-    ASSERT_EQ(run({u"number"_s, u"1080"_s, u"100"_s, u"1"_s, u"1035"_s, u"100"_s, u"1"_s,
-                   u"1056"_s, u"150"_s, u"1"_s, u"2147483647"_s, u"-1"_s, u"-1"_s}),
+    ASSERT_EQ(run({u"number"_s, u"1080"_s, u"100"_s, u"1"_s, u"1035"_s, u"100"_s, u"1"_s, u"1056"_s,
+                   u"150"_s, u"1"_s, u"2147483647"_s, u"-1"_s, u"-1"_s}),
               0);
     EXPECT_EQ(console.log, QStringList());
     EXPECT_EQ(console.window.geometry(), before);

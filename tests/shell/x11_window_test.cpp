@@ -153,15 +153,40 @@ TEST_F(RealDisplay, AfterAKillTheNextStartIsTheOnlyCopy)
 
 TEST_F(RealDisplay, ATitleStandsOnTheScreenAsItIsWithoutTheProgramsName)
 {
-    // Without a database beside it the program says so, under the title of all warnings.
+    // Without a database beside it the program says so, in a dialog of its own.
     StartedConsole console({u"MelovaneDB"_s});
     const auto process = console.start();
     EXPECT_TRUE(QTest::qWaitFor(
         [] {
-            return runBeside(u"xdotool"_s, {u"search"_s, u"--name"_s, u"^Achtung !$"_s});
+            return runBeside(u"xdotool"_s,
+                             {u"search"_s, u"--name"_s, uR"(^Melovane 3\.4 build\(150\)$)"_s});
         },
         20'000));
     killAndWait(*process);
+}
+
+TEST_F(RealDisplay, TheDockedWindowComesOutOfTheTaskBarAndFillsTheLowerHalfWithItsFrame)
+{
+    test::TestLibrary library;
+    library.add({{u"Brandung"_s, u"Trio"_s, {}, {}, 0}});
+    test::Console console(library);
+    console.window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, 10'000));
+    console.window.setGeometry(60, 80, 640, 400);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return console.window.geometry().top() == 80; }));
+    console.window.showMinimized();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return console.window.isMinimized(); }));
+    console.message->setTarget(console.message->handle());
+    console.message->Send(1049, 0, 0);
+    const QRect area = console.window.screenArea();
+    const QRect half = area.adjusted(0, area.height() / 2, 0, 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return !console.window.isMinimized() && console.window.frameGeometry() == half;
+    })) << console.window.frameGeometry().top()
+        << ' ' << console.window.frameGeometry().height();
+    console.message->Send(1051, 0, 0);
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return console.window.geometry() == QRect(60, 80, 640, 400); }));
 }
 
 } // namespace

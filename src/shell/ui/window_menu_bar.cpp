@@ -113,9 +113,8 @@ void WindowMenuBar::buildContextMenu()
             entry = m_moreResult->menuAction();
         } else {
             entry = m_context->addAction(QString());
-            connect(entry, &QAction::triggered, this, [this, tag = row.tag.toString()] {
-                m_logic->contextMenu().clicked(tag);
-            });
+            connect(entry, &QAction::triggered, this,
+                    [this, tag = row.tag.toString()] { m_logic->contextMenu().clicked(tag); });
         }
         entry->setIcon(m_icons.icon(row.icon.toString()));
         entry->setObjectName(u"mnuPOPDBGRID_%1"_s.arg(row.index));
