@@ -19,7 +19,7 @@ std::shared_ptr<SessionLease> SessionPool::open(const QString& path)
 {
     std::unique_ptr<Session> session = takeWaiting(path);
     if (!session) {
-        session = std::make_unique<Session>(path, m_options);
+        session = std::make_unique<Session>(path, m_options, indexOf(path));
     }
     auto lease = std::make_shared<SessionLease>(
         std::move(session), [pool = weak_from_this()](std::unique_ptr<Session> returned) {
@@ -59,8 +59,22 @@ void SessionPool::giveBack(std::unique_ptr<Session> session)
     });
 }
 
+std::shared_ptr<ColumnIndex> SessionPool::indexOf(const QString& path)
+{
+    const std::optional<FileId> id = fileId(path);
+    if (!m_figures || !id) {
+        return nullptr;
+    }
+    FileIndex& known = m_indexes[path];
+    if (!known.index || known.id != *id) {
+        known = {*id, std::make_shared<ColumnIndex>(m_figures)};
+    }
+    return known.index;
+}
+
 void SessionPool::release(const QString& path)
 {
+    m_indexes.remove(path);
     m_waiting.remove_if([&](const auto& waiting) {
         return waiting->connection().path() == path || waiting->attachments().holds(path);
     });
