@@ -18,7 +18,7 @@ struct EngineOptions
     std::chrono::milliseconds busyTimeout{3000};
     /// Searches of the library are answered from memory: for a program whose user searches. The
     /// figures are counted up; null leaves every statement to SQLite.
-    std::shared_ptr<IndexFigures> searchIndex;
+    std::shared_ptr<IndexFigures> searchIndex = nullptr;
 };
 
 /// The database engine of the suite over SQLite. `clock` gives `now`; it outlives the engine.
