@@ -1,6 +1,7 @@
 #include "platform/sqlite/index_texts.h"
 
 #include "platform/db/latin_text.h"
+#include "platform/sqlite/index_scan.h"
 
 #include <algorithm>
 #include <array>
@@ -59,6 +60,29 @@ void appendUnits(std::vector<char>& bytes, QStringView units)
     }
 }
 
+/// The sort key of a folded text: the way of textcompare::sortKey(), without its copies for most
+/// letters of the west.
+void appendKey(std::vector<char>& keys, std::string_view text)
+{
+    constexpr std::size_t kRoom = 512;
+    std::array<char16_t, kRoom> units{};
+    const auto count =
+        text.size() < kRoom
+            ? textcompare::latin::foldUtf8(text.data(), qsizetype(text.size()), units.data(), kRoom)
+            : std::nullopt;
+    if (!count) {
+        appendUnits(keys, textcompare::sortKey(decodedOf(text)));
+        return;
+    }
+    const QStringView folded(units.data(), *count);
+    for (const QChar unit : folded) {
+        const auto& letter = textcompare::latin::letters()[unit.unicode()];
+        appendUnits(keys, QStringView(letter.base.data(), letter.baseCount));
+    }
+    keys.push_back('\0');
+    appendUnits(keys, folded);
+}
+
 quint32 hashOf(std::string_view text)
 {
     quint64 hash = 0x9E3779B97F4A7C15ULL ^ text.size();
@@ -73,6 +97,27 @@ quint32 hashOf(std::string_view text)
     std::memcpy(&rest, text.data(), text.size());
     hash = (hash ^ rest) * 0xFF51AFD7ED558CCDULL;
     return quint32(hash ^ (hash >> 32));
+}
+
+/// Letters that have a bit of their own in the signs of a text.
+bool isSign(QChar letter)
+{
+    return letter >= u'a' && letter <= u'z';
+}
+
+quint32 bitOf(unsigned letter)
+{
+    return letter - 'a';
+}
+
+quint32 signsOf(std::string_view text)
+{
+    quint32 signs = 0;
+    for (const char letter : text) {
+        const auto bit = bitOf(static_cast<unsigned char>(letter));
+        signs |= bit < 26 ? 1U << bit : 0U;
+    }
+    return signs;
 }
 
 /// A text to be sorted: the first bytes of its key, for most comparisons enough.
@@ -155,6 +200,18 @@ void IndexTexts::addBeginning(const QString& folded, NumberRanges& result, const
     }
 }
 
+NumberRanges IndexTexts::holdingLetter(quint32 bit) const
+{
+    NumberRanges result;
+    const quint32 bits = 1U << bit;
+    for (quint32 number = 0; number < count(); ++number) {
+        if ((m_signs[number] & bits) != 0) {
+            result.add(number);
+        }
+    }
+    return result;
+}
+
 template <typename Test>
 void IndexTexts::addHolding(const QString& folded, NumberRanges& result, const Test& test) const
 {
@@ -163,8 +220,7 @@ void IndexTexts::addHolding(const QString& folded, NumberRanges& result, const T
     const char* at = m_letters.begin();
     quint32 number = 0;
     while (number < count()) {
-        at = static_cast<const char*>(
-            memmem(at, std::size_t(m_letters.end() - at), bytes.constData(), size));
+        at = findPiece(at, m_letters.end(), viewOf(bytes));
         if (at == nullptr) {
             return;
         }
@@ -200,6 +256,9 @@ NumberRanges IndexTexts::matching(const textcompare::LikePattern& pattern) const
         result.add(0, count());
     } else if (outline.kind == Kind::Begin) {
         addBeginning(outline.begin, result, always);
+    } else if (outline.kind == Kind::Inside && outline.inside.size() == 1 &&
+               isSign(outline.inside[0])) {
+        return holdingLetter(bitOf(outline.inside[0].unicode()));
     } else if (outline.kind == Kind::Inside) {
         addHolding(outline.inside, result, always);
     } else if (!outline.begin.isEmpty()) {
@@ -230,6 +289,16 @@ std::string_view IndexTextsBuilder::text(quint32 number) const
 std::string_view IndexTextsBuilder::fold(std::string_view utf8)
 {
     constexpr std::size_t kRoom = 512;
+    m_folded.resize(utf8.size());
+    bool plain = true;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const char letter = utf8[i];
+        plain = plain && static_cast<unsigned char>(letter) < 0x80;
+        m_folded[i] = letter >= 'A' && letter <= 'Z' ? char(letter + ('a' - 'A')) : letter;
+    }
+    if (plain) {
+        return {m_folded.data(), m_folded.size()};
+    }
     m_folded.clear();
     std::array<char16_t, kRoom> units{};
     const auto size = qsizetype(utf8.size());
@@ -296,7 +365,7 @@ IndexTextsBuilder::Sorted IndexTextsBuilder::sort()
     std::vector<std::size_t> keyEnds(count);
     for (quint32 number = 0; number < count; ++number) {
         if (!isPlain(text(number))) {
-            appendUnits(keys, textcompare::sortKey(decodedOf(text(number))));
+            appendKey(keys, text(number));
         }
         keyEnds[number] = keys.size();
     }
@@ -319,15 +388,19 @@ IndexTextsBuilder::Sorted IndexTextsBuilder::sort()
     letters.reserve(m_letters.size());
     std::vector<quint32> ends;
     ends.reserve(count);
+    std::vector<quint32> signs;
+    signs.reserve(count);
     for (const Sortable& next : order) {
         const std::string_view folded = text(next.number);
         result.places[next.number] = quint32(ends.size());
         letters.insert(letters.end(), folded.begin(), folded.end());
         ends.push_back(quint32(letters.size()));
+        signs.push_back(signsOf(folded));
     }
     m_letters = {};
     m_ends = {};
-    result.texts = IndexTexts(IndexArray(std::move(letters)), IndexArray(std::move(ends)));
+    result.texts = IndexTexts(IndexArray(std::move(letters)), IndexArray(std::move(ends)),
+                              IndexArray(std::move(signs)));
     return result;
 }
 

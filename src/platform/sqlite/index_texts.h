@@ -33,9 +33,11 @@ public:
     IndexTexts() = default;
 
     /// \param ends for each text the place behind its last byte
-    IndexTexts(IndexArray<char> letters, IndexArray<quint32> ends)
+    /// \param signs for each text which of the letters a to z it holds, a bit each
+    IndexTexts(IndexArray<char> letters, IndexArray<quint32> ends, IndexArray<quint32> signs)
         : m_letters(std::move(letters))
         , m_ends(std::move(ends))
+        , m_signs(std::move(signs))
     {}
 
     [[nodiscard]] quint32 count() const { return quint32(m_ends.size()); }
@@ -56,7 +58,7 @@ public:
 
     [[nodiscard]] qint64 bytes() const
     {
-        return qint64(m_letters.size() + m_ends.size() * sizeof(quint32));
+        return qint64(m_letters.size() + (m_ends.size() + m_signs.size()) * sizeof(quint32));
     }
 
 private:
@@ -65,6 +67,7 @@ private:
         return number == 0 ? 0 : m_ends[number - 1];
     }
 
+    [[nodiscard]] NumberRanges holdingLetter(quint32 bit) const;
     template <typename Test>
     void addBeginning(const QString& folded, NumberRanges& result, const Test& test) const;
     template <typename Test>
@@ -72,6 +75,7 @@ private:
 
     IndexArray<char> m_letters;
     IndexArray<quint32> m_ends;
+    IndexArray<quint32> m_signs;
 };
 
 /// Collects the texts of a column and numbers the distinct ones.
