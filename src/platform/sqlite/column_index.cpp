@@ -12,7 +12,11 @@ using namespace Qt::Literals::StringLiterals;
 
 /// Rows that may differ from the load; with more of them searches get slow, and the table is read
 /// anew.
-constexpr std::size_t kMostChanged = 4096;
+constexpr qint64 kMostChanged = 4096;
+
+/// How long a search waits for the table before it turns to SQLite; the rest is loaded in slices.
+constexpr std::chrono::milliseconds kPatience{60};
+constexpr std::chrono::milliseconds kNoLimit = std::chrono::hours(1);
 
 /// Read with the first search, whatever it asks for: what a library is searched and sorted by.
 const QString kFirstColumns[] = {u"Titel"_s, u"Interpret"_s, u"Album"_s, u"Kommentar"_s,
@@ -89,39 +93,32 @@ bool ColumnIndex::isReady(Session& session, const SearchStatement& statement)
 void ColumnIndex::follow(Session& session, const SearchStatement& statement)
 {
     Connection& connection = session.connection();
-    IndexLog log(connection);
-    if (!m_table && !log.ensure()) {
-        return;
+    if (!m_table && !m_load) {
+        startLoad(session, statement);
     }
     // Asked before the read begins: what is written in between is looked for once more.
     const IndexMark mark = markOf(session);
-    {
-        const ReadScope scope(connection);
-        const qint64 schema = connection.number(u"PRAGMA main.schema_version"_s);
-        if (m_table && (schema != m_schema || !takeChanges(session))) {
-            m_table.reset();
-            if (!log.isThere()) {
-                return;
-            }
-        }
-        if (!m_table) {
-            m_schema = schema;
-            m_position = log.end();
-            load(session, statement);
-        }
-        addColumns(session, m_table->missing(statement));
-        m_figures->bytes = m_table->bytes();
+    const ReadScope scope(connection);
+    if (m_table && !takeChanges(session)) {
+        m_table.reset();
     }
-    session.setIndexMark(mark);
+    if (m_table) {
+        addMissing(session, statement);
+        m_figures->bytes = m_table->bytes();
+        session.setIndexMark(mark);
+    }
 }
 
 /// False when the table has to be read anew.
 bool ColumnIndex::takeChanges(Session& session)
 {
+    if (session.connection().number(u"PRAGMA main.schema_version"_s) != m_schema) {
+        return false;
+    }
     IndexLog log(session.connection());
     const IndexLog::Position end = log.end();
-    const auto changed = log.changedSince(m_position, qint64(kMostChanged));
-    if (!changed || m_table->changedRows().size() + changed->size() > kMostChanged) {
+    const auto changed = log.changedSince(m_position, kMostChanged);
+    if (!changed || m_table->changedCount() + qint64(changed->size()) > kMostChanged) {
         return false;
     }
     readRows(session, *changed);
@@ -131,9 +128,8 @@ bool ColumnIndex::takeChanges(Session& session)
 
 void ColumnIndex::readRows(Session& session, const std::vector<qint64>& keys)
 {
-    IndexReader reader(session.connection());
     for (const qint64 key : keys) {
-        if (auto cells = reader.row(m_fields, key)) {
+        if (auto cells = readRow(session.connection(), m_fields, key)) {
             m_table->setRow(key, *std::move(cells));
         } else {
             m_table->removeRow(key);
@@ -141,22 +137,69 @@ void ColumnIndex::readRows(Session& session, const std::vector<qint64>& keys)
     }
 }
 
-void ColumnIndex::load(Session& session, const SearchStatement& statement)
+void ColumnIndex::startLoad(Session& session, const SearchStatement& statement)
 {
+    Connection& connection = session.connection();
+    IndexLog log(connection);
+    if (!log.ensure()) {
+        return;
+    }
+    log.trim();
     QStringList names(std::begin(kFirstColumns), std::end(kFirstColumns));
     names += IndexTable({}).missing(statement);
-    m_fields = fieldsOf(session, names);
-    m_table = IndexReader(session.connection()).table(m_fields);
-    ++m_figures->loads;
+    for (const IndexField& field : m_fields) {
+        names.append(field.name);
+    }
+    {
+        const ReadScope scope(connection);
+        m_load.emplace(Load{IndexLoader(fieldsOf(session, names)), log.end(),
+                            connection.number(u"PRAGMA main.schema_version"_s)});
+    }
+    // A small library is there at once.
+    loadFor(session, m_startSlices ? kPatience : kNoLimit);
+    if (m_load) {
+        m_startSlices(weak_from_this());
+    }
 }
 
-void ColumnIndex::addColumns(Session& session, const QStringList& names)
+void ColumnIndex::loadFor(Session& session, std::chrono::milliseconds time)
 {
+    using Clock = std::chrono::steady_clock;
+    const auto begin = Clock::now();
+    while (loadSlice(session) && Clock::now() - begin < time) {
+    }
+}
+
+bool ColumnIndex::loadSlice(Session& session)
+{
+    if (!m_load) {
+        return false;
+    }
+    Connection& connection = session.connection();
+    if (connection.number(u"PRAGMA main.schema_version"_s) != m_load->schema) {
+        m_load.reset();
+        return false;
+    }
+    if (m_load->loader.step(connection)) {
+        return true;
+    }
+    m_table = m_load->loader.take();
+    m_fields = m_load->loader.fields();
+    m_position = m_load->position;
+    m_schema = m_load->schema;
+    m_load.reset();
+    ++m_figures->loads;
+    return false;
+}
+
+void ColumnIndex::addMissing(Session& session, const SearchStatement& statement)
+{
+    const QStringList names = m_table->missing(statement);
     if (names.isEmpty()) {
         return;
     }
     const std::vector<IndexField> fields = fieldsOf(session, names);
-    IndexReader(session.connection()).addColumns(*m_table, fields);
+    addColumns(session.connection(), *m_table, fields);
     m_fields.insert(m_fields.end(), fields.begin(), fields.end());
     readRows(session, m_table->changedRows());
 }

@@ -12,7 +12,7 @@ struct IndexFigures
 {
     qint64 answers = 0; ///< searches and counts answered from memory
     qint64 left = 0;    ///< statements of the search shape that SQLite had to answer
-    qint64 loads = 0;   ///< times that the table was read as a whole
+    qint64 loads = 0;   ///< times that the table was read as a whole, to the end
     qint64 bytes = 0;   ///< memory taken, roughly
 };
 
@@ -31,12 +31,17 @@ struct IndexMark
 ///
 /// SQLite stays the store. Before each answer the index makes sure that it knows every committed
 /// change; a session with an open transaction sees more than others do and is left to SQLite.
-class ColumnIndex
+class ColumnIndex : public std::enable_shared_from_this<ColumnIndex>
 {
 public:
-    /// \param figures counted up; outlives the index
-    explicit ColumnIndex(std::shared_ptr<IndexFigures> figures)
+    using StartSlices = std::function<void(const std::weak_ptr<ColumnIndex>&)>;
+
+    /// \param figures counted up
+    /// \param startSlices asks the owner to call loadSlice() from the message loop until it returns
+    /// false; empty when there is no such loop, and a load keeps the search waiting
+    ColumnIndex(std::shared_ptr<IndexFigures> figures, StartSlices startSlices)
         : m_figures(std::move(figures))
+        , m_startSlices(std::move(startSlices))
     {}
 
     /// The rows in their order, or null when SQLite is to answer.
@@ -46,17 +51,35 @@ public:
     /// The number of rows, or nothing when SQLite is to answer.
     [[nodiscard]] std::optional<qint64> count(Session& session, const SearchStatement& statement);
 
+    /// Goes on loading for some milliseconds. False when there is nothing left to do. \throws
+    /// DbError
+    [[nodiscard]] bool loadSlice(Session& session);
+
+    /// Forgets what was loaded so far; the next search begins anew.
+    void abandonLoad() { m_load.reset(); }
+
 private:
+    /// A table on its way into memory, and what was true of the file when that began.
+    struct Load
+    {
+        IndexLoader loader;
+        IndexLog::Position position;
+        qint64 schema = 0;
+    };
+
     [[nodiscard]] bool answers(Session& session, const SearchStatement& statement);
     [[nodiscard]] bool isReady(Session& session, const SearchStatement& statement);
     void follow(Session& session, const SearchStatement& statement);
     [[nodiscard]] bool takeChanges(Session& session);
-    void load(Session& session, const SearchStatement& statement);
-    void addColumns(Session& session, const QStringList& names);
+    void startLoad(Session& session, const SearchStatement& statement);
+    void loadFor(Session& session, std::chrono::milliseconds time);
+    void addMissing(Session& session, const SearchStatement& statement);
     void readRows(Session& session, const std::vector<qint64>& keys);
 
     std::shared_ptr<IndexFigures> m_figures;
-    std::unique_ptr<IndexTable> m_table; ///< null until the first search
+    StartSlices m_startSlices;
+    std::optional<Load> m_load;
+    std::unique_ptr<IndexTable> m_table; ///< null before the first load
     std::vector<IndexField> m_fields;    ///< the columns of the table
     IndexLog::Position m_position;       ///< changes up to here are in the table
     qint64 m_schema = 0;                 ///< schema version when it was loaded

@@ -15,6 +15,9 @@ using namespace Qt::Literals::StringLiterals;
 /// Whole numbers beyond it are none of their own as a double.
 constexpr qint64 kLargestExact = 1LL << 53;
 
+/// Rows of one step of the loader: some ten milliseconds.
+constexpr qint64 kRowsAtOnce = 4096;
+
 std::string_view textOf(sqlite3_stmt* row, int column)
 {
     const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
@@ -83,18 +86,7 @@ std::vector<IndexColumnBuilder> buildersOf(const std::vector<IndexField>& fields
     return builders;
 }
 
-void addAll(IndexTable& table,
-            const std::vector<IndexField>& fields,
-            std::vector<IndexColumnBuilder>& builders)
-{
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        table.addColumn(fields[i].name, builders[i].make());
-    }
-}
-
-} // namespace
-
-QString IndexReader::select(const std::vector<IndexField>& fields)
+QString selectOf(const std::vector<IndexField>& fields)
 {
     QString text = u"SELECT _rowid_"_s;
     for (const IndexField& field : fields) {
@@ -103,26 +95,50 @@ QString IndexReader::select(const std::vector<IndexField>& fields)
     return text + u" FROM main.db_all"_s;
 }
 
-std::unique_ptr<IndexTable> IndexReader::table(const std::vector<IndexField>& fields)
+} // namespace
+
+IndexLoader::IndexLoader(std::vector<IndexField> fields)
+    : m_fields(std::move(fields))
+    , m_builders(buildersOf(m_fields))
+{}
+
+bool IndexLoader::step(Connection& connection)
 {
-    std::vector<IndexColumnBuilder> builders = buildersOf(fields);
-    std::vector<qint64> keys;
-    Statement rows(m_connection.handle(), select(fields) + u" ORDER BY _rowid_"_s);
-    while (rows.step()) {
-        keys.push_back(rows.number(0));
-        for (std::size_t i = 0; i < builders.size(); ++i) {
-            addCell(builders[i], rows.handle(), int(i) + 1);
+    if (!m_table) {
+        if (!readRows(connection)) {
+            m_table = std::make_unique<IndexTable>(std::move(m_keys));
         }
+        return true;
     }
-    auto table = std::make_unique<IndexTable>(std::move(keys));
-    addAll(*table, fields, builders);
-    return table;
+    const auto next = std::size_t(m_table->columns().size());
+    if (next < m_fields.size()) {
+        m_table->addColumn(m_fields[next].name, m_builders[next].make());
+        m_builders[next] = IndexColumnBuilder(true);
+    }
+    return next + 1 < m_fields.size();
 }
 
-void IndexReader::addColumns(IndexTable& table, const std::vector<IndexField>& fields)
+/// False when there are no more.
+bool IndexLoader::readRows(Connection& connection)
+{
+    const auto rows = connection.statements().take(
+        selectOf(m_fields) + u" WHERE _rowid_>?1 ORDER BY _rowid_ LIMIT ?2"_s);
+    rows->bind(1, Value(m_keys.empty() ? std::numeric_limits<qint64>::min() : m_keys.back()));
+    rows->bind(2, Value(kRowsAtOnce));
+    qint64 count = 0;
+    for (; rows->step(); ++count) {
+        m_keys.push_back(rows->number(0));
+        for (std::size_t i = 0; i < m_builders.size(); ++i) {
+            addCell(m_builders[i], rows->handle(), int(i) + 1);
+        }
+    }
+    return count == kRowsAtOnce;
+}
+
+void addColumns(Connection& connection, IndexTable& table, const std::vector<IndexField>& fields)
 {
     std::vector<IndexColumnBuilder> builders = buildersOf(fields);
-    Statement rows(m_connection.handle(), select(fields) + u" ORDER BY _rowid_"_s);
+    Statement rows(connection.handle(), selectOf(fields) + u" ORDER BY _rowid_"_s);
     bool more = rows.step();
     for (const qint64 key : table.keys()) {
         while (more && rows.number(0) < key) {
@@ -137,13 +153,15 @@ void IndexReader::addColumns(IndexTable& table, const std::vector<IndexField>& f
             }
         }
     }
-    addAll(table, fields, builders);
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        table.addColumn(fields[i].name, builders[i].make());
+    }
 }
 
-std::optional<std::vector<IndexCell>> IndexReader::row(const std::vector<IndexField>& fields,
-                                                       qint64 key)
+std::optional<std::vector<IndexCell>>
+readRow(Connection& connection, const std::vector<IndexField>& fields, qint64 key)
 {
-    const auto row = m_connection.statements().take(select(fields) + u" WHERE _rowid_=?1"_s);
+    const auto row = connection.statements().take(selectOf(fields) + u" WHERE _rowid_=?1"_s);
     row->bind(1, Value(key));
     if (!row->step()) {
         return {};

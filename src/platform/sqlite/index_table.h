@@ -30,6 +30,8 @@ public:
     /// The row is gone.
     void removeRow(qint64 key);
 
+    [[nodiscard]] qint64 changedCount() const { return qint64(m_changed.size()); }
+
     /// Row ids of the rows that differ from the load, and are not gone.
     [[nodiscard]] std::vector<qint64> changedRows() const;
 

@@ -319,12 +319,12 @@ quint32 IndexTextsBuilder::add(std::string_view utf8)
     const std::string_view folded = fold(utf8);
     // A byte order mark that is left would be lost when the text is decoded again.
     m_fits = m_fits && !folded.starts_with("\xEF\xBB\xBF");
-    const quint32 hash = hashOf(folded);
+    const quint64 hash = quint64(hashOf(folded)) << 32;
     const std::size_t mask = m_table.size() - 1;
-    std::size_t place = hash & mask;
+    std::size_t place = (hash >> 32) & mask;
     for (; m_table[place] != 0; place = (place + 1) & mask) {
-        const quint32 number = m_table[place] - 1;
-        if (m_hashes[number] == hash && text(number) == folded) {
+        const auto number = quint32(m_table[place]) - 1;
+        if (((m_table[place] ^ hash) >> 32) == 0 && text(number) == folded) {
             return number;
         }
     }
@@ -334,8 +334,7 @@ quint32 IndexTextsBuilder::add(std::string_view utf8)
     }
     m_letters.insert(m_letters.end(), folded.begin(), folded.end());
     m_ends.push_back(quint32(m_letters.size()));
-    m_hashes.push_back(hash);
-    m_table[place] = quint32(m_ends.size());
+    m_table[place] = hash | m_ends.size();
     if (m_ends.size() * 2 > m_table.size()) {
         grow();
     }
@@ -344,21 +343,22 @@ quint32 IndexTextsBuilder::add(std::string_view utf8)
 
 void IndexTextsBuilder::grow()
 {
-    const std::size_t size = m_table.size() * 4;
-    m_table.assign(size, 0);
-    for (quint32 number = 0; number < m_hashes.size(); ++number) {
-        std::size_t place = m_hashes[number] & (size - 1);
-        while (m_table[place] != 0) {
-            place = (place + 1) & (size - 1);
+    const std::vector<quint64> former = std::move(m_table);
+    m_table.assign(former.size() * 4, 0);
+    for (const quint64 entry : former) {
+        std::size_t place = (entry >> 32) & (m_table.size() - 1);
+        while (entry != 0 && m_table[place] != 0) {
+            place = (place + 1) & (m_table.size() - 1);
         }
-        m_table[place] = number + 1;
+        if (entry != 0) {
+            m_table[place] = entry;
+        }
     }
 }
 
 IndexTextsBuilder::Sorted IndexTextsBuilder::sort()
 {
     m_table = {};
-    m_hashes = {};
     const auto count = quint32(m_ends.size());
     // Keys of texts that are their own key stand where the text stands.
     std::vector<char> keys;

@@ -107,8 +107,8 @@ private:
 
     std::vector<char> m_letters;
     std::vector<quint32> m_ends;
-    std::vector<quint32> m_hashes;
-    std::vector<quint32> m_table; ///< number + 1 at the place of its hash, 0 for none
+    /// At the place of its hash: the hash and, below, the number + 1; 0 for none.
+    std::vector<quint64> m_table;
     std::vector<char> m_folded;
     bool m_fits = true;
 };
