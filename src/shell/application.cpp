@@ -12,12 +12,21 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// Between two slices of long work, so that keys and paints come first.
+constexpr std::chrono::milliseconds kIdleInterval{2};
+
+} // namespace
+
 Application::Application(QApplication& application, EnvironmentPlaces places)
     : m_environment(std::move(places))
     , m_profile(m_files)
     , m_paths(m_environment, m_files)
-    , m_engine(
-          sqlite::makeEngine(m_clock, {.searchIndex = std::make_shared<sqlite::IndexFigures>()}))
+    , m_engine(sqlite::makeEngine(
+          m_clock,
+          {.searchIndex = std::make_shared<sqlite::IndexFigures>(),
+           .whenIdle = [this](std::function<bool()> work) { runWhenIdle(std::move(work)); }}))
     , m_settings(m_paths, m_profile, m_files, *m_engine)
     , m_skin(application)
     , m_icons(m_skin)
@@ -29,6 +38,20 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
 {}
 
 Application::~Application() = default;
+
+void Application::runWhenIdle(std::function<bool()> work)
+{
+    m_idleWork.push_back(std::move(work));
+    if (!m_idleTimer) {
+        m_idleTimer = m_loop.makeTimer(kIdleInterval, [this] {
+            std::erase_if(m_idleWork, [](const auto& next) { return !next(); });
+            if (m_idleWork.empty()) {
+                m_idleTimer->stop();
+            }
+        });
+    }
+    m_idleTimer->start();
+}
 
 bool Application::anotherCopyRuns()
 {

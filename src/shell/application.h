@@ -40,6 +40,7 @@ private:
     [[nodiscard]] CheckDatabase databaseCheck();
     void loadConfig();
     void activateFirst();
+    void runWhenIdle(std::function<bool()> work);
     void connectViews();
 
     SystemClock m_clock;
@@ -59,6 +60,8 @@ private:
     MLVDB m_mlvdb;
     ctl_MP3DB m_library;
     std::unique_ptr<FileLock> m_onlyCopy;
+    std::vector<std::function<bool()>> m_idleWork; ///< each until it returns false
+    std::unique_ptr<Timer> m_idleTimer;
 };
 
 } // namespace melovane

@@ -14,6 +14,7 @@ mlv_test(engine_test LABEL logic
 # The index in memory against SQLite alone.
 mlv_test(column_index_test LABEL logic
     SOURCES
+        sqlite/column_index_changes_test.cpp
         sqlite/column_index_fixture.h
         sqlite/column_index_guard_test.cpp
         sqlite/engine_fixture.cpp sqlite/engine_fixture.h
