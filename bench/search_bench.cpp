@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -268,6 +269,24 @@ void oneChange(benchmark::State& state)
     report(state, times, key);
 }
 
+/// An importer's work: 20,000 new rows, with (1) and without (0) the list of changes that a search
+/// has put into the file.
+void insertRows(benchmark::State& state)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"melovane.mdb"_s);
+    QFile::copy(libraryFile(0), file);
+    if (state.range(0) == 1) {
+        const KeyPress key(file);
+    }
+    SystemClock clock;
+    const auto importer = sqlite::makeEngine(clock);
+    const auto database = importer->OpenDatabase(file);
+    for (auto round : state) {
+        fillLibrary(*database, 20'000, kSeed);
+    }
+}
+
 void registerAll()
 {
     const std::pair<std::string, std::function<void(benchmark::State&)>> measured[] = {
@@ -286,6 +305,12 @@ void registerAll()
                 ->Unit(benchmark::kMillisecond);
         }
     }
+    benchmark::RegisterBenchmark("insert_20000", insertRows)
+        ->Arg(0)
+        ->Arg(1)
+        ->Iterations(1)
+        ->Repetitions(5)
+        ->Unit(benchmark::kMillisecond);
 }
 
 } // namespace
