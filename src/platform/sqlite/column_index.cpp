@@ -10,9 +10,10 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-/// Rows that may differ from the load; with more of them searches get slow, and the table is read
-/// anew.
-constexpr qint64 kMostChanged = 4096;
+/// Rows that may differ from the load. With many of them searches get slower, and the table is read
+/// anew while the old one serves on; with more it serves no longer.
+constexpr qint64 kManyChanged = 4096;
+constexpr qint64 kMostChanged = 20'000;
 
 /// How long a search waits for the table before it turns to SQLite; the rest is loaded in slices.
 constexpr std::chrono::milliseconds kPatience{60};
@@ -40,13 +41,6 @@ std::vector<IndexField> fieldsOf(Session& session, const QStringList& names)
         }
     }
     return result;
-}
-
-IndexMark markOf(Session& session)
-{
-    Connection& connection = session.connection();
-    return {connection.number(u"PRAGMA main.data_version"_s),
-            sqlite3_total_changes64(connection.handle()), session.catalogue().version()};
 }
 
 } // namespace
@@ -90,10 +84,26 @@ bool ColumnIndex::isReady(Session& session, const SearchStatement& statement)
     }
 }
 
+IndexMark ColumnIndex::markOf(Session& session) const
+{
+    Connection& connection = session.connection();
+    return {connection.number(u"PRAGMA main.data_version"_s),
+            sqlite3_total_changes64(connection.handle()), session.catalogue().version(),
+            m_figures->loads};
+}
+
+bool ColumnIndex::wantsLoad() const
+{
+    if (m_load) {
+        return false;
+    }
+    return !m_table || (m_startSlices && m_table->changedCount() > kManyChanged);
+}
+
 void ColumnIndex::follow(Session& session, const SearchStatement& statement)
 {
     Connection& connection = session.connection();
-    if (!m_table && !m_load) {
+    if (wantsLoad()) {
         startLoad(session, statement);
     }
     // Asked before the read begins: what is written in between is looked for once more.

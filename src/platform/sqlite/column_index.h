@@ -22,6 +22,7 @@ struct IndexMark
     qint64 dataVersion = -1;
     qint64 ownChanges = -1;
     qint64 catalogue = -1;
+    qint64 table = -1; ///< which load it was
 
     bool operator==(const IndexMark&) const = default;
 };
@@ -67,6 +68,8 @@ private:
         qint64 schema = 0;
     };
 
+    [[nodiscard]] IndexMark markOf(Session& session) const;
+    [[nodiscard]] bool wantsLoad() const;
     [[nodiscard]] bool answers(Session& session, const SearchStatement& statement);
     [[nodiscard]] bool isReady(Session& session, const SearchStatement& statement);
     void follow(Session& session, const SearchStatement& statement);

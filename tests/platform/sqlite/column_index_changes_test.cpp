@@ -86,13 +86,13 @@ TEST_F(ColumnIndexChanges, ATrackIsFoundInANewOrder)
 TEST_F(ColumnIndexChanges, MoreChangesThanItIsWorthwhileToFollowLoadTheTableAnew)
 {
     ASSERT_EQ(found(kAll).size(), 2);
-    raw(u"WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i+1 FROM n WHERE i<6000) "
+    raw(u"WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i+1 FROM n WHERE i<30000) "
         "INSERT INTO db_all(FID,Titel) SELECT i,'Bulk' FROM n"_s);
     // The search that finds the index behind is SQLite's, the next one begins to load.
     ASSERT_EQ(rowsOf(indexed(), kAll).size(), 2);
     EXPECT_EQ(found(kAll).size(), 2);
     EXPECT_EQ(figures().loads, 2);
-    EXPECT_EQ(cellOf(indexed(), u"select count(*) as anz from db_all"_s).toInt64(), 5904);
+    EXPECT_EQ(cellOf(indexed(), u"select count(*) as anz from db_all"_s).toInt64(), 29904);
 }
 
 TEST_F(ColumnIndexChanges, AnotherSetOfColumnsLoadsTheTableAnew)
@@ -150,30 +150,82 @@ TEST_F(ColumnIndexChanges, OtherStatementsAreLeftToSqlite)
     EXPECT_EQ(figures().answers, 0);
 }
 
-/// A program with a message loop: a large library comes into memory bit by bit.
-TEST_F(ColumnIndexChanges, ALargeLibraryIsSearchedBySqliteUntilItIsLoaded)
+/// A program with a message loop, which gives a large library's load a turn now and then.
+class ColumnIndexSlices : public ColumnIndexChanges
 {
-    raw(u"WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i+1 FROM n WHERE i<40000) "
-        "INSERT INTO db_all(FID,Titel,Album,DName) SELECT i,'Bulk '||i,'Album '||(i%500),i||'.mp3' "
-        "FROM n"_s);
-    std::function<bool()> work;
-    const auto figures = std::make_shared<sqlite::IndexFigures>();
-    const auto engine = sqlite::makeEngine(
-        m_clock, {.searchIndex = figures,
-                  .whenIdle = [&](std::function<bool()> next) { work = std::move(next); }});
-    const auto database = engine->OpenDatabase(path());
-    ASSERT_EQ(rowsOf(*database, kAll).size(), 2);
-    ASSERT_EQ(figures->answers, 0);
-    ASSERT_TRUE(work);
-    ASSERT_TRUE(work());
-    sibling()->Execute(u"update db_all set Titel='Changed meanwhile' where FID='2'"_s);
-    ASSERT_EQ(rowsOf(*database, kAll).size(), 1);
-    ASSERT_EQ(figures->answers, 0);
-    while (work()) {
+protected:
+    ColumnIndexSlices()
+    {
+        addBulk(100, 40'000);
+        m_database = m_slicedEngine->OpenDatabase(path());
     }
-    EXPECT_EQ(rowsOf(*database, kAll), QStringList{u"1|Abba"_s});
-    EXPECT_EQ(figures->answers, 1);
-    EXPECT_EQ(figures->loads, 1);
+
+    void addBulk(int first, int last)
+    {
+        raw(u"WITH RECURSIVE n(i) AS (SELECT %1 UNION ALL SELECT i+1 FROM n WHERE i<%2) "
+            "INSERT INTO db_all(FID,Titel,Album,DName) SELECT i,'Bulk '||i,'Album '||(i%500),"
+            "i||'.mp3' FROM n"_s.arg(first)
+                .arg(last));
+    }
+
+    void finishLoad()
+    {
+        while (m_work()) {
+        }
+    }
+
+    std::function<bool()> m_work;
+    std::shared_ptr<sqlite::IndexFigures> m_counts = std::make_shared<sqlite::IndexFigures>();
+    std::unique_ptr<DBEngine> m_slicedEngine = sqlite::makeEngine(
+        m_clock,
+        {.searchIndex = m_counts,
+         .whenIdle = [this](std::function<bool()> next) { m_work = std::move(next); }});
+    std::unique_ptr<Database> m_database;
+};
+
+TEST_F(ColumnIndexSlices, ALargeLibraryIsSearchedBySqliteUntilItIsLoaded)
+{
+    ASSERT_EQ(rowsOf(*m_database, kAll).size(), 2);
+    ASSERT_EQ(m_counts->answers, 0);
+    ASSERT_TRUE(m_work && m_work());
+    sibling()->Execute(u"update db_all set Titel='Changed meanwhile' where FID='2'"_s);
+    ASSERT_EQ(rowsOf(*m_database, kAll).size(), 1);
+    ASSERT_EQ(m_counts->answers, 0);
+    finishLoad();
+    EXPECT_EQ(rowsOf(*m_database, kAll), QStringList{u"1|Abba"_s});
+    EXPECT_EQ(m_counts->answers, 1);
+    EXPECT_EQ(m_counts->loads, 1);
+}
+
+TEST_F(ColumnIndexSlices, WhileManyChangesAreLoadedAnewTheFormerTableServesOn)
+{
+    ASSERT_EQ(rowsOf(*m_database, kAll).size(), 2);
+    finishLoad();
+    addBulk(50'001, 55'000);
+    ASSERT_EQ(rowsOf(*m_database, kAll).size(), 2);
+    m_work = {};
+    addBulk(60'001, 60'001);
+    ASSERT_EQ(rowsOf(*m_database, kAll).size(), 2);
+    ASSERT_TRUE(m_work && m_work());
+    sibling()->Execute(u"update db_all set Titel='Axel' where FID='3'"_s);
+    EXPECT_EQ(rowsOf(*m_database, kAll).size(), 3);
+    finishLoad();
+    EXPECT_EQ(rowsOf(*m_database, kAll).size(), 3);
+    EXPECT_EQ(m_counts->answers, 4);
+    EXPECT_EQ(m_counts->loads, 2);
+}
+
+TEST_F(ColumnIndexSlices, ALoadThatCannotGoOnIsBegunAnewByALaterSearch)
+{
+    ASSERT_EQ(rowsOf(*m_database, kAll).size(), 2);
+    ASSERT_TRUE(m_work());
+    raw(u"ALTER TABLE db_all RENAME TO db_all2"_s);
+    EXPECT_FALSE(m_work());
+    raw(u"ALTER TABLE db_all2 RENAME TO db_all"_s);
+    ASSERT_EQ(rowsOf(*m_database, kAll).size(), 2);
+    finishLoad();
+    EXPECT_EQ(rowsOf(*m_database, kAll).size(), 2);
+    EXPECT_EQ(m_counts->answers, 1);
 }
 
 } // namespace

@@ -231,7 +231,7 @@ protected:
     void run(int rounds, bool hostile)
     {
         m_hostile = hostile;
-        for (int i = 0; i < 120; ++i) {
+        for (int i = 0; i < 70; ++i) {
             addRow();
         }
         for (int round = 0; round < rounds && !HasFatalFailure(); ++round) {
