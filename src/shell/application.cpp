@@ -23,9 +23,10 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     : m_environment(std::move(places))
     , m_profile(m_files)
     , m_paths(m_environment, m_files)
+    , m_searchFigures(std::make_shared<sqlite::IndexFigures>())
     , m_engine(sqlite::makeEngine(
           m_clock,
-          {.searchIndex = std::make_shared<sqlite::IndexFigures>(),
+          {.searchIndex = m_searchFigures,
            .whenIdle = [this](std::function<bool()> work) { runWhenIdle(std::move(work)); }}))
     , m_settings(m_paths, m_profile, m_files, *m_engine)
     , m_skin(application)

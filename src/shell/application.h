@@ -10,6 +10,7 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/skin.h"
+#include "platform/sqlite/column_index.h"
 #include "platform/system/clock.h"
 #include "shell/mlvdb.h"
 #include "shell/paths.h"
@@ -34,6 +35,9 @@ public:
     /// or 1 when the start failed and a dialog has told why.
     [[nodiscard]] int run();
 
+    /// What the column index of the library did so far.
+    [[nodiscard]] const sqlite::IndexFigures& searchFigures() const { return *m_searchFigures; }
+
 private:
     [[nodiscard]] StartSteps steps();
     [[nodiscard]] bool anotherCopyRuns();
@@ -49,6 +53,7 @@ private:
     LinuxProcesses m_processes;
     IniProfile m_profile;
     Mod_API m_paths;
+    std::shared_ptr<sqlite::IndexFigures> m_searchFigures;
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
     std::unique_ptr<Log4Mlv> m_log; ///< null before the configuration is loaded
