@@ -23,6 +23,13 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// Between two slices of long work, so that keys and paints come first.
+constexpr std::chrono::milliseconds kIdleInterval{2};
+
+} // namespace
+
 Application::Application(QApplication& application, EnvironmentPlaces places)
     : m_application(application)
     , m_environment(std::move(places))
@@ -30,7 +37,11 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_paths(m_environment, m_files)
     , m_messages(MessagePlace(m_environment.runtimeFolder()))
     , m_onlyCopy(m_environment.runtimeFolder(), m_paths.programName())
-    , m_engine(sqlite::makeEngine(m_clock))
+    , m_searchFigures(std::make_shared<sqlite::IndexFigures>())
+    , m_engine(sqlite::makeEngine(
+          m_clock,
+          {.searchIndex = m_searchFigures,
+           .whenIdle = [this](std::function<bool()> work) { runWhenIdle(std::move(work)); }}))
     , m_settings(m_paths, m_profile, m_files, *m_engine)
     , m_texts(m_paths, m_profile, m_files)
     , m_skin(application)
@@ -56,6 +67,20 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
 {}
 
 Application::~Application() = default;
+
+void Application::runWhenIdle(std::function<bool()> work)
+{
+    m_idleWork.push_back(std::move(work));
+    if (!m_idleTimer) {
+        m_idleTimer = m_loop.makeTimer(kIdleInterval, [this] {
+            std::erase_if(m_idleWork, [](const auto& next) { return !next(); });
+            if (m_idleWork.empty()) {
+                m_idleTimer->stop();
+            }
+        });
+    }
+    m_idleTimer->start();
+}
 
 ErrorSink Application::log()
 {

@@ -18,6 +18,7 @@
 #include "platform/qt/qt_keyboard.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/skin.h"
+#include "platform/sqlite/column_index.h"
 #include "platform/system/clock.h"
 #include "shell/edit_box.h"
 #include "shell/info.h"
@@ -53,6 +54,9 @@ public:
     /// or 1 when the start failed and a dialog has told why.
     [[nodiscard]] int run();
 
+    /// What the column index of the library did so far.
+    [[nodiscard]] const sqlite::IndexFigures& searchFigures() const { return *m_searchFigures; }
+
 private:
     [[nodiscard]] StartSteps steps();
     [[nodiscard]] OpenFault openTest();
@@ -71,6 +75,7 @@ private:
     void dress();
     void showMainWindow();
     void openMakersPage() const;
+    void runWhenIdle(std::function<bool()> work);
     void connectViews();
     void listenForNextCopy();
 
@@ -83,6 +88,7 @@ private:
     Mod_API m_paths;
     LinuxMessages m_messages;
     OnlyCopy m_onlyCopy;
+    std::shared_ptr<sqlite::IndexFigures> m_searchFigures;
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
     ConfigObjects m_texts;
@@ -113,6 +119,8 @@ private:
     QtKeyboard m_keyboard;
     KeyCommands m_keys;
     std::unique_ptr<KSMessage> m_nextCopy; ///< hears of later copies; null before the window is up
+    std::vector<std::function<bool()>> m_idleWork; ///< each until it returns false
+    std::unique_ptr<Timer> m_idleTimer;
 };
 
 } // namespace melovane

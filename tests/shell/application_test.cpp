@@ -37,6 +37,7 @@ protected:
         watcher.start(10ms);
         const int code = console.run();
         watcher.stop();
+        searches = console.searchFigures();
         return code;
     }
 
@@ -80,6 +81,7 @@ protected:
     }
 
     QStringList warnings;
+    sqlite::IndexFigures searches; ///< of the last run
 };
 
 TEST_F(ApplicationTest, StartsSearchesAndEnds)
@@ -95,6 +97,10 @@ TEST_F(ApplicationTest, StartsSearchesAndEnds)
     });
     EXPECT_EQ(code, 0);
     EXPECT_EQ(rows, 1);
+    // Every search came from memory, the five of the letters and the first ones.
+    EXPECT_EQ(searches.left, 0);
+    EXPECT_GE(searches.answers, 2 * 5);
+    EXPECT_EQ(searches.loads, 1);
     EXPECT_TRUE(warnings.isEmpty()) << warnings.join(u"\n"_s).toStdString();
 }
 

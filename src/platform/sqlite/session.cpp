@@ -42,12 +42,15 @@ private:
 
 } // namespace
 
-Session::Session(const QString& path, const ConnectionOptions& options)
+Session::Session(const QString& path,
+                 const ConnectionOptions& options,
+                 std::shared_ptr<ColumnIndex> index)
     : m_connection(path, options)
     , m_attachments(m_connection)
     , m_catalogue(m_connection, m_attachments)
     , m_transactions(m_connection)
     , m_now(options.now)
+    , m_index(std::move(index))
 {}
 
 Catalogue& Session::catalogue()
@@ -90,10 +93,37 @@ std::shared_ptr<Prepared> Session::makePrepared(const QString& text, bool allowP
     made->translation =
         sqlite::translate(text, NotingSource(m_catalogue, schemas), allowParameters);
     made->catalogueVersion = m_catalogue.version();
+    if (m_index && isOfSearchedTable(made->translation)) {
+        made->search =
+            searchStatement(text, m_catalogue.find(QString::fromUtf16(kSearchedTable))->fields);
+    }
     for (const QString& schema : schemas) {
         made->sideFiles.emplace_back(schema, m_attachments.versionOf(schema));
     }
     return made;
+}
+
+/// A cheap look at what the column index may be asked for.
+bool Session::isOfSearchedTable(const Translation& translation) const
+{
+    const CatalogueObject* object = m_catalogue.object(QString::fromUtf16(kSearchedTable));
+    if (!object || object->kind != CatalogueObject::Kind::Table ||
+        translation.kind != StatementKind::Select || !translation.parameters.empty()) {
+        return false;
+    }
+    return translation.keyed ? translation.tables.size() == 1 : translation.columns.size() == 1;
+}
+
+std::shared_ptr<const KeySource> Session::indexedKeys(const Prepared& statement)
+{
+    const bool asks = statement.search && !statement.search->isCount;
+    return asks ? m_index->search(*this, *statement.search) : nullptr;
+}
+
+std::optional<qint64> Session::indexedCount(const Prepared& statement)
+{
+    const bool asks = statement.search && statement.search->isCount;
+    return asks ? m_index->count(*this, *statement.search) : std::nullopt;
 }
 
 bool Session::isCurrent(const Prepared& statement)

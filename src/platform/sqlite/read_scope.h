@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/sqlite/connection.h"
+
+#include <sqlite3.h>
+
+namespace melovane::sqlite {
+
+/// Rows read together show one state of the file, and share the cost of looking at it.
+class ReadScope
+{
+public:
+    explicit ReadScope(Connection& connection)
+        : m_connection(connection)
+        , m_own(!connection.inTransaction())
+    {
+        if (m_own) {
+            m_connection.statements().take(QStringLiteral("BEGIN"))->run();
+        }
+    }
+
+    ~ReadScope()
+    {
+        if (m_own) {
+            sqlite3_exec(m_connection.handle(), "COMMIT", nullptr, nullptr, nullptr);
+        }
+    }
+
+    ReadScope(const ReadScope&) = delete;
+    ReadScope& operator=(const ReadScope&) = delete;
+
+private:
+    Connection& m_connection;
+    bool m_own;
+};
+
+} // namespace melovane::sqlite
