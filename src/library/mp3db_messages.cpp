@@ -1,5 +1,6 @@
 // What the library view does with the messages of others, and what it asks of them.
 #include "config/global_settings.h"
+#include "config/update_colors.h"
 #include "library/mp3db.h"
 #include "platform/controls/pointer_control.h"
 #include "platform/controls/search_box.h"
@@ -109,7 +110,9 @@ void ctl_MP3DB::changeConfig(const MLVMessage& message)
 
 void ctl_MP3DB::updateColor(const MLVMessage&)
 {
-    m_look.setColours(GridColours::fromSettings(m_settings));
+    const UpdateColors colours(m_settings);
+    m_look.setColours(GridColours::from(colours));
+    colours.UpdateSplitColors(m_controls.grid);
     m_data1.refreshCells();
 }
 
