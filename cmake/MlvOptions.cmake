@@ -2,6 +2,7 @@
 
 option(MLV_TESTS "Build the tests" OFF)
 option(MLV_BENCH "Build the measurements" OFF)
+option(MLV_FUZZ "Build the fuzzers; needs clang" OFF)
 option(MLV_WERROR "Warnings are errors" OFF)
 option(MLV_COVERAGE "Count executed lines" OFF)
 set(MLV_SANITIZE "" CACHE STRING "Sanitizers, comma separated, as -fsanitize= takes them")

@@ -114,6 +114,11 @@ bool LinuxMessages::IsMsgWindow(MessageHandle handle) const
     return m_hub->isOpen(handle) || m_hub->folder().isAlive(handle);
 }
 
+bool LinuxMessages::lastSendWasAnswered() const
+{
+    return m_hub->lastSendWasAnswered();
+}
+
 std::vector<LiveControl> LinuxMessages::liveControls() const
 {
     return m_hub->folder().controls();

@@ -41,6 +41,10 @@ public:
     [[nodiscard]] std::unique_ptr<KSMessage> makeControl() override;
     [[nodiscard]] bool IsMsgWindow(MessageHandle handle) const override;
 
+    /// True when the send that has ended last was answered by a handler, be it with 0; false when
+    /// its target was dead, died, or let the time pass.
+    [[nodiscard]] bool lastSendWasAnswered() const;
+
     /// The live controls of this user, those of this program included.
     [[nodiscard]] std::vector<LiveControl> liveControls() const;
 

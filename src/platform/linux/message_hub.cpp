@@ -109,6 +109,7 @@ bool MessageHub::isOpen(MessageHandle control) const
 qint32 MessageHub::send(MessageHandle target, Packet packet)
 {
     packet.sequence = ++m_lastSequence;
+    m_answered = false;
     const QByteArray bytes = encode(packet);
     if (bytes.isEmpty() || m_nesting >= kMaxNesting) {
         return 0;
@@ -116,7 +117,12 @@ qint32 MessageHub::send(MessageHandle target, Packet packet)
     const auto self = shared_from_this();
     ++m_nesting;
     const auto leave = qScopeGuard([this] { --m_nesting; });
-    return isOpen(target) ? deliver(target, packet) : sendFar(target, packet.sequence, bytes);
+    if (!isOpen(target)) {
+        return sendFar(target, packet.sequence, bytes);
+    }
+    const qint32 result = deliver(target, packet);
+    m_answered = true;
+    return result;
 }
 
 qint32 MessageHub::sendFar(MessageHandle target, quint32 sequence, const QByteArray& bytes)
@@ -128,6 +134,7 @@ qint32 MessageHub::sendFar(MessageHandle target, quint32 sequence, const QByteAr
     m_pending.push_back(&pending);
     const auto leave = qScopeGuard([this] { m_pending.pop_back(); });
     await(pending);
+    m_answered = pending.answered;
     return pending.result;
 }
 
@@ -268,6 +275,7 @@ void MessageHub::settle(LinkNumber number, const Packet& reply)
     for (Pending* pending : m_pending) {
         if (pending->sequence == reply.sequence && pending->link == number) {
             pending->done = true;
+            pending->answered = true;
             pending->result = reply.first;
         }
     }

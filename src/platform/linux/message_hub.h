@@ -44,6 +44,9 @@ public:
 
     /// Sends and waits; the answer, or 0. Everything may have changed afterwards.
     [[nodiscard]] qint32 send(MessageHandle target, Packet packet);
+
+    [[nodiscard]] bool lastSendWasAnswered() const { return m_answered; }
+
     void post(MessageHandle target, const Packet& packet);
 
 private:
@@ -53,6 +56,7 @@ private:
         quint32 sequence = 0;
         LinkNumber link = 0;
         bool done = false;
+        bool answered = false;
         qint32 result = 0;
     };
 
@@ -97,6 +101,7 @@ private:
     qsizetype m_postedBytes = 0;
     quint32 m_lastSequence = 0;
     int m_nesting = 0;
+    bool m_answered = false;
 };
 
 } // namespace melovane::linuxmessages

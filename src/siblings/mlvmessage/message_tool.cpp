@@ -123,12 +123,9 @@ MessageResult MessageTool::send(const MessageCommand& command, MessageHandle tar
     const qint32 answer = command.text
                               ? m_control->SendText(command.id, command.wParam, *command.text)
                               : m_control->Send(command.id, command.wParam, command.lParam);
-    // 0 is an answer, too.
-    if (answer == 0 && watch.hasExpired(command.wait.count() - 1)) {
-        return MessageResult::NoAnswer;
-    }
-    if (answer == 0 && !m_messages.IsMsgWindow(target)) {
-        return MessageResult::NotAlive;
+    if (!m_messages.lastSendWasAnswered()) {
+        return watch.hasExpired(command.wait.count() - 1) ? MessageResult::NoAnswer
+                                                          : MessageResult::NotAlive;
     }
     m_print(QString::number(answer));
     return MessageResult::Done;
