@@ -54,7 +54,6 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"intake.samefile", u"dieselbe Datei wie $1"},
     {u"intake.copyof", u"Kopie von $1"},
     {u"intake.copyofdisc", u"Kopie eines Titels der CD \"$1\""},
-    {u"intake.failed", u"$1 (Fehler: $2)"},
     {u"importerror.10001", u"Path nicht gefunden"},
     {u"importerror.10002", u"Datei nicht gefunden"},
     {u"importerror.10003", u"Fehlerhafte MP3"},

@@ -176,6 +176,24 @@ TEST_F(Dialogs, ALongTextIsWrappedAlsoInsideAPathAndAVeryLongOneScrolls)
     });
 }
 
+TEST_F(Dialogs, ADialogIsAsHighAsItsText)
+{
+    const auto heightOf = [&](const QString& text) {
+        int height = 0;
+        MessageView view = note();
+        view.text = text;
+        answer(view, [&](QDialog& dialog) {
+            height = control<TextView>(dialog, u"SkinLabel2"_s)->height();
+            dialog.close();
+        });
+        return height;
+    };
+    const int one = heightOf(u"Fertig"_s);
+    const int line = QFontMetrics(qApp->font()).height();
+    EXPECT_LT(one, line * 2);
+    EXPECT_NEAR(heightOf(u"Fertig\nFertig\nFertig"_s), one * 3, line);
+}
+
 TEST_F(Dialogs, ATextWithMarkupIsShownAsItStands)
 {
     MessageView view = note();

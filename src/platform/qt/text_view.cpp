@@ -20,14 +20,24 @@ TextView::TextView(QWidget* parent)
     document()->setDocumentMargin(0);
 }
 
+int TextView::heightOf(const QString& text, int width) const
+{
+    // The view's own document follows the size that the view has now.
+    QTextDocument copy;
+    copy.setDefaultFont(font());
+    copy.setDocumentMargin(0);
+    copy.setDefaultTextOption(document()->defaultTextOption());
+    copy.setPlainText(text);
+    copy.setTextWidth(width);
+    return static_cast<int>(std::ceil(copy.size().height()));
+}
+
 void TextView::setText(const QString& text, int leastWidth, int greatestWidth, int greatestHeight)
 {
     setPlainText(text);
-    document()->setTextWidth(-1);
-    const int natural = static_cast<int>(std::ceil(document()->idealWidth()));
+    const int natural = fontMetrics().size(0, text).width() + 1;
     const int width = qBound(leastWidth, natural, greatestWidth);
-    document()->setTextWidth(width);
-    const int height = static_cast<int>(std::ceil(document()->size().height()));
+    const int height = heightOf(text, width);
     const bool scrolls = height > greatestHeight;
     setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
     // The keyboard scrolls, too.

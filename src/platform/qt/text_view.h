@@ -15,6 +15,9 @@ public:
 
     /// Fixes the size for a text between a least and a greatest width.
     void setText(const QString& text, int leastWidth, int greatestWidth, int greatestHeight);
+
+private:
+    [[nodiscard]] int heightOf(const QString& text, int width) const;
 };
 
 } // namespace melovane

@@ -31,18 +31,28 @@ QLayout* makeContent(DialogFrame& dialog, const MessageView& view, const QIcon& 
     title->setObjectName(u"SkinLabel1"_s);
     title->setTextFormat(Qt::PlainText);
     title->setFont(titleFont(dialog.font()));
-    title->setWordWrap(true);
+    const int widest = metrics.averageCharWidth() * kGreatestWidth;
+    if (title->sizeHint().width() > widest) {
+        title->setWordWrap(true);
+        title->setFixedSize(widest, title->heightForWidth(widest));
+    }
 
     auto* text = new TextView(&dialog);
     text->setObjectName(u"SkinLabel2"_s);
-    text->setText(view.text, metrics.averageCharWidth() * kLeastWidth,
-                  metrics.averageCharWidth() * kGreatestWidth,
+    text->setText(view.text, metrics.averageCharWidth() * kLeastWidth, widest,
                   dialog.screen()->availableSize().height() / 2);
 
     auto* words = new QVBoxLayout;
     words->setSpacing(metrics.height() / 2);
     words->addWidget(title);
     words->addWidget(text);
+    if (!view.suppressCaption.isEmpty()) {
+        auto* box = new QCheckBox(view.suppressCaption, &dialog);
+        box->setObjectName(u"Check1"_s);
+        QObject::connect(box, &QCheckBox::clicked, &dialog, view.suppressClicked);
+        words->addSpacing(metrics.height() / 2);
+        words->addWidget(box);
+    }
     auto* row = new QHBoxLayout;
     row->setSpacing(metrics.height());
     row->addWidget(picture, 0, Qt::AlignTop);
@@ -62,12 +72,6 @@ WarningAnswer MsgDialog::ask(const MessageView& view)
     dialog.setWindowTitle(view.caption);
     dialog.column()->addLayout(makeContent(
         dialog, view, m_icons.icon(view.question ? u"question"_s : u"info"_s, ThemeRole::Accent)));
-    if (!view.suppressCaption.isEmpty()) {
-        auto* box = new QCheckBox(view.suppressCaption, &dialog);
-        box->setObjectName(u"Check1"_s);
-        QObject::connect(box, &QCheckBox::clicked, &dialog, view.suppressClicked);
-        dialog.column()->addWidget(box);
-    }
     const auto button = [&](const QString& name, const QString& caption, WarningAnswer answer) {
         return dialog.addButton(name, caption, static_cast<int>(answer));
     };

@@ -20,6 +20,8 @@
 
 namespace melovane {
 
+class ConfigObjects;
+
 /// What an import needs of the system. All outlive it. The reader is used on a second thread.
 struct IntakeParts
 {
@@ -27,6 +29,7 @@ struct IntakeParts
     const Files& files;
     const TagReader& reader;
     const Clock& clock;
+    const ConfigObjects& texts;
     QString dataFolder; ///< of `ChangeDir.conf`
 };
 
@@ -121,6 +124,7 @@ private:
     void commit();
     void note(int Portion::*count, const QString& path);
     void refuse(const QString& path, int code, const QString& detail);
+    [[nodiscard]] QString reason(int code, const QString& detail) const;
     void fail(const QString& text);
     void end();
 
