@@ -128,7 +128,7 @@ private:
     [[noreturn]] void fail(qsizetype position, const QString& what) const;
     [[noreturn]] void tooComplex() const;
 
-    // Sources (binder.cpp)
+    // Sources (binder_from.cpp)
     [[nodiscard]] const Source& find(QStringView name, qsizetype position);
     [[nodiscard]] QString newAlias();
     void bindFrom(const std::vector<FromPtr>& list, Scope& scope);
