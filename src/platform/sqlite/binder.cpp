@@ -1,6 +1,7 @@
 #include "platform/sqlite/binder.h"
 
 #include "platform/db/db_error.h"
+#include "platform/sqlite/parser.h"
 
 #include <algorithm>
 
@@ -14,6 +15,30 @@ namespace {
 constexpr int kMostAliases = 400;
 
 } // namespace
+
+quint64 bitOf(const ColumnRef& column)
+{
+    return column.table >= 0 && column.table < kMostSources ? quint64(1) << column.table
+                                                            : kEveryTable;
+}
+
+int sizeOf(FieldType type)
+{
+    switch (type) {
+    case FieldType::Boolean:
+        return 1;
+    case FieldType::Long:
+        return 4;
+    case FieldType::Double:
+    case FieldType::Date:
+        return 8;
+    case FieldType::Text:
+        return 255;
+    case FieldType::Memo:
+        return 0;
+    }
+    return 0;
+}
 
 Translator::Translator(const QString& statement, const NameSource& names, bool allowParameters)
     : m_statement(statement)
@@ -36,11 +61,10 @@ const Source& Translator::find(QStringView name, qsizetype position)
 {
     std::optional<Source> source = m_names.find(name.toString());
     if (!source) {
-        throw DbError(
-            dberror::kObjectNotFound,
-            u"Die Tabelle oder Abfrage \"%1\" ist nicht vorhanden (Zeichen %2)."_s.arg(name).arg(
-                position + 1),
-            *m_text);
+        throw DbError(dberror::kObjectNotFound,
+                      u"Die Tabelle oder Abfrage \"%1\" ist nicht vorhanden (Zeichen %2)."_s.arg(
+                          name, QString::number(position + 1)),
+                      *m_text);
     }
     return m_sources.emplace_back(*std::move(source));
 }
@@ -103,6 +127,9 @@ bool Translator::resolveHere(QStringView qualifier,
                 take([&] { return column; });
             }
         }
+    }
+    if (hit) {
+        scope.usedTables |= bitOf(found);
     }
     return hit;
 }
@@ -191,8 +218,8 @@ Sql Translator::unknownName(const Expr& expr)
     if (!m_allowParameters) {
         throw DbError(
             dberror::kTooFewParameters,
-            u"Der Name \"%1\" ist keine Spalte der genannten Tabellen (Zeichen %2)."_s.arg(wanted)
-                .arg(expr.position + 1),
+            u"Der Name \"%1\" ist keine Spalte der genannten Tabellen (Zeichen %2)."_s.arg(
+                wanted, QString::number(expr.position + 1)),
             *m_text);
     }
     constexpr size_t kMostParameters = 1000;
@@ -206,6 +233,15 @@ Sql Translator::unknownName(const Expr& expr)
 
 Sql Translator::parameter(int index)
 {
+    if (m_arguments) {
+        FieldDef target = {};
+        target.Type = m_result.parameters[size_t(index)].Type;
+        if (size_t(index) >= m_arguments->size()) {
+            return nullSql(); // reported when all parameters are known
+        }
+        const Sql& given = (*m_arguments)[size_t(index)];
+        return m_untyped[size_t(index)] ? given : asAssigned(given, target);
+    }
     Sql sql;
     sql.text = u'?' + QString::number(index + 1);
     sql.type = m_result.parameters[size_t(index)].Type;

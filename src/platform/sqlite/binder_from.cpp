@@ -166,6 +166,15 @@ Translator::FromText Translator::bindNamed(const FromNode& node, Scope& scope, b
     return result;
 }
 
+Translator::Stored& Translator::read(const Source& source)
+{
+    Stored& entry = m_stored.emplace_back();
+    entry.source = source;
+    entry.tokens = tokenize(entry.source.sql);
+    entry.statement = Parser(entry.source.sql, entry.tokens).parse();
+    return entry;
+}
+
 const Translator::Stored& Translator::stored(const Source& source, qsizetype position)
 {
     for (const QString& open : m_openQueries) {
@@ -173,11 +182,8 @@ const Translator::Stored& Translator::stored(const Source& source, qsizetype pos
             fail(position, u"die Abfrage \"%1\" nennt sich selbst"_s.arg(source.name));
         }
     }
-    Stored& entry = m_stored.emplace_back();
-    entry.source = source;
-    entry.tokens = tokenize(entry.source.sql);
-    entry.statement = Parser(entry.source.sql, entry.tokens).parse();
-    if (entry.statement.kind != StatementKind::Select) {
+    const Stored& entry = read(source);
+    if (entry.statement.kind != StatementKind::Select || !entry.statement.select) {
         fail(position, u"die Abfrage \"%1\" liefert keine Zeilen"_s.arg(source.name));
     }
     declare(entry.statement.parameters);

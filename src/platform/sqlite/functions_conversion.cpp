@@ -211,6 +211,12 @@ void isNumeric(sqlite3_context* context, int, sqlite3_value** values)
                                      dialect::wholeTextNumber(argText(values[0])).has_value()));
 }
 
+/// A column is never empty in the sense of a variable that nobody has set: null is a value.
+void isEmpty(sqlite3_context* context, int, sqlite3_value**)
+{
+    giveTruth(context, false);
+}
+
 void isDate(sqlite3_context* context, int, sqlite3_value** values)
 {
     // A plain number can be read as a date but is none.
@@ -230,7 +236,8 @@ std::span<const FunctionEntry> conversionFunctions()
         {"mlv_cstr", 1, cstr},           {"mlv_datetext", 1, dateText},
         {"mlv_same", 1, same},           {"mlv_plus", 2, plus},
         {"mlv_isnumeric", 1, isNumeric}, {"mlv_isdate", 1, isDate},
-        {"mlv_clng", 1, toLong},         {"mlv_cdbl", 1, toDouble},
+        {"mlv_isempty", 1, isEmpty},     {"mlv_clng", 1, toLong},
+        {"mlv_cdbl", 1, toDouble},
     };
     return kEntries;
 }

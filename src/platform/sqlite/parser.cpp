@@ -110,6 +110,29 @@ bool Parser::atName(QStringView wanted, size_t ahead) const
     return peek(ahead).kind == Token::Kind::Name && sameName(peek(ahead).text, wanted);
 }
 
+bool Parser::atSelect(size_t ahead) const
+{
+    if (atWord(Word::Select, ahead)) {
+        return true;
+    }
+    size_t at = ahead;
+    while (atSign(u'(', at)) {
+        ++at;
+    }
+    if (at == ahead || !atWord(Word::Select, at)) {
+        return false;
+    }
+    // "((select ..) + 1)" begins alike: what stands behind the first bracket tells.
+    int depth = 0;
+    for (at = ahead; peek(at).kind != Token::Kind::End; ++at) {
+        depth += atSign(u'(', at) ? 1 : (atSign(u')', at) ? -1 : 0);
+        if (depth == 0) {
+            return atWord(Word::Union, at + 1);
+        }
+    }
+    return false;
+}
+
 bool Parser::acceptWord(Word word)
 {
     if (!atWord(word)) {
@@ -190,10 +213,34 @@ Statement Parser::parse()
     Statement result = statement();
     result.parameters = std::move(declared);
     acceptSign(u';');
+    expectEnd();
+    return result;
+}
+
+ExprPtr Parser::parseExpression()
+{
+    ExprPtr result;
+    if (acceptSign(u'*')) {
+        result = make(Expr::Kind::Star);
+    } else {
+        result = expression();
+    }
+    expectEnd();
+    return result;
+}
+
+QStringView Parser::parseName()
+{
+    const QStringView result = name(u"Tabellenname"_s);
+    expectEnd();
+    return result;
+}
+
+void Parser::expectEnd() const
+{
     if (peek().kind != Token::Kind::End) {
         fail(u"Zeichen hinter dem Ende der Anweisung"_s);
     }
-    return result;
 }
 
 std::vector<DeclaredParameter> Parser::parameters()
@@ -217,10 +264,8 @@ std::vector<DeclaredParameter> Parser::parameters()
 
 Statement Parser::statement()
 {
-    if (atWord(Word::Select)) {
-        Statement result;
-        result.select = select();
-        return result;
+    if (atWord(Word::Select) || atSign(u'(') || atName(u"transform")) {
+        return selectStatement();
     }
     if (atWord(Word::Insert)) {
         return insertStatement();
@@ -239,6 +284,9 @@ Statement Parser::statement()
     }
     if (acceptWord(Word::Alter)) {
         return alterStatement();
+    }
+    if (atName(u"execute") || atName(u"exec")) {
+        return executeStatement();
     }
     fail(u"select, insert, update, delete, create, drop oder alter erwartet"_s);
 }

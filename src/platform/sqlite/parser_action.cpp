@@ -4,14 +4,49 @@ namespace melovane::sqlite::dialect {
 
 using namespace Qt::Literals::StringLiterals;
 
-std::vector<QStringView> Parser::nameList()
+Statement Parser::selectStatement()
 {
-    std::vector<QStringView> names;
+    Statement result;
+    if (atName(u"transform")) {
+        result.select = crosstab();
+        return result;
+    }
+    m_intoOf = &result;
+    result.select = select();
+    m_intoOf = nullptr;
+    if (acceptWord(Word::With)) {
+        // Whose rights a query has means nothing where every user has all of them.
+        if (!acceptName(u"owneraccess") || !acceptName(u"option")) {
+            fail(u"owneraccess option erwartet"_s);
+        }
+    }
+    return result;
+}
+
+Statement Parser::executeStatement()
+{
+    Statement result;
+    ++m_at;
+    result.position = peek().position;
+    result.query = name(u"Name einer Abfrage"_s);
+    if (peek().kind == Token::Kind::End || atSign(u';')) {
+        return result;
+    }
+    do {
+        result.values.push_back(expression());
+    } while (acceptSign(u','));
+    return result;
+}
+
+std::vector<PlacedName> Parser::nameList()
+{
+    std::vector<PlacedName> names;
     expectSign(u'(');
     do {
-        QStringView column = name(u"Spaltenname"_s);
+        PlacedName column{{}, peek().position};
+        column.text = name(u"Spaltenname"_s);
         if (acceptSign(u'.')) {
-            column = name(u"Spaltenname"_s);
+            column.text = name(u"Spaltenname"_s);
         }
         names.push_back(column);
     } while (acceptSign(u','));
@@ -27,7 +62,9 @@ Statement Parser::insertStatement()
     expectWord(Word::Into, u"into"_s);
     result.position = peek().position;
     result.target = name(u"Tabellenname"_s);
-    if (atSign(u'(') && !atWord(Word::Select, 1)) {
+    refuseOtherFile();
+    const bool rowsInBrackets = atWord(Word::Select, 1) || atSelect();
+    if (atSign(u'(') && !rowsInBrackets) {
         result.columns = nameList();
     }
     if (acceptWord(Word::Values)) {
@@ -38,8 +75,8 @@ Statement Parser::insertStatement()
         expectSign(u')');
         return result;
     }
-    const bool bracket = atSign(u'(') && acceptSign(u'(');
-    if (!atWord(Word::Select)) {
+    const bool bracket = !atSelect() && acceptSign(u'(');
+    if (!atSelect()) {
         fail(u"values oder select erwartet"_s);
     }
     result.select = select();

@@ -1,25 +1,89 @@
 #include "platform/sqlite/parser.h"
 
+#include <utility>
+
 namespace melovane::sqlite::dialect {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// "select * from (inner)": what is in brackets keeps its order, its limit and its own arms.
+SelectPtr wrapped(SelectPtr inner)
+{
+    SelectPtr outer = std::make_unique<Select>();
+    outer->position = inner->position;
+    outer->items.emplace_back().position = inner->position;
+    FromPtr& source = outer->from.emplace_back(std::make_unique<FromNode>());
+    source->kind = FromNode::Kind::Select;
+    source->position = inner->position;
+    source->select = std::move(inner);
+    return outer;
+}
+
+} // namespace
+
+SelectPtr Parser::unionArm(bool& bracketed)
+{
+    bracketed = acceptSign(u'(');
+    if (!bracketed) {
+        return selectArm();
+    }
+    m_intoOf = nullptr;
+    SelectPtr inner = select();
+    expectSign(u')');
+    const bool plain = inner->unions.empty() && inner->order.empty();
+    return plain ? std::move(inner) : wrapped(std::move(inner));
+}
+
 SelectPtr Parser::select()
 {
     const Nesting nesting(*this);
-    SelectPtr result = selectArm();
+    bool bracketed = false;
+    SelectPtr result = unionArm(bracketed);
     while (atWord(Word::Union)) {
         if (!result->order.empty() || !result->unionOrder.empty()) {
             fail(u"order by gehört hinter die letzte Auswahl"_s);
         }
+        if (m_intoOf != nullptr && m_intoOf->kind == StatementKind::MakeTable) {
+            fail(u"eine neue Tabelle kann nicht aus union entstehen"_s);
+        }
+        m_intoOf = nullptr;
         ++m_at;
         const bool all = acceptWord(Word::All);
-        SelectPtr arm = selectArm();
+        SelectPtr arm = unionArm(bracketed);
         arm->unionAll = all;
         result->unionOrder = std::move(arm->order);
         arm->order.clear();
         result->unions.push_back(std::move(arm));
     }
+    if (bracketed && acceptWord(Word::Order)) {
+        expectWord(Word::By, u"by"_s);
+        (result->unions.empty() ? result->order : result->unionOrder) = orderList();
+    }
+    return result;
+}
+
+/// transform VALUE select ... group by ... pivot BY in (LIST)
+SelectPtr Parser::crosstab()
+{
+    ++m_at;
+    auto columns = std::make_unique<Crosstab>();
+    columns->value = expression();
+    SelectPtr result = selectArm();
+    if (!acceptName(u"pivot")) {
+        fail(u"pivot erwartet"_s);
+    }
+    columns->by = binary(kValueLevel);
+    if (!acceptWord(Word::In)) {
+        fail(u"hinter pivot fehlt die Liste der Spalten: in (Wert, Wert ...)"_s);
+    }
+    expectSign(u'(');
+    do {
+        columns->list.push_back(primary());
+    } while (acceptSign(u','));
+    expectSign(u')');
+    result->crosstab = std::move(columns);
     return result;
 }
 
@@ -31,11 +95,30 @@ void Parser::topClause(Select& select)
     ++m_at;
     bool whole = false;
     select.top = peek().text.toLongLong(&whole);
-    if (!whole) {
+    if (!whole || select.top < 0) {
         fail(u"ganze Zahl hinter top erwartet"_s);
     }
     ++m_at;
     select.percent = acceptWord(Word::Percent);
+}
+
+void Parser::refuseOtherFile() const
+{
+    if (atWord(Word::In)) {
+        fail(u"Tabellen einer anderen Datei werden über eine Verknüpfung genannt, nicht mit in"_s);
+    }
+}
+
+void Parser::intoClause()
+{
+    if (m_intoOf == nullptr) {
+        fail(u"into ist hier nicht erlaubt"_s);
+    }
+    ++m_at;
+    m_intoOf->kind = StatementKind::MakeTable;
+    m_intoOf->position = peek().position;
+    m_intoOf->target = name(u"Tabellenname"_s);
+    refuseOtherFile();
 }
 
 SelectPtr Parser::selectArm()
@@ -51,11 +134,19 @@ SelectPtr Parser::selectArm()
         ++m_at;
     }
     topClause(*result);
+    // Selects inside this one make no table.
+    Statement* const intoOf = std::exchange(m_intoOf, nullptr);
     do {
         result->items.push_back(selectItem());
     } while (acceptSign(u','));
+    m_intoOf = intoOf;
+    if (atWord(Word::Into)) {
+        intoClause();
+    }
+    m_intoOf = nullptr;
     if (acceptWord(Word::From)) {
         result->from = fromList();
+        refuseOtherFile();
     }
     if (acceptWord(Word::Where)) {
         result->where = expression();
@@ -73,6 +164,7 @@ SelectPtr Parser::selectArm()
         expectWord(Word::By, u"by"_s);
         result->order = orderList();
     }
+    m_intoOf = intoOf;
     return result;
 }
 
@@ -165,7 +257,7 @@ FromPtr Parser::source()
         fail(u"zu viele Tabellen"_s);
     }
     FromPtr node;
-    if (atSign(u'(') && !atWord(Word::Select, 1)) {
+    if (atSign(u'(') && !atSelect(1)) {
         ++m_at;
         node = joinChain();
         expectSign(u')');
@@ -180,6 +272,9 @@ FromPtr Parser::source()
         expectSign(u')');
     } else {
         node->name = name(u"Tabellenname"_s);
+        if (atSign(u'.') || atSign(u'!')) {
+            fail(u"eine Tabelle wird ohne Punkt genannt"_s);
+        }
     }
     node->alias = optionalAlias();
     return node;

@@ -42,12 +42,12 @@ std::vector<ColumnRef> Translator::insertColumns(const Statement& statement,
         columns.push_back(*found);
         return true;
     };
-    for (const QStringView name : statement.columns) {
-        if (!add(name)) {
-            throw DbError(
-                dberror::kTooFewParameters,
-                u"Die Spalte \"%1\" ist in \"%2\" nicht vorhanden."_s.arg(name, statement.target),
-                m_statement);
+    for (const PlacedName& name : statement.columns) {
+        if (!add(name.text)) {
+            throw DbError(dberror::kTooFewParameters,
+                          u"Die Spalte \"%1\" ist in \"%2\" nicht vorhanden (Zeichen %3)."_s.arg(
+                              name.text, statement.target, QString::number(name.position + 1)),
+                          *m_text);
         }
     }
     if (!statement.columns.empty()) {
@@ -148,11 +148,10 @@ void Translator::updateStatement(const Statement& statement)
         ColumnRef column;
         if (!resolveHere(assignment.qualifier, assignment.column, scope, column,
                          assignment.position)) {
-            throw DbError(
-                dberror::kTooFewParameters,
-                u"Die Spalte \"%1\" ist nicht vorhanden (Zeichen %2)."_s.arg(assignment.column)
-                    .arg(assignment.position + 1),
-                m_statement);
+            throw DbError(dberror::kTooFewParameters,
+                          u"Die Spalte \"%1\" ist nicht vorhanden (Zeichen %2)."_s.arg(
+                              assignment.column, QString::number(assignment.position + 1)),
+                          *m_text);
         }
         if (column.table < 0 || (target >= 0 && column.table != target)) {
             fail(assignment.position,
