@@ -103,12 +103,13 @@ bool Translator::resolveHere(QStringView qualifier,
                              qsizetype position)
 {
     bool hit = false;
-    const auto take = [&](const auto& make) {
+    const auto take = [&](const Range& range, const auto& make) {
         if (hit) {
             fail(position, u"der Name \"%1\" kommt in mehreren Tabellen vor"_s.arg(name));
         }
         hit = true;
         found = make();
+        found.range = range.name;
     };
     for (const Range& range : scope.ranges) {
         if (!qualifier.isEmpty() && !sameName(range.name, qualifier)) {
@@ -117,14 +118,14 @@ bool Translator::resolveHere(QStringView qualifier,
         if (range.source != nullptr) {
             for (const FieldDef& field : range.source->fields) {
                 if (sameName(field.Name, name)) {
-                    take([&] { return tableColumn(range, field, scope); });
+                    take(range, [&] { return tableColumn(range, field, scope); });
                     break; // a table has no name twice
                 }
             }
         }
         for (const ColumnRef& column : range.columns) {
             if (sameName(column.name, name)) {
-                take([&] { return column; });
+                take(range, [&] { return column; });
             }
         }
     }

@@ -20,6 +20,7 @@ struct ColumnRef
     Sql sql;
     int table = -1; ///< of the select's tables, when it is a plain column of one
     QString column; ///< name in that table
+    QString range;  ///< what the column was taken from; empty for one with a name of its own
 };
 
 /// What one name in `from` stands for: a table, or columns made by a query or subselect.

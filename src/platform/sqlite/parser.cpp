@@ -200,6 +200,13 @@ QStringView Parser::optionalAlias()
         return name(u"Name"_s);
     }
     const Token& token = peek();
+    if (atWord(Word::With) && atName(u"owneraccess", 1)) {
+        return {};
+    }
+    if ((atName(u"full") || atName(u"cross") || atName(u"natural")) &&
+        (atWord(Word::Join, 1) || atWord(Word::Outer, 1) || atWord(Word::Inner, 1))) {
+        fail(u"inner join, left join oder right join erwartet"_s);
+    }
     const bool bare = token.kind == Token::Kind::Name && !isReserved(token.word);
     if (bare || (token.kind == Token::Kind::BracketName && !token.text.isEmpty())) {
         return take().text;

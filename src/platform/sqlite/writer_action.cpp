@@ -94,16 +94,20 @@ void Translator::insertStatement(const Statement& statement)
     if (given != columns.size()) {
         fail(statement.position, u"Zahl der Werte und der Spalten ist verschieden"_s);
     }
+    const auto placeOf = [&](size_t index) {
+        return index < statement.columns.size() ? statement.columns[index].position
+                                                : statement.position;
+    };
     QString names;
     std::vector<QString> seen;
     for (const ColumnRef& column : columns) {
         if (column.table != columns.front().table || column.table < 0) {
-            fail(statement.position,
+            fail(placeOf(seen.size()),
                  u"in \"%1\" kann nicht eingefügt werden"_s.arg(statement.target));
         }
         if (std::any_of(seen.begin(), seen.end(),
                         [&](const QString& other) { return sameName(other, column.column); })) {
-            fail(statement.position, u"die Spalte \"%1\" ist doppelt genannt"_s.arg(column.name));
+            fail(placeOf(seen.size()), u"die Spalte \"%1\" ist doppelt genannt"_s.arg(column.name));
         }
         seen.push_back(column.column);
         names += names.isEmpty() ? u""_s : u", "_s;

@@ -17,6 +17,7 @@ enum class Gives
     Double,
     Date,
     Boolean,
+    NumberAsFirst, ///< the number type of the first argument
     SameAsFirst
 };
 
@@ -39,7 +40,7 @@ struct FunctionRule
 
 /// The dialect's functions and what registerFunctions() calls them. In alphabetical order.
 constexpr std::array kFunctions{
-    FunctionRule{"abs"_L1, "mlv_abs"_L1, 1, 1, Gives::SameAsFirst},
+    FunctionRule{"abs"_L1, "mlv_abs"_L1, 1, 1, Gives::NumberAsFirst},
     FunctionRule{"asc"_L1, "mlv_asc"_L1, 1, 1, Gives::Long, Takes::Texts},
     FunctionRule{"ascw"_L1, "mlv_asc"_L1, 1, 1, Gives::Long, Takes::Texts},
     FunctionRule{"atn"_L1, "mlv_atn"_L1, 1, 1, Gives::Double},
@@ -66,7 +67,7 @@ constexpr std::array kFunctions{
     FunctionRule{"datevalue"_L1, "mlv_datevalue"_L1, 1, 1, Gives::Date},
     FunctionRule{"day"_L1, "mlv_day"_L1, 1, 1, Gives::Long},
     FunctionRule{"exp"_L1, "mlv_exp"_L1, 1, 1, Gives::Double},
-    FunctionRule{"fix"_L1, "mlv_fix"_L1, 1, 1, Gives::SameAsFirst},
+    FunctionRule{"fix"_L1, "mlv_fix"_L1, 1, 1, Gives::NumberAsFirst},
     FunctionRule{"format"_L1, "mlv_format"_L1, 1, 2, Gives::Text},
     FunctionRule{"formatcurrency"_L1, "mlv_formatcurrency"_L1, 1, 5, Gives::Text},
     FunctionRule{"formatdatetime"_L1, "mlv_formatdatetime"_L1, 1, 2, Gives::Text},
@@ -76,7 +77,7 @@ constexpr std::array kFunctions{
     FunctionRule{"hour"_L1, "mlv_hour"_L1, 1, 1, Gives::Long},
     FunctionRule{"instr"_L1, "mlv_instr"_L1, 2, 4, Gives::Long, Takes::Texts},
     FunctionRule{"instrrev"_L1, "mlv_instrrev"_L1, 2, 4, Gives::Long, Takes::Texts},
-    FunctionRule{"int"_L1, "mlv_int"_L1, 1, 1, Gives::SameAsFirst},
+    FunctionRule{"int"_L1, "mlv_int"_L1, 1, 1, Gives::NumberAsFirst},
     FunctionRule{"isdate"_L1, "mlv_isdate"_L1, 1, 1, Gives::Boolean, Takes::Texts},
     FunctionRule{"isempty"_L1, "mlv_isempty"_L1, 1, 1, Gives::Boolean},
     FunctionRule{"isnumeric"_L1, "mlv_isnumeric"_L1, 1, 1, Gives::Boolean, Takes::Texts},
@@ -174,6 +175,8 @@ FieldType typeOf(Gives gives, const std::vector<Sql>& args)
     case Gives::Boolean:
         return FieldType::Boolean;
     case Gives::SameAsFirst:
+        return args.front().type;
+    case Gives::NumberAsFirst:
         break;
     }
     const Sql& first = args.front();
@@ -282,6 +285,12 @@ Sql Translator::aggregateCall(const Expr& expr, Scope& scope)
         result.stack = std::max(result.stack, scope.filter->stack + 8);
         result.height = std::max(result.height, scope.filter->height + 1);
         result.parameter = result.parameter || scope.filter->parameter;
+        if (isCount) {
+            // A cell without rows is empty, for a count as for a sum.
+            result.text = u"nullif("_s + result.text + u", 0)"_s;
+            result.stack += 5;
+            result.height += 1;
+        }
     }
     if (scope.sawOuterColumn && !scope.sawOwnColumn) {
         fail(expr.position, u"\"%1\" nennt nur Spalten der äußeren Abfrage"_s.arg(expr.text));

@@ -62,8 +62,10 @@ Sql Translator::domainCall(const Expr& expr, QLatin1StringView aggregate)
     FromPtr& source = rows.from.emplace_back(std::make_unique<FromNode>());
     source->position = expr.args[1]->position;
     source->name = Parser(*m_text, tokensOf(*expr.args[1])).parseName();
-    if (expr.args.size() > 2 && !expr.args[2]->text.trimmed().isEmpty()) {
-        rows.where = Parser(*m_text, tokensOf(*expr.args[2])).parseExpression();
+    if (expr.args.size() > 2) {
+        const Tokens& condition = tokensOf(*expr.args[2]);
+        const bool any = condition.list.size() == 1; // nothing but the end
+        rows.where = any ? nullptr : Parser(*m_text, condition).parseExpression();
     }
     return scalar(rows, nullptr);
 }

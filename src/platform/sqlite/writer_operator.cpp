@@ -192,8 +192,34 @@ Sql inList(Sql value, std::vector<Sql> list, bool isNegated)
 
 namespace {
 
+/// A text beside a number: the sum when the text is a number, else both as one text.
+Sql addMixed(Sql left, Sql right)
+{
+    const auto literalNumber = [](Sql& side) {
+        if (side.form != Sql::Form::TextLiteral) {
+            return true;
+        }
+        const auto number = wholeTextNumber(side.literal);
+        if (number) {
+            side = numberLiteral(*number, FieldType::Double);
+        }
+        return number.has_value();
+    };
+    if (!literalNumber(left) || !literalNumber(right)) {
+        return binary(asText(std::move(left)), "||"_L1, asText(std::move(right)), kBindsConcat,
+                      FieldType::Text);
+    }
+    if (isText(left) || isText(right)) {
+        return call("mlv_add"_L1, {left, right}, FieldType::Text);
+    }
+    return binary(std::move(left), "+"_L1, right, kBindsAdd, FieldType::Double);
+}
+
 Sql add(Sql left, Sql right)
 {
+    if ((isText(left) && isNumber(right)) || (isNumber(left) && isText(right))) {
+        return addMixed(std::move(left), std::move(right));
+    }
     if (isText(left) || isText(right)) {
         return binary(asText(std::move(left)), "||"_L1, asText(std::move(right)), kBindsConcat,
                       FieldType::Text);

@@ -50,6 +50,7 @@ void Translator::expandStar(const SelectItem& item, Scope& scope, std::vector<Co
         columns.insert(columns.end(), range.columns.begin(), range.columns.end());
         for (size_t i = before; i < columns.size(); ++i) {
             scope.usedTables |= bitOf(columns[i]);
+            columns[i].range = range.name;
         }
     }
     if (!hit) {
@@ -73,28 +74,27 @@ ColumnRef Translator::itemColumn(const SelectItem& item, Scope& scope, int& unna
             column.name = u"Expr"_s + QString::number(1000 + unnamed++);
         }
     }
+    if (!item.alias.isEmpty()) {
+        column.range.clear();
+    }
     nameOf(column, item.alias.isEmpty() ? column.name : item.alias.toString());
     return column;
 }
 
-/// Two plain columns of one name are told apart by the name of their table.
-static void tellApart(std::vector<ColumnRef>& columns, const std::vector<QString>& origins)
+/// Columns of one name are told apart by the name of what they were taken from.
+static void tellApart(std::vector<ColumnRef>& columns)
 {
-    const auto plainTwin = [&](size_t i, size_t j) {
-        return i != j && sameName(columns[i].column, columns[j].name) &&
-               sameName(columns[j].name, columns[i].name);
-    };
     std::vector<size_t> twins;
     for (size_t i = 0; i < columns.size(); ++i) {
-        for (size_t j = 0; j < columns.size() && !origins[i].isEmpty(); ++j) {
-            if (plainTwin(i, j)) {
+        for (size_t j = 0; j < columns.size() && !columns[i].range.isEmpty(); ++j) {
+            if (i != j && sameName(columns[i].name, columns[j].name)) {
                 twins.push_back(i);
                 break;
             }
         }
     }
     for (const size_t i : twins) {
-        nameOf(columns[i], origins[i] + u'.' + columns[i].name);
+        nameOf(columns[i], columns[i].range + u'.' + columns[i].name);
     }
 }
 
@@ -120,15 +120,7 @@ void Translator::items(const Select& select, Scope& scope, std::vector<ColumnRef
         crosstabColumns(*select.crosstab, scope, columns);
     }
     if (scope.ranges.size() > 1) {
-        std::vector<QString> origins(columns.size());
-        for (size_t i = 0; i < columns.size(); ++i) {
-            for (const Range& range : scope.ranges) {
-                if (columns[i].table >= 0 && range.table == columns[i].table) {
-                    origins[i] = range.name;
-                }
-            }
-        }
-        tellApart(columns, origins);
+        tellApart(columns);
     }
 }
 
@@ -178,7 +170,9 @@ void Translator::crosstabColumns(const Crosstab& crosstab,
     for (const ExprPtr& value : crosstab.list) {
         const QString name = crosstabName(*value);
         if (name.isEmpty()) {
-            fail(value->position, u"hinter pivot ... in stehen feste Werte"_s);
+            fail(value->position, value->kind == Expr::Kind::Text
+                                      ? u"ein leerer Text gibt keiner Spalte einen Namen"_s
+                                      : u"hinter pivot ... in stehen feste Werte"_s);
         }
         if (columns.size() > kMostColumns) {
             tooComplex();
@@ -311,7 +305,8 @@ void Translator::mergeRows(const Select& select, Arm& arm)
     const quint64 used = arm.scope.usedTables;
     const quint64 all =
         arm.tables.size() >= 64 ? kEveryTable : (quint64(1) << arm.tables.size()) - 1;
-    if (!select.distinctRow || !arm.plain || arm.tables.size() < 2 ||
+    if (!select.distinctRow || !arm.plain ||
+        (arm.tables.size() < 2 && arm.scope.ranges.size() < 2) ||
         (arm.scope.keyed && (used & all) == all)) {
         return;
     }

@@ -44,6 +44,8 @@ public:
         for (const QString& statement : smallLibrary()) {
             m_database->Execute(statement);
         }
+        // A side file is taken in at its first use, which must not fall into a case's transaction.
+        static_cast<void>(m_database->OpenRecordset(u"TEMP_MP3Edit"_s));
     }
 
     [[nodiscard]] Database& database() { return *m_database; }
