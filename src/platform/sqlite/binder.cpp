@@ -144,6 +144,9 @@ bool Translator::resolve(QStringView qualifier,
     for (Scope* at = &scope; at != nullptr; at = at->outer) {
         if (resolveHere(qualifier, name, *at, found, position)) {
             (at == &scope ? scope.sawOwnColumn : scope.sawOuterColumn) = true;
+            if (at->grouped && !at->groups.contains(found.sql.text)) {
+                at->loose.push_back({name.toString(), position});
+            }
             return true;
         }
     }

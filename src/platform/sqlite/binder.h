@@ -46,6 +46,13 @@ struct OrderTerm
     bool descending = false;
 };
 
+/// A column that was named where only groups have a value.
+struct LooseColumn
+{
+    QString name;
+    qsizetype position = 0;
+};
+
 /// The names that a select sees, and what its `from` came to.
 struct Scope
 {
@@ -64,6 +71,9 @@ struct Scope
     bool sawOuterColumn = false;
     quint64 usedTables = 0;      ///< bit n: a column of table n was named
     const Sql* filter = nullptr; ///< aggregates see only the rows that pass it
+    bool grouped = false;        ///< columns have a value only as part of a group or an aggregate
+    QStringList groups;          ///< the terms of `group by` as they are written
+    std::vector<LooseColumn> loose;
 };
 
 /// Bits of all tables: what a column that is no plain one may come from.
@@ -123,6 +133,7 @@ private:
         std::vector<TableUse> tables;
         std::vector<ColumnRef> columns;
         QString tail;                 ///< from `from` to `having`
+        std::vector<Sql> groups;      ///< collated, no constants
         std::vector<OrderTerm> order; ///< collated, no constants
         bool plain = true;            ///< each row is one row of each table
         bool distinct = false;
@@ -183,6 +194,7 @@ private:
 
     // Expressions (writer_expression.cpp, writer_call.cpp)
     [[nodiscard]] Sql expression(const Expr& expr, Scope& scope);
+    [[nodiscard]] Sql written(const Expr& expr, Scope& scope);
     [[nodiscard]] Sql chain(const Expr& expr, Scope& scope);
     [[nodiscard]] Sql inSelect(const Expr& expr, Scope& scope);
     [[nodiscard]] Sql exists(const Expr& expr, Scope& scope);
@@ -207,7 +219,9 @@ private:
     void expandStar(const SelectItem& item, Scope& scope, std::vector<ColumnRef>& columns);
     [[nodiscard]] ColumnRef itemColumn(const SelectItem& item, Scope& scope, int& unnamed);
     void appendWhere(const Select& select, Arm& arm);
+    void bindGroups(const Select& select, Arm& arm);
     void appendGroup(const Select& select, Arm& arm);
+    void refuseLoose(Scope& scope);
     void appendOrder(const Select& select, Arm& arm);
     void mergeRows(const Select& select, Arm& arm);
     void crosstabColumns(const Crosstab& crosstab, Scope& scope, std::vector<ColumnRef>& columns);

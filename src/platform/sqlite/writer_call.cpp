@@ -258,6 +258,7 @@ Sql Translator::aggregateCall(const Expr& expr, Scope& scope)
         fail(expr.position, u"\"%1\" ist hier nicht erlaubt"_s.arg(expr.text));
     }
     scope.aggregates = false;
+    const bool groupedBefore = std::exchange(scope.grouped, false);
     const bool ownBefore = std::exchange(scope.sawOwnColumn, false);
     const bool outerBefore = std::exchange(scope.sawOuterColumn, false);
     const AggregateRule& rule = *aggregateOf(expr.text);
@@ -298,6 +299,7 @@ Sql Translator::aggregateCall(const Expr& expr, Scope& scope)
     scope.sawOwnColumn = scope.sawOwnColumn || ownBefore;
     scope.sawOuterColumn = scope.sawOuterColumn || outerBefore;
     scope.aggregates = true;
+    scope.grouped = groupedBefore;
     return result;
 }
 

@@ -35,6 +35,16 @@ Sql truthOf(QString text, const Sql& like)
 
 Sql Translator::expression(const Expr& expr, Scope& scope)
 {
+    const size_t before = scope.loose.size();
+    Sql result = written(expr, scope);
+    if (scope.loose.size() > before && scope.groups.contains(result.text)) {
+        scope.loose.resize(before); // the whole expression is a term of the group
+    }
+    return result;
+}
+
+Sql Translator::written(const Expr& expr, Scope& scope)
+{
     const Depth depth(*this);
     switch (expr.kind) {
     case Expr::Kind::Null:

@@ -2,6 +2,7 @@
 #include "platform/sqlite/functions_date.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace melovane::sqlite::dialect {
 
@@ -50,6 +51,9 @@ void Translator::expandStar(const SelectItem& item, Scope& scope, std::vector<Co
         columns.insert(columns.end(), range.columns.begin(), range.columns.end());
         for (size_t i = before; i < columns.size(); ++i) {
             scope.usedTables |= bitOf(columns[i]);
+            if (scope.grouped && !scope.groups.contains(columns[i].sql.text)) {
+                scope.loose.push_back({columns[i].name, item.position});
+            }
             columns[i].range = range.name;
         }
     }
@@ -166,7 +170,9 @@ void Translator::crosstabColumns(const Crosstab& crosstab,
     if (!hasAggregate(*crosstab.value)) {
         fail(crosstab.value->position, u"hinter transform fehlt eine Aggregatfunktion"_s);
     }
+    const bool grouped = std::exchange(scope.grouped, false); // looked at row by row
     const Sql by = asValue(expression(*crosstab.by, scope));
+    scope.grouped = grouped;
     for (const ExprPtr& value : crosstab.list) {
         const QString name = crosstabName(*value);
         if (name.isEmpty()) {
@@ -210,6 +216,36 @@ void Translator::appendWhere(const Select& select, Arm& arm)
     arm.parameter = arm.parameter || test.parameter;
 }
 
+/// Terms come before the columns: what they hold is what a column may show.
+void Translator::bindGroups(const Select& select, Arm& arm)
+{
+    if (select.group.size() > kMostColumns) {
+        tooComplex();
+    }
+    arm.scope.select = &select;
+    arm.scope.visibleAliases = select.items.size();
+    for (const ExprPtr& expr : select.group) {
+        Sql term = asValue(expression(*expr, arm.scope));
+        arm.scope.groups.append(term.text);
+        term = collated(std::move(term));
+        if (isConstant(term)) {
+            term.text = u"1 + 0"_s;
+        }
+        arm.groups.push_back(std::move(term));
+    }
+    arm.scope.visibleAliases = 0;
+    arm.scope.grouped = !arm.plain;
+}
+
+void Translator::refuseLoose(Scope& scope)
+{
+    if (!scope.loose.empty()) {
+        const LooseColumn& column = scope.loose.front();
+        fail(column.position,
+             u"\"%1\" steht weder in group by noch in einer Aggregatfunktion"_s.arg(column.name));
+    }
+}
+
 void Translator::appendGroup(const Select& select, Arm& arm)
 {
     const auto take = [&](const Sql& sql, int stack) {
@@ -218,17 +254,8 @@ void Translator::appendGroup(const Select& select, Arm& arm)
         arm.parameter = arm.parameter || sql.parameter;
         return sql.text;
     };
-    if (select.group.size() > kMostColumns) {
-        tooComplex();
-    }
     bool first = true;
-    for (const ExprPtr& expr : select.group) {
-        arm.scope.visibleAliases = select.items.size();
-        Sql term = collated(asValue(expression(*expr, arm.scope)));
-        arm.scope.visibleAliases = 0;
-        if (isConstant(term)) {
-            term.text = u"1 + 0"_s;
-        }
+    for (const Sql& term : arm.groups) {
         arm.tail += (first ? u" GROUP BY "_s : u", "_s) + take(term, 9);
         first = false;
     }
@@ -340,6 +367,7 @@ std::unique_ptr<Translator::Arm> Translator::arm(const Select& select, Scope* ou
     }
     arm.plain =
         select.group.empty() && std::none_of(select.items.begin(), select.items.end(), aggregated);
+    bindGroups(select, arm);
     arm.scope.aggregates = true;
     arm.scope.usedTables = 0;
     items(select, arm.scope, arm.columns);
@@ -354,9 +382,12 @@ std::unique_ptr<Translator::Arm> Translator::arm(const Select& select, Scope* ou
         arm.tail = u" FROM "_s + arm.scope.from;
         arm.stack = std::max(arm.stack, arm.scope.fromStack);
     }
+    const bool grouped = std::exchange(arm.scope.grouped, false);
     appendWhere(select, arm);
+    arm.scope.grouped = grouped;
     appendGroup(select, arm);
     appendOrder(select, arm);
+    refuseLoose(arm.scope);
     arm.scope.usedTables = shown;
     mergeRows(select, arm);
     if (select.top >= 0 && (select.percent || !arm.order.empty())) {
