@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/db/db_error.h"
 #include "platform/sqlite/ast.h"
 #include "platform/sqlite/lexer.h"
 #include "platform/sqlite/writer.h"
@@ -7,6 +8,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 /// Third step of the dialect: names are bound to the catalogue while SQLite's text is written.
@@ -151,6 +153,7 @@ private:
     };
 
     class Depth;
+    class InQuery;
 
     [[noreturn]] void fail(qsizetype position, const QString& what) const;
     [[noreturn]] void tooComplex() const;
@@ -289,6 +292,9 @@ inline constexpr size_t kMostColumns = 990;
 /// True when an aggregate stands in the expression, not looking into subselects.
 [[nodiscard]] bool hasAggregate(const Expr& expr);
 
+/// A fault inside a stored query, whose place is counted in the query's own text.
+[[nodiscard]] DbError faultOf(const QString& query, const DbError& fault);
+
 /// Largest nesting of expressions that the writer follows.
 inline constexpr int kDeepestWalk = 600;
 
@@ -310,6 +316,31 @@ public:
 
 private:
     Translator& m_translator;
+};
+
+/// While a stored query is read, places are counted in its text and it must not name itself.
+class Translator::InQuery
+{
+public:
+    InQuery(Translator& translator, const Stored& query)
+        : m_translator(translator)
+        , m_outerText(std::exchange(translator.m_text, &query.source.sql))
+    {
+        m_translator.m_openQueries.push_back(query.source.name);
+    }
+
+    ~InQuery()
+    {
+        m_translator.m_openQueries.pop_back();
+        m_translator.m_text = m_outerText;
+    }
+
+    InQuery(const InQuery&) = delete;
+    InQuery& operator=(const InQuery&) = delete;
+
+private:
+    Translator& m_translator;
+    const QString* m_outerText;
 };
 
 } // namespace melovane::sqlite::dialect

@@ -1,3 +1,4 @@
+#include "platform/db/db_error.h"
 #include "platform/sqlite/binder.h"
 #include "platform/sqlite/parser.h"
 
@@ -36,6 +37,12 @@ bool isPlain(const Select& select)
 }
 
 } // namespace
+
+DbError faultOf(const QString& query, const DbError& fault)
+{
+    return {fault.number(), u"In der Abfrage \"%1\": %2"_s.arg(query, fault.text()),
+            fault.statement()};
+}
 
 void Translator::bindFrom(const std::vector<FromPtr>& list, Scope& scope)
 {
@@ -170,8 +177,12 @@ Translator::Stored& Translator::read(const Source& source)
 {
     Stored& entry = m_stored.emplace_back();
     entry.source = source;
-    entry.tokens = tokenize(entry.source.sql);
-    entry.statement = Parser(entry.source.sql, entry.tokens).parse();
+    try {
+        entry.tokens = tokenize(entry.source.sql);
+        entry.statement = Parser(entry.source.sql, entry.tokens).parse();
+    } catch (const DbError& fault) {
+        throw faultOf(source.name, fault);
+    }
     return entry;
 }
 
@@ -196,13 +207,13 @@ Translator::bindQuery(const FromNode& node, const Source& source, Scope& scope, 
     const Stored& query = stored(source, node.position);
     const Select& select = *query.statement.select;
     const QString name = node.alias.isEmpty() ? source.name : node.alias.toString();
-    m_openQueries.push_back(source.name);
-    const QString* outerText = std::exchange(m_text, &query.source.sql);
-    FromText result =
-        isPlain(select) ? weave(select, name, scope, nullable) : derived(select, name, scope);
-    m_text = outerText;
-    m_openQueries.pop_back();
-    return result;
+    const InQuery inside(*this, query);
+    try {
+        return isPlain(select) ? weave(select, name, scope, nullable)
+                               : derived(select, name, scope);
+    } catch (const DbError& fault) {
+        throw faultOf(source.name, fault);
+    }
 }
 
 Translator::FromText

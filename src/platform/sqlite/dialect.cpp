@@ -111,10 +111,12 @@ void Translator::executeStatement(const Statement& statement)
     }
     m_arguments = std::move(arguments);
     m_allowParameters = true;
-    m_openQueries.push_back(source.name);
-    const QString* outerText = std::exchange(m_text, &query.source.sql);
-    run(query.statement);
-    m_text = outerText;
+    try {
+        const InQuery inside(*this, query);
+        run(query.statement);
+    } catch (const DbError& fault) {
+        throw faultOf(source.name, fault);
+    }
     const size_t wanted = m_result.parameters.size();
     if (m_arguments->size() > wanted) {
         fail(statement.values[wanted]->position,
