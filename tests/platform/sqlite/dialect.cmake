@@ -17,7 +17,8 @@ add_library(mlv_test_statement_table STATIC
     sqlite/statement_table.cpp sqlite/statement_table.h)
 target_link_libraries(mlv_test_statement_table PUBLIC mlv_test_support)
 target_compile_definitions(mlv_test_statement_table
-    PRIVATE MLV_STATEMENT_FOLDER="${CMAKE_CURRENT_SOURCE_DIR}/sqlite/statements")
+    PRIVATE MLV_STATEMENT_FOLDER="${CMAKE_CURRENT_SOURCE_DIR}/sqlite/statements"
+        MLV_DIALECT_PAGE="${CMAKE_SOURCE_DIR}/docs/dialect.md")
 target_precompile_headers(mlv_test_statement_table REUSE_FROM mlv_pch_tests)
 
 mlv_test(dialect_table_test LABEL logic

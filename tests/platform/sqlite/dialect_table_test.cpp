@@ -2,6 +2,8 @@
 #include "platform/sqlite/statement_table.h"
 #include "support/suite_fixture.h"
 
+#include <QSet>
+
 #include <gtest/gtest.h>
 
 namespace melovane::test {
@@ -123,6 +125,19 @@ INSTANTIATE_TEST_SUITE_P(OfTheDialect,
                              return test.param.file.toStdString() + "_" +
                                     std::to_string(test.param.line);
                          });
+
+TEST(StatementTableSize, TriesEveryFunctionThatThePageAboutTheDialectLists)
+{
+    QString accepted;
+    for (const StatementCase& test : readStatementTable()) {
+        accepted += test.error == 0 ? test.statement.toLower() + u'\n' : QString();
+    }
+    const QStringList functions = describedFunctions();
+    EXPECT_GE(functions.size(), 70);
+    for (const QString& function : functions) {
+        EXPECT_TRUE(accepted.contains(function + u'(')) << function.toStdString();
+    }
+}
 
 TEST(StatementTableSize, HoldsMoreThanFourHundredStatements)
 {

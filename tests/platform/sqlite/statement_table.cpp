@@ -89,6 +89,19 @@ std::vector<StatementCase> readStatementTable()
     return cases;
 }
 
+QStringList describedFunctions()
+{
+    QStringList names;
+    bool inside = false;
+    for (const QString& line : linesOf(QString::fromUtf8(MLV_DIALECT_PAGE))) {
+        inside = line.startsWith(u"## ") ? line == u"## Functions" : inside;
+        if (inside && line.startsWith(u'|')) {
+            names += line.section(u'`', 1, 1).split(u' ', Qt::SkipEmptyParts);
+        }
+    }
+    return names;
+}
+
 QStringList smallLibrary()
 {
     QStringList statements;

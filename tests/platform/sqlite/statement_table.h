@@ -38,6 +38,9 @@ void PrintTo(const StatementCase& value, std::ostream* stream);
 /// All cases of the table, file by file.
 [[nodiscard]] std::vector<StatementCase> readStatementTable();
 
+/// The functions that the page about the dialect lists.
+[[nodiscard]] QStringList describedFunctions();
+
 /// The statements that make the small library, to be run in this order on a fresh one.
 [[nodiscard]] QStringList smallLibrary();
 
