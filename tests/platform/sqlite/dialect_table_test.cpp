@@ -126,6 +126,26 @@ INSTANTIATE_TEST_SUITE_P(OfTheDialect,
                                     std::to_string(test.param.line);
                          });
 
+TEST(SelectInto, MakesTheTableWithItsRowsOrNothing)
+{
+    const Suite suite;
+    const auto database = suite.open();
+    database->Execute(u"insert into todo (id, fid) values (1, 'kurz')"_s);
+    database->Execute(u"insert into todo (id, fid) values (2, string(300, 'x'))"_s);
+    try {
+        database->Execute(u"select id, fid & '' as t into neu from todo"_s);
+        ADD_FAILURE() << "the second text is longer than a text column";
+    } catch (const DbError& error) {
+        EXPECT_EQ(error.number(), dberror::kFieldTooSmall);
+    }
+    EXPECT_FALSE(database->tableDefs().Contains(u"neu"_s));
+    database->Execute(u"select id, fid & '' as t into neu from todo where id=1"_s);
+    EXPECT_EQ(database->RecordsAffected(), 1);
+    const auto sibling = suite.open();
+    ASSERT_TRUE(sibling->tableDefs().Contains(u"neu"_s));
+    EXPECT_EQ(rowsOf(*sibling->OpenRecordset(u"neu"_s)).join(u';').toStdString(), "1|kurz");
+}
+
 TEST(StatementTableSize, TriesEveryFunctionThatThePageAboutTheDialectLists)
 {
     QString accepted;
