@@ -140,6 +140,9 @@ int Session::execute(const Prepared& statement, const std::vector<Value>& parame
     return withStatement(statement.text, [&] {
         const Translation& translation = statement.translation;
         nextEpoch();
+        if (translation.kind == StatementKind::MakeTable) {
+            return makeTable(translation, parameters);
+        }
         if (translation.ddl) {
             schemaChange().apply(*translation.ddl);
             return 0;
@@ -153,6 +156,27 @@ int Session::execute(const Prepared& statement, const std::vector<Value>& parame
         action->run();
         return sqlite3_changes(m_connection.handle());
     });
+}
+
+int Session::makeTable(const Translation& translation, const std::vector<Value>& parameters)
+{
+    try {
+        WriteScope scope(m_transactions);
+        schemaChange().apply(*translation.ddl);
+        int rows = 0;
+        {
+            const auto fill = m_connection.statements().take(translation.sql, false);
+            fill->bindAll(parameters);
+            fill->run();
+            rows = sqlite3_changes(m_connection.handle());
+        }
+        scope.commit();
+        return rows;
+    } catch (...) {
+        // The table was known for a moment and is gone again.
+        m_catalogue.invalidate();
+        throw;
+    }
 }
 
 qint64 Session::dataVersion()

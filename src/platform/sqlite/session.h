@@ -73,6 +73,8 @@ public:
 private:
     [[nodiscard]] bool isCurrent(const Prepared& statement);
     [[nodiscard]] bool isOfSearchedTable(const Translation& translation) const;
+    /// A new table and its rows as one change. \return rows
+    int makeTable(const Translation& translation, const std::vector<Value>& parameters);
     std::shared_ptr<Prepared> makePrepared(const QString& text, bool allowParameters);
 
     Connection m_connection;

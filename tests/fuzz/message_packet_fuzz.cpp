@@ -1,6 +1,4 @@
 // Feeds the decoder of message packets with what the fuzzer makes up.
-//
-//   message_packet_fuzz -max_total_time=60
 
 #include "platform/linux/message_packet.h"
 
