@@ -50,7 +50,7 @@ TEST(RealDisplay, KeysOfTheKeyboardFilterTheListAndSortingAndFocusFollow)
 
 TEST(RealDisplay, ATitleStandsOnTheScreenAsItIsWithoutTheProgramsName)
 {
-    // Without a database beside it the program says so, under the title of all warnings.
+    // Without a database beside it the program says so, under the caption of its dialogs.
     const test::TempFolder folder;
     const QString program = folder.file(u"MelovaneDB"_s);
     ASSERT_TRUE(QFile::copy(QString::fromUtf8(MLV_CONSOLE), program));
@@ -64,7 +64,8 @@ TEST(RealDisplay, ATitleStandsOnTheScreenAsItIsWithoutTheProgramsName)
     ASSERT_TRUE(console.waitForStarted());
     EXPECT_TRUE(QTest::qWaitFor(
         [] {
-            return runBeside(u"xdotool"_s, {u"search"_s, u"--name"_s, u"^Achtung !$"_s});
+            return runBeside(u"xdotool"_s,
+                             {u"search"_s, u"--name"_s, u"^Melovane 3[.]4 build[(]150[)]$"_s});
         },
         20'000));
     console.kill();
