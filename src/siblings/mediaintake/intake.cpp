@@ -416,8 +416,7 @@ void Intake::refuse(const QString& path, int code, const QString& detail)
 
 void Intake::fail(const DbError& error)
 {
-    const QString known =
-        m_parts.texts.text(u"dberror.%1"_s.arg(error.number()), m_order.database);
+    const QString known = m_parts.texts.text(u"dberror.%1"_s.arg(error.number()), m_order.database);
     const QString why = reason(importerror::kDatabase, known.isEmpty() ? error.text() : known);
     if (m_library) {
         m_library->dropPortion();
