@@ -1,6 +1,6 @@
-#include "support/text_catalogue.h"
 #include "platform/system/ini_text.h"
 #include "platform/system/text_file.h"
+#include "support/text_catalogue.h"
 
 #include <QFile>
 #include <QRegularExpression>

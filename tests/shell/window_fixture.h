@@ -267,27 +267,38 @@ struct WindowFixture : public testing::Test
     SuiteMessages suite{*settings, engine, messages, control};
     SiblingControl siblings{folders.paths(), folders.files(), processes};
     std::function<void()> onLibrarySave = noted(QStringLiteral("library save"));
+    bool layoutChosen = false;
+    std::optional<GridFont> chosenFont;
     int shownPnid = 12;
     int currentPlid = 345;
-    MLVDB mlvdb{{*settings,
-                 texts,
-                 folders.paths(),
-                 folders.files(),
-                 loop,
-                 bus,
-                 data,
-                 siblings,
-                 suite,
-                 control,
-                 monitor,
-                 warnings,
-                 {noted(QStringLiteral("library start")), noted(QStringLiteral("library reload")),
-                  noted(QStringLiteral("library deleted")),
-                  noted(QStringLiteral("library missing")), [this] { onLibrarySave(); },
-                  [this](const QString& text) { log.append(QStringLiteral("find ") + text); }},
-                 {[this] { return shownPnid; }, [this] { return currentPlid; }},
-                 {noted(QStringLiteral("info")), noted(QStringLiteral("ask genre"))}},
-                {window, status, skin, menus, {&splits[0], &splits[1], &splits[2]}}};
+    MLVDB mlvdb{
+        {*settings,
+         texts,
+         folders.paths(),
+         folders.files(),
+         loop,
+         bus,
+         data,
+         siblings,
+         suite,
+         control,
+         monitor,
+         warnings,
+         {noted(QStringLiteral("library start")), noted(QStringLiteral("library reload")),
+          noted(QStringLiteral("library deleted")), noted(QStringLiteral("library missing")),
+          [this] { onLibrarySave(); }, noted(QStringLiteral("forget searches")),
+          [this](const QString& text) { log.append(QStringLiteral("find ") + text); }},
+         {[this] { return shownPnid; }, [this] { return currentPlid; }},
+         {noted(QStringLiteral("info")), noted(QStringLiteral("ask genre")),
+          [this] {
+              log.append(QStringLiteral("edit layout"));
+              return layoutChosen;
+          },
+          [this](const GridFont& present) {
+              log.append(QStringLiteral("choose font ") + present.name);
+              return chosenFont;
+          }}},
+        {window, status, skin, menus, {&splits[0], &splits[1], &splits[2]}}};
     BusSender others{bus, QStringLiteral("Tree")};
 };
 

@@ -57,6 +57,46 @@ TEST_F(WindowMenuTest, EveryEntryHasItsTextAndThoseOfLaterSayWhyTheyAreGrey)
     EXPECT_EQ(menus.captions.value(u"mnuDatenbereinigung"_s), texts.text(u"frmBerDB"_s));
 }
 
+TEST_F(WindowMenuTest, TheFontDialogKeepsTheFontAndTellsAllViews)
+{
+    log.clear();
+    click(u"mnuFont"_s);
+    EXPECT_EQ(log, QStringList{u"choose font Verdana"_s})
+        << "nothing changes when nothing is chosen";
+    chosenFont = GridFont{u"Nimbus Sans"_s, 13, true, 0};
+    QStringList sent;
+    const auto ear =
+        bus.subscribe([&sent](const MLVMessage& message) { sent.append(message.Command); });
+    click(u"mnuFont"_s);
+    EXPECT_EQ(sent, QStringList{u"update.color"_s});
+    EXPECT_EQ(settings->GetKeyValue(u"Color"_s, u"FontName"_s, {}), u"Nimbus Sans"_s);
+    EXPECT_EQ(settings->GetKeyValue(u"Color"_s, u"FontSize"_s, {}), u"13"_s);
+}
+
+TEST_F(WindowMenuTest, TheLayoutDialogSavesTheLayoutFirstAndLoadsAChangedOne)
+{
+    QStringList sent;
+    const auto ear = bus.subscribe([&sent](const MLVMessage& message) {
+        sent.append(QString(message.Command + u' ' + message.Value1.toText()).trimmed());
+    });
+    click(u"mnuDatenbank"_s);
+    EXPECT_EQ(sent, QStringList{u"save.layout.mp3db"_s});
+    layoutChosen = true;
+    sent.clear();
+    others.SendMessage(u"show.gridlayout"_s, u"DB"_s);
+    EXPECT_EQ(sent,
+              (QStringList{u"save.layout.mp3db"_s, u"load.layout.change.mp3db gridlayout_db.grx"_s,
+                           u"show.gridlayout DB"_s}))
+        << "answered while the question is on its way";
+}
+
+TEST_F(WindowMenuTest, TheSearchListIsForgottenByTheLibrary)
+{
+    log.clear();
+    click(u"mnuDelSuchlist"_s);
+    EXPECT_EQ(log, QStringList{u"forget searches"_s});
+}
+
 TEST_F(WindowMenuTest, ProgramsAreStartedWithTheirArguments)
 {
     for (const QString& name : {u"mnuConfig"_s, u"mnuImpMP3_0"_s, u"mnuImpMP3_1"_s,

@@ -324,8 +324,7 @@ AudioReading readAudio(MpegFile& file, qint64 begin, qint64 end)
     if (search.cutShort) {
         return refused(MediaFault::Truncated, u"media.cutshort");
     }
-    return refused(MediaFault::NoAudio,
-                   begin >= end ? u"media.onlytags" : u"media.noaudio");
+    return refused(MediaFault::NoAudio, begin >= end ? u"media.onlytags" : u"media.noaudio");
 }
 
 } // namespace melovane::linux_media

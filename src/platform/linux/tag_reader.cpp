@@ -31,8 +31,7 @@ MediaReading LinuxTagReader::read(const QString& path) const
     MediaReading reading;
     const LeadingTags leading = readId3v2(file, reading.tags);
     if (leading.oversized) {
-        return refused(MediaFault::TagSize,
-                       QStringLiteral("media.tagsize"));
+        return refused(MediaFault::TagSize, QStringLiteral("media.tagsize"));
     }
     const qint64 end = audioEnd(file, leading.end);
     AudioReading audio = readAudio(file, leading.end, end);

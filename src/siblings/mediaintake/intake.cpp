@@ -66,7 +66,7 @@ bool Intake::step(std::chrono::milliseconds budget)
         try {
             work(deadline);
         } catch (const DbError& error) {
-            fail(error.text());
+            fail(error);
         }
         if (std::chrono::steady_clock::now() >= deadline) {
             break;
@@ -414,9 +414,10 @@ void Intake::refuse(const QString& path, int code, const QString& detail)
     m_report.refused.push_back({path, code, reason(code, detail)});
 }
 
-void Intake::fail(const QString& text)
+void Intake::fail(const DbError& error)
 {
-    const QString why = reason(importerror::kDatabase, text);
+    const QString known = m_parts.texts.text(u"dberror.%1"_s.arg(error.number()), m_order.database);
+    const QString why = reason(importerror::kDatabase, known.isEmpty() ? error.text() : known);
     if (m_library) {
         m_library->dropPortion();
     }

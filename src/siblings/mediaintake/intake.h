@@ -21,6 +21,7 @@
 namespace melovane {
 
 class ConfigObjects;
+class DbError;
 
 /// What an import needs of the system. All outlive it. The reader is used on a second thread.
 struct IntakeParts
@@ -125,7 +126,7 @@ private:
     void note(int Portion::*count, const QString& path);
     void refuse(const QString& path, int code, const QString& detail);
     [[nodiscard]] QString reason(int code, const QString& detail) const;
-    void fail(const QString& text);
+    void fail(const DbError& error);
     void end();
 
     IntakeParts m_parts;
