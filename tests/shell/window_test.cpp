@@ -208,7 +208,7 @@ TEST_F(WindowTest, EveryToolButtonSaysWhatItDoes)
             EXPECT_FALSE(button->icon().isNull());
         }
     }
-    EXPECT_EQ(named, 5);
+    EXPECT_EQ(named, 11);
 }
 
 } // namespace

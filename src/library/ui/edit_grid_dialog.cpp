@@ -115,7 +115,7 @@ void EditGridDialog::fillChoices()
         auto* item = new QListWidgetItem(choice.heading, m_list);
         item->setData(Qt::UserRole, choice.field);
         item->setData(Qt::UserRole + 1, choice.chosen);
-        item->setIcon(m_icons.icon(choice.chosen ? u"check"_s : u"blank"_s, ThemeRole::Accent));
+        item->setIcon(m_icons.icon(choice.chosen ? u"ticked"_s : u"unticked"_s, ThemeRole::Accent));
         QFont font = item->font();
         font.setBold(choice.chosen);
         item->setFont(font);
