@@ -75,6 +75,7 @@ TEST_F(WindowMenuTest, TheFontDialogKeepsTheFontAndTellsAllViews)
 
 TEST_F(WindowMenuTest, TheLayoutDialogSavesTheLayoutFirstAndLoadsAChangedOne)
 {
+    mlvdb.load();
     QStringList sent;
     const auto ear = bus.subscribe([&sent](const MLVMessage& message) {
         sent.append(QString(message.Command + u' ' + message.Value1.toText()).trimmed());
