@@ -3,6 +3,7 @@
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
 #include "playlists/playlist_table.h"
+#include "playlists/row_statements.h"
 
 #include <QHash>
 
@@ -15,17 +16,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-Sid clamped(qint64 position)
-{
-    using Limits = std::numeric_limits<qint32>;
-    return Sid(std::clamp<qint64>(position, Limits::min(), Limits::max()));
-}
-
-std::vector<EntryPlace> placesWhere(Database& database, const QString& condition)
+std::vector<EntryPlace> readPlaces(Database& database, const QString& statement)
 {
     std::vector<EntryPlace> places;
-    const auto rows = database.OpenRecordset(u"select plid, pnid, sid from pl_all where "_s +
-                                             condition + u" order by sid, plid"_s);
+    const auto rows = database.OpenRecordset(statement);
     places.reserve(size_t(rows->rowCount()));
     for (; !rows->Eof(); rows->MoveNext()) {
         places.push_back({Plid(rows->value(0).toLong()), Pnid(rows->value(1).toLong()),
@@ -34,7 +28,19 @@ std::vector<EntryPlace> placesWhere(Database& database, const QString& condition
     return places;
 }
 
+std::vector<EntryPlace> placesWhere(Database& database, const QString& condition)
+{
+    return readPlaces(database, u"select plid, pnid, sid from pl_all where "_s + condition +
+                                    u" order by sid, plid"_s);
+}
+
 } // namespace
+
+Sid clampedSid(qint64 position)
+{
+    using Limits = std::numeric_limits<qint32>;
+    return Sid(std::clamp<qint64>(position, Limits::min(), Limits::max()));
+}
 
 qint64 nextSid(Database& database, Pnid list)
 {
@@ -43,13 +49,29 @@ qint64 nextSid(Database& database, Pnid list)
     return highest->value(u"msid").toInt64() + 1;
 }
 
-std::vector<EntryPlace> placesFrom(Database& database, Pnid list, std::optional<Sid> position)
+std::vector<EntryPlace> placesFrom(Database& database, Pnid list, Sid position)
 {
-    QString condition = u"PNID="_s + sql::number(numberOf(list));
-    if (position) {
-        condition += u" and SID>="_s + sql::number(numberOf(*position));
-    }
-    return placesWhere(database, condition);
+    return placesWhere(database, u"PNID="_s + sql::number(numberOf(list)) + u" and SID>="_s +
+                                     sql::number(numberOf(position)));
+}
+
+std::optional<EntryPlace> placeOf(Database& database, Plid entry)
+{
+    const auto found = placesWhere(database, u"plid="_s + sql::number(numberOf(entry)));
+    return found.empty() ? std::nullopt : std::optional(found.front());
+}
+
+std::optional<EntryPlace> neighbourOf(Database& database, const EntryPlace& place, int step)
+{
+    const QString side = step < 0 ? u"<"_s : u">"_s;
+    const QString way = step < 0 ? u" desc"_s : QString();
+    const QString sid = sql::number(numberOf(place.position));
+    const auto found =
+        readPlaces(database, u"select top 1 plid, pnid, sid from pl_all where pnid=%1 and sid%2=%3 "
+                             "and (sid%2%3 or plid%2%4) order by sid%5, plid%5"_s.arg(
+                                 sql::number(numberOf(place.list)), side, sid,
+                                 sql::number(numberOf(place.entry)), way));
+    return found.empty() ? std::nullopt : std::optional(found.front());
 }
 
 std::vector<Pnid> listsOf(Database& database, const QString& condition)
@@ -65,20 +87,15 @@ std::vector<Pnid> listsOf(Database& database, const QString& condition)
 
 PlaceWriter::PlaceWriter(Database& database, ListEdit& edit)
     : m_edit(edit)
-    , m_update(database.CreateQueryDef(
-          {},
-          u"parameters paramSid long, paramPnid long, paramPlid long; "
-          "update pl_all set sid=paramSid, pnid=paramPnid where plid=paramPlid"_s))
+    , m_update(database,
+               kEntryTable.toString(),
+               keyColumnOf(kEntryTable),
+               {{u"SID"_s, FieldType::Long}, {u"PNID"_s, FieldType::Long}})
 {}
-
-PlaceWriter::~PlaceWriter() = default;
 
 void PlaceWriter::write(const EntryPlace& from, Pnid list, Sid position)
 {
-    m_update->SetParameter(u"paramSid"_s, numberOf(position));
-    m_update->SetParameter(u"paramPnid"_s, numberOf(list));
-    m_update->SetParameter(u"paramPlid"_s, numberOf(from.entry));
-    m_update->Execute();
+    m_update.run(numberOf(from.entry), {numberOf(position), numberOf(list)});
     m_edit.moved(from.entry, {from.list, from.position}, {list, position});
 }
 
@@ -86,7 +103,7 @@ void makeRoom(Database& database, ListEdit& edit, Pnid list, Sid position, qint6
 {
     PlaceWriter writer(database, edit);
     for (const EntryPlace& place : placesFrom(database, list, position)) {
-        const Sid target = clamped(newFirst++);
+        const Sid target = clampedSid(newFirst++);
         if (target != place.position) {
             writer.write(place, list, target);
         }
@@ -109,7 +126,7 @@ void moveEntries(Database& database,
     PlaceWriter writer(database, edit);
     for (const QString& id : ids) {
         const auto place = known.constFind(entryNumber(id).value_or(0));
-        const Sid target = clamped(first++);
+        const Sid target = clampedSid(first++);
         if (place != known.cend()) {
             writer.write(*place, list, target);
         }
@@ -123,35 +140,28 @@ void addCopies(Database& database,
                qint64 first,
                UnknownEntry unknown)
 {
-    const auto set =
-        database.OpenRecordset(u"select * from pl_all where PNID="_s + sql::number(numberOf(list)) +
-                               u" and SID>="_s + sql::number(first) + u" order by sid"_s);
-    std::vector<std::pair<int, size_t>> copied; // column of the set, column of the source
-    for (int i = 0; i < set->fieldCount(); ++i) {
-        const QString name = set->fieldDef(i).Name.toUpper();
-        const auto source = std::find_if(
-            sources.columns.cbegin(), sources.columns.cend(),
-            [&](const QString& column) { return column.compare(name, Qt::CaseInsensitive) == 0; });
-        const bool isPlace = name == "PLID"_L1 || name == "SID"_L1 || name == "PNID"_L1;
-        if (!isPlace && source != sources.columns.cend()) {
-            copied.emplace_back(i, size_t(source - sources.columns.cbegin()));
+    QStringList names{u"SID"_s, u"PNID"_s};
+    std::vector<size_t> copied; // columns of the source behind these two
+    for (qsizetype i = 0; i < sources.columns.size(); ++i) {
+        const QString name = sources.columns[i].toUpper();
+        if (name != "PLID"_L1 && name != "SID"_L1 && name != "PNID"_L1) {
+            names.append(sources.columns[i]);
+            copied.push_back(size_t(i));
         }
     }
-    const int sid = set->fieldIndex(u"SID");
-    const int pnid = set->fieldIndex(u"PNID");
+    const QString table = kEntryTable.toString();
+    RowInsert insert(database, table, writtenColumns(database, table, names));
     for (const QString& id : ids) {
         const auto source = sources.rows.constFind(entryNumber(id).value_or(0));
         if (source == sources.rows.cend()) {
             first += unknown == UnknownEntry::KeepsItsPlace ? 1 : 0;
             continue;
         }
-        set->AddNew();
-        for (const auto& [to, from] : copied) {
-            set->setValue(to, (*source)[from]);
+        std::vector<Value> values{numberOf(clampedSid(first++)), numberOf(list)};
+        for (const size_t column : copied) {
+            values.push_back((*source)[column]);
         }
-        set->setValue(sid, numberOf(clamped(first++)));
-        set->setValue(pnid, numberOf(list));
-        set->Update();
+        insert.run(values);
     }
 }
 

@@ -3,17 +3,16 @@
 #include "playlists/list_edit.h"
 #include "playlists/pl_data.h"
 #include "playlists/playlist_ids.h"
+#include "playlists/row_statements.h"
 
 #include <QStringList>
 
-#include <memory>
 #include <optional>
 #include <vector>
 
 namespace melovane {
 
 class Database;
-class QueryDef;
 
 /// Where an entry stands.
 struct EntryPlace
@@ -23,28 +22,36 @@ struct EntryPlace
     Sid position;
 };
 
+/// A position as the table can hold it: beyond 32 bits it stops at the last one.
+[[nodiscard]] Sid clampedSid(qint64 position);
+
 /// One above the highest position of a list; 1 for an empty one. \throws DbError, as all below
 [[nodiscard]] qint64 nextSid(Database& database, Pnid list);
 
 /// The entries of a list from a position on, in their order.
-[[nodiscard]] std::vector<EntryPlace>
-placesFrom(Database& database, Pnid list, std::optional<Sid> position);
+[[nodiscard]] std::vector<EntryPlace> placesFrom(Database& database, Pnid list, Sid position);
+
+/// Nothing for an entry that is gone.
+[[nodiscard]] std::optional<EntryPlace> placeOf(Database& database, Plid entry);
+
+/// The entry in front of another (step -1) or behind it (1) in the same list; nothing at the ends.
+[[nodiscard]] std::optional<EntryPlace>
+neighbourOf(Database& database, const EntryPlace& place, int step);
 
 /// The lists of the entries that meet a condition.
 [[nodiscard]] std::vector<Pnid> listsOf(Database& database, const QString& condition);
 
-/// Writes places of entries and tells the edit. Positions beyond 32 bits stop at the last one.
+/// Writes places of entries and tells the edit.
 class PlaceWriter
 {
 public:
     PlaceWriter(Database& database, ListEdit& edit);
-    ~PlaceWriter();
 
     void write(const EntryPlace& from, Pnid list, Sid position);
 
 private:
     ListEdit& m_edit;
-    std::unique_ptr<QueryDef> m_update;
+    RowUpdate m_update;
 };
 
 /// Gives the entries from `position` on the positions `newFirst`, newFirst + 1 and so on; so gaps

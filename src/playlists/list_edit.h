@@ -49,6 +49,9 @@ public:
     /// A list that changes besides the one given at first; before its rows are touched.
     void alsoChanges(Pnid list);
 
+    /// The name by which the step is told, when it belongs to no list.
+    void setName(const QString& name) { m_name = name; }
+
     /// Rows of `pl_name` or `pl_group` that meet the condition and will be deleted.
     void removes(QStringView table, const QString& condition);
 

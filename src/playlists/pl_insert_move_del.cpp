@@ -247,22 +247,19 @@ void cls_PLInsertMoveDel::swapWithNeighbour(Plid entry, Pnid list, int step)
 {
     try {
         const auto database = m_engine.OpenDatabase(m_dbName);
-        const std::vector<EntryPlace> places = placesFrom(*database, list, std::nullopt);
-        const auto self = std::find_if(places.begin(), places.end(), [&](const EntryPlace& place) {
-            return place.entry == entry;
-        });
-        const std::ptrdiff_t neighbour = self - places.begin() + step;
-        if (self == places.end() || neighbour < 0 || neighbour >= std::ssize(places)) {
+        const std::optional<EntryPlace> self = placeOf(*database, entry);
+        const std::optional<EntryPlace> other =
+            self ? neighbourOf(*database, *self, step) : std::nullopt;
+        if (!other || self->list != list) {
             return;
         }
-        const EntryPlace& other = places[size_t(neighbour)];
         m_snapshots.UndoSnapshot(list, *database,
                                  step < 0 ? undoaction::kMoveUp : undoaction::kMoveDown);
         ListEdit edit(m_history, *database, step < 0 ? ListAction::MoveUp : ListAction::MoveDown,
                       list);
         PlaceWriter writer(*database, edit);
-        writer.write(*self, list, other.position);
-        writer.write(other, list, self->position);
+        writer.write(*self, list, other->position);
+        writer.write(*other, list, self->position);
         edit.commit();
     } catch (const DbError&) {
         // The rows stay where they are.

@@ -3,6 +3,7 @@
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/db/sql_text.h"
+#include "playlists/row_statements.h"
 
 #include <QHash>
 #include <QSet>
@@ -25,81 +26,16 @@ QString bracketed(const QString& name)
     return u'[' + name + u']';
 }
 
-QString typeWord(FieldType type)
-{
-    switch (type) {
-    case FieldType::Boolean:
-        return u"yesno"_s;
-    case FieldType::Long:
-        return u"long"_s;
-    case FieldType::Double:
-        return u"double"_s;
-    case FieldType::Date:
-        return u"datetime"_s;
-    case FieldType::Text:
-    case FieldType::Memo:
-        break;
-    }
-    return u"memo"_s;
-}
-
-/// The types of a difference's columns. \throws DbError for what is no table or column of lists: a
+/// The columns of a difference. \throws DbError for what is no table or column of lists: a
 /// difference may come from a damaged file
-std::vector<FieldType> typesOf(Database& database, const TableDelta& delta)
+std::vector<WrittenColumn> columnsOf(Database& database, const TableDelta& delta)
 {
     const QString key = keyColumnOf(delta.table);
     if (key.isEmpty() || delta.columns.value(0).compare(key, Qt::CaseInsensitive) != 0) {
         throw DbError(dberror::kObjectNotFound, u"No table of lists: "_s + delta.table);
     }
-    const std::vector<FieldDef> fields = database.tableDefs().Item(delta.table).Fields;
-    std::vector<FieldType> types;
-    for (const QString& column : delta.columns) {
-        const auto field = std::find_if(fields.begin(), fields.end(), [&](const FieldDef& known) {
-            return known.Name.compare(column, Qt::CaseInsensitive) == 0;
-        });
-        if (field == fields.end()) {
-            throw DbError(dberror::kItemNotFound, u"No column of lists: "_s + column);
-        }
-        types.push_back(field->Type);
-    }
-    return types;
+    return writtenColumns(database, delta.table, delta.columns);
 }
-
-/// Changes given columns of rows, one after the other.
-class RowUpdate
-{
-public:
-    RowUpdate(Database& database,
-              const TableDelta& delta,
-              const std::vector<FieldType>& types,
-              const std::vector<int>& columns)
-    {
-        QStringList declared{u"paramKey long"_s};
-        QStringList changes;
-        for (const int column : columns) {
-            m_names.append(u"param%1"_s.arg(column));
-            declared.append(m_names.last() + u' ' + typeWord(types[size_t(column)]));
-            changes.append(bracketed(delta.columns[column]) + u'=' + m_names.last());
-        }
-        m_query = database.CreateQueryDef(
-            {}, u"parameters %1; update %2 set %3 where %4=paramKey"_s.arg(
-                    declared.join(u", "_s), delta.table, changes.join(u", "_s),
-                    bracketed(delta.columns.front())));
-    }
-
-    void run(qint64 key, const std::vector<Value>& values)
-    {
-        m_query->SetParameter(u"paramKey"_s, key);
-        for (size_t i = 0; i < values.size(); ++i) {
-            m_query->SetParameter(m_names[qsizetype(i)], values[i]);
-        }
-        m_query->Execute();
-    }
-
-private:
-    QStringList m_names;
-    std::unique_ptr<QueryDef> m_query;
-};
 
 std::vector<qint64> keysOf(const TableDelta& delta, RowChange::Kind kind)
 {
@@ -119,7 +55,9 @@ void removeRows(Database& database, const TableDelta& delta, RowChange::Kind kin
     }
 }
 
-void alterRows(Database& database, const TableDelta& delta, const std::vector<FieldType>& types)
+void alterRows(Database& database,
+               const TableDelta& delta,
+               const std::vector<WrittenColumn>& columns)
 {
     std::vector<std::pair<std::vector<int>, RowUpdate>> updates;
     for (const RowChange& row : delta.rows) {
@@ -129,30 +67,25 @@ void alterRows(Database& database, const TableDelta& delta, const std::vector<Fi
         auto update = std::find_if(updates.begin(), updates.end(),
                                    [&](const auto& known) { return known.first == row.columns; });
         if (update == updates.end()) {
-            updates.emplace_back(row.columns, RowUpdate(database, delta, types, row.columns));
+            std::vector<WrittenColumn> written;
+            for (const int column : row.columns) {
+                written.push_back(columns[size_t(column)]);
+            }
+            updates.emplace_back(row.columns,
+                                 RowUpdate(database, delta.table, delta.columns.front(), written));
             update = std::prev(updates.end());
         }
         update->second.run(row.key, row.after);
     }
 }
 
-void addRows(Database& database, const TableDelta& delta)
+void addRows(Database& database, const TableDelta& delta, const std::vector<WrittenColumn>& columns)
 {
-    const auto set = database.OpenRecordset(
-        u"select * from %1 where %2 is null"_s.arg(delta.table, bracketed(delta.columns.front())));
-    std::vector<int> places;
-    for (const QString& column : delta.columns) {
-        places.push_back(set->fieldIndex(column));
-    }
+    RowInsert insert(database, delta.table, columns);
     for (const RowChange& row : delta.rows) {
-        if (row.kind != RowChange::Kind::Added) {
-            continue;
+        if (row.kind == RowChange::Kind::Added) {
+            insert.run(row.after);
         }
-        set->AddNew();
-        for (size_t i = 0; i < places.size(); ++i) {
-            set->setValue(places[i], row.after[i]);
-        }
-        set->Update();
     }
 }
 
@@ -302,7 +235,7 @@ QString orderMark(Database& database, Pnid list)
 bool standsBefore(Database& database, const ListDelta& delta)
 {
     return std::all_of(delta.begin(), delta.end(), [&](const TableDelta& table) {
-        [[maybe_unused]] const std::vector<FieldType> known = typesOf(database, table);
+        [[maybe_unused]] const std::vector<WrittenColumn> known = columnsOf(database, table);
         return tableStandsBefore(database, table);
     });
 }
@@ -310,11 +243,11 @@ bool standsBefore(Database& database, const ListDelta& delta)
 void applyDelta(Database& database, const ListDelta& delta)
 {
     for (const TableDelta& table : delta) {
-        const std::vector<FieldType> types = typesOf(database, table);
+        const std::vector<WrittenColumn> columns = columnsOf(database, table);
         removeRows(database, table, RowChange::Kind::Removed);
-        alterRows(database, table, types);
+        alterRows(database, table, columns);
         removeRows(database, table, RowChange::Kind::Added);
-        addRows(database, table);
+        addRows(database, table, columns);
     }
 }
 

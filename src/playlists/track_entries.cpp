@@ -3,9 +3,11 @@
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
 #include "platform/system/text_number.h"
+#include "playlists/entry_places.h"
+#include "playlists/playlist_table.h"
+#include "playlists/row_statements.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace melovane {
 
@@ -54,39 +56,18 @@ void TrackEntries::read(const QString& condition)
 
 void TrackEntries::append(Pnid list, qint64 before, int aktion)
 {
-    const auto set = m_database.OpenRecordset(u"select * from pl_all where pnid="_s +
-                                              sql::number(numberOf(list)) + u" order by sid"_s);
-    const auto column = [&](QStringView name) { return set->fieldIndex(name); };
-    const int fid = column(u"FID");
-    const int sid = column(u"SID");
-    const int pnid = column(u"PNID");
-    const int frameStart = column(u"FrameStart");
-    const int frameStop = column(u"FrameStop");
-    const int pitch = column(u"Pitch");
-    const int volume = column(u"Volume");
-    const int mixIn = column(u"MixIn");
-    const int mixOut = column(u"MixOut");
-    const int eq = column(u"eq");
-    const int action = column(u"Aktion");
+    RowInsert insert(
+        m_database, kEntryTable.toString(),
+        writtenColumns(m_database, kEntryTable.toString(),
+                       {u"FID"_s, u"SID"_s, u"PNID"_s, u"FrameStart"_s, u"FrameStop"_s, u"Pitch"_s,
+                        u"Volume"_s, u"MixIn"_s, u"MixOut"_s, u"EQ"_s, u"Aktion"_s}));
     for (const QString& id : m_fids) {
         const auto track = m_tracks.constFind(lowerCase(id));
-        if (track == m_tracks.cend()) {
-            continue;
+        if (track != m_tracks.cend()) {
+            insert.run({id, numberOf(clampedSid(++before)), numberOf(list), track->FrameStart,
+                        track->FrameStop, track->Pitch, track->Volume, track->MixIn, track->MixOut,
+                        track->eq, aktion});
         }
-        ++before;
-        set->AddNew();
-        set->setValue(fid, id);
-        set->setValue(sid, int(std::min<qint64>(before, std::numeric_limits<qint32>::max())));
-        set->setValue(pnid, numberOf(list));
-        set->setValue(frameStart, track->FrameStart);
-        set->setValue(frameStop, track->FrameStop);
-        set->setValue(pitch, track->Pitch);
-        set->setValue(volume, track->Volume);
-        set->setValue(mixIn, track->MixIn);
-        set->setValue(mixOut, track->MixOut);
-        set->setValue(eq, track->eq);
-        set->setValue(action, aktion);
-        set->Update();
     }
 }
 
