@@ -1,5 +1,6 @@
 #include "platform/sqlite/attachments.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
 
@@ -38,7 +39,7 @@ QString Attachments::schemaOf(const QString& path)
         break;
     }
     if (!id) {
-        throw DbError(dberror::kFileNotFound, u"The file does not exist: %1"_s.arg(path));
+        throw dbError(DbFault::FileNotFound, path);
     }
     // A link to the own file must not become a second connection to it: the two would wait for
     // each other.

@@ -1,5 +1,6 @@
 #include "platform/sqlite/backup.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 
 #include <QFile>
@@ -69,7 +70,7 @@ void copyPages(sqlite3* source, const QString& path)
 void createDatabaseFile(const QString& path)
 {
     if (fileId(path)) {
-        throw DbError(dberror::kObjectExists, u"The file exists already: %1"_s.arg(path));
+        throw dbError(DbFault::FileExists, path);
     }
     const TemporaryFile file(path);
     Connection::createFile(file.path());
@@ -79,7 +80,7 @@ void createDatabaseFile(const QString& path)
 void backupDatabase(Connection& source, const QString& target)
 {
     if (fileId(target) == source.id()) {
-        throw DbError(dberror::kCannotOpen, u"A database cannot be copied onto itself."_s);
+        throw dbError(DbFault::FileOntoItself, target);
     }
     const TemporaryFile file(target);
     copyPages(source.handle(), file.path());

@@ -1,5 +1,6 @@
 #include "platform/sqlite/catalogue.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
 #include "platform/sqlite/table_reader.h"
@@ -25,7 +26,7 @@ CatalogueObject::Kind kindOf(const QString& letter)
 
 [[noreturn]] void throwNotFound(const QString& name)
 {
-    throw DbError(dberror::kObjectNotFound, u"The table or query is not there: %1."_s.arg(name));
+    throw dbError(DbFault::SourceNotFound, name);
 }
 
 } // namespace

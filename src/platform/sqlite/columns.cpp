@@ -1,6 +1,6 @@
 #include "platform/sqlite/columns.h"
 
-#include "platform/db/db_error.h"
+#include "platform/db/db_fault.h"
 #include "platform/db/sql_text.h"
 #include "platform/sqlite/stored_text.h"
 #include "platform/system/text_number.h"
@@ -95,8 +95,7 @@ QString literal(const Value& value)
 
 [[noreturn]] void throwMismatch(const FieldDef& field)
 {
-    throw DbError(dberror::kTypeMismatch,
-                  u"The value does not fit the type of the column %1."_s.arg(field.Name));
+    throw dbError(DbFault::ValueMismatch, field.Name);
 }
 
 /// The number that a value is, not only begins with.
@@ -156,17 +155,27 @@ Value storableDate(const FieldDef& field, const Value& value)
     return value.isText() ? Value(moment) : Value(Value::Day{value.toDouble()});
 }
 
+/// Letters as the file counts them: one that takes two units of a QString is one.
+qsizetype lettersOf(const QString& text)
+{
+    qsizetype letters = text.size();
+    for (qsizetype i = 1; i < text.size(); ++i) {
+        letters -= text[i - 1].isHighSurrogate() && text[i].isLowSurrogate() ? 1 : 0;
+    }
+    return letters;
+}
+
 Value storableText(const FieldDef& field, const Value& value)
 {
     QString text = value.toText();
     text.remove(QChar(u'\0'));
-    if (field.Type == FieldType::Text && field.Size > 0 && text.size() > field.Size) {
-        throw DbError(dberror::kFieldTooSmall,
-                      u"The text is too long for the column %1."_s.arg(field.Name));
+    const bool tooLong = field.Type == FieldType::Text && field.Size > 0 &&
+                         text.size() > field.Size && lettersOf(text) > field.Size;
+    if (tooLong) {
+        throw dbError(DbFault::TextTooLong, field.Name);
     }
     if (text.isEmpty() && !field.AllowZeroLength) {
-        throw DbError(dberror::kTypeMismatch,
-                      u"The column %1 takes no empty text."_s.arg(field.Name));
+        throw dbError(DbFault::TextEmpty, field.Name);
     }
     return Value(text);
 }
@@ -231,7 +240,7 @@ FieldDef fieldOfType(const QString& declared)
     return foreignField(type);
 }
 
-QString columnClause(const FieldDef& field, bool key)
+QString columnClause(const QString& table, const FieldDef& field, bool key)
 {
     const QString name = quotedName(field.Name);
     if (field.Attributes & kFieldAutoNumber) {
@@ -246,9 +255,15 @@ QString columnClause(const FieldDef& field, bool key)
         clause += u" NOT NULL"_s;
     }
     clause += defaultClause(field);
+    const QString constraint = table + u'.' + field.Name;
     if (field.Type == FieldType::Text) {
         const int width = field.Size > 0 ? field.Size : kDefaultWidth;
-        clause += u" CONSTRAINT %1 CHECK(length(%1)<=%2)"_s.arg(name).arg(width);
+        clause +=
+            u" CONSTRAINT %1 CHECK(length(%2)<=%3)"_s.arg(quotedName(constraint), name).arg(width);
+    }
+    if (isText && !field.AllowZeroLength) {
+        clause +=
+            u" CONSTRAINT %1 CHECK(%2<>'')"_s.arg(quotedName(constraint + kZeroLengthMark), name);
     }
     return clause;
 }

@@ -3,6 +3,7 @@
 #include "platform/db/definitions.h"
 
 #include <QDateTime>
+#include <QLatin1StringView>
 
 /// Columns: how the file declares them, and what may enter them.
 namespace melovane::sqlite {
@@ -19,8 +20,12 @@ inline constexpr char16_t kRowColumn[] = u"mlv_row";
 /// as SQLite does.
 [[nodiscard]] FieldDef fieldOfType(const QString& declared);
 
-/// The column as it stands in `create table`. \param key it belongs to the primary key
-[[nodiscard]] QString columnClause(const FieldDef& field, bool key);
+/// Ends the name of the constraint that keeps empty texts out; no column's name can end so. Keep.
+inline constexpr QLatin1StringView kZeroLengthMark("!empty");
+
+/// The column as it stands in `create table`. Its constraints are named after table and column, so
+/// that the error of a failed one can name them. \param key it belongs to the primary key
+[[nodiscard]] QString columnClause(const QString& table, const FieldDef& field, bool key);
 
 /// The text behind `default`, empty for none. Allowed are a number, a text in quotes, a truth
 /// value, `null` and `now()`, `date()`, `time()`. \throws DbError kSyntax for others

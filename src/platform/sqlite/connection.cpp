@@ -1,5 +1,6 @@
 #include "platform/sqlite/connection.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/functions.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
@@ -125,8 +126,7 @@ void Connection::checkCatalogue()
         throwError(handle(), code);
     }
     if (number(u"SELECT count(*) FROM sqlite_schema WHERE name='mlv_object'"_s) != 1) {
-        throw DbError(dberror::kUnrecognisedFormat,
-                      u"The file is a database of another program."_s);
+        throw dbError(DbFault::FileOfAnother, m_path);
     }
 }
 

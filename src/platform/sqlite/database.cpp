@@ -1,5 +1,6 @@
 #include "platform/sqlite/database.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/query_def.h"
 #include "platform/sqlite/recordset.h"
 #include "platform/sqlite/sqlite_error.h"
@@ -16,7 +17,7 @@ constexpr qsizetype kLongestName = 80;
 
 [[noreturn]] void throwItemNotFound(const QString& name)
 {
-    throw DbError(dberror::kItemNotFound, u"Item not found in this collection: %1"_s.arg(name));
+    throw dbError(DbFault::ItemNotFound, name);
 }
 
 /// True for a text that begins as a statement does; others are names of tables and queries.
@@ -159,17 +160,14 @@ std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(const QString& source)
         const QString name = bareName(source);
         const CatalogueObject* object = open.catalogue().object(name);
         if (!object) {
-            throw DbError(dberror::kObjectNotFound,
-                          u"The table or query is not there: %1."_s.arg(name), source);
+            throw dbError(DbFault::SourceNotFound, name);
         }
         text = u"select * from [%1]"_s.arg(object->name);
     }
     const std::shared_ptr<const Prepared> statement = open.translate(text, false);
     if (!statement->translation.parameters.empty()) {
-        throw DbError(
-            dberror::kTooFewParameters,
-            u"The parameter %1 has no value."_s.arg(statement->translation.parameters.front().Name),
-            source);
+        throw dbError(DbFault::ParameterWithoutValue,
+                      statement->translation.parameters.front().Name);
     }
     return openRecordset(m_lease, statement, {});
 }
@@ -186,10 +184,8 @@ void SqliteDatabase::Execute(const QString& statement)
     }
     const std::shared_ptr<const Prepared> prepared = open.translate(statement, false);
     if (!prepared->translation.parameters.empty()) {
-        throw DbError(
-            dberror::kTooFewParameters,
-            u"The parameter %1 has no value."_s.arg(prepared->translation.parameters.front().Name),
-            statement);
+        throw dbError(DbFault::ParameterWithoutValue,
+                      prepared->translation.parameters.front().Name);
     }
     m_recordsAffected = open.execute(*prepared, {});
 }

@@ -1,6 +1,6 @@
 #include "platform/sqlite/database_file.h"
 
-#include "platform/db/db_error.h"
+#include "platform/db/db_fault.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -46,24 +46,19 @@ bool isPreviousEngine(const QByteArray& header)
             header.mid(kPreviousMagicSize, 3) == "ACE");
 }
 
-void checkHeader(const QByteArray& header)
+void checkHeader(const QString& path, const QByteArray& header)
 {
     if (isPreviousEngine(header)) {
-        throw DbError(dberror::kPreviousEngineFile,
-                      u"The file was made by a former version of the suite and its database "
-                      "engine. It cannot be opened directly; import it."_s);
+        throw dbError(DbFault::FileOfPrevious, path);
     }
     if (!header.startsWith(QByteArray(kMagic, sizeof kMagic))) {
-        throw DbError(dberror::kUnrecognisedFormat, header.isEmpty()
-                                                        ? u"The database file is empty."_s
-                                                        : u"The file is not a database."_s);
+        throw dbError(header.isEmpty() ? DbFault::FileEmpty : DbFault::FileIsNoDatabase, path);
     }
     if (header.size() < kHeaderSize) {
-        throw DbError(dberror::kCorrupt, u"The database file is cut off."_s);
+        throw dbError(DbFault::FileCutOff, path);
     }
     if (qFromBigEndian<qint32>(header.constData() + kApplicationIdAt) != kApplicationId) {
-        throw DbError(dberror::kUnrecognisedFormat,
-                      u"The file is a database of another program."_s);
+        throw dbError(DbFault::FileOfAnother, path);
     }
 }
 
@@ -84,7 +79,7 @@ void checkSize(const QString& path, const QByteArray& header)
     struct stat facts = {};
     if (::stat(systemPath(path).constData(), &facts) == 0 &&
         facts.st_size < pageSize * bigEndian(header, kPagesAt)) {
-        throw DbError(dberror::kCorrupt, u"The database file is cut off."_s);
+        throw dbError(DbFault::FileCutOff, path);
     }
 }
 
@@ -92,9 +87,8 @@ QByteArray readHeader(const QString& path)
 {
     const int file = ::open(systemPath(path).constData(), O_RDONLY | O_CLOEXEC);
     if (file < 0) {
-        throw DbError(dberror::kCannotOpen,
-                      u"The database file cannot be read (%1): %2"_s.arg(
-                          QString::fromLocal8Bit(std::strerror(errno)), path));
+        throw dbError(DbFault::FileCannotBeOpened, path,
+                      QString::fromLocal8Bit(std::strerror(errno)));
     }
     QByteArray header(kHeaderSize, '\0');
     const auto size = ::pread(file, header.data(), std::size_t(kHeaderSize), 0);
@@ -111,7 +105,7 @@ void syncPath(const QString& path, int flags)
         ::close(file);
     }
     if (!synced) {
-        throw DbError(dberror::kDiskError, u"The file cannot be written: %1"_s.arg(path));
+        throw dbError(DbFault::FileNotWritten, path);
     }
 }
 
@@ -148,16 +142,15 @@ FileId checkDatabaseFile(const QString& path)
     struct stat facts = {};
     if (::stat(systemPath(path).constData(), &facts) != 0) {
         const bool missing = errno == ENOENT || errno == ENOTDIR;
-        throw DbError(
-            missing ? dberror::kFileNotFound : dberror::kCannotOpen,
-            (missing ? u"The file does not exist: %1"_s : u"The file cannot be opened: %1"_s)
-                .arg(path));
+        throw missing ? dbError(DbFault::FileNotFound, path)
+                      : dbError(DbFault::FileCannotBeOpened, path,
+                                QString::fromLocal8Bit(std::strerror(errno)));
     }
     if (!S_ISREG(facts.st_mode)) {
-        throw DbError(dberror::kCannotOpen, u"This is not a file: %1"_s.arg(path));
+        throw dbError(DbFault::FileIsNoFile, path);
     }
     const QByteArray header = readHeader(path);
-    checkHeader(header);
+    checkHeader(path, header);
     checkSize(path, header);
     return {facts.st_dev, facts.st_ino};
 }
@@ -214,10 +207,7 @@ void moveIntoPlace(const QString& temporary, const QString& target, bool replace
         replace ? ::rename(from.constData(), to.constData()) == 0 : renameExclusive(from, to);
     if (!moved) {
         const bool taken = errno == EEXIST;
-        throw DbError(
-            taken ? dberror::kObjectExists : dberror::kDiskError,
-            (taken ? u"The file exists already: %1"_s : u"The file cannot be written: %1"_s)
-                .arg(target));
+        throw dbError(taken ? DbFault::FileExists : DbFault::FileNotWritten, target);
     }
     syncPath(QFileInfo(target).absolutePath(), O_RDONLY | O_DIRECTORY);
 }

@@ -1,5 +1,6 @@
 #include "platform/sqlite/query_def.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/columns.h"
 #include "platform/sqlite/recordset.h"
 #include "platform/sqlite/sqlite_error.h"
@@ -111,8 +112,7 @@ void SqliteQueryDef::SetParameter(const QString& name, const Value& value)
     }
     const auto place = m_places.constFind(nameKey(name));
     if (place == m_places.cend()) {
-        throw DbError(dberror::kItemNotFound,
-                      u"The query %1 has no parameter %2."_s.arg(m_name, name), m_sql);
+        withStatement(m_sql, [&] { throw dbError(DbFault::ParameterNotThere, name, m_name); });
     }
     m_values[*place] = parameterValue(m_known->translation.parameters[*place], value);
 }
@@ -123,10 +123,7 @@ std::vector<Value> SqliteQueryDef::values() const
     result.reserve(m_values.size());
     for (size_t i = 0; i < m_values.size(); ++i) {
         if (!m_values[i]) {
-            throw DbError(
-                dberror::kTooFewParameters,
-                u"The parameter %1 has no value."_s.arg(m_known->translation.parameters[i].Name),
-                m_sql);
+            throw dbError(DbFault::ParameterWithoutValue, m_known->translation.parameters[i].Name);
         }
         result.push_back(*m_values[i]);
     }

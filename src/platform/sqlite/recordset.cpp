@@ -1,5 +1,6 @@
 #include "platform/sqlite/recordset.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/columns.h"
 #include "platform/sqlite/sqlite_error.h"
 
@@ -11,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 [[noreturn]] void throwNoCurrentRecord()
 {
-    throw DbError(dberror::kNoCurrentRecord, u"There is no current record."_s);
+    throw dbError(DbFault::NoCurrentRecord);
 }
 
 } // namespace
@@ -31,7 +32,7 @@ Session& SqliteRecordset::session() const
 RowSet& SqliteRecordset::rows() const
 {
     if (!m_rows) {
-        throw DbError(dberror::kObjectClosed, u"The recordset was closed."_s);
+        throw dbError(DbFault::SetClosed);
     }
     return *m_rows;
 }
@@ -147,7 +148,7 @@ int SqliteRecordset::fieldCount() const
 const ResultColumn& SqliteRecordset::column(int index) const
 {
     if (index < 0 || index >= fieldCount()) {
-        throw DbError(dberror::kItemNotFound, u"Item not found in this collection."_s);
+        throw dbError(DbFault::ItemNotFound, QString::number(index));
     }
     return rows().columns()[std::size_t(index)];
 }
@@ -174,7 +175,7 @@ const Row& SqliteRecordset::currentRow() const
             return row;
         }
     }
-    throw DbError(dberror::kRecordDeleted, u"The record was deleted."_s);
+    throw dbError(DbFault::RecordDeleted);
 }
 
 Value SqliteRecordset::newValue(int index) const
@@ -202,10 +203,14 @@ bool SqliteRecordset::Updatable() const
 
 void SqliteRecordset::requireUpdatable() const
 {
-    if (!rows().isKeyed() || session().connection().isReadOnly()) {
-        throw DbError(dberror::kReadOnly, u"The recordset is read only."_s,
-                      rows().statement().text);
-    }
+    withStatement(rows().statement().text, [&] {
+        if (!rows().isKeyed()) {
+            throw dbError(DbFault::SetReadOnly);
+        }
+        if (session().connection().isReadOnly()) {
+            throw dbError(DbFault::FileReadOnly, session().connection().path());
+        }
+    });
 }
 
 void SqliteRecordset::start(Writing writing)
@@ -234,7 +239,7 @@ void SqliteRecordset::Edit()
 void SqliteRecordset::setValue(int index, const Value& value)
 {
     if (!m_writer) {
-        throw DbError(dberror::kUpdateWithoutEdit, u"Update without AddNew or Edit."_s);
+        throw dbError(DbFault::UpdateWithoutEdit);
     }
     [[maybe_unused]] const ResultColumn& existing = column(index);
     m_writer->set(index, value, m_writing == Writing::NewRow);
@@ -243,7 +248,7 @@ void SqliteRecordset::setValue(int index, const Value& value)
 void SqliteRecordset::Update()
 {
     if (!m_writer) {
-        throw DbError(dberror::kUpdateWithoutEdit, u"Update without AddNew or Edit."_s);
+        throw dbError(DbFault::UpdateWithoutEdit);
     }
     Session& open = session();
     withStatement(rows().statement().text, [&] {
@@ -331,7 +336,7 @@ std::unique_ptr<Recordset> openRecordset(const std::weak_ptr<SessionLease>& leas
     const QString text = statement->text;
     return withStatement(text, [&] {
         if (statement->translation.kind != StatementKind::Select) {
-            throw DbError(dberror::kSyntax, u"The statement gives no rows."_s);
+            throw dbError(DbFault::ActionOpened);
         }
         auto rows = std::make_shared<RowSet>(openSession(lease), std::move(statement),
                                              std::move(parameters));

@@ -1,5 +1,6 @@
 #include "platform/sqlite/row_writer.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/columns.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
@@ -19,7 +20,7 @@ QString tableName(const BaseTable& table)
 
 [[noreturn]] void throwDeleted()
 {
-    throw DbError(dberror::kRecordDeleted, u"The record was deleted."_s);
+    throw dbError(DbFault::RecordDeleted);
 }
 
 QString insertSql(const BaseTable& table, const std::map<QString, Value>& columns)
@@ -58,13 +59,17 @@ std::vector<Value> valuesOf(const std::map<QString, Value>& columns)
 
 } // namespace
 
+const BaseTable& RowWriter::tableOf(int table) const
+{
+    return m_set.statement().translation.tables[std::size_t(table)];
+}
+
 void RowWriter::set(int column, const Value& value, bool isNew)
 {
     const ResultColumn& target = m_set.columns()[std::size_t(column)];
     const bool fixedNumber = (target.field.Attributes & kFieldAutoNumber) != 0 && !isNew;
     if (target.table < 0 || fixedNumber) {
-        throw DbError(dberror::kReadOnly,
-                      u"The column %1 cannot be changed."_s.arg(target.field.Name));
+        throw dbError(DbFault::FieldReadOnly, target.field.Name);
     }
     m_pending[target.table][target.column] = storable(target.field, value);
 }
@@ -83,12 +88,12 @@ std::optional<Value> RowWriter::pending(int column) const
 RowWriter::Added RowWriter::insert(Session& session) const
 {
     if (m_pending.size() > 1) {
-        throw DbError(dberror::kReadOnly,
-                      u"A new row of a join can be written to one of its tables only."_s);
+        throw dbError(DbFault::RowOfTwoTables, tableOf(m_pending.begin()->first).name,
+                      tableOf(m_pending.rbegin()->first).name);
     }
     const int table = m_pending.empty() ? 0 : m_pending.begin()->first;
     const Columns columns = m_pending.empty() ? Columns() : m_pending.begin()->second;
-    const BaseTable& base = m_set.statement().translation.tables[std::size_t(table)];
+    const BaseTable& base = tableOf(table);
     const auto statement = session.connection().statements().take(insertSql(base, columns));
     statement->bindAll(valuesOf(columns));
     statement->run();
@@ -113,9 +118,9 @@ void RowWriter::update(Session& session, qint64 index) const
 void RowWriter::updateTable(Session& session, int table, qint64 key, const Columns& columns) const
 {
     if (key == kNoRow) {
-        throw DbError(dberror::kReadOnly, u"This row has no partner that could be changed."_s);
+        throw dbError(DbFault::RowWithoutPartner, tableOf(table).name);
     }
-    const BaseTable& base = m_set.statement().translation.tables[std::size_t(table)];
+    const BaseTable& base = tableOf(table);
     const auto statement = session.connection().statements().take(updateSql(base, columns));
     statement->bindAll(valuesOf(columns));
     statement->bind(int(columns.size()) + 1, Value(key));

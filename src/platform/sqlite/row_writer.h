@@ -42,6 +42,7 @@ public:
 private:
     using Columns = std::map<QString, Value>; ///< by column name of the table
 
+    [[nodiscard]] const BaseTable& tableOf(int table) const;
     void updateTable(Session& session, int table, qint64 key, const Columns& columns) const;
 
     const RowSet& m_set;

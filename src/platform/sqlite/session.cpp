@@ -1,5 +1,6 @@
 #include "platform/sqlite/session.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 
 #include <sqlite3.h>
@@ -115,7 +116,7 @@ int Session::execute(const Prepared& statement, const std::vector<Value>& parame
             return 0;
         }
         if (translation.kind == StatementKind::Select) {
-            throw DbError(dberror::kSyntax, u"A statement that gives rows cannot be executed."_s);
+            throw dbError(DbFault::SelectExecuted);
         }
         // One statement is one change by itself, and it takes its write lock before it reads.
         const auto action = m_connection.statements().take(translation.sql, statement.seenAgain);
@@ -147,7 +148,7 @@ Session& openSession(const std::weak_ptr<SessionLease>& lease)
 {
     const std::shared_ptr<SessionLease> open = lease.lock();
     if (!open) {
-        throw DbError(dberror::kObjectClosed, u"The database was closed."_s);
+        throw dbError(DbFault::DatabaseClosed);
     }
     return open->session();
 }

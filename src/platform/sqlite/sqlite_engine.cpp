@@ -1,5 +1,6 @@
 #include "platform/sqlite/sqlite_engine.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/backup.h"
 #include "platform/sqlite/database.h"
 #include "platform/sqlite/session_pool.h"
@@ -48,7 +49,7 @@ public:
     [[nodiscard]] Workspace& Workspaces(int index) override
     {
         if (index != 0) {
-            throw DbError(dberror::kItemNotFound, u"There is only workspace 0."_s);
+            throw dbError(DbFault::WorkspaceNotFound, QString::number(index));
         }
         return *this;
     }

@@ -1,5 +1,6 @@
 #include "platform/sqlite/statement.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
 #include "platform/system/text_number.h"
@@ -98,7 +99,7 @@ Statement::Statement(sqlite3* connection, const QString& sql)
     }
     if (!m_statement || !QByteArray(tail).trimmed().isEmpty()) {
         sqlite3_finalize(m_statement);
-        throw DbError(dberror::kSyntax, u"Exactly one statement is expected."_s);
+        throw dbError(DbFault::OneStatementOnly);
     }
 }
 

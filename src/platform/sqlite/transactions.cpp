@@ -1,5 +1,6 @@
 #include "platform/sqlite/transactions.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 
 #include <sqlite3.h>
@@ -30,10 +31,10 @@ void Transactions::begin()
 void Transactions::commit()
 {
     if (m_depth == 0) {
-        throw DbError(dberror::kOther, u"There is no transaction to commit."_s);
+        throw dbError(DbFault::NoTransaction);
     }
     if (wasUndone()) {
-        throw DbError(dberror::kOther, u"The transaction was undone after an error."_s);
+        throw dbError(DbFault::TransactionUndone);
     }
     try {
         m_connection.run(m_depth == 1 ? u"COMMIT"_s : u"RELEASE "_s + savepoint(m_depth - 1));

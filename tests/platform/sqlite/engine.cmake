@@ -3,6 +3,7 @@ mlv_test(engine_test LABEL logic
     SOURCES
         db/data_control_test.cpp
         sqlite/engine_catalogue_test.cpp
+        sqlite/engine_errors_test.cpp
         sqlite/engine_fixture.cpp sqlite/engine_fixture.h
         sqlite/engine_hostile_test.cpp
         sqlite/engine_links_test.cpp

@@ -350,7 +350,7 @@ TEST_F(EngineRecordset, AnAutoNumberCanBeGivenButNotChanged)
     set->SetBookmark(set->LastModified());
     EXPECT_EQ(set->value(u"PLID").toLong(), 100);
     set->Edit();
-    EXPECT_EQ(errorOf([&] { set->setValue(u"PLID", 5); }), dberror::kReadOnly);
+    EXPECT_EQ(errorOf([&] { set->setValue(u"PLID", 5); }), dberror::kFieldReadOnly);
     set->AddNew();
     set->setValue(u"PLID", 100);
     EXPECT_EQ(errorOf([&] { set->Update(); }), dberror::kDuplicateKey);
@@ -516,7 +516,7 @@ TEST_F(EngineJoin, OneColumnUnderTwoNamesShowsWhatWasSet)
     set->Edit();
     set->setValue(u"Start", 77);
     EXPECT_EQ(set->value(u"FrameStart").toLong(), 77);
-    EXPECT_EQ(errorOf([&] { set->setValue(u"Nr", 1); }), dberror::kReadOnly);
+    EXPECT_EQ(errorOf([&] { set->setValue(u"Nr", 1); }), dberror::kFieldReadOnly);
     set->Update();
     EXPECT_EQ(set->value(u"FrameStart").toLong(), 77);
 }
