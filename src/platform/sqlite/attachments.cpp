@@ -64,7 +64,6 @@ QString Attachments::attach(const QString& path, const FileId& id)
     }
     m_entries.push_back(entry);
     try {
-        m_connection.run(u"PRAGMA %1.synchronous=FULL"_s.arg(entry.schema));
         m_entries.back().dataVersion = pragma(entry.schema, u"data_version"_s);
     } catch (const DbError&) {
         detach(m_entries.size() - 1);
