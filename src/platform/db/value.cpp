@@ -60,9 +60,14 @@ double dayNumber(const QDateTime& moment)
     return double(kDayZero.daysTo(local.date())) + local.time().msecsSinceStartOfDay() / kMsPerDay;
 }
 
+bool isDayNumber(double day)
+{
+    return day >= kFirstDay && day <= kLastDay; // not a number is neither
+}
+
 QDateTime fromDayNumber(double day)
 {
-    if (!std::isfinite(day) || day < kFirstDay || day > kLastDay) {
+    if (!isDayNumber(day)) {
         return {};
     }
     double whole = std::floor(day);

@@ -2,6 +2,7 @@
 
 #include "platform/db/db_fault.h"
 #include "platform/db/sql_text.h"
+#include "platform/sqlite/column_defaults.h"
 #include "platform/sqlite/stored_text.h"
 #include "platform/system/text_number.h"
 
@@ -16,74 +17,6 @@ using namespace Qt::Literals::StringLiterals;
 
 /// Width of a text column that was made without one.
 constexpr int kDefaultWidth = 255;
-
-/// Day number of now in SQLite's own words; our functions may not stand in a schema.
-constexpr auto kNowClause = "(julianday('now','localtime')-2415018.5)"_L1;
-constexpr auto kTodayClause = "(julianday('now','localtime','start of day')-2415018.5)"_L1;
-constexpr auto kTimeClause =
-    "(julianday('now','localtime')-julianday('now','localtime','start of day'))"_L1;
-
-struct Default
-{
-    enum class Kind
-    {
-        Constant,
-        Now,
-        Date,
-        Time
-    } kind = Kind::Constant;
-    Value constant;
-};
-
-bool isQuoted(QStringView text)
-{
-    return text.size() >= 2 && (text.front() == u'\'' || text.front() == u'"') &&
-           text.back() == text.front();
-}
-
-Default quotedDefault(const QString& text)
-{
-    QString inner = text.sliced(1, text.size() - 2);
-    const QString twice(2, text.front());
-    return {Default::Kind::Constant, Value(inner.replace(twice, text.left(1)))};
-}
-
-Default parseDefault(const QString& expression)
-{
-    QString text = expression.trimmed();
-    if (text.startsWith(u'=')) {
-        text = text.sliced(1).trimmed();
-    }
-    if (isQuoted(text)) {
-        return quotedDefault(text);
-    }
-    QString word = text.toLower();
-    word.remove("()"_L1);
-    if (word == "now"_L1) {
-        return {Default::Kind::Now, {}};
-    }
-    if (word == "date"_L1) {
-        return {Default::Kind::Date, {}};
-    }
-    if (word == "time"_L1) {
-        return {Default::Kind::Time, {}};
-    }
-    if (word == "true"_L1 || word == "yes"_L1 || word == "on"_L1) {
-        return {Default::Kind::Constant, Value(true)};
-    }
-    if (word == "false"_L1 || word == "no"_L1 || word == "off"_L1) {
-        return {Default::Kind::Constant, Value(false)};
-    }
-    if (word.isEmpty() || word == "null"_L1) {
-        return {};
-    }
-    bool isNumber = false;
-    const double number = text.toDouble(&isNumber);
-    if (!isNumber || !std::isfinite(number)) {
-        throw DbError(dberror::kSyntax, u"Not a default value of a column: %1"_s.arg(expression));
-    }
-    return {Default::Kind::Constant, Value(number)};
-}
 
 QString literal(const Value& value)
 {
@@ -148,29 +81,27 @@ Value storableDouble(const FieldDef& field, const Value& value)
 
 Value storableDate(const FieldDef& field, const Value& value)
 {
-    const QDateTime moment = value.toDateTime();
-    if (!moment.isValid()) {
+    if (value.isText()) {
+        const QDateTime moment = value.toDateTime();
+        if (!moment.isValid()) {
+            throwMismatch(field);
+        }
+        return Value(moment);
+    }
+    // Asked as a number: a local time would look for the time zone at each call.
+    const double day = value.toDouble();
+    if (!isDayNumber(day)) {
         throwMismatch(field);
     }
-    return value.isText() ? Value(moment) : Value(Value::Day{value.toDouble()});
-}
-
-/// Letters as the file counts them: one that takes two units of a QString is one.
-qsizetype lettersOf(const QString& text)
-{
-    qsizetype letters = text.size();
-    for (qsizetype i = 1; i < text.size(); ++i) {
-        letters -= text[i - 1].isHighSurrogate() && text[i].isLowSurrogate() ? 1 : 0;
-    }
-    return letters;
+    return Value(Value::Day{day});
 }
 
 Value storableText(const FieldDef& field, const Value& value)
 {
     QString text = value.toText();
     text.remove(QChar(u'\0'));
-    const bool tooLong = field.Type == FieldType::Text && field.Size > 0 &&
-                         text.size() > field.Size && lettersOf(text) > field.Size;
+    const bool tooLong =
+        field.Type == FieldType::Text && field.Size > 0 && text.size() > field.Size;
     if (tooLong) {
         throw dbError(DbFault::TextTooLong, field.Name);
     }
@@ -270,39 +201,17 @@ QString columnClause(const QString& table, const FieldDef& field, bool key)
 
 QString defaultClause(const FieldDef& field)
 {
-    const Default parsed = parseDefault(field.DefaultValue);
-    switch (parsed.kind) {
-    case Default::Kind::Now:
-        return u" DEFAULT "_s + kNowClause;
-    case Default::Kind::Date:
-        return u" DEFAULT "_s + kTodayClause;
-    case Default::Kind::Time:
-        return u" DEFAULT "_s + kTimeClause;
-    case Default::Kind::Constant:
-        break;
+    const std::optional<Value> constant = constantDefault(field);
+    if (!constant) {
+        // Asked for its error: what cannot be computed later is no default.
+        [[maybe_unused]] const auto computable = computedDefaults({field});
+        const QString clock = clockDefault(field);
+        return clock.isEmpty() ? QString() : u" DEFAULT "_s + clock;
     }
-    const bool isTruth = field.Type == FieldType::Boolean;
-    if (parsed.constant.isNull() && !isTruth) {
+    if (constant->isNull() && field.Type != FieldType::Boolean) {
         return {};
     }
-    return u" DEFAULT "_s + literal(storable(field, parsed.constant));
-}
-
-Value defaultValue(const FieldDef& field, const QDateTime& now)
-{
-    const Default parsed = parseDefault(field.DefaultValue);
-    const double day = dayNumber(now);
-    switch (parsed.kind) {
-    case Default::Kind::Now:
-        return storable(field, Value(Value::Day{day}));
-    case Default::Kind::Date:
-        return storable(field, Value(Value::Day{std::floor(day)}));
-    case Default::Kind::Time:
-        return storable(field, Value(Value::Day{day - std::floor(day)}));
-    case Default::Kind::Constant:
-        break;
-    }
-    return storable(field, parsed.constant);
+    return u" DEFAULT "_s + literal(storable(field, *constant));
 }
 
 Value storable(const FieldDef& field, const Value& value)

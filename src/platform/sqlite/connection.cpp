@@ -116,7 +116,6 @@ void Connection::configure(const ConnectionOptions& options)
     sqlite3_busy_handler(db, waitForOthers, &m_busyTimeout);
     registerFunctions(db, options.now);
     run(kCacheSize);
-    run(u"PRAGMA temp_store=MEMORY"_s);
     run(u"PRAGMA synchronous=FULL"_s);
 }
 

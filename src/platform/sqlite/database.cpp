@@ -1,6 +1,7 @@
 #include "platform/sqlite/database.h"
 
 #include "platform/db/db_fault.h"
+#include "platform/sqlite/pasted_insert.h"
 #include "platform/sqlite/query_def.h"
 #include "platform/sqlite/recordset.h"
 #include "platform/sqlite/sqlite_error.h"
@@ -182,12 +183,39 @@ void SqliteDatabase::Execute(const QString& statement)
         m_recordsAffected = stored->RecordsAffected();
         return;
     }
+    if (executePasted(statement)) {
+        return;
+    }
     const std::shared_ptr<const Prepared> prepared = open.translate(statement, false);
     if (!prepared->translation.parameters.empty()) {
         throw dbError(DbFault::ParameterWithoutValue,
                       prepared->translation.parameters.front().Name);
     }
     m_recordsAffected = open.execute(*prepared, {});
+}
+
+bool SqliteDatabase::executePasted(const QString& statement)
+{
+    const std::optional<PastedInsert> apart = takeApart(statement);
+    if (!apart) {
+        return false;
+    }
+    Session& open = session();
+    std::shared_ptr<const Prepared> shared;
+    try {
+        shared = open.translate(apart->statement, true);
+    } catch (const DbError&) {
+        return false; // the statement itself is to tell what is wrong with it
+    }
+    if (shared->translation.parameters.size() != apart->values.size()) {
+        return false;
+    }
+    try {
+        m_recordsAffected = open.execute(*shared, apart->values);
+    } catch (const DbError& error) {
+        throw DbError(error.number(), error.text(), statement);
+    }
+    return true;
 }
 
 std::unique_ptr<QueryDef> SqliteDatabase::CreateQueryDef(const QString& name, const QString& sql)

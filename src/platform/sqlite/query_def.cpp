@@ -4,7 +4,6 @@
 #include "platform/sqlite/columns.h"
 #include "platform/sqlite/recordset.h"
 #include "platform/sqlite/sqlite_error.h"
-#include "platform/sqlite/stored_text.h"
 
 #include <utility>
 
@@ -50,10 +49,14 @@ QueryType queryTypeOf(Session& session, const QString& sql)
 
 Value parameterValue(const ParameterDef& parameter, const Value& value)
 {
+    const bool isText = parameter.Type == FieldType::Text || parameter.Type == FieldType::Memo;
+    if (value.isNull() || (isText && value.isText())) {
+        return value;
+    }
     FieldDef field;
     field.Name = parameter.Name;
     field.Type = parameter.Type;
-    return value.isNull() ? Value() : storable(field, value);
+    return storable(field, value);
 }
 
 SqliteQueryDef::SqliteQueryDef(std::weak_ptr<SessionLease> lease,
@@ -68,7 +71,8 @@ SqliteQueryDef::SqliteQueryDef(std::weak_ptr<SessionLease> lease,
 
 std::shared_ptr<const Prepared> SqliteQueryDef::prepared() const
 {
-    return openSession(m_lease).translate(m_sql, true);
+    Session& session = openSession(m_lease);
+    return m_known && session.holds(*m_known) ? m_known : session.translate(m_sql, true);
 }
 
 std::vector<FieldDef> SqliteQueryDef::Fields() const
@@ -92,13 +96,10 @@ void SqliteQueryDef::know(const std::shared_ptr<const Prepared>& statement)
         return;
     }
     // The catalogue has changed since: values keep their names, numbers may be others.
-    const QHash<QString, size_t> places = std::exchange(m_places, {});
     const std::vector<std::optional<Value>> values = std::exchange(m_values, {});
     for (const ParameterDef& parameter : statement->translation.parameters) {
-        const QString key = nameKey(parameter.Name);
-        const auto former = places.constFind(key);
-        m_places.insert(key, m_values.size());
-        m_values.push_back(former == places.cend() ? std::nullopt : values[*former]);
+        const int former = m_known ? m_known->parameters.find(parameter.Name) : -1;
+        m_values.push_back(former < 0 ? std::nullopt : values[std::size_t(former)]);
     }
     m_known = statement;
 }
@@ -110,11 +111,12 @@ void SqliteQueryDef::SetParameter(const QString& name, const Value& value)
     if (!m_known) {
         know(prepared());
     }
-    const auto place = m_places.constFind(nameKey(name));
-    if (place == m_places.cend()) {
+    const int place = m_known->parameters.find(name);
+    if (place < 0) {
         withStatement(m_sql, [&] { throw dbError(DbFault::ParameterNotThere, name, m_name); });
     }
-    m_values[*place] = parameterValue(m_known->translation.parameters[*place], value);
+    const auto number = std::size_t(place);
+    m_values[number] = parameterValue(m_known->translation.parameters[number], value);
 }
 
 std::vector<Value> SqliteQueryDef::values() const

@@ -3,8 +3,6 @@
 #include "platform/db/database.h"
 #include "platform/sqlite/session.h"
 
-#include <QHash>
-
 #include <optional>
 #include <vector>
 
@@ -42,7 +40,6 @@ private:
     QString m_sql;
     QueryType m_type;
     std::shared_ptr<const Prepared> m_known;    ///< the statement that the values belong to
-    QHash<QString, size_t> m_places;            ///< number of a parameter by its nameKey
     std::vector<std::optional<Value>> m_values; ///< by number; nothing before it is set
     int m_recordsAffected = 0;
 };

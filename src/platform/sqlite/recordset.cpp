@@ -178,22 +178,15 @@ const Row& SqliteRecordset::currentRow() const
     throw dbError(DbFault::RecordDeleted);
 }
 
-Value SqliteRecordset::newValue(int index) const
-{
-    const ResultColumn& source = column(index);
-    const bool isPlain = source.table >= 0 && (source.field.Attributes & kFieldAutoNumber) == 0;
-    return isPlain ? defaultValue(source.field, session().now()) : Value();
-}
-
 Value SqliteRecordset::value(int index) const
 {
     [[maybe_unused]] const ResultColumn& existing = column(index);
-    if (m_writer) {
-        if (const std::optional<Value> pending = m_writer->pending(index)) {
-            return *pending;
+    if (isWriting()) {
+        if (std::optional<Value> written = m_writer->value(index)) {
+            return *std::move(written);
         }
     }
-    return m_writing == Writing::NewRow ? newValue(index) : currentRow().cells[std::size_t(index)];
+    return currentRow().cells[std::size_t(index)];
 }
 
 bool SqliteRecordset::Updatable() const
@@ -213,16 +206,18 @@ void SqliteRecordset::requireUpdatable() const
     });
 }
 
-void SqliteRecordset::start(Writing writing)
+void SqliteRecordset::start(RowWriter::Kind kind)
 {
-    m_writing = writing;
-    m_writer = std::make_unique<RowWriter>(rows());
+    if (!m_writer) {
+        m_writer = std::make_unique<RowWriter>(rows());
+    }
+    m_writer->start(session(), kind);
 }
 
 void SqliteRecordset::AddNew()
 {
     requireUpdatable();
-    start(Writing::NewRow);
+    start(RowWriter::Kind::NewRow);
 }
 
 void SqliteRecordset::Edit()
@@ -233,26 +228,26 @@ void SqliteRecordset::Edit()
         rows().forget(m_index);
     }
     [[maybe_unused]] const Row& row = currentRow();
-    start(Writing::CurrentRow);
+    start(RowWriter::Kind::CurrentRow);
 }
 
 void SqliteRecordset::setValue(int index, const Value& value)
 {
-    if (!m_writer) {
+    if (!isWriting()) {
         throw dbError(DbFault::UpdateWithoutEdit);
     }
     [[maybe_unused]] const ResultColumn& existing = column(index);
-    m_writer->set(index, value, m_writing == Writing::NewRow);
+    m_writer->set(index, value);
 }
 
 void SqliteRecordset::Update()
 {
-    if (!m_writer) {
+    if (!isWriting()) {
         throw dbError(DbFault::UpdateWithoutEdit);
     }
     Session& open = session();
     withStatement(rows().statement().text, [&] {
-        if (m_writing == Writing::NewRow) {
+        if (m_writer->isNewRow()) {
             writeNewRow(open);
         } else {
             m_writer->update(open, m_index);
@@ -281,8 +276,9 @@ void SqliteRecordset::writeNewRow(Session& session)
 
 void SqliteRecordset::CancelUpdate()
 {
-    m_writing = Writing::Nothing;
-    m_writer.reset();
+    if (m_writer) {
+        m_writer->cancel();
+    }
 }
 
 void SqliteRecordset::Delete()
@@ -313,6 +309,7 @@ void SqliteRecordset::Requery()
         return std::make_shared<RowSet>(open, open.translate(text, hasParameters),
                                         rows().parameters());
     });
+    m_writer.reset();
     m_lastModified = {};
     m_reached = 0;
     MoveFirst();
@@ -325,7 +322,7 @@ void SqliteRecordset::Refresh()
 
 void SqliteRecordset::Close()
 {
-    CancelUpdate();
+    m_writer.reset();
     m_rows.reset();
 }
 

@@ -25,8 +25,8 @@ struct Row
 class RowPages
 {
 public:
-    /// Rows of a page: somewhat more than a window shows.
-    static constexpr qint64 kPageRows = 64;
+    /// Rows of a page: few, because a look that begins or ends inside one reads it all.
+    static constexpr qint64 kPageRows = 16;
 
     /// The row's place in a kept page, or null.
     [[nodiscard]] Row* find(qint64 row);
@@ -38,7 +38,7 @@ public:
     void clear() { m_pages.clear(); }
 
 private:
-    static constexpr std::size_t kMostPages = 8;
+    static constexpr std::size_t kMostPages = 32;
 
     struct Page
     {

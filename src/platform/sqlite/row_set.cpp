@@ -39,6 +39,14 @@ private:
     bool m_own;
 };
 
+/// The row ids in the present row of a statement.
+void appendKeys(const Statement& statement, KeyList& keys)
+{
+    for (int table = 0; table < keys.width(); ++table) {
+        keys.append(statement.isNull(table) ? kNoRow : statement.number(table));
+    }
+}
+
 void readCells(const Statement& statement,
                int firstColumn,
                const std::vector<ResultColumn>& columns,
@@ -60,9 +68,6 @@ RowSet::RowSet(Session& session,
     : m_statement(std::move(statement))
     , m_parameters(std::move(parameters))
 {
-    for (int i = int(columns().size()) - 1; i >= 0; --i) {
-        m_columnIndexes.insert(nameKey(columns()[std::size_t(i)].field.Name), i);
-    }
     m_epoch = session.epoch();
     if (!isKeyed()) {
         readRows(session);
@@ -71,13 +76,9 @@ RowSet::RowSet(Session& session,
     const int width = int(m_statement->translation.tables.size());
     auto keys = std::make_shared<KeyList>(width);
     readKeys(session, *keys);
+    keys->shrink();
     m_keys = std::move(keys);
     m_added = KeyList(width);
-}
-
-int RowSet::columnIndex(QStringView name) const
-{
-    return m_columnIndexes.value(nameKey(name), -1);
 }
 
 qint64 RowSet::size() const
@@ -178,16 +179,21 @@ qint64 RowSet::append(Session& session, int table, qint64 key)
         m_added.append(key);
         return size() - 1;
     }
-    // Which rows of the other tables belong to it, only the join itself can tell.
-    KeyList fresh(m_added.width());
-    readKeys(session, fresh);
-    const qint64 row = fresh.rowOf(key, table);
-    if (row < 0) {
+    // Which rows of the other tables belong to it, only the join itself can tell. SQLite takes the
+    // condition into the join, so that this is a search by key and no walk through all rows.
+    QStringList names;
+    for (int i = 0; i < m_added.width(); ++i) {
+        names.append(u"k%1"_s.arg(i));
+    }
+    const auto statement = session.connection().statements().take(
+        u"WITH k("_s + names.join(u',') + u") AS ("_s + m_statement->translation.keySql +
+        u") SELECT * FROM k WHERE k%1=?%2 LIMIT 1"_s.arg(table).arg(m_parameters.size() + 1));
+    statement->bindAll(m_parameters);
+    statement->bind(int(m_parameters.size()) + 1, Value(key));
+    if (!statement->step()) {
         return -1;
     }
-    for (int i = 0; i < m_added.width(); ++i) {
-        m_added.append(fresh.keyAt(row, i));
-    }
+    appendKeys(*statement, m_added);
     return size() - 1;
 }
 
@@ -212,9 +218,7 @@ void RowSet::readKeys(Session& session, KeyList& keys) const
                                                                   m_statement->seenAgain);
     statement->bindAll(m_parameters);
     while (statement->step()) {
-        for (int table = 0; table < keys.width(); ++table) {
-            keys.append(statement->isNull(table) ? kNoRow : statement->number(table));
-        }
+        appendKeys(*statement, keys);
     }
 }
 

@@ -90,11 +90,23 @@ std::shared_ptr<Prepared> Session::makePrepared(const QString& text, bool allowP
     made->text = text;
     made->translation =
         sqlite::translate(text, NotingSource(m_catalogue, schemas), allowParameters);
+    for (const ResultColumn& column : made->translation.columns) {
+        made->columns.add(column.field.Name);
+    }
+    for (const ParameterDef& parameter : made->translation.parameters) {
+        made->parameters.add(parameter.Name);
+    }
     made->catalogueVersion = m_catalogue.version();
     for (const QString& schema : schemas) {
         made->sideFiles.emplace_back(schema, m_attachments.versionOf(schema));
     }
     return made;
+}
+
+bool Session::holds(const Prepared& statement)
+{
+    m_catalogue.refresh();
+    return isCurrent(statement);
 }
 
 bool Session::isCurrent(const Prepared& statement)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/sqlite/catalogue.h"
+#include "platform/sqlite/name_index.h"
 #include "platform/sqlite/schema_change.h"
 #include "platform/sqlite/transactions.h"
 
@@ -11,6 +12,8 @@ struct Prepared
 {
     QString text; ///< as the caller wrote it
     Translation translation;
+    NameIndex columns;    ///< numbers of the result columns
+    NameIndex parameters; ///< numbers of the parameters
     /// Side files that it names: schema and its version when it was translated.
     std::vector<std::pair<QString, qint64>> sideFiles;
     qint64 catalogueVersion = 0;
@@ -41,6 +44,9 @@ public:
     /// \throws DbError with the text as statement
     [[nodiscard]] std::shared_ptr<const Prepared> translate(const QString& text,
                                                             bool allowParameters);
+
+    /// True when the statement can still be run as it was translated.
+    [[nodiscard]] bool holds(const Prepared& statement);
 
     /// Runs an action statement as one change. \return rows touched
     int execute(const Prepared& statement, const std::vector<Value>& parameters);
