@@ -102,6 +102,7 @@ private:
 
 /// Day number of a local date and time; milliseconds are kept. Invalid gives 0.
 [[nodiscard]] double dayNumber(const QDateTime& moment);
+[[nodiscard]] double dayNumber(QDate date, QTime time);
 
 /// True for the numbers that fromDayNumber() turns into a date: years 100 to 9999.
 [[nodiscard]] bool isDayNumber(double day);

@@ -5,6 +5,7 @@
 #include "platform/sqlite/recordset.h"
 #include "platform/sqlite/sqlite_error.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace melovane::sqlite {
@@ -96,10 +97,12 @@ void SqliteQueryDef::know(const std::shared_ptr<const Prepared>& statement)
         return;
     }
     // The catalogue has changed since: values keep their names, numbers may be others.
-    const std::vector<std::optional<Value>> values = std::exchange(m_values, {});
+    const std::vector<Value> values = std::exchange(m_values, {});
+    const std::vector<bool> isSet = std::exchange(m_isSet, {});
     for (const ParameterDef& parameter : statement->translation.parameters) {
         const int former = m_known ? m_known->parameters.find(parameter.Name) : -1;
-        m_values.push_back(former < 0 ? std::nullopt : values[std::size_t(former)]);
+        m_values.push_back(former < 0 ? Value() : values[std::size_t(former)]);
+        m_isSet.push_back(former >= 0 && isSet[std::size_t(former)]);
     }
     m_known = statement;
 }
@@ -117,19 +120,17 @@ void SqliteQueryDef::SetParameter(const QString& name, const Value& value)
     }
     const auto number = std::size_t(place);
     m_values[number] = parameterValue(m_known->translation.parameters[number], value);
+    m_isSet[number] = true;
 }
 
-std::vector<Value> SqliteQueryDef::values() const
+const std::vector<Value>& SqliteQueryDef::values() const
 {
-    std::vector<Value> result;
-    result.reserve(m_values.size());
-    for (size_t i = 0; i < m_values.size(); ++i) {
-        if (!m_values[i]) {
-            throw dbError(DbFault::ParameterWithoutValue, m_known->translation.parameters[i].Name);
-        }
-        result.push_back(*m_values[i]);
+    const auto unset = std::find(m_isSet.begin(), m_isSet.end(), false);
+    if (unset != m_isSet.end()) {
+        const auto number = std::size_t(unset - m_isSet.begin());
+        throw dbError(DbFault::ParameterWithoutValue, m_known->translation.parameters[number].Name);
     }
-    return result;
+    return m_values;
 }
 
 void SqliteQueryDef::Execute()

@@ -53,8 +53,18 @@ Session::Session(const QString& path, const ConnectionOptions& options)
 
 Catalogue& Session::catalogue()
 {
-    m_catalogue.refresh();
+    refreshCatalogue();
     return m_catalogue;
+}
+
+void Session::refreshCatalogue()
+{
+    // Inside a transaction nobody else changes the file; once is enough there.
+    const qint64 transaction = m_transactions.isOpen() ? m_transactions.number() : 0;
+    if (transaction == 0 || transaction != m_refreshedIn) {
+        m_catalogue.refresh();
+        m_refreshedIn = transaction;
+    }
 }
 
 SchemaChange Session::schemaChange()
@@ -65,7 +75,7 @@ SchemaChange Session::schemaChange()
 std::shared_ptr<const Prepared> Session::translate(const QString& text, bool allowParameters)
 {
     return withStatement(text, [&]() -> std::shared_ptr<const Prepared> {
-        m_catalogue.refresh();
+        refreshCatalogue();
         const QString key = (allowParameters ? u'p' : u'-') + text;
         if (const auto found = m_prepared.constFind(key);
             found != m_prepared.cend() && isCurrent(**found)) {
@@ -105,7 +115,7 @@ std::shared_ptr<Prepared> Session::makePrepared(const QString& text, bool allowP
 
 bool Session::holds(const Prepared& statement)
 {
-    m_catalogue.refresh();
+    refreshCatalogue();
     return isCurrent(statement);
 }
 

@@ -63,6 +63,7 @@ public:
     void settle() noexcept;
 
 private:
+    void refreshCatalogue();
     [[nodiscard]] bool isCurrent(const Prepared& statement);
     std::shared_ptr<Prepared> makePrepared(const QString& text, bool allowParameters);
 
@@ -73,6 +74,7 @@ private:
     std::function<QDateTime()> m_now;
     QHash<QString, std::shared_ptr<Prepared>> m_prepared;
     qint64 m_epoch = 0;
+    qint64 m_refreshedIn = 0; ///< number of the transaction in which the catalogue was looked at
     qint64 m_mainVersion = -1;
     qint64 m_sideVersion = 0;
     qint64 m_foreignChanges = 0;

@@ -22,6 +22,7 @@ void Transactions::begin()
 {
     if (m_depth == 0) {
         m_connection.run(u"BEGIN IMMEDIATE"_s);
+        ++m_number;
     } else {
         m_connection.run(u"SAVEPOINT "_s + savepoint(m_depth));
     }

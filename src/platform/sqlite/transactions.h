@@ -15,6 +15,9 @@ public:
 
     [[nodiscard]] bool isOpen() const { return m_depth > 0; }
 
+    /// Another number for each outermost transaction.
+    [[nodiscard]] qint64 number() const { return m_number; }
+
     /// \throws DbError kLocked, kReadOnly
     void begin();
 
@@ -32,6 +35,7 @@ private:
 
     Connection& m_connection;
     int m_depth = 0;
+    qint64 m_number = 0;
 };
 
 /// One change of several statements: undone unless commit() is reached.
