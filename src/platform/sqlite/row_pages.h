@@ -31,6 +31,9 @@ public:
     /// The row's place in a kept page, or null.
     [[nodiscard]] Row* find(qint64 row);
 
+    /// The kept page that holds the row, or null.
+    [[nodiscard]] std::vector<Row>* page(qint64 row);
+
     /// Makes a page for the rows [first, first + count), all Unknown, and returns them. `first` is
     /// a multiple of kPageRows.
     std::vector<Row>& add(qint64 first, qint64 count);

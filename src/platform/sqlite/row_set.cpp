@@ -5,6 +5,9 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <optional>
+
 namespace melovane::sqlite {
 
 namespace {
@@ -26,8 +29,14 @@ public:
 
     ~ReadScope()
     {
-        if (m_own) {
-            sqlite3_exec(m_connection.handle(), "COMMIT", nullptr, nullptr, nullptr);
+        if (!m_own) {
+            return;
+        }
+        try {
+            m_connection.statements().take(u"COMMIT"_s)->run();
+        } catch (const DbError&) {
+            // Nothing was written, so nothing is lost; but the file must not stay locked.
+            sqlite3_exec(m_connection.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
         }
     }
 
@@ -232,24 +241,26 @@ void RowSet::readRows(Session& session)
     }
 }
 
-/// Fetches a whole page at the first look, later only what was forgotten of it.
+/// Fetches from the row on what is not known of its page: a look mostly goes on to the next row.
 void RowSet::fetch(Session& session, qint64 index)
 {
-    const auto statement = session.connection().statements().take(m_statement->translation.rowSql);
-    if (Row* row = m_pages.find(index)) {
-        fetchInto(*statement, index, *row);
-        return;
-    }
     const qint64 first = index - index % RowPages::kPageRows;
-    std::vector<Row>& rows = m_pages.add(first, std::min(RowPages::kPageRows, size() - first));
-    if (index >= m_keys->count()) {
-        // Added rows are looked at one by one, right after each was written.
-        fetchInto(*statement, index, rows[std::size_t(index - first)]);
-        return;
+    std::vector<Row>* const kept = m_pages.page(index);
+    std::vector<Row>& rows =
+        kept ? *kept : m_pages.add(first, std::min(RowPages::kPageRows, size() - first));
+    const auto begin = rows.begin() + std::ptrdiff_t(index - first);
+    // Added rows are looked at one by one, right after each was written.
+    const auto end =
+        index >= m_keys->count() ? begin + 1 : std::find_if(begin, rows.end(), [](const Row& row) {
+            return row.state != Row::State::Unknown;
+        });
+    const auto statement = session.connection().statements().take(m_statement->translation.rowSql);
+    std::optional<ReadScope> scope;
+    if (end - begin > 1) {
+        scope.emplace(session.connection());
     }
-    const ReadScope scope(session.connection());
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        fetchInto(*statement, first + qint64(i), rows[i]);
+    for (auto row = begin; row != end; ++row) {
+        fetchInto(*statement, index + (row - begin), *row);
     }
 }
 
