@@ -69,6 +69,7 @@ struct ParameterDef
 {
     QString Name;
     FieldType Type = FieldType::Text;
+    bool isDeclared = true; ///< false: it takes a value of any kind as it is
 };
 
 } // namespace melovane

@@ -51,7 +51,7 @@ QueryType queryTypeOf(Session& session, const QString& sql)
 Value parameterValue(const ParameterDef& parameter, const Value& value)
 {
     const bool isText = parameter.Type == FieldType::Text || parameter.Type == FieldType::Memo;
-    if (value.isNull() || (isText && value.isText())) {
+    if (value.isNull() || !parameter.isDeclared || (isText && value.isText())) {
         return value;
     }
     FieldDef field;

@@ -10,6 +10,7 @@ mlv_test(engine_test LABEL logic
         sqlite/engine_operations_test.cpp
         sqlite/engine_recordset_test.cpp
         sqlite/engine_statements_test.cpp
+        sqlite/engine_types_test.cpp
     LINKS mlv_platform_sqlite SQLite::SQLite3)
 
 # Starts itself as further processes.
