@@ -3,9 +3,12 @@ mlv_test(engine_test LABEL logic
     SOURCES
         db/data_control_test.cpp
         sqlite/engine_catalogue_test.cpp
+        sqlite/engine_defaults_test.cpp
         sqlite/engine_errors_test.cpp
         sqlite/engine_fixture.cpp sqlite/engine_fixture.h
         sqlite/engine_hostile_test.cpp
+        sqlite/engine_joins_test.cpp
+        sqlite/engine_large_set_test.cpp
         sqlite/engine_links_test.cpp
         sqlite/engine_operations_test.cpp
         sqlite/engine_recordset_test.cpp
