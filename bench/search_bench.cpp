@@ -7,6 +7,8 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -17,10 +19,8 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-/// Words typed in a run. Fewer in a large library, so that a run takes minutes, not an hour.
+/// Words typed in a run.
 constexpr int kWords = 6;
-constexpr int kWordsInALarge = 2;
-constexpr int kLarge = 500'000;
 
 /// Rows on a large screen.
 constexpr int kFirstPage = 50;
@@ -60,7 +60,7 @@ QStringList textsOf(Texts kind, int size)
     // but not in the order of the table.
     LibraryGenerator library(kSeed, size);
     QStringList result;
-    for (int i = 0; i < (size < kLarge ? kWords : kWordsInALarge); ++i) {
+    for (int i = 0; i < kWords; ++i) {
         GeneratedTrack track;
         for (int skip = 0; skip < 37; ++skip) {
             track = library.next();
@@ -85,12 +85,38 @@ QStringList textsOf(Texts kind, int size)
     return result;
 }
 
+/// Milliseconds of each step of one key press.
+struct Times
+{
+    double keys = 0;  ///< statement to complete key set
+    double page = 0;  ///< statement to first page
+    double count = 0; ///< the count alone
+    double all = 0;
+};
+
+double percentile(std::vector<double> times, double share)
+{
+    std::sort(times.begin(), times.end());
+    return times[std::min(times.size() - 1, std::size_t(share * double(times.size())))];
+}
+
+/// Megabytes of this process that lie in memory.
+double residentMegabytes()
+{
+    QFile status(u"/proc/self/statm"_s);
+    if (!status.open(QIODevice::ReadOnly)) {
+        return 0;
+    }
+    constexpr double kPage = 4096;
+    return status.readAll().split(' ').value(1).toDouble() * kPage / 1e6;
+}
+
 /// The road of one key press: statement, set, first page, count.
 class KeyPress
 {
 public:
     explicit KeyPress(const QString& file)
-        : m_engine(sqlite::makeEngine(m_clock))
+        : m_engine(sqlite::makeEngine(m_clock, {.searchIndex = m_figures}))
         , m_find(*m_engine)
         , m_data(*m_engine)
     {
@@ -102,75 +128,189 @@ public:
         for (const char16_t* column : {u"Titel", u"Interpret", u"Album", u"Kommentar", u"Dname"}) {
             m_find.AddFieldFind(QString::fromUtf16(column));
         }
+        for (const char16_t* column : {u"Track", u"Interpret", u"Titel"}) {
+            m_find.AddOrderBy(QString::fromUtf16(column), cls_CreateSqlFind::kAscending);
+        }
+        QElapsedTimer timer;
+        timer.start();
+        run(u"Melovane"_s, kOrders[0]);
+        m_first = elapsed(timer);
     }
 
-    void run(const QString& text, const SortOrder& order)
+    /// What the first search took, with making the index.
+    [[nodiscard]] double first() const { return m_first; }
+
+    [[nodiscard]] const sqlite::IndexFigures& figures() const { return *m_figures; }
+
+    Times run(const QString& text, const SortOrder& order)
     {
+        QElapsedTimer timer;
+        timer.start();
         m_find.SetFind(text);
         m_find.SetOrderBy(QString::fromUtf16(order.column));
         m_find.SetSortRichtung(QString::fromUtf16(order.direction));
         m_data.SetRecordSource(m_find.GetSql(2));
+        return show(timer);
+    }
+
+    /// A click on a header: the same search in another order.
+    Times sort(const SortOrder& order)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        m_find.SetOrderBy(QString::fromUtf16(order.column));
+        m_find.SetSortRichtung(QString::fromUtf16(order.direction));
+        m_data.SetRecordSource(m_find.GetLastSQL());
+        return show(timer);
+    }
+
+private:
+    [[nodiscard]] static double elapsed(const QElapsedTimer& timer)
+    {
+        return double(timer.nsecsElapsed()) / 1e6;
+    }
+
+    Times show(const QElapsedTimer& timer)
+    {
+        Times times;
         m_data.Refresh();
+        times.keys = elapsed(timer);
         const qint64 rows = std::min<qint64>(kFirstPage, m_data.rowCount());
         for (qint64 row = 0; row < rows; ++row) {
             for (int column = 0; column < m_data.columnCount(); ++column) {
                 benchmark::DoNotOptimize(m_data.cell(row, column));
             }
         }
+        times.page = elapsed(timer);
         benchmark::DoNotOptimize(m_find.GetCount(2));
+        times.all = elapsed(timer);
+        times.count = times.all - times.page;
+        return times;
     }
 
-private:
     SystemClock m_clock;
+    std::shared_ptr<sqlite::IndexFigures> m_figures = std::make_shared<sqlite::IndexFigures>();
     std::unique_ptr<DBEngine> m_engine;
     cls_CreateSqlFind m_find;
     DataControl m_data;
+    double m_first = 0;
 };
 
-double percentile(const std::vector<double>& sorted, double share)
+void report(benchmark::State& state, const std::vector<Times>& times, const KeyPress& key)
 {
-    return sorted[std::min(sorted.size() - 1, std::size_t(share * double(sorted.size())))];
+    const std::pair<const char*, double Times::*> steps[] = {{"keys", &Times::keys},
+                                                             {"page", &Times::page},
+                                                             {"count", &Times::count},
+                                                             {"all", &Times::all}};
+    for (const auto& [name, step] : steps) {
+        std::vector<double> values;
+        for (const Times& one : times) {
+            values.push_back(one.*step);
+        }
+        state.counters[std::string(name) + "_p50"] = percentile(values, 0.50);
+        state.counters[std::string(name) + "_p99"] = percentile(values, 0.99);
+    }
+    state.counters["n"] = double(times.size());
+    state.counters["left"] = double(key.figures().left);
+    state.counters["first_ms"] = key.first();
+    state.counters["index_MB"] = double(key.figures().bytes) / 1e6;
+    state.counters["resident_MB"] = residentMegabytes();
 }
 
 void search(benchmark::State& state, Texts kind)
 {
     const int size = int(state.range(0));
     KeyPress key(libraryFile(size));
-    const QStringList texts = textsOf(kind, size);
-    std::vector<double> times;
+    std::vector<Times> times;
     for (auto round : state) {
         for (const SortOrder& order : kOrders) {
-            for (const QString& text : texts) {
-                QElapsedTimer timer;
-                timer.start();
-                key.run(text, order);
-                times.push_back(double(timer.nsecsElapsed()) / 1e6);
+            // The order itself is measured by headerClick.
+            benchmark::DoNotOptimize(key.run(u"zzz"_s, order).all);
+            for (const QString& text : textsOf(kind, size)) {
+                times.push_back(key.run(text, order));
             }
         }
     }
-    std::sort(times.begin(), times.end());
-    state.counters["keys"] = double(times.size());
-    state.counters["p50_ms"] = percentile(times, 0.50);
-    state.counters["p99_ms"] = percentile(times, 0.99);
-    state.counters["max_ms"] = times.back();
+    report(state, times, key);
+}
+
+/// A wide result in every order, each once.
+void headerClick(benchmark::State& state)
+{
+    KeyPress key(libraryFile(int(state.range(0))));
+    std::vector<Times> times;
+    for (auto round : state) {
+        benchmark::DoNotOptimize(key.run(u"s"_s, {u"FID", u"ASC"}).all);
+        for (const SortOrder& order : kOrders) {
+            times.push_back(key.sort(order));
+        }
+    }
+    report(state, times, key);
+}
+
+/// Another program changes one row; the next search knows it.
+void oneChange(benchmark::State& state)
+{
+    constexpr int kChanges = 200;
+    const QString file = libraryFile(int(state.range(0)));
+    KeyPress key(file);
+    SystemClock clock;
+    const auto sibling = sqlite::makeEngine(clock);
+    const auto database = sibling->OpenDatabase(file);
+    std::vector<Times> times;
+    for (auto round : state) {
+        for (int i = 0; i < kChanges; ++i) {
+            // Its own value, so that the library stays what it is.
+            database->Execute(u"update db_all set Titel=Titel where FID='%1'"_s.arg(
+                157'766'400'000LL + i * 37 * 500));
+            times.push_back(key.run(u"mond"_s, kOrders[0]));
+        }
+    }
+    report(state, times, key);
+}
+
+/// An importer's work: 20,000 new rows, with (1) and without (0) the list of changes that a search
+/// has put into the file.
+void insertRows(benchmark::State& state)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"melovane.mdb"_s);
+    QFile::copy(libraryFile(0), file);
+    if (state.range(0) == 1) {
+        const KeyPress key(file);
+    }
+    SystemClock clock;
+    const auto importer = sqlite::makeEngine(clock);
+    const auto database = importer->OpenDatabase(file);
+    for (auto round : state) {
+        fillLibrary(*database, 20'000, kSeed);
+    }
 }
 
 void registerAll()
 {
-    const std::pair<const char*, Texts> kinds[] = {
-        {"search/prefixes", Texts::TypedPrefixes},
-        {"search/contains", Texts::Contains},
-        {"search/broad", Texts::Broad},
-        {"search/narrow", Texts::Narrow},
+    const std::pair<std::string, std::function<void(benchmark::State&)>> measured[] = {
+        {"search/prefixes", [](auto& state) { search(state, Texts::TypedPrefixes); }},
+        {"search/contains", [](auto& state) { search(state, Texts::Contains); }},
+        {"search/broad", [](auto& state) { search(state, Texts::Broad); }},
+        {"search/narrow", [](auto& state) { search(state, Texts::Narrow); }},
+        {"header_click", headerClick},
+        {"one_change", oneChange},
     };
-    for (const auto& [name, kind] : kinds) {
+    for (const auto& [name, run] : measured) {
         for (const int size : {50'000, 100'000, 1'000'000}) {
-            benchmark::RegisterBenchmark(name, search, kind)
+            benchmark::RegisterBenchmark(name.c_str(), run)
                 ->Arg(size)
                 ->Iterations(1)
                 ->Unit(benchmark::kMillisecond);
         }
     }
+    benchmark::RegisterBenchmark("insert_20000", insertRows)
+        ->Arg(0)
+        ->Arg(1)
+        ->Iterations(1)
+        ->Repetitions(5)
+        ->Unit(benchmark::kMillisecond);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 option(MLV_TESTS "Build the tests" OFF)
 option(MLV_BENCH "Build the measurements" OFF)
+option(MLV_FUZZ "Build the fuzzers; needs clang" OFF)
 option(MLV_WERROR "Warnings are errors" OFF)
 option(MLV_COVERAGE "Count executed lines" OFF)
 set(MLV_SANITIZE "" CACHE STRING "Sanitizers, comma separated, as -fsanitize= takes them")
@@ -31,6 +32,9 @@ if(MLV_SANITIZE)
     target_compile_options(mlv_flags INTERFACE
         -fsanitize=${MLV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(mlv_flags INTERFACE -fsanitize=${MLV_SANITIZE})
+endif()
+if(MLV_FUZZ)
+    target_compile_options(mlv_flags INTERFACE -fsanitize=fuzzer-no-link -O1)
 endif()
 if(MLV_COVERAGE)
     target_compile_options(mlv_flags INTERFACE --coverage)

@@ -2,9 +2,10 @@
 # only then.
 
 build_packages=(g++ cmake ninja-build pkg-config ccache mold qt6-base-dev libqt6svg6-dev
-    libsqlite3-dev libtag1-dev libmpg123-dev libsdl2-dev fonts-dejavu-core)
+    qt6-translations-l10n libsqlite3-dev libtag1-dev libmpg123-dev libsdl2-dev fonts-dejavu-core)
 display_packages=(xvfb xauth openbox xdotool lame)
 test_packages=(libgtest-dev libgmock-dev)
+fuzz_packages=(clang)
 
 install_missing() {
     local missing=() package

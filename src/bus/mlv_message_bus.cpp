@@ -6,6 +6,8 @@
 #include "platform/system/path_text.h"
 #include "shell/paths.h"
 
+#include <QRegularExpression>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -37,14 +39,16 @@ void deliver(const std::vector<std::weak_ptr<Handler>>& listeners, const Message
     }
 }
 
+/// One line, whatever the fields hold.
 [[nodiscard]] QString printLine(const QStringList& fields)
 {
+    static const QRegularExpression lineEnds(u"[\r\n]+"_s);
     QString line;
     for (const QString& field : fields) {
         if (!line.isEmpty()) {
             line = line.leftJustified((line.size() / kPrintZone + 1) * kPrintZone);
         }
-        line += field;
+        line += QString(field).replace(lineEnds, u" "_s);
     }
     return line;
 }
@@ -76,7 +80,11 @@ void MLVMessageBus::SendBusMessage(const MLVMessage& message)
 
 void MLVMessageBus::SendBusErrorMessage(const MLVErrorMessage& error, bool toFile)
 {
-    deliver(m_errorListeners, error);
+    try {
+        deliver(m_errorListeners, error);
+    } catch (const std::exception&) {
+        // Who cannot take the report must not keep it from the file, nor bring its sender down.
+    }
     if (toFile && !ErrorFileName.isEmpty()) {
         appendToFile(error);
     }

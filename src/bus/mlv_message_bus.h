@@ -44,7 +44,8 @@ public:
 
     /// Tells the subscribers of errors, then appends one line to the error file: date and time,
     /// program, ErrorProgram, ErrorNumber, ErrorDescription, ErrorSource, each beginning at the
-    /// next column that is a multiple of 14. Quiet: a file that cannot be written is left alone.
+    /// next column that is a multiple of 14. Quiet: a subscriber that fails ends the event, a file
+    /// that cannot be written is left alone.
     void SendBusErrorMessage(const MLVErrorMessage& error, bool toFile);
 
 private:

@@ -25,10 +25,13 @@ class ConfigObjects
 public:
     using Items = std::vector<ConfigObject*>;
 
-    ConfigObjects(Mod_API& paths, PrivateProfile& profile, Files& files);
+    ConfigObjects(Mod_API& paths, PrivateProfile& profile, const Files& files);
     ~ConfigObjects();
 
-    /// The file of values, below the configuration path: "Melovane.ini".
+    ConfigObjects(const ConfigObjects&) = delete;
+    ConfigObjects& operator=(const ConfigObjects&) = delete;
+
+    /// The file of values, below the configuration path.
     void SetFileName(const QString& name);
 
     /// Adds an item; one whose name is there already is dropped.
@@ -41,14 +44,21 @@ public:
                  const QString& descriptionEx);
 
     /// Null for an unknown name.
-    [[nodiscard]] ConfigObject* FindObject(const QString& name) const;
+    [[nodiscard]] ConfigObject* FindObject(QStringView name) const;
 
-    /// The text of `name` as GetDescription gives it; empty for an unknown name.
-    [[nodiscard]] QString text(const QString& name,
+    /// The text of `name` for showing; empty for an unknown name. As GetDescription gives it, but
+    /// the values stand as they are: a title that holds "$2" keeps it.
+    [[nodiscard]] QString text(QStringView name,
                                const Value& p1 = {},
                                const Value& p2 = {},
                                const Value& p3 = {},
                                const Value& p4 = {}) const;
+
+    /// The second text of `name`, likewise.
+    [[nodiscard]] QString textEx(QStringView name, const Value& p1 = {}) const;
+
+    /// The current value of `name`; empty for an unknown name and for one without a value.
+    [[nodiscard]] QString value(QStringView name) const;
 
     /// In the order of adding.
     [[nodiscard]] Items AllObjects() const;
@@ -58,13 +68,17 @@ public:
     void SaveValueByName(const QString& name);
     /// Reads one value anew; null for an unknown name.
     ConfigObject* LoadValue(const QString& name);
+    /// Of all settings; a key that is absent gives the built-in value.
     void LoadAllValue();
-    /// An item without a value loses its key.
+    /// Of all items; one without a value loses its key, so that the built-in one comes back.
     void SaveAllValue();
 
-    /// Writes all texts to a language file below the configuration path.
+    /// Writes all texts to a language file below the configuration path; empty ones lose their
+    /// key.
     void SaveAllLang(const QString& fileName);
-    /// Takes what texts a language file below the configuration path holds; the rest stays.
+    /// Takes what texts a language file below the configuration path holds; the rest stays. Looks
+    /// for the file itself in the current folder of the process, which the start of the program
+    /// therefore makes the configuration path.
     void LoadAllLang(const QString& fileName);
 
     /// The items of group "Keys"; made once.
@@ -73,13 +87,15 @@ public:
     [[nodiscard]] Items GetCollection(const QString& group) const;
 
 private:
-    Files& m_files;
-    Mod_API& m_paths;
+    void readValue(ConfigObject& item) const;
+
+    const Files& m_files;
     ToolBox m_values;
     ToolBox m_language;
     std::vector<std::unique_ptr<ConfigObject>> m_items;
     QHash<QString, ConfigObject*> m_byName; ///< by upper-cased name
     Items m_keys;
+    bool m_keysKnown = false;
 };
 
 } // namespace melovane

@@ -97,6 +97,8 @@ inline constexpr QStringView kGlobal = u"Global";
 /// Spelled so in the file.
 inline constexpr QStringView kGrlobal = u"Grlobal";
 inline constexpr QStringView kMessage = u"Message";
+/// One key per running program: the name of its executable, and its message control.
+inline constexpr QStringView kMessageHandle = u"Message.Handle";
 inline constexpr QStringView kSavePlaylist = u"SavePlaylist";
 inline constexpr QStringView kPlugin = u"PLUGIN";
 inline constexpr QStringView kPluginMenu = u"PLUGIN_Menu";

@@ -1,7 +1,6 @@
 #include "config/tool_box.h"
 
 #include "platform/system/path_text.h"
-#include "platform/system/private_profile.h"
 #include "platform/system/text_number.h"
 #include "shell/paths.h"
 
@@ -78,6 +77,14 @@ bool ToolBox::INI_WriteKeyValue(const QString& section,
                                 const std::optional<QString>& value)
 {
     return m_profile.write(fullName(), m_subSelection + section, key, value);
+}
+
+bool ToolBox::INI_WriteAll(std::vector<ProfileEntry> entries)
+{
+    for (ProfileEntry& entry : entries) {
+        entry.section.prepend(m_subSelection);
+    }
+    return m_profile.writeAll(fullName(), entries);
 }
 
 QString ToolBox::fullName() const

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "platform/system/private_profile.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace melovane {
 
 class Mod_API;
-class PrivateProfile;
 
 /// Reads and writes one settings file. Each call looks at the file, each write is in it at once.
 ///
@@ -46,6 +48,11 @@ public:
     bool INI_WriteKeyValue(const QString& section,
                            const QString& key,
                            const std::optional<QString>& value);
+
+    /// Several changes as one write of the file; the sections without the prefix. False when an
+    /// entry cannot stand in the file, which keeps none of the others out, or when the file could
+    /// not be written.
+    bool INI_WriteAll(std::vector<ProfileEntry> entries);
 
     /// Full path of the file.
     [[nodiscard]] QString fullName() const;

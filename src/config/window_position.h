@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRect>
 #include <QString>
 
 namespace melovane {
@@ -20,6 +21,16 @@ struct WindowPosition
     // Working values of the running window, never stored.
     int StateBeforeDocking = 0;
     int Docked = 0; ///< 1 while it is docked
+
+    [[nodiscard]] QRect place() const { return {Left, Top, Whidth, Height}; }
+
+    void setPlace(const QRect& place)
+    {
+        Left = place.left();
+        Top = place.top();
+        Whidth = place.width();
+        Height = place.height();
+    }
 
     /// Reads the five stored fields.
     void read(const ToolBox& file);

@@ -44,6 +44,7 @@ bool readColumn(const QString& line, GridColumn& column)
     column.width = std::clamp(width, kLeastWidth, kMostWidth);
     column.stretched = parts[3] == "1"_L1;
     column.heading = parts.mid(4).join(u'|');
+    column.renamed = !column.heading.isEmpty();
     return true;
 }
 
@@ -53,9 +54,10 @@ QByteArray layoutText(const std::vector<GridColumn>& columns)
 {
     QString text = kFirstLine + u'\n';
     for (const GridColumn& column : columns) {
-        text += u"%1|%2|%3|%4|%5\n"_s.arg(
-            column.field, column.shown ? u"1"_s : u"0"_s, QString::number(column.width, 'f', 1),
-            column.stretched ? u"1"_s : u"0"_s, oneLine(column.heading));
+        text += u"%1|%2|%3|%4|%5\n"_s.arg(column.field, column.shown ? u"1"_s : u"0"_s,
+                                          QString::number(column.width, 'f', 1),
+                                          column.stretched ? u"1"_s : u"0"_s,
+                                          column.renamed ? oneLine(column.heading) : QString());
     }
     return text.toUtf8();
 }

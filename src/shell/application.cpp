@@ -1,99 +1,297 @@
 #include "shell/application.h"
 
+#include "bus/message_numbers.h"
+#include "config/melovane_configuration.h"
+#include "library/edit_grid.h"
+#include "library/ui/edit_grid_dialog.h"
 #include "library/ui/mp3db_widget.h"
 #include "platform/db/db_error.h"
-#include "platform/linux/linux_file_lock.h"
+#include "platform/qt/data_grid.h"
+#include "platform/qt/desktop_texts.h"
+#include "platform/qt/qt_font_chooser.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/system/path_text.h"
+#include "shell/skin_files.h"
+#include "store/check_database.h"
 
 #include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QUrl>
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// Between two slices of long work, so that keys and paints come first.
+constexpr std::chrono::milliseconds kIdleInterval{2};
+
+} // namespace
+
 Application::Application(QApplication& application, EnvironmentPlaces places)
-    : m_environment(std::move(places))
+    : m_application(application)
+    , m_environment(std::move(places))
     , m_profile(m_files)
     , m_paths(m_environment, m_files)
-    , m_engine(sqlite::makeEngine(m_clock))
+    , m_messages(MessagePlace(m_environment.runtimeFolder()))
+    , m_onlyCopy(m_environment.runtimeFolder(), m_paths.programName())
+    , m_searchFigures(std::make_shared<sqlite::IndexFigures>())
+    , m_engine(sqlite::makeEngine(
+          m_clock,
+          {.searchIndex = m_searchFigures,
+           .whenIdle = [this](std::function<bool()> work) { runWhenIdle(std::move(work)); }}))
     , m_settings(m_paths, m_profile, m_files, *m_engine)
+    , m_texts(m_paths, m_profile, m_files)
     , m_skin(application)
     , m_icons(m_skin)
+    , m_messageForm(m_icons)
+    , m_warnings(m_settings, m_texts, m_paths, m_messageForm)
+    , m_splashForm(m_skin, m_icons)
+    , m_splash(m_texts, m_loop, m_splashForm, [this] { openMakersPage(); })
+    , m_info(m_settings, m_texts, m_paths, m_infoForm)
+    , m_bus(m_paths, m_files, m_clock)
+    , m_editBox(m_texts, m_bus, m_inputBox)
+    , m_message(m_messages.makeControl())
+    , m_suite(m_settings, *m_engine, m_messages, *m_message, log())
+    , m_siblings(m_paths, m_files, m_processes)
+    , m_data(*m_engine, m_settings, m_paths, m_files, m_clock, log())
+    , m_locator(m_files, m_paths.GetConfigPath())
+    , m_player(m_output, m_loop)
     , m_window(m_skin, m_icons)
-    , m_mlvdb(m_settings, m_paths, m_files, m_processes, m_loop, m_window.controls())
-    , m_library(*m_engine, m_settings, m_clock, m_loop, m_window.library().controls(), [this] {
-        m_mlvdb.mnuImpMP3(0);
-    })
+    , m_monitor(monitorParts())
+    , m_mlvdb(windowParts(), m_window.controls())
+    , m_library(libraryParts(), m_window.library().controls(), libraryActions())
+    , m_keys(m_settings, m_loop, keyActions())
 {}
 
 Application::~Application() = default;
 
-bool Application::anotherCopyRuns()
+void Application::runWhenIdle(std::function<bool()> work)
 {
-    const QString folder = m_environment.runtimeFolder();
-    if (folder.isEmpty()) {
-        return false;
+    m_idleWork.push_back(std::move(work));
+    if (!m_idleTimer) {
+        m_idleTimer = m_loop.makeTimer(kIdleInterval, [this] {
+            std::erase_if(m_idleWork, [](const auto& next) { return !next(); });
+            if (m_idleWork.empty()) {
+                m_idleTimer->stop();
+            }
+        });
     }
-    const QString file = path::join(folder, m_paths.programName() + u".lock"_s);
-    m_onlyCopy = lockFile(file, std::chrono::milliseconds::zero());
-    // A place where no lock can be made must not keep the console from starting.
-    return !m_onlyCopy && m_files.fileExists(file);
+    m_idleTimer->start();
 }
 
-CheckDatabase Application::databaseCheck()
+ErrorSink Application::log()
+{
+    return [this](const QString& where, const QString& what) {
+        if (m_log) {
+            m_log->DebugOut(where + u": "_s + what);
+        }
+    };
+}
+
+MonitorParts Application::monitorParts()
+{
+    return {m_player,
+            m_window.status(),
+            m_warnings,
+            m_settings,
+            m_texts,
+            m_files,
+            m_locator,
+            m_loop,
+            [this](const QString& fid) { return m_data.GetAllDataByFid(fid); },
+            [this] { m_suite.StopOtherMonitors(); },
+            [this](const QString& text) { m_mlvdb.showStatusText(text); }};
+}
+
+MlvdbParts Application::windowParts()
+{
+    // There is no playlist view yet, so it stands nowhere.
+    const PlaylistPlace nowhere{[] { return 0; }, [] { return 0; }};
+    return {m_settings, m_texts,    m_paths,           m_files, m_loop,
+            m_bus,      m_data,     m_siblings,        m_suite, *m_message,
+            m_monitor,  m_warnings, libraryCommands(), nowhere, dialogs()};
+}
+
+LibraryCommands Application::libraryCommands()
+{
+    return {[this] { m_library.start(); },
+            [this] { m_library.Refresh(); },
+            [this] { m_library.DB_ALL_DEL(); },
+            [this] { m_library.DB_ALL_NOEXIST(); },
+            [this] {
+                m_library.end();
+                m_library.SaveHist();
+            },
+            [this] { m_library.DelSuchlist(); },
+            [this](const QString& text) {
+                m_library.FindTreeValue({u"allfind"_s, {}, text}, true);
+            }};
+}
+
+WindowDialogs Application::dialogs()
+{
+    return {[this] { m_info.Show(); }, [this] { m_editBox.Show(); },
+            [this] { return editLibraryLayout(); },
+            [this](const GridFont& present) {
+                return QtFontChooser(&m_window, m_texts.text(u"mnuFont"_s)).choose(present);
+            }};
+}
+
+bool Application::editLibraryLayout()
+{
+    EditGridDialog dialog(m_skin, m_icons, m_texts, u"EditGrid-db"_s);
+    const GridControl& present = m_window.library().controls().grid;
+    DataGrid& grid = dialog.setRows(m_library.Data1(), m_library.look(), present.columns());
+    LayoutFiles layouts(m_paths, m_files);
+    frmEditGrid logic(layouts, kLibraryLayout.toString(), grid, present.columns());
+    return dialog.choose(logic);
+}
+
+QString Application::placeOf(const QString& file)
+{
+    QString folder = path::withSeparator(path::parent(file));
+    const QString place = m_locator.ExistFile(folder, path::fileName(file));
+    return m_files.fileExists(place) ? place : QString();
+}
+
+Mp3dbParts Application::libraryParts()
+{
+    return {*m_engine, m_settings, m_texts, m_paths, m_files, m_clock, m_loop, m_bus};
+}
+
+KeyActions Application::keyActions()
+{
+    const auto play = [this](qint32 id) {
+        const QString fid = m_library.GetFID();
+        if (!fid.isEmpty()) {
+            m_suite.SendToPlayer(fid, id);
+        }
+        return !fid.isEmpty();
+    };
+    return {[this](const QString& command) { return m_library.SendKeyUp(command); },
+            [this] { m_monitor.stop(); },
+            [this] { BusSender(m_bus, u"MLVDB"_s).SendMessage(u"db.set.favorit"_s); },
+            [play] { return play(message::kPlayNext); },
+            [play] { return play(message::kPlayNow); },
+            [this] {
+                m_loop.turn();
+                m_settings.RefreshMessageHandle();
+                m_message->setTarget(m_settings.MessageHandleDJ());
+                m_message->Post(message::kBringToFront, 0, 0);
+            }};
+}
+
+Mp3dbActions Application::libraryActions()
+{
+    return {
+        [this] { m_mlvdb.importMusic(); },
+        [this](const QString& cmd, const QString& fid) { m_mlvdb.startBeatGauge(cmd, fid, {}); },
+        [this](const QString& file) { return placeOf(file); }};
+}
+
+bool Application::anotherCopyRuns()
+{
+    if (m_onlyCopy.claim()) {
+        return false;
+    }
+    const auto control = m_messages.makeControl();
+    control->setTarget(m_onlyCopy.runningCopy());
+    control->Send(message::kBringToFront, 0, 0);
+    return true;
+}
+
+void Application::listenForNextCopy()
+{
+    m_nextCopy = m_messages.makeControl();
+    m_nextCopy->setMessageNumber([this](qint32 id, qint32, qint32) {
+        if (id == message::kBringToFront) {
+            m_window.bringToFront();
+        }
+        return 0;
+    });
+    m_onlyCopy.publish(m_nextCopy->handle());
+}
+
+OpenFault Application::openTest()
 {
     const DatabasePlace place{m_settings.DbName(), m_paths.GetConfigPath(), m_paths.programName()};
-    return {*m_engine, m_files, m_clock, place, [this](const QString& where, const QString& what) {
-                if (m_log) {
-                    m_log->DebugOut(where + u": "_s + what);
-                }
-            }};
+    CheckDatabase check(*m_engine, m_files, m_clock, place, log());
+    const QString text = check.openTest();
+    return {text, check.openError()};
 }
 
 void Application::loadConfig()
 {
+    // Language files are looked for in the current folder.
+    QDir::setCurrent(m_paths.GetConfigPath());
+    MelovaneConfiguration::fill(m_texts);
     m_log = std::make_unique<Log4Mlv>(m_paths, m_files, m_clock);
     m_log->SetClassName(u"MLVDB"_s);
     m_log->SetAreaName(u"LoadConfig"_s);
+    m_settings.InitTasten();
     m_settings.Refresh();
+    dress();
+}
+
+void Application::dress()
+{
+    setLanguageOfDesktopTexts(m_application, m_texts.text(u"Sprach.Code"));
+    const QString theme = SkinFiles(m_paths, m_files).text(m_settings.SkinFileName());
+    if (!theme.isEmpty()) {
+        m_skin.load(theme);
+    }
+}
+
+void Application::openMakersPage() const
+{
+    const QString page = path::join(m_paths.programFolder(), u"Melovane.html"_s);
+    QDesktopServices::openUrl(QUrl::fromLocalFile(page));
 }
 
 StartSteps Application::steps()
 {
     return {
-        [this] { return databaseCheck().openTest(); },
+        [this] { return openTest(); },
         [this] { loadConfig(); },
         [this] { return anotherCopyRuns(); },
         [this] { return m_files.fileExists(m_settings.DbName()); },
         [this] { return m_settings.CheckDBVersion() == 0; },
+        [this] { showMainWindow(); },
     };
-}
-
-void Application::activateFirst()
-{
-    CheckDatabase check = databaseCheck();
-    check.checkTempTables();
-    if (check.checkTreeTables() < 0) {
-        m_mlvdb.mnuRefreshTree();
-    }
-    m_mlvdb.activateFirst(m_library.librarySize());
 }
 
 void Application::connectViews()
 {
-    m_window.attach(m_mlvdb);
-    m_window.library().attach(m_library);
-    QObject::connect(&m_window, &MlvdbWindow::firstShown, &m_library, [this] { activateFirst(); });
-    QObject::connect(&m_window, &MlvdbWindow::closing, &m_library, [this] {
-        m_mlvdb.unload();
-        m_library.end();
-    });
+    m_window.attach(m_mlvdb, m_texts);
+    m_window.library().attach(m_library, m_texts);
+    m_settings.SetKeyboard(&m_keyboard);
+    m_keyboard.setHandler(&m_window, [this] { return m_keys.keyPressed(); });
+    QObject::connect(&m_window, &MlvdbWindow::firstShown, &m_library,
+                     [this] { m_mlvdb.activateFirst(); });
+    QObject::connect(&m_window, &MlvdbWindow::closing, &m_library, [this] { m_mlvdb.unload(); });
+}
+
+void Application::showMainWindow()
+{
+    connectViews();
+    try {
+        m_mlvdb.load();
+    } catch (const DbError& error) {
+        // The window is there all the same, incomplete.
+        m_log->DebugOut(u"MLVDB.Load: "_s + error.text());
+        m_mlvdb.showStatusText(m_texts.text(u"fehler.unerwartet", error.text()));
+    }
+    m_window.show();
+    listenForNextCopy();
 }
 
 int Application::run()
 {
-    switch (SubMain(steps(), m_settings, m_dialog).run()) {
+    const StartParts parts{m_settings, m_texts, m_warnings, m_messages, m_loop, m_splash};
+    switch (SubMain(steps(), parts).run()) {
     case StartResult::SecondCopy:
         return 0;
     case StartResult::Refused:
@@ -101,15 +299,6 @@ int Application::run()
     case StartResult::Run:
         break;
     }
-    m_mlvdb.load();
-    connectViews();
-    try {
-        m_library.start();
-    } catch (const DbError& error) {
-        m_dialog.show(u"Achtung !"_s, error.text());
-        return 1;
-    }
-    m_window.show();
     return QApplication::exec();
 }
 

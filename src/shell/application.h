@@ -1,22 +1,42 @@
 #pragma once
 
+#include "bus/mlv_message_bus.h"
+#include "bus/suite_messages.h"
+#include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/log4mlv.h"
 #include "library/mp3db.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
+#include "platform/linux/linux_messages.h"
 #include "platform/linux/linux_processes.h"
+#include "platform/linux/mp3_player.h"
+#include "platform/linux/only_copy.h"
+#include "platform/linux/sdl_output.h"
 #include "platform/qt/icon_set.h"
+#include "platform/qt/qt_keyboard.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/skin.h"
+#include "platform/sqlite/column_index.h"
 #include "platform/system/clock.h"
+#include "shell/edit_box.h"
+#include "shell/info.h"
+#include "shell/key_commands.h"
+#include "shell/library_data.h"
 #include "shell/mlvdb.h"
+#include "shell/monitor_player.h"
 #include "shell/paths.h"
+#include "shell/show_warning.h"
+#include "shell/sibling_control.h"
+#include "shell/start_up_db.h"
 #include "shell/sub_main.h"
-#include "shell/ui/message_box_dialog.h"
+#include "shell/ui/edit_box_dialog.h"
+#include "shell/ui/info_dialog.h"
 #include "shell/ui/mlvdb_window.h"
-#include "store/check_database.h"
+#include "shell/ui/msg_dialog.h"
+#include "shell/ui/splash_window.h"
+#include "store/file_locator.h"
 
 #include <memory>
 
@@ -34,31 +54,73 @@ public:
     /// or 1 when the start failed and a dialog has told why.
     [[nodiscard]] int run();
 
+    /// What the column index of the library did so far.
+    [[nodiscard]] const sqlite::IndexFigures& searchFigures() const { return *m_searchFigures; }
+
 private:
     [[nodiscard]] StartSteps steps();
+    [[nodiscard]] OpenFault openTest();
     [[nodiscard]] bool anotherCopyRuns();
-    [[nodiscard]] CheckDatabase databaseCheck();
+    [[nodiscard]] ErrorSink log();
+    [[nodiscard]] WindowDialogs dialogs();
+    [[nodiscard]] LibraryCommands libraryCommands();
+    [[nodiscard]] MlvdbParts windowParts();
+    [[nodiscard]] MonitorParts monitorParts();
+    [[nodiscard]] Mp3dbActions libraryActions();
+    [[nodiscard]] Mp3dbParts libraryParts();
+    [[nodiscard]] KeyActions keyActions();
+    [[nodiscard]] bool editLibraryLayout();
+    [[nodiscard]] QString placeOf(const QString& file);
     void loadConfig();
-    void activateFirst();
+    void dress();
+    void showMainWindow();
+    void openMakersPage() const;
+    void runWhenIdle(std::function<bool()> work);
     void connectViews();
+    void listenForNextCopy();
 
+    QApplication& m_application;
     SystemClock m_clock;
     LinuxFiles m_files;
     LinuxEnvironment m_environment;
     LinuxProcesses m_processes;
     IniProfile m_profile;
     Mod_API m_paths;
+    LinuxMessages m_messages;
+    OnlyCopy m_onlyCopy;
+    std::shared_ptr<sqlite::IndexFigures> m_searchFigures;
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
+    ConfigObjects m_texts;
     std::unique_ptr<Log4Mlv> m_log; ///< null before the configuration is loaded
     QtMessageLoop m_loop;
-    MessageBoxDialog m_dialog;
     Skin m_skin;
     IconSet m_icons;
+    MsgDialog m_messageForm;
+    frmMsg m_warnings;
+    SplashWindow m_splashForm;
+    frmStartUpDB m_splash;
+    EditBoxDialog m_inputBox;
+    InfoDialog m_infoForm;
+    frmInfo m_info;
+    MLVMessageBus m_bus;
+    frmEditBox m_editBox;
+    std::unique_ptr<KSMessage> m_message; ///< `KSMessage1` of the main window
+    SuiteMessages m_suite;
+    SiblingControl m_siblings;
+    LibraryData m_data;
+    FileLocator m_locator;
+    linux_media::SdlOutput m_output;
+    linux_media::Mp3Player m_player;
     MlvdbWindow m_window;
+    Monitor m_monitor;
     MLVDB m_mlvdb;
     ctl_MP3DB m_library;
-    std::unique_ptr<FileLock> m_onlyCopy;
+    QtKeyboard m_keyboard;
+    KeyCommands m_keys;
+    std::unique_ptr<KSMessage> m_nextCopy; ///< hears of later copies; null before the window is up
+    std::vector<std::function<bool()>> m_idleWork; ///< each until it returns false
+    std::unique_ptr<Timer> m_idleTimer;
 };
 
 } // namespace melovane

@@ -1,9 +1,17 @@
 #include "shell/mlvdb.h"
 
+#include "bus/suite_messages.h"
+#include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/controls/window_frame.h"
+#include "platform/db/db_error.h"
+#include "platform/message/message_control.h"
 #include "platform/system/path_text.h"
+#include "platform/system/timers.h"
+#include "shell/monitor_control.h"
 #include "shell/paths.h"
+#include "shell/sibling_control.h"
+#include "shell/window_data.h"
 
 namespace melovane {
 
@@ -11,56 +19,151 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Name of the record with the place of this window.
-const QString kPosition = u"DBPosition"_s;
-
-/// Value of `WindowState` for a window that fills the screen: keep.
-constexpr int kMaximised = 2;
+/// `Sender` of all messages of this window; the echo guard compares it.
+const QString kWindowName = u"MLVDB"_s;
 
 constexpr QSize kLeastSize{600, 300};
-/// Size of the window over an empty library.
-constexpr QSize kFirstSize{800, 600};
 
-/// Where the splits are kept, and what they are before anybody has moved them, in thousandths.
-const QString kSplitSection = u"Value"_s;
-constexpr std::array<int, 3> kFirstSplits{740, 190, 190};
-
-QString splitKey(size_t index)
-{
-    return u"DBGridSplit-%1"_s.arg(index);
-}
+/// Within this time several changes of playlists cost the player one message.
+constexpr std::chrono::milliseconds kRefreshPlayerInterval{100};
 
 } // namespace
 
-MLVDB::MLVDB(GlobalSettings& settings,
-             Mod_API& paths,
-             Files& files,
-             Processes& processes,
-             MessageLoop& loop,
-             MlvdbControls controls)
-    : m_settings(settings)
-    , m_paths(paths)
-    , m_skinFiles(paths, files)
-    , m_processes(processes)
+MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
+    : m_parts(std::move(parts))
     , m_controls(controls)
-    , m_statusText(loop, controls.status)
+    , m_bus(m_parts.bus, kWindowName)
+    , m_skinFiles(m_parts.paths, m_parts.files)
+    , m_statusText(m_parts.loop, controls.status)
+    , m_place(m_parts.settings, controls.window, controls.splits)
+    , m_docking(controls.window)
+    , m_suiteHandler({m_parts.settings, m_parts.texts, m_parts.warnings, m_parts.loop, m_parts.data,
+                      m_parts.monitor, m_docking, m_parts.suite, m_parts.library.reload,
+                      [this] { mnuRefreshTree(); }},
+                     m_parts.bus,
+                     kWindowName)
+    , m_contextMenu({m_parts.texts, m_parts.data, m_parts.siblings, m_parts.suite, m_parts.monitor,
+                     controls.menus, m_statusText, m_parts.library.findAll},
+                    m_parts.bus,
+                    kWindowName)
+    , m_timerRefreshPlayerData(
+          m_parts.loop.makeTimer(kRefreshPlayerInterval, [this] { refreshPlayerData(); }))
 {}
+
+MLVDB::~MLVDB()
+{
+    m_parts.message.setMessageNumber({});
+    m_parts.message.setMessageText({});
+}
 
 void MLVDB::load()
 {
+    m_parts.data.open();
     m_controls.window.setCaption(mainWindowCaption());
+    setCaptions();
+    m_parts.suite.publishControl(m_parts.paths);
+    loadSkin();
+    m_place.restoreSplits();
+    startViews();
+    // From here on siblings may send: everything that answers them is there.
+    m_parts.suite.publishWindow(m_controls.window.windowHandle32());
+    buildPlugInMenu();
+    m_parts.loop.turn();
+    SendMessage(u"create.toolbars"_s, QString());
+    SendMessage(u"refresh.all"_s, u"start"_s);
+    SendMessage(u"load.layout.mp3db"_s, u"gridlayout_db.grx"_s);
+    SendMessage(u"load.layout.playlist"_s, u"gridlayout_dbpl.grx"_s);
+    m_parts.loop.turn();
+    SendMessage(u"update.color"_s);
+}
+
+void MLVDB::setCaptions()
+{
+    for (const MenuRow& row : menu()) {
+        if (row.kind != MenuRow::Kind::Separator) {
+            m_controls.menus.setText(row.name.toString(), m_parts.texts.text(row.textKey()),
+                                     row.isLater() ? m_parts.texts.text(u"status.later"_s)
+                                                   : QString());
+        }
+    }
+    for (const ContextRow& row : contextRows()) {
+        if (!row.isSeparator()) {
+            m_controls.menus.setText(u"mnuPOPDBGRID_%1"_s.arg(row.index),
+                                     m_parts.texts.text(row.key.toString()), {});
+        }
+    }
+    m_controls.menus.setChecked(u"mnuAutosizeGrid"_s, m_parts.settings.AutosizeGrid() != 0);
+}
+
+void MLVDB::loadSkin()
+{
     m_controls.window.setLeastSize(kLeastSize);
-    const QString text = m_skinFiles.text(m_settings.SkinFileName());
+    const QString text = m_skinFiles.text(m_parts.settings.SkinFileName());
     if (text.isEmpty() || !m_controls.skin.load(text)) {
         m_controls.skin.clear();
     }
-    restoreSplits();
+}
+
+void MLVDB::startViews()
+{
+    m_messBus =
+        m_parts.bus.subscribe([this](const MLVMessage& message) { MessBus_Message(message); });
+    m_parts.message.setMessageNumber([this](qint32 id, qint32 wParam, qint32 lParam) {
+        m_suiteHandler.MessageNumber(id, wParam, lParam);
+        return 0;
+    });
+    m_parts.message.setMessageText([this](qint32 id, qint32 number, const QString& text) {
+        m_suiteHandler.MessageText(id, number, text);
+        return 0;
+    });
+    m_parts.monitor.reopen();
+    m_parts.library.start();
+}
+
+void MLVDB::buildPlugInMenu()
+{
+    std::vector<PlugInEntry> entries;
+    for (const PluginProperty& plugIn : m_parts.settings.GetPlugIns(true)) {
+        if (m_parts.siblings.isInstalled(plugIn.Program)) {
+            const bool unnamed = plugIn.MenuText.isEmpty();
+            entries.push_back({plugIn.Name, unnamed ? plugIn.Name : plugIn.MenuText});
+        }
+    }
+    m_controls.menus.setPlugIns(entries);
+}
+
+void MLVDB::activateFirst()
+{
+    // The message loop stands still here: the window is not on the screen yet, and whoever closed
+    // it now would leave it half shown.
+    if (m_parts.data.sideFilesWereStale()) {
+        mnuRefreshTree();
+    }
+    const qint64 tracks = m_parts.data.trackCount();
+    m_parts.siblings.startJobs();
+    if (tracks > 0) {
+        m_place.restore();
+        m_place.restoreSplits();
+        return;
+    }
+    m_place.centre();
+    mnuImpMP3New();
+}
+
+void MLVDB::unload()
+{
+    m_parts.suite.withdraw();
+    if (!m_docking.isDocked()) {
+        m_place.save();
+    }
+    m_parts.library.saveState();
+    m_place.saveSplits();
 }
 
 std::vector<SkinEntry> MLVDB::skins() const
 {
     std::vector<SkinEntry> result;
-    const QString chosen = m_settings.SkinFileName();
+    const QString chosen = m_parts.settings.SkinFileName();
     for (const QString& name : m_skinFiles.names()) {
         const QString title = m_controls.skin.titleOf(m_skinFiles.text(name));
         result.push_back({name, title.isEmpty() ? path::baseName(name) : title,
@@ -77,95 +180,39 @@ void MLVDB::chooseSkin(const QString& fileName)
     if (fileName.isEmpty()) {
         m_controls.skin.clear();
     } else if (!m_controls.skin.load(m_skinFiles.text(fileName))) {
-        showStatusText(u"Das Farbschema %1 ist nicht lesbar."_s.arg(fileName));
+        showStatusText(m_parts.texts.text(u"status.skin.unreadable"_s, fileName));
         return;
     }
-    m_settings.SetSkinFileName(fileName);
+    m_parts.settings.SetSkinFileName(fileName);
+    SendMessage(u"update.color"_s);
 }
 
-void MLVDB::activateFirst(qint64 tracks)
+void MLVDB::SendMessage(const QString& name, const Value& value1)
 {
-    startSibling(u"MelovaneJob.exe"_s, Processes::WindowStyle::Hidden);
-    if (tracks > 0) {
-        restorePlace();
-        return;
-    }
-    QRect place(QPoint(), kFirstSize);
-    place.moveCenter(m_controls.window.screenArea().center());
-    m_controls.window.setPlace(place);
-    mnuImpMP3(0);
+    m_bus.SendMessage(name, value1);
 }
 
-void MLVDB::restorePlace()
+void MLVDB::guarded(const std::function<void()>& work)
 {
-    const WindowPosition& stored = m_settings.Position(kPosition);
-    if (stored.WindowState == kMaximised) {
-        m_controls.window.maximise();
-        return;
-    }
-    // Sums of numbers from a file may leave the 32 bits.
-    const QRect area = m_controls.window.screenArea();
-    const qint64 right = qint64{stored.Left} + stored.Whidth;
-    const qint64 bottom = qint64{stored.Top} + stored.Height;
-    const bool inside = stored.Left >= area.left() && stored.Top >= area.top() &&
-                        right <= qint64{area.left()} + area.width() &&
-                        bottom <= qint64{area.top()} + area.height();
-    if (inside && stored.Height >= 0 && stored.Whidth >= 0) {
-        m_controls.window.setPlace({stored.Left, stored.Top, stored.Whidth, stored.Height});
+    try {
+        work();
+    } catch (const DbError& error) {
+        showStatusText(error.text());
     }
 }
 
-void MLVDB::restoreSplits()
+void MLVDB::refreshPlayerData()
 {
-    for (size_t index = 0; index < m_controls.splits.size(); ++index) {
-        const int stored =
-            m_settings.GetKeyValueLong(kSplitSection, splitKey(index), kFirstSplits[index]);
-        m_controls.splits[index]->setPosition(stored);
+    m_timerRefreshPlayerData->stop();
+    m_parts.data.idle();
+    m_parts.suite.postToPlayer(message::kRefreshPlaylist);
+}
+
+void MLVDB::tellMissing(bool started, const QString& program)
+{
+    if (!started) {
+        showStatusText(m_parts.texts.text(u"status.sibling.missing"_s, program));
     }
-}
-
-void MLVDB::unload()
-{
-    WindowPosition& stored = m_settings.Position(kPosition);
-    const QRect place = m_controls.window.place();
-    stored.Left = place.left();
-    stored.Top = place.top();
-    stored.Whidth = place.width();
-    stored.Height = place.height();
-    stored.WindowState = m_controls.window.isMaximisedNow() ? kMaximised : 0;
-    m_settings.PositionSave(kPosition);
-    for (size_t index = 0; index < m_controls.splits.size(); ++index) {
-        m_settings.WriteKeyValue(kSplitSection, splitKey(index),
-                                 QString::number(m_controls.splits[index]->position()));
-    }
-}
-
-bool MLVDB::startSibling(const QString& command, Processes::WindowStyle style)
-{
-    return m_processes.start(path::join(m_paths.programFolder(), command), style);
-}
-
-void MLVDB::mnuRefreshTree()
-{
-    startSibling(u"Task.RebuildTree.exe 1"_s, Processes::WindowStyle::Minimised);
-}
-
-void MLVDB::mnuImpMP3(int index)
-{
-    const QString command = index == 2 ? u"mediaintake.exe 2"_s : u"mediaintake.exe 1"_s;
-    if (!startSibling(command, Processes::WindowStyle::Normal)) {
-        showStatusText(u"Der Importer (mediaintake) lässt sich nicht starten."_s);
-    }
-}
-
-void MLVDB::mnuExit()
-{
-    m_controls.window.closeWindow();
-}
-
-QString MLVDB::aboutText()
-{
-    return u"%1\n\nDie Musikdatenbank für DJ und Sendung."_s.arg(mainWindowCaption());
 }
 
 } // namespace melovane

@@ -1,23 +1,32 @@
 #pragma once
 
-#include "platform/system/files.h"
+#include "bus/mlv_message_bus.h"
+#include "platform/controls/grid_control.h"
+#include "shell/context_menu.h"
+#include "shell/docking.h"
 #include "shell/skin_files.h"
 #include "shell/status_text.h"
+#include "shell/suite_handler.h"
+#include "shell/window_menus.h"
+#include "shell/window_place.h"
 
 #include <QString>
 
-#include <array>
+#include <functional>
+#include <optional>
+#include <span>
 #include <vector>
 
 namespace melovane {
 
-class GlobalSettings;
+class ConfigObjects;
+class Files;
+class KSMessage;
 class MessageLoop;
 class Mod_API;
+class SiblingControl;
 class SkinControl;
-class SplitControl;
 class StatusLine;
-class WindowFrame;
 
 /// The parts of the main window that its logic speaks to; they outlive it.
 struct MlvdbControls
@@ -25,9 +34,63 @@ struct MlvdbControls
     WindowFrame& window;
     StatusLine& status;
     SkinControl& skin;
-    /// `ElasticOne1` upper and lower, `ElasticOne2` tree and library, `ElasticOne3` list tree and
-    /// playlist.
-    std::array<SplitControl*, 3> splits;
+    MenuControl& menus;
+    SplitControls splits;
+};
+
+/// What the window asks of the library view. The view is made after the window.
+struct LibraryCommands
+{
+    /// Shows the first view. \throws DbError
+    std::function<void()> start;
+    std::function<void()> reload;
+    std::function<void()> showDeleted;
+    std::function<void()> showMissing;
+    /// Keeps search, sorting, layout and history for the next start.
+    std::function<void()> saveState;
+    /// Empties the list of the search line.
+    std::function<void()> forgetSearches;
+    /// Searches all chosen columns for a text.
+    std::function<void(const QString& text)> findAll;
+};
+
+/// Where the playlist view stands; 0 for nowhere.
+struct PlaylistPlace
+{
+    std::function<int()> pnid; ///< the playlist that is shown
+    std::function<int()> plid; ///< its current entry
+};
+
+/// Dialogs that the window opens; forms of their own.
+struct WindowDialogs
+{
+    std::function<void()> showInfo;
+    /// `frmEditBox` for a new genre.
+    std::function<void()> askNewGenre;
+    /// `frmEditGrid` for the library. True when another layout was written.
+    std::function<bool()> editLibraryLayout;
+    /// Nothing when the user did not choose.
+    std::function<std::optional<GridFont>(const GridFont& present)> chooseFont;
+};
+
+/// The parts of the program that the window's logic uses; they outlive it.
+struct MlvdbParts
+{
+    GlobalSettings& settings;
+    const ConfigObjects& texts;
+    Mod_API& paths;
+    Files& files;
+    MessageLoop& loop;
+    MLVMessageBus& bus;
+    WindowData& data;
+    SiblingControl& siblings;
+    SuiteMessages& suite;
+    KSMessage& message; ///< `KSMessage1` of this window
+    MonitorControl& monitor;
+    Warnings& warnings;
+    LibraryCommands library;
+    PlaylistPlace playlist;
+    WindowDialogs dialogs;
 };
 
 /// A theme that can be chosen.
@@ -38,57 +101,135 @@ struct SkinEntry
     bool active = false;
 };
 
-/// What the main window does: menu entries, where it stands, what it starts. No track, no SQL.
+/// The main window: turns menu entries, bus messages and messages of other programs into the work
+/// of the views, and keeps what belongs to none of them. No track, no SQL.
 class MLVDB
 {
 public:
-    MLVDB(GlobalSettings& settings,
-          Mod_API& paths,
-          Files& files,
-          Processes& processes,
-          MessageLoop& loop,
-          MlvdbControls controls);
+    MLVDB(MlvdbParts parts, MlvdbControls controls);
+    ~MLVDB();
 
-    /// Before the window is shown: caption, least size, theme.
+    MLVDB(const MLVDB&) = delete;
+    MLVDB& operator=(const MLVDB&) = delete;
+
+    /// Before the window is shown. The views hear of it on the bus. \throws DbError, and the window
+    /// stays incomplete
     void load();
 
-    /// Once, when the window is shown first. Starts the jobs behind the console where they are
-    /// installed. With tracks in the library it takes the place that it
-    /// had when it was closed, if that lies inside the screen. With none it stands in the middle
-    /// and the importer opens.
-    void activateFirst(qint64 tracks);
+    /// Once, when the window is active for the first time: side files, jobs behind the console, the
+    /// place of the window; over an empty library the importer opens instead.
+    void activateFirst();
 
-    /// Before the window closes: keeps its place and its splits.
+    /// Before the window closes: siblings see the program as gone; place, views and splits are
+    /// kept.
     void unload();
 
-    /// Menu "MP3s importieren": 0 looks for new files, 2 reads changed files again.
-    void mnuImpMP3(int index);
-    /// Has all trees rebuilt.
-    void mnuRefreshTree();
-    void mnuExit();
+    // -- What the user does --
 
-    /// The text of the information window.
-    [[nodiscard]] static QString aboutText();
+    /// The menus from left to right, top to bottom.
+    [[nodiscard]] static std::span<const MenuRow> menu();
+
+    /// Runs the action of an entry; a failure leaves the window running.
+    void menuClicked(const MenuRow& row);
+    /// An entry of `mnuPlugIn`, by the name of its record.
+    void plugInClicked(const QString& name);
+
+    /// `popupDBGRID` of the grids.
+    [[nodiscard]] ContextMenu& contextMenu() { return m_contextMenu; }
 
     /// The theme files that lie ready, by title.
     [[nodiscard]] std::vector<SkinEntry> skins() const;
-
     /// Takes a theme and keeps it for the next start; an empty name follows the desktop.
     void chooseSkin(const QString& fileName);
+
+    /// Looks for new music: the button of an empty library.
+    void importMusic() { mnuImpMP3New(); }
+
+    /// Has the tempo of a track found; see SiblingControl::StartBeatGauge.
+    void startBeatGauge(const QString& cmd, const QString& fid, const QString& plid);
 
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
 private:
-    bool startSibling(const QString& command, Processes::WindowStyle style);
-    void restorePlace();
-    void restoreSplits();
+    using BusHandler = void (MLVDB::*)(const MLVMessage&);
 
-    GlobalSettings& m_settings;
-    Mod_API& m_paths;
-    SkinFiles m_skinFiles;
-    Processes& m_processes;
+    struct BusRow
+    {
+        QStringView name; ///< in lower case
+        BusHandler handler;
+    };
+
+    [[nodiscard]] static std::span<const BusRow> busTable();
+
+    void SendMessage(const QString& name, const Value& value1 = {});
+
+    // Load, in this order.
+    void setCaptions();
+    void loadSkin();
+    void buildPlugInMenu();
+    void startViews();
+
+    // Menu.
+    void mnuConfig();
+    void mnuImpMP3New();
+    void mnuImpMP3Edit();
+    void mnuImpMP3Again();
+    void mnuExpPlaylistBas();
+    void mnuExitJobs();
+    void mnuExit();
+    void mnuDelDayCount();
+    void mnuViewDel();
+    void mnuNoExistAnzeigen();
+    void mnuToDatei();
+    void mnuRefreshTree();
+    void mnuDelSuchlist();
+    void mnuDatenbank();
+    void mnuFont();
+    void mnuRepairGridLayout();
+    void mnuAutosizeGrid();
+    void mnuInternet();
+    void mnuUeber();
+
+    // Bus.
+    void MessBus_Message(const MLVMessage& message);
+    void editBoxNewGenre(const MLVMessage& message);
+    void runProc(const MLVMessage& message);
+    void beatGaugeAuto(const MLVMessage& message);
+    void beatGaugeManual(const MLVMessage& message);
+    void monitorSeek(const MLVMessage& message);
+    void monitorSeekSet(const MLVMessage& message);
+    void monitorStop(const MLVMessage& message);
+    void monitorStart(const MLVMessage& message);
+    void monitorCenter(const MLVMessage& message);
+    void playlistChange(const MLVMessage& message);
+    void playNext(const MLVMessage& message);
+    void playNow(const MLVMessage& message);
+    void statusText(const MLVMessage& message);
+    void tagEditor(const MLVMessage& message);
+    void contextMenuLibrary(const MLVMessage& message);
+    void contextMenuPlaylist(const MLVMessage& message);
+    void treeClick(const MLVMessage& message);
+    void volumeMonitor(const MLVMessage& message);
+    void forwardToPlayer(const MLVMessage& message);
+    void notYet(const MLVMessage& message);
+    void showGridLayout(const MLVMessage& message);
+
+    /// Runs an event's work; a failure is told and leaves the window running.
+    void guarded(const std::function<void()>& work);
+    void refreshPlayerData();
+    void tellMissing(bool started, const QString& program);
+
+    MlvdbParts m_parts;
     MlvdbControls m_controls;
+    BusSender m_bus;
+    SkinFiles m_skinFiles;
     StatusText m_statusText;
+    WindowPlace m_place;
+    Docking m_docking;
+    SuiteHandler m_suiteHandler;
+    ContextMenu m_contextMenu;
+    std::unique_ptr<Timer> m_timerRefreshPlayerData; ///< `TimerRefreshPlayerData`
+    MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
 };
 
 } // namespace melovane

@@ -4,6 +4,10 @@
 #include "platform/system/path_text.h"
 #include "platform/system/text_number.h"
 
+#include <QCryptographicHash>
+
+#include <vector>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,8 +24,9 @@ constexpr int kCommonDocuments = 46;
 /// Version of the skins that this release ships. Skins of another version are copied again.
 constexpr QStringView kSkinVersion = u"3.8";
 
-/// Value below the program's user key that holds the version of the skins copied last.
+// Values below the program's user key: which skins and language files were copied last.
 const QString kSkinVersionName = u"SkinVersion"_s;
+const QString kLanguageMarkName = u"LanguageMark"_s;
 
 const QString kLocal = u"local"_s;
 const QString kUserNormal = u"user.normal"_s;
@@ -59,6 +64,39 @@ void copySkins(Files& files, const QString& programFolder, const QString& skinFo
             copyQuietly(files, path::join(source, name), path::join(skinFolder, name));
         }
     }
+}
+
+/// A file that lies in the program folder and is to be copied.
+struct ShippedFile
+{
+    QString name;
+    QByteArray bytes;
+};
+
+std::vector<ShippedFile> shippedLanguages(const Files& files, const QString& folder)
+{
+    std::vector<ShippedFile> result;
+    for (const QString& name : files.names(folder)) {
+        if (name.startsWith("lang_"_L1, Qt::CaseInsensitive) &&
+            path::extension(name).compare("ini"_L1, Qt::CaseInsensitive) == 0) {
+            try {
+                result.push_back({name, files.read(path::join(folder, name))});
+            } catch (const IoError&) {
+                continue; // Nothing to copy.
+            }
+        }
+    }
+    return result;
+}
+
+/// Tells one set of shipped files from another.
+QString markOf(const std::vector<ShippedFile>& shipped)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (const ShippedFile& file : shipped) {
+        hash.addData(file.name.toUtf8() + '\0' + file.bytes);
+    }
+    return QString::fromLatin1(hash.result().toHex().first(16));
 }
 
 } // namespace
@@ -135,6 +173,26 @@ void Mod_API::copyFirstFiles(const QString& configPath)
                     path::join(layouts, u"default.grx"));
     }
     m_files.makeFolder(path::join(configPath, u"Image"));
+    if (program != configPath) {
+        copyLanguages(configPath);
+    }
+}
+
+void Mod_API::copyLanguages(const QString& configPath)
+{
+    const auto shipped = shippedLanguages(m_files, programFolder());
+    // Texts come with almost every build; a user's own changes last until then.
+    const QString mark = markOf(shipped);
+    const bool isNew = GetUserRegistryValue(kLanguageMarkName, u"null"_s) != mark;
+    for (const ShippedFile& file : shipped) {
+        const QString target = path::join(configPath, file.name);
+        if (isNew || !m_files.fileExists(target)) {
+            copyQuietly(m_files, path::join(programFolder(), file.name), target);
+        }
+    }
+    if (isNew) {
+        SetUserRegistryValue(kLanguageMarkName, mark);
+    }
 }
 
 QString Mod_API::programFolder() const
@@ -173,6 +231,11 @@ QString GetVersionString()
 QString mainWindowCaption()
 {
     return u"Melovane DB "_s + GetVersionString();
+}
+
+QString dialogCaption()
+{
+    return u"Melovane "_s + GetVersionString();
 }
 
 int databaseLevelOfThisRelease()

@@ -41,6 +41,7 @@ public:
 
 private:
     void copyFirstFiles(const QString& configPath);
+    void copyLanguages(const QString& configPath);
 
     Environment& m_environment;
     Files& m_files;
@@ -53,6 +54,9 @@ private:
 
 /// The title of the main window, also the sign by which a second copy is recognised.
 [[nodiscard]] QString mainWindowCaption();
+
+/// "Melovane 3.4 build(150)": the title of the program's dialogs.
+[[nodiscard]] QString dialogCaption();
 
 /// Major, minor and revision written one after the other and read as one number: 34150.
 [[nodiscard]] int databaseLevelOfThisRelease();

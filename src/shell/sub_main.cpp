@@ -1,7 +1,11 @@
 #include "shell/sub_main.h"
 
+#include "config/config_objects.h"
 #include "config/global_settings.h"
-#include "platform/controls/warning_dialog.h"
+#include "platform/controls/warnings.h"
+#include "platform/message/message_control.h"
+#include "platform/system/timers.h"
+#include "shell/start_up_db.h"
 
 namespace melovane {
 
@@ -12,48 +16,64 @@ namespace {
 /// Schema version that this release needs.
 const QString kDatabaseVersion = u"3.4"_s;
 
-const QString kWarningTitle = u"Achtung !"_s;
-const QString kOpenError =
-    u"Melovane kann nicht gestartet werden, da folgender Fehler aufgetreten ist.\n\n%1"_s;
-const QString kNoDatabase = u"Melovane Datenbank nicht gefunden %1"_s;
+/// Title of the message about a wrong version: the same in every language.
 const QString kVersionTitle = u"ooop's"_s;
-const QString kVersionError =
-    u"Falsche Melovane Datenbankversion\n%1\nIhre Datenbank hat die Versionsnummer: %2 benötigt "
-    "wird aber die Version: %3\n\nWerkzeuge für die Übernahme alter Daten gibt es auf der Seite "
-    "des Herstellers."_s;
 
 } // namespace
 
-SubMain::SubMain(StartSteps steps, const GlobalSettings& settings, WarningDialog& dialog)
+SubMain::SubMain(StartSteps steps, const StartParts& parts)
     : m_steps(std::move(steps))
-    , m_settings(settings)
-    , m_dialog(dialog)
+    , m_parts(parts)
 {}
 
 StartResult SubMain::run()
 {
     // The test comes first of all, what it found is told only when no other copy runs.
-    const QString fault = m_steps.openTest();
+    const OpenFault fault = m_steps.openTest();
     m_steps.loadConfig();
     if (m_steps.anotherCopyRuns()) {
         return StartResult::SecondCopy;
     }
-    if (!fault.isEmpty()) {
-        return refuse(kWarningTitle, kOpenError.arg(fault));
+    const ConfigObjects& texts = m_parts.texts;
+    const QString database = m_parts.settings.DbName();
+    if (!fault.text.isEmpty()) {
+        return refuse(texts.text(u"glob_warn"), texts.text(u"dbopenerror", reasonOf(fault)));
     }
     if (!m_steps.databaseExists()) {
-        return refuse(kWarningTitle, kNoDatabase.arg(m_settings.DbName()));
+        return refuse(texts.text(u"glob_warn"), texts.text(u"nodb", database));
     }
     if (!m_steps.versionFits()) {
-        return refuse(kVersionTitle, kVersionError.arg(m_settings.DbName(), m_settings.DBVersion(),
-                                                       kDatabaseVersion));
+        return refuse(kVersionTitle, texts.text(u"dbverserr", database,
+                                                m_parts.settings.DBVersion(), kDatabaseVersion));
+    }
+    if (m_parts.messages.IsMsgWindow(m_parts.settings.MessageHandleDJ())) {
+        m_steps.showMainWindow();
+    } else {
+        showWithSplash();
     }
     return StartResult::Run;
 }
 
+void SubMain::showWithSplash()
+{
+    m_parts.splash.Show();
+    m_parts.splash.StartupCloseDelay = kStartupCloseDelay;
+    m_parts.loop.turn();
+    m_steps.showMainWindow();
+    m_parts.splash.BringToFront();
+    m_parts.splash.StartTimerCloseWindow();
+}
+
+QString SubMain::reasonOf(const OpenFault& fault) const
+{
+    const QString known =
+        m_parts.texts.text(u"dberror.%1"_s.arg(fault.number), m_parts.settings.DbName());
+    return known.isEmpty() ? fault.text : known;
+}
+
 StartResult SubMain::refuse(const QString& title, const QString& text)
 {
-    m_dialog.show(title, text);
+    m_parts.warnings.ShowWarning(text, WarningType::Stop, title);
     return StartResult::Refused;
 }
 

@@ -6,26 +6,50 @@
 
 namespace melovane {
 
+class ConfigObjects;
 class GlobalSettings;
-class WarningDialog;
+class MessageLoop;
+class Messages;
+class Warnings;
+class frmStartUpDB;
 
-/// The steps of the start that lie in other folders.
+/// Why the database cannot be used.
+struct OpenFault
+{
+    QString text;   ///< in the engine's own words; empty when all is well
+    int number = 0; ///< of the engine's error
+};
+
+/// The steps of the start that lie elsewhere.
 struct StartSteps
 {
-    /// Opens the database and every plain table in it; empty, or the text of the first error.
-    std::function<QString()> openTest;
-    /// Reads texts and settings.
+    /// Opens the database and every plain table in it; the first error.
+    std::function<OpenFault()> openTest;
+    /// Fills the texts, makes the log, reads keys and settings, in this order.
     std::function<void()> loadConfig;
-    /// True when another copy of this program runs.
+    /// True when another copy of this program runs; its window is then in front.
     std::function<bool()> anotherCopyRuns;
     std::function<bool()> databaseExists;
     /// True when the database has the version of this release.
     std::function<bool()> versionFits;
+    /// Loads the main window and shows it.
+    std::function<void()> showMainWindow;
+};
+
+/// What the start asks and speaks to.
+struct StartParts
+{
+    const GlobalSettings& settings;
+    const ConfigObjects& texts;
+    Warnings& warnings;
+    const Messages& messages;
+    MessageLoop& loop;
+    frmStartUpDB& splash;
 };
 
 enum class StartResult
 {
-    Run,        ///< the main window may be loaded
+    Run,        ///< the main window is shown
     SecondCopy, ///< another copy runs; nothing was shown
     Refused,    ///< a dialog has told why
 };
@@ -34,17 +58,18 @@ enum class StartResult
 class SubMain
 {
 public:
-    SubMain(StartSteps steps, const GlobalSettings& settings, WarningDialog& dialog);
+    SubMain(StartSteps steps, const StartParts& parts);
 
     /// Takes the steps in their order; none is taken behind one that ends the start.
     [[nodiscard]] StartResult run();
 
 private:
+    [[nodiscard]] QString reasonOf(const OpenFault& fault) const;
     [[nodiscard]] StartResult refuse(const QString& title, const QString& text);
+    void showWithSplash();
 
     StartSteps m_steps;
-    const GlobalSettings& m_settings;
-    WarningDialog& m_dialog;
+    StartParts m_parts;
 };
 
 } // namespace melovane

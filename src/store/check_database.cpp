@@ -52,8 +52,9 @@ CheckDatabase::CheckDatabase(DBEngine& engine,
     , m_sink(std::move(sink))
 {}
 
-QString CheckDatabase::firstTableError() const
+QString CheckDatabase::firstTableError()
 {
+    m_openError = 0;
     try {
         const auto database = m_engine.OpenDatabase(m_place.dbName);
         for (const TableDef& table : database->tableDefs().All()) {
@@ -62,6 +63,7 @@ QString CheckDatabase::firstTableError() const
             }
         }
     } catch (const DbError& error) {
+        m_openError = error.number();
         return descriptionOf(error);
     }
     return {};

@@ -39,6 +39,9 @@ public:
     /// A file that is no database of the suite is left as it is, byte for byte.
     [[nodiscard]] QString openTest();
 
+    /// Number of the error that openTest() found, 0 for none.
+    [[nodiscard]] int openError() const { return m_openError; }
+
     /// Brings the database to the level of this release. Does nothing in other programs than the
     /// console, at an equal level, and in a database without the table `db_version`.
     ///
@@ -68,7 +71,7 @@ private:
         QString name;
     };
 
-    [[nodiscard]] QString firstTableError() const;
+    [[nodiscard]] QString firstTableError();
     [[nodiscard]] bool hasVersions() const;
     [[nodiscard]] int storedLevel() const;
     void writeLevel(int level) const;
@@ -85,6 +88,7 @@ private:
     const Clock& m_clock;
     DatabasePlace m_place;
     ErrorSink m_sink;
+    int m_openError = 0;
 };
 
 } // namespace melovane

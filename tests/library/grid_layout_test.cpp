@@ -16,12 +16,14 @@ TEST(GridLayout, ColumnsComeBackAsTheyWere)
 {
     GridColumn title{u"Titel"_s, u"Ein | Titel äöü"_s, 40.5};
     title.stretched = true;
+    title.renamed = true;
     GridColumn hidden{u"FID"_s, u"FID"_s, 13};
     hidden.shown = false;
     const auto read = readLayout(layoutText({title, hidden}));
     ASSERT_EQ(read.size(), 2U);
     EXPECT_EQ(read[0].field, u"Titel"_s);
     EXPECT_EQ(read[0].heading, u"Ein | Titel äöü"_s);
+    EXPECT_EQ(read[1].heading, QString()) << "only headings of the user's own are kept";
     EXPECT_DOUBLE_EQ(read[0].width, 40.5);
     EXPECT_TRUE(read[0].stretched);
     EXPECT_TRUE(read[0].shown);
@@ -106,6 +108,7 @@ TEST_F(LayoutFilesTest, ALayoutOfAnotherVersionIsLoadedAndThenHasTheVersionOfThi
 TEST_F(LayoutFilesTest, WhatWasSavedIsLoaded)
 {
     grid.layout = {{u"BPM"_s, u"Takt"_s, 6}};
+    grid.layout[0].renamed = true;
     layouts.save(name, grid);
     test::PlainGrid other;
     layouts.load(name, other);

@@ -1,11 +1,5 @@
-#include "library/library_columns.h"
-#include "library/mp3db.h"
-#include "library/plain_grid.h"
-#include "library/test_library.h"
-#include "platform/controls/pointer_control.h"
-#include "platform/controls/search_box.h"
+#include "library/view_fixture.h"
 #include "platform/db/db_error.h"
-#include "platform/system/timers.h"
 
 #include <QSignalSpy>
 
@@ -16,67 +10,8 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-class PlainSearchBox : public SearchBox
-{
-public:
-    [[nodiscard]] QString text() const override { return m_text; }
-
-    void setText(const QString& text) override
-    {
-        m_text = text;
-        if (changed) {
-            changed(text);
-        }
-    }
-
-    void focus() override { ++focused; }
-
-    std::function<void(QString)> changed;
-    int focused = 0;
-
-private:
-    QString m_text;
-};
-
-class PointerLog : public PointerControl
-{
-public:
-    void push(PointerShape shape) override
-    {
-        shapes.push_back(shape);
-        ++depth;
-    }
-
-    void pop() override { --depth; }
-
-    std::vector<PointerShape> shapes;
-    int depth = 0;
-};
-
-class NoTimer : public Timer
-{
-public:
-    void start() override {}
-
-    void stop() override {}
-
-    [[nodiscard]] bool isActive() const override { return false; }
-};
-
-class NoLoop : public MessageLoop
-{
-public:
-    [[nodiscard]] std::unique_ptr<Timer> makeTimer(std::chrono::milliseconds,
-                                                   std::function<void()>) override
-    {
-        return std::make_unique<NoTimer>();
-    }
-
-    void turn() override {}
-};
-
-/// The view without a window, over a real file of five tracks.
-struct Mp3dbTest : public testing::Test
+/// A library of five tracks, or none.
+struct Mp3dbTest : public test::LibraryViewTest
 {
     void addTracks()
     {
@@ -86,33 +21,6 @@ struct Mp3dbTest : public testing::Test
                      {u"Äpfel"_s, u"Trio"_s, u"Licht"_s, {}, 0},
                      {u"Licht weg"_s, u"Fort"_s, {}, {}, 2}});
     }
-
-    void start()
-    {
-        search.changed = [this](const QString& text) { view.searchTextChanged(text); };
-        view.start();
-    }
-
-    QStringList titles()
-    {
-        QStringList result;
-        for (qint64 row = 0; row < view.Data1().rowCount(); ++row) {
-            const int column = view.Data1().Recordset()->fieldIndex(u"Titel");
-            result.append(view.Data1().cell(row, column).toText());
-        }
-        return result;
-    }
-
-    int columnOf(const QString& field) const { return grid.columnOf(field); }
-
-    test::TestLibrary library;
-    test::PlainGrid grid;
-    PlainSearchBox search;
-    PointerLog pointer;
-    NoLoop loop;
-    int imports = 0;
-    ctl_MP3DB view{*library.engine,         *library.settings,    library.clock, loop,
-                   {grid, search, pointer}, [this] { ++imports; }};
 };
 
 TEST_F(Mp3dbTest, AnEmptyLibraryOffersTheImport)
@@ -377,9 +285,8 @@ TEST_F(Mp3dbTest, TheLastSearchAndSortingComeBackAtTheNextStart)
     EXPECT_EQ(library.settings->GetKeyValue(u"Default"_s, u"LastDbSearch"_s, {}), u"Licht"_s);
 
     test::PlainGrid nextGrid;
-    PlainSearchBox nextSearch;
-    ctl_MP3DB next(*library.engine, *library.settings, library.clock, loop,
-                   {nextGrid, nextSearch, pointer}, [] {});
+    test::PlainSearchBox nextSearch;
+    ctl_MP3DB next(parts(), {nextGrid, nextSearch, pointer, clipboard}, {});
     nextSearch.changed = [&next](const QString& text) { next.searchTextChanged(text); };
     next.start();
     EXPECT_EQ(nextSearch.text(), u"Licht"_s);

@@ -1,5 +1,7 @@
 #include "library/test_library.h"
 
+#include "config/melovane_configuration.h"
+
 #include <QFile>
 
 namespace melovane::test {
@@ -59,6 +61,8 @@ TableDef namesTable(const QString& name, const QString& key)
 
 TestLibrary::TestLibrary()
     : engine(sqlite::makeEngine(clock))
+    , texts(folders.paths(), folders.profile(), folders.files())
+    , bus(folders.paths(), folders.files(), clock)
     , m_databaseName(folders.configFile(u"melovane.mdb"_s))
 {
     // Made once, then copied: creating tables costs a test more than all the rest.
@@ -73,6 +77,7 @@ TestLibrary::TestLibrary()
     settings = folders.makeSettings(*engine);
     settings->SetDbName(m_databaseName);
     settings->SetLiveSuche(1);
+    MelovaneConfiguration::fill(texts);
 }
 
 void TestLibrary::makeDatabase()

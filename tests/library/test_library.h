@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bus/mlv_message_bus.h"
+#include "config/config_objects.h"
 #include "platform/db/database.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "support/fake_clock.h"
@@ -40,6 +42,8 @@ public:
     SuiteFolders folders;
     std::unique_ptr<DBEngine> engine;
     std::unique_ptr<GlobalSettings> settings;
+    ConfigObjects texts; ///< the built-in ones
+    MLVMessageBus bus;
 
 private:
     void makeDatabase();

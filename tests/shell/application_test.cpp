@@ -1,15 +1,18 @@
 #include "platform/linux/linux_file_lock.h"
+#include "platform/linux/linux_messages.h"
 #include "shell/application.h"
 #include "support/suite_fixture.h"
 
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
+#include <QTextEdit>
 #include <QTimer>
+#include <QTranslator>
 
 #include <gtest/gtest.h>
 
@@ -34,14 +37,16 @@ protected:
         watcher.start(10ms);
         const int code = console.run();
         watcher.stop();
+        searches = console.searchFigures();
         return code;
     }
 
     void look(const std::function<void(QMainWindow&)>& inWindow)
     {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            warnings.append(box->windowTitle() + u": "_s + box->text());
-            box->accept();
+        if (QWidget* dialog = QApplication::activeModalWidget()) {
+            warnings.append(dialog->findChild<QLabel*>(u"SkinLabel1"_s)->text() + u": "_s +
+                            dialog->findChild<QTextEdit*>(u"SkinLabel2"_s)->toPlainText());
+            dialog->findChild<QPushButton*>(u"cmdOk"_s)->click();
             return;
         }
         for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -55,7 +60,28 @@ protected:
         }
     }
 
+    /// The start-up window, if it is shown.
+    static QWidget* splash()
+    {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->objectName() == "frmStartUpDB"_L1 && widget->isVisible()) {
+                return widget;
+            }
+        }
+        return nullptr;
+    }
+
+    /// Makes the shipped English language the chosen one.
+    void chooseEnglish(const QByteArray& otherSettings = {})
+    {
+        QFile shipped(test::resourceFolder() + u"/languages/lang_English.ini"_s);
+        ASSERT_TRUE(shipped.open(QIODevice::ReadOnly));
+        suite.write(u"lang_English.ini"_s, shipped.readAll());
+        suite.write(u"melovane.ini"_s, otherSettings + "[Value]\nSprach.Datei=lang_English.ini\n");
+    }
+
     QStringList warnings;
+    sqlite::IndexFigures searches; ///< of the last run
 };
 
 TEST_F(ApplicationTest, StartsSearchesAndEnds)
@@ -71,6 +97,10 @@ TEST_F(ApplicationTest, StartsSearchesAndEnds)
     });
     EXPECT_EQ(code, 0);
     EXPECT_EQ(rows, 1);
+    // Every search came from memory, at least those of the five letters.
+    EXPECT_EQ(searches.left, 0);
+    EXPECT_GE(searches.answers, 5);
+    EXPECT_EQ(searches.loads, 1);
     EXPECT_TRUE(warnings.isEmpty()) << warnings.join(u"\n"_s).toStdString();
 }
 
@@ -107,8 +137,54 @@ TEST_F(ApplicationTest, AMissingDatabaseIsToldAsAnOpenErrorAndEndsTheProcess)
     ASSERT_TRUE(QFile::remove(suite.dbName()));
     EXPECT_EQ(run(), 1);
     ASSERT_EQ(warnings.size(), 1);
-    EXPECT_THAT(warnings[0].toStdString(),
-                testing::HasSubstr("Melovane kann nicht gestartet werden"));
+    EXPECT_EQ(warnings[0], u"Achtung !: Melovane kann nicht gestartet werden, da folgender Fehler "
+                           "aufgetreten ist.\n\nDie Datenbankdatei ist nicht vorhanden:\n"_s +
+                               suite.dbName());
+}
+
+TEST_F(ApplicationTest, AChosenLanguageSpeaksFromTheFirstMessageOn)
+{
+    chooseEnglish();
+    suite.engine->Release(suite.dbName());
+    ASSERT_TRUE(QFile::remove(suite.dbName()));
+    EXPECT_EQ(run(), 1);
+    EXPECT_EQ(warnings, QStringList{u"Attention!: Melovane cannot start because of the following "
+                                    "error.\n\nThe database file is not there:\n"_s +
+                                    suite.dbName()});
+}
+
+TEST_F(ApplicationTest, TextsOfTheToolkitFollowTheLanguage)
+{
+    const auto cancel = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel"); };
+    suite.library.add({.Titel = u"Brandung"_s});
+    run();
+    EXPECT_EQ(cancel(), u"Abbrechen"_s);
+    chooseEnglish();
+    run();
+    EXPECT_EQ(cancel(), u"Cancel"_s);
+}
+
+TEST_F(ApplicationTest, WithoutAPlayerTheSplashStandsOverTheWindowAndGoesWithIt)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    suite.write(u"melovane.ini"_s, "[Message]\nHandle.DJ=99\n");
+    bool shown = false;
+    EXPECT_EQ(run([&](QMainWindow&) { shown = splash() != nullptr; }), 0);
+    EXPECT_TRUE(shown);
+    EXPECT_EQ(splash(), nullptr);
+}
+
+TEST_F(ApplicationTest, StartedWithARunningPlayerNoSplashIsShown)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    LinuxMessages messages(MessagePlace(suite.folders.environment().runtimeFolder()));
+    const auto player = messages.makeControl();
+    ASSERT_NE(player->handle(), 0);
+    suite.write(u"melovane.ini"_s,
+                "[Message]\nHandle.DJ=" + QByteArray::number(player->handle()) + "\n");
+    bool shown = true;
+    EXPECT_EQ(run([&](QMainWindow&) { shown = splash() != nullptr; }), 0);
+    EXPECT_FALSE(shown);
 }
 
 TEST_F(ApplicationTest, AForeignFileAsDatabaseIsToldAndNeverChanged)

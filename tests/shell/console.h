@@ -3,37 +3,34 @@
 #include "library/mp3db.h"
 #include "library/test_library.h"
 #include "library/ui/mp3db_widget.h"
+#include "platform/linux/linux_messages.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/search_line.h"
 #include "platform/qt/skin.h"
-#include "shell/fakes.h"
-#include "shell/mlvdb.h"
+#include "shell/library_data.h"
 #include "shell/ui/mlvdb_window.h"
+#include "shell/window_fixture.h"
 
 #include <QApplication>
 
 namespace melovane::test {
 
-/// The main window with its views over a library, as the composition root puts it together; only
-/// siblings are not really started.
+/// The main window with its views over a library, as the composition root puts it together. Other
+/// programs reach it; only those that it would start, sound and warnings are written down instead.
 class Console
 {
 public:
     explicit Console(TestLibrary& tracks)
         : library(tracks)
     {
-        mlvdb.load();
-        window.attach(mlvdb);
-        window.library().attach(view);
-        view.start();
+        window.attach(mlvdb, library.texts);
+        window.library().attach(view, library.texts);
         QObject::connect(&window, &MlvdbWindow::firstShown, &view,
-                         [this] { mlvdb.activateFirst(view.librarySize()); });
-        QObject::connect(&window, &MlvdbWindow::closing, &view, [this] {
-            mlvdb.unload();
-            view.end();
-        });
+                         [this] { mlvdb.activateFirst(); });
+        QObject::connect(&window, &MlvdbWindow::closing, &view, [this] { mlvdb.unload(); });
+        mlvdb.load();
     }
 
     ~Console()
@@ -58,20 +55,59 @@ public:
     SearchLine& searchLine() { return control<SearchLine>(QStringLiteral("Text1")); }
 
     TestLibrary& library;
+    QStringList log; ///< monitor and warnings
     RecordingProcesses processes;
     QtMessageLoop loop;
     Skin skin{*qApp};
     IconSet icons{skin};
+    LoggedMonitor monitor{log};
+    LoggedWarnings warnings{log};
+    LinuxMessages messages{MessagePlace(library.folders.environment().runtimeFolder())};
+    std::unique_ptr<KSMessage> message = messages.makeControl();
+    SuiteMessages suite{*library.settings, *library.engine, messages, *message};
+    SiblingControl siblings{library.folders.paths(), library.folders.files(), processes};
+    LibraryData data{*library.engine,         *library.settings, library.folders.paths(),
+                     library.folders.files(), library.clock,     {}};
+    bool layoutChosen = false;
+    std::optional<GridFont> chosenFont;
     MlvdbWindow window{skin, icons};
-    MLVDB mlvdb{
-        *library.settings, library.folders.paths(), library.folders.files(), processes, loop,
-        window.controls()};
-    ctl_MP3DB view{*library.engine,
-                   *library.settings,
-                   library.clock,
-                   loop,
-                   window.library().controls(),
-                   [this] { mlvdb.mnuImpMP3(0); }};
+    MLVDB mlvdb{{*library.settings,
+                 library.texts,
+                 library.folders.paths(),
+                 library.folders.files(),
+                 loop,
+                 library.bus,
+                 data,
+                 siblings,
+                 suite,
+                 *message,
+                 monitor,
+                 warnings,
+                 {[this] { view.start(); }, [this] { view.Refresh(); },
+                  [this] { view.DB_ALL_DEL(); }, [this] { view.DB_ALL_NOEXIST(); },
+                  [this] {
+                      view.end();
+                      view.SaveHist();
+                  },
+                  [this] { view.DelSuchlist(); },
+                  [this](const QString& text) {
+                      view.FindTreeValue({QStringLiteral("allfind"), {}, text}, true);
+                  }},
+                 {[] { return 0; }, [] { return 0; }},
+                 {[] {}, [] {},
+                  [this] {
+                      log.append(QStringLiteral("layout dialog"));
+                      return layoutChosen;
+                  },
+                  [this](const GridFont&) { return chosenFont; }}},
+                window.controls()};
+    ctl_MP3DB view{
+        {*library.engine, *library.settings, library.texts, library.folders.paths(),
+         library.folders.files(), library.clock, loop, library.bus},
+        window.library().controls(),
+        {[this] { mlvdb.importMusic(); },
+         [this](const QString& cmd, const QString& fid) { mlvdb.startBeatGauge(cmd, fid, {}); },
+         [](const QString& file) { return file; }}};
 };
 
 } // namespace melovane::test

@@ -110,11 +110,23 @@ public:
 
     void setPlace(const QRect& place) override { rect = place; }
 
+    void setOuterPlace(const QRect& place) override { rect = place; }
+
     [[nodiscard]] bool isMaximisedNow() const override { return maximised; }
 
     void maximise() override { maximised = true; }
 
+    void setNormal() override
+    {
+        maximised = false;
+        ++normals;
+    }
+
+    [[nodiscard]] int windowHandle32() const override { return 4712; }
+
     [[nodiscard]] QRect screenArea() const override { return area; }
+
+    void bringToFront() override { ++raised; }
 
     void closeWindow() override { ++closed; }
 
@@ -123,7 +135,9 @@ public:
     QRect rect{10, 20, 1000, 700};
     QRect area{0, 0, 1600, 1000};
     bool maximised = false;
+    int raised = 0;
     int closed = 0;
+    int normals = 0;
 };
 
 class PlainSplit : public SplitControl

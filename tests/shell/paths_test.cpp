@@ -126,6 +126,31 @@ TEST_F(Paths, TheFirstStartCopiesTheFirstSetOfFiles)
     EXPECT_EQ(start().GetUserRegistryValue(u"SkinVersion"_s, u"null"_s), u"3.8"_s);
 }
 
+TEST_F(Paths, LanguageFilesComeWithTheFirstStart)
+{
+    suite.install(u"lang_English.ini"_s, "new");
+    suite.install(u"language.ini"_s, "no language file");
+    suite.folder().write(config(u"melovane.ini"), "old");
+    EXPECT_EQ(start().GetConfigPath(), config());
+    EXPECT_EQ(read(config(u"lang_English.ini")), "new");
+    EXPECT_FALSE(suite.files().fileExists(config(u"language.ini")));
+}
+
+TEST_F(Paths, AUsersOwnWordingStaysUntilTheShippedTextsChange)
+{
+    suite.install(u"lang_English.ini"_s, "first");
+    static_cast<void>(start().GetConfigPath());
+    suite.folder().write(config(u"lang_English.ini"), "own");
+    static_cast<void>(start().GetConfigPath());
+    EXPECT_EQ(read(config(u"lang_English.ini")), "own");
+    suite.install(u"lang_English.ini"_s, "second");
+    static_cast<void>(start().GetConfigPath());
+    EXPECT_EQ(read(config(u"lang_English.ini")), "second");
+    QFile::remove(config(u"lang_English.ini"));
+    static_cast<void>(start().GetConfigPath());
+    EXPECT_EQ(read(config(u"lang_English.ini")), "second");
+}
+
 TEST_F(Paths, ANewReleaseReplacesSkinsOnlyNeverSettingsOrDatabase)
 {
     installAll();

@@ -1,15 +1,13 @@
-#include "shell/fakes.h"
-#include "shell/mlvdb.h"
-#include "support/suite_folders.h"
+#include "shell/window_fixture.h"
 
-#include <gtest/gtest.h>
+#include <QFile>
 
 namespace melovane {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-struct MlvdbTest : public testing::Test
+struct MlvdbTest : public test::WindowFixture
 {
     MlvdbTest()
     {
@@ -22,28 +20,16 @@ struct MlvdbTest : public testing::Test
     void store(int left, int top, int width, int height, int state)
     {
         WindowPosition& position = settings->Position(u"DBPosition"_s);
-        position.Left = left;
-        position.Top = top;
-        position.Whidth = width;
-        position.Height = height;
+        position.setPlace({left, top, width, height});
         position.WindowState = state;
         settings->PositionSave(u"DBPosition"_s);
     }
 
-    test::SuiteFolders folders;
-    std::unique_ptr<GlobalSettings> settings = folders.makeSettings();
-    test::RecordingProcesses processes;
-    test::SteppedLoop loop;
-    test::PlainWindow window;
-    test::PlainStatusLine status;
-    test::PlainSkin skin;
-    std::array<test::PlainSplit, 3> splits;
-    MLVDB mlvdb{*settings,
-                folders.paths(),
-                folders.files(),
-                processes,
-                loop,
-                {window, status, skin, {&splits[0], &splits[1], &splits[2]}}};
+    void activate(qint64 tracks)
+    {
+        data.tracks = tracks;
+        mlvdb.activateFirst();
+    }
 };
 
 TEST_F(MlvdbTest, TheCaptionIsTheProductAndItsVersion)
@@ -56,7 +42,7 @@ TEST_F(MlvdbTest, TheCaptionIsTheProductAndItsVersion)
 TEST_F(MlvdbTest, AnEmptyLibraryStartsTheImporterAndDoesNotReadItsPlace)
 {
     store(100, 100, 500, 400, 0);
-    mlvdb.activateFirst(0);
+    activate(0);
     EXPECT_EQ(processes.commands.last(), folders.programFolder() + u"/mediaintake.exe 1"_s);
     EXPECT_EQ(processes.styles.back(), Processes::WindowStyle::Normal);
     EXPECT_EQ(window.rect.size(), QSize(800, 600));
@@ -66,24 +52,84 @@ TEST_F(MlvdbTest, AnEmptyLibraryStartsTheImporterAndDoesNotReadItsPlace)
 TEST_F(MlvdbTest, WithTracksTheWindowTakesItsStoredPlace)
 {
     store(100, 50, 900, 600, 0);
-    mlvdb.activateFirst(1);
+    activate(1);
     EXPECT_EQ(window.rect, QRect(100, 50, 900, 600));
     EXPECT_EQ(processes.commands.filter(u"mediaintake"_s), QStringList());
 }
 
-TEST_F(MlvdbTest, TheJobsSiblingIsStartedHidden)
+TEST_F(MlvdbTest, TheJobsSiblingIsStartedHiddenWhereItIsInstalled)
 {
-    mlvdb.activateFirst(1);
-    EXPECT_EQ(processes.commands, QStringList{folders.programFolder() + u"/MelovaneJob.exe"_s});
+    activate(1);
+    EXPECT_EQ(processes.commands, QStringList());
+    install(u"MelovaneJob"_s);
+    activate(1);
+    EXPECT_EQ(processes.commands, QStringList{command(u"MelovaneJob.exe"_s)});
     EXPECT_EQ(processes.styles, std::vector{Processes::WindowStyle::Hidden});
 }
 
-TEST_F(MlvdbTest, StaleTreesAreRebuiltByTheirSibling)
+TEST_F(MlvdbTest, StaleTreesAreRebuiltByTheirSiblingAtTheFirstActivation)
 {
-    mlvdb.mnuRefreshTree();
-    EXPECT_EQ(processes.commands,
-              QStringList{folders.programFolder() + u"/Task.RebuildTree.exe 1"_s});
+    data.stale = true;
+    activate(1);
+    EXPECT_EQ(processes.commands, QStringList{command(u"Task.RebuildTree.exe 1"_s)});
     EXPECT_EQ(processes.styles, std::vector{Processes::WindowStyle::Minimised});
+}
+
+TEST_F(MlvdbTest, TheSideFilesAreCheckedBeforeTheTracksAreCounted)
+{
+    activate(1);
+    EXPECT_EQ(log, (QStringList{u"side files"_s, u"count"_s}));
+}
+
+TEST_F(MlvdbTest, TheLoadRunsInItsOrder)
+{
+    mlvdb.load();
+    EXPECT_EQ(
+        log,
+        (QStringList{u"open"_s, u"monitor reopen"_s, u"library start"_s, u"bus create.toolbars "_s,
+                     u"bus refresh.all start"_s, u"bus load.layout.mp3db gridlayout_db.grx"_s,
+                     u"bus load.layout.playlist gridlayout_dbpl.grx"_s, u"bus update.color"_s}));
+    EXPECT_TRUE(control.number);
+    EXPECT_TRUE(control.text);
+}
+
+TEST_F(MlvdbTest, TheHandlesArePublishedAtTheLoadAndOneIsRemovedAtTheEnd)
+{
+    mlvdb.load();
+    const auto running = folders.makeSettings();
+    EXPECT_EQ(running->MessageHandleDB(), control.handle());
+    EXPECT_EQ(running->HandleDB(), window.windowHandle32());
+    EXPECT_EQ(running->GetKeyValueLong(u"Message.Handle"_s, u"MelovaneDB.exe"_s, 0),
+              control.handle());
+    mlvdb.unload();
+    EXPECT_EQ(folders.makeSettings()->MessageHandleDB(), 0);
+    EXPECT_FALSE(
+        folders.folder().read(folders.configFile(u"melovane.ini"_s)).contains("Handle.DB="));
+}
+
+TEST_F(MlvdbTest, SplitsAreKeptAfterTheStateOfTheLibrary)
+{
+    mlvdb.load();
+    splits[1].at = 111;
+    data.tracks = 1;
+    bool splitsWereStored = true;
+    const auto end = [&] {
+        splitsWereStored =
+            folders.makeSettings()->GetKeyValueLong(u"Value"_s, u"DBGridSplit-1"_s, 0) == 111;
+    };
+    onLibrarySave = end;
+    mlvdb.unload();
+    EXPECT_FALSE(splitsWereStored);
+    EXPECT_EQ(folders.makeSettings()->GetKeyValueLong(u"Value"_s, u"DBGridSplit-1"_s, 0), 111);
+}
+
+TEST_F(MlvdbTest, ADockedWindowLeavesTheStoredPlaceAsItWas)
+{
+    mlvdb.load();
+    store(100, 50, 900, 600, 0);
+    control.number(1049, 0, 0);
+    mlvdb.unload();
+    EXPECT_EQ(folders.makeSettings()->Position(u"DBPosition"_s).place(), QRect(100, 50, 900, 600));
 }
 
 TEST_F(MlvdbTest, AStoredPlaceOutsideTheScreenIsIgnored)
@@ -92,18 +138,18 @@ TEST_F(MlvdbTest, AStoredPlaceOutsideTheScreenIsIgnored)
     for (const QRect& place : {QRect(800, 0, 900, 600), QRect(0, 500, 900, 600),
                                QRect(-200, 0, 900, 600), QRect(0, -50, 900, 600)}) {
         store(place.left(), place.top(), place.width(), place.height(), 0);
-        mlvdb.activateFirst(1);
+        activate(1);
         EXPECT_EQ(window.rect, designed);
     }
     store(std::numeric_limits<int>::max(), 0, std::numeric_limits<int>::max(), 10, 0);
-    mlvdb.activateFirst(1);
+    activate(1);
     EXPECT_EQ(window.rect, designed);
 }
 
 TEST_F(MlvdbTest, WithoutAStoredPlaceTheWindowKeepsTheDesignedOne)
 {
     const QRect designed = window.rect;
-    mlvdb.activateFirst(1);
+    activate(1);
     EXPECT_EQ(window.rect, designed);
     EXPECT_FALSE(window.maximised);
 }
@@ -112,7 +158,7 @@ TEST_F(MlvdbTest, AMaximisedWindowIsMaximisedAndNothingElse)
 {
     const QRect designed = window.rect;
     store(100, 50, 900, 600, 2);
-    mlvdb.activateFirst(1);
+    activate(1);
     EXPECT_TRUE(window.maximised);
     EXPECT_EQ(window.rect, designed);
 }
@@ -140,27 +186,6 @@ TEST_F(MlvdbTest, SplitsComeBackWithTheWindow)
     mlvdb.load();
     EXPECT_EQ(splits[0].at, 740);
     EXPECT_EQ(splits[2].at, 77);
-}
-
-TEST_F(MlvdbTest, TheImportMenuPassesItsArgument)
-{
-    mlvdb.mnuImpMP3(0);
-    mlvdb.mnuImpMP3(2);
-    EXPECT_TRUE(processes.commands.at(0).endsWith(u"mediaintake.exe 1"_s));
-    EXPECT_TRUE(processes.commands.at(1).endsWith(u"mediaintake.exe 2"_s));
-}
-
-TEST_F(MlvdbTest, AMissingImporterIsToldInTheStatusLine)
-{
-    processes.succeeds = false;
-    mlvdb.mnuImpMP3(0);
-    EXPECT_FALSE(status.panel(StatusPanel::Message).isEmpty());
-}
-
-TEST_F(MlvdbTest, ExitClosesTheWindow)
-{
-    mlvdb.mnuExit();
-    EXPECT_EQ(window.closed, 1);
 }
 
 TEST_F(MlvdbTest, TheThemesThatLieReadyAreListedByTitle)

@@ -1,7 +1,9 @@
 #include "shell/console.h"
 #include "support/temp_folder.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QProcess>
 #include <QProcessEnvironment>
@@ -24,7 +26,18 @@ bool runBeside(const QString& program, const QStringList& arguments)
            process.exitCode() == 0;
 }
 
-TEST(RealDisplay, KeysOfTheKeyboardFilterTheListAndSortingAndFocusFollow)
+class RealDisplay : public testing::Test
+{
+protected:
+    /// A window that comes up before the window manager never gets the focus.
+    void SetUp() override
+    {
+        ASSERT_TRUE(QTest::qWaitFor([] { return runBeside(u"xdotool"_s, {u"get_num_desktops"_s}); },
+                                    20'000));
+    }
+};
+
+TEST_F(RealDisplay, KeysOfTheKeyboardFilterTheListAndSortingAndFocusFollow)
 {
     ASSERT_EQ(QGuiApplication::platformName(), u"xcb"_s);
     test::TestLibrary library;
@@ -48,27 +61,132 @@ TEST(RealDisplay, KeysOfTheKeyboardFilterTheListAndSortingAndFocusFollow)
     EXPECT_TRUE(QTest::qWaitFor([&console] { return console.searchLine().hasFocus(); }));
 }
 
-TEST(RealDisplay, ATitleStandsOnTheScreenAsItIsWithoutTheProgramsName)
+/// A console with an installation of its own in a folder, started and killed as processes.
+class StartedConsole
 {
-    // Without a database beside it the program says so, under the title of all warnings.
-    const test::TempFolder folder;
-    const QString program = folder.file(u"MelovaneDB"_s);
-    ASSERT_TRUE(QFile::copy(QString::fromUtf8(MLV_CONSOLE), program));
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const QString& place : {u"XDG_RUNTIME_DIR"_s, u"XDG_DATA_HOME"_s, u"XDG_CONFIG_HOME"_s}) {
-        environment.insert(place, folder.path());
+public:
+    explicit StartedConsole(const QStringList& files)
+    {
+        for (const QString& file : files) {
+            EXPECT_TRUE(QFile::copy(m_shipped.filePath(file), m_folder.file(file)));
+        }
     }
-    QProcess console;
-    console.setProcessEnvironment(environment);
-    console.start(program, {});
-    ASSERT_TRUE(console.waitForStarted());
+
+    /// A process of it, with folders of the user that nobody else has.
+    std::unique_ptr<QProcess> start()
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const QString& place :
+             {u"XDG_RUNTIME_DIR"_s, u"XDG_DATA_HOME"_s, u"XDG_CONFIG_HOME"_s}) {
+            environment.insert(place, m_folder.path());
+        }
+        auto process = std::make_unique<QProcess>();
+        process->setProcessEnvironment(environment);
+        process->start(m_folder.file(u"MelovaneDB"_s), {});
+        EXPECT_TRUE(process->waitForStarted());
+        return process;
+    }
+
+    [[nodiscard]] const test::TempFolder& folder() const { return m_folder; }
+
+private:
+    test::TempFolder m_folder;
+    QDir m_shipped = QFileInfo(QString::fromUtf8(MLV_CONSOLE)).dir();
+};
+
+void killAndWait(QProcess& process)
+{
+    process.kill();
+    process.waitForFinished();
+}
+
+/// What xdotool prints; empty when it fails.
+QString asked(const QStringList& question)
+{
+    QProcess process;
+    process.start(u"xdotool"_s, question);
+    EXPECT_TRUE(
+        QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; }, 20'000));
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+QString consoleWindow()
+{
+    return asked({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Melovane DB "_s});
+}
+
+TEST_F(RealDisplay, ASecondStartBringsTheFirstCopyToTheFrontAlsoFromTheTaskBar)
+{
+    StartedConsole console({u"MelovaneDB"_s, u"melovane.mdb"_s, u"melovane.ini"_s});
+    const auto first = console.start();
+    QString window;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !(window = consoleWindow()).isEmpty(); }, 20'000));
+    QWidget other;
+    other.showMaximized();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other, 10'000));
+    for (const bool minimised : {false, true}) {
+        if (minimised) {
+            asked({u"windowminimize"_s, window});
+            ASSERT_TRUE(QTest::qWaitFor([] { return consoleWindow().isEmpty(); }, 10'000));
+        }
+        const auto second = console.start();
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return second->state() == QProcess::NotRunning; }, 20'000));
+        EXPECT_EQ(second->exitCode(), 0);
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return asked({u"getactivewindow"_s}) == window; }, 10'000));
+        EXPECT_EQ(consoleWindow(), window);
+    }
+    killAndWait(*first);
+}
+
+TEST_F(RealDisplay, AfterAKillTheNextStartIsTheOnlyCopy)
+{
+    StartedConsole console({u"MelovaneDB"_s, u"melovane.mdb"_s, u"melovane.ini"_s});
+    for (int round = 0; round < 2; ++round) {
+        const auto copy = console.start();
+        EXPECT_TRUE(QTest::qWaitFor([] { return !consoleWindow().isEmpty(); }, 20'000));
+        killAndWait(*copy);
+        EXPECT_TRUE(QTest::qWaitFor([] { return consoleWindow().isEmpty(); }, 10'000));
+    }
+}
+
+TEST_F(RealDisplay, ATitleStandsOnTheScreenAsItIsWithoutTheProgramsName)
+{
+    // Without a database beside it the program says so, in a dialog of its own.
+    StartedConsole console({u"MelovaneDB"_s});
+    const auto process = console.start();
     EXPECT_TRUE(QTest::qWaitFor(
         [] {
-            return runBeside(u"xdotool"_s, {u"search"_s, u"--name"_s, u"^Achtung !$"_s});
+            return runBeside(u"xdotool"_s,
+                             {u"search"_s, u"--name"_s, uR"(^Melovane 3\.4 build\(150\)$)"_s});
         },
         20'000));
-    console.kill();
-    console.waitForFinished();
+    killAndWait(*process);
+}
+
+TEST_F(RealDisplay, TheDockedWindowComesOutOfTheTaskBarAndFillsTheLowerHalfWithItsFrame)
+{
+    test::TestLibrary library;
+    library.add({{u"Brandung"_s, u"Trio"_s, {}, {}, 0}});
+    test::Console console(library);
+    console.window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, 10'000));
+    console.window.setGeometry(60, 80, 640, 400);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return console.window.geometry().top() == 80; }));
+    console.window.showMinimized();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return console.window.isMinimized(); }));
+    console.message->setTarget(console.message->handle());
+    console.message->Send(1049, 0, 0);
+    const QRect area = console.window.screenArea();
+    const QRect half = area.adjusted(0, area.height() / 2, 0, 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return !console.window.isMinimized() && console.window.frameGeometry() == half;
+    })) << console.window.frameGeometry().top()
+        << ' ' << console.window.frameGeometry().height();
+    console.message->Send(1051, 0, 0);
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return console.window.geometry() == QRect(60, 80, 640, 400); }));
 }
 
 } // namespace

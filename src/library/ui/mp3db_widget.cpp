@@ -1,5 +1,6 @@
 #include "library/ui/mp3db_widget.h"
 
+#include "config/config_objects.h"
 #include "library/library_columns.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/icon_set.h"
@@ -18,39 +19,80 @@ using namespace Qt::Literals::StringLiterals;
 
 Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent)
     : Panel(skin, parent)
+    , m_icons(icons)
     , m_search(new SearchLine(icons, this))
     , m_grid(new DataGrid(skin, icons, this))
     , m_count(new QLabel(this))
 {
     setObjectName(u"ctl_MP3DB1"_s);
     m_search->setObjectName(u"Text1"_s);
-    m_search->lineEdit()->setPlaceholderText(u"Titel oder Interpret suchen"_s);
-    m_search->setAccessibleName(u"Suche in der Bibliothek"_s);
     m_grid->setObjectName(u"TDBGrid1"_s);
-    m_grid->setAccessibleName(u"Titel der Bibliothek"_s);
     m_count->setObjectName(u"MatchCount"_s);
-    buildTools(icons);
+    toolRow()->addWidget(m_search, 1);
+    toolRow()->addSpacing(6);
+    m_count->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    toolRow()->addWidget(m_count);
+    toolRow()->addSpacing(10);
     setView(m_grid);
     setTabOrder(m_search, m_grid);
     buildKeys();
 }
 
-void Mp3dbWidget::buildTools(const IconSet& icons)
+void Mp3dbWidget::setTexts(const ConfigObjects& texts)
 {
-    toolRow()->addWidget(m_search, 1);
-    toolRow()->addSpacing(6);
+    m_search->lineEdit()->setPlaceholderText(texts.text(u"library.search.hint"_s));
+    m_search->setAccessibleName(texts.text(u"library.search.name"_s));
+    m_grid->setAccessibleName(texts.text(u"library.grid.name"_s));
     // Room for a million, so that the search line keeps its width while the user types.
-    m_count->setMinimumWidth(fontMetrics().horizontalAdvance(u"1 000 000 Titel"_s));
-    m_count->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    toolRow()->addWidget(m_count);
-    toolRow()->addSpacing(10);
-    QToolButton* import = addTool(u"all.import"_s, icons.icon(u"import"_s), u"MP3s importieren"_s);
+    const QString widest = texts.text(u"library.count"_s, groupedNumber(1'000'000));
+    m_count->setMinimumWidth(fontMetrics().horizontalAdvance(widest));
+}
+
+void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
+{
+    struct Tool
+    {
+        QString key;
+        QString icon;
+        QString text;
+    };
+
+    const std::vector<std::vector<Tool>> groups = {
+        {{u"all.db.zur"_s, u"back"_s, u"ToolTipHistoryRemain"_s},
+         {u"all.db.vor"_s, u"forward"_s, u"ToolTipHistoryForward"_s}},
+        {{u"play.start"_s, u"play"_s, u"ToolTipPlayerPlay"_s},
+         {u"play.center"_s, u"playcenter"_s, u"ToolTipPlayerPlayCenter"_s},
+         {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s}},
+        {{u"all.book"_s, u"edit"_s, u"ToolTipAllTableDetail"_s},
+         {u"open_dir"_s, u"folder"_s, u"mnuPOPDBGRID_7"_s},
+         {u"all.data.select"_s, u"selectall"_s, u"ToolTipAllTableSel"_s},
+         {u"all.copy"_s, u"copy"_s, u"ToolTipAllTableCopy"_s},
+         {u"all.delete"_s, u"delete"_s, u"ToolTipDBTableDel"_s}}};
+    for (const std::vector<Tool>& group : groups) {
+        for (const Tool& tool : group) {
+            QToolButton* button = addTool(tool.key, m_icons.icon(tool.icon), texts.text(tool.text));
+            connect(button, &QToolButton::clicked, &logic,
+                    [&logic, key = tool.key] { logic.toolPressed(key); });
+        }
+        toolRow()->addSpacing(6);
+    }
+    QToolButton* import =
+        addTool(u"all.import"_s, m_icons.icon(u"import"_s), texts.text(u"library.import"_s));
     connect(import, &QToolButton::clicked, this, &Mp3dbWidget::importWanted);
     QToolButton* columns =
-        addTool(u"all.columns"_s, icons.icon(u"columns"_s), u"Spalten ein- und ausblenden"_s);
+        addTool(u"all.columns"_s, m_icons.icon(u"columns"_s), texts.text(u"library.columns"_s));
     connect(columns, &QToolButton::clicked, this, [this, columns] {
         showColumnMenu(columns->mapToGlobal(QPoint(0, columns->height())));
     });
+}
+
+void Mp3dbWidget::showHistory(bool back, bool forward)
+{
+    for (const auto& [key, on] : {std::pair{u"all.db.zur"_s, back}, {u"all.db.vor"_s, forward}}) {
+        if (auto* button = findChild<QToolButton*>(key)) {
+            button->setEnabled(on);
+        }
+    }
 }
 
 void Mp3dbWidget::buildKeys()
@@ -59,28 +101,51 @@ void Mp3dbWidget::buildKeys()
     find->setContext(Qt::WindowShortcut);
     connect(find, &QShortcut::activated, m_search, [this] { m_search->focus(); });
     connect(m_search, &SearchLine::downPressed, m_grid, qOverload<>(&QWidget::setFocus));
+    auto* reload = new QShortcut(QKeySequence::Refresh, this);
+    reload->setContext(Qt::WindowShortcut);
+    connect(reload, &QShortcut::activated, this, &Mp3dbWidget::reloadWanted);
     connect(m_grid, &DataGrid::escapePressed, m_search, [this] { m_search->focus(); });
 }
 
 Mp3dbControls Mp3dbWidget::controls()
 {
-    return {*m_grid, *m_search, m_pointer};
+    return {*m_grid, *m_search, m_pointer, m_clipboard};
 }
 
-void Mp3dbWidget::attach(ctl_MP3DB& logic)
+void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
 {
-    m_grid->setSource(logic.Data1(), logic.look(), libraryColumns());
+    setTexts(texts);
+    std::vector<GridColumn> columns = libraryColumns();
+    for (GridColumn& column : columns) {
+        column.heading = texts.text(u"column."_s + column.field);
+    }
+    m_grid->setSource(logic.Data1(), logic.look(), std::move(columns));
+    m_grid->setEditing(&logic.editing());
+    m_grid->setDragSource([&logic] { return logic.dragContent(); });
     connect(m_search, &SearchLine::textChanged, &logic, &ctl_MP3DB::searchTextChanged);
-    connect(m_search, &SearchLine::entered, &logic, &ctl_MP3DB::search);
+    connect(m_search, &SearchLine::entered, &logic, &ctl_MP3DB::searchEntered);
     connect(m_grid, &DataGrid::headerClicked, &logic, &ctl_MP3DB::headerClicked);
-    connect(m_grid, &DataGrid::headMenuWanted, this, &Mp3dbWidget::showColumnMenu);
+    connect(m_grid, &DataGrid::headMenuWanted, &logic, &ctl_MP3DB::headMenuWanted);
+    connect(m_grid, &DataGrid::rowActivated, &logic, &ctl_MP3DB::rowActivated);
+    connect(m_grid, &DataGrid::digitPressed, &logic, &ctl_MP3DB::digitPressed);
+    connect(m_grid, &DataGrid::deletePressed, &logic, &ctl_MP3DB::deletePressed);
     connect(m_grid, &DataGrid::emptyButtonClicked, &logic, &ctl_MP3DB::emptyButtonPressed);
-    connect(&logic, &ctl_MP3DB::countChanged, this, &Mp3dbWidget::showCount);
+    connect(m_grid, &DataGrid::rowMenuWanted, &logic, [this, &logic](qint64, const QPoint& place) {
+        m_contextPlace = place;
+        logic.contextMenuWanted();
+    });
+    connect(&logic, &ctl_MP3DB::countChanged, this,
+            [this, &texts](qint64 count) { showCount(count, texts); });
+    connect(this, &Mp3dbWidget::reloadWanted, &logic, &ctl_MP3DB::Refresh);
+    connect(&logic, &ctl_MP3DB::historyChanged, this, &Mp3dbWidget::showHistory);
+    connect(&logic, &ctl_MP3DB::toolBarWanted, this,
+            [this, &logic, &texts] { createToolBar(logic, texts); });
 }
 
-void Mp3dbWidget::showCount(qint64 count)
+void Mp3dbWidget::showCount(qint64 count, const ConfigObjects& texts)
 {
-    m_count->setText(u"%1 Titel"_s.arg(groupedNumber(count)));
+    const QString key = count == 1 ? u"library.count.one"_s : u"library.count"_s;
+    m_count->setText(texts.text(key, groupedNumber(count)));
 }
 
 void Mp3dbWidget::showColumnMenu(const QPoint& place)

@@ -2,13 +2,16 @@
 
 #include "library/mp3db.h"
 #include "platform/qt/panel.h"
+#include "platform/qt/qt_clipboard.h"
 #include "platform/qt/qt_pointer.h"
 
 class QLabel;
 
 namespace melovane {
 
+class ConfigObjects;
 class DataGrid;
+class IconSet;
 class SearchLine;
 
 /// The form of the library view: search line, count, grid.
@@ -23,21 +26,31 @@ public:
     [[nodiscard]] Mp3dbControls controls();
 
     /// Connects the form with its logic, which outlives the last event of the form.
-    void attach(ctl_MP3DB& logic);
+    void attach(ctl_MP3DB& logic, const ConfigObjects& texts);
+
+    /// Where the last context menu was asked for, on the screen.
+    [[nodiscard]] QPoint contextPlace() const { return m_contextPlace; }
 
 signals:
     void importWanted();
+    /// F5.
+    void reloadWanted();
 
 private:
-    void buildTools(const IconSet& icons);
     void buildKeys();
-    void showCount(qint64 count);
+    void setTexts(const ConfigObjects& texts);
+    void createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts);
+    void showHistory(bool back, bool forward);
+    void showCount(qint64 count, const ConfigObjects& texts);
     void showColumnMenu(const QPoint& place);
 
+    const IconSet& m_icons;
     SearchLine* m_search;
     DataGrid* m_grid;
     QLabel* m_count;
     QtPointer m_pointer;
+    QtClipboard m_clipboard;
+    QPoint m_contextPlace;
 };
 
 } // namespace melovane

@@ -27,6 +27,7 @@ struct GridColumn
     CellAlignment alignment = CellAlignment::Left;
     bool shown = true;
     bool stretched = false; ///< takes the free width; one column at most
+    bool renamed = false;   ///< the heading is one of the user's own
 };
 
 /// How a cell differs from the plain ones. Text colours are moved towards black or white as far as
@@ -147,7 +148,7 @@ public:
 
     /// The selected rows in rising order, as runs that don't touch.
     [[nodiscard]] virtual std::vector<RowRange> selection() const = 0;
-    /// Selects these rows and no others; the current row stays. Rows outside the set are left out.
+    /// Selects these rows and no others (runs may touch and stand in any order); the current row stays. Rows outside the set are left out.
     virtual void select(const std::vector<RowRange>& rows) = 0;
 
     /// -1 when there is none.

@@ -15,6 +15,7 @@ enum class WarningType
 /// The numbers of the answers: keep.
 enum class WarningAnswer
 {
+    Left = -1, ///< the dialog was left without pressing one of its buttons
     Ok = 1,
     Yes = 6,
     No = 7,
@@ -31,7 +32,8 @@ public:
     /// \param messageKey    an entry of this name in the settings file replaces text or title;
     ///                      empty for none
     /// \param suppressName  the user may choose not to see messages of this name again, and then
-    ///                      gets Ok or Yes without being asked; empty offers no such choice
+    ///                      gets Ok or Yes without being asked, whatever he pressed when he
+    ///                      chose so; empty offers no such choice
     virtual WarningAnswer ShowWarning(const QString& text,
                                       WarningType type,
                                       const QString& title,

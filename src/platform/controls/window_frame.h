@@ -17,11 +17,22 @@ public:
     /// The place that the window has, or had before it was maximised or minimised.
     [[nodiscard]] virtual QRect place() const = 0;
     virtual void setPlace(const QRect& place) = 0;
+    /// The same for the window with its title bar and borders.
+    virtual void setOuterPlace(const QRect& place) = 0;
     [[nodiscard]] virtual bool isMaximisedNow() const = 0;
     virtual void maximise() = 0;
+    /// Neither maximised nor minimised any longer.
+    virtual void setNormal() = 0;
+
+    /// The number of the window in the window system, 0 without one; other programs find it by it.
+    [[nodiscard]] virtual int windowHandle32() const = 0;
 
     /// The part of the screen that windows may cover.
     [[nodiscard]] virtual QRect screenArea() const = 0;
+
+    /// Puts the window in front of all others and gives it the keyboard, also out of the task bar;
+    /// it keeps its place and stays maximised.
+    virtual void bringToFront() = 0;
 
     /// Closes the window, as its close box does.
     virtual void closeWindow() = 0;

@@ -284,6 +284,34 @@ bool LikePattern::matchesUtf8(const char* text, qsizetype size) const
     return matches(QString::fromUtf8(text, size));
 }
 
+LikePattern::Outline LikePattern::outline() const
+{
+    Outline result;
+    if (m_broken) {
+        result.kind = Outline::Kind::Nothing;
+        return result;
+    }
+    const auto isRun = [&](size_t step) { return m_steps[step].kind == Step::Kind::Run; };
+    const auto isAny = [&](size_t step) { return m_steps[step].kind == Step::Kind::AnyRun; };
+    const size_t count = m_steps.size();
+    for (const Step& step : m_steps) {
+        if (step.letters.size() > result.inside.size()) {
+            result.inside = step.letters;
+        }
+    }
+    if (count > 0 && isRun(0)) {
+        result.begin = m_steps[0].letters;
+    }
+    if (count == 0 || (count == 1 && isRun(0))) {
+        result.kind = Outline::Kind::Equal;
+    } else if ((count == 2 && isRun(0) && isAny(1)) || (count == 1 && isAny(0))) {
+        result.kind = Outline::Kind::Begin;
+    } else if (count == 3 && isAny(0) && isRun(1) && isAny(2)) {
+        result.kind = Outline::Kind::Inside;
+    }
+    return result;
+}
+
 bool LikePattern::matchesFolded(QStringView folded) const
 {
     if (m_broken) {

@@ -49,6 +49,23 @@ public:
     /// matches() of a text in UTF-8, without copying it while its letters lie below U+0300.
     [[nodiscard]] bool matchesUtf8(const char* text, qsizetype size) const;
 
+    /// What can be said of the matches without trying: for finding them among many texts.
+    struct Outline
+    {
+        enum class Kind
+        {
+            Nothing, ///< no text matches
+            Equal,   ///< exactly the text `begin`
+            Begin,   ///< exactly the texts that begin with `begin`
+            Inside,  ///< exactly the texts that hold `inside`
+            Other    ///< each match begins with `begin` and holds `inside`, but has to be tried
+        } kind = Kind::Other;
+        QString begin;  ///< in the form of fold(); may be empty
+        QString inside; ///< likewise
+    };
+
+    [[nodiscard]] Outline outline() const;
+
 private:
     struct Step
     {

@@ -159,6 +159,20 @@ bool IniProfile::write(const QString& file,
     });
 }
 
+bool IniProfile::writeAll(const QString& file, const std::vector<ProfileEntry>& entries)
+{
+    bool complete = true;
+    const bool written = change(file, [&](IniText& text) {
+        for (const ProfileEntry& entry : entries) {
+            const bool done = entry.value ? text.set(entry.section, entry.key, *entry.value)
+                                          : text.remove(entry.section, entry.key);
+            complete = complete && done;
+        }
+        return true;
+    });
+    return written && complete;
+}
+
 bool IniProfile::replace(const QString& file, const QString& source)
 {
     try {

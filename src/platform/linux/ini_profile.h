@@ -44,6 +44,8 @@ public:
                const QString& key,
                const std::optional<QString>& value) override;
 
+    bool writeAll(const QString& file, const std::vector<ProfileEntry>& entries) override;
+
     bool replace(const QString& file, const QString& source) override;
 
 private:

@@ -312,7 +312,7 @@ AudioReading readAudio(MpegFile& file, qint64 begin, qint64 end)
         AudioReading reading;
         reading.facts = measure(file, *search.found, end);
         if (reading.facts.milliseconds <= 0) {
-            return refused(MediaFault::Truncated, u"kein vollständiges Audiobild");
+            return refused(MediaFault::Truncated, u"media.noframe");
         }
         return reading;
     }
@@ -322,10 +322,9 @@ AudioReading readAudio(MpegFile& file, qint64 begin, qint64 end)
         return reading;
     }
     if (search.cutShort) {
-        return refused(MediaFault::Truncated, u"endet im ersten Audiobild");
+        return refused(MediaFault::Truncated, u"media.cutshort");
     }
-    return refused(MediaFault::NoAudio,
-                   begin >= end ? u"nur Tags, keine Audiodaten" : u"keine MPEG-Audiodaten");
+    return refused(MediaFault::NoAudio, begin >= end ? u"media.onlytags" : u"media.noaudio");
 }
 
 } // namespace melovane::linux_media

@@ -23,7 +23,7 @@ struct Closer
 
 AudioReading noAudio()
 {
-    return {MediaFault::NoAudio, QStringLiteral("keine MPEG-Audiodaten"), {}, false};
+    return {MediaFault::NoAudio, QStringLiteral("media.noaudio"), {}, false};
 }
 
 } // namespace

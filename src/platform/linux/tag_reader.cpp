@@ -26,13 +26,12 @@ MediaReading LinuxTagReader::read(const QString& path) const
         return refused(MediaFault::NotFound, file.reason());
     }
     if (file.size() == 0) {
-        return refused(MediaFault::Empty, QStringLiteral("die Datei ist leer"));
+        return refused(MediaFault::Empty, QStringLiteral("media.empty"));
     }
     MediaReading reading;
     const LeadingTags leading = readId3v2(file, reading.tags);
     if (leading.oversized) {
-        return refused(MediaFault::TagSize,
-                       QStringLiteral("ein Tag gibt sich größer als die Datei"));
+        return refused(MediaFault::TagSize, QStringLiteral("media.tagsize"));
     }
     const qint64 end = audioEnd(file, leading.end);
     AudioReading audio = readAudio(file, leading.end, end);

@@ -63,7 +63,7 @@ enum class MediaFault
 struct MediaReading
 {
     MediaFault fault = MediaFault::None;
-    QString detail; ///< for a log: what exactly was found
+    QString detail; ///< what exactly was found: the name of a text, or the system's own words
     TrackTags tags;
     AudioFacts audio;
 };

@@ -130,9 +130,7 @@ void DataGrid::arrange(const std::vector<GridColumn>& layout)
             }
             named[static_cast<size_t>(column)] = true;
             placeColumn(column, place++);
-            if (!wanted.heading.isEmpty()) {
-                m_model->setHeading(column, wanted.heading);
-            }
+            m_model->setHeading(column, wanted.heading);
             setColumnHidden(column, !wanted.shown);
             setColumnWidth(column, unitsOf(wanted.width));
             if (wanted.stretched && wanted.shown) {

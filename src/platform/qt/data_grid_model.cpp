@@ -51,6 +51,9 @@ DataGridModel::DataGridModel(const DataControl& data,
     , m_columns(std::move(columns))
     , m_fields(m_columns.size(), -1)
 {
+    for (const GridColumn& column : m_columns) {
+        m_headings.append(column.heading);
+    }
     connect(&data, &DataControl::refreshed, this, &DataGridModel::takeRows);
     connect(&data, &DataControl::cellsChanged, this, &DataGridModel::repaintAll);
     takeRows();
@@ -158,7 +161,9 @@ bool DataGridModel::setData(const QModelIndex& index, const QVariant& value, int
 
 void DataGridModel::setHeading(int column, const QString& heading)
 {
-    m_columns[static_cast<size_t>(column)].heading = heading;
+    GridColumn& changed = m_columns[static_cast<size_t>(column)];
+    changed.renamed = !heading.isEmpty() && heading != m_headings[column];
+    changed.heading = changed.renamed ? heading : m_headings[column];
     emit headerDataChanged(Qt::Horizontal, column, column);
 }
 

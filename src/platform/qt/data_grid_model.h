@@ -39,6 +39,7 @@ public:
         return m_columns[static_cast<size_t>(index)];
     }
 
+    /// Another heading for a column; an empty text gives it its first one back.
     void setHeading(int column, const QString& heading);
 
     /// Null, as at first, lets no cell be changed.
@@ -62,6 +63,7 @@ private:
     const DataControl& m_data;
     const GridLook& m_look;
     std::vector<GridColumn> m_columns;
+    QStringList m_headings;            ///< as they were at first
     std::vector<int> m_fields;         ///< field index of each column, -1 for none
     QHash<QString, int> m_fieldByName; ///< names in lower case
     int m_rows = 0;

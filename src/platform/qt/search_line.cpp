@@ -28,6 +28,7 @@ SearchLine::SearchLine(const IconSet& icons, QWidget* parent)
         clear->setVisible(!now.isEmpty());
         emit textChanged(now);
     });
+    connect(this, &QComboBox::activated, this, [this] { emit entered(text()); });
 }
 
 QString SearchLine::text() const
@@ -38,6 +39,26 @@ QString SearchLine::text() const
 void SearchLine::setText(const QString& text)
 {
     setEditText(text);
+}
+
+QStringList SearchLine::list() const
+{
+    QStringList texts;
+    for (int index = 0; index < count(); ++index) {
+        texts.append(itemText(index));
+    }
+    return texts;
+}
+
+void SearchLine::setList(const QStringList& texts)
+{
+    // An entry that becomes the current one would count as typed.
+    const QSignalBlocker quiet(this);
+    const QString typed = text();
+    clear();
+    addItems(texts);
+    setCurrentIndex(-1);
+    setEditText(typed);
 }
 
 void SearchLine::focus()

@@ -19,11 +19,15 @@ public:
     [[nodiscard]] QString text() const override;
     void setText(const QString& text) override;
 
+    [[nodiscard]] QStringList list() const override;
+    void setList(const QStringList& texts) override;
+
     /// Gives it the keyboard and selects the text, so that typing begins anew.
     void focus() override;
 
 signals:
     void textChanged(const QString& text);
+    /// Enter, or a choice from the list.
     void entered(const QString& text);
     /// The user wants to go on to the list below.
     void downPressed();

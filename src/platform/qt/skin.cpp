@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// Names of roles in braces, and sizes: {line} is the height of a line, {pad} the space above and
-/// below it in a control.
+/// below it in a control, {box} the side of a check box, {button} the least width of a button.
 constexpr char16_t kSheet[] = uR"(
 QMainWindow, QWidget#Frame { background: {BackColorSizer}; }
 QMainWindow::separator { width: 0; height: 0; }
@@ -63,6 +63,20 @@ QPushButton:pressed { background: {GridColorSelGotFocus}; }
 QPushButton:focus, QPushButton:default { border-color: {Accent}; }
 QPushButton#EmptyButton { border-color: {Accent}; }
 QPushButton:disabled { color: {TextDisabled}; }
+QPushButton:default { font-weight: 600; }
+QPushButton:default:disabled { border-color: {Hairline}; }
+QDialog QPushButton { min-width: {button}px; }
+QCheckBox { spacing: 8px; color: {Text}; }
+QCheckBox::indicator { width: {box}px; height: {box}px; border: 1px solid {TextDisabled};
+  border-radius: 3px; background: {TextField}; }
+QCheckBox::indicator:hover, QCheckBox::indicator:focus { border-color: {Accent}; }
+QCheckBox::indicator:checked { image: url(:/style/check.svg); border-color: {Accent}; }
+QDialog QLineEdit { background: {TextField}; color: {Text}; border: 1px solid {Hairline};
+  border-radius: 4px; padding: {pad}px 6px; selection-background-color: {GridColorSelGotFocus};
+  selection-color: {Text}; }
+QDialog QLineEdit:focus { border-color: {Accent}; }
+QDialog QTextEdit { background: transparent; color: {Text};
+  selection-background-color: {GridColorSelGotFocus}; selection-color: {Text}; }
 QTableView { background: {GridColor}; border: none; }
 QTableView QTableCornerButton::section { background: {GridHeadColor}; border: none; }
 QLabel#EmptyTitle { color: {Text}; }
@@ -94,6 +108,8 @@ QString styleSheetFor(const Theme& theme, int lineHeight)
         sheet.replace(u'{' + Theme::nameOf(role) + u'}', theme.colour(role).toText());
     }
     sheet.replace("{line}"_L1, QString::number(lineHeight));
+    sheet.replace("{box}"_L1, QString::number(lineHeight - 2));
+    sheet.replace("{button}"_L1, QString::number(lineHeight * 4));
     sheet.replace("{field}"_L1, QString::number(lineHeight + 4));
     sheet.replace("{pad}"_L1, QString::number(std::max(3, lineHeight / 4)));
     return sheet;
@@ -116,6 +132,9 @@ bool Skin::load(const QString& themeText)
     const ThemeFile file = readTheme(themeText, Theme::fromPalette(m_desktopPalette));
     if (file.colours == 0) {
         return false;
+    }
+    if (m_loaded && m_theme == file.theme) {
+        return true; // every control would be dressed anew for nothing
     }
     m_theme = file.theme;
     m_loaded = true;

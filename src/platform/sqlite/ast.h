@@ -53,19 +53,20 @@ struct Expr
         Truth,  ///< negated: false
         Number, ///< text: as written
         Text,
-        Date,     ///< number: day number
-        Name,     ///< qualifier may be empty
-        Star,     ///< the argument of count(*)
-        Chain,    ///< args joined by ops, one precedence, from left to right
-        Minus,    ///< one operand
-        Not,      ///< one operand
-        IsNull,   ///< one operand; negated: is not null
-        Between,  ///< three operands
-        InList,   ///< value, then the list
-        InSelect, ///< value; the list is `select`
-        Exists,   ///< select
-        Scalar,   ///< select
-        Call      ///< text: function name; negated: `distinct` before the argument
+        Date,       ///< number: day number
+        Name,       ///< qualifier may be empty
+        Star,       ///< the argument of count(*)
+        Chain,      ///< args joined by ops, one precedence, from left to right
+        Minus,      ///< one operand
+        Not,        ///< one operand
+        IsNull,     ///< one operand; negated: is not null
+        Between,    ///< three operands
+        InList,     ///< value, then the list
+        InSelect,   ///< value; the list is `select`
+        Exists,     ///< select
+        Scalar,     ///< select
+        Quantified, ///< value, compared by ops[0] with the rows of select; negated: with all
+        Call        ///< text: function name; negated: `distinct` before the argument
     };
 
     Kind kind = Kind::Null;
@@ -77,6 +78,14 @@ struct Expr
     std::vector<ExprPtr> args;
     std::vector<Op> ops; ///< Chain: one fewer than args
     SelectPtr select;
+};
+
+/// Columns made of values: "transform value select ... pivot by in (list)".
+struct Crosstab
+{
+    ExprPtr value; ///< one aggregate at least
+    ExprPtr by;
+    std::vector<ExprPtr> list; ///< literals, one per column
 };
 
 struct SelectItem
@@ -131,6 +140,7 @@ struct Select
     std::vector<OrderItem> order;
     std::vector<SelectPtr> unions;     ///< further arms
     std::vector<OrderItem> unionOrder; ///< order of all arms together
+    std::unique_ptr<Crosstab> crosstab;
 };
 
 struct Assignment
@@ -147,19 +157,29 @@ struct DeclaredParameter
     FieldType type = FieldType::Text;
 };
 
+/// A name and where it stands.
+struct PlacedName
+{
+    QStringView text;
+    qsizetype position = 0;
+};
+
 struct Statement
 {
     StatementKind kind = StatementKind::Select;
     std::vector<DeclaredParameter> parameters;
 
-    /// Select, and the rows of an insert.
+    /// Select, and the rows of an insert or of a new table.
     SelectPtr select;
 
-    /// Insert: the target. Update and delete: what is walked.
+    /// Insert: the target. Make-table: the new table. Update and delete: what is walked.
     QStringView target;
     qsizetype position = 0;
-    std::vector<QStringView> columns;
+    std::vector<PlacedName> columns;
     std::vector<ExprPtr> values;
+
+    /// Execute: the stored query; `values` are what its parameters get, by their place.
+    QStringView query;
 
     std::vector<FromPtr> from;
     std::vector<Assignment> assignments;

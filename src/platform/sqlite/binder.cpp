@@ -4,7 +4,6 @@
 #include "platform/sqlite/parser.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace melovane::sqlite::dialect {
 
@@ -15,32 +14,31 @@ namespace {
 /// All sources of a statement, those inside stored queries and subselects counted.
 constexpr int kMostAliases = 400;
 
-/// The row id has three names; a column may take one of them away.
-QLatin1StringView rowIdName(const Source& source)
-{
-    for (const QLatin1StringView name : {"rowid"_L1, "_rowid_"_L1, "oid"_L1}) {
-        const bool taken =
-            std::any_of(source.fields.begin(), source.fields.end(), [&](const FieldDef& field) {
-                return field.Name.compare(name, Qt::CaseInsensitive) == 0;
-            });
-        if (!taken) {
-            return name;
-        }
-    }
-    return "rowid"_L1;
-}
-
-/// Without distinct, groups and the like the rows are those of the tables.
-bool isPlain(const Select& select)
-{
-    const bool aggregated =
-        std::any_of(select.items.begin(), select.items.end(),
-                    [](const SelectItem& item) { return item.expr && hasAggregate(*item.expr); });
-    return !select.distinct && !select.distinctRow && select.top < 0 && select.unions.empty() &&
-           select.group.empty() && !select.having && !select.from.empty() && !aggregated;
-}
-
 } // namespace
+
+quint64 bitOf(const ColumnRef& column)
+{
+    return column.table >= 0 && column.table < kMostSources ? quint64(1) << column.table
+                                                            : kEveryTable;
+}
+
+int sizeOf(FieldType type)
+{
+    switch (type) {
+    case FieldType::Boolean:
+        return 1;
+    case FieldType::Long:
+        return 4;
+    case FieldType::Double:
+    case FieldType::Date:
+        return 8;
+    case FieldType::Text:
+        return 255;
+    case FieldType::Memo:
+        return 0;
+    }
+    return 0;
+}
 
 Translator::Translator(const QString& statement, const NameSource& names, bool allowParameters)
     : m_statement(statement)
@@ -63,11 +61,10 @@ const Source& Translator::find(QStringView name, qsizetype position)
 {
     std::optional<Source> source = m_names.find(name.toString());
     if (!source) {
-        throw DbError(
-            dberror::kObjectNotFound,
-            u"Die Tabelle oder Abfrage \"%1\" ist nicht vorhanden (Zeichen %2)."_s.arg(name).arg(
-                position + 1),
-            *m_text);
+        throw DbError(dberror::kObjectNotFound,
+                      u"Die Tabelle oder Abfrage \"%1\" ist nicht vorhanden (Zeichen %2)."_s.arg(
+                          name, QString::number(position + 1)),
+                      *m_text);
     }
     return m_sources.emplace_back(*std::move(source));
 }
@@ -78,244 +75,6 @@ QString Translator::newAlias()
         tooComplex();
     }
     return u't' + QString::number(m_aliases);
-}
-
-void Translator::bindFrom(const std::vector<FromPtr>& list, Scope& scope)
-{
-    FromText all;
-    bool first = true;
-    for (const FromPtr& node : list) {
-        FromText next = bindNode(*node, scope, false);
-        all = first ? std::move(next) : joinInner(std::move(all), std::move(next), scope);
-        first = false;
-    }
-    if (scope.tables->size() > size_t(kMostSources) || scope.ranges.size() > size_t(kMostSources)) {
-        tooComplex();
-    }
-    scope.from = std::move(all.text);
-    scope.fromStack = all.stack;
-    std::move(all.conditions.begin(), all.conditions.end(), std::back_inserter(scope.conditions));
-}
-
-Translator::FromText Translator::bindNode(const FromNode& node, Scope& scope, bool nullable)
-{
-    const Depth depth(*this);
-    switch (node.kind) {
-    case FromNode::Kind::Named:
-        return bindNamed(node, scope, nullable);
-    case FromNode::Kind::Select:
-        return derived(*node.select, node.alias.toString(), scope);
-    case FromNode::Kind::Inner:
-    case FromNode::Kind::Left:
-    case FromNode::Kind::Right:
-        return bindJoin(node, scope, nullable);
-    }
-    return {};
-}
-
-Translator::FromText Translator::bindJoin(const FromNode& node, Scope& scope, bool nullable)
-{
-    FromText left = bindNode(*node.left, scope, nullable || node.kind == FromNode::Kind::Right);
-    FromText right = bindNode(*node.right, scope, nullable || node.kind == FromNode::Kind::Left);
-    Sql on = expression(*node.on, scope);
-    if (node.kind == FromNode::Kind::Left) {
-        return joinOuter(std::move(left), std::move(right), std::move(on), scope);
-    }
-    if (node.kind == FromNode::Kind::Right) {
-        return joinOuter(std::move(right), std::move(left), std::move(on), scope);
-    }
-    FromText result = joinInner(std::move(left), std::move(right), scope);
-    result.conditions.push_back(std::move(on));
-    return result;
-}
-
-/// Conditions of the side that may be null decide whether a row finds a partner; those of the other
-/// side decide whether the row is there at all.
-Translator::FromText Translator::joinOuter(FromText kept, FromText nulled, Sql on, Scope& scope)
-{
-    std::vector<Sql> conditions = std::move(nulled.conditions);
-    conditions.insert(conditions.begin(), std::move(on));
-    const Sql test = joined(std::move(conditions), Op::And);
-    FromText result;
-    result.single = false;
-    result.conditions = std::move(kept.conditions);
-    if (nulled.single) {
-        result.text = kept.text + u" LEFT JOIN "_s + nulled.text;
-        result.appendable = kept.appendable;
-        result.stack = std::max(kept.stack, nulled.stack);
-    } else if (kept.single) {
-        result.text = nulled.text + u" RIGHT JOIN "_s + kept.text;
-        result.appendable = false;
-        result.stack = std::max(kept.stack, nulled.stack);
-    } else {
-        // Inside brackets SQLite knows no row ids.
-        scope.keyed = false;
-        result.text = kept.text + u" LEFT JOIN ("_s + nulled.text + u')';
-        result.appendable = kept.appendable;
-        result.stack = std::max(kept.stack, nulled.stack + 3);
-    }
-    result.text += u" ON "_s + test.text;
-    result.stack = std::max(result.stack, test.stack + 9);
-    return result;
-}
-
-Translator::FromText Translator::joinInner(FromText left, FromText right, Scope& scope)
-{
-    if (!right.appendable && left.appendable) {
-        std::swap(left, right);
-    }
-    FromText result = std::move(left);
-    result.single = false;
-    if (right.appendable) {
-        result.text += u" JOIN "_s + right.text;
-    } else {
-        scope.keyed = false;
-        result.text += u" JOIN ("_s + right.text + u')';
-    }
-    result.stack = std::max(result.stack, right.stack + (right.appendable ? 0 : 3));
-    std::move(right.conditions.begin(), right.conditions.end(),
-              std::back_inserter(result.conditions));
-    return result;
-}
-
-void Translator::addRange(Range range, Scope& scope, qsizetype position)
-{
-    for (const Range& other : scope.ranges) {
-        if (!range.name.isEmpty() && sameName(other.name, range.name)) {
-            fail(position, u"die Tabelle \"%1\" ist mehrfach genannt"_s.arg(range.name));
-        }
-    }
-    scope.ranges.push_back(std::move(range));
-}
-
-Translator::FromText Translator::bindNamed(const FromNode& node, Scope& scope, bool nullable)
-{
-    const Source& source = find(node.name, node.position);
-    if (source.kind == Source::Kind::Query) {
-        return bindQuery(node, source, scope, nullable);
-    }
-    TableUse use;
-    use.base = {source.name, source.schema, source.table, nullable};
-    use.alias = newAlias();
-    use.rowId = use.alias + u'.' + rowIdName(source);
-    Range range;
-    range.name = node.alias.isEmpty() ? source.name : node.alias.toString();
-    range.source = &source;
-    range.table = int(scope.tables->size());
-    addRange(std::move(range), scope, node.position);
-    FromText result;
-    result.text = qualified(use.base) + u" AS "_s + use.alias;
-    scope.tables->push_back(std::move(use));
-    return result;
-}
-
-const Translator::Stored& Translator::stored(const Source& source, qsizetype position)
-{
-    for (const QString& open : m_openQueries) {
-        if (sameName(open, source.name)) {
-            fail(position, u"die Abfrage \"%1\" nennt sich selbst"_s.arg(source.name));
-        }
-    }
-    Stored& entry = m_stored.emplace_back();
-    entry.source = source;
-    entry.tokens = tokenize(entry.source.sql);
-    entry.statement = Parser(entry.source.sql, entry.tokens).parse();
-    if (entry.statement.kind != StatementKind::Select) {
-        fail(position, u"die Abfrage \"%1\" liefert keine Zeilen"_s.arg(source.name));
-    }
-    declare(entry.statement.parameters);
-    return entry;
-}
-
-Translator::FromText
-Translator::bindQuery(const FromNode& node, const Source& source, Scope& scope, bool nullable)
-{
-    const Stored& query = stored(source, node.position);
-    const Select& select = *query.statement.select;
-    const QString name = node.alias.isEmpty() ? source.name : node.alias.toString();
-    m_openQueries.push_back(source.name);
-    const QString* outerText = std::exchange(m_text, &query.source.sql);
-    FromText result =
-        isPlain(select) ? weave(select, name, scope, nullable) : derived(select, name, scope);
-    m_text = outerText;
-    m_openQueries.pop_back();
-    return result;
-}
-
-Translator::FromText
-Translator::weave(const Select& select, const QString& name, Scope& scope, bool nullable)
-{
-    const size_t tablesBefore = scope.tables->size();
-    Scope inner;
-    inner.tables = scope.tables;
-    inner.select = &select;
-    FromText from;
-    bool first = true;
-    for (const FromPtr& node : select.from) {
-        FromText next = bindNode(*node, inner, nullable);
-        from = first ? std::move(next) : joinInner(std::move(from), std::move(next), inner);
-        first = false;
-    }
-    std::vector<ColumnRef> columns;
-    items(select, inner, columns);
-    const auto tooLong = [](const ColumnRef& column) {
-        return column.sql.text.size() > kLongestStandIn;
-    };
-    if (std::any_of(columns.begin(), columns.end(), tooLong)) {
-        tooComplex();
-    }
-    const bool allPlain = std::all_of(columns.begin(), columns.end(),
-                                      [](const ColumnRef& column) { return column.table >= 0; });
-    if (nullable && !allPlain) {
-        // A constant of a query must become null with the rest of its row.
-        scope.tables->resize(tablesBefore);
-        return derived(select, name, scope);
-    }
-    if (select.where) {
-        from.conditions.push_back(expression(*select.where, inner));
-    }
-    for (const OrderItem& item : select.order) {
-        inner.visibleAliases = select.items.size();
-        Sql term = collated(asValue(expression(*item.expr, inner)));
-        if (term.form != Sql::Form::NumberLiteral) {
-            inner.order.push_back({std::move(term), item.descending});
-        }
-    }
-    std::move(inner.order.begin(), inner.order.end(), std::back_inserter(scope.order));
-    scope.keyed = scope.keyed && inner.keyed;
-    Range range;
-    range.name = name;
-    range.columns = std::move(columns);
-    addRange(std::move(range), scope, select.position);
-    return from;
-}
-
-Translator::FromText Translator::derived(const Select& inner, const QString& name, Scope& scope)
-{
-    const SelectSql written = select(inner, nullptr, Use::Derived);
-    const QString alias = newAlias();
-    Range range;
-    range.name = name;
-    int index = 0;
-    for (const ColumnRef& column : written.columns) {
-        ColumnRef& entry = range.columns.emplace_back();
-        entry.name = column.name;
-        entry.field = column.field;
-        entry.sql.text = alias + u".c"_s + QString::number(++index);
-        entry.sql.type = column.sql.type;
-        entry.sql.typed = column.sql.typed;
-        entry.sql.strength = kBindsMost;
-        entry.sql.stack = 3;
-    }
-    addRange(std::move(range), scope, inner.position);
-    scope.keyed = false;
-    FromText result;
-    result.text = u'(' + written.text + u") AS "_s + alias;
-    result.stack = written.stack + 7;
-    if (result.stack > kParserStack) {
-        tooComplex();
-    }
-    return result;
 }
 
 ColumnRef
@@ -344,12 +103,13 @@ bool Translator::resolveHere(QStringView qualifier,
                              qsizetype position)
 {
     bool hit = false;
-    const auto take = [&](const auto& make) {
+    const auto take = [&](const Range& range, const auto& make) {
         if (hit) {
             fail(position, u"der Name \"%1\" kommt in mehreren Tabellen vor"_s.arg(name));
         }
         hit = true;
         found = make();
+        found.range = range.name;
     };
     for (const Range& range : scope.ranges) {
         if (!qualifier.isEmpty() && !sameName(range.name, qualifier)) {
@@ -358,16 +118,19 @@ bool Translator::resolveHere(QStringView qualifier,
         if (range.source != nullptr) {
             for (const FieldDef& field : range.source->fields) {
                 if (sameName(field.Name, name)) {
-                    take([&] { return tableColumn(range, field, scope); });
+                    take(range, [&] { return tableColumn(range, field, scope); });
                     break; // a table has no name twice
                 }
             }
         }
         for (const ColumnRef& column : range.columns) {
             if (sameName(column.name, name)) {
-                take([&] { return column; });
+                take(range, [&] { return column; });
             }
         }
+    }
+    if (hit) {
+        scope.usedTables |= bitOf(found);
     }
     return hit;
 }
@@ -381,6 +144,9 @@ bool Translator::resolve(QStringView qualifier,
     for (Scope* at = &scope; at != nullptr; at = at->outer) {
         if (resolveHere(qualifier, name, *at, found, position)) {
             (at == &scope ? scope.sawOwnColumn : scope.sawOuterColumn) = true;
+            if (at->grouped && !at->groups.contains(found.sql.text)) {
+                at->loose.push_back({name.toString(), position});
+            }
             return true;
         }
     }
@@ -456,8 +222,8 @@ Sql Translator::unknownName(const Expr& expr)
     if (!m_allowParameters) {
         throw DbError(
             dberror::kTooFewParameters,
-            u"Der Name \"%1\" ist keine Spalte der genannten Tabellen (Zeichen %2)."_s.arg(wanted)
-                .arg(expr.position + 1),
+            u"Der Name \"%1\" ist keine Spalte der genannten Tabellen (Zeichen %2)."_s.arg(
+                wanted, QString::number(expr.position + 1)),
             *m_text);
     }
     constexpr size_t kMostParameters = 1000;
@@ -471,6 +237,15 @@ Sql Translator::unknownName(const Expr& expr)
 
 Sql Translator::parameter(int index)
 {
+    if (m_arguments) {
+        FieldDef target = {};
+        target.Type = m_result.parameters[size_t(index)].Type;
+        if (size_t(index) >= m_arguments->size()) {
+            return nullSql(); // reported when all parameters are known
+        }
+        const Sql& given = (*m_arguments)[size_t(index)];
+        return m_untyped[size_t(index)] ? given : asAssigned(given, target);
+    }
     Sql sql;
     sql.text = u'?' + QString::number(index + 1);
     sql.type = m_result.parameters[size_t(index)].Type;

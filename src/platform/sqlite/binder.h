@@ -1,11 +1,14 @@
 #pragma once
 
+#include "platform/db/db_error.h"
 #include "platform/sqlite/ast.h"
 #include "platform/sqlite/lexer.h"
 #include "platform/sqlite/writer.h"
 
 #include <deque>
 #include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 /// Third step of the dialect: names are bound to the catalogue while SQLite's text is written.
@@ -19,6 +22,7 @@ struct ColumnRef
     Sql sql;
     int table = -1; ///< of the select's tables, when it is a plain column of one
     QString column; ///< name in that table
+    QString range;  ///< what the column was taken from; empty for one with a name of its own
 };
 
 /// What one name in `from` stands for: a table, or columns made by a query or subselect.
@@ -44,6 +48,13 @@ struct OrderTerm
     bool descending = false;
 };
 
+/// A column that was named where only groups have a value.
+struct LooseColumn
+{
+    QString name;
+    qsizetype position = 0;
+};
+
 /// The names that a select sees, and what its `from` came to.
 struct Scope
 {
@@ -60,7 +71,15 @@ struct Scope
     bool aggregates = false; ///< allowed at this place
     bool sawOwnColumn = false;
     bool sawOuterColumn = false;
+    quint64 usedTables = 0;      ///< bit n: a column of table n was named
+    const Sql* filter = nullptr; ///< aggregates see only the rows that pass it
+    bool grouped = false;        ///< columns have a value only as part of a group or an aggregate
+    QStringList groups;          ///< the terms of `group by` as they are written
+    std::vector<LooseColumn> loose;
 };
+
+/// Bits of all tables: what a column that is no plain one may come from.
+inline constexpr quint64 kEveryTable = ~quint64(0);
 
 /// A written select.
 struct SelectSql
@@ -115,20 +134,31 @@ private:
         Scope scope;
         std::vector<TableUse> tables;
         std::vector<ColumnRef> columns;
-        QString tail; ///< from `from` to the limit
-        bool plain = true;
+        QString tail;                 ///< from `from` to `having`
+        std::vector<Sql> groups;      ///< collated, no constants
+        std::vector<OrderTerm> order; ///< collated, no constants
+        bool plain = true;            ///< each row is one row of each table
+        bool distinct = false;
         int stack = 0;
         int height = 1;
         bool parameter = false;
-        bool ordered = false;
+    };
+
+    /// The texts of a domain function, read as if they stood in the statement.
+    struct Domain
+    {
+        std::deque<QString> texts;
+        std::deque<Tokens> tokens;
+        Select select;
     };
 
     class Depth;
+    class InQuery;
 
     [[noreturn]] void fail(qsizetype position, const QString& what) const;
     [[noreturn]] void tooComplex() const;
 
-    // Sources (binder.cpp)
+    // Sources (binder_from.cpp)
     [[nodiscard]] const Source& find(QStringView name, qsizetype position);
     [[nodiscard]] QString newAlias();
     void bindFrom(const std::vector<FromPtr>& list, Scope& scope);
@@ -142,6 +172,7 @@ private:
     [[nodiscard]] FromText
     weave(const Select& select, const QString& name, Scope& scope, bool nullable);
     [[nodiscard]] FromText derived(const Select& select, const QString& name, Scope& scope);
+    [[nodiscard]] Stored& read(const Source& source);
     [[nodiscard]] const Stored& stored(const Source& source, qsizetype position);
     void addRange(Range range, Scope& scope, qsizetype position);
     [[nodiscard]] ColumnRef
@@ -166,11 +197,16 @@ private:
 
     // Expressions (writer_expression.cpp, writer_call.cpp)
     [[nodiscard]] Sql expression(const Expr& expr, Scope& scope);
+    [[nodiscard]] Sql written(const Expr& expr, Scope& scope);
     [[nodiscard]] Sql chain(const Expr& expr, Scope& scope);
     [[nodiscard]] Sql inSelect(const Expr& expr, Scope& scope);
     [[nodiscard]] Sql exists(const Expr& expr, Scope& scope);
-    [[nodiscard]] Sql scalar(const Expr& expr, Scope& scope);
+    [[nodiscard]] Sql quantified(const Expr& expr, Scope& scope);
+    [[nodiscard]] Sql scalar(const Select& select, Scope* scope);
     [[nodiscard]] Sql functionCall(const Expr& expr, Scope& scope);
+    [[nodiscard]] Sql ruledCall(const Expr& expr, Scope& scope);
+    [[nodiscard]] Sql isNullCall(const Expr& expr, Scope& scope);
+    [[nodiscard]] Sql domainCall(const Expr& expr, QLatin1StringView aggregate);
     [[nodiscard]] Sql aggregateCall(const Expr& expr, Scope& scope);
     [[nodiscard]] Sql countCall(const Expr& expr, Scope& scope, const QString& distinct);
     [[nodiscard]] Sql iifCall(const Expr& expr, Scope& scope);
@@ -181,25 +217,36 @@ private:
     void expectArguments(const Expr& expr, size_t least, size_t most) const;
 
     // Selects (writer_select.cpp)
-    [[nodiscard]] SelectSql select(const Select& select, Scope* outer, Use use);
-    [[nodiscard]] SelectSql unionSelect(const Select& select, Scope* outer, Use use);
     [[nodiscard]] std::unique_ptr<Arm> arm(const Select& select, Scope* outer);
     void items(const Select& select, Scope& scope, std::vector<ColumnRef>& columns);
     void expandStar(const SelectItem& item, Scope& scope, std::vector<ColumnRef>& columns);
     [[nodiscard]] ColumnRef itemColumn(const SelectItem& item, Scope& scope, int& unnamed);
     void appendWhere(const Select& select, Arm& arm);
+    void bindGroups(const Select& select, Arm& arm);
     void appendGroup(const Select& select, Arm& arm);
+    void refuseLoose(Scope& scope);
     void appendOrder(const Select& select, Arm& arm);
-    void appendLimit(const Select& select, Arm& arm);
+    void mergeRows(const Select& select, Arm& arm);
+    void crosstabColumns(const Crosstab& crosstab, Scope& scope, std::vector<ColumnRef>& columns);
     [[nodiscard]] Sql orderTerm(const Expr& expr, const Select& select, Arm& arm);
+
+    // Selects as text (writer_rows.cpp)
+    [[nodiscard]] SelectSql select(const Select& select, Scope* outer, Use use);
+    [[nodiscard]] SelectSql unionSelect(const Select& select, Scope* outer, Use use);
     [[nodiscard]] QString unionOrder(const Select& select, const std::vector<ColumnRef>& columns);
-    [[nodiscard]] static QString columnList(const Arm& arm, bool distinct, Use use);
-    [[nodiscard]] static bool isDistinct(const Select& select, const Arm& arm);
+    [[nodiscard]] static QStringList columnTexts(const Arm& arm, Use use);
+    /// The rows of an arm with these columns, in its order and cut by its `top`.
+    /// \param named the columns are called c1, c2 ...
+    [[nodiscard]] static QString
+    rows(const Select& select, const Arm& arm, const QStringList& columns, bool named);
     /// Takes the columns out of the arm.
     [[nodiscard]] SelectSql armSql(const Select& select, Arm& arm, Use use) const;
 
     // Statements (writer_action.cpp, dialect.cpp)
+    void run(const Statement& statement);
+    void executeStatement(const Statement& statement);
     void selectStatement(const Statement& statement);
+    void makeTableStatement(const Statement& statement);
     void insertStatement(const Statement& statement);
     void updateStatement(const Statement& statement);
     void deleteStatement(const Statement& statement);
@@ -215,21 +262,39 @@ private:
     const QString& m_statement;
     const QString* m_text = &m_statement; ///< the statement or stored query that is being read
     const NameSource& m_names;
-    const bool m_allowParameters;
+    bool m_allowParameters;
     Translation m_result;
     std::deque<Source> m_sources;
     std::deque<Stored> m_stored;
-    std::vector<QString> m_openQueries; ///< a query that names itself has no end
-    std::vector<bool> m_untyped;        ///< beside the parameters: without a declared type
+    std::deque<Domain> m_domains;
+    std::optional<std::vector<Sql>> m_arguments; ///< of the query that is executed, for parameters
+    std::vector<QString> m_openQueries;          ///< a query that names itself has no end
+    std::vector<bool> m_untyped;                 ///< beside the parameters: without a declared type
     int m_aliases = 0;
     int m_depth = 0;
 };
 
+/// Bytes, or letters, of an expression's column of that type.
+[[nodiscard]] int sizeOf(FieldType type);
+
+/// The bits of Scope::usedTables that a column stands for.
+[[nodiscard]] quint64 bitOf(const ColumnRef& column);
+
+/// Most columns of a select and most terms of its order; SQLite takes 2000 of both together.
+inline constexpr size_t kMostColumns = 990;
+
 /// True when the function makes one value of many rows.
 [[nodiscard]] bool isAggregate(QStringView function);
 
+/// The aggregate behind a function over rows of another table ("dcount": "count"); empty for the
+/// one that takes any row, null for other functions.
+[[nodiscard]] std::optional<QLatin1StringView> domainAggregate(QStringView function);
+
 /// True when an aggregate stands in the expression, not looking into subselects.
 [[nodiscard]] bool hasAggregate(const Expr& expr);
+
+/// A fault inside a stored query, whose place is counted in the query's own text.
+[[nodiscard]] DbError faultOf(const QString& query, const DbError& fault);
 
 /// Largest nesting of expressions that the writer follows.
 inline constexpr int kDeepestWalk = 600;
@@ -252,6 +317,31 @@ public:
 
 private:
     Translator& m_translator;
+};
+
+/// While a stored query is read, places are counted in its text and it must not name itself.
+class Translator::InQuery
+{
+public:
+    InQuery(Translator& translator, const Stored& query)
+        : m_translator(translator)
+        , m_outerText(std::exchange(translator.m_text, &query.source.sql))
+    {
+        m_translator.m_openQueries.push_back(query.source.name);
+    }
+
+    ~InQuery()
+    {
+        m_translator.m_openQueries.pop_back();
+        m_translator.m_text = m_outerText;
+    }
+
+    InQuery(const InQuery&) = delete;
+    InQuery& operator=(const InQuery&) = delete;
+
+private:
+    Translator& m_translator;
+    const QString* m_outerText;
 };
 
 } // namespace melovane::sqlite::dialect

@@ -113,10 +113,15 @@ void Connection::configure(const ConnectionOptions& options)
     sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     // A table renamed in a rebuild must not be looked for in triggers of others.
     sqlite3_db_config(db, SQLITE_DBCONFIG_LEGACY_ALTER_TABLE, 1, nullptr);
-    sqlite3_busy_handler(db, waitForOthers, &m_busyTimeout);
+    setWaiting(true);
     registerFunctions(db, options.now);
     run(kCacheSize);
     run(u"PRAGMA synchronous=FULL"_s);
+}
+
+void Connection::setWaiting(bool waits)
+{
+    sqlite3_busy_handler(handle(), waits ? waitForOthers : nullptr, &m_busyTimeout);
 }
 
 void Connection::checkCatalogue()

@@ -48,6 +48,25 @@ public:
     /// again and again.
     [[nodiscard]] qint64 number(const QString& sql);
 
+    /// While it lives, what another program holds is a failure at once.
+    class WithoutWaiting
+    {
+    public:
+        explicit WithoutWaiting(Connection& connection)
+            : m_connection(connection)
+        {
+            m_connection.setWaiting(false);
+        }
+
+        ~WithoutWaiting() { m_connection.setWaiting(true); }
+
+        WithoutWaiting(const WithoutWaiting&) = delete;
+        WithoutWaiting& operator=(const WithoutWaiting&) = delete;
+
+    private:
+        Connection& m_connection;
+    };
+
     /// Makes a new file with an empty catalogue; it must not exist.
     static void createFile(const QString& path);
 
@@ -61,6 +80,7 @@ private:
 
     static Handle open(const QByteArray& name, int flags);
     static Handle openExisting(const QString& path);
+    void setWaiting(bool waits);
     void configure(const ConnectionOptions& options);
     void checkCatalogue();
     void chooseJournal();

@@ -27,7 +27,8 @@ bool isStatement(QStringView source)
     if (source.startsWith(u'(')) {
         return true;
     }
-    for (const auto word : {"select"_L1, "parameters"_L1, "transform"_L1}) {
+    for (const auto word :
+         {"select"_L1, "parameters"_L1, "transform"_L1, "execute"_L1, "exec"_L1}) {
         if (source.startsWith(word, Qt::CaseInsensitive) && source.size() > word.size() &&
             !source[word.size()].isLetterOrNumber() && source[word.size()] != u'_') {
             return true;

@@ -5,6 +5,7 @@
 #include "platform/sqlite/parser.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace melovane::sqlite {
 
@@ -31,37 +32,39 @@ void Translator::selectStatement(const Statement& statement)
         takeResult(written.columns);
         return;
     }
+    if (select.crosstab) {
+        m_result.queryType = QueryType::Crosstab;
+    }
     const std::unique_ptr<Arm> written = arm(select, nullptr);
-    const bool distinct = isDistinct(select, *written);
-    m_result.sql = columnList(*written, distinct, Use::Result) + written->tail;
+    m_result.sql = rows(select, *written, columnTexts(*written, Use::Result), false);
     takeResult(written->columns);
     const bool parameterInside =
         std::any_of(written->columns.begin(), written->columns.end(),
                     [](const ColumnRef& column) { return column.sql.parameter; });
-    m_result.keyed = written->plain && written->scope.keyed && !written->tables.empty() &&
-                     !select.distinct && !select.distinctRow && !parameterInside;
+    m_result.keyed = written->plain && !written->distinct && written->scope.keyed &&
+                     !written->tables.empty() && !parameterInside;
     if (!m_result.keyed) {
         for (ResultColumn& column : m_result.columns) {
             column.table = -1;
         }
         return;
     }
-    QString keys;
+    QStringList keys;
     QString joins;
     QString tables;
     QString found;
     int number = 0;
     for (const TableUse& use : written->tables) {
         m_result.tables.push_back(use.base);
-        keys += (keys.isEmpty() ? u""_s : u", "_s) + use.rowId;
+        keys.append(use.rowId);
         const QString table = qualified(use.base) + u" AS "_s + use.alias;
         const QString itsRow = use.rowId + u" = ?"_s + QString::number(++number);
         joins += u" LEFT JOIN "_s + table + u" ON "_s + itsRow;
         tables += (number == 1 ? u""_s : u", "_s) + table;
         found += (number == 1 ? u""_s : u" AND "_s) + itsRow;
     }
-    m_result.keySql = u"SELECT "_s + keys + written->tail;
-    m_result.rowSql = u"SELECT "_s + keys;
+    m_result.keySql = rows(select, *written, keys, false);
+    m_result.rowSql = u"SELECT "_s + keys.join(u", ");
     for (const ColumnRef& column : written->columns) {
         m_result.rowSql += u", "_s + column.sql.text;
     }
@@ -72,30 +75,107 @@ void Translator::selectStatement(const Statement& statement)
         outer ? u" FROM (SELECT 1)"_s + joins : u" FROM "_s + tables + u" WHERE "_s + found;
 }
 
+void Translator::makeTableStatement(const Statement& statement)
+{
+    m_result.kind = StatementKind::MakeTable;
+    m_result.queryType = QueryType::MakeTable;
+    const SelectSql made = select(*statement.select, nullptr, Use::Derived);
+    DdlAction& action = m_result.ddl.emplace();
+    action.table.Name = statement.target.toString();
+    const BaseTable target{action.table.Name, u"main"_s, action.table.Name};
+    QString names;
+    for (const ColumnRef& column : made.columns) {
+        // Rows of a join may repeat a number that a table gave once.
+        FieldDef& field = action.table.Fields.emplace_back();
+        field.Name = column.name;
+        field.Type = column.field.Type;
+        field.Size = column.field.Size;
+        names += names.isEmpty() ? u""_s : u", "_s;
+        appendQuotedName(names, column.name);
+    }
+    m_result.written = {target};
+    m_result.sql = u"INSERT INTO "_s + qualified(target) + u" ("_s + names + u") "_s +
+                   insertSource(made.columns, made, QString());
+}
+
+/// Values stand where the query's parameters do, so nothing is left to be bound.
+void Translator::executeStatement(const Statement& statement)
+{
+    const Source& source = find(statement.query, statement.position);
+    if (source.kind != Source::Kind::Query) {
+        fail(statement.position, u"\"%1\" ist keine Abfrage"_s.arg(source.name));
+    }
+    std::vector<TableUse> none;
+    Scope scope;
+    scope.tables = &none;
+    m_allowParameters = false;
+    std::vector<Sql> arguments;
+    for (const ExprPtr& value : statement.values) {
+        arguments.push_back(asValue(expression(*value, scope)));
+    }
+    const Stored& query = read(source);
+    if (!query.statement.query.isEmpty()) {
+        fail(statement.position,
+             u"die Abfrage \"%1\" führt selbst eine Abfrage aus"_s.arg(source.name));
+    }
+    m_arguments = std::move(arguments);
+    m_allowParameters = true;
+    try {
+        const InQuery inside(*this, query);
+        run(query.statement);
+    } catch (const DbError& fault) {
+        throw faultOf(source.name, fault);
+    }
+    const size_t wanted = m_result.parameters.size();
+    if (m_arguments->size() > wanted) {
+        fail(statement.values[wanted]->position,
+             u"zu viele Werte für die Abfrage \"%1\""_s.arg(source.name));
+    }
+    if (m_arguments->size() < wanted) {
+        throw DbError(dberror::kTooFewParameters,
+                      u"Der Parameter \"%1\" der Abfrage \"%2\" hat keinen Wert."_s.arg(
+                          m_result.parameters[m_arguments->size()].Name, source.name),
+                      m_statement);
+    }
+    m_result.parameters.clear();
+}
+
+void Translator::run(const Statement& statement)
+{
+    declare(statement.parameters);
+    switch (statement.kind) {
+    case StatementKind::Select:
+        selectStatement(statement);
+        break;
+    case StatementKind::Insert:
+        insertStatement(statement);
+        break;
+    case StatementKind::Update:
+        updateStatement(statement);
+        break;
+    case StatementKind::Delete:
+        deleteStatement(statement);
+        break;
+    case StatementKind::MakeTable:
+        makeTableStatement(statement);
+        break;
+    case StatementKind::Ddl:
+        m_result.kind = StatementKind::Ddl;
+        m_result.queryType = QueryType::Ddl;
+        m_result.ddl = statement.ddl;
+        break;
+    }
+}
+
 Translation Translator::run()
 {
     try {
         const Tokens tokens = tokenize(m_statement);
         const Statement statement = Parser(m_statement, tokens).parse();
-        declare(statement.parameters);
-        switch (statement.kind) {
-        case StatementKind::Select:
-            selectStatement(statement);
-            break;
-        case StatementKind::Insert:
-            insertStatement(statement);
-            break;
-        case StatementKind::Update:
-            updateStatement(statement);
-            break;
-        case StatementKind::Delete:
-            deleteStatement(statement);
-            break;
-        case StatementKind::Ddl:
-            m_result.kind = StatementKind::Ddl;
-            m_result.queryType = QueryType::Ddl;
-            m_result.ddl = statement.ddl;
-            break;
+        if (statement.query.isEmpty()) {
+            run(statement);
+        } else {
+            executeStatement(statement);
         }
     } catch (const TooComplex&) {
         tooComplex();

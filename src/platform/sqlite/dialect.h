@@ -49,6 +49,7 @@ enum class StatementKind
     Insert,
     Update,
     Delete,
+    MakeTable, ///< `ddl` makes the table, then `sql` fills it: one change
     Ddl
 };
 
@@ -96,7 +97,7 @@ struct Translation
     StatementKind kind = StatementKind::Select;
 
     /// The whole statement for SQLite; parameter n of `parameters` is "?n", counted from 1. Empty
-    /// for Ddl.
+    /// for Ddl. SQLite takes that of a MakeTable once its table is there.
     QString sql;
     std::vector<ParameterDef> parameters;
 

@@ -243,6 +243,7 @@ void registerFunctions(sqlite3* connection, std::function<QDateTime()> now)
     registerAll(connection, textFunctions());
     registerAll(connection, numberFunctions());
     registerAll(connection, dateFunctions());
+    registerAll(connection, formatFunctions());
     registerAggregates(connection);
     registerClock(connection, now);
 }

@@ -239,7 +239,8 @@ void dateAdd(sqlite3_context* context, int count, sqlite3_value** values)
     }
 }
 
-qint64 difference(const QDateTime& from, const QDateTime& to, Interval interval)
+/// \param firstDay as weekdayOf(): where a week begins
+qint64 difference(const QDateTime& from, const QDateTime& to, Interval interval, int firstDay)
 {
     const qint64 months =
         (to.date().year() - from.date().year()) * 12LL + to.date().month() - from.date().month();
@@ -263,8 +264,8 @@ qint64 difference(const QDateTime& from, const QDateTime& to, Interval interval)
     case Interval::Weekday:
         return days / 7;
     case Interval::Week:
-        // Sundays between the two dates.
-        return (days + weekdayOf(from.date(), 1) - weekdayOf(to.date(), 1)) / 7;
+        // First days of a week between the two dates.
+        return (days + weekdayOf(from.date(), firstDay) - weekdayOf(to.date(), firstDay)) / 7;
     case Interval::Hour:
         return days * 24 + units(to, 3600) - units(from, 3600);
     case Interval::Minute:
@@ -276,7 +277,7 @@ qint64 difference(const QDateTime& from, const QDateTime& to, Interval interval)
     return seconds;
 }
 
-void dateDiff(sqlite3_context* context, int, sqlite3_value** values)
+void dateDiff(sqlite3_context* context, int count, sqlite3_value** values)
 {
     const QDateTime from = wholeSeconds(momentOf(values[1]));
     const QDateTime to = wholeSeconds(momentOf(values[2]));
@@ -285,8 +286,30 @@ void dateDiff(sqlite3_context* context, int, sqlite3_value** values)
         giveError(context, dberror::kSyntax,
                   u"Unbekannte Zeiteinheit \"%1\"."_s.arg(argText(values[0])));
     } else if (from.isValid() && to.isValid()) {
-        giveLong(context, difference(from, to, interval));
+        const int firstDay = count > 3 ? argLong(values[3]) : 1;
+        giveLong(context, difference(from, to, interval, firstDay));
     }
+}
+
+/// The week of the year. \param firstWeek 1: the one with January 1st, 2: the first with four days
+/// in the year, 3: the first whole one. Days before it belong to the last week of the year before.
+int weekOf(const QDate& date, int firstDay, int firstWeek)
+{
+    const auto weekOne = [&](int year) {
+        const QDate newYear(year, 1, 1);
+        const int offset = weekdayOf(newYear, firstDay) - 1; // days of its week in the old year
+        const bool next = (firstWeek == 2 && offset > 3) || (firstWeek == 3 && offset > 0);
+        return newYear.addDays((next ? 7 : 0) - offset);
+    };
+    QDate start = weekOne(date.year());
+    if (date < start) {
+        start = weekOne(date.year() - 1);
+    } else if (firstWeek != 3 && firstWeek != 2) {
+        return int(start.daysTo(date)) / 7 + 1;
+    } else if (const QDate next = weekOne(date.year() + 1); date >= next) {
+        start = next;
+    }
+    return int(start.daysTo(date)) / 7 + 1;
 }
 
 void datePartFunction(sqlite3_context* context, int count, sqlite3_value** values)
@@ -310,11 +333,8 @@ void datePartFunction(sqlite3_context* context, int count, sqlite3_value** value
         return giveLong(context, date.day());
     case Interval::Weekday:
         return giveLong(context, weekdayOf(date, firstDay));
-    case Interval::Week: {
-        // Week 1 holds the first of January.
-        const int offset = weekdayOf(QDate(date.year(), 1, 1), firstDay) - 1;
-        return giveLong(context, (date.dayOfYear() - 1 + offset) / 7 + 1);
-    }
+    case Interval::Week:
+        return giveLong(context, weekOf(date, firstDay, count > 3 ? argLong(values[3]) : 1));
     case Interval::Hour:
         return giveLong(context, moment.time().hour());
     case Interval::Minute:

@@ -204,11 +204,33 @@ void plus(sqlite3_context* context, int, sqlite3_value** values)
     }
 }
 
+/// "+" between a text and a number: the sum when the text is a number.
+void addMixed(sqlite3_context* context, int, sqlite3_value** values)
+{
+    if (anyNull(2, values)) {
+        return;
+    }
+    const auto isNumber = [](sqlite3_value* value) {
+        return !isTextValue(value) || dialect::wholeTextNumber(argText(value)).has_value();
+    };
+    if (isNumber(values[0]) && isNumber(values[1])) {
+        giveNumber(context, argNumber(values[0]) + argNumber(values[1]));
+    } else {
+        giveText(context, argText(values[0]) + argText(values[1]));
+    }
+}
+
 void isNumeric(sqlite3_context* context, int, sqlite3_value** values)
 {
     giveTruth(context,
               !isNull(values[0]) && (!isTextValue(values[0]) ||
                                      dialect::wholeTextNumber(argText(values[0])).has_value()));
+}
+
+/// A column is never empty in the sense of a variable that nobody has set: null is a value.
+void isEmpty(sqlite3_context* context, int, sqlite3_value**)
+{
+    giveTruth(context, false);
 }
 
 void isDate(sqlite3_context* context, int, sqlite3_value** values)
@@ -230,6 +252,7 @@ std::span<const FunctionEntry> conversionFunctions()
         {"mlv_cstr", 1, cstr},           {"mlv_datetext", 1, dateText},
         {"mlv_same", 1, same},           {"mlv_plus", 2, plus},
         {"mlv_isnumeric", 1, isNumeric}, {"mlv_isdate", 1, isDate},
+        {"mlv_isempty", 1, isEmpty},     {"mlv_add", 2, addMixed},
         {"mlv_clng", 1, toLong},         {"mlv_cdbl", 1, toDouble},
     };
     return kEntries;

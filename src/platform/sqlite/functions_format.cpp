@@ -1,3 +1,4 @@
+#include "platform/db/value.h"
 #include "platform/sqlite/functions_date.h"
 #include "platform/sqlite/functions_text.h"
 #include "platform/sqlite/functions_value.h"
@@ -175,8 +176,7 @@ QString formatText(const QString& text, const QString& pattern)
     return pattern.contains(u'<') ? lowerCase(text) : text;
 }
 
-} // namespace
-
+/// Dates, numbers and texts by a pattern.
 void formatFunction(sqlite3_context* context, int count, sqlite3_value** values)
 {
     if (anyNull(count, values)) {
@@ -209,6 +209,79 @@ void formatFunction(sqlite3_context* context, int count, sqlite3_value** values)
     } else {
         giveText(context, formatText(text, pattern));
     }
+}
+
+/// A choice among the arguments: -1 yes, 0 no, left out or -2 as usual here.
+bool chosen(int count, sqlite3_value** values, int index, bool usual)
+{
+    const int choice = count > index && !isNull(values[index]) ? argLong(values[index]) : -2;
+    return choice == -2 ? usual : choice != 0;
+}
+
+/// Number, decimals (-1: two), zero before the point, brackets for a minus, groups.
+QString formatAsAsked(int count, sqlite3_value** values, bool percent, const QString& unit)
+{
+    constexpr int kUsualDecimals = 2;
+    const int asked = count > 1 && !isNull(values[1]) ? argLong(values[1]) : -1;
+    const int decimals = asked < 0 ? kUsualDecimals : std::min(asked, 15);
+    const bool zero = chosen(count, values, 2, true);
+    const bool brackets = chosen(count, values, 3, false);
+    const bool groups = chosen(count, values, 4, true);
+    QString pattern = groups ? u"#,##"_s : u"#"_s;
+    pattern += zero ? u"0"_s : u"#"_s;
+    pattern += decimals > 0 ? u'.' + QString(decimals, u'0') : QString();
+    pattern += percent ? u"%"_s : unit;
+    const double number = argNumber(values[0]);
+    const QString text = formatNumber(number, pattern);
+    return brackets && text.startsWith(u'-') ? u'(' + text.mid(1) + u')' : text;
+}
+
+void formatNumberFunction(sqlite3_context* context, int count, sqlite3_value** values)
+{
+    if (!isNull(values[0])) {
+        giveText(context, formatAsAsked(count, values, false, {}));
+    }
+}
+
+void formatCurrency(sqlite3_context* context, int count, sqlite3_value** values)
+{
+    if (!isNull(values[0])) {
+        giveText(context, formatAsAsked(count, values, false, u" €"_s));
+    }
+}
+
+void formatPercent(sqlite3_context* context, int count, sqlite3_value** values)
+{
+    if (!isNull(values[0])) {
+        giveText(context, formatAsAsked(count, values, true, {}));
+    }
+}
+
+/// Date and kind: 0 date and time as far as there is one, 1 long date, 2 short date, 3 long time,
+/// 4 short time.
+void formatDateTime(sqlite3_context* context, int count, sqlite3_value** values)
+{
+    const auto day = argDay(values[0]);
+    if (!day) {
+        return;
+    }
+    const int kind = count > 1 && !isNull(values[1]) ? argLong(values[1]) : 0;
+    const std::array kPatterns{u"dddd, d. mmmm yyyy"_s, u"dd.mm.yyyy"_s, u"hh:nn:ss"_s, u"hh:nn"_s};
+    const bool named = kind >= 1 && kind <= int(kPatterns.size());
+    giveText(context, named ? dialect::formatDate(*day, kPatterns[size_t(kind - 1)])
+                            : Value(Value::Day{*day}).toText());
+}
+
+} // namespace
+
+std::span<const FunctionEntry> formatFunctions()
+{
+    static constexpr FunctionEntry kEntries[] = {
+        {"mlv_format", -1, formatFunction},         {"mlv_formatcurrency", -1, formatCurrency},
+        {"mlv_formatdatetime", -1, formatDateTime}, {"mlv_formatnumber", -1, formatNumberFunction},
+        {"mlv_formatpercent", -1, formatPercent},
+    };
+    return kEntries;
 }
 
 } // namespace melovane::sqlite

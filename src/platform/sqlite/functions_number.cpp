@@ -132,6 +132,64 @@ void modulo(sqlite3_context* context, int count, sqlite3_value** values)
     }
 }
 
+/// Bit by bit over 32 bits. A null side leaves the result open unless the other side alone decides
+/// it: `Deciding` as one side gives `Decided` whatever the other is.
+template <qint32 (*Function)(qint32, qint32), qint32 Deciding, qint32 Decided>
+void bits(sqlite3_context* context, int, sqlite3_value** values)
+{
+    if (!anyNull(2, values)) {
+        giveLong(context, Function(argLong(values[0]), argLong(values[1])));
+        return;
+    }
+    for (int i = 0; i < 2; ++i) {
+        if (!isNull(values[i]) && argLong(values[i]) == Deciding) {
+            giveLong(context, Decided);
+        }
+    }
+}
+
+qint32 bitAnd(qint32 left, qint32 right)
+{
+    return left & right;
+}
+
+qint32 bitOr(qint32 left, qint32 right)
+{
+    return left | right;
+}
+
+/// Also for null sides: a true right side or a false left side decides.
+void bitImp(sqlite3_context* context, int, sqlite3_value** values)
+{
+    if (!anyNull(2, values)) {
+        giveLong(context, ~argLong(values[0]) | argLong(values[1]));
+    } else if ((!isNull(values[0]) && argLong(values[0]) == 0) ||
+               (!isNull(values[1]) && argLong(values[1]) == -1)) {
+        giveLong(context, -1);
+    }
+}
+
+void bitXor(sqlite3_context* context, int count, sqlite3_value** values)
+{
+    if (!anyNull(count, values)) {
+        giveLong(context, argLong(values[0]) ^ argLong(values[1]));
+    }
+}
+
+void bitEqv(sqlite3_context* context, int count, sqlite3_value** values)
+{
+    if (!anyNull(count, values)) {
+        giveLong(context, ~(argLong(values[0]) ^ argLong(values[1])));
+    }
+}
+
+void bitNot(sqlite3_context* context, int, sqlite3_value** values)
+{
+    if (!isNull(values[0])) {
+        giveLong(context, ~argLong(values[0]));
+    }
+}
+
 void random(sqlite3_context* context, int, sqlite3_value**)
 {
     sqlite3_result_double(context, QRandomGenerator::global()->generateDouble());
@@ -186,6 +244,12 @@ std::span<const FunctionEntry> numberFunctions()
     static constexpr FunctionEntry kEntries[] = {
         {"mlv_abs", 1, unary<absolute>},
         {"mlv_atn", 1, unary<arcTangent>},
+        {"mlv_bitand", 2, bits<bitAnd, 0, 0>},
+        {"mlv_biteqv", 2, bitEqv},
+        {"mlv_bitimp", 2, bitImp},
+        {"mlv_bitnot", 1, bitNot},
+        {"mlv_bitor", 2, bits<bitOr, -1, -1>},
+        {"mlv_bitxor", 2, bitXor},
         {"mlv_cos", 1, unary<cosine>},
         {"mlv_exp", 1, unary<exponential>},
         {"mlv_fix", 1, unary<cutTowardsZero>},

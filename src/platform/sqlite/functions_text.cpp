@@ -261,7 +261,6 @@ std::span<const FunctionEntry> textFunctions()
     static constexpr FunctionEntry kEntries[] = {
         {"mlv_asc", 1, asc},
         {"mlv_chr", 1, chr},
-        {"mlv_format", -1, formatFunction},
         {"mlv_instr", -1, instr},
         {"mlv_instrrev", -1, instrrev},
         {"mlv_lcase", 1, unary<lower>},

@@ -57,10 +57,8 @@ void giveError(sqlite3_context* context, int number, const QString& text);
 [[nodiscard]] std::span<const FunctionEntry> textFunctions();
 [[nodiscard]] std::span<const FunctionEntry> numberFunctions();
 [[nodiscard]] std::span<const FunctionEntry> dateFunctions();
+[[nodiscard]] std::span<const FunctionEntry> formatFunctions();
 /// \throws DbError when SQLite refuses
 void registerAggregates(sqlite3* connection);
-
-/// "format": dates, numbers and texts by a pattern.
-void formatFunction(sqlite3_context* context, int count, sqlite3_value** values);
 
 } // namespace melovane::sqlite

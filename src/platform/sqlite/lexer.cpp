@@ -167,6 +167,8 @@ private:
             enclosed(sign == u'[' ? u']' : u'`', Token::Kind::BracketName);
         } else if (sign == u'#') {
             enclosed(u'#', Token::Kind::Date);
+        } else if (const qsizetype end = basedNumberEnd(); end > m_at) {
+            basedNumber(end);
         } else {
             operatorSign(sign);
         }
@@ -217,6 +219,51 @@ private:
             ++at;
         }
         m_at = at;
+    }
+
+    /// True behind an operator or at the beginning, where "&" cannot join two texts.
+    [[nodiscard]] bool operandMayFollow() const
+    {
+        if (m_tokens.list.empty()) {
+            return true;
+        }
+        const Token& before = m_tokens.list.back();
+        return (before.kind == Token::Kind::Sign && before.sign != u')') ||
+               (before.kind == Token::Kind::Name && before.word != Word::None &&
+                before.word != Word::Null && before.word != Word::True &&
+                before.word != Word::False);
+    }
+
+    /// The end of "&HFF" or "&O17" when one stands here, else the present place.
+    [[nodiscard]] qsizetype basedNumberEnd() const
+    {
+        if (m_text[m_at] != u'&' || m_at + 2 >= m_text.size() || !operandMayFollow()) {
+            return m_at;
+        }
+        const QChar base = m_text[m_at + 1].toLower();
+        const QStringView digits = base == u'h'   ? QStringView(u"0123456789abcdefABCDEF")
+                                   : base == u'o' ? QStringView(u"01234567")
+                                                  : QStringView();
+        qsizetype end = m_at + 2;
+        while (end < m_text.size() && digits.contains(m_text[end])) {
+            ++end;
+        }
+        const bool whole = end == m_text.size() || !continuesName(m_text[end]);
+        return whole && end > m_at + 2 ? end : m_at;
+    }
+
+    void basedNumber(qsizetype end)
+    {
+        const int base = m_text[m_at + 1].toLower() == u'h' ? 16 : 8;
+        bool fits = false;
+        const quint32 bits = m_text.sliced(m_at + 2, end - m_at - 2).toUInt(&fits, base);
+        if (!fits) {
+            syntaxError(m_statement, m_at, u"Zahl nicht lesbar"_s);
+        }
+        // 32 bits with a sign, as a Long holds them.
+        const QString& digits = m_tokens.unquoted.emplace_back(QString::number(qint32(bits)));
+        add(Token::Kind::Number, m_at, digits);
+        m_at = end;
     }
 
     void quoted(QChar quote)

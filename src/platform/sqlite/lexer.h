@@ -82,7 +82,7 @@ struct Token
     {
         Name,        ///< a bare word; `word` tells whether it has a meaning
         BracketName, ///< [name] or `name`, never a keyword
-        Number,      ///< digits, point, exponent
+        Number,      ///< digits, point, exponent; "&HFF" and "&O17" as their decimal digits
         Text,        ///< quoted, quotes taken off and doubled ones made single
         Date,        ///< between two #
         Sign,        ///< operator or punctuation

@@ -10,6 +10,8 @@ namespace melovane::sqlite::dialect {
 
 /// How deep brackets, subqueries and signs may be nested.
 inline constexpr int kDeepestNesting = 200;
+/// Binding of `&`, the weakest operator that makes a value of values.
+inline constexpr int kValueLevel = 5;
 /// Most sources of one `from`; SQLite joins no more.
 inline constexpr int kMostSources = 60;
 
@@ -21,6 +23,12 @@ public:
 
     /// \throws DbError kSyntax with the place; also for a second statement behind ";"
     [[nodiscard]] Statement parse();
+
+    /// The tokens are an expression and nothing else; also "*".
+    [[nodiscard]] ExprPtr parseExpression();
+
+    /// The tokens are the name of a table or query and nothing else.
+    [[nodiscard]] QStringView parseName();
 
 private:
     /// Counts how deep the reader stands; too deep is a fault of the statement, not of the stack.
@@ -55,28 +63,38 @@ private:
     }
 
     [[nodiscard]] bool atName(QStringView name, size_t ahead = 0) const;
+
+    /// A select stands here, or several in brackets joined by `union`.
+    [[nodiscard]] bool atSelect(size_t ahead = 0) const;
     bool acceptWord(Word word);
     bool acceptSign(char16_t sign);
     bool acceptName(QStringView name);
     void expectWord(Word word, const QString& text);
     void expectSign(char16_t sign);
     [[noreturn]] void fail(const QString& what) const;
+    void expectEnd() const;
     [[nodiscard]] QStringView name(const QString& what);
     [[nodiscard]] QStringView optionalAlias();
 
     // Statements
     [[nodiscard]] std::vector<DeclaredParameter> parameters();
     [[nodiscard]] Statement statement();
+    [[nodiscard]] Statement selectStatement();
+    [[nodiscard]] Statement executeStatement();
     [[nodiscard]] Statement insertStatement();
     [[nodiscard]] Statement updateStatement();
     [[nodiscard]] Statement deleteStatement();
-    [[nodiscard]] std::vector<QStringView> nameList();
+    [[nodiscard]] std::vector<PlacedName> nameList();
     [[nodiscard]] Assignment assignment();
 
     // Select
     [[nodiscard]] SelectPtr select();
+    [[nodiscard]] SelectPtr unionArm(bool& bracketed);
     [[nodiscard]] SelectPtr selectArm();
+    [[nodiscard]] SelectPtr crosstab();
     void topClause(Select& select);
+    void intoClause();
+    void refuseOtherFile() const;
     [[nodiscard]] SelectItem selectItem();
     [[nodiscard]] std::vector<OrderItem> orderList();
     [[nodiscard]] std::vector<FromPtr> fromList();
@@ -89,7 +107,9 @@ private:
     [[nodiscard]] ExprPtr binary(int level);
     [[nodiscard]] ExprPtr negation();
     [[nodiscard]] ExprPtr comparison();
+    [[nodiscard]] bool acceptComparison(Op& op);
     [[nodiscard]] ExprPtr testBehind(ExprPtr value, bool& more);
+    [[nodiscard]] ExprPtr quantifiedTest(Op op, ExprPtr value);
     [[nodiscard]] ExprPtr inTest(ExprPtr value, bool negated);
     [[nodiscard]] ExprPtr betweenTest(ExprPtr value, bool negated);
     [[nodiscard]] ExprPtr minus();
@@ -120,6 +140,7 @@ private:
     size_t m_at = 0;
     int m_depth = 0;
     int m_sources = 0;
+    Statement* m_intoOf = nullptr; ///< whose select may name a new table, while it is read
 };
 
 } // namespace melovane::sqlite::dialect

@@ -14,7 +14,7 @@ constexpr int kEqv = 1;
 constexpr int kXor = 2;
 constexpr int kOr = 3;
 constexpr int kAnd = 4;
-constexpr int kConcat = 5;
+constexpr int kConcat = kValueLevel;
 constexpr int kAdd = 6;
 constexpr int kModulo = 7;
 constexpr int kIntDivide = 8;
@@ -132,37 +132,63 @@ ExprPtr Parser::comparison()
     bool isChain = false;
     for (int tests = 0;;) {
         Op op = Op::Equal;
-        if (acceptSign(u'=')) {
-            op = Op::Equal;
-        } else if (acceptSign(kNotEqualSign)) {
-            op = Op::NotEqual;
-        } else if (acceptSign(u'<')) {
-            op = Op::Less;
-        } else if (acceptSign(kLessEqualSign)) {
-            op = Op::LessEqual;
-        } else if (acceptSign(u'>')) {
-            op = Op::Greater;
-        } else if (acceptSign(kGreaterEqualSign)) {
-            op = Op::GreaterEqual;
-        } else if (acceptWord(Word::Like)) {
-            op = Op::Like;
-        } else if (atWord(Word::Not) && atWord(Word::Like, 1)) {
-            m_at += 2;
-            op = Op::NotLike;
-        } else {
-            bool more = false;
+        bool more = true;
+        if (!acceptComparison(op)) {
             left = testBehind(std::move(left), more);
-            if (!more) {
-                return left;
-            }
-            if (++tests > kMostTests) {
-                fail(u"zu tief geschachtelt"_s);
-            }
-            isChain = false;
+        } else if ((atWord(Word::All) || atName(u"any") || atName(u"some")) && atSign(u'(', 1) &&
+                   atSelect(2)) {
+            left = quantifiedTest(op, std::move(left));
+        } else {
+            appendTo(left, isChain, op, binary(kConcat));
             continue;
         }
-        appendTo(left, isChain, op, binary(kConcat));
+        if (!more) {
+            return left;
+        }
+        if (++tests > kMostTests) {
+            fail(u"zu tief geschachtelt"_s);
+        }
+        isChain = false;
     }
+}
+
+bool Parser::acceptComparison(Op& op)
+{
+    constexpr std::pair<char16_t, Op> kSigns[] = {
+        {u'=', Op::Equal},   {kNotEqualSign, Op::NotEqual},
+        {u'<', Op::Less},    {kLessEqualSign, Op::LessEqual},
+        {u'>', Op::Greater}, {kGreaterEqualSign, Op::GreaterEqual},
+    };
+    for (const auto& [sign, meaning] : kSigns) {
+        if (acceptSign(sign)) {
+            op = meaning;
+            return true;
+        }
+    }
+    if (acceptWord(Word::Like)) {
+        op = Op::Like;
+        return true;
+    }
+    if (atWord(Word::Not) && atWord(Word::Like, 1)) {
+        m_at += 2;
+        op = Op::NotLike;
+        return true;
+    }
+    return false;
+}
+
+/// value OP any (select ..), value OP all (select ..)
+ExprPtr Parser::quantifiedTest(Op op, ExprPtr value)
+{
+    ExprPtr expr = make(Expr::Kind::Quantified);
+    expr->negated = atWord(Word::All);
+    expr->ops.push_back(op);
+    expr->args.push_back(std::move(value));
+    ++m_at;
+    expectSign(u'(');
+    expr->select = select();
+    expectSign(u')');
+    return expr;
 }
 
 ExprPtr Parser::testBehind(ExprPtr value, bool& more)
@@ -195,7 +221,7 @@ ExprPtr Parser::inTest(ExprPtr value, bool negated)
     expr->negated = negated;
     expr->args.push_back(std::move(value));
     expectSign(u'(');
-    if (atWord(Word::Select)) {
+    if (atSelect()) {
         expr->kind = Expr::Kind::InSelect;
         expr->select = select();
     } else {
@@ -246,7 +272,7 @@ ExprPtr Parser::minus()
 ExprPtr Parser::bracketed()
 {
     ExprPtr expr;
-    if (atWord(Word::Select, 1)) {
+    if (atSelect(1)) {
         expr = make(Expr::Kind::Scalar);
         ++m_at;
         expr->select = select();
@@ -314,7 +340,7 @@ ExprPtr Parser::nameOrCall()
             ++m_at;
             return expr;
         }
-        if (token.word == Word::Exists && atSign(u'(', 1) && atWord(Word::Select, 2)) {
+        if (token.word == Word::Exists && atSign(u'(', 1) && atSelect(2)) {
             ExprPtr expr = make(Expr::Kind::Exists);
             m_at += 2;
             expr->select = select();

@@ -1,9 +1,8 @@
 #include "platform/sqlite/row_set.h"
 
+#include "platform/sqlite/read_scope.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
-
-#include <sqlite3.h>
 
 #include <algorithm>
 #include <optional>
@@ -13,40 +12,6 @@ namespace melovane::sqlite {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
-
-/// Rows read together show one state of the file, and share the cost of looking at it.
-class ReadScope
-{
-public:
-    explicit ReadScope(Connection& connection)
-        : m_connection(connection)
-        , m_own(!connection.inTransaction())
-    {
-        if (m_own) {
-            m_connection.statements().take(u"BEGIN"_s)->run();
-        }
-    }
-
-    ~ReadScope()
-    {
-        if (!m_own) {
-            return;
-        }
-        try {
-            m_connection.statements().take(u"COMMIT"_s)->run();
-        } catch (const DbError&) {
-            // Nothing was written, so nothing is lost; but the file must not stay locked.
-            sqlite3_exec(m_connection.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
-        }
-    }
-
-    ReadScope(const ReadScope&) = delete;
-    ReadScope& operator=(const ReadScope&) = delete;
-
-private:
-    Connection& m_connection;
-    bool m_own;
-};
 
 /// The row ids in the present row of a statement.
 void appendKeys(const Statement& statement, KeyList& keys)
@@ -79,7 +44,14 @@ RowSet::RowSet(Session& session,
 {
     m_epoch = session.epoch();
     if (!isKeyed()) {
-        readRows(session);
+        if (const auto count = session.indexedCount(*m_statement)) {
+            m_rows.push_back({Row::State::Present, {Value(*count)}});
+        } else {
+            readRows(session);
+        }
+        return;
+    }
+    if ((m_keys = session.indexedKeys(*m_statement))) {
         return;
     }
     const int width = int(m_statement->translation.tables.size());

@@ -43,12 +43,15 @@ private:
 
 } // namespace
 
-Session::Session(const QString& path, const ConnectionOptions& options)
+Session::Session(const QString& path,
+                 const ConnectionOptions& options,
+                 std::shared_ptr<ColumnIndex> index)
     : m_connection(path, options)
     , m_attachments(m_connection)
     , m_catalogue(m_connection, m_attachments)
     , m_transactions(m_connection)
     , m_now(options.now)
+    , m_index(std::move(index))
 {}
 
 Catalogue& Session::catalogue()
@@ -107,6 +110,10 @@ std::shared_ptr<Prepared> Session::makePrepared(const QString& text, bool allowP
         made->parameters.add(parameter.Name);
     }
     made->catalogueVersion = m_catalogue.version();
+    if (m_index && isOfSearchedTable(made->translation)) {
+        made->search =
+            searchStatement(text, m_catalogue.find(QString::fromUtf16(kSearchedTable))->fields);
+    }
     for (const QString& schema : schemas) {
         made->sideFiles.emplace_back(schema, m_attachments.versionOf(schema));
     }
@@ -117,6 +124,29 @@ bool Session::holds(const Prepared& statement)
 {
     refreshCatalogue();
     return isCurrent(statement);
+}
+
+/// A cheap look at what the column index may be asked for.
+bool Session::isOfSearchedTable(const Translation& translation) const
+{
+    const CatalogueObject* object = m_catalogue.object(QString::fromUtf16(kSearchedTable));
+    if (!object || object->kind != CatalogueObject::Kind::Table ||
+        translation.kind != StatementKind::Select || !translation.parameters.empty()) {
+        return false;
+    }
+    return translation.keyed ? translation.tables.size() == 1 : translation.columns.size() == 1;
+}
+
+std::shared_ptr<const KeySource> Session::indexedKeys(const Prepared& statement)
+{
+    const bool asks = statement.search && !statement.search->isCount;
+    return asks ? m_index->search(*this, *statement.search) : nullptr;
+}
+
+std::optional<qint64> Session::indexedCount(const Prepared& statement)
+{
+    const bool asks = statement.search && statement.search->isCount;
+    return asks ? m_index->count(*this, *statement.search) : std::nullopt;
 }
 
 bool Session::isCurrent(const Prepared& statement)
@@ -133,6 +163,9 @@ int Session::execute(const Prepared& statement, const std::vector<Value>& parame
     return withStatement(statement.text, [&] {
         const Translation& translation = statement.translation;
         nextEpoch();
+        if (translation.kind == StatementKind::MakeTable) {
+            return makeTable(translation, parameters);
+        }
         if (translation.ddl) {
             schemaChange().apply(*translation.ddl);
             return 0;
@@ -146,6 +179,27 @@ int Session::execute(const Prepared& statement, const std::vector<Value>& parame
         action->run();
         return sqlite3_changes(m_connection.handle());
     });
+}
+
+int Session::makeTable(const Translation& translation, const std::vector<Value>& parameters)
+{
+    try {
+        WriteScope scope(m_transactions);
+        schemaChange().apply(*translation.ddl);
+        int rows = 0;
+        {
+            const auto fill = m_connection.statements().take(translation.sql, false);
+            fill->bindAll(parameters);
+            fill->run();
+            rows = sqlite3_changes(m_connection.handle());
+        }
+        scope.commit();
+        return rows;
+    } catch (...) {
+        // The table was known for a moment and is gone again.
+        m_catalogue.invalidate();
+        throw;
+    }
 }
 
 qint64 Session::dataVersion()

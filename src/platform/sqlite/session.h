@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/sqlite/catalogue.h"
+#include "platform/sqlite/column_index.h"
 #include "platform/sqlite/name_index.h"
 #include "platform/sqlite/schema_change.h"
 #include "platform/sqlite/transactions.h"
@@ -17,7 +18,8 @@ struct Prepared
     /// Side files that it names: schema and its version when it was translated.
     std::vector<std::pair<QString, qint64>> sideFiles;
     qint64 catalogueVersion = 0;
-    bool seenAgain = false; ///< asked for more than once, so worth keeping compiled
+    std::optional<SearchStatement> search; ///< set when the column index may answer it
+    bool seenAgain = false;                ///< asked for more than once, so worth keeping compiled
 };
 
 /// Everything behind one open database file: the connection, the catalogue, the transactions, and
@@ -26,7 +28,10 @@ struct Prepared
 class Session
 {
 public:
-    Session(const QString& path, const ConnectionOptions& options);
+    /// \param index of the same file, or null for a program that does not search
+    Session(const QString& path,
+            const ConnectionOptions& options,
+            std::shared_ptr<ColumnIndex> index = nullptr);
 
     [[nodiscard]] Connection& connection() { return m_connection; }
 
@@ -59,12 +64,24 @@ public:
     /// \see Database::DataVersion
     [[nodiscard]] qint64 dataVersion();
 
+    /// The rows of a statement as the column index finds them, or null: SQLite is to answer.
+    [[nodiscard]] std::shared_ptr<const KeySource> indexedKeys(const Prepared& statement);
+    /// The same for a statement that counts.
+    [[nodiscard]] std::optional<qint64> indexedCount(const Prepared& statement);
+
+    [[nodiscard]] const IndexMark& indexMark() const { return m_indexMark; }
+
+    void setIndexMark(const IndexMark& mark) { m_indexMark = mark; }
+
     /// Undoes what is open; for giving the session to the next user.
     void settle() noexcept;
 
 private:
     void refreshCatalogue();
     [[nodiscard]] bool isCurrent(const Prepared& statement);
+    [[nodiscard]] bool isOfSearchedTable(const Translation& translation) const;
+    /// A new table and its rows as one change. \return rows
+    int makeTable(const Translation& translation, const std::vector<Value>& parameters);
     std::shared_ptr<Prepared> makePrepared(const QString& text, bool allowParameters);
 
     Connection m_connection;
@@ -72,6 +89,8 @@ private:
     Catalogue m_catalogue;
     Transactions m_transactions;
     std::function<QDateTime()> m_now;
+    std::shared_ptr<ColumnIndex> m_index; ///< null: no search is answered from memory
+    IndexMark m_indexMark;
     QHash<QString, std::shared_ptr<Prepared>> m_prepared;
     qint64 m_epoch = 0;
     qint64 m_refreshedIn = 0; ///< number of the transaction in which the catalogue was looked at

@@ -1,5 +1,7 @@
 #include "platform/sqlite/session_pool.h"
 
+#include "platform/db/db_error.h"
+
 namespace melovane::sqlite {
 
 namespace {
@@ -19,7 +21,7 @@ std::shared_ptr<SessionLease> SessionPool::open(const QString& path)
 {
     std::unique_ptr<Session> session = takeWaiting(path);
     if (!session) {
-        session = std::make_unique<Session>(path, m_options);
+        session = std::make_unique<Session>(path, m_options, indexOf(path));
     }
     auto lease = std::make_shared<SessionLease>(
         std::move(session), [pool = weak_from_this()](std::unique_ptr<Session> returned) {
@@ -59,8 +61,48 @@ void SessionPool::giveBack(std::unique_ptr<Session> session)
     });
 }
 
+std::shared_ptr<ColumnIndex> SessionPool::indexOf(const QString& path)
+{
+    const std::optional<FileId> id = fileId(path);
+    if (!m_figures || !id) {
+        return nullptr;
+    }
+    FileIndex& known = m_indexes[path];
+    if (!known.index || known.id != *id) {
+        known = {*id, std::make_shared<ColumnIndex>(m_figures, slicesOf(path))};
+    }
+    return known.index;
+}
+
+ColumnIndex::StartSlices SessionPool::slicesOf(const QString& path)
+{
+    if (!m_whenIdle) {
+        return {};
+    }
+    return [this, path](const std::weak_ptr<ColumnIndex>& index) {
+        m_whenIdle([pool = weak_from_this(), index, path] {
+            const auto alive = pool.lock();
+            const auto loading = index.lock();
+            return alive && loading && alive->loadSlice(path, *loading);
+        });
+    };
+}
+
+bool SessionPool::loadSlice(const QString& path, ColumnIndex& index)
+{
+    try {
+        const std::shared_ptr<SessionLease> lease = open(path);
+        return index.loadSlice(lease->session());
+    } catch (const DbError&) {
+        // The file is gone or damaged; a search would say so.
+        index.abandonLoad();
+        return false;
+    }
+}
+
 void SessionPool::release(const QString& path)
 {
+    m_indexes.remove(path);
     m_waiting.remove_if([&](const auto& waiting) {
         return waiting->connection().path() == path || waiting->attachments().holds(path);
     });

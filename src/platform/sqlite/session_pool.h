@@ -11,8 +11,14 @@ namespace melovane::sqlite {
 class SessionPool : public std::enable_shared_from_this<SessionPool>
 {
 public:
-    explicit SessionPool(ConnectionOptions options)
+    /// \param figures null: searches are not answered from memory
+    /// \param whenIdle runs work from the message loop until it returns false; may be empty
+    SessionPool(ConnectionOptions options,
+                std::shared_ptr<IndexFigures> figures,
+                std::function<void(std::function<bool()>)> whenIdle)
         : m_options(std::move(options))
+        , m_figures(std::move(figures))
+        , m_whenIdle(std::move(whenIdle))
     {}
 
     /// A session of the file, waiting or new. \throws DbError as DBEngine::OpenDatabase
@@ -27,10 +33,22 @@ public:
     [[nodiscard]] const ConnectionOptions& options() const { return m_options; }
 
 private:
+    struct FileIndex
+    {
+        FileId id;
+        std::shared_ptr<ColumnIndex> index;
+    };
+
+    [[nodiscard]] std::shared_ptr<ColumnIndex> indexOf(const QString& path);
+    [[nodiscard]] ColumnIndex::StartSlices slicesOf(const QString& path);
+    [[nodiscard]] bool loadSlice(const QString& path, ColumnIndex& index);
     void giveBack(std::unique_ptr<Session> session);
     std::unique_ptr<Session> takeWaiting(const QString& path);
 
     ConnectionOptions m_options;
+    std::shared_ptr<IndexFigures> m_figures;
+    std::function<void(std::function<bool()>)> m_whenIdle;
+    QHash<QString, FileIndex> m_indexes;           ///< by path
     std::list<std::unique_ptr<Session>> m_waiting; ///< given back last stands first
     std::vector<std::weak_ptr<SessionLease>> m_inUse;
 };

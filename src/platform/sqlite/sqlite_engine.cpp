@@ -30,7 +30,9 @@ class SqliteEngine : public DBEngine, public Workspace
 {
 public:
     SqliteEngine(const Clock& clock, const EngineOptions& options)
-        : m_pool(std::make_shared<SessionPool>(connectionOptions(clock, options)))
+        : m_pool(std::make_shared<SessionPool>(connectionOptions(clock, options),
+                                               options.searchIndex,
+                                               options.whenIdle))
     {}
 
     [[nodiscard]] std::unique_ptr<Database> OpenDatabase(const QString& name) override

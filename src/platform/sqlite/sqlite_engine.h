@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/db/database.h"
+#include "platform/sqlite/column_index.h"
 
 #include <chrono>
 #include <memory>
@@ -15,6 +16,12 @@ struct EngineOptions
 {
     /// How long a write waits for another program before it fails with kLocked.
     std::chrono::milliseconds busyTimeout{3000};
+    /// Searches of the library are answered from memory: for a program whose user searches. The
+    /// figures are counted up; null leaves every statement to SQLite.
+    std::shared_ptr<IndexFigures> searchIndex = nullptr;
+    /// Runs work from the message loop, a few milliseconds at a time, until it returns false: how a
+    /// large library comes into memory. Without it the first search waits for that.
+    std::function<void(std::function<bool()> work)> whenIdle = {};
 };
 
 /// The database engine of the suite over SQLite. `clock` gives `now`; it outlives the engine.

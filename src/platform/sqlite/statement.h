@@ -39,6 +39,9 @@ public:
     void reset();
     void clearBindings();
 
+    /// For reading many cells without a copy.
+    [[nodiscard]] sqlite3_stmt* handle() const { return m_statement; }
+
     [[nodiscard]] int columnCount() const;
     [[nodiscard]] bool isNull(int column) const;
     [[nodiscard]] qint64 number(int column) const;

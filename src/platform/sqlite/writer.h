@@ -116,7 +116,14 @@ binary(Sql left, QLatin1StringView op, const Sql& right, int strength, FieldType
 [[nodiscard]] Sql between(Sql value, Sql low, Sql high, bool isNegated);
 [[nodiscard]] Sql inList(Sql value, std::vector<Sql> list, bool isNegated);
 [[nodiscard]] Sql arithmetic(Op op, Sql left, Sql right);
+/// imp, eqv, xor
 [[nodiscard]] Sql logical(Op op, Sql left, Sql right);
+/// and, or: of truths a truth, of numbers their bits
+[[nodiscard]] Sql conjoined(std::vector<Sql> parts, Op op);
+[[nodiscard]] Sql bitwiseNot(Sql operand);
+/// True for a value that logical operators take bit by bit: all but truths, null and parameters
+/// without a type.
+[[nodiscard]] bool isBits(const Sql& sql);
 
 /// A text or number brought to the type of the other side of a comparison.
 void alignTypes(Sql& left, Sql& right);

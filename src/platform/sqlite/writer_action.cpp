@@ -43,12 +43,12 @@ std::vector<ColumnRef> Translator::insertColumns(const Statement& statement,
         columns.push_back(*found);
         return true;
     };
-    for (const QStringView name : statement.columns) {
-        if (!add(name)) {
-            throw DbError(
-                dberror::kTooFewParameters,
-                u"Die Spalte \"%1\" ist in \"%2\" nicht vorhanden."_s.arg(name, statement.target),
-                m_statement);
+    for (const PlacedName& name : statement.columns) {
+        if (!add(name.text)) {
+            throw DbError(dberror::kTooFewParameters,
+                          u"Die Spalte \"%1\" ist in \"%2\" nicht vorhanden (Zeichen %3)."_s.arg(
+                              name.text, statement.target, QString::number(name.position + 1)),
+                          *m_text);
         }
     }
     if (!statement.columns.empty()) {
@@ -97,16 +97,20 @@ void Translator::insertStatement(const Statement& statement)
     if (given != columns.size()) {
         fail(statement.position, u"Zahl der Werte und der Spalten ist verschieden"_s);
     }
+    const auto placeOf = [&](size_t index) {
+        return index < statement.columns.size() ? statement.columns[index].position
+                                                : statement.position;
+    };
     QString names;
     std::vector<QString> seen;
     for (const ColumnRef& column : columns) {
         if (column.table != columns.front().table || column.table < 0) {
-            fail(statement.position,
+            fail(placeOf(seen.size()),
                  u"in \"%1\" kann nicht eingefügt werden"_s.arg(statement.target));
         }
         if (std::any_of(seen.begin(), seen.end(),
                         [&](const QString& other) { return sameName(other, column.column); })) {
-            fail(statement.position, u"die Spalte \"%1\" ist doppelt genannt"_s.arg(column.name));
+            fail(placeOf(seen.size()), u"die Spalte \"%1\" ist doppelt genannt"_s.arg(column.name));
         }
         seen.push_back(column.column);
         names += names.isEmpty() ? u""_s : u", "_s;
@@ -157,11 +161,10 @@ void Translator::updateStatement(const Statement& statement)
         ColumnRef column;
         if (!resolveHere(assignment.qualifier, assignment.column, scope, column,
                          assignment.position)) {
-            throw DbError(
-                dberror::kTooFewParameters,
-                u"Die Spalte \"%1\" ist nicht vorhanden (Zeichen %2)."_s.arg(assignment.column)
-                    .arg(assignment.position + 1),
-                m_statement);
+            throw DbError(dberror::kTooFewParameters,
+                          u"Die Spalte \"%1\" ist nicht vorhanden (Zeichen %2)."_s.arg(
+                              assignment.column, QString::number(assignment.position + 1)),
+                          *m_text);
         }
         if (column.table < 0 || (target >= 0 && column.table != target)) {
             fail(assignment.position,

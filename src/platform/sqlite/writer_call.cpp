@@ -17,6 +17,7 @@ enum class Gives
     Double,
     Date,
     Boolean,
+    NumberAsFirst, ///< the number type of the first argument
     SameAsFirst
 };
 
@@ -39,7 +40,7 @@ struct FunctionRule
 
 /// The dialect's functions and what registerFunctions() calls them. In alphabetical order.
 constexpr std::array kFunctions{
-    FunctionRule{"abs"_L1, "mlv_abs"_L1, 1, 1, Gives::SameAsFirst},
+    FunctionRule{"abs"_L1, "mlv_abs"_L1, 1, 1, Gives::NumberAsFirst},
     FunctionRule{"asc"_L1, "mlv_asc"_L1, 1, 1, Gives::Long, Takes::Texts},
     FunctionRule{"ascw"_L1, "mlv_asc"_L1, 1, 1, Gives::Long, Takes::Texts},
     FunctionRule{"atn"_L1, "mlv_atn"_L1, 1, 1, Gives::Double},
@@ -66,14 +67,19 @@ constexpr std::array kFunctions{
     FunctionRule{"datevalue"_L1, "mlv_datevalue"_L1, 1, 1, Gives::Date},
     FunctionRule{"day"_L1, "mlv_day"_L1, 1, 1, Gives::Long},
     FunctionRule{"exp"_L1, "mlv_exp"_L1, 1, 1, Gives::Double},
-    FunctionRule{"fix"_L1, "mlv_fix"_L1, 1, 1, Gives::SameAsFirst},
+    FunctionRule{"fix"_L1, "mlv_fix"_L1, 1, 1, Gives::NumberAsFirst},
     FunctionRule{"format"_L1, "mlv_format"_L1, 1, 2, Gives::Text},
+    FunctionRule{"formatcurrency"_L1, "mlv_formatcurrency"_L1, 1, 5, Gives::Text},
+    FunctionRule{"formatdatetime"_L1, "mlv_formatdatetime"_L1, 1, 2, Gives::Text},
+    FunctionRule{"formatnumber"_L1, "mlv_formatnumber"_L1, 1, 5, Gives::Text},
+    FunctionRule{"formatpercent"_L1, "mlv_formatpercent"_L1, 1, 5, Gives::Text},
     FunctionRule{"hex"_L1, "mlv_hex"_L1, 1, 1, Gives::Text},
     FunctionRule{"hour"_L1, "mlv_hour"_L1, 1, 1, Gives::Long},
     FunctionRule{"instr"_L1, "mlv_instr"_L1, 2, 4, Gives::Long, Takes::Texts},
     FunctionRule{"instrrev"_L1, "mlv_instrrev"_L1, 2, 4, Gives::Long, Takes::Texts},
-    FunctionRule{"int"_L1, "mlv_int"_L1, 1, 1, Gives::SameAsFirst},
+    FunctionRule{"int"_L1, "mlv_int"_L1, 1, 1, Gives::NumberAsFirst},
     FunctionRule{"isdate"_L1, "mlv_isdate"_L1, 1, 1, Gives::Boolean, Takes::Texts},
+    FunctionRule{"isempty"_L1, "mlv_isempty"_L1, 1, 1, Gives::Boolean},
     FunctionRule{"isnumeric"_L1, "mlv_isnumeric"_L1, 1, 1, Gives::Boolean, Takes::Texts},
     FunctionRule{"lcase"_L1, "mlv_lcase"_L1, 1, 1, Gives::Text, Takes::Texts},
     FunctionRule{"left"_L1, "mlv_left"_L1, 2, 2, Gives::Text, Takes::Texts},
@@ -169,6 +175,8 @@ FieldType typeOf(Gives gives, const std::vector<Sql>& args)
     case Gives::Boolean:
         return FieldType::Boolean;
     case Gives::SameAsFirst:
+        return args.front().type;
+    case Gives::NumberAsFirst:
         break;
     }
     const Sql& first = args.front();
@@ -192,47 +200,54 @@ void Translator::expectArguments(const Expr& expr, size_t least, size_t most) co
 
 Sql Translator::functionCall(const Expr& expr, Scope& scope)
 {
-    const auto is = [&](QLatin1StringView name) {
-        return expr.text.compare(name, Qt::CaseInsensitive) == 0;
-    };
     if (isAggregate(expr.text)) {
         return aggregateCall(expr, scope);
     }
-    if (const FunctionRule* rule = ruleOf(expr.text)) {
-        expectArguments(expr, rule->least, rule->most);
-        std::vector<Sql> args;
-        for (const ExprPtr& arg : expr.args) {
-            Sql value = asValue(expression(*arg, scope));
-            const bool asWritten = rule->takes == Takes::Texts && isDate(value);
-            args.push_back(asWritten ? asText(std::move(value)) : std::move(value));
+    if (ruleOf(expr.text) != nullptr) {
+        return ruledCall(expr, scope);
+    }
+    if (const auto aggregate = domainAggregate(expr.text)) {
+        return domainCall(expr, *aggregate);
+    }
+    using Writer = Sql (Translator::*)(const Expr&, Scope&);
+    constexpr std::pair<QLatin1StringView, Writer> kWriters[] = {
+        {"choose"_L1, &Translator::chooseCall}, {"iif"_L1, &Translator::iifCall},
+        {"isnull"_L1, &Translator::isNullCall}, {"nz"_L1, &Translator::nzCall},
+        {"switch"_L1, &Translator::switchCall},
+    };
+    for (const auto& [name, writer] : kWriters) {
+        if (expr.text.compare(name, Qt::CaseInsensitive) == 0) {
+            return (this->*writer)(expr, scope);
         }
-        const FieldType type = typeOf(rule->gives, args);
-        return call(rule->sql, args, type);
-    }
-    if (is("isnull"_L1)) {
-        expectArguments(expr, 1, 1);
-        Sql value = atLeast(expression(*expr.args.front(), scope), kBindsLess + 1);
-        value.text += u" IS NULL"_s;
-        value.type = FieldType::Boolean;
-        value.typed = true;
-        value.form = Sql::Form::Truth;
-        value.strength = kBindsEqual;
-        value.stack = std::max(value.stack, 3);
-        return value;
-    }
-    if (is("iif"_L1)) {
-        return iifCall(expr, scope);
-    }
-    if (is("nz"_L1)) {
-        return nzCall(expr, scope);
-    }
-    if (is("choose"_L1)) {
-        return chooseCall(expr, scope);
-    }
-    if (is("switch"_L1)) {
-        return switchCall(expr, scope);
     }
     fail(expr.position, u"unbekannte Funktion \"%1\""_s.arg(expr.text));
+}
+
+Sql Translator::ruledCall(const Expr& expr, Scope& scope)
+{
+    const FunctionRule& rule = *ruleOf(expr.text);
+    expectArguments(expr, rule.least, rule.most);
+    std::vector<Sql> args;
+    for (const ExprPtr& arg : expr.args) {
+        Sql value = asValue(expression(*arg, scope));
+        const bool asWritten = rule.takes == Takes::Texts && isDate(value);
+        args.push_back(asWritten ? asText(std::move(value)) : std::move(value));
+    }
+    const FieldType type = typeOf(rule.gives, args);
+    return call(rule.sql, args, type);
+}
+
+Sql Translator::isNullCall(const Expr& expr, Scope& scope)
+{
+    expectArguments(expr, 1, 1);
+    Sql value = atLeast(expression(*expr.args.front(), scope), kBindsLess + 1);
+    value.text += u" IS NULL"_s;
+    value.type = FieldType::Boolean;
+    value.typed = true;
+    value.form = Sql::Form::Truth;
+    value.strength = kBindsEqual;
+    value.stack = std::max(value.stack, 3);
+    return value;
 }
 
 /// SQLite hands an aggregate to the select whose columns it names; one that names only columns of
@@ -243,6 +258,7 @@ Sql Translator::aggregateCall(const Expr& expr, Scope& scope)
         fail(expr.position, u"\"%1\" ist hier nicht erlaubt"_s.arg(expr.text));
     }
     scope.aggregates = false;
+    const bool groupedBefore = std::exchange(scope.grouped, false);
     const bool ownBefore = std::exchange(scope.sawOwnColumn, false);
     const bool outerBefore = std::exchange(scope.sawOuterColumn, false);
     const AggregateRule& rule = *aggregateOf(expr.text);
@@ -265,12 +281,25 @@ Sql Translator::aggregateCall(const Expr& expr, Scope& scope)
         result = call(rule.sql, arg, type);
         result.typed = typed;
     }
+    if (scope.filter != nullptr) {
+        result.text += u" FILTER (WHERE "_s + scope.filter->text + u')';
+        result.stack = std::max(result.stack, scope.filter->stack + 8);
+        result.height = std::max(result.height, scope.filter->height + 1);
+        result.parameter = result.parameter || scope.filter->parameter;
+        if (isCount) {
+            // A cell without rows is empty, for a count as for a sum.
+            result.text = u"nullif("_s + result.text + u", 0)"_s;
+            result.stack += 5;
+            result.height += 1;
+        }
+    }
     if (scope.sawOuterColumn && !scope.sawOwnColumn) {
         fail(expr.position, u"\"%1\" nennt nur Spalten der äußeren Abfrage"_s.arg(expr.text));
     }
     scope.sawOwnColumn = scope.sawOwnColumn || ownBefore;
     scope.sawOuterColumn = scope.sawOuterColumn || outerBefore;
     scope.aggregates = true;
+    scope.grouped = groupedBefore;
     return result;
 }
 
@@ -321,10 +350,7 @@ Sql Translator::cases(const std::vector<Sql>& pairs, const Sql* subject, const S
     }
     result.text += u" END"_s;
     result.strength = kBindsMost;
-    if (result.stack > kParserStack || result.height > kTreeHeight ||
-        result.text.size() > kLongestExpression) {
-        tooComplex();
-    }
+    check(result);
     return result;
 }
 

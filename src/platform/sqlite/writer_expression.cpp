@@ -35,6 +35,16 @@ Sql truthOf(QString text, const Sql& like)
 
 Sql Translator::expression(const Expr& expr, Scope& scope)
 {
+    const size_t before = scope.loose.size();
+    Sql result = written(expr, scope);
+    if (scope.loose.size() > before && scope.groups.contains(result.text)) {
+        scope.loose.resize(before); // the whole expression is a term of the group
+    }
+    return result;
+}
+
+Sql Translator::written(const Expr& expr, Scope& scope)
+{
     const Depth depth(*this);
     switch (expr.kind) {
     case Expr::Kind::Null:
@@ -53,8 +63,10 @@ Sql Translator::expression(const Expr& expr, Scope& scope)
         return chain(expr, scope);
     case Expr::Kind::Minus:
         return minusSign(asValue(expression(*expr.args[0], scope)));
-    case Expr::Kind::Not:
-        return negated(expression(*expr.args[0], scope));
+    case Expr::Kind::Not: {
+        Sql operand = expression(*expr.args[0], scope);
+        return isBits(operand) ? bitwiseNot(std::move(operand)) : negated(std::move(operand));
+    }
     case Expr::Kind::IsNull: {
         Sql value = atLeast(expression(*expr.args[0], scope), kBindsLess + 1);
         value.text += expr.negated ? u" IS NOT NULL"_s : u" IS NULL"_s;
@@ -76,8 +88,10 @@ Sql Translator::expression(const Expr& expr, Scope& scope)
         return inSelect(expr, scope);
     case Expr::Kind::Exists:
         return exists(expr, scope);
+    case Expr::Kind::Quantified:
+        return quantified(expr, scope);
     case Expr::Kind::Scalar:
-        return scalar(expr, scope);
+        return scalar(*expr.select, &scope);
     case Expr::Kind::Call:
         return functionCall(expr, scope);
     case Expr::Kind::Star:
@@ -95,7 +109,7 @@ Sql Translator::chain(const Expr& expr, Scope& scope)
         for (const ExprPtr& part : expr.args) {
             parts.push_back(expression(*part, scope));
         }
-        return joined(std::move(parts), first);
+        return conjoined(std::move(parts), first);
     }
     Sql result = expression(*expr.args.front(), scope);
     for (size_t i = 0; i < expr.ops.size(); ++i) {
@@ -143,9 +157,42 @@ Sql Translator::exists(const Expr& expr, Scope& scope)
     return result;
 }
 
-Sql Translator::scalar(const Expr& expr, Scope& scope)
+/// A row that compares as asked is looked for; for `all` one that does not.
+Sql Translator::quantified(const Expr& expr, Scope& scope)
 {
-    const SelectSql row = select(*expr.select, &scope, Use::Value);
+    const Expr& operand = *expr.args.front();
+    if (hasAggregate(operand)) {
+        fail(operand.position, u"vor any und all darf keine Aggregatfunktion stehen"_s);
+    }
+    Sql value = expression(operand, scope);
+    const SelectSql list = select(*expr.select, &scope, Use::Derived);
+    if (list.columns.size() != 1) {
+        fail(expr.select->position, u"die Unterabfrage darf nur eine Spalte liefern"_s);
+    }
+    const QString alias = newAlias();
+    Sql column;
+    column.text = alias + u".c1"_s;
+    column.type = list.columns.front().sql.type;
+    column.typed = list.columns.front().sql.typed;
+    column.strength = kBindsMost;
+    column.stack = 3;
+    const Sql test = compare(expr.ops.front(), std::move(value), std::move(column));
+    Sql result;
+    result.parameter = test.parameter || list.parameter;
+    result.stack = std::max(test.stack + 12, list.stack + 14);
+    result.height = std::max(test.height, list.height) + 1;
+    result.text = (expr.negated ? u"NOT EXISTS (SELECT 1 FROM ("_s : u"EXISTS (SELECT 1 FROM ("_s) +
+                  list.text + u") AS "_s + alias + u" WHERE "_s +
+                  (expr.negated ? u"NOT ifnull("_s + test.text + u", 0))"_s : test.text + u')');
+    result = truthOf(std::move(result.text), result);
+    result.strength = expr.negated ? kBindsNot : kBindsMost;
+    check(result);
+    return result;
+}
+
+Sql Translator::scalar(const Select& select, Scope* scope)
+{
+    const SelectSql row = this->select(select, scope, Use::Value);
     Sql result;
     result.text = u'(' + row.text + u')';
     result.type = row.columns.front().sql.type;
@@ -154,9 +201,7 @@ Sql Translator::scalar(const Expr& expr, Scope& scope)
     result.strength = kBindsMost;
     result.stack = row.stack + 1;
     result.height = row.height + 1;
-    if (result.stack > kParserStack || result.height > kTreeHeight) {
-        tooComplex();
-    }
+    check(result);
     return result;
 }
 

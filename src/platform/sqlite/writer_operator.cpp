@@ -3,6 +3,7 @@
 #include "platform/sqlite/writer.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace melovane::sqlite::dialect {
 
@@ -191,8 +192,34 @@ Sql inList(Sql value, std::vector<Sql> list, bool isNegated)
 
 namespace {
 
+/// A text beside a number: the sum when the text is a number, else both as one text.
+Sql addMixed(Sql left, Sql right)
+{
+    const auto literalNumber = [](Sql& side) {
+        if (side.form != Sql::Form::TextLiteral) {
+            return true;
+        }
+        const auto number = wholeTextNumber(side.literal);
+        if (number) {
+            side = numberLiteral(*number, FieldType::Double);
+        }
+        return number.has_value();
+    };
+    if (!literalNumber(left) || !literalNumber(right)) {
+        return binary(asText(std::move(left)), "||"_L1, asText(std::move(right)), kBindsConcat,
+                      FieldType::Text);
+    }
+    if (isText(left) || isText(right)) {
+        return call("mlv_add"_L1, {left, right}, FieldType::Text);
+    }
+    return binary(std::move(left), "+"_L1, right, kBindsAdd, FieldType::Double);
+}
+
 Sql add(Sql left, Sql right)
 {
+    if ((isText(left) && isNumber(right)) || (isNumber(left) && isText(right))) {
+        return addMixed(std::move(left), std::move(right));
+    }
     if (isText(left) || isText(right)) {
         return binary(asText(std::move(left)), "||"_L1, asText(std::move(right)), kBindsConcat,
                       FieldType::Text);
@@ -303,8 +330,82 @@ Sql arithmetic(Op op, Sql left, Sql right)
     throw TooComplex{};
 }
 
+namespace {
+
+QLatin1StringView bitFunction(Op op)
+{
+    switch (op) {
+    case Op::And:
+        return "mlv_bitand"_L1;
+    case Op::Or:
+        return "mlv_bitor"_L1;
+    case Op::Xor:
+        return "mlv_bitxor"_L1;
+    case Op::Imp:
+        return "mlv_bitimp"_L1;
+    case Op::Eqv:
+    case Op::Equal:
+    case Op::NotEqual:
+    case Op::Less:
+    case Op::LessEqual:
+    case Op::Greater:
+    case Op::GreaterEqual:
+    case Op::Like:
+    case Op::NotLike:
+    case Op::Concat:
+    case Op::Add:
+    case Op::Subtract:
+    case Op::Modulo:
+    case Op::IntDivide:
+    case Op::Multiply:
+    case Op::Divide:
+    case Op::Power:
+        break;
+    }
+    return "mlv_biteqv"_L1;
+}
+
+Sql bitwise(Op op, Sql left, Sql right)
+{
+    return call(bitFunction(op), {asNumber(std::move(left)), asNumber(std::move(right))},
+                FieldType::Long);
+}
+
+} // namespace
+
+bool isBits(const Sql& sql)
+{
+    return sql.typed && sql.form != Sql::Form::Truth && sql.type != FieldType::Boolean;
+}
+
+Sql bitwiseNot(Sql operand)
+{
+    return call("mlv_bitnot"_L1, asNumber(std::move(operand)), FieldType::Long);
+}
+
+Sql conjoined(std::vector<Sql> parts, Op op)
+{
+    std::vector<Sql> truths;
+    std::optional<Sql> numbers;
+    for (Sql& part : parts) {
+        if (!isBits(part)) {
+            truths.push_back(std::move(part));
+        } else {
+            numbers = numbers ? bitwise(op, *std::move(numbers), std::move(part)) : std::move(part);
+        }
+    }
+    if (!numbers) {
+        return joined(std::move(truths), op);
+    }
+    return truths.empty() ? *std::move(numbers)
+                          : bitwise(op, joined(std::move(truths), op), *std::move(numbers));
+}
+
 Sql logical(Op op, Sql left, Sql right)
 {
+    if (isBits(left) || isBits(right)) {
+        return bitwise(op, std::move(left), std::move(right));
+    }
     const auto plainTruth = [](Sql sql) {
         return sql.form == Sql::Form::Truth ? sql
                                             : truth(binary(asNumber(std::move(sql)), "<>"_L1,

@@ -1,34 +1,14 @@
 #include "platform/sqlite/binder.h"
+#include "platform/sqlite/functions_date.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace melovane::sqlite::dialect {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr size_t kMostColumns = 1000;
-/// SQLite allows 500 arms.
-constexpr size_t kMostUnions = 400;
-
-int sizeOf(FieldType type)
-{
-    switch (type) {
-    case FieldType::Boolean:
-        return 1;
-    case FieldType::Long:
-        return 4;
-    case FieldType::Double:
-    case FieldType::Date:
-        return 8;
-    case FieldType::Text:
-        return 255;
-    case FieldType::Memo:
-        return 0;
-    }
-    return 0;
-}
 
 void nameOf(ColumnRef& column, const QString& name)
 {
@@ -62,12 +42,20 @@ void Translator::expandStar(const SelectItem& item, Scope& scope, std::vector<Co
             continue;
         }
         hit = true;
+        const size_t before = columns.size();
         if (range.source != nullptr) {
             for (const FieldDef& field : range.source->fields) {
                 columns.push_back(tableColumn(range, field, scope));
             }
         }
         columns.insert(columns.end(), range.columns.begin(), range.columns.end());
+        for (size_t i = before; i < columns.size(); ++i) {
+            scope.usedTables |= bitOf(columns[i]);
+            if (scope.grouped && !scope.groups.contains(columns[i].sql.text)) {
+                scope.loose.push_back({columns[i].name, item.position});
+            }
+            columns[i].range = range.name;
+        }
     }
     if (!hit) {
         fail(item.position, item.starOf.isEmpty()
@@ -90,28 +78,27 @@ ColumnRef Translator::itemColumn(const SelectItem& item, Scope& scope, int& unna
             column.name = u"Expr"_s + QString::number(1000 + unnamed++);
         }
     }
+    if (!item.alias.isEmpty()) {
+        column.range.clear();
+    }
     nameOf(column, item.alias.isEmpty() ? column.name : item.alias.toString());
     return column;
 }
 
-/// Two plain columns of one name are told apart by the name of their table.
-static void tellApart(std::vector<ColumnRef>& columns, const std::vector<QString>& origins)
+/// Columns of one name are told apart by the name of what they were taken from.
+static void tellApart(std::vector<ColumnRef>& columns)
 {
-    const auto plainTwin = [&](size_t i, size_t j) {
-        return i != j && sameName(columns[i].column, columns[j].name) &&
-               sameName(columns[j].name, columns[i].name);
-    };
     std::vector<size_t> twins;
     for (size_t i = 0; i < columns.size(); ++i) {
-        for (size_t j = 0; j < columns.size() && !origins[i].isEmpty(); ++j) {
-            if (plainTwin(i, j)) {
+        for (size_t j = 0; j < columns.size() && !columns[i].range.isEmpty(); ++j) {
+            if (i != j && sameName(columns[i].name, columns[j].name)) {
                 twins.push_back(i);
                 break;
             }
         }
     }
     for (const size_t i : twins) {
-        nameOf(columns[i], origins[i] + u'.' + columns[i].name);
+        nameOf(columns[i], columns[i].range + u'.' + columns[i].name);
     }
 }
 
@@ -133,16 +120,83 @@ void Translator::items(const Select& select, Scope& scope, std::vector<ColumnRef
         }
     }
     scope.visibleAliases = 0;
+    if (select.crosstab) {
+        crosstabColumns(*select.crosstab, scope, columns);
+    }
     if (scope.ranges.size() > 1) {
-        std::vector<QString> origins(columns.size());
-        for (size_t i = 0; i < columns.size(); ++i) {
-            for (const Range& range : scope.ranges) {
-                if (columns[i].table >= 0 && range.table == columns[i].table) {
-                    origins[i] = range.name;
-                }
-            }
+        tellApart(columns);
+    }
+}
+
+namespace {
+
+/// What a column of a crosstab is called: its value as a text.
+QString crosstabName(const Expr& value)
+{
+    switch (value.kind) {
+    case Expr::Kind::Null:
+        return u"<>"_s;
+    case Expr::Kind::Truth:
+        return value.negated ? u"0"_s : u"-1"_s;
+    case Expr::Kind::Date:
+        return formatDate(value.number, u"dd.mm.yyyy");
+    case Expr::Kind::Number:
+    case Expr::Kind::Text:
+        return value.text.toString();
+    case Expr::Kind::Name:
+    case Expr::Kind::Star:
+    case Expr::Kind::Chain:
+    case Expr::Kind::Minus:
+    case Expr::Kind::Not:
+    case Expr::Kind::IsNull:
+    case Expr::Kind::Between:
+    case Expr::Kind::InList:
+    case Expr::Kind::InSelect:
+    case Expr::Kind::Exists:
+    case Expr::Kind::Scalar:
+    case Expr::Kind::Quantified:
+    case Expr::Kind::Call:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+void Translator::crosstabColumns(const Crosstab& crosstab,
+                                 Scope& scope,
+                                 std::vector<ColumnRef>& columns)
+{
+    if (!hasAggregate(*crosstab.value)) {
+        fail(crosstab.value->position, u"hinter transform fehlt eine Aggregatfunktion"_s);
+    }
+    const bool grouped = std::exchange(scope.grouped, false); // looked at row by row
+    const Sql by = asValue(expression(*crosstab.by, scope));
+    scope.grouped = grouped;
+    for (const ExprPtr& value : crosstab.list) {
+        const QString name = crosstabName(*value);
+        if (name.isEmpty()) {
+            fail(value->position, value->kind == Expr::Kind::Text
+                                      ? u"ein leerer Text gibt keiner Spalte einen Namen"_s
+                                      : u"hinter pivot ... in stehen feste Werte"_s);
         }
-        tellApart(columns, origins);
+        if (columns.size() > kMostColumns) {
+            tooComplex();
+        }
+        Sql test;
+        if (value->kind == Expr::Kind::Null) {
+            test = atLeast(by, kBindsLess + 1);
+            test.text += u" IS NULL"_s;
+        } else {
+            test = compare(Op::Equal, by, expression(*value, scope));
+        }
+        scope.filter = &test;
+        ColumnRef& column = columns.emplace_back();
+        column.sql = asValue(expression(*crosstab.value, scope));
+        scope.filter = nullptr;
+        column.field.Type = column.sql.type;
+        column.field.Size = sizeOf(column.sql.type);
+        nameOf(column, name);
     }
 }
 
@@ -162,6 +216,36 @@ void Translator::appendWhere(const Select& select, Arm& arm)
     arm.parameter = arm.parameter || test.parameter;
 }
 
+/// Terms come before the columns: what they hold is what a column may show.
+void Translator::bindGroups(const Select& select, Arm& arm)
+{
+    if (select.group.size() > kMostColumns) {
+        tooComplex();
+    }
+    arm.scope.select = &select;
+    arm.scope.visibleAliases = select.items.size();
+    for (const ExprPtr& expr : select.group) {
+        Sql term = asValue(expression(*expr, arm.scope));
+        arm.scope.groups.append(term.text);
+        term = collated(std::move(term));
+        if (isConstant(term)) {
+            term.text = u"1 + 0"_s;
+        }
+        arm.groups.push_back(std::move(term));
+    }
+    arm.scope.visibleAliases = 0;
+    arm.scope.grouped = !arm.plain;
+}
+
+void Translator::refuseLoose(Scope& scope)
+{
+    if (!scope.loose.empty()) {
+        const LooseColumn& column = scope.loose.front();
+        fail(column.position,
+             u"\"%1\" steht weder in group by noch in einer Aggregatfunktion"_s.arg(column.name));
+    }
+}
+
 void Translator::appendGroup(const Select& select, Arm& arm)
 {
     const auto take = [&](const Sql& sql, int stack) {
@@ -170,17 +254,8 @@ void Translator::appendGroup(const Select& select, Arm& arm)
         arm.parameter = arm.parameter || sql.parameter;
         return sql.text;
     };
-    if (select.group.size() > kMostColumns) {
-        tooComplex();
-    }
     bool first = true;
-    for (const ExprPtr& expr : select.group) {
-        arm.scope.visibleAliases = select.items.size();
-        Sql term = collated(asValue(expression(*expr, arm.scope)));
-        arm.scope.visibleAliases = 0;
-        if (isConstant(term)) {
-            term.text = u"1 + 0"_s;
-        }
+    for (const Sql& term : arm.groups) {
         arm.tail += (first ? u" GROUP BY "_s : u", "_s) + take(term, 9);
         first = false;
     }
@@ -231,7 +306,7 @@ void Translator::appendOrder(const Select& select, Arm& arm)
         terms.push_back({orderTerm(*item.expr, select, arm), item.descending});
     }
     arm.scope.aggregates = false;
-    if (select.order.empty() && arm.plain && !select.distinct && !select.distinctRow) {
+    if (select.order.empty() && arm.plain && !select.distinct) {
         terms = arm.scope.order;
     }
     if (terms.size() > kMostColumns) {
@@ -241,29 +316,39 @@ void Translator::appendOrder(const Select& select, Arm& arm)
         if (isConstant(term.sql)) {
             continue;
         }
-        const Sql sql = collated(std::move(term.sql));
-        arm.tail += (arm.ordered ? u", "_s : u" ORDER BY "_s) + sql.text;
-        arm.tail += term.descending ? u" DESC"_s : u""_s;
-        arm.stack = std::max(arm.stack, sql.stack + 11);
-        arm.height = std::max(arm.height, sql.height);
-        arm.parameter = arm.parameter || sql.parameter;
-        arm.ordered = true;
+        OrderTerm& kept = arm.order.emplace_back();
+        kept.sql = collated(std::move(term.sql));
+        kept.descending = term.descending;
+        arm.stack = std::max(arm.stack, kept.sql.stack + 11);
+        arm.height = std::max(arm.height, kept.sql.height);
+        arm.parameter = arm.parameter || kept.sql.parameter;
     }
 }
 
-void Translator::appendLimit(const Select& select, Arm& arm)
+/// "distinctrow" takes the rows of the tables whose columns are shown once each. When all tables
+/// show columns that is what the rows are already.
+void Translator::mergeRows(const Select& select, Arm& arm)
 {
-    if (select.top < 0) {
+    const quint64 used = arm.scope.usedTables;
+    const quint64 all =
+        arm.tables.size() >= 64 ? kEveryTable : (quint64(1) << arm.tables.size()) - 1;
+    if (!select.distinctRow || !arm.plain ||
+        (arm.tables.size() < 2 && arm.scope.ranges.size() < 2) ||
+        (arm.scope.keyed && (used & all) == all)) {
         return;
     }
-    if (!select.percent) {
-        arm.tail += u" LIMIT "_s + QString::number(select.top);
+    if (!arm.scope.keyed || (used & all) == 0) {
+        arm.distinct = true;
         return;
     }
-    const qint64 percent = std::min<qint64>(select.top, 100);
-    const QString rows = columnList(arm, isDistinct(select, arm), Use::Derived) + arm.tail;
-    arm.tail += u" LIMIT (SELECT (count(*) * %1 + 99) / 100 FROM ("_s.arg(percent) + rows + u"))"_s;
-    arm.stack += 20;
+    QStringList keys;
+    for (size_t i = 0; i < arm.tables.size(); ++i) {
+        if ((used >> i & 1) != 0) {
+            keys.append(arm.tables[i].rowId);
+        }
+    }
+    arm.tail += u" GROUP BY "_s + keys.join(u", ");
+    arm.plain = false;
 }
 
 std::unique_ptr<Translator::Arm> Translator::arm(const Select& select, Scope* outer)
@@ -273,14 +358,21 @@ std::unique_ptr<Translator::Arm> Translator::arm(const Select& select, Scope* ou
     arm.scope.outer = outer;
     arm.scope.tables = &arm.tables;
     bindFrom(select.from, arm.scope);
+    arm.distinct = select.distinct;
     const auto aggregated = [](const SelectItem& item) {
         return item.expr && hasAggregate(*item.expr);
     };
+    if (select.crosstab && select.group.empty()) {
+        fail(select.position, u"transform verlangt group by"_s);
+    }
     arm.plain =
         select.group.empty() && std::none_of(select.items.begin(), select.items.end(), aggregated);
+    bindGroups(select, arm);
     arm.scope.aggregates = true;
+    arm.scope.usedTables = 0;
     items(select, arm.scope, arm.columns);
     arm.scope.aggregates = false;
+    const quint64 shown = arm.scope.usedTables;
     for (const ColumnRef& column : arm.columns) {
         arm.stack = std::max(arm.stack, column.sql.stack + 7);
         arm.height = std::max(arm.height, column.sql.height + 1);
@@ -290,135 +382,20 @@ std::unique_ptr<Translator::Arm> Translator::arm(const Select& select, Scope* ou
         arm.tail = u" FROM "_s + arm.scope.from;
         arm.stack = std::max(arm.stack, arm.scope.fromStack);
     }
+    const bool grouped = std::exchange(arm.scope.grouped, false);
     appendWhere(select, arm);
+    arm.scope.grouped = grouped;
     appendGroup(select, arm);
     appendOrder(select, arm);
-    appendLimit(select, arm);
+    refuseLoose(arm.scope);
+    arm.scope.usedTables = shown;
+    mergeRows(select, arm);
+    if (select.top >= 0 && (select.percent || !arm.order.empty())) {
+        constexpr int kTwoSelectsAround = 24;
+        arm.stack += kTwoSelectsAround;
+    }
     if (arm.stack > kParserStack || arm.tail.size() > kLongestExpression) {
         tooComplex();
-    }
-    return result;
-}
-
-QString Translator::columnList(const Arm& arm, bool distinct, Use use)
-{
-    QString text = distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s;
-    int index = 0;
-    for (const ColumnRef& column : arm.columns) {
-        text += index == 0 ? u""_s : u", "_s;
-        const bool needsCollation = distinct || use == Use::Derived;
-        text += needsCollation ? collated(column.sql).text : column.sql.text;
-        ++index;
-        if (use == Use::Derived) {
-            text += u" AS c"_s + QString::number(index);
-        }
-    }
-    return text;
-}
-
-/// "distinctrow" of a single table says nothing: its rows differ.
-bool Translator::isDistinct(const Select& select, const Arm& arm)
-{
-    return select.distinct || (select.distinctRow && arm.tables.size() > 1);
-}
-
-SelectSql Translator::armSql(const Select& select, Arm& arm, Use use) const
-{
-    if (use == Use::Value && arm.columns.size() != 1) {
-        fail(select.position, u"die Unterabfrage darf nur eine Spalte liefern"_s);
-    }
-    SelectSql result;
-    result.text = columnList(arm, isDistinct(select, arm), use) + arm.tail;
-    result.columns = std::move(arm.columns);
-    result.stack = arm.stack;
-    result.height = arm.height;
-    result.parameter = arm.parameter;
-    result.ordered = arm.ordered;
-    return result;
-}
-
-SelectSql Translator::select(const Select& select, Scope* outer, Use use)
-{
-    const Depth depth(*this);
-    if (!select.unions.empty()) {
-        return unionSelect(select, outer, use);
-    }
-    return armSql(select, *arm(select, outer), use);
-}
-
-QString Translator::unionOrder(const Select& select, const std::vector<ColumnRef>& columns)
-{
-    QString text;
-    for (const OrderItem& item : select.unionOrder) {
-        size_t place = 0;
-        if (item.expr->kind == Expr::Kind::Number) {
-            place = size_t(item.expr->text.toULongLong());
-        } else if (item.expr->kind == Expr::Kind::Name) {
-            for (size_t i = 0; i < columns.size() && place == 0; ++i) {
-                place = sameName(columns[i].name, item.expr->text) ? i + 1 : 0;
-            }
-        }
-        if (place < 1 || place > columns.size()) {
-            fail(item.expr->position, u"order by nennt keine Spalte der Vereinigung"_s);
-        }
-        text += text.isEmpty() ? u" ORDER BY "_s : u", "_s;
-        text += QString::number(place);
-        text += isText(columns[place - 1].sql) ? u" COLLATE MLV"_s : u""_s;
-        text += item.descending ? u" DESC"_s : u""_s;
-    }
-    return text;
-}
-
-SelectSql Translator::unionSelect(const Select& select, Scope* outer, Use use)
-{
-    if (select.unions.size() > kMostUnions || select.unionOrder.size() > kMostColumns) {
-        tooComplex();
-    }
-    SelectSql result;
-    const auto take = [&](const Select& part, QLatin1StringView word) {
-        const std::unique_ptr<Arm> written = arm(part, outer);
-        const bool first = word.isEmpty();
-        const size_t width = result.columns.size();
-        if (!first && written->columns.size() != width) {
-            fail(part.position, u"die Auswahlen haben verschieden viele Spalten"_s);
-        }
-        const SelectSql sql = armSql(part, *written, Use::Derived);
-        // Only the arm as a whole may have an order or a limit.
-        const bool wrapped = part.top >= 0 || sql.ordered;
-        result.text += word;
-        result.text += wrapped ? u"SELECT * FROM ("_s + sql.text + u')' : sql.text;
-        result.stack = std::max(result.stack, sql.stack + (wrapped ? 11 : 3));
-        result.height = std::max(result.height, sql.height);
-        result.parameter = result.parameter || sql.parameter;
-        for (size_t i = 0; i < sql.columns.size(); ++i) {
-            ColumnRef& column =
-                first ? result.columns.emplace_back(sql.columns[i]) : result.columns[i];
-            const Sql& other = sql.columns[i].sql;
-            if (other.typed) {
-                column.sql.type =
-                    column.sql.typed ? commonType(column.sql.type, other.type) : other.type;
-                column.sql.typed = true;
-            }
-            column.table = -1;
-            column.sql.form = Sql::Form::Value;
-            if (column.field.Type != column.sql.type) {
-                column.field.Type = column.sql.type;
-                column.field.Size = sizeOf(column.sql.type);
-            }
-        }
-    };
-    take(select, ""_L1);
-    for (const SelectPtr& part : select.unions) {
-        take(*part, part->unionAll ? " UNION ALL "_L1 : " UNION "_L1);
-    }
-    result.text += unionOrder(select, result.columns);
-    result.ordered = !select.unionOrder.empty();
-    result.stack = std::max(result.stack, 16);
-    if (result.stack > kParserStack) {
-        tooComplex();
-    }
-    if (use == Use::Value && result.columns.size() != 1) {
-        fail(select.position, u"die Unterabfrage darf nur eine Spalte liefern"_s);
     }
     return result;
 }

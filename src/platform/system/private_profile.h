@@ -4,8 +4,17 @@
 #include <QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace melovane {
+
+/// One change of a profile.
+struct ProfileEntry
+{
+    QString section;
+    QString key;
+    std::optional<QString> value; ///< nothing removes the key
+};
 
 /// A text file of sections and keys that several programs share.
 ///
@@ -32,6 +41,10 @@ public:
                        const QString& section,
                        const QString& key,
                        const std::optional<QString>& value) = 0;
+
+    /// Several changes as one write of the file. An entry that cannot stand in it is passed over.
+    /// False when that happened, or when the file could not be written.
+    virtual bool writeAll(const QString& file, const std::vector<ProfileEntry>& entries) = 0;
 
     /// Puts the whole content of another file in the place of the file, under the same lock, so
     /// that no writer works on a mixture. False, and no change, when that fails.

@@ -1,5 +1,6 @@
 #include "shell/ui/mlvdb_window.h"
 
+#include "config/config_objects.h"
 #include "library/ui/mp3db_widget.h"
 #include "platform/qt/empty_view.h"
 #include "platform/qt/icon_set.h"
@@ -7,11 +8,11 @@
 #include "platform/qt/split_panel.h"
 #include "platform/qt/status_bar.h"
 #include "shell/mlvdb.h"
+#include "shell/ui/window_menu_bar.h"
 
 #include <QActionGroup>
 #include <QCloseEvent>
-#include <QMenuBar>
-#include <QMessageBox>
+#include <QMenu>
 #include <QScreen>
 #include <QVBoxLayout>
 
@@ -24,13 +25,6 @@ namespace {
 /// Size of the window before it was ever closed; less on a smaller screen.
 constexpr QSize kFirstSize{1280, 800};
 
-QAction* addEntry(QMenu* menu, const QString& name, const QIcon& icon, const QString& caption)
-{
-    QAction* entry = menu->addAction(icon, caption);
-    entry->setObjectName(name);
-    return entry;
-}
-
 } // namespace
 
 MlvdbWindow::MlvdbWindow(Skin& skin, const IconSet& icons)
@@ -39,34 +33,29 @@ MlvdbWindow::MlvdbWindow(Skin& skin, const IconSet& icons)
 {
     setObjectName(u"MLVDB"_s);
     buildPanels();
+    m_menus = new WindowMenuBar(*this, icons);
+    m_menus->setContextPlace([this] { return m_library->contextPlace(); });
     const QSize room = screenArea().size();
     resize(kFirstSize.boundedTo(room * 9 / 10));
 }
 
-Panel* MlvdbWindow::laterPanel(const QString& name,
-                               const QString& icon,
-                               const QString& title,
-                               const QString& text)
+Panel* MlvdbWindow::laterPanel(const QString& name, const QString& icon, const QString& key)
 {
     auto* panel = new Panel(m_skin, this);
     panel->setObjectName(name);
     auto* view = new EmptyView(m_icons, icon, panel);
-    view->setNote({title, text, {}});
     view->setQuiet();
     panel->setView(view);
+    m_later.push_back({view, key + u".title"_s, key + u".empty"_s});
     return panel;
 }
 
 void MlvdbWindow::buildPanels()
 {
     m_library = new Mp3dbWidget(m_skin, m_icons, this);
-    auto* tree =
-        laterPanel(u"Tree1"_s, u"tree"_s, u"Navigation"_s,
-                   u"Ordner, Genres, Interpreten und Favoriten: noch nicht in dieser Fassung."_s);
-    auto* lists = laterPanel(u"PlaylistFavorit1"_s, u"lists"_s, u"Listen"_s,
-                             u"Playlists und Jingles: noch nicht in dieser Fassung."_s);
-    auto* playlist = laterPanel(u"ctl_Playlist1"_s, u"playlist"_s, u"Playlist"_s,
-                                u"Die geöffnete Playlist: noch nicht in dieser Fassung."_s);
+    auto* tree = laterPanel(u"Tree1"_s, u"tree"_s, u"tree"_s);
+    auto* lists = laterPanel(u"PlaylistFavorit1"_s, u"lists"_s, u"lists"_s);
+    auto* playlist = laterPanel(u"ctl_Playlist1"_s, u"playlist"_s, u"playlist"_s);
     auto* frame = new QWidget(this);
     frame->setObjectName(u"Frame"_s);
     m_splits = {new SplitPanel(Qt::Vertical, frame), new SplitPanel(Qt::Horizontal),
@@ -95,44 +84,27 @@ void MlvdbWindow::buildPanels()
 
 MlvdbControls MlvdbWindow::controls()
 {
-    return {*this, *m_status, m_skin, {m_splits[0], m_splits[1], m_splits[2]}};
+    return {*this, *m_status, m_skin, *m_menus, {m_splits[0], m_splits[1], m_splits[2]}};
 }
 
-void MlvdbWindow::attach(MLVDB& logic)
+StatusLine& MlvdbWindow::status()
 {
-    buildMenus(logic);
-    connect(m_library, &Mp3dbWidget::importWanted, this, [&logic] { logic.mnuImpMP3(0); });
+    return *m_status;
 }
 
-void MlvdbWindow::buildMenus(MLVDB& logic)
+void MlvdbWindow::attach(MLVDB& logic, const ConfigObjects& texts)
 {
-    QMenu* file = menuBar()->addMenu(u"&Datei"_s);
-    file->setObjectName(u"mnuDatei"_s);
-    const auto import = [&](int index, const QString& icon, const QString& caption) {
-        QAction* entry = addEntry(file, u"mnuImpMP3_%1"_s.arg(index), m_icons.icon(icon), caption);
-        connect(entry, &QAction::triggered, this, [&logic, index] { logic.mnuImpMP3(index); });
-    };
-    import(0, u"import"_s, u"Neue MP3s &importieren …"_s);
-    import(2, u"reload"_s, u"&Geänderte MP3s neu einlesen …"_s);
-    file->addSeparator();
-    QAction* exit = addEntry(file, u"mnuExit"_s, m_icons.icon(u"exit"_s), u"&Beenden"_s);
-    exit->setShortcut(Qt::CTRL | Qt::Key_Q);
-    connect(exit, &QAction::triggered, this, [&logic] { logic.mnuExit(); });
-
-    QMenu* view = menuBar()->addMenu(u"&Ansicht"_s);
-    view->setObjectName(u"mnuAnsicht"_s);
-    QMenu* skins = view->addMenu(m_icons.icon(u"theme"_s), u"&Farbschema"_s);
-    skins->setObjectName(u"mnuSkin"_s);
+    m_menus->attach(logic);
+    QMenu* skins = m_menus->filledMenu(u"mnuSkin"_s);
     connect(skins, &QMenu::aboutToShow, this,
-            [this, skins, &logic] { fillSkinMenu(*skins, logic); });
-
-    QMenu* help = menuBar()->addMenu(u"&?"_s);
-    help->setObjectName(u"mnuHelp"_s);
-    QAction* about = addEntry(help, u"mnuUeber"_s, m_icons.icon(u"info"_s), u"Ü&ber"_s);
-    connect(about, &QAction::triggered, this, &MlvdbWindow::showAbout);
+            [this, skins, &logic, &texts] { fillSkinMenu(*skins, logic, texts); });
+    for (const LaterPanel& panel : m_later) {
+        panel.view->setNote({texts.text(panel.title), texts.text(panel.text), {}});
+    }
+    connect(m_library, &Mp3dbWidget::importWanted, this, [&logic] { logic.importMusic(); });
 }
 
-void MlvdbWindow::fillSkinMenu(QMenu& menu, MLVDB& logic)
+void MlvdbWindow::fillSkinMenu(QMenu& menu, MLVDB& logic, const ConfigObjects& texts)
 {
     menu.clear();
     auto* group = new QActionGroup(&menu);
@@ -149,16 +121,7 @@ void MlvdbWindow::fillSkinMenu(QMenu& menu, MLVDB& logic)
         add(skin.title, skin.fileName, m_skin.isLoaded() && skin.active);
     }
     menu.addSeparator();
-    add(u"Wie der Desktop"_s, QString(), !m_skin.isLoaded());
-}
-
-void MlvdbWindow::showAbout()
-{
-    QMessageBox box(QMessageBox::NoIcon, u"Über Melovane DB"_s, MLVDB::aboutText(), QMessageBox::Ok,
-                    this);
-    box.setObjectName(u"frmInfo"_s);
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    add(texts.text(u"skin.desktop"_s), QString(), !m_skin.isLoaded());
 }
 
 void MlvdbWindow::setCaption(const QString& caption)
@@ -181,6 +144,14 @@ void MlvdbWindow::setPlace(const QRect& place)
     setGeometry(place);
 }
 
+void MlvdbWindow::setOuterPlace(const QRect& place)
+{
+    const QRect outer = frameGeometry();
+    const QRect inner = geometry();
+    setGeometry(place.adjusted(inner.left() - outer.left(), inner.top() - outer.top(),
+                               inner.right() - outer.right(), inner.bottom() - outer.bottom()));
+}
+
 bool MlvdbWindow::isMaximisedNow() const
 {
     return isMaximized();
@@ -191,9 +162,26 @@ void MlvdbWindow::maximise()
     setWindowState(windowState() | Qt::WindowMaximized);
 }
 
+void MlvdbWindow::setNormal()
+{
+    setWindowState(windowState() & ~(Qt::WindowMaximized | Qt::WindowMinimized));
+}
+
+int MlvdbWindow::windowHandle32() const
+{
+    return static_cast<int>(winId());
+}
+
 QRect MlvdbWindow::screenArea() const
 {
     return screen()->availableGeometry();
+}
+
+void MlvdbWindow::bringToFront()
+{
+    setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+    raise();
+    activateWindow();
 }
 
 void MlvdbWindow::closeWindow()

@@ -5,10 +5,12 @@
 #include <QMainWindow>
 
 #include <array>
-#include <functional>
+#include <vector>
 
 namespace melovane {
 
+class ConfigObjects;
+class EmptyView;
 class IconSet;
 class MLVDB;
 class Mp3dbWidget;
@@ -17,6 +19,8 @@ class Panel;
 class Skin;
 class SplitPanel;
 class StatusBar;
+class StatusLine;
+class WindowMenuBar;
 
 /// The main window: menus, three splits, status line, and the views in their places.
 class MlvdbWindow : public QMainWindow, public WindowFrame
@@ -29,18 +33,24 @@ public:
     /// What the logic of the window is made with.
     [[nodiscard]] MlvdbControls controls();
 
+    [[nodiscard]] StatusLine& status();
+
     [[nodiscard]] Mp3dbWidget& library() { return *m_library; }
 
     /// Connects the form with its logic, which outlives its last event.
-    void attach(MLVDB& logic);
+    void attach(MLVDB& logic, const ConfigObjects& texts);
 
     void setCaption(const QString& caption) override;
     void setLeastSize(const QSize& size) override;
     [[nodiscard]] QRect place() const override;
     void setPlace(const QRect& place) override;
+    void setOuterPlace(const QRect& place) override;
     [[nodiscard]] bool isMaximisedNow() const override;
     void maximise() override;
+    void setNormal() override;
+    [[nodiscard]] int windowHandle32() const override;
     [[nodiscard]] QRect screenArea() const override;
+    void bringToFront() override;
     void closeWindow() override;
 
 signals:
@@ -54,17 +64,24 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    /// A panel whose view does not exist yet.
+    struct LaterPanel
+    {
+        EmptyView* view;
+        QString title; ///< keys of its texts
+        QString text;
+    };
+
     void buildPanels();
-    void buildMenus(MLVDB& logic);
-    void fillSkinMenu(QMenu& menu, MLVDB& logic);
-    void showAbout();
-    [[nodiscard]] Panel*
-    laterPanel(const QString& name, const QString& icon, const QString& title, const QString& text);
+    void fillSkinMenu(QMenu& menu, MLVDB& logic, const ConfigObjects& texts);
+    [[nodiscard]] Panel* laterPanel(const QString& name, const QString& icon, const QString& key);
 
     Skin& m_skin;
     const IconSet& m_icons;
     Mp3dbWidget* m_library = nullptr;
     StatusBar* m_status = nullptr;
+    WindowMenuBar* m_menus = nullptr;
+    std::vector<LaterPanel> m_later;
     std::array<SplitPanel*, 3> m_splits{};
     bool m_shown = false;
 };

@@ -1,5 +1,7 @@
 #include "siblings/mediaintake/command_line.h"
 
+#include "config/config_objects.h"
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -25,10 +27,9 @@ std::optional<IntakeCommand> parseCommandLine(const QStringList& arguments)
     return command;
 }
 
-QString commandLineHelp()
+QString commandLineHelp(const ConfigObjects& texts)
 {
-    return u"mediaintake 1 [--folder ORDNER]... [--quiet]   neue MP3-Dateien einlesen\n"
-           u"mediaintake 2 [--quiet]                        geänderte Dateien neu einlesen"_s;
+    return texts.text(u"intake.usage");
 }
 
 } // namespace melovane

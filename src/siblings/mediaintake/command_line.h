@@ -8,6 +8,8 @@
 
 namespace melovane {
 
+class ConfigObjects;
+
 /// What the program was started with.
 struct IntakeCommand
 {
@@ -23,6 +25,6 @@ struct IntakeCommand
 [[nodiscard]] std::optional<IntakeCommand> parseCommandLine(const QStringList& arguments);
 
 /// Two lines for a terminal.
-[[nodiscard]] QString commandLineHelp();
+[[nodiscard]] QString commandLineHelp(const ConfigObjects& texts);
 
 } // namespace melovane

@@ -40,8 +40,7 @@ std::vector<FoundFile> FolderWalk::enter(const QString& place)
 {
     const auto facts = m_files.facts(place);
     if (!facts) {
-        m_refused.push_back({place, importerror::kPathNotFound,
-                             importerror::GetMessageText(importerror::kPathNotFound)});
+        m_refused.push_back({place, importerror::kPathNotFound, {}});
         return {};
     }
     if (!facts->isFolder) {
@@ -87,8 +86,7 @@ void FolderWalk::look(const QString& name, std::vector<FoundFile>& found)
     if (!facts) {
         // A link to nothing; worth a word only when it claims to be music.
         if (isMp3(name)) {
-            m_refused.push_back({m_folder + name, importerror::kFileNotFound,
-                                 importerror::GetMessageText(importerror::kFileNotFound)});
+            m_refused.push_back({m_folder + name, importerror::kFileNotFound, {}});
         }
     } else if (facts->isFolder) {
         m_subfolders.push_back(m_folder + name);

@@ -41,7 +41,8 @@ public:
     /// The next files, maybe none, all of one folder; nothing when all folders were visited.
     [[nodiscard]] std::optional<std::vector<FoundFile>> next();
 
-    /// Roots that are not there, and links named like music that lead nowhere.
+    /// Roots that are not there, and links named like music that lead nowhere; numbers alone, no
+    /// reasons in words.
     [[nodiscard]] const std::vector<Refusal>& refused() const { return m_refused; }
 
 private:

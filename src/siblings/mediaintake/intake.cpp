@@ -1,5 +1,6 @@
 #include "siblings/mediaintake/intake.h"
 
+#include "config/config_objects.h"
 #include "platform/db/db_error.h"
 #include "platform/system/clock.h"
 #include "platform/system/path_text.h"
@@ -29,12 +30,6 @@ bool concernsOneRow(const DbError& error)
     return error.number() == dberror::kFieldTooSmall || error.number() == dberror::kTypeMismatch ||
            error.number() == dberror::kNullInKey || error.number() == dberror::kRequired ||
            error.number() == dberror::kZeroLength;
-}
-
-QString withDetail(int code, const QString& detail)
-{
-    const QString text = importerror::GetMessageText(code);
-    return detail.isEmpty() ? text : u"%1 (%2)"_s.arg(text, detail);
 }
 
 bool isSameFile(const FileFacts& one, const FileFacts& other)
@@ -72,7 +67,7 @@ bool Intake::step(std::chrono::milliseconds budget)
         try {
             work(deadline);
         } catch (const DbError& error) {
-            fail(error.text());
+            fail(error);
         }
         if (std::chrono::steady_clock::now() >= deadline) {
             break;
@@ -182,7 +177,8 @@ void Intake::takeFound(const FoundFile& file)
     if (row != m_known.constEnd()) {
         takeKnown(row->FID, row->DEL, file.path());
     } else if (!other.isEmpty()) {
-        m_report.duplicates.push_back({file.path(), 0, u"dieselbe Datei wie "_s + other});
+        m_report.duplicates.push_back(
+            {file.path(), 0, m_parts.texts.text(u"intake.samefile", other)});
         return;
     } else {
         m_pending.push_back({file, {}});
@@ -334,11 +330,12 @@ bool Intake::meetsRow(const FoundFile& file, const ImportedTrack& track)
         if (!isStoredPlace && isSameFile(there->facts, file.facts)) {
             takeKnown(row->FID, row->DEL, file.path());
         } else {
-            m_report.duplicates.push_back({file.path(), 0, u"Kopie von "_s + there->path()});
+            m_report.duplicates.push_back(
+                {file.path(), 0, m_parts.texts.text(u"intake.copyof", there->path())});
         }
     } else if (row->DriveTyp == kDisc) {
         m_report.duplicates.push_back(
-            {file.path(), 0, u"Kopie eines Titels der CD \"%1\""_s.arg(row->DriveName)});
+            {file.path(), 0, m_parts.texts.text(u"intake.copyofdisc", row->DriveName)});
     } else {
         m_library->move(*row, track);
         note(&Portion::moved, file.path());
@@ -376,7 +373,9 @@ void Intake::end()
 {
     if (m_walk) {
         const auto& refused = m_walk->refused();
-        m_report.refused.insert(m_report.refused.end(), refused.begin(), refused.end());
+        for (const Refusal& refusal : refused) {
+            refuse(refusal.path, refusal.code, {});
+        }
         m_report.found += static_cast<int>(refused.size());
     }
     std::stable_sort(m_report.refused.begin(), m_report.refused.end(),
@@ -400,22 +399,34 @@ void Intake::note(int Portion::*count, const QString& path)
     m_portion.paths.append(path);
 }
 
-void Intake::refuse(const QString& path, int code, const QString& detail)
+QString Intake::reason(int code, const QString& detail) const
 {
-    m_report.refused.push_back({path, code, withDetail(code, detail)});
+    const ConfigObjects& texts = m_parts.texts;
+    QString text = texts.text(u"importerror.%1"_s.arg(code));
+    if (text.isEmpty()) {
+        text = importerror::GetMessageText(code);
+    }
+    const QString known = texts.text(detail);
+    return detail.isEmpty() ? text : u"%1 (%2)"_s.arg(text, known.isEmpty() ? detail : known);
 }
 
-void Intake::fail(const QString& text)
+void Intake::refuse(const QString& path, int code, const QString& detail)
 {
-    const QString reason = withDetail(importerror::kDatabase, text);
+    m_report.refused.push_back({path, code, reason(code, detail)});
+}
+
+void Intake::fail(const DbError& error)
+{
+    const QString known = m_parts.texts.text(u"dberror.%1"_s.arg(error.number()), m_order.database);
+    const QString why = reason(importerror::kDatabase, known.isEmpty() ? error.text() : known);
     if (m_library) {
         m_library->dropPortion();
     }
     for (const QString& path : std::as_const(m_portion.paths)) {
-        m_report.refused.push_back({path, importerror::kDatabase, reason});
+        m_report.refused.push_back({path, importerror::kDatabase, why});
     }
     m_portion = {};
-    m_report.failure = reason;
+    m_report.failure = why;
     end();
 }
 

@@ -20,6 +20,9 @@
 
 namespace melovane {
 
+class ConfigObjects;
+class DbError;
+
 /// What an import needs of the system. All outlive it. The reader is used on a second thread.
 struct IntakeParts
 {
@@ -27,6 +30,7 @@ struct IntakeParts
     const Files& files;
     const TagReader& reader;
     const Clock& clock;
+    const ConfigObjects& texts;
     QString dataFolder; ///< of `ChangeDir.conf`
 };
 
@@ -121,7 +125,8 @@ private:
     void commit();
     void note(int Portion::*count, const QString& path);
     void refuse(const QString& path, int code, const QString& detail);
-    void fail(const QString& text);
+    [[nodiscard]] QString reason(int code, const QString& detail) const;
+    void fail(const DbError& error);
     void end();
 
     IntakeParts m_parts;

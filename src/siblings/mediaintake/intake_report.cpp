@@ -1,5 +1,9 @@
 #include "siblings/mediaintake/intake_report.h"
 
+#include "config/config_objects.h"
+
+#include <utility>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -10,42 +14,44 @@ int IntakeReport::leftOver() const
            static_cast<int>(refused.size());
 }
 
-QString fileCount(int number)
+QString fileCount(const ConfigObjects& texts, int number)
 {
-    return number == 1 ? u"1 Datei"_s : u"%1 Dateien"_s.arg(number);
+    return texts.text(number == 1 ? u"intake.files.one" : u"intake.files", number);
 }
 
-QString summary(const IntakeReport& report)
+QString summary(const ConfigObjects& texts, const IntakeReport& report)
 {
-    QStringList parts;
-    const auto count = [&](qsizetype number, const QString& what) {
-        if (number != 0) {
-            parts.append(u"%1 %2"_s.arg(QString::number(number), what));
-        }
+    const bool isNew = report.mode == IntakeMode::NewFiles;
+    const std::pair<qsizetype, QStringView> counts[] = {
+        {report.added, u"intake.added"},
+        {report.changed, u"intake.changed"},
+        {report.moved, u"intake.moved"},
+        {report.returned, u"intake.returned"},
+        {report.known, isNew ? QStringView(u"intake.known") : QStringView(u"intake.unchanged")},
+        {report.duplicates.size(), u"intake.duplicate"},
+        {report.missing, u"intake.missing"},
+        {report.refused.size(), u"intake.refused"},
+        {report.leftOver(), u"intake.leftover"},
     };
-    count(report.added, u"neu"_s);
-    count(report.changed, u"neu gelesen"_s);
-    count(report.moved, u"am neuen Ort"_s);
-    count(report.returned, u"wieder da"_s);
-    count(report.known,
-          report.mode == IntakeMode::NewFiles ? u"schon in der Datenbank"_s : u"unverändert"_s);
-    count(static_cast<qsizetype>(report.duplicates.size()), u"doppelt"_s);
-    count(report.missing, u"nicht gefunden"_s);
-    count(static_cast<qsizetype>(report.refused.size()), u"abgelehnt"_s);
-    count(report.leftOver(), u"nicht gelesen"_s);
-    QString text = fileCount(report.found) + u" geprüft"_s;
+    QStringList parts;
+    for (const auto& [number, name] : counts) {
+        if (number != 0) {
+            parts.append(texts.text(name, qint64{number}));
+        }
+    }
+    QString text = texts.text(u"intake.checked", fileCount(texts, report.found));
     if (!parts.isEmpty()) {
         text += u": "_s + parts.join(u", "_s);
     }
     if (report.cancelled) {
-        text += u" (abgebrochen)"_s;
+        text += texts.text(u"intake.cancelled");
     }
     return text + u'.';
 }
 
-QStringList reportLines(const IntakeReport& report)
+QStringList reportLines(const ConfigObjects& texts, const IntakeReport& report)
 {
-    QStringList lines = {summary(report)};
+    QStringList lines = {summary(texts, report)};
     if (!report.failure.isEmpty()) {
         lines.append(report.failure);
     }

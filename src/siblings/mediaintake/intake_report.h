@@ -7,6 +7,8 @@
 
 namespace melovane {
 
+class ConfigObjects;
+
 /// What the program was asked for; the numbers are its first argument: keep.
 enum class IntakeMode
 {
@@ -45,13 +47,13 @@ struct IntakeReport
 };
 
 /// "1 Datei", "2 Dateien".
-[[nodiscard]] QString fileCount(int number);
+[[nodiscard]] QString fileCount(const ConfigObjects& texts, int number);
 
 /// One sentence with all counts that are not 0; they add up to the number of files at its
 /// beginning.
-[[nodiscard]] QString summary(const IntakeReport& report);
+[[nodiscard]] QString summary(const ConfigObjects& texts, const IntakeReport& report);
 
 /// The summary and one line for each refused file and each duplicate: "path: reason".
-[[nodiscard]] QStringList reportLines(const IntakeReport& report);
+[[nodiscard]] QStringList reportLines(const ConfigObjects& texts, const IntakeReport& report);
 
 } // namespace melovane

@@ -1,11 +1,10 @@
 #include "siblings/mediaintake/intake_session.h"
 
+#include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/system/path_text.h"
 
 namespace melovane {
-
-using namespace Qt::Literals::StringLiterals;
 
 IntakeSession::IntakeSession(const IntakeParts& parts, GlobalSettings& settings, IntakeMode mode)
     : m_parts(parts)
@@ -95,9 +94,9 @@ QString IntakeSession::progressText() const
     }
     const IntakeProgress& progress = m_intake->progress();
     if (progress.listing) {
-        return fileCount(m_intake->report().found) + u" gefunden"_s;
+        return texts().text(u"intake.progress.found", fileCount(texts(), m_intake->report().found));
     }
-    return u"Datei %1 von %2"_s.arg(progress.done).arg(progress.total);
+    return texts().text(u"intake.progress.file", progress.done, progress.total);
 }
 
 QString IntakeSession::currentFile() const
@@ -113,16 +112,14 @@ const IntakeReport& IntakeSession::report() const
 
 QString IntakeSession::title() const
 {
-    return m_mode == IntakeMode::NewFiles ? u"MP3-Dateien importieren"_s
-                                          : u"Geänderte Dateien neu einlesen"_s;
+    return texts().text(m_mode == IntakeMode::NewFiles ? u"intake.title.new"
+                                                       : u"intake.title.changed");
 }
 
 QString IntakeSession::hint() const
 {
-    return m_mode == IntakeMode::NewFiles
-               ? u"Alle MP3-Dateien dieser Ordner und ihrer Unterordner kommen in die Datenbank."_s
-               : u"Titel, deren Datei sich geändert hat, werden neu eingelesen. Bewertungen, "
-                 u"Zähler und Mix-Einstellungen bleiben."_s;
+    return texts().text(m_mode == IntakeMode::NewFiles ? u"intake.hint.new"
+                                                       : u"intake.hint.changed");
 }
 
 } // namespace melovane

@@ -20,6 +20,9 @@ public:
 
     [[nodiscard]] IntakeMode mode() const { return m_mode; }
 
+    /// In which the user is spoken to.
+    [[nodiscard]] const ConfigObjects& texts() const { return m_parts.texts; }
+
     /// Folders to import from; at first the one of the last import, if it is still there.
     [[nodiscard]] const QStringList& folders() const { return m_folders; }
 

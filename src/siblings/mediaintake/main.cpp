@@ -1,8 +1,11 @@
+#include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/melovane_configuration.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/tag_reader.h"
+#include "platform/qt/desktop_texts.h"
 #include "platform/qt/skin.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/system/clock.h"
@@ -14,6 +17,7 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QDir>
 #include <QTextStream>
 
 #include <chrono>
@@ -31,10 +35,17 @@ public:
         , m_engine(sqlite::makeEngine(m_clock))
         , m_reader(linux_media::makeTagReader())
         , m_settings(m_paths, m_profile, m_files, *m_engine)
-        , m_session({*m_engine, m_files, *m_reader, m_clock, m_paths.GetConfigPath()},
+        , m_texts(m_paths, m_profile, m_files)
+        , m_session({*m_engine, m_files, *m_reader, m_clock, m_texts, m_paths.GetConfigPath()},
                     m_settings,
                     mode)
-    {}
+    {
+        // Language files are looked for in the current folder.
+        QDir::setCurrent(m_paths.GetConfigPath());
+        MelovaneConfiguration::fill(m_texts);
+    }
+
+    [[nodiscard]] const ConfigObjects& texts() const { return m_texts; }
 
     [[nodiscard]] IntakeSession& session() { return m_session; }
 
@@ -53,6 +64,7 @@ private:
     std::unique_ptr<DBEngine> m_engine;
     std::unique_ptr<TagReader> m_reader;
     GlobalSettings m_settings;
+    ConfigObjects m_texts;
     IntakeSession m_session;
 };
 
@@ -65,7 +77,7 @@ int runQuietly(const IntakeCommand& command)
     while (session.step(std::chrono::seconds(1))) {
     }
     QTextStream out(stdout);
-    for (const QString& line : reportLines(session.report())) {
+    for (const QString& line : reportLines(program.texts(), session.report())) {
         out << line << '\n';
     }
     return session.report().failure.isEmpty() ? 0 : 1;
@@ -74,6 +86,7 @@ int runQuietly(const IntakeCommand& command)
 int runWindow(QApplication& application, const IntakeCommand& command)
 {
     Program program(command.mode);
+    setLanguageOfDesktopTexts(application, program.texts().text(u"Sprach.Code"));
     Skin skin(application);
     if (const QString text = program.themeText(); !text.isEmpty()) {
         skin.load(text);
@@ -105,10 +118,16 @@ int main(int argc, char** argv)
     // Without TZ the C library looks at this file again for every date that is turned into local
     // time, several times a track.
     qputenv("TZ", qEnvironmentVariable("TZ", QStringLiteral(":/etc/localtime")).toUtf8());
-    const auto command = parseCommandLine(argumentsOf(argc, argv));
+    auto command = parseCommandLine(argumentsOf(argc, argv));
     if (!command) {
-        QTextStream(stderr) << commandLineHelp() << '\n';
+        const QCoreApplication application(argc, argv);
+        const Program program(IntakeMode::NewFiles);
+        QTextStream(stderr) << commandLineHelp(program.texts()) << '\n';
         return 1;
+    }
+    // The program leaves the folder that these names may count from.
+    for (QString& folder : command->folders) {
+        folder = QDir::current().absoluteFilePath(folder);
     }
     if (command->quiet) {
         const QCoreApplication application(argc, argv);

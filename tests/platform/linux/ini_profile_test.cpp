@@ -46,6 +46,17 @@ TEST_F(SettingsFile, ReadingMakesNoFile)
     EXPECT_TRUE(files.names(folder.path()).isEmpty());
 }
 
+TEST_F(SettingsFile, SeveralChangesAreOneWriteAndAnUnusableOneKeepsNoOtherOut)
+{
+    folder.write(file, "[A]\nold=1\n");
+    EXPECT_TRUE(
+        profile.writeAll(file, {{u"A"_s, u"old"_s, std::nullopt}, {u"B"_s, u"new"_s, u"2"_s}}));
+    EXPECT_EQ(folder.read(file), "[A]\n\n[B]\nnew=2\n");
+    EXPECT_FALSE(profile.writeAll(file, {{u"B"_s, u"a=b"_s, u"x"_s}, {u"B"_s, u"k"_s, u"3"_s}}));
+    EXPECT_EQ(folder.read(file), "[A]\n\n[B]\nnew=2\nk=3\n");
+    EXPECT_FALSE(profile.writeAll(folder.path(), {{u"A"_s, u"k"_s, u"1"_s}}));
+}
+
 TEST_F(SettingsFile, ForeignKeysCommentsOrderAndLineEndsSurviveAWrite)
 {
     folder.write(file,

@@ -31,6 +31,7 @@ TEST_P(DialectRefuses, AndNamesWhatIsWrong)
     library.addQuery(u"ring_a"_s, u"select * from ring_b"_s);
     library.addQuery(u"ring_b"_s, u"select * from ring_a"_s);
     library.addQuery(u"broken"_s, u"select fid frm db_all"_s);
+    library.addQuery(u"lost"_s, u"select gone from db_all"_s);
     library.addQuery(u"action"_s, u"delete from pl_all"_s);
     try {
         const Translation translation = translate(QString::fromUtf8(GetParam().statement), library);
@@ -95,7 +96,14 @@ constexpr BadCase kBad[] = {
     {"DeleteFromNobodyKnows", "delete * from db_all, pl_all where db_all.fid=pl_all.fid",
      dberror::kSyntax, "Tabelle"},
     {"Ring", "select * from ring_a", dberror::kSyntax, "ring_a"},
-    {"BrokenQuery", "select * from broken", dberror::kSyntax, "db_all"},
+    {"BrokenQuery", "select * from broken", dberror::kSyntax,
+     "In der Abfrage \"broken\": Syntaxfehler: Zeichen hinter dem Ende der Anweisung bei Zeichen 16, "
+     "vor \"db_all\""},
+    {"QueryWithoutItsColumn", "select * from lost", dberror::kTooFewParameters,
+     "In der Abfrage \"lost\": Der Name \"gone\" ist keine Spalte der genannten Tabellen (Zeichen 8)"},
+    {"ExecutedQueryWithoutItsColumn", "execute lost", dberror::kTooFewParameters,
+     "Der Parameter \"gone\" der Abfrage \"lost\""},
+    {"ExecutedQueryThatIsBroken", "execute broken", dberror::kSyntax, "In der Abfrage \"broken\""},
     {"ActionQueryAsSource", "select * from action", dberror::kSyntax, "action"},
     {"WrongType", "create table t (a wrongtype)", dberror::kSyntax, "wrongtype"},
     {"StarOfNothing", "select *", dberror::kSyntax, "*"},

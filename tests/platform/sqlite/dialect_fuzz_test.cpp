@@ -16,7 +16,7 @@ namespace {
 const QStringList kSeeds{
     u"select  [FID] , [TITEL]  from db_all\n where ( [TITEL] like 'blue*' or [ALBUM] like '[!a]?#' )  and del in (0,-1) \norder by [TITEL] ASC , [FID] DESC"_s,
     u"update db_all set play=cdate(format(now,'dd.mm.yyyy hh:mm:ss')), PlayCountDay=iif(isnull(PlayCountDay),1,PlayCountDay+1) where fid='x' "_s,
-    u"select a.fid, b.*, count(*) as anz, sum(a.dlen / 2) from (db_all as a left join pl_all b on a.fid = b.fid) inner join pl_name on b.pnid=pl_name.nid where a.titel + 'x' > 'y' group by a.fid, left(a.titel, 2) having max(a.dlen) > 5 order by 3 desc, count(*)"_s,
+    u"select a.fid, first(b.plid), count(*) as anz, sum(a.dlen / 2) from (db_all as a left join pl_all b on a.fid = b.fid) inner join pl_name on b.pnid=pl_name.nid where a.titel + 'x' > 'y' group by a.fid, left(a.titel, 2) having max(a.dlen) > 5 order by 3 desc, count(*)"_s,
     u"select name from genre Union select name from config union all select distinct top 3 titel & now & 5 from vpl_all order by name;"_s,
     u"insert into todo ( ID , FID ) select 1 as ID , FID from db_all where del=-1 and dtsimport between #01.02.2024# and date() - 3.5"_s,
     u" UPDATE VPL_ALL as pl_all SET PL_ALL.FrameStart = 0, PL_ALL.FrameStop = (pl_ALL.DTIMEMSEC/26.12245) where exists (select * from pl_name where nid=pl_all.pnid)"_s,

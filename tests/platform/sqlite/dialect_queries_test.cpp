@@ -187,7 +187,12 @@ TEST_F(DialectQueries, OnlyRowsOfTablesAreKeyed)
     EXPECT_TRUE(translated(u"select a.fid from db_all a, pl_all b"_s).keyed);
     EXPECT_TRUE(translated(u"select top 5 fid from db_all"_s).keyed);
     EXPECT_FALSE(translated(u"select distinct fid from db_all"_s).keyed);
-    EXPECT_FALSE(translated(u"select distinctrow fid from db_all"_s).keyed);
+    EXPECT_TRUE(translated(u"select distinctrow fid from db_all"_s).keyed);
+    EXPECT_TRUE(
+        translated(u"select distinctrow a.fid, plid from db_all a, pl_all b where a.fid=b.fid"_s)
+            .keyed);
+    EXPECT_FALSE(
+        translated(u"select distinctrow a.fid from db_all a, pl_all b where a.fid=b.fid"_s).keyed);
     EXPECT_FALSE(translated(u"select count(*) from db_all"_s).keyed);
     EXPECT_FALSE(translated(u"select fid from db_all group by fid"_s).keyed);
     EXPECT_FALSE(translated(u"select fid from db_all union select fid from pl_all"_s).keyed);

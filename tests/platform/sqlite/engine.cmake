@@ -16,6 +16,15 @@ mlv_test(engine_test LABEL logic
         sqlite/engine_types_test.cpp
     LINKS mlv_platform_sqlite SQLite::SQLite3)
 
+# The index in memory against SQLite alone.
+mlv_test(column_index_test LABEL logic
+    SOURCES
+        sqlite/column_index_changes_test.cpp
+        sqlite/column_index_fixture.h
+        sqlite/column_index_guard_test.cpp
+        sqlite/engine_fixture.cpp sqlite/engine_fixture.h
+    LINKS mlv_platform_sqlite mlv_sqlite_dialect SQLite::SQLite3)
+
 # Starts itself as further processes.
 mlv_test(engine_process_test LABEL process
     SOURCES

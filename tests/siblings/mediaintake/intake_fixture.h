@@ -1,5 +1,7 @@
 #pragma once
 
+#include "config/config_objects.h"
+#include "config/melovane_configuration.h"
 #include "platform/linux/tag_reader.h"
 #include "siblings/mediaintake/intake.h"
 #include "support/mp3_maker.h"
@@ -11,9 +13,11 @@ namespace melovane::test {
 class IntakeFixture : public SuiteFixture
 {
 protected:
+    IntakeFixture() { MelovaneConfiguration::fill(texts); }
+
     [[nodiscard]] IntakeParts parts()
     {
-        return {*suite.engine, suite.files, reader, suite.clock, suite.dataFolder()};
+        return {*suite.engine, suite.files, reader, suite.clock, texts, suite.dataFolder()};
     }
 
     /// Makes folder of the music stand for a folder that rows have stored.
@@ -53,6 +57,7 @@ protected:
     }
 
     TempFolder music;
+    ConfigObjects texts{suite.folders.paths(), suite.folders.profile(), suite.files};
     linux_media::LinuxTagReader reader;
 };
 

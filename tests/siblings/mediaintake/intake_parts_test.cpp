@@ -4,6 +4,7 @@
 #include "siblings/mediaintake/intake_report.h"
 #include "siblings/mediaintake/intake_session.h"
 #include "siblings/mediaintake/read_ahead.h"
+#include "support/text_catalogue.h"
 
 #include <QSet>
 
@@ -61,32 +62,38 @@ TEST(IntakeFidsTest, AGoodCandidateSurvivesAndABadOneDoesNot)
     }
 }
 
-TEST(IntakeReportTest, SaysWhatHappenedInOneSentence)
+struct IntakeReportTest : test::TextCatalogue, testing::Test
+{
+    IntakeReportTest() { fill(); }
+};
+
+TEST_F(IntakeReportTest, SaysWhatHappenedInOneSentence)
 {
     IntakeReport report;
-    EXPECT_EQ(summary(report), u"0 Dateien geprüft."_s);
+    EXPECT_EQ(summary(texts, report), u"0 Dateien geprüft."_s);
     report.found = 10;
     report.added = 5;
     report.known = 2;
     report.refused.push_back({u"/m/x.mp3"_s, 10003, u"Fehlerhafte MP3"_s});
     report.duplicates.push_back({u"/m/y.mp3"_s, 0, u"Kopie von /m/z.mp3"_s});
     report.cancelled = true;
-    EXPECT_EQ(summary(report), u"10 Dateien geprüft: 5 neu, 2 schon in der Datenbank, 1 doppelt, "
-                               u"1 abgelehnt, 1 nicht gelesen (abgebrochen)."_s);
-    const QStringList lines = reportLines(report);
+    EXPECT_EQ(summary(texts, report),
+              u"10 Dateien geprüft: 5 neu, 2 schon in der Datenbank, 1 doppelt, "
+              u"1 abgelehnt, 1 nicht gelesen (abgebrochen)."_s);
+    const QStringList lines = reportLines(texts, report);
     EXPECT_EQ(lines.at(1), u"/m/x.mp3: Fehlerhafte MP3"_s);
     EXPECT_EQ(lines.at(2), u"/m/y.mp3: Kopie von /m/z.mp3"_s);
 }
 
-TEST(IntakeReportTest, OneFileIsNamedInTheSingular)
+TEST_F(IntakeReportTest, OneFileIsNamedInTheSingular)
 {
     IntakeReport report;
     report.found = 1;
     report.added = 1;
-    EXPECT_EQ(summary(report), u"1 Datei geprüft: 1 neu."_s);
-    EXPECT_EQ(fileCount(0), u"0 Dateien"_s);
-    EXPECT_EQ(fileCount(1), u"1 Datei"_s);
-    EXPECT_EQ(fileCount(21), u"21 Dateien"_s);
+    EXPECT_EQ(summary(texts, report), u"1 Datei geprüft: 1 neu."_s);
+    EXPECT_EQ(fileCount(texts, 0), u"0 Dateien"_s);
+    EXPECT_EQ(fileCount(texts, 1), u"1 Datei"_s);
+    EXPECT_EQ(fileCount(texts, 21), u"21 Dateien"_s);
 }
 
 /// A reader that never comes to an end by itself.

@@ -330,8 +330,9 @@ TEST_F(IntakeTest, TheCountsAddUpAndRefusedFilesAreListedByPathWithDeadLinksAmon
     }
     EXPECT_EQ(refused,
               (QStringList{u"a/broken.mp3"_s, u"m-dead.mp3"_s, u"none"_s, u"z/broken.mp3"_s}));
-    EXPECT_EQ(summary(report), u"8 Dateien geprüft: 1 neu, 2 schon in der Datenbank, 1 doppelt, "
-                               u"4 abgelehnt."_s);
+    EXPECT_EQ(summary(texts, report),
+              u"8 Dateien geprüft: 1 neu, 2 schon in der Datenbank, 1 doppelt, "
+              u"4 abgelehnt."_s);
 }
 
 TEST_F(IntakeTest, AFileWithoutTagsGetsArtistAndTitleFromItsName)
@@ -483,7 +484,8 @@ TEST_F(IntakeTest, ADatabaseThatSomebodyHoldsEndsTheImportWithItsFilesListed)
     {
         const Transaction held(*other);
         other->Execute(u"update genre set Name=Name"_s);
-        Intake intake({*impatient, suite.files, reader, suite.clock, suite.dataFolder()}, order());
+        Intake intake({*impatient, suite.files, reader, suite.clock, texts, suite.dataFolder()},
+                      order());
         while (intake.step(std::chrono::seconds(1))) {
         }
         report = intake.report();

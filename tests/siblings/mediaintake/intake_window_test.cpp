@@ -1,6 +1,7 @@
 #include "siblings/mediaintake/intake_fixture.h"
 #include "siblings/mediaintake/intake_session.h"
 #include "siblings/mediaintake/ui/intake_window.h"
+#include "support/text_catalogue.h"
 
 #include <QLabel>
 #include <QListWidget>
@@ -72,6 +73,26 @@ TEST_F(IntakeWindowTest, AChosenFolderIsImportedAndReported)
     EXPECT_EQ(find<QProgressBar>(u"ProgressBar1"_s)->value(), 100);
     EXPECT_TRUE(find<QPushButton>(u"cmdClose"_s)->isDefault());
     EXPECT_EQ(rows(), 1);
+}
+
+TEST_F(IntakeWindowTest, SpeaksTheChosenLanguageReasonsIncluded)
+{
+    QFile shipped(resourceFolder() + u"/languages/lang_English.ini"_s);
+    ASSERT_TRUE(shipped.open(QIODevice::ReadOnly));
+    suite.write(u"lang_English.ini"_s, shipped.readAll());
+    const CurrentFolder here(suite.dataFolder());
+    texts.LoadAllLang(u"lang_English.ini"_s);
+    music.write(u"bad.mp3"_s, "");
+    chosen = music.path();
+    open();
+    EXPECT_EQ(window->windowTitle(), u"Import MP3 files"_s);
+    click(u"cmdAddFolder"_s);
+    click(u"cmdStart"_s);
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(find<QLabel>(u"lblSummary"_s)->text(), u"1 file checked: 1 refused."_s);
+    auto* report = find<QTreeWidget>(u"lstReport"_s);
+    ASSERT_EQ(report->topLevelItemCount(), 1);
+    EXPECT_EQ(report->topLevelItem(0)->text(1), u"Unreadable MP3 (the file is empty)"_s);
 }
 
 TEST_F(IntakeWindowTest, TheChoiceBeginsInTheMusicFolderAndThenWhereTheLastOneWas)

@@ -39,7 +39,7 @@ TEST_F(RereadTest, AFileThatIsAsItWasIsNotRead)
     EXPECT_EQ(report.found, 1);
     EXPECT_EQ(report.known, 1);
     EXPECT_EQ(report.changed, 0);
-    EXPECT_EQ(summary(report), u"1 Datei geprüft: 1 unverändert."_s);
+    EXPECT_EQ(summary(texts, report), u"1 Datei geprüft: 1 unverändert."_s);
 }
 
 TEST_F(RereadTest, AChangedFileIsReadAndKeepsWhatTheUserMadeOfIt)

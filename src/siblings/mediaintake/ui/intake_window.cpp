@@ -1,5 +1,6 @@
 #include "siblings/mediaintake/ui/intake_window.h"
 
+#include "config/config_objects.h"
 #include "siblings/mediaintake/intake_session.h"
 
 #include <QFileDialog>
@@ -26,17 +27,13 @@ namespace {
 /// Work between two looks at keyboard and mouse: short enough that the window feels alive.
 constexpr auto kStep = 40ms;
 
-QString askForFolder(QWidget* parent, const QString& from)
-{
-    return QFileDialog::getExistingDirectory(parent, u"Ordner mit MP3-Dateien"_s, from);
-}
-
+/// \param key the name of its caption; with ".tip" behind it that of its tool tip
 QPushButton*
-makeButton(QWidget* parent, const QString& name, const QString& text, const QString& tip)
+makeButton(const ConfigObjects& texts, QWidget* parent, const QString& name, const QString& key)
 {
-    auto* button = new QPushButton(text, parent);
+    auto* button = new QPushButton(texts.text(key), parent);
     button->setObjectName(name);
-    button->setToolTip(tip);
+    button->setToolTip(texts.text(key + u".tip"_s));
     button->setAutoDefault(false);
     return button;
 }
@@ -45,8 +42,11 @@ makeButton(QWidget* parent, const QString& name, const QString& text, const QStr
 
 IntakeWindow::IntakeWindow(IntakeSession& session, QWidget* parent)
     : QDialog(parent)
-    , chooseFolder(askForFolder)
+    , chooseFolder([this](QWidget* owner, const QString& from) {
+        return QFileDialog::getExistingDirectory(owner, m_texts.text(u"intake.choose"), from);
+    })
     , m_session(session)
+    , m_texts(session.texts())
     , m_folderPanel(new QWidget(this))
     , m_folders(new QListWidget(m_folderPanel))
     , m_progress(new QProgressBar(this))
@@ -71,13 +71,11 @@ IntakeWindow::IntakeWindow(IntakeSession& session, QWidget* parent)
 void IntakeWindow::buildFolders()
 {
     m_folders->setObjectName(u"lstFolders"_s);
-    m_folders->setAccessibleName(u"Ordner"_s);
-    m_folders->setToolTip(u"Ordner, deren MP3-Dateien importiert werden"_s);
+    m_folders->setAccessibleName(m_texts.text(u"intake.folders"));
+    m_folders->setToolTip(m_texts.text(u"intake.folders.tip"));
     m_folders->setTextElideMode(Qt::ElideMiddle);
-    m_add = makeButton(m_folderPanel, u"cmdAddFolder"_s, u"&Ordner hinzufügen …"_s,
-                       u"Einen weiteren Ordner wählen"_s);
-    m_remove = makeButton(m_folderPanel, u"cmdRemoveFolder"_s, u"&Entfernen"_s,
-                          u"Den markierten Ordner aus der Liste nehmen"_s);
+    m_add = makeButton(m_texts, m_folderPanel, u"cmdAddFolder"_s, u"intake.add"_s);
+    m_remove = makeButton(m_texts, m_folderPanel, u"cmdRemoveFolder"_s, u"intake.remove"_s);
     connect(m_add, &QPushButton::clicked, this, &IntakeWindow::addFolder);
     connect(m_remove, &QPushButton::clicked, this, &IntakeWindow::removeFolder);
     connect(m_folders, &QListWidget::currentRowChanged, this, &IntakeWindow::showState);
@@ -86,7 +84,7 @@ void IntakeWindow::buildFolders()
 void IntakeWindow::buildProgress()
 {
     m_progress->setObjectName(u"ProgressBar1"_s);
-    m_progress->setAccessibleName(u"Fortschritt"_s);
+    m_progress->setAccessibleName(m_texts.text(u"intake.progress"));
     m_progress->setTextVisible(false);
     m_progressText->setObjectName(u"lblProgress"_s);
     m_file->setObjectName(u"lblFile"_s);
@@ -102,9 +100,10 @@ void IntakeWindow::buildReport()
     m_summary->setTextFormat(Qt::PlainText);
     m_summary->setWordWrap(true);
     m_report->setObjectName(u"lstReport"_s);
-    m_report->setAccessibleName(u"Nicht übernommene Dateien"_s);
-    m_report->setToolTip(u"Dateien, die nicht übernommen wurden, mit ihrem Grund"_s);
-    m_report->setHeaderLabels({u"Datei"_s, u"Grund"_s});
+    m_report->setAccessibleName(m_texts.text(u"intake.report"));
+    m_report->setToolTip(m_texts.text(u"intake.report.tip"));
+    m_report->setHeaderLabels(
+        {m_texts.text(u"intake.report.file"), m_texts.text(u"intake.report.reason")});
     m_report->setRootIsDecorated(false);
     m_report->setUniformRowHeights(true);
     m_report->setAlternatingRowColors(true);
@@ -118,10 +117,9 @@ void IntakeWindow::buildReport()
 
 void IntakeWindow::buildButtons()
 {
-    m_start = makeButton(this, u"cmdStart"_s, u"&Start"_s, u"Den Import beginnen"_s);
-    m_cancel = makeButton(this, u"cmdCancel"_s, u"&Abbrechen"_s,
-                          u"Den Import beenden; was eingelesen ist, bleibt"_s);
-    m_close = makeButton(this, u"cmdClose"_s, u"S&chließen"_s, u"Das Fenster schließen"_s);
+    m_start = makeButton(m_texts, this, u"cmdStart"_s, u"intake.start"_s);
+    m_cancel = makeButton(m_texts, this, u"cmdCancel"_s, u"intake.cancel"_s);
+    m_close = makeButton(m_texts, this, u"cmdClose"_s, u"intake.close"_s);
     connect(m_start, &QPushButton::clicked, this, &IntakeWindow::start);
     connect(m_cancel, &QPushButton::clicked, this, &IntakeWindow::cancel);
     connect(m_close, &QPushButton::clicked, this, &IntakeWindow::close);
@@ -272,8 +270,9 @@ void IntakeWindow::showProgress()
 void IntakeWindow::showReport()
 {
     const IntakeReport& report = m_session.report();
-    m_summary->setText(report.failure.isEmpty() ? summary(report)
-                                                : report.failure + u'\n' + summary(report));
+    m_summary->setText(report.failure.isEmpty()
+                           ? summary(m_texts, report)
+                           : report.failure + u'\n' + summary(m_texts, report));
     QList<QTreeWidgetItem*> rows;
     for (const auto* list : {&report.refused, &report.duplicates}) {
         for (const Refusal& refusal : *list) {

@@ -13,6 +13,7 @@ class QTreeWidget;
 
 namespace melovane {
 
+class ConfigObjects;
 class IntakeSession;
 
 /// The importer's window: folders, start, progress, report.
@@ -51,6 +52,7 @@ private:
     void showReport();
 
     IntakeSession& m_session;
+    const ConfigObjects& m_texts;
     QTimer m_worker; ///< fires whenever the message loop is idle, while an import runs
     QWidget* m_folderPanel;
     QListWidget* m_folders;

@@ -1,0 +1,166 @@
+#include "bus/suite_messages.h"
+
+#include "config/global_settings.h"
+#include "platform/db/database.h"
+#include "platform/db/sql_text.h"
+#include "platform/system/text_number.h"
+#include "shell/paths.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Keys of section "Global": keep.
+const QString kJobsKey = u"MessageHandleJobs"_s;
+const QString kVolumeMonitorKey = u"Message.Handle.Volume.Monitor"_s;
+
+QString updateTodo(qint32 id, const QString& fid)
+{
+    return u"update todo set fid='"_s + sql::quoted(fid) + u"' where id="_s +
+           sql::number(qint64{id});
+}
+
+QString insertTodo(qint32 id, const QString& fid)
+{
+    return u"insert into todo(id,fid)values("_s + sql::number(qint64{id}) + u",'"_s +
+           sql::quoted(fid) + u"')"_s;
+}
+
+/// The number behind the first "=" of a line of a settings file.
+MessageHandle handleOf(const QString& line)
+{
+    const qsizetype at = line.indexOf(u'=');
+    return at < 0 ? 0 : leadingLong(QStringView(line).sliced(at + 1));
+}
+
+} // namespace
+
+SuiteMessages::SuiteMessages(GlobalSettings& settings,
+                             DBEngine& engine,
+                             const Messages& messages,
+                             KSMessage& control,
+                             ErrorSink errors)
+    : m_settings(settings)
+    , m_engine(engine)
+    , m_messages(messages)
+    , m_control(control)
+    , m_errors(std::move(errors))
+{}
+
+void SuiteMessages::publishControl(const Mod_API& paths)
+{
+    m_settings.WriteKeyValue(section::kMessageHandle.toString(), paths.programName() + u".exe"_s,
+                             QString::number(m_control.handle()));
+}
+
+void SuiteMessages::publishWindow(qint32 window)
+{
+    m_settings.SetMessageHandleDB(m_control.handle());
+    m_settings.SetHandleDB(window);
+}
+
+void SuiteMessages::withdraw()
+{
+    m_settings.SetMessageHandleDB(0);
+}
+
+MessageHandle SuiteMessages::player()
+{
+    m_settings.RefreshMessageHandle();
+    return m_settings.MessageHandleDJ();
+}
+
+bool SuiteMessages::playerIsAlive()
+{
+    return m_messages.IsMsgWindow(player());
+}
+
+void SuiteMessages::SetTodo(qint32 id, const QString& fid)
+{
+    quietly(m_errors, u"SetTodo"_s, [&] {
+        const auto database = m_engine.OpenDatabase(m_settings.DbName());
+        {
+            // Two programs may write the first row of a number at the same moment.
+            Transaction change(*database);
+            database->Execute(updateTodo(id, fid));
+            if (database->RecordsAffected() == 0) {
+                database->Execute(insertTodo(id, fid));
+            }
+            change.commit();
+        }
+        database->Close();
+        m_engine.Idle(dbRefreshCache);
+    });
+}
+
+qint32 SuiteMessages::send(MessageHandle target, qint32 id, qint32 lParam)
+{
+    m_control.setTarget(target);
+    return m_control.Send(id, 0, lParam);
+}
+
+bool SuiteMessages::sendIfAlive(MessageHandle target, qint32 id)
+{
+    if (!m_messages.IsMsgWindow(target)) {
+        return false;
+    }
+    send(target, id);
+    return true;
+}
+
+void SuiteMessages::SendToPlayer(const QString& fid, qint32 id)
+{
+    const MessageHandle target = player();
+    // The player reads the row as soon as it gets the number.
+    SetTodo(id, fid);
+    send(target, id);
+}
+
+void SuiteMessages::sendToPlayer(qint32 id)
+{
+    send(player(), id);
+}
+
+void SuiteMessages::postToPlayer(qint32 id)
+{
+    m_control.setTarget(player());
+    m_control.Post(id, 0, 0);
+}
+
+void SuiteMessages::StopOtherMonitors()
+{
+    for (const QString& line : m_settings.toolBox().INI_GetSection(section::kMessage.toString())) {
+        const MessageHandle target = handleOf(line);
+        if (target != m_control.handle()) {
+            // Alive or not, the others are still to be told.
+            static_cast<void>(sendIfAlive(target, message::kStopMonitor));
+        }
+    }
+}
+
+void SuiteMessages::answerDatabaseRelease(MessageHandle asker)
+{
+    send(asker, message::kReleaseDatabase, message::kDatabaseIsFree);
+}
+
+void SuiteMessages::endJobs()
+{
+    send(m_settings.GetKeyValueLong(section::kGlobal.toString(), kJobsKey, 0), message::kEndJobs);
+}
+
+bool SuiteMessages::showVolumeMonitor()
+{
+    const QString global = section::kGlobal.toString();
+    return sendIfAlive(m_settings.GetKeyValueLong(global, kVolumeMonitorKey, 0),
+                       message::kShowVolumeMonitor);
+}
+
+bool SuiteMessages::editSample()
+{
+    m_settings.RefreshMessageHandle();
+    return sendIfAlive(m_settings.MessageHandleKiv(), message::kEditSample);
+}
+
+} // namespace melovane

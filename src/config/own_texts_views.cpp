@@ -1,0 +1,92 @@
+#include "config/built_in_texts.h"
+
+#include <array>
+
+namespace melovane::owntexts {
+
+namespace {
+
+// clang-format off
+constexpr std::array kTexts = std::to_array<BuiltInText>({
+    // Library view.
+    {u"library.search.hint", u"Titel oder Interpret suchen"},
+    {u"library.search.name", u"Suche in der Bibliothek"},
+    {u"library.grid.name", u"Titel der Bibliothek"},
+    {u"library.count", u"$1 Titel"},
+    {u"library.count.one", u"$1 Titel"},
+    {u"library.import", u"MP3s importieren"},
+    {u"library.columns", u"Spalten ein- und ausblenden"},
+    {u"layout.columns", u"Alle Spalten"},
+    {u"layout.add", u"Zeigen"},
+    {u"layout.remove", u"Ausblenden"},
+    {u"layout.heading", u"Überschrift"},
+    {u"library.empty.title", u"Noch keine Titel - MP3s importieren"},
+    {u"library.empty.text", u"Nach dem Import eines Ordners findet die Suchzeile jeden Titel mit ein paar Buchstaben."},
+    {u"library.nosearch.title", u"$1 Titel in der Bibliothek"},
+    {u"library.nosearch.title.one", u"$1 Titel in der Bibliothek"},
+    {u"library.nosearch.text", u"Den Anfang von Titel oder Interpret in die Suchzeile tippen."},
+    {u"library.nosearch.button", u"Alle Titel zeigen"},
+    {u"library.nohits.title", u"Keine Treffer für „$1“"},
+    {u"library.nohits.begin", u"Gesucht wurde am Anfang der Felder."},
+    {u"library.nohits.inside", u"Auch mitten im Text kommt das nicht vor."},
+    {u"library.nohits.button", u"Auch mitten im Text suchen"},
+    {u"library.nodeleted", u"Keine Titel als gelöscht markiert"},
+    {u"library.nomissing", u"Keine Titel ohne Datei"},
+    {u"library.norows", u"Hier stehen keine Titel"},
+
+    // Panels beside the library.
+    {u"tree.title", u"Navigation"},
+    {u"tree.empty", u"Ordner, Genres, Interpreten und Favoriten: noch nicht in dieser Fassung."},
+    {u"lists.title", u"Listen"},
+    {u"lists.empty", u"Playlists und Jingles: noch nicht in dieser Fassung."},
+    {u"playlist.title", u"Playlist"},
+    {u"playlist.empty", u"Die geöffnete Playlist: noch nicht in dieser Fassung."},
+
+    // Library tree: headings and its menu.
+    {u"tree.root.favorit", u"Favorit"},
+    {u"tree.root.genre", u"Genre"},
+    {u"tree.root.album", u"Album"},
+    {u"tree.root.interpret", u"Interpret"},
+    {u"tree.root.directory", u"Directory"},
+    {u"tree.root.other", u"Other"},
+    {u"tree.root.jingle", u"Jingle"},
+    {u"tree.tick.add", u" Add Farvorit "},      // spelt so
+    {u"tree.tick.remove", u" Remove Favorit "},
+    {u"tree.menu.1001", u"An Playliste anhängen"},
+    {u"tree.menu.1002", u"In Playliste einfühgen"}, // spelt so
+    {u"tree.menu.1004", u"An aktuelle gespielte Playliste anhängen"},
+
+    // Playlist tree: its menu.
+    {u"lists.menu.1001", u"Aktivieren"},
+    {u"lists.menu.1002", u"Umbenennen"},
+    {u"lists.menu.1004", u"Sortieren nach Namen"},
+    {u"lists.menu.1005", u"Sortieren nach Datum"},
+    {u"lists.menu.1007", u"Eigenschaften Playliste"},
+
+    // Information tree.
+    {u"info.root", u"Informationen"},
+    {u"info.id3v2", u"ID3v2 erweitert"},
+    {u"info.kategorie", u"Kategorie: $1 "},
+    {u"info.stimmung", u"Stimmung: $1 "},
+    {u"info.situation", u"Situation: $1 "},
+    {u"info.tempo", u"Tempo: $1 "},
+    {u"info.user", u"User$1: $2 "},
+    {u"info.firstimport", u"Zuerst Importiert am: $1"},
+    {u"info.lastimport", u"Zuletzt Importiert am: $1"},
+    {u"info.filedate", u"Dateidatum: $1"},
+    {u"info.year", u"Jahr $1"},
+    {u"info.bpm", u"BPM $1"},
+    {u"info.today", u"Heute $1"},
+    {u"info.total", u"Gesamt $1"},
+    {u"info.played", u"Gespielt am: $1"},
+});
+// clang-format on
+
+} // namespace
+
+std::span<const BuiltInText> views()
+{
+    return kTexts;
+}
+
+} // namespace melovane::owntexts

@@ -1,0 +1,96 @@
+#include "config/built_in_texts.h"
+
+#include <array>
+
+namespace melovane::owntexts {
+
+namespace {
+
+constexpr QStringView kButtons = u"Spezial.Buttons";
+
+// clang-format off
+constexpr std::array kTexts = std::to_array<BuiltInText>({
+    // The language itself: its name in its own words, and its code for the texts of the desktop's
+    // own dialogs.
+    {u"Sprach.Name", u"Deutsch"},
+    {u"Sprach.Code", u"de"},
+
+    {u"ja", u"Ja"},
+    {u"nein", u"Nein"},
+    {u"schliessen", u"Schließen"},
+    {u"fehler.unerwartet", u"Unerwarteter Fehler: $1"},
+
+    // Start and information window.
+    {u"program.purpose", u"Die Musikdatenbank für DJ und Sendung"},
+    {u"startup.loading", u"Bibliothek wird geöffnet ..."},
+    {u"startup.page", u"Seite des Herstellers öffnen"},
+    {u"info.title", u"Über $1"},
+    {u"info.database", u"Datenbank: $1"},
+    {u"info.settings", u"Einstellungen: $1"},
+    {u"dberror.3024", u"Die Datenbankdatei ist nicht vorhanden:\\n$1"},
+    {u"dberror.3026", u"Der Datenträger ist voll:\\n$1"},
+    {u"dberror.3027", u"Die Datenbankdatei ist schreibgeschützt:\\n$1"},
+    {u"dberror.3043", u"Lesen oder Schreiben der Datenbankdatei ist fehlgeschlagen:\\n$1"},
+    {u"dberror.3049", u"Die Datenbankdatei ist beschädigt:\\n$1"},
+    {u"dberror.3051", u"Die Datenbankdatei lässt sich nicht öffnen:\\n$1"},
+    {u"dberror.3260", u"Ein anderes Programm benutzt die Datenbank:\\n$1"},
+    {u"dberror.3343", u"Diese Datei ist keine Datenbank:\\n$1"},
+    {u"dberror.3447", u"Diese Datenbank stammt aus einer älteren Fassung und kann so nicht geöffnet werden:\\n$1"},
+
+    // Menus.
+    {u"mnuSkin", u"Farbschema"},
+    {u"skin.desktop", u"Wie der Desktop"},
+    {u"skin.melovane-dark.skn", u"Dunkel"},
+    {u"skin.melovane-light.skn", u"Hell"},
+    {u"mnuSprache", u"Sprache"},
+    {u"language.restart", u"Die Sprache wechselt mit dem nächsten Start von $1."},
+    {u"mnuMoreResult.index", u"Index - Wortsuche"},
+    {u"mnuMoreResult.fulltext", u"Volltextsuche"},
+
+    // Status line and messages of the main window.
+    {u"status.skin.unreadable", u"Das Farbschema $1 ist nicht lesbar."},
+    {u"status.sibling.missing", u"Das Programm $1 ist nicht vorhanden oder lässt sich nicht starten."},
+    {u"status.importer.missing", u"Der Importer (mediaintake) lässt sich nicht starten."},
+    {u"status.player.missing", u"Der Player läuft nicht."},
+    {u"status.help.missing", u"Die Hilfe ist nicht vorhanden."},
+    {u"status.later", u"Noch nicht in dieser Fassung"},
+    {u"status.import", u"Import: $1"},
+    {u"status.file.missing", u"Datei nicht gefunden :: $1"},
+    {u"status.file.broken", u"Datei nicht lesbar :: $1"},
+    {u"status.file.noaudio", u"Keine gültige MP3 Datei :: $1"},
+    {u"status.card.missing", u"Soundkarte zum Vorhören nicht gefunden :: $1"},
+    {u"status.card.none", u"Keine Soundkarte zum Vorhören"},
+    {u"cd.title", u"Titel auf CD - DVD"},
+    {u"cd.text", u"Die Datei: \\n\\n$1\\n\\nbefindet sich auf der CD: \\n\\n$2\\n\\n\\nBitte CD einlegen."},
+    {u"nofile.text", u"Einige Dateien konnten nicht gefunden werden, genauere Informationen zu diesen Dateien finden Sie in $1\\nDie Einträge in der Datenbank wurden als nicht vorhanden markiert. Wenn die Dateien wieder zur Verfügung stehen, können Sie diese Aktion wiederholen um die Datenbankeinträge wieder zu aktiviere."}, // spelt so
+
+    // Tag panel.
+    {u"Button.Close", u"Bereich schließen", {}, {}, kButtons},
+    {u"Button.Show.Dir", u"Ordner des Titels öffnen", {}, {}, kButtons},
+    {u"edittag.image.filter", u"Bilddateien (*.bmp *.jpg *.gif *.png)"},
+    {u"edittag.save.title", u"Fehler beim Speichern des ID3v2-Tag"},
+    {u"edittag.save.text", u"Beim Speichern ist ein Fehler aufgetreten:\\n$1"},
+
+    // Details of a playlist.
+    {u"detail.title", u"Eigenschaften Playliste"},
+    {u"detail.name", u"Name:"},
+    {u"detail.group", u"Groupname:"},
+    {u"detail.count", u"Count Titel:"},
+    {u"detail.time", u"Totaltime:"},
+    {u"detail.created", u"Create Time:"},
+    {u"detail.updated", u"Update Time:"},
+    {u"detail.mp3", u"Speicherplatz MP3:"},
+    {u"detail.audio", u"Speicherplatz Audio:"},
+    {u"detail.first", u"Play First:"},
+    {u"detail.last", u"Play Last:"},
+});
+// clang-format on
+
+} // namespace
+
+std::span<const BuiltInText> windows()
+{
+    return kTexts;
+}
+
+} // namespace melovane::owntexts

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+
+namespace melovane::sqlite {
+
+/// The first place at or behind `at` where the piece stands in the letters, or null. As memmem, but
+/// made for short pieces and tens of megabytes.
+/// \param at not behind `end`
+/// \param piece not empty
+[[nodiscard]] const char* findPiece(const char* at, const char* end, std::string_view piece);
+
+} // namespace melovane::sqlite

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "bus/mlv_message_bus.h"
+#include "store/all_data.h"
+
+#include <functional>
+
+namespace melovane {
+
+class ConfigObjects;
+class MenuControl;
+class MonitorControl;
+class SiblingControl;
+class StatusText;
+class SuiteMessages;
+class WindowData;
+
+/// What the context menu reaches; outlives it.
+struct ContextMenuParts
+{
+    const ConfigObjects& texts;
+    WindowData& data;
+    SiblingControl& siblings;
+    SuiteMessages& suite;
+    MonitorControl& monitor;
+    MenuControl& menus;
+    StatusText& status;
+    std::function<void(const QString& text)> findAll;
+};
+
+/// `mnuPOPDBGRID`: what can be done with one track of a grid.
+class ContextMenu
+{
+public:
+    ContextMenu(ContextMenuParts parts, MLVMessageBus& bus, const QString& windowName);
+
+    /// Reads the track and opens the menu over it.
+    void open(const QString& fid, bool fromLibrary);
+
+    /// An entry, by its tag.
+    void clicked(const QString& tag);
+    /// An entry of `mnuMoreResult`.
+    void moreResultClicked(const QString& tag, const QString& caption);
+
+    /// Opens the tag editor, where it is installed.
+    void startTagEditor();
+
+private:
+    void play();
+    void playCenter();
+    void stop();
+    void playNow();
+    void playNext();
+    void showFolder();
+    void showInTree();
+    void markForEdit();
+    void editTags();
+    void showSample();
+    void autosizeGrid();
+    void findTempo();
+    void findTempoByHand();
+
+    void monitor(const QString& action);
+    void sendToPlayer(qint32 id);
+
+    ContextMenuParts m_parts;
+    BusSender m_bus;
+    MlvAllData m_track;
+    bool m_fromLibrary = true;
+};
+
+} // namespace melovane

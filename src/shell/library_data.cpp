@@ -1,0 +1,80 @@
+#include "shell/library_data.h"
+
+#include "config/global_settings.h"
+#include "platform/db/database.h"
+#include "platform/db/recordset.h"
+#include "shell/paths.h"
+#include "store/check_database.h"
+#include "store/track_reader.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+LibraryData::LibraryData(DBEngine& engine,
+                         GlobalSettings& settings,
+                         Mod_API& paths,
+                         Files& files,
+                         const Clock& clock,
+                         ErrorSink sink)
+    : m_engine(engine)
+    , m_settings(settings)
+    , m_paths(paths)
+    , m_files(files)
+    , m_clock(clock)
+    , m_sink(std::move(sink))
+{}
+
+LibraryData::~LibraryData() = default;
+
+void LibraryData::open()
+{
+    m_databaseName = m_settings.DbName();
+    m_database = m_engine.OpenDatabase(m_databaseName);
+}
+
+void LibraryData::release()
+{
+    m_database.reset();
+    m_engine.Release(m_databaseName);
+}
+
+void LibraryData::idle()
+{
+    m_engine.Idle(dbRefreshCache);
+}
+
+bool LibraryData::sideFilesWereStale()
+{
+    const DatabasePlace place{m_settings.DbName(), m_paths.GetConfigPath(), m_paths.programName()};
+    CheckDatabase check(m_engine, m_files, m_clock, place, m_sink);
+    check.checkTempTables();
+    return check.checkTreeTables() < 0;
+}
+
+qint64 LibraryData::count(const QString& statement)
+{
+    const auto database = m_engine.OpenDatabase(m_settings.DbName());
+    const auto set = database->OpenRecordset(statement);
+    return set->Eof() ? 0 : set->value(u"anz").toInt64();
+}
+
+qint64 LibraryData::trackCount()
+{
+    return count(u"select top 1 count(*) as anz from db_all"_s);
+}
+
+bool LibraryData::IsChangePlaylist()
+{
+    return count(u"select count(*) as anz from VPLGROUP_SAVE"_s) > 0;
+}
+
+MlvAllData LibraryData::GetAllDataByFid(const QString& fid)
+{
+    const MixDefaults defaults{.DefaultMixStyleIN = m_settings.DefaultMixStyleIN(),
+                               .DefaultMixStyleOUT = m_settings.DefaultMixStyleOUT(),
+                               .DefaultMixTime = m_settings.DefaultMixTime()};
+    return TrackReader(m_engine, m_sink).GetAllDataByFid(m_settings.DbName(), fid, defaults);
+}
+
+} // namespace melovane

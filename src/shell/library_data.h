@@ -1,0 +1,51 @@
+#pragma once
+
+#include "shell/window_data.h"
+#include "store/error_sink.h"
+
+#include <memory>
+
+namespace melovane {
+
+class Clock;
+class Database;
+class DBEngine;
+class Files;
+class GlobalSettings;
+class Mod_API;
+
+/// The window's questions, answered by the library that the settings name at that moment.
+class LibraryData : public WindowData
+{
+public:
+    /// \param sink learns of every ignored failure
+    LibraryData(DBEngine& engine,
+                GlobalSettings& settings,
+                Mod_API& paths,
+                Files& files,
+                const Clock& clock,
+                ErrorSink sink);
+    ~LibraryData() override;
+
+    void open() override;
+    void release() override;
+    void idle() override;
+    [[nodiscard]] bool sideFilesWereStale() override;
+    [[nodiscard]] qint64 trackCount() override;
+    [[nodiscard]] bool IsChangePlaylist() override;
+    [[nodiscard]] MlvAllData GetAllDataByFid(const QString& fid) override;
+
+private:
+    [[nodiscard]] qint64 count(const QString& statement);
+
+    DBEngine& m_engine;
+    GlobalSettings& m_settings;
+    Mod_API& m_paths;
+    Files& m_files;
+    const Clock& m_clock;
+    ErrorSink m_sink;
+    std::unique_ptr<Database> m_database;
+    QString m_databaseName; ///< of the open file, which the settings may have left behind
+};
+
+} // namespace melovane

@@ -1,0 +1,196 @@
+// What the main window does with the messages of the views.
+#include "bus/suite_messages.h"
+#include "config/config_objects.h"
+#include "platform/controls/status_line.h"
+#include "platform/system/text_number.h"
+#include "platform/system/timers.h"
+#include "shell/mlvdb.h"
+#include "shell/monitor_control.h"
+#include "shell/node_caption.h"
+#include "shell/sibling_control.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString kTempoFinder = u"beatgauge"_s;
+
+} // namespace
+
+std::span<const MLVDB::BusRow> MLVDB::busTable()
+{
+    static constexpr BusRow kRows[] = {
+        {u"refresh.tree.genre", &MLVDB::notYet},
+        {u"refresh.tree.dir", &MLVDB::notYet},
+        {u"refresh.tree.album", &MLVDB::notYet},
+        {u"refresh.tree.interpret", &MLVDB::notYet},
+        {u"edittag.show.editbox.new.genre", &MLVDB::editBoxNewGenre},
+        {u"playlist.save.file.show", &MLVDB::notYet},
+        {u"show.gridlayout", &MLVDB::showGridLayout},
+        {u"run.proc", &MLVDB::runProc},
+        {u"beatgauge.playlist.fid.auto", &MLVDB::beatGaugeAuto},
+        {u"beatgauge.playlist.fid.manuell", &MLVDB::beatGaugeManual},
+        {u"player.monitor.seek", &MLVDB::monitorSeek},
+        {u"player.monitor.seek.set", &MLVDB::monitorSeekSet},
+        {u"player.monitor.play.stop", &MLVDB::monitorStop},
+        {u"player.monitor.play.start", &MLVDB::monitorStart},
+        {u"player.monitor.play.center", &MLVDB::monitorCenter},
+        {u"playlist.change", &MLVDB::playlistChange},
+        {u"dj.player.play.next", &MLVDB::playNext},
+        {u"dj.player.play.sofort", &MLVDB::playNow},
+        {u"show.statustext", &MLVDB::statusText},
+        {u"show.tagedit.mp3db", &MLVDB::notYet},
+        {u"show.tagedit.playlist", &MLVDB::notYet},
+        {u"show.tageditor", &MLVDB::tagEditor},
+        {u"show.context.menu.mp3db", &MLVDB::contextMenuLibrary},
+        {u"show.context.menu.playlist", &MLVDB::contextMenuPlaylist},
+        {u"tree.click.row", &MLVDB::treeClick},
+        {u"volume.monitor.show", &MLVDB::volumeMonitor},
+        {u"refresh.playlist.tree", &MLVDB::forwardToPlayer},
+        {u"favorit.refresh", &MLVDB::forwardToPlayer},
+        {u"update.tree.row", &MLVDB::forwardToPlayer},
+    };
+    return kRows;
+}
+
+void MLVDB::showGridLayout(const MLVMessage& message)
+{
+    if (message.Value1.toText() == "DB"_L1) {
+        mnuDatenbank();
+    } else {
+        notYet(message);
+    }
+}
+
+void MLVDB::MessBus_Message(const MLVMessage& message)
+{
+    const QString name = lowerCase(message.Command);
+    for (const BusRow& row : busTable()) {
+        if (row.name == name) {
+            guarded([&] { (this->*row.handler)(message); });
+            return;
+        }
+    }
+}
+
+void MLVDB::editBoxNewGenre(const MLVMessage&)
+{
+    m_parts.dialogs.askNewGenre();
+}
+
+void MLVDB::runProc(const MLVMessage& message)
+{
+    if (lowerCase(message.Value1.toText()) == "sleeve.viewer"_L1) {
+        tellMissing(m_parts.siblings.startSleeveViewer(message.Value2.toText()), u"SleeveViewer"_s);
+    }
+}
+
+void MLVDB::beatGaugeAuto(const MLVMessage& message)
+{
+    tellMissing(m_parts.siblings.findTempo(u"auto"_s, message.Value1.toText()), kTempoFinder);
+}
+
+void MLVDB::beatGaugeManual(const MLVMessage& message)
+{
+    tellMissing(m_parts.siblings.findTempo(u"manuell"_s, message.Value1.toText()), kTempoFinder);
+}
+
+void MLVDB::startBeatGauge(const QString& cmd, const QString& fid, const QString& plid)
+{
+    tellMissing(m_parts.siblings.StartBeatGauge(cmd, fid, plid), kTempoFinder);
+}
+
+void MLVDB::monitorSeek(const MLVMessage&)
+{
+    m_parts.monitor.MonitorPlayer(u"SEEK"_s, {}, 0);
+}
+
+void MLVDB::monitorSeekSet(const MLVMessage& message)
+{
+    m_parts.monitor.MonitorPlayer(u"SEEK"_s, {}, message.Value1.toLong());
+}
+
+void MLVDB::monitorStop(const MLVMessage& message)
+{
+    m_parts.monitor.MonitorPlayer(u"STOP"_s, message.Value1.toText(), 0);
+}
+
+void MLVDB::monitorStart(const MLVMessage& message)
+{
+    m_parts.monitor.MonitorPlayer(u"PLAY"_s, message.Value1.toText(), 0);
+}
+
+void MLVDB::monitorCenter(const MLVMessage& message)
+{
+    m_parts.monitor.MonitorPlayer(u"PLAYCENTER"_s, message.Value1.toText(), 0);
+}
+
+void MLVDB::playlistChange(const MLVMessage&)
+{
+    // Not started anew by the next change: a long burst must not keep the player waiting.
+    if (!m_timerRefreshPlayerData->isActive()) {
+        m_timerRefreshPlayerData->start();
+    }
+}
+
+void MLVDB::playNext(const MLVMessage& message)
+{
+    m_parts.suite.SendToPlayer(message.Value1.toText(), message::kPlayNext);
+}
+
+void MLVDB::playNow(const MLVMessage& message)
+{
+    m_parts.suite.SendToPlayer(message.Value1.toText(), message::kPlayNow);
+}
+
+void MLVDB::statusText(const MLVMessage& message)
+{
+    showStatusText(message.Value1.toText());
+}
+
+void MLVDB::tagEditor(const MLVMessage&)
+{
+    m_contextMenu.startTagEditor();
+}
+
+void MLVDB::contextMenuLibrary(const MLVMessage& message)
+{
+    m_contextMenu.open(message.Value1.toText(), true);
+}
+
+void MLVDB::contextMenuPlaylist(const MLVMessage& message)
+{
+    m_contextMenu.open(message.Value1.toText(), false);
+}
+
+void MLVDB::treeClick(const MLVMessage& message)
+{
+    const QString text = nodeCaption(message.Value1.toText(), message.Value2.toText());
+    if (!text.isEmpty()) {
+        m_controls.status.setPanel(StatusPanel::Node, text);
+    }
+}
+
+void MLVDB::volumeMonitor(const MLVMessage&)
+{
+    if (!m_parts.suite.showVolumeMonitor()) {
+        tellMissing(m_parts.siblings.startLevelPanel(), u"LevelPanel"_s);
+    }
+}
+
+void MLVDB::forwardToPlayer(const MLVMessage& message)
+{
+    // What came from the player was put on the bus in the name of this window: no echo.
+    if (message.Sender != m_bus.name()) {
+        m_parts.suite.sendToPlayer(message::kRefreshPlaylistTree);
+    }
+}
+
+void MLVDB::notYet(const MLVMessage&)
+{
+    showStatusText(m_parts.texts.text(u"status.later"_s));
+}
+
+} // namespace melovane

@@ -1,0 +1,19 @@
+#include "shell/node_caption.h"
+
+#include "platform/system/text_number.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+QString nodeCaption(const QString& value, const QString& field)
+{
+    static constexpr QStringView kNodes = u",interpret,titel,album,genre,statistik,playlist,path,";
+    if (lowerCase(value) == upperCase(value) || value.contains(u'*')) {
+        return {};
+    }
+    const bool known = kNodes.contains(lowerCase(field));
+    return (known ? field : u"Info"_s) + u" :: "_s + value;
+}
+
+} // namespace melovane

@@ -1,0 +1,124 @@
+#include "shell/sibling_control.h"
+
+#include "platform/system/path_text.h"
+#include "platform/system/text_number.h"
+#include "shell/paths.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+using Style = Processes::WindowStyle;
+
+namespace {
+
+const QString kManual = u"manuell"_s;
+
+} // namespace
+
+SiblingControl::SiblingControl(Mod_API& paths, Files& files, Processes& processes)
+    : m_paths(paths)
+    , m_files(files)
+    , m_processes(processes)
+{}
+
+bool SiblingControl::start(const QString& command, Style style)
+{
+    return m_processes.start(path::join(m_paths.programFolder(), command), style);
+}
+
+bool SiblingControl::startIfInstalled(const QString& program, const QString& arguments, Style style)
+{
+    return isInstalled(program) && start(program + u".exe"_s + arguments, style);
+}
+
+bool SiblingControl::isInstalled(const QString& program) const
+{
+    // The name of the suite first, then that of a program of this system.
+    const QString file = path::join(m_paths.programFolder(), program);
+    return m_files.fileExists(file + u".exe"_s) || m_files.fileExists(file);
+}
+
+bool SiblingControl::startConfig(int ownHandle)
+{
+    return start(u"mlvconfig.exe %1"_s.arg(ownHandle), Style::Normal);
+}
+
+bool SiblingControl::startImport(int index)
+{
+    switch (index) {
+    case 1:
+        return start(u"tagbench.exe import"_s, Style::Normal);
+    case 2:
+        return start(u"mediaintake.exe 2"_s, Style::Normal);
+    default:
+        return start(u"mediaintake.exe 1"_s, Style::Normal);
+    }
+}
+
+bool SiblingControl::startStorePlaylists()
+{
+    return start(u"Task.StorePlaylists.exe "_s, Style::Minimised);
+}
+
+bool SiblingControl::startWriteTags(int ownHandle)
+{
+    return start(u"Task.WriteTags.exe %1"_s.arg(ownHandle), Style::Minimised);
+}
+
+bool SiblingControl::startRebuildTree()
+{
+    return start(u"Task.RebuildTree.exe 1"_s, Style::Minimised);
+}
+
+bool SiblingControl::startSleeveViewer(const QString& argument)
+{
+    return start(u"SleeveViewer.exe "_s + argument, Style::Normal);
+}
+
+bool SiblingControl::startTagEditor()
+{
+    return startIfInstalled(u"tagbench"_s, u" edit"_s, Style::Normal);
+}
+
+bool SiblingControl::startLevelPanel()
+{
+    return startIfInstalled(u"LevelPanel"_s, {}, Style::Normal);
+}
+
+bool SiblingControl::startJobs()
+{
+    return startIfInstalled(u"MelovaneJob"_s, {}, Style::Hidden);
+}
+
+bool SiblingControl::startPlugIn(const QString& program, const QString& argument)
+{
+    return start(program + u".exe "_s + argument, Style::Normal);
+}
+
+bool SiblingControl::openHelp()
+{
+    const QString file = path::join(m_paths.programFolder(), u"Melovane.html"_s);
+    return m_files.fileExists(file) && m_processes.start(u"explorer.exe "_s + file, Style::Normal);
+}
+
+bool SiblingControl::StartBeatGauge(const QString& cmd, const QString& fid, const QString& plid)
+{
+    QString command = u"beatgauge.exe fid=%fid% cmd=%cmd%"_s;
+    command.replace("%fid%"_L1, trimBlanks(fid)).replace("%cmd%"_L1, trimBlanks(cmd));
+    if (leadingNumber(plid) > 0) {
+        command += " plid="_L1 + trimBlanks(plid);
+    }
+    if (fid == m_lastFid && lowerCase(cmd) != kManual) {
+        return true;
+    }
+    m_lastFid = fid;
+    return start(command, Style::Minimised);
+}
+
+bool SiblingControl::findTempo(const QString& cmd, const QString& fid)
+{
+    return start(u"beatgauge.exe cmd=%1 fid=%2"_s.arg(cmd, fid), Style::Minimised);
+}
+
+} // namespace melovane

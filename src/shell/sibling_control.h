@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/system/files.h"
+
+#include <QString>
+
+namespace melovane {
+
+class Mod_API;
+
+/// Starts the other programs of the suite, which lie in the program folder. Nothing waits for
+/// their end.
+///
+/// Each start says whether there was something to start; the caller tells the user.
+class SiblingControl
+{
+public:
+    SiblingControl(Mod_API& paths, Files& files, Processes& processes);
+
+    /// Start lines, without the program folder in front. Siblings read the arguments: keep.
+    bool startConfig(int ownHandle);
+    /// \param index 0 looks for new files, 1 opens the tag editor's import, 2 reads files again
+    bool startImport(int index);
+    bool startStorePlaylists();
+    bool startWriteTags(int ownHandle);
+    bool startRebuildTree();
+    bool startSleeveViewer(const QString& argument);
+
+    // Tested first: nothing is tried when the program is not there.
+    bool startTagEditor();
+    bool startLevelPanel();
+    bool startJobs();
+
+    /// A program that the user has added.
+    ///
+    /// \param argument empty for none
+    bool startPlugIn(const QString& program, const QString& argument);
+    [[nodiscard]] bool isInstalled(const QString& program) const;
+
+    /// Shows the help with the desktop's program for it.
+    bool openHelp();
+
+    /// Has the tempo of a track found.
+    ///
+    /// \param cmd  "auto" or "manuell"; a repeated request for the same track is dropped unless it
+    ///             is "manuell"
+    /// \param plid passed on when it is a number above 0
+    /// True also for a request that was dropped.
+    bool StartBeatGauge(const QString& cmd, const QString& fid, const QString& plid);
+    /// The same without a playlist entry, in the order in which messages name the arguments.
+    bool findTempo(const QString& cmd, const QString& fid);
+
+private:
+    bool start(const QString& command, Processes::WindowStyle style);
+    bool startIfInstalled(const QString& program,
+                          const QString& arguments,
+                          Processes::WindowStyle style);
+
+    Mod_API& m_paths;
+    Files& m_files;
+    Processes& m_processes;
+    QString m_lastFid;
+};
+
+} // namespace melovane

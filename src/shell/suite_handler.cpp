@@ -1,0 +1,193 @@
+#include "shell/suite_handler.h"
+
+#include "bus/suite_messages.h"
+#include "config/config_objects.h"
+#include "config/global_settings.h"
+#include "platform/controls/warnings.h"
+#include "platform/system/timers.h"
+#include "shell/docking.h"
+#include "shell/monitor_control.h"
+#include "shell/window_data.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+SuiteHandler::SuiteHandler(SuiteHandlerParts parts, MLVMessageBus& bus, const QString& windowName)
+    : m_parts(std::move(parts))
+    , m_bus(bus, windowName)
+    , m_resultTimer(
+          m_parts.loop.makeTimer(std::chrono::milliseconds::zero(), [this] { showJobsResult(); }))
+{}
+
+SuiteHandler::~SuiteHandler() = default;
+
+void SuiteHandler::MessageNumber(qint32 id, qint32 wParam, qint32 lParam)
+{
+    static constexpr std::pair<qint32, Handler> kHandlers[] = {
+        {message::kSoundCardChanged, &SuiteHandler::soundCardChanged},
+        {message::kReleaseDatabase, &SuiteHandler::releaseDatabase},
+        {message::kReconnectDatabase, &SuiteHandler::databaseIsFree},
+        {message::kConfigChanged, &SuiteHandler::settingsChanged},
+        {message::kRefreshPlaylist, &SuiteHandler::playlistChanged},
+        {message::kRefreshPlaylistEntry, &SuiteHandler::entryChanged},
+        {message::kDatabaseChanged, &SuiteHandler::libraryImported},
+        {message::kDock, &SuiteHandler::dock},
+        {message::kReloadLibrary, &SuiteHandler::reloadLibrary},
+        {message::kUndock, &SuiteHandler::undock},
+        {message::kRefreshFavourites, &SuiteHandler::favouritesChanged},
+        {message::kJobResult, &SuiteHandler::jobsDone},
+        {message::kBpmFound, &SuiteHandler::tempoFound},
+        {message::kMonitorVolume, &SuiteHandler::monitorVolume},
+        {message::kStopMonitor, &SuiteHandler::stopMonitor},
+        {message::kRefreshPlaylistTree, &SuiteHandler::playlistTreeChanged},
+    };
+    for (const auto& [number, handler] : kHandlers) {
+        if (number == id) {
+            (this->*handler)({wParam, lParam});
+            return;
+        }
+    }
+}
+
+void SuiteHandler::soundCardChanged(Numbers)
+{
+    m_parts.settings.Refresh();
+    m_parts.monitor.reopen();
+}
+
+void SuiteHandler::releaseDatabase(Numbers numbers)
+{
+    m_parts.settings.Refresh();
+    m_bus.SendMessage(u"db.disconnect"_s);
+    m_parts.data.release();
+    m_parts.suite.answerDatabaseRelease(numbers.lParam);
+}
+
+void SuiteHandler::databaseIsFree(Numbers)
+{
+    m_parts.settings.Refresh();
+    m_parts.data.open();
+    m_bus.SendMessage(u"db.reconnect"_s);
+}
+
+void SuiteHandler::settingsChanged(Numbers)
+{
+    m_parts.settings.Refresh();
+    m_bus.SendMessage(u"change.config"_s);
+}
+
+void SuiteHandler::playlistChanged(Numbers numbers)
+{
+    m_parts.data.idle();
+    m_bus.SendMessage(u"refresh.playlist"_s, numbers.wParam);
+}
+
+void SuiteHandler::entryChanged(Numbers numbers)
+{
+    m_parts.data.idle();
+    m_bus.SendMessage(u"refresh.playlist.plid"_s, numbers.lParam, numbers.wParam);
+}
+
+void SuiteHandler::libraryImported(Numbers)
+{
+    m_parts.data.idle();
+    m_parts.settings.Refresh();
+    m_bus.SendMessage(u"db.change"_s);
+    if (m_parts.data.sideFilesWereStale()) {
+        m_parts.rebuildTrees();
+    }
+    m_bus.SendMessage(u"refresh.all"_s);
+}
+
+void SuiteHandler::dock(Numbers)
+{
+    m_parts.docking.dock();
+}
+
+void SuiteHandler::reloadLibrary(Numbers)
+{
+    m_parts.reloadLibrary();
+}
+
+void SuiteHandler::undock(Numbers)
+{
+    m_parts.docking.undock();
+}
+
+void SuiteHandler::favouritesChanged(Numbers)
+{
+    m_bus.SendMessage(u"favorit.refresh"_s);
+}
+
+void SuiteHandler::jobsDone(Numbers numbers)
+{
+    if (numbers.wParam == message::kJobChanges) {
+        // The jobs wait for this handler; they must not wait for the user's answer.
+        m_changedTracks = numbers.lParam;
+        m_resultTimer->start();
+    } else if (numbers.wParam == message::kJobTree) {
+        m_bus.SendMessage(u"refresh.tree"_s, QString::number(numbers.lParam));
+    }
+}
+
+void SuiteHandler::showJobsResult()
+{
+    m_resultTimer->stop();
+    const QString text = m_changedTracks > 0 ? m_parts.texts.text(u"msg-001"_s, m_changedTracks)
+                                             : m_parts.texts.text(u"msg-002"_s);
+    m_parts.warnings.ShowWarning(text, WarningType::Note, u"Melovane"_s);
+}
+
+void SuiteHandler::tempoFound(Numbers numbers)
+{
+    m_parts.data.idle();
+    m_bus.SendMessage(u"beatgauge.bpm"_s, numbers.lParam, numbers.wParam);
+}
+
+void SuiteHandler::monitorVolume(Numbers numbers)
+{
+    m_parts.monitor.setVolume(numbers.lParam);
+    if (numbers.wParam == message::kMonitorVolumeIcon) {
+        m_bus.SendMessage(u"Volume.Monitor.Change.Icon"_s, numbers.lParam);
+    }
+}
+
+void SuiteHandler::stopMonitor(Numbers)
+{
+    m_parts.monitor.stop();
+}
+
+void SuiteHandler::playlistTreeChanged(Numbers numbers)
+{
+    m_parts.data.idle();
+    m_bus.SendMessage(u"refresh.playlist.tree"_s, numbers.wParam);
+}
+
+void SuiteHandler::MessageText(qint32 id, qint32 number, const QString& text)
+{
+    switch (id) {
+    case message::kFieldClicked:
+        fieldClicked(number, text);
+        break;
+    case message::kImageChosen:
+        m_bus.SendMessage(u"sleeveviewer.click.image"_s, text);
+        break;
+    case message::kBpmWantsTrack:
+        m_bus.SendMessage(u"bpm.find.fid"_s, number, text);
+        break;
+    default:
+        break;
+    }
+}
+
+void SuiteHandler::fieldClicked(qint32 number, const QString& text)
+{
+    if (number == message::kFieldIsArtist) {
+        m_bus.SendMessage(u"tree.click.row"_s, text, u"Interpret"_s);
+    } else if (number == message::kFieldIsTitle) {
+        m_bus.SendMessage(u"tree.click.row"_s, text, u"Titel"_s);
+    }
+}
+
+} // namespace melovane

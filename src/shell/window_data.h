@@ -1,0 +1,38 @@
+#pragma once
+
+#include "store/all_data.h"
+
+#include <QString>
+
+namespace melovane {
+
+/// What the main window asks the database for. Its statements stand behind this, so that the
+/// window itself knows none.
+class WindowData
+{
+public:
+    virtual ~WindowData() = default;
+
+    /// Takes the connection that the window keeps for its life. \throws DbError
+    virtual void open() = 0;
+    /// Lets another program have the file alone, until open().
+    virtual void release() = 0;
+
+    /// What other programs have written is seen from now on.
+    virtual void idle() = 0;
+
+    /// Has the two side files made anew where they are missing. True when the trees were among
+    /// them and have to be filled.
+    [[nodiscard]] virtual bool sideFilesWereStale() = 0;
+
+    /// Tracks in the library. \throws DbError
+    [[nodiscard]] virtual qint64 trackCount() = 0;
+
+    /// True when at least one playlist has to be written to its file. \throws DbError
+    [[nodiscard]] virtual bool IsChangePlaylist() = 0;
+
+    /// Never fails; see TrackReader.
+    [[nodiscard]] virtual MlvAllData GetAllDataByFid(const QString& fid) = 0;
+};
+
+} // namespace melovane

@@ -1,0 +1,140 @@
+#include "siblings/mlvmessage/command_line.h"
+
+#include <QHash>
+
+#include <array>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using Action = MessageCommand::Action;
+using Milliseconds = std::chrono::milliseconds;
+
+/// A day; longer waits are typing errors.
+constexpr double kMaxSeconds = 86'400;
+
+struct ActionRow
+{
+    QStringView name;
+    Action action;
+    qsizetype fewest; ///< words behind the name
+    qsizetype most;
+};
+
+constexpr std::array kActions = {
+    ActionRow{u"list", Action::List, 0, 0},     ActionRow{u"alive", Action::Alive, 1, 1},
+    ActionRow{u"send", Action::Send, 2, 4},     ActionRow{u"post", Action::Post, 2, 4},
+    ActionRow{u"listen", Action::Listen, 0, 0}, ActionRow{u"--help", Action::Help, 0, 0},
+    ActionRow{u"-h", Action::Help, 0, 0},
+};
+
+bool readNumber(const QString& word, qint32& number)
+{
+    bool isNumber = false;
+    const qint32 value = word.toInt(&isNumber);
+    number = isNumber ? value : number;
+    return isNumber;
+}
+
+bool readSeconds(const QString& word, Milliseconds& time)
+{
+    bool isNumber = false;
+    const double seconds = word.toDouble(&isNumber);
+    if (!isNumber || !(seconds > 0) || seconds > kMaxSeconds) {
+        return false;
+    }
+    time = Milliseconds(qint64(seconds * 1000) + 1);
+    return true;
+}
+
+/// An option with its value; false when the action has none of that name or the value is wrong.
+bool readOption(const QString& option, const QString& value, MessageCommand& command)
+{
+    const bool listens = command.action == Action::Listen;
+    const bool sends = command.action == Action::Send;
+    if (option == "--text"_L1 && (sends || command.action == Action::Post)) {
+        command.text = value;
+        return true;
+    }
+    if (option == "--wait"_L1 && sends) {
+        return readSeconds(value, command.wait);
+    }
+    if (option == "--as"_L1 && listens) {
+        command.name = value;
+        return !value.isEmpty() && !value.contains(u'=') && !value.contains(u'\n');
+    }
+    if (option == "--answer"_L1 && listens) {
+        return readNumber(value, command.answer);
+    }
+    if (option == "--count"_L1 && listens) {
+        return readNumber(value, command.count) && command.count > 0;
+    }
+    return option == "--seconds"_L1 && listens && readSeconds(value, command.duration);
+}
+
+bool readWords(const QStringList& words, MessageCommand& command)
+{
+    command.target = words.value(0);
+    const qsizetype most = command.text ? 3 : 4;
+    return words.size() <= most && (words.size() < 2 || readNumber(words[1], command.id)) &&
+           (words.size() < 3 || readNumber(words[2], command.wParam)) &&
+           (words.size() < 4 || readNumber(words[3], command.lParam));
+}
+
+} // namespace
+
+std::optional<MessageCommand> parseCommandLine(const QStringList& arguments)
+{
+    const QString name = arguments.value(0);
+    const auto* const row =
+        std::find_if(kActions.begin(), kActions.end(),
+                     [&](const ActionRow& entry) { return entry.name == name; });
+    if (row == kActions.end()) {
+        return {};
+    }
+    MessageCommand command;
+    command.action = row->action;
+    QStringList words;
+    for (qsizetype i = 1; i < arguments.size(); ++i) {
+        if (!arguments[i].startsWith("--"_L1)) {
+            words.append(arguments[i]);
+        } else if (++i >= arguments.size() ||
+                   !readOption(arguments[i - 1], arguments[i], command)) {
+            return {};
+        }
+    }
+    const bool fits = words.size() >= row->fewest && words.size() <= row->most;
+    return fits && readWords(words, command) ? std::optional(command) : std::nullopt;
+}
+
+QString commandLineHelp()
+{
+    return u"mlvmessage: Nachrichten zwischen den Programmen der Suite ansehen und senden\n"
+           "\n"
+           "  mlvmessage list                              lebende Gegenstellen: Nummer,\n"
+           "                                               Prozess, Programm, Namen\n"
+           "  mlvmessage alive ZIEL                        lebt sie? gibt ihre Nummer aus\n"
+           "  mlvmessage send ZIEL ID [WPARAM [LPARAM]]    senden, die Antwort ausgeben\n"
+           "  mlvmessage send ZIEL ID [ZAHL] --text TEXT   ebenso einen Text\n"
+           "  mlvmessage post ZIEL ID [WPARAM [LPARAM]]    senden, ohne zu warten\n"
+           "  mlvmessage post ZIEL ID [ZAHL] --text TEXT   ebenso einen Text\n"
+           "  mlvmessage listen                            ausgeben, was ankommt\n"
+           "\n"
+           "ZIEL ist die Nummer einer Gegenstelle oder ein Name aus melovane.ini, etwa\n"
+           "MelovaneDB, Handle.DJ oder kurz DJ.\n"
+           "\n"
+           "  send    --wait SEKUNDEN     höchstens so lange auf die Antwort warten (10)\n"
+           "  listen  --as NAME           sich in melovane.ini eintragen: DB, DJ und Kiv\n"
+           "                              als Handle.NAME, andere als NAME.exe\n"
+           "          --answer ZAHL       so auf alles antworten (0)\n"
+           "          --count ZAHL        nach so vielen Nachrichten enden\n"
+           "          --seconds SEKUNDEN  nach dieser Zeit enden\n"
+           "\n"
+           "Ergebnis: 0 getan, 1 Aufruf unverständlich, 2 Gegenstelle lebt nicht,\n"
+           "3 keine Antwort oder zu wenige Nachrichten in der Zeit"_s;
+}
+
+} // namespace melovane

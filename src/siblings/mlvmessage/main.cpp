@@ -1,0 +1,54 @@
+#include "config/tool_box.h"
+#include "platform/linux/ini_profile.h"
+#include "platform/linux/linux_environment.h"
+#include "platform/linux/linux_files.h"
+#include "platform/linux/linux_messages.h"
+#include "platform/system/clock.h"
+#include "shell/paths.h"
+#include "siblings/mlvmessage/message_tool.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+#include <QTimer>
+
+namespace {
+
+using namespace melovane;
+
+int carryOut(const QCoreApplication& application, const MessageCommand& command)
+{
+    const SystemClock clock;
+    LinuxFiles files;
+    LinuxEnvironment environment;
+    IniProfile profile(files);
+    Mod_API paths(environment, files);
+    ToolBox settings(paths, profile);
+    settings.INI_SetFilename(QStringLiteral("melovane.ini"), true);
+    MessagePlace place(environment.runtimeFolder());
+    place.patience = command.wait;
+    LinuxMessages messages(place);
+    QTextStream out(stdout);
+    MessageTool tool(messages, settings, clock,
+                     [&out](const QString& line) { out << line << Qt::endl; });
+    const auto end = [](MessageResult result) { QCoreApplication::exit(int(result)); };
+    if (const auto result = tool.run(command, end)) {
+        return int(*result);
+    }
+    if (command.duration.count() > 0) {
+        QTimer::singleShot(command.duration, &application, [&] { end(tool.timeIsOver()); });
+    }
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const auto command = parseCommandLine(QCoreApplication::arguments().mid(1));
+    if (!command) {
+        QTextStream(stderr) << commandLineHelp() << '\n';
+        return int(MessageResult::WrongArguments);
+    }
+    return carryOut(application, *command);
+}

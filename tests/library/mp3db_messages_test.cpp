@@ -1,0 +1,156 @@
+#include "library/view_fixture.h"
+
+#include <QFile>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+/// The library view on the bus, over a real file.
+struct Mp3dbMessagesTest : public test::LibraryViewTest
+{
+    Mp3dbMessagesTest()
+    {
+        library.add({{u"Lichtspiel"_s, u"Ostwind"_s, u"Prisma"_s, u"4"_s, 0},
+                     {u"Licht aus"_s, u"Kanalratten"_s, u"Unter Tage"_s, {}, -1},
+                     {u"Brandung"_s, u"Lichtblick"_s, u"Meer"_s, u"5"_s, 0},
+                     {u"Licht weg"_s, u"Fort"_s, {}, {}, 2}});
+        start();
+    }
+
+    void type(const QString& text) { search.setText(text); }
+
+    BusSender others{library.bus, u"MLVDB"_s};
+};
+
+TEST_F(Mp3dbMessagesTest, AfterDbDisconnectNothingIsReadUntilDbReconnect)
+{
+    type(u"Licht"_s);
+    ASSERT_EQ(view.Data1().rowCount(), 3);
+    others.SendMessage(u"db.disconnect"_s);
+    EXPECT_EQ(view.Data1().Database(), nullptr);
+    type(u"Brand"_s);
+    view.Refresh();
+    view.FindTreeValue({u"Titel"_s, u"Titel"_s, u"Brandung"_s}, true);
+    view.headerClicked(grid.columnOf(u"Interpret"_s));
+    EXPECT_EQ(view.Data1().Database(), nullptr);
+    others.SendMessage(u"DB.Reconnect"_s);
+    EXPECT_EQ(titles().size(), 3);
+}
+
+TEST_F(Mp3dbMessagesTest, BetweenDisconnectAndReconnectTheFileCanBeReplaced)
+{
+    type(u"Licht"_s);
+    grid.current = 1;
+    others.SendMessage(u"db.disconnect"_s);
+    library.engine->Release(library.databaseName());
+    const QString copy = library.folders.configFile(u"copy.mdb"_s);
+    library.engine->BackupDatabase(library.databaseName(), copy);
+    library.engine->OpenDatabase(copy)->Execute(u"delete from db_all where Titel='Licht aus'"_s);
+    library.engine->Release(copy);
+    library.engine->Release(library.databaseName());
+    ASSERT_TRUE(QFile::remove(library.databaseName()));
+    ASSERT_TRUE(QFile::rename(copy, library.databaseName()));
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(titles(), (QStringList{u"Brandung"_s, u"Lichtspiel"_s}));
+    EXPECT_EQ(grid.current, 1);
+}
+
+TEST_F(Mp3dbMessagesTest, DbChangeShowsWhatAnotherProgramHasImported)
+{
+    type(u"Neu"_s);
+    ASSERT_EQ(titles(), QStringList());
+    library.add({{u"Neuland"_s, u"Ostwind"_s, {}, {}, 0}});
+    others.SendMessage(u"db.change"_s);
+    EXPECT_EQ(titles(), QStringList{u"Neuland"_s});
+    EXPECT_EQ(view.librarySize(), 5);
+}
+
+TEST_F(Mp3dbMessagesTest, AClickInATreeShowsTheTracksOfThatValueAndTakesTheKeyboard)
+{
+    others.SendMessage(u"tree.click.row"_s, u"Ostwind"_s, u"Interpret"_s);
+    EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
+    EXPECT_EQ(view.matchCount(), 1);
+    EXPECT_TRUE(grid.keyboard);
+    others.SendMessage(u"tree.click.row"_s, u"7"_s, u"gruppe"_s);
+    EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
+}
+
+TEST_F(Mp3dbMessagesTest, AllFindComparesAllSearchColumnsAndCountsItsOwnRows)
+{
+    view.FindTreeValue({u"allfind"_s, {}, u"*LICHT*"_s}, true);
+    EXPECT_EQ(titles().size(), 3);
+    EXPECT_EQ(view.matchCount(), 3);
+    view.FindTreeValue({u"allfind"_s, {}, u"LICHT*"_s}, true);
+    EXPECT_EQ(titles(), (QStringList{u"Brandung"_s, u"Licht aus"_s, u"Lichtspiel"_s}));
+    view.FindTreeValue({u"allfind"_s, {}, u"LICHT"_s}, true);
+    EXPECT_EQ(titles(), QStringList());
+    view.FindTreeValue({u"allfind"_s, {}, u"it's ] here"_s}, true);
+    EXPECT_EQ(titles(), QStringList());
+}
+
+TEST_F(Mp3dbMessagesTest, AnEmptyColumnLeavesTheRowsAsTheyWere)
+{
+    type(u"Brand"_s);
+    view.FindTreeValue({u"TextSuche"_s, {}, u"x"_s}, true);
+    EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
+}
+
+TEST_F(Mp3dbMessagesTest, MarkedAndMissingTracksAreShownUntilTheNextSearch)
+{
+    const auto database = library.engine->OpenDatabase(library.databaseName());
+    database->CreateQueryDef(u"vdb_all_del"_s, u"SELECT * FROM db_all WHERE DEL In (-1, 3)"_s);
+    database->CreateQueryDef(u"vdb_all_nofile"_s, u"SELECT * FROM db_all WHERE DEL In (2, 3)"_s);
+    view.DB_ALL_DEL();
+    EXPECT_EQ(titles(), QStringList{u"Licht aus"_s});
+    EXPECT_EQ(view.matchCount(), 1);
+    view.DB_ALL_NOEXIST();
+    EXPECT_EQ(titles(), QStringList{u"Licht weg"_s});
+    type(u"Brand"_s);
+    EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
+    database->Execute(u"update db_all set DEL=0"_s);
+    view.DB_ALL_DEL();
+    EXPECT_EQ(grid.note.title, u"Keine Titel als gelöscht markiert"_s);
+}
+
+TEST_F(Mp3dbMessagesTest, TheTempoOfTheCurrentTrackIsAskedForWithItsMode)
+{
+    type(u"Brand"_s);
+    grid.current = 0;
+    const QString fid = view.GetFID();
+    others.SendMessage(u"db.BeatGauge.Menu.Click"_s);
+    others.SendMessage(u"db.BeatGauge.Menu.Manuell.Click"_s);
+    EXPECT_EQ(tempoSearches, (QStringList{u"auto "_s + fid, u"manuell "_s + fid}));
+}
+
+TEST_F(Mp3dbMessagesTest, TheContextMenuAndTheMonitorAreAskedForWithTheCurrentTrack)
+{
+    QStringList sent;
+    const auto listener = library.bus.subscribe([&](const MLVMessage& message) {
+        sent.append(message.Command + u' ' + message.Value1.toText());
+    });
+    view.contextMenuWanted();
+    EXPECT_EQ(sent, QStringList());
+    type(u"Brand"_s);
+    grid.current = 0;
+    const QString fid = view.GetFID();
+    view.contextMenuWanted();
+    view.toolPressed(u"play.center"_s);
+    EXPECT_EQ(sent, (QStringList{u"show.context.menu.mp3db "_s + fid,
+                                 u"player.monitor.play.center "_s + fid}));
+}
+
+TEST_F(Mp3dbMessagesTest, TheToolBarIsMadeWhenTheWindowAsksForIt)
+{
+    QSignalSpy wanted(&view, &ctl_MP3DB::toolBarWanted);
+    others.SendMessage(u"create.toolbars"_s, QString());
+    others.SendMessage(u"create.nothing"_s);
+    EXPECT_EQ(wanted.size(), 1);
+}
+
+} // namespace
+} // namespace melovane

@@ -1,0 +1,156 @@
+#include "shell/window_fixture.h"
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+/// Messages of other programs, as they arrive at the loaded window.
+struct SuiteHandlerTest : public test::WindowFixture
+{
+    SuiteHandlerTest()
+    {
+        mlvdb.load();
+        taken();
+    }
+
+    QStringList after(qint32 id, qint32 wParam = 0, qint32 lParam = 0)
+    {
+        control.number(id, wParam, lParam);
+        return taken();
+    }
+
+    QStringList afterText(qint32 id, qint32 number, const QString& text)
+    {
+        control.text(id, number, text);
+        return taken();
+    }
+
+    /// Settings as another program has changed them meanwhile.
+    void changeElsewhere(int volume) { folders.makeSettings()->SetDefaultVolume(volume); }
+};
+
+TEST_F(SuiteHandlerTest, AnotherSoundCardReopensTheMonitor)
+{
+    changeElsewhere(1234);
+    EXPECT_EQ(after(1036), QStringList{u"monitor reopen"_s});
+    EXPECT_EQ(settings->DefaultVolume(), 1234);
+}
+
+TEST_F(SuiteHandlerTest, TheDatabaseIsLetGoBeforeTheAskerIsAnswered)
+{
+    changeElsewhere(1235);
+    EXPECT_EQ(after(1037, 0, 99),
+              (QStringList{u"bus db.disconnect"_s, u"release"_s, u"send 1037 0 2 to 99"_s}));
+    EXPECT_EQ(settings->DefaultVolume(), 1235);
+    EXPECT_EQ(after(1038), (QStringList{u"open"_s, u"bus db.reconnect"_s}));
+}
+
+TEST_F(SuiteHandlerTest, ChangedSettingsAreReadBeforeTheViewsHearOfThem)
+{
+    changeElsewhere(1236);
+    int seen = 0;
+    const auto view = bus.subscribe([&](const MLVMessage&) { seen = settings->DefaultVolume(); });
+    EXPECT_EQ(after(1039), QStringList{u"bus change.config"_s});
+    EXPECT_EQ(seen, 1236);
+}
+
+TEST_F(SuiteHandlerTest, PlaylistMessagesGoToTheViewsWithTheirNumbers)
+{
+    EXPECT_EQ(after(1042, 7, 8), (QStringList{u"idle"_s, u"bus refresh.playlist 7"_s}));
+    EXPECT_EQ(after(1045, 7, 8), (QStringList{u"idle"_s, u"bus refresh.playlist.plid 8 7"_s}));
+    EXPECT_EQ(after(1052), QStringList{u"bus favorit.refresh"_s});
+    EXPECT_EQ(after(1069, 7, 8), (QStringList{u"idle"_s, u"bus beatgauge.bpm 8 7"_s}));
+    EXPECT_EQ(after(1079, 7, 8), (QStringList{u"idle"_s, u"bus refresh.playlist.tree 7"_s}));
+}
+
+TEST_F(SuiteHandlerTest, AnImportChecksTheSideFilesBetweenTheViews)
+{
+    EXPECT_EQ(after(1048),
+              (QStringList{u"idle"_s, u"bus db.change"_s, u"side files"_s, u"bus refresh.all"_s}));
+    EXPECT_EQ(processes.commands, QStringList());
+    data.stale = true;
+    after(1048);
+    EXPECT_EQ(processes.commands, QStringList{command(u"Task.RebuildTree.exe 1"_s)});
+}
+
+TEST_F(SuiteHandlerTest, ThePlayerDocksAndUndocksTheWindow)
+{
+    const QRect before = window.rect;
+    after(1049);
+    EXPECT_EQ(window.rect.top(), window.area.center().y() + 1);
+    after(1051);
+    EXPECT_EQ(window.rect, before);
+}
+
+TEST_F(SuiteHandlerTest, TheLibraryIsReloadedAndTheMonitorObeys)
+{
+    EXPECT_EQ(after(1050), QStringList{u"library reload"_s});
+    EXPECT_EQ(after(1078), QStringList{u"monitor stop"_s});
+    EXPECT_EQ(after(1074, 0, 5000), QStringList{u"monitor volume 5000"_s});
+    EXPECT_EQ(after(1074, 210, 5000),
+              (QStringList{u"monitor volume 5000"_s, u"bus Volume.Monitor.Change.Icon 5000"_s}));
+}
+
+TEST_F(SuiteHandlerTest, TheResultOfTheJobsIsShownWhenTheirMessageHasBeenAnswered)
+{
+    EXPECT_EQ(after(1056, 100, 3), QStringList());
+    ASSERT_TRUE(loop.fire(0));
+    EXPECT_EQ(taken(), QStringList{u"warning Melovane: 3 Änderungen übernommen"_s});
+    after(1056, 100, 0);
+    ASSERT_TRUE(loop.fire(0));
+    EXPECT_EQ(taken(), QStringList{u"warning Melovane: Keine Änderungen vorhanden"_s});
+    EXPECT_FALSE(loop.fire(0));
+}
+
+TEST_F(SuiteHandlerTest, JobsAskForTheTreesByTheirMask)
+{
+    EXPECT_EQ(after(1056, 200, 1010000), QStringList{u"bus refresh.tree 1010000"_s});
+}
+
+TEST_F(SuiteHandlerTest, JobsWithKind150DoNothing)
+{
+    EXPECT_EQ(after(1056, 150, 3), QStringList());
+    EXPECT_FALSE(loop.fire(0));
+}
+
+TEST_F(SuiteHandlerTest, NumbersBelow1036AndFrom1080OnAreIgnored)
+{
+    for (const qint32 id : {0, -1, 1035, 1040, 1041, 1043, 1077, 1080, 2001, 1036 + 65536}) {
+        EXPECT_EQ(after(id, 100, 3), QStringList()) << id;
+    }
+}
+
+TEST_F(SuiteHandlerTest, AClickOnAnArtistOrATitleElsewhereIsAClickInTheTree)
+{
+    EXPECT_EQ(afterText(3075, 11011, u"Ostwind"_s),
+              QStringList{u"bus tree.click.row Ostwind Interpret"_s});
+    EXPECT_EQ(afterText(3075, 11012, u"Hafen"_s), QStringList{u"bus tree.click.row Hafen Titel"_s});
+    EXPECT_EQ(afterText(3075, 11013, u"Hafen"_s), QStringList());
+}
+
+TEST_F(SuiteHandlerTest, ImagesAndTempoRequestsGoToTheViews)
+{
+    EXPECT_EQ(afterText(3077, 0, u"a.jpg"_s), QStringList{u"bus sleeveviewer.click.image a.jpg"_s});
+    EXPECT_EQ(afterText(3078, 5, u"fid"_s), QStringList{u"bus bpm.find.fid 5 fid"_s});
+    EXPECT_EQ(afterText(3076, 5, u"fid"_s), QStringList());
+}
+
+TEST_F(SuiteHandlerTest, WhatCameFromThePlayerDoesNotGoBackToIt)
+{
+    settings->SetMessageHandleDJ(55);
+    messages.alive = {55};
+    after(1079, 7, 0);
+    after(1052, 0, 0);
+    control.number(1079, 7, 0);
+    EXPECT_EQ(taken().filter(u"send"_s), QStringList());
+    others.SendMessage(u"refresh.playlist.tree"_s);
+    others.SendMessage(u"Favorit.Refresh"_s);
+    others.SendMessage(u"update.tree.row"_s);
+    EXPECT_EQ(taken().filter(u"send"_s),
+              (QStringList{u"send 1079 0 0 to 55"_s, u"send 1079 0 0 to 55"_s,
+                           u"send 1079 0 0 to 55"_s}));
+}
+
+} // namespace
+} // namespace melovane

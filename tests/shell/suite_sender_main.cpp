@@ -1,0 +1,91 @@
+#include "platform/db/database.h"
+#include "platform/linux/linux_messages.h"
+#include "platform/sqlite/sqlite_engine.h"
+#include "platform/system/clock.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <cstdio>
+
+namespace {
+
+using namespace melovane;
+
+/// Another program of the suite, for one errand: "FOLDER HANDLE ERRAND ...".
+class Program
+{
+public:
+    Program(const QString& folder, MessageHandle console)
+        : m_messages(MessagePlace(folder))
+        , m_control(m_messages.makeControl())
+    {
+        m_control->setTarget(console);
+        m_control->setMessageNumber([this](qint32 id, qint32, qint32 lParam) {
+            m_released = m_released || (id == 1037 && lParam == 2);
+            return 0;
+        });
+    }
+
+    /// "number ID WPARAM LPARAM ..." sends numbers one after the other.
+    int numbers(const QStringList& arguments)
+    {
+        for (qsizetype at = 0; at + 2 < arguments.size(); at += 3) {
+            m_control->Send(arguments[at].toInt(), arguments[at + 1].toInt(),
+                            arguments[at + 2].toInt());
+        }
+        return 0;
+    }
+
+    /// "import DATABASE STATEMENT": changes the library and tells the console.
+    int import(const QStringList& arguments)
+    {
+        const SystemClock clock;
+        const auto engine = sqlite::makeEngine(clock);
+        engine->OpenDatabase(arguments[0])->Execute(arguments[1]);
+        m_control->Send(1048, 0, 0);
+        return 0;
+    }
+
+    /// "replace DATABASE OTHER": puts another file in the place of the library while the console
+    /// has let go of it. 2 when it has not.
+    int replace(const QStringList& arguments)
+    {
+        m_control->Send(1037, 0, m_control->handle());
+        if (!m_released) {
+            return 2;
+        }
+        // A file that somebody still holds open keeps its journal beside it.
+        if (QFile::exists(arguments[0] + QStringLiteral("-wal"))) {
+            return 3;
+        }
+        if (!QFile::remove(arguments[0]) || !QFile::rename(arguments[1], arguments[0])) {
+            return 4;
+        }
+        m_control->Send(1038, 0, 0);
+        return 0;
+    }
+
+private:
+    LinuxMessages m_messages;
+    std::unique_ptr<KSMessage> m_control;
+    bool m_released = false;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() < 4) {
+        return 1;
+    }
+    Program program(arguments[1], arguments[2].toInt());
+    const QString errand = arguments[3];
+    const QStringList rest = arguments.mid(4);
+    if (errand == QStringLiteral("number")) {
+        return program.numbers(rest);
+    }
+    return errand == QStringLiteral("import") ? program.import(rest) : program.replace(rest);
+}

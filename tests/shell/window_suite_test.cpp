@@ -1,0 +1,139 @@
+#include "shell/console.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+/// The window with a real second program at the other end.
+struct WindowSuiteTest : public testing::Test
+{
+    WindowSuiteTest()
+    {
+        library.add(
+            {{u"Lichtspiel"_s, u"Ostwind"_s, {}, {}, 0}, {u"Brandung"_s, u"Trio"_s, {}, {}, 0}});
+        console.window.show();
+    }
+
+    /// Runs an errand of the second program while the window goes on; its exit code.
+    int run(const QStringList& errand)
+    {
+        QProcess process;
+        process.start(QString::fromUtf8(MLV_SUITE_SENDER),
+                      QStringList{library.folders.environment().runtimeFolder(),
+                                  QString::number(console.message->handle())} +
+                          errand);
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 10'000));
+        return process.exitCode();
+    }
+
+    QStringList titles()
+    {
+        QStringList result;
+        const QAbstractItemModel* model = console.grid().model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            result.append(model->index(row, console.grid().columnOf(u"Titel"_s)).data().toString());
+        }
+        return result;
+    }
+
+    test::TestLibrary library;
+    test::Console console{library};
+};
+
+TEST_F(WindowSuiteTest, AnImportElsewhereIsShownAtOnce)
+{
+    QTest::keyClicks(&console.searchLine(), u"Neu"_s);
+    ASSERT_EQ(titles(), QStringList());
+    ASSERT_EQ(run({u"import"_s, library.databaseName(),
+                   u"insert into db_all (FID,Titel,DEL) values ('900000000001','Neuland',0)"_s}),
+              0);
+    EXPECT_EQ(titles(), QStringList{u"Neuland"_s});
+}
+
+TEST_F(WindowSuiteTest, AnotherProgramCanReplaceTheDatabaseAndTheWindowTakesItBack)
+{
+    QTest::keyClicks(&console.searchLine(), u"B"_s);
+    ASSERT_EQ(titles(), QStringList{u"Brandung"_s});
+    const QString other = library.folders.configFile(u"other.mdb"_s);
+    library.engine->BackupDatabase(library.databaseName(), other);
+    library.engine->OpenDatabase(other)->Execute(
+        u"update db_all set Titel='Beifall' where Titel='Brandung'"_s);
+    library.engine->Release(other);
+    ASSERT_EQ(run({u"replace"_s, library.databaseName(), other}), 0);
+    EXPECT_EQ(titles(), QStringList{u"Beifall"_s});
+}
+
+TEST_F(WindowSuiteTest, TheMonitorFallsSilentForAnotherProgram)
+{
+    console.log.clear();
+    ASSERT_EQ(run({u"number"_s, u"1078"_s, u"0"_s, u"0"_s}), 0);
+    EXPECT_EQ(console.log, QStringList{u"monitor stop"_s});
+}
+
+TEST_F(WindowSuiteTest, ThePlayerDocksTheWindowAndLetsItGo)
+{
+    console.window.setGeometry(30, 40, 700, 500);
+    ASSERT_EQ(run({u"number"_s, u"1049"_s, u"0"_s, u"0"_s}), 0);
+    const QRect area = console.window.screenArea();
+    EXPECT_EQ(console.window.frameGeometry(), area.adjusted(0, area.height() / 2, 0, 0));
+    ASSERT_EQ(run({u"number"_s, u"1051"_s, u"0"_s, u"0"_s}), 0);
+    EXPECT_EQ(console.window.geometry(), QRect(30, 40, 700, 500));
+}
+
+TEST_F(WindowSuiteTest, ADockedWindowIsNotKeptAtItsPlace)
+{
+    console.window.setGeometry(30, 40, 700, 500);
+    ASSERT_EQ(run({u"number"_s, u"1049"_s, u"0"_s, u"0"_s}), 0);
+    console.window.close();
+    EXPECT_EQ(library.folders.makeSettings()->Position(u"DBPosition"_s).Left, -1);
+}
+
+TEST_F(WindowSuiteTest, NumbersThatTheWindowDoesNotKnowLeaveItAlone)
+{
+    const QRect before = console.window.geometry();
+    console.log.clear();
+    ASSERT_EQ(run({u"number"_s, u"1080"_s, u"100"_s, u"1"_s, u"1035"_s, u"100"_s, u"1"_s, u"1056"_s,
+                   u"150"_s, u"1"_s, u"2147483647"_s, u"-1"_s, u"-1"_s}),
+              0);
+    EXPECT_EQ(console.log, QStringList());
+    EXPECT_EQ(console.window.geometry(), before);
+}
+
+TEST_F(WindowSuiteTest, ABurstOfPlaylistChangesReachesThePlayerOnce)
+{
+    const auto player = console.messages.makeControl();
+    QList<qint32> received;
+    player->setMessageNumber([&](qint32 id, qint32, qint32) {
+        received.append(id);
+        return 0;
+    });
+    library.settings->SetMessageHandleDJ(player->handle());
+    BusSender playlist(library.bus, u"ctl_Playlist"_s);
+    for (int i = 0; i < 20; ++i) {
+        playlist.SendMessage(u"playlist.change"_s, 1);
+    }
+    playlist.SendMessage(u"favorit.refresh"_s);
+    EXPECT_EQ(received, QList<qint32>{1079});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return received.size() == 2; }));
+    EXPECT_EQ(received, (QList<qint32>{1079, 1042}));
+}
+
+TEST_F(WindowSuiteTest, TheHandleInTheSettingsIsThatOfALiveControlUntilTheWindowGoes)
+{
+    const MessageHandle handle = library.folders.makeSettings()->MessageHandleDB();
+    EXPECT_EQ(handle, console.message->handle());
+    EXPECT_TRUE(console.messages.IsMsgWindow(handle));
+    console.window.close();
+    EXPECT_EQ(library.folders.makeSettings()->MessageHandleDB(), 0);
+}
+
+} // namespace
+} // namespace melovane
