@@ -51,6 +51,8 @@ inline constexpr int kObjectExists = 3012;
 inline constexpr int kDiskFull = 3026;
 /// A failed read or write.
 inline constexpr int kDiskError = 3043;
+/// Not enough memory.
+inline constexpr int kOutOfMemory = 3035;
 /// The object was closed.
 inline constexpr int kObjectClosed = 3420;
 /// Anything else that the engine reports.

@@ -17,6 +17,10 @@ public:
         : m_connection(connection)
     {}
 
+    ~Attachments();
+    Attachments(const Attachments&) = delete;
+    Attachments& operator=(const Attachments&) = delete;
+
     /// Schema name of the file, which is attached when it is not yet.
     /// \throws DbError kFileNotFound and as DBEngine::OpenDatabase
     [[nodiscard]] QString schemaOf(const QString& path);
@@ -28,26 +32,26 @@ public:
     /// Sum of the change counters of all attached files, see Database::DataVersion.
     [[nodiscard]] qint64 foreignChanges();
 
-    [[nodiscard]] bool holds(const QString& path) const;
+    [[nodiscard]] bool holds(const FileId& file) const;
 
 private:
     struct Entry
     {
         QString schema;
-        QString path;
-        FileId id;
+        OpenedFile file;
         qint64 used = 0;
         qint64 dataVersion = 0;
     };
 
-    QString attach(const QString& path, const FileId& id);
+    QString attach(const QString& path);
+    void leave();
     void detach(std::size_t index);
     void detachLeastUsed();
     [[nodiscard]] qint64 pragma(const QString& schema, const QString& name);
 
     Connection& m_connection;
     std::vector<Entry> m_entries;
-    QStringList m_leaving; ///< could not be let go inside a transaction
+    std::vector<Entry> m_leaving; ///< could not be let go inside a transaction
     int m_made = 0;
     qint64 m_uses = 0;
     qint64 m_foreignChanges = 0;

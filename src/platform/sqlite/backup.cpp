@@ -66,13 +66,13 @@ void copyPages(sqlite3* source, const QString& path)
 
 } // namespace
 
-void createDatabaseFile(const QString& path)
+void createDatabaseFile(const QString& path, bool sharesMemory)
 {
     if (fileId(path)) {
         throw DbError(dberror::kObjectExists, u"The file exists already: %1"_s.arg(path));
     }
     const TemporaryFile file(path);
-    Connection::createFile(file.path());
+    Connection::createFile(file.path(), sharesMemory);
     file.moveIntoPlace(false);
 }
 

@@ -18,6 +18,7 @@ public:
     explicit ReadScope(Connection& connection)
         : m_connection(connection)
         , m_own(!connection.inTransaction())
+        , m_end(connection.statements().take(u"COMMIT"_s))
     {
         if (m_own) {
             m_connection.statements().take(u"BEGIN"_s)->run();
@@ -26,8 +27,14 @@ public:
 
     ~ReadScope()
     {
-        if (m_own) {
-            sqlite3_exec(m_connection.handle(), "COMMIT", nullptr, nullptr, nullptr);
+        if (!m_own) {
+            return;
+        }
+        try {
+            m_end->run();
+        } catch (const DbError&) {
+            // Nothing was changed, so this ends it as well.
+            sqlite3_exec(m_connection.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
         }
     }
 
@@ -37,6 +44,7 @@ public:
 private:
     Connection& m_connection;
     bool m_own;
+    StatementPool::Lease m_end; ///< made beforehand: it must run when memory has gone
 };
 
 void readCells(const Statement& statement,

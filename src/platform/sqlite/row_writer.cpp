@@ -86,6 +86,7 @@ RowWriter::Added RowWriter::insert(Session& session) const
         throw DbError(dberror::kReadOnly,
                       u"A new row of a join can be written to one of its tables only."_s);
     }
+    session.requireWritable();
     const int table = m_pending.empty() ? 0 : m_pending.begin()->first;
     const Columns columns = m_pending.empty() ? Columns() : m_pending.begin()->second;
     const BaseTable& base = m_set.statement().translation.tables[std::size_t(table)];
@@ -115,6 +116,7 @@ void RowWriter::updateTable(Session& session, int table, qint64 key, const Colum
     if (key == kNoRow) {
         throw DbError(dberror::kReadOnly, u"This row has no partner that could be changed."_s);
     }
+    session.requireWritable();
     const BaseTable& base = m_set.statement().translation.tables[std::size_t(table)];
     const auto statement = session.connection().statements().take(updateSql(base, columns));
     statement->bindAll(valuesOf(columns));
@@ -127,6 +129,7 @@ void RowWriter::updateTable(Session& session, int table, qint64 key, const Colum
 
 void RowWriter::remove(Session& session, const RowSet& set, qint64 index)
 {
+    session.requireWritable();
     const BaseTable& base = set.statement().translation.tables.front();
     const auto statement = session.connection().statements().take(
         u"DELETE FROM %1 WHERE _rowid_=?1"_s.arg(tableName(base)));

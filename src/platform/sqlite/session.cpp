@@ -63,23 +63,35 @@ SchemaChange Session::schemaChange()
 
 std::shared_ptr<const Prepared> Session::translate(const QString& text, bool allowParameters)
 {
-    return withStatement(text, [&]() -> std::shared_ptr<const Prepared> {
+    return withStatement(text, [&] {
         m_catalogue.refresh();
-        const QString key = (allowParameters ? u'p' : u'-') + text;
-        if (const auto found = m_prepared.constFind(key);
-            found != m_prepared.cend() && isCurrent(**found)) {
-            (*found)->seenAgain = true;
-            return *found;
-        }
-        std::shared_ptr<Prepared> made = makePrepared(text, allowParameters);
-        if (text.size() <= kLongestKept) {
-            if (m_prepared.size() >= kMostPrepared) {
-                m_prepared.clear();
+        std::shared_ptr<const Prepared> statement = find(text, allowParameters);
+        if (m_transactions.isOpen()) {
+            // Before its first look at them: what it reads must not be stale when it writes.
+            for (const auto& [schema, version] : statement->sideFiles) {
+                m_transactions.lockSideFile(schema);
             }
-            m_prepared.insert(key, made);
         }
-        return made;
+        return statement;
     });
+}
+
+std::shared_ptr<const Prepared> Session::find(const QString& text, bool allowParameters)
+{
+    const QString key = (allowParameters ? u'p' : u'-') + text;
+    if (const auto found = m_prepared.constFind(key);
+        found != m_prepared.cend() && isCurrent(**found)) {
+        (*found)->seenAgain = true;
+        return *found;
+    }
+    std::shared_ptr<Prepared> made = makePrepared(text, allowParameters);
+    if (text.size() <= kLongestKept) {
+        if (m_prepared.size() >= kMostPrepared) {
+            m_prepared.clear();
+        }
+        m_prepared.insert(key, made);
+    }
+    return made;
 }
 
 std::shared_ptr<Prepared> Session::makePrepared(const QString& text, bool allowParameters)
@@ -109,6 +121,7 @@ int Session::execute(const Prepared& statement, const std::vector<Value>& parame
 {
     return withStatement(statement.text, [&] {
         const Translation& translation = statement.translation;
+        requireWritable();
         nextEpoch();
         if (translation.ddl) {
             schemaChange().apply(*translation.ddl);
@@ -137,9 +150,21 @@ qint64 Session::dataVersion()
     return m_foreignChanges;
 }
 
+void Session::rollback() noexcept
+{
+    m_transactions.rollback();
+    // What was written is gone again, tables and queries too.
+    m_catalogue.invalidate();
+    nextEpoch();
+}
+
 void Session::settle() noexcept
 {
+    const bool wasOpen = m_connection.inTransaction();
     m_transactions.rollbackAll();
+    if (wasOpen) {
+        m_catalogue.invalidate();
+    }
     nextEpoch();
 }
 

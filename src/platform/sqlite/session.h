@@ -42,6 +42,9 @@ public:
     [[nodiscard]] std::shared_ptr<const Prepared> translate(const QString& text,
                                                             bool allowParameters);
 
+    /// To be called before each change. \throws DbError when it must not be made now
+    void requireWritable() { m_transactions.requireWritable(); }
+
     /// Runs an action statement as one change. \return rows touched
     int execute(const Prepared& statement, const std::vector<Value>& parameters);
 
@@ -53,11 +56,15 @@ public:
     /// \see Database::DataVersion
     [[nodiscard]] qint64 dataVersion();
 
+    /// Undoes the innermost transaction, if there is one.
+    void rollback() noexcept;
+
     /// Undoes what is open; for giving the session to the next user.
     void settle() noexcept;
 
 private:
     [[nodiscard]] bool isCurrent(const Prepared& statement);
+    std::shared_ptr<const Prepared> find(const QString& text, bool allowParameters);
     std::shared_ptr<Prepared> makePrepared(const QString& text, bool allowParameters);
 
     Connection m_connection;

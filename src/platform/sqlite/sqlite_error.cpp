@@ -53,6 +53,19 @@ constexpr QLatin1StringView kOwnErrorMark(kErrorMark, sizeof(kErrorMark) - 1);
 
 } // namespace
 
+void throwReplaced(const QString& path)
+{
+    throw DbError(dberror::kCannotOpen,
+                  u"Die Datenbankdatei wurde inzwischen ersetzt oder entfernt und muss neu "
+                  "geöffnet werden: %1"_s.arg(path));
+}
+
+void throwUndone()
+{
+    throw DbError(dberror::kOther,
+                  u"Die Transaktion wurde nach einem Fehler rückgängig gemacht."_s);
+}
+
 void throwError(sqlite3* connection, int code)
 {
     const QString message =
@@ -65,6 +78,7 @@ void throwError(sqlite3* connection, int code)
         throwConstraint(code, message);
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
+    case SQLITE_PROTOCOL:
         throw DbError(dberror::kLocked, u"The database is in use by another program."_s);
     case SQLITE_NOTADB:
         throw DbError(dberror::kUnrecognisedFormat, u"The file is not a database."_s);
@@ -79,6 +93,8 @@ void throwError(sqlite3* connection, int code)
     case SQLITE_IOERR:
         throw DbError(dberror::kDiskError,
                       u"Reading or writing the file failed (%1)."_s.arg(message));
+    case SQLITE_NOMEM:
+        throw DbError(dberror::kOutOfMemory, u"Der Arbeitsspeicher reicht nicht aus."_s);
     case SQLITE_MISMATCH:
         throw DbError(dberror::kTypeMismatch, u"A value does not fit the type of its column."_s);
     }

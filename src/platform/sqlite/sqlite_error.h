@@ -14,6 +14,12 @@ namespace melovane::sqlite {
 /// \param code extended result code; not SQLITE_OK
 [[noreturn]] void throwError(sqlite3* connection, int code);
 
+/// For a change to a file that is no longer the one behind its path.
+[[noreturn]] void throwReplaced(const QString& path);
+
+/// For work in a transaction that an error has undone as a whole.
+[[noreturn]] void throwUndone();
+
 /// Runs `work` and adds the statement to each DbError that names none.
 template <typename Work> auto withStatement(const QString& statement, Work&& work)
 {

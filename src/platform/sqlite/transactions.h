@@ -4,34 +4,50 @@
 
 namespace melovane::sqlite {
 
-/// Nested transactions of a connection. The outermost takes the write lock at once, so that nothing
-/// read inside it is stale when it is written; inner ones are savepoints.
+/// Nested transactions of a connection. The outermost takes the write lock of the main file at
+/// once, so that nothing read inside it is stale when it is written; inner ones are savepoints.
+///
+/// An error may undo the whole transaction (a full disk), or a level that cannot be undone alone.
+/// All levels are lost then, and nothing more is written until the outermost was rolled back.
 class Transactions
 {
 public:
-    explicit Transactions(Connection& connection)
-        : m_connection(connection)
-    {}
+    explicit Transactions(Connection& connection);
 
     [[nodiscard]] bool isOpen() const { return m_depth > 0; }
 
-    /// \throws DbError kLocked, kReadOnly
+    /// \throws DbError kLocked, kReadOnly, kCannotOpen when the file was replaced
     void begin();
 
-    /// \throws DbError when there is none, or it could not be written and was undone
+    /// When it throws, the level is still open and waits for rollback().
+    /// \throws DbError when there is none, or it could not be written
     void commit();
+
+    /// To be called before each change. \throws DbError when the transaction is lost, or the file
+    /// was replaced
+    void requireWritable();
+
+    /// Takes the write lock of a side file for the open transaction. Others may write to it until
+    /// its first statement, so that they are not stopped by a transaction that never needs it.
+    /// \throws DbError kLocked
+    void lockSideFile(const QString& schema);
 
     /// Does nothing when there is none.
     void rollback() noexcept;
 
-    /// Undoes all levels.
+    /// Undoes all levels. The connection may still be inside a transaction when memory or disk
+    /// failed again; it must be closed then.
     void rollbackAll() noexcept;
 
 private:
-    [[nodiscard]] bool wasUndone();
+    [[nodiscard]] bool isLost();
+    void lock(const QString& schema);
+    void undoEverything() noexcept;
 
     Connection& m_connection;
+    Statement m_rollback; ///< made beforehand: it must run when memory has gone
     int m_depth = 0;
+    bool m_lost = false;
 };
 
 /// One change of several statements: undone unless commit() is reached.
@@ -56,8 +72,8 @@ public:
 
     void commit()
     {
-        m_open = false;
         m_transactions.commit();
+        m_open = false;
     }
 
 private:

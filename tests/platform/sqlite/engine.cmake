@@ -3,6 +3,7 @@ mlv_test(engine_test LABEL logic
     SOURCES
         db/data_control_test.cpp
         sqlite/engine_catalogue_test.cpp
+        sqlite/engine_files_test.cpp
         sqlite/engine_fixture.cpp sqlite/engine_fixture.h
         sqlite/engine_hostile_test.cpp
         sqlite/engine_links_test.cpp
@@ -10,6 +11,15 @@ mlv_test(engine_test LABEL logic
         sqlite/engine_recordset_test.cpp
         sqlite/engine_statements_test.cpp
     LINKS mlv_platform_sqlite SQLite::SQLite3)
+
+# The engine on a failing system and on damaged files. Longer: tools/prove_engine.sh
+mlv_test(engine_fault_test LABEL logic
+    SOURCES
+        sqlite/engine_changes.cpp sqlite/engine_changes.h
+        sqlite/engine_damage_test.cpp
+        sqlite/engine_fault_test.cpp
+        sqlite/engine_fixture.cpp sqlite/engine_fixture.h
+    LINKS mlv_platform_sqlite mlv_test_faults)
 
 # Starts itself as further processes.
 mlv_test(engine_process_test LABEL process

@@ -3,8 +3,6 @@
 #include <QCoreApplication>
 #include <QProcess>
 
-#include <sqlite3.h>
-
 namespace melovane::test {
 namespace {
 
@@ -107,20 +105,7 @@ protected:
         ASSERT_TRUE(process.waitForStarted(kPatience));
     }
 
-    void expectIntact()
-    {
-        sqlite3* raw = nullptr;
-        ASSERT_EQ(sqlite3_open(path().toUtf8().constData(), &raw), SQLITE_OK);
-        const auto compare = [](void*, int, const void*, int, const void*) { return 0; };
-        sqlite3_create_collation(raw, "MLV", SQLITE_UTF8, nullptr, compare);
-        sqlite3_stmt* check = nullptr;
-        ASSERT_EQ(sqlite3_prepare_v2(raw, "PRAGMA integrity_check", -1, &check, nullptr),
-                  SQLITE_OK);
-        ASSERT_EQ(sqlite3_step(check), SQLITE_ROW);
-        EXPECT_STREQ(reinterpret_cast<const char*>(sqlite3_column_text(check, 0)), "ok");
-        sqlite3_finalize(check);
-        sqlite3_close(raw);
-    }
+    void expectIntact() { EXPECT_EQ(integrityOf(path()), u"ok"_s); }
 };
 
 TEST_F(EngineProcesses, TwoThatWriteAtOnceLoseNothingAndSeeNoLock)
