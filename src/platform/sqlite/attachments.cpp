@@ -1,7 +1,8 @@
 #include "platform/sqlite/attachments.h"
 
 #include "platform/sqlite/sqlite_error.h"
-#include "platform/sqlite/stored_text.h"
+
+#include <sqlite3.h>
 
 namespace melovane::sqlite {
 
@@ -57,6 +58,7 @@ QString Attachments::attach(const QString& path)
     const QString schema = u"mlv%1"_s.arg(++m_made);
     m_entries.push_back({schema, m_connection.attach(path, schema), ++m_uses, 0});
     try {
+        lockForTransaction(schema);
         m_entries.back().dataVersion = pragma(schema, u"data_version"_s);
     } catch (const DbError&) {
         detach(m_entries.size() - 1);
@@ -104,18 +106,43 @@ qint64 Attachments::versionOf(const QString& schema)
         return -1;
     }
     entry->used = ++m_uses;
+    lockForTransaction(schema);
     return pragma(schema, u"schema_version"_s);
 }
 
 qint64 Attachments::foreignChanges()
 {
     for (Entry& entry : m_entries) {
+        if (isUntouchedByTransaction(entry.schema)) {
+            continue;
+        }
         const qint64 version = pragma(entry.schema, u"data_version"_s);
         if (std::exchange(entry.dataVersion, version) != version) {
             ++m_foreignChanges;
         }
     }
     return m_foreignChanges;
+}
+
+bool Attachments::isUntouchedByTransaction(const QString& schema) const
+{
+    return m_connection.inTransaction() &&
+           sqlite3_txn_state(m_connection.handle(), schema.toLatin1().constData()) ==
+               SQLITE_TXN_NONE;
+}
+
+void Attachments::lockForTransaction(const QString& schema)
+{
+    if (!isUntouchedByTransaction(schema)) {
+        return;
+    }
+    try {
+        m_connection.lock(schema);
+    } catch (const DbError& error) {
+        if (error.number() != dberror::kReadOnly) {
+            throw;
+        }
+    }
 }
 
 bool Attachments::holds(const FileId& file) const

@@ -10,6 +10,9 @@ namespace melovane::sqlite {
 /// Side files are disposable and may be made anew by another program at any time. Each attachment
 /// remembers which file it is, and gets a schema name of its own that is never used again, so a
 /// statement prepared for a file that is gone fails instead of meeting the new one.
+///
+/// A transaction takes the write lock of a side file before its first look at it: a side file that
+/// it does not name stays free for others, and what it has read is never stale when it writes.
 class Attachments
 {
 public:
@@ -29,6 +32,10 @@ public:
     /// behind its path by now.
     [[nodiscard]] qint64 versionOf(const QString& schema);
 
+    /// To be called before a statement looks at the file: inside a transaction takes its write
+    /// lock. \throws DbError kLocked
+    void lockForTransaction(const QString& schema);
+
     /// Sum of the change counters of all attached files, see Database::DataVersion.
     [[nodiscard]] qint64 foreignChanges();
 
@@ -45,6 +52,7 @@ private:
 
     QString attach(const QString& path);
     void leave();
+    [[nodiscard]] bool isUntouchedByTransaction(const QString& schema) const;
     void detach(std::size_t index);
     void detachLeastUsed();
     [[nodiscard]] qint64 pragma(const QString& schema, const QString& name);

@@ -20,6 +20,7 @@ public:
         : m_target(target)
         , m_path(temporaryBeside(target))
     {
+        removeAbandoned(target);
         remove();
     }
 

@@ -265,6 +265,12 @@ bool Connection::inTransaction() const
     return sqlite3_get_autocommit(handle()) == 0;
 }
 
+/// A change of no row. BEGIN IMMEDIATE would take the locks of all attached files too.
+void Connection::lock(const QString& schema)
+{
+    m_statements.take(u"DELETE FROM %1.mlv_object WHERE 0"_s.arg(schema))->run();
+}
+
 void Connection::run(const QString& sql)
 {
     Statement(handle(), sql).run();

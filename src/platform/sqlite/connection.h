@@ -46,6 +46,10 @@ public:
     /// \throws DbError unless isCurrent()
     void requireCurrent();
 
+    /// Takes the write lock of an attached file, or of "main", for the open transaction.
+    /// \throws DbError kLocked, kReadOnly
+    void lock(const QString& schema);
+
     /// Compiled statements that are likely to run again.
     [[nodiscard]] StatementPool& statements() { return m_statements; }
 

@@ -3,11 +3,15 @@
 #include "platform/db/db_error.h"
 #include "platform/sqlite/sqlite_error.h"
 
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QtEndian>
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
 #include <sys/statfs.h>
@@ -292,6 +296,22 @@ QString temporaryBeside(const QString& path)
 {
     static std::atomic<int> counter{0};
     return u"%1.%2-%3.new"_s.arg(path).arg(::getpid()).arg(++counter);
+}
+
+void removeAbandoned(const QString& path)
+{
+    const QFileInfo target(path);
+    const QRegularExpression form(
+        u"^%1\\.(\\d+)-\\d+\\.new(-\\w+)?$"_s.arg(QRegularExpression::escape(target.fileName())));
+    const QDateTime dayAgo = QDateTime::currentDateTime().addDays(-1);
+    for (const QFileInfo& file : target.dir().entryInfoList(QDir::Files | QDir::Hidden)) {
+        const QRegularExpressionMatch match = form.match(file.fileName());
+        // The program may live on another machine that shares the folder: only age tells that.
+        if (match.hasMatch() && file.lastModified() < dayAgo &&
+            ::kill(match.captured(1).toInt(), 0) != 0) {
+            QFile::remove(file.filePath());
+        }
+    }
 }
 
 void removeJournals(const QString& path)

@@ -78,6 +78,9 @@ private:
 /// A name beside the file that nobody uses.
 [[nodiscard]] QString temporaryBeside(const QString& path);
 
+/// Removes temporary files of that target whose program was killed at work a day or longer ago.
+void removeAbandoned(const QString& path);
+
 /// Removes what SQLite keeps beside a database file: left alone, the journal of a file that is gone
 /// would be played into the next file of that name.
 void removeJournals(const QString& path);

@@ -239,6 +239,7 @@ void RowSet::readRows(Session& session)
 /// Fetches a whole page at the first look, later only what was forgotten of it.
 void RowSet::fetch(Session& session, qint64 index)
 {
+    session.requireReadable(*m_statement);
     const auto statement = session.connection().statements().take(m_statement->translation.rowSql);
     if (Row* row = m_pages.find(index)) {
         fetchInto(*statement, index, *row);

@@ -63,35 +63,23 @@ SchemaChange Session::schemaChange()
 
 std::shared_ptr<const Prepared> Session::translate(const QString& text, bool allowParameters)
 {
-    return withStatement(text, [&] {
+    return withStatement(text, [&]() -> std::shared_ptr<const Prepared> {
         m_catalogue.refresh();
-        std::shared_ptr<const Prepared> statement = find(text, allowParameters);
-        if (m_transactions.isOpen()) {
-            // Before its first look at them: what it reads must not be stale when it writes.
-            for (const auto& [schema, version] : statement->sideFiles) {
-                m_transactions.lockSideFile(schema);
+        const QString key = (allowParameters ? u'p' : u'-') + text;
+        if (const auto found = m_prepared.constFind(key);
+            found != m_prepared.cend() && isCurrent(**found)) {
+            (*found)->seenAgain = true;
+            return *found;
+        }
+        std::shared_ptr<Prepared> made = makePrepared(text, allowParameters);
+        if (text.size() <= kLongestKept) {
+            if (m_prepared.size() >= kMostPrepared) {
+                m_prepared.clear();
             }
+            m_prepared.insert(key, made);
         }
-        return statement;
+        return made;
     });
-}
-
-std::shared_ptr<const Prepared> Session::find(const QString& text, bool allowParameters)
-{
-    const QString key = (allowParameters ? u'p' : u'-') + text;
-    if (const auto found = m_prepared.constFind(key);
-        found != m_prepared.cend() && isCurrent(**found)) {
-        (*found)->seenAgain = true;
-        return *found;
-    }
-    std::shared_ptr<Prepared> made = makePrepared(text, allowParameters);
-    if (text.size() <= kLongestKept) {
-        if (m_prepared.size() >= kMostPrepared) {
-            m_prepared.clear();
-        }
-        m_prepared.insert(key, made);
-    }
-    return made;
 }
 
 std::shared_ptr<Prepared> Session::makePrepared(const QString& text, bool allowParameters)
@@ -115,6 +103,13 @@ bool Session::isCurrent(const Prepared& statement)
                        [&](const std::pair<QString, qint64>& file) {
                            return m_attachments.versionOf(file.first) == file.second;
                        });
+}
+
+void Session::requireReadable(const Prepared& statement)
+{
+    for (const auto& [schema, version] : statement.sideFiles) {
+        m_attachments.lockForTransaction(schema);
+    }
 }
 
 int Session::execute(const Prepared& statement, const std::vector<Value>& parameters)

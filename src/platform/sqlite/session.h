@@ -42,6 +42,9 @@ public:
     [[nodiscard]] std::shared_ptr<const Prepared> translate(const QString& text,
                                                             bool allowParameters);
 
+    /// To be called before rows of a statement are read that was translated some time ago.
+    void requireReadable(const Prepared& statement);
+
     /// To be called before each change. \throws DbError when it must not be made now
     void requireWritable() { m_transactions.requireWritable(); }
 
@@ -64,7 +67,6 @@ public:
 
 private:
     [[nodiscard]] bool isCurrent(const Prepared& statement);
-    std::shared_ptr<const Prepared> find(const QString& text, bool allowParameters);
     std::shared_ptr<Prepared> makePrepared(const QString& text, bool allowParameters);
 
     Connection m_connection;

@@ -30,33 +30,13 @@ void Transactions::begin()
     } else {
         m_connection.statements().take(u"BEGIN"_s)->run();
         try {
-            lock(u"main"_s);
+            m_connection.lock(u"main"_s);
         } catch (const DbError&) {
             undoEverything();
             throw;
         }
     }
     ++m_depth;
-}
-
-/// A change of no row. BEGIN IMMEDIATE would take the locks of all attached files too.
-void Transactions::lock(const QString& schema)
-{
-    m_connection.statements().take(u"DELETE FROM %1.mlv_object WHERE 0"_s.arg(schema))->run();
-}
-
-void Transactions::lockSideFile(const QString& schema)
-{
-    if (m_depth == 0 || isLost()) {
-        return;
-    }
-    try {
-        lock(schema);
-    } catch (const DbError& error) {
-        if (error.number() != dberror::kReadOnly) {
-            throw;
-        }
-    }
 }
 
 void Transactions::requireWritable()

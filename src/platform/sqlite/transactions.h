@@ -27,11 +27,6 @@ public:
     /// was replaced
     void requireWritable();
 
-    /// Takes the write lock of a side file for the open transaction. Others may write to it until
-    /// its first statement, so that they are not stopped by a transaction that never needs it.
-    /// \throws DbError kLocked
-    void lockSideFile(const QString& schema);
-
     /// Does nothing when there is none.
     void rollback() noexcept;
 
@@ -41,7 +36,6 @@ public:
 
 private:
     [[nodiscard]] bool isLost();
-    void lock(const QString& schema);
     void undoEverything() noexcept;
 
     Connection& m_connection;

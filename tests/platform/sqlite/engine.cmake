@@ -26,4 +26,4 @@ mlv_test(engine_process_test LABEL process
     SOURCES
         sqlite/engine_fixture.cpp sqlite/engine_fixture.h
         sqlite/engine_process_test.cpp
-    LINKS mlv_platform_sqlite SQLite::SQLite3)
+    LINKS mlv_platform_sqlite mlv_test_faults)

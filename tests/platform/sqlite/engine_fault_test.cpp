@@ -73,9 +73,11 @@ protected:
     {
         scene().close();
         if (isFullProof()) {
-            std::printf("proof: %s/%s: %d faults, %d told, of them %d with the change whole\n",
-                        testing::UnitTest::GetInstance()->current_test_info()->name(),
-                        GetParam().name, m_tally.faults, m_tally.told, m_tally.wholeAndTold);
+            // tools/prove_engine.sh adds these up.
+            const auto* info = testing::UnitTest::GetInstance()->current_test_info();
+            std::printf("proof: faults %s %s %d %d %d\n", info->test_suite_name(), GetParam().name,
+                        m_tally.faults, m_tally.told, m_tally.wholeAndTold);
+            std::fflush(stdout);
         }
     }
 

@@ -1,6 +1,7 @@
 #include "platform/sqlite/engine_fixture.h"
 #include "support/as_nobody.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -183,6 +184,24 @@ TEST_F(EngineFiles, AFailedBackupLeavesTheTargetWithItsJournal)
     EXPECT_EQ(genres(*user), (QStringList{u"other"_s, u"being written"_s}));
 }
 
+TEST_F(EngineFiles, WhatAKilledBackupLeftIsRemovedByALaterOne)
+{
+    constexpr int kNobody = 0x7FFFFFF0; // beyond any process number
+    const QString left = u"copy.mdb.%1-1.new"_s.arg(kNobody);
+    const QString fresh = u"copy.mdb.%1-2.new"_s.arg(kNobody);
+    const QString running = u"copy.mdb.%1-3.new"_s.arg(::getpid());
+    for (const QString& name : {left, left + u"-journal"_s, fresh, running, u"copy.mdb.new"_s}) {
+        QFile file(m_folder.write(name, "x"));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        const int age = name == fresh ? 0 : -2;
+        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addDays(age),
+                                     QFileDevice::FileModificationTime));
+    }
+    m_engine->BackupDatabase(path(), path(u"copy.mdb"_s));
+    EXPECT_EQ(QDir(m_folder.path()).entryList({u"copy.mdb.*"_s}, QDir::Files),
+              (QStringList{fresh, running, u"copy.mdb.new"_s}));
+}
+
 // --- Letting go
 
 TEST_F(EngineFiles, ReleaseClosesTheLastConnectionAndItsSideFiles)
@@ -289,6 +308,21 @@ TEST_F(EngineLocks, ALongChangeOfASideFileStopsNoChangeOfTheMainFile)
     db().Execute(u"insert into genre values (1, 'x')"_s);
     transaction.commit();
     EXPECT_EQ(genres(db()), QStringList{u"x"_s});
+}
+
+TEST_F(EngineLocks, ARowReadInsideATransactionIsNotStaleWhenItIsWritten)
+{
+    const auto set = db().OpenRecordset(u"select * from side_genre"_s);
+    const auto other = sibling(u"side.mdb"_s);
+    Transaction transaction(db());
+    EXPECT_EQ(set->value(u"name").toText(), u"side"_s);
+    EXPECT_EQ(errorOf([&] { other->Execute(u"update genre set name='foreign'"_s); }),
+              dberror::kLocked);
+    set->Edit();
+    set->setValue(u"name", u"own"_s);
+    set->Update();
+    transaction.commit();
+    EXPECT_EQ(genres(*other), QStringList{u"own"_s});
 }
 
 TEST_F(EngineLocks, ASideFileIsAttachedInsideATransaction)
