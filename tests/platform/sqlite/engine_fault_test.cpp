@@ -4,10 +4,13 @@
 #include "support/faulty_vfs.h"
 #include "support/proof.h"
 
+#include <QHash>
 #include <QRandomGenerator>
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+
+#include <tuple>
 
 namespace melovane::test {
 namespace {
@@ -48,6 +51,8 @@ struct Tally
 class EngineFaults : public testing::TestWithParam<EngineChange>
 {
 protected:
+    using Content = QMap<QString, QString>; ///< by file
+
     /// One scene serves all tests: it takes longer to make than to put back.
     static void TearDownTestSuite() { s_scene.reset(); }
 
@@ -61,11 +66,16 @@ protected:
 
     EngineFaults()
     {
-        scene().reset();
-        m_before = scene().content();
-        GetParam().run(scene());
-        scene().close();
-        m_after = scene().content();
+        // Each operation comes in several tests.
+        static QHash<QByteArray, std::pair<Content, Content>> known;
+        if (!known.contains(GetParam().name)) {
+            scene().reset();
+            const Content before = scene().content();
+            GetParam().run(scene());
+            scene().close();
+            known.insert(GetParam().name, {before, scene().content()});
+        }
+        std::tie(m_before, m_after) = known.value(GetParam().name);
         EXPECT_NE(m_before.value(u"melovane.mdb"_s), QString());
     }
 
@@ -97,7 +107,7 @@ protected:
     /// Each file is as before or as after the change, and as after it when it reported no error.
     void expectWholeOrAbsent(bool passed)
     {
-        const QMap<QString, QString> content = scene().content();
+        const Content content = scene().content();
         bool isWhole = true;
         for (auto file = m_after.cbegin(); file != m_after.cend(); ++file) {
             const QString found = content.value(file.key());
@@ -141,12 +151,13 @@ protected:
     }
 
     Tally m_tally;
-    QRandomGenerator m_random{4711};
+    /// The same at each run, another one for each operation.
+    QRandomGenerator m_random{quint32(qHash(QByteArray(GetParam().name), 4711))};
 
 private:
     inline static std::unique_ptr<Scene> s_scene;
-    QMap<QString, QString> m_before;
-    QMap<QString, QString> m_after;
+    Content m_before;
+    Content m_after;
 };
 
 class FilesThatFail : public EngineFaults
@@ -165,13 +176,23 @@ protected:
         return fired;
     }
 
-    /// How many calls of the kind the operation makes.
-    int calls(const FaultKind& kind)
+    /// A few faults somewhere in the operation, of other kinds for each operation.
+    void tryFew()
     {
+        constexpr int kFew = 3;
         scene().reset();
-        m_vfs.arm({kind.call, 0, 0, false});
+        m_vfs.arm({FileCall::Open, 0, 0, false});
         GetParam().run(scene());
-        return m_vfs.count(kind.call);
+        QHash<FileCall, int> counts;
+        for (const FaultKind& kind : kFileFaults) {
+            counts.insert(kind.call, m_vfs.count(kind.call));
+        }
+        for (int i = 0; i < kFew; ++i) {
+            const FaultKind& kind = kFileFaults[m_random.bounded(int(std::size(kFileFaults)))];
+            if (const int count = counts.value(kind.call); count > 0) {
+                (void)tryWith(kind, 1 + int(m_random.bounded(count)), m_random.bounded(2) == 0);
+            }
+        }
     }
 
     ~FilesThatFail() override { scene().close(); }
@@ -181,13 +202,11 @@ protected:
 
 TEST_P(FilesThatFail, LeaveTheChangeWholeOrAbsent)
 {
+    if (!isFullProof()) {
+        tryFew();
+        return;
+    }
     for (const FaultKind& kind : kFileFaults) {
-        if (!isFullProof()) {
-            if (const int count = calls(kind); count > 0) {
-                (void)tryWith(kind, 1 + int(m_random.bounded(count)), m_random.bounded(2) == 0);
-            }
-            continue;
-        }
         for (const bool lasting : {false, true}) {
             for (int nth = 1; tryWith(kind, nth, lasting) && !HasFailure(); ++nth) {
             }
@@ -279,14 +298,14 @@ TEST_P(MemoryThatFails, LeavesTheChangeWholeOrAbsent)
 {
     if (!isFullProof()) {
         const int count = requests();
-        for (int i = 0; i < 3; ++i) {
-            (void)tryWith(1 + int(m_random.bounded(count)), i == 0);
-        }
+        (void)tryWith(1 + int(m_random.bounded(count)), m_random.bounded(2) == 0);
         return;
     }
-    for (const bool lasting : {false, true}) {
-        for (int nth = 1; tryWith(nth, lasting) && !HasFailure(); ++nth) {
-        }
+    for (int nth = 1; tryWith(nth, false) && !HasFailure(); ++nth) {
+    }
+    // Memory that stays away takes much the same road from neighbouring requests.
+    constexpr int kStep = 9;
+    for (int nth = 1; tryWith(nth, true) && !HasFailure(); nth += kStep) {
     }
 }
 
