@@ -205,6 +205,7 @@ void GlobalSettings::Refresh()
     for (WindowPosition& position : m_positions) {
         position.read(m_toolBox);
     }
+    readTasten(m_tasten, m_toolBox);
 }
 
 void GlobalSettings::RefreshMessageHandle()

@@ -2,6 +2,7 @@
 
 #include "config/plugins.h"
 #include "config/setting_table.h"
+#include "config/tasten.h"
 #include "config/tool_box.h"
 #include "config/window_position.h"
 
@@ -16,6 +17,7 @@ namespace melovane {
 
 class DBEngine;
 class Files;
+class Keyboard;
 class Mod_API;
 class PrivateProfile;
 
@@ -75,6 +77,34 @@ public:
 
     /// \param reload reads them from the file first
     const std::vector<PluginProperty>& GetPlugIns(bool reload);
+
+    // Key bindings. Without InitTasten there are none.
+
+    /// Makes all bindings with their keys of delivery; the next Refresh takes those of the user.
+    void InitTasten();
+
+    /// In the order of InitTasten.
+    [[nodiscard]] const std::vector<melovane::Tasten>& TastenAll() const { return m_tasten; }
+
+    /// The bindings of a group.
+    [[nodiscard]] std::vector<melovane::Tasten> TastenAllbyTypName(const QString& group) const;
+
+    /// A binding by its identifier. \throws UnknownName
+    [[nodiscard]] melovane::Tasten& Tasten(const QString& id);
+
+    /// Writes all bindings to the file.
+    void TastenSave();
+
+    /// The name of a key, and of a set of modifiers: see keyName() and shiftName().
+    [[nodiscard]] static QString GetTastName(qint16 code);
+    [[nodiscard]] static QString GetShiftName(qint16 mask);
+
+    /// What GetKeyStatusString asks; it outlives this object. Null, as at first, is a keyboard
+    /// without a key down.
+    void SetKeyboard(const Keyboard* keyboard) { m_keyboard = keyboard; }
+
+    /// The combination that is held down now, as bindings spell it; see keyStatus().
+    [[nodiscard]] QString GetKeyStatusString() const;
 
     /// Reads the message and window handles anew: before each message to a sibling.
     void RefreshMessageHandle();
@@ -267,6 +297,8 @@ private:
     QString m_dbVersion;
     std::vector<WindowPosition> m_positions;
     std::vector<PluginProperty> m_plugins;
+    std::vector<melovane::Tasten> m_tasten;
+    const Keyboard* m_keyboard = nullptr;
 };
 
 } // namespace melovane

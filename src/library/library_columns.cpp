@@ -8,7 +8,7 @@ namespace {
 
 GridColumn shown(const QString& field,
                  const QString& heading,
-                 int width,
+                 double width,
                  CellAlignment alignment = CellAlignment::Left)
 {
     return {field, heading, width, alignment, true, false};
@@ -16,7 +16,7 @@ GridColumn shown(const QString& field,
 
 GridColumn hidden(const QString& field,
                   const QString& heading,
-                  int width,
+                  double width,
                   CellAlignment alignment = CellAlignment::Left)
 {
     return {field, heading, width, alignment, false, false};

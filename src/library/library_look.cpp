@@ -1,6 +1,6 @@
 #include "library/library_look.h"
 
-#include "config/global_settings.h"
+#include "config/update_colors.h"
 #include "platform/system/clock.h"
 
 namespace melovane {
@@ -21,22 +21,17 @@ bool isField(const QString& field, QLatin1StringView name)
 
 } // namespace
 
-GridColours GridColours::fromSettings(const GlobalSettings& settings)
+GridColours GridColours::from(const UpdateColors& colours)
 {
-    const auto number = [&settings](const QString& key, int builtIn) {
-        return static_cast<int>(settings.GetKeyValueLong(u"Color"_s, key, builtIn));
-    };
-    const auto colour = [&number](const QString& key, int builtIn) {
-        return Colour::fromBgr(number(key, builtIn));
-    };
     GridColours result;
-    result.note = {colour(u"Note1Color"_s, 0xC0C0C0), colour(u"Note2Color"_s, 0x28A2F0),
-                   colour(u"Note3Color"_s, 0xFFFF00), colour(u"Note4Color"_s, 0x32FA32),
-                   colour(u"Note5Color"_s, 0x00FFFF)};
-    result.noteText = colour(u"NoteTextColor"_s, 0);
-    result.noteTextBold = number(u"NoteTextBold"_s, -1) != 0;
-    result.playNow = colour(u"PlayNowColor"_s, 0x32FA32);
-    result.rowShowDel = colour(u"RowShowDEL"_s, 0x0000FF);
+    result.note = {colours.colour(u"Note1Color"_s), colours.colour(u"Note2Color"_s),
+                   colours.colour(u"Note3Color"_s), colours.colour(u"Note4Color"_s),
+                   colours.colour(u"Note5Color"_s)};
+    result.noteText = colours.colour(u"NoteTextColor"_s);
+    result.noteTextBold = colours.GetColor(u"NoteTextBold"_s) != 0;
+    result.playNow = colours.colour(u"PlayNowColor"_s);
+    result.rowShowDel = colours.colour(u"RowShowDEL"_s);
+    result.shownTrack = colours.gridStyle(u"FIDBOLD"_s).value_or(CellStyle());
     return result;
 }
 
@@ -54,6 +49,9 @@ QString LibraryLook::text(const QString& field, const Value& value) const
 {
     if (isField(field, "Play"_L1) && !value.isNull()) {
         const QDateTime moment = value.toDateTime();
+        if (m_playIsTimeOfDay) {
+            return moment.toString(u"HH:mm:ss"_s);
+        }
         return moment.toString(playedWithin(value, kDaySeconds / 2) ? u"HH:mm"_s : u"dd.MM.yy"_s);
     }
     if (isField(field, "DBit"_L1) && value.toLong() == kVariableBitRate) {
@@ -76,6 +74,9 @@ void LibraryLook::addNote(CellStyle& style, const Value& note) const
 CellStyle LibraryLook::style(const QString& field, const RowValues& row) const
 {
     CellStyle style;
+    if (!m_shownTrack.isEmpty() && row.value(u"FID"_s).toText() == m_shownTrack) {
+        style = m_colours.shownTrack;
+    }
     if (row.value(u"DEL"_s).toLong() != 0) {
         style.text = m_colours.rowShowDel;
         style.struckOut = true;

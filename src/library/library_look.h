@@ -7,7 +7,7 @@
 namespace melovane {
 
 class Clock;
-class GlobalSettings;
+class UpdateColors;
 
 /// Colours of track rows, section "Color" of the settings.
 struct GridColours
@@ -15,11 +15,11 @@ struct GridColours
     std::array<Colour, 5> note{}; ///< grounds of the ratings 1 to 5: `Note1Color` to `Note5Color`
     Colour noteText;
     bool noteTextBold = true;
-    Colour playNow;    ///< a track played within the last day
-    Colour rowShowDel; ///< a row out of use
+    Colour playNow;       ///< a track played within the last day
+    Colour rowShowDel;    ///< a row out of use
+    CellStyle shownTrack; ///< style "FIDBOLD": the track that another view stands on
 
-    /// What the settings say now; keys that are absent give the built-in colours.
-    [[nodiscard]] static GridColours fromSettings(const GlobalSettings& settings);
+    [[nodiscard]] static GridColours from(const UpdateColors& colours);
 };
 
 /// How the library grid shows a track.
@@ -30,12 +30,20 @@ public:
 
     void setColours(const GridColours& colours) { m_colours = colours; }
 
+    /// The track that another view stands on; empty for none.
+    void setShownTrack(const QString& fid) { m_shownTrack = fid; }
+
+    [[nodiscard]] const QString& shownTrack() const { return m_shownTrack; }
+
+    /// Whether `Play` is always shown as a time of day with seconds: the plays of one day.
+    void setPlayIsTimeOfDay(bool on) { m_playIsTimeOfDay = on; }
+
     /// `Play` is the time of day for the last twelve hours and the day before that; a `DBit` of -99
     /// is "VBR"; null is empty; all else as Value::toText writes it.
     [[nodiscard]] QString text(const QString& field, const Value& value) const override;
 
-    /// A row whose `DEL` is not 0 is struck out in its colour; `Note` 1 to 5 is a badge; a `Play`
-    /// within the last day is tinted.
+    /// A row whose `DEL` is not 0 is struck out in its colour, the shown track has its style;
+    /// `Note` 1 to 5 is a badge; a `Play` within the last day is tinted.
     [[nodiscard]] CellStyle style(const QString& field, const RowValues& row) const override;
 
 private:
@@ -44,6 +52,8 @@ private:
 
     const Clock& m_clock;
     GridColours m_colours;
+    QString m_shownTrack;
+    bool m_playIsTimeOfDay = false;
 };
 
 } // namespace melovane

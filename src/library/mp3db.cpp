@@ -1,6 +1,7 @@
 #include "library/mp3db.h"
 
 #include "config/global_settings.h"
+#include "config/update_colors.h"
 #include "platform/controls/pointer_control.h"
 #include "platform/controls/search_box.h"
 #include "platform/db/db_error.h"
@@ -56,7 +57,7 @@ ctl_MP3DB::~ctl_MP3DB() = default;
 
 void ctl_MP3DB::start()
 {
-    m_look.setColours(GridColours::fromSettings(m_settings));
+    m_look.setColours(GridColours::from(UpdateColors(m_settings)));
     configure();
     m_changeTimer->start();
 }

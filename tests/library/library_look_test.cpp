@@ -1,3 +1,4 @@
+#include "config/update_colors.h"
 #include "library/library_columns.h"
 #include "library/library_look.h"
 #include "support/fake_clock.h"
@@ -27,7 +28,11 @@ private:
 
 struct LibraryLookTest : public testing::Test
 {
-    LibraryLookTest() { look.setColours(GridColours::fromSettings(*folders.makeSettings())); }
+    LibraryLookTest()
+    {
+        const auto settings = folders.makeSettings();
+        look.setColours(GridColours::from(UpdateColors(*settings)));
+    }
 
     Value hoursAgo(double hours) const
     {
@@ -99,7 +104,7 @@ TEST_F(LibraryLookTest, AZeroAsTextColourIsBlackAndNotUnset)
     settings->WriteKeyValue(u"Color"_s, u"NoteTextColor"_s, u"0"_s);
     settings->WriteKeyValue(u"Color"_s, u"RowShowDEL"_s, u"16711680"_s);
     settings->WriteKeyValue(u"Color"_s, u"NoteTextBold"_s, u"0"_s);
-    const GridColours colours = GridColours::fromSettings(*settings);
+    const GridColours colours = GridColours::from(UpdateColors(*settings));
     EXPECT_EQ(colours.noteText, (Colour{0, 0, 0}));
     EXPECT_EQ(colours.rowShowDel, (Colour{0, 0, 255}));
     EXPECT_FALSE(colours.noteTextBold);

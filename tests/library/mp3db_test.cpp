@@ -1,5 +1,6 @@
 #include "library/library_columns.h"
 #include "library/mp3db.h"
+#include "library/plain_grid.h"
 #include "library/test_library.h"
 #include "platform/controls/pointer_control.h"
 #include "platform/controls/search_box.h"
@@ -14,51 +15,6 @@ namespace melovane {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
-
-class PlainGrid : public GridControl
-{
-public:
-    [[nodiscard]] qint64 currentRow() const override { return current; }
-
-    [[nodiscard]] qint64 firstVisibleRow() const override { return top; }
-
-    void goToRow(qint64 row, qint64 firstVisible) override
-    {
-        current = row;
-        top = firstVisible;
-    }
-
-    [[nodiscard]] QString dataField(int column) const override
-    {
-        const bool known = column >= 0 && column < static_cast<int>(columns.size());
-        return known ? columns[static_cast<size_t>(column)].field : QString();
-    }
-
-    [[nodiscard]] int columnOf(const QString& field) const override
-    {
-        for (size_t index = 0; index < columns.size(); ++index) {
-            if (columns[index].field.compare(field, Qt::CaseInsensitive) == 0) {
-                return static_cast<int>(index);
-            }
-        }
-        return -1;
-    }
-
-    void setSortArrow(int column, SortArrow arrow) override
-    {
-        arrowColumn = column;
-        sortArrow = arrow;
-    }
-
-    void setEmptyNote(const EmptyNote& emptyNote) override { note = emptyNote; }
-
-    std::vector<GridColumn> columns = libraryColumns();
-    qint64 current = -1;
-    qint64 top = 0;
-    int arrowColumn = -1;
-    SortArrow sortArrow = SortArrow::None;
-    EmptyNote note;
-};
 
 class PlainSearchBox : public SearchBox
 {
@@ -150,7 +106,7 @@ struct Mp3dbTest : public testing::Test
     int columnOf(const QString& field) const { return grid.columnOf(field); }
 
     test::TestLibrary library;
-    PlainGrid grid;
+    test::PlainGrid grid;
     PlainSearchBox search;
     PointerLog pointer;
     NoLoop loop;
@@ -420,7 +376,7 @@ TEST_F(Mp3dbTest, TheLastSearchAndSortingComeBackAtTheNextStart)
     view.end();
     EXPECT_EQ(library.settings->GetKeyValue(u"Default"_s, u"LastDbSearch"_s, {}), u"Licht"_s);
 
-    PlainGrid nextGrid;
+    test::PlainGrid nextGrid;
     PlainSearchBox nextSearch;
     ctl_MP3DB next(*library.engine, *library.settings, library.clock, loop,
                    {nextGrid, nextSearch, pointer}, [] {});

@@ -48,7 +48,9 @@ void Mp3dbWidget::buildTools(const IconSet& icons)
     connect(import, &QToolButton::clicked, this, &Mp3dbWidget::importWanted);
     QToolButton* columns =
         addTool(u"all.columns"_s, icons.icon(u"columns"_s), u"Spalten ein- und ausblenden"_s);
-    connect(columns, &QToolButton::clicked, this, &Mp3dbWidget::showColumnMenu);
+    connect(columns, &QToolButton::clicked, this, [this, columns] {
+        showColumnMenu(columns->mapToGlobal(QPoint(0, columns->height())));
+    });
 }
 
 void Mp3dbWidget::buildKeys()
@@ -71,6 +73,7 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic)
     connect(m_search, &SearchLine::textChanged, &logic, &ctl_MP3DB::searchTextChanged);
     connect(m_search, &SearchLine::entered, &logic, &ctl_MP3DB::search);
     connect(m_grid, &DataGrid::headerClicked, &logic, &ctl_MP3DB::headerClicked);
+    connect(m_grid, &DataGrid::headMenuWanted, this, &Mp3dbWidget::showColumnMenu);
     connect(m_grid, &DataGrid::emptyButtonClicked, &logic, &ctl_MP3DB::emptyButtonPressed);
     connect(&logic, &ctl_MP3DB::countChanged, this, &Mp3dbWidget::showCount);
 }
@@ -80,12 +83,11 @@ void Mp3dbWidget::showCount(qint64 count)
     m_count->setText(u"%1 Titel"_s.arg(groupedNumber(count)));
 }
 
-void Mp3dbWidget::showColumnMenu()
+void Mp3dbWidget::showColumnMenu(const QPoint& place)
 {
-    auto* button = findChild<QToolButton*>(u"all.columns"_s);
     QMenu menu(this);
     m_grid->fillColumnMenu(menu);
-    menu.exec(button->mapToGlobal(QPoint(0, button->height())));
+    menu.exec(place);
 }
 
 } // namespace melovane

@@ -32,7 +32,7 @@ private:
     void buildTools(const IconSet& icons);
     void buildKeys();
     void showCount(qint64 count);
-    void showColumnMenu();
+    void showColumnMenu(const QPoint& place);
 
     SearchLine* m_search;
     DataGrid* m_grid;

@@ -4,8 +4,10 @@
 #include "platform/db/value.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace melovane {
 
@@ -21,7 +23,7 @@ struct GridColumn
 {
     QString field; ///< `DataField`; letter case has no meaning
     QString heading;
-    int width = 10; ///< in figures of the grid's font
+    double width = 10; ///< in figures of the grid's font
     CellAlignment alignment = CellAlignment::Left;
     bool shown = true;
     bool stretched = false; ///< takes the free width; one column at most
@@ -75,6 +77,48 @@ struct EmptyNote
     bool operator==(const EmptyNote&) const = default;
 };
 
+/// A run of rows, both ends belonging to it.
+struct RowRange
+{
+    qint64 first = 0;
+    qint64 last = 0;
+
+    bool operator==(const RowRange&) const = default;
+};
+
+/// Font and row height of a grid.
+struct GridFont
+{
+    QString name; ///< a font that is not installed gives that of the desktop
+    int size = 9; ///< points
+    bool bold = false;
+    int rowSpacing = 0; ///< units added to the height of each row
+
+    bool operator==(const GridFont&) const = default;
+};
+
+/// What happens to cells that the user changes in the grid.
+class GridEditing
+{
+public:
+    virtual ~GridEditing() = default;
+
+    [[nodiscard]] virtual bool canEdit(qint64 row, const QString& field) const = 0;
+
+    /// The texts that can be chosen for a field; none lets any text be typed.
+    [[nodiscard]] virtual QStringList choices(const QString& field) const = 0;
+
+    /// The user has finished with a cell and left another text in it.
+    virtual void commit(qint64 row, const QString& field, const QString& text) = 0;
+};
+
+/// What a drag carries.
+struct DragContent
+{
+    QString text;      ///< understood inside the suite; nothing is dragged when it is empty
+    QStringList files; ///< full paths, for other programs
+};
+
 /// A grid of rows over a data control, as logic sees it. Rows count from 0 in the order shown;
 /// columns are the grid's own, whatever place the user has moved them to.
 class GridControl
@@ -100,6 +144,33 @@ public:
 
     /// Shown while the grid has no rows.
     virtual void setEmptyNote(const EmptyNote& note) = 0;
+
+    /// The selected rows in rising order, as runs that don't touch.
+    [[nodiscard]] virtual std::vector<RowRange> selection() const = 0;
+    /// Selects these rows and no others; the current row stays. Rows outside the set are left out.
+    virtual void select(const std::vector<RowRange>& rows) = 0;
+
+    /// -1 when there is none.
+    [[nodiscard]] virtual int currentColumn() const = 0;
+    /// Lets the user change the current cell, if it may be changed.
+    virtual void editCurrentCell() = 0;
+
+    /// All columns in the order shown, hidden ones behind the others.
+    [[nodiscard]] virtual std::vector<GridColumn> columns() const = 0;
+    /// Takes order, headings, widths and which are shown; a column that `layout` does not name is
+    /// hidden, a name that the grid does not know is skipped. Without one column to show nothing
+    /// changes.
+    virtual void arrange(const std::vector<GridColumn>& layout) = 0;
+    /// Makes each column shown as wide as what is on the screen of it needs, `most` figures at
+    /// most, but for those of the fields `except`.
+    virtual void fitColumns(const QStringList& except, double most) = 0;
+
+    virtual void setGridFont(const GridFont& font) = 0;
+
+    /// Gives it the keyboard.
+    virtual void focus() = 0;
+    /// Whether it, or a cell being edited in it, has the keyboard.
+    [[nodiscard]] virtual bool hasKeyboard() const = 0;
 };
 
 } // namespace melovane

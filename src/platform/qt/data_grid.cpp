@@ -7,7 +7,6 @@
 #include "platform/qt/grid_header.h"
 #include "platform/qt/skin.h"
 
-#include <QKeyEvent>
 #include <QMenu>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -18,8 +17,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Units above and below the line of text of a row, together.
-constexpr int kRowSpace = 8;
 /// Least width of the column that takes the free room, in figures.
 constexpr int kLeastStretched = 26;
 
@@ -35,7 +32,7 @@ DataGrid::DataGrid(const Skin& skin, const IconSet& icons, QWidget* parent)
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowSpace);
+    setRowHeight();
     setItemDelegate(new DataGridPainter(skin, this));
     setShowGrid(false);
     setFrameShape(QFrame::NoFrame);
@@ -45,10 +42,14 @@ DataGrid::DataGrid(const Skin& skin, const IconSet& icons, QWidget* parent)
     setHorizontalScrollMode(ScrollPerPixel);
     setWordWrap(false);
     setTabKeyNavigation(false);
+    setDragEnabled(true);
+    setDragDropMode(DragOnly);
     setCornerButtonEnabled(false);
 
     m_header->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(m_header, &QHeaderView::customContextMenuRequested, this, &DataGrid::showColumnMenu);
+    connect(m_header, &QHeaderView::customContextMenuRequested, this, [this](const QPoint& place) {
+        emit headMenuWanted(m_header->viewport()->mapToGlobal(place));
+    });
     connect(m_header, &QHeaderView::sectionClicked, this, &DataGrid::headerClicked);
     connect(m_header, &QHeaderView::sectionResized, this, &DataGrid::noteColumnResized);
     connect(m_emptyView, &EmptyView::buttonClicked, this, &DataGrid::emptyButtonClicked);
@@ -71,10 +72,9 @@ void DataGrid::setSource(const DataControl& rows,
 
 void DataGrid::applyColumnWidths()
 {
-    const int figure = figureWidth(fontMetrics());
     for (int column = 0; column < m_model->columnCount(); ++column) {
         const GridColumn& description = m_model->column(column);
-        setColumnWidth(column, description.width * figure + 2 * DataGridPainter::kPadding);
+        setColumnWidth(column, unitsOf(description.width));
         setColumnHidden(column, !description.shown);
         if (description.stretched) {
             m_stretchedColumn = column;
@@ -216,30 +216,6 @@ void DataGrid::fillColumnMenu(QMenu& menu)
             fitStretchedColumn();
         });
     }
-}
-
-void DataGrid::showColumnMenu(const QPoint& place)
-{
-    if (!m_model) {
-        return;
-    }
-    QMenu menu(this);
-    fillColumnMenu(menu);
-    menu.exec(m_header->viewport()->mapToGlobal(place));
-}
-
-void DataGrid::keyboardSearch(const QString& text)
-{
-    Q_UNUSED(text)
-}
-
-void DataGrid::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Escape) {
-        emit escapePressed();
-        return;
-    }
-    QTableView::keyPressEvent(event);
 }
 
 QModelIndex DataGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)

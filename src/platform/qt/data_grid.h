@@ -4,6 +4,7 @@
 
 #include <QTableView>
 
+#include <functional>
 #include <vector>
 
 class QMenu;
@@ -39,6 +40,22 @@ public:
     [[nodiscard]] int columnOf(const QString& field) const override;
     void setSortArrow(int column, SortArrow arrow) override;
     void setEmptyNote(const EmptyNote& note) override;
+    [[nodiscard]] std::vector<RowRange> selection() const override;
+    void select(const std::vector<RowRange>& rows) override;
+    [[nodiscard]] int currentColumn() const override;
+    void editCurrentCell() override;
+    [[nodiscard]] std::vector<GridColumn> columns() const override;
+    void arrange(const std::vector<GridColumn>& layout) override;
+    void fitColumns(const QStringList& except, double most) override;
+    void setGridFont(const GridFont& font) override;
+    void focus() override;
+    [[nodiscard]] bool hasKeyboard() const override;
+
+    /// Without one, as at first, no cell can be changed. It outlives the grid's last event.
+    void setEditing(GridEditing* editing);
+
+    /// Asked when the user begins to drag the selected rows. Rows only leave as copies.
+    void setDragSource(std::function<DragContent()> source);
 
     [[nodiscard]] SortArrow sortArrow(int column) const;
     [[nodiscard]] EmptyNote emptyNote() const;
@@ -51,28 +68,46 @@ public:
 
 signals:
     void headerClicked(int column);
+    /// A right click on a heading, or behind the last one.
+    void headMenuWanted(const QPoint& place);
+    /// A double click on a row, or Enter.
+    void rowActivated(qint64 row);
+    /// A right click on a row, which is then selected, or the menu key.
+    void rowMenuWanted(qint64 row, const QPoint& place);
+    /// The delete key was let go.
+    void deletePressed();
+    /// Ctrl with a digit.
+    void digitPressed(int digit);
     void escapePressed();
     void emptyButtonClicked();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
     void resizeEvent(QResizeEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
-    void showColumnMenu(const QPoint& place);
     void applyColumnWidths();
     void fitStretchedColumn();
     void noteColumnResized(int column, int oldWidth, int newWidth);
     void updateEmptyView();
     [[nodiscard]] int firstShownColumn() const;
+    [[nodiscard]] int unitsOf(double figures) const;
+    void placeColumn(int column, int place);
+    void setRowHeight();
 
     const Skin& m_skin;
     GridHeader* m_header;
     EmptyView* m_emptyView;
     DataGridModel* m_model = nullptr;
+    std::function<DragContent()> m_dragSource;
+    int m_rowSpacing = 0;
     int m_stretchedColumn = -1;
     bool m_fitting = false;
 };

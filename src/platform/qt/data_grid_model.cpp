@@ -118,10 +118,48 @@ QVariant DataGridModel::data(const QModelIndex& index, int role) const
         return alignmentFlags(column(index.column()).alignment);
     }
     const int field = m_fields[static_cast<size_t>(index.column())];
+    if (role == Qt::EditRole && field >= 0) {
+        return m_data.cell(index.row(), field).toText();
+    }
     if ((role != Qt::DisplayRole && role != Qt::AccessibleTextRole) || field < 0) {
         return {};
     }
     return m_look.text(column(index.column()).field, m_data.cell(index.row(), field));
+}
+
+Qt::ItemFlags DataGridModel::flags(const QModelIndex& index) const
+{
+    if (!index.isValid()) {
+        return Qt::NoItemFlags;
+    }
+    const Qt::ItemFlags plain = QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+    const bool known = m_fields[static_cast<size_t>(index.column())] >= 0;
+    const bool editable =
+        known && m_editing && m_editing->canEdit(index.row(), column(index.column()).field);
+    return editable ? plain | Qt::ItemIsEditable : plain;
+}
+
+QStringList DataGridModel::choices(const QModelIndex& index) const
+{
+    return m_editing && index.isValid() ? m_editing->choices(column(index.column()).field)
+                                        : QStringList();
+}
+
+bool DataGridModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    const QString text = value.toString();
+    if (role != Qt::EditRole || !m_editing || !index.isValid() ||
+        text == data(index, Qt::EditRole).toString()) {
+        return false;
+    }
+    m_editing->commit(index.row(), column(index.column()).field, text);
+    return true;
+}
+
+void DataGridModel::setHeading(int column, const QString& heading)
+{
+    m_columns[static_cast<size_t>(column)].heading = heading;
+    emit headerDataChanged(Qt::Horizontal, column, column);
 }
 
 QVariant DataGridModel::headerData(int section, Qt::Orientation orientation, int role) const

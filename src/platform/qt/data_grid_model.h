@@ -28,7 +28,8 @@ public:
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
-    /// Text, alignment, and the text again for assistive programs; all else is the painter's.
+    /// Text, alignment, the stored value as text for editing, and the text again for assistive
+    /// programs; all else is the painter's.
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QVariant
     headerData(int section, Qt::Orientation orientation, int role) const override;
@@ -37,6 +38,18 @@ public:
     {
         return m_columns[static_cast<size_t>(index)];
     }
+
+    void setHeading(int column, const QString& heading);
+
+    /// Null, as at first, lets no cell be changed.
+    void setEditing(GridEditing* editing) { m_editing = editing; }
+
+    /// The texts that can be chosen for a cell; none lets any be typed.
+    [[nodiscard]] QStringList choices(const QModelIndex& index) const;
+
+    /// Gives a changed text of a cell to the editing.
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
     [[nodiscard]] int columnOf(const QString& field) const;
     [[nodiscard]] CellStyle style(const QModelIndex& index) const;
@@ -52,6 +65,7 @@ private:
     std::vector<int> m_fields;         ///< field index of each column, -1 for none
     QHash<QString, int> m_fieldByName; ///< names in lower case
     int m_rows = 0;
+    GridEditing* m_editing = nullptr;
 };
 
 } // namespace melovane

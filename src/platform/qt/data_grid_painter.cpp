@@ -5,6 +5,7 @@
 #include "platform/qt/skin.h"
 
 #include <QAbstractItemView>
+#include <QComboBox>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -54,6 +55,10 @@ void paintBadge(QPainter& painter, const QRect& cell, const CellStyle& style, co
 DataGridPainter::DataGridPainter(const Skin& skin, QObject* parent)
     : QStyledItemDelegate(parent)
     , m_skin(skin)
+    , m_finish([this](QWidget* editor) {
+        emit commitData(editor);
+        emit closeEditor(editor);
+    })
 {}
 
 Colour DataGridPainter::ground(const QStyleOptionViewItem& option, int row) const
@@ -100,6 +105,50 @@ void DataGridPainter::paint(QPainter* painter,
         }
     }
     painter->restore();
+}
+
+QWidget* DataGridPainter::createEditor(QWidget* parent,
+                                       const QStyleOptionViewItem& option,
+                                       const QModelIndex& index) const
+{
+    const auto* model = qobject_cast<const DataGridModel*>(index.model());
+    const QStringList choices = model ? model->choices(index) : QStringList();
+    if (choices.isEmpty()) {
+        return QStyledItemDelegate::createEditor(parent, option, index);
+    }
+    auto* list = new QComboBox(parent);
+    list->addItems(choices);
+    // A choice is final; nobody wants to press Enter behind it.
+    connect(list, &QComboBox::activated, this, [this, list] { m_finish(list); });
+    return list;
+}
+
+void DataGridPainter::setEditorData(QWidget* editor, const QModelIndex& index) const
+{
+    if (auto* list = qobject_cast<QComboBox*>(editor)) {
+        list->setCurrentIndex(list->findText(index.data().toString()));
+        return;
+    }
+    QStyledItemDelegate::setEditorData(editor, index);
+}
+
+void DataGridPainter::setModelData(QWidget* editor,
+                                   QAbstractItemModel* model,
+                                   const QModelIndex& index) const
+{
+    if (auto* list = qobject_cast<QComboBox*>(editor)) {
+        if (list->currentIndex() >= 0 && list->currentText() != index.data().toString()) {
+            model->setData(index, list->currentText(), Qt::EditRole);
+        }
+        return;
+    }
+    QStyledItemDelegate::setModelData(editor, model, index);
+}
+
+QSize DataGridPainter::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const QString text = paintedPart(index.data().toString());
+    return {option.fontMetrics.horizontalAdvance(text) + 2 * kPadding, option.fontMetrics.height()};
 }
 
 bool DataGridPainter::helpEvent(QHelpEvent* event,

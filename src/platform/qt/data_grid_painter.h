@@ -4,6 +4,8 @@
 
 #include <QStyledItemDelegate>
 
+#include <functional>
+
 namespace melovane {
 
 class Skin;
@@ -23,6 +25,19 @@ public:
                const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
 
+    /// A list for fields with choices, else a line of text.
+    QWidget* createEditor(QWidget* parent,
+                          const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+    void setModelData(QWidget* editor,
+                      QAbstractItemModel* model,
+                      const QModelIndex& index) const override;
+
+    /// Room for the whole text.
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override;
+
     /// Shows the whole text of a cell that had no room for it.
     bool helpEvent(QHelpEvent* event,
                    QAbstractItemView* view,
@@ -33,6 +48,7 @@ private:
     [[nodiscard]] Colour ground(const QStyleOptionViewItem& option, int row) const;
 
     const Skin& m_skin;
+    std::function<void(QWidget* editor)> m_finish; ///< takes over what an editor holds, ends it
 };
 
 } // namespace melovane

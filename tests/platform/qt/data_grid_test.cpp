@@ -1,7 +1,6 @@
-#include "platform/qt/counting_engine.h"
-#include "platform/qt/data_grid.h"
 #include "platform/qt/data_grid_model.h"
 #include "platform/qt/figures.h"
+#include "platform/qt/grid_fixture.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
 
@@ -20,52 +19,9 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-class PlainLook : public GridLook
-{
-public:
-    [[nodiscard]] QString text(const QString&, const Value& value) const override
-    {
-        return value.toText();
-    }
+using DataGridTest = test::GridTest;
 
-    [[nodiscard]] CellStyle style(const QString&, const RowValues&) const override
-    {
-        return cellStyle;
-    }
-
-    CellStyle cellStyle;
-};
-
-/// A grid over made-up rows, 400 units high.
-struct GridTest : public testing::Test
-{
-    GridTest()
-    {
-        grid.resize(500, 400);
-        GridColumn stretched{u"titel"_s, u"Titel"_s, 20, CellAlignment::Left, true, true};
-        GridColumn hidden{u"FID"_s, u"Nummer"_s, 12, CellAlignment::Right, false, false};
-        GridColumn missing{u"Album"_s, u"Album"_s, 9, CellAlignment::Left, true, false};
-        grid.setSource(rows, look, {stretched, hidden, missing});
-    }
-
-    void show(qint64 count)
-    {
-        engine.counter.rows = count;
-        rows.SetRecordSource(u"select"_s);
-        rows.Refresh();
-        grid.show();
-        QTest::qWait(0);
-    }
-
-    test::CountingEngine engine;
-    DataControl rows{engine};
-    PlainLook look;
-    Skin skin{*qApp};
-    IconSet icons{skin};
-    DataGrid grid{skin, icons};
-};
-
-TEST_F(GridTest, AHundredThousandRowsFetchOnlyTheCellsOnTheScreen)
+TEST_F(DataGridTest, AHundredThousandRowsFetchOnlyTheCellsOnTheScreen)
 {
     show(100'000);
     EXPECT_EQ(grid.model()->rowCount(), 100'000);
@@ -79,7 +35,7 @@ TEST_F(GridTest, AHundredThousandRowsFetchOnlyTheCellsOnTheScreen)
     EXPECT_LT(engine.counter.reads, onScreen * 4 * 2);
 }
 
-TEST_F(GridTest, SelectingAllAndTypingReadNothing)
+TEST_F(DataGridTest, SelectingAllAndTypingReadNothing)
 {
     show(100'000);
     grid.grab();
@@ -90,7 +46,7 @@ TEST_F(GridTest, SelectingAllAndTypingReadNothing)
     EXPECT_EQ(engine.counter.reads, 0);
 }
 
-TEST_F(GridTest, ColumnsFindTheirFieldsWhateverTheLetterCase)
+TEST_F(DataGridTest, ColumnsFindTheirFieldsWhateverTheLetterCase)
 {
     show(3);
     EXPECT_EQ(grid.model()->index(1, 0).data().toString(), u"Titel 1"_s);
@@ -102,13 +58,13 @@ TEST_F(GridTest, ColumnsFindTheirFieldsWhateverTheLetterCase)
     EXPECT_EQ(grid.dataField(7), QString());
 }
 
-TEST_F(GridTest, RowsAreOneLineOfTextPlusEightUnits)
+TEST_F(DataGridTest, RowsAreOneLineOfTextPlusEightUnits)
 {
     show(3);
     EXPECT_EQ(grid.rowHeight(2), grid.fontMetrics().height() + 8);
 }
 
-TEST_F(GridTest, TheStretchedColumnTakesTheFreeWidth)
+TEST_F(DataGridTest, TheStretchedColumnTakesTheFreeWidth)
 {
     show(3);
     EXPECT_EQ(grid.columnWidth(0) + grid.columnWidth(2), grid.viewport()->width());
@@ -116,7 +72,7 @@ TEST_F(GridTest, TheStretchedColumnTakesTheFreeWidth)
     EXPECT_EQ(grid.columnWidth(0) + grid.columnWidth(2), grid.viewport()->width());
 }
 
-TEST_F(GridTest, AWidthGivenByTheUserStays)
+TEST_F(DataGridTest, AWidthGivenByTheUserStays)
 {
     show(3);
     grid.setColumnWidth(0, 333);
@@ -124,7 +80,7 @@ TEST_F(GridTest, AWidthGivenByTheUserStays)
     EXPECT_EQ(grid.columnWidth(0), 333);
 }
 
-TEST_F(GridTest, AHiddenColumnCanBeShownFromTheMenuAndTheLastOneCannotBeHidden)
+TEST_F(DataGridTest, AHiddenColumnCanBeShownFromTheMenuAndTheLastOneCannotBeHidden)
 {
     show(3);
     QMenu menu;
@@ -140,7 +96,7 @@ TEST_F(GridTest, AHiddenColumnCanBeShownFromTheMenuAndTheLastOneCannotBeHidden)
     EXPECT_FALSE(last.actions().at(2)->isEnabled());
 }
 
-TEST_F(GridTest, AClickOnAHeadingNamesItsColumn)
+TEST_F(DataGridTest, AClickOnAHeadingNamesItsColumn)
 {
     show(3);
     QSignalSpy clicked(&grid, &DataGrid::headerClicked);
@@ -151,7 +107,7 @@ TEST_F(GridTest, AClickOnAHeadingNamesItsColumn)
     EXPECT_EQ(clicked.first().first().toInt(), 2);
 }
 
-TEST_F(GridTest, TheSortArrowStandsOnOneColumn)
+TEST_F(DataGridTest, TheSortArrowStandsOnOneColumn)
 {
     show(3);
     grid.setSortArrow(0, SortArrow::Ascending);
@@ -160,7 +116,7 @@ TEST_F(GridTest, TheSortArrowStandsOnOneColumn)
     EXPECT_EQ(grid.sortArrow(2), SortArrow::Descending);
 }
 
-TEST_F(GridTest, GoingToARowMakesItCurrentAndKeepsItsPlaceOnTheScreen)
+TEST_F(DataGridTest, GoingToARowMakesItCurrentAndKeepsItsPlaceOnTheScreen)
 {
     show(10'000);
     grid.goToRow(5000, 4995);
@@ -171,7 +127,7 @@ TEST_F(GridTest, GoingToARowMakesItCurrentAndKeepsItsPlaceOnTheScreen)
     EXPECT_FALSE(grid.selectionModel()->hasSelection());
 }
 
-TEST_F(GridTest, HomeAndEndGoToTheFirstAndTheLastRow)
+TEST_F(DataGridTest, HomeAndEndGoToTheFirstAndTheLastRow)
 {
     show(10'000);
     grid.goToRow(10, 0);
@@ -181,7 +137,7 @@ TEST_F(GridTest, HomeAndEndGoToTheFirstAndTheLastRow)
     EXPECT_EQ(grid.currentRow(), 0);
 }
 
-TEST_F(GridTest, EscapeIsReported)
+TEST_F(DataGridTest, EscapeIsReported)
 {
     show(3);
     QSignalSpy escape(&grid, &DataGrid::escapePressed);
@@ -189,7 +145,7 @@ TEST_F(GridTest, EscapeIsReported)
     EXPECT_EQ(escape.count(), 1);
 }
 
-TEST_F(GridTest, AnEmptyGridShowsItsNoteAndRowsHideIt)
+TEST_F(DataGridTest, AnEmptyGridShowsItsNoteAndRowsHideIt)
 {
     grid.setEmptyNote({u"Leer"_s, u"Nichts da"_s, u"Holen"_s});
     show(0);
@@ -203,7 +159,7 @@ TEST_F(GridTest, AnEmptyGridShowsItsNoteAndRowsHideIt)
     EXPECT_FALSE(button->isVisible());
 }
 
-TEST_F(GridTest, AClosedDatabaseLeavesAnEmptyGridWithItsColumns)
+TEST_F(DataGridTest, AClosedDatabaseLeavesAnEmptyGridWithItsColumns)
 {
     show(3);
     grid.setColumnWidth(2, 123);
@@ -215,7 +171,7 @@ TEST_F(GridTest, AClosedDatabaseLeavesAnEmptyGridWithItsColumns)
     EXPECT_EQ(grid.columnWidth(2), 123);
 }
 
-TEST_F(GridTest, AColouredTextIsMadeReadableOnEveryGround)
+TEST_F(DataGridTest, AColouredTextIsMadeReadableOnEveryGround)
 {
     show(1);
     ASSERT_TRUE(skin.load(u"GridColor=#1a1d23\nText=#dde1e7"_s));

@@ -1,0 +1,82 @@
+#include "library/search_text.h"
+
+#include "platform/system/text_number.h"
+
+#include <array>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct ShortForm
+{
+    QStringView start;
+    SearchForm form;
+    QStringView column;
+};
+
+constexpr std::array<ShortForm, 6> kShortForms = {{
+    {u"N=", SearchForm::Equal, u"Note"},
+    {u"N<", SearchForm::TextGreater, u"Note"},
+    {u"C>", SearchForm::NumberGreater, u"PlayCountAll"},
+    {u"C=", SearchForm::NumberGreater, u"PlayCountAll"},
+    {u"B>", SearchForm::TextGreater, u"BPM"},
+    {u"B=", SearchForm::Equal, u"BPM"},
+}};
+
+/// Length of a short form of a rating with its mark: "N=1".
+constexpr qsizetype kMarkLength = 3;
+
+QString reduced(const QString& text)
+{
+    QString result = upperCase(text);
+    for (const QString& letters : {u"OTE"_s, u"OUNT"_s, u"PM"_s}) {
+        result.remove(letters);
+    }
+    return result;
+}
+
+/// The stored value of the mark behind "N=" or "N<".
+QString storedRating(const QString& shortForm)
+{
+    const QChar mark = shortForm.size() < kMarkLength ? QChar() : shortForm[kMarkLength - 1];
+    return mark >= u'1' && mark <= u'5' ? QString(QChar('6' - (mark.unicode() - '0'))) : QString();
+}
+
+} // namespace
+
+SearchRequest readSearchText(const QString& text)
+{
+    const QString shortForm = reduced(text);
+    for (const ShortForm& known : kShortForms) {
+        if (!shortForm.startsWith(known.start)) {
+            continue;
+        }
+        QString value = shortForm;
+        if (known.column == u"Note") {
+            value = storedRating(shortForm);
+        } else if (known.column == u"BPM") {
+            value.remove(known.start.toString());
+        } else {
+            value.remove(u"C>"_s).remove(u"C="_s);
+        }
+        return {known.form, known.column.toString(), value};
+    }
+    return {SearchForm::Text, {}, text};
+}
+
+QStringList searchExamples()
+{
+    return {u"Count>1"_s, u"Note=1"_s, u"BPM=130"_s};
+}
+
+bool belongsIntoSearchList(const QString& text, const QStringList& list)
+{
+    const bool isExample =
+        text.startsWith("bpm"_L1) || text.startsWith("count"_L1) || text.startsWith("Note"_L1);
+    return !trimBlanks(text).isEmpty() && !isExample && !list.contains(text);
+}
+
+} // namespace melovane

@@ -1,0 +1,219 @@
+#include "library/track_edits.h"
+
+#include "config/global_settings.h"
+#include "platform/db/database.h"
+#include "platform/db/db_error.h"
+#include "platform/db/recordset.h"
+#include "platform/system/clock.h"
+#include "platform/system/text_number.h"
+#include "playlists/pending_jobs.h"
+
+#include <array>
+#include <optional>
+#include <utility>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Columns whose change makes a tree out of date.
+constexpr std::array<std::pair<QStringView, QStringView>, 4> kTrees = {{
+    {u"Interpret", u"Interpret"},
+    {u"Album", u"Album"},
+    {u"Genre", u"Genre"},
+    {u"Genre_ID", u"Genre"},
+}};
+
+/// `PLID` of rows that come from no playlist.
+constexpr int kNoEntry = -1;
+
+bool isField(const QString& field, QStringView name)
+{
+    return name.compare(field, Qt::CaseInsensitive) == 0;
+}
+
+bool isOneOf(const QString& field, std::initializer_list<QStringView> names)
+{
+    for (const QStringView name : names) {
+        if (isField(field, name)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The state of a track behind the delete toggle; nothing for one that stays.
+std::optional<int> toggled(int del)
+{
+    switch (del) {
+    case 0:
+    case 2:
+    case 3:
+        return -1;
+    case -1:
+        return 0;
+    default:
+        return std::nullopt;
+    }
+}
+
+bool readsAsZero(const QString& text)
+{
+    const QString trimmed = trimBlanks(text);
+    const bool isNumber = !trimmed.isEmpty() && (trimmed[0].isDigit() || trimmed[0] == u'-' ||
+                                                 trimmed[0] == u'+' || trimmed[0] == u'.');
+    return isNumber && leadingNumber(trimmed) == 0;
+}
+
+} // namespace
+
+TrackEdits::TrackEdits(DataControl& rows,
+                       PendingJobs& jobs,
+                       const GlobalSettings& settings,
+                       const Clock& clock,
+                       std::function<void(const QString& fid)> changed)
+    : m_rows(rows)
+    , m_jobs(jobs)
+    , m_settings(settings)
+    , m_clock(clock)
+    , m_changed(std::move(changed))
+{}
+
+bool TrackEdits::canEdit(qint64 row, const QString& field) const
+{
+    const Recordset* const set = m_rows.Recordset();
+    return m_settings.GridSwapEditPlay() == 0 && set && set->Updatable() && row >= 0 &&
+           row < set->rowCount() && !isOneOf(field, {u"Play", u"FID"});
+}
+
+QStringList TrackEdits::choices(const QString& field) const
+{
+    return isOneOf(field, {u"Genre", u"Genre_ID"}) ? m_genres : QStringList();
+}
+
+QString TrackEdits::fidOf(qint64 row) const
+{
+    const Recordset* const set = m_rows.Recordset();
+    return set ? m_rows.cell(row, set->fieldIndex(u"FID")).toText() : QString();
+}
+
+bool TrackEdits::write(qint64 row, QStringView field, const Value& value)
+{
+    if (!m_rows.Recordset()) {
+        return false;
+    }
+    try {
+        // A clone, so that the grid's own row stays where it is.
+        const auto set = m_rows.Recordset()->Clone();
+        set->SetAbsolutePosition(row);
+        set->Edit();
+        set->setValue(field, value);
+        set->Update();
+        return true;
+    } catch (const DbError&) {
+        return false;
+    }
+}
+
+void TrackEdits::commit(qint64 row, const QString& field, const QString& text)
+{
+    if (!canEdit(row, field)) {
+        return;
+    }
+    const QString fid = fidOf(row);
+    const bool emptied = isOneOf(field, {u"Note", u"BPM", u"Track"}) && readsAsZero(text);
+    const bool written = write(row, field, emptied ? Value(QString()) : Value(text));
+    m_rows.refreshCells();
+    if (!written || fid.isEmpty()) {
+        return;
+    }
+    for (const auto& [column, tree] : kTrees) {
+        if (isField(field, column)) {
+            m_jobs.ChangeTree(tree.toString());
+        }
+    }
+    m_jobs.SaveEditFID(fid);
+    m_changed(fid);
+}
+
+void TrackEdits::rate(qint64 row, int digit)
+{
+    const QString fid = row < 0 || digit < 0 || digit > 5 ? QString() : fidOf(row);
+    if (fid.isEmpty()) {
+        return;
+    }
+    // The mark is stored the other way round: 5 is the best.
+    const Value stored = digit == 0 ? Value() : Value(QString::number(6 - digit));
+    if (write(row, u"Note", stored)) {
+        m_rows.refreshCells();
+        m_jobs.SaveEditFID(fid);
+        m_changed(fid);
+    }
+}
+
+void TrackEdits::toggleDelete(const std::vector<RowRange>& rows)
+{
+    if (rows.empty() || !m_rows.Recordset() || !m_rows.Database()) {
+        return;
+    }
+    m_jobs.ChangeTree(u"Dir"_s);
+    try {
+        Transaction change(*m_rows.Database());
+        const auto set = m_rows.Recordset()->Clone();
+        const int del = set->fieldIndex(u"DEL");
+        for (const RowRange& range : rows) {
+            for (qint64 row = range.first; row <= range.last; ++row) {
+                set->SetAbsolutePosition(row);
+                if (const auto state = toggled(set->value(del).toLong())) {
+                    set->Edit();
+                    set->setValue(del, *state);
+                    set->Update();
+                }
+            }
+        }
+        change.commit();
+    } catch (const DbError&) {
+        // Nothing of it was written.
+    }
+    m_rows.refreshCells();
+}
+
+void TrackEdits::toggleFavorit(qint64 row)
+{
+    const Recordset* const set = m_rows.Recordset();
+    const QString fid = row < 0 ? QString() : fidOf(row);
+    if (!set || fid.isEmpty()) {
+        return;
+    }
+    const bool isFavorit = !m_rows.cell(row, set->fieldIndex(u"favorit")).isNull();
+    if (write(row, u"favorit", isFavorit ? Value() : Value(m_clock.now()))) {
+        m_rows.refreshCells();
+        m_changed(fid);
+    }
+}
+
+void TrackEdits::FillTempMp3EditTable(const std::vector<RowRange>& rows)
+{
+    if (rows.empty() || !m_rows.Database()) {
+        return;
+    }
+    try {
+        Transaction change(*m_rows.Database());
+        const auto query = m_rows.Database()->queryDefs().Item(u"QU_IntersTempMp3Edit"_s);
+        query->SetParameter(u"INPLID"_s, kNoEntry);
+        for (const RowRange& range : rows) {
+            for (qint64 row = range.first; row <= range.last; ++row) {
+                query->SetParameter(u"INFID"_s, fidOf(row));
+                query->Execute();
+            }
+        }
+        query->Close();
+        change.commit();
+    } catch (const DbError&) {
+        // The tag tool opens with what it had before.
+    }
+}
+
+} // namespace melovane

@@ -1,0 +1,135 @@
+#include "platform/qt/data_grid.h"
+#include "platform/qt/data_grid_model.h"
+#include "platform/qt/skin.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QUrl>
+
+// Keys, mouse and drags of the grid.
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// What hangs on the pointer during a drag: how many rows it carries.
+QPixmap dragPicture(const Theme& theme, const QFont& font, qint64 rows, double ratio)
+{
+    const QString text = QString::number(rows);
+    const QFontMetrics metrics(font);
+    const QSize size(metrics.horizontalAdvance(text) + 16, metrics.height() + 6);
+    QPixmap picture(size * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setFont(font);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(theme.qcolor(ThemeRole::Accent));
+    const QRect field(QPoint(), size);
+    painter.drawRoundedRect(field, 4, 4);
+    painter.setPen(
+        toQColor(readableOn(theme.colour(ThemeRole::TextField), theme.colour(ThemeRole::Accent))));
+    painter.drawText(field, Qt::AlignCenter, text);
+    return picture;
+}
+
+qint64 rowsIn(const std::vector<RowRange>& ranges)
+{
+    qint64 rows = 0;
+    for (const RowRange& range : ranges) {
+        rows += range.last - range.first + 1;
+    }
+    return rows;
+}
+
+} // namespace
+
+void DataGrid::setDragSource(std::function<DragContent()> source)
+{
+    m_dragSource = std::move(source);
+}
+
+void DataGrid::keyboardSearch(const QString& text)
+{
+    Q_UNUSED(text)
+}
+
+void DataGrid::keyPressEvent(QKeyEvent* event)
+{
+    const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    const bool isDigit = event->key() >= Qt::Key_0 && event->key() <= Qt::Key_9;
+    if (event->key() == Qt::Key_Escape) {
+        emit escapePressed();
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (currentRow() >= 0) {
+            emit rowActivated(currentRow());
+        }
+    } else if (isDigit && modifiers == Qt::ControlModifier) {
+        emit digitPressed(event->key() - Qt::Key_0);
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+void DataGrid::keyReleaseEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Delete && !event->isAutoRepeat()) {
+        emit deletePressed();
+        return;
+    }
+    QTableView::keyReleaseEvent(event);
+}
+
+void DataGrid::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (index.isValid() && event->button() == Qt::LeftButton) {
+        emit rowActivated(index.row());
+    }
+}
+
+void DataGrid::contextMenuEvent(QContextMenuEvent* event)
+{
+    const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
+    const QModelIndex index = byMouse ? indexAt(event->pos()) : currentIndex();
+    if (!index.isValid()) {
+        return;
+    }
+    if (!selectionModel()->isRowSelected(index.row())) {
+        setCurrentIndex(index);
+    }
+    const QPoint below = viewport()->mapToGlobal(visualRect(index).bottomLeft());
+    emit rowMenuWanted(index.row(), byMouse ? event->globalPos() : below);
+}
+
+void DataGrid::startDrag(Qt::DropActions actions)
+{
+    Q_UNUSED(actions)
+    const DragContent content = m_dragSource ? m_dragSource() : DragContent();
+    if (content.text.isEmpty()) {
+        return;
+    }
+    auto* cargo = new QMimeData;
+    cargo->setText(content.text);
+    QList<QUrl> urls;
+    for (const QString& file : content.files) {
+        urls.append(QUrl::fromLocalFile(file));
+    }
+    if (!urls.isEmpty()) {
+        cargo->setUrls(urls);
+    }
+    auto* drag = new QDrag(this);
+    drag->setMimeData(cargo);
+    drag->setPixmap(dragPicture(m_skin.theme(), font(), rowsIn(selection()), devicePixelRatioF()));
+    drag->setHotSpot(QPoint(-10, -6));
+    drag->exec(Qt::CopyAction);
+}
+
+} // namespace melovane

@@ -1,0 +1,180 @@
+#include "library/track_edits.h"
+#include "playlists/pending_jobs.h"
+#include "support/suite_fixture.h"
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+class TrackEditsTest : public test::SuiteFixture
+{
+protected:
+    TrackEditsTest()
+    {
+        for (int del : {0, -1, 2, 3, 7}) {
+            fids.append(suite.library.add({.Titel = QString(QChar('A' + int(fids.size()))),
+                                           .Interpret = u"Wer"_s,
+                                           .Note = u"3"_s,
+                                           .DEL = del}));
+        }
+        settings->SetDbName(suite.dbName());
+        settings->SetGridSwapEditPlay(0);
+        rows.SetDatabaseName(suite.dbName());
+        rows.SetRecordSource(u"select * from db_all order by Titel"_s);
+        rows.Refresh();
+    }
+
+    [[nodiscard]] Value cell(qint64 row, const QString& column)
+    {
+        return suite.value(
+            u"select %1 from db_all where fid='%2'"_s.arg(column, fids[qsizetype(row)]));
+    }
+
+    [[nodiscard]] QStringList edited() { return suite.column(u"select FID from db_edit"_s); }
+
+    QStringList fids;
+    std::unique_ptr<GlobalSettings> settings = suite.makeSettings();
+    DataControl rows{*suite.engine};
+    PendingJobs jobs{*suite.engine, *settings};
+    QStringList changed;
+    TrackEdits edits{rows, jobs, *settings, suite.clock,
+                     [this](const QString& fid) { changed.append(fid); }};
+};
+
+// ---- rating
+
+TEST_F(TrackEditsTest, ADigitIsStoredTheOtherWayRoundAndZeroTakesTheMarkAway)
+{
+    for (const auto& [digit, stored] : std::vector<std::pair<int, QString>>{
+             {1, u"5"_s}, {2, u"4"_s}, {3, u"3"_s}, {4, u"2"_s}, {5, u"1"_s}}) {
+        edits.rate(0, digit);
+        EXPECT_EQ(cell(0, u"Note"_s).toText(), stored);
+    }
+    edits.rate(0, 0);
+    EXPECT_TRUE(cell(0, u"Note"_s).isNull());
+    EXPECT_EQ(edited().size(), 6);
+    EXPECT_EQ(changed.size(), 6);
+    EXPECT_EQ(changed.first(), fids[0]);
+}
+
+TEST_F(TrackEditsTest, CtrlWithSixDoesNothing)
+{
+    edits.rate(0, 6);
+    edits.rate(0, -1);
+    edits.rate(-1, 1);
+    edits.rate(99, 1);
+    EXPECT_EQ(cell(0, u"Note"_s).toText(), u"3"_s);
+    EXPECT_TRUE(edited().isEmpty());
+    EXPECT_TRUE(changed.isEmpty());
+}
+
+// ---- delete
+
+TEST_F(TrackEditsTest, DeleteTwiceOnANormalRowReturnsItToZero)
+{
+    edits.toggleDelete({{0, 0}});
+    EXPECT_EQ(cell(0, u"DEL"_s).toLong(), -1);
+    edits.toggleDelete({{0, 0}});
+    EXPECT_EQ(cell(0, u"DEL"_s).toLong(), 0);
+}
+
+TEST_F(TrackEditsTest, DeleteOnARowWithDel3GivesMinus1AndOtherStatesStay)
+{
+    edits.toggleDelete({{0, 4}});
+    EXPECT_EQ(suite.column(u"select DEL from db_all order by Titel"_s),
+              (QStringList{u"-1"_s, u"0"_s, u"-1"_s, u"-1"_s, u"7"_s}));
+    EXPECT_EQ(suite.column(u"select TreeName from ChangeTree"_s), (QStringList{u"Dir"_s}));
+}
+
+TEST_F(TrackEditsTest, WithoutASelectionNothingIsToggledOrNoted)
+{
+    edits.toggleDelete({});
+    EXPECT_TRUE(suite.column(u"select TreeName from ChangeTree"_s).isEmpty());
+}
+
+TEST_F(TrackEditsTest, AFailureLeavesAllRowsAsTheyWere)
+{
+    suite.execute(u"delete * from db_all where Titel='C'"_s);
+    edits.toggleDelete({{0, 4}});
+    EXPECT_EQ(suite.column(u"select DEL from db_all order by Titel"_s),
+              (QStringList{u"0"_s, u"-1"_s, u"3"_s, u"7"_s}));
+}
+
+// ---- cells
+
+TEST_F(TrackEditsTest, EveryCellButPlayAndTheKeyCanBeEditedInThatMode)
+{
+    EXPECT_TRUE(edits.canEdit(0, u"Titel"_s));
+    EXPECT_TRUE(edits.canEdit(0, u"note"_s));
+    EXPECT_FALSE(edits.canEdit(0, u"PLAY"_s));
+    EXPECT_FALSE(edits.canEdit(0, u"FID"_s));
+    EXPECT_FALSE(edits.canEdit(5, u"Titel"_s));
+    settings->SetGridSwapEditPlay(1);
+    EXPECT_FALSE(edits.canEdit(0, u"Titel"_s));
+}
+
+TEST_F(TrackEditsTest, AChangedCellIsWrittenAndItsTrackEnteredForTheTags)
+{
+    edits.commit(0, u"Titel"_s, u"O'Neil \"[x]\""_s);
+    EXPECT_EQ(cell(0, u"Titel"_s).toText(), u"O'Neil \"[x]\""_s);
+    EXPECT_EQ(edited(), (QStringList{fids[0]}));
+    EXPECT_EQ(changed, (QStringList{fids[0]}));
+    EXPECT_TRUE(suite.column(u"select TreeName from ChangeTree"_s).isEmpty());
+}
+
+TEST_F(TrackEditsTest, ArtistAlbumAndGenreMarkTheirTrees)
+{
+    edits.commit(0, u"interpret"_s, u"Neu"_s);
+    edits.commit(0, u"Album"_s, u"Neu"_s);
+    edits.commit(1, u"Genre"_s, u"Pop"_s);
+    EXPECT_EQ(suite.column(u"select TreeName from ChangeTree order by TreeName"_s),
+              (QStringList{u"Album"_s, u"Genre"_s, u"Interpret"_s}));
+}
+
+TEST_F(TrackEditsTest, AZeroInNoteTempoOrTrackEmptiesTheCell)
+{
+    edits.commit(0, u"Note"_s, u"0"_s);
+    edits.commit(0, u"BPM"_s, u"0,5"_s);
+    edits.commit(0, u"Track"_s, u" 0"_s);
+    EXPECT_EQ(cell(0, u"Note"_s).toText(), QString());
+    EXPECT_EQ(cell(0, u"BPM"_s).toText(), QString());
+    EXPECT_EQ(cell(0, u"Track"_s).toText(), QString());
+    edits.commit(0, u"Titel"_s, u"0"_s);
+    EXPECT_EQ(cell(0, u"Titel"_s).toText(), u"0"_s);
+}
+
+TEST_F(TrackEditsTest, ATextThatIsTooLongLeavesTheCellAndNotesNothing)
+{
+    edits.commit(0, u"Note"_s, u"12345"_s);
+    EXPECT_EQ(cell(0, u"Note"_s).toText(), u"3"_s);
+    EXPECT_TRUE(edited().isEmpty());
+}
+
+TEST_F(TrackEditsTest, TheGenreColumnOffersTheGenres)
+{
+    edits.setGenres({u"Pop"_s, u"Rock"_s});
+    EXPECT_EQ(edits.choices(u"genre"_s), (QStringList{u"Pop"_s, u"Rock"_s}));
+    EXPECT_TRUE(edits.choices(u"Titel"_s).isEmpty());
+}
+
+// ---- favourite, tag tool
+
+TEST_F(TrackEditsTest, AFavouriteHasItsTimeAndLosesIt)
+{
+    edits.toggleFavorit(0);
+    EXPECT_EQ(cell(0, u"favorit"_s).toDateTime(), suite.clock.now());
+    edits.toggleFavorit(0);
+    EXPECT_TRUE(cell(0, u"favorit"_s).isNull());
+}
+
+TEST_F(TrackEditsTest, TheSelectionIsHandedToTheTagTool)
+{
+    edits.FillTempMp3EditTable({{0, 1}, {3, 3}});
+    EXPECT_EQ(suite.column(u"select FID from TEMP_MP3Edit"_s),
+              (QStringList{fids[0], fids[1], fids[3]}));
+    EXPECT_EQ(suite.column(u"select distinct PLID from TEMP_MP3Edit"_s), (QStringList{u"-1"_s}));
+}
+
+} // namespace
+} // namespace melovane

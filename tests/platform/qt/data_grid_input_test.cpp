@@ -1,0 +1,285 @@
+#include "platform/qt/data_grid_model.h"
+#include "platform/qt/grid_fixture.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QSignalSpy>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+class RecordedEditing : public GridEditing
+{
+public:
+    [[nodiscard]] bool canEdit(qint64, const QString& field) const override
+    {
+        return field == "titel"_L1 && allowed;
+    }
+
+    [[nodiscard]] QStringList choices(const QString&) const override { return offered; }
+
+    void commit(qint64 row, const QString& field, const QString& text) override
+    {
+        commits.append(u"%1 %2 %3"_s.arg(row).arg(field, text));
+    }
+
+    bool allowed = true;
+    QStringList offered;
+    QStringList commits;
+};
+
+struct GridInputTest : public test::GridTest
+{
+    [[nodiscard]] QPoint middleOf(int row) const
+    {
+        return grid.visualRect(grid.model()->index(row, 0)).center();
+    }
+
+    void doubleClick(int row)
+    {
+        QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, middleOf(row));
+    }
+
+    void rightClick(int row)
+    {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, middleOf(row),
+                                grid.viewport()->mapToGlobal(middleOf(row)));
+        QApplication::sendEvent(grid.viewport(), &event);
+    }
+
+    RecordedEditing editing;
+};
+
+// ---- selection
+
+TEST_F(GridInputTest, SelectionComesAsRisingRunsThatDontTouch)
+{
+    show(100);
+    grid.select({{50, 59}, {10, 12}, {13, 20}});
+    EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{10, 20}, {50, 59}}));
+}
+
+TEST_F(GridInputTest, RowsOutsideTheSetAreNotSelected)
+{
+    show(10);
+    grid.select({{-5, 1}, {8, 300}, {40, 50}});
+    EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{0, 1}, {8, 9}}));
+    grid.select({});
+    EXPECT_TRUE(grid.selection().empty());
+}
+
+TEST_F(GridInputTest, AMillionRowsAreSelectedAsOneRunWithoutReadingThem)
+{
+    show(1'000'000);
+    grid.grab();
+    engine.counter.reads = 0;
+    grid.select({{0, 999'999}});
+    EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{0, 999'999}}));
+    EXPECT_EQ(engine.counter.reads, 0);
+}
+
+// ---- keys and mouse
+
+TEST_F(GridInputTest, EnterAndDoubleClickActivateTheRow)
+{
+    show(10);
+    QSignalSpy activated(&grid, &DataGrid::rowActivated);
+    grid.goToRow(3, 0);
+    QTest::keyClick(&grid, Qt::Key_Return);
+    doubleClick(5);
+    ASSERT_EQ(activated.count(), 2);
+    EXPECT_EQ(activated[0][0].toLongLong(), 3);
+    EXPECT_EQ(activated[1][0].toLongLong(), 5);
+}
+
+TEST_F(GridInputTest, ADoubleClickBesideTheRowsActivatesNothing)
+{
+    show(2);
+    QSignalSpy activated(&grid, &DataGrid::rowActivated);
+    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, QPoint(20, 300));
+    EXPECT_EQ(activated.count(), 0);
+}
+
+TEST_F(GridInputTest, DeleteIsToldWhenTheKeyIsLetGoAndDigitsOnlyWithCtrl)
+{
+    show(10);
+    QSignalSpy deleted(&grid, &DataGrid::deletePressed);
+    QSignalSpy digits(&grid, &DataGrid::digitPressed);
+    QTest::keyPress(&grid, Qt::Key_Delete);
+    EXPECT_EQ(deleted.count(), 0);
+    QTest::keyRelease(&grid, Qt::Key_Delete);
+    EXPECT_EQ(deleted.count(), 1);
+    QTest::keyClick(&grid, Qt::Key_4, Qt::ControlModifier);
+    QTest::keyClick(&grid, Qt::Key_4);
+    ASSERT_EQ(digits.count(), 1);
+    EXPECT_EQ(digits[0][0].toInt(), 4);
+}
+
+TEST_F(GridInputTest, EndAndHomeSelectTheLastAndTheFirstRow)
+{
+    show(1000);
+    grid.setFocus();
+    QTest::keyClick(&grid, Qt::Key_End);
+    EXPECT_EQ(grid.currentRow(), 999);
+    EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{999, 999}}));
+    QTest::keyClick(&grid, Qt::Key_Home);
+    EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{0, 0}}));
+}
+
+TEST_F(GridInputTest, ARightClickSelectsTheRowUnlessItIsSelected)
+{
+    show(10);
+    QSignalSpy menu(&grid, &DataGrid::rowMenuWanted);
+    grid.select({{2, 4}});
+    rightClick(3);
+    EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{2, 4}}));
+    rightClick(6);
+    EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{6, 6}}));
+    ASSERT_EQ(menu.count(), 2);
+    EXPECT_EQ(menu[1][0].toLongLong(), 6);
+}
+
+TEST_F(GridInputTest, TheMenuKeyOpensTheMenuOfTheCurrentRow)
+{
+    show(10);
+    QSignalSpy menu(&grid, &DataGrid::rowMenuWanted);
+    grid.goToRow(4, 0);
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QApplication::sendEvent(grid.viewport(), &event);
+    ASSERT_EQ(menu.count(), 1);
+    EXPECT_EQ(menu[0][0].toLongLong(), 4);
+}
+
+// ---- editing
+
+TEST_F(GridInputTest, NoCellOpensWithoutEditing)
+{
+    show(10);
+    grid.goToRow(2, 0);
+    grid.editCurrentCell();
+    EXPECT_EQ(grid.findChild<QLineEdit*>(), nullptr);
+}
+
+TEST_F(GridInputTest, AChangedTextIsCommittedAndAnUnchangedOneIsNot)
+{
+    show(10);
+    grid.setEditing(&editing);
+    grid.goToRow(2, 0);
+    grid.editCurrentCell();
+    auto* line = grid.findChild<QLineEdit*>();
+    ASSERT_NE(line, nullptr);
+    EXPECT_EQ(line->text(), u"Titel 2"_s);
+    QTest::keyClick(line, Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
+    EXPECT_TRUE(editing.commits.isEmpty());
+
+    grid.editCurrentCell();
+    line = grid.findChild<QLineEdit*>();
+    ASSERT_NE(line, nullptr);
+    line->setText(u"Anders"_s);
+    QTest::keyClick(line, Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
+    EXPECT_EQ(editing.commits, (QStringList{u"2 titel Anders"_s}));
+}
+
+TEST_F(GridInputTest, AFieldWithChoicesOffersThem)
+{
+    show(10);
+    editing.offered = QStringList{u"Rock"_s, u"Titel 2"_s, u"Pop"_s};
+    grid.setEditing(&editing);
+    grid.goToRow(2, 0);
+    grid.editCurrentCell();
+    auto* list = grid.findChild<QComboBox*>();
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->currentText(), u"Titel 2"_s);
+    list->setCurrentIndex(0);
+    emit list->activated(0);
+    EXPECT_EQ(editing.commits, (QStringList{u"2 titel Rock"_s}));
+}
+
+TEST_F(GridInputTest, ACellThatMustNotBeChangedStaysClosed)
+{
+    show(10);
+    editing.allowed = false;
+    grid.setEditing(&editing);
+    grid.goToRow(2, 0);
+    grid.editCurrentCell();
+    EXPECT_EQ(grid.findChild<QLineEdit*>(), nullptr);
+}
+
+// ---- columns and fonts
+
+TEST_F(GridInputTest, ColumnsAreArrangedByNameAndReadBackAsTheyStand)
+{
+    show(10);
+    std::vector<GridColumn> layout = grid.columns();
+    ASSERT_EQ(layout.size(), 3U);
+    GridColumn fid = layout[2];
+    ASSERT_EQ(fid.field, u"FID"_s);
+    fid.shown = true;
+    fid.width = 14;
+    fid.heading = u"Kennung"_s;
+    GridColumn unknown{u"Nirgends"_s, u"?"_s, 3};
+    grid.arrange({fid, unknown, layout[0]});
+    const auto after = grid.columns();
+    EXPECT_EQ(after[0].field, u"FID"_s);
+    EXPECT_EQ(after[0].heading, u"Kennung"_s);
+    EXPECT_NEAR(after[0].width, 14, 0.2);
+    EXPECT_EQ(after[1].field, u"titel"_s);
+    EXPECT_TRUE(after[1].stretched);
+    EXPECT_FALSE(after[2].shown) << "a column that the layout does not name";
+}
+
+TEST_F(GridInputTest, ALayoutWithoutAColumnToShowChangesNothing)
+{
+    show(10);
+    const auto before = grid.columns();
+    grid.arrange({});
+    grid.arrange({{u"Nirgends"_s, u"?"_s, 3}});
+    EXPECT_EQ(grid.columns().size(), before.size());
+    EXPECT_TRUE(grid.columns()[0].shown);
+}
+
+TEST_F(GridInputTest, FittingMeasuresTheScreenOnlyAndSparesTheExceptions)
+{
+    show(1'000'000);
+    grid.setColumnHidden(1, false);
+    const int before = grid.columnWidth(2);
+    engine.counter.reads = 0;
+    grid.fitColumns({u"album"_s}, 30);
+    EXPECT_EQ(grid.columnWidth(2), before);
+    EXPECT_LT(grid.columnWidth(1), 100);
+    EXPECT_LT(engine.counter.reads, 200);
+}
+
+TEST_F(GridInputTest, RowsFollowTheFontAndTheSpacing)
+{
+    show(10);
+    const int before = grid.rowHeight(0);
+    GridFont font;
+    font.size = 24;
+    font.rowSpacing = 10;
+    grid.setGridFont(font);
+    EXPECT_GT(grid.rowHeight(0), before + 10);
+    EXPECT_EQ(grid.font().pointSize(), 24);
+}
+
+TEST_F(GridInputTest, NothingIsDraggedWithoutAText)
+{
+    show(10);
+    grid.goToRow(2, 0);
+    int asked = 0;
+    grid.setDragSource([&asked] {
+        ++asked;
+        return DragContent();
+    });
+    EXPECT_TRUE(grid.model()->flags(grid.model()->index(2, 0)).testFlag(Qt::ItemIsDragEnabled));
+    EXPECT_EQ(asked, 0);
+}
+
+} // namespace
+} // namespace melovane
