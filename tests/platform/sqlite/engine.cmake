@@ -26,4 +26,5 @@ mlv_test(engine_process_test LABEL process
     SOURCES
         sqlite/engine_fixture.cpp sqlite/engine_fixture.h
         sqlite/engine_process_test.cpp
+        sqlite/mixed_changes.cpp sqlite/mixed_changes.h
     LINKS mlv_platform_sqlite mlv_test_faults)
