@@ -309,9 +309,12 @@ void Scene::make()
         main->Execute(u"insert into genre values (9, 'after the backup')"_s);
     }
     close();
+    const QMap<QString, QString> all = content();
+    EXPECT_EQ(damage(), QString());
     for (const QString& name : databases()) {
         m_made.insert(name, m_folder.read(name));
     }
+    m_madeContent = all;
 }
 
 void Scene::reset()
@@ -352,12 +355,24 @@ QStringList Scene::databases() const
     return QDir(m_folder.path()).entryList({u"*.mdb"_s}, QDir::Files);
 }
 
+/// Most operations change one file, and looking at the others takes the time of the loops.
+bool Scene::isAsMade(const QString& name) const
+{
+    const bool hasJournal =
+        QFile::exists(path(name + u"-wal"_s)) || QFile::exists(path(name + u"-journal"_s));
+    return !hasJournal && m_made.contains(name) && m_folder.read(name) == m_made.value(name);
+}
+
 QMap<QString, QString> Scene::content() const
 {
     QMap<QString, QString> result;
     FakeClock clock;
     const auto engine = sqlite::makeEngine(clock);
     for (const QString& name : databases()) {
+        if (isAsMade(name)) {
+            result.insert(name, m_madeContent.value(name));
+            continue;
+        }
         try {
             const auto database = engine->OpenDatabase(path(name));
             result.insert(name, described(*database));
@@ -372,7 +387,7 @@ QString Scene::damage() const
 {
     QString result;
     for (const QString& name : databases()) {
-        const QString found = integrityOf(path(name));
+        const QString found = isAsMade(name) ? u"ok"_s : integrityOf(path(name));
         if (found != u"ok"_s) {
             result += name + u": "_s + found + u'\n';
         }

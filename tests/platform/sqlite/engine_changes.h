@@ -45,11 +45,13 @@ public:
 
 private:
     [[nodiscard]] QStringList databases() const;
+    [[nodiscard]] bool isAsMade(const QString& name) const;
     void make();
 
     TempFolder m_folder;
     FakeClock m_clock;
     QMap<QString, QByteArray> m_made;
+    QMap<QString, QString> m_madeContent;
     std::unique_ptr<DBEngine> m_engine;
     std::unique_ptr<Database> m_database;
 };
