@@ -72,6 +72,8 @@ inline constexpr int kNoFields = 3264;
 inline constexpr int kDiskFull = 3026;
 /// A failed read or write.
 inline constexpr int kDiskError = 3043;
+/// Not enough memory.
+inline constexpr int kOutOfMemory = 3035;
 /// The object was closed.
 inline constexpr int kObjectClosed = 3420;
 /// A commit without a transaction.

@@ -48,6 +48,11 @@ constexpr std::array kSentences{
              u"Der Datenträger der Datenbank %1 ist voll."},
     Sentence{DbFault::DiskError, dberror::kDiskError,
              u"Lesen oder Schreiben der Datenbank %1 ist misslungen (%2)."},
+    Sentence{DbFault::FileReplaced, dberror::kCannotOpen,
+             u"Die Datenbank %1 wurde inzwischen ersetzt oder entfernt und muss neu geöffnet "
+             u"werden."},
+    Sentence{DbFault::OutOfMemory, dberror::kOutOfMemory,
+             u"Der Arbeitsspeicher reicht nicht aus."},
 
     Sentence{DbFault::ItemNotFound, dberror::kItemNotFound,
              u"Das Element \"%1\" ist in dieser Auflistung nicht vorhanden."},

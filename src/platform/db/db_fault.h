@@ -25,6 +25,8 @@ enum class DbFault
     FileLocked,         ///< files
     DiskFull,           ///< files
     DiskError,          ///< files, reason
+    FileReplaced,       ///< path
+    OutOfMemory,
 
     // Catalogue
     ItemNotFound,          ///< name

@@ -21,6 +21,7 @@ public:
         : m_target(target)
         , m_path(temporaryBeside(target))
     {
+        removeAbandoned(target);
         remove();
     }
 
@@ -67,13 +68,13 @@ void copyPages(sqlite3* source, const QString& path)
 
 } // namespace
 
-void createDatabaseFile(const QString& path)
+void createDatabaseFile(const QString& path, bool sharesMemory)
 {
     if (fileId(path)) {
         throw dbError(DbFault::FileExists, path);
     }
     const TemporaryFile file(path);
-    Connection::createFile(file.path());
+    Connection::createFile(file.path(), sharesMemory);
     file.moveIntoPlace(false);
 }
 

@@ -244,11 +244,7 @@ void SqliteDatabase::Rollback()
     if (!m_lease) {
         return; // closing has undone it
     }
-    Session& open = session();
-    open.transactions().rollback();
-    // What was written is gone again, tables and queries too.
-    open.catalogue().invalidate();
-    open.nextEpoch();
+    session().rollback();
 }
 
 qint64 SqliteDatabase::DataVersion()

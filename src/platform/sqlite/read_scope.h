@@ -14,6 +14,7 @@ public:
     explicit ReadScope(Connection& connection)
         : m_connection(connection)
         , m_own(!connection.inTransaction())
+        , m_end(connection.statements().take(QStringLiteral("COMMIT")))
     {
         if (m_own) {
             m_connection.statements().take(QStringLiteral("BEGIN"))->run();
@@ -26,7 +27,7 @@ public:
             return;
         }
         try {
-            m_connection.statements().take(QStringLiteral("COMMIT"))->run();
+            m_end->run();
         } catch (const DbError&) {
             // Nothing was written, so nothing is lost; but the file must not stay locked.
             sqlite3_exec(m_connection.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
@@ -39,6 +40,7 @@ public:
 private:
     Connection& m_connection;
     bool m_own;
+    StatementPool::Lease m_end; ///< made beforehand: it must run when memory has gone
 };
 
 } // namespace melovane::sqlite

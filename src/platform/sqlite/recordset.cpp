@@ -263,9 +263,18 @@ void SqliteRecordset::writeNewRow(Session& session)
 {
     const bool populated = m_reached == rows().size();
     const bool atEnd = Eof();
+    // A join has to be read for the new row; when that fails the row must not stay behind an error.
+    std::optional<WriteScope> scope;
+    if (rows().statement().translation.tables.size() > 1) {
+        scope.emplace(session.transactions());
+    }
     const RowWriter::Added added = m_writer->insert(session);
     rows().noteOwnWrite(session);
-    m_lastModified = {rows().append(session, added.table, added.key)};
+    const qint64 index = rows().append(session, added.table, added.key);
+    if (scope) {
+        scope->commit();
+    }
+    m_lastModified = {index};
     if (populated) {
         m_reached = rows().size();
     }

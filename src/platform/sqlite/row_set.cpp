@@ -216,6 +216,7 @@ void RowSet::readRows(Session& session)
 /// Fetches from the row on what is not known of its page: a look mostly goes on to the next row.
 void RowSet::fetch(Session& session, qint64 index)
 {
+    session.requireReadable(*m_statement);
     const qint64 first = index - index % RowPages::kPageRows;
     std::vector<Row>* const kept = m_pages.page(index);
     std::vector<Row>& rows =

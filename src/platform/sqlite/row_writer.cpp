@@ -185,6 +185,7 @@ const RowWriter::Insert& RowWriter::insertOf(int table)
 
 RowWriter::Added RowWriter::insert(Session& session)
 {
+    session.requireWritable();
     const int table = firstTable();
     const Insert& insert = insertOf(table);
     const auto statement = session.connection().statements().take(insert.sql);
@@ -248,6 +249,7 @@ void RowWriter::updateTable(Session& session, int table, qint64 key, const Slots
     if (key == kNoRow) {
         throw dbError(DbFault::RowWithoutPartner, tableOf(table).name);
     }
+    session.requireWritable();
     const auto statement = session.connection().statements().take(updateOf(table, given));
     int parameter = 0;
     for (const int slot : given) {
@@ -260,6 +262,7 @@ void RowWriter::updateTable(Session& session, int table, qint64 key, const Slots
 
 void RowWriter::remove(Session& session, const RowSet& set, qint64 index)
 {
+    session.requireWritable();
     const BaseTable& base = set.statement().translation.tables.front();
     const auto statement = session.connection().statements().take(
         u"DELETE FROM %1 WHERE _rowid_=?1"_s.arg(tableName(base)));

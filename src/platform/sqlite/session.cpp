@@ -158,10 +158,18 @@ bool Session::isCurrent(const Prepared& statement)
                        });
 }
 
+void Session::requireReadable(const Prepared& statement)
+{
+    for (const auto& [schema, version] : statement.sideFiles) {
+        m_attachments.lockForTransaction(schema);
+    }
+}
+
 int Session::execute(const Prepared& statement, const std::vector<Value>& parameters)
 {
     return withStatement(statement.text, [&] {
         const Translation& translation = statement.translation;
+        requireWritable();
         nextEpoch();
         if (translation.kind == StatementKind::MakeTable) {
             return makeTable(translation, parameters);
@@ -214,9 +222,21 @@ qint64 Session::dataVersion()
     return m_foreignChanges;
 }
 
+void Session::rollback() noexcept
+{
+    m_transactions.rollback();
+    // What was written is gone again, tables and queries too.
+    m_catalogue.invalidate();
+    nextEpoch();
+}
+
 void Session::settle() noexcept
 {
+    const bool wasOpen = m_connection.inTransaction();
     m_transactions.rollbackAll();
+    if (wasOpen) {
+        m_catalogue.invalidate();
+    }
     nextEpoch();
 }
 

@@ -53,6 +53,12 @@ public:
     /// True when the statement can still be run as it was translated.
     [[nodiscard]] bool holds(const Prepared& statement);
 
+    /// To be called before rows of a statement are read that was translated some time ago.
+    void requireReadable(const Prepared& statement);
+
+    /// To be called before each change. \throws DbError when it must not be made now
+    void requireWritable() { m_transactions.requireWritable(); }
+
     /// Runs an action statement as one change. \return rows touched
     int execute(const Prepared& statement, const std::vector<Value>& parameters);
 
@@ -72,6 +78,9 @@ public:
     [[nodiscard]] const IndexMark& indexMark() const { return m_indexMark; }
 
     void setIndexMark(const IndexMark& mark) { m_indexMark = mark; }
+
+    /// Undoes the innermost transaction, if there is one.
+    void rollback() noexcept;
 
     /// Undoes what is open; for giving the session to the next user.
     void settle() noexcept;

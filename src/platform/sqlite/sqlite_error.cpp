@@ -103,6 +103,7 @@ void throwError(sqlite3* connection, int code)
         throwConstraint(connection, code, message);
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
+    case SQLITE_PROTOCOL:
         throw dbError(DbFault::FileLocked, filesOf(connection));
     case SQLITE_NOTADB:
         throw dbError(DbFault::FileIsNoDatabase, filesOf(connection));
@@ -116,6 +117,8 @@ void throwError(sqlite3* connection, int code)
         throw dbError(DbFault::DiskFull, filesOf(connection));
     case SQLITE_IOERR:
         throw dbError(DbFault::DiskError, filesOf(connection), message);
+    case SQLITE_NOMEM:
+        throw dbError(DbFault::OutOfMemory);
     case SQLITE_MISMATCH:
         throw dbError(DbFault::RowNumberMismatch);
     }

@@ -207,6 +207,9 @@ qint64 Statement::number(int column) const
 QString Statement::text(int column) const
 {
     const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
+    if (!bytes && sqlite3_errcode(m_connection) == SQLITE_NOMEM) {
+        throwError(m_connection, SQLITE_NOMEM); // not an empty text that would be written back
+    }
     return bytes ? fromBytes(bytes, sqlite3_column_bytes(m_statement, column)) : QString();
 }
 
