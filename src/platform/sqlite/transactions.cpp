@@ -43,10 +43,14 @@ void Transactions::begin()
 
 void Transactions::requireWritable()
 {
-    if (m_depth > 0 && isLost()) {
-        throw dbError(DbFault::TransactionUndone);
+    if (m_depth > 0) {
+        // Whether the file is still the one that was opened, commit() asks again.
+        if (isLost()) {
+            throw dbError(DbFault::TransactionUndone);
+        }
+        return;
     }
-    if (m_depth == 0 && m_connection.inTransaction()) {
+    if (m_connection.inTransaction()) {
         undoEverything();
     }
     m_connection.requireCurrent();
