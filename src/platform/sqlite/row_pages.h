@@ -26,7 +26,7 @@ class RowPages
 {
 public:
     /// Rows of a page: few, because a look that begins or ends inside one reads it all.
-    static constexpr qint64 kPageRows = 16;
+    static constexpr qint64 kPageRows = 8;
 
     /// The row's place in a kept page, or null.
     [[nodiscard]] Row* find(qint64 row);
@@ -41,7 +41,7 @@ public:
     void clear() { m_pages.clear(); }
 
 private:
-    static constexpr std::size_t kMostPages = 32;
+    static constexpr std::size_t kMostPages = 64;
 
     struct Page
     {
