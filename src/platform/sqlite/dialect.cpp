@@ -13,6 +13,35 @@ namespace dialect {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+QueryType typeOf(const Statement& statement)
+{
+    switch (statement.kind) {
+    case StatementKind::Select:
+        break;
+    case StatementKind::Insert:
+        return QueryType::Append;
+    case StatementKind::Update:
+        return QueryType::Update;
+    case StatementKind::Delete:
+        return QueryType::Delete;
+    case StatementKind::MakeTable:
+        return QueryType::MakeTable;
+    case StatementKind::Ddl:
+        return QueryType::Ddl;
+    }
+    if (!statement.select) {
+        return QueryType::Select;
+    }
+    if (!statement.select->unions.empty()) {
+        return QueryType::SetOperation;
+    }
+    return statement.select->crosstab ? QueryType::Crosstab : QueryType::Select;
+}
+
+} // namespace
+
 void Translator::takeResult(const std::vector<ColumnRef>& columns)
 {
     m_result.columns.reserve(columns.size());
@@ -26,14 +55,10 @@ void Translator::selectStatement(const Statement& statement)
     const Select& select = *statement.select;
     m_result.kind = StatementKind::Select;
     if (!select.unions.empty()) {
-        m_result.queryType = QueryType::SetOperation;
         const SelectSql written = unionSelect(select, nullptr, Use::Result);
         m_result.sql = written.text;
         takeResult(written.columns);
         return;
-    }
-    if (select.crosstab) {
-        m_result.queryType = QueryType::Crosstab;
     }
     const std::unique_ptr<Arm> written = arm(select, nullptr);
     m_result.sql = rows(select, *written, columnTexts(*written, Use::Result), false);
@@ -78,7 +103,6 @@ void Translator::selectStatement(const Statement& statement)
 void Translator::makeTableStatement(const Statement& statement)
 {
     m_result.kind = StatementKind::MakeTable;
-    m_result.queryType = QueryType::MakeTable;
     const SelectSql made = select(*statement.select, nullptr, Use::Derived);
     DdlAction& action = m_result.ddl.emplace();
     action.table.Name = statement.target.toString();
@@ -142,6 +166,7 @@ void Translator::executeStatement(const Statement& statement)
 
 void Translator::run(const Statement& statement)
 {
+    m_result.queryType = typeOf(statement);
     declare(statement.parameters);
     switch (statement.kind) {
     case StatementKind::Select:
@@ -161,7 +186,6 @@ void Translator::run(const Statement& statement)
         break;
     case StatementKind::Ddl:
         m_result.kind = StatementKind::Ddl;
-        m_result.queryType = QueryType::Ddl;
         m_result.ddl = statement.ddl;
         break;
     }
@@ -188,6 +212,12 @@ Translation Translator::run()
 Translation translate(const QString& statement, const NameSource& names, bool allowParameters)
 {
     return dialect::Translator(statement, names, allowParameters).run();
+}
+
+QueryType writtenQueryType(const QString& statement)
+{
+    const dialect::Tokens tokens = dialect::tokenize(statement);
+    return dialect::typeOf(dialect::Parser(statement, tokens).parse());
 }
 
 } // namespace melovane::sqlite

@@ -135,4 +135,9 @@ struct Translation
 [[nodiscard]] Translation
 translate(const QString& statement, const NameSource& names, bool allowParameters = false);
 
+/// What kind of statement a text is by its words alone, whether or not its names exist. That of the
+/// query behind `execute` is not known: Select.
+/// \throws DbError kSyntax with the place of the fault
+[[nodiscard]] QueryType writtenQueryType(const QString& statement);
+
 } // namespace melovane::sqlite

@@ -10,32 +10,6 @@
 
 namespace melovane::sqlite {
 
-namespace {
-
-using namespace Qt::Literals::StringLiterals;
-
-/// The first words of a statement and what they begin; a declaration of parameters stands before.
-QueryType typeByFirstWord(QStringView sql)
-{
-    static const std::pair<QLatin1StringView, QueryType> kWords[] = {
-        {"insert"_L1, QueryType::Append},     {"update"_L1, QueryType::Update},
-        {"delete"_L1, QueryType::Delete},     {"create"_L1, QueryType::Ddl},
-        {"alter"_L1, QueryType::Ddl},         {"drop"_L1, QueryType::Ddl},
-        {"transform"_L1, QueryType::Crosstab}};
-    QStringView text = sql.trimmed();
-    if (text.startsWith("parameters"_L1, Qt::CaseInsensitive)) {
-        text = text.sliced(text.indexOf(u';') + 1).trimmed();
-    }
-    for (const auto& [word, type] : kWords) {
-        if (text.startsWith(word, Qt::CaseInsensitive)) {
-            return type;
-        }
-    }
-    return QueryType::Select;
-}
-
-} // namespace
-
 QueryType queryTypeOf(Session& session, const QString& sql)
 {
     try {
@@ -44,7 +18,7 @@ QueryType queryTypeOf(Session& session, const QString& sql)
         if (error.number() == dberror::kSyntax) {
             throw;
         }
-        return typeByFirstWord(sql);
+        return writtenQueryType(sql);
     }
 }
 

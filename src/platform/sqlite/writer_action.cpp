@@ -79,7 +79,6 @@ QString Translator::insertSource(const std::vector<ColumnRef>& columns,
 void Translator::insertStatement(const Statement& statement)
 {
     m_result.kind = StatementKind::Insert;
-    m_result.queryType = QueryType::Append;
     std::vector<TableUse> tables;
     Scope target;
     target.tables = &tables;
@@ -148,7 +147,6 @@ void Translator::insertStatement(const Statement& statement)
 void Translator::updateStatement(const Statement& statement)
 {
     m_result.kind = StatementKind::Update;
-    m_result.queryType = QueryType::Update;
     std::vector<TableUse> tables;
     Scope scope;
     scope.tables = &tables;
@@ -205,7 +203,6 @@ void Translator::updateStatement(const Statement& statement)
 void Translator::deleteStatement(const Statement& statement)
 {
     m_result.kind = StatementKind::Delete;
-    m_result.queryType = QueryType::Delete;
     std::vector<TableUse> tables;
     Scope scope;
     scope.tables = &tables;

@@ -265,9 +265,12 @@ TEST_F(EngineQueries, QueriesKeepTheirNameTextAndKind)
     db().CreateQueryDef(u"ins"_s, u"insert into todo (id) values (1)"_s);
     db().CreateQueryDef(u"upd"_s, u"update todo set id=2"_s);
     db().CreateQueryDef(u"later"_s, u"insert into not_yet (id) values (1)"_s);
+    db().CreateQueryDef(u"made"_s, u"select * into copy from not_yet"_s);
+    db().CreateQueryDef(u"both"_s, u"select id from not_yet union select id from todo"_s);
     const auto other = sibling();
-    EXPECT_EQ(other->queryDefs().Names(), (QStringList{u"VPL_ALL"_s, u"VDB_ALL"_s, u"QU_FindFile"_s,
-                                                       u"del"_s, u"ins"_s, u"upd"_s, u"later"_s}));
+    EXPECT_EQ(other->queryDefs().Names(),
+              (QStringList{u"VPL_ALL"_s, u"VDB_ALL"_s, u"QU_FindFile"_s, u"del"_s, u"ins"_s,
+                           u"upd"_s, u"later"_s, u"made"_s, u"both"_s}));
     EXPECT_EQ(other->queryDefs().Item(u"vpl_all"_s)->SQL(), vplAllText());
     EXPECT_EQ(other->queryDefs().Item(u"vpl_all"_s)->Name(), u"VPL_ALL"_s);
     EXPECT_EQ(other->queryDefs().Item(u"vpl_all"_s)->Type(), QueryType::Select);
@@ -275,6 +278,8 @@ TEST_F(EngineQueries, QueriesKeepTheirNameTextAndKind)
     EXPECT_EQ(other->queryDefs().Item(u"ins"_s)->Type(), QueryType::Append);
     EXPECT_EQ(other->queryDefs().Item(u"upd"_s)->Type(), QueryType::Update);
     EXPECT_EQ(other->queryDefs().Item(u"later"_s)->Type(), QueryType::Append);
+    EXPECT_EQ(other->queryDefs().Item(u"made"_s)->Type(), QueryType::MakeTable);
+    EXPECT_EQ(other->queryDefs().Item(u"both"_s)->Type(), QueryType::SetOperation);
 }
 
 TEST_F(EngineQueries, ParametersAreSetByNameAndKept)
