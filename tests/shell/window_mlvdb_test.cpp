@@ -81,6 +81,40 @@ TEST_F(MlvdbTest, TheSideFilesAreCheckedBeforeTheTracksAreCounted)
     EXPECT_EQ(log, (QStringList{u"side files"_s, u"count"_s}));
 }
 
+TEST_F(MlvdbTest, ALibraryThatCannotBeCountedIsToldAndNobodyIsSentToTheImporter)
+{
+    mlvdb.load();
+    data.fault = dberror::kCorrupt;
+    activate(0);
+    EXPECT_EQ(processes.commands, QStringList());
+    EXPECT_TRUE(shown().startsWith(u"Die Datenbankdatei ist beschädigt"_s));
+}
+
+TEST_F(MlvdbTest, PlaceAndSplitsAreKeptAlsoWhenTheLibraryFailsAtTheEnd)
+{
+    mlvdb.load();
+    splits[0].at = 222;
+    onLibrarySave = [] { throw DbError(dberror::kDiskFull, u"x"_s); };
+    mlvdb.unload();
+    EXPECT_EQ(folders.makeSettings()->GetKeyValueLong(u"Value"_s, u"DBGridSplit-0"_s, 0), 222);
+}
+
+TEST_F(MlvdbTest, AChosenLanguageIsKeptAndItsStartNamed)
+{
+    folders.install(u"lang_English.ini"_s, "[Description]\nSprach.Name=English\n");
+    mlvdb.chooseLanguage(u"lang_English.ini"_s);
+    EXPECT_EQ(taken(), QStringList{u"warning Sprache: Die Sprache wechselt mit dem nächsten Start "
+                                   "von Melovane DB."_s});
+    EXPECT_EQ(folders.makeSettings()->GetKeyValue(u"Value"_s, u"Sprach.Datei"_s, {}),
+              u"lang_English.ini"_s);
+    const std::vector<LanguageEntry> languages = mlvdb.languages();
+    ASSERT_EQ(languages.size(), 2U);
+    EXPECT_TRUE(languages[1].active);
+    // Who chooses the same again learns nothing new.
+    mlvdb.chooseLanguage(u"lang_English.ini"_s);
+    EXPECT_EQ(taken(), QStringList());
+}
+
 TEST_F(MlvdbTest, TheLoadRunsInItsOrder)
 {
     mlvdb.load();

@@ -71,6 +71,29 @@ TEST_F(WindowSuiteTest, AnotherProgramCanReplaceTheDatabaseAndTheWindowTakesItBa
     EXPECT_EQ(titles(), QStringList{u"Beifall"_s});
 }
 
+TEST_F(WindowSuiteTest, ADatabaseThatIsMissingWhenTakenBackIsAskedForAndComesBackLater)
+{
+    QTest::keyClicks(&console.searchLine(), u"B"_s);
+    const QString aside = library.folders.configFile(u"aside.mdb"_s);
+    console.log.clear();
+    ASSERT_EQ(run({u"take"_s, library.databaseName(), aside}), 0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !console.log.isEmpty(); }));
+    EXPECT_TRUE(console.log[0].contains(u"Die Datenbankdatei ist nicht vorhanden"_s));
+    EXPECT_EQ(titles(), QStringList());
+    // Whatever arrives now finds no database, and no program ends over it.
+    ASSERT_EQ(run({u"number"_s, u"1048"_s, u"0"_s, u"0"_s, u"1050"_s, u"0"_s, u"0"_s, u"1042"_s,
+                   u"1"_s, u"0"_s, u"1039"_s, u"0"_s, u"0"_s}),
+              0);
+    QTest::keyClicks(&console.searchLine(), u"r"_s);
+    QTest::keyClick(&console.window, Qt::Key_F5);
+    console.control<QAction>(u"mnuViewDel"_s).trigger();
+    console.control<QAction>(u"mnuExpPlaylistBas"_s).trigger();
+    EXPECT_TRUE(console.window.isVisible());
+    ASSERT_EQ(run({u"give"_s, library.databaseName(), aside}), 0);
+    QTest::keyClicks(&console.searchLine(), u"a"_s);
+    EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
+}
+
 TEST_F(WindowSuiteTest, TheMonitorFallsSilentForAnotherProgram)
 {
     console.log.clear();
