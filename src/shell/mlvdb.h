@@ -156,6 +156,8 @@ public:
     /// Has the tempo of a track found; see SiblingControl::StartBeatGauge.
     void startBeatGauge(const QString& cmd, const QString& fid, const QString& plid);
 
+    [[nodiscard]] const EventGuard& guard() const { return m_guard; }
+
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
 private:

@@ -94,6 +94,16 @@ TEST_F(WindowSuiteTest, ADatabaseThatIsMissingWhenTakenBackIsAskedForAndComesBac
     EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
 }
 
+TEST(GuardedEvents, AFailureThatNoHandlerHasStoppedEndsNeitherTheEventLoopNorTheProgram)
+{
+    QProcess process;
+    process.start(QString::fromUtf8(MLV_GUARDED_EVENTS), {});
+    ASSERT_TRUE(process.waitForFinished(20'000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    // A posted event, one that was sent from a timer, and the slot behind it.
+    EXPECT_EQ(process.exitCode(), 3);
+}
+
 TEST_F(WindowSuiteTest, TheMonitorFallsSilentForAnotherProgram)
 {
     console.log.clear();
