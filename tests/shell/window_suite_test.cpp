@@ -1,3 +1,4 @@
+#include "bus/view_number.h"
 #include "shell/console.h"
 
 #include <QFile>
@@ -102,6 +103,27 @@ TEST(GuardedEvents, AFailureThatNoHandlerHasStoppedEndsNeitherTheEventLoopNorThe
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     // A posted event, one that was sent from a timer, and the slot behind it.
     EXPECT_EQ(process.exitCode(), 3);
+}
+
+TEST_F(WindowSuiteTest, TracksAreNotedForEditingByTheViewWhoseMenuItWas)
+{
+    // As the shipped database has them, in small.
+    const auto database = library.engine->OpenDatabase(library.databaseName());
+    database->Execute(u"drop table TEMP_MP3Edit"_s);
+    database->Execute(u"create table TEMP_MP3Edit (FID text(12), PLID long)"_s);
+    database->CreateQueryDef(u"QU_IntersTempMp3Edit"_s,
+                             u"parameters INFID text, INPLID long; insert into TEMP_MP3Edit "
+                             "(FID,PLID) values (INFID,INPLID)"_s);
+    const auto noted = [&database] {
+        const auto set = database->OpenRecordset(u"select count(*) as anz from TEMP_MP3Edit"_s);
+        return set->value(u"anz").toLong();
+    };
+    QTest::keyClicks(&console.searchLine(), u"B"_s);
+    console.grid().goToRow(0, 0);
+    BusSender(library.bus, u"MLVDB"_s).SendMessage(u"fill.temp.edit.table"_s, kViewIsPlaylist);
+    EXPECT_EQ(noted(), 0);
+    BusSender(library.bus, u"MLVDB"_s).SendMessage(u"fill.temp.edit.table"_s, kViewIsLibrary);
+    EXPECT_EQ(noted(), 1);
 }
 
 TEST_F(WindowSuiteTest, TheMonitorFallsSilentForAnotherProgram)
