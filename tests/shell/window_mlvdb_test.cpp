@@ -20,7 +20,11 @@ struct MlvdbTest : public test::WindowFixture
     void store(int left, int top, int width, int height, int state)
     {
         WindowPosition& position = settings->Position(u"DBPosition"_s);
-        position.setPlace({left, top, width, height});
+        // As they stand in the file: numbers beyond every rectangle, too.
+        position.Left = left;
+        position.Top = top;
+        position.Whidth = width;
+        position.Height = height;
         position.WindowState = state;
         settings->PositionSave(u"DBPosition"_s);
     }
