@@ -86,6 +86,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"detail.audio", u"Speicherplatz Audio:"},
     {u"detail.first", u"Play First:"},
     {u"detail.last", u"Play Last:"},
+    {u"detail.note", u"Notiz"},
 });
 // clang-format on
 

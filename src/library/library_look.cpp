@@ -9,9 +9,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Value of `DBit` for a bit rate that varies: keep.
-constexpr int kVariableBitRate = -99;
-
 constexpr qint64 kDaySeconds = 24 * 60 * 60;
 
 bool isField(const QString& field, QLatin1StringView name)
@@ -24,11 +21,7 @@ bool isField(const QString& field, QLatin1StringView name)
 GridColours GridColours::from(const UpdateColors& colours)
 {
     GridColours result;
-    result.note = {colours.colour(u"Note1Color"_s), colours.colour(u"Note2Color"_s),
-                   colours.colour(u"Note3Color"_s), colours.colour(u"Note4Color"_s),
-                   colours.colour(u"Note5Color"_s)};
-    result.noteText = colours.colour(u"NoteTextColor"_s);
-    result.noteTextBold = colours.GetColor(u"NoteTextBold"_s) != 0;
+    static_cast<NoteColours&>(result) = NoteColours::from(colours);
     result.playNow = colours.colour(u"PlayNowColor"_s);
     result.rowShowDel = colours.colour(u"RowShowDEL"_s);
     result.shownTrack = colours.gridStyle(u"FIDBOLD"_s).value_or(CellStyle());
@@ -48,27 +41,15 @@ bool LibraryLook::playedWithin(const Value& play, qint64 seconds) const
 QString LibraryLook::text(const QString& field, const Value& value) const
 {
     if (isField(field, "Play"_L1) && !value.isNull()) {
-        const QDateTime moment = value.toDateTime();
         if (m_playIsTimeOfDay) {
-            return moment.toString(u"HH:mm:ss"_s);
+            return value.toDateTime().toString(u"HH:mm:ss"_s);
         }
-        return moment.toString(playedWithin(value, kDaySeconds / 2) ? u"HH:mm"_s : u"dd.MM.yy"_s);
+        return playText(value, m_clock.now());
     }
-    if (isField(field, "DBit"_L1) && value.toLong() == kVariableBitRate) {
-        return u"VBR"_s;
+    if (isField(field, "DBit"_L1)) {
+        return bitRateText(value);
     }
     return value.toText();
-}
-
-void LibraryLook::addNote(CellStyle& style, const Value& note) const
-{
-    const int mark = note.toLong();
-    if (mark >= 1 && mark <= 5) {
-        style.badge = m_colours.note[static_cast<size_t>(mark - 1)];
-        style.badgeText = m_colours.noteText;
-        style.bold = m_colours.noteTextBold;
-        style.struckOut = false;
-    }
 }
 
 CellStyle LibraryLook::style(const QString& field, const RowValues& row) const
@@ -82,7 +63,7 @@ CellStyle LibraryLook::style(const QString& field, const RowValues& row) const
         style.struckOut = true;
     }
     if (isField(field, "Note"_L1)) {
-        addNote(style, row.value(u"Note"_s));
+        m_colours.addTo(style, row.value(u"Note"_s));
     } else if (isField(field, "Play"_L1) && playedWithin(row.value(u"Play"_s), kDaySeconds)) {
         style.tint = m_colours.playNow;
     }

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/controls/grid_control.h"
-
-#include <array>
+#include "playlists/track_look.h"
 
 namespace melovane {
 
@@ -10,11 +9,8 @@ class Clock;
 class UpdateColors;
 
 /// Colours of track rows, section "Color" of the settings.
-struct GridColours
+struct GridColours : NoteColours
 {
-    std::array<Colour, 5> note{}; ///< grounds of the ratings 1 to 5: `Note1Color` to `Note5Color`
-    Colour noteText;
-    bool noteTextBold = true;
     Colour playNow;       ///< a track played within the last day
     Colour rowShowDel;    ///< a row out of use
     CellStyle shownTrack; ///< style "FIDBOLD": the track that another view stands on
@@ -47,7 +43,6 @@ public:
     [[nodiscard]] CellStyle style(const QString& field, const RowValues& row) const override;
 
 private:
-    void addNote(CellStyle& style, const Value& note) const;
     [[nodiscard]] bool playedWithin(const Value& play, qint64 seconds) const;
 
     const Clock& m_clock;

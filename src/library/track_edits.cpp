@@ -7,6 +7,7 @@
 #include "platform/system/clock.h"
 #include "platform/system/text_number.h"
 #include "playlists/pending_jobs.h"
+#include "playlists/track_look.h"
 
 #include <array>
 #include <optional>
@@ -144,9 +145,7 @@ void TrackEdits::rate(qint64 row, int digit)
     if (fid.isEmpty()) {
         return;
     }
-    // The mark is stored the other way round: 5 is the best.
-    const Value stored = digit == 0 ? Value() : Value(QString::number(6 - digit));
-    if (write(row, u"Note", stored)) {
+    if (write(row, u"Note", storedRating(digit))) {
         m_rows.refreshCells();
         m_jobs.SaveEditFID(fid);
         m_changed(fid);

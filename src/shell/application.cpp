@@ -11,6 +11,8 @@
 #include "platform/qt/qt_font_chooser.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/system/path_text.h"
+#include "playlistfiles/dropped_tracks.h"
+#include "playlists/ui/playlist_widget.h"
 #include "shell/skin_files.h"
 #include "store/check_database.h"
 
@@ -63,6 +65,12 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_monitor(monitorParts())
     , m_mlvdb(windowParts(), m_window.controls())
     , m_library(libraryParts(), m_window.library().controls(), libraryActions())
+    , m_listHistory(*m_engine, m_files, m_clock, m_settings, log())
+    , m_snapshots(m_files, m_paths.programFolder())
+    , m_functions(listParts(), m_clock)
+    , m_listEdits(*m_engine, m_snapshots, m_listHistory)
+    , m_layouts(m_paths, m_files)
+    , m_playlist(playlistParts(), m_window.playlist().controls(m_warnings), playlistActions())
     , m_keys(m_settings, m_loop, keyActions())
 {}
 
@@ -108,11 +116,21 @@ MonitorParts Application::monitorParts()
 
 MlvdbParts Application::windowParts()
 {
-    // There is no playlist view yet, so it stands nowhere.
-    const PlaylistPlace nowhere{[] { return 0; }, [] { return 0; }};
-    return {m_settings, m_texts,    m_paths,           m_files, m_loop,
-            m_bus,      m_data,     m_siblings,        m_suite, *m_message,
-            m_monitor,  m_warnings, libraryCommands(), nowhere, dialogs(),
+    return {m_settings,
+            m_texts,
+            m_paths,
+            m_files,
+            m_loop,
+            m_bus,
+            m_data,
+            m_siblings,
+            m_suite,
+            *m_message,
+            m_monitor,
+            m_warnings,
+            libraryCommands(),
+            playlistCommands(),
+            dialogs(),
             log()};
 }
 
@@ -135,19 +153,28 @@ LibraryCommands Application::libraryCommands()
 WindowDialogs Application::dialogs()
 {
     return {[this] { m_info.Show(); }, [this] { m_editBox.Show(); },
-            [this] { return editLibraryLayout(); },
+            [this] {
+                return editLayout(u"EditGrid-db"_s, kLibraryLayout, m_library.Data1(),
+                                  m_library.look(), m_window.library().controls().grid);
+            },
             [this](const GridFont& present) {
                 return QtFontChooser(&m_window, m_texts.text(u"mnuFont"_s)).choose(present);
+            },
+            [this] {
+                return editLayout(u"EditGrid-pl"_s, kPlaylistLayout, m_playlist.Data1(),
+                                  m_playlist.look(), m_window.playlist().controls(m_warnings).grid);
             }};
 }
 
-bool Application::editLibraryLayout()
+bool Application::editLayout(const QString& caption,
+                             QStringView file,
+                             const DataControl& rows,
+                             const GridLook& look,
+                             const GridControl& present)
 {
-    EditGridDialog dialog(m_skin, m_icons, m_texts, u"EditGrid-db"_s);
-    const GridControl& present = m_window.library().controls().grid;
-    DataGrid& grid = dialog.setRows(m_library.Data1(), m_library.look(), present.columns());
-    LayoutFiles layouts(m_paths, m_files);
-    frmEditGrid logic(layouts, kLibraryLayout.toString(), grid, present.columns());
+    EditGridDialog dialog(m_skin, m_icons, m_texts, caption);
+    DataGrid& grid = dialog.setRows(rows, look, present.columns());
+    frmEditGrid logic(m_layouts, file.toString(), grid, present.columns());
     return dialog.choose(logic);
 }
 
@@ -163,6 +190,57 @@ Mp3dbParts Application::libraryParts()
     return {*m_engine, m_settings, m_texts, m_paths, m_files, m_clock, m_loop, m_bus};
 }
 
+PlaylistCommands Application::playlistCommands()
+{
+    return {[this] { return int(numberOf(m_playlist.GetPNID())); },
+            [this] { return int(numberOf(m_playlist.currentEntry())); },
+            [this] { m_playlist.start(); },
+            [this] { m_playlist.end(); },
+            [this] { m_playlist.undo(); },
+            [this] { m_playlist.redo(); }};
+}
+
+PlaylistParts Application::listParts()
+{
+    return {*m_engine, m_settings, m_files, m_locator, m_listHistory, log()};
+}
+
+PlaylistViewParts Application::playlistParts()
+{
+    return {*m_engine,
+            m_settings,
+            m_texts,
+            m_clock,
+            m_loop,
+            m_bus,
+            {m_functions, m_listEdits, m_listHistory, m_snapshots}};
+}
+
+PlaylistActions Application::playlistActions()
+{
+    return {m_paths.programName(),
+            [this](const QString& cmd, const QString& fid, const QString& plid) {
+                m_mlvdb.startBeatGauge(cmd, fid, plid);
+            },
+            [this](int direction) { m_monitor.run(direction < 0 ? u"play.zur" : u"play.vor", {}); },
+            [this](const QString& file) { return placeOf(file); },
+            [this](const QStringList& places) { return tracksOf(places); },
+            [this](const QString& name, const GridControl& grid) { m_layouts.save(name, grid); },
+            [this](const QString& name, GridControl& grid) { m_layouts.load(name, grid); }};
+}
+
+QStringList Application::tracksOf(const QStringList& places)
+{
+    const BusyCursor busy(m_pointer);
+    DroppedTracks dropped(*m_engine, m_settings, m_files, m_tagReader, m_clock);
+    const DroppedTracks::Result result = dropped.take(places);
+    if (!result.skipped.isEmpty()) {
+        m_mlvdb.showStatusText(m_texts.text(u"playlist.skipped"_s, result.skipped.size(),
+                                            path::fileName(result.skipped.first())));
+    }
+    return result.fids;
+}
+
 KeyActions Application::keyActions()
 {
     const auto play = [this](qint32 id) {
@@ -172,7 +250,9 @@ KeyActions Application::keyActions()
         }
         return !fid.isEmpty();
     };
-    return {[this](const QString& command) { return m_library.SendKeyUp(command); },
+    return {[this](const QString& command) {
+                return m_library.SendKeyUp(command) || m_playlist.SendKeyUp(command);
+            },
             [this] { m_monitor.stop(); },
             [this] { BusSender(m_bus, u"MLVDB"_s).SendMessage(u"db.set.favorit"_s); },
             [play] { return play(message::kPlayNext); },
@@ -268,6 +348,11 @@ void Application::connectViews()
 {
     m_window.attach(m_mlvdb, m_texts);
     m_window.library().attach(m_library, m_texts);
+    m_window.playlist().attach(m_playlist, m_texts);
+    QObject::connect(&m_playlist, &ctl_Playlist::historyChanged, &m_window,
+                     [this](const QString& undo, bool, const QString& redo, bool) {
+                         m_mlvdb.setHistoryTexts(undo, redo);
+                     });
     m_settings.SetKeyboard(&m_keyboard);
     m_keyboard.setHandler(&m_window, [this] { return m_keys.keyPressed(); });
     QObject::connect(&m_window, &MlvdbWindow::firstShown, &m_library,

@@ -14,12 +14,19 @@
 #include "platform/linux/mp3_player.h"
 #include "platform/linux/only_copy.h"
 #include "platform/linux/sdl_output.h"
+#include "platform/linux/tag_reader.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_keyboard.h"
 #include "platform/qt/qt_message_loop.h"
+#include "platform/qt/qt_pointer.h"
 #include "platform/qt/skin.h"
 #include "platform/sqlite/column_index.h"
 #include "platform/system/clock.h"
+#include "playlists/list_history.h"
+#include "playlists/mlv_function.h"
+#include "playlists/pl_insert_move_del.h"
+#include "playlists/playlist.h"
+#include "playlists/undo_redo.h"
 #include "shell/edit_box.h"
 #include "shell/info.h"
 #include "shell/key_commands.h"
@@ -75,7 +82,16 @@ private:
     [[nodiscard]] Mp3dbActions libraryActions();
     [[nodiscard]] Mp3dbParts libraryParts();
     [[nodiscard]] KeyActions keyActions();
-    [[nodiscard]] bool editLibraryLayout();
+    [[nodiscard]] bool editLayout(const QString& caption,
+                                  QStringView file,
+                                  const DataControl& rows,
+                                  const GridLook& look,
+                                  const GridControl& present);
+    [[nodiscard]] PlaylistCommands playlistCommands();
+    [[nodiscard]] PlaylistParts listParts();
+    [[nodiscard]] PlaylistViewParts playlistParts();
+    [[nodiscard]] PlaylistActions playlistActions();
+    [[nodiscard]] QStringList tracksOf(const QStringList& places);
     [[nodiscard]] QString placeOf(const QString& file);
     void loadConfig();
     void dress();
@@ -118,10 +134,18 @@ private:
     FileLocator m_locator;
     linux_media::SdlOutput m_output;
     linux_media::Mp3Player m_player;
+    linux_media::LinuxTagReader m_tagReader;
+    QtPointer m_pointer;
     MlvdbWindow m_window;
     Monitor m_monitor;
     MLVDB m_mlvdb;
     ctl_MP3DB m_library;
+    ListHistory m_listHistory;
+    ModUndoRedo m_snapshots;
+    MLVFunction m_functions;
+    cls_PLInsertMoveDel m_listEdits;
+    LayoutFiles m_layouts;
+    ctl_Playlist m_playlist;
     QtKeyboard m_keyboard;
     KeyCommands m_keys;
     std::unique_ptr<KSMessage> m_nextCopy; ///< hears of later copies; null before the window is up

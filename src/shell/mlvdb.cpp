@@ -127,6 +127,7 @@ void MLVDB::startViews()
     });
     m_parts.monitor.reopen();
     m_parts.library.start();
+    m_parts.playlist.start();
 }
 
 void MLVDB::buildPlugInMenu()
@@ -168,6 +169,7 @@ void MLVDB::unload()
         m_place.save();
     }
     m_guard.run(u"MLVDB.Unload"_s, m_parts.library.saveState);
+    m_guard.run(u"MLVDB.Unload"_s, m_parts.playlist.saveState);
     m_place.saveSplits();
 }
 

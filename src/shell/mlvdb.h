@@ -56,11 +56,16 @@ struct LibraryCommands
     std::function<void(const QString& text)> findAll;
 };
 
-/// Where the playlist view stands; 0 for nowhere.
-struct PlaylistPlace
+/// What the window asks of the playlist view. Numbers are 0 for none.
+struct PlaylistCommands
 {
     std::function<int()> pnid; ///< the playlist that is shown
     std::function<int()> plid; ///< its current entry
+    std::function<void()> start = [] {};
+    /// Keeps the layout for the next start.
+    std::function<void()> saveState = [] {};
+    std::function<void()> undo = [] {};
+    std::function<void()> redo = [] {};
 };
 
 /// Dialogs that the window opens; forms of their own.
@@ -73,6 +78,8 @@ struct WindowDialogs
     std::function<bool()> editLibraryLayout;
     /// Nothing when the user did not choose.
     std::function<std::optional<GridFont>(const GridFont& present)> chooseFont;
+    /// The same for the playlist.
+    std::function<bool()> editPlaylistLayout = [] { return false; };
 };
 
 /// The parts of the program that the window's logic uses; they outlive it.
@@ -91,7 +98,7 @@ struct MlvdbParts
     MonitorControl& monitor;
     Warnings& warnings;
     LibraryCommands library;
-    PlaylistPlace playlist;
+    PlaylistCommands playlist;
     WindowDialogs dialogs;
     ErrorSink log = {}; ///< hears of events that failed
 };
@@ -160,6 +167,9 @@ public:
 
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
+    /// Words for the entries that take a change of a list back and do it again.
+    void setHistoryTexts(const QString& undo, const QString& redo);
+
 private:
     using BusHandler = void (MLVDB::*)(const MLVMessage&);
 
@@ -193,6 +203,9 @@ private:
     void mnuToDatei();
     void mnuRefreshTree();
     void mnuDelSuchlist();
+    void mnuUndo();
+    void mnuRedo();
+    void mnuPlaylist();
     void mnuDatenbank();
     void mnuFont();
     void mnuRepairGridLayout();

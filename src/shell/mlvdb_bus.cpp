@@ -60,7 +60,7 @@ void MLVDB::showGridLayout(const MLVMessage& message)
     if (message.Value1.toText() == "DB"_L1) {
         mnuDatenbank();
     } else {
-        notYet(message);
+        mnuPlaylist();
     }
 }
 

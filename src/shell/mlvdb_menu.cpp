@@ -47,6 +47,9 @@ std::span<const MenuRow> MLVDB::menu()
         {1, Entry, u"mnuExit", {}, u"exit", u"Ctrl+Q", &MLVDB::mnuExit},
 
         {0, Menu,  u"mnuExtra"},
+        {1, Entry, u"mnuUndo", u"history.undo.nothing", u"undo", u"Ctrl+Z", &MLVDB::mnuUndo},
+        {1, Entry, u"mnuRedo", u"history.redo.nothing", u"redo", u"Ctrl+Shift+Z", &MLVDB::mnuRedo},
+        {1, Separator, {}},
         {1, Entry, u"mnuDelSuchlist", {}, {}, {}, &MLVDB::mnuDelSuchlist},
         {1, Entry, u"mnuDelDayCount", {}, {}, {}, &MLVDB::mnuDelDayCount},
         {1, Separator, {}},
@@ -61,7 +64,7 @@ std::span<const MenuRow> MLVDB::menu()
         {0, Filled, u"mnuTopPlugin"},
 
         {0, Menu,  u"mnuAnsicht"},
-        {1, Entry, u"mnuPlaylist"},
+        {1, Entry, u"mnuPlaylist", {}, {}, {}, &MLVDB::mnuPlaylist},
         {1, Entry, u"mnuDatenbank", {}, u"columns", {}, &MLVDB::mnuDatenbank},
         {1, Entry, u"mnuRepairGridLayout", {}, {}, {}, &MLVDB::mnuRepairGridLayout},
         {1, Separator, {}},
@@ -180,6 +183,32 @@ void MLVDB::mnuDatenbank()
     if (m_parts.dialogs.editLibraryLayout()) {
         SendMessage(u"load.layout.change.mp3db"_s, kLibraryLayout);
     }
+}
+
+void MLVDB::mnuPlaylist()
+{
+    SendMessage(u"save.layout.playlist"_s);
+    if (m_parts.dialogs.editPlaylistLayout()) {
+        SendMessage(u"load.layout.change.playlist"_s, kPlaylistLayout);
+    }
+}
+
+void MLVDB::mnuUndo()
+{
+    m_parts.playlist.undo();
+}
+
+void MLVDB::mnuRedo()
+{
+    m_parts.playlist.redo();
+}
+
+void MLVDB::setHistoryTexts(const QString& undo, const QString& redo)
+{
+    // Names of lists may hold what menus take for a mark.
+    const auto plain = [](QString text) { return text.replace(u'&', u"&&"_s); };
+    m_controls.menus.setText(u"mnuUndo"_s, plain(undo), {});
+    m_controls.menus.setText(u"mnuRedo"_s, plain(redo), {});
 }
 
 void MLVDB::mnuFont()

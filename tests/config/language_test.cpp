@@ -54,7 +54,6 @@ const QSet<QString> kSameInBoth{
     u"column.Start"_s,
     u"column.Stop"_s,
     u"tree.title"_s,
-    u"playlist.title"_s,
     u"tree.root.genre"_s,
     u"tree.root.album"_s,
     u"info.bpm"_s,

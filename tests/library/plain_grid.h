@@ -13,6 +13,10 @@ public:
 
     [[nodiscard]] qint64 firstVisibleRow() const override { return top; }
 
+    [[nodiscard]] qint64 visibleRows() const override { return room; }
+
+    void showRow(qint64 row) override { shownRow = row; }
+
     void goToRow(qint64 row, qint64 firstVisible) override
     {
         current = row;
@@ -71,6 +75,8 @@ public:
     std::vector<GridColumn> layout = libraryColumns();
     qint64 current = -1;
     qint64 top = 0;
+    qint64 room = 20;
+    qint64 shownRow = -1; ///< the last one asked for by showRow
     int arrowColumn = -1;
     SortArrow sortArrow = SortArrow::None;
     EmptyNote note;

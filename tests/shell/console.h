@@ -9,9 +9,15 @@
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/search_line.h"
 #include "platform/qt/skin.h"
+#include "playlists/mlv_function.h"
+#include "playlists/pl_insert_move_del.h"
+#include "playlists/playlist.h"
+#include "playlists/ui/playlist_widget.h"
+#include "playlists/undo_redo.h"
 #include "shell/library_data.h"
 #include "shell/ui/mlvdb_window.h"
 #include "shell/window_fixture.h"
+#include "store/file_locator.h"
 
 #include <QApplication>
 
@@ -27,6 +33,11 @@ public:
     {
         window.attach(mlvdb, library.texts);
         window.library().attach(view, library.texts);
+        window.playlist().attach(playlist, library.texts);
+        QObject::connect(&playlist, &ctl_Playlist::historyChanged, &window,
+                         [this](const QString& undo, bool, const QString& redo, bool) {
+                             mlvdb.setHistoryTexts(undo, redo);
+                         });
         QObject::connect(&window, &MlvdbWindow::firstShown, &view,
                          [this] { mlvdb.activateFirst(); });
         QObject::connect(&window, &MlvdbWindow::closing, &view, [this] { mlvdb.unload(); });
@@ -46,6 +57,14 @@ public:
     template <typename Control> Control& control(const QString& name)
     {
         auto* found = window.findChild<Control*>(name);
+        Q_ASSERT(found);
+        return *found;
+    }
+
+    /// The grid of the playlist.
+    DataGrid& listGrid()
+    {
+        auto* found = window.playlist().findChild<DataGrid*>(QStringLiteral("PlaylistGrid1"));
         Q_ASSERT(found);
         return *found;
     }
@@ -71,36 +90,39 @@ public:
     bool layoutChosen = false;
     std::optional<GridFont> chosenFont;
     MlvdbWindow window{skin, icons};
-    MLVDB mlvdb{{*library.settings,
-                 library.texts,
-                 library.folders.paths(),
-                 library.folders.files(),
-                 loop,
-                 library.bus,
-                 data,
-                 siblings,
-                 suite,
-                 *message,
-                 monitor,
-                 warnings,
-                 {[this] { view.start(); }, [this] { view.Refresh(); },
-                  [this] { view.DB_ALL_DEL(); }, [this] { view.DB_ALL_NOEXIST(); },
-                  [this] {
-                      view.end();
-                      view.SaveHist();
-                  },
-                  [this] { view.DelSuchlist(); },
-                  [this](const QString& text) {
-                      view.FindTreeValue({QStringLiteral("allfind"), {}, text}, true);
-                  }},
-                 {[] { return 0; }, [] { return 0; }},
-                 {[] {}, [] {},
-                  [this] {
-                      log.append(QStringLiteral("layout dialog"));
-                      return layoutChosen;
-                  },
-                  [this](const GridFont&) { return chosenFont; }}},
-                window.controls()};
+    MLVDB mlvdb{
+        {*library.settings,
+         library.texts,
+         library.folders.paths(),
+         library.folders.files(),
+         loop,
+         library.bus,
+         data,
+         siblings,
+         suite,
+         *message,
+         monitor,
+         warnings,
+         {[this] { view.start(); }, [this] { view.Refresh(); }, [this] { view.DB_ALL_DEL(); },
+          [this] { view.DB_ALL_NOEXIST(); },
+          [this] {
+              view.end();
+              view.SaveHist();
+          },
+          [this] { view.DelSuchlist(); },
+          [this](const QString& text) {
+              view.FindTreeValue({QStringLiteral("allfind"), {}, text}, true);
+          }},
+         {[this] { return int(numberOf(playlist.GetPNID())); },
+          [this] { return int(numberOf(playlist.currentEntry())); }, [this] { playlist.start(); },
+          [this] { playlist.end(); }, [this] { playlist.undo(); }, [this] { playlist.redo(); }},
+         {[] {}, [] {},
+          [this] {
+              log.append(QStringLiteral("layout dialog"));
+              return layoutChosen;
+          },
+          [this](const GridFont&) { return chosenFont; }}},
+        window.controls()};
     ctl_MP3DB view{
         {*library.engine, *library.settings, library.texts, library.folders.paths(),
          library.folders.files(), library.clock, loop, library.bus},
@@ -108,6 +130,36 @@ public:
         {[this] { mlvdb.importMusic(); },
          [this](const QString& cmd, const QString& fid) { mlvdb.startBeatGauge(cmd, fid, {}); },
          [](const QString& file) { return file; }}};
+    FileLocator locator{library.folders.files(), library.folders.programFolder()};
+    ListHistory history{*library.engine,
+                        library.folders.files(),
+                        library.clock,
+                        *library.settings,
+                        {}};
+    ModUndoRedo snapshots{library.folders.files(), library.folders.programFolder()};
+    MLVFunction functions{
+        {*library.engine, *library.settings, library.folders.files(), locator, history, {}},
+        library.clock};
+    cls_PLInsertMoveDel edits{*library.engine, snapshots, history};
+    LayoutFiles layouts{library.folders.paths(), library.folders.files()};
+    QStringList droppedTracks; ///< what dropped files hold
+    ctl_Playlist playlist{
+        {*library.engine,
+         *library.settings,
+         library.texts,
+         library.clock,
+         loop,
+         library.bus,
+         {functions, edits, history, snapshots}},
+        window.playlist().controls(warnings),
+        {QStringLiteral("MelovaneDB"),
+         [this](const QString& cmd, const QString& fid, const QString& plid) {
+             mlvdb.startBeatGauge(cmd, fid, plid);
+         },
+         [](int) {}, [](const QString& file) { return file; },
+         [this](const QStringList&) { return droppedTracks; },
+         [this](const QString& name, const GridControl& layout) { layouts.save(name, layout); },
+         [this](const QString& name, GridControl& layout) { layouts.load(name, layout); }}};
 };
 
 } // namespace melovane::test

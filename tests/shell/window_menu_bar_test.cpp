@@ -181,7 +181,7 @@ TEST_F(WindowMenuBarTest, TheButtonsOfTheMonitorPlayTheCurrentTrack)
     console.grid().goToRow(0, 0);
     console.log.clear();
     for (const QString& name : {u"play.start"_s, u"play.center"_s, u"play.stop"_s}) {
-        console.control<QToolButton>(name).click();
+        console.window.library().findChild<QToolButton*>(name)->click();
     }
     const QString fid = console.view.GetFID();
     EXPECT_EQ(console.log,

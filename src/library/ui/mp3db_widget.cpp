@@ -67,6 +67,8 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
          {u"open_dir"_s, u"folder"_s, u"mnuPOPDBGRID_7"_s},
          {u"all.data.select"_s, u"selectall"_s, u"ToolTipAllTableSel"_s},
          {u"all.copy"_s, u"copy"_s, u"ToolTipAllTableCopy"_s},
+         {u"all.db.insert"_s, u"insert"_s, u"ToolTipAllTableInsert"_s},
+         {u"all.db.append"_s, u"append"_s, u"ToolTipAllTableAppend"_s},
          {u"all.delete"_s, u"delete"_s, u"ToolTipDBTableDel"_s}}};
     for (const std::vector<Tool>& group : groups) {
         for (const Tool& tool : group) {

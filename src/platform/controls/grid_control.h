@@ -30,6 +30,15 @@ struct GridColumn
     bool renamed = false;   ///< the heading is one of the user's own
 };
 
+/// What the whole ground of a cell tells; the theme has a colour for each.
+enum class CellGround
+{
+    Plain,
+    Playing, ///< `GridColorAktivePlay`
+    Next,    ///< `GridColorNextPlay`
+    Heard,   ///< `GridColorAktiveFid`: the entry in the monitor player
+};
+
 /// How a cell differs from the plain ones. Text colours are moved towards black or white as far as
 /// needed to be readable on the cell's ground.
 struct CellStyle
@@ -38,6 +47,10 @@ struct CellStyle
     std::optional<Colour> tint;  ///< laid thinly over the ground
     std::optional<Colour> badge; ///< a rounded field behind the text
     std::optional<Colour> badgeText;
+    CellGround ground = CellGround::Plain;
+    QString icon;        ///< name of a picture; alone in the middle, or in front of the text
+    QString iconText;    ///< what the picture means
+    bool dimmed = false; ///< in the colour of second texts, for rows that cannot be changed
     bool bold = false;
     bool struckOut = false;
 };
@@ -49,6 +62,9 @@ public:
     virtual ~RowValues() = default;
 
     [[nodiscard]] virtual Value value(const QString& field) const = 0;
+
+    /// Its place in the grid, from 0.
+    [[nodiscard]] virtual qint64 row() const { return 0; }
 };
 
 /// Turns values into what a grid shows. Asked for the cells on the screen only, at each paint.
@@ -58,6 +74,15 @@ public:
     virtual ~GridLook() = default;
 
     [[nodiscard]] virtual QString text(const QString& field, const Value& value) const = 0;
+
+    /// The same for a column that is made of several fields, or of the place of its row.
+    [[nodiscard]] virtual QString
+    rowText(const QString& field, const Value& value, const RowValues& row) const
+    {
+        Q_UNUSED(row)
+        return text(field, value);
+    }
+
     [[nodiscard]] virtual CellStyle style(const QString& field, const RowValues& row) const = 0;
 };
 
@@ -130,6 +155,11 @@ public:
     /// -1 when there is none.
     [[nodiscard]] virtual qint64 currentRow() const = 0;
     [[nodiscard]] virtual qint64 firstVisibleRow() const = 0;
+    /// Rows that the grid has room for, at least one.
+    [[nodiscard]] virtual qint64 visibleRows() const = 0;
+
+    /// Scrolls as little as needed; current row and selection stay.
+    virtual void showRow(qint64 row) = 0;
 
     /// Makes a row the current and only selected one and puts `firstVisible` at the top, as far as
     /// the row stays on the screen. A row outside the set clears the selection.
@@ -148,7 +178,8 @@ public:
 
     /// The selected rows in rising order, as runs that don't touch.
     [[nodiscard]] virtual std::vector<RowRange> selection() const = 0;
-    /// Selects these rows and no others (runs may touch and stand in any order); the current row stays. Rows outside the set are left out.
+    /// Selects these rows and no others (runs may touch and stand in any order); the current row
+    /// stays. Rows outside the set are left out.
     virtual void select(const std::vector<RowRange>& rows) = 0;
 
     /// -1 when there is none.

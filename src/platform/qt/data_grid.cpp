@@ -33,7 +33,7 @@ DataGrid::DataGrid(const Skin& skin, const IconSet& icons, QWidget* parent)
     verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     setRowHeight();
-    setItemDelegate(new DataGridPainter(skin, this));
+    setItemDelegate(new DataGridPainter(skin, icons, this));
     setShowGrid(false);
     setFrameShape(QFrame::NoFrame);
     setSelectionBehavior(SelectRows);
@@ -151,6 +151,18 @@ qint64 DataGrid::firstVisibleRow() const
     return verticalScrollBar()->value();
 }
 
+qint64 DataGrid::visibleRows() const
+{
+    return std::max(1, viewport()->height() / verticalHeader()->defaultSectionSize());
+}
+
+void DataGrid::showRow(qint64 row)
+{
+    if (m_model && row >= 0 && row < m_model->rowCount()) {
+        scrollTo(m_model->index(static_cast<int>(row), firstShownColumn()));
+    }
+}
+
 void DataGrid::goToRow(qint64 row, qint64 firstVisible)
 {
     if (!m_model || row < 0 || row >= m_model->rowCount()) {
@@ -216,6 +228,20 @@ void DataGrid::fillColumnMenu(QMenu& menu)
             fitStretchedColumn();
         });
     }
+}
+
+void DataGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTableView::currentChanged(current, previous);
+    if (current.row() != previous.row()) {
+        emit currentRowChanged(currentRow());
+    }
+}
+
+void DataGrid::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
+{
+    QTableView::selectionChanged(selected, deselected);
+    emit selectedRowsChanged();
 }
 
 QModelIndex DataGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)

@@ -13,7 +13,9 @@ namespace melovane {
 
 class DataControl;
 class DataGridModel;
+class DropTarget;
 class EmptyView;
+class GridDropping;
 class GridHeader;
 class IconSet;
 class Skin;
@@ -35,6 +37,8 @@ public:
 
     [[nodiscard]] qint64 currentRow() const override;
     [[nodiscard]] qint64 firstVisibleRow() const override;
+    [[nodiscard]] qint64 visibleRows() const override;
+    void showRow(qint64 row) override;
     void goToRow(qint64 row, qint64 firstVisible) override;
     [[nodiscard]] QString dataField(int column) const override;
     [[nodiscard]] int columnOf(const QString& field) const override;
@@ -57,6 +61,10 @@ public:
     /// Asked when the user begins to drag the selected rows. Rows only leave as copies.
     void setDragSource(std::function<DragContent()> source);
 
+    /// Lets things be dropped on the rows, and the user move a row with Ctrl and the arrow keys.
+    /// `target` outlives the grid's last event.
+    void setDropTarget(DropTarget& target);
+
     [[nodiscard]] SortArrow sortArrow(int column) const;
     [[nodiscard]] EmptyNote emptyNote() const;
 
@@ -78,6 +86,11 @@ signals:
     void deletePressed();
     /// Ctrl with a digit.
     void digitPressed(int digit);
+    /// Ctrl with an arrow key, in a grid with a drop target: -1 for up, 1 for down.
+    void moveRowWanted(int step);
+    /// The current row is another one; -1 for none.
+    void currentRowChanged(qint64 row);
+    void selectedRowsChanged();
     void escapePressed();
     void emptyButtonClicked();
 
@@ -90,6 +103,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
@@ -105,6 +121,7 @@ private:
     const Skin& m_skin;
     GridHeader* m_header;
     EmptyView* m_emptyView;
+    GridDropping* m_dropping = nullptr; ///< null for a grid that only gives
     DataGridModel* m_model = nullptr;
     std::function<DragContent()> m_dragSource;
     int m_rowSpacing = 0;

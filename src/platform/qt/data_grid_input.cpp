@@ -1,5 +1,6 @@
 #include "platform/qt/data_grid.h"
 #include "platform/qt/data_grid_model.h"
+#include "platform/qt/grid_dropping.h"
 #include "platform/qt/skin.h"
 
 #include <QApplication>
@@ -56,6 +57,11 @@ void DataGrid::setDragSource(std::function<DragContent()> source)
     m_dragSource = std::move(source);
 }
 
+void DataGrid::setDropTarget(DropTarget& target)
+{
+    m_dropping = new GridDropping(m_skin, target, *this);
+}
+
 void DataGrid::keyboardSearch(const QString& text)
 {
     Q_UNUSED(text)
@@ -73,6 +79,10 @@ void DataGrid::keyPressEvent(QKeyEvent* event)
         }
     } else if (isDigit && modifiers == Qt::ControlModifier) {
         emit digitPressed(event->key() - Qt::Key_0);
+    } else if (m_dropping != nullptr && modifiers == Qt::ControlModifier &&
+               (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
+        // Not handed on: the row goes along with the cursor, which must not move twice.
+        emit moveRowWanted(event->key() == Qt::Key_Up ? -1 : 1);
     } else {
         QTableView::keyPressEvent(event);
     }

@@ -21,6 +21,8 @@ public:
         return m_model.value(m_row, field);
     }
 
+    [[nodiscard]] qint64 row() const override { return m_row; }
+
 private:
     const DataGridModel& m_model;
     qint64 m_row;
@@ -127,7 +129,13 @@ QVariant DataGridModel::data(const QModelIndex& index, int role) const
     if ((role != Qt::DisplayRole && role != Qt::AccessibleTextRole) || field < 0) {
         return {};
     }
-    return m_look.text(column(index.column()).field, m_data.cell(index.row(), field));
+    const RowOfModel row(*this, index.row());
+    const QString text =
+        m_look.rowText(column(index.column()).field, m_data.cell(index.row(), field), row);
+    if (role == Qt::AccessibleTextRole && text.isEmpty()) {
+        return style(index).iconText;
+    }
+    return text;
 }
 
 Qt::ItemFlags DataGridModel::flags(const QModelIndex& index) const

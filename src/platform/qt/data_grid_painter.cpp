@@ -2,6 +2,7 @@
 
 #include "platform/qt/data_grid_model.h"
 #include "platform/qt/figures.h"
+#include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
 
 #include <QAbstractItemView>
@@ -52,24 +53,50 @@ void paintBadge(QPainter& painter, const QRect& cell, const CellStyle& style, co
 
 } // namespace
 
-DataGridPainter::DataGridPainter(const Skin& skin, QObject* parent)
+DataGridPainter::DataGridPainter(const Skin& skin, const IconSet& icons, QObject* parent)
     : QStyledItemDelegate(parent)
     , m_skin(skin)
+    , m_icons(icons)
     , m_finish([this](QWidget* editor) {
         emit commitData(editor);
         emit closeEditor(editor);
     })
 {}
 
-Colour DataGridPainter::ground(const QStyleOptionViewItem& option, int row) const
+Colour
+DataGridPainter::ground(const QStyleOptionViewItem& option, int row, const CellStyle& style) const
 {
     const Theme& theme = m_skin.theme();
+    switch (style.ground) {
+    case CellGround::Plain:
+        break;
+    case CellGround::Playing:
+        return theme.colour(ThemeRole::GridColorAktivePlay);
+    case CellGround::Next:
+        return theme.colour(ThemeRole::GridColorNextPlay);
+    case CellGround::Heard:
+        return theme.colour(ThemeRole::GridColorAktiveFid);
+    }
     if (option.state & QStyle::State_Selected) {
         const bool focus = option.widget && option.widget->hasFocus();
         return theme.colour(focus ? ThemeRole::GridColorSelGotFocus
                                   : ThemeRole::GridColorSelLostFocus);
     }
     return theme.colour(row % 2 == 0 ? ThemeRole::GridColor : ThemeRole::GridColorAlternating);
+}
+
+QRect DataGridPainter::paintIcon(QPainter& painter,
+                                 const QRect& room,
+                                 const CellStyle& style,
+                                 bool alone) const
+{
+    const int side = painter.fontMetrics().height();
+    QRect place(room.left(), 0, side, side);
+    place.moveCenter({alone ? room.center().x() : room.left() + side / 2, room.center().y()});
+    const ThemeRole role =
+        style.ground == CellGround::Plain ? ThemeRole::TextSecond : ThemeRole::Text;
+    m_icons.icon(style.icon, role).paint(&painter, place);
+    return room.adjusted(side + 2, 0, 0, 0);
 }
 
 void DataGridPainter::paint(QPainter* painter,
@@ -81,7 +108,7 @@ void DataGridPainter::paint(QPainter* painter,
         return;
     }
     const CellStyle style = model->style(index);
-    Colour colour = ground(option, index.row());
+    Colour colour = ground(option, index.row(), style);
     if (style.tint && !(option.state & QStyle::State_Selected)) {
         colour = mixed(colour, *style.tint, kTint);
     }
@@ -89,11 +116,15 @@ void DataGridPainter::paint(QPainter* painter,
     painter->fillRect(option.rect, toQColor(colour));
     const QString shown = paintedPart(index.data().toString());
     painter->setFont(fontOf(style, option.font));
-    const QRect inner = option.rect.adjusted(kPadding, 0, -kPadding, 0);
+    QRect inner = option.rect.adjusted(kPadding, 0, -kPadding, 0);
+    if (!style.icon.isEmpty()) {
+        inner = paintIcon(*painter, inner, style, shown.isEmpty());
+    }
     if (style.badge && !shown.isEmpty()) {
         paintBadge(*painter, option.rect, style, shown);
     } else if (!shown.isEmpty()) {
-        const Colour ink = style.text.value_or(m_skin.theme().colour(ThemeRole::Text));
+        const Colour ink = style.text.value_or(
+            m_skin.theme().colour(style.dimmed ? ThemeRole::TextSecond : ThemeRole::Text));
         painter->setPen(toQColor(readableOn(ink, colour)));
         const QString fitting =
             painter->fontMetrics().elidedText(shown, Qt::ElideRight, inner.width());
@@ -156,10 +187,14 @@ bool DataGridPainter::helpEvent(QHelpEvent* event,
                                 const QStyleOptionViewItem& option,
                                 const QModelIndex& index)
 {
-    const QString text = index.data().toString();
+    QString text = index.data().toString();
+    const bool isPicture = text.isEmpty();
+    if (isPicture) {
+        text = index.data(Qt::AccessibleTextRole).toString();
+    }
     const int room = view->visualRect(index).width() - 2 * kPadding;
-    const bool fits = option.fontMetrics.horizontalAdvance(text) <= room;
-    if (event->type() != QEvent::ToolTip || fits) {
+    const bool fits = !isPicture && option.fontMetrics.horizontalAdvance(text) <= room;
+    if (event->type() != QEvent::ToolTip || fits || text.isEmpty()) {
         QToolTip::hideText();
         return true;
     }

@@ -8,6 +8,7 @@
 
 namespace melovane {
 
+class IconSet;
 class Skin;
 
 /// Paints the cells of a grid: ground, badge, text, with every text readable on its ground.
@@ -19,7 +20,7 @@ public:
     /// Units between a cell's border and its text.
     static constexpr int kPadding = 8;
 
-    DataGridPainter(const Skin& skin, QObject* parent);
+    DataGridPainter(const Skin& skin, const IconSet& icons, QObject* parent);
 
     void paint(QPainter* painter,
                const QStyleOptionViewItem& option,
@@ -45,9 +46,14 @@ public:
                    const QModelIndex& index) override;
 
 private:
-    [[nodiscard]] Colour ground(const QStyleOptionViewItem& option, int row) const;
+    [[nodiscard]] Colour
+    ground(const QStyleOptionViewItem& option, int row, const CellStyle& style) const;
+    /// Draws the picture of a cell; the room that is left for its text.
+    [[nodiscard]] QRect
+    paintIcon(QPainter& painter, const QRect& room, const CellStyle& style, bool alone) const;
 
     const Skin& m_skin;
+    const IconSet& m_icons;
     std::function<void(QWidget* editor)> m_finish; ///< takes over what an editor holds, ends it
 };
 

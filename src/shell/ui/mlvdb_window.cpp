@@ -7,6 +7,7 @@
 #include "platform/qt/skin.h"
 #include "platform/qt/split_panel.h"
 #include "platform/qt/status_bar.h"
+#include "playlists/ui/playlist_widget.h"
 #include "shell/mlvdb.h"
 #include "shell/ui/window_menu_bar.h"
 
@@ -43,7 +44,10 @@ MlvdbWindow::MlvdbWindow(Skin& skin, const IconSet& icons)
     setObjectName(u"MLVDB"_s);
     buildPanels();
     m_menus = new WindowMenuBar(*this, icons);
-    m_menus->setContextPlace([this] { return m_library->contextPlace(); });
+    m_menus->setContextPlace([this] {
+        const bool inList = focusWidget() && m_playlist->isAncestorOf(focusWidget());
+        return inList ? m_playlist->contextPlace() : m_library->contextPlace();
+    });
     const QSize room = screenArea().size();
     resize(kFirstSize.boundedTo(room * 9 / 10));
 }
@@ -64,7 +68,7 @@ void MlvdbWindow::buildPanels()
     m_library = new Mp3dbWidget(m_skin, m_icons, this);
     auto* tree = laterPanel(u"Tree1"_s, u"tree"_s, u"tree"_s);
     auto* lists = laterPanel(u"PlaylistFavorit1"_s, u"lists"_s, u"lists"_s);
-    auto* playlist = laterPanel(u"ctl_Playlist1"_s, u"playlist"_s, u"playlist"_s);
+    m_playlist = new PlaylistWidget(m_skin, m_icons, this);
     auto* frame = new QWidget(this);
     frame->setObjectName(u"Frame"_s);
     m_splits = {new SplitPanel(Qt::Vertical, frame), new SplitPanel(Qt::Horizontal),
@@ -77,7 +81,7 @@ void MlvdbWindow::buildPanels()
     m_splits[1]->addWidget(tree);
     m_splits[1]->addWidget(m_library);
     m_splits[2]->addWidget(lists);
-    m_splits[2]->addWidget(playlist);
+    m_splits[2]->addWidget(m_playlist);
 
     m_status = new StatusBar(frame);
     auto* column = new QVBoxLayout(frame);

@@ -1,0 +1,264 @@
+#include "playlists/playlist_view_fixture.h"
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+class PlaylistView : public test::PlaylistViewTest
+{
+protected:
+    QString number(Pnid of) { return QString::number(numberOf(of)); }
+
+    void setAktion(qint64 row, int value, const QString& command = {})
+    {
+        functions.PlaylistSaveAktion(Plid(cell(row, u"PLID").toLong()), value, command);
+        view.RefreshGrid();
+    }
+};
+
+TEST_F(PlaylistView, ShowsNothingBeforeAListIsOpened)
+{
+    EXPECT_EQ(view.GetPNID(), Pnid{});
+    EXPECT_EQ(view.Data1().rowCount(), 0);
+    EXPECT_EQ(grid.note.title, u"Keine Playlist geöffnet"_s);
+    view.toolPressed(u"all.delete"_s);
+    view.toolPressed(u"all.clip.append"_s);
+    view.moveRow(1);
+    EXPECT_TRUE(sent.isEmpty());
+}
+
+TEST_F(PlaylistView, AListIsOpenedOverTheBusInItsOrder)
+{
+    openList(3);
+    EXPECT_EQ(rows(), u"1 2 3"_s);
+    EXPECT_EQ(view.GetPNID(), list);
+    EXPECT_EQ(view.activeList(), list);
+    EXPECT_EQ(view.Data1().RecordSource(), u"select * from vpl_all where pnid="_s + number(list));
+    EXPECT_FALSE(view.isJingleMode());
+}
+
+TEST_F(PlaylistView, LoadingTheSameNumberTwiceDoesNotReload)
+{
+    openList(3);
+    int refreshes = 0;
+    QObject::connect(&view.Data1(), &DataControl::refreshed, &view, [&] { ++refreshes; });
+    others.SendMessage(u"playlist.aktivieren"_s, numberOf(list), true);
+    EXPECT_EQ(refreshes, 0);
+    EXPECT_TRUE(view.isLocked());
+    const Pnid other = lists.addList({5}, u"Andere"_s);
+    others.SendMessage(u"Playlist.Aktivieren"_s, numberOf(other), false);
+    EXPECT_EQ(refreshes, 1);
+    EXPECT_EQ(rows(), u"1"_s);
+}
+
+TEST_F(PlaylistView, SettingAnActionOnAnEmptyGridEndsSilently)
+{
+    openList(0);
+    for (const QString& name : {u"playlist.set.play.normal"_s, u"playlist.set.play.loop"_s,
+                                u"playlist.set.play.stop"_s}) {
+        others.SendMessage(name);
+    }
+    view.toolPressed(u"playlist.jingle.loop"_s);
+    EXPECT_TRUE(sent.isEmpty());
+}
+
+TEST_F(PlaylistView, AnActionIsWrittenToTheCurrentRowAndTold)
+{
+    openList(3);
+    stand(1);
+    others.SendMessage(u"playlist.set.play.stop"_s);
+    EXPECT_EQ(aktion(1).toLong(), kAktionStop);
+    EXPECT_EQ(sentOf(u"playlist.aktion.change"_s).size(), 1);
+    EXPECT_TRUE(sent.first().contains(cell(1, u"PLID").toText()));
+    EXPECT_EQ(aktion(0).toLong(), 0);
+}
+
+TEST_F(PlaylistView, ALockedListKeepsItsActions)
+{
+    openList(2, true);
+    stand(0);
+    others.SendMessage(u"playlist.set.play.stop"_s);
+    view.toolPressed(u"playlist.jingle.loop"_s);
+    EXPECT_EQ(aktion(0).toLong(), 0);
+}
+
+TEST_F(PlaylistView, AToggledLoopRestoresTheEarlierActionExactlyIncludingJingleBanks)
+{
+    openList(1);
+    for (const int former :
+         {kAktionMix, kAktionStop, kAktionJinglePlay, kAktionJingle1, kAktionJingle2}) {
+        setAktion(0, former, u"a=b&"_s);
+        stand(0);
+        view.toolPressed(u"playlist.jingle.loop"_s);
+        EXPECT_EQ(aktion(0).toLong(), kAktionLoop);
+        EXPECT_EQ(cell(0, u"Command").toText(), u"a=b&oak=%1&"_s.arg(former));
+        view.toolPressed(u"playlist.jingle.loop"_s);
+        EXPECT_EQ(aktion(0).toLong(), former);
+        EXPECT_EQ(cell(0, u"Command").toText(), u"a=b&"_s);
+    }
+    EXPECT_EQ(sentOf(u"playlist.loop"_s).size(), 10);
+}
+
+TEST_F(PlaylistView, ALoopWithoutAFormerActionMixesAndAJingleListAlwaysPlaysJingles)
+{
+    openList(1);
+    setAktion(0, kAktionLoop);
+    stand(0);
+    view.toolPressed(u"playlist.jingle.loop"_s);
+    EXPECT_EQ(aktion(0).toLong(), kAktionMix);
+    others.SendMessage(u"jinglelist.aktivieren"_s, numberOf(list), false);
+    EXPECT_TRUE(view.isJingleMode());
+    stand(0);
+    setAktion(0, kAktionLoop);
+    view.toolPressed(u"playlist.jingle.loop"_s);
+    EXPECT_EQ(aktion(0).toLong(), kAktionJinglePlay);
+    EXPECT_EQ(sentOf(u"playlist.jingle.change.playmode"_s).size(), 1);
+}
+
+TEST_F(PlaylistView, ACommandThatCannotBeReadIsLeftAlone)
+{
+    openList(1);
+    setAktion(0, kAktionMix, u"a=1&a=2&"_s);
+    stand(0);
+    view.toolPressed(u"playlist.jingle.loop"_s);
+    EXPECT_EQ(aktion(0).toLong(), kAktionMix);
+    EXPECT_EQ(cell(0, u"Command").toText(), u"a=1&a=2&"_s);
+}
+
+TEST_F(PlaylistView, RapidRowChangesSendOneInfoEveryQuarterOfASecond)
+{
+    openList(5);
+    for (qint64 row = 0; row < 5; ++row) {
+        view.rowChanged(row);
+    }
+    EXPECT_EQ(sentOf(u"info.from.fid"_s), QStringList(u"info.from.fid 800000000001 "_s));
+    ASSERT_TRUE(loop.fire(250));
+    EXPECT_EQ(sentOf(u"info.from.fid"_s).size(), 2);
+    EXPECT_TRUE(sent.last().contains(u"800000000005"_s));
+    ASSERT_TRUE(loop.fire(250));
+    EXPECT_EQ(sentOf(u"info.from.fid"_s).size(), 2);
+    EXPECT_FALSE(loop.fire(250));
+    view.rowChanged(1);
+    EXPECT_EQ(sentOf(u"info.from.fid"_s).size(), 3);
+}
+
+TEST_F(PlaylistView, ThePlayedEntryIsMarkedAndScrolledTo)
+{
+    openList(40);
+    const int played = cell(30, u"PLID").toLong();
+    others.SendMessage(u"refresh.playlist.plid"_s, played, cell(31, u"PLID").toLong());
+    EXPECT_EQ(view.PLID(), Plid(played));
+    EXPECT_EQ(grid.shownRow, 30);
+    EXPECT_EQ(grid.current, -1) << "the user's own place stays";
+}
+
+TEST_F(PlaylistView, ThePlayedEntryIsNotScrolledToWhenTheSettingIsOff)
+{
+    openList(40);
+    lists.settings->WriteKeyValue(u"Global"_s, u"View.Current.Playlist.Pos"_s, u"0"_s);
+    others.SendMessage(u"refresh.playlist.plid"_s, cell(30, u"PLID").toLong(), 0);
+    EXPECT_EQ(grid.shownRow, -1);
+}
+
+TEST_F(PlaylistView, AReloadKeepsTheEntryWhereverItStandsNow)
+{
+    openList(4);
+    stand(2);
+    lists.execute(u"update pl_all set sid=1 where plid="_s + cell(2, u"PLID").toText());
+    others.SendMessage(u"refresh.playlist"_s, 0);
+    EXPECT_EQ(rows(), u"3 1 2 4"_s);
+    EXPECT_EQ(grid.current, 0);
+}
+
+TEST_F(PlaylistView, ADisconnectedViewLetsGoAndComesBackToItsList)
+{
+    openList(3);
+    others.SendMessage(u"db.disconnect"_s);
+    EXPECT_EQ(view.Data1().rowCount(), 0);
+    view.deletePressed();
+    others.SendMessage(u"playlist.append.data"_s, lists.tracksText({1}));
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(rows(), u"1 2 3"_s);
+}
+
+TEST_F(PlaylistView, MonitorCommandsCarryTrackEntryStartAndStop)
+{
+    openList(2);
+    stand(1);
+    view.toolPressed(u"play.center"_s);
+    EXPECT_EQ(sent.last(),
+              u"player.monitor.play.center 800000000002 "_s + cell(1, u"PLID").toText());
+    lists.settings->SetGridSwapEditPlay(1);
+    sent.clear();
+    view.rowActivated(1);
+    EXPECT_EQ(sentOf(u"player.monitor.play.center"_s).size(), 1);
+}
+
+TEST_F(PlaylistView, AnEntryThatIsHeardIsMarkedUntilTheMonitorStops)
+{
+    openList(2);
+    stand(1);
+    view.toolPressed(u"play.start"_s);
+    EXPECT_EQ(static_cast<const PlaylistLook&>(view.look()).heard(), view.currentEntry());
+    view.toolPressed(u"play.stop"_s);
+    EXPECT_EQ(static_cast<const PlaylistLook&>(view.look()).heard(), Plid{});
+}
+
+TEST_F(PlaylistView, TheTempoFinderGetsTrackAndEntry)
+{
+    openList(2);
+    stand(0);
+    others.SendMessage(u"playlist.BeatGauge.Menu.Click"_s);
+    others.SendMessage(u"playlist.BeatGauge.Menu.Manuell.Click"_s);
+    const QString plid = cell(0, u"PLID").toText();
+    EXPECT_EQ(tempoSearches,
+              (QStringList{u"auto 800000000001 "_s + plid, u"manuell 800000000001 "_s + plid}));
+}
+
+TEST_F(PlaylistView, AResetSetsTheListBackUnlessItIsLocked)
+{
+    openList(1);
+    lists.execute(u"update pl_all set volume=7, mixin='1,2,3,4,5'"_s);
+    others.SendMessage(u"playlist.set.lock"_s, true);
+    others.SendMessage(u"playlist.reset"_s, numberOf(list));
+    EXPECT_EQ(lists.value(u"select volume from pl_all"_s).toLong(), 7);
+    others.SendMessage(u"playlist.set.lock"_s, false);
+    others.SendMessage(u"playlist.reset"_s, numberOf(list));
+    EXPECT_EQ(lists.value(u"select volume from pl_all"_s).toLong(), 0);
+    EXPECT_TRUE(lists.value(u"select mixin from pl_all"_s).isNull());
+}
+
+TEST_F(PlaylistView, MixStylesAreSpreadAndTakenAwayOverTheBus)
+{
+    openList(3);
+    lists.execute(u"update pl_all set mixout='1,1,1,1,1' where plid="_s +
+                  cell(0, u"PLID").toText());
+    lists.execute(u"update pl_all set mixin='2,2,2,2,2' where plid="_s + cell(1, u"PLID").toText());
+    others.SendMessage(u"refresh.playlist.plid"_s, cell(0, u"PLID"), cell(1, u"PLID"));
+    others.SendMessage(u"mixstyle.all.copy"_s);
+    EXPECT_EQ(lists
+                  .value(u"select count(*) from pl_all where mixout='1,1,1,1,1' and "
+                         u"mixin='2,2,2,2,2'"_s)
+                  .toLong(),
+              3);
+    others.SendMessage(u"mixstyle.all.del"_s);
+    EXPECT_EQ(lists.value(u"select count(*) from pl_all where mixout is null"_s).toLong(), 3);
+    EXPECT_EQ(sentOf(u"playlist.change"_s).size(), 2);
+}
+
+TEST_F(PlaylistView, TheSummaryNamesTheListItsEntriesAndItsLength)
+{
+    PlaylistSummary told;
+    QObject::connect(&view, &ctl_Playlist::summaryChanged, &view,
+                     [&](const PlaylistSummary& summary) { told = summary; });
+    openList(0);
+    lists.execute(u"update pl_name set name='Ein ''Name'' <b>'"_s);
+    others.SendMessage(u"playlist.append.data"_s, lists.tracksText({1, 2}));
+    EXPECT_EQ(told.name, u"Ein 'Name' <b>"_s);
+    EXPECT_EQ(told.entries, 2);
+    EXPECT_NEAR(double(told.milliseconds), 180'000 - 30 * 26.12, 100);
+}
+
+} // namespace
+} // namespace melovane
