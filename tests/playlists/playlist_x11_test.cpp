@@ -31,21 +31,34 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window.window, 10'000));
     }
 
-    static bool moveTo(const QPoint& place)
-    {
-        return pointer({u"mousemove"_s, QString::number(place.x()), QString::number(place.y())});
-    }
-
     /// Presses on one place, goes to another in small steps, and lets go there.
-    static bool drag(const QPoint& from, const QPoint& to)
+    ///
+    /// All by one run of the tool: a drag has an event loop of its own, in which nothing else of
+    /// the test goes on. The pauses let the window see each step.
+    /// \param copyKey held while the button is let go
+    static bool drag(const QPoint& from, const QPoint& to, bool copyKey = false)
     {
-        bool all = moveTo(from) && pointer({u"mousedown"_s, u"1"_s});
+        QStringList arguments;
+        const auto moveTo = [&arguments](const QPoint& place) {
+            arguments += {u"mousemove"_s, QString::number(place.x()), QString::number(place.y()),
+                          u"sleep"_s, u"0.04"_s};
+        };
+        moveTo(from);
+        arguments += {u"mousedown"_s, u"1"_s, u"sleep"_s, u"0.05"_s};
         constexpr int kSteps = 6;
-        for (int step = 1; step <= kSteps && all; ++step) {
-            all = moveTo(from + (to - from) * step / kSteps);
+        for (int step = 1; step <= kSteps; ++step) {
+            moveTo(from + (to - from) * step / kSteps);
+        }
+        if (copyKey) {
+            arguments += {u"keydown"_s, u"ctrl"_s, u"sleep"_s, u"0.05"_s};
         }
         // A last small move: the first one that arrives over the target only enters it.
-        return all && moveTo(to + QPoint(3, 0)) && pointer({u"mouseup"_s, u"1"_s});
+        moveTo(to + QPoint(3, 0));
+        arguments += {u"mouseup"_s, u"1"_s, u"sleep"_s, u"0.1"_s};
+        if (copyKey) {
+            arguments += {u"keyup"_s, u"ctrl"_s};
+        }
+        return pointer(arguments);
     }
 
     test::PlaylistWindow window{8, 5};
@@ -71,15 +84,8 @@ TEST_F(DragByMouse, ATrackOfTheLibraryIsDraggedIntoTheList)
 TEST_F(DragByMouse, WithTheCopyKeyHeldARowIsCopied)
 {
     DataGrid& grid = window.grid();
-    ASSERT_TRUE(moveTo(test::PlaylistWindow::placeOf(grid, 4)));
-    ASSERT_TRUE(pointer({u"mousedown"_s, u"1"_s}));
-    const QPoint to = test::PlaylistWindow::placeOf(grid, 0);
-    for (int offset = 40; offset >= 0; offset -= 10) {
-        ASSERT_TRUE(moveTo(to + QPoint(0, offset)));
-    }
-    ASSERT_TRUE(pointer({u"keydown"_s, u"ctrl"_s}));
-    ASSERT_TRUE(moveTo(to + QPoint(3, 0)));
-    ASSERT_TRUE(pointer({u"mouseup"_s, u"1"_s, u"keyup"_s, u"ctrl"_s}));
+    ASSERT_TRUE(
+        drag(test::PlaylistWindow::placeOf(grid, 4), test::PlaylistWindow::placeOf(grid, 0), true));
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == u"5 1 2 3 4 5"_s; }, 5000))
         << window.rows().toStdString();
 }
