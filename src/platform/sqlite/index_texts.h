@@ -56,6 +56,12 @@ public:
 
     [[nodiscard]] NumberRanges matching(const textcompare::LikePattern& pattern) const;
 
+    [[nodiscard]] const IndexArray<char>& letters() const { return m_letters; }
+
+    [[nodiscard]] const IndexArray<quint32>& ends() const { return m_ends; }
+
+    [[nodiscard]] const IndexArray<quint32>& signs() const { return m_signs; }
+
     [[nodiscard]] qint64 bytes() const
     {
         return qint64(m_letters.size() + (m_ends.size() + m_signs.size()) * sizeof(quint32));
