@@ -13,7 +13,7 @@ struct IndexColumnParts
     bool fits = true;
     IndexArray<char> letters;
     IndexArray<quint32> textEnds;
-    IndexArray<quint32> signs;
+    IndexArray<quint64> signs;
     IndexArray<double> numbers;
     IndexArray<quint32> values;
     IndexArray<quint32> ends;

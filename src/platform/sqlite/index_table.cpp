@@ -11,8 +11,9 @@ namespace {
 
 /// Orders kept: of a million rows each takes eight megabytes.
 constexpr std::size_t kMostOrders = 6;
-/// Filters kept, as the one of deleted tracks.
-constexpr std::size_t kMostFilters = 4;
+/// Answers of conditions kept, as the filter of deleted tracks and the letters that a user passes
+/// on his way forth and back: of a million rows each takes an eighth of a megabyte.
+constexpr std::size_t kMostFilters = 48;
 
 /// Of a changed cell whose place nobody has asked for.
 constexpr quint32 kUnknownPlace = std::numeric_limits<quint32>::max();
@@ -26,12 +27,6 @@ template <typename Work> void forEach(const IndexBits& bits, const Work& work)
             work(i * 64 + std::size_t(std::countr_zero(word)));
         }
     }
-}
-
-bool isFilter(const std::vector<SearchTest>& group)
-{
-    return std::none_of(group.begin(), group.end(),
-                        [](const SearchTest& test) { return test.isText; });
 }
 
 } // namespace
@@ -155,10 +150,8 @@ bool IndexTable::answers(const SearchStatement& statement) const
 
 IndexBits IndexTable::marked(const std::vector<SearchTest>& group)
 {
-    const bool filter = isFilter(group);
-    const auto kept = std::find_if(m_filters.begin(), m_filters.end(), [&](const Filter& known) {
-        return filter && known.group == group;
-    });
+    const auto kept = std::find_if(m_filters.begin(), m_filters.end(),
+                                   [&](const Filter& known) { return known.group == group; });
     if (kept != m_filters.end()) {
         m_filters.splice(m_filters.begin(), m_filters, kept);
         return kept->rows;
@@ -167,9 +160,9 @@ IndexBits IndexTable::marked(const std::vector<SearchTest>& group)
     for (const SearchTest& test : group) {
         m_columns[find(test.column)].data->mark(IndexTest(test), rows);
     }
-    if (filter) {
-        m_filters.push_front({group, rows});
-        m_filters.resize(std::min(m_filters.size(), kMostFilters));
+    m_filters.push_front({group, rows});
+    if (m_filters.size() > kMostFilters) {
+        m_filters.pop_back();
     }
     return rows;
 }

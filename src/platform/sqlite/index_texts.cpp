@@ -110,15 +110,49 @@ quint32 bitOf(unsigned letter)
     return letter - 'a';
 }
 
-quint32 signsOf(std::string_view text)
+constexpr quint64 kFigureSign = 1ULL << 26;
+constexpr quint64 kForeignSign = 1ULL << 27;
+
+/// The bits of pairs.
+constexpr unsigned kFirstPair = 28;
+constexpr unsigned kPairs = 64 - kFirstPair;
+
+quint64 signOf(unsigned char letter)
 {
-    quint32 signs = 0;
-    for (const char letter : text) {
-        const auto bit = bitOf(static_cast<unsigned char>(letter));
-        signs |= bit < 26 ? 1U << bit : 0U;
+    if (bitOf(letter) < 26) {
+        return 1ULL << bitOf(letter);
+    }
+    if (letter >= '0' && letter <= '9') {
+        return kFigureSign;
+    }
+    return letter >= 0x80 ? kForeignSign : 0;
+}
+
+quint64 signOfPair(unsigned char first, unsigned char second)
+{
+    return 1ULL << (kFirstPair + (first * 31U + second * 7U) % kPairs);
+}
+
+/// A text that holds a piece has all signs of it.
+quint64 signsOf(std::string_view text)
+{
+    quint64 signs = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto letter = static_cast<unsigned char>(text[i]);
+        signs |= signOf(letter);
+        if (i > 0) {
+            signs |= signOfPair(static_cast<unsigned char>(text[i - 1]), letter);
+        }
     }
     return signs;
 }
+
+/// Letters that a scan passes in the time that one text on its own takes: looking at single texts
+/// pays below one in so many letters.
+constexpr std::size_t kLettersPerText = 90;
+
+/// Ranges kept for a piece that is typed on.
+constexpr std::size_t kMostKeptRanges = 200'000;
 
 /// A text to be sorted: the first bytes of its key, for most comparisons enough.
 struct Sortable
@@ -203,9 +237,89 @@ void IndexTexts::addBeginning(const QString& folded, NumberRanges& result, const
 NumberRanges IndexTexts::holdingLetter(quint32 bit) const
 {
     NumberRanges result;
-    const quint32 bits = 1U << bit;
+    const quint64 bits = 1ULL << bit;
     for (quint32 number = 0; number < count(); ++number) {
         if ((m_signs[number] & bits) != 0) {
+            result.add(number);
+        }
+    }
+    return result;
+}
+
+/// True when so few texts have these signs that it is worthwhile to look at each of them.
+bool IndexTexts::isRare(quint64 signs) const
+{
+    std::size_t having = 0;
+    for (const quint64 own : m_signs) {
+        having += (own & signs) == signs ? 1 : 0;
+    }
+    return having * kLettersPerText < m_letters.size();
+}
+
+/// Looks only into the texts that hold every letter of the piece.
+template <typename Test>
+void IndexTexts::addSigned(std::string_view piece, NumberRanges& result, const Test& test) const
+{
+    const quint64 signs = signsOf(piece);
+    for (quint32 number = 0; number < count(); ++number) {
+        if ((m_signs[number] & signs) != signs) {
+            continue;
+        }
+        const std::string_view own = text(number);
+        const char* const end = own.data() + own.size();
+        if (findPiece(own.data(), end, m_letters.end(), piece) != nullptr && test(number)) {
+            result.add(number);
+        }
+    }
+}
+
+NumberRanges IndexTexts::holding(const QString& folded) const
+{
+    const QByteArray piece = folded.toUtf8();
+    NumberRanges result;
+    if (m_last && piece.contains(m_last->piece)) {
+        for (const auto& [first, end] : m_last->numbers) {
+            for (quint32 number = first; number < end; ++number) {
+                if (holds(text(number), std::span(&piece, 1))) {
+                    result.add(number);
+                }
+            }
+        }
+    } else {
+        addHolding(folded, result, [](quint32) { return true; });
+    }
+    m_last.reset();
+    if (result.size() <= kMostKeptRanges) {
+        m_last = {piece, result};
+    }
+    return result;
+}
+
+bool IndexTexts::holds(std::string_view text, std::span<const QByteArray> pieces) const
+{
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (const QByteArray& piece : pieces) {
+        at = findPiece(at, end, m_letters.end(), viewOf(piece));
+        if (at == nullptr) {
+            return false;
+        }
+        at += piece.size();
+    }
+    return true;
+}
+
+NumberRanges IndexTexts::holdingPieces(const std::vector<QString>& pieces) const
+{
+    std::vector<QByteArray> bytes;
+    quint64 signs = 0;
+    for (const QString& piece : pieces) {
+        bytes.push_back(piece.toUtf8());
+        signs |= signsOf(viewOf(bytes.back()));
+    }
+    NumberRanges result;
+    for (quint32 number = 0; number < count(); ++number) {
+        if ((m_signs[number] & signs) == signs && holds(text(number), bytes)) {
             result.add(number);
         }
     }
@@ -216,11 +330,15 @@ template <typename Test>
 void IndexTexts::addHolding(const QString& folded, NumberRanges& result, const Test& test) const
 {
     const QByteArray bytes = folded.toUtf8();
+    if (isRare(signsOf(viewOf(bytes)))) {
+        addSigned(viewOf(bytes), result, test);
+        return;
+    }
     const auto size = std::size_t(bytes.size());
     const char* at = m_letters.begin();
     quint32 number = 0;
     while (number < count()) {
-        at = findPiece(at, m_letters.end(), viewOf(bytes));
+        at = findPiece(at, m_letters.end(), m_letters.end(), viewOf(bytes));
         if (at == nullptr) {
             return;
         }
@@ -259,8 +377,10 @@ NumberRanges IndexTexts::matching(const textcompare::LikePattern& pattern) const
     } else if (outline.kind == Kind::Inside && outline.inside.size() == 1 &&
                isSign(outline.inside[0])) {
         return holdingLetter(bitOf(outline.inside[0].unicode()));
+    } else if (outline.kind == Kind::Pieces) {
+        return holdingPieces(outline.pieces);
     } else if (outline.kind == Kind::Inside) {
-        addHolding(outline.inside, result, always);
+        return holding(outline.inside);
     } else if (!outline.begin.isEmpty()) {
         addBeginning(outline.begin, result, tried);
     } else if (!outline.inside.isEmpty()) {
@@ -388,7 +508,7 @@ IndexTextsBuilder::Sorted IndexTextsBuilder::sort()
     letters.reserve(m_letters.size());
     std::vector<quint32> ends;
     ends.reserve(count);
-    std::vector<quint32> signs;
+    std::vector<quint64> signs;
     signs.reserve(count);
     for (const Sortable& next : order) {
         const std::string_view folded = text(next.number);

@@ -21,6 +21,8 @@ public:
 
     [[nodiscard]] auto end() const { return m_ranges.end(); }
 
+    [[nodiscard]] std::size_t size() const { return m_ranges.size(); }
+
 private:
     std::vector<std::pair<quint32, quint32>> m_ranges;
 };
@@ -33,8 +35,9 @@ public:
     IndexTexts() = default;
 
     /// \param ends for each text the place behind its last byte
-    /// \param signs for each text which of the letters a to z it holds, a bit each
-    IndexTexts(IndexArray<char> letters, IndexArray<quint32> ends, IndexArray<quint32> signs)
+    /// \param signs for each text which of the letters a to z, which figures at all, and which
+    /// others beyond ASCII it holds, a bit each
+    IndexTexts(IndexArray<char> letters, IndexArray<quint32> ends, IndexArray<quint64> signs)
         : m_letters(std::move(letters))
         , m_ends(std::move(ends))
         , m_signs(std::move(signs))
@@ -60,11 +63,12 @@ public:
 
     [[nodiscard]] const IndexArray<quint32>& ends() const { return m_ends; }
 
-    [[nodiscard]] const IndexArray<quint32>& signs() const { return m_signs; }
+    [[nodiscard]] const IndexArray<quint64>& signs() const { return m_signs; }
 
     [[nodiscard]] qint64 bytes() const
     {
-        return qint64(m_letters.size() + (m_ends.size() + m_signs.size()) * sizeof(quint32));
+        return qint64(m_letters.size() + m_ends.size() * sizeof(quint32) +
+                      m_signs.size() * sizeof(quint64));
     }
 
 private:
@@ -78,10 +82,25 @@ private:
     void addBeginning(const QString& folded, NumberRanges& result, const Test& test) const;
     template <typename Test>
     void addHolding(const QString& folded, NumberRanges& result, const Test& test) const;
+    template <typename Test>
+    void addSigned(std::string_view piece, NumberRanges& result, const Test& test) const;
+    [[nodiscard]] NumberRanges holding(const QString& folded) const;
+    [[nodiscard]] NumberRanges holdingPieces(const std::vector<QString>& pieces) const;
+    [[nodiscard]] bool holds(std::string_view text, std::span<const QByteArray> pieces) const;
+    [[nodiscard]] bool isRare(quint64 signs) const;
 
     IndexArray<char> m_letters;
     IndexArray<quint32> m_ends;
-    IndexArray<quint32> m_signs;
+    IndexArray<quint64> m_signs;
+
+    /// What the piece asked for last was found in: one typed on from it is looked for only there.
+    struct Found
+    {
+        QByteArray piece;
+        NumberRanges numbers;
+    };
+
+    mutable std::optional<Found> m_last;
 };
 
 /// Collects the texts of a column and numbers the distinct ones.

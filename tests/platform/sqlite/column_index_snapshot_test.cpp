@@ -261,7 +261,7 @@ TEST_F(ColumnIndexSnapshot, APieceWithRightChecksumsAndWrongNumbersIsRefused)
     EXPECT_TRUE(refuses(&IndexColumnParts::ends, Numbers{1, 3, 2}));
     EXPECT_TRUE(refuses(&IndexColumnParts::ends, Numbers{1, 2, 4}));
     EXPECT_TRUE(refuses(&IndexColumnParts::ends, Numbers{1, 3}));
-    EXPECT_TRUE(refuses(&IndexColumnParts::signs, Numbers{0}));
+    EXPECT_TRUE(refuses(&IndexColumnParts::signs, std::vector<quint64>{0}));
 }
 
 TEST_F(ColumnIndexSnapshot, AProgramThatEndsWhileItWritesLeavesTheFormerOne)
