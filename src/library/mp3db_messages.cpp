@@ -14,6 +14,7 @@ std::span<const ctl_MP3DB::BusRow> ctl_MP3DB::busTable()
 {
     static constexpr BusRow kRows[] = {
         {u"create.toolbars", &ctl_MP3DB::createToolBars},
+        {u"update.tolltip.text", &ctl_MP3DB::renewToolTips}, // "tolltip" is its spelling everywhere
         {u"db.disconnect", &ctl_MP3DB::disconnectDatabase},
         {u"db.reconnect", &ctl_MP3DB::reconnectDatabase},
         {u"db.change", &ctl_MP3DB::changeDatabase},
@@ -63,10 +64,16 @@ void ctl_MP3DB::createToolBars(const MLVMessage&)
     tellHistory();
 }
 
+void ctl_MP3DB::renewToolTips(const MLVMessage&)
+{
+    emit toolTipsWanted();
+}
+
 void ctl_MP3DB::disconnectDatabase(const MLVMessage&)
 {
     if (m_connected) {
         m_connected = false;
+        m_place.StartPosition();
         m_rowClone.reset();
         m_data1.closeDatabase();
     }
@@ -80,6 +87,7 @@ void ctl_MP3DB::reconnectDatabase(const MLVMessage&)
     m_connected = true;
     m_data1.SetDatabaseName(m_settings.DbName());
     requery();
+    m_place.Reposition();
     countLibrary();
     tellCount();
     updateEmptyNote();

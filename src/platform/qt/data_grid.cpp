@@ -175,6 +175,11 @@ int DataGrid::columnOf(const QString& field) const
     return m_model ? m_model->columnOf(field) : -1;
 }
 
+void DataGrid::setSortButtons(bool on)
+{
+    m_header->setSectionsClickable(on);
+}
+
 void DataGrid::setSortArrow(int column, SortArrow arrow)
 {
     m_header->setSortArrow(column, arrow);
