@@ -20,12 +20,13 @@ struct Figures
 
 Figures measured(const QFontMetrics& metrics)
 {
+    // Ten of them, so that parts of a unit and figures that move closer together show.
+    const int mixed = metrics.horizontalAdvance(QStringLiteral("0123456789"));
     Figures result;
-    result.widest = metrics.horizontalAdvance(u'0');
-    for (char16_t figure = u'1'; figure <= u'9'; ++figure) {
-        const int width = metrics.horizontalAdvance(QChar(figure));
-        result.areEqual = result.areEqual && width == result.widest;
-        result.widest = std::max(result.widest, width);
+    for (char16_t figure = u'0'; figure <= u'9'; ++figure) {
+        const int ten = metrics.horizontalAdvance(QString(10, QChar(figure)));
+        result.areEqual = result.areEqual && ten == mixed;
+        result.widest = std::max(result.widest, metrics.horizontalAdvance(QChar(figure)));
     }
     return result;
 }
