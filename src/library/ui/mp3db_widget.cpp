@@ -67,6 +67,23 @@ void Mp3dbWidget::renewToolTips(const ConfigObjects& texts)
     }
 }
 
+/// In front of the search line, as people know them.
+void Mp3dbWidget::createHistoryButtons(ctl_MP3DB& logic, const ConfigObjects& texts)
+{
+    const auto add = [&](int place, const QString& key, const QString& icon, const QString& text) {
+        QToolButton* button = addButton(key, icon, text, texts);
+        toolRow()->removeWidget(button);
+        toolRow()->insertWidget(place, button);
+        connect(button, &QToolButton::clicked, &logic, [&logic, key] { logic.toolPressed(key); });
+        return button;
+    };
+    QToolButton* back = add(0, u"all.db.zur"_s, u"back"_s, u"ToolTipHistoryRemain"_s);
+    QToolButton* forward = add(1, u"all.db.vor"_s, u"forward"_s, u"ToolTipHistoryForward"_s);
+    toolRow()->insertSpacing(2, 6);
+    setTabOrder(back, forward);
+    setTabOrder(forward, m_search);
+}
+
 void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
 {
     struct Tool
@@ -77,8 +94,6 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
     };
 
     const std::vector<std::vector<Tool>> groups = {
-        {{u"all.db.zur"_s, u"back"_s, u"ToolTipHistoryRemain"_s},
-         {u"all.db.vor"_s, u"forward"_s, u"ToolTipHistoryForward"_s}},
         {{u"play.start"_s, u"play"_s, u"ToolTipPlayerPlay"_s},
          {u"play.center"_s, u"playcenter"_s, u"ToolTipPlayerPlayCenter"_s},
          {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s}},
@@ -87,6 +102,7 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
          {u"all.data.select"_s, u"selectall"_s, u"ToolTipAllTableSel"_s},
          {u"all.copy"_s, u"copy"_s, u"ToolTipAllTableCopy"_s},
          {u"all.delete"_s, u"delete"_s, u"ToolTipDBTableDel"_s}}};
+    createHistoryButtons(logic, texts);
     for (const std::vector<Tool>& group : groups) {
         for (const Tool& tool : group) {
             QToolButton* button = addButton(tool.key, tool.icon, tool.text, texts);

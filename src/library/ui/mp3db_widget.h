@@ -47,6 +47,7 @@ private:
                                          const QString& icon,
                                          const QString& textKey,
                                          const ConfigObjects& texts);
+    void createHistoryButtons(ctl_MP3DB& logic, const ConfigObjects& texts);
     void createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts);
     void showHistory(bool back, bool forward);
     void showCount(qint64 count, const ConfigObjects& texts);

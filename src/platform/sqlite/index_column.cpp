@@ -27,7 +27,7 @@ bool endsAt(const IndexArray<quint32>& ends, std::size_t size)
 
 void IndexColumn::mark(const IndexTest& test, IndexBits& rows) const
 {
-    for (const auto& [first, end] : matching(test)) {
+    for (const auto& [first, end] : m_isText ? matchingTexts(test, rows) : matchingNumbers(test)) {
         // Value numbers are one more than the numbers of texts.
         for (quint32 at = m_ends[first]; at < m_ends[end]; ++at) {
             rows.set(m_rows[at]);
@@ -51,17 +51,23 @@ std::vector<quint32> IndexColumn::sorted(const std::vector<quint32>& rows, bool 
     return result;
 }
 
-NumberRanges IndexColumn::matching(const IndexTest& test) const
+/// True when all rows of a value are there already; of values with many rows it is not asked.
+bool IndexColumn::areIn(quint32 value, const IndexBits& rows) const
 {
-    return m_isText ? matchingTexts(test) : matchingNumbers(test);
+    constexpr quint32 kFewRows = 4;
+    const quint32 first = m_ends[value - 1];
+    const quint32 end = m_ends[value];
+    return end - first <= kFewRows && std::all_of(m_rows.begin() + first, m_rows.begin() + end,
+                                                  [&](quint32 row) { return rows.test(row); });
 }
 
-NumberRanges IndexColumn::matchingTexts(const IndexTest& test) const
+NumberRanges IndexColumn::matchingTexts(const IndexTest& test, const IndexBits& known) const
 {
     NumberRanges result;
     switch (test.kind()) {
     case SearchTest::Kind::Like:
-        return m_texts.matching(test.pattern());
+        return m_texts.matching(test.pattern(),
+                                [&](quint32 number) { return areIn(number + 1, known); });
     case SearchTest::Kind::Equal:
         if (const auto found = m_texts.find(test.folded())) {
             result.add(*found);

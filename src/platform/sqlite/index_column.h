@@ -62,8 +62,8 @@ public:
 private:
     friend class IndexColumnBuilder;
 
-    [[nodiscard]] NumberRanges matching(const IndexTest& test) const;
-    [[nodiscard]] NumberRanges matchingTexts(const IndexTest& test) const;
+    [[nodiscard]] NumberRanges matchingTexts(const IndexTest& test, const IndexBits& known) const;
+    [[nodiscard]] bool areIn(quint32 value, const IndexBits& rows) const;
     [[nodiscard]] NumberRanges matchingNumbers(const IndexTest& test) const;
 
     bool m_isText = true;

@@ -246,19 +246,20 @@ NumberRanges IndexTexts::holdingLetter(quint32 bit) const
     return result;
 }
 
-/// True when so few texts have these signs that it is worthwhile to look at each of them.
-bool IndexTexts::isRare(quint64 signs) const
+/// True when so few texts that are to be looked into have these signs that it is worthwhile to look
+/// at each of them.
+bool IndexTexts::isRare(quint64 signs, const Known& known) const
 {
+    const std::size_t most = m_letters.size() / kLettersPerText;
     std::size_t having = 0;
-    for (const quint64 own : m_signs) {
-        having += (own & signs) == signs ? 1 : 0;
+    for (quint32 number = 0; number < count() && having <= most; ++number) {
+        having += (m_signs[number] & signs) == signs && !known(number) ? 1 : 0;
     }
-    return having * kLettersPerText < m_letters.size();
+    return having <= most;
 }
 
 /// Looks only into the texts that hold every letter of the piece.
-template <typename Test>
-void IndexTexts::addSigned(std::string_view piece, NumberRanges& result, const Test& test) const
+void IndexTexts::addSigned(std::string_view piece, NumberRanges& result, const Known& known) const
 {
     const quint64 signs = signsOf(piece);
     for (quint32 number = 0; number < count(); ++number) {
@@ -267,24 +268,26 @@ void IndexTexts::addSigned(std::string_view piece, NumberRanges& result, const T
         }
         const std::string_view own = text(number);
         const char* const end = own.data() + own.size();
-        if (findPiece(own.data(), end, m_letters.end(), piece) != nullptr && test(number)) {
+        if (known(number) || findPiece(own.data(), end, m_letters.end(), piece) != nullptr) {
             result.add(number);
         }
     }
 }
 
-NumberRanges IndexTexts::holding(const QString& folded) const
+NumberRanges IndexTexts::holding(const QString& folded, const Known& known) const
 {
     const QByteArray piece = folded.toUtf8();
     NumberRanges result;
     if (m_last && piece.contains(m_last->piece)) {
         for (const auto& [first, end] : m_last->numbers) {
             for (quint32 number = first; number < end; ++number) {
-                if (holds(text(number), std::span(&piece, 1))) {
+                if (known(number) || holds(text(number), std::span(&piece, 1))) {
                     result.add(number);
                 }
             }
         }
+    } else if (isRare(signsOf(viewOf(piece)), known)) {
+        addSigned(viewOf(piece), result, known);
     } else {
         addHolding(folded, result, [](quint32) { return true; });
     }
@@ -309,7 +312,7 @@ bool IndexTexts::holds(std::string_view text, std::span<const QByteArray> pieces
     return true;
 }
 
-NumberRanges IndexTexts::holdingPieces(const std::vector<QString>& pieces) const
+NumberRanges IndexTexts::holdingPieces(const std::vector<QString>& pieces, const Known& known) const
 {
     std::vector<QByteArray> bytes;
     quint64 signs = 0;
@@ -319,7 +322,7 @@ NumberRanges IndexTexts::holdingPieces(const std::vector<QString>& pieces) const
     }
     NumberRanges result;
     for (quint32 number = 0; number < count(); ++number) {
-        if ((m_signs[number] & signs) == signs && holds(text(number), bytes)) {
+        if ((m_signs[number] & signs) == signs && (known(number) || holds(text(number), bytes))) {
             result.add(number);
         }
     }
@@ -330,10 +333,6 @@ template <typename Test>
 void IndexTexts::addHolding(const QString& folded, NumberRanges& result, const Test& test) const
 {
     const QByteArray bytes = folded.toUtf8();
-    if (isRare(signsOf(viewOf(bytes)))) {
-        addSigned(viewOf(bytes), result, test);
-        return;
-    }
     const auto size = std::size_t(bytes.size());
     const char* at = m_letters.begin();
     quint32 number = 0;
@@ -357,7 +356,7 @@ void IndexTexts::addHolding(const QString& folded, NumberRanges& result, const T
     }
 }
 
-NumberRanges IndexTexts::matching(const textcompare::LikePattern& pattern) const
+NumberRanges IndexTexts::matching(const textcompare::LikePattern& pattern, const Known& known) const
 {
     const auto outline = pattern.outline();
     const auto always = [](quint32) { return true; };
@@ -378,9 +377,9 @@ NumberRanges IndexTexts::matching(const textcompare::LikePattern& pattern) const
                isSign(outline.inside[0])) {
         return holdingLetter(bitOf(outline.inside[0].unicode()));
     } else if (outline.kind == Kind::Pieces) {
-        return holdingPieces(outline.pieces);
+        return holdingPieces(outline.pieces, known);
     } else if (outline.kind == Kind::Inside) {
-        return holding(outline.inside);
+        return holding(outline.inside, known);
     } else if (!outline.begin.isEmpty()) {
         addBeginning(outline.begin, result, tried);
     } else if (!outline.inside.isEmpty()) {

@@ -3,6 +3,7 @@
 #include "platform/db/text_compare.h"
 #include "platform/sqlite/index_array.h"
 
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -57,7 +58,12 @@ public:
     [[nodiscard]] quint32 lowerBound(QStringView folded) const;
     [[nodiscard]] std::optional<quint32> find(QStringView folded) const;
 
-    [[nodiscard]] NumberRanges matching(const textcompare::LikePattern& pattern) const;
+    /// Whether a text need not be looked into.
+    using Known = std::function<bool(quint32 number)>;
+
+    /// \param known of a text that may be among the result or not
+    [[nodiscard]] NumberRanges matching(const textcompare::LikePattern& pattern,
+                                        const Known& known) const;
 
     [[nodiscard]] const IndexArray<char>& letters() const { return m_letters; }
 
@@ -82,18 +88,19 @@ private:
     void addBeginning(const QString& folded, NumberRanges& result, const Test& test) const;
     template <typename Test>
     void addHolding(const QString& folded, NumberRanges& result, const Test& test) const;
-    template <typename Test>
-    void addSigned(std::string_view piece, NumberRanges& result, const Test& test) const;
-    [[nodiscard]] NumberRanges holding(const QString& folded) const;
-    [[nodiscard]] NumberRanges holdingPieces(const std::vector<QString>& pieces) const;
+    void addSigned(std::string_view piece, NumberRanges& result, const Known& known) const;
+    [[nodiscard]] NumberRanges holding(const QString& folded, const Known& known) const;
+    [[nodiscard]] NumberRanges holdingPieces(const std::vector<QString>& pieces,
+                                             const Known& known) const;
     [[nodiscard]] bool holds(std::string_view text, std::span<const QByteArray> pieces) const;
-    [[nodiscard]] bool isRare(quint64 signs) const;
+    [[nodiscard]] bool isRare(quint64 signs, const Known& known) const;
 
     IndexArray<char> m_letters;
     IndexArray<quint32> m_ends;
     IndexArray<quint64> m_signs;
 
-    /// What the piece asked for last was found in: one typed on from it is looked for only there.
+    /// What the piece asked for last was found in, or was not looked for: one typed on from it is
+    /// looked for only there.
     struct Found
     {
         QByteArray piece;
