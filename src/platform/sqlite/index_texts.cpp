@@ -2,6 +2,7 @@
 
 #include "platform/db/latin_text.h"
 #include "platform/sqlite/index_scan.h"
+#include "platform/sqlite/index_signs.h"
 
 #include <algorithm>
 #include <array>
@@ -97,54 +98,6 @@ quint32 hashOf(std::string_view text)
     std::memcpy(&rest, text.data(), text.size());
     hash = (hash ^ rest) * 0xFF51AFD7ED558CCDULL;
     return quint32(hash ^ (hash >> 32));
-}
-
-/// Letters that have a bit of their own in the signs of a text.
-bool isSign(QChar letter)
-{
-    return letter >= u'a' && letter <= u'z';
-}
-
-quint32 bitOf(unsigned letter)
-{
-    return letter - 'a';
-}
-
-constexpr quint64 kFigureSign = 1ULL << 26;
-constexpr quint64 kForeignSign = 1ULL << 27;
-
-/// The bits of pairs.
-constexpr unsigned kFirstPair = 28;
-constexpr unsigned kPairs = 64 - kFirstPair;
-
-quint64 signOf(unsigned char letter)
-{
-    if (bitOf(letter) < 26) {
-        return 1ULL << bitOf(letter);
-    }
-    if (letter >= '0' && letter <= '9') {
-        return kFigureSign;
-    }
-    return letter >= 0x80 ? kForeignSign : 0;
-}
-
-quint64 signOfPair(unsigned char first, unsigned char second)
-{
-    return 1ULL << (kFirstPair + (first * 31U + second * 7U) % kPairs);
-}
-
-/// A text that holds a piece has all signs of it.
-quint64 signsOf(std::string_view text)
-{
-    quint64 signs = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto letter = static_cast<unsigned char>(text[i]);
-        signs |= signOf(letter);
-        if (i > 0) {
-            signs |= signOfPair(static_cast<unsigned char>(text[i - 1]), letter);
-        }
-    }
-    return signs;
 }
 
 /// Letters that a scan passes in the time that one text on its own takes: looking at single texts
