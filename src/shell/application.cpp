@@ -41,7 +41,8 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_engine(sqlite::makeEngine(
           m_clock,
           {.searchIndex = m_searchFigures,
-           .whenIdle = [this](std::function<bool()> work) { runWhenIdle(std::move(work)); }}))
+           .whenIdle = [this](std::function<bool()> work) { runWhenIdle(std::move(work)); },
+           .snapshotFolder = path::join(m_environment.cacheFolder(), u"index")}))
     , m_settings(m_paths, m_profile, m_files, *m_engine)
     , m_texts(m_paths, m_profile, m_files)
     , m_skin(application)

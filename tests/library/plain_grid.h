@@ -35,6 +35,8 @@ public:
         return -1;
     }
 
+    void setSortButtons(bool on) override { sortButtons = on; }
+
     void setSortArrow(int column, SortArrow arrow) override
     {
         arrowColumn = column;
@@ -71,6 +73,7 @@ public:
     std::vector<GridColumn> layout = libraryColumns();
     qint64 current = -1;
     qint64 top = 0;
+    bool sortButtons = false;
     int arrowColumn = -1;
     SortArrow sortArrow = SortArrow::None;
     EmptyNote note;
