@@ -2,8 +2,10 @@
 
 #include "platform/system/clock.h"
 #include "playlists/list_history.h"
+#include "playlists/list_names.h"
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/undo_redo.h"
+#include "store/file_locator.h"
 #include "support/suite_fixture.h"
 
 namespace melovane::test {
@@ -34,11 +36,14 @@ public:
 
     std::unique_ptr<GlobalSettings> settings = makeSettings();
     ModUndoRedo snapshots{files, dataFolder()};
-    ListHistory history{*engine, files, clock, *settings,
-                        [this](const QString& where, const QString& what) {
-                            log.append(where + QStringLiteral(": ") + what);
-                        }};
+    ErrorSink sink = [this](const QString& where, const QString& what) {
+        log.append(where + QStringLiteral(": ") + what);
+    };
+    ListHistory history{*engine, files, clock, *settings, sink};
     cls_PLInsertMoveDel edits{*engine, snapshots, history};
+    FileLocator locator{files, dataFolder()};
+    PlaylistParts parts{*engine, *settings, files, locator, history, sink};
+    ListNames names{parts};
 };
 
 } // namespace melovane::test

@@ -30,12 +30,7 @@ protected:
     }
 
     Lists lists;
-    FileLocator locator{lists.files, lists.dataFolder()};
-    MLVFunction function{{*lists.engine, *lists.settings, lists.files, locator, lists.history,
-                          [this](const QString& where, const QString& what) {
-                              lists.log.append(where + u": "_s + what);
-                          }},
-                         lists.clock};
+    MLVFunction function{lists.parts, lists.clock};
 };
 
 TEST_F(MlvFunctionTest, AStopOf0ReadsAsTheLengthOfTheTrackAndIsStoredByAWrite)
