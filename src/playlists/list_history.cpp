@@ -104,6 +104,29 @@ bool marksStand(Database& database, const QString& marks)
     });
 }
 
+bool hasEntriesWithoutList(Database& database, const QString& marks)
+{
+    const auto known = marksOf(marks);
+    return std::any_of(known.begin(), known.end(), [&](const auto& mark) {
+        const QString number = sql::number(numberOf(mark.first));
+        return database.OpenRecordset(u"select nid from pl_name where nid="_s + number)->Eof() &&
+               !database.OpenRecordset(u"select top 1 plid from pl_all where pnid="_s + number)
+                    ->Eof();
+    });
+}
+
+/// False, and nothing written, when entries would stand in a list that is gone.
+bool writeUnlessLost(Database& database, const ListDelta& delta, const QString& marks)
+{
+    Transaction part(database);
+    applyDelta(database, delta);
+    if (hasEntriesWithoutList(database, marks)) {
+        return false;
+    }
+    part.commit();
+    return true;
+}
+
 /// A list that comes back keeps the rules of its table: one plays at most, and its group is there.
 void fitIn(Database& database, Pnid list)
 {
@@ -143,13 +166,6 @@ ListHistory::ListHistory(DBEngine& engine,
     , m_sink(std::move(sink))
 {}
 
-void ListHistory::tell(const QString& what) const
-{
-    if (m_sink) {
-        m_sink(u"ListHistory"_s, what);
-    }
-}
-
 bool ListHistory::isOn() const
 {
     return m_settings.GetKeyValueLong(u"Global"_s, kHistorySetting.toString(), 1) != 0;
@@ -159,25 +175,24 @@ bool ListHistory::prepare(Database& database)
 {
     const QString mainFile = database.Name();
     const QString sideFile = sideFileOf(mainFile);
-    for (const bool mayMake : {true, false}) {
-        const int error = quietly(m_sink, u"ListHistory"_s, [&] {
-            if (!isLinkedTo(database, sideFile)) {
-                MLVCreateDB linker(m_engine, m_files);
-                linker.targetFile = mainFile;
-                linker.sourceFile = sideFile;
-                linker.LinkTable(kHistoryTable.toString());
-            }
-            lookAtTable(database);
-        });
-        if (error == 0) {
-            return true;
+    const auto make = [&] { makeSideFile(mainFile, sideFile); };
+    const auto use = [&] {
+        if (!isLinkedTo(database, sideFile)) {
+            MLVCreateDB linker(m_engine, m_files);
+            linker.targetFile = mainFile;
+            linker.sourceFile = sideFile;
+            linker.LinkTable(kHistoryTable.toString());
         }
-        if (!mayMake || !isMissingOrBroken(error) ||
-            quietly(m_sink, u"ListHistory"_s, [&] { makeSideFile(mainFile, sideFile); }) != 0) {
-            break;
-        }
+        lookAtTable(database);
+    };
+    const QString where = u"ListHistory"_s;
+    const bool isThere = m_files.fileExists(sideFile);
+    if (!isThere && quietly(m_sink, where, make) != 0) {
+        return false;
     }
-    return false;
+    const int error = quietly(m_sink, where, use);
+    return error == 0 || (isThere && isMissingOrBroken(error) &&
+                          quietly(m_sink, where, make) == 0 && quietly(m_sink, where, use) == 0);
 }
 
 void ListHistory::makeSideFile(const QString& mainFile, const QString& sideFile)
@@ -324,10 +339,7 @@ ListHistory::Outcome ListHistory::take(Database& database,
     const bool isUndo = direction == Direction::Undo;
     const std::optional<ListDelta> known = readDelta(record.changes);
     if (!known) {
-        // Nobody can ever take this step; it must not stand in the way of the others.
-        database.Execute(u"delete from LIST_HISTORY where id="_s + sql::number(record.id));
-        tell(u"A step could not be read: "_s + sql::number(record.id));
-        return Outcome::Failed;
+        return drop(database, record, u"it could not be read"_s);
     }
     const ListDelta delta = isUndo ? inverse(*known) : *known;
     const bool isExpected = marksStand(database, isUndo ? record.marksAfter : record.marksBefore) &&
@@ -335,7 +347,9 @@ ListHistory::Outcome ListHistory::take(Database& database,
     if (!isExpected && force == Force::No) {
         return Outcome::ChangedElsewhere;
     }
-    applyDelta(database, delta);
+    if (!writeUnlessLost(database, delta, record.marksAfter)) {
+        return drop(database, record, u"its list is gone"_s);
+    }
     for (const auto& [list, mark] : marksOf(record.marksAfter)) {
         fitIn(database, list);
         updateEntryCount(database, list);
@@ -344,6 +358,17 @@ ListHistory::Outcome ListHistory::take(Database& database,
     database.Execute(u"update LIST_HISTORY set undone=%1 where id=%2"_s.arg(
         isUndo ? u"true"_s : u"false"_s, sql::number(record.id)));
     return Outcome::Done;
+}
+
+/// A step that can never be taken must not stand in the way of the others.
+ListHistory::Outcome
+ListHistory::drop(Database& database, const Record& record, const QString& why) const
+{
+    database.Execute(u"delete from LIST_HISTORY where id="_s + sql::number(record.id));
+    if (m_sink) {
+        m_sink(u"ListHistory"_s, u"Step %1 was dropped: %2"_s.arg(sql::number(record.id), why));
+    }
+    return Outcome::Failed;
 }
 
 void ListHistory::clear()

@@ -47,7 +47,7 @@ public:
         Done,
         Nothing,          ///< there is no step
         ChangedElsewhere, ///< nothing was written: ask the user, then call with Force::Yes
-        Failed            ///< nothing was written
+        Failed            ///< nothing was written; a step that can never be taken is forgotten
     };
 
     enum class Force
@@ -118,7 +118,7 @@ private:
                                Direction direction,
                                Force force,
                                std::vector<Pnid>& lists);
-    void tell(const QString& what) const;
+    [[nodiscard]] Outcome drop(Database& database, const Record& record, const QString& why) const;
 
     DBEngine& m_engine;
     Files& m_files;

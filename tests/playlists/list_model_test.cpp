@@ -133,11 +133,16 @@ TEST_F(ListModelProof, KilledAtAnyMomentTheListsAreWholeAndTheLastConfirmedEditI
         // An edit without its record is not granted against; a record without its edit is, and so
         // is the record of an edit that was confirmed.
         const bool isOutOfStep = outcome == ListHistory::Outcome::ChangedElsewhere;
-        ASSERT_FALSE(isOutOfStep && isConfirmed && words.edits > 0) << kill;
+        ASSERT_FALSE(isOutOfStep && isConfirmed) << "kill " << kill << " after " << words.edits
+                                                 << " edits, begun " << words.begun.toStdString();
         ASSERT_NE(outcome, ListHistory::Outcome::Failed) << kill;
         edits += words.edits;
         begunAndThere += isConfirmed ? 0 : 1;
-        withoutRecord += isOutOfStep ? 1 : 0;
+        if (isOutOfStep) {
+            // Later edits may be taken back down to the gap, which says nothing about them.
+            ++withoutRecord;
+            lists.history.clear();
+        }
     }
     EXPECT_GT(edits, kills) << "the editor was too slow to prove anything";
     std::printf("%d kills, %d confirmed edits, %d times the begun edit was there, %d times a step "
