@@ -8,6 +8,7 @@
 #include "platform/system/text_number.h"
 #include "playlists/list_edit.h"
 #include "store/file_locator.h"
+#include "trackedit/milli_sec_to_min.h"
 
 #include <algorithm>
 #include <cmath>
@@ -89,7 +90,7 @@ void EntryRecords::fill(const Recordset& row, MlvPlaylistDetail& detail) const
     detail.FrameStart = number(u"FrameStart");
     detail.FrameStop = number(u"FrameStop");
     if (detail.FrameStop == 0) {
-        detail.FrameStop = toLongHalfEven(number(u"DTimeMsec") / kFrameMs);
+        detail.FrameStop = toLongHalfEven(number(u"DTimeMsec") / Mod_MilliSecToMin::kFrameMs);
     }
     detail.Normalize = number(u"Normalize");
     detail.Path = text(u"Path");

@@ -46,7 +46,4 @@ inline constexpr int kAktionJinglePlay = 3;
 inline constexpr int kAktionJingle1 = 11;
 inline constexpr int kAktionJingle2 = 12;
 
-/// One audio frame in milliseconds: 1152 samples at 44100 Hz.
-inline constexpr double kFrameMs = 26.12245;
-
 } // namespace melovane

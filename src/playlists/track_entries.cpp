@@ -6,6 +6,7 @@
 #include "playlists/entry_places.h"
 #include "playlists/playlist_table.h"
 #include "playlists/row_statements.h"
+#include "trackedit/milli_sec_to_min.h"
 
 #include <algorithm>
 
@@ -48,7 +49,7 @@ void TrackEntries::read(const QString& condition)
         Track track{rows->value(2), rows->value(3), rows->value(4), rows->value(5),
                     rows->value(6), rows->value(7), rows->value(8)};
         if (!track.FrameStop.isNull() && track.FrameStop.toLong() == 0) {
-            track.FrameStop = length / kFrameMs;
+            track.FrameStop = length / Mod_MilliSecToMin::kFrameMs;
         }
         m_tracks.insert(lowerCase(rows->value(0).toText()), track);
     }
