@@ -92,6 +92,8 @@ void PlaylistFavorit::newList()
     }
     m_tree.insertRow(place, rowOf({list, isJingle, name}));
     m_bus.SendMessage(u"refresh.playlist.tree"_s);
+    // Found anew: an answer to the message may have filled the tree.
+    place = rowOfList(list);
     m_tree.setCurrentRow(place);
     rowClicked(place);
     m_tree.focus();
@@ -156,7 +158,7 @@ void PlaylistFavorit::lock(int row)
     const TreeRow shown = m_tree.row(row);
     m_bus.SendMessage(u"playlist.set.lock"_s, shown.key, shown.picture);
     // The list is open: from now on it may be changed, or no longer.
-    rowClicked(row);
+    rowClicked(rowOfList(state->list));
 }
 
 void PlaylistFavorit::sort(int row, const QString& column)

@@ -13,6 +13,51 @@
 
 namespace melovane::test {
 
+/// A message loop that stands still. Its timers run when the test says so.
+class StillLoop : public MessageLoop
+{
+public:
+    [[nodiscard]] std::unique_ptr<Timer> makeTimer(std::chrono::milliseconds interval,
+                                                   std::function<void()> handler) override
+    {
+        (void)interval;
+        auto timer = std::make_unique<StillTimer>(std::move(handler));
+        timers.push_back(timer.get());
+        return timer;
+    }
+
+    void turn() override { ++turns; }
+
+    /// Runs those that are started.
+    void run() const
+    {
+        for (StillTimer* timer : timers) {
+            if (timer->active) {
+                timer->handler();
+            }
+        }
+    }
+
+    struct StillTimer : public Timer
+    {
+        explicit StillTimer(std::function<void()> work)
+            : handler(std::move(work))
+        {}
+
+        void start() override { active = true; }
+
+        void stop() override { active = false; }
+
+        [[nodiscard]] bool isActive() const override { return active; }
+
+        std::function<void()> handler;
+        bool active = false;
+    };
+
+    std::vector<StillTimer*> timers;
+    int turns = 0;
+};
+
 /// A suite with a few lists, and all that the playlist panel is made over.
 ///
 /// Group "Freitag" holds "Hauptset" (playing), "Warm-up" and "Reserve", group "Samstag" holds

@@ -93,6 +93,7 @@ private:
         bool operator==(const Target&) const = default;
     };
 
+    void foldOrGoUp();
     [[nodiscard]] QColor ground(bool selected) const;
     [[nodiscard]] int draggedRow(const QMimeData* cargo) const;
     [[nodiscard]] Target targetAt(const QPoint& place, const QMimeData* cargo) const;

@@ -28,6 +28,11 @@ QByteArray nameOf(const OutlineTree* tree)
 void OutlineTree::keyPressEvent(QKeyEvent* event)
 {
     const int before = currentRow();
+    if (isEditing()) {
+        // What the line of text has no use for comes here; it must not start anything.
+        QTreeView::keyPressEvent(event);
+        return;
+    }
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -40,6 +45,10 @@ void OutlineTree::keyPressEvent(QKeyEvent* event)
             emit editPressed(before);
         }
         return;
+    case Qt::Key_Left:
+        // Never sideways: there is nothing to scroll to.
+        foldOrGoUp();
+        break;
     default:
         QTreeView::keyPressEvent(event);
     }
@@ -48,9 +57,19 @@ void OutlineTree::keyPressEvent(QKeyEvent* event)
     }
 }
 
+void OutlineTree::foldOrGoUp()
+{
+    const QModelIndex index = currentIndex();
+    if (m_model->rowCount(index) > 0 && isExpanded(index)) {
+        collapse(index);
+    } else if (index.parent().isValid()) {
+        setCurrentIndex(index.parent());
+    }
+}
+
 void OutlineTree::keyReleaseEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Delete && !event->isAutoRepeat()) {
+    if (event->key() == Qt::Key_Delete && !event->isAutoRepeat() && !isEditing()) {
         if (currentRow() >= 0) {
             emit deletePressed(currentRow());
         }
