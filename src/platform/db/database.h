@@ -106,8 +106,13 @@ public:
     virtual std::unique_ptr<QueryDef> CreateQueryDef(const QString& name, const QString& sql) = 0;
 
     /// Transactions nest; only the outermost commit writes. Prefer Transaction.
+    ///
+    /// After an error that undid the whole transaction (a full disk), and after a commit that
+    /// failed, every further change fails until Rollback was called for each level: the rest of a
+    /// change is never written without its beginning.
     virtual void BeginTrans() = 0;
     virtual void CommitTrans() = 0;
+    /// Never throws.
     virtual void Rollback() = 0;
 
     /// A number that changes whenever another connection has committed a change to this file or to

@@ -27,7 +27,7 @@ struct FieldDef
     int Attributes = 0;
     QString DefaultValue; ///< expression text; empty for none
     bool AllowZeroLength = true;
-    bool Required = false;
+    bool Required = false; ///< refuses null; columns of a primary key do so by being in it
 };
 
 /// An index of a table. Primary implies Unique and no nulls.
@@ -69,6 +69,7 @@ struct ParameterDef
 {
     QString Name;
     FieldType Type = FieldType::Text;
+    bool isDeclared = true; ///< false: it takes a value of any kind as it is
 };
 
 } // namespace melovane

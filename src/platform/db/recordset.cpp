@@ -1,6 +1,6 @@
 #include "platform/db/recordset.h"
 
-#include "platform/db/db_error.h"
+#include "platform/db/db_fault.h"
 
 namespace melovane {
 
@@ -10,8 +10,7 @@ int requiredIndex(const Recordset& set, QStringView name)
 {
     const int index = set.fieldIndex(name);
     if (index < 0) {
-        throw DbError(dberror::kItemNotFound,
-                      QStringLiteral("Item not found in this collection: %1").arg(name));
+        throw dbError(DbFault::ItemNotFound, name.toString());
     }
     return index;
 }

@@ -34,6 +34,12 @@ public:
 
     [[nodiscard]] int Size() const { return definition().Size; }
 
+    [[nodiscard]] int Attributes() const { return definition().Attributes; }
+
+    [[nodiscard]] QString DefaultValue() const { return definition().DefaultValue; }
+
+    [[nodiscard]] bool AllowZeroLength() const { return definition().AllowZeroLength; }
+
     [[nodiscard]] melovane::Value Value() const;
     void SetValue(const melovane::Value& value);
 

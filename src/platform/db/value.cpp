@@ -51,18 +51,29 @@ QString doubleText(double number)
 
 } // namespace
 
+double dayNumber(QDate date, QTime time)
+{
+    return double(kDayZero.daysTo(date)) + time.msecsSinceStartOfDay() / kMsPerDay;
+}
+
 double dayNumber(const QDateTime& moment)
 {
     if (!moment.isValid()) {
         return 0;
     }
-    const QDateTime local = moment.toLocalTime();
-    return double(kDayZero.daysTo(local.date())) + local.time().msecsSinceStartOfDay() / kMsPerDay;
+    // Local already for nearly all; asking again would look for the time zone.
+    const QDateTime local = moment.timeSpec() == Qt::LocalTime ? moment : moment.toLocalTime();
+    return dayNumber(local.date(), local.time());
+}
+
+bool isDayNumber(double day)
+{
+    return day >= kFirstDay && day <= kLastDay; // not a number is neither
 }
 
 QDateTime fromDayNumber(double day)
 {
-    if (!std::isfinite(day) || day < kFirstDay || day > kLastDay) {
+    if (!isDayNumber(day)) {
         return {};
     }
     double whole = std::floor(day);

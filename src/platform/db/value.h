@@ -102,6 +102,10 @@ private:
 
 /// Day number of a local date and time; milliseconds are kept. Invalid gives 0.
 [[nodiscard]] double dayNumber(const QDateTime& moment);
+[[nodiscard]] double dayNumber(QDate date, QTime time);
+
+/// True for the numbers that fromDayNumber() turns into a date: years 100 to 9999.
+[[nodiscard]] bool isDayNumber(double day);
 
 /// The local date and time of a day number, rounded to the millisecond; far or non-finite numbers
 /// give an invalid one.

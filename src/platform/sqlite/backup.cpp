@@ -1,5 +1,6 @@
 #include "platform/sqlite/backup.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 
 #include <QFile>
@@ -20,6 +21,7 @@ public:
         : m_target(target)
         , m_path(temporaryBeside(target))
     {
+        removeAbandoned(target);
         remove();
     }
 
@@ -66,20 +68,20 @@ void copyPages(sqlite3* source, const QString& path)
 
 } // namespace
 
-void createDatabaseFile(const QString& path)
+void createDatabaseFile(const QString& path, bool sharesMemory)
 {
     if (fileId(path)) {
-        throw DbError(dberror::kObjectExists, u"The file exists already: %1"_s.arg(path));
+        throw dbError(DbFault::FileExists, path);
     }
     const TemporaryFile file(path);
-    Connection::createFile(file.path());
+    Connection::createFile(file.path(), sharesMemory);
     file.moveIntoPlace(false);
 }
 
 void backupDatabase(Connection& source, const QString& target)
 {
     if (fileId(target) == source.id()) {
-        throw DbError(dberror::kCannotOpen, u"A database cannot be copied onto itself."_s);
+        throw dbError(DbFault::FileOntoItself, target);
     }
     const TemporaryFile file(target);
     copyPages(source.handle(), file.path());

@@ -230,7 +230,7 @@ Sql Translator::unknownName(const Expr& expr)
     if (m_result.parameters.size() >= kMostParameters) {
         tooComplex();
     }
-    m_result.parameters.push_back({wanted, FieldType::Text});
+    m_result.parameters.push_back({wanted, FieldType::Text, false});
     m_untyped.push_back(true);
     return parameter(int(m_result.parameters.size()) - 1);
 }

@@ -251,7 +251,8 @@ private:
     void updateStatement(const Statement& statement);
     void deleteStatement(const Statement& statement);
     [[nodiscard]] static QString insertSource(const std::vector<ColumnRef>& columns,
-                                              const SelectSql& rows);
+                                              const SelectSql& rows,
+                                              const QString& defaults);
     [[nodiscard]] std::vector<ColumnRef>
     insertColumns(const Statement& statement, Scope& scope, const std::vector<ColumnRef>* offered);
     void takeResult(const std::vector<ColumnRef>& columns);

@@ -1,5 +1,6 @@
 #include "platform/sqlite/catalogue.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
 #include "platform/sqlite/table_reader.h"
@@ -25,7 +26,7 @@ CatalogueObject::Kind kindOf(const QString& letter)
 
 [[noreturn]] void throwNotFound(const QString& name)
 {
-    throw DbError(dberror::kObjectNotFound, u"The table or query is not there: %1."_s.arg(name));
+    throw dbError(DbFault::SourceNotFound, name);
 }
 
 } // namespace
@@ -47,12 +48,13 @@ void Catalogue::refresh()
     if (m_dataVersion == dataVersion) {
         return;
     }
-    m_dataVersion = dataVersion;
     const qint64 stamp = m_connection.number(u"PRAGMA main.schema_version"_s) * 0x100000000 +
                          m_connection.number(u"PRAGMA main.user_version"_s);
     if (std::exchange(m_stamp, stamp) != stamp) {
         invalidate();
     }
+    // Last: a failed look must be taken again.
+    m_dataVersion = dataVersion;
 }
 
 void Catalogue::invalidate()
@@ -84,6 +86,9 @@ void Catalogue::load() const
     if (m_loaded) {
         return;
     }
+    // A reading that failed half-way must leave nothing behind.
+    m_objects.clear();
+    m_byName.clear();
     const auto statement = m_connection.statements().take(
         u"SELECT kind, name, sql, type, connect, source FROM main.mlv_object ORDER BY ord"_s);
     while (statement->step()) {

@@ -1,7 +1,8 @@
 #include "platform/sqlite/columns.h"
 
-#include "platform/db/db_error.h"
+#include "platform/db/db_fault.h"
 #include "platform/db/sql_text.h"
+#include "platform/sqlite/column_defaults.h"
 #include "platform/sqlite/stored_text.h"
 #include "platform/system/text_number.h"
 
@@ -17,74 +18,6 @@ using namespace Qt::Literals::StringLiterals;
 /// Width of a text column that was made without one.
 constexpr int kDefaultWidth = 255;
 
-/// Day number of now in SQLite's own words; our functions may not stand in a schema.
-constexpr auto kNowClause = "(julianday('now','localtime')-2415018.5)"_L1;
-constexpr auto kTodayClause = "(julianday('now','localtime','start of day')-2415018.5)"_L1;
-constexpr auto kTimeClause =
-    "(julianday('now','localtime')-julianday('now','localtime','start of day'))"_L1;
-
-struct Default
-{
-    enum class Kind
-    {
-        Constant,
-        Now,
-        Date,
-        Time
-    } kind = Kind::Constant;
-    Value constant;
-};
-
-bool isQuoted(QStringView text)
-{
-    return text.size() >= 2 && (text.front() == u'\'' || text.front() == u'"') &&
-           text.back() == text.front();
-}
-
-Default quotedDefault(const QString& text)
-{
-    QString inner = text.sliced(1, text.size() - 2);
-    const QString twice(2, text.front());
-    return {Default::Kind::Constant, Value(inner.replace(twice, text.left(1)))};
-}
-
-Default parseDefault(const QString& expression)
-{
-    QString text = expression.trimmed();
-    if (text.startsWith(u'=')) {
-        text = text.sliced(1).trimmed();
-    }
-    if (isQuoted(text)) {
-        return quotedDefault(text);
-    }
-    QString word = text.toLower();
-    word.remove("()"_L1);
-    if (word == "now"_L1) {
-        return {Default::Kind::Now, {}};
-    }
-    if (word == "date"_L1) {
-        return {Default::Kind::Date, {}};
-    }
-    if (word == "time"_L1) {
-        return {Default::Kind::Time, {}};
-    }
-    if (word == "true"_L1 || word == "yes"_L1 || word == "on"_L1) {
-        return {Default::Kind::Constant, Value(true)};
-    }
-    if (word == "false"_L1 || word == "no"_L1 || word == "off"_L1) {
-        return {Default::Kind::Constant, Value(false)};
-    }
-    if (word.isEmpty() || word == "null"_L1) {
-        return {};
-    }
-    bool isNumber = false;
-    const double number = text.toDouble(&isNumber);
-    if (!isNumber || !std::isfinite(number)) {
-        throw DbError(dberror::kSyntax, u"Not a default value of a column: %1"_s.arg(expression));
-    }
-    return {Default::Kind::Constant, Value(number)};
-}
-
 QString literal(const Value& value)
 {
     if (value.isNull()) {
@@ -95,8 +28,7 @@ QString literal(const Value& value)
 
 [[noreturn]] void throwMismatch(const FieldDef& field)
 {
-    throw DbError(dberror::kTypeMismatch,
-                  u"The value does not fit the type of the column %1."_s.arg(field.Name));
+    throw dbError(DbFault::ValueMismatch, field.Name);
 }
 
 /// The number that a value is, not only begins with.
@@ -149,24 +81,32 @@ Value storableDouble(const FieldDef& field, const Value& value)
 
 Value storableDate(const FieldDef& field, const Value& value)
 {
-    const QDateTime moment = value.toDateTime();
-    if (!moment.isValid()) {
+    if (value.isText()) {
+        const QDateTime moment = value.toDateTime();
+        if (!moment.isValid()) {
+            throwMismatch(field);
+        }
+        return Value(moment);
+    }
+    // Asked as a number: a local time would look for the time zone at each call.
+    const double day = value.toDouble();
+    if (!isDayNumber(day)) {
         throwMismatch(field);
     }
-    return value.isText() ? Value(moment) : Value(Value::Day{value.toDouble()});
+    return Value(Value::Day{day});
 }
 
 Value storableText(const FieldDef& field, const Value& value)
 {
     QString text = value.toText();
     text.remove(QChar(u'\0'));
-    if (field.Type == FieldType::Text && field.Size > 0 && text.size() > field.Size) {
-        throw DbError(dberror::kFieldTooSmall,
-                      u"The text is too long for the column %1."_s.arg(field.Name));
+    const bool tooLong =
+        field.Type == FieldType::Text && field.Size > 0 && text.size() > field.Size;
+    if (tooLong) {
+        throw dbError(DbFault::TextTooLong, field.Name);
     }
     if (text.isEmpty() && !field.AllowZeroLength) {
-        throw DbError(dberror::kTypeMismatch,
-                      u"The column %1 takes no empty text."_s.arg(field.Name));
+        throw dbError(DbFault::TextEmpty, field.Name);
     }
     return Value(text);
 }
@@ -231,7 +171,7 @@ FieldDef fieldOfType(const QString& declared)
     return foreignField(type);
 }
 
-QString columnClause(const FieldDef& field, bool key)
+QString columnClause(const QString& table, const FieldDef& field, bool key)
 {
     const QString name = quotedName(field.Name);
     if (field.Attributes & kFieldAutoNumber) {
@@ -246,48 +186,32 @@ QString columnClause(const FieldDef& field, bool key)
         clause += u" NOT NULL"_s;
     }
     clause += defaultClause(field);
+    const QString constraint = table + u'.' + field.Name;
     if (field.Type == FieldType::Text) {
         const int width = field.Size > 0 ? field.Size : kDefaultWidth;
-        clause += u" CONSTRAINT %1 CHECK(length(%1)<=%2)"_s.arg(name).arg(width);
+        clause +=
+            u" CONSTRAINT %1 CHECK(length(%2)<=%3)"_s.arg(quotedName(constraint), name).arg(width);
+    }
+    if (isText && !field.AllowZeroLength) {
+        clause +=
+            u" CONSTRAINT %1 CHECK(%2<>'')"_s.arg(quotedName(constraint + kZeroLengthMark), name);
     }
     return clause;
 }
 
 QString defaultClause(const FieldDef& field)
 {
-    const Default parsed = parseDefault(field.DefaultValue);
-    switch (parsed.kind) {
-    case Default::Kind::Now:
-        return u" DEFAULT "_s + kNowClause;
-    case Default::Kind::Date:
-        return u" DEFAULT "_s + kTodayClause;
-    case Default::Kind::Time:
-        return u" DEFAULT "_s + kTimeClause;
-    case Default::Kind::Constant:
-        break;
+    const std::optional<Value> constant = constantDefault(field);
+    if (!constant) {
+        // Asked for its error: what cannot be computed later is no default.
+        [[maybe_unused]] const auto computable = computedDefaults({field});
+        const QString clock = clockDefault(field);
+        return clock.isEmpty() ? QString() : u" DEFAULT "_s + clock;
     }
-    const bool isTruth = field.Type == FieldType::Boolean;
-    if (parsed.constant.isNull() && !isTruth) {
+    if (constant->isNull() && field.Type != FieldType::Boolean) {
         return {};
     }
-    return u" DEFAULT "_s + literal(storable(field, parsed.constant));
-}
-
-Value defaultValue(const FieldDef& field, const QDateTime& now)
-{
-    const Default parsed = parseDefault(field.DefaultValue);
-    const double day = dayNumber(now);
-    switch (parsed.kind) {
-    case Default::Kind::Now:
-        return storable(field, Value(Value::Day{day}));
-    case Default::Kind::Date:
-        return storable(field, Value(Value::Day{std::floor(day)}));
-    case Default::Kind::Time:
-        return storable(field, Value(Value::Day{day - std::floor(day)}));
-    case Default::Kind::Constant:
-        break;
-    }
-    return storable(field, parsed.constant);
+    return u" DEFAULT "_s + literal(storable(field, *constant));
 }
 
 Value storable(const FieldDef& field, const Value& value)

@@ -2,7 +2,7 @@
 
 #include "platform/db/definitions.h"
 
-#include <QDateTime>
+#include <QLatin1StringView>
 
 /// Columns: how the file declares them, and what may enter them.
 namespace melovane::sqlite {
@@ -19,15 +19,17 @@ inline constexpr char16_t kRowColumn[] = u"mlv_row";
 /// as SQLite does.
 [[nodiscard]] FieldDef fieldOfType(const QString& declared);
 
-/// The column as it stands in `create table`. \param key it belongs to the primary key
-[[nodiscard]] QString columnClause(const FieldDef& field, bool key);
+/// Ends the name of the constraint that keeps empty texts out; no column's name can end so. Keep.
+inline constexpr QLatin1StringView kZeroLengthMark("!empty");
 
-/// The text behind `default`, empty for none. Allowed are a number, a text in quotes, a truth
-/// value, `null` and `now()`, `date()`, `time()`. \throws DbError kSyntax for others
+/// The column as it stands in `create table`. Its constraints are named after table and column, so
+/// that the error of a failed one can name them. \param key it belongs to the primary key
+[[nodiscard]] QString columnClause(const QString& table, const FieldDef& field, bool key);
+
+/// The text behind `default` in `create table`, empty for none.
+/// \throws DbError kSyntax for an expression that cannot be computed, kTypeMismatch, kFieldTooSmall
+/// for a constant that does not fit
 [[nodiscard]] QString defaultClause(const FieldDef& field);
-
-/// What a new row shows in that column before it is written.
-[[nodiscard]] Value defaultValue(const FieldDef& field, const QDateTime& now);
 
 /// The value as the column keeps it. Long is rounded half to even, a null truth value is false.
 /// \throws DbError kTypeMismatch, kFieldTooSmall

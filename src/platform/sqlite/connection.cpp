@@ -1,11 +1,11 @@
 #include "platform/sqlite/connection.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/functions.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <sqlite3.h>
 
@@ -51,6 +51,11 @@ int waitForOthers(void* timeout, int tries)
     return 1;
 }
 
+QByteArray uriOf(const QString& path, const char* options)
+{
+    return "file:" + QFile::encodeName(path).toPercentEncoding("/") + options;
+}
+
 /// The first read of a file; what is wrong with it shows here. The result code of SQLite.
 int firstRead(sqlite3* connection)
 {
@@ -78,31 +83,78 @@ Connection::Handle Connection::open(const QByteArray& name, int flags)
 
 Connection::Handle Connection::openExisting(const QString& path)
 {
+    makeJournalsWritable(path);
     Handle handle = open(QFile::encodeName(path), kOpenFlags);
     const int code = firstRead(handle.get()) & 0xFF;
-    if ((code == SQLITE_CANTOPEN || code == SQLITE_READONLY) && inReadOnlyFolder(path) &&
-        !hasJournal(path)) {
-        // On read-only media there is no room for the shared memory of WAL, and nobody to share
-        // with.
-        const QByteArray name = "file:" + QFile::encodeName(path).toPercentEncoding("/");
-        handle = open(name + "?immutable=1", kOpenFlags);
+    if ((code == SQLITE_CANTOPEN || code == SQLITE_READONLY) && inReadOnlyFolder(path)) {
+        return openOnReadOnlyMedia(path);
     }
+    return handle;
+}
+
+/// On read-only media there is no room for the shared memory of WAL, and nobody to share with.
+Connection::Handle Connection::openOnReadOnlyMedia(const QString& path)
+{
+    if (!hasJournal(path)) {
+        return open(uriOf(path, "?immutable=1"), kOpenFlags);
+    }
+    // What stands in the journal is read too; its index is kept in this program's own memory.
+    Handle handle = open(uriOf(path, "?vfs=unix-none"), kOpenFlags);
+    sqlite3_exec(handle.get(), "PRAGMA locking_mode=EXCLUSIVE", nullptr, nullptr, nullptr);
     return handle;
 }
 
 Connection::Connection(const QString& path, const ConnectionOptions& options)
     : m_path(path)
+    , m_options(options)
     , m_id(checkDatabaseFile(path))
-    , m_busyTimeout(options.busyTimeout)
     , m_handle(openExisting(path))
     , m_statements(m_handle.get())
 {
-    configure(options);
+    configure();
     checkCatalogue();
-    chooseJournal();
+    chooseJournal(u"main"_s, path);
+    m_file.emplace(path, m_id);
 }
 
-void Connection::configure(const ConnectionOptions& options)
+Connection::~Connection()
+{
+    leaveReplaced(u"main"_s, *m_file);
+}
+
+/// Closing removes the journal by its name, and that name may belong to the users of another file
+/// by now; while an own journal that is left there would be played into that other file.
+void Connection::leaveReplaced(const QString& schema, const OpenedFile& file)
+{
+    if (file.isCurrent()) {
+        return;
+    }
+    sqlite3_db_config(handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    saveJournal(schema, file);
+    if (file.leftJournal()) {
+        removeJournals(file.path());
+    }
+}
+
+/// What was committed stands in a journal that nobody will find: brings it into its file as long as
+/// nobody else can have begun a new one.
+void Connection::saveJournal(const QString& schema, const OpenedFile& file)
+{
+    if (file.leftJournal() || file.lostJournal()) {
+        sqlite3_wal_checkpoint_v2(handle(), schema.toLatin1().constData(),
+                                  SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    }
+}
+
+void Connection::requireCurrent()
+{
+    if (!m_file->isCurrent()) {
+        saveJournal(u"main"_s, *m_file);
+        throw dbError(DbFault::FileReplaced, m_path);
+    }
+}
+
+void Connection::configure()
 {
     sqlite3* const db = m_handle.get();
     sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
@@ -113,15 +165,14 @@ void Connection::configure(const ConnectionOptions& options)
     // A table renamed in a rebuild must not be looked for in triggers of others.
     sqlite3_db_config(db, SQLITE_DBCONFIG_LEGACY_ALTER_TABLE, 1, nullptr);
     setWaiting(true);
-    registerFunctions(db, options.now);
+    registerFunctions(db, m_options.now);
     run(kCacheSize);
-    run(u"PRAGMA temp_store=MEMORY"_s);
     run(u"PRAGMA synchronous=FULL"_s);
 }
 
 void Connection::setWaiting(bool waits)
 {
-    sqlite3_busy_handler(handle(), waits ? waitForOthers : nullptr, &m_busyTimeout);
+    sqlite3_busy_handler(handle(), waits ? waitForOthers : nullptr, &m_options.busyTimeout);
 }
 
 void Connection::checkCatalogue()
@@ -130,27 +181,61 @@ void Connection::checkCatalogue()
         throwError(handle(), code);
     }
     if (number(u"SELECT count(*) FROM sqlite_schema WHERE name='mlv_object'"_s) != 1) {
-        throw DbError(dberror::kUnrecognisedFormat,
-                      u"The file is a database of another program."_s);
+        throw dbError(DbFault::FileOfAnother, m_path);
     }
 }
 
 /// WAL stands in the file's header, so there is something to do only when a file was moved from or
-/// to the network. A failure leaves the file as it is: both kinds can be worked with.
-void Connection::chooseJournal()
+/// to the network. A failure leaves the file as it is: both kinds can be worked with, and the next
+/// one who has the file alone will change it.
+void Connection::chooseJournal(const QString& schema, const QString& path)
 {
-    if (isReadOnly()) {
+    if (inTransaction() || sqlite3_db_readonly(handle(), schema.toLatin1().constData()) == 1) {
         return;
     }
-    const bool wants = onLocalFileSystem(m_path);
-    Statement mode(handle(), u"PRAGMA main.journal_mode"_s);
-    const bool has = mode.step() && mode.text(0) == "wal"_L1;
-    mode.reset();
-    if (wants != has) {
-        const char* change =
-            wants ? "PRAGMA main.journal_mode=WAL" : "PRAGMA main.journal_mode=DELETE";
-        sqlite3_exec(handle(), change, nullptr, nullptr, nullptr);
+    const bool wants = m_options.sharesMemory(path);
+    const QByteArray question = "PRAGMA " + schema.toLatin1() + ".journal_mode";
+    const WithoutWaiting now(*this);
+    bool has = false;
+    const auto isWal = [](void* result, int, char** cells, char**) {
+        *static_cast<bool*>(result) = qstrcmp(cells[0], "wal") == 0;
+        return 0;
+    };
+    if (sqlite3_exec(handle(), question.constData(), isWal, &has, nullptr) == SQLITE_OK &&
+        wants != has) {
+        const QByteArray change = question + (wants ? "=WAL" : "=DELETE");
+        sqlite3_exec(handle(), change.constData(), nullptr, nullptr, nullptr);
     }
+}
+
+OpenedFile Connection::attach(const QString& path, const QString& schema)
+{
+    const FileId id = checkDatabaseFile(path);
+    makeJournalsWritable(path);
+    const auto run = [&](const char* options) {
+        Statement statement(handle(), u"ATTACH ?1 AS "_s + schema);
+        statement.bind(1, Value(QString::fromLatin1(uriOf(path, options))));
+        statement.run();
+    };
+    try {
+        run("?mode=rw");
+    } catch (const DbError& error) {
+        const bool shut =
+            error.number() == dberror::kCannotOpen || error.number() == dberror::kReadOnly;
+        if (!shut || !inReadOnlyFolder(path) || hasJournal(path)) {
+            throw;
+        }
+        run("?immutable=1");
+    }
+    chooseJournal(schema, path);
+    return {path, id};
+}
+
+void Connection::detach(const QString& schema, const OpenedFile& file)
+{
+    leaveReplaced(schema, file);
+    run(u"DETACH "_s + schema);
+    sqlite3_db_config(handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
 }
 
 bool Connection::isReadOnly() const
@@ -161,6 +246,12 @@ bool Connection::isReadOnly() const
 bool Connection::inTransaction() const
 {
     return sqlite3_get_autocommit(handle()) == 0;
+}
+
+/// A change of no row. BEGIN IMMEDIATE would take the locks of all attached files too.
+void Connection::lock(const QString& schema)
+{
+    m_statements.take(u"DELETE FROM %1.mlv_object WHERE 0"_s.arg(schema))->run();
 }
 
 void Connection::run(const QString& sql)
@@ -174,7 +265,7 @@ qint64 Connection::number(const QString& sql)
     return statement->step() ? statement->number(0) : 0;
 }
 
-void Connection::createFile(const QString& path)
+void Connection::createFile(const QString& path, bool sharesMemory)
 {
     Handle handle = open(QFile::encodeName(path), kOpenFlags | SQLITE_OPEN_CREATE);
     // Made safe as a whole when it gets its name.
@@ -184,7 +275,7 @@ void Connection::createFile(const QString& path)
     for (const char* table : kCatalogueTables) {
         statements.append(QString::fromLatin1(table));
     }
-    if (onLocalFileSystem(QFileInfo(path).path())) {
+    if (sharesMemory) {
         statements.append(u"PRAGMA journal_mode=WAL"_s);
     }
     for (const QString& statement : statements) {

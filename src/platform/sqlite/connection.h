@@ -15,6 +15,8 @@ struct ConnectionOptions
 {
     std::chrono::milliseconds busyTimeout{3000};
     std::function<QDateTime()> now;
+    /// True where programs that open the file share memory, which WAL needs.
+    std::function<bool(const QString& path)> sharesMemory = onLocalFileSystem;
 };
 
 /// One SQLite connection with the suite's functions and settings.
@@ -23,7 +25,7 @@ class Connection
 public:
     /// Opens an existing file of ours. \throws DbError as DBEngine::OpenDatabase
     Connection(const QString& path, const ConnectionOptions& options);
-    ~Connection() = default;
+    ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
@@ -35,8 +37,18 @@ public:
 
     [[nodiscard]] bool isReadOnly() const;
 
+    /// False when another file took the place of this one. \see OpenedFile
+    [[nodiscard]] bool isCurrent() const { return m_file->isCurrent(); }
+
     /// True while a transaction is open.
     [[nodiscard]] bool inTransaction() const;
+
+    /// \throws DbError unless isCurrent()
+    void requireCurrent();
+
+    /// Takes the write lock of an attached file, or of "main", for the open transaction.
+    /// \throws DbError kLocked, kReadOnly
+    void lock(const QString& schema);
 
     /// Compiled statements that are likely to run again.
     [[nodiscard]] StatementPool& statements() { return m_statements; }
@@ -67,8 +79,15 @@ public:
         Connection& m_connection;
     };
 
+    /// Attaches an existing file of ours. \throws DbError as the constructor
+    [[nodiscard]] OpenedFile attach(const QString& path, const QString& schema);
+
+    /// \throws DbError inside a transaction that has used the file
+    void detach(const QString& schema, const OpenedFile& file);
+
     /// Makes a new file with an empty catalogue; it must not exist.
-    static void createFile(const QString& path);
+    /// \param sharesMemory see ConnectionOptions
+    static void createFile(const QString& path, bool sharesMemory);
 
 private:
     struct Closer
@@ -80,16 +99,20 @@ private:
 
     static Handle open(const QByteArray& name, int flags);
     static Handle openExisting(const QString& path);
+    static Handle openOnReadOnlyMedia(const QString& path);
     void setWaiting(bool waits);
-    void configure(const ConnectionOptions& options);
+    void configure();
     void checkCatalogue();
-    void chooseJournal();
+    void chooseJournal(const QString& schema, const QString& path);
+    void saveJournal(const QString& schema, const OpenedFile& file);
+    void leaveReplaced(const QString& schema, const OpenedFile& file);
 
     QString m_path;
+    ConnectionOptions m_options;
     FileId m_id;
-    std::chrono::milliseconds m_busyTimeout;
     Handle m_handle;
     StatementPool m_statements;
+    std::optional<OpenedFile> m_file; ///< once it was read
 };
 
 } // namespace melovane::sqlite

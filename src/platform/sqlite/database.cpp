@@ -1,5 +1,7 @@
 #include "platform/sqlite/database.h"
 
+#include "platform/db/db_fault.h"
+#include "platform/sqlite/pasted_insert.h"
 #include "platform/sqlite/query_def.h"
 #include "platform/sqlite/recordset.h"
 #include "platform/sqlite/sqlite_error.h"
@@ -16,7 +18,7 @@ constexpr qsizetype kLongestName = 80;
 
 [[noreturn]] void throwItemNotFound(const QString& name)
 {
-    throw DbError(dberror::kItemNotFound, u"Item not found in this collection: %1"_s.arg(name));
+    throw dbError(DbFault::ItemNotFound, name);
 }
 
 /// True for a text that begins as a statement does; others are names of tables and queries.
@@ -160,17 +162,14 @@ std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(const QString& source)
         const QString name = bareName(source);
         const CatalogueObject* object = open.catalogue().object(name);
         if (!object) {
-            throw DbError(dberror::kObjectNotFound,
-                          u"The table or query is not there: %1."_s.arg(name), source);
+            throw dbError(DbFault::SourceNotFound, name);
         }
         text = u"select * from [%1]"_s.arg(object->name);
     }
     const std::shared_ptr<const Prepared> statement = open.translate(text, false);
     if (!statement->translation.parameters.empty()) {
-        throw DbError(
-            dberror::kTooFewParameters,
-            u"The parameter %1 has no value."_s.arg(statement->translation.parameters.front().Name),
-            source);
+        throw dbError(DbFault::ParameterWithoutValue,
+                      statement->translation.parameters.front().Name);
     }
     return openRecordset(m_lease, statement, {});
 }
@@ -185,14 +184,39 @@ void SqliteDatabase::Execute(const QString& statement)
         m_recordsAffected = stored->RecordsAffected();
         return;
     }
+    if (executePasted(statement)) {
+        return;
+    }
     const std::shared_ptr<const Prepared> prepared = open.translate(statement, false);
     if (!prepared->translation.parameters.empty()) {
-        throw DbError(
-            dberror::kTooFewParameters,
-            u"The parameter %1 has no value."_s.arg(prepared->translation.parameters.front().Name),
-            statement);
+        throw dbError(DbFault::ParameterWithoutValue,
+                      prepared->translation.parameters.front().Name);
     }
     m_recordsAffected = open.execute(*prepared, {});
+}
+
+bool SqliteDatabase::executePasted(const QString& statement)
+{
+    const std::optional<PastedInsert> apart = takeApart(statement);
+    if (!apart) {
+        return false;
+    }
+    Session& open = session();
+    std::shared_ptr<const Prepared> shared;
+    try {
+        shared = open.translate(apart->statement, true);
+    } catch (const DbError&) {
+        return false; // the statement itself is to tell what is wrong with it
+    }
+    if (shared->translation.parameters.size() != apart->values.size()) {
+        return false;
+    }
+    try {
+        m_recordsAffected = open.execute(*shared, apart->values);
+    } catch (const DbError& error) {
+        throw DbError(error.number(), error.text(), statement);
+    }
+    return true;
 }
 
 std::unique_ptr<QueryDef> SqliteDatabase::CreateQueryDef(const QString& name, const QString& sql)
@@ -220,11 +244,7 @@ void SqliteDatabase::Rollback()
     if (!m_lease) {
         return; // closing has undone it
     }
-    Session& open = session();
-    open.transactions().rollback();
-    // What was written is gone again, tables and queries too.
-    open.catalogue().invalidate();
-    open.nextEpoch();
+    session().rollback();
 }
 
 qint64 SqliteDatabase::DataVersion()

@@ -68,6 +68,10 @@ public:
 private:
     [[nodiscard]] Session& session() const { return openSession(m_lease); }
 
+    /// Runs an insert with pasted values through the statement that all of its kind share.
+    /// \return false when it is none, or is not understood so
+    bool executePasted(const QString& statement);
+
     QString m_path;
     std::shared_ptr<SessionLease> m_lease;
     SqliteTableDefs m_tableDefs;

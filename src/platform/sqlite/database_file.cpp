@@ -1,12 +1,18 @@
 #include "platform/sqlite/database_file.h"
 
-#include "platform/db/db_error.h"
+#include "platform/db/db_fault.h"
+#include "platform/sqlite/sqlite_error.h"
 
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QtEndian>
 
 #include <fcntl.h>
+#include <signal.h>
+#include <sqlite3.h>
 #include <sys/stat.h>
 #include <sys/statfs.h>
 #include <unistd.h>
@@ -15,6 +21,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <memory>
 
 namespace melovane::sqlite {
 
@@ -28,6 +35,10 @@ constexpr qsizetype kChangesAt = 24;
 constexpr qsizetype kPagesAt = 28;
 constexpr qsizetype kApplicationIdAt = 68;
 constexpr qsizetype kPagesValidForAt = 92;
+/// What SQLite appends to the name of a file for what it keeps beside it.
+constexpr auto kJournal = "-wal"_L1;
+constexpr auto kSharedMemory = "-shm"_L1;
+constexpr auto kRollbackJournal = "-journal"_L1;
 constexpr char kMagic[] = "SQLite format 3";
 /// First bytes of a file of the previous engine; its later generation says "ACE" for "Jet".
 constexpr char kPreviousMagic[] = "\0\1\0\0Standard ";
@@ -46,24 +57,19 @@ bool isPreviousEngine(const QByteArray& header)
             header.mid(kPreviousMagicSize, 3) == "ACE");
 }
 
-void checkHeader(const QByteArray& header)
+void checkHeader(const QString& path, const QByteArray& header)
 {
     if (isPreviousEngine(header)) {
-        throw DbError(dberror::kPreviousEngineFile,
-                      u"The file was made by a former version of the suite and its database "
-                      "engine. It cannot be opened directly; import it."_s);
+        throw dbError(DbFault::FileOfPrevious, path);
     }
     if (!header.startsWith(QByteArray(kMagic, sizeof kMagic))) {
-        throw DbError(dberror::kUnrecognisedFormat, header.isEmpty()
-                                                        ? u"The database file is empty."_s
-                                                        : u"The file is not a database."_s);
+        throw dbError(header.isEmpty() ? DbFault::FileEmpty : DbFault::FileIsNoDatabase, path);
     }
     if (header.size() < kHeaderSize) {
-        throw DbError(dberror::kCorrupt, u"The database file is cut off."_s);
+        throw dbError(DbFault::FileCutOff, path);
     }
     if (qFromBigEndian<qint32>(header.constData() + kApplicationIdAt) != kApplicationId) {
-        throw DbError(dberror::kUnrecognisedFormat,
-                      u"The file is a database of another program."_s);
+        throw dbError(DbFault::FileOfAnother, path);
     }
 }
 
@@ -84,22 +90,40 @@ void checkSize(const QString& path, const QByteArray& header)
     struct stat facts = {};
     if (::stat(systemPath(path).constData(), &facts) == 0 &&
         facts.st_size < pageSize * bigEndian(header, kPagesAt)) {
-        throw DbError(dberror::kCorrupt, u"The database file is cut off."_s);
+        throw dbError(DbFault::FileCutOff, path);
     }
 }
 
+/// Reads through SQLite's file layer. Closing a descriptor of our own would drop the locks that
+/// other connections of this process hold on the file: the next program that closes it would take
+/// itself for the last one and remove the journal under them, with all that is written to it later.
 QByteArray readHeader(const QString& path)
 {
-    const int file = ::open(systemPath(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (file < 0) {
-        throw DbError(dberror::kCannotOpen,
-                      u"The database file cannot be read (%1): %2"_s.arg(
-                          QString::fromLocal8Bit(std::strerror(errno)), path));
+    sqlite3* raw = nullptr;
+    const int opened = sqlite3_open_v2(
+        systemPath(path).constData(), &raw,
+        SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+    const std::unique_ptr<sqlite3, int (*)(sqlite3*)> closer(raw, sqlite3_close_v2);
+    if (opened != SQLITE_OK) {
+        const int reason = sqlite3_system_errno(raw);
+        if ((opened & 0xFF) != SQLITE_CANTOPEN || reason == 0) {
+            throwError(raw, opened);
+        }
+        throw dbError(DbFault::FileCannotBeOpened, path,
+                      QString::fromLocal8Bit(std::strerror(reason)));
     }
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(raw, "main", SQLITE_FCNTL_FILE_POINTER, &file);
     QByteArray header(kHeaderSize, '\0');
-    const auto size = ::pread(file, header.data(), std::size_t(kHeaderSize), 0);
-    ::close(file);
-    header.truncate(std::max<qsizetype>(size, 0));
+    sqlite3_int64 size = 0;
+    int code = file->pMethods->xFileSize(file, &size);
+    if (code == SQLITE_OK) {
+        header.truncate(qsizetype(std::min<sqlite3_int64>(size, kHeaderSize)));
+        code = file->pMethods->xRead(file, header.data(), int(header.size()), 0);
+    }
+    if (code != SQLITE_OK) {
+        throwError(nullptr, code);
+    }
     return header;
 }
 
@@ -111,8 +135,13 @@ void syncPath(const QString& path, int flags)
         ::close(file);
     }
     if (!synced) {
-        throw DbError(dberror::kDiskError, u"The file cannot be written: %1"_s.arg(path));
+        throw dbError(DbFault::FileNotWritten, path);
     }
+}
+
+bool isWritable(const QString& path)
+{
+    return ::faccessat(AT_FDCWD, systemPath(path).constData(), W_OK, AT_EACCESS) == 0;
 }
 
 /// Renames without replacing; also where the file system knows no such rename.
@@ -132,6 +161,32 @@ bool renameExclusive(const QByteArray& from, const QByteArray& to)
     return ::rename(from.constData(), to.constData()) == 0;
 }
 
+/// Brings what stands in the journal of a database into its file. The database must stay whole
+/// when it is not replaced after all, and its journal must not be met by the file that replaces it.
+void settleJournal(const QString& path)
+{
+    if (!hasJournal(path)) {
+        return;
+    }
+    sqlite3* raw = nullptr;
+    const int opened = sqlite3_open_v2(systemPath(path).constData(), &raw,
+                                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    const std::unique_ptr<sqlite3, int (*)(sqlite3*)> closer(raw, sqlite3_close_v2);
+    const int read = opened == SQLITE_OK ? sqlite3_exec(raw, "SELECT count(*) FROM sqlite_schema",
+                                                        nullptr, nullptr, nullptr)
+                                         : opened;
+    if (read == SQLITE_NOTADB || read == SQLITE_CORRUPT) {
+        return; // nothing to be kept
+    }
+    const int code =
+        read == SQLITE_OK
+            ? sqlite3_wal_checkpoint_v2(raw, nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr)
+            : read;
+    if (code != SQLITE_OK) {
+        throwError(raw, code);
+    }
+}
+
 } // namespace
 
 std::optional<FileId> fileId(const QString& path)
@@ -148,18 +203,45 @@ FileId checkDatabaseFile(const QString& path)
     struct stat facts = {};
     if (::stat(systemPath(path).constData(), &facts) != 0) {
         const bool missing = errno == ENOENT || errno == ENOTDIR;
-        throw DbError(
-            missing ? dberror::kFileNotFound : dberror::kCannotOpen,
-            (missing ? u"The file does not exist: %1"_s : u"The file cannot be opened: %1"_s)
-                .arg(path));
+        throw missing ? dbError(DbFault::FileNotFound, path)
+                      : dbError(DbFault::FileCannotBeOpened, path,
+                                QString::fromLocal8Bit(std::strerror(errno)));
     }
     if (!S_ISREG(facts.st_mode)) {
-        throw DbError(dberror::kCannotOpen, u"This is not a file: %1"_s.arg(path));
+        throw dbError(DbFault::FileIsNoFile, path);
     }
     const QByteArray header = readHeader(path);
-    checkHeader(header);
+    checkHeader(path, header);
     checkSize(path, header);
     return {facts.st_dev, facts.st_ino};
+}
+
+OpenedFile::OpenedFile(QString path, const FileId& id)
+    : m_path(std::move(path))
+    , m_id(id)
+    , m_journal(fileId(m_path + kJournal))
+    , m_sharedMemory(fileId(m_path + kSharedMemory))
+{}
+
+bool OpenedFile::isCurrent() const
+{
+    return fileId(m_path) == m_id && hasOwnJournal();
+}
+
+bool OpenedFile::leftJournal() const
+{
+    return m_journal && fileId(m_path) != m_id && hasOwnJournal();
+}
+
+bool OpenedFile::lostJournal() const
+{
+    return m_journal && fileId(m_path) == m_id && !fileId(m_path + kJournal);
+}
+
+bool OpenedFile::hasOwnJournal() const
+{
+    return !m_journal || (fileId(m_path + kJournal) == m_journal &&
+                          fileId(m_path + kSharedMemory) == m_sharedMemory);
 }
 
 bool sharesMemory(qint64 fileSystem)
@@ -180,13 +262,27 @@ bool onLocalFileSystem(const QString& path)
 
 bool inReadOnlyFolder(const QString& path)
 {
-    return ::faccessat(AT_FDCWD, systemPath(QFileInfo(path).path()).constData(), W_OK,
-                       AT_EACCESS) != 0;
+    return !isWritable(QFileInfo(path).path());
+}
+
+void makeJournalsWritable(const QString& path)
+{
+    struct stat facts = {};
+    if (::stat(systemPath(path).constData(), &facts) != 0 || !isWritable(path)) {
+        return;
+    }
+    for (const auto suffix : {kJournal, kSharedMemory}) {
+        const QString journal = path + suffix;
+        if (fileId(journal) && !isWritable(journal)) {
+            // Fails when the file belongs to somebody else; the connection is read only then.
+            (void)::chmod(systemPath(journal).constData(), facts.st_mode & 0777);
+        }
+    }
 }
 
 bool hasJournal(const QString& path)
 {
-    return QFileInfo(path + "-wal"_L1).size() > 0 || QFileInfo(path + "-journal"_L1).size() > 0;
+    return QFileInfo(path + kJournal).size() > 0 || QFileInfo(path + kRollbackJournal).size() > 0;
 }
 
 QString temporaryBeside(const QString& path)
@@ -195,9 +291,25 @@ QString temporaryBeside(const QString& path)
     return u"%1.%2-%3.new"_s.arg(path).arg(::getpid()).arg(++counter);
 }
 
+void removeAbandoned(const QString& path)
+{
+    const QFileInfo target(path);
+    const QRegularExpression form(
+        u"^%1\\.(\\d+)-\\d+\\.new(-\\w+)?$"_s.arg(QRegularExpression::escape(target.fileName())));
+    const QDateTime dayAgo = QDateTime::currentDateTime().addDays(-1);
+    for (const QFileInfo& file : target.dir().entryInfoList(QDir::Files | QDir::Hidden)) {
+        const QRegularExpressionMatch match = form.match(file.fileName());
+        // The program may live on another machine that shares the folder: only age tells that.
+        if (match.hasMatch() && file.lastModified() < dayAgo &&
+            ::kill(match.captured(1).toInt(), 0) != 0) {
+            QFile::remove(file.filePath());
+        }
+    }
+}
+
 void removeJournals(const QString& path)
 {
-    for (const auto suffix : {"-wal"_L1, "-shm"_L1, "-journal"_L1}) {
+    for (const auto suffix : {kJournal, kSharedMemory, kRollbackJournal}) {
         QFile::remove(path + suffix);
     }
 }
@@ -207,17 +319,19 @@ void moveIntoPlace(const QString& temporary, const QString& target, bool replace
     syncPath(temporary, O_RDWR);
     const QByteArray from = systemPath(temporary);
     const QByteArray to = systemPath(target);
-    if (replace || !fileId(target)) {
+    if (!fileId(target)) {
         removeJournals(target);
+    } else if (replace) {
+        settleJournal(target);
     }
     const bool moved =
         replace ? ::rename(from.constData(), to.constData()) == 0 : renameExclusive(from, to);
     if (!moved) {
         const bool taken = errno == EEXIST;
-        throw DbError(
-            taken ? dberror::kObjectExists : dberror::kDiskError,
-            (taken ? u"The file exists already: %1"_s : u"The file cannot be written: %1"_s)
-                .arg(target));
+        throw dbError(taken ? DbFault::FileExists : DbFault::FileNotWritten, target);
+    }
+    if (replace) {
+        removeJournals(target);
     }
     syncPath(QFileInfo(target).absolutePath(), O_RDONLY | O_DIRECTORY);
 }

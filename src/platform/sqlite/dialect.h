@@ -114,7 +114,8 @@ struct Translation
     QString keySql;
 
     /// The result columns of one row, found by the row ids "?1", "?2" ... of `tables`, preceded by
-    /// the row id of each table as found now (null: that row is gone). No other parameters.
+    /// the row id of each table as found now. No row, or a null for a table that is not optional,
+    /// says that the row is gone. No other parameters.
     QString rowSql;
 
     /// Tables written by an action statement, or by the update of a set.
@@ -133,5 +134,10 @@ struct Translation
 /// \throws DbError kSyntax with the place of the fault, kObjectNotFound, kTooFewParameters
 [[nodiscard]] Translation
 translate(const QString& statement, const NameSource& names, bool allowParameters = false);
+
+/// What kind of statement a text is by its words alone, whether or not its names exist. That of the
+/// query behind `execute` is not known: Select.
+/// \throws DbError kSyntax with the place of the fault
+[[nodiscard]] QueryType writtenQueryType(const QString& statement);
 
 } // namespace melovane::sqlite

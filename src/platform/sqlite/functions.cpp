@@ -76,7 +76,7 @@ std::optional<double> argDay(sqlite3_value* value)
     case SQLITE_FLOAT:
     case SQLITE_INTEGER: {
         const double day = sqlite3_value_double(value);
-        return fromDayNumber(day).isValid() ? std::optional(day) : std::nullopt;
+        return isDayNumber(day) ? std::optional(day) : std::nullopt;
     }
     default:
         return dialect::dateFromText(utf8Of(value));
@@ -172,7 +172,7 @@ double dayNow(sqlite3_context* context)
 {
     const QDateTime moment = (*static_cast<Now*>(sqlite3_user_data(context)))();
     // Dates of the suite have whole seconds.
-    return dayNumber(moment.addMSecs(-moment.time().msec()));
+    return dayNumber(moment.date(), moment.time().addMSecs(-moment.time().msec()));
 }
 
 void nowFunction(sqlite3_context* context, int, sqlite3_value**)

@@ -38,6 +38,9 @@ public:
     /// Appends the next row id; `width` of them make a row.
     void append(qint64 key) { m_keys.push_back(key); }
 
+    /// To be called behind the last append: gives back what was kept for more.
+    void shrink() { m_keys.shrink_to_fit(); }
+
     [[nodiscard]] int width() const { return m_width; }
 
     [[nodiscard]] qint64 count() const override { return qint64(m_keys.size()) / m_width; }

@@ -1,39 +1,14 @@
 #include "platform/sqlite/query_def.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/columns.h"
 #include "platform/sqlite/recordset.h"
 #include "platform/sqlite/sqlite_error.h"
-#include "platform/sqlite/stored_text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace melovane::sqlite {
-
-namespace {
-
-using namespace Qt::Literals::StringLiterals;
-
-/// The first words of a statement and what they begin; a declaration of parameters stands before.
-QueryType typeByFirstWord(QStringView sql)
-{
-    static const std::pair<QLatin1StringView, QueryType> kWords[] = {
-        {"insert"_L1, QueryType::Append},     {"update"_L1, QueryType::Update},
-        {"delete"_L1, QueryType::Delete},     {"create"_L1, QueryType::Ddl},
-        {"alter"_L1, QueryType::Ddl},         {"drop"_L1, QueryType::Ddl},
-        {"transform"_L1, QueryType::Crosstab}};
-    QStringView text = sql.trimmed();
-    if (text.startsWith("parameters"_L1, Qt::CaseInsensitive)) {
-        text = text.sliced(text.indexOf(u';') + 1).trimmed();
-    }
-    for (const auto& [word, type] : kWords) {
-        if (text.startsWith(word, Qt::CaseInsensitive)) {
-            return type;
-        }
-    }
-    return QueryType::Select;
-}
-
-} // namespace
 
 QueryType queryTypeOf(Session& session, const QString& sql)
 {
@@ -43,16 +18,20 @@ QueryType queryTypeOf(Session& session, const QString& sql)
         if (error.number() == dberror::kSyntax) {
             throw;
         }
-        return typeByFirstWord(sql);
+        return writtenQueryType(sql);
     }
 }
 
 Value parameterValue(const ParameterDef& parameter, const Value& value)
 {
+    const bool isText = parameter.Type == FieldType::Text || parameter.Type == FieldType::Memo;
+    if (value.isNull() || !parameter.isDeclared || (isText && value.isText())) {
+        return value;
+    }
     FieldDef field;
     field.Name = parameter.Name;
     field.Type = parameter.Type;
-    return value.isNull() ? Value() : storable(field, value);
+    return storable(field, value);
 }
 
 SqliteQueryDef::SqliteQueryDef(std::weak_ptr<SessionLease> lease,
@@ -67,7 +46,8 @@ SqliteQueryDef::SqliteQueryDef(std::weak_ptr<SessionLease> lease,
 
 std::shared_ptr<const Prepared> SqliteQueryDef::prepared() const
 {
-    return openSession(m_lease).translate(m_sql, true);
+    Session& session = openSession(m_lease);
+    return m_known && session.holds(*m_known) ? m_known : session.translate(m_sql, true);
 }
 
 std::vector<FieldDef> SqliteQueryDef::Fields() const
@@ -91,13 +71,12 @@ void SqliteQueryDef::know(const std::shared_ptr<const Prepared>& statement)
         return;
     }
     // The catalogue has changed since: values keep their names, numbers may be others.
-    const QHash<QString, size_t> places = std::exchange(m_places, {});
-    const std::vector<std::optional<Value>> values = std::exchange(m_values, {});
+    const std::vector<Value> values = std::exchange(m_values, {});
+    const std::vector<bool> isSet = std::exchange(m_isSet, {});
     for (const ParameterDef& parameter : statement->translation.parameters) {
-        const QString key = nameKey(parameter.Name);
-        const auto former = places.constFind(key);
-        m_places.insert(key, m_values.size());
-        m_values.push_back(former == places.cend() ? std::nullopt : values[*former]);
+        const int former = m_known ? m_known->parameters.find(parameter.Name) : -1;
+        m_values.push_back(former < 0 ? Value() : values[std::size_t(former)]);
+        m_isSet.push_back(former >= 0 && isSet[std::size_t(former)]);
     }
     m_known = statement;
 }
@@ -109,28 +88,23 @@ void SqliteQueryDef::SetParameter(const QString& name, const Value& value)
     if (!m_known) {
         know(prepared());
     }
-    const auto place = m_places.constFind(nameKey(name));
-    if (place == m_places.cend()) {
-        throw DbError(dberror::kItemNotFound,
-                      u"The query %1 has no parameter %2."_s.arg(m_name, name), m_sql);
+    const int place = m_known->parameters.find(name);
+    if (place < 0) {
+        withStatement(m_sql, [&] { throw dbError(DbFault::ParameterNotThere, name, m_name); });
     }
-    m_values[*place] = parameterValue(m_known->translation.parameters[*place], value);
+    const auto number = std::size_t(place);
+    m_values[number] = parameterValue(m_known->translation.parameters[number], value);
+    m_isSet[number] = true;
 }
 
-std::vector<Value> SqliteQueryDef::values() const
+const std::vector<Value>& SqliteQueryDef::values() const
 {
-    std::vector<Value> result;
-    result.reserve(m_values.size());
-    for (size_t i = 0; i < m_values.size(); ++i) {
-        if (!m_values[i]) {
-            throw DbError(
-                dberror::kTooFewParameters,
-                u"The parameter %1 has no value."_s.arg(m_known->translation.parameters[i].Name),
-                m_sql);
-        }
-        result.push_back(*m_values[i]);
+    const auto unset = std::find(m_isSet.begin(), m_isSet.end(), false);
+    if (unset != m_isSet.end()) {
+        const auto number = std::size_t(unset - m_isSet.begin());
+        throw dbError(DbFault::ParameterWithoutValue, m_known->translation.parameters[number].Name);
     }
-    return result;
+    return m_values;
 }
 
 void SqliteQueryDef::Execute()

@@ -3,9 +3,6 @@
 #include "platform/db/database.h"
 #include "platform/sqlite/session.h"
 
-#include <QHash>
-
-#include <optional>
 #include <vector>
 
 namespace melovane::sqlite {
@@ -35,15 +32,15 @@ public:
 private:
     [[nodiscard]] std::shared_ptr<const Prepared> prepared() const;
     void know(const std::shared_ptr<const Prepared>& statement);
-    [[nodiscard]] std::vector<Value> values() const;
+    [[nodiscard]] const std::vector<Value>& values() const;
 
     std::weak_ptr<SessionLease> m_lease;
     QString m_name;
     QString m_sql;
     QueryType m_type;
-    std::shared_ptr<const Prepared> m_known;    ///< the statement that the values belong to
-    QHash<QString, size_t> m_places;            ///< number of a parameter by its nameKey
-    std::vector<std::optional<Value>> m_values; ///< by number; nothing before it is set
+    std::shared_ptr<const Prepared> m_known; ///< the statement that the values belong to
+    std::vector<Value> m_values;             ///< by number
+    std::vector<bool> m_isSet;               ///< by number
     int m_recordsAffected = 0;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/db/db_error.h"
 #include "platform/sqlite/connection.h"
 
 #include <sqlite3.h>
@@ -13,6 +14,7 @@ public:
     explicit ReadScope(Connection& connection)
         : m_connection(connection)
         , m_own(!connection.inTransaction())
+        , m_end(connection.statements().take(QStringLiteral("COMMIT")))
     {
         if (m_own) {
             m_connection.statements().take(QStringLiteral("BEGIN"))->run();
@@ -21,8 +23,14 @@ public:
 
     ~ReadScope()
     {
-        if (m_own) {
-            sqlite3_exec(m_connection.handle(), "COMMIT", nullptr, nullptr, nullptr);
+        if (!m_own) {
+            return;
+        }
+        try {
+            m_end->run();
+        } catch (const DbError&) {
+            // Nothing was written, so nothing is lost; but the file must not stay locked.
+            sqlite3_exec(m_connection.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
         }
     }
 
@@ -32,6 +40,7 @@ public:
 private:
     Connection& m_connection;
     bool m_own;
+    StatementPool::Lease m_end; ///< made beforehand: it must run when memory has gone
 };
 
 } // namespace melovane::sqlite

@@ -1,5 +1,6 @@
 #include "platform/sqlite/recordset.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/columns.h"
 #include "platform/sqlite/sqlite_error.h"
 
@@ -11,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 [[noreturn]] void throwNoCurrentRecord()
 {
-    throw DbError(dberror::kNoCurrentRecord, u"There is no current record."_s);
+    throw dbError(DbFault::NoCurrentRecord);
 }
 
 } // namespace
@@ -31,7 +32,7 @@ Session& SqliteRecordset::session() const
 RowSet& SqliteRecordset::rows() const
 {
     if (!m_rows) {
-        throw DbError(dberror::kObjectClosed, u"The recordset was closed."_s);
+        throw dbError(DbFault::SetClosed);
     }
     return *m_rows;
 }
@@ -147,7 +148,7 @@ int SqliteRecordset::fieldCount() const
 const ResultColumn& SqliteRecordset::column(int index) const
 {
     if (index < 0 || index >= fieldCount()) {
-        throw DbError(dberror::kItemNotFound, u"Item not found in this collection."_s);
+        throw dbError(DbFault::ItemNotFound, QString::number(index));
     }
     return rows().columns()[std::size_t(index)];
 }
@@ -174,25 +175,18 @@ const Row& SqliteRecordset::currentRow() const
             return row;
         }
     }
-    throw DbError(dberror::kRecordDeleted, u"The record was deleted."_s);
-}
-
-Value SqliteRecordset::newValue(int index) const
-{
-    const ResultColumn& source = column(index);
-    const bool isPlain = source.table >= 0 && (source.field.Attributes & kFieldAutoNumber) == 0;
-    return isPlain ? defaultValue(source.field, session().now()) : Value();
+    throw dbError(DbFault::RecordDeleted);
 }
 
 Value SqliteRecordset::value(int index) const
 {
     [[maybe_unused]] const ResultColumn& existing = column(index);
-    if (m_writer) {
-        if (const std::optional<Value> pending = m_writer->pending(index)) {
-            return *pending;
+    if (isWriting()) {
+        if (std::optional<Value> written = m_writer->value(index)) {
+            return *std::move(written);
         }
     }
-    return m_writing == Writing::NewRow ? newValue(index) : currentRow().cells[std::size_t(index)];
+    return currentRow().cells[std::size_t(index)];
 }
 
 bool SqliteRecordset::Updatable() const
@@ -202,22 +196,28 @@ bool SqliteRecordset::Updatable() const
 
 void SqliteRecordset::requireUpdatable() const
 {
-    if (!rows().isKeyed() || session().connection().isReadOnly()) {
-        throw DbError(dberror::kReadOnly, u"The recordset is read only."_s,
-                      rows().statement().text);
-    }
+    withStatement(rows().statement().text, [&] {
+        if (!rows().isKeyed()) {
+            throw dbError(DbFault::SetReadOnly);
+        }
+        if (session().connection().isReadOnly()) {
+            throw dbError(DbFault::FileReadOnly, session().connection().path());
+        }
+    });
 }
 
-void SqliteRecordset::start(Writing writing)
+void SqliteRecordset::start(RowWriter::Kind kind)
 {
-    m_writing = writing;
-    m_writer = std::make_unique<RowWriter>(rows());
+    if (!m_writer) {
+        m_writer = std::make_unique<RowWriter>(rows());
+    }
+    m_writer->start(session(), kind);
 }
 
 void SqliteRecordset::AddNew()
 {
     requireUpdatable();
-    start(Writing::NewRow);
+    start(RowWriter::Kind::NewRow);
 }
 
 void SqliteRecordset::Edit()
@@ -228,26 +228,26 @@ void SqliteRecordset::Edit()
         rows().forget(m_index);
     }
     [[maybe_unused]] const Row& row = currentRow();
-    start(Writing::CurrentRow);
+    start(RowWriter::Kind::CurrentRow);
 }
 
 void SqliteRecordset::setValue(int index, const Value& value)
 {
-    if (!m_writer) {
-        throw DbError(dberror::kUpdateWithoutEdit, u"Update without AddNew or Edit."_s);
+    if (!isWriting()) {
+        throw dbError(DbFault::UpdateWithoutEdit);
     }
     [[maybe_unused]] const ResultColumn& existing = column(index);
-    m_writer->set(index, value, m_writing == Writing::NewRow);
+    m_writer->set(index, value);
 }
 
 void SqliteRecordset::Update()
 {
-    if (!m_writer) {
-        throw DbError(dberror::kUpdateWithoutEdit, u"Update without AddNew or Edit."_s);
+    if (!isWriting()) {
+        throw dbError(DbFault::UpdateWithoutEdit);
     }
     Session& open = session();
     withStatement(rows().statement().text, [&] {
-        if (m_writing == Writing::NewRow) {
+        if (m_writer->isNewRow()) {
             writeNewRow(open);
         } else {
             m_writer->update(open, m_index);
@@ -263,9 +263,18 @@ void SqliteRecordset::writeNewRow(Session& session)
 {
     const bool populated = m_reached == rows().size();
     const bool atEnd = Eof();
+    // A join has to be read for the new row; when that fails the row must not stay behind an error.
+    std::optional<WriteScope> scope;
+    if (rows().statement().translation.tables.size() > 1) {
+        scope.emplace(session.transactions());
+    }
     const RowWriter::Added added = m_writer->insert(session);
     rows().noteOwnWrite(session);
-    m_lastModified = {rows().append(session, added.table, added.key)};
+    const qint64 index = rows().append(session, added.table, added.key);
+    if (scope) {
+        scope->commit();
+    }
+    m_lastModified = {index};
     if (populated) {
         m_reached = rows().size();
     }
@@ -276,8 +285,9 @@ void SqliteRecordset::writeNewRow(Session& session)
 
 void SqliteRecordset::CancelUpdate()
 {
-    m_writing = Writing::Nothing;
-    m_writer.reset();
+    if (m_writer) {
+        m_writer->cancel();
+    }
 }
 
 void SqliteRecordset::Delete()
@@ -308,6 +318,7 @@ void SqliteRecordset::Requery()
         return std::make_shared<RowSet>(open, open.translate(text, hasParameters),
                                         rows().parameters());
     });
+    m_writer.reset();
     m_lastModified = {};
     m_reached = 0;
     MoveFirst();
@@ -320,7 +331,7 @@ void SqliteRecordset::Refresh()
 
 void SqliteRecordset::Close()
 {
-    CancelUpdate();
+    m_writer.reset();
     m_rows.reset();
 }
 
@@ -331,7 +342,7 @@ std::unique_ptr<Recordset> openRecordset(const std::weak_ptr<SessionLease>& leas
     const QString text = statement->text;
     return withStatement(text, [&] {
         if (statement->translation.kind != StatementKind::Select) {
-            throw DbError(dberror::kSyntax, u"The statement gives no rows."_s);
+            throw dbError(DbFault::ActionOpened);
         }
         auto rows = std::make_shared<RowSet>(openSession(lease), std::move(statement),
                                              std::move(parameters));

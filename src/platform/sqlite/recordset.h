@@ -45,20 +45,15 @@ public:
     void Close() override;
 
 private:
-    enum class Writing
-    {
-        Nothing,
-        NewRow,
-        CurrentRow
-    };
-
     /// \throws DbError kObjectClosed when the database was closed
     [[nodiscard]] Session& session() const;
     [[nodiscard]] RowSet& rows() const;
     [[nodiscard]] const Row& currentRow() const;
     [[nodiscard]] const ResultColumn& column(int index) const;
-    [[nodiscard]] Value newValue(int index) const;
-    void start(Writing writing);
+
+    [[nodiscard]] bool isWriting() const { return m_writer && m_writer->isStarted(); }
+
+    void start(RowWriter::Kind kind);
     void moveTo(qint64 index);
     void requireUpdatable() const;
     void writeNewRow(Session& session);
@@ -68,8 +63,7 @@ private:
     qint64 m_index = 0;             ///< -1 before the first row, size() behind the last
     qint64 m_reached = 0;           ///< indexes below it have been visited
     Bookmark m_lastModified;
-    Writing m_writing = Writing::Nothing;
-    std::unique_ptr<RowWriter> m_writer;
+    std::unique_ptr<RowWriter> m_writer; ///< of m_rows; made at the first AddNew or Edit
 };
 
 /// Runs a statement that gives rows. \throws DbError kSyntax for one that gives none

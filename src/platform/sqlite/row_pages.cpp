@@ -4,7 +4,7 @@
 
 namespace melovane::sqlite {
 
-Row* RowPages::find(qint64 row)
+std::vector<Row>* RowPages::page(qint64 row)
 {
     const qint64 first = row - row % kPageRows;
     const auto page = std::find_if(m_pages.begin(), m_pages.end(),
@@ -13,7 +13,13 @@ Row* RowPages::find(qint64 row)
         return nullptr;
     }
     m_pages.splice(m_pages.begin(), m_pages, page);
-    return &page->rows[std::size_t(row - first)];
+    return &page->rows;
+}
+
+Row* RowPages::find(qint64 row)
+{
+    std::vector<Row>* rows = page(row);
+    return rows ? &(*rows)[std::size_t(row % kPageRows)] : nullptr;
 }
 
 std::vector<Row>& RowPages::add(qint64 first, qint64 count)

@@ -25,11 +25,14 @@ struct Row
 class RowPages
 {
 public:
-    /// Rows of a page: somewhat more than a window shows.
-    static constexpr qint64 kPageRows = 64;
+    /// Rows of a page: few, because a look that begins or ends inside one reads it all.
+    static constexpr qint64 kPageRows = 8;
 
     /// The row's place in a kept page, or null.
     [[nodiscard]] Row* find(qint64 row);
+
+    /// The kept page that holds the row, or null.
+    [[nodiscard]] std::vector<Row>* page(qint64 row);
 
     /// Makes a page for the rows [first, first + count), all Unknown, and returns them. `first` is
     /// a multiple of kPageRows.
@@ -38,7 +41,7 @@ public:
     void clear() { m_pages.clear(); }
 
 private:
-    static constexpr std::size_t kMostPages = 8;
+    static constexpr std::size_t kMostPages = 64;
 
     struct Page
     {

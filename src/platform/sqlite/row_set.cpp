@@ -4,11 +4,22 @@
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
 
+#include <algorithm>
+#include <optional>
+
 namespace melovane::sqlite {
 
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
+
+/// The row ids in the present row of a statement.
+void appendKeys(const Statement& statement, KeyList& keys)
+{
+    for (int table = 0; table < keys.width(); ++table) {
+        keys.append(statement.isNull(table) ? kNoRow : statement.number(table));
+    }
+}
 
 void readCells(const Statement& statement,
                int firstColumn,
@@ -31,9 +42,6 @@ RowSet::RowSet(Session& session,
     : m_statement(std::move(statement))
     , m_parameters(std::move(parameters))
 {
-    for (int i = int(columns().size()) - 1; i >= 0; --i) {
-        m_columnIndexes.insert(nameKey(columns()[std::size_t(i)].field.Name), i);
-    }
     m_epoch = session.epoch();
     if (!isKeyed()) {
         if (const auto count = session.indexedCount(*m_statement)) {
@@ -49,13 +57,9 @@ RowSet::RowSet(Session& session,
     const int width = int(m_statement->translation.tables.size());
     auto keys = std::make_shared<KeyList>(width);
     readKeys(session, *keys);
+    keys->shrink();
     m_keys = std::move(keys);
     m_added = KeyList(width);
-}
-
-int RowSet::columnIndex(QStringView name) const
-{
-    return m_columnIndexes.value(nameKey(name), -1);
 }
 
 qint64 RowSet::size() const
@@ -156,16 +160,21 @@ qint64 RowSet::append(Session& session, int table, qint64 key)
         m_added.append(key);
         return size() - 1;
     }
-    // Which rows of the other tables belong to it, only the join itself can tell.
-    KeyList fresh(m_added.width());
-    readKeys(session, fresh);
-    const qint64 row = fresh.rowOf(key, table);
-    if (row < 0) {
+    // Which rows of the other tables belong to it, only the join itself can tell. SQLite takes the
+    // condition into the join, so that this is a search by key and no walk through all rows.
+    QStringList names;
+    for (int i = 0; i < m_added.width(); ++i) {
+        names.append(u"k%1"_s.arg(i));
+    }
+    const auto statement = session.connection().statements().take(
+        u"WITH k("_s + names.join(u',') + u") AS ("_s + m_statement->translation.keySql +
+        u") SELECT * FROM k WHERE k%1=?%2 LIMIT 1"_s.arg(table).arg(m_parameters.size() + 1));
+    statement->bindAll(m_parameters);
+    statement->bind(int(m_parameters.size()) + 1, Value(key));
+    if (!statement->step()) {
         return -1;
     }
-    for (int i = 0; i < m_added.width(); ++i) {
-        m_added.append(fresh.keyAt(row, i));
-    }
+    appendKeys(*statement, m_added);
     return size() - 1;
 }
 
@@ -190,9 +199,7 @@ void RowSet::readKeys(Session& session, KeyList& keys) const
                                                                   m_statement->seenAgain);
     statement->bindAll(m_parameters);
     while (statement->step()) {
-        for (int table = 0; table < keys.width(); ++table) {
-            keys.append(statement->isNull(table) ? kNoRow : statement->number(table));
-        }
+        appendKeys(*statement, keys);
     }
 }
 
@@ -206,24 +213,27 @@ void RowSet::readRows(Session& session)
     }
 }
 
-/// Fetches a whole page at the first look, later only what was forgotten of it.
+/// Fetches from the row on what is not known of its page: a look mostly goes on to the next row.
 void RowSet::fetch(Session& session, qint64 index)
 {
-    const auto statement = session.connection().statements().take(m_statement->translation.rowSql);
-    if (Row* row = m_pages.find(index)) {
-        fetchInto(*statement, index, *row);
-        return;
-    }
+    session.requireReadable(*m_statement);
     const qint64 first = index - index % RowPages::kPageRows;
-    std::vector<Row>& rows = m_pages.add(first, std::min(RowPages::kPageRows, size() - first));
-    if (index >= m_keys->count()) {
-        // Added rows are looked at one by one, right after each was written.
-        fetchInto(*statement, index, rows[std::size_t(index - first)]);
-        return;
+    std::vector<Row>* const kept = m_pages.page(index);
+    std::vector<Row>& rows =
+        kept ? *kept : m_pages.add(first, std::min(RowPages::kPageRows, size() - first));
+    const auto begin = rows.begin() + std::ptrdiff_t(index - first);
+    // Added rows are looked at one by one, right after each was written.
+    const auto end =
+        index >= m_keys->count() ? begin + 1 : std::find_if(begin, rows.end(), [](const Row& row) {
+            return row.state != Row::State::Unknown;
+        });
+    const auto statement = session.connection().statements().take(m_statement->translation.rowSql);
+    std::optional<ReadScope> scope;
+    if (end - begin > 1) {
+        scope.emplace(session.connection());
     }
-    const ReadScope scope(session.connection());
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        fetchInto(*statement, first + qint64(i), rows[i]);
+    for (auto row = begin; row != end; ++row) {
+        fetchInto(*statement, index + (row - begin), *row);
     }
 }
 

@@ -33,7 +33,10 @@ public:
     }
 
     /// Index of a column by name without regard to case, or -1.
-    [[nodiscard]] int columnIndex(QStringView name) const;
+    [[nodiscard]] int columnIndex(QStringView name) const
+    {
+        return m_statement->columns.find(name);
+    }
 
     [[nodiscard]] bool isKeyed() const { return m_statement->translation.keyed; }
 
@@ -81,7 +84,6 @@ private:
 
     std::shared_ptr<const Prepared> m_statement;
     std::vector<Value> m_parameters;
-    QHash<QString, int> m_columnIndexes;
     std::shared_ptr<const KeySource> m_keys;
     KeyList m_added{1};
     std::vector<Row> m_rows;       ///< sets that are not keyed

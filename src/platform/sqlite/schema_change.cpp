@@ -1,5 +1,6 @@
 #include "platform/sqlite/schema_change.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
 #include "platform/sqlite/table_maker.h"
@@ -24,7 +25,7 @@ void checkName(const QString& name)
         return sign < u' ' || forbidden.contains(sign);
     });
     if (name.trimmed().isEmpty() || name.size() > kLongestName || ours || bad) {
-        throw DbError(dberror::kSyntax, u"Not a valid name: \"%1\"."_s.arg(name));
+        throw dbError(DbFault::NameInvalid, name);
     }
 }
 
@@ -48,8 +49,7 @@ FieldDef& requireField(TableDef& table, const QString& name)
     if (FieldDef* field = fieldOf(table, name)) {
         return *field;
     }
-    throw DbError(dberror::kItemNotFound,
-                  u"The table %1 has no column %2."_s.arg(table.Name, name));
+    throw dbError(DbFault::FieldNotThere, name, table.Name);
 }
 
 void checkFields(const TableDef& table)
@@ -59,17 +59,15 @@ void checkFields(const TableDef& table)
     for (const FieldDef& field : table.Fields) {
         checkName(field.Name);
         if (names.contains(nameKey(field.Name))) {
-            throw DbError(dberror::kObjectExists,
-                          u"The column %1 stands twice in %2."_s.arg(field.Name, table.Name));
+            throw dbError(DbFault::FieldTwice, field.Name, table.Name);
         }
         names.insert(nameKey(field.Name));
         if (isAutoNumber(field) && (++autoNumbers > 1 || field.Type != FieldType::Long)) {
-            throw DbError(dberror::kSyntax,
-                          u"A table has at most one auto-number, and it is a Long."_s);
+            throw dbError(DbFault::AutoNumberWrong, table.Name);
         }
     }
     if (names.isEmpty()) {
-        throw DbError(dberror::kSyntax, u"The table %1 has no columns."_s.arg(table.Name));
+        throw dbError(DbFault::NoFields, table.Name);
     }
 }
 
@@ -80,13 +78,15 @@ void checkIndexes(TableDef& table)
     int keys = 0;
     for (IndexDef& index : table.Indexes) {
         checkName(index.Name);
-        if (names.contains(nameKey(index.Name)) || (index.Primary && ++keys > 1)) {
-            throw DbError(dberror::kObjectExists,
-                          u"The index %1 stands twice in %2."_s.arg(index.Name, table.Name));
+        if (names.contains(nameKey(index.Name))) {
+            throw dbError(DbFault::IndexTwice, index.Name, table.Name);
+        }
+        if (index.Primary && ++keys > 1) {
+            throw dbError(DbFault::PrimaryTwice, table.Name);
         }
         names.insert(nameKey(index.Name));
         if (index.Fields.isEmpty()) {
-            throw DbError(dberror::kSyntax, u"The index %1 has no columns."_s.arg(index.Name));
+            throw dbError(DbFault::IndexWithoutFields, index.Name, table.Name);
         }
         for (QString& field : index.Fields) {
             field = requireField(table, field).Name;
@@ -120,7 +120,7 @@ void SchemaChange::createLink(const TableDef& link)
 {
     checkName(link.Name);
     if (pathOfConnect(link.Connect).isEmpty()) {
-        throw DbError(dberror::kSyntax, u"The link %1 names no file."_s.arg(link.Name));
+        throw dbError(DbFault::LinkWithoutFile, link.Name);
     }
     change([&] {
         requireFree(link.Name);
@@ -212,8 +212,7 @@ void SchemaChange::dropColumn(const QString& table, const QString& name)
         const QString spelled = requireField(after, name).Name;
         for (const IndexDef& index : before.Indexes) {
             if (index.Fields.contains(spelled)) {
-                throw DbError(dberror::kOther,
-                              u"The index %1 needs the column %2."_s.arg(index.Name, spelled));
+                throw dbError(DbFault::FieldInIndex, spelled, index.Name);
             }
         }
         std::erase_if(after.Fields, [&](const FieldDef& f) { return f.Name == spelled; });
@@ -247,12 +246,17 @@ void SchemaChange::dropIndex(const QString& table, const QString& name)
                 TableDef after = before;
                 std::erase_if(after.Indexes,
                               [&](const IndexDef& other) { return other.Name == index.Name; });
+                if (index.Primary) {
+                    // They refused nulls for the sake of the key.
+                    for (const QString& field : index.Fields) {
+                        requireField(after, field).Required = false;
+                    }
+                }
                 TableMaker(m_connection).rebuild(before, after);
                 return;
             }
         }
-        throw DbError(dberror::kItemNotFound,
-                      u"The table %1 has no index %2."_s.arg(before.Name, name));
+        throw dbError(DbFault::IndexNotThere, name, before.Name);
     });
 }
 
@@ -278,8 +282,7 @@ void SchemaChange::change(const std::function<void()>& work)
 void SchemaChange::requireFree(const QString& name)
 {
     if (m_catalogue.object(name)) {
-        throw DbError(dberror::kObjectExists,
-                      u"A table or query of that name exists already: %1."_s.arg(name));
+        throw dbError(DbFault::NameTaken, name);
     }
 }
 
@@ -287,7 +290,7 @@ const CatalogueObject& SchemaChange::require(const QString& name, bool query)
 {
     const CatalogueObject* object = m_catalogue.object(name);
     if (!object || (object->kind == CatalogueObject::Kind::Query) != query) {
-        throw DbError(dberror::kItemNotFound, u"Item not found in this collection: %1"_s.arg(name));
+        throw dbError(DbFault::ItemNotFound, name);
     }
     return *object;
 }
@@ -296,11 +299,10 @@ TableDef SchemaChange::localTable(const QString& name)
 {
     const CatalogueObject* object = m_catalogue.object(name);
     if (!object || object->kind == CatalogueObject::Kind::Query) {
-        throw DbError(dberror::kObjectNotFound, u"The table is not there: %1."_s.arg(name));
+        throw dbError(DbFault::SourceNotFound, name);
     }
     if (object->kind == CatalogueObject::Kind::Link) {
-        throw DbError(dberror::kReadOnly,
-                      u"The table %1 belongs to another file and is changed there."_s.arg(name));
+        throw dbError(DbFault::TableOfOtherFile, name);
     }
     return m_catalogue.table(*object);
 }

@@ -1,5 +1,6 @@
 #include "platform/sqlite/session.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 
 #include <sqlite3.h>
@@ -55,8 +56,18 @@ Session::Session(const QString& path,
 
 Catalogue& Session::catalogue()
 {
-    m_catalogue.refresh();
+    refreshCatalogue();
     return m_catalogue;
+}
+
+void Session::refreshCatalogue()
+{
+    // Inside a transaction nobody else changes the file; once is enough there.
+    const qint64 transaction = m_transactions.isOpen() ? m_transactions.number() : 0;
+    if (transaction == 0 || transaction != m_refreshedIn) {
+        m_catalogue.refresh();
+        m_refreshedIn = transaction;
+    }
 }
 
 SchemaChange Session::schemaChange()
@@ -67,7 +78,7 @@ SchemaChange Session::schemaChange()
 std::shared_ptr<const Prepared> Session::translate(const QString& text, bool allowParameters)
 {
     return withStatement(text, [&]() -> std::shared_ptr<const Prepared> {
-        m_catalogue.refresh();
+        refreshCatalogue();
         const QString key = (allowParameters ? u'p' : u'-') + text;
         if (const auto found = m_prepared.constFind(key);
             found != m_prepared.cend() && isCurrent(**found)) {
@@ -92,6 +103,12 @@ std::shared_ptr<Prepared> Session::makePrepared(const QString& text, bool allowP
     made->text = text;
     made->translation =
         sqlite::translate(text, NotingSource(m_catalogue, schemas), allowParameters);
+    for (const ResultColumn& column : made->translation.columns) {
+        made->columns.add(column.field.Name);
+    }
+    for (const ParameterDef& parameter : made->translation.parameters) {
+        made->parameters.add(parameter.Name);
+    }
     made->catalogueVersion = m_catalogue.version();
     if (m_index && isOfSearchedTable(made->translation)) {
         made->search =
@@ -101,6 +118,12 @@ std::shared_ptr<Prepared> Session::makePrepared(const QString& text, bool allowP
         made->sideFiles.emplace_back(schema, m_attachments.versionOf(schema));
     }
     return made;
+}
+
+bool Session::holds(const Prepared& statement)
+{
+    refreshCatalogue();
+    return isCurrent(statement);
 }
 
 /// A cheap look at what the column index may be asked for.
@@ -135,10 +158,18 @@ bool Session::isCurrent(const Prepared& statement)
                        });
 }
 
+void Session::requireReadable(const Prepared& statement)
+{
+    for (const auto& [schema, version] : statement.sideFiles) {
+        m_attachments.lockForTransaction(schema);
+    }
+}
+
 int Session::execute(const Prepared& statement, const std::vector<Value>& parameters)
 {
     return withStatement(statement.text, [&] {
         const Translation& translation = statement.translation;
+        requireWritable();
         nextEpoch();
         if (translation.kind == StatementKind::MakeTable) {
             return makeTable(translation, parameters);
@@ -148,7 +179,7 @@ int Session::execute(const Prepared& statement, const std::vector<Value>& parame
             return 0;
         }
         if (translation.kind == StatementKind::Select) {
-            throw DbError(dberror::kSyntax, u"A statement that gives rows cannot be executed."_s);
+            throw dbError(DbFault::SelectExecuted);
         }
         // One statement is one change by itself, and it takes its write lock before it reads.
         const auto action = m_connection.statements().take(translation.sql, statement.seenAgain);
@@ -191,9 +222,21 @@ qint64 Session::dataVersion()
     return m_foreignChanges;
 }
 
+void Session::rollback() noexcept
+{
+    m_transactions.rollback();
+    // What was written is gone again, tables and queries too.
+    m_catalogue.invalidate();
+    nextEpoch();
+}
+
 void Session::settle() noexcept
 {
+    const bool wasOpen = m_connection.inTransaction();
     m_transactions.rollbackAll();
+    if (wasOpen) {
+        m_catalogue.invalidate();
+    }
     nextEpoch();
 }
 
@@ -201,7 +244,7 @@ Session& openSession(const std::weak_ptr<SessionLease>& lease)
 {
     const std::shared_ptr<SessionLease> open = lease.lock();
     if (!open) {
-        throw DbError(dberror::kObjectClosed, u"The database was closed."_s);
+        throw dbError(DbFault::DatabaseClosed);
     }
     return open->session();
 }

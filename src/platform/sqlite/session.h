@@ -2,6 +2,7 @@
 
 #include "platform/sqlite/catalogue.h"
 #include "platform/sqlite/column_index.h"
+#include "platform/sqlite/name_index.h"
 #include "platform/sqlite/schema_change.h"
 #include "platform/sqlite/transactions.h"
 
@@ -12,6 +13,8 @@ struct Prepared
 {
     QString text; ///< as the caller wrote it
     Translation translation;
+    NameIndex columns;    ///< numbers of the result columns
+    NameIndex parameters; ///< numbers of the parameters
     /// Side files that it names: schema and its version when it was translated.
     std::vector<std::pair<QString, qint64>> sideFiles;
     qint64 catalogueVersion = 0;
@@ -47,6 +50,15 @@ public:
     [[nodiscard]] std::shared_ptr<const Prepared> translate(const QString& text,
                                                             bool allowParameters);
 
+    /// True when the statement can still be run as it was translated.
+    [[nodiscard]] bool holds(const Prepared& statement);
+
+    /// To be called before rows of a statement are read that was translated some time ago.
+    void requireReadable(const Prepared& statement);
+
+    /// To be called before each change. \throws DbError when it must not be made now
+    void requireWritable() { m_transactions.requireWritable(); }
+
     /// Runs an action statement as one change. \return rows touched
     int execute(const Prepared& statement, const std::vector<Value>& parameters);
 
@@ -67,10 +79,14 @@ public:
 
     void setIndexMark(const IndexMark& mark) { m_indexMark = mark; }
 
+    /// Undoes the innermost transaction, if there is one.
+    void rollback() noexcept;
+
     /// Undoes what is open; for giving the session to the next user.
     void settle() noexcept;
 
 private:
+    void refreshCatalogue();
     [[nodiscard]] bool isCurrent(const Prepared& statement);
     [[nodiscard]] bool isOfSearchedTable(const Translation& translation) const;
     /// A new table and its rows as one change. \return rows
@@ -86,6 +102,7 @@ private:
     IndexMark m_indexMark;
     QHash<QString, std::shared_ptr<Prepared>> m_prepared;
     qint64 m_epoch = 0;
+    qint64 m_refreshedIn = 0; ///< number of the transaction in which the catalogue was looked at
     qint64 m_mainVersion = -1;
     qint64 m_sideVersion = 0;
     qint64 m_foreignChanges = 0;

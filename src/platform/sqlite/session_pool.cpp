@@ -9,10 +9,11 @@ namespace {
 /// Operations inside operations need a second session of the same file, hardly a third.
 constexpr int kWaitingPerFile = 2;
 
-/// False when the file was replaced or removed since the session opened it.
-bool isUpToDate(Session& session)
+/// False when the file was replaced or removed since the session opened it, or the session could
+/// not be brought to rest.
+bool isUsable(Session& session)
 {
-    return fileId(session.connection().path()) == session.connection().id();
+    return session.connection().isCurrent() && !session.connection().inTransaction();
 }
 
 } // namespace
@@ -36,7 +37,7 @@ std::shared_ptr<SessionLease> SessionPool::open(const QString& path)
 
 std::unique_ptr<Session> SessionPool::takeWaiting(const QString& path)
 {
-    m_waiting.remove_if([](const auto& waiting) { return !isUpToDate(*waiting); });
+    m_waiting.remove_if([](const auto& waiting) { return !isUsable(*waiting); });
     for (auto waiting = m_waiting.begin(); waiting != m_waiting.end(); ++waiting) {
         if ((*waiting)->connection().path() == path) {
             std::unique_ptr<Session> session = std::move(*waiting);
@@ -50,7 +51,7 @@ std::unique_ptr<Session> SessionPool::takeWaiting(const QString& path)
 void SessionPool::giveBack(std::unique_ptr<Session> session)
 {
     session->settle();
-    if (!isUpToDate(*session)) {
+    if (!isUsable(*session)) {
         return;
     }
     const QString path = session->connection().path();
@@ -103,8 +104,12 @@ bool SessionPool::loadSlice(const QString& path, ColumnIndex& index)
 void SessionPool::release(const QString& path)
 {
     m_indexes.remove(path);
+    const std::optional<FileId> file = fileId(path);
     m_waiting.remove_if([&](const auto& waiting) {
-        return waiting->connection().path() == path || waiting->attachments().holds(path);
+        Connection& connection = waiting->connection();
+        // The same file may have been opened by another name.
+        return connection.path() == path || connection.id() == file ||
+               (file && waiting->attachments().holds(*file)) || !connection.isCurrent();
     });
 }
 

@@ -1,12 +1,13 @@
 #include "platform/sqlite/sqlite_engine.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/backup.h"
 #include "platform/sqlite/database.h"
 #include "platform/sqlite/session_pool.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/system/clock.h"
 
-#include <QFile>
+#include <QDir>
 #include <QFileInfo>
 
 namespace melovane::sqlite {
@@ -17,12 +18,16 @@ using namespace Qt::Literals::StringLiterals;
 
 QString fullPath(const QString& name)
 {
-    return QFileInfo(name).absoluteFilePath();
+    return QDir::cleanPath(QFileInfo(name).absoluteFilePath());
 }
 
 ConnectionOptions connectionOptions(const Clock& clock, const EngineOptions& options)
 {
-    return {options.busyTimeout, [&clock] { return clock.now(); }};
+    ConnectionOptions result{options.busyTimeout, [&clock] { return clock.now(); }};
+    if (options.sharesMemory) {
+        result.sharesMemory = options.sharesMemory;
+    }
+    return result;
 }
 
 class SqliteEngine : public DBEngine, public Workspace
@@ -50,7 +55,7 @@ public:
     [[nodiscard]] Workspace& Workspaces(int index) override
     {
         if (index != 0) {
-            throw DbError(dberror::kItemNotFound, u"There is only workspace 0."_s);
+            throw dbError(DbFault::WorkspaceNotFound, QString::number(index));
         }
         return *this;
     }
@@ -58,7 +63,8 @@ public:
     [[nodiscard]] std::unique_ptr<Database>
     CreateDatabase(const QString& name, [[maybe_unused]] const QString& locale) override
     {
-        createDatabaseFile(fullPath(name));
+        const QString path = fullPath(name);
+        createDatabaseFile(path, m_pool->options().sharesMemory(QFileInfo(path).path()));
         return OpenDatabase(name);
     }
 

@@ -4,6 +4,7 @@
 #include "platform/sqlite/column_index.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace melovane {
@@ -22,6 +23,9 @@ struct EngineOptions
     /// Runs work from the message loop, a few milliseconds at a time, until it returns false: how a
     /// large library comes into memory. Without it the first search waits for that.
     std::function<void(std::function<bool()> work)> whenIdle = {};
+    /// False for files on a network, where programs share no memory and WAL cannot be used. Empty:
+    /// the kind of file system decides.
+    std::function<bool(const QString& path)> sharesMemory = {};
 };
 
 /// The database engine of the suite over SQLite. `clock` gives `now`; it outlives the engine.

@@ -1,6 +1,11 @@
 #include "platform/sqlite/sqlite_error.h"
 
+#include "platform/db/db_fault.h"
+#include "platform/sqlite/columns.h"
 #include "platform/sqlite/functions.h"
+#include "platform/sqlite/statement.h"
+
+#include <QFile>
 
 #include <sqlite3.h>
 
@@ -24,20 +29,42 @@ constexpr QLatin1StringView kOwnErrorMark(kErrorMark, sizeof(kErrorMark) - 1);
     throw DbError(isNumber ? number : dberror::kOther, message.mid(colon + 1));
 }
 
-[[noreturn]] void throwConstraint(int code, const QString& message)
+/// True when the column named "table.column" belongs to the primary key of its table, in whichever
+/// open file that lies.
+bool isKeyColumn(sqlite3* connection, const QString& place)
+{
+    const QString table = place.section(u'.', 0, 0);
+    // The order of the three is told, because SQLite does not always find the one that works.
+    Statement statement(connection, u"SELECT 1 FROM pragma_database_list AS d"
+                                    " CROSS JOIN pragma_index_list(?1, d.name) AS i"
+                                    " CROSS JOIN pragma_index_info(i.name, d.name) AS c"
+                                    " WHERE substr(i.name, 1, length(?2)) = ?2 AND c.name = ?3"_s);
+    statement.bindAll({Value(table), Value(table + u"|P|"_s), Value(place.section(u'.', 1))});
+    return statement.step();
+}
+
+/// The message of a failed check is the name of its constraint, see columnClause().
+[[noreturn]] void throwCheck(const QString& constraint)
+{
+    if (constraint.endsWith(kZeroLengthMark)) {
+        throw dbError(DbFault::TextEmpty, constraint.chopped(qsizetype(kZeroLengthMark.size())));
+    }
+    throw dbError(DbFault::TextTooLong, constraint);
+}
+
+[[noreturn]] void throwConstraint(sqlite3* connection, int code, const QString& message)
 {
     const QString place = message.mid(message.indexOf(u": "_s) + 2);
     switch (code) {
     case SQLITE_CONSTRAINT_UNIQUE:
     case SQLITE_CONSTRAINT_PRIMARYKEY:
     case SQLITE_CONSTRAINT_ROWID:
-        throw DbError(dberror::kDuplicateKey,
-                      u"The change would give two rows the same key (%1)."_s.arg(place));
+        throw dbError(DbFault::DuplicateKey, place);
     case SQLITE_CONSTRAINT_NOTNULL:
-        throw DbError(dberror::kNullInKey, u"The column %1 must have a value."_s.arg(place));
+        throw dbError(isKeyColumn(connection, place) ? DbFault::KeyNull : DbFault::ValueRequired,
+                      place);
     case SQLITE_CONSTRAINT_CHECK:
-        throw DbError(dberror::kFieldTooSmall,
-                      u"The text is too long for the column %1."_s.arg(place));
+        throwCheck(place);
     }
     throw DbError(dberror::kOther, message);
 }
@@ -45,10 +72,21 @@ constexpr QLatin1StringView kOwnErrorMark(kErrorMark, sizeof(kErrorMark) - 1);
 [[noreturn]] void throwGeneral(const QString& message)
 {
     if (message.startsWith("no such table"_L1)) {
-        throw DbError(dberror::kObjectNotFound, u"The table or query is not there: %1."_s.arg(
-                                                    message.mid(message.indexOf(u": "_s) + 2)));
+        throw dbError(DbFault::SourceNotFound, message.mid(message.indexOf(u": "_s) + 2));
     }
     throw DbError(dberror::kOther, message);
+}
+
+/// What a failure may concern: SQLite does not say which of its files it was.
+QString filesOf(sqlite3* connection)
+{
+    const char* name = connection ? sqlite3_db_filename(connection, "main") : nullptr;
+    QString files = QFile::decodeName(name);
+    constexpr int kFirstAttached = 2; // behind "main" and "temp"
+    if (connection && sqlite3_db_name(connection, kFirstAttached)) {
+        files += u" (oder eine verknüpfte Datei)"_s;
+    }
+    return files;
 }
 
 } // namespace
@@ -62,25 +100,27 @@ void throwError(sqlite3* connection, int code)
     }
     switch (code & 0xFF) {
     case SQLITE_CONSTRAINT:
-        throwConstraint(code, message);
+        throwConstraint(connection, code, message);
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        throw DbError(dberror::kLocked, u"The database is in use by another program."_s);
+    case SQLITE_PROTOCOL:
+        throw dbError(DbFault::FileLocked, filesOf(connection));
     case SQLITE_NOTADB:
-        throw DbError(dberror::kUnrecognisedFormat, u"The file is not a database."_s);
+        throw dbError(DbFault::FileIsNoDatabase, filesOf(connection));
     case SQLITE_CORRUPT:
-        throw DbError(dberror::kCorrupt, u"The database file is damaged (%1)."_s.arg(message));
+        throw dbError(DbFault::FileDamaged, filesOf(connection), message);
     case SQLITE_CANTOPEN:
-        throw DbError(dberror::kCannotOpen, u"The database file cannot be opened."_s);
+        throw dbError(DbFault::FileCannotBeOpened, filesOf(connection), message);
     case SQLITE_READONLY:
-        throw DbError(dberror::kReadOnly, u"The database is read only."_s);
+        throw dbError(DbFault::FileReadOnly, filesOf(connection));
     case SQLITE_FULL:
-        throw DbError(dberror::kDiskFull, u"The disk is full."_s);
+        throw dbError(DbFault::DiskFull, filesOf(connection));
     case SQLITE_IOERR:
-        throw DbError(dberror::kDiskError,
-                      u"Reading or writing the file failed (%1)."_s.arg(message));
+        throw dbError(DbFault::DiskError, filesOf(connection), message);
+    case SQLITE_NOMEM:
+        throw dbError(DbFault::OutOfMemory);
     case SQLITE_MISMATCH:
-        throw DbError(dberror::kTypeMismatch, u"A value does not fit the type of its column."_s);
+        throw dbError(DbFault::RowNumberMismatch);
     }
     throwGeneral(message);
 }

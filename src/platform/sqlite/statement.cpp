@@ -1,5 +1,6 @@
 #include "platform/sqlite/statement.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
 #include "platform/system/text_number.h"
@@ -98,7 +99,7 @@ Statement::Statement(sqlite3* connection, const QString& sql)
     }
     if (!m_statement || !QByteArray(tail).trimmed().isEmpty()) {
         sqlite3_finalize(m_statement);
-        throw DbError(dberror::kSyntax, u"Exactly one statement is expected."_s);
+        throw dbError(DbFault::OneStatementOnly);
     }
 }
 
@@ -113,9 +114,7 @@ void Statement::bind(int parameter, const Value& value)
     if (value.isNull()) {
         code = sqlite3_bind_null(m_statement, parameter);
     } else if (value.isText()) {
-        const QByteArray bytes = toBytes(value.toText());
-        code = sqlite3_bind_text64(m_statement, parameter, bytes.constData(),
-                                   sqlite3_uint64(bytes.size()), SQLITE_TRANSIENT, SQLITE_UTF8);
+        bindText(parameter, value.toText());
     } else if (value.isDouble() || value.isDate()) {
         code = sqlite3_bind_double(m_statement, parameter, value.toDouble());
     } else if (value.isBool()) {
@@ -123,6 +122,22 @@ void Statement::bind(int parameter, const Value& value)
     } else {
         code = sqlite3_bind_int64(m_statement, parameter, value.toInt64());
     }
+    if (code != SQLITE_OK) {
+        throwError(m_connection, code);
+    }
+}
+
+/// The bytes stay here while SQLite may read them, which saves it a copy of its own.
+void Statement::bindText(int parameter, const QString& text)
+{
+    const auto place = std::size_t(parameter - 1);
+    if (m_texts.size() <= place) {
+        m_texts.resize(place + 1);
+    }
+    QByteArray bytes = toBytes(text);
+    const int code = sqlite3_bind_text64(m_statement, parameter, bytes.constData(),
+                                         sqlite3_uint64(bytes.size()), SQLITE_STATIC, SQLITE_UTF8);
+    m_texts[place] = std::move(bytes);
     if (code != SQLITE_OK) {
         throwError(m_connection, code);
     }
@@ -171,6 +186,7 @@ void Statement::reset()
 void Statement::clearBindings()
 {
     sqlite3_clear_bindings(m_statement);
+    std::fill(m_texts.begin(), m_texts.end(), QByteArray());
 }
 
 int Statement::columnCount() const
@@ -191,6 +207,9 @@ qint64 Statement::number(int column) const
 QString Statement::text(int column) const
 {
     const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
+    if (!bytes && sqlite3_errcode(m_connection) == SQLITE_NOMEM) {
+        throwError(m_connection, SQLITE_NOMEM); // not an empty text that would be written back
+    }
     return bytes ? fromBytes(bytes, sqlite3_column_bytes(m_statement, column)) : QString();
 }
 

@@ -2,10 +2,12 @@
 
 #include "platform/db/definitions.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <list>
 #include <memory>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -22,6 +24,7 @@ public:
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
 
+    /// The value is kept until the next bind or clearBindings().
     void bind(int parameter, const Value& value);
     /// Binds the cell of another statement's present row as it stands.
     void bindCell(int parameter, const Statement& source, int column);
@@ -49,8 +52,11 @@ public:
     [[nodiscard]] Value plainValue(int column) const;
 
 private:
+    void bindText(int parameter, const QString& text);
+
     sqlite3* m_connection;
     sqlite3_stmt* m_statement = nullptr;
+    std::vector<QByteArray> m_texts; ///< of the parameters, from 0; SQLite reads them from here
 };
 
 /// Keeps the statements of a connection that are likely to run again.

@@ -32,7 +32,7 @@ QString createTableSql(const TableDef& table, const QString& name)
         columns.append(quotedName(kRowColumn) + u" INTEGER PRIMARY KEY AUTOINCREMENT"_s);
     }
     for (const FieldDef& field : table.Fields) {
-        columns.append(columnClause(field, inPrimaryKey(table, field.Name)));
+        columns.append(columnClause(table.Name, field, inPrimaryKey(table, field.Name)));
     }
     return u"CREATE TABLE main.%1(%2)"_s.arg(quotedName(name), columns.join(u", "_s));
 }

@@ -107,18 +107,6 @@ readIndexes(Connection& connection, const QString& schema, const QString& table)
     return indexes;
 }
 
-/// Columns of the primary key refuse nulls by being part of it.
-void clearRequiredOfKeys(TableDef& table)
-{
-    for (const IndexDef& index : table.Indexes) {
-        for (FieldDef& field : table.Fields) {
-            if (index.Primary && index.Fields.contains(field.Name, Qt::CaseInsensitive)) {
-                field.Required = false;
-            }
-        }
-    }
-}
-
 } // namespace
 
 std::optional<TableDef>
@@ -131,7 +119,6 @@ readTable(Connection& connection, const QString& schema, const QString& name)
     }
     table.Fields = readFields(connection, schema, table.Name);
     table.Indexes = readIndexes(connection, schema, table.Name);
-    clearRequiredOfKeys(table);
     return table;
 }
 

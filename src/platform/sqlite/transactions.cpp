@@ -1,5 +1,6 @@
 #include "platform/sqlite/transactions.h"
 
+#include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 
 #include <sqlite3.h>
@@ -17,44 +18,79 @@ QString savepoint(int depth)
 
 } // namespace
 
+Transactions::Transactions(Connection& connection)
+    : m_connection(connection)
+    , m_rollback(connection.handle(), u"ROLLBACK"_s)
+{}
+
 void Transactions::begin()
 {
-    if (m_depth == 0) {
-        m_connection.run(u"BEGIN IMMEDIATE"_s);
-    } else {
+    requireWritable();
+    if (m_depth > 0) {
         m_connection.run(u"SAVEPOINT "_s + savepoint(m_depth));
+    } else {
+        m_connection.statements().take(u"BEGIN"_s)->run();
+        try {
+            m_connection.lock(u"main"_s);
+            ++m_number;
+        } catch (const DbError&) {
+            undoEverything();
+            throw;
+        }
     }
     ++m_depth;
+}
+
+void Transactions::requireWritable()
+{
+    if (m_depth > 0) {
+        // Whether the file is still the one that was opened, commit() asks again.
+        if (isLost()) {
+            throw dbError(DbFault::TransactionUndone);
+        }
+        return;
+    }
+    if (m_connection.inTransaction()) {
+        undoEverything();
+    }
+    m_connection.requireCurrent();
 }
 
 void Transactions::commit()
 {
     if (m_depth == 0) {
-        throw DbError(dberror::kOther, u"There is no transaction to commit."_s);
+        throw dbError(DbFault::NoTransaction);
     }
-    if (wasUndone()) {
-        throw DbError(dberror::kOther, u"The transaction was undone after an error."_s);
+    if (isLost()) {
+        throw dbError(DbFault::TransactionUndone);
     }
-    try {
-        m_connection.run(m_depth == 1 ? u"COMMIT"_s : u"RELEASE "_s + savepoint(m_depth - 1));
-    } catch (const DbError&) {
-        rollback();
-        throw;
+    if (m_depth > 1) {
+        m_connection.run(u"RELEASE "_s + savepoint(m_depth - 1));
+    } else {
+        m_connection.requireCurrent();
+        m_connection.statements().take(u"COMMIT"_s)->run();
     }
     --m_depth;
 }
 
 void Transactions::rollback() noexcept
 {
-    if (m_depth == 0 || wasUndone()) {
+    if (m_depth == 0) {
         return;
     }
     --m_depth;
-    const QByteArray level = savepoint(m_depth).toLatin1();
-    const QByteArray sql =
-        m_depth == 0 ? QByteArray("ROLLBACK") : "ROLLBACK TO " + level + "; RELEASE " + level;
-    // Fails only when SQLite has already undone everything itself, which is what is wanted.
-    sqlite3_exec(m_connection.handle(), sql.constData(), nullptr, nullptr, nullptr);
+    if (m_depth == 0) {
+        undoEverything();
+        m_lost = false;
+    } else if (!isLost()) {
+        const QByteArray level = savepoint(m_depth).toLatin1();
+        const QByteArray sql = "ROLLBACK TO " + level + "; RELEASE " + level;
+        if (sqlite3_exec(m_connection.handle(), sql.constData(), nullptr, nullptr, nullptr) !=
+            SQLITE_OK) {
+            m_lost = true;
+            undoEverything();
+        }
+    }
 }
 
 void Transactions::rollbackAll() noexcept
@@ -62,16 +98,26 @@ void Transactions::rollbackAll() noexcept
     while (m_depth > 0) {
         rollback();
     }
+    undoEverything();
 }
 
-/// SQLite ends a transaction by itself after a full disk and the like; then all levels are gone.
-bool Transactions::wasUndone()
+/// Fails only when SQLite has already undone everything itself, or when there is no memory at all.
+void Transactions::undoEverything() noexcept
 {
-    if (m_connection.inTransaction()) {
-        return false;
+    if (!m_connection.inTransaction()) {
+        return;
     }
-    m_depth = 0;
-    return true;
+    try {
+        m_rollback.run();
+    } catch (const DbError&) {
+        m_rollback.reset();
+    }
+}
+
+bool Transactions::isLost()
+{
+    m_lost = m_lost || !m_connection.inTransaction();
+    return m_lost;
 }
 
 } // namespace melovane::sqlite

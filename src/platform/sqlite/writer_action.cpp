@@ -1,5 +1,6 @@
 #include "platform/db/db_error.h"
 #include "platform/sqlite/binder.h"
+#include "platform/sqlite/column_defaults.h"
 
 #include <algorithm>
 
@@ -60,7 +61,9 @@ std::vector<ColumnRef> Translator::insertColumns(const Statement& statement,
     return named ? columns : all;
 }
 
-QString Translator::insertSource(const std::vector<ColumnRef>& columns, const SelectSql& rows)
+QString Translator::insertSource(const std::vector<ColumnRef>& columns,
+                                 const SelectSql& rows,
+                                 const QString& defaults)
 {
     QString list;
     for (size_t i = 0; i < columns.size(); ++i) {
@@ -70,13 +73,12 @@ QString Translator::insertSource(const std::vector<ColumnRef>& columns, const Se
         value.strength = kBindsMost;
         list += (i == 0 ? u""_s : u", "_s) + asAssigned(std::move(value), columns[i].field).text;
     }
-    return u"SELECT "_s + list + u" FROM ("_s + rows.text + u") AS s"_s;
+    return u"SELECT "_s + list + defaults + u" FROM ("_s + rows.text + u") AS s"_s;
 }
 
 void Translator::insertStatement(const Statement& statement)
 {
     m_result.kind = StatementKind::Insert;
-    m_result.queryType = QueryType::Append;
     std::vector<TableUse> tables;
     Scope target;
     target.tables = &tables;
@@ -115,9 +117,15 @@ void Translator::insertStatement(const Statement& statement)
     }
     const BaseTable base = tables[size_t(columns.front().table)].base;
     m_result.written = {base};
+    QString defaults;
+    for (const ComputedDefault& left : computedDefaults(m_names.find(base.name)->fields, seen)) {
+        names += u", "_s;
+        appendQuotedName(names, left.column);
+        defaults += u", "_s + left.sql;
+    }
     m_result.sql = u"INSERT INTO "_s + qualified(base) + u" ("_s + names + u") "_s;
     if (statement.select) {
-        m_result.sql += insertSource(columns, rows);
+        m_result.sql += insertSource(columns, rows, defaults);
         if (rows.stack + 14 > kParserStack) {
             tooComplex();
         }
@@ -133,13 +141,12 @@ void Translator::insertStatement(const Statement& statement)
         }
         m_result.sql += (i == 0 ? u""_s : u", "_s) + value.text;
     }
-    m_result.sql += u')';
+    m_result.sql += defaults + u')';
 }
 
 void Translator::updateStatement(const Statement& statement)
 {
     m_result.kind = StatementKind::Update;
-    m_result.queryType = QueryType::Update;
     std::vector<TableUse> tables;
     Scope scope;
     scope.tables = &tables;
@@ -196,7 +203,6 @@ void Translator::updateStatement(const Statement& statement)
 void Translator::deleteStatement(const Statement& statement)
 {
     m_result.kind = StatementKind::Delete;
-    m_result.queryType = QueryType::Delete;
     std::vector<TableUse> tables;
     Scope scope;
     scope.tables = &tables;

@@ -28,7 +28,8 @@ constexpr int kFirstMissing = 2;
 bool concernsOneRow(const DbError& error)
 {
     return error.number() == dberror::kFieldTooSmall || error.number() == dberror::kTypeMismatch ||
-           error.number() == dberror::kNullInKey;
+           error.number() == dberror::kNullInKey || error.number() == dberror::kRequired ||
+           error.number() == dberror::kZeroLength;
 }
 
 bool isSameFile(const FileFacts& one, const FileFacts& other)

@@ -4,6 +4,7 @@
 #include "platform/db/sql_text.h"
 #include "playlistfiles/tag_import.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace melovane {
@@ -26,14 +27,45 @@ constexpr int kNormal = 0;
 constexpr int kMissing = 2;
 constexpr int kMarkedAndMissing = 3;
 
-QString insertStatement()
+/// The dialect's word for the type of a column.
+QString typeWord(FieldType type)
 {
+    switch (type) {
+    case FieldType::Boolean:
+        return u"yesno"_s;
+    case FieldType::Long:
+        return u"long"_s;
+    case FieldType::Double:
+        return u"double"_s;
+    case FieldType::Date:
+        return u"datetime"_s;
+    case FieldType::Text:
+        return u"text"_s;
+    case FieldType::Memo:
+        return u"memo"_s;
+    }
+    return {};
+}
+
+/// Parameters whose types are told go into their columns as they are.
+QString insertStatement(const TableDef& table)
+{
+    QStringList declared;
     QStringList parameters;
     for (const QString& column : ImportedTrack::columns()) {
-        parameters.append(u"[p"_s + column + u']');
+        const QString parameter = u"[p"_s + column + u']';
+        const auto field =
+            std::find_if(table.Fields.begin(), table.Fields.end(), [&](const FieldDef& candidate) {
+                return candidate.Name.compare(column, Qt::CaseInsensitive) == 0;
+            });
+        if (field != table.Fields.end()) {
+            declared.append(parameter + u' ' + typeWord(field->Type));
+        }
+        parameters.append(parameter);
     }
-    return u"insert into db_all ("_s + ImportedTrack::columns().join(u", "_s) + u") values ("_s +
-           parameters.join(u", "_s) + u')';
+    return u"parameters "_s + declared.join(u", "_s) + u"; insert into db_all ("_s +
+           ImportedTrack::columns().join(u", "_s) + u") values ("_s + parameters.join(u", "_s) +
+           u')';
 }
 
 int delOfFoundFile(int del)
@@ -116,7 +148,7 @@ QString rowStatement(const QString& fid)
 
 IntakeLibrary::IntakeLibrary(DBEngine& engine, const QString& file)
     : m_database(engine.OpenDatabase(file))
-    , m_insert(m_database->CreateQueryDef({}, insertStatement()))
+    , m_insert(m_database->CreateQueryDef({}, insertStatement(columns())))
 {}
 
 IntakeLibrary::~IntakeLibrary()

@@ -3,12 +3,18 @@ mlv_test(engine_test LABEL logic
     SOURCES
         db/data_control_test.cpp
         sqlite/engine_catalogue_test.cpp
+        sqlite/engine_defaults_test.cpp
+        sqlite/engine_errors_test.cpp
+        sqlite/engine_files_test.cpp
         sqlite/engine_fixture.cpp sqlite/engine_fixture.h
         sqlite/engine_hostile_test.cpp
+        sqlite/engine_joins_test.cpp
+        sqlite/engine_large_set_test.cpp
         sqlite/engine_links_test.cpp
         sqlite/engine_operations_test.cpp
         sqlite/engine_recordset_test.cpp
         sqlite/engine_statements_test.cpp
+        sqlite/engine_types_test.cpp
     LINKS mlv_platform_sqlite SQLite::SQLite3)
 
 # The index in memory against SQLite alone.
@@ -20,9 +26,19 @@ mlv_test(column_index_test LABEL logic
         sqlite/engine_fixture.cpp sqlite/engine_fixture.h
     LINKS mlv_platform_sqlite mlv_sqlite_dialect SQLite::SQLite3)
 
+# The engine on a failing system and on damaged files. Longer: tools/prove_engine.sh
+mlv_test(engine_fault_test LABEL logic
+    SOURCES
+        sqlite/engine_changes.cpp sqlite/engine_changes.h
+        sqlite/engine_damage_test.cpp
+        sqlite/engine_fault_test.cpp
+        sqlite/engine_fixture.cpp sqlite/engine_fixture.h
+    LINKS mlv_platform_sqlite mlv_test_faults)
+
 # Starts itself as further processes.
 mlv_test(engine_process_test LABEL process
     SOURCES
         sqlite/engine_fixture.cpp sqlite/engine_fixture.h
         sqlite/engine_process_test.cpp
-    LINKS mlv_platform_sqlite SQLite::SQLite3)
+        sqlite/mixed_changes.cpp sqlite/mixed_changes.h
+    LINKS mlv_platform_sqlite mlv_test_faults)

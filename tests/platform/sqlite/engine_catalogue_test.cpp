@@ -88,7 +88,7 @@ TEST_F(EngineCatalogue, DefaultsReachNewRowsAndInserts)
     EXPECT_EQ(set->value(u"Date").toDateTime(), m_clock.now());
     EXPECT_EQ(set->value(u"YesNo"), Value(false));
     EXPECT_TRUE(set->value(u"id").isNull());
-    EXPECT_EQ(errorOf([&] { set->setValue(u"Text", QString()); }), dberror::kTypeMismatch);
+    EXPECT_EQ(errorOf([&] { set->setValue(u"Text", QString()); }), dberror::kZeroLength);
     set->Update();
     db().Execute(u"insert into Kinds ([Long]) values (8)"_s);
     EXPECT_EQ(rowsOf(db(), u"select [Text], [Long], YesNo from Kinds order by id"_s),
@@ -144,7 +144,7 @@ TEST_F(EngineCatalogue, ANameIsTakenByTablesLinksAndQueriesAlike)
 
 TEST_F(EngineCatalogue, DefinitionsThatMakeNoTableAreRefused)
 {
-    EXPECT_EQ(errorOf([&] { tables().Append(table(u"t"_s, {})); }), dberror::kSyntax);
+    EXPECT_EQ(errorOf([&] { tables().Append(table(u"t"_s, {})); }), dberror::kNoFields);
     EXPECT_EQ(errorOf([&] { tables().Append(table(QString(), {textField(u"a"_s, 5)})); }),
               dberror::kSyntax);
     EXPECT_EQ(errorOf([&] { tables().Append(table(u"mlv_object"_s, {textField(u"a"_s, 5)})); }),
@@ -152,7 +152,7 @@ TEST_F(EngineCatalogue, DefinitionsThatMakeNoTableAreRefused)
     EXPECT_EQ(errorOf([&] {
                   tables().Append(table(u"t"_s, {textField(u"a"_s, 5), textField(u"A"_s, 5)}));
               }),
-              dberror::kObjectExists);
+              dberror::kFieldTwice);
     TableDef badIndex = table(u"t"_s, {textField(u"a"_s, 5)});
     badIndex.Indexes.push_back({u"i"_s, {u"nosuch"_s}, false, false});
     EXPECT_EQ(errorOf([&] { tables().Append(badIndex); }), dberror::kItemNotFound);
@@ -265,9 +265,12 @@ TEST_F(EngineQueries, QueriesKeepTheirNameTextAndKind)
     db().CreateQueryDef(u"ins"_s, u"insert into todo (id) values (1)"_s);
     db().CreateQueryDef(u"upd"_s, u"update todo set id=2"_s);
     db().CreateQueryDef(u"later"_s, u"insert into not_yet (id) values (1)"_s);
+    db().CreateQueryDef(u"made"_s, u"select * into copy from not_yet"_s);
+    db().CreateQueryDef(u"both"_s, u"select id from not_yet union select id from todo"_s);
     const auto other = sibling();
-    EXPECT_EQ(other->queryDefs().Names(), (QStringList{u"VPL_ALL"_s, u"VDB_ALL"_s, u"QU_FindFile"_s,
-                                                       u"del"_s, u"ins"_s, u"upd"_s, u"later"_s}));
+    EXPECT_EQ(other->queryDefs().Names(),
+              (QStringList{u"VPL_ALL"_s, u"VDB_ALL"_s, u"QU_FindFile"_s, u"del"_s, u"ins"_s,
+                           u"upd"_s, u"later"_s, u"made"_s, u"both"_s}));
     EXPECT_EQ(other->queryDefs().Item(u"vpl_all"_s)->SQL(), vplAllText());
     EXPECT_EQ(other->queryDefs().Item(u"vpl_all"_s)->Name(), u"VPL_ALL"_s);
     EXPECT_EQ(other->queryDefs().Item(u"vpl_all"_s)->Type(), QueryType::Select);
@@ -275,6 +278,8 @@ TEST_F(EngineQueries, QueriesKeepTheirNameTextAndKind)
     EXPECT_EQ(other->queryDefs().Item(u"ins"_s)->Type(), QueryType::Append);
     EXPECT_EQ(other->queryDefs().Item(u"upd"_s)->Type(), QueryType::Update);
     EXPECT_EQ(other->queryDefs().Item(u"later"_s)->Type(), QueryType::Append);
+    EXPECT_EQ(other->queryDefs().Item(u"made"_s)->Type(), QueryType::MakeTable);
+    EXPECT_EQ(other->queryDefs().Item(u"both"_s)->Type(), QueryType::SetOperation);
 }
 
 TEST_F(EngineQueries, ParametersAreSetByNameAndKept)

@@ -1,8 +1,37 @@
 #include "platform/sqlite/engine_fixture.h"
 
 #include "platform/db/sql_text.h"
+#include "platform/db/text_compare.h"
+
+#include <QFile>
+
+#include <sqlite3.h>
 
 namespace melovane::test {
+
+namespace {
+
+QString check(sqlite3* connection)
+{
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(connection, "PRAGMA integrity_check", -1, &statement, nullptr) !=
+        SQLITE_OK) {
+        return QString::fromUtf8(sqlite3_errmsg(connection));
+    }
+    QStringList lines;
+    int code = SQLITE_OK;
+    while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+        lines.append(
+            QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0))));
+    }
+    if (code != SQLITE_DONE) {
+        lines.append(QString::fromUtf8(sqlite3_errmsg(connection)));
+    }
+    sqlite3_finalize(statement);
+    return lines.join(u'\n');
+}
+
+} // namespace
 
 FieldDef textField(const QString& name, int size)
 {
@@ -143,6 +172,22 @@ Value cellOf(Database& database, const QString& statement)
 {
     const auto set = database.OpenRecordset(statement);
     return set->value(0);
+}
+
+QString integrityOf(const QString& path)
+{
+    sqlite3* raw = nullptr;
+    const auto compare = [](void*, int leftSize, const void* left, int rightSize,
+                            const void* right) {
+        return textcompare::compareUtf8(static_cast<const char*>(left), leftSize,
+                                        static_cast<const char*>(right), rightSize);
+    };
+    const int code =
+        sqlite3_open_v2(QFile::encodeName(path).constData(), &raw, SQLITE_OPEN_READWRITE, nullptr);
+    sqlite3_create_collation(raw, "MLV", SQLITE_UTF8, nullptr, compare);
+    const QString result = code == SQLITE_OK ? check(raw) : QString::fromUtf8(sqlite3_errmsg(raw));
+    sqlite3_close(raw);
+    return result;
 }
 
 EngineTest::EngineTest()

@@ -43,6 +43,10 @@ template <typename Work> int errorOf(Work&& work)
 [[nodiscard]] QStringList rowsOf(Database& database, const QString& statement);
 [[nodiscard]] Value cellOf(Database& database, const QString& statement);
 
+/// What SQLite's own check says of a file, with the suite's comparison of texts: "ok" when it is
+/// whole.
+[[nodiscard]] QString integrityOf(const QString& path);
+
 /// A folder, an engine and one open database in it.
 class EngineTest : public testing::Test
 {

@@ -1,6 +1,7 @@
 #include "platform/db/sql_text.h"
 #include "platform/sqlite/database_file.h"
 #include "platform/sqlite/engine_fixture.h"
+#include "support/as_nobody.h"
 
 #include <QDir>
 #include <QFile>
@@ -50,26 +51,6 @@ protected:
         m_engine->Release(path());
         return m_folder.read(u"melovane.mdb"_s);
     }
-};
-
-/// Lets a test meet the mode bits of files, which count nothing for the administrator.
-class AsNobody
-{
-public:
-    AsNobody()
-    {
-        if (::geteuid() == 0) {
-            EXPECT_EQ(::seteuid(kNobody), 0);
-        }
-    }
-
-    ~AsNobody() { EXPECT_EQ(::seteuid(::getuid()), 0); }
-
-    AsNobody(const AsNobody&) = delete;
-    AsNobody& operator=(const AsNobody&) = delete;
-
-private:
-    static constexpr uid_t kNobody = 65534;
 };
 
 class ReadOnlyMedia : public EngineHostileFile, public testing::WithParamInterface<mode_t>

@@ -55,7 +55,7 @@ TEST_F(EngineOperations, CreateDatabaseLeavesAnExistingFileAlone)
 {
     const QString file = m_folder.write(u"there.mdb"_s, "something");
     EXPECT_EQ(errorOf([&] { (void)m_engine->Workspaces(0).CreateDatabase(file, {}); }),
-              dberror::kObjectExists);
+              dberror::kDatabaseExists);
     EXPECT_EQ(m_folder.read(u"there.mdb"_s), "something");
 }
 
@@ -94,7 +94,10 @@ TEST_F(EngineOperations, OpenRecordsetTakesAStatementATableOrAQuery)
 TEST_F(EngineOperations, OpenRecordsetRefusesAnActionAndExecuteASelect)
 {
     EXPECT_NE(errorOf([&] { (void)db().OpenRecordset(u"delete from genre"_s); }), 0);
-    EXPECT_EQ(errorOf([&] { db().Execute(u"select * from genre"_s); }), dberror::kSyntax);
+    EXPECT_EQ(
+        errorOf([&] { (void)db().CreateQueryDef({}, u"delete from genre"_s)->OpenRecordset(); }),
+        dberror::kInvalidOperation);
+    EXPECT_EQ(errorOf([&] { db().Execute(u"select * from genre"_s); }), dberror::kSelectExecuted);
 }
 
 TEST_F(EngineOperations, ARefusedStatementIsNamedInTheError)
@@ -203,7 +206,7 @@ TEST_F(EngineOperations, ATransactionWithoutCommitIsUndone)
     }
     EXPECT_FALSE(db().tableDefs().Contains(u"lost"_s));
     EXPECT_EQ(cellOf(db(), u"select count(*) as anz from genre"_s).toLong(), 0);
-    EXPECT_EQ(errorOf([&] { db().CommitTrans(); }), dberror::kOther);
+    EXPECT_EQ(errorOf([&] { db().CommitTrans(); }), dberror::kNoTransaction);
 }
 
 TEST_F(EngineOperations, AnOpenTransactionIsUndoneWhenTheDatabaseCloses)

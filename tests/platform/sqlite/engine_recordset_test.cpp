@@ -350,7 +350,7 @@ TEST_F(EngineRecordset, AnAutoNumberCanBeGivenButNotChanged)
     set->SetBookmark(set->LastModified());
     EXPECT_EQ(set->value(u"PLID").toLong(), 100);
     set->Edit();
-    EXPECT_EQ(errorOf([&] { set->setValue(u"PLID", 5); }), dberror::kReadOnly);
+    EXPECT_EQ(errorOf([&] { set->setValue(u"PLID", 5); }), dberror::kFieldReadOnly);
     set->AddNew();
     set->setValue(u"PLID", 100);
     EXPECT_EQ(errorOf([&] { set->Update(); }), dberror::kDuplicateKey);
@@ -462,110 +462,6 @@ TEST_F(EngineRecordset, TopSetsAreKeyedAndUpdatable)
     set->setValue(u"Titel", u"top"_s);
     set->Update();
     EXPECT_EQ(cellOf(db(), u"select titel from db_all where fid='004'"_s).toText(), u"top"_s);
-}
-
-class EngineJoin : public EngineRecordset
-{
-protected:
-    EngineJoin()
-    {
-        addTracks(3);
-        for (const auto& fid : {u"000"_s, u"002"_s, u"000"_s}) {
-            db().Execute(
-                u"insert into pl_all (PNID, SID, FID, FrameStart) values (1, 2, '%1', 9)"_s.arg(
-                    fid));
-        }
-    }
-};
-
-TEST_F(EngineJoin, BothSidesOfThePlaylistViewCanBeWritten)
-{
-    const auto set = db().OpenRecordset(u"select * from VPL_ALL where pnid=1"_s);
-    ASSERT_EQ(set->rowCount(), 3);
-    ASSERT_TRUE(set->Updatable());
-    set->Edit();
-    set->setValue(u"SID", 5);
-    set->setValue(u"Note", u"4"_s);
-    set->Update();
-    EXPECT_EQ(set->value(u"SID").toLong(), 5);
-    EXPECT_EQ(set->value(u"Note").toText(), u"4"_s);
-    EXPECT_EQ(rowsOf(*sibling(), u"select SID from pl_all order by plid"_s).count(u"5"_s), 1);
-    EXPECT_EQ(cellOf(*sibling(),
-                     u"select note from db_all where fid='%1'"_s.arg(set->value(u"FID").toText()))
-                  .toText(),
-              u"4"_s);
-}
-
-TEST_F(EngineJoin, ATrackThatStandsTwiceShowsItsChangeInBothRows)
-{
-    const auto set = db().OpenRecordset(u"select * from VPL_ALL where fid='000' order by plid"_s);
-    ASSERT_EQ(set->rowCount(), 2);
-    set->MoveLast();
-    EXPECT_TRUE(set->value(u"Note").isNull());
-    set->MoveFirst();
-    set->Edit();
-    set->setValue(u"Note", u"5"_s);
-    set->Update();
-    set->MoveLast();
-    EXPECT_EQ(set->value(u"Note").toText(), u"5"_s);
-}
-
-TEST_F(EngineJoin, OneColumnUnderTwoNamesShowsWhatWasSet)
-{
-    const auto set = db().OpenRecordset(u"VPL_ALL"_s);
-    set->Edit();
-    set->setValue(u"Start", 77);
-    EXPECT_EQ(set->value(u"FrameStart").toLong(), 77);
-    EXPECT_EQ(errorOf([&] { set->setValue(u"Nr", 1); }), dberror::kReadOnly);
-    set->Update();
-    EXPECT_EQ(set->value(u"FrameStart").toLong(), 77);
-}
-
-TEST_F(EngineJoin, DeleteTakesTheRowOfTheFirstTable)
-{
-    const auto set = db().OpenRecordset(u"VPL_ALL"_s);
-    set->Delete();
-    EXPECT_EQ(cellOf(db(), u"select count(*) as n from pl_all"_s).toLong(), 2);
-    EXPECT_EQ(cellOf(db(), u"select count(*) as n from db_all"_s).toLong(), 3);
-}
-
-TEST_F(EngineJoin, ANewRowOfOneTableAppearsWithItsPartner)
-{
-    const auto set = db().OpenRecordset(u"VPL_ALL"_s);
-    set->AddNew();
-    set->setValue(u"PNID", 1);
-    set->setValue(u"SID", 1);
-    set->setValue(0 + set->fieldIndex(u"FID"), u"001"_s);
-    set->Update();
-    ASSERT_TRUE(set->LastModified().isValid());
-    set->SetBookmark(set->LastModified());
-    EXPECT_EQ(set->value(u"Titel").toText(), u"T1"_s);
-    EXPECT_EQ(set->rowCount(), 4);
-    set->AddNew();
-    set->setValue(u"PNID", 1);
-    set->setValue(u"Note", u"1"_s);
-    EXPECT_EQ(errorOf([&] { set->Update(); }), dberror::kReadOnly);
-}
-
-TEST_F(EngineJoin, AnUpdateThatFailsOnOneSideLeavesTheOther)
-{
-    const auto set = db().OpenRecordset(
-        u"select a.sid, a.plid, b.fid, b.titel from pl_all as a, db_all as b where a.fid=b.fid order by a.plid"_s);
-    ASSERT_TRUE(set->Updatable());
-    set->Edit();
-    set->setValue(u"sid", 99);
-    set->setValue(u"fid", u"001"_s);
-    EXPECT_EQ(errorOf([&] { set->Update(); }), dberror::kDuplicateKey);
-    EXPECT_EQ(cellOf(db(), u"select count(*) as n from pl_all where sid=99"_s).toLong(), 0);
-}
-
-TEST_F(EngineJoin, TheNullSideOfALeftJoinReadsAsNull)
-{
-    const auto set = db().OpenRecordset(
-        u"select b.fid, a.plid from db_all as b left join pl_all as a on a.fid=b.fid where b.fid='001'"_s);
-    ASSERT_EQ(set->rowCount(), 1);
-    EXPECT_TRUE(set->value(1).isNull());
-    EXPECT_EQ(set->value(0).toText(), u"001"_s);
 }
 
 } // namespace
