@@ -145,9 +145,10 @@ void SuiteMessages::answerDatabaseRelease(MessageHandle asker)
     send(asker, message::kReleaseDatabase, message::kDatabaseIsFree);
 }
 
-void SuiteMessages::endJobs()
+bool SuiteMessages::endJobs()
 {
-    send(m_settings.GetKeyValueLong(section::kGlobal.toString(), kJobsKey, 0), message::kEndJobs);
+    return sendIfAlive(m_settings.GetKeyValueLong(section::kGlobal.toString(), kJobsKey, 0),
+                       message::kEndJobs);
 }
 
 bool SuiteMessages::showVolumeMonitor()

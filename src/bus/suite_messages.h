@@ -63,8 +63,8 @@ public:
     /// Answers kReleaseDatabase. \param asker the control that asked
     void answerDatabaseRelease(MessageHandle asker);
 
-    /// Asks the jobs program to end.
-    void endJobs();
+    /// Asks the jobs program to end. False when it does not run.
+    [[nodiscard]] bool endJobs();
 
     /// Has the volume monitor show its window. False when it does not run, for the caller to start
     /// it.

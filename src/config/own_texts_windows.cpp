@@ -37,6 +37,8 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"dberror.3343", u"Diese Datei ist keine Datenbank:\\n$1"},
     {u"dberror.3447", u"Diese Datenbank stammt aus einer älteren Fassung und kann so nicht geöffnet werden:\\n$1"},
 
+    {u"db.reconnect.failed", u"Die Datenbank lässt sich nicht wieder öffnen.\\n\\n$1\\n\\nNoch einmal versuchen?"},
+
     // Menus.
     {u"mnuSkin", u"Farbschema"},
     {u"skin.desktop", u"Wie der Desktop"},
@@ -51,6 +53,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"status.skin.unreadable", u"Das Farbschema $1 ist nicht lesbar."},
     {u"status.sibling.missing", u"Das Programm $1 ist nicht vorhanden oder lässt sich nicht starten."},
     {u"status.importer.missing", u"Der Importer (mediaintake) lässt sich nicht starten."},
+    {u"status.jobs.none", u"Es laufen keine Hintergrundaufgaben."},
     {u"status.player.missing", u"Der Player läuft nicht."},
     {u"status.help.missing", u"Die Hilfe ist nicht vorhanden."},
     {u"status.later", u"Noch nicht in dieser Fassung"},

@@ -1,4 +1,5 @@
 // What the library view does with the messages of others.
+#include "bus/view_number.h"
 #include "config/global_settings.h"
 #include "config/update_colors.h"
 #include "library/mp3db.h"
@@ -77,9 +78,10 @@ void ctl_MP3DB::reconnectDatabase(const MLVMessage&)
     if (m_connected) {
         return;
     }
-    m_connected = true;
     m_data1.SetDatabaseName(m_settings.DbName());
     requery();
+    // A file that cannot be read yet is taken back by a later message.
+    m_connected = true;
     countLibrary();
     tellCount();
     updateEmptyNote();
@@ -90,7 +92,7 @@ void ctl_MP3DB::changeDatabase(const MLVMessage&)
     if (!m_connected) {
         return;
     }
-    if (m_settings.DbName() == m_data1.DatabaseName()) {
+    if (m_settings.DbName() == m_data1.DatabaseName() && m_data1.Database()) {
         // New content in the same file: the user stays where he is.
         Refresh();
         countLibrary();
@@ -169,9 +171,11 @@ void ctl_MP3DB::setFavorit(const MLVMessage&)
     m_edits.toggleFavorit(m_controls.grid.currentRow());
 }
 
-void ctl_MP3DB::fillTagTable(const MLVMessage&)
+void ctl_MP3DB::fillTagTable(const MLVMessage& message)
 {
-    FillTempMp3EditTable();
+    if (message.Value1.toLong() != kViewIsPlaylist) {
+        FillTempMp3EditTable();
+    }
 }
 
 void ctl_MP3DB::passAllRows(const MLVMessage& message)

@@ -117,7 +117,8 @@ MlvdbParts Application::windowParts()
     const PlaylistPlace nowhere{[] { return 0; }, [] { return 0; }};
     return {m_settings, m_texts,    m_paths,           m_files, m_loop,
             m_bus,      m_data,     m_siblings,        m_suite, *m_message,
-            m_monitor,  m_warnings, libraryCommands(), nowhere, dialogs()};
+            m_monitor,  m_warnings, libraryCommands(), nowhere, dialogs(),
+            log()};
 }
 
 LibraryCommands Application::libraryCommands()

@@ -58,6 +58,12 @@ public:
     /// or 1 when the start failed and a dialog has told why.
     [[nodiscard]] int run();
 
+    /// Runs the work of an event: a failed database or file is told, and the program goes on.
+    void guarded(const EventGuard::Work& work)
+    {
+        m_mlvdb.guard().run(QStringLiteral("Event"), work);
+    }
+
     /// What the column index of the library did so far.
     [[nodiscard]] const sqlite::IndexFigures& searchFigures() const { return *m_searchFigures; }
 

@@ -1,6 +1,7 @@
 #include "shell/context_menu.h"
 
 #include "bus/suite_messages.h"
+#include "bus/view_number.h"
 #include "config/config_objects.h"
 #include "platform/system/files.h"
 #include "shell/monitor_control.h"
@@ -38,7 +39,7 @@ std::span<const ContextRow> contextRows()
         {10, {}, {}},
         {11, u"mnuPOPDBGRID_11", u"mark.for.edit"},
         {12, u"mnuPOPDBGRID_12", u"show.tageditor"},
-        {13, u"mnuPOPDBGRID_13", u"show.melovane.kiv"},
+        {13, u"mnuPOPDBGRID_13", u"show.melovane.kiv", {}, true},
         {14, {}, {}},
         {15, u"mnuPOPDBGRID_15", u"autosize.grid"},
         {16, u"mnuPOPDBGRID_16", u"BeatGauge.Menu.Click"},
@@ -112,23 +113,23 @@ void ContextMenu::stop()
     monitor(u"STOP"_s);
 }
 
-void ContextMenu::sendToPlayer(qint32 id)
+void ContextMenu::sendToPlayer(const QString& fid, qint32 id)
 {
     if (!m_parts.suite.playerIsAlive()) {
         m_parts.status.show(m_parts.texts.text(u"status.player.missing"_s));
         return;
     }
-    m_parts.suite.SendToPlayer(m_track.FID, id);
+    m_parts.suite.SendToPlayer(fid, id);
 }
 
 void ContextMenu::playNow()
 {
-    sendToPlayer(message::kPlayNow);
+    sendToPlayer(m_track.FID, message::kPlayNow);
 }
 
 void ContextMenu::playNext()
 {
-    sendToPlayer(message::kPlayNext);
+    sendToPlayer(m_track.FID, message::kPlayNext);
 }
 
 void ContextMenu::showFolder()
@@ -146,9 +147,15 @@ void ContextMenu::showInTree()
     m_bus.SendMessage(u"context.show.dir"_s, m_track.Path);
 }
 
+void ContextMenu::sendFromView(const QString& command)
+{
+    // Both views hear it; the one whose menu it was acts.
+    m_bus.SendMessage(command, m_fromLibrary ? kViewIsLibrary : kViewIsPlaylist);
+}
+
 void ContextMenu::markForEdit()
 {
-    m_bus.SendMessage(u"fill.temp.edit.table"_s);
+    sendFromView(u"fill.temp.edit.table"_s);
 }
 
 void ContextMenu::editTags()
@@ -166,7 +173,7 @@ void ContextMenu::startTagEditor()
 
 void ContextMenu::showSample()
 {
-    m_bus.SendMessage(u"show.melovane.kiv"_s);
+    sendFromView(u"show.melovane.kiv"_s);
 }
 
 void ContextMenu::autosizeGrid()

@@ -42,6 +42,10 @@ public:
     /// An entry of `mnuMoreResult`.
     void moreResultClicked(const QString& tag, const QString& caption);
 
+    /// Asks the player something about a track, or tells that there is no player.
+    /// \param id kPlayNext or kPlayNow
+    void sendToPlayer(const QString& fid, qint32 id);
+
     /// Opens the tag editor, where it is installed.
     void startTagEditor();
 
@@ -61,7 +65,7 @@ private:
     void findTempoByHand();
 
     void monitor(const QString& action);
-    void sendToPlayer(qint32 id);
+    void sendFromView(const QString& command);
 
     ContextMenuParts m_parts;
     BusSender m_bus;

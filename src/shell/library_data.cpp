@@ -37,6 +37,8 @@ void LibraryData::release()
 {
     m_database.reset();
     m_engine.Release(m_databaseName);
+    // The settings may name another library by now.
+    m_engine.Release(m_settings.DbName());
 }
 
 void LibraryData::idle()

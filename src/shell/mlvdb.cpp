@@ -3,8 +3,8 @@
 #include "bus/suite_messages.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "platform/controls/warnings.h"
 #include "platform/controls/window_frame.h"
-#include "platform/db/db_error.h"
 #include "platform/message/message_control.h"
 #include "platform/system/path_text.h"
 #include "platform/system/timers.h"
@@ -34,7 +34,13 @@ MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
     , m_controls(controls)
     , m_bus(m_parts.bus, kWindowName)
     , m_skinFiles(m_parts.paths, m_parts.files)
+    , m_languages(m_parts.paths, m_parts.files, m_parts.texts)
     , m_statusText(m_parts.loop, controls.status)
+    , m_guard(
+          m_parts.texts,
+          [this] { return m_parts.settings.DbName(); },
+          [this](const QString& text) { m_statusText.show(text); },
+          m_parts.log)
     , m_place(m_parts.settings, controls.window, controls.splits)
     , m_docking(controls.window)
     , m_suiteHandler({m_parts.settings, m_parts.texts, m_parts.warnings, m_parts.loop, m_parts.data,
@@ -88,8 +94,9 @@ void MLVDB::setCaptions()
     }
     for (const ContextRow& row : contextRows()) {
         if (!row.isSeparator()) {
-            m_controls.menus.setText(u"mnuPOPDBGRID_%1"_s.arg(row.index),
-                                     m_parts.texts.text(row.key.toString()), {});
+            m_controls.menus.setText(
+                u"mnuPOPDBGRID_%1"_s.arg(row.index), m_parts.texts.text(row.key.toString()),
+                row.isLater ? m_parts.texts.text(u"status.later"_s) : QString());
         }
     }
     m_controls.menus.setChecked(u"mnuAutosizeGrid"_s, m_parts.settings.AutosizeGrid() != 0);
@@ -109,11 +116,13 @@ void MLVDB::startViews()
     m_messBus =
         m_parts.bus.subscribe([this](const MLVMessage& message) { MessBus_Message(message); });
     m_parts.message.setMessageNumber([this](qint32 id, qint32 wParam, qint32 lParam) {
-        m_suiteHandler.MessageNumber(id, wParam, lParam);
+        m_guard.run(u"MessageNumber %1"_s.arg(id),
+                    [&] { m_suiteHandler.MessageNumber(id, wParam, lParam); });
         return 0;
     });
     m_parts.message.setMessageText([this](qint32 id, qint32 number, const QString& text) {
-        m_suiteHandler.MessageText(id, number, text);
+        m_guard.run(u"MessageText %1"_s.arg(id),
+                    [&] { m_suiteHandler.MessageText(id, number, text); });
         return 0;
     });
     m_parts.monitor.reopen();
@@ -139,7 +148,9 @@ void MLVDB::activateFirst()
     if (m_parts.data.sideFilesWereStale()) {
         mnuRefreshTree();
     }
-    const qint64 tracks = m_parts.data.trackCount();
+    // A library that cannot be counted is not an empty one: nobody is sent to the importer.
+    qint64 tracks = 1;
+    m_guard.run(u"MLVDB.Activate"_s, [&] { tracks = m_parts.data.trackCount(); });
     m_parts.siblings.startJobs();
     if (tracks > 0) {
         m_place.restore();
@@ -156,7 +167,7 @@ void MLVDB::unload()
     if (!m_docking.isDocked()) {
         m_place.save();
     }
-    m_parts.library.saveState();
+    m_guard.run(u"MLVDB.Unload"_s, m_parts.library.saveState);
     m_place.saveSplits();
 }
 
@@ -187,25 +198,26 @@ void MLVDB::chooseSkin(const QString& fileName)
     SendMessage(u"update.color"_s);
 }
 
+void MLVDB::chooseLanguage(const QString& fileName)
+{
+    if (m_languages.choose(fileName)) {
+        m_parts.warnings.ShowWarning(m_parts.texts.text(u"language.restart"_s, u"Melovane DB"_s),
+                                     WarningType::Note, m_parts.texts.text(u"mnuSprache"_s));
+    }
+}
+
 void MLVDB::SendMessage(const QString& name, const Value& value1)
 {
     m_bus.SendMessage(name, value1);
 }
 
-void MLVDB::guarded(const std::function<void()>& work)
-{
-    try {
-        work();
-    } catch (const DbError& error) {
-        showStatusText(error.text());
-    }
-}
-
 void MLVDB::refreshPlayerData()
 {
     m_timerRefreshPlayerData->stop();
-    m_parts.data.idle();
-    m_parts.suite.postToPlayer(message::kRefreshPlaylist);
+    m_guard.run(u"TimerRefreshPlayerData"_s, [this] {
+        m_parts.data.idle();
+        m_parts.suite.postToPlayer(message::kRefreshPlaylist);
+    });
 }
 
 void MLVDB::tellMissing(bool started, const QString& program)

@@ -4,6 +4,8 @@
 #include "platform/controls/grid_control.h"
 #include "shell/context_menu.h"
 #include "shell/docking.h"
+#include "shell/event_guard.h"
+#include "shell/language_files.h"
 #include "shell/skin_files.h"
 #include "shell/status_text.h"
 #include "shell/suite_handler.h"
@@ -77,7 +79,7 @@ struct WindowDialogs
 struct MlvdbParts
 {
     GlobalSettings& settings;
-    const ConfigObjects& texts;
+    ConfigObjects& texts;
     Mod_API& paths;
     Files& files;
     MessageLoop& loop;
@@ -91,6 +93,7 @@ struct MlvdbParts
     LibraryCommands library;
     PlaylistPlace playlist;
     WindowDialogs dialogs;
+    ErrorSink log = {}; ///< hears of events that failed
 };
 
 /// A theme that can be chosen.
@@ -142,11 +145,18 @@ public:
     /// Takes a theme and keeps it for the next start; an empty name follows the desktop.
     void chooseSkin(const QString& fileName);
 
+    [[nodiscard]] std::vector<LanguageEntry> languages() const { return m_languages.entries(); }
+
+    /// Takes a language for the next start, and says so.
+    void chooseLanguage(const QString& fileName);
+
     /// Looks for new music: the button of an empty library.
     void importMusic() { mnuImpMP3New(); }
 
     /// Has the tempo of a track found; see SiblingControl::StartBeatGauge.
     void startBeatGauge(const QString& cmd, const QString& fid, const QString& plid);
+
+    [[nodiscard]] const EventGuard& guard() const { return m_guard; }
 
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
@@ -214,8 +224,6 @@ private:
     void notYet(const MLVMessage& message);
     void showGridLayout(const MLVMessage& message);
 
-    /// Runs an event's work; a failure is told and leaves the window running.
-    void guarded(const std::function<void()>& work);
     void refreshPlayerData();
     void tellMissing(bool started, const QString& program);
 
@@ -223,7 +231,9 @@ private:
     MlvdbControls m_controls;
     BusSender m_bus;
     SkinFiles m_skinFiles;
+    LanguageFiles m_languages;
     StatusText m_statusText;
+    EventGuard m_guard;
     WindowPlace m_place;
     Docking m_docking;
     SuiteHandler m_suiteHandler;

@@ -69,7 +69,7 @@ void MLVDB::MessBus_Message(const MLVMessage& message)
     const QString name = lowerCase(message.Command);
     for (const BusRow& row : busTable()) {
         if (row.name == name) {
-            guarded([&] { (this->*row.handler)(message); });
+            m_guard.run(name, [&] { (this->*row.handler)(message); });
             return;
         }
     }
@@ -137,12 +137,12 @@ void MLVDB::playlistChange(const MLVMessage&)
 
 void MLVDB::playNext(const MLVMessage& message)
 {
-    m_parts.suite.SendToPlayer(message.Value1.toText(), message::kPlayNext);
+    m_contextMenu.sendToPlayer(message.Value1.toText(), message::kPlayNext);
 }
 
 void MLVDB::playNow(const MLVMessage& message)
 {
-    m_parts.suite.SendToPlayer(message.Value1.toText(), message::kPlayNow);
+    m_contextMenu.sendToPlayer(message.Value1.toText(), message::kPlayNow);
 }
 
 void MLVDB::statusText(const MLVMessage& message)

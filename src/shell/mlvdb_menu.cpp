@@ -66,6 +66,7 @@ std::span<const MenuRow> MLVDB::menu()
         {1, Entry, u"mnuRepairGridLayout", {}, {}, {}, &MLVDB::mnuRepairGridLayout},
         {1, Separator, {}},
         {1, Filled, u"mnuSkin", {}, u"theme"},
+        {1, Filled, u"mnuSprache", {}, u"language"},
         {1, Entry, u"mnuFont", {}, {}, {}, &MLVDB::mnuFont},
         {1, Check, u"mnuAutosizeGrid", {}, {}, {}, &MLVDB::mnuAutosizeGrid},
 
@@ -83,7 +84,7 @@ std::span<const MenuRow> MLVDB::menu()
 void MLVDB::menuClicked(const MenuRow& row)
 {
     if (row.action != nullptr) {
-        guarded([&] { (this->*row.action)(); });
+        m_guard.run(row.name.toString(), [&] { (this->*row.action)(); });
     }
 }
 
@@ -132,7 +133,9 @@ void MLVDB::mnuExpPlaylistBas()
 
 void MLVDB::mnuExitJobs()
 {
-    m_parts.suite.endJobs();
+    if (!m_parts.suite.endJobs()) {
+        showStatusText(m_parts.texts.text(u"status.jobs.none"_s));
+    }
 }
 
 void MLVDB::mnuExit()

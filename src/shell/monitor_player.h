@@ -43,15 +43,16 @@ struct MonitorCommand
 {
     QStringView key;     ///< of the button: keep, key bindings name them too
     QStringView toolTip; ///< name of its text
+    QStringView icon;
 };
 
 /// In the order of the buttons.
 inline constexpr std::array kMonitorCommands = {
-    MonitorCommand{u"play.stop", u"ToolTipPlayerStop"},
-    MonitorCommand{u"play.start", u"ToolTipPlayerPlay"},
-    MonitorCommand{u"play.center", u"ToolTipPlayerPlayCenter"},
-    MonitorCommand{u"play.zur", u"ToolTipPlayerRemain"},
-    MonitorCommand{u"play.vor", u"ToolTipPlayerForward"},
+    MonitorCommand{u"play.stop", u"ToolTipPlayerStop", u"stop"},
+    MonitorCommand{u"play.start", u"ToolTipPlayerPlay", u"play"},
+    MonitorCommand{u"play.center", u"ToolTipPlayerPlayCenter", u"playcenter"},
+    MonitorCommand{u"play.zur", u"ToolTipPlayerRemain", u"rewind"},
+    MonitorCommand{u"play.vor", u"ToolTipPlayerForward", u"fastforward"},
 };
 
 /// The monitor player: lets the user listen to a track without the main player.

@@ -5,6 +5,7 @@
 #include "platform/controls/warnings.h"
 #include "platform/message/message_control.h"
 #include "platform/system/timers.h"
+#include "shell/event_guard.h"
 #include "shell/start_up_db.h"
 
 namespace melovane {
@@ -66,9 +67,7 @@ void SubMain::showWithSplash()
 
 QString SubMain::reasonOf(const OpenFault& fault) const
 {
-    const QString known =
-        m_parts.texts.text(u"dberror.%1"_s.arg(fault.number), m_parts.settings.DbName());
-    return known.isEmpty() ? fault.text : known;
+    return databaseFaultText(m_parts.texts, fault.number, fault.text, m_parts.settings.DbName());
 }
 
 StartResult SubMain::refuse(const QString& title, const QString& text)

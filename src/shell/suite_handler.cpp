@@ -6,6 +6,7 @@
 #include "platform/controls/warnings.h"
 #include "platform/system/timers.h"
 #include "shell/docking.h"
+#include "shell/event_guard.h"
 #include "shell/monitor_control.h"
 #include "shell/window_data.h"
 
@@ -18,6 +19,8 @@ SuiteHandler::SuiteHandler(SuiteHandlerParts parts, MLVMessageBus& bus, const QS
     , m_bus(bus, windowName)
     , m_resultTimer(
           m_parts.loop.makeTimer(std::chrono::milliseconds::zero(), [this] { showJobsResult(); }))
+    , m_reopenTimer(
+          m_parts.loop.makeTimer(std::chrono::milliseconds::zero(), [this] { askForDatabase(); }))
 {}
 
 SuiteHandler::~SuiteHandler() = default;
@@ -67,8 +70,38 @@ void SuiteHandler::releaseDatabase(Numbers numbers)
 void SuiteHandler::databaseIsFree(Numbers)
 {
     m_parts.settings.Refresh();
-    m_parts.data.open();
+    reopenDatabase();
+}
+
+void SuiteHandler::reopenDatabase()
+{
+    try {
+        m_parts.data.open();
+    } catch (const DbError& error) {
+        // Who has sent the number waits for this handler and must not wait for the user's answer.
+        m_reopenFault = databaseFaultText(m_parts.texts, error.number(), error.text(),
+                                          m_parts.settings.DbName());
+        m_reopenTimer->start();
+        return;
+    }
+    m_reopenTimer->stop();
     m_bus.SendMessage(u"db.reconnect"_s);
+}
+
+void SuiteHandler::askForDatabase()
+{
+    m_reopenTimer->stop();
+    if (m_isAsking) {
+        return;
+    }
+    m_isAsking = true;
+    const WarningAnswer answer =
+        m_parts.warnings.ShowWarning(m_parts.texts.text(u"db.reconnect.failed"_s, m_reopenFault),
+                                     WarningType::Question, m_parts.texts.text(u"glob_warn"_s));
+    m_isAsking = false;
+    if (answer == WarningAnswer::Yes) {
+        reopenDatabase();
+    }
 }
 
 void SuiteHandler::settingsChanged(Numbers)

@@ -74,6 +74,9 @@ private:
     void stopMonitor(Numbers numbers);
     void playlistTreeChanged(Numbers numbers);
 
+    void reopenDatabase();
+    void askForDatabase();
+
     void fieldClicked(qint32 number, const QString& text);
     void showJobsResult();
 
@@ -81,6 +84,9 @@ private:
     BusSender m_bus;
     qint32 m_changedTracks = 0; ///< of the jobs' last report
     std::unique_ptr<Timer> m_resultTimer;
+    QString m_reopenFault;   ///< why the database could not be taken back
+    bool m_isAsking = false; ///< about it, in a dialog
+    std::unique_ptr<Timer> m_reopenTimer;
 };
 
 } // namespace melovane

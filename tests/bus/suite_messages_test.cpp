@@ -179,7 +179,7 @@ TEST_F(SuiteMessagesTest, TheAnswerToAReleaseOfTheDatabaseIs1037With2)
 TEST_F(SuiteMessagesTest, TheJobsProgramIsAskedToEnd)
 {
     const auto jobs = program(u"Global"_s, u"MessageHandleJobs"_s);
-    console.endJobs();
+    EXPECT_TRUE(console.endJobs());
     EXPECT_EQ(seen, QStringList(u"MessageHandleJobs 1058 0 0"_s));
 }
 

@@ -60,6 +60,21 @@ TEST_F(Mp3dbMessagesTest, BetweenDisconnectAndReconnectTheFileCanBeReplaced)
     EXPECT_EQ(grid.current, 1);
 }
 
+TEST_F(Mp3dbMessagesTest, AFileThatIsMissingAtDbReconnectIsTakenBackByALaterOne)
+{
+    type(u"Licht"_s);
+    others.SendMessage(u"db.disconnect"_s);
+    library.engine->Release(library.databaseName());
+    const QString aside = library.folders.configFile(u"aside.mdb"_s);
+    ASSERT_TRUE(QFile::rename(library.databaseName(), aside));
+    others.SendMessage(u"db.reconnect"_s);
+    others.SendMessage(u"db.change"_s);
+    EXPECT_EQ(titles(), QStringList());
+    ASSERT_TRUE(QFile::rename(aside, library.databaseName()));
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(titles().size(), 3);
+}
+
 TEST_F(Mp3dbMessagesTest, DbChangeShowsWhatAnotherProgramHasImported)
 {
     type(u"Neu"_s);

@@ -46,6 +46,58 @@ TEST_F(SuiteHandlerTest, TheDatabaseIsLetGoBeforeTheAskerIsAnswered)
     EXPECT_EQ(after(1038), (QStringList{u"open"_s, u"bus db.reconnect"_s}));
 }
 
+TEST_F(SuiteHandlerTest, ADatabaseThatCannotBeTakenBackIsAskedForWhenTheSenderHasItsAnswer)
+{
+    const QString question =
+        u"warning Achtung !: Die Datenbank lässt sich nicht wieder öffnen.\n\nDie Datenbankdatei "
+        "ist nicht vorhanden:\n%1\n\nNoch einmal versuchen?"_s.arg(settings->DbName());
+    data.fault = dberror::kFileNotFound;
+    EXPECT_EQ(after(1038), QStringList{u"open"_s});
+    ASSERT_TRUE(loop.fire(0));
+    EXPECT_EQ(taken(), QStringList{question});
+    EXPECT_FALSE(loop.fire(0));
+
+    // The file comes back while the user reads, and he says yes.
+    after(1038);
+    warnings.answer = WarningAnswer::Yes;
+    warnings.whileOpen = [this] { data.fault = 0; };
+    ASSERT_TRUE(loop.fire(0));
+    EXPECT_EQ(taken(), (QStringList{question, u"open"_s, u"bus db.reconnect"_s}));
+}
+
+TEST_F(SuiteHandlerTest, ADatabaseThatStaysAwayIsAskedForInOneDialogAtATime)
+{
+    data.fault = dberror::kCorrupt;
+    after(1038);
+    warnings.whileOpen = [this] {
+        control.number(1038, 0, 0);
+        loop.fire(0);
+    };
+    loop.fire(0);
+    EXPECT_EQ(taken().filter(u"warning"_s).size(), 1);
+}
+
+TEST_F(SuiteHandlerTest, AMessageTakesTheDatabaseBackWithoutAskingAnyMore)
+{
+    data.fault = dberror::kFileNotFound;
+    after(1038);
+    data.fault = 0;
+    EXPECT_EQ(after(1038), (QStringList{u"open"_s, u"bus db.reconnect"_s}));
+    EXPECT_FALSE(loop.fire(0));
+}
+
+TEST_F(SuiteHandlerTest, AViewThatFailsOverAMessageIsToldInTheStatusLineAndTheWindowGoesOn)
+{
+    const auto view = bus.subscribe([](const MLVMessage& message) {
+        if (message.Command == u"db.change"_s) {
+            throw DbError(dberror::kDiskError, u"x"_s);
+        }
+    });
+    after(1048);
+    EXPECT_TRUE(shown().startsWith(u"Lesen oder Schreiben der Datenbankdatei"_s));
+    EXPECT_EQ(after(1078), QStringList{u"monitor stop"_s});
+}
+
 TEST_F(SuiteHandlerTest, ChangedSettingsAreReadBeforeTheViewsHearOfThem)
 {
     changeElsewhere(1236);

@@ -66,6 +66,16 @@ public:
         return 0;
     }
 
+    /// "take DATABASE ASIDE": takes the library away and tells the console all the same that it may
+    /// have it back. "give DATABASE ASIDE" really gives it back.
+    int move(const QString& from, const QString& to)
+    {
+        m_control->Send(1037, 0, m_control->handle());
+        const bool moved = m_released && QFile::rename(from, to);
+        m_control->Send(1038, 0, 0);
+        return moved ? 0 : 2;
+    }
+
 private:
     LinuxMessages m_messages;
     std::unique_ptr<KSMessage> m_control;
@@ -86,6 +96,12 @@ int main(int argc, char** argv)
     const QStringList rest = arguments.mid(4);
     if (errand == QStringLiteral("number")) {
         return program.numbers(rest);
+    }
+    if (errand == QStringLiteral("take")) {
+        return program.move(rest[0], rest[1]);
+    }
+    if (errand == QStringLiteral("give")) {
+        return program.move(rest[1], rest[0]);
     }
     return errand == QStringLiteral("import") ? program.import(rest) : program.replace(rest);
 }

@@ -56,6 +56,13 @@ TEST_F(WindowBusTest, ThePlayerIsAskedForATrack)
     EXPECT_EQ(after(u"dj.player.play.sofort"_s, u"1"_s), QStringList{u"send 1047 0 0 to 55"_s});
 }
 
+TEST_F(WindowBusTest, APlayerThatDoesNotRunIsTold)
+{
+    messages.alive.clear();
+    EXPECT_EQ(after(u"dj.player.play.next"_s, u"1"_s), QStringList());
+    EXPECT_EQ(shown(), u"Der Player läuft nicht."_s);
+}
+
 TEST_F(WindowBusTest, AStatusTextStandsInItsPanel)
 {
     after(u"show.statustext"_s, u"Guten Morgen"_s);

@@ -82,7 +82,11 @@ public:
         : m_log(log)
     {}
 
-    void open() override { m_log.append(QStringLiteral("open")); }
+    void open() override
+    {
+        m_log.append(QStringLiteral("open"));
+        fail();
+    }
 
     void release() override { m_log.append(QStringLiteral("release")); }
 
@@ -97,6 +101,7 @@ public:
     [[nodiscard]] qint64 trackCount() override
     {
         m_log.append(QStringLiteral("count"));
+        fail();
         return tracks;
     }
 
@@ -113,8 +118,16 @@ public:
     bool playlistChanged = false;
     qint64 tracks = 1;
     MlvAllData track;
+    int fault = 0; ///< number of the error that every access meets
 
 private:
+    void fail() const
+    {
+        if (fault != 0) {
+            throw DbError(fault, QStringLiteral("the engine's words"));
+        }
+    }
+
     QStringList& m_log;
 };
 
@@ -151,14 +164,20 @@ public:
     {}
 
     WarningAnswer ShowWarning(const QString& text,
-                              WarningType,
+                              WarningType type,
                               const QString& title,
                               const QString&,
                               const QString&) override
     {
         m_log.append(QStringLiteral("warning %1: %2").arg(title, text));
-        return WarningAnswer::Ok;
+        if (whileOpen) {
+            std::exchange(whileOpen, {})();
+        }
+        return type == WarningType::Question ? answer : WarningAnswer::Ok;
     }
+
+    WarningAnswer answer = WarningAnswer::No; ///< to a question
+    std::function<void()> whileOpen;          ///< happens once while the user reads
 
 private:
     QStringList& m_log;

@@ -1,4 +1,6 @@
+#include "platform/qt/icon_set.h"
 #include "shell/console.h"
+#include "shell/monitor_player.h"
 #include "shell/ui/window_menu_bar.h"
 
 #include <QContextMenuEvent>
@@ -65,6 +67,22 @@ TEST_F(WindowMenuBarTest, TheMenusStandInTheirOrderWithTheirTexts)
     EXPECT_EQ(shown, (QStringList{u"Datei"_s, u"Extras"_s, u"Ansicht"_s, u"?"_s}));
 }
 
+TEST_F(WindowMenuBarTest, EveryPictureThatAMenuOrTheMonitorNamesIsDrawnAndMeansOneThing)
+{
+    const QStringList drawn = IconSet::names();
+    QSet<QString> monitor;
+    for (const MonitorCommand& command : kMonitorCommands) {
+        EXPECT_TRUE(drawn.contains(command.icon)) << command.icon.toString().toStdString();
+        monitor.insert(command.icon.toString());
+    }
+    EXPECT_EQ(monitor.size(), qsizetype(kMonitorCommands.size()));
+    for (const MenuRow& row : MLVDB::menu()) {
+        EXPECT_TRUE(row.icon.isEmpty() || drawn.contains(row.icon))
+            << row.name.toString().toStdString();
+        EXPECT_FALSE(monitor.contains(row.icon.toString()));
+    }
+}
+
 TEST_F(WindowMenuBarTest, EachAcceleratorLeadsToOneEntry)
 {
     for (const QMenu* menu : console.window.menuBar()->findChildren<QMenu*>()) {
@@ -87,6 +105,10 @@ TEST_F(WindowMenuBarTest, EntriesOfViewsThatAreMissingAreGreyAndSayWhy)
     EXPECT_EQ(cleaning.toolTip(), u"Noch nicht in dieser Fassung"_s);
     EXPECT_TRUE(qobject_cast<QMenu*>(cleaning.associatedObjects().first())->toolTipsVisible());
     EXPECT_TRUE(entry(u"mnuViewDel"_s).isEnabled());
+    const QAction& sampler = entry(u"mnuPOPDBGRID_13"_s);
+    EXPECT_FALSE(sampler.isEnabled());
+    EXPECT_EQ(sampler.toolTip(), u"Noch nicht in dieser Fassung"_s);
+    EXPECT_TRUE(context().toolTipsVisible());
 }
 
 TEST_F(WindowMenuBarTest, AnEntryThatIsChosenDoesItsWork)

@@ -137,8 +137,14 @@ TEST_F(WindowMenuTest, PlaylistsAreStoredOnlyWhenOneHasChanged)
 TEST_F(WindowMenuTest, TheJobsAreAskedToEnd)
 {
     settings->WriteKeyValue(u"Global"_s, u"MessageHandleJobs"_s, u"77"_s);
+    messages.alive = {77};
     click(u"mnuExitJobs"_s);
     EXPECT_EQ(taken(), QStringList{u"send 1058 0 0 to 77"_s});
+    EXPECT_EQ(shown(), QString());
+    messages.alive.clear();
+    click(u"mnuExitJobs"_s);
+    EXPECT_EQ(taken(), QStringList());
+    EXPECT_EQ(shown(), u"Es laufen keine Hintergrundaufgaben."_s);
 }
 
 TEST_F(WindowMenuTest, ExitClosesTheWindow)
@@ -257,7 +263,9 @@ TEST_F(ContextMenuTest, ItsEntriesHaveTheirIndexesAndTexts)
         if (row.isSeparator()) {
             separators.append(row.index);
         } else {
-            EXPECT_FALSE(menus.captions.value(u"mnuPOPDBGRID_%1"_s.arg(row.index)).isEmpty());
+            const QString name = u"mnuPOPDBGRID_%1"_s.arg(row.index);
+            EXPECT_FALSE(menus.captions.value(name).isEmpty());
+            EXPECT_EQ(menus.toolTips.value(name).isEmpty(), !row.isLater);
         }
         EXPECT_EQ(row.isMoreResult(), row.index == 9);
     }
@@ -293,8 +301,8 @@ TEST_F(ContextMenuTest, TheFolderOfADiscIsKnownByTheDisc)
 
 TEST_F(ContextMenuTest, TracksAreMarkedBeforeTheTagEditorIsStarted)
 {
-    EXPECT_EQ(after(u"mark.for.edit"_s), QStringList{u"bus fill.temp.edit.table"_s});
-    EXPECT_EQ(after(u"show.tageditor"_s), QStringList{u"bus fill.temp.edit.table"_s});
+    EXPECT_EQ(after(u"mark.for.edit"_s), QStringList{u"bus fill.temp.edit.table 2"_s});
+    EXPECT_EQ(after(u"show.tageditor"_s), QStringList{u"bus fill.temp.edit.table 2"_s});
     EXPECT_EQ(processes.commands, QStringList());
     EXPECT_TRUE(shown().contains(u"tagbench"_s));
     install(u"tagbench"_s);
@@ -315,7 +323,7 @@ TEST_F(ContextMenuTest, TheViewThatItCameFromIsAskedForTheRest)
               QStringList{u"bus playlist.BeatGauge.Menu.Click"_s});
     EXPECT_EQ(after(u"BeatGauge.Menu.Manuell.Click"_s),
               QStringList{u"bus playlist.BeatGauge.Menu.Manuell.Click"_s});
-    EXPECT_EQ(after(u"show.melovane.kiv"_s), QStringList{u"bus show.melovane.kiv"_s});
+    EXPECT_EQ(after(u"show.melovane.kiv"_s), QStringList{u"bus show.melovane.kiv 1"_s});
     EXPECT_EQ(after(u"no such tag"_s), QStringList());
 }
 

@@ -20,7 +20,11 @@ struct MlvdbTest : public test::WindowFixture
     void store(int left, int top, int width, int height, int state)
     {
         WindowPosition& position = settings->Position(u"DBPosition"_s);
-        position.setPlace({left, top, width, height});
+        // As they stand in the file: numbers beyond every rectangle, too.
+        position.Left = left;
+        position.Top = top;
+        position.Whidth = width;
+        position.Height = height;
         position.WindowState = state;
         settings->PositionSave(u"DBPosition"_s);
     }
@@ -79,6 +83,40 @@ TEST_F(MlvdbTest, TheSideFilesAreCheckedBeforeTheTracksAreCounted)
 {
     activate(1);
     EXPECT_EQ(log, (QStringList{u"side files"_s, u"count"_s}));
+}
+
+TEST_F(MlvdbTest, ALibraryThatCannotBeCountedIsToldAndNobodyIsSentToTheImporter)
+{
+    mlvdb.load();
+    data.fault = dberror::kCorrupt;
+    activate(0);
+    EXPECT_EQ(processes.commands, QStringList());
+    EXPECT_TRUE(shown().startsWith(u"Die Datenbankdatei ist beschädigt"_s));
+}
+
+TEST_F(MlvdbTest, PlaceAndSplitsAreKeptAlsoWhenTheLibraryFailsAtTheEnd)
+{
+    mlvdb.load();
+    splits[0].at = 222;
+    onLibrarySave = [] { throw DbError(dberror::kDiskFull, u"x"_s); };
+    mlvdb.unload();
+    EXPECT_EQ(folders.makeSettings()->GetKeyValueLong(u"Value"_s, u"DBGridSplit-0"_s, 0), 222);
+}
+
+TEST_F(MlvdbTest, AChosenLanguageIsKeptAndItsStartNamed)
+{
+    folders.install(u"lang_English.ini"_s, "[Description]\nSprach.Name=English\n");
+    mlvdb.chooseLanguage(u"lang_English.ini"_s);
+    EXPECT_EQ(taken(), QStringList{u"warning Sprache: Die Sprache wechselt mit dem nächsten Start "
+                                   "von Melovane DB."_s});
+    EXPECT_EQ(folders.makeSettings()->GetKeyValue(u"Value"_s, u"Sprach.Datei"_s, {}),
+              u"lang_English.ini"_s);
+    const std::vector<LanguageEntry> languages = mlvdb.languages();
+    ASSERT_EQ(languages.size(), 2U);
+    EXPECT_TRUE(languages[1].active);
+    // Who chooses the same again learns nothing new.
+    mlvdb.chooseLanguage(u"lang_English.ini"_s);
+    EXPECT_EQ(taken(), QStringList());
 }
 
 TEST_F(MlvdbTest, TheLoadRunsInItsOrder)

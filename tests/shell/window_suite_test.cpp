@@ -1,3 +1,4 @@
+#include "bus/view_number.h"
 #include "shell/console.h"
 
 #include <QFile>
@@ -69,6 +70,60 @@ TEST_F(WindowSuiteTest, AnotherProgramCanReplaceTheDatabaseAndTheWindowTakesItBa
     library.engine->Release(other);
     ASSERT_EQ(run({u"replace"_s, library.databaseName(), other}), 0);
     EXPECT_EQ(titles(), QStringList{u"Beifall"_s});
+}
+
+TEST_F(WindowSuiteTest, ADatabaseThatIsMissingWhenTakenBackIsAskedForAndComesBackLater)
+{
+    QTest::keyClicks(&console.searchLine(), u"B"_s);
+    const QString aside = library.folders.configFile(u"aside.mdb"_s);
+    console.log.clear();
+    ASSERT_EQ(run({u"take"_s, library.databaseName(), aside}), 0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !console.log.isEmpty(); }));
+    EXPECT_TRUE(console.log[0].contains(u"Die Datenbankdatei ist nicht vorhanden"_s));
+    EXPECT_EQ(titles(), QStringList());
+    // Whatever arrives now finds no database, and no program ends over it.
+    ASSERT_EQ(run({u"number"_s, u"1048"_s, u"0"_s, u"0"_s, u"1050"_s, u"0"_s, u"0"_s, u"1042"_s,
+                   u"1"_s, u"0"_s, u"1039"_s, u"0"_s, u"0"_s}),
+              0);
+    QTest::keyClicks(&console.searchLine(), u"r"_s);
+    QTest::keyClick(&console.window, Qt::Key_F5);
+    console.control<QAction>(u"mnuViewDel"_s).trigger();
+    console.control<QAction>(u"mnuExpPlaylistBas"_s).trigger();
+    EXPECT_TRUE(console.window.isVisible());
+    ASSERT_EQ(run({u"give"_s, library.databaseName(), aside}), 0);
+    QTest::keyClicks(&console.searchLine(), u"a"_s);
+    EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
+}
+
+TEST(GuardedEvents, AFailureThatNoHandlerHasStoppedEndsNeitherTheEventLoopNorTheProgram)
+{
+    QProcess process;
+    process.start(QString::fromUtf8(MLV_GUARDED_EVENTS), {});
+    ASSERT_TRUE(process.waitForFinished(20'000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    // A posted event, one that was sent from a timer, and the slot behind it.
+    EXPECT_EQ(process.exitCode(), 3);
+}
+
+TEST_F(WindowSuiteTest, TracksAreNotedForEditingByTheViewWhoseMenuItWas)
+{
+    // As the shipped database has them, in small.
+    const auto database = library.engine->OpenDatabase(library.databaseName());
+    database->Execute(u"drop table TEMP_MP3Edit"_s);
+    database->Execute(u"create table TEMP_MP3Edit (FID text(12), PLID long)"_s);
+    database->CreateQueryDef(u"QU_IntersTempMp3Edit"_s,
+                             u"parameters INFID text, INPLID long; insert into TEMP_MP3Edit "
+                             "(FID,PLID) values (INFID,INPLID)"_s);
+    const auto noted = [&database] {
+        const auto set = database->OpenRecordset(u"select count(*) as anz from TEMP_MP3Edit"_s);
+        return set->value(u"anz").toLong();
+    };
+    QTest::keyClicks(&console.searchLine(), u"B"_s);
+    console.grid().goToRow(0, 0);
+    BusSender(library.bus, u"MLVDB"_s).SendMessage(u"fill.temp.edit.table"_s, kViewIsPlaylist);
+    EXPECT_EQ(noted(), 0);
+    BusSender(library.bus, u"MLVDB"_s).SendMessage(u"fill.temp.edit.table"_s, kViewIsLibrary);
+    EXPECT_EQ(noted(), 1);
 }
 
 TEST_F(WindowSuiteTest, TheMonitorFallsSilentForAnotherProgram)

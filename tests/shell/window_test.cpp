@@ -183,6 +183,26 @@ TEST_F(WindowTest, TheThemeMenuListsWhatLiesReady)
     EXPECT_FALSE(console->skin.isLoaded());
 }
 
+TEST_F(WindowTest, TheLanguageMenuOffersWhatLiesReadyAndKeepsTheChoice)
+{
+    QFile file(library.folders.configFile(u"lang_English.ini"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[Description]\nSprach.Name=English\n");
+    file.close();
+    open();
+    auto& menu = console->control<QMenu>(u"mnuSprache"_s);
+    emit menu.aboutToShow();
+    ASSERT_EQ(menu.actions().size(), 2);
+    EXPECT_EQ(menu.actions()[0]->text(), u"Deutsch"_s);
+    EXPECT_TRUE(menu.actions()[0]->isChecked());
+    console->log.clear();
+    menu.actions()[1]->trigger();
+    EXPECT_EQ(console->log.size(), 1);
+    emit menu.aboutToShow();
+    EXPECT_FALSE(menu.actions()[0]->isChecked());
+    EXPECT_TRUE(menu.actions()[1]->isChecked());
+}
+
 TEST_F(WindowTest, ExitInTheMenuClosesTheWindow)
 {
     addTracks();

@@ -1,3 +1,5 @@
+#include "platform/sqlite/sqlite_engine.h"
+#include "platform/system/clock.h"
 #include "shell/console.h"
 #include "support/temp_folder.h"
 
@@ -48,8 +50,9 @@ TEST_F(RealDisplay, KeysOfTheKeyboardFilterTheListAndSortingAndFocusFollow)
     console.window.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, 10'000));
     DataGrid& grid = console.grid();
+    // Whoever opens the window wants to search: the first letter needs no click.
+    EXPECT_TRUE(console.searchLine().hasFocus());
 
-    console.searchLine().focus();
     ASSERT_TRUE(runBeside(u"xdotool"_s, {u"type"_s, u"--delay"_s, u"30"_s, u"licht"_s}));
     ASSERT_TRUE(QTest::qWaitFor([&] { return console.searchLine().text() == "licht"_L1; }));
     EXPECT_EQ(grid.model()->rowCount(), 2);
@@ -86,6 +89,20 @@ public:
         EXPECT_TRUE(process->waitForStarted());
         return process;
     }
+
+    /// Puts a track into its library, before the start.
+    void addTrack(const QString& title)
+    {
+        const SystemClock clock;
+        const auto engine = sqlite::makeEngine(clock);
+        engine->OpenDatabase(m_folder.file(u"melovane.mdb"_s))
+            ->Execute(
+                u"insert into db_all (FID,Titel,DEL) values ('900000000001','%1',0)"_s.arg(title));
+    }
+
+    void setSettings(const QByteArray& text) { m_folder.write(u"melovane.ini"_s, text); }
+
+    [[nodiscard]] QByteArray settings() { return m_folder.read(m_folder.file(u"melovane.ini"_s)); }
 
     [[nodiscard]] const test::TempFolder& folder() const { return m_folder; }
 
@@ -149,6 +166,86 @@ TEST_F(RealDisplay, AfterAKillTheNextStartIsTheOnlyCopy)
         killAndWait(*copy);
         EXPECT_TRUE(QTest::qWaitFor([] { return consoleWindow().isEmpty(); }, 10'000));
     }
+}
+
+/// Left, top, width and height of a window on the screen.
+QString placeOf(const QString& window)
+{
+    return asked({u"getwindowgeometry"_s, window}).section(u'\n', 1);
+}
+
+/// Ends a console as its user does.
+void quit(QProcess& process, const QString& window)
+{
+    asked({u"windowactivate"_s, u"--sync"_s, window, u"key"_s, u"ctrl+q"_s});
+    EXPECT_TRUE(
+        QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; }, 20'000));
+}
+
+QString shownConsole()
+{
+    QString window;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !(window = consoleWindow()).isEmpty(); }, 20'000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return asked({u"getactivewindow"_s}) == window; }, 20'000));
+    return window;
+}
+
+TEST_F(RealDisplay, PlaceAndSearchComeBackWithoutDriftUnderAWindowManager)
+{
+    StartedConsole console({u"MelovaneDB"_s, u"melovane.mdb"_s, u"melovane.ini"_s});
+    console.addTrack(u"Brandung"_s);
+    auto process = console.start();
+    QString window = shownConsole();
+    asked({u"windowsize"_s, u"--sync"_s, window, u"900"_s, u"640"_s});
+    asked({u"windowmove"_s, u"--sync"_s, window, u"150"_s, u"90"_s});
+    asked({u"type"_s, u"brand"_s});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return placeOf(window).contains(u"900x640"_s); }, 10'000));
+    QStringList places;
+    for (int round = 0; round < 3; ++round) {
+        places.append(placeOf(window));
+        quit(*process, window);
+        EXPECT_TRUE(console.settings().contains("LastDbSearch=brand"));
+        process = console.start();
+        window = shownConsole();
+    }
+    EXPECT_EQ(places[1], places[0]);
+    EXPECT_EQ(places[2], places[0]);
+    killAndWait(*process);
+}
+
+TEST_F(RealDisplay, AStoredPlaceOutsideTheScreenIsIgnored)
+{
+    StartedConsole console({u"MelovaneDB"_s, u"melovane.mdb"_s, u"melovane.ini"_s});
+    console.addTrack(u"Brandung"_s);
+    console.setSettings("[DBPosition]\nLeft=3000\nTop=2000\nWhidth=640\nHeight=400\n");
+    const auto process = console.start();
+    const QString place = placeOf(shownConsole());
+    EXPECT_FALSE(place.contains(u"640x400"_s)) << place.toStdString();
+    EXPECT_FALSE(place.contains(u"3000"_s)) << place.toStdString();
+    killAndWait(*process);
+}
+
+TEST_F(RealDisplay, ADatabaseThatIsDestroyedUnderTheWindowEndsNothing)
+{
+    StartedConsole console({u"MelovaneDB"_s, u"melovane.mdb"_s, u"melovane.ini"_s});
+    console.addTrack(u"Brandung"_s);
+    const auto process = console.start();
+    const QString window = shownConsole();
+    asked({u"type"_s, u"b"_s});
+    // Whoever did this wrote over the file in place: its pages are there and mean nothing.
+    QFile database(console.folder().file(u"melovane.mdb"_s));
+    ASSERT_TRUE(database.open(QIODevice::ReadWrite));
+    database.write(QByteArray(database.size(), 'x'));
+    database.close();
+    for (const QString& key : {u"Down"_s, u"5"_s, u"Delete"_s, u"F5"_s, u"ctrl+a"_s, u"ctrl+c"_s,
+                               u"Return"_s, u"Menu"_s, u"Escape"_s, u"ctrl+f"_s}) {
+        asked({u"key"_s, key});
+    }
+    asked({u"type"_s, u"rand*"_s});
+    // It still answers: the keys have all been heard when the program ends by one of them.
+    quit(*process, window);
+    EXPECT_EQ(process->exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process->exitCode(), 0);
 }
 
 TEST_F(RealDisplay, ATitleStandsOnTheScreenAsItIsWithoutTheProgramsName)

@@ -14,8 +14,12 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Names of roles in braces, and sizes: {line} is the height of a line, {pad} the space above and
-/// below it in a control, {box} the side of a check box, {button} the least width of a button.
+/// Side of the picture of a menu entry; entries without one are as high.
+constexpr int kMenuIcon = 16;
+
+/// Names of roles in braces, and sizes: {line} is the height of a line, {row} that of a menu entry,
+/// {pad} the space above and below it in a control, {box} the side of a check box, {button} the
+/// least width of a button.
 constexpr char16_t kSheet[] = uR"(
 QMainWindow, QWidget#Frame { background: {BackColorSizer}; }
 QMainWindow::separator { width: 0; height: 0; }
@@ -26,7 +30,7 @@ QMenuBar::item { background: transparent; padding: {pad}px 10px; border-radius: 
 QMenuBar::item:selected { background: {GridColorSelLostFocus}; }
 QMenuBar::item:pressed { background: {GridColorSelGotFocus}; }
 QMenu { background: {GridHeadColor}; color: {Text}; border: 1px solid {Hairline}; padding: 5px; }
-QMenu::item { padding: {pad}px 28px {pad}px 10px; border-radius: 4px; }
+QMenu::item { padding: {pad}px 28px {pad}px 10px; border-radius: 4px; min-height: {row}px; }
 QMenu::item:selected { background: {GridColorSelGotFocus}; color: {Text}; }
 QMenu::item:disabled { color: {TextDisabled}; }
 QMenu::icon { padding-left: 8px; }
@@ -34,7 +38,7 @@ QMenu::indicator { width: {line}px; height: {line}px; margin-left: 6px; }
 QMenu::indicator:checked { image: url(:/style/check.svg); }
 QMenu::indicator:unchecked { image: none; }
 QMenu::separator { height: 1px; background: {Hairline}; margin: 5px 8px; }
-QToolTip { background: {GridHeadColor}; color: {Text}; border: 1px solid {Hairline};
+QToolTip { background: {GridColorSelLostFocus}; color: {Text}; border: 1px solid {TextDisabled};
   padding: 4px 7px; }
 QWidget#ToolRow { background: {GridHeadColor}; border-bottom: 1px solid {Hairline};
   border-top-left-radius: 5px; border-top-right-radius: 5px; }
@@ -111,6 +115,7 @@ QString styleSheetFor(const Theme& theme, int lineHeight)
         sheet.replace(u'{' + Theme::nameOf(role) + u'}', theme.colour(role).toText());
     }
     sheet.replace("{line}"_L1, QString::number(lineHeight));
+    sheet.replace("{row}"_L1, QString::number(std::max(lineHeight, kMenuIcon)));
     sheet.replace("{box}"_L1, QString::number(lineHeight - 2));
     sheet.replace("{button}"_L1, QString::number(lineHeight * 4));
     sheet.replace("{field}"_L1, QString::number(lineHeight + 4));

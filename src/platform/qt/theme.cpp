@@ -154,7 +154,7 @@ QPalette Theme::palette() const
     set(QPalette::Highlight, ThemeRole::GridColorSelGotFocus);
     set(QPalette::HighlightedText, ThemeRole::Text);
     set(QPalette::PlaceholderText, ThemeRole::TextSecond);
-    set(QPalette::ToolTipBase, ThemeRole::GridHeadColor);
+    set(QPalette::ToolTipBase, ThemeRole::GridColorSelLostFocus);
     set(QPalette::ToolTipText, ThemeRole::Text);
     set(QPalette::Link, ThemeRole::Accent);
     set(QPalette::Mid, ThemeRole::Hairline);

@@ -11,7 +11,6 @@
 #include "shell/ui/window_menu_bar.h"
 #include "trees/ui/playlist_favorit_widget.h"
 
-#include <QActionGroup>
 #include <QCloseEvent>
 #include <QMenu>
 #include <QScreen>
@@ -25,6 +24,16 @@ namespace {
 
 /// Size of the window before it was ever closed; less on a smaller screen.
 constexpr QSize kFirstSize{1280, 800};
+
+/// An entry of a menu of files, one of which is chosen.
+QAction* addChoice(QMenu& menu, const QString& title, const QString& fileName, bool active)
+{
+    QAction* entry = menu.addAction(title);
+    entry->setObjectName(fileName);
+    entry->setCheckable(true);
+    entry->setChecked(active);
+    return entry;
+}
 
 } // namespace
 
@@ -99,6 +108,9 @@ void MlvdbWindow::attach(MLVDB& logic, const ConfigObjects& texts)
     QMenu* skins = m_menus->filledMenu(u"mnuSkin"_s);
     connect(skins, &QMenu::aboutToShow, this,
             [this, skins, &logic, &texts] { fillSkinMenu(*skins, logic, texts); });
+    QMenu* languages = m_menus->filledMenu(u"mnuSprache"_s);
+    connect(languages, &QMenu::aboutToShow, this,
+            [this, languages, &logic] { fillLanguageMenu(*languages, logic); });
     for (const LaterPanel& panel : m_later) {
         panel.view->setNote({texts.text(panel.title), texts.text(panel.text), {}});
     }
@@ -108,14 +120,8 @@ void MlvdbWindow::attach(MLVDB& logic, const ConfigObjects& texts)
 void MlvdbWindow::fillSkinMenu(QMenu& menu, MLVDB& logic, const ConfigObjects& texts)
 {
     menu.clear();
-    auto* group = new QActionGroup(&menu);
     const auto add = [&](const QString& title, const QString& fileName, bool active) {
-        QAction* entry = menu.addAction(title);
-        entry->setObjectName(fileName);
-        entry->setCheckable(true);
-        entry->setChecked(active);
-        group->addAction(entry);
-        connect(entry, &QAction::triggered, this,
+        connect(addChoice(menu, title, fileName, active), &QAction::triggered, this,
                 [&logic, fileName] { logic.chooseSkin(fileName); });
     };
     for (const SkinEntry& skin : logic.skins()) {
@@ -123,6 +129,16 @@ void MlvdbWindow::fillSkinMenu(QMenu& menu, MLVDB& logic, const ConfigObjects& t
     }
     menu.addSeparator();
     add(texts.text(u"skin.desktop"_s), QString(), !m_skin.isLoaded());
+}
+
+void MlvdbWindow::fillLanguageMenu(QMenu& menu, MLVDB& logic)
+{
+    menu.clear();
+    for (const LanguageEntry& language : logic.languages()) {
+        connect(addChoice(menu, language.title, language.fileName, language.active),
+                &QAction::triggered, this,
+                [&logic, name = language.fileName] { logic.chooseLanguage(name); });
+    }
 }
 
 void MlvdbWindow::setCaption(const QString& caption)

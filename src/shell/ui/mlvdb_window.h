@@ -77,6 +77,7 @@ private:
 
     void buildPanels();
     void fillSkinMenu(QMenu& menu, MLVDB& logic, const ConfigObjects& texts);
+    void fillLanguageMenu(QMenu& menu, MLVDB& logic);
     [[nodiscard]] Panel* laterPanel(const QString& name, const QString& icon, const QString& key);
 
     Skin& m_skin;

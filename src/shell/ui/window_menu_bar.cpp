@@ -101,6 +101,7 @@ void WindowMenuBar::buildContextMenu()
 {
     m_context = new QMenu(&m_window);
     m_context->setObjectName(u"popupDBGRID"_s);
+    m_context->setToolTipsVisible(true);
     for (const ContextRow& row : contextRows()) {
         if (row.isSeparator()) {
             m_context->addSeparator();
@@ -117,6 +118,7 @@ void WindowMenuBar::buildContextMenu()
                     [this, tag = row.tag.toString()] { m_logic->contextMenu().clicked(tag); });
         }
         entry->setIcon(m_icons.icon(row.icon.toString()));
+        entry->setEnabled(!row.isLater);
         entry->setObjectName(u"mnuPOPDBGRID_%1"_s.arg(row.index));
     }
 }
