@@ -279,6 +279,7 @@ void Application::connectViews()
     m_window.attach(m_mlvdb, m_texts);
     m_window.library().attach(m_library, m_texts);
     m_window.lists().attach(m_favorit, m_texts);
+    m_popup.setPlace([this] { return m_window.lists().menuPlace(); });
     m_settings.SetKeyboard(&m_keyboard);
     m_keyboard.setHandler(&m_window, [this] { return m_keys.keyPressed(); });
     QObject::connect(&m_window, &MlvdbWindow::firstShown, &m_library,

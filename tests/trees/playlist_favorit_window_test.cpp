@@ -192,6 +192,9 @@ TEST_F(PlaylistFavoritWindow, ARightClickAndTheMenuKeyOpenTheMenuOfTheRow)
     QApplication::sendEvent(tree.viewport(), &key);
     ASSERT_NE(editor(), nullptr);
     EXPECT_EQ(editor()->text(), u"Tanz"_s);
+    // Below its row, not where the mouse happens to be.
+    EXPECT_EQ(form.menuPlace(),
+              tree.viewport()->mapToGlobal(tree.placeOf(tree.currentRow()).bottomLeft()));
 }
 
 TEST_F(PlaylistFavoritWindow, EveryToolHasATipAndAnAccessibleNameAndCanBeTakenAway)

@@ -39,7 +39,10 @@ void PlaylistFavoritWidget::attach(PlaylistFavorit& logic, const ConfigObjects& 
     connect(m_tree, &OutlineTree::rowEdited, &logic, &PlaylistFavorit::rowEdited);
     connect(m_tree, &OutlineTree::editEnded, &logic, &PlaylistFavorit::editEnded);
     connect(m_tree, &OutlineTree::deletePressed, &logic, &PlaylistFavorit::deleteRow);
-    connect(m_tree, &OutlineTree::menuWanted, &logic, &PlaylistFavorit::contextMenu);
+    connect(m_tree, &OutlineTree::menuWanted, &logic, [this, &logic](int row, const QPoint& place) {
+        m_menuPlace = place;
+        logic.contextMenu(row);
+    });
     connect(m_tree, &OutlineTree::rowDropped, &logic, &PlaylistFavorit::rowDropped);
     connect(&logic, &PlaylistFavorit::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });

@@ -24,6 +24,9 @@ public:
     /// Connects the form with its logic, which outlives the last event of the form.
     void attach(PlaylistFavorit& logic, const ConfigObjects& texts);
 
+    /// Where the last context menu was asked for, on the screen.
+    [[nodiscard]] QPoint menuPlace() const { return m_menuPlace; }
+
     /// In units of the screen; 0 before the tool bar is made.
     [[nodiscard]] int ToolBarHeight() const;
     /// Takes a button away, by key.
@@ -34,6 +37,7 @@ private:
 
     const IconSet& m_icons;
     OutlineTree* m_tree;
+    QPoint m_menuPlace;
 };
 
 } // namespace melovane
