@@ -156,7 +156,7 @@ void PlaylistFavorit::lock(int row)
     m_parts.lists.names().setLock(state->list, !state->lock);
     rereadRow(row);
     const TreeRow shown = m_tree.row(row);
-    m_bus.SendMessage(u"playlist.set.lock"_s, shown.key, shown.picture);
+    m_bus.SendMessage(u"playlist.set.lock"_s, shown.key, shown.picture, !state->lock);
     // The list is open: from now on it may be changed, or no longer.
     rowClicked(rowOfList(state->list));
 }
@@ -271,6 +271,8 @@ void PlaylistFavorit::deleteList(int row)
         // Found anew: the tree may be another one after the question.
         m_tree.removeRow(rowOfList(list));
         m_bus.SendMessage(u"refresh.playlist.tree"_s);
+        // Who shows the entries of the list has none any more.
+        m_bus.SendMessage(u"refresh.playlist"_s, numberOf(list));
         rowClicked(m_tree.currentRow());
     }
 }

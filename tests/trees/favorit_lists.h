@@ -83,7 +83,7 @@ public:
         set(station, QStringLiteral("isplay=true"));
         heard = bus.subscribe([this](const MLVMessage& message) {
             QStringList words{message.Command};
-            for (const Value& value : {message.Value1, message.Value2}) {
+            for (const Value& value : {message.Value1, message.Value2, message.Value3}) {
                 if (!value.isNull()) {
                     words.append(value.toText());
                 }
@@ -147,7 +147,7 @@ public:
     FileLocator locator{files, dataFolder()};
     ListHistory history{*engine, files, clock, *settings, {}};
     MLVFunction lists{{*engine, *settings, files, locator, history, {}}, clock};
-    QStringList messages; ///< "name|first value|second value" of all on the bus
+    QStringList messages; ///< "name|first value|second value|third value" of all on the bus
     QList<int> details;
     int friday = 0;
     int saturday = 0;
