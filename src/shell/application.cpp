@@ -13,6 +13,7 @@
 #include "platform/system/path_text.h"
 #include "shell/skin_files.h"
 #include "store/check_database.h"
+#include "trees/ui/playlist_favorit_widget.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -59,11 +60,15 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_siblings(m_paths, m_files, m_processes)
     , m_data(*m_engine, m_settings, m_paths, m_files, m_clock, log())
     , m_locator(m_files, m_paths.GetConfigPath())
+    , m_listHistory(*m_engine, m_files, m_clock, m_settings, log())
+    , m_lists({*m_engine, m_settings, m_files, m_locator, m_listHistory, log()}, m_clock)
+    , m_popup(m_icons)
     , m_player(m_output, m_loop)
     , m_window(m_skin, m_icons)
     , m_monitor(monitorParts())
     , m_mlvdb(windowParts(), m_window.controls())
     , m_library(libraryParts(), m_window.library().controls(), libraryActions())
+    , m_favorit(favoritParts(), m_window.lists().tree())
     , m_keys(m_settings, m_loop, keyActions())
 {}
 
@@ -162,6 +167,11 @@ QString Application::placeOf(const QString& file)
 Mp3dbParts Application::libraryParts()
 {
     return {*m_engine, m_settings, m_texts, m_paths, m_files, m_clock, m_loop, m_bus};
+}
+
+FavoritParts Application::favoritParts()
+{
+    return {*m_engine, m_settings, m_texts, m_lists, m_loop, m_bus, m_warnings, m_popup, log(), {}};
 }
 
 KeyActions Application::keyActions()
@@ -269,11 +279,16 @@ void Application::connectViews()
 {
     m_window.attach(m_mlvdb, m_texts);
     m_window.library().attach(m_library, m_texts);
+    m_window.lists().attach(m_favorit, m_texts);
+    m_popup.setPlace([this] { return m_window.lists().menuPlace(); });
     m_settings.SetKeyboard(&m_keyboard);
     m_keyboard.setHandler(&m_window, [this] { return m_keys.keyPressed(); });
     QObject::connect(&m_window, &MlvdbWindow::firstShown, &m_library,
                      [this] { m_mlvdb.activateFirst(); });
-    QObject::connect(&m_window, &MlvdbWindow::closing, &m_library, [this] { m_mlvdb.unload(); });
+    QObject::connect(&m_window, &MlvdbWindow::closing, &m_library, [this] {
+        m_mlvdb.unload();
+        m_favorit.end();
+    });
 }
 
 void Application::showMainWindow()
@@ -281,6 +296,7 @@ void Application::showMainWindow()
     connectViews();
     try {
         m_mlvdb.load();
+        m_favorit.toolPressed(u"all.activate"_s);
     } catch (const DbError& error) {
         // The window is there all the same, incomplete.
         m_log->DebugOut(u"MLVDB.Load: "_s + error.text());

@@ -17,9 +17,12 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_keyboard.h"
 #include "platform/qt/qt_message_loop.h"
+#include "platform/qt/qt_popup.h"
 #include "platform/qt/skin.h"
 #include "platform/sqlite/column_index.h"
 #include "platform/system/clock.h"
+#include "playlists/list_history.h"
+#include "playlists/mlv_function.h"
 #include "shell/edit_box.h"
 #include "shell/info.h"
 #include "shell/key_commands.h"
@@ -37,6 +40,7 @@
 #include "shell/ui/msg_dialog.h"
 #include "shell/ui/splash_window.h"
 #include "store/file_locator.h"
+#include "trees/playlist_favorit.h"
 
 #include <memory>
 
@@ -74,6 +78,7 @@ private:
     [[nodiscard]] MonitorParts monitorParts();
     [[nodiscard]] Mp3dbActions libraryActions();
     [[nodiscard]] Mp3dbParts libraryParts();
+    [[nodiscard]] FavoritParts favoritParts();
     [[nodiscard]] KeyActions keyActions();
     [[nodiscard]] bool editLibraryLayout();
     [[nodiscard]] QString placeOf(const QString& file);
@@ -116,12 +121,16 @@ private:
     SiblingControl m_siblings;
     LibraryData m_data;
     FileLocator m_locator;
+    ListHistory m_listHistory;
+    MLVFunction m_lists;
+    QtPopup m_popup;
     linux_media::SdlOutput m_output;
     linux_media::Mp3Player m_player;
     MlvdbWindow m_window;
     Monitor m_monitor;
     MLVDB m_mlvdb;
     ctl_MP3DB m_library;
+    PlaylistFavorit m_favorit;
     QtKeyboard m_keyboard;
     KeyCommands m_keys;
     std::unique_ptr<KSMessage> m_nextCopy; ///< hears of later copies; null before the window is up

@@ -3,12 +3,12 @@
 #include "platform/qt/data_grid_model.h"
 #include "platform/qt/figures.h"
 #include "platform/qt/skin.h"
+#include "platform/qt/whole_text_tip.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QToolTip>
 
 namespace melovane {
 
@@ -159,14 +159,7 @@ bool DataGridPainter::helpEvent(QHelpEvent* event,
     const QString text = index.data().toString();
     const int room = view->visualRect(index).width() - 2 * kPadding;
     const bool fits = option.fontMetrics.horizontalAdvance(text) <= room;
-    if (event->type() != QEvent::ToolTip || fits) {
-        QToolTip::hideText();
-        return true;
-    }
-    // A title may look like markup; it is shown as it stands.
-    constexpr int kLongest = 1000;
-    const QString shown = u"<qt>%1</qt>"_s.arg(text.left(kLongest).toHtmlEscaped());
-    QToolTip::showText(event->globalPos(), shown, view);
+    showWholeText(*event, view, text, fits);
     return true;
 }
 

@@ -16,6 +16,7 @@ class MLVDB;
 class Mp3dbWidget;
 struct MlvdbControls;
 class Panel;
+class PlaylistFavoritWidget;
 class Skin;
 class SplitPanel;
 class StatusBar;
@@ -36,6 +37,8 @@ public:
     [[nodiscard]] StatusLine& status();
 
     [[nodiscard]] Mp3dbWidget& library() { return *m_library; }
+
+    [[nodiscard]] PlaylistFavoritWidget& lists() { return *m_lists; }
 
     /// Connects the form with its logic, which outlives its last event.
     void attach(MLVDB& logic, const ConfigObjects& texts);
@@ -80,6 +83,7 @@ private:
     Skin& m_skin;
     const IconSet& m_icons;
     Mp3dbWidget* m_library = nullptr;
+    PlaylistFavoritWidget* m_lists = nullptr;
     StatusBar* m_status = nullptr;
     WindowMenuBar* m_menus = nullptr;
     std::vector<LaterPanel> m_later;

@@ -1,0 +1,168 @@
+#include "playlists/entry_places.h"
+
+#include "platform/db/database.h"
+#include "platform/db/sql_text.h"
+#include "playlists/playlist_table.h"
+#include "playlists/row_statements.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <limits>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+std::vector<EntryPlace> readPlaces(Database& database, const QString& statement)
+{
+    std::vector<EntryPlace> places;
+    const auto rows = database.OpenRecordset(statement);
+    places.reserve(size_t(rows->rowCount()));
+    for (; !rows->Eof(); rows->MoveNext()) {
+        places.push_back({Plid(rows->value(0).toLong()), Pnid(rows->value(1).toLong()),
+                          Sid(rows->value(2).toLong())});
+    }
+    return places;
+}
+
+std::vector<EntryPlace> placesWhere(Database& database, const QString& condition)
+{
+    return readPlaces(database, u"select plid, pnid, sid from pl_all where "_s + condition +
+                                    u" order by sid, plid"_s);
+}
+
+} // namespace
+
+Sid clampedSid(qint64 position)
+{
+    using Limits = std::numeric_limits<qint32>;
+    return Sid(std::clamp<qint64>(position, Limits::min(), Limits::max()));
+}
+
+qint64 nextSid(Database& database, Pnid list)
+{
+    const auto highest = database.OpenRecordset(
+        u"select max(sid) as msid from pl_all where pnid="_s + sql::number(numberOf(list)));
+    return highest->value(u"msid").toInt64() + 1;
+}
+
+std::vector<EntryPlace> placesFrom(Database& database, Pnid list, Sid position)
+{
+    return placesWhere(database, u"PNID="_s + sql::number(numberOf(list)) + u" and SID>="_s +
+                                     sql::number(numberOf(position)));
+}
+
+std::optional<EntryPlace> placeOf(Database& database, Plid entry)
+{
+    const auto found = placesWhere(database, u"plid="_s + sql::number(numberOf(entry)));
+    return found.empty() ? std::nullopt : std::optional(found.front());
+}
+
+std::optional<EntryPlace> neighbourOf(Database& database, const EntryPlace& place, int step)
+{
+    const QString side = step < 0 ? u"<"_s : u">"_s;
+    const QString way = step < 0 ? u" desc"_s : QString();
+    const QString sid = sql::number(numberOf(place.position));
+    const auto found =
+        readPlaces(database, u"select top 1 plid, pnid, sid from pl_all where pnid=%1 and sid%2=%3 "
+                             "and (sid%2%3 or plid%2%4) order by sid%5, plid%5"_s.arg(
+                                 sql::number(numberOf(place.list)), side, sid,
+                                 sql::number(numberOf(place.entry)), way));
+    return found.empty() ? std::nullopt : std::optional(found.front());
+}
+
+std::vector<Pnid> listsOf(Database& database, const QString& condition)
+{
+    std::vector<Pnid> lists;
+    const auto rows =
+        database.OpenRecordset(u"select distinct pnid from pl_all where "_s + condition);
+    for (; !rows->Eof(); rows->MoveNext()) {
+        lists.push_back(Pnid(rows->value(0).toLong()));
+    }
+    return lists;
+}
+
+PlaceWriter::PlaceWriter(Database& database, ListEdit& edit)
+    : m_edit(edit)
+    , m_update(database,
+               kEntryTable.toString(),
+               keyColumnOf(kEntryTable),
+               {{u"SID"_s, FieldType::Long}, {u"PNID"_s, FieldType::Long}})
+{}
+
+void PlaceWriter::write(const EntryPlace& from, Pnid list, Sid position)
+{
+    m_update.run(numberOf(from.entry), {numberOf(position), numberOf(list)});
+    m_edit.moved(from.entry, {from.list, from.position}, {list, position});
+}
+
+void makeRoom(Database& database, ListEdit& edit, Pnid list, Sid position, qint64 newFirst)
+{
+    PlaceWriter writer(database, edit);
+    for (const EntryPlace& place : placesFrom(database, list, position)) {
+        const Sid target = clampedSid(newFirst++);
+        if (target != place.position) {
+            writer.write(place, list, target);
+        }
+    }
+}
+
+void moveEntries(Database& database,
+                 ListEdit& edit,
+                 const QStringList& ids,
+                 Pnid list,
+                 qint64 first)
+{
+    QHash<qint64, EntryPlace> known;
+    for (const QString& condition : keyConditions(u"plid", entryNumbers(ids))) {
+        for (const EntryPlace& place : placesWhere(database, condition)) {
+            known.insert(numberOf(place.entry), place);
+            edit.alsoChanges(place.list);
+        }
+    }
+    PlaceWriter writer(database, edit);
+    for (const QString& id : ids) {
+        const auto place = known.constFind(entryNumber(id).value_or(0));
+        const Sid target = clampedSid(first++);
+        if (place != known.cend()) {
+            writer.write(*place, list, target);
+        }
+    }
+}
+
+void addCopies(Database& database,
+               const GetPLData::Entries& sources,
+               const QStringList& ids,
+               Pnid list,
+               qint64 first,
+               UnknownEntry unknown)
+{
+    QStringList names{u"SID"_s, u"PNID"_s};
+    std::vector<size_t> copied; // columns of the source behind these two
+    for (qsizetype i = 0; i < sources.columns.size(); ++i) {
+        const QString name = sources.columns[i].toUpper();
+        if (name != "PLID"_L1 && name != "SID"_L1 && name != "PNID"_L1) {
+            names.append(sources.columns[i]);
+            copied.push_back(size_t(i));
+        }
+    }
+    const QString table = kEntryTable.toString();
+    RowInsert insert(database, table, writtenColumns(database, table, names));
+    for (const QString& id : ids) {
+        const auto source = sources.rows.constFind(entryNumber(id).value_or(0));
+        if (source == sources.rows.cend()) {
+            first += unknown == UnknownEntry::KeepsItsPlace ? 1 : 0;
+            continue;
+        }
+        std::vector<Value> values{numberOf(clampedSid(first++)), numberOf(list)};
+        for (const size_t column : copied) {
+            values.push_back((*source)[column]);
+        }
+        insert.run(values);
+    }
+}
+
+} // namespace melovane

@@ -1,0 +1,245 @@
+#include "playlists/entry_records.h"
+
+#include "config/global_settings.h"
+#include "platform/db/database.h"
+#include "platform/db/db_error.h"
+#include "platform/db/sql_text.h"
+#include "platform/system/files.h"
+#include "platform/system/text_number.h"
+#include "playlists/list_edit.h"
+#include "store/file_locator.h"
+#include "trackedit/milli_sec_to_min.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Null for a column that the row does not have: the row of a track has no action.
+Value cellOf(const Recordset& row, QStringView column)
+{
+    const int index = row.fieldIndex(column);
+    return index < 0 ? Value() : row.value(index);
+}
+
+void setIfDifferent(Recordset& row, QStringView column, int value)
+{
+    const Value stored = row.value(column);
+    if (stored.isNull() || stored.toLong() != value) {
+        row.setValue(column, value);
+    }
+}
+
+QString whereEntry(Plid entry)
+{
+    return u"plid="_s + sql::number(numberOf(entry));
+}
+
+} // namespace
+
+MLVMixStyle styleOrDefault(const MLVMixStyle& style, const QString& fallback)
+{
+    return style.IsSet || fallback == kNoMixStyle ? style : MixStyleSplit(fallback);
+}
+
+MlvEQStyle styleOrDefault(const MlvEQStyle& style)
+{
+    return style.IsSet ? style : EQStyleSplit(kDefaultEqStyle);
+}
+
+MLVMixStyle MixStyleComputeTime(int total, const MLVMixStyle& source)
+{
+    const double scaled = std::floor(total / 10000.0 * source.MixValue1);
+    using Limits = std::numeric_limits<int>;
+    const int value = int(std::clamp<double>(scaled, Limits::min(), Limits::max()));
+    MLVMixStyle style;
+    style.MixValue1 = style.MixValue2 = style.MixValue3 = style.MixValue4 = value;
+    return style;
+}
+
+EntryRecords::EntryRecords(PlaylistParts parts)
+    : m_parts(std::move(parts))
+{}
+
+void EntryRecords::quiet(const QString& where, const std::function<void(Database&)>& work) const
+{
+    quietly(m_parts.sink, where,
+            [&] { work(*m_parts.engine.OpenDatabase(m_parts.settings.DbName())); });
+}
+
+void EntryRecords::fill(const Recordset& row, MlvPlaylistDetail& detail) const
+{
+    const auto text = [&](QStringView column) { return cellOf(row, column).toText(); };
+    const auto number = [&](QStringView column) { return cellOf(row, column).toLong(); };
+    detail.FID = text(u"FID");
+    detail.PLID = Plid(number(u"PLID"));
+    detail.PNID = Pnid(number(u"PNID"));
+    detail.Titel = text(u"Titel");
+    detail.Interpret = text(u"Interpret");
+    detail.Pitch = number(u"Pitch");
+    detail.Volume = number(u"Volume");
+    detail.DName = text(u"DName");
+    detail.DKhz = number(u"DKhz");
+    detail.DBit = number(u"DBit");
+    detail.BPM = text(u"BPM");
+    detail.FrameStart = number(u"FrameStart");
+    detail.FrameStop = number(u"FrameStop");
+    if (detail.FrameStop == 0) {
+        detail.FrameStop = toLongHalfEven(number(u"DTimeMsec") / Mod_MilliSecToMin::kFrameMs);
+    }
+    detail.Normalize = number(u"Normalize");
+    detail.Path = text(u"Path");
+    detail.DriveTyp = number(u"DriveTyp");
+    detail.DriveName = text(u"DriveName");
+    detail.MixIn = text(u"MixIn");
+    detail.MixOut = text(u"MixOut");
+    detail.eq = text(u"eq");
+    detail.MixTime = number(u"MixTime");
+    detail.Aktion = number(u"Aktion");
+    detail.Command = text(u"Command");
+    detail.commands = CommandToMap(detail.Command).value_or(CommandMap());
+    QString folder = detail.Path;
+    const QString file = m_parts.locator.ExistFile(folder, detail.DName);
+    detail.file = m_parts.files.fileExists(file) ? file : QString();
+}
+
+void EntryRecords::fillStyles(MlvPlaylistDetail& detail) const
+{
+    detail.mixInStyle =
+        styleOrDefault(MixStyleSplit(detail.MixIn), m_parts.settings.DefaultMixStyleIN());
+    detail.mixOutStyle =
+        styleOrDefault(MixStyleSplit(detail.MixOut), m_parts.settings.DefaultMixStyleOUT());
+    detail.eqStyle = styleOrDefault(EQStyleSplit(detail.eq));
+    detail.MixTime = mixTimeOrDefault(detail.MixTime, m_parts.settings.DefaultMixTime());
+}
+
+MlvPlaylistDetail EntryRecords::byEntry(Plid entry) const
+{
+    MlvPlaylistDetail detail;
+    quiet(u"GetPlaylistDetailByPLID"_s, [&](Database& database) {
+        const auto row = database.OpenRecordset(u"select * from vpl_all where plid="_s +
+                                                sql::number(numberOf(entry)));
+        if (row->Eof()) {
+            return;
+        }
+        fill(*row, detail);
+        const auto list = database.OpenRecordset(u"select * from pl_name where nid="_s +
+                                                 sql::number(numberOf(detail.PNID)));
+        if (!list->Eof()) {
+            detail.GRID = GroupId(list->value(u"GRID").toLong());
+        }
+    });
+    fillStyles(detail);
+    return detail;
+}
+
+MlvPlaylistDetail EntryRecords::byTrack(const QString& fid) const
+{
+    MlvPlaylistDetail detail;
+    quiet(u"GetPlaylistDetailByFID"_s, [&](Database& database) {
+        const auto row =
+            database.OpenRecordset(u"select * from db_all where fid="_s + sql::text(fid));
+        if (!row->Eof()) {
+            fill(*row, detail);
+        }
+    });
+    fillStyles(detail);
+    return detail;
+}
+
+void EntryRecords::change(Plid entry,
+                          ListAction action,
+                          const std::function<void(Recordset&)>& write)
+{
+    quiet(u"Playlist entry"_s, [&](Database& database) {
+        const QString where = whereEntry(entry);
+        const auto row = database.OpenRecordset(u"select * from pl_all where "_s + where);
+        if (row->Eof()) {
+            return;
+        }
+        ListEdit edit(m_parts.history, database, action, Pnid(row->value(u"PNID").toLong()));
+        edit.before(where);
+        row->Edit();
+        write(*row);
+        row->Update();
+        edit.after(where);
+        edit.commit();
+    });
+}
+
+void EntryRecords::update(MlvPlaylistDetail& detail)
+{
+    const QString eq = detail.eqStyle.IsSet ? EQStyleToString(detail.eqStyle) : detail.eq;
+    change(detail.PLID, ListAction::Entry, [&](Recordset& row) {
+        setIfDifferent(row, u"FrameStart", detail.FrameStart);
+        setIfDifferent(row, u"FrameStop", detail.FrameStop);
+        setIfDifferent(row, u"Volume", detail.Volume);
+        setIfDifferent(row, u"Pitch", detail.Pitch);
+        setIfDifferent(row, u"MixTime", detail.MixTime);
+        setIfDifferent(row, u"Aktion", detail.Aktion);
+        const Value command = row.value(u"Command");
+        if (command.isNull() || command.toText() != detail.Command) {
+            row.setValue(u"Command", detail.Command);
+        }
+        if (detail.eqStyle.IsSet) {
+            row.setValue(u"EQ", eq);
+            detail.eq = eq;
+        }
+    });
+}
+
+void EntryRecords::saveAktion(Plid entry, int aktion, const QString& command)
+{
+    change(entry, ListAction::Aktion, [&](Recordset& row) {
+        row.setValue(u"Aktion", aktion);
+        if (!command.isNull()) {
+            row.setValue(u"Command", command);
+        }
+    });
+}
+
+void EntryRecords::saveStartStopDefault(const MlvPlaylistDetail& detail)
+{
+    if (!detail.saveDefault) {
+        return;
+    }
+    quiet(u"PlaylistSaveStartStopDefault"_s, [&](Database& database) {
+        database.Execute(u"update db_all set FrameStart = "_s +
+                         sql::number(qint64{detail.FrameStart}) + u" , FrameStop = "_s +
+                         sql::number(qint64{detail.FrameStop}) + u" where fid="_s +
+                         sql::text(detail.FID));
+    });
+}
+
+void EntryRecords::saveColumn(Plid entry, QStringView column, const QString& text)
+{
+    change(entry, ListAction::Entry, [&](Recordset& row) { row.setValue(column, text); });
+}
+
+void EntryRecords::saveMixIn(const MlvPlaylistDetail& detail)
+{
+    if (detail.mixInStyle.IsSet || detail.mixOutStyle.IsSet) {
+        saveColumn(detail.PLID, u"MixIn", MixStyleToString(detail.mixInStyle));
+    }
+}
+
+void EntryRecords::saveMixOut(const MlvPlaylistDetail& detail)
+{
+    if (detail.mixInStyle.IsSet || detail.mixOutStyle.IsSet) {
+        saveColumn(detail.PLID, u"MixOut", MixStyleToString(detail.mixOutStyle));
+    }
+}
+
+void EntryRecords::saveEq(const MlvPlaylistDetail& detail)
+{
+    if (detail.eqStyle.IsSet) {
+        saveColumn(detail.PLID, u"EQ", EQStyleToString(detail.eqStyle));
+    }
+}
+
+} // namespace melovane

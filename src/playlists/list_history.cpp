@@ -1,0 +1,384 @@
+#include "playlists/list_history.h"
+
+#include "config/global_settings.h"
+#include "platform/db/database.h"
+#include "platform/db/db_error.h"
+#include "platform/db/sql_text.h"
+#include "platform/system/clock.h"
+#include "platform/system/files.h"
+#include "platform/system/path_text.h"
+#include "playlists/list_delta.h"
+#include "playlists/playlist_table.h"
+#include "store/create_db.h"
+
+#include <algorithm>
+#include <array>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString kAllOfNewest =
+    u"select top 1 * from LIST_HISTORY where undone=false order by id desc"_s;
+const QString kAllOfOldestUndone =
+    u"select top 1 * from LIST_HISTORY where undone=true order by id"_s;
+
+QString sideFileOf(const QString& mainFile)
+{
+    return path::join(path::parent(mainFile), path::baseName(mainFile) + u".undo.mdb"_s);
+}
+
+FieldDef field(const QString& name, FieldType type, int size)
+{
+    FieldDef def;
+    def.Name = name;
+    def.Type = type;
+    def.Size = size;
+    return def;
+}
+
+/// The table of steps. The long text stands last, so that looking at the others never reads it.
+TableDef historyTable()
+{
+    TableDef table;
+    table.Name = kHistoryTable.toString();
+    table.Fields = {
+        field(u"id"_s, FieldType::Long, 4),          field(u"Undone"_s, FieldType::Boolean, 1),
+        field(u"Verb"_s, FieldType::Text, 50),       field(u"PNID"_s, FieldType::Long, 4),
+        field(u"ListName"_s, FieldType::Text, 255),  field(u"anzahl"_s, FieldType::Long, 4),
+        field(u"tstamp"_s, FieldType::Date, 8),      field(u"Letters"_s, FieldType::Long, 4),
+        field(u"MarksBefore"_s, FieldType::Memo, 0), field(u"MarksAfter"_s, FieldType::Memo, 0),
+        field(u"Changes"_s, FieldType::Memo, 0)};
+    table.Fields.front().Attributes = kFieldAutoNumber;
+    IndexDef key;
+    key.Name = u"PrimaryKey"_s;
+    key.Fields = QStringList{u"id"_s};
+    key.Primary = key.Unique = true;
+    table.Indexes = {key};
+    return table;
+}
+
+/// True for an error that a new side file heals.
+bool isMissingOrBroken(int error)
+{
+    constexpr std::array kErrors{
+        dberror::kFileNotFound,     dberror::kObjectNotFound,     dberror::kItemNotFound,
+        dberror::kTooFewParameters, dberror::kUnrecognisedFormat, dberror::kPreviousEngineFile,
+        dberror::kCorrupt};
+    return std::find(kErrors.begin(), kErrors.end(), error) != kErrors.end();
+}
+
+bool isLinkedTo(Database& database, const QString& sideFile)
+{
+    const QString name = kHistoryTable.toString();
+    return database.tableDefs().Contains(name) &&
+           database.tableDefs().Item(name).Connect.compare(u";DATABASE="_s + sideFile,
+                                                           Qt::CaseInsensitive) == 0;
+}
+
+/// Reads the columns that every step needs. \throws DbError
+void lookAtTable(Database& database)
+{
+    database.OpenRecordset(u"select top 1 id, Undone, Verb, Letters, MarksBefore, MarksAfter, "
+                           "Changes from LIST_HISTORY order by id desc"_s);
+}
+
+/// Lists and their marks of a text "list=mark;list=mark".
+std::vector<std::pair<Pnid, QString>> marksOf(const QString& text)
+{
+    std::vector<std::pair<Pnid, QString>> marks;
+    for (const QString& item : text.split(u';', Qt::SkipEmptyParts)) {
+        const qsizetype middle = item.indexOf(u'=');
+        marks.emplace_back(Pnid(item.left(middle).toInt()), item.mid(middle + 1));
+    }
+    return marks;
+}
+
+bool marksStand(Database& database, const QString& marks)
+{
+    const auto known = marksOf(marks);
+    return std::all_of(known.begin(), known.end(), [&](const auto& mark) {
+        return orderMark(database, mark.first) == mark.second;
+    });
+}
+
+bool hasEntriesWithoutList(Database& database, const QString& marks)
+{
+    const auto known = marksOf(marks);
+    return std::any_of(known.begin(), known.end(), [&](const auto& mark) {
+        const QString number = sql::number(numberOf(mark.first));
+        return database.OpenRecordset(u"select nid from pl_name where nid="_s + number)->Eof() &&
+               !database.OpenRecordset(u"select top 1 plid from pl_all where pnid="_s + number)
+                    ->Eof();
+    });
+}
+
+/// False, and nothing written, when entries would stand in a list that is gone.
+bool writeUnlessLost(Database& database, const ListDelta& delta, const QString& marks)
+{
+    Transaction part(database);
+    applyDelta(database, delta);
+    if (hasEntriesWithoutList(database, marks)) {
+        return false;
+    }
+    part.commit();
+    return true;
+}
+
+/// A list that comes back keeps the rules of its table: one plays at most, and its group is there.
+void fitIn(Database& database, Pnid list)
+{
+    const QString nid = sql::number(numberOf(list));
+    const auto row = database.OpenRecordset(u"select * from pl_name where nid="_s + nid);
+    if (row->Eof()) {
+        return;
+    }
+    const qint64 group = row->value(u"GRID").toInt64();
+    const bool isJingle = group == numberOf(kJingleGroup);
+    const auto playing = database.OpenRecordset(
+        u"select nid from pl_name where isplay=true and grid%1 and nid<>%2"_s.arg(
+            isJingle ? u"=-1"_s : u">0"_s, nid));
+    if (row->value(u"IsPlay").toBool() && !playing->Eof()) {
+        database.Execute(u"update pl_name set isplay=false where nid="_s + nid);
+    }
+    const auto groups = database.OpenRecordset(u"select grid from pl_group order by sid, grid"_s);
+    const auto own =
+        database.OpenRecordset(u"select grid from pl_group where grid="_s + sql::number(group));
+    if (!isJingle && own->Eof() && !groups->Eof()) {
+        database.Execute(u"update pl_name set grid="_s + sql::number(groups->value(0).toInt64()) +
+                         u" where nid="_s + nid);
+    }
+}
+
+} // namespace
+
+ListHistory::ListHistory(DBEngine& engine,
+                         Files& files,
+                         const Clock& clock,
+                         const GlobalSettings& settings,
+                         ErrorSink sink)
+    : m_engine(engine)
+    , m_files(files)
+    , m_clock(clock)
+    , m_settings(settings)
+    , m_sink(std::move(sink))
+{}
+
+bool ListHistory::isOn() const
+{
+    return m_settings.GetKeyValueLong(u"Global"_s, kHistorySetting.toString(), 1) != 0;
+}
+
+bool ListHistory::prepare(Database& database)
+{
+    const QString mainFile = database.Name();
+    const QString sideFile = sideFileOf(mainFile);
+    const auto make = [&] { makeSideFile(mainFile, sideFile); };
+    const auto use = [&] {
+        if (!isLinkedTo(database, sideFile)) {
+            MLVCreateDB linker(m_engine, m_files);
+            linker.targetFile = mainFile;
+            linker.sourceFile = sideFile;
+            linker.LinkTable(kHistoryTable.toString());
+        }
+        lookAtTable(database);
+    };
+    const QString where = u"ListHistory"_s;
+    const bool isThere = m_files.fileExists(sideFile);
+    if (!isThere && quietly(m_sink, where, make) != 0) {
+        return false;
+    }
+    const int error = quietly(m_sink, where, use);
+    return error == 0 || (isThere && isMissingOrBroken(error) &&
+                          quietly(m_sink, where, make) == 0 && quietly(m_sink, where, use) == 0);
+}
+
+void ListHistory::makeSideFile(const QString& mainFile, const QString& sideFile)
+{
+    // Whatever stands under that name cannot be read; its steps are gone, its bytes are kept once.
+    if (m_files.fileExists(sideFile)) {
+        m_files.copy(sideFile, sideFile + u".damaged"_s);
+    }
+    MLVCreateDB maker(m_engine, m_files);
+    maker.targetFile = sideFile;
+    maker.sourceFile = mainFile;
+    maker.CreateDB();
+    m_engine.OpenDatabase(sideFile)->tableDefs().Append(historyTable());
+}
+
+void ListHistory::write(Database& database, const Record& record)
+{
+    database.Execute(u"delete from LIST_HISTORY where undone=true"_s);
+    const auto set = database.OpenRecordset(u"select * from LIST_HISTORY where id is null"_s);
+    set->AddNew();
+    set->setValue(u"Undone", false);
+    set->setValue(u"Verb", actionWord(record.step.action));
+    set->setValue(u"PNID", numberOf(record.step.list));
+    set->setValue(u"ListName", record.step.listName.left(255));
+    set->setValue(u"anzahl", record.step.count);
+    set->setValue(u"tstamp", Value(m_clock.now()));
+    set->setValue(u"Letters", int(std::min<qsizetype>(record.changes.size(), INT_MAX)));
+    set->setValue(u"MarksBefore", record.marksBefore);
+    set->setValue(u"MarksAfter", record.marksAfter);
+    set->setValue(u"Changes", record.changes);
+    set->Update();
+    trim(database);
+}
+
+void ListHistory::trim(Database& database)
+{
+    const auto sums =
+        database.OpenRecordset(u"select count(*) as c, sum(Letters) as l from LIST_HISTORY"_s);
+    if (sums->value(0).toLong() <= kMostSteps && sums->value(1).toInt64() <= kMostLetters) {
+        return;
+    }
+    const auto steps =
+        database.OpenRecordset(u"select id, Letters from LIST_HISTORY order by id desc"_s);
+    qint64 letters = 0;
+    for (int kept = 0; !steps->Eof(); ++kept, steps->MoveNext()) {
+        letters += steps->value(1).toInt64();
+        // The newest step is kept however long it is.
+        if (kept > 0 && (kept >= kMostSteps || letters > kMostLetters)) {
+            database.Execute(u"delete from LIST_HISTORY where id<="_s +
+                             sql::number(steps->value(0).toInt64()));
+            return;
+        }
+    }
+}
+
+std::optional<ListHistory::Record> ListHistory::next(Database& database, Direction direction)
+{
+    const auto row =
+        database.OpenRecordset(direction == Direction::Undo ? kAllOfNewest : kAllOfOldestUndone);
+    if (row->Eof()) {
+        return std::nullopt;
+    }
+    const std::optional<ListAction> action = actionOfWord(row->value(u"Verb").toText());
+    Record record;
+    record.id = row->value(u"id").toInt64();
+    record.step.action = action.value_or(ListAction::Entry);
+    record.step.list = Pnid(row->value(u"PNID").toLong());
+    record.step.listName = row->value(u"ListName").toText();
+    record.step.count = row->value(u"anzahl").toLong();
+    record.step.moment = row->value(u"tstamp").toDateTime();
+    record.marksBefore = row->value(u"MarksBefore").toText();
+    record.marksAfter = row->value(u"MarksAfter").toText();
+    record.changes = row->value(u"Changes").toText();
+    return record;
+}
+
+std::optional<ListStep> ListHistory::nextStep(Direction direction) const
+{
+    std::optional<ListStep> step;
+    quietly({}, {}, [&] {
+        const auto database = m_engine.OpenDatabase(m_settings.DbName());
+        if (isOn() && isLinkedTo(*database, sideFileOf(database->Name()))) {
+            if (const auto record = next(*database, direction)) {
+                step = record->step;
+            }
+        }
+    });
+    return step;
+}
+
+std::optional<ListStep> ListHistory::nextUndo() const
+{
+    return nextStep(Direction::Undo);
+}
+
+std::optional<ListStep> ListHistory::nextRedo() const
+{
+    return nextStep(Direction::Redo);
+}
+
+ListHistory::Result ListHistory::undo(Force force)
+{
+    return take(Direction::Undo, force);
+}
+
+ListHistory::Result ListHistory::redo(Force force)
+{
+    return take(Direction::Redo, force);
+}
+
+ListHistory::Result ListHistory::take(Direction direction, Force force)
+{
+    Result result;
+    const int error = quietly(m_sink, u"ListHistory"_s, [&] {
+        const auto database = m_engine.OpenDatabase(m_settings.DbName());
+        // Looked at once before the transaction: a side file can only be attached outside of one.
+        if (!isOn() || !isLinkedTo(*database, sideFileOf(database->Name())) ||
+            !next(*database, direction)) {
+            return;
+        }
+        Transaction change(*database);
+        if (const std::optional<Record> record = next(*database, direction)) {
+            result.step = record->step;
+            result.outcome = Outcome::Failed;
+            const Outcome outcome = take(*database, *record, direction, force, result.lists);
+            if (outcome != Outcome::ChangedElsewhere) {
+                change.commit();
+            }
+            result.outcome = outcome;
+        }
+    });
+    if (error != 0) {
+        result.lists.clear();
+    }
+    return result;
+}
+
+ListHistory::Outcome ListHistory::take(Database& database,
+                                       const Record& record,
+                                       Direction direction,
+                                       Force force,
+                                       std::vector<Pnid>& lists)
+{
+    const bool isUndo = direction == Direction::Undo;
+    const std::optional<ListDelta> known = readDelta(record.changes);
+    if (!known) {
+        return drop(database, record, u"it could not be read"_s);
+    }
+    const ListDelta delta = isUndo ? inverse(*known) : *known;
+    const bool isExpected = marksStand(database, isUndo ? record.marksAfter : record.marksBefore) &&
+                            standsBefore(database, delta);
+    if (!isExpected && force == Force::No) {
+        return Outcome::ChangedElsewhere;
+    }
+    if (!writeUnlessLost(database, delta, record.marksAfter)) {
+        return drop(database, record, u"its list is gone"_s);
+    }
+    for (const auto& [list, mark] : marksOf(record.marksAfter)) {
+        fitIn(database, list);
+        updateEntryCount(database, list);
+        lists.push_back(list);
+    }
+    database.Execute(u"update LIST_HISTORY set undone=%1 where id=%2"_s.arg(
+        isUndo ? u"true"_s : u"false"_s, sql::number(record.id)));
+    return Outcome::Done;
+}
+
+/// A step that can never be taken must not stand in the way of the others.
+ListHistory::Outcome
+ListHistory::drop(Database& database, const Record& record, const QString& why) const
+{
+    database.Execute(u"delete from LIST_HISTORY where id="_s + sql::number(record.id));
+    if (m_sink) {
+        m_sink(u"ListHistory"_s, u"Step %1 was dropped: %2"_s.arg(sql::number(record.id), why));
+    }
+    return Outcome::Failed;
+}
+
+void ListHistory::clear()
+{
+    quietly(m_sink, u"ListHistory"_s, [&] {
+        const auto database = m_engine.OpenDatabase(m_settings.DbName());
+        if (isLinkedTo(*database, sideFileOf(database->Name()))) {
+            database->Execute(u"delete from LIST_HISTORY"_s);
+        }
+    });
+}
+
+} // namespace melovane
