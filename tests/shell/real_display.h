@@ -48,10 +48,10 @@ protected:
     static bool dragMouse(const QPoint& from, const QPoint& to)
     {
         QStringList steps =
-            placeOf(from) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")};
+            moveTo(from) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")};
         constexpr int kSteps = 8;
         for (int step = 1; step <= kSteps; ++step) {
-            steps += placeOf(from + (to - from) * step / kSteps) +
+            steps += moveTo(from + (to - from) * step / kSteps) +
                      QStringList{QStringLiteral("sleep"), QStringLiteral("0.05")};
         }
         return runBeside(QStringLiteral("xdotool"),
@@ -61,12 +61,11 @@ protected:
     static bool clickAt(const QPoint& place)
     {
         return runBeside(QStringLiteral("xdotool"),
-                         placeOf(place) +
-                             QStringList{QStringLiteral("click"), QStringLiteral("1")});
+                         moveTo(place) + QStringList{QStringLiteral("click"), QStringLiteral("1")});
     }
 
 private:
-    static QStringList placeOf(const QPoint& place)
+    static QStringList moveTo(const QPoint& place)
     {
         return {QStringLiteral("mousemove"), QString::number(place.x()),
                 QString::number(place.y())};

@@ -49,7 +49,8 @@ protected:
 
     void show(Console& console)
     {
-        console.window.resize(1100, 700);
+        // Beside the place where another program takes what is dragged.
+        console.window.setGeometry(20, 40, 1100, 700);
         console.window.show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, 10'000));
         console.searchLine().focus();
