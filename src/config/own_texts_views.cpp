@@ -38,7 +38,6 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"tree.title", u"Navigation"},
     {u"tree.empty", u"Ordner, Genres, Interpreten und Favoriten: noch nicht in dieser Fassung."},
     {u"lists.title", u"Listen"},
-    {u"lists.empty", u"Playlists und Jingles: noch nicht in dieser Fassung."},
 
     // Playlist view.
     {u"playlist.grid.name", u"Titel der Playlist"},
@@ -82,6 +81,9 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"lists.menu.1004", u"Sortieren nach Namen"},
     {u"lists.menu.1005", u"Sortieren nach Datum"},
     {u"lists.menu.1007", u"Eigenschaften Playliste"},
+    {u"lists.menu.1009", u"In dieser Auswahl zeigen"},
+    {u"lists.menu.1010", u"Alle Playlisten zeigen"},
+    {u"lists.nogroup", u"Erst eine Gruppe oder Playliste auswählen"},
 
     // What can be undone in lists: $1 entries, $2 the list. ".one" for a single entry.
     {u"history.append", u"$1 Titel an „$2“ angehängt"},

@@ -50,6 +50,7 @@ ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActio
     , m_look(parts.clock)
     , m_data1(parts.engine)
     , m_jobs(parts.engine, parts.settings)
+    , m_place(controls.grid, m_data1)
     , m_edits(m_data1,
               m_jobs,
               parts.settings,
@@ -66,6 +67,7 @@ ctl_MP3DB::~ctl_MP3DB() = default;
 void ctl_MP3DB::start()
 {
     m_layouts.repair();
+    m_place.SetAllSortButton();
     m_controls.search.setList(searchExamples());
     updateColor({});
     configure();

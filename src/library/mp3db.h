@@ -9,6 +9,7 @@
 #include "platform/controls/grid_control.h"
 #include "platform/db/data_control.h"
 #include "platform/db/recordset.h"
+#include "playlists/grid_reposition.h"
 #include "playlists/pending_jobs.h"
 
 #include <QObject>
@@ -187,6 +188,8 @@ signals:
     void countChanged(qint64 count);
     /// The buttons of the tool bar are to be made.
     void toolBarWanted();
+    /// Texts have changed with the language or the keys.
+    void toolTipsWanted();
     /// Whether there is a way back and forward.
     void historyChanged(bool back, bool forward);
 
@@ -216,6 +219,7 @@ private:
     [[nodiscard]] static std::span<const BusRow> busTable();
     void MessBus_Message(const MLVMessage& message);
     void createToolBars(const MLVMessage& message);
+    void renewToolTips(const MLVMessage& message);
     void disconnectDatabase(const MLVMessage& message);
     void reconnectDatabase(const MLVMessage& message);
     void changeDatabase(const MLVMessage& message);
@@ -286,6 +290,7 @@ private:
     LibraryLook m_look;
     DataControl m_data1;
     PendingJobs m_jobs;
+    TDBGIDReposition m_place; ///< from "db.disconnect" to "db.reconnect"
     TrackEdits m_edits;
     LayoutFiles m_layouts;
     std::unique_ptr<Recordset> m_rowClone; ///< made anew at every requery

@@ -15,6 +15,7 @@ std::span<const ctl_MP3DB::BusRow> ctl_MP3DB::busTable()
 {
     static constexpr BusRow kRows[] = {
         {u"create.toolbars", &ctl_MP3DB::createToolBars},
+        {u"update.tolltip.text", &ctl_MP3DB::renewToolTips}, // "tolltip" is its spelling everywhere
         {u"db.disconnect", &ctl_MP3DB::disconnectDatabase},
         {u"db.reconnect", &ctl_MP3DB::reconnectDatabase},
         {u"db.change", &ctl_MP3DB::changeDatabase},
@@ -64,10 +65,16 @@ void ctl_MP3DB::createToolBars(const MLVMessage&)
     tellHistory();
 }
 
+void ctl_MP3DB::renewToolTips(const MLVMessage&)
+{
+    emit toolTipsWanted();
+}
+
 void ctl_MP3DB::disconnectDatabase(const MLVMessage&)
 {
     if (m_connected) {
         m_connected = false;
+        m_place.StartPosition();
         m_rowClone.reset();
         m_data1.closeDatabase();
     }
@@ -82,6 +89,7 @@ void ctl_MP3DB::reconnectDatabase(const MLVMessage&)
     requery();
     // A file that cannot be read yet is taken back by a later message.
     m_connected = true;
+    m_place.Reposition();
     countLibrary();
     tellCount();
     updateEmptyNote();

@@ -5,6 +5,9 @@
 #include "platform/db/sql_text.h"
 #include "playlists/list_edit.h"
 #include "playlists/playlist_table.h"
+#include "playlists/row_statements.h"
+
+#include <QHash>
 
 namespace melovane {
 
@@ -170,6 +173,66 @@ void ListNames::setLock(Pnid list, bool lock)
         database.Execute(u"update pl_name set lock=%1 where nid=%2"_s.arg(
             lock ? u"true"_s : u"false"_s, number(list)));
     });
+}
+
+void ListNames::setActiv(Pnid list, bool activ)
+{
+    quiet(u"Show playlist"_s, [&](Database& database) {
+        database.Execute(u"update pl_name set activ=%1 where nid=%2"_s.arg(
+            activ ? u"true"_s : u"false"_s, number(list)));
+    });
+}
+
+void ListNames::arrange(const std::vector<ListPlace>& places)
+{
+    quiet(u"Sort playlists"_s, [&](Database& database) {
+        QHash<qint64, std::pair<qint64, qint64>> former;
+        const auto rows = database.OpenRecordset(u"select nid, grid, sid from pl_name"_s);
+        for (; !rows->Eof(); rows->MoveNext()) {
+            former.insert(rows->value(0).toLong(),
+                          {rows->value(1).toLong(), rows->value(2).toLong()});
+        }
+        Transaction change(database);
+        RowUpdate place(database, u"pl_name"_s, u"NID"_s,
+                        writtenColumns(database, u"pl_name"_s, {u"SID"_s, u"GRID"_s}));
+        for (const ListPlace& wanted : places) {
+            const qint64 nid = numberOf(wanted.list);
+            const auto [group, position] = former.value(nid);
+            if (group == numberOf(wanted.group) && position == wanted.position) {
+                continue;
+            }
+            place.run(nid, {wanted.position, numberOf(wanted.group)});
+            if ((group == numberOf(kJingleGroup)) != (wanted.group == kJingleGroup)) {
+                database.Execute(u"update pl_name set isplay=false where nid="_s +
+                                 number(wanted.list));
+            }
+        }
+        change.commit();
+    });
+}
+
+QString ListNames::nameFromFormat(const QString& format) const
+{
+    QString name = format;
+    quiet(u"Name of a playlist"_s, [&](Database& database) {
+        const QStringList parts = format.split(u'#');
+        QString made = parts.first();
+        for (qsizetype i = 1; i < parts.size(); ++i) {
+            // Every second part lies between two marks; the last one may have lost its own.
+            if (i % 2 == 0) {
+                made += parts[i];
+            } else if (i == parts.size() - 1) {
+                made += u'#' + parts[i];
+            } else if (!parts[i].isEmpty()) {
+                made +=
+                    database.OpenRecordset(u"select format(now, "_s + sql::text(parts[i]) + u')')
+                        ->value(0)
+                        .toText();
+            }
+        }
+        name = made;
+    });
+    return name;
 }
 
 } // namespace melovane

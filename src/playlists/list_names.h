@@ -6,6 +6,14 @@
 
 namespace melovane {
 
+/// Where a list stands in the tree of lists.
+struct ListPlace
+{
+    Pnid list{};
+    GroupId group{};
+    int position = 0;
+};
+
 /// Makes, names, marks, sorts and deletes lists and their groups. Quiet: what fails changes
 /// nothing.
 class ListNames
@@ -39,6 +47,17 @@ public:
     void activate(Pnid list);
 
     void setLock(Pnid list, bool lock);
+
+    /// Whether the playlist panel shows it.
+    void setActiv(Pnid list, bool activ);
+
+    /// Puts lists into groups and gives them their positions, all or none. One that becomes a
+    /// jingle list, or no longer is one, stops being the playing one: there is one of each kind.
+    void arrange(const std::vector<ListPlace>& places);
+
+    /// A name by a format of the settings: each text between two "#" becomes the date and time of
+    /// now by that pattern. The format itself when that fails.
+    [[nodiscard]] QString nameFromFormat(const QString& format) const;
 
 private:
     void quiet(const QString& where, const std::function<void(Database&)>& work) const;

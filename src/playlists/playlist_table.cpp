@@ -223,10 +223,9 @@ void updateEntryCount(Database& database, Pnid list)
 
 QString orderMark(Database& database, Pnid list)
 {
-    // Products of remainders tell two swapped entries apart, which plain sums don't.
+    // Products tell two swapped entries apart, which plain sums don't; real numbers never overflow.
     const auto sums = database.OpenRecordset(
-        u"select count(*) as c, sum(sid) as s, sum((plid mod 30011)*(sid mod 30013)) as p "
-        "from pl_all where pnid="_s +
+        u"select count(*) as c, sum(sid) as s, sum(1.0*plid*sid) as p from pl_all where pnid="_s +
         sql::number(numberOf(list)));
     return u"%1:%2:%3"_s.arg(sums->value(0).toText(), sums->value(1).toText(),
                              sums->value(2).toText());

@@ -15,6 +15,7 @@
 #include "playlists/ui/playlist_widget.h"
 #include "shell/skin_files.h"
 #include "store/check_database.h"
+#include "trees/ui/playlist_favorit_widget.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -43,7 +44,8 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_engine(sqlite::makeEngine(
           m_clock,
           {.searchIndex = m_searchFigures,
-           .whenIdle = [this](std::function<bool()> work) { runWhenIdle(std::move(work)); }}))
+           .whenIdle = [this](std::function<bool()> work) { runWhenIdle(std::move(work)); },
+           .snapshotFolder = path::join(m_environment.cacheFolder(), u"index")}))
     , m_settings(m_paths, m_profile, m_files, *m_engine)
     , m_texts(m_paths, m_profile, m_files)
     , m_skin(application)
@@ -60,17 +62,21 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_siblings(m_paths, m_files, m_processes)
     , m_data(*m_engine, m_settings, m_paths, m_files, m_clock, log())
     , m_locator(m_files, m_paths.GetConfigPath())
+    , m_listHistory(*m_engine, m_files, m_clock, m_settings, log())
+    , m_lists(listParts(), m_clock)
+    , m_popup(m_icons)
     , m_player(m_output, m_loop)
     , m_window(m_skin, m_icons)
     , m_monitor(monitorParts())
     , m_mlvdb(windowParts(), m_window.controls())
     , m_library(libraryParts(), m_window.library().controls(), libraryActions())
-    , m_listHistory(*m_engine, m_files, m_clock, m_settings, log())
     , m_snapshots(m_files, m_paths.programFolder())
-    , m_functions(listParts(), m_clock)
     , m_listEdits(*m_engine, m_snapshots, m_listHistory)
     , m_layouts(m_paths, m_files)
     , m_playlist(playlistParts(), m_window.playlist().controls(m_warnings), playlistActions())
+    , m_detailForm(m_texts)
+    , m_listDetails(*m_engine, m_settings, m_detailForm)
+    , m_favorit(favoritParts(), m_window.lists().tree())
     , m_keys(m_settings, m_loop, keyActions())
 {}
 
@@ -213,7 +219,7 @@ PlaylistViewParts Application::playlistParts()
             m_clock,
             m_loop,
             m_bus,
-            {m_functions, m_listEdits, m_listHistory, m_snapshots}};
+            {m_lists, m_listEdits, m_listHistory, m_snapshots}};
 }
 
 PlaylistActions Application::playlistActions()
@@ -239,6 +245,20 @@ QStringList Application::tracksOf(const QStringList& places)
                                             path::fileName(result.skipped.first())));
     }
     return result.fids;
+}
+
+FavoritParts Application::favoritParts()
+{
+    return {*m_engine,
+            m_settings,
+            m_texts,
+            m_lists,
+            m_loop,
+            m_bus,
+            m_warnings,
+            m_popup,
+            log(),
+            [this](Pnid list) { m_listDetails.Show(list); }};
 }
 
 KeyActions Application::keyActions()
@@ -353,11 +373,16 @@ void Application::connectViews()
                      [this](const QString& undo, bool, const QString& redo, bool) {
                          m_mlvdb.setHistoryTexts(undo, redo);
                      });
+    m_window.lists().attach(m_favorit, m_texts);
+    m_popup.setPlace([this] { return m_window.lists().menuPlace(); });
     m_settings.SetKeyboard(&m_keyboard);
     m_keyboard.setHandler(&m_window, [this] { return m_keys.keyPressed(); });
     QObject::connect(&m_window, &MlvdbWindow::firstShown, &m_library,
                      [this] { m_mlvdb.activateFirst(); });
-    QObject::connect(&m_window, &MlvdbWindow::closing, &m_library, [this] { m_mlvdb.unload(); });
+    QObject::connect(&m_window, &MlvdbWindow::closing, &m_library, [this] {
+        m_mlvdb.unload();
+        m_favorit.end();
+    });
 }
 
 void Application::showMainWindow()
@@ -365,6 +390,7 @@ void Application::showMainWindow()
     connectViews();
     try {
         m_mlvdb.load();
+        m_favorit.toolPressed(u"all.activate"_s);
     } catch (const DbError& error) {
         // The window is there all the same, incomplete.
         m_log->DebugOut(u"MLVDB.Load: "_s + error.text());

@@ -19,6 +19,7 @@
 #include "platform/qt/qt_keyboard.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/qt_pointer.h"
+#include "platform/qt/qt_popup.h"
 #include "platform/qt/skin.h"
 #include "platform/sqlite/column_index.h"
 #include "platform/system/clock.h"
@@ -26,6 +27,7 @@
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/playlist.h"
+#include "playlists/ui/detail_playlist_dialog.h"
 #include "playlists/undo_redo.h"
 #include "shell/edit_box.h"
 #include "shell/info.h"
@@ -44,6 +46,7 @@
 #include "shell/ui/msg_dialog.h"
 #include "shell/ui/splash_window.h"
 #include "store/file_locator.h"
+#include "trees/playlist_favorit.h"
 
 #include <memory>
 
@@ -81,6 +84,7 @@ private:
     [[nodiscard]] MonitorParts monitorParts();
     [[nodiscard]] Mp3dbActions libraryActions();
     [[nodiscard]] Mp3dbParts libraryParts();
+    [[nodiscard]] FavoritParts favoritParts();
     [[nodiscard]] KeyActions keyActions();
     [[nodiscard]] bool editLayout(const QString& caption,
                                   QStringView file,
@@ -132,6 +136,9 @@ private:
     SiblingControl m_siblings;
     LibraryData m_data;
     FileLocator m_locator;
+    ListHistory m_listHistory;
+    MLVFunction m_lists;
+    QtPopup m_popup;
     linux_media::SdlOutput m_output;
     linux_media::Mp3Player m_player;
     linux_media::LinuxTagReader m_tagReader;
@@ -140,12 +147,13 @@ private:
     Monitor m_monitor;
     MLVDB m_mlvdb;
     ctl_MP3DB m_library;
-    ListHistory m_listHistory;
     ModUndoRedo m_snapshots;
-    MLVFunction m_functions;
     cls_PLInsertMoveDel m_listEdits;
     LayoutFiles m_layouts;
     ctl_Playlist m_playlist;
+    DetailPlaylistDialog m_detailForm;
+    frmDetailPlaylist m_listDetails;
+    PlaylistFavorit m_favorit;
     QtKeyboard m_keyboard;
     KeyCommands m_keys;
     std::unique_ptr<KSMessage> m_nextCopy; ///< hears of later copies; null before the window is up

@@ -75,6 +75,78 @@ TEST_F(Mp3dbMessagesTest, AFileThatIsMissingAtDbReconnectIsTakenBackByALaterOne)
     EXPECT_EQ(titles().size(), 3);
 }
 
+TEST_F(Mp3dbMessagesTest, AfterDbReconnectTheGridStandsWhereItStood)
+{
+    type(u"Licht"_s);
+    grid.current = 2;
+    grid.top = 1;
+    others.SendMessage(u"db.disconnect"_s);
+    grid.current = -1;
+    grid.top = 0;
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(grid.current, 2);
+    EXPECT_EQ(grid.top, 1);
+    EXPECT_EQ(view.Data1().Recordset()->AbsolutePosition(), 2);
+}
+
+TEST_F(Mp3dbMessagesTest, EveryColumnCanBeClickedForSorting)
+{
+    EXPECT_TRUE(grid.sortButtons);
+}
+
+TEST_F(Mp3dbMessagesTest, ToolTipsAreRenewedWhenTextsHaveChanged)
+{
+    const QSignalSpy wanted(&view, &ctl_MP3DB::toolTipsWanted);
+    others.SendMessage(u"update.tolltip.text"_s);
+    EXPECT_EQ(wanted.size(), 1);
+}
+
+/// What the status line is told from now on.
+class StatusTexts
+{
+public:
+    explicit StatusTexts(MLVMessageBus& bus)
+        : m_heard(bus.subscribe([this](const MLVMessage& message) {
+            if (message.Command == "show.statustext"_L1) {
+                texts.append(message.Value1.toText());
+            }
+        }))
+    {}
+
+    QStringList texts;
+
+private:
+    MLVMessageBus::Subscription m_heard;
+};
+
+TEST_F(Mp3dbMessagesTest, ADatabaseTakenAwayInMidSearchLeavesTheOldRowsAndTellsWhy)
+{
+    type(u"Licht"_s);
+    ASSERT_EQ(titles().size(), 3);
+    const QString before = view.Data1().RecordSource();
+    const StatusTexts told(library.bus);
+    library.execute(u"drop table db_all"_s);
+    type(u"Brand"_s);
+    EXPECT_EQ(view.Data1().rowCount(), 3);
+    EXPECT_EQ(view.Data1().RecordSource(), before);
+    ASSERT_EQ(told.texts.size(), 1);
+    EXPECT_FALSE(told.texts[0].isEmpty());
+    EXPECT_EQ(pointer.depth, 0);
+}
+
+TEST_F(Mp3dbMessagesTest, AFileThatIsGoneWhenAnotherKindOfViewIsWantedLeavesTheOldRows)
+{
+    type(u"Licht"_s);
+    const StatusTexts told(library.bus);
+    ASSERT_TRUE(QFile::remove(library.databaseName()));
+    view.DB_ALL_DEL();
+    view.FindTreeValue({u"playlist"_s, {}, u"1"_s}, true);
+    view.lookForChanges();
+    EXPECT_EQ(titles().size(), 3);
+    EXPECT_EQ(told.texts.size(), 2);
+    EXPECT_EQ(pointer.depth, 0);
+}
+
 TEST_F(Mp3dbMessagesTest, DbChangeShowsWhatAnotherProgramHasImported)
 {
     type(u"Neu"_s);

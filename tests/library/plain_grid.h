@@ -39,6 +39,8 @@ public:
         return -1;
     }
 
+    void setSortButtons(bool on) override { sortButtons = on; }
+
     void setSortArrow(int column, SortArrow arrow) override
     {
         arrowColumn = column;
@@ -77,6 +79,7 @@ public:
     qint64 top = 0;
     qint64 room = 20;
     qint64 shownRow = -1; ///< the last one asked for by showRow
+    bool sortButtons = false;
     int arrowColumn = -1;
     SortArrow sortArrow = SortArrow::None;
     EmptyNote note;

@@ -12,7 +12,9 @@
 #include <QTableView>
 #include <QTextEdit>
 #include <QTimer>
+#include <QToolButton>
 #include <QTranslator>
+#include <QTreeView>
 
 #include <gtest/gtest.h>
 
@@ -129,6 +131,37 @@ TEST_F(ApplicationTest, SideFilesThatAreGoneAreMadeAnewAtTheFirstActivation)
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(suite.value(u"select count(*) as anz from TEMP_MP3Import"_s).toLong(), 0);
     EXPECT_EQ(suite.value(u"select count(*) as anz from tree_dir"_s).toLong(), 0);
+}
+
+TEST_F(ApplicationTest, TheListsStandInTheirPanelThePlayingOneChosenAndFoldedGroupsStayFolded)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    const int group = suite.library.addGroup(u"Freitag"_s);
+    suite.library.addPlaylist({.Name = u"Warm-up"_s, .GRID = group});
+    suite.library.addPlaylist({.Name = u"Hauptset"_s, .GRID = group, .IsPlay = true});
+    const int other = suite.library.addGroup(u"Samstag"_s, 9);
+    suite.library.addPlaylist({.Name = u"Tanz"_s, .GRID = other});
+    const auto lists = [](QMainWindow& window) {
+        return window.findChild<QTreeView*>(u"PlaylistTree"_s);
+    };
+    QString chosen;
+    run([&](QMainWindow& window) {
+        chosen = lists(window)->currentIndex().data().toString();
+        const QModelIndexList found = lists(window)->model()->match(
+            lists(window)->model()->index(0, 0), Qt::DisplayRole, u"Samstag"_s);
+        ASSERT_EQ(found.size(), 1);
+        lists(window)->collapse(found[0]);
+        EXPECT_NE(window.findChild<QToolButton*>(u"all.newdoc"_s), nullptr);
+        EXPECT_FALSE(window.findChild<QToolButton*>(u"all.lock"_s)->toolTip().isEmpty());
+    });
+    EXPECT_EQ(chosen, u"Hauptset"_s);
+    bool folded = false;
+    run([&](QMainWindow& window) {
+        const QAbstractItemModel* rows = lists(window)->model();
+        folded = !lists(window)->isExpanded(rows->index(rows->rowCount() - 1, 0)) &&
+                 lists(window)->isExpanded(rows->index(rows->rowCount() - 2, 0));
+    });
+    EXPECT_TRUE(folded);
 }
 
 TEST_F(ApplicationTest, AMissingDatabaseIsToldAsAnOpenErrorAndEndsTheProcess)

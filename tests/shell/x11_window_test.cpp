@@ -1,6 +1,7 @@
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "shell/console.h"
+#include "shell/real_display.h"
 #include "support/temp_folder.h"
 
 #include <QDir>
@@ -18,26 +19,8 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-/// Runs a program while the window goes on handling events.
-bool runBeside(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    return QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; },
-                           20'000) &&
-           process.exitCode() == 0;
-}
-
-class RealDisplay : public testing::Test
-{
-protected:
-    /// A window that comes up before the window manager never gets the focus.
-    void SetUp() override
-    {
-        ASSERT_TRUE(QTest::qWaitFor([] { return runBeside(u"xdotool"_s, {u"get_num_desktops"_s}); },
-                                    20'000));
-    }
-};
+using test::RealDisplay;
+using test::runBeside;
 
 TEST_F(RealDisplay, KeysOfTheKeyboardFilterTheListAndSortingAndFocusFollow)
 {

@@ -32,6 +32,7 @@ placesBelow(const QString& folder, SuiteFolders::Layout layout, const QString& p
     places.programFiles = made(u"prefix");
     places.machineFile = path::join(made(u"etc"), u"machine.conf");
     places.userFile = path::join(folder, u"home/.config/Melovane/user.conf");
+    places.cacheBase = path::join(folder, u"home/.cache");
     places.runtimeBase = made(u"run");
     places.temporaryBase = made(u"tmp");
     return places;

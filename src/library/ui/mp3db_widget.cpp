@@ -48,6 +48,42 @@ void Mp3dbWidget::setTexts(const ConfigObjects& texts)
     m_count->setMinimumWidth(fontMetrics().horizontalAdvance(widest));
 }
 
+QToolButton* Mp3dbWidget::addButton(const QString& key,
+                                    const QString& icon,
+                                    const QString& textKey,
+                                    const ConfigObjects& texts)
+{
+    QToolButton* button = addTool(key, m_icons.icon(icon), texts.text(textKey));
+    m_tips.insert(button, textKey);
+    return button;
+}
+
+void Mp3dbWidget::renewToolTips(const ConfigObjects& texts)
+{
+    setTexts(texts);
+    for (auto tip = m_tips.cbegin(); tip != m_tips.cend(); ++tip) {
+        tip.key()->setToolTip(texts.text(tip.value()));
+        tip.key()->setAccessibleName(texts.text(tip.value()));
+    }
+}
+
+/// In front of the search line, as people know them.
+void Mp3dbWidget::createHistoryButtons(ctl_MP3DB& logic, const ConfigObjects& texts)
+{
+    const auto add = [&](int place, const QString& key, const QString& icon, const QString& text) {
+        QToolButton* button = addButton(key, icon, text, texts);
+        toolRow()->removeWidget(button);
+        toolRow()->insertWidget(place, button);
+        connect(button, &QToolButton::clicked, &logic, [&logic, key] { logic.toolPressed(key); });
+        return button;
+    };
+    QToolButton* back = add(0, u"all.db.zur"_s, u"back"_s, u"ToolTipHistoryRemain"_s);
+    QToolButton* forward = add(1, u"all.db.vor"_s, u"forward"_s, u"ToolTipHistoryForward"_s);
+    toolRow()->insertSpacing(2, 6);
+    setTabOrder(back, forward);
+    setTabOrder(forward, m_search);
+}
+
 void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
 {
     struct Tool
@@ -58,8 +94,6 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
     };
 
     const std::vector<std::vector<Tool>> groups = {
-        {{u"all.db.zur"_s, u"back"_s, u"ToolTipHistoryRemain"_s},
-         {u"all.db.vor"_s, u"forward"_s, u"ToolTipHistoryForward"_s}},
         {{u"play.start"_s, u"play"_s, u"ToolTipPlayerPlay"_s},
          {u"play.center"_s, u"playcenter"_s, u"ToolTipPlayerPlayCenter"_s},
          {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s}},
@@ -70,19 +104,18 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
          {u"all.db.insert"_s, u"insert"_s, u"ToolTipAllTableInsert"_s},
          {u"all.db.append"_s, u"append"_s, u"ToolTipAllTableAppend"_s},
          {u"all.delete"_s, u"delete"_s, u"ToolTipDBTableDel"_s}}};
+    createHistoryButtons(logic, texts);
     for (const std::vector<Tool>& group : groups) {
         for (const Tool& tool : group) {
-            QToolButton* button = addTool(tool.key, m_icons.icon(tool.icon), texts.text(tool.text));
+            QToolButton* button = addButton(tool.key, tool.icon, tool.text, texts);
             connect(button, &QToolButton::clicked, &logic,
                     [&logic, key = tool.key] { logic.toolPressed(key); });
         }
         toolRow()->addSpacing(6);
     }
-    QToolButton* import =
-        addTool(u"all.import"_s, m_icons.icon(u"import"_s), texts.text(u"library.import"_s));
+    QToolButton* import = addButton(u"all.import"_s, u"import"_s, u"library.import"_s, texts);
     connect(import, &QToolButton::clicked, this, &Mp3dbWidget::importWanted);
-    QToolButton* columns =
-        addTool(u"all.columns"_s, m_icons.icon(u"columns"_s), texts.text(u"library.columns"_s));
+    QToolButton* columns = addButton(u"all.columns"_s, u"columns"_s, u"library.columns"_s, texts);
     connect(columns, &QToolButton::clicked, this, [this, columns] {
         showColumnMenu(columns->mapToGlobal(QPoint(0, columns->height())));
     });
@@ -140,6 +173,7 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
             [this, &texts](qint64 count) { showCount(count, texts); });
     connect(this, &Mp3dbWidget::reloadWanted, &logic, &ctl_MP3DB::Refresh);
     connect(&logic, &ctl_MP3DB::historyChanged, this, &Mp3dbWidget::showHistory);
+    connect(&logic, &ctl_MP3DB::toolTipsWanted, this, [this, &texts] { renewToolTips(texts); });
     connect(&logic, &ctl_MP3DB::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });
 }

@@ -5,7 +5,10 @@
 #include "platform/qt/qt_clipboard.h"
 #include "platform/qt/qt_pointer.h"
 
+#include <QHash>
+
 class QLabel;
+class QToolButton;
 
 namespace melovane {
 
@@ -39,6 +42,12 @@ signals:
 private:
     void buildKeys();
     void setTexts(const ConfigObjects& texts);
+    void renewToolTips(const ConfigObjects& texts);
+    [[nodiscard]] QToolButton* addButton(const QString& key,
+                                         const QString& icon,
+                                         const QString& textKey,
+                                         const ConfigObjects& texts);
+    void createHistoryButtons(ctl_MP3DB& logic, const ConfigObjects& texts);
     void createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts);
     void showHistory(bool back, bool forward);
     void showCount(qint64 count, const ConfigObjects& texts);
@@ -51,6 +60,7 @@ private:
     QtPointer m_pointer;
     QtClipboard m_clipboard;
     QPoint m_contextPlace;
+    QHash<QToolButton*, QString> m_tips; ///< text keys
 };
 
 } // namespace melovane

@@ -170,6 +170,9 @@ public:
     /// The column of a field, or -1.
     [[nodiscard]] virtual int columnOf(const QString& field) const = 0;
 
+    /// Whether a click on a heading asks for sorting.
+    virtual void setSortButtons(bool on) = 0;
+
     /// Puts the arrow on a column and takes it from all others.
     virtual void setSortArrow(int column, SortArrow arrow) = 0;
 

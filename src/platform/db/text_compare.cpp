@@ -308,6 +308,16 @@ LikePattern::Outline LikePattern::outline() const
         result.kind = Outline::Kind::Begin;
     } else if (count == 3 && isAny(0) && isRun(1) && isAny(2)) {
         result.kind = Outline::Kind::Inside;
+    } else if (count > 3 && isAny(0) && isAny(count - 1)) {
+        // Stars and runs take turns.
+        result.kind = Outline::Kind::Pieces;
+        for (size_t step = 1; step + 1 < count; ++step) {
+            if (isRun(step)) {
+                result.pieces.push_back(m_steps[step].letters);
+            } else if (!isAny(step)) {
+                result.kind = Outline::Kind::Other;
+            }
+        }
     }
     return result;
 }

@@ -68,6 +68,8 @@ EnvironmentPlaces filled(EnvironmentPlaces places)
     fill(places.programName, [] { return withoutSuffix(path::fileName(runningProgram())); });
     fill(places.userData,
          [] { return folderVariable("XDG_DATA_HOME", path::join(home(), u".local/share")); });
+    fill(places.cacheBase,
+         [] { return folderVariable("XDG_CACHE_HOME", path::join(home(), u".cache")); });
     fill(places.commonData, [] { return u"/var/lib"_s; });
     fill(places.userDocuments,
          [] { return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation); });
@@ -148,6 +150,11 @@ void LinuxEnvironment::setUserValue(const QString& program,
 {
     m_files.makeFolders(path::parent(m_places.userFile));
     m_values.write(m_places.userFile, program, name, value);
+}
+
+QString LinuxEnvironment::cacheFolder() const
+{
+    return path::join(m_places.cacheBase, u"Melovane");
 }
 
 QString LinuxEnvironment::runtimeFolder() const

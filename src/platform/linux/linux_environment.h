@@ -20,6 +20,7 @@ struct EnvironmentPlaces
     QString programFiles;    ///< 38; the install prefix
     QString machineFile;     ///< /etc/melovane/machine.conf
     QString userFile;        ///< $XDG_CONFIG_HOME/Melovane/user.conf
+    QString cacheBase;       ///< $XDG_CACHE_HOME
     QString runtimeBase;     ///< $XDG_RUNTIME_DIR
     QString temporaryBase;   ///< /tmp
 };
@@ -48,6 +49,9 @@ public:
     /// "melovane" below $XDG_RUNTIME_DIR, else /tmp/melovane-<user number>. A folder that somebody
     /// else owns, or a link in its place, is refused. Empty when no place will do.
     [[nodiscard]] QString runtimeFolder() const override;
+
+    /// "Melovane" below $XDG_CACHE_HOME: for what can be made again. Whoever writes there makes it.
+    [[nodiscard]] QString cacheFolder() const;
 
 private:
     EnvironmentPlaces m_places;

@@ -51,6 +51,8 @@ DataGrid::DataGrid(const Skin& skin, const IconSet& icons, QWidget* parent)
         emit headMenuWanted(m_header->viewport()->mapToGlobal(place));
     });
     connect(m_header, &QHeaderView::sectionClicked, this, &DataGrid::headerClicked);
+    // The second of two quick clicks turns the order round like a slow one.
+    connect(m_header, &QHeaderView::sectionDoubleClicked, this, &DataGrid::headerClicked);
     connect(m_header, &QHeaderView::sectionResized, this, &DataGrid::noteColumnResized);
     connect(m_emptyView, &EmptyView::buttonClicked, this, &DataGrid::emptyButtonClicked);
     connect(&skin, &Skin::changed, viewport(), qOverload<>(&QWidget::update));
@@ -185,6 +187,11 @@ QString DataGrid::dataField(int column) const
 int DataGrid::columnOf(const QString& field) const
 {
     return m_model ? m_model->columnOf(field) : -1;
+}
+
+void DataGrid::setSortButtons(bool on)
+{
+    m_header->setSectionsClickable(on);
 }
 
 void DataGrid::setSortArrow(int column, SortArrow arrow)

@@ -42,6 +42,7 @@ public:
     void goToRow(qint64 row, qint64 firstVisible) override;
     [[nodiscard]] QString dataField(int column) const override;
     [[nodiscard]] int columnOf(const QString& field) const override;
+    void setSortButtons(bool on) override;
     void setSortArrow(int column, SortArrow arrow) override;
     void setEmptyNote(const EmptyNote& note) override;
     [[nodiscard]] std::vector<RowRange> selection() const override;

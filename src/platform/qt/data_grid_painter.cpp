@@ -4,12 +4,12 @@
 #include "platform/qt/figures.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
+#include "platform/qt/whole_text_tip.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QToolTip>
 
 namespace melovane {
 
@@ -194,14 +194,7 @@ bool DataGridPainter::helpEvent(QHelpEvent* event,
     }
     const int room = view->visualRect(index).width() - 2 * kPadding;
     const bool fits = !isPicture && option.fontMetrics.horizontalAdvance(text) <= room;
-    if (event->type() != QEvent::ToolTip || fits || text.isEmpty()) {
-        QToolTip::hideText();
-        return true;
-    }
-    // A title may look like markup; it is shown as it stands.
-    constexpr int kLongest = 1000;
-    const QString shown = u"<qt>%1</qt>"_s.arg(text.left(kLongest).toHtmlEscaped());
-    QToolTip::showText(event->globalPos(), shown, view);
+    showWholeText(*event, view, text, fits);
     return true;
 }
 

@@ -3,9 +3,49 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 namespace melovane {
 
 namespace {
+
+/// Widths of the figures of a font.
+struct Figures
+{
+    int widest = 0;
+    bool areEqual = true; ///< the font's own figures stand below each other
+};
+
+Figures measured(const QFontMetrics& metrics)
+{
+    // Ten of them, so that parts of a unit and figures that move closer together show.
+    const int mixed = metrics.horizontalAdvance(QStringLiteral("0123456789"));
+    Figures result;
+    for (char16_t figure = u'0'; figure <= u'9'; ++figure) {
+        const int ten = metrics.horizontalAdvance(QString(10, QChar(figure)));
+        result.areEqual = result.areEqual && ten == mixed;
+        result.widest = std::max(result.widest, metrics.horizontalAdvance(QChar(figure)));
+    }
+    return result;
+}
+
+/// Measured once for the fonts in use: a page asks some hundred times.
+Figures figuresOf(const QFontMetrics& metrics)
+{
+    constexpr std::size_t kFonts = 8;
+    static std::vector<std::pair<QFontMetrics, Figures>> known;
+    for (const auto& [font, figures] : known) {
+        if (font == metrics) {
+            return figures;
+        }
+    }
+    if (known.size() == kFonts) {
+        known.clear();
+    }
+    return known.emplace_back(metrics, measured(metrics)).second;
+}
 
 int widthOf(const QFontMetrics& metrics, QChar sign, int figure)
 {
@@ -16,19 +56,18 @@ int widthOf(const QFontMetrics& metrics, QChar sign, int figure)
 
 int figureWidth(const QFontMetrics& metrics)
 {
-    int width = 0;
-    for (char16_t figure = u'0'; figure <= u'9'; ++figure) {
-        width = std::max(width, metrics.horizontalAdvance(QChar(figure)));
-    }
-    return width;
+    return figuresOf(metrics).widest;
 }
 
 int figureTextWidth(const QFontMetrics& metrics, const QString& text)
 {
-    const int figure = figureWidth(metrics);
+    const Figures figures = figuresOf(metrics);
+    if (figures.areEqual) {
+        return metrics.horizontalAdvance(text);
+    }
     int width = 0;
     for (const QChar sign : text) {
-        width += widthOf(metrics, sign, figure);
+        width += widthOf(metrics, sign, figures.widest);
     }
     return width;
 }
@@ -36,10 +75,14 @@ int figureTextWidth(const QFontMetrics& metrics, const QString& text)
 void drawFigures(QPainter& painter, const QRect& rect, const QString& text)
 {
     const QFontMetrics metrics = painter.fontMetrics();
-    const int figure = figureWidth(metrics);
+    const Figures figures = figuresOf(metrics);
+    if (figures.areEqual) {
+        painter.drawText(rect, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text);
+        return;
+    }
     int left = rect.right() + 1 - figureTextWidth(metrics, text);
     for (const QChar sign : text) {
-        const int width = widthOf(metrics, sign, figure);
+        const int width = widthOf(metrics, sign, figures.widest);
         painter.drawText(QRect(left, rect.top(), width, rect.height()),
                          Qt::AlignCenter | Qt::TextDontClip, QString(sign));
         left += width;

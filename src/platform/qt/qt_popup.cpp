@@ -43,7 +43,8 @@ int QtPopup::Show()
         action->setCheckable(entry.checked);
         action->setChecked(entry.checked);
     }
-    const QAction* chosen = menu.isEmpty() ? nullptr : menu.exec(QCursor::pos());
+    const QPoint place = m_place ? m_place() : QCursor::pos();
+    const QAction* chosen = menu.isEmpty() ? nullptr : menu.exec(place);
     return chosen ? chosen->data().toInt() : 0;
 }
 

@@ -4,9 +4,30 @@
 
 namespace melovane::sqlite {
 
+namespace {
+
+bool allBelow(const IndexArray<quint32>& numbers, std::size_t limit)
+{
+    quint32 largest = 0;
+    for (const quint32 number : numbers) {
+        largest = std::max(largest, number);
+    }
+    return numbers.size() == 0 || largest < limit;
+}
+
+/// True for rising ends of which the last is `size`.
+bool endsAt(const IndexArray<quint32>& ends, std::size_t size)
+{
+    return ends.size() == 0
+               ? size == 0
+               : std::is_sorted(ends.begin(), ends.end()) && ends[ends.size() - 1] == size;
+}
+
+} // namespace
+
 void IndexColumn::mark(const IndexTest& test, IndexBits& rows) const
 {
-    for (const auto& [first, end] : matching(test)) {
+    for (const auto& [first, end] : m_isText ? matchingTexts(test, rows) : matchingNumbers(test)) {
         // Value numbers are one more than the numbers of texts.
         for (quint32 at = m_ends[first]; at < m_ends[end]; ++at) {
             rows.set(m_rows[at]);
@@ -30,17 +51,23 @@ std::vector<quint32> IndexColumn::sorted(const std::vector<quint32>& rows, bool 
     return result;
 }
 
-NumberRanges IndexColumn::matching(const IndexTest& test) const
+/// True when all rows of a value are there already; of values with many rows it is not asked.
+bool IndexColumn::areIn(quint32 value, const IndexBits& rows) const
 {
-    return m_isText ? matchingTexts(test) : matchingNumbers(test);
+    constexpr quint32 kFewRows = 4;
+    const quint32 first = m_ends[value - 1];
+    const quint32 end = m_ends[value];
+    return end - first <= kFewRows && std::all_of(m_rows.begin() + first, m_rows.begin() + end,
+                                                  [&](quint32 row) { return rows.test(row); });
 }
 
-NumberRanges IndexColumn::matchingTexts(const IndexTest& test) const
+NumberRanges IndexColumn::matchingTexts(const IndexTest& test, const IndexBits& known) const
 {
     NumberRanges result;
     switch (test.kind()) {
     case SearchTest::Kind::Like:
-        return m_texts.matching(test.pattern());
+        return m_texts.matching(test.pattern(),
+                                [&](quint32 number) { return areIn(number + 1, known); });
     case SearchTest::Kind::Equal:
         if (const auto found = m_texts.find(test.folded())) {
             result.add(*found);
@@ -113,6 +140,36 @@ qint64 IndexColumn::bytes() const
     return qint64((m_values.size() + m_ends.size() + m_rows.size()) * sizeof(quint32) +
                   m_numbers.size() * sizeof(double)) +
            m_texts.bytes();
+}
+
+IndexColumnParts IndexColumn::parts() const
+{
+    return {m_isText,       m_fits,          m_texts.letters(),
+            m_texts.ends(), m_texts.signs(), m_numbers,
+            m_values,       m_ends,          m_rows};
+}
+
+std::shared_ptr<const IndexColumn> IndexColumn::fromParts(IndexColumnParts parts, std::size_t rows)
+{
+    const std::size_t distinct = parts.isText ? parts.textEnds.size() : parts.numbers.size();
+    const bool belongs = parts.values.size() == rows && parts.rows.size() == rows &&
+                         parts.ends.size() == distinct + 1 &&
+                         parts.signs.size() == parts.textEnds.size() &&
+                         allBelow(parts.values, parts.ends.size()) && allBelow(parts.rows, rows) &&
+                         endsAt(parts.ends, rows) && endsAt(parts.textEnds, parts.letters.size());
+    if (!belongs) {
+        return nullptr;
+    }
+    auto column = std::make_shared<IndexColumn>();
+    column->m_isText = parts.isText;
+    column->m_fits = parts.fits;
+    column->m_texts =
+        IndexTexts(std::move(parts.letters), std::move(parts.textEnds), std::move(parts.signs));
+    column->m_numbers = std::move(parts.numbers);
+    column->m_values = std::move(parts.values);
+    column->m_ends = std::move(parts.ends);
+    column->m_rows = std::move(parts.rows);
+    return column;
 }
 
 void IndexColumnBuilder::addNumber(double number)

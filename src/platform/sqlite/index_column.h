@@ -6,6 +6,20 @@
 
 namespace melovane::sqlite {
 
+/// What a column consists of, for keeping it elsewhere. Of texts and numbers one is empty.
+struct IndexColumnParts
+{
+    bool isText = true;
+    bool fits = true;
+    IndexArray<char> letters;
+    IndexArray<quint32> textEnds;
+    IndexArray<quint64> signs;
+    IndexArray<double> numbers;
+    IndexArray<quint32> values;
+    IndexArray<quint32> ends;
+    IndexArray<quint32> rows;
+};
+
 /// One column of the searched table: its distinct values in their order, and which row holds which.
 /// Rows are numbered from 0 in the order of their row ids. Never changes once made.
 class IndexColumn
@@ -38,11 +52,18 @@ public:
     /// Roughly the memory that it takes.
     [[nodiscard]] qint64 bytes() const;
 
+    [[nodiscard]] IndexColumnParts parts() const;
+
+    /// The column of these parts; null when they would lead outside themselves or do not belong to
+    /// so many rows.
+    [[nodiscard]] static std::shared_ptr<const IndexColumn> fromParts(IndexColumnParts parts,
+                                                                      std::size_t rows);
+
 private:
     friend class IndexColumnBuilder;
 
-    [[nodiscard]] NumberRanges matching(const IndexTest& test) const;
-    [[nodiscard]] NumberRanges matchingTexts(const IndexTest& test) const;
+    [[nodiscard]] NumberRanges matchingTexts(const IndexTest& test, const IndexBits& known) const;
+    [[nodiscard]] bool areIn(quint32 value, const IndexBits& rows) const;
     [[nodiscard]] NumberRanges matchingNumbers(const IndexTest& test) const;
 
     bool m_isText = true;

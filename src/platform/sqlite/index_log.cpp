@@ -2,6 +2,10 @@
 
 #include "platform/sqlite/sqlite_error.h"
 
+#include <QRandomGenerator>
+
+#include <sqlite3.h>
+
 namespace melovane::sqlite {
 
 namespace {
@@ -69,6 +73,24 @@ bool IndexLog::ensure()
     }
 }
 
+std::optional<IndexLog::Position> IndexLog::mark()
+{
+    if (m_connection.isReadOnly() || m_connection.inTransaction()) {
+        return {};
+    }
+    const Connection::WithoutWaiting impatient(m_connection);
+    try {
+        // The row of no track, or of one that is then read once more.
+        const auto row = qint64(QRandomGenerator::system()->generate64());
+        Statement add(m_connection.handle(), u"INSERT INTO main.mlv_change(key) VALUES(?1)"_s);
+        add.bind(1, Value(row));
+        add.run();
+        return Position{sqlite3_last_insert_rowid(m_connection.handle()), row};
+    } catch (const DbError&) {
+        return {};
+    }
+}
+
 IndexLog::Position IndexLog::end()
 {
     const auto last = m_connection.statements().take(
@@ -76,7 +98,6 @@ IndexLog::Position IndexLog::end()
     return last->step() ? Position{last->number(0), last->number(1)} : Position{};
 }
 
-/// True when the entry is still there as it was.
 bool IndexLog::knows(const Position& position)
 {
     const auto entry =

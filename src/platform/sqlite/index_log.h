@@ -31,6 +31,13 @@ public:
 
     [[nodiscard]] bool isThere();
 
+    /// Adds a random entry, by which this file is told from a copy that went its own way before.
+    /// Waits for nobody. Nothing when it was not written.
+    [[nodiscard]] std::optional<Position> mark();
+
+    /// True when the entry is still there as it was.
+    [[nodiscard]] bool knows(const Position& position);
+
     /// Where the list ends now.
     [[nodiscard]] Position end();
 
@@ -43,8 +50,6 @@ public:
     void trim();
 
 private:
-    [[nodiscard]] bool knows(const Position& position);
-
     Connection& m_connection;
 };
 

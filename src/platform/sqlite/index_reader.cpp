@@ -106,7 +106,7 @@ bool IndexLoader::step(Connection& connection)
 {
     if (!m_table) {
         if (!readRows(connection)) {
-            m_table = std::make_unique<IndexTable>(std::move(m_keys));
+            m_table = std::make_unique<IndexTable>(IndexArray(std::move(m_keys)));
         }
         return true;
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <limits>
 #include <numeric>
 
 namespace melovane::sqlite {
@@ -10,8 +11,12 @@ namespace {
 
 /// Orders kept: of a million rows each takes eight megabytes.
 constexpr std::size_t kMostOrders = 6;
-/// Filters kept, as the one of deleted tracks.
-constexpr std::size_t kMostFilters = 4;
+/// Answers of conditions kept, as the filter of deleted tracks and the letters that a user passes
+/// on his way forth and back: of a million rows each takes an eighth of a megabyte.
+constexpr std::size_t kMostFilters = 48;
+
+/// Of a changed cell whose place nobody has asked for.
+constexpr quint32 kUnknownPlace = std::numeric_limits<quint32>::max();
 
 /// Calls `work` with each member.
 template <typename Work> void forEach(const IndexBits& bits, const Work& work)
@@ -24,15 +29,9 @@ template <typename Work> void forEach(const IndexBits& bits, const Work& work)
     }
 }
 
-bool isFilter(const std::vector<SearchTest>& group)
-{
-    return std::none_of(group.begin(), group.end(),
-                        [](const SearchTest& test) { return test.isText; });
-}
-
 } // namespace
 
-IndexTable::IndexTable(std::vector<qint64> keys)
+IndexTable::IndexTable(IndexArray<qint64> keys)
     : m_keys(std::move(keys))
     , m_hidden(qint64(m_keys.size()))
 {}
@@ -70,10 +69,7 @@ void IndexTable::hide(qint64 key)
 void IndexTable::setRow(qint64 key, std::vector<IndexCell> cells)
 {
     hide(key);
-    ChangedRow row{key, std::move(cells), {}};
-    for (std::size_t i = 0; i < m_columns.size(); ++i) {
-        row.places.push_back(m_columns[i].data->placeOf(row.cells[i]));
-    }
+    ChangedRow row{key, std::move(cells), std::vector<quint32>(m_columns.size(), kUnknownPlace)};
     const auto at = place(key);
     if (at != m_changed.end() && at->key == key) {
         *at = std::move(row);
@@ -89,6 +85,12 @@ void IndexTable::removeRow(qint64 key)
     if (at != m_changed.end() && at->key == key) {
         m_changed.erase(at);
     }
+}
+
+std::shared_ptr<const IndexColumn> IndexTable::column(const QString& name) const
+{
+    const std::size_t at = find(name);
+    return at < m_columns.size() ? m_columns[at].data : nullptr;
 }
 
 std::vector<qint64> IndexTable::changedRows() const
@@ -148,10 +150,8 @@ bool IndexTable::answers(const SearchStatement& statement) const
 
 IndexBits IndexTable::marked(const std::vector<SearchTest>& group)
 {
-    const bool filter = isFilter(group);
-    const auto kept = std::find_if(m_filters.begin(), m_filters.end(), [&](const Filter& known) {
-        return filter && known.group == group;
-    });
+    const auto kept = std::find_if(m_filters.begin(), m_filters.end(),
+                                   [&](const Filter& known) { return known.group == group; });
     if (kept != m_filters.end()) {
         m_filters.splice(m_filters.begin(), m_filters, kept);
         return kept->rows;
@@ -160,9 +160,9 @@ IndexBits IndexTable::marked(const std::vector<SearchTest>& group)
     for (const SearchTest& test : group) {
         m_columns[find(test.column)].data->mark(IndexTest(test), rows);
     }
-    if (filter) {
-        m_filters.push_front({group, rows});
-        m_filters.resize(std::min(m_filters.size(), kMostFilters));
+    m_filters.push_front({group, rows});
+    if (m_filters.size() > kMostFilters) {
+        m_filters.pop_back();
     }
     return rows;
 }
@@ -248,9 +248,48 @@ std::shared_ptr<const IndexOrder> IndexTable::order(const std::vector<Key>& keys
         m_orders.splice(m_orders.begin(), m_orders, kept);
         return kept->order;
     }
-    m_orders.push_front({keys, makeOrder(keys)});
-    m_orders.resize(std::min(m_orders.size(), kMostOrders));
+    keepOrder(keys, makeOrder(keys));
     return m_orders.front().order;
+}
+
+void IndexTable::keepOrder(std::vector<Key> keys, std::shared_ptr<const IndexOrder> made)
+{
+    m_orders.push_front({std::move(keys), std::move(made)});
+    m_orders.resize(std::min(m_orders.size(), kMostOrders));
+}
+
+void IndexTable::addOrder(const std::vector<SearchOrder>& terms,
+                          std::shared_ptr<const IndexOrder> made)
+{
+    const bool isWhole = std::all_of(terms.begin(), terms.end(), [&](const SearchOrder& term) {
+        return find(term.column) < m_columns.size();
+    });
+    if (isWhole && !terms.empty()) {
+        keepOrder(keysOf(terms), std::move(made));
+    }
+}
+
+std::vector<std::pair<std::vector<SearchOrder>, std::shared_ptr<const IndexOrder>>>
+IndexTable::orders() const
+{
+    std::vector<std::pair<std::vector<SearchOrder>, std::shared_ptr<const IndexOrder>>> result;
+    for (const KeptOrder& kept : m_orders) {
+        std::vector<SearchOrder> terms;
+        for (const auto& [column, descending] : kept.keys) {
+            terms.push_back({m_columns[column].name, descending});
+        }
+        result.emplace_back(std::move(terms), kept.order);
+    }
+    return result;
+}
+
+quint32 IndexTable::placeOf(const ChangedRow& row, std::size_t column) const
+{
+    quint32& place = row.places[column];
+    if (place == kUnknownPlace) {
+        place = m_columns[column].data->placeOf(row.cells[column]);
+    }
+    return place;
 }
 
 bool IndexTable::standsBefore(const ChangedRow& left,
@@ -272,8 +311,9 @@ bool IndexTable::standsBefore(quint32 row,
 {
     for (const auto& [column, descending] : keys) {
         const quint32 place = 2 * m_columns[column].data->valueOf(row);
-        if (place != changed.places[column]) {
-            return (place < changed.places[column]) != descending;
+        const quint32 other = placeOf(changed, column);
+        if (place != other) {
+            return (place < other) != descending;
         }
     }
     return m_keys[row] < changed.key;

@@ -15,12 +15,26 @@ class IndexTable
 {
 public:
     /// \param keys row ids, ascending
-    explicit IndexTable(std::vector<qint64> keys);
+    explicit IndexTable(IndexArray<qint64> keys);
 
     [[nodiscard]] const IndexArray<qint64>& keys() const { return m_keys; }
 
     /// Columns in the order of their arrival; the cells of a row stand in the same order.
     [[nodiscard]] QStringList columns() const;
+
+    /// Null when there is none of this name.
+    [[nodiscard]] std::shared_ptr<const IndexColumn> column(const QString& name) const;
+
+    /// The orders made so far, the one used last first.
+    [[nodiscard]] std::vector<
+        std::pair<std::vector<SearchOrder>, std::shared_ptr<const IndexOrder>>>
+    orders() const;
+
+    /// Has an order at hand, for a search to come. Only with all its columns.
+    void makeReady(const std::vector<SearchOrder>& terms) { order(keysOf(terms)); }
+
+    /// Takes over an order of the rows as they were loaded, if it has all its columns.
+    void addOrder(const std::vector<SearchOrder>& terms, std::shared_ptr<const IndexOrder> made);
 
     /// Adds a column over all rows. Changed rows have to be set anew.
     void addColumn(const QString& name, std::shared_ptr<const IndexColumn> column);
@@ -59,7 +73,9 @@ private:
     {
         qint64 key = 0;
         std::vector<IndexCell> cells;
-        std::vector<quint32> places; ///< of the cells among the values of their columns
+        /// Of the cells among the values of their columns; found when first asked for, as most are
+        /// never.
+        mutable std::vector<quint32> places;
     };
 
     struct Key
@@ -94,10 +110,12 @@ private:
     [[nodiscard]] std::vector<Key> keysOf(const std::vector<SearchOrder>& order) const;
     [[nodiscard]] std::vector<ChangedRow>::iterator place(qint64 key);
     void hide(qint64 key);
+    [[nodiscard]] quint32 placeOf(const ChangedRow& row, std::size_t column) const;
+    void keepOrder(std::vector<Key> keys, std::shared_ptr<const IndexOrder> made);
     [[nodiscard]] const Matches& matches(const SearchCondition& where);
     [[nodiscard]] IndexBits marked(const std::vector<SearchTest>& group);
     [[nodiscard]] std::vector<std::size_t> passing(const SearchCondition& where) const;
-    [[nodiscard]] std::shared_ptr<const IndexOrder> order(const std::vector<Key>& keys);
+    std::shared_ptr<const IndexOrder> order(const std::vector<Key>& keys);
     [[nodiscard]] std::shared_ptr<const IndexOrder> makeOrder(const std::vector<Key>& keys) const;
     [[nodiscard]] std::vector<IndexedKeys::Extra> extras(const std::vector<std::size_t>& changed,
                                                          const std::vector<Key>& keys,

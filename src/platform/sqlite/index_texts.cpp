@@ -2,6 +2,7 @@
 
 #include "platform/db/latin_text.h"
 #include "platform/sqlite/index_scan.h"
+#include "platform/sqlite/index_signs.h"
 
 #include <algorithm>
 #include <array>
@@ -99,26 +100,12 @@ quint32 hashOf(std::string_view text)
     return quint32(hash ^ (hash >> 32));
 }
 
-/// Letters that have a bit of their own in the signs of a text.
-bool isSign(QChar letter)
-{
-    return letter >= u'a' && letter <= u'z';
-}
+/// Letters that a scan passes in the time that one text on its own takes: looking at single texts
+/// pays below one in so many letters.
+constexpr std::size_t kLettersPerText = 90;
 
-quint32 bitOf(unsigned letter)
-{
-    return letter - 'a';
-}
-
-quint32 signsOf(std::string_view text)
-{
-    quint32 signs = 0;
-    for (const char letter : text) {
-        const auto bit = bitOf(static_cast<unsigned char>(letter));
-        signs |= bit < 26 ? 1U << bit : 0U;
-    }
-    return signs;
-}
+/// Ranges kept for a piece that is typed on.
+constexpr std::size_t kMostKeptRanges = 200'000;
 
 /// A text to be sorted: the first bytes of its key, for most comparisons enough.
 struct Sortable
@@ -203,9 +190,92 @@ void IndexTexts::addBeginning(const QString& folded, NumberRanges& result, const
 NumberRanges IndexTexts::holdingLetter(quint32 bit) const
 {
     NumberRanges result;
-    const quint32 bits = 1U << bit;
+    const quint64 bits = 1ULL << bit;
     for (quint32 number = 0; number < count(); ++number) {
         if ((m_signs[number] & bits) != 0) {
+            result.add(number);
+        }
+    }
+    return result;
+}
+
+/// True when so few texts that are to be looked into have these signs that it is worthwhile to look
+/// at each of them.
+bool IndexTexts::isRare(quint64 signs, const Known& known) const
+{
+    const std::size_t most = m_letters.size() / kLettersPerText;
+    std::size_t having = 0;
+    for (quint32 number = 0; number < count() && having <= most; ++number) {
+        having += (m_signs[number] & signs) == signs && !known(number) ? 1 : 0;
+    }
+    return having <= most;
+}
+
+/// Looks only into the texts that hold every letter of the piece.
+void IndexTexts::addSigned(std::string_view piece, NumberRanges& result, const Known& known) const
+{
+    const quint64 signs = signsOf(piece);
+    for (quint32 number = 0; number < count(); ++number) {
+        if ((m_signs[number] & signs) != signs) {
+            continue;
+        }
+        const std::string_view own = text(number);
+        const char* const end = own.data() + own.size();
+        if (known(number) || findPiece(own.data(), end, m_letters.end(), piece) != nullptr) {
+            result.add(number);
+        }
+    }
+}
+
+NumberRanges IndexTexts::holding(const QString& folded, const Known& known) const
+{
+    const QByteArray piece = folded.toUtf8();
+    NumberRanges result;
+    if (m_last && piece.contains(m_last->piece)) {
+        for (const auto& [first, end] : m_last->numbers) {
+            for (quint32 number = first; number < end; ++number) {
+                if (known(number) || holds(text(number), std::span(&piece, 1))) {
+                    result.add(number);
+                }
+            }
+        }
+    } else if (isRare(signsOf(viewOf(piece)), known)) {
+        addSigned(viewOf(piece), result, known);
+    } else {
+        addHolding(folded, result, [](quint32) { return true; });
+    }
+    m_last.reset();
+    if (result.size() <= kMostKeptRanges) {
+        m_last = {piece, result};
+    }
+    return result;
+}
+
+bool IndexTexts::holds(std::string_view text, std::span<const QByteArray> pieces) const
+{
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (const QByteArray& piece : pieces) {
+        at = findPiece(at, end, m_letters.end(), viewOf(piece));
+        if (at == nullptr) {
+            return false;
+        }
+        at += piece.size();
+    }
+    return true;
+}
+
+NumberRanges IndexTexts::holdingPieces(const std::vector<QString>& pieces, const Known& known) const
+{
+    std::vector<QByteArray> bytes;
+    quint64 signs = 0;
+    for (const QString& piece : pieces) {
+        bytes.push_back(piece.toUtf8());
+        signs |= signsOf(viewOf(bytes.back()));
+    }
+    NumberRanges result;
+    for (quint32 number = 0; number < count(); ++number) {
+        if ((m_signs[number] & signs) == signs && (known(number) || holds(text(number), bytes))) {
             result.add(number);
         }
     }
@@ -220,7 +290,7 @@ void IndexTexts::addHolding(const QString& folded, NumberRanges& result, const T
     const char* at = m_letters.begin();
     quint32 number = 0;
     while (number < count()) {
-        at = findPiece(at, m_letters.end(), viewOf(bytes));
+        at = findPiece(at, m_letters.end(), m_letters.end(), viewOf(bytes));
         if (at == nullptr) {
             return;
         }
@@ -239,7 +309,7 @@ void IndexTexts::addHolding(const QString& folded, NumberRanges& result, const T
     }
 }
 
-NumberRanges IndexTexts::matching(const textcompare::LikePattern& pattern) const
+NumberRanges IndexTexts::matching(const textcompare::LikePattern& pattern, const Known& known) const
 {
     const auto outline = pattern.outline();
     const auto always = [](quint32) { return true; };
@@ -259,8 +329,10 @@ NumberRanges IndexTexts::matching(const textcompare::LikePattern& pattern) const
     } else if (outline.kind == Kind::Inside && outline.inside.size() == 1 &&
                isSign(outline.inside[0])) {
         return holdingLetter(bitOf(outline.inside[0].unicode()));
+    } else if (outline.kind == Kind::Pieces) {
+        return holdingPieces(outline.pieces, known);
     } else if (outline.kind == Kind::Inside) {
-        addHolding(outline.inside, result, always);
+        return holding(outline.inside, known);
     } else if (!outline.begin.isEmpty()) {
         addBeginning(outline.begin, result, tried);
     } else if (!outline.inside.isEmpty()) {
@@ -388,7 +460,7 @@ IndexTextsBuilder::Sorted IndexTextsBuilder::sort()
     letters.reserve(m_letters.size());
     std::vector<quint32> ends;
     ends.reserve(count);
-    std::vector<quint32> signs;
+    std::vector<quint64> signs;
     signs.reserve(count);
     for (const Sortable& next : order) {
         const std::string_view folded = text(next.number);

@@ -3,6 +3,7 @@
 #include "platform/db/text_compare.h"
 #include "platform/sqlite/index_array.h"
 
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -21,6 +22,8 @@ public:
 
     [[nodiscard]] auto end() const { return m_ranges.end(); }
 
+    [[nodiscard]] std::size_t size() const { return m_ranges.size(); }
+
 private:
     std::vector<std::pair<quint32, quint32>> m_ranges;
 };
@@ -33,8 +36,9 @@ public:
     IndexTexts() = default;
 
     /// \param ends for each text the place behind its last byte
-    /// \param signs for each text which of the letters a to z it holds, a bit each
-    IndexTexts(IndexArray<char> letters, IndexArray<quint32> ends, IndexArray<quint32> signs)
+    /// \param signs for each text which of the letters a to z, which figures at all, and which
+    /// others beyond ASCII it holds, a bit each
+    IndexTexts(IndexArray<char> letters, IndexArray<quint32> ends, IndexArray<quint64> signs)
         : m_letters(std::move(letters))
         , m_ends(std::move(ends))
         , m_signs(std::move(signs))
@@ -54,11 +58,23 @@ public:
     [[nodiscard]] quint32 lowerBound(QStringView folded) const;
     [[nodiscard]] std::optional<quint32> find(QStringView folded) const;
 
-    [[nodiscard]] NumberRanges matching(const textcompare::LikePattern& pattern) const;
+    /// Whether a text need not be looked into.
+    using Known = std::function<bool(quint32 number)>;
+
+    /// \param known of a text that may be among the result or not
+    [[nodiscard]] NumberRanges matching(const textcompare::LikePattern& pattern,
+                                        const Known& known) const;
+
+    [[nodiscard]] const IndexArray<char>& letters() const { return m_letters; }
+
+    [[nodiscard]] const IndexArray<quint32>& ends() const { return m_ends; }
+
+    [[nodiscard]] const IndexArray<quint64>& signs() const { return m_signs; }
 
     [[nodiscard]] qint64 bytes() const
     {
-        return qint64(m_letters.size() + (m_ends.size() + m_signs.size()) * sizeof(quint32));
+        return qint64(m_letters.size() + m_ends.size() * sizeof(quint32) +
+                      m_signs.size() * sizeof(quint64));
     }
 
 private:
@@ -72,10 +88,26 @@ private:
     void addBeginning(const QString& folded, NumberRanges& result, const Test& test) const;
     template <typename Test>
     void addHolding(const QString& folded, NumberRanges& result, const Test& test) const;
+    void addSigned(std::string_view piece, NumberRanges& result, const Known& known) const;
+    [[nodiscard]] NumberRanges holding(const QString& folded, const Known& known) const;
+    [[nodiscard]] NumberRanges holdingPieces(const std::vector<QString>& pieces,
+                                             const Known& known) const;
+    [[nodiscard]] bool holds(std::string_view text, std::span<const QByteArray> pieces) const;
+    [[nodiscard]] bool isRare(quint64 signs, const Known& known) const;
 
     IndexArray<char> m_letters;
     IndexArray<quint32> m_ends;
-    IndexArray<quint32> m_signs;
+    IndexArray<quint64> m_signs;
+
+    /// What the piece asked for last was found in, or was not looked for: one typed on from it is
+    /// looked for only there.
+    struct Found
+    {
+        QByteArray piece;
+        NumberRanges numbers;
+    };
+
+    mutable std::optional<Found> m_last;
 };
 
 /// Collects the texts of a column and numbers the distinct ones.

@@ -2,9 +2,13 @@
 
 #include "platform/db/db_error.h"
 
+#include <QCryptographicHash>
+
 namespace melovane::sqlite {
 
 namespace {
+
+using namespace Qt::Literals::StringLiterals;
 
 /// Operations inside operations need a second session of the same file, hardly a third.
 constexpr int kWaitingPerFile = 2;
@@ -70,7 +74,7 @@ std::shared_ptr<ColumnIndex> SessionPool::indexOf(const QString& path)
     }
     FileIndex& known = m_indexes[path];
     if (!known.index || known.id != *id) {
-        known = {*id, std::make_shared<ColumnIndex>(m_figures, slicesOf(path))};
+        known = {*id, std::make_shared<ColumnIndex>(m_figures, slicesOf(path), snapshotOf(path))};
     }
     return known.index;
 }
@@ -87,6 +91,17 @@ ColumnIndex::StartSlices SessionPool::slicesOf(const QString& path)
             return alive && loading && alive->loadSlice(path, *loading);
         });
     };
+}
+
+/// A file name for each database, whatever its path holds.
+QString SessionPool::snapshotOf(const QString& path) const
+{
+    if (m_snapshotFolder.isEmpty()) {
+        return {};
+    }
+    const QByteArray name =
+        QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1).toHex();
+    return m_snapshotFolder + u'/' + QString::fromLatin1(name) + u".index"_s;
 }
 
 bool SessionPool::loadSlice(const QString& path, ColumnIndex& index)

@@ -36,7 +36,8 @@ public:
     SqliteEngine(const Clock& clock, const EngineOptions& options)
         : m_pool(std::make_shared<SessionPool>(connectionOptions(clock, options),
                                                options.searchIndex,
-                                               options.whenIdle))
+                                               options.whenIdle,
+                                               options.snapshotFolder))
     {}
 
     [[nodiscard]] std::unique_ptr<Database> OpenDatabase(const QString& name) override

@@ -23,6 +23,9 @@ struct EngineOptions
     /// Runs work from the message loop, a few milliseconds at a time, until it returns false: how a
     /// large library comes into memory. Without it the first search waits for that.
     std::function<void(std::function<bool()> work)> whenIdle = {};
+    /// Where the memory of a large library is kept for the next start, in files that may be deleted
+    /// at any time; made when missing. Empty keeps none.
+    QString snapshotFolder = {};
     /// False for files on a network, where programs share no memory and WAL cannot be used. Empty:
     /// the kind of file system decides.
     std::function<bool(const QString& path)> sharesMemory = {};

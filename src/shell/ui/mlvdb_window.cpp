@@ -10,6 +10,7 @@
 #include "playlists/ui/playlist_widget.h"
 #include "shell/mlvdb.h"
 #include "shell/ui/window_menu_bar.h"
+#include "trees/ui/playlist_favorit_widget.h"
 
 #include <QCloseEvent>
 #include <QMenu>
@@ -67,7 +68,7 @@ void MlvdbWindow::buildPanels()
 {
     m_library = new Mp3dbWidget(m_skin, m_icons, this);
     auto* tree = laterPanel(u"Tree1"_s, u"tree"_s, u"tree"_s);
-    auto* lists = laterPanel(u"PlaylistFavorit1"_s, u"lists"_s, u"lists"_s);
+    m_lists = new PlaylistFavoritWidget(m_skin, m_icons, this);
     m_playlist = new PlaylistWidget(m_skin, m_icons, this);
     auto* frame = new QWidget(this);
     frame->setObjectName(u"Frame"_s);
@@ -80,7 +81,7 @@ void MlvdbWindow::buildPanels()
     m_splits[0]->addWidget(m_splits[2]);
     m_splits[1]->addWidget(tree);
     m_splits[1]->addWidget(m_library);
-    m_splits[2]->addWidget(lists);
+    m_splits[2]->addWidget(m_lists);
     m_splits[2]->addWidget(m_playlist);
 
     m_status = new StatusBar(frame);

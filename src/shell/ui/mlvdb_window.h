@@ -17,6 +17,7 @@ class Mp3dbWidget;
 struct MlvdbControls;
 class Panel;
 class PlaylistWidget;
+class PlaylistFavoritWidget;
 class Skin;
 class SplitPanel;
 class StatusBar;
@@ -39,6 +40,7 @@ public:
     [[nodiscard]] Mp3dbWidget& library() { return *m_library; }
 
     [[nodiscard]] PlaylistWidget& playlist() { return *m_playlist; }
+    [[nodiscard]] PlaylistFavoritWidget& lists() { return *m_lists; }
 
     /// Connects the form with its logic, which outlives its last event.
     void attach(MLVDB& logic, const ConfigObjects& texts);
@@ -84,6 +86,7 @@ private:
     const IconSet& m_icons;
     Mp3dbWidget* m_library = nullptr;
     PlaylistWidget* m_playlist = nullptr;
+    PlaylistFavoritWidget* m_lists = nullptr;
     StatusBar* m_status = nullptr;
     WindowMenuBar* m_menus = nullptr;
     std::vector<LaterPanel> m_later;

@@ -66,6 +66,15 @@ TEST_F(Machine, TheProgramIsTheRunningExecutable)
         path::join(environment.programFolder(), environment.programName())));
 }
 
+TEST_F(Machine, TheCacheFollowsTheDesktopsVariableAndIsNotMadeByAsking)
+{
+    const Variable cache("XDG_CACHE_HOME", qPrintable(folder.file(u"cache"_s)));
+    EXPECT_EQ(start().cacheFolder(), folder.file(u"cache/Melovane"_s));
+    EXPECT_FALSE(LinuxFiles().folderExists(folder.file(u"cache"_s)));
+    const Variable relative("XDG_CACHE_HOME", "relative");
+    EXPECT_TRUE(start().cacheFolder().endsWith(u"/.cache/Melovane"_s));
+}
+
 TEST_F(Machine, ShellFoldersFollowTheDesktopsVariables)
 {
     const Variable data("XDG_DATA_HOME", "/home/u/data/");

@@ -150,6 +150,28 @@ TEST_F(ColumnIndexChanges, OtherStatementsAreLeftToSqlite)
     EXPECT_EQ(figures().answers, 0);
 }
 
+TEST_F(ColumnIndexChanges, PiecesTypedOnAndBackFindWhatSqliteFinds)
+{
+    raw(u"WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i+1 FROM n WHERE i<700) "
+        "INSERT INTO db_all(FID,Titel,Interpret,DName) SELECT i,"
+        "'Lied O''Mond '||(i*7919%997),'Über Ümläut '||(i%37),"
+        "'Über - Lied O''Mond '||(i*7919%997)||'.mp3' FROM n"_s);
+    QStringList pieces;
+    for (const QString& text : {u"*mond 12"_s, u"*ümläut 3"_s, u"*lied*mond*7"_s, u"*o*m*1*.mp"_s,
+                                u"*- li*9?.mp3"_s, u"*mp3"_s, u"*zzz"_s}) {
+        for (int length = 1; length <= text.size(); ++length) {
+            pieces.append(text.left(length));
+        }
+        pieces.append(text.left(3));
+    }
+    for (const QString& piece : pieces) {
+        const QString statement =
+            u"select [FID] from db_all\n where ( [Titel] like '%1*' or [Interpret] like '%1*' or "
+            "[DName] like '%1*' ) order by [FID] ASC"_s.arg(piece);
+        ASSERT_EQ(found(statement), rowsOf(plain(), statement)) << piece.toStdString();
+    }
+}
+
 /// A program with a message loop, which gives a large library's load a turn now and then.
 class ColumnIndexSlices : public ColumnIndexChanges
 {

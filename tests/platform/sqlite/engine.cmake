@@ -23,6 +23,7 @@ mlv_test(column_index_test LABEL logic
         sqlite/column_index_changes_test.cpp
         sqlite/column_index_fixture.h
         sqlite/column_index_guard_test.cpp
+        sqlite/column_index_snapshot_test.cpp
         sqlite/engine_fixture.cpp sqlite/engine_fixture.h
     LINKS mlv_platform_sqlite mlv_sqlite_dialect SQLite::SQLite3)
 

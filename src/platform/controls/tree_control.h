@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace melovane {
+
+/// A row of a tree.
+struct TreeRow
+{
+    QString key; ///< what the row is; hidden from the user
+    QString text;
+    QString picture;      ///< name of an icon, without regard to case; empty for none
+    int level = 0;        ///< 0 for a root; a row stands below the nearest one above of less level
+    bool heading = false; ///< bold, with a picture in the accent colour
+    bool bold = false;
+    bool dimmed = false; ///< steps back
+    bool movable = false;
+
+    bool operator==(const TreeRow&) const = default;
+};
+
+/// Where a row was dropped.
+enum class DropPlace
+{
+    Above,
+    Into, ///< on a row that may hold others
+    Below
+};
+
+/// A tree as logic sees it: all its rows from top to bottom, whatever is folded away, counted from
+/// 0. A row number that no row has is never an error: nothing happens, and what is asked for is
+/// empty.
+class TreeControl
+{
+public:
+    virtual ~TreeControl() = default;
+
+    /// Shows these rows instead of all others, unfolded; none is current, and no event tells of it.
+    virtual void setRows(std::vector<TreeRow> rows) = 0;
+
+    [[nodiscard]] virtual int rowCount() const = 0;
+    [[nodiscard]] virtual TreeRow row(int index) const = 0;
+    /// The first row of that key, or -1.
+    [[nodiscard]] virtual int find(const QString& key) const = 0;
+
+    /// The row keeps its level.
+    virtual void setRow(int index, const TreeRow& row) = 0;
+    /// Puts a row in front of another, or behind the last. It must not part a row from those below
+    /// it.
+    virtual void insertRow(int index, const TreeRow& row) = 0;
+    /// The rows below it go, too. The current row becomes one of its neighbours without an event.
+    virtual void removeRow(int index) = 0;
+
+    /// -1 when there is none.
+    [[nodiscard]] virtual int currentRow() const = 0;
+    /// Also brings it on the screen; -1 for none. No event tells of it.
+    virtual void setCurrentRow(int index) = 0;
+
+    /// Lets the user change the text of a row.
+    virtual void editRow(int index, const QString& text) = 0;
+    /// Whether the user is changing a text.
+    [[nodiscard]] virtual bool isEditing() const = 0;
+
+    /// Keys of the rows that are folded.
+    [[nodiscard]] virtual QStringList folded() const = 0;
+    /// Folds the rows of these keys and unfolds all others.
+    virtual void setFolded(const QStringList& keys) = 0;
+
+    /// The first row on the screen, or -1.
+    [[nodiscard]] virtual int firstVisibleRow() const = 0;
+    /// Scrolls so that it is the first one on the screen, as far as there are rows for that.
+    virtual void setFirstVisibleRow(int index) = 0;
+
+    /// Gives it the keyboard.
+    virtual void focus() = 0;
+};
+
+} // namespace melovane

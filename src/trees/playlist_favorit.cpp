@@ -1,0 +1,365 @@
+#include "trees/playlist_favorit.h"
+
+#include "config/config_objects.h"
+#include "config/global_settings.h"
+#include "platform/db/database.h"
+#include "platform/db/sql_text.h"
+#include "platform/system/text_number.h"
+#include "platform/system/timers.h"
+#include "playlists/mlv_function.h"
+#include "trees/tree_key.h"
+
+#include <utility>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// From the last arrow key to the opening of a list: who holds the key down opens one list only.
+constexpr std::chrono::milliseconds kRestInterval{150};
+
+/// Section and key of what is folded, between two runs.
+const QString kStateSection = u"Default"_s;
+const QString kFoldedKey = u"PlaylistFavorit.Folded"_s;
+
+/// Pictures are compared as they stand in rows.
+constexpr QStringView kLockPicture = u"all.lock";
+
+} // namespace
+
+PlaylistFavorit::PlaylistFavorit(FavoritParts parts, TreeControl& tree)
+    : m_parts(std::move(parts))
+    , m_tree(tree)
+    , m_bus(m_parts.bus, u"PlaylistFavorit"_s)
+    , m_restTimer(m_parts.loop.makeTimer(kRestInterval,
+                                         [this] {
+                                             m_restTimer->stop();
+                                             rowClicked(m_tree.currentRow());
+                                         }))
+    , m_messBus(
+          m_parts.bus.subscribe([this](const MLVMessage& message) { MessBus_Message(message); }))
+{}
+
+PlaylistFavorit::~PlaylistFavorit() = default;
+
+void PlaylistFavorit::withDatabase(const QString& where,
+                                   const std::function<void(Database&)>& work) const
+{
+    quietly(m_parts.sink, where,
+            [&] { work(*m_parts.engine.OpenDatabase(m_parts.settings.DbName())); });
+}
+
+// ---- rows
+
+QString PlaylistFavorit::GetPlaylistname(int row) const
+{
+    const TreeRow wanted = m_tree.row(row);
+    return treekey::playlistId(wanted.key).isEmpty() ? QString() : withoutCount(wanted.text);
+}
+
+QString PlaylistFavorit::GetPlaylistID(int row) const
+{
+    return treekey::playlistId(m_tree.row(row).key);
+}
+
+QString PlaylistFavorit::GetGroupID(int row) const
+{
+    return treekey::groupId(m_tree.row(row).key);
+}
+
+QString PlaylistFavorit::FindGRID(int row) const
+{
+    for (; row >= 0; --row) {
+        QString group = GetGroupID(row);
+        if (!group.isEmpty()) {
+            return group;
+        }
+    }
+    return {};
+}
+
+bool PlaylistFavorit::isList(int row) const
+{
+    return !GetPlaylistID(row).isEmpty();
+}
+
+Pnid PlaylistFavorit::listOf(int row) const
+{
+    return Pnid(leadingLong(GetPlaylistID(row)));
+}
+
+int PlaylistFavorit::rowOfList(Pnid list) const
+{
+    const int row = m_tree.find(treekey::playlist(numberOf(list)));
+    return row >= 0 ? row : m_tree.find(treekey::jingleList(numberOf(list)));
+}
+
+std::optional<ListState> PlaylistFavorit::readState(Pnid list) const
+{
+    std::optional<ListState> state;
+    withDatabase(u"PlaylistFavorit.Row"_s,
+                 [&](Database& database) { state = readList(database, list); });
+    return state;
+}
+
+void PlaylistFavorit::rereadRow(int row)
+{
+    if (const auto state = readState(listOf(row))) {
+        TreeRow shown = rowOf(*state);
+        // The kind of a row changes with a refill only.
+        shown.key = m_tree.row(row).key;
+        m_tree.setRow(row, shown);
+    }
+}
+
+void PlaylistFavorit::fill()
+{
+    const QString current = m_tree.row(m_tree.currentRow()).key;
+    const QString top = m_tree.row(m_tree.firstVisibleRow()).key;
+    const QStringList folded = m_tree.folded();
+    withDatabase(u"PlaylistFavorit.Fill"_s, [&](Database& database) {
+        m_tree.setRows(
+            readFavoritRows(database, m_parts.texts.text(u"tree.root.jingle"), m_showAll));
+    });
+    m_tree.setFolded(folded);
+    m_tree.setCurrentRow(current.isEmpty() ? -1 : m_tree.find(current));
+    m_tree.setFirstVisibleRow(top.isEmpty() ? -1 : m_tree.find(top));
+}
+
+void PlaylistFavorit::Refresh()
+{
+    m_parts.loop.turn();
+    if (m_tree.isEditing()) {
+        m_refillWaits = true;
+        return;
+    }
+    fill();
+}
+
+void PlaylistFavorit::editEnded()
+{
+    if (std::exchange(m_refillWaits, false)) {
+        fill();
+    }
+}
+
+void PlaylistFavorit::ShowActivePlaylist()
+{
+    int playing = -1;
+    int first = -1;
+    for (int row = 0; row < m_tree.rowCount() && playing < 0; ++row) {
+        const TreeRow shown = m_tree.row(row);
+        if (treekey::isJingleRow(shown.key) || !isList(row)) {
+            continue;
+        }
+        first = first < 0 ? row : first;
+        // Bold, too: the picture of a locked one does not tell that it is playing.
+        playing = shown.picture == "all.audio"_L1 || shown.bold ? row : playing;
+    }
+    const int wanted = playing >= 0 ? playing : first;
+    if (wanted >= 0) {
+        m_tree.setCurrentRow(wanted);
+        rowClicked(wanted);
+    }
+}
+
+void PlaylistFavorit::end()
+{
+    m_parts.settings.WriteKeyValue(kStateSection, kFoldedKey,
+                                   m_tree.folded().join(treekey::kStateSeparator.toString()));
+}
+
+void PlaylistFavorit::start(const MLVMessage&)
+{
+    Refresh();
+    const QString folded = m_parts.settings.GetKeyValue(kStateSection, kFoldedKey, QString());
+    m_tree.setFolded(folded.split(treekey::kStateSeparator.toString(), Qt::SkipEmptyParts));
+    ShowActivePlaylist();
+}
+
+// ---- opening and playing
+
+void PlaylistFavorit::rowClicked(int row)
+{
+    m_restTimer->stop();
+    if (!isList(row)) {
+        return;
+    }
+    const TreeRow opened = m_tree.row(row);
+    const bool isJingle = treekey::isJingleRow(opened.key);
+    m_bus.SendMessage(isJingle ? u"jinglelist.aktivieren"_s : u"playlist.aktivieren"_s,
+                      numberOf(listOf(row)), opened.picture == kLockPicture);
+}
+
+void PlaylistFavorit::rowEntered(int row)
+{
+    if (isList(row)) {
+        m_restTimer->stop();
+        m_restTimer->start();
+    }
+}
+
+void PlaylistFavorit::rowActivated(int row)
+{
+    if (!isList(row)) {
+        return;
+    }
+    const Pnid list = listOf(row);
+    const bool isJingle = treekey::isJingleRow(m_tree.row(row).key);
+    if (const auto state = readState(list); state && !state->isPlay) {
+        m_parts.lists.names().activate(list);
+    }
+    for (int other = 0; other < m_tree.rowCount(); ++other) {
+        const TreeRow shown = m_tree.row(other);
+        if (shown.bold && treekey::isJingleRow(shown.key) == isJingle) {
+            rereadRow(other);
+        }
+    }
+    rereadRow(row);
+    m_tree.setCurrentRow(row);
+    rowClicked(row);
+    m_bus.SendMessage(isJingle ? u"playlist.Jingle.play"_s : u"playlist.play"_s, numberOf(list));
+}
+
+// ---- names
+
+void PlaylistFavorit::UpdateTreeRow(const QString& key, const QString& text)
+{
+    const int row = m_tree.find(key);
+    TreeRow shown = m_tree.row(row);
+    shown.text = trimBlanks(text);
+    m_tree.setRow(row, shown);
+}
+
+void PlaylistFavorit::UpdatePlaylistName(const QString& list)
+{
+    const Pnid number = Pnid(leadingLong(list));
+    rereadRow(rowOfList(number));
+    withDatabase(u"UpdatePlaylistName"_s, [&](Database& database) {
+        database.Execute(u"update pl_name set sicherung=true where grid>0 and nid="_s +
+                         sql::number(numberOf(number)));
+    });
+}
+
+void PlaylistFavorit::UpdateGroupName(const QString& group)
+{
+    const qint64 number = leadingLong(group);
+    const int row = m_tree.find(treekey::group(number));
+    withDatabase(u"UpdateGroupName"_s, [&](Database& database) {
+        const auto lists = database.OpenRecordset(u"select * from VPL_GROUPNAME where grid="_s +
+                                                  sql::number(number));
+        if (row >= 0 && !lists->Eof()) {
+            TreeRow shown = m_tree.row(row);
+            shown.text = lists->value(u"grname").toText();
+            m_tree.setRow(row, shown);
+        }
+    });
+}
+
+// ---- messages
+
+std::span<const PlaylistFavorit::BusRow> PlaylistFavorit::busTable()
+{
+    static constexpr BusRow kRows[] = {
+        {u"playlist.eigenschaften", &PlaylistFavorit::showDetails},
+        {u"playlist.save.file", &PlaylistFavorit::saveFile},
+        {u"create.toolbars", &PlaylistFavorit::createToolBars},
+        {u"update.playlist.name", &PlaylistFavorit::playlistName},
+        {u"update.group.name", &PlaylistFavorit::groupName},
+        {u"update.tree.row", &PlaylistFavorit::treeRow},
+        {u"favorit.refresh", &PlaylistFavorit::refill},
+        {u"refresh.all", &PlaylistFavorit::refillAll},
+        {u"refresh.playlist", &PlaylistFavorit::refill},
+        {u"refresh.playlist.tree", &PlaylistFavorit::refill},
+        {u"playlist.insert.data.end", &PlaylistFavorit::rereadList},
+        {u"playlist.change", &PlaylistFavorit::listChanged},
+        {u"start", &PlaylistFavorit::start},
+    };
+    return kRows;
+}
+
+void PlaylistFavorit::MessBus_Message(const MLVMessage& message)
+{
+    const QString name = lowerCase(message.Command);
+    for (const BusRow& row : busTable()) {
+        if (row.name == name) {
+            (this->*row.handler)(message);
+            return;
+        }
+    }
+}
+
+void PlaylistFavorit::showDetails(const MLVMessage&)
+{
+    const int row = m_tree.currentRow();
+    if (isList(row) && m_parts.showDetails) {
+        m_parts.showDetails(listOf(row));
+    }
+}
+
+void PlaylistFavorit::saveFile(const MLVMessage&)
+{
+    m_bus.SendMessage(u"playlist.save.file.show"_s, GetPlaylistID(m_tree.currentRow()));
+}
+
+void PlaylistFavorit::createToolBars(const MLVMessage&)
+{
+    emit toolBarWanted();
+}
+
+void PlaylistFavorit::playlistName(const MLVMessage& message)
+{
+    const QString key = message.Value1.toText();
+    const QString id = treekey::playlistId(key);
+    UpdatePlaylistName(id.isEmpty() ? key : id);
+}
+
+void PlaylistFavorit::groupName(const MLVMessage& message)
+{
+    const QString key = message.Value1.toText();
+    const QString id = treekey::groupId(key);
+    UpdateGroupName(id.isEmpty() ? key : id);
+}
+
+void PlaylistFavorit::treeRow(const MLVMessage& message)
+{
+    // The row that the name was typed in has it already.
+    if (message.Sender != m_bus.name()) {
+        UpdateTreeRow(message.Value1.toText(), message.Value2.toText());
+    }
+}
+
+void PlaylistFavorit::refill(const MLVMessage& message)
+{
+    if (message.Sender != m_bus.name()) {
+        Refresh();
+    }
+}
+
+void PlaylistFavorit::refillAll(const MLVMessage& message)
+{
+    if (message.Value1.toText() == "start"_L1) {
+        start(message);
+    } else {
+        refill(message);
+    }
+}
+
+void PlaylistFavorit::rereadList(const MLVMessage& message)
+{
+    rereadRow(rowOfList(Pnid(message.Value1.toLong())));
+}
+
+void PlaylistFavorit::listChanged(const MLVMessage& message)
+{
+    const int row = rowOfList(Pnid(message.Value1.toLong()));
+    if (row >= 0) {
+        rereadRow(row);
+        const TreeRow shown = m_tree.row(row);
+        m_bus.SendMessage(u"update.tree.row"_s, shown.key, shown.text);
+    }
+}
+
+} // namespace melovane

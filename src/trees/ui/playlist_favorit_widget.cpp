@@ -1,0 +1,94 @@
+#include "trees/ui/playlist_favorit_widget.h"
+
+#include "config/config_objects.h"
+#include "platform/qt/icon_set.h"
+#include "platform/qt/outline_tree.h"
+#include "trees/playlist_favorit.h"
+
+#include <QHBoxLayout>
+#include <QToolButton>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+PlaylistFavoritWidget::PlaylistFavoritWidget(const Skin& skin,
+                                             const IconSet& icons,
+                                             QWidget* parent)
+    : Panel(skin, parent)
+    , m_icons(icons)
+    , m_tree(new OutlineTree(skin, icons, this))
+{
+    setObjectName(u"PlaylistFavorit1"_s);
+    m_tree->setObjectName(u"PlaylistTree"_s);
+    setView(m_tree);
+}
+
+TreeControl& PlaylistFavoritWidget::tree()
+{
+    return *m_tree;
+}
+
+void PlaylistFavoritWidget::attach(PlaylistFavorit& logic, const ConfigObjects& texts)
+{
+    m_tree->setAccessibleName(texts.text(u"lists.title"));
+    connect(m_tree, &OutlineTree::rowClicked, &logic, &PlaylistFavorit::rowClicked);
+    connect(m_tree, &OutlineTree::rowEntered, &logic, &PlaylistFavorit::rowEntered);
+    connect(m_tree, &OutlineTree::rowActivated, &logic, &PlaylistFavorit::rowActivated);
+    connect(m_tree, &OutlineTree::editPressed, &logic, &PlaylistFavorit::rename);
+    connect(m_tree, &OutlineTree::rowEdited, &logic, &PlaylistFavorit::rowEdited);
+    connect(m_tree, &OutlineTree::editEnded, &logic, &PlaylistFavorit::editEnded);
+    connect(m_tree, &OutlineTree::deletePressed, &logic, &PlaylistFavorit::deleteRow);
+    connect(m_tree, &OutlineTree::menuWanted, &logic, [this, &logic](int row, const QPoint& place) {
+        m_menuPlace = place;
+        logic.contextMenu(row);
+    });
+    connect(m_tree, &OutlineTree::rowDropped, &logic, &PlaylistFavorit::rowDropped);
+    connect(&logic, &PlaylistFavorit::toolBarWanted, this,
+            [this, &logic, &texts] { createToolBar(logic, texts); });
+}
+
+void PlaylistFavoritWidget::createToolBar(PlaylistFavorit& logic, const ConfigObjects& texts)
+{
+    struct Tool
+    {
+        QString key;
+        QString icon;
+        QString text;
+    };
+
+    const std::vector<std::vector<Tool>> groups = {
+        {{u"all.newdoc"_s, u"all.newdoc"_s, u"ToolTipPlaylistNew"_s},
+         {u"all.newdir"_s, u"all.newdir"_s, u"tooltip.all.newdir"_s},
+         {u"all.activate"_s, u"all.activate"_s, u"ToolTipPlaylistActiv"_s},
+         {u"all.lock"_s, u"all.lock"_s, u"ToolTipPlaylistLock"_s}},
+        {{u"all.book"_s, u"info"_s, u"ToolTipPlaylistDetail"_s},
+         {u"all.refresh"_s, u"reload"_s, u"ToolTipRefresh"_s}},
+        {{u"all.delete"_s, u"delete"_s, u"ToolTipPlaylistDel"_s}}};
+    for (const std::vector<Tool>& group : groups) {
+        for (const Tool& tool : group) {
+            QToolButton* button = addTool(tool.key, m_icons.icon(tool.icon), texts.text(tool.text));
+            if (!logic.canDo(tool.key)) {
+                button->setEnabled(false);
+                button->setToolTip(texts.text(u"status.later"));
+            }
+            connect(button, &QToolButton::clicked, &logic,
+                    [&logic, key = tool.key] { logic.toolPressed(key); });
+        }
+        toolRow()->addSpacing(6);
+    }
+    toolRow()->addStretch(1);
+}
+
+int PlaylistFavoritWidget::ToolBarHeight() const
+{
+    const auto* row = findChild<QWidget*>(u"ToolRow"_s);
+    return row->isHidden() ? 0 : row->height();
+}
+
+void PlaylistFavoritWidget::RemoveToolbarButton(const QString& key)
+{
+    delete findChild<QToolButton*>(key);
+}
+
+} // namespace melovane

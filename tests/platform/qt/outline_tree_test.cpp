@@ -1,0 +1,148 @@
+#include "platform/qt/icon_set.h"
+#include "platform/qt/outline_model.h"
+#include "platform/qt/outline_tree.h"
+#include "platform/qt/skin.h"
+
+#include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+TreeRow row(const QString& key, int level)
+{
+    TreeRow result;
+    result.key = key;
+    result.text = u"Text "_s + key;
+    result.level = level;
+    result.heading = level == 0;
+    return result;
+}
+
+struct OutlineTreeTest : public testing::Test
+{
+    OutlineTreeTest()
+    {
+        tree.setRows({row(u"a"_s, 0), row(u"a1"_s, 1), row(u"a2"_s, 1), row(u"b"_s, 0),
+                      row(u"b1"_s, 1), row(u"b11"_s, 2), row(u"c"_s, 0)});
+        tree.resize(200, 300);
+        tree.show();
+    }
+
+    /// The keys of all rows as the model has them as a tree, in brackets below their row.
+    QString shape(const QModelIndex& parent = {}) const
+    {
+        QStringList parts;
+        for (int child = 0; child < tree.model()->rowCount(parent); ++child) {
+            const QModelIndex index = tree.model()->index(child, 0, parent);
+            const QString below = shape(index);
+            const QString key = index.data().toString().mid(5);
+            parts.append(below.isEmpty() ? key : key + u'(' + below + u')');
+        }
+        return parts.join(u' ');
+    }
+
+    Skin skin{*qApp};
+    IconSet icons{skin};
+    OutlineTree tree{skin, icons};
+    QAbstractItemModelTester check{tree.model(),
+                                   QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+TEST_F(OutlineTreeTest, LevelsMakeATreeOfRowsThatAreCountedFromTopToBottom)
+{
+    EXPECT_EQ(shape(), u"a(a1 a2) b(b1(b11)) c"_s);
+    EXPECT_EQ(tree.rowCount(), 7);
+    EXPECT_EQ(tree.find(u"b11"_s), 5);
+    EXPECT_EQ(tree.row(5).key, u"b11"_s);
+    EXPECT_EQ(tree.find(u"x"_s), -1);
+    EXPECT_EQ(tree.row(7), TreeRow());
+    EXPECT_EQ(tree.row(-1), TreeRow());
+}
+
+TEST_F(OutlineTreeTest, RowsComeBetweenOthersAndGoWithThoseBelowThem)
+{
+    tree.insertRow(3, row(u"a3"_s, 1));
+    tree.insertRow(99, row(u"d"_s, 0));
+    EXPECT_EQ(shape(), u"a(a1 a2 a3) b(b1(b11)) c d"_s);
+    EXPECT_EQ(tree.find(u"b"_s), 4);
+    tree.removeRow(4);
+    EXPECT_EQ(shape(), u"a(a1 a2 a3) c d"_s);
+    tree.removeRow(99);
+    tree.insertRow(0, row(u"0"_s, 0));
+    EXPECT_EQ(shape(), u"0 a(a1 a2 a3) c d"_s);
+    EXPECT_EQ(tree.rowCount(), 7);
+}
+
+TEST_F(OutlineTreeTest, AChangedRowKeepsItsLevel)
+{
+    TreeRow changed = row(u"z"_s, 0);
+    tree.setRow(5, changed);
+    EXPECT_EQ(tree.row(5).level, 2);
+    EXPECT_EQ(shape(), u"a(a1 a2) b(b1(z)) c"_s);
+    tree.setRow(-1, changed);
+    tree.setRow(7, changed);
+    EXPECT_EQ(tree.rowCount(), 7);
+}
+
+TEST_F(OutlineTreeTest, AllRowsAreUnfoldedAtFirstAndOnlyTheNamedOnesAreFolded)
+{
+    EXPECT_TRUE(tree.folded().isEmpty());
+    tree.setFolded({u"b"_s, u"x"_s, u"c"_s});
+    EXPECT_EQ(tree.folded(), QStringList{u"b"_s});
+    EXPECT_FALSE(tree.placeOf(5).isValid());
+    tree.setCurrentRow(5); // comes on the screen
+    EXPECT_TRUE(tree.folded().isEmpty());
+    EXPECT_TRUE(tree.placeOf(5).isValid());
+}
+
+TEST_F(OutlineTreeTest, SettingTheCurrentRowSendsNoEventAndAKeyDoes)
+{
+    const QSignalSpy entered(&tree, &OutlineTree::rowEntered);
+    tree.setCurrentRow(1);
+    EXPECT_EQ(entered.size(), 0);
+    QTest::keyClick(&tree, Qt::Key_Down);
+    ASSERT_EQ(entered.size(), 1);
+    EXPECT_EQ(entered[0][0].toInt(), 2);
+    tree.setCurrentRow(-1);
+    EXPECT_EQ(tree.currentRow(), -1);
+    EXPECT_EQ(entered.size(), 1);
+}
+
+TEST_F(OutlineTreeTest, AClickOnTheMarkFoldsAndOpensNothing)
+{
+    const QSignalSpy clicked(&tree, &OutlineTree::rowClicked);
+    const QRect place = tree.placeOf(0);
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, {5, place.center().y()});
+    EXPECT_EQ(tree.folded(), QStringList{u"a"_s});
+    EXPECT_EQ(clicked.size(), 0);
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, place.center());
+    EXPECT_EQ(clicked.size(), 1);
+}
+
+TEST_F(OutlineTreeTest, AnEditedTextIsToldAndNotShownByItself)
+{
+    const QSignalSpy edited(&tree, &OutlineTree::rowEdited);
+    tree.editRow(2, u"Anders"_s);
+    ASSERT_TRUE(tree.isEditing());
+    auto* line = tree.viewport()->findChild<QWidget*>();
+    ASSERT_NE(line, nullptr);
+    QTest::keyClicks(line, u"Neu"_s);
+    QTest::keyClick(line, Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !tree.isEditing(); }));
+    ASSERT_EQ(edited.size(), 1);
+    EXPECT_EQ(edited[0][0].toInt(), 2);
+    EXPECT_EQ(edited[0][1].toString(), u"Neu"_s);
+    EXPECT_EQ(tree.row(2).text, u"Text a2"_s);
+    QTest::keyClick(&tree, Qt::Key_Space);
+    EXPECT_FALSE(tree.isEditing());
+}
+
+} // namespace
+} // namespace melovane

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "platform/controls/tree_control.h"
+
+#include <algorithm>
+
+namespace melovane::test {
+
+/// A tree without a window. What the user would type is said by `edited`.
+class PlainTree : public TreeControl
+{
+public:
+    void setRows(std::vector<TreeRow> wanted) override
+    {
+        rows = std::move(wanted);
+        current = -1;
+        foldedKeys.clear();
+        ++fills;
+    }
+
+    [[nodiscard]] int rowCount() const override { return int(rows.size()); }
+
+    [[nodiscard]] TreeRow row(int index) const override
+    {
+        return has(index) ? rows[size_t(index)] : TreeRow();
+    }
+
+    [[nodiscard]] int find(const QString& key) const override
+    {
+        const auto found = std::find_if(rows.begin(), rows.end(),
+                                        [&](const TreeRow& row) { return row.key == key; });
+        return found == rows.end() ? -1 : int(found - rows.begin());
+    }
+
+    void setRow(int index, const TreeRow& row) override
+    {
+        if (has(index)) {
+            rows[size_t(index)] = row;
+        }
+    }
+
+    void insertRow(int index, const TreeRow& row) override
+    {
+        rows.insert(rows.begin() + index, row);
+    }
+
+    void removeRow(int index) override
+    {
+        if (has(index)) {
+            rows.erase(rows.begin() + index);
+            current = std::min(current, rowCount() - 1);
+        }
+    }
+
+    [[nodiscard]] int currentRow() const override { return current; }
+
+    void setCurrentRow(int index) override { current = has(index) ? index : -1; }
+
+    void editRow(int index, const QString& text) override
+    {
+        editing = true;
+        editedRow = index;
+        editedText = text;
+    }
+
+    [[nodiscard]] bool isEditing() const override { return editing; }
+
+    [[nodiscard]] QStringList folded() const override { return foldedKeys; }
+
+    void setFolded(const QStringList& keys) override { foldedKeys = keys; }
+
+    [[nodiscard]] int firstVisibleRow() const override { return first; }
+
+    void setFirstVisibleRow(int index) override { first = index; }
+
+    void focus() override {}
+
+    /// "text" of every row, two blanks before those below another.
+    [[nodiscard]] QStringList texts() const
+    {
+        QStringList result;
+        for (const TreeRow& row : rows) {
+            result.append(QString(2 * row.level, u' ') + row.text);
+        }
+        return result;
+    }
+
+    std::vector<TreeRow> rows;
+    QStringList foldedKeys;
+    QString editedText;
+    int current = -1;
+    int first = -1;
+    int editedRow = -1;
+    int fills = 0;
+    bool editing = false;
+
+private:
+    [[nodiscard]] bool has(int index) const { return index >= 0 && index < rowCount(); }
+};
+
+} // namespace melovane::test
