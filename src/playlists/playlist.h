@@ -220,6 +220,7 @@ private:
     void copyMixStyles(const MLVMessage& message);
     void createToolBars(const MLVMessage& message);
     void setLock(const MLVMessage& message);
+    void nameChanged(const MLVMessage& message);
     void activateJingleList(const MLVMessage& message);
     void activatePlaylist(const MLVMessage& message);
     void renewToolTips(const MLVMessage& message);

@@ -63,11 +63,11 @@ std::vector<GridColumn> playlistColumns()
     GridColumn title = column(u"Titel"_s, 40);
     title.stretched = true;
     std::vector<GridColumn> columns = {
-        column(u"Aktion"_s, 2, kCentre), column(u"Nr"_s, 6, kRight),
+        column(u"Aktion"_s, 6, kCentre), column(u"Nr"_s, 5, kRight),
         column(u"Note"_s, 4, kCentre),   title,
         column(u"Interpret"_s, 18),      column(u"BPM"_s, 5, kRight),
         column(u"Start"_s, 8, kRight),   column(u"Stop"_s, 8, kRight),
-        column(u"DTime"_s, 6, kRight),   column(u"MixTime"_s, 5, kRight),
+        column(u"DTime"_s, 6, kRight),   column(u"MixTime"_s, 7, kRight),
         column(u"Play"_s, 8, kRight),
     };
     for (const auto& [field, width, alignment] : {std::tuple{u"Album"_s, 15, kLeft},

@@ -41,6 +41,7 @@ std::span<const ctl_Playlist::BusRow> ctl_Playlist::busTable()
         {u"mixstyle.all.copy", &ctl_Playlist::copyMixStyles},
         {u"create.toolbars", &ctl_Playlist::createToolBars},
         {u"playlist.set.lock", &ctl_Playlist::setLock},
+        {u"update.tree.row", &ctl_Playlist::nameChanged},
         {u"jinglelist.aktivieren", &ctl_Playlist::activateJingleList},
         {u"playlist.aktivieren", &ctl_Playlist::activatePlaylist},
         {u"update.tolltip.text", &ctl_Playlist::renewToolTips}, // spelt so
@@ -106,9 +107,20 @@ void ctl_Playlist::activateJingleList(const MLVMessage& message)
 
 void ctl_Playlist::setLock(const MLVMessage& message)
 {
-    applyLock(isOn(message.Value1));
+    // From a tree comes the key of a list in front, and the lock behind its picture.
+    const QString first = message.Value1.toText();
+    const qsizetype id = first.indexOf(u"??"_s);
+    if (id >= 0 && Pnid(leadingLong(QStringView(first).mid(id + 2))) != m_pnid) {
+        return;
+    }
+    applyLock(isOn(id >= 0 ? message.Value3 : message.Value1));
     tellSummary();
     updateEmptyNote();
+}
+
+void ctl_Playlist::nameChanged(const MLVMessage&)
+{
+    tellSummary();
 }
 
 void ctl_Playlist::disconnectDatabase(const MLVMessage&)

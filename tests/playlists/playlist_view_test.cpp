@@ -229,6 +229,34 @@ TEST_F(PlaylistView, AResetSetsTheListBackUnlessItIsLocked)
     EXPECT_TRUE(lists.value(u"select mixin from pl_all"_s).isNull());
 }
 
+TEST_F(PlaylistView, ALockToldByTheTreeConcernsTheOpenListAlone)
+{
+    openList(1);
+    const auto tellLock = [this](int id, bool locked) {
+        others.SendMessage(u"playlist.set.lock"_s, u"PLG?Playlist??%1"_s.arg(id), u"all.lock"_s,
+                           locked);
+        lists.execute(u"update pl_all set volume=7"_s);
+        others.SendMessage(u"playlist.reset"_s, numberOf(list));
+        return lists.value(u"select volume from pl_all"_s).toLong();
+    };
+    EXPECT_EQ(tellLock(int(numberOf(list)) + 1, true), 0);
+    EXPECT_EQ(tellLock(int(numberOf(list)), true), 7);
+    EXPECT_EQ(tellLock(int(numberOf(list)) + 1, false), 7);
+    EXPECT_EQ(tellLock(int(numberOf(list)), false), 0);
+}
+
+TEST_F(PlaylistView, AListRenamedInTheTreeIsTitledAnew)
+{
+    openList(1);
+    QString name;
+    QObject::connect(&view, &ctl_Playlist::summaryChanged, &view,
+                     [&name](const PlaylistSummary& summary) { name = summary.name; });
+    lists.execute(u"update pl_name set name='Neuer Name' where nid=%1"_s.arg(numberOf(list)));
+    others.SendMessage(u"update.tree.row"_s, u"PLG?Playlist??%1"_s.arg(numberOf(list)),
+                       u"Neuer Name "_s);
+    EXPECT_EQ(name, u"Neuer Name"_s);
+}
+
 TEST_F(PlaylistView, MixStylesAreSpreadAndTakenAwayOverTheBus)
 {
     openList(3);

@@ -69,6 +69,11 @@ void DataGrid::keyboardSearch(const QString& text)
 
 void DataGrid::keyPressEvent(QKeyEvent* event)
 {
+    if (state() == EditingState) {
+        // What the editor of a cell has no use for comes here; it must not start anything.
+        event->ignore();
+        return;
+    }
     const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
     const bool isDigit = event->key() >= Qt::Key_0 && event->key() <= Qt::Key_9;
     if (event->key() == Qt::Key_Escape) {
@@ -90,7 +95,7 @@ void DataGrid::keyPressEvent(QKeyEvent* event)
 
 void DataGrid::keyReleaseEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Delete && !event->isAutoRepeat()) {
+    if (event->key() == Qt::Key_Delete && !event->isAutoRepeat() && state() != EditingState) {
         emit deletePressed();
         return;
     }

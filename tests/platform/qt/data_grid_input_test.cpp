@@ -186,6 +186,28 @@ TEST_F(GridInputTest, AChangedTextIsCommittedAndAnUnchangedOneIsNot)
     EXPECT_EQ(editing.commits, (QStringList{u"2 titel Anders"_s}));
 }
 
+TEST_F(GridInputTest, KeysOfAnOpenEditorAreNoKeysOfTheGrid)
+{
+    show(10);
+    grid.setEditing(&editing);
+    grid.goToRow(2, 0);
+    QSignalSpy activated(&grid, &DataGrid::rowActivated);
+    QSignalSpy digits(&grid, &DataGrid::digitPressed);
+    QSignalSpy deletes(&grid, &DataGrid::deletePressed);
+    grid.editCurrentCell();
+    auto* line = grid.findChild<QLineEdit*>();
+    ASSERT_NE(line, nullptr);
+    QTest::keyClick(line, Qt::Key_Delete);
+    QTest::keyClick(line, Qt::Key_3, Qt::ControlModifier);
+    QTest::keyClick(line, Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
+    EXPECT_EQ(activated.count() + digits.count() + deletes.count(), 0);
+
+    QTest::keyClick(&grid, Qt::Key_Delete);
+    QTest::keyClick(&grid, Qt::Key_3, Qt::ControlModifier);
+    EXPECT_EQ(digits.count() * 10 + deletes.count(), 11);
+}
+
 TEST_F(GridInputTest, AFieldWithChoicesOffersThem)
 {
     show(10);
