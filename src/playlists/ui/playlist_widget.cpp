@@ -2,6 +2,7 @@
 
 #include "config/config_objects.h"
 #include "platform/qt/data_grid.h"
+#include "platform/qt/elided_label.h"
 #include "platform/qt/icon_set.h"
 #include "trackedit/milli_sec_to_min.h"
 
@@ -55,8 +56,8 @@ PlaylistWidget::PlaylistWidget(const Skin& skin, const IconSet& icons, QWidget* 
     , m_icons(icons)
     , m_grid(new DataGrid(skin, icons, this))
     , m_lock(new QLabel(this))
-    , m_name(new QLabel(this))
-    , m_length(new QLabel(this))
+    , m_name(new ElidedLabel(this))
+    , m_length(new ElidedLabel(this))
 {
     setObjectName(u"ctl_Playlist1"_s);
     m_grid->setObjectName(u"PlaylistGrid1"_s);
@@ -66,8 +67,6 @@ PlaylistWidget::PlaylistWidget(const Skin& skin, const IconSet& icons, QWidget* 
     QFont bold = m_name->font();
     bold.setBold(true);
     m_name->setFont(bold);
-    // A name may look like markup; it is shown as it stands.
-    m_name->setTextFormat(Qt::PlainText);
     m_lock->hide();
     setView(m_grid);
 }
@@ -136,8 +135,7 @@ void PlaylistWidget::showSummary(const PlaylistSummary& summary, const ConfigObj
     m_lock->setPixmap(m_icons.icon(u"lock"_s).pixmap(side, side));
     m_lock->setToolTip(texts.text(u"playlist.locked"_s));
     m_lock->setVisible(shown && summary.locked);
-    constexpr int kLongestName = 60;
-    m_name->setText(summary.name.left(kLongestName));
+    m_name->setText(summary.name);
     const qint64 most = std::numeric_limits<int>::max();
     const QString time =
         Mod_MilliSecToMin::MilliSecToMin(int(std::clamp<qint64>(summary.milliseconds, 0, most)), 4);

@@ -10,6 +10,7 @@ class QLabel;
 namespace melovane {
 
 class DataGrid;
+class ElidedLabel;
 class IconSet;
 
 /// The form of the playlist view: tool bar, name and length of the list, grid.
@@ -38,8 +39,8 @@ private:
     const IconSet& m_icons;
     DataGrid* m_grid;
     QLabel* m_lock;
-    QLabel* m_name;
-    QLabel* m_length;
+    ElidedLabel* m_name;
+    ElidedLabel* m_length;
     QtPointer m_pointer;
     QtClipboard m_clipboard;
     QPoint m_contextPlace;

@@ -1,3 +1,4 @@
+#include "platform/qt/elided_label.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/search_line.h"
@@ -6,10 +7,12 @@
 #include "platform/qt/status_bar.h"
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -131,6 +134,27 @@ TEST(QtMessageLoopTest, ATurnHandlesWhatIsPending)
         qApp, [&done] { done = true; }, Qt::QueuedConnection);
     loop.turn();
     EXPECT_TRUE(done);
+}
+
+TEST(ElidedLabelTest, WhatDoesNotFitEndsInAnEllipsisAndTheToolTipShowsItWhole)
+{
+    ElidedLabel label;
+    label.setText(u"Der Abend <b>danach</b> und die Nacht"_s);
+    label.resize(label.sizeHint());
+    const auto askForTip = [&label] {
+        QHelpEvent event(QEvent::ToolTip, QPoint(2, 2), label.mapToGlobal(QPoint(2, 2)));
+        QApplication::sendEvent(&label, &event);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(askForTip(), QString());
+    label.resize(90, label.sizeHint().height());
+    EXPECT_TRUE(askForTip().contains(label.text().toHtmlEscaped()));
+    QLabel shortened(
+        label.fontMetrics().elidedText(label.text(), Qt::ElideRight, label.contentsRect().width()));
+    shortened.setTextFormat(Qt::PlainText);
+    shortened.resize(label.size());
+    EXPECT_EQ(label.grab().toImage(), shortened.grab().toImage());
+    QToolTip::hideText();
 }
 
 } // namespace
