@@ -1,17 +1,11 @@
 #include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_messages.h"
-#include "shell/application.h"
-#include "support/suite_fixture.h"
+#include "shell/application_fixture.h"
 
-#include <QApplication>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
-#include <QPushButton>
 #include <QTableView>
-#include <QTextEdit>
-#include <QTimer>
 #include <QToolButton>
 #include <QTranslator>
 #include <QTreeView>
@@ -24,67 +18,7 @@ namespace {
 using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 
-/// The whole console, put together by its own composition root, over an installation of its own.
-class ApplicationTest : public test::SuiteFixture
-{
-protected:
-    /// Runs the console until its start ends or its window was closed. Each warning is answered as
-    /// a user would and kept; in the open window `inWindow` runs once.
-    int run(const std::function<void(QMainWindow&)>& inWindow = {})
-    {
-        suite.engine->Release(suite.dbName());
-        Application console(*qApp, suite.folders.places());
-        QTimer watcher;
-        QObject::connect(&watcher, &QTimer::timeout, qApp, [&] { look(inWindow); });
-        watcher.start(10ms);
-        const int code = console.run();
-        watcher.stop();
-        searches = console.searchFigures();
-        return code;
-    }
-
-    void look(const std::function<void(QMainWindow&)>& inWindow)
-    {
-        if (QWidget* dialog = QApplication::activeModalWidget()) {
-            warnings.append(dialog->findChild<QLabel*>(u"SkinLabel1"_s)->text() + u": "_s +
-                            dialog->findChild<QTextEdit*>(u"SkinLabel2"_s)->toPlainText());
-            dialog->findChild<QPushButton*>(u"cmdOk"_s)->click();
-            return;
-        }
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            auto* window = qobject_cast<QMainWindow*>(widget);
-            if (window != nullptr && window->isVisible()) {
-                if (inWindow) {
-                    inWindow(*window);
-                }
-                window->close();
-            }
-        }
-    }
-
-    /// The start-up window, if it is shown.
-    static QWidget* splash()
-    {
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            if (widget->objectName() == "frmStartUpDB"_L1 && widget->isVisible()) {
-                return widget;
-            }
-        }
-        return nullptr;
-    }
-
-    /// Makes the shipped English language the chosen one.
-    void chooseEnglish(const QByteArray& otherSettings = {})
-    {
-        QFile shipped(test::resourceFolder() + u"/languages/lang_English.ini"_s);
-        ASSERT_TRUE(shipped.open(QIODevice::ReadOnly));
-        suite.write(u"lang_English.ini"_s, shipped.readAll());
-        suite.write(u"melovane.ini"_s, otherSettings + "[Value]\nSprach.Datei=lang_English.ini\n");
-    }
-
-    QStringList warnings;
-    sqlite::IndexFigures searches; ///< of the last run
-};
+using test::ApplicationTest;
 
 TEST_F(ApplicationTest, StartsSearchesAndEnds)
 {

@@ -1,10 +1,14 @@
 #include "platform/db/database.h"
+#include "platform/linux/ini_profile.h"
+#include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/system/clock.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QTest>
 
 #include <cstdio>
 
@@ -23,6 +27,7 @@ public:
         m_control->setTarget(console);
         m_control->setMessageNumber([this](qint32 id, qint32, qint32 lParam) {
             m_released = m_released || (id == 1037 && lParam == 2);
+            m_received.append(id);
             return 0;
         });
     }
@@ -33,6 +38,48 @@ public:
         for (qsizetype at = 0; at + 2 < arguments.size(); at += 3) {
             m_control->Send(arguments[at].toInt(), arguments[at + 1].toInt(),
                             arguments[at + 2].toInt());
+        }
+        return 0;
+    }
+
+    /// "player DATABASE SETTINGS STEP ..." plays the player's role, its handle in the settings. A
+    /// step "number ID WPARAM LPARAM" is sent, its milliseconds are printed; "await ID" waits for a
+    /// number and prints the track that lies in the mailbox for it; any other is a statement.
+    int player(const QStringList& arguments)
+    {
+        LinuxFiles files;
+        IniProfile(files).write(arguments[1], QStringLiteral("Message"),
+                                QStringLiteral("Handle.DJ"), QString::number(m_control->handle()));
+        const SystemClock clock;
+        const auto engine = sqlite::makeEngine(clock);
+        const auto database = engine->OpenDatabase(arguments[0]);
+        std::puts("ready");
+        std::fflush(stdout);
+        for (const QString& step : arguments.mid(2)) {
+            const QStringList words = step.split(u' ');
+            if (words[0] == QLatin1String("number")) {
+                QElapsedTimer timer;
+                timer.start();
+                m_control->Send(words[1].toInt(), words[2].toInt(), words[3].toInt());
+                std::printf("%s %.1f ms\n", qPrintable(words[1]),
+                            static_cast<double>(timer.nsecsElapsed()) / 1e6);
+            } else if (words[0] == QLatin1String("await")) {
+                const int id = words[1].toInt();
+                if (!QTest::qWaitFor([this, id] { return m_received.contains(id); }, 10'000)) {
+                    return 2;
+                }
+                engine->Idle(dbRefreshCache);
+                std::printf(
+                    "%s\n",
+                    qPrintable(database
+                                   ->OpenRecordset(
+                                       QStringLiteral("select fid from todo where id=%1").arg(id))
+                                   ->value(0)
+                                   .toText()));
+            } else {
+                database->Execute(step);
+            }
+            std::fflush(stdout);
         }
         return 0;
     }
@@ -80,6 +127,7 @@ private:
     LinuxMessages m_messages;
     std::unique_ptr<KSMessage> m_control;
     bool m_released = false;
+    QList<qint32> m_received;
 };
 
 } // namespace
@@ -96,6 +144,9 @@ int main(int argc, char** argv)
     const QStringList rest = arguments.mid(4);
     if (errand == QStringLiteral("number")) {
         return program.numbers(rest);
+    }
+    if (errand == QStringLiteral("player")) {
+        return program.player(rest);
     }
     if (errand == QStringLiteral("take")) {
         return program.move(rest[0], rest[1]);

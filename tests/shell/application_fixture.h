@@ -1,0 +1,89 @@
+#pragma once
+
+#include "shell/application.h"
+#include "support/suite_fixture.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QTextEdit>
+#include <QTimer>
+
+namespace melovane::test {
+
+/// The whole console, put together by its own composition root, over an installation of its own.
+class ApplicationTest : public SuiteFixture
+{
+protected:
+    /// Runs the console until its start ends or its window was closed. Each warning is answered as
+    /// a user would and kept; in the open window `inWindow` runs once.
+    int run(const std::function<void(QMainWindow&)>& inWindow = {})
+    {
+        suite.engine->Release(suite.dbName());
+        Application console(*qApp, suite.folders.places());
+        QTimer watcher;
+        QObject::connect(&watcher, &QTimer::timeout, qApp, [&] { look(inWindow); });
+        watcher.start(std::chrono::milliseconds(10));
+        const int code = console.run();
+        watcher.stop();
+        searches = console.searchFigures();
+        return code;
+    }
+
+    void look(const std::function<void(QMainWindow&)>& inWindow)
+    {
+        // A test in the window handles events, and so this watcher.
+        if (m_inWindow) {
+            return;
+        }
+        if (QWidget* dialog = QApplication::activeModalWidget()) {
+            warnings.append(
+                dialog->findChild<QLabel*>(QStringLiteral("SkinLabel1"))->text() +
+                QStringLiteral(": ") +
+                dialog->findChild<QTextEdit*>(QStringLiteral("SkinLabel2"))->toPlainText());
+            dialog->findChild<QPushButton*>(QStringLiteral("cmdOk"))->click();
+            return;
+        }
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            auto* window = qobject_cast<QMainWindow*>(widget);
+            if (window != nullptr && window->isVisible()) {
+                if (inWindow) {
+                    m_inWindow = true;
+                    inWindow(*window);
+                    m_inWindow = false;
+                }
+                window->close();
+            }
+        }
+    }
+
+    /// The start-up window, if it is shown.
+    static QWidget* splash()
+    {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->objectName() == QLatin1String("frmStartUpDB") && widget->isVisible()) {
+                return widget;
+            }
+        }
+        return nullptr;
+    }
+
+    /// Makes the shipped English language the chosen one.
+    void chooseEnglish(const QByteArray& otherSettings = {})
+    {
+        QFile shipped(resourceFolder() + QStringLiteral("/languages/lang_English.ini"));
+        ASSERT_TRUE(shipped.open(QIODevice::ReadOnly));
+        suite.write(QStringLiteral("lang_English.ini"), shipped.readAll());
+        suite.write(QStringLiteral("melovane.ini"),
+                    otherSettings + "[Value]\nSprach.Datei=lang_English.ini\n");
+    }
+
+    QStringList warnings;
+    sqlite::IndexFigures searches; ///< of the last run
+
+private:
+    bool m_inWindow = false;
+};
+
+} // namespace melovane::test
