@@ -16,6 +16,7 @@
 #include "platform/linux/sdl_output.h"
 #include "platform/linux/tag_reader.h"
 #include "platform/qt/icon_set.h"
+#include "platform/qt/qt_file_chooser.h"
 #include "platform/qt/qt_keyboard.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/qt_pointer.h"
@@ -23,6 +24,8 @@
 #include "platform/qt/skin.h"
 #include "platform/sqlite/column_index.h"
 #include "platform/system/clock.h"
+#include "playlistfiles/m3u_commands.h"
+#include "playlistfiles/mlv_m3u.h"
 #include "playlists/list_history.h"
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
@@ -96,6 +99,10 @@ private:
     [[nodiscard]] PlaylistViewParts playlistParts();
     [[nodiscard]] PlaylistActions playlistActions();
     [[nodiscard]] QStringList tracksOf(const QStringList& places);
+    [[nodiscard]] M3uParts m3uParts();
+    [[nodiscard]] M3uCommandParts m3uCommandParts();
+    [[nodiscard]] GroupId groupForImports();
+    [[nodiscard]] Pnid activeList() const;
     [[nodiscard]] QString placeOf(const QString& file);
     void loadConfig();
     void dress();
@@ -149,6 +156,9 @@ private:
     ctl_MP3DB m_library;
     ModUndoRedo m_snapshots;
     cls_PLInsertMoveDel m_listEdits;
+    QtFileChooser m_fileChooser;
+    MlvM3U m_m3u;
+    M3uCommands m_listFiles;
     LayoutFiles m_layouts;
     ctl_Playlist m_playlist;
     DetailPlaylistDialog m_detailForm;
