@@ -47,6 +47,9 @@ public:
     /// \param command a null text leaves the column as it is, an empty one is written
     void saveAktion(Plid entry, int aktion, const QString& command);
 
+    /// In frames.
+    void saveStartStop(Plid entry, int start, int stop);
+
     /// Start and stop become those of the track, when `detail.saveDefault` asks for it.
     void saveStartStopDefault(const MlvPlaylistDetail& detail);
 

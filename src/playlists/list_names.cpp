@@ -175,6 +175,21 @@ void ListNames::setLock(Pnid list, bool lock)
     });
 }
 
+ListNames::State ListNames::stateOf(Pnid list) const
+{
+    State state = State::Open;
+    quiet(u"Playlist lock"_s, [&](Database& database) {
+        const auto row =
+            database.OpenRecordset(u"select lock from pl_name where nid="_s + number(list));
+        if (row->Eof()) {
+            state = State::Gone;
+        } else if (row->value(0).toBool()) {
+            state = State::Locked;
+        }
+    });
+    return state;
+}
+
 void ListNames::setActiv(Pnid list, bool activ)
 {
     quiet(u"Show playlist"_s, [&](Database& database) {

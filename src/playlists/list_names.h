@@ -48,6 +48,16 @@ public:
 
     void setLock(Pnid list, bool lock);
 
+    enum class State
+    {
+        Open,
+        Locked,
+        Gone
+    };
+
+    /// What may be done with a list, as the database has it now.
+    [[nodiscard]] State stateOf(Pnid list) const;
+
     /// Whether the playlist panel shows it.
     void setActiv(Pnid list, bool activ);
 

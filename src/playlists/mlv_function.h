@@ -27,6 +27,7 @@ public:
     [[nodiscard]] MlvPlaylistDetail GetPlaylistDetailByFID(const QString& fid) const;
     void PlaylistUpdate(MlvPlaylistDetail& detail);
     void PlaylistSaveAktion(Plid entry, int aktion, const QString& command);
+    void PlaylistSaveStartStop(Plid entry, int start, int stop);
     void PlaylistSaveStartStopDefault(const MlvPlaylistDetail& detail);
     void PlaylistSaveMixIN(const MlvPlaylistDetail& detail);
     void PlaylistSaveMixOUT(const MlvPlaylistDetail& detail);

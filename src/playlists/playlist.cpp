@@ -149,6 +149,10 @@ void ctl_Playlist::Refresh()
     if (m_pnid == Pnid{} || !m_connected) {
         return;
     }
+    if (m_tools.functions.names().stateOf(m_pnid) == ListNames::State::Gone) {
+        showNoList();
+        return;
+    }
     const qint64 row = m_controls.grid.currentRow();
     const qint64 top = m_controls.grid.firstVisibleRow();
     const auto former = m_rowClone ? m_rowClone->Clone() : nullptr;
@@ -163,6 +167,20 @@ void ctl_Playlist::Refresh()
     if (wanted >= 0) {
         m_controls.grid.goToRow(wanted, top);
     }
+    tellSummary();
+    updateEmptyNote();
+}
+
+/// The list was deleted: what the user does now must not reach another one.
+void ctl_Playlist::showNoList()
+{
+    m_timerPlaylistPlaylerUpdate->stop();
+    m_rowClone.reset();
+    m_data1.SetRecordSource({});
+    m_data1.closeDatabase();
+    m_pnid = {};
+    m_selectedRows.clear();
+    applyLock(false);
     tellSummary();
     updateEmptyNote();
 }
@@ -317,6 +335,14 @@ bool ctl_Playlist::canChange() const
     return m_pnid != Pnid{} && !m_locked && m_connected && m_rowClone;
 }
 
+bool ctl_Playlist::mayChange()
+{
+    if (m_pnid != Pnid{} && m_connected && m_locked) {
+        m_bus.SendMessage(u"show.statustext"_s, m_texts.text(u"playlist.norows.locked"_s));
+    }
+    return canChange();
+}
+
 int ctl_Playlist::newAktion() const
 {
     return m_jingleMode ? kAktionJinglePlay : kAktionMix;
@@ -375,6 +401,12 @@ void ctl_Playlist::takeStep(bool isUndo)
     }
     using Force = ListHistory::Force;
     ListHistory& history = m_tools.history;
+    const auto next = isUndo ? history.nextUndo() : history.nextRedo();
+    if (next && m_tools.functions.names().stateOf(next->list) == ListNames::State::Locked) {
+        m_bus.SendMessage(u"show.statustext"_s,
+                          m_texts.text(u"playlist.undo.locked"_s, next->listName));
+        return;
+    }
     ListHistory::Result result = isUndo ? history.undo() : history.redo();
     if (result.outcome == ListHistory::Outcome::ChangedElsewhere) {
         const WarningAnswer answer =

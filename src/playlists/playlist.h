@@ -5,6 +5,7 @@
 #include "platform/controls/grid_control.h"
 #include "platform/db/data_control.h"
 #include "platform/db/recordset.h"
+#include "platform/media/cue_finder.h"
 #include "playlists/list_history.h"
 #include "playlists/pending_jobs.h"
 #include "playlists/playlist_look.h"
@@ -80,6 +81,10 @@ struct PlaylistActions
     /// when there are new entries.
     std::function<bool(const QStringList& files, Pnid list, std::optional<Sid> target, int aktion)>
         insertLists = [](const QStringList&, Pnid, std::optional<Sid>, int) { return false; };
+    /// Where the sound of a file begins and ends: looked for so many milliseconds from either end,
+    /// sound being what is louder than so much of 32768. Nothing for a file that cannot be read.
+    std::function<std::optional<CueRange>(const QString& file, int withinMs, int loudness)> cuesOf =
+        [](const QString&, int, int) { return std::nullopt; };
 };
 
 /// What is told about the list that is shown.
@@ -167,6 +172,17 @@ public:
     /// nobody has asked for it, or for others.
     bool SendKeyUp(const QString& command, bool asked = false);
 
+    /// The play actions that fit the list, and that of the current row; -1 without one.
+    [[nodiscard]] std::vector<int> aktionChoices() const;
+    [[nodiscard]] int currentAktion() const;
+
+    /// Writes the play action of the current row. A locked list says that it is.
+    void setAktion(int aktion);
+
+    /// Start and stop of the current entry become the places where its sound begins and ends.
+    /// What cannot be read is told in the status line.
+    void AutocueTitel();
+
     /// Takes back the last change of a list, or does it once more. Asks before it writes over what
     /// others have changed since.
     void undo();
@@ -226,6 +242,7 @@ private:
     void createToolBars(const MLVMessage& message);
     void setLock(const MLVMessage& message);
     void nameChanged(const MLVMessage& message);
+    void open(const MLVMessage& message, bool jingles);
     void activateJingleList(const MLVMessage& message);
     void activatePlaylist(const MLVMessage& message);
     void renewToolTips(const MLVMessage& message);
@@ -263,6 +280,7 @@ private:
     // Rows.
     void load(Pnid list, bool locked, bool makeActive);
     void applyLock(bool locked);
+    void showNoList();
     void requery();
     void fitColumns();
     void markPlayed();
@@ -276,8 +294,9 @@ private:
 
     // Changes.
     [[nodiscard]] bool canChange() const;
+    /// The same, and says so when the list is locked.
+    [[nodiscard]] bool mayChange();
     [[nodiscard]] int newAktion() const;
-    void setAktion(int aktion);
     void changed();
     void afterChange(Pnid list);
     void appendTracks(const QString& dragText, Pnid list);
@@ -310,6 +329,8 @@ private:
     bool m_locked = false;
     bool m_jingleMode = false;
     bool m_connected = true; ///< false while another program has the file alone
+    Plid m_keptEntry{};      ///< current while the file is away
+    qint64 m_keptTop = 0;    ///< likewise the first row on the screen
     qint64 m_anchor = -1;
     QString m_selectedRows;   ///< ids that the next drag carries in place of the selection
     QString m_draggedFid;     ///< track of the first row of the last drag

@@ -2,6 +2,7 @@
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/controls/clipboard.h"
+#include "platform/controls/pointer_control.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/system/text_number.h"
@@ -21,6 +22,10 @@ namespace {
 
 /// The program in which a double click plays the entry: keep.
 const QString kPlayerProgram = u"melovanedj"_s;
+
+/// How far from either end of a track, in milliseconds, its sound is looked for, and what is sound.
+constexpr int kCueWithinMs = 10'000;
+constexpr int kCueLoudness = 700;
 
 /// Values of `GridSwapEditPlay`: what a double click does.
 constexpr int kSwapEdit = 0;
@@ -90,7 +95,7 @@ bool ctl_Playlist::SendKeyUp(const QString& command, bool asked)
 void ctl_Playlist::setAktion(int aktion)
 {
     const Plid entry = currentEntry();
-    if (entry == Plid{} || !canChange()) {
+    if (entry == Plid{} || !mayChange()) {
         return;
     }
     m_tools.functions.PlaylistSaveAktion(entry, aktion, u""_s);
@@ -99,11 +104,44 @@ void ctl_Playlist::setAktion(int aktion)
     m_bus.SendMessage(u"playlist.aktion.change"_s, numberOf(entry));
 }
 
+std::vector<int> ctl_Playlist::aktionChoices() const
+{
+    if (m_jingleMode) {
+        return {kAktionJinglePlay, kAktionLoop, kAktionJingle1, kAktionJingle2};
+    }
+    return {kAktionMix, kAktionStop, kAktionLoop};
+}
+
+int ctl_Playlist::currentAktion() const
+{
+    return currentEntry() == Plid{} ? -1 : cellOf(m_controls.grid.currentRow(), u"Aktion").toLong();
+}
+
+void ctl_Playlist::AutocueTitel()
+{
+    const Plid entry = currentEntry();
+    if (entry == Plid{} || !mayChange()) {
+        return;
+    }
+    const MlvPlaylistDetail detail = m_tools.functions.GetPlaylistDetailByPLID(entry);
+    const BusyCursor busy(m_controls.pointer);
+    const auto cues = detail.file.isEmpty()
+                          ? std::nullopt
+                          : m_actions.cuesOf(detail.file, kCueWithinMs, kCueLoudness);
+    if (!cues) {
+        m_bus.SendMessage(u"show.statustext"_s,
+                          m_texts.text(u"playlist.cue.failed"_s, detail.Titel));
+        return;
+    }
+    m_tools.functions.PlaylistSaveStartStop(entry, cues->start, cues->stop);
+    changed();
+}
+
 void ctl_Playlist::toggleLoop(const QString&)
 {
     const qint64 row = m_controls.grid.currentRow();
     const Plid entry = currentEntry();
-    if (entry == Plid{} || !canChange()) {
+    if (entry == Plid{} || !mayChange()) {
         return;
     }
     auto map = CommandToMap(cellOf(row, u"Command").toText());
@@ -290,7 +328,7 @@ void ctl_Playlist::digitPressed(int digit)
 {
     const qint64 row = m_controls.grid.currentRow();
     const QString fid = GetFID();
-    if (digit < 0 || digit > 5 || fid.isEmpty() || m_locked || !m_rowClone) {
+    if (digit < 0 || digit > 5 || fid.isEmpty() || !mayChange()) {
         return;
     }
     try {
@@ -314,7 +352,7 @@ void ctl_Playlist::deletePressed()
 
 void ctl_Playlist::deleteRows(const QString&)
 {
-    if (!canChange()) {
+    if (!mayChange()) {
         return;
     }
     std::vector<RowRange> rows = m_controls.grid.selection();
@@ -343,7 +381,7 @@ void ctl_Playlist::moveRow(int step)
     const qint64 row = m_controls.grid.currentRow();
     const qint64 neighbour = row + step;
     const Plid entry = currentEntry();
-    if (!canChange() || entry == Plid{} || neighbour < 0 || neighbour >= m_data1.rowCount()) {
+    if (!mayChange() || entry == Plid{} || neighbour < 0 || neighbour >= m_data1.rowCount()) {
         return;
     }
     m_timerPlaylistPlaylerUpdate->stop();
@@ -379,7 +417,7 @@ void ctl_Playlist::pasteAppend(const QString&)
 
 void ctl_Playlist::paste(bool append)
 {
-    if (!canChange()) {
+    if (!mayChange()) {
         return;
     }
     const QString text = m_controls.clipboard.text();

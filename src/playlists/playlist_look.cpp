@@ -18,14 +18,7 @@ namespace {
 /// Format of MilliSecToMin with hundredths of a second.
 constexpr int kWithHundredths = 3;
 
-struct Aktion
-{
-    int number;
-    QStringView key;
-    QStringView icon;
-};
-
-constexpr std::array<Aktion, 6> kAktions = {{
+constexpr std::array<AktionLook, 6> kAktions = {{
     {kAktionMix, u"Aktion.Mix", u"mix"},
     {kAktionStop, u"Aktion.Stop", u"stop"},
     {kAktionLoop, u"Aktion.Loop", u"loop"},
@@ -54,6 +47,13 @@ GridColumn column(const QString& field,
 }
 
 } // namespace
+
+const AktionLook* aktionLook(int number)
+{
+    const auto found = std::find_if(kAktions.begin(), kAktions.end(),
+                                    [number](const auto& look) { return look.number == number; });
+    return found == kAktions.end() ? nullptr : &*found;
+}
 
 std::vector<GridColumn> playlistColumns()
 {
@@ -96,16 +96,6 @@ std::vector<GridColumn> playlistColumns()
         columns.push_back(column(field, width, alignment, false));
     }
     return columns;
-}
-
-QString aktionKey(int aktion)
-{
-    for (const Aktion& known : kAktions) {
-        if (known.number == aktion) {
-            return known.key.toString();
-        }
-    }
-    return {};
 }
 
 PlaylistLook::PlaylistLook(const Clock& clock, const ConfigObjects& texts)
@@ -206,11 +196,9 @@ CellStyle PlaylistLook::style(const QString& field, const RowValues& row) const
     }
     if (isAktion) {
         const int aktion = row.value(u"Aktion"_s).toLong();
-        for (const Aktion& known : kAktions) {
-            if (known.number == aktion) {
-                style.icon = known.icon.toString();
-                style.iconText = m_texts.text(known.key.toString());
-            }
+        if (const AktionLook* const look = aktionLook(aktion)) {
+            style.icon = look->icon.toString();
+            style.iconText = m_texts.text(look->key);
         }
     } else if (!m_jingleMode && style.ground != CellGround::Plain) {
         // Never by colour alone: what is heard carries the loudspeaker, what comes next the arrow.

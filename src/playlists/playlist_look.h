@@ -10,11 +10,19 @@ class Clock;
 class ConfigObjects;
 class UpdateColors;
 
+/// How a play action is told.
+struct AktionLook
+{
+    int number;
+    QStringView key;  ///< of its text
+    QStringView icon; ///< name of its picture
+};
+
+/// Null for a number that is no action.
+[[nodiscard]] const AktionLook* aktionLook(int number);
+
 /// The columns of the playlist grid in their first order.
 [[nodiscard]] std::vector<GridColumn> playlistColumns();
-
-/// Key of the text of a play action, "Aktion.Mix" and so on; empty for a number that is none.
-[[nodiscard]] QString aktionKey(int aktion);
 
 /// How the playlist grid shows an entry.
 class PlaylistLook : public GridLook

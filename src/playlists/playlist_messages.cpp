@@ -4,6 +4,7 @@
 #include "config/update_colors.h"
 #include "platform/db/db_error.h"
 #include "platform/system/text_number.h"
+#include "platform/system/timers.h"
 #include "playlists/drag_data.h"
 #include "playlists/drag_list.h"
 #include "playlists/mlv_function.h"
@@ -85,24 +86,30 @@ void ctl_Playlist::MessBus_Message(const MLVMessage& message)
 
 // ---- opening
 
-void ctl_Playlist::activatePlaylist(const MLVMessage& message)
+void ctl_Playlist::open(const MLVMessage& message, bool jingles)
 {
     if (!m_connected) {
         return;
     }
-    m_jingleMode = false;
-    load(Pnid(message.Value1.toLong()), isOn(message.Value2), true);
-    emit jingleModeChanged(false);
+    const bool former = m_jingleMode;
+    m_jingleMode = jingles;
+    try {
+        load(Pnid(message.Value1.toLong()), isOn(message.Value2), true);
+    } catch (const DbError&) {
+        m_jingleMode = former;
+        throw;
+    }
+    emit jingleModeChanged(jingles);
+}
+
+void ctl_Playlist::activatePlaylist(const MLVMessage& message)
+{
+    open(message, false);
 }
 
 void ctl_Playlist::activateJingleList(const MLVMessage& message)
 {
-    if (!m_connected) {
-        return;
-    }
-    m_jingleMode = true;
-    load(Pnid(message.Value1.toLong()), isOn(message.Value2), true);
-    emit jingleModeChanged(true);
+    open(message, true);
 }
 
 void ctl_Playlist::setLock(const MLVMessage& message)
@@ -125,11 +132,17 @@ void ctl_Playlist::nameChanged(const MLVMessage&)
 
 void ctl_Playlist::disconnectDatabase(const MLVMessage&)
 {
-    if (m_connected) {
-        m_connected = false;
-        m_rowClone.reset();
-        m_data1.closeDatabase();
+    if (!m_connected) {
+        return;
     }
+    if (m_timerPlaylistPlaylerUpdate->isActive()) {
+        saveNow();
+    }
+    m_keptEntry = currentEntry();
+    m_keptTop = m_controls.grid.firstVisibleRow();
+    m_connected = false;
+    m_rowClone.reset();
+    m_data1.closeDatabase();
 }
 
 void ctl_Playlist::reconnectDatabase(const MLVMessage&)
@@ -141,6 +154,10 @@ void ctl_Playlist::reconnectDatabase(const MLVMessage&)
     m_data1.SetDatabaseName(m_settings.DbName());
     m_tools.edits.SetDbName(m_settings.DbName());
     Refresh();
+    const qint64 row = rowOf(m_keptEntry);
+    if (row >= 0) {
+        m_controls.grid.goToRow(row, m_keptTop);
+    }
     tellHistory();
 }
 
@@ -208,10 +225,11 @@ void ctl_Playlist::copyMixStyles(const MLVMessage&)
 
 void ctl_Playlist::resetList(const MLVMessage& message)
 {
-    if (m_locked) {
+    const Pnid list{message.Value1.toLong()};
+    if (m_locked || !m_connected ||
+        m_tools.functions.names().stateOf(list) != ListNames::State::Open) {
         return;
     }
-    const Pnid list{message.Value1.toLong()};
     m_tools.functions.PlaylistReset(list);
     afterChange(list);
     fitColumns();
@@ -249,7 +267,7 @@ void ctl_Playlist::fillTagTable(const MLVMessage& message)
 void ctl_Playlist::insertData(const MLVMessage& message)
 {
     const QString text = message.Value1.toText();
-    if (canChange() && !parseDragList(text).ids.isEmpty()) {
+    if (mayChange() && !parseDragList(text).ids.isEmpty()) {
         m_tools.edits.InsertFromMP3DB(sidOf(m_controls.grid.currentRow()), m_pnid, text,
                                       newAktion());
         changed();
@@ -284,8 +302,17 @@ void ctl_Playlist::toActivePlaylist(const MLVMessage&)
 
 void ctl_Playlist::appendTracks(const QString& dragText, Pnid list)
 {
-    const bool toLocked = m_locked && list == m_pnid;
-    if (toLocked || !m_connected || parseDragList(dragText).ids.isEmpty()) {
+    if (!m_connected || parseDragList(dragText).ids.isEmpty()) {
+        return;
+    }
+    // The table knows: another list than the one that is shown may be meant.
+    const ListNames::State state = m_tools.functions.names().stateOf(list);
+    if (state == ListNames::State::Locked || (m_locked && list == m_pnid)) {
+        m_bus.SendMessage(u"show.statustext"_s, m_texts.text(u"playlist.norows.locked"_s));
+        return;
+    }
+    if (state == ListNames::State::Gone) {
+        m_bus.SendMessage(u"show.statustext"_s, m_texts.text(u"playlist.none.title"_s));
         return;
     }
     const int aktion = list == m_pnid ? newAktion() : kAktionMix;

@@ -242,6 +242,9 @@ PlaylistActions Application::playlistActions()
             [this](const QString& name, GridControl& grid) { m_layouts.load(name, grid); },
             [this](const QStringList& files, Pnid list, std::optional<Sid> target, int aktion) {
                 return m_listFiles.insertLists(files, list, target, aktion);
+            },
+            [this](const QString& file, int withinMs, int loudness) {
+                return m_cueFinder.find(file, withinMs, loudness);
             }};
 }
 

@@ -11,6 +11,7 @@
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
 #include "platform/linux/linux_processes.h"
+#include "platform/linux/mp3_cue_finder.h"
 #include "platform/linux/mp3_player.h"
 #include "platform/linux/only_copy.h"
 #include "platform/linux/sdl_output.h"
@@ -149,6 +150,7 @@ private:
     linux_media::SdlOutput m_output;
     linux_media::Mp3Player m_player;
     linux_media::LinuxTagReader m_tagReader;
+    linux_media::Mp3CueFinder m_cueFinder;
     QtPointer m_pointer;
     MlvdbWindow m_window;
     Monitor m_monitor;

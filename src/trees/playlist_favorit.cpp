@@ -208,9 +208,7 @@ void PlaylistFavorit::rowActivated(int row)
     }
     const Pnid list = listOf(row);
     const bool isJingle = treekey::isJingleRow(m_tree.row(row).key);
-    if (const auto state = readState(list); state && !state->isPlay) {
-        m_parts.lists.names().activate(list);
-    }
+    m_parts.lists.names().activate(list);
     for (int other = 0; other < m_tree.rowCount(); ++other) {
         const TreeRow shown = m_tree.row(other);
         if (shown.bold && treekey::isJingleRow(shown.key) == isJingle) {

@@ -141,7 +141,7 @@ TEST_F(PlaylistLookTest, EveryActionHasAPictureThatSaysWhatItMeans)
         EXPECT_FALSE(style.iconText.isEmpty()) << aktion;
     }
     EXPECT_TRUE(look.style(u"Aktion"_s, Row({{u"Aktion"_s, 99}})).icon.isEmpty());
-    EXPECT_EQ(aktionKey(11), u"Aktion.Jingle.1"_s);
+    EXPECT_EQ(aktionLook(11)->key, u"Aktion.Jingle.1");
     EXPECT_EQ(shown(u"Aktion"_s, Row({{u"Aktion"_s, 1}})), QString());
 }
 

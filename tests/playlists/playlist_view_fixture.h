@@ -81,6 +81,17 @@ protected:
         return sent.filter(name + QChar(u' '));
     }
 
+    /// Texts of the status line, oldest first; they are then forgotten.
+    [[nodiscard]] QStringList takeStatus()
+    {
+        QStringList result;
+        for (const QString& message : sentOf(QStringLiteral("show.statustext"))) {
+            result.append(message.section(QChar(u' '), 1).trimmed());
+        }
+        sent.clear();
+        return result;
+    }
+
     [[nodiscard]] DropOffer onRow(qint64 row, const QString& text, bool copyKey = false) const
     {
         return {text, {}, copyKey, DropOffer::Spot::OnRow, row};
@@ -110,6 +121,8 @@ protected:
     QStringList fileTracks; ///< what dropped files hold
     QStringList insertedLists;
     bool listsHaveEntries = true;
+    QStringList cueSearches;
+    std::optional<CueRange> cues;
     QString program = QStringLiteral("MelovaneDB");
     ctl_Playlist view{
         {*lists.engine,
@@ -135,6 +148,10 @@ protected:
                      .arg(place ? QString::number(numberOf(*place)) : QStringLiteral("the end"))
                      .arg(aktion));
              return listsHaveEntries;
+         },
+         [this](const QString& file, int withinMs, int loudness) {
+             cueSearches.append(QStringLiteral("%1 %2 %3").arg(file).arg(withinMs).arg(loudness));
+             return cues;
          }}};
 };
 

@@ -257,6 +257,132 @@ TEST_F(PlaylistView, AListRenamedInTheTreeIsTitledAnew)
     EXPECT_EQ(name, u"Neuer Name"_s);
 }
 
+TEST_F(PlaylistView, AListDeletedElsewhereIsNoLongerOpen)
+{
+    const Pnid other = lists.addList({}, u"Andere"_s);
+    openList(2);
+    stand(0);
+    lists.execute(u"delete from pl_all where pnid=%1"_s.arg(numberOf(list)));
+    lists.execute(u"delete from pl_name where nid=%1"_s.arg(numberOf(list)));
+    others.SendMessage(u"refresh.playlist"_s, numberOf(list));
+    EXPECT_EQ(view.GetPNID(), Pnid{});
+    EXPECT_EQ(view.Data1().rowCount(), 0);
+    EXPECT_EQ(grid.note.title, u"Keine Playlist geöffnet"_s);
+    others.SendMessage(u"playlist.append.data"_s, test::Lists::tracksText({1}));
+    view.toolPressed(u"all.clip.append"_s);
+    EXPECT_EQ(lists.entryCount(other), 0);
+    others.SendMessage(u"playlist.aktivieren"_s, numberOf(other), false);
+    others.SendMessage(u"playlist.append.data"_s, test::Lists::tracksText({1}));
+    EXPECT_EQ(rows(), u"1"_s);
+}
+
+TEST_F(PlaylistView, TracksNeverEnterALockedListThatIsNotTheOneShown)
+{
+    openList(1);
+    const Pnid playing = lists.addList({5}, u"Läuft"_s);
+    lists.execute(
+        u"update pl_name set isplay=true, lock=true, grid=1 where nid=%1"_s.arg(numberOf(playing)));
+    stand(0);
+    others.SendMessage(u"ToAktivPlaylist"_s);
+    EXPECT_EQ(lists.entryCount(playing), 1);
+    EXPECT_EQ(takeStatus(), QStringList{u"Die Liste ist schreibgeschützt."_s});
+    lists.execute(u"update pl_name set lock=false where nid=%1"_s.arg(numberOf(playing)));
+    others.SendMessage(u"ToAktivPlaylist"_s);
+    EXPECT_EQ(lists.entryCount(playing), 2);
+}
+
+TEST_F(PlaylistView, ALockedListIsNeitherUndoneNorRedone)
+{
+    openList(2);
+    stand(0);
+    const auto setLock = [this](bool on) {
+        lists.execute(u"update pl_name set lock=%1 where nid=%2"_s.arg(on ? u"true"_s : u"false"_s)
+                          .arg(numberOf(list)));
+    };
+    view.deletePressed();
+    ASSERT_EQ(rows(), u"2"_s);
+    setLock(true);
+    sent.clear();
+    view.undo();
+    EXPECT_EQ(rows(), u"2"_s);
+    EXPECT_EQ(takeStatus().size(), 1);
+    setLock(false);
+    view.undo();
+    EXPECT_EQ(rows(), u"1 2"_s);
+    setLock(true);
+    view.redo();
+    EXPECT_EQ(rows(), u"1 2"_s);
+}
+
+TEST_F(PlaylistView, ALockedListSaysSoWhenTheUserTriesToChangeIt)
+{
+    openList(2, true);
+    stand(0);
+    const std::vector<std::function<void()>> attempts = {
+        [this] { view.deletePressed(); }, [this] { view.digitPressed(1); },
+        [this] { view.moveRow(1); }, [this] { view.setAktion(1); },
+        [this] { view.AutocueTitel(); }};
+    for (const auto& attempt : attempts) {
+        attempt();
+        EXPECT_EQ(takeStatus(), QStringList{u"Die Liste ist schreibgeschützt."_s});
+    }
+}
+
+TEST_F(PlaylistView, WhatWaitsToBeNotedIsNotedBeforeTheFileIsGivenAway)
+{
+    openList(2);
+    stand(0);
+    view.moveRow(1);
+    lists.execute(u"update pl_name set sicherung=false where nid=%1"_s.arg(numberOf(list)));
+    others.SendMessage(u"db.disconnect"_s);
+    EXPECT_TRUE(
+        lists.value(u"select sicherung from pl_name where nid=%1"_s.arg(numberOf(list))).toBool());
+}
+
+TEST_F(PlaylistView, TheCurrentRowIsTheSameAfterTheFileWasAway)
+{
+    openList(3);
+    stand(2);
+    others.SendMessage(u"db.disconnect"_s);
+    grid.current = -1;
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(grid.current, 2);
+}
+
+TEST_F(PlaylistView, ActionsOfferedFitTheKindOfTheList)
+{
+    openList(1);
+    EXPECT_EQ(view.currentAktion(), -1);
+    stand(0);
+    EXPECT_EQ(view.currentAktion(), 0);
+    EXPECT_EQ(view.aktionChoices(), (std::vector<int>{0, 1, 2}));
+    others.SendMessage(u"jinglelist.aktivieren"_s, numberOf(list), false);
+    EXPECT_EQ(view.aktionChoices(), (std::vector<int>{3, 2, 11, 12}));
+}
+
+TEST_F(PlaylistView, StartAndStopAreSetToWhereTheSoundBeginsAndEndsAndCanComeBack)
+{
+    const QString file = lists.write(u"ton.mp3"_s, "sound");
+    openList(1);
+    lists.execute(u"update db_all set Path='%1/', DName='ton.mp3'"_s.arg(QFileInfo(file).path()));
+    const int former = cell(0, u"FrameStop").toLong();
+    stand(0);
+    cues = CueRange{40, 400};
+    view.AutocueTitel();
+    EXPECT_EQ(cueSearches, QStringList{file + u" 10000 700"_s});
+    EXPECT_EQ(cell(0, u"FrameStart").toLong(), 40);
+    EXPECT_EQ(cell(0, u"FrameStop").toLong(), 400);
+    EXPECT_EQ(takeStatus(), QStringList());
+    view.undo();
+    EXPECT_EQ(cell(0, u"FrameStop").toLong(), former);
+
+    cues.reset();
+    stand(0);
+    view.AutocueTitel();
+    EXPECT_EQ(takeStatus().size(), 1);
+    EXPECT_EQ(cell(0, u"FrameStop").toLong(), former);
+}
+
 TEST_F(PlaylistView, MixStylesAreSpreadAndTakenAwayOverTheBus)
 {
     openList(3);

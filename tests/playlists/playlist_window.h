@@ -78,6 +78,12 @@ public:
         return result.join(QChar(u' '));
     }
 
+    /// The play action of a row.
+    [[nodiscard]] int aktion(qint64 row)
+    {
+        return view.Data1().cell(row, view.Data1().Recordset()->fieldIndex(u"Aktion")).toLong();
+    }
+
     /// The middle of a row of a grid, on the screen.
     [[nodiscard]] static QPoint placeOf(const DataGrid& of, int row)
     {

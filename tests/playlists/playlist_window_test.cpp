@@ -1,9 +1,13 @@
 #include "playlists/playlist_window.h"
+#include "playlists/ui/detail_playlist_dialog.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QMenu>
 #include <QMimeData>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
@@ -123,6 +127,75 @@ TEST_F(PlaylistWindowTest, ALockedListShowsTheLockAndRefusesDrops)
     QMimeData data;
     data.setText(test::Lists::tracksText({7}));
     EXPECT_FALSE(dropOn(1, data));
+}
+
+TEST_F(PlaylistWindowTest, TheVolumeButtonShowsHowLoudTheMonitorIs)
+{
+    show();
+    auto* button = window.form.findChild<QToolButton*>(u"all.volume"_s);
+    const auto picture = [button] { return button->icon().pixmap(32).toImage(); };
+    const QImage plain = picture();
+    window.bus.SendMessage(u"Volume.Monitor.Change.Icon"_s, 1);
+    const QImage quiet = picture();
+    EXPECT_NE(quiet, plain);
+    window.bus.SendMessage(u"Volume.Monitor.Change.Icon"_s, 5);
+    EXPECT_EQ(picture(), plain);
+}
+
+TEST_F(PlaylistWindowTest, TheActionOfARowIsChosenFromAMenuByClickOrSpaceBar)
+{
+    show();
+    DataGrid& grid = window.grid();
+    QTimer chooser;
+    QStringList offered;
+    int presses = 0; // of the arrow, from nothing to the first entry and on
+    QObject::connect(&chooser, &QTimer::timeout, &grid, [&] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (menu == nullptr) {
+            return;
+        }
+        offered.clear();
+        for (const QAction* action : menu->actions()) {
+            offered.append(action->text().remove(u'&'));
+        }
+        for (int press = 0; press < presses; ++press) {
+            QTest::keyClick(menu, Qt::Key_Down);
+        }
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    chooser.start(std::chrono::milliseconds(10));
+    grid.goToRow(1, 0);
+    grid.setFocus();
+    presses = 2;
+    QTest::keyClick(&grid, Qt::Key_Space);
+    EXPECT_EQ(offered, (QStringList{u"In den nächsten Titel mischen"_s,
+                                    u"Nach diesem Titel anhalten"_s, u"Endlos spielen"_s, QString(),
+                                    u"Anfang und Ende nach dem Ton setzen"_s}));
+    EXPECT_EQ(window.aktion(1), 1);
+    presses = 3;
+    const QModelIndex cell = grid.model()->index(0, grid.columnOf(u"Aktion"_s));
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(cell).center());
+    EXPECT_EQ(window.aktion(0), 2);
+}
+
+TEST_F(PlaylistWindowTest, TheDetailsKeepTheirWidthWhateverTheNameOfTheList)
+{
+    DetailPlaylistDialog dialog(window.texts);
+    const auto widthWith = [&dialog](const QString& name) {
+        int width = 0;
+        QTimer::singleShot(0, qApp, [&width] {
+            QWidget* shown = QApplication::activeModalWidget();
+            width = shown->width();
+            QTest::keyClick(shown, Qt::Key_Escape);
+        });
+        PlaylistDetails details;
+        details.name = name;
+        EXPECT_TRUE(dialog.ask(details).isNull());
+        return width;
+    };
+    const int usual = widthWith(u"Party"_s);
+    EXPECT_GT(usual, 200);
+    EXPECT_EQ(widthWith(QString(255, u'W')), usual);
 }
 
 TEST_F(PlaylistWindowTest, TheLoopButtonBelongsToJingleLists)

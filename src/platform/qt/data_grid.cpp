@@ -129,6 +129,7 @@ void DataGrid::focusInEvent(QFocusEvent* event)
 void DataGrid::focusOutEvent(QFocusEvent* event)
 {
     QTableView::focusOutEvent(event);
+    m_deleteIsDown = false;
     viewport()->update();
 }
 

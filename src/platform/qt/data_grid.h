@@ -83,8 +83,10 @@ signals:
     void rowActivated(qint64 row);
     /// A right click on a row, which is then selected, or the menu key.
     void rowMenuWanted(qint64 row, const QPoint& place);
-    /// The delete key was let go.
+    /// The delete key was pressed and let go.
     void deletePressed();
+    /// The space bar, with a current row.
+    void spacePressed();
     /// Ctrl with a digit.
     void digitPressed(int digit);
     /// Ctrl with an arrow key, in a grid with a drop target: -1 for up, 1 for down.
@@ -128,6 +130,7 @@ private:
     int m_rowSpacing = 0;
     int m_stretchedColumn = -1;
     bool m_fitting = false;
+    bool m_deleteIsDown = false;
 };
 
 } // namespace melovane

@@ -11,6 +11,8 @@
 #include <QPainter>
 #include <QUrl>
 
+#include <utility>
+
 // Keys, mouse and drags of the grid.
 
 namespace melovane {
@@ -82,6 +84,10 @@ void DataGrid::keyPressEvent(QKeyEvent* event)
         if (currentRow() >= 0) {
             emit rowActivated(currentRow());
         }
+    } else if (event->key() == Qt::Key_Delete && modifiers == Qt::NoModifier) {
+        m_deleteIsDown = true;
+    } else if (event->key() == Qt::Key_Space && modifiers == Qt::NoModifier && currentRow() >= 0) {
+        emit spacePressed();
     } else if (isDigit && modifiers == Qt::ControlModifier) {
         emit digitPressed(event->key() - Qt::Key_0);
     } else if (m_dropping != nullptr && modifiers == Qt::ControlModifier &&
@@ -95,8 +101,11 @@ void DataGrid::keyPressEvent(QKeyEvent* event)
 
 void DataGrid::keyReleaseEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Delete && !event->isAutoRepeat() && state() != EditingState) {
-        emit deletePressed();
+    if (event->key() == Qt::Key_Delete && !event->isAutoRepeat()) {
+        // One that went down elsewhere, in a question say, is not meant here.
+        if (std::exchange(m_deleteIsDown, false) && state() != EditingState) {
+            emit deletePressed();
+        }
         return;
     }
     QTableView::keyReleaseEvent(event);

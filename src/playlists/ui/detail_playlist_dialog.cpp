@@ -2,6 +2,7 @@
 
 #include "config/config_objects.h"
 #include "platform/qt/dialog_frame.h"
+#include "platform/qt/elided_label.h"
 
 #include <QFormLayout>
 #include <QLabel>
@@ -41,10 +42,12 @@ QString DetailPlaylistDialog::ask(const PlaylistDetails& details)
                                      {u"detail.audio"_s, details.audioSpace},
                                      {u"detail.first"_s, details.playFirst},
                                      {u"detail.last"_s, details.playLast}}) {
-        auto* label = new QLabel(value, &dialog);
+        auto* label = new ElidedLabel(&dialog);
+        label->setText(value);
         label->setObjectName(u"SkinLabel2_%1"_s.arg(index++));
-        label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        // The note gives the dialog its width; a long name does not.
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         form->addRow(m_texts.text(key), label);
     }
     auto* note = new QPlainTextEdit(details.info, &dialog);

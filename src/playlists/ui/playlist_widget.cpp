@@ -4,12 +4,16 @@
 #include "platform/qt/data_grid.h"
 #include "platform/qt/elided_label.h"
 #include "platform/qt/icon_set.h"
+#include "platform/qt/qt_popup.h"
+#include "playlists/playlist_look.h"
 #include "trackedit/milli_sec_to_min.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
 
+#include <array>
 #include <limits>
 
 namespace melovane {
@@ -136,12 +140,46 @@ void PlaylistWidget::showSummary(const PlaylistSummary& summary, const ConfigObj
     m_lock->setToolTip(texts.text(u"playlist.locked"_s));
     m_lock->setVisible(shown && summary.locked);
     m_name->setText(summary.name);
+    // Where room is short, the length gives way before the name does.
+    constexpr int kNameLetters = 16;
+    m_name->setMinimumWidth(std::min(m_name->sizeHint().width(),
+                                     m_name->fontMetrics().averageCharWidth() * kNameLetters));
     const qint64 most = std::numeric_limits<int>::max();
     const QString time =
         Mod_MilliSecToMin::MilliSecToMin(int(std::clamp<qint64>(summary.milliseconds, 0, most)), 4);
     m_length->setText(
-        shown ? u"·  %1  ·  %2"_s.arg(texts.text(u"playlist.summary"_s, summary.entries), time)
+        shown ? u"  ·  %1  ·  %2"_s.arg(texts.text(u"playlist.summary"_s, summary.entries), time)
               : QString());
+}
+
+/// The menu of the cell with the play action: the actions that fit the list, and the cues.
+void PlaylistWidget::chooseAktion(ctl_Playlist& logic, const ConfigObjects& texts)
+{
+    const int present = logic.currentAktion();
+    if (present < 0) {
+        return;
+    }
+    const QModelIndex cell =
+        m_grid->model()->index(int(m_grid->currentRow()), m_grid->columnOf(u"Aktion"_s));
+    QtPopup menu(m_icons);
+    menu.setPlace([this, cell] {
+        return m_grid->viewport()->mapToGlobal(m_grid->visualRect(cell).bottomLeft());
+    });
+    menu.Create();
+    // Entries are numbered from 1; actions begin at 0.
+    for (const int aktion : logic.aktionChoices()) {
+        const AktionLook* const look = aktionLook(aktion);
+        menu.Append({aktion + 1, texts.text(look->key), !logic.isLocked(), aktion == present});
+    }
+    constexpr int kCue = 100;
+    menu.AppendSeparator();
+    menu.Append({kCue, texts.text(u"playlist.cue"_s), !logic.isLocked()});
+    const int chosen = menu.Show();
+    if (chosen == kCue) {
+        logic.AutocueTitel();
+    } else if (chosen > 0) {
+        logic.setAktion(chosen - 1);
+    }
 }
 
 void PlaylistWidget::attach(ctl_Playlist& logic, const ConfigObjects& texts)
@@ -157,6 +195,15 @@ void PlaylistWidget::attach(ctl_Playlist& logic, const ConfigObjects& texts)
     connect(m_grid, &DataGrid::rowActivated, &logic, &ctl_Playlist::rowActivated);
     connect(m_grid, &DataGrid::digitPressed, &logic, &ctl_Playlist::digitPressed);
     connect(m_grid, &DataGrid::deletePressed, &logic, &ctl_Playlist::deletePressed);
+    connect(m_grid, &DataGrid::spacePressed, this,
+            [this, &logic, &texts] { chooseAktion(logic, texts); });
+    connect(m_grid, &DataGrid::clicked, this, [this, &logic, &texts](const QModelIndex& cell) {
+        const auto held =
+            QApplication::keyboardModifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
+        if (cell.column() == m_grid->columnOf(u"Aktion"_s) && !held) {
+            chooseAktion(logic, texts);
+        }
+    });
     connect(m_grid, &DataGrid::moveRowWanted, &logic, &ctl_Playlist::moveRow);
     connect(m_grid, &DataGrid::currentRowChanged, &logic, &ctl_Playlist::rowChanged);
     connect(m_grid, &DataGrid::selectedRowsChanged, &logic, &ctl_Playlist::selectionChanged);
@@ -171,6 +218,13 @@ void PlaylistWidget::attach(ctl_Playlist& logic, const ConfigObjects& texts)
     connect(&logic, &ctl_Playlist::historyChanged, this, &PlaylistWidget::showHistory);
     connect(&logic, &ctl_Playlist::summaryChanged, this,
             [this, &texts](const PlaylistSummary& summary) { showSummary(summary, texts); });
+    connect(&logic, &ctl_Playlist::volumeIconChanged, this, [this](int step) {
+        static constexpr std::array<QStringView, 6> kPictures = {u"volume",  u"volume1", u"volume1",
+                                                                 u"volume2", u"volume",  u"volume"};
+        if (auto* button = findChild<QToolButton*>(u"all.volume"_s)) {
+            button->setIcon(m_icons.icon(kPictures[std::size_t(step)].toString()));
+        }
+    });
     connect(&logic, &ctl_Playlist::jingleModeChanged, this, [this](bool on) {
         if (auto* button = findChild<QToolButton*>(u"playlist.jingle.loop"_s)) {
             button->setVisible(on);

@@ -34,6 +34,7 @@ private:
     void createToolBar(ctl_Playlist& logic, const ConfigObjects& texts);
     void setToolTips(const ConfigObjects& texts);
     void showSummary(const PlaylistSummary& summary, const ConfigObjects& texts);
+    void chooseAktion(ctl_Playlist& logic, const ConfigObjects& texts);
     void showHistory(const QString& undo, bool canUndo, const QString& redo, bool canRedo);
 
     const IconSet& m_icons;

@@ -113,6 +113,10 @@ TEST_F(GridInputTest, DeleteIsToldWhenTheKeyIsLetGoAndDigitsOnlyWithCtrl)
     EXPECT_EQ(deleted.count(), 0);
     QTest::keyRelease(&grid, Qt::Key_Delete);
     EXPECT_EQ(deleted.count(), 1);
+    // Pressed elsewhere, in a question say, or with other keys.
+    QTest::keyRelease(&grid, Qt::Key_Delete);
+    QTest::keyClick(&grid, Qt::Key_Delete, Qt::ShiftModifier);
+    EXPECT_EQ(deleted.count(), 1);
     QTest::keyClick(&grid, Qt::Key_4, Qt::ControlModifier);
     QTest::keyClick(&grid, Qt::Key_4);
     ASSERT_EQ(digits.count(), 1);
