@@ -1,6 +1,7 @@
 #include "platform/qt/panel.h"
 
 #include "platform/qt/skin.h"
+#include "platform/qt/tool_row.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -61,15 +62,12 @@ private:
 Panel::Panel(const Skin& skin, QWidget* parent)
     : QWidget(parent)
     , m_skin(skin)
-    , m_row(new QWidget(this))
+    , m_row(new ToolRow(this))
     , m_column(new QVBoxLayout(this))
     , m_frame(new FrameOverlay(skin, this))
 {
     m_row->setObjectName(u"ToolRow"_s);
     m_row->setAttribute(Qt::WA_StyledBackground);
-    auto* tools = new QHBoxLayout(m_row);
-    tools->setContentsMargins(7, 5, 7, 5);
-    tools->setSpacing(3);
     m_row->hide();
     m_column->setContentsMargins(1, 1, 1, 1);
     m_column->setSpacing(0);
@@ -81,7 +79,7 @@ Panel::Panel(const Skin& skin, QWidget* parent)
 QHBoxLayout* Panel::toolRow()
 {
     m_row->show();
-    return static_cast<QHBoxLayout*>(m_row->layout());
+    return m_row->row();
 }
 
 QToolButton* Panel::addTool(const QString& name, const QIcon& icon, const QString& tip)
@@ -95,7 +93,8 @@ QToolButton* Panel::addTool(const QString& name, const QIcon& icon, const QStrin
     button->setToolTip(tip);
     button->setAccessibleName(tip);
     button->setFocusPolicy(Qt::TabFocus);
-    toolRow()->addWidget(button);
+    m_row->show();
+    m_row->add(button);
     return button;
 }
 

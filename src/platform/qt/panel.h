@@ -10,6 +10,7 @@ namespace melovane {
 
 class IconSet;
 class Skin;
+class ToolRow;
 
 /// One area of the main window: a thin rounded frame, a row of tools, and the view below it.
 class Panel : public QWidget
@@ -33,7 +34,7 @@ protected:
 
 private:
     const Skin& m_skin;
-    QWidget* m_row;
+    ToolRow* m_row;
     QVBoxLayout* m_column;
     QWidget* m_frame; ///< drawn over the corners of the view
 };

@@ -1,5 +1,6 @@
 #include "platform/qt/elided_label.h"
 #include "platform/qt/icon_set.h"
+#include "platform/qt/panel.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/search_line.h"
 #include "platform/qt/skin.h"
@@ -7,11 +8,14 @@
 #include "platform/qt/status_bar.h"
 
 #include <QApplication>
+#include <QHBoxLayout>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolButton>
 #include <QToolTip>
 
 #include <gtest/gtest.h>
@@ -65,6 +69,46 @@ TEST_F(SearchLineTest, TheCrossEmptiesTheLine)
     cross->trigger();
     EXPECT_EQ(line.text(), QString());
     EXPECT_FALSE(cross->isVisible());
+}
+
+TEST(ToolRowTest, ButtonsWithoutRoomAreInAMenuAndComeBack)
+{
+    Skin skin{*qApp};
+    Panel panel{skin};
+    QStringList pressed;
+    for (int number = 0; number < 8; ++number) {
+        QToolButton* button =
+            panel.addTool(u"tool%1"_s.arg(number), QIcon(), u"Werkzeug %1"_s.arg(number));
+        QObject::connect(button, &QToolButton::clicked, &panel,
+                         [&pressed, button] { pressed.append(button->toolTip()); });
+    }
+    panel.toolRow()->addStretch(1);
+    panel.resize(600, 100);
+    panel.show();
+    auto* more = panel.findChild<QToolButton*>(u"MoreTools"_s);
+    auto* last = panel.findChild<QToolButton*>(u"tool7"_s);
+    const int width = last->width();
+    EXPECT_FALSE(more->isVisible());
+    panel.resize(5 * width, 100);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return last->width() == 0; }));
+    EXPECT_TRUE(more->isVisible());
+    EXPECT_EQ(panel.findChild<QToolButton*>(u"tool0"_s)->width(), width);
+    emit more->menu()->aboutToShow();
+    QAction* entry = more->menu()->actions().constLast();
+    EXPECT_EQ(entry->text(), u"Werkzeug 7"_s);
+    entry->trigger();
+    EXPECT_EQ(pressed, QStringList{u"Werkzeug 7"_s});
+    // One that does not belong here now is not offered either.
+    last->hide();
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        emit more->menu()->aboutToShow();
+        return more->menu()->actions().constLast()->text() == u"Werkzeug 6"_s;
+    }));
+    last->show();
+    panel.resize(600, 100);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return last->width() == width; }));
+    EXPECT_FALSE(more->isVisible());
+    skin.clear();
 }
 
 struct SplitPanelTest : public testing::Test

@@ -1,0 +1,138 @@
+#include "platform/qt/tool_row.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QToolButton>
+
+#include <algorithm>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kMargin = 7;
+constexpr int kMarginAbove = 5;
+constexpr int kSpacing = 3;
+
+} // namespace
+
+ToolRow::ToolRow(QWidget* parent)
+    : QWidget(parent)
+    , m_row(new QHBoxLayout(this))
+    , m_more(new QToolButton(this))
+{
+    m_row->setContentsMargins(kMargin, kMarginAbove, kMargin, kMarginAbove);
+    m_row->setSpacing(kSpacing);
+    auto* menu = new QMenu(m_more);
+    connect(menu, &QMenu::aboutToShow, this, [this] { fillMenu(); });
+    m_more->setObjectName(u"MoreTools"_s);
+    m_more->setText(u"»"_s);
+    m_more->setAccessibleName(u"»"_s);
+    m_more->setMenu(menu);
+    m_more->setPopupMode(QToolButton::InstantPopup);
+    m_more->setStyleSheet(u"QToolButton::menu-indicator { image: none; }"_s);
+    m_more->setFocusPolicy(Qt::TabFocus);
+    m_more->hide();
+}
+
+void ToolRow::add(QToolButton* button)
+{
+    m_tools.push_back(button);
+    m_row->addWidget(button);
+}
+
+QSize ToolRow::minimumSizeHint() const
+{
+    return {0, QWidget::minimumSizeHint().height()};
+}
+
+bool ToolRow::event(QEvent* event)
+{
+    const bool done = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest) {
+        fit();
+    }
+    return done;
+}
+
+void ToolRow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    fit();
+}
+
+/// What the row needs besides its buttons.
+int ToolRow::widthOfOthers() const
+{
+    int width = 2 * kMargin;
+    for (int i = 0; i < m_row->count(); ++i) {
+        QLayoutItem* const item = m_row->itemAt(i);
+        const bool isTool =
+            std::find(m_tools.begin(), m_tools.end(), item->widget()) != m_tools.end();
+        if (!isTool && !item->isEmpty()) {
+            width += item->minimumSize().width() + kSpacing;
+        } else if (!isTool && item->spacerItem() != nullptr) {
+            width += item->minimumSize().width();
+        }
+    }
+    return width;
+}
+
+void ToolRow::fit()
+{
+    std::vector<QToolButton*> shown;
+    for (QToolButton* const tool : m_tools) {
+        if (!tool->isHidden()) {
+            shown.push_back(tool);
+        }
+    }
+    const auto widthOf = [](const QToolButton* tool) {
+        return tool->sizeHint().width() + kSpacing;
+    };
+    int needed = widthOfOthers();
+    for (const QToolButton* const tool : shown) {
+        needed += widthOf(tool);
+    }
+    std::vector<QToolButton*> hidden;
+    const int more = m_more->sizeHint().width();
+    const int room = needed <= width() ? width() : width() - more;
+    // The space between the buttons that are gone stays.
+    while (needed > room && !shown.empty()) {
+        needed -= widthOf(shown.back()) - kSpacing;
+        hidden.insert(hidden.begin(), shown.back());
+        shown.pop_back();
+    }
+    m_more->setVisible(!hidden.empty());
+    m_more->setGeometry(width() - more - 2, kMarginAbove, more, height() - 2 * kMarginAbove);
+    if (hidden == m_hidden) {
+        return;
+    }
+    m_hidden = std::move(hidden);
+    // Not hide(): whether a button is there at all is the business of others.
+    for (QToolButton* const tool : m_tools) {
+        const bool inMenu = std::find(m_hidden.begin(), m_hidden.end(), tool) != m_hidden.end();
+        tool->setMaximumWidth(inMenu ? 0 : QWIDGETSIZE_MAX);
+        tool->setMinimumWidth(inMenu ? 0 : tool->sizeHint().width());
+        tool->setFocusPolicy(inMenu ? Qt::NoFocus : Qt::TabFocus);
+    }
+    m_row->setContentsMargins(kMargin, kMarginAbove, m_hidden.empty() ? kMargin : more + 4,
+                              kMarginAbove);
+}
+
+void ToolRow::fillMenu()
+{
+    QMenu* const menu = m_more->menu();
+    menu->clear();
+    for (QToolButton* const tool : m_hidden) {
+        QAction* const entry = menu->addAction(tool->icon(), tool->accessibleName());
+        entry->setEnabled(tool->isEnabled());
+        entry->setCheckable(tool->isCheckable());
+        entry->setChecked(tool->isChecked());
+        connect(entry, &QAction::triggered, tool, [tool] { tool->click(); });
+    }
+}
+
+} // namespace melovane

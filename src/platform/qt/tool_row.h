@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QWidget>
+
+#include <vector>
+
+class QHBoxLayout;
+class QToolButton;
+
+namespace melovane {
+
+/// A row of tool buttons and other controls. Where it is too narrow the last buttons go into a menu
+/// at its end, and come back when there is room.
+class ToolRow : public QWidget
+{
+public:
+    explicit ToolRow(QWidget* parent = nullptr);
+
+    [[nodiscard]] QHBoxLayout* row() { return m_row; }
+
+    /// Adds a button at the end.
+    void add(QToolButton* button);
+
+    /// As narrow as one likes.
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    [[nodiscard]] int widthOfOthers() const;
+    void fit();
+    void fillMenu();
+
+    QHBoxLayout* m_row;
+    QToolButton* m_more;
+    std::vector<QToolButton*> m_tools;
+    std::vector<QToolButton*> m_hidden; ///< those in the menu, in their order
+};
+
+} // namespace melovane
