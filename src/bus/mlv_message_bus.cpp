@@ -4,18 +4,14 @@
 #include "platform/system/files.h"
 #include "platform/system/io_error.h"
 #include "platform/system/path_text.h"
+#include "platform/system/print_line.h"
 #include "shell/paths.h"
-
-#include <QRegularExpression>
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// Width of a print zone: a comma in a print list goes on at the next multiple of it.
-constexpr qsizetype kPrintZone = 14;
 
 template <typename Handler>
 [[nodiscard]] std::shared_ptr<void> keep(std::vector<std::weak_ptr<Handler>>& listeners,
@@ -37,20 +33,6 @@ void deliver(const std::vector<std::weak_ptr<Handler>>& listeners, const Message
             (*listener)(message);
         }
     }
-}
-
-/// One line, whatever the fields hold.
-[[nodiscard]] QString printLine(const QStringList& fields)
-{
-    static const QRegularExpression lineEnds(u"[\r\n]+"_s);
-    QString line;
-    for (const QString& field : fields) {
-        if (!line.isEmpty()) {
-            line = line.leftJustified((line.size() / kPrintZone + 1) * kPrintZone);
-        }
-        line += QString(field).replace(lineEnds, u" "_s);
-    }
-    return line;
 }
 
 } // namespace

@@ -1,16 +1,14 @@
 #pragma once
 
-#include "platform/media/track_tags.h"
-#include "playlistfiles/tag_import.h"
-#include "store/make_fid.h"
-
 #include <QStringList>
 
 namespace melovane {
 
-class Database;
+class Clock;
 class DBEngine;
+class Files;
 class GlobalSettings;
+class TagReader;
 
 /// Turns MP3 files and folders that were dropped from a file manager into tracks of the library.
 class DroppedTracks
@@ -38,9 +36,6 @@ public:
 
 private:
     void collect(const QString& place, int depth, QStringList& found) const;
-    [[nodiscard]] QString known(Database& database, const QString& file) const;
-    [[nodiscard]] QString
-    enter(Database& database, TagImport& import, const QString& file, Mod_Make_FID::FidMaker& ids);
 
     DBEngine& m_engine;
     const GlobalSettings& m_settings;

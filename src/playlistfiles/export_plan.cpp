@@ -7,6 +7,7 @@
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "platform/system/timers.h"
+#include "playlistfiles/m3u_writer.h"
 #include "playlistfiles/template_path.h"
 #include "store/file_locator.h"
 
@@ -18,8 +19,6 @@ namespace melovane {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-const QString kListExtension = u".m3u"_s;
 
 /// Files looked for between two turns of the message loop.
 constexpr size_t kFilesPerTurn = 20;
@@ -43,23 +42,22 @@ ExportPlan readRows(const ExportParts& parts, const ExportOrder& order)
     const auto rows = openRows(*database, order.list);
     ExportPlan plan;
     if (order.withData) {
-        plan.header = parts.form.header();
+        plan.header = m3uline::head();
     }
     const qint64 count = rows->rowCount();
     plan.items.reserve(size_t(count));
+    const M3uEntryLines lines(*rows);
     Template2Path paths(order.pathTemplate);
     for (; !rows->Eof(); rows->MoveNext()) {
         if (plan.listFile.isEmpty()) {
-            plan.listFile = path::join(
-                order.folder, nameForPath(rows->value(u"plname").toText(), kListExtension.size()) +
-                                  kListExtension);
+            plan.listFile =
+                path::join(order.folder, m3uline::fileName(rows->value(u"plname")) + u".m3u"_s);
         }
         ExportItem item;
         item.Path = rows->value(u"Path").toText();
         item.DName = rows->value(u"DName").toText();
         item.relative = paths.path(valuesOf(*rows), qint64(plan.items.size()) + 1, count);
-        item.lines = (order.withData ? parts.form.dataOf(*rows) : QString()) +
-                     parts.form.pathLine(item.relative);
+        item.lines = (order.withData ? lines.of(*rows) : QString()) + m3uline::place(item.relative);
         plan.items.push_back(std::move(item));
     }
     return plan;

@@ -16,7 +16,6 @@ class FileLocator;
 class Files;
 class GlobalSettings;
 class MessageLoop;
-class Recordset;
 
 /// What an export is to do.
 struct ExportOrder
@@ -25,15 +24,6 @@ struct ExportOrder
     QString folder;       ///< an existing one
     QString pathTemplate; ///< see Template2Path
     bool withData = true; ///< the list file holds the suite's own lines beside the paths
-};
-
-/// The form of the list file, known to whoever writes list files. Each text ends with its line end.
-struct ExportListForm
-{
-    std::function<QString()> header;
-    /// The suite's lines of the current row of `vpl_save`, which stand above its path.
-    std::function<QString(const Recordset& row)> dataOf;
-    std::function<QString(const QString& path)> pathLine;
 };
 
 /// One row of an export.
@@ -68,7 +58,6 @@ struct ExportParts
     Files& files;
     FileLocator& locator;
     MessageLoop& loop;
-    ExportListForm form;
 };
 
 /// Name and length of a list, for telling the user what he is about to export.

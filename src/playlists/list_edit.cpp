@@ -105,12 +105,16 @@ void ListEdit::removes(QStringView table, const QString& condition)
 
 void ListEdit::after(const QString& condition)
 {
+    adds(kEntryTable, condition);
+}
+
+void ListEdit::adds(QStringView table, const QString& condition)
+{
     if (!m_records) {
         return;
     }
-    DeltaMaker& maker = makerOf(kEntryTable);
-    for (const std::vector<Value>& row :
-         readRows(m_database, kEntryTable, maker.columns(), condition)) {
+    DeltaMaker& maker = makerOf(table);
+    for (const std::vector<Value>& row : readRows(m_database, table, maker.columns(), condition)) {
         maker.after(row);
     }
 }

@@ -55,6 +55,9 @@ public:
     /// Rows of `pl_name` or `pl_group` that meet the condition and will be deleted.
     void removes(QStringView table, const QString& condition);
 
+    /// Likewise rows that were added; as they stand afterwards.
+    void adds(QStringView table, const QString& condition);
+
     /// Ends the change and its record. \throws DbError, with nothing written
     void commit();
 

@@ -132,14 +132,7 @@ protected:
     Pnid list{};
     bool withData = true;
     QStringList progress; ///< "name position/count"
-    ExportParts parts{*suite.engine,
-                      *settings,
-                      files,
-                      locator,
-                      loop,
-                      {[] { return QStringLiteral("#head\r\n"); },
-                       [](const Recordset&) { return QStringLiteral("#data\r\n"); },
-                       [](const QString& path) { return path + QStringLiteral("\r\n"); }}};
+    ExportParts parts{*suite.engine, *settings, files, locator, loop};
     SavePlaylistFiles exporter{parts, [this](const QString& name, qint64 at, qint64 count) {
                                    progress.append(
                                        QStringLiteral("%1 %2/%3").arg(name).arg(at).arg(count));

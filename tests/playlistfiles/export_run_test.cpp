@@ -16,8 +16,11 @@ class PlaylistExport : public test::ExportFixture
 
 TEST_F(PlaylistExport, CopiesEveryTrackByTheTemplateAndListsTheCopiesByRelativePath)
 {
-    addList({addTrack({.Titel = u"Licht"_s, .Interpret = u"Mara"_s, .Genre = u"House"_s}, "one"),
-             addTrack({.Titel = u"Meer"_s, .Interpret = u"Jonte"_s, .Genre = u"Pop"_s}, "two")});
+    const QString first =
+        addTrack({.Titel = u"Licht"_s, .Interpret = u"Mara"_s, .Genre = u"House"_s}, "one");
+    const QString second =
+        addTrack({.Titel = u"Meer"_s, .Interpret = u"Jonte"_s, .Genre = u"Pop"_s}, "two");
+    addList({first, second});
     const ExportResult result = run(u"%G/%TP_%I - %N"_s);
     EXPECT_EQ(result.end, End::Done);
     EXPECT_EQ(result.copied, 2);
@@ -26,8 +29,13 @@ TEST_F(PlaylistExport, CopiesEveryTrackByTheTemplateAndListsTheCopiesByRelativeP
     EXPECT_EQ(readCopy(u"Pop/02_Jonte - Meer.mp3"_s), "two");
     EXPECT_EQ(result.listFile, target + u"/Hauptset.m3u"_s);
     EXPECT_EQ(
-        readCopy(u"Hauptset.m3u"_s),
-        "#head\r\n#data\r\nHouse/01_Mara - Licht.mp3\r\n#data\r\nPop/02_Jonte - Meer.mp3\r\n");
+        QString::fromUtf8(readCopy(u"Hauptset.m3u"_s)).section(u'\n', 1).toStdString(),
+        u"#MLV:VER=1.0\r\n"
+        "#MLV:FID=%1\r\n#MLV:TIT=Licht|Mara|House\r\n#MLV:VOL= 0 | 0 |Null| 216000 \r\n"
+        "#MLV:MIX= 0 | 0 | 0 |Null|Null|Null\r\nHouse/01_Mara - Licht.mp3\r\n"
+        "#MLV:FID=%2\r\n#MLV:TIT=Meer|Jonte|Pop\r\n#MLV:VOL= 0 | 0 |Null| 216000 \r\n"
+        "#MLV:MIX= 0 | 0 | 0 |Null|Null|Null\r\nPop/02_Jonte - Meer.mp3\r\n"_s.arg(first, second)
+            .toStdString());
     EXPECT_EQ(progress, (QStringList{u"01_Mara - Licht 1/2"_s, u"02_Jonte - Meer 2/2"_s}));
 }
 
@@ -298,6 +306,13 @@ TEST_F(PlaylistExport, AListFileThatCannotBeWrittenIsTold)
     EXPECT_EQ(result.end, End::ListNotWritten);
     EXPECT_FALSE(result.detail.isEmpty());
     EXPECT_EQ(result.copied, 1);
+}
+
+TEST_F(PlaylistExport, APathThatLooksLikeACommentOfTheListIsStillAPath)
+{
+    addList({addTrack({.Titel = u"#1 Hit"_s, .DName = u"a.mp3"_s})});
+    (void)run(u"%N"_s);
+    EXPECT_EQ(listed(), QStringList{u"./#1 Hit.mp3"_s});
 }
 
 // ---- the music that is already there

@@ -1,0 +1,173 @@
+#include "playlistfiles/m3u_writer.h"
+
+#include "platform/db/database.h"
+#include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
+#include "platform/system/files.h"
+#include "platform/system/path_text.h"
+#include "platform/system/text_number.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Only the word up to the blank is fixed.
+const QString kHead = u"#Melovane-M3U www.melovane.example\r\n#MLV:VER=1.0\r\n"_s;
+
+const QString kLineEnd = u"\r\n"_s;
+
+constexpr QStringView kForbidden = u"\"/\\:*?<>|";
+
+/// Bytes of a name on every file system that we know, less those of ".m3u".
+constexpr qsizetype kLongestName = 255 - 4;
+
+/// Columns of the lines that have several, in their order.
+const QStringList kTitle{u"Titel"_s, u"Interpret"_s, u"Genre"_s};
+const QStringList kVolume{u"Volume"_s, u"Pitch"_s, u"BPM"_s, u"DTimeMsec"_s};
+const QStringList kMix{u"FrameStart"_s, u"FrameStop"_s, u"MixTime"_s,
+                       u"MixIn"_s,      u"MixOut"_s,    u"eq"_s};
+
+QString oneLine(QString text)
+{
+    return text.replace(u'\r', u' ').replace(u'\n', u' ');
+}
+
+/// The columns of a line, found once for all rows.
+QList<int> columnsOf(const Recordset& rows, const QStringList& names)
+{
+    QList<int> columns;
+    for (const QString& name : names) {
+        columns.append(rows.fieldIndex(name));
+    }
+    return columns;
+}
+
+QString lineOf(const Recordset& row, QStringView prefix, const QList<int>& columns)
+{
+    QStringList values;
+    for (const int column : columns) {
+        values.append(m3uline::printed(row.value(column)));
+    }
+    return prefix.toString() + values.join(u'|') + kLineEnd;
+}
+
+QString fullName(const QString& folder, const QString& name)
+{
+    const bool isWhole = folder.isEmpty() || path::isSeparator(folder.back());
+    return isWhole ? folder + name : path::join(folder, name);
+}
+
+} // namespace
+
+namespace m3uline {
+
+QString printed(const Value& value)
+{
+    if (value.isNull()) {
+        return u"Null"_s;
+    }
+    if (!value.isLong() && !value.isDouble()) {
+        return oneLine(value.toText());
+    }
+    const QString number = value.toText();
+    return (number.startsWith(u'-') ? QString() : u" "_s) + number + u' ';
+}
+
+QString replaced(const Value& value, QStringView signs, QChar replacement)
+{
+    QString text = value.toText();
+    for (const QChar sign : signs) {
+        text.replace(sign, replacement);
+    }
+    return text;
+}
+
+QString fileName(const Value& listName)
+{
+    QString name = replaced(listName, kForbidden, u'_');
+    std::replace_if(
+        name.begin(), name.end(), [](QChar sign) { return sign.unicode() < u' '; }, u'_');
+    name = trimBlanks(name);
+    while (name.toUtf8().size() > kLongestName) {
+        name.chop(name.back().isLowSurrogate() ? 2 : 1);
+    }
+    return name.isEmpty() ? u"_"_s : name;
+}
+
+QString withExtension(const QString& target)
+{
+    const bool isList = lowerCase(path::extension(target)) == "m3u"_L1;
+    return isList ? target : target + u".m3u"_s;
+}
+
+QString head()
+{
+    return kHead;
+}
+
+QString place(const QString& file)
+{
+    // A name at the beginning of a line must not be taken for a comment.
+    return (file.startsWith(u'#') ? u"./"_s : QString()) + oneLine(file) + kLineEnd;
+}
+
+} // namespace m3uline
+
+M3uEntryLines::M3uEntryLines(const Recordset& rows)
+    : m_fid(columnsOf(rows, {u"FID"_s}))
+    , m_title(columnsOf(rows, kTitle))
+    , m_volume(columnsOf(rows, kVolume))
+    , m_mix(columnsOf(rows, kMix))
+{}
+
+QString M3uEntryLines::of(const Recordset& row) const
+{
+    return lineOf(row, u"#MLV:FID=", m_fid) + lineOf(row, u"#MLV:TIT=", m_title) +
+           lineOf(row, u"#MLV:VOL=", m_volume) + lineOf(row, u"#MLV:MIX=", m_mix);
+}
+
+M3uWriter::M3uWriter(Database& database, Files& files)
+    : m_database(database)
+    , m_files(files)
+{}
+
+QByteArray M3uWriter::contents(Pnid list, Names names) const
+{
+    const auto rows = m_database.OpenRecordset(u"select * from vpl_save where nid="_s +
+                                               sql::number(numberOf(list)));
+    const M3uEntryLines lines(*rows);
+    const int folder = rows->fieldIndex(u"Path");
+    const int name = rows->fieldIndex(u"DName");
+    QByteArray bytes = m3uline::head().toUtf8();
+    for (; !rows->Eof(); rows->MoveNext()) {
+        const QString file = rows->value(name).toText();
+        bytes += (lines.of(*rows) +
+                  m3uline::place(names == Names::Full ? fullName(rows->value(folder).toText(), file)
+                                                      : file))
+                     .toUtf8();
+    }
+    return bytes;
+}
+
+QString M3uWriter::nameOf(Pnid list) const
+{
+    const auto row = m_database.OpenRecordset(u"select name from pl_name where nid="_s +
+                                              sql::number(numberOf(list)));
+    return m3uline::fileName(row->Eof() ? Value() : row->value(0));
+}
+
+QString M3uWriter::write(Pnid list, const QString& target, Names names, const QString& folder)
+{
+    const QString file = target.isEmpty() ? path::join(folder, nameOf(list) + u".m3u"_s)
+                                          : m3uline::withExtension(target);
+    m_files.writeWhole(file, contents(list, names));
+    return file;
+}
+
+} // namespace melovane

@@ -1,0 +1,288 @@
+#include "playlistfiles/mlv_m3u.h"
+
+#include "config/global_settings.h"
+#include "platform/db/database.h"
+#include "platform/db/db_error.h"
+#include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
+#include "platform/system/io_error.h"
+#include "playlistfiles/import_errors.h"
+#include "playlistfiles/m3u_writer.h"
+#include "playlistfiles/new_tracks.h"
+#include "playlistfiles/tag_choice.h"
+#include "playlists/entry_places.h"
+#include "playlists/list_edit.h"
+#include "playlists/playlist_table.h"
+#include "playlists/row_statements.h"
+#include "playlists/undo_redo.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString kLoaded = u"TEMP_PLImportM3U"_s;
+
+/// Widths of its columns.
+constexpr int kStyleWidth = 255;
+constexpr int kNameWidth = 255;
+constexpr int kPathWidth = 4096;
+
+QString number(Pnid list)
+{
+    return sql::number(numberOf(list));
+}
+
+qint64 countOf(Database& database, const QString& from)
+{
+    return database.OpenRecordset(u"select count(*) as anz from "_s + from)
+        ->value(u"anz")
+        .toInt64();
+}
+
+bool isThere(Database& database, Pnid list)
+{
+    return countOf(database, u"pl_name where nid="_s + number(list)) > 0;
+}
+
+void writeLoaded(Database& database, const std::vector<M3uRow>& rows)
+{
+    database.Execute(u"delete from TEMP_PLImportM3U"_s);
+    RowInsert insert(database, kLoaded,
+                     writtenColumns(database, kLoaded,
+                                    {u"FID"_s, u"Path"_s, u"DName"_s, u"Volume"_s, u"Pitch"_s,
+                                     u"FrameStart"_s, u"FrameStop"_s, u"MixTime"_s, u"MixIn"_s,
+                                     u"MixOut"_s, u"eq"_s, u"SID"_s, u"PNID"_s}));
+    int position = 0;
+    for (const M3uRow& row : rows) {
+        insert.run({row.FID, tagchoice::cut(row.Path, kPathWidth),
+                    tagchoice::cut(row.DName, kNameWidth), row.Volume, row.Pitch, row.FrameStart,
+                    row.FrameStop, row.MixTime, tagchoice::cut(row.MixIn, kStyleWidth),
+                    tagchoice::cut(row.MixOut, kStyleWidth), tagchoice::cut(row.eq, kStyleWidth),
+                    ++position, 0});
+    }
+}
+
+Pnid createPlaylist(Database& database, const QString& name, GroupId group)
+{
+    const auto lists = database.OpenRecordset(u"pl_name"_s);
+    lists->AddNew();
+    lists->setValue(u"Name", tagchoice::cut(name, kNameWidth));
+    lists->setValue(u"GRID", numberOf(group));
+    lists->Update();
+    lists->SetBookmark(lists->LastModified());
+    const int nid = lists->value(u"NID").toLong();
+    lists->Edit();
+    // Until the group is sorted a new list sorts by its own number.
+    lists->setValue(u"SID", nid);
+    lists->Update();
+    return Pnid(nid);
+}
+
+} // namespace
+
+MlvM3U::MlvM3U(M3uParts parts)
+    : m_parts(std::move(parts))
+    , m_errors(m_parts.files, m_parts.logFolders, m_parts.clock)
+{}
+
+QString MlvM3U::GetMessageText(int code)
+{
+    return importerror::GetMessageText(code);
+}
+
+void MlvM3U::runtimeFailure(int code,
+                            const QString& source,
+                            const QString& file,
+                            const QString& text)
+{
+    m_errors.add(code, source, file.isEmpty() ? text : file + u": "_s + text);
+    if (events.RtError) {
+        events.RtError(code, text, source);
+    }
+}
+
+void MlvM3U::guarded(const QString& source,
+                     const QString& file,
+                     const std::function<void()>& work,
+                     int databaseCode)
+{
+    try {
+        work();
+    } catch (const DbError& error) {
+        runtimeFailure(databaseCode, source, file, error.text());
+    } catch (const IoError& error) {
+        runtimeFailure(importerror::kFile, source, error.path(), error.reason());
+    }
+    m_errors.flush();
+}
+
+int MlvM3U::LoadPlaylist(const QString& file)
+{
+    m_errors.restart();
+    m_givenUp = false;
+    guarded(
+        u"LoadPlaylist"_s, file, [&] { load(file); }, importerror::kFile);
+    return m_errors.count();
+}
+
+void MlvM3U::load(const QString& file)
+{
+    const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+    NewTracks tracks(*database, m_parts.settings, m_parts.files, m_parts.reader, m_parts.clock);
+    M3uLoader loader(m_parts, events, *database, tracks, m_errors);
+    try {
+        m_givenUp = !loader.load(file);
+    } catch (const DbError& error) {
+        // The load ends with the rows that it has.
+        runtimeFailure(importerror::kFile, u"LoadPlaylist"_s, file, error.text());
+    } catch (const IoError& error) {
+        runtimeFailure(importerror::kFile, u"LoadPlaylist"_s, file, error.reason());
+    }
+    Transaction all(*database);
+    if (m_givenUp) {
+        writeLoaded(*database, {});
+    } else {
+        writeLoaded(*database, loader.rows());
+        tracks.write();
+    }
+    all.commit();
+}
+
+int MlvM3U::addLoaded(Database& database, Pnid list, qint64 before)
+{
+    const auto rows = database.OpenRecordset(u"select * from TEMP_PLImportM3U order by sid"_s);
+    const QStringList taken{u"FID"_s,    u"MixTime"_s, u"FrameStart"_s, u"FrameStop"_s, u"Pitch"_s,
+                            u"Volume"_s, u"MixIn"_s,   u"MixOut"_s,     u"eq"_s};
+    QList<int> columns;
+    for (const QString& name : taken) {
+        columns.append(rows->fieldIndex(name));
+    }
+    const QString table = kEntryTable.toString();
+    RowInsert insert(
+        database, table,
+        writtenColumns(database, table, taken + QStringList{u"SID"_s, u"PNID"_s, u"Aktion"_s}));
+    int count = 0;
+    for (; !rows->Eof(); rows->MoveNext(), ++count) {
+        std::vector<Value> values;
+        for (const int column : columns) {
+            values.push_back(rows->value(column));
+        }
+        values.insert(values.end(), {numberOf(clampedSid(++before)), numberOf(list), m_aktion});
+        insert.run(values);
+    }
+    return count;
+}
+
+int MlvM3U::Append(Pnid list)
+{
+    int count = 0;
+    guarded(u"Append"_s, {}, [&] {
+        const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+        if (!isThere(*database, list) || countOf(*database, kLoaded) == 0) {
+            return;
+        }
+        m_parts.snapshots.UndoSnapshot(list, *database, undoaction::kAppendM3u);
+        ListEdit edit(m_parts.history, *database, ListAction::Import, list);
+        const Value last =
+            database
+                ->OpenRecordset(u"select max(sid) as anz from pl_all where pnid="_s + number(list))
+                ->value(u"anz");
+        edit.newEntriesFollow();
+        const int added = addLoaded(*database, list, last.isNull() ? 1 : last.toLong());
+        updateEntryCount(*database, list);
+        edit.commit();
+        count = added;
+    });
+    return count;
+}
+
+int MlvM3U::Insert(Sid position, Pnid list)
+{
+    int count = 0;
+    guarded(u"Insert"_s, {}, [&] {
+        const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+        const qint64 loaded = countOf(*database, kLoaded);
+        if (!isThere(*database, list) || loaded == 0) {
+            return;
+        }
+        m_parts.snapshots.UndoSnapshot(list, *database, undoaction::kInsertM3u);
+        ListEdit edit(m_parts.history, *database, ListAction::Import, list);
+        edit.newEntriesFollow();
+        makeRoom(*database, edit, list, position, numberOf(position) + loaded + 1);
+        // One place stays free, and the last new entry meets the first that was moved: lists of the
+        // suite are numbered so.
+        const int added = addLoaded(*database, list, numberOf(position) + 1);
+        updateEntryCount(*database, list);
+        edit.commit();
+        count = added;
+    });
+    return count;
+}
+
+Pnid MlvM3U::importAsNewList(const QString& name, GroupId group)
+{
+    Pnid made{};
+    guarded(u"CreatePlaylist"_s, {}, [&] {
+        const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+        ListEdit edit(m_parts.history, *database, ListAction::Import, Pnid{});
+        const Pnid list = createPlaylist(*database, name, group);
+        edit.setName(name);
+        edit.alsoChanges(list);
+        edit.newEntriesFollow();
+        [[maybe_unused]] const int added = addLoaded(*database, list, 1);
+        updateEntryCount(*database, list);
+        database->Execute(u"update pl_name set activ=true where nid="_s + number(list));
+        edit.adds(kListTable, u"nid="_s + number(list));
+        edit.commit();
+        made = list;
+    });
+    return made;
+}
+
+bool MlvM3U::IsChangePlaylist()
+{
+    bool changed = false;
+    guarded(u"IsChangePlaylist"_s, {}, [&] {
+        changed = countOf(*m_parts.engine.OpenDatabase(m_parts.settings.DbName()),
+                          u"VPLGROUP_SAVE"_s) > 0;
+    });
+    return changed;
+}
+
+void MlvM3U::ChangeAllPlaylist()
+{
+    guarded(u"ChangeAllPlaylist"_s, {}, [&] {
+        m_parts.engine.OpenDatabase(m_parts.settings.DbName())
+            ->Execute(u"update pl_name set sicherung=true"_s);
+        m_parts.engine.Idle(dbRefreshCache);
+    });
+}
+
+Pnid MlvM3U::CreatePlaylist(const QString& name, GroupId group)
+{
+    Pnid made{};
+    guarded(u"CreatePlaylist"_s, {}, [&] {
+        const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+        Transaction whole(*database);
+        const Pnid list = createPlaylist(*database, name, group);
+        whole.commit();
+        made = list;
+    });
+    return made;
+}
+
+bool MlvM3U::SavePlaylist(Pnid list, QString& target, bool relative, const QString& folder)
+{
+    bool done = false;
+    guarded(u"SavePlaylist"_s, target, [&] {
+        const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+        const auto names = relative ? M3uWriter::Names::Relative : M3uWriter::Names::Full;
+        target = M3uWriter(*database, m_parts.files).write(list, target, names, folder);
+        done = true;
+    });
+    return done;
+}
+
+} // namespace melovane

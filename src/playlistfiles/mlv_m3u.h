@@ -1,0 +1,90 @@
+#pragma once
+
+#include "playlistfiles/import_errors.h"
+#include "playlistfiles/m3u_errors.h"
+#include "playlistfiles/m3u_loader.h"
+#include "playlists/playlist_ids.h"
+
+#include <QString>
+
+#include <functional>
+
+namespace melovane {
+
+class ListEdit;
+
+/// Lists as files: reads M3U files of this suite and of other programs into lists, and writes them.
+///
+/// To read: LoadPlaylist, then once Append, Insert or importAsNewList, which take what was loaded
+/// from the table `TEMP_PLImportM3U`. Each operation opens the database that the settings name.
+/// None throws: failures are told by the events, and those of LoadPlaylist and SavePlaylist stand
+/// in the log. Imports are one transaction each, with their entry in the history of lists.
+class MlvM3U
+{
+public:
+    explicit MlvM3U(M3uParts parts);
+
+    M3uEvents events;
+
+    /// Play action of new entries, 0 at first: see kAktionMix and the others.
+    void SetAktion(int aktion) { m_aktion = aktion; }
+
+    /// Finds the tracks of a list file; those that the library lacks are read and enter it.
+    ///
+    /// The number of failures; each skips one entry, good ones stay. A list that was given up
+    /// (see wasGivenUp) leaves nothing to be taken, and the library as it was.
+    int LoadPlaylist(const QString& file);
+
+    /// True when `goOn` ended the last load.
+    [[nodiscard]] bool wasGivenUp() const { return m_givenUp; }
+
+    /// Puts the loaded entries behind the last one; in an empty list the first stands at SID 2.
+    /// \return how many
+    int Append(Pnid list);
+
+    /// Inserts the loaded entries at position + 2 and so on; the entries from `position` on make
+    /// room, the first of them shares its position with the last new one. \return how many
+    int Insert(Sid position, Pnid list);
+
+    /// Makes a list with the loaded entries; undone as a whole. Pnid{0} when that failed.
+    [[nodiscard]] Pnid importAsNewList(const QString& name, GroupId group);
+
+    /// \see importerror::GetMessageText
+    [[nodiscard]] static QString GetMessageText(int code);
+
+    /// True when at least one list has to be written to its file.
+    [[nodiscard]] bool IsChangePlaylist();
+
+    /// Marks all lists as to be written.
+    void ChangeAllPlaylist();
+
+    /// An empty list at the position of its own number. Pnid{0} when that failed.
+    [[nodiscard]] Pnid CreatePlaylist(const QString& name, GroupId group);
+
+    /// Writes a list to a file; whether it waits to be saved stays as it was.
+    ///
+    /// \param target  the file; empty: the name of the list in `folder`. Becomes the file that was
+    ///                written, or is left alone
+    /// \param relative names audio files without their folder
+    /// False after a failure, which was told; an older file then is as it was.
+    bool SavePlaylist(Pnid list, QString& target, bool relative, const QString& folder);
+
+    /// Full path of the log of failures.
+    [[nodiscard]] QString logFile() const { return m_errors.file(); }
+
+private:
+    void guarded(const QString& source,
+                 const QString& file,
+                 const std::function<void()>& work,
+                 int databaseCode = importerror::kDatabase);
+    void runtimeFailure(int code, const QString& source, const QString& file, const QString& text);
+    void load(const QString& file);
+    [[nodiscard]] int addLoaded(Database& database, Pnid list, qint64 before);
+
+    M3uParts m_parts;
+    M3uErrors m_errors;
+    int m_aktion = 0;
+    bool m_givenUp = false;
+};
+
+} // namespace melovane
