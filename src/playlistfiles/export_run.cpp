@@ -54,7 +54,7 @@ bool SavePlaylistFiles::hasSpace(const ExportOrder& order, const ExportPlan& pla
 
 void SavePlaylistFiles::copyRows(const ExportOrder& order, const ExportPlan& plan)
 {
-    const auto count = qint64(plan.items.size());
+    m_result.count = qint64(plan.items.size());
     for (const ExportItem& item : plan.items) {
         copyRow(item, order.folder);
         if (m_stop) {
@@ -62,13 +62,14 @@ void SavePlaylistFiles::copyRows(const ExportOrder& order, const ExportPlan& pla
         }
         ++m_result.rows;
         if (m_progress) {
-            m_progress(path::baseName(item.relative), m_result.rows, count);
+            m_progress(path::baseName(item.relative), m_result.rows, m_result.count);
         }
         if (!turn()) {
             break;
         }
     }
-    m_result.end = m_result.rows < count ? ExportResult::End::Stopped : ExportResult::End::Done;
+    m_result.end =
+        m_result.rows < m_result.count ? ExportResult::End::Stopped : ExportResult::End::Done;
     if (m_result.rows > 0) {
         writeList(plan);
     }

@@ -37,7 +37,8 @@ struct ExportResult
     };
 
     End end = End::Done;
-    qint64 rows = 0;
+    qint64 count = 0; ///< rows of the list
+    qint64 rows = 0;  ///< rows that were dealt with
     qint64 copied = 0;
     qint64 needed = 0;
     qint64 free = 0;

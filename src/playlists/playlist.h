@@ -24,6 +24,7 @@ class ConfigObjects;
 class GlobalSettings;
 class MessageLoop;
 class MLVFunction;
+struct MlvPlaylistDetail;
 class ModUndoRedo;
 class PointerControl;
 class Timer;
@@ -75,6 +76,8 @@ struct PlaylistActions
     std::function<QStringList(const QStringList& places)> tracksOf;
     std::function<void(const QString& name, const GridControl& grid)> saveLayout;
     std::function<void(const QString& name, GridControl& grid)> loadLayout;
+    /// Opens an entry in the sample tool.
+    std::function<void(const MlvPlaylistDetail& entry)> editSample = {};
 };
 
 /// What is told about the list that is shown.
@@ -162,6 +165,11 @@ public:
     /// nobody has asked for it, or for others.
     bool SendKeyUp(const QString& command, bool asked = false);
 
+    /// The sample tool has given an entry another start and stop. Nothing is taken for an entry
+    /// that is not of the list on the screen, or that is another track by now, nor a stop before
+    /// the start.
+    void takeSample(Plid entry, const QString& fid, int start, int stop);
+
     /// Takes back the last change of a list, or does it once more. Asks before it writes over what
     /// others have changed since.
     void undo();
@@ -238,6 +246,7 @@ private:
     void refreshList(const MLVMessage& message);
     void refreshPlayed(const MLVMessage& message);
     void changeVolumeIcon(const MLVMessage& message);
+    void showSampleTool(const MLVMessage& message);
 
     [[nodiscard]] static std::span<const ToolRow> toolTable();
     void bookPressed(const QString& key);
@@ -251,6 +260,7 @@ private:
     void seekPressed(const QString& key);
     void volumePressed(const QString& key);
     void toggleLoop(const QString& key);
+    void samplePressed(const QString& key);
     void undoPressed(const QString& key);
     void redoPressed(const QString& key);
 

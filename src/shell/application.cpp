@@ -12,6 +12,7 @@
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/system/path_text.h"
 #include "playlistfiles/dropped_tracks.h"
+#include "playlistfiles/m3u_errors.h"
 #include "playlists/ui/playlist_widget.h"
 #include "shell/skin_files.h"
 #include "store/check_database.h"
@@ -74,6 +75,10 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_listEdits(*m_engine, m_snapshots, m_listHistory)
     , m_layouts(m_paths, m_files)
     , m_playlist(playlistParts(), m_window.playlist().controls(m_warnings), playlistActions())
+    , m_sampleTool(sampleParts())
+    , m_playlistMessage(m_messages.makeControl())
+    , m_exportForm(m_icons, m_texts)
+    , m_export(exportParts())
     , m_detailForm(m_texts)
     , m_listDetails(*m_engine, m_settings, m_detailForm)
     , m_favorit(favoritParts(), m_window.lists().tree())
@@ -158,7 +163,8 @@ LibraryCommands Application::libraryCommands()
 
 WindowDialogs Application::dialogs()
 {
-    return {[this] { m_info.Show(); }, [this] { m_editBox.Show(); },
+    return {[this] { m_info.Show(); },
+            [this] { m_editBox.Show(); },
             [this] {
                 return editLayout(u"EditGrid-db"_s, kLibraryLayout, m_library.Data1(),
                                   m_library.look(), m_window.library().controls().grid);
@@ -169,7 +175,8 @@ WindowDialogs Application::dialogs()
             [this] {
                 return editLayout(u"EditGrid-pl"_s, kPlaylistLayout, m_playlist.Data1(),
                                   m_playlist.look(), m_window.playlist().controls(m_warnings).grid);
-            }};
+            },
+            [this](int list) { exportList(list); }};
 }
 
 bool Application::editLayout(const QString& caption,
@@ -232,7 +239,52 @@ PlaylistActions Application::playlistActions()
             [this](const QString& file) { return placeOf(file); },
             [this](const QStringList& places) { return tracksOf(places); },
             [this](const QString& name, const GridControl& grid) { m_layouts.save(name, grid); },
-            [this](const QString& name, GridControl& grid) { m_layouts.load(name, grid); }};
+            [this](const QString& name, GridControl& grid) { m_layouts.load(name, grid); },
+            [this](const MlvPlaylistDetail& entry) {
+                m_sampleTool.edit(entry, m_playlistMessage->handle());
+            }};
+}
+
+void Application::exportList(int list)
+{
+    m_export.SetPNID(Pnid(list));
+    m_export.Show();
+}
+
+KopieParts Application::exportParts()
+{
+    return {
+        {*m_engine, m_settings, m_files, m_locator, m_loop},
+        m_settings,
+        m_texts,
+        m_warnings,
+        m_exportForm,
+        [this](int code, const QString& what) {
+            M3uErrors errors(m_files, {m_paths.programFolder(), m_paths.GetConfigPath()}, m_clock);
+            errors.add(code, u"SavePlaylist"_s, what);
+        }};
+}
+
+SampleToolParts Application::sampleParts()
+{
+    return {m_files, m_paths.programFolder(), m_suite, m_siblings,
+            [this](const QString& program) { m_mlvdb.tellMissing(program); }};
+}
+
+void Application::hearSampleTool()
+{
+    m_playlistMessage->setMessageNumber([this](qint32 id, qint32 wParam, qint32) {
+        if (id == message::kSampleValue1 || id == message::kSampleValue2) {
+            guarded([this] {
+                const SampleEdit edit = m_sampleTool.read();
+                m_playlist.takeSample(edit.PLID, edit.FID, edit.FrameStart, edit.FrameStop);
+            });
+        } else if (id == message::kBringWindowToTop && !m_playlist.isLocked() &&
+                   wParam == m_window.controls().window.windowHandle32()) {
+            m_window.bringToFront();
+        }
+        return 0;
+    });
 }
 
 QStringList Application::tracksOf(const QStringList& places)
@@ -249,16 +301,9 @@ QStringList Application::tracksOf(const QStringList& places)
 
 FavoritParts Application::favoritParts()
 {
-    return {*m_engine,
-            m_settings,
-            m_texts,
-            m_lists,
-            m_loop,
-            m_bus,
-            m_warnings,
-            m_popup,
-            log(),
-            [this](Pnid list) { m_listDetails.Show(list); }};
+    return {
+        *m_engine, m_settings, m_texts, m_lists, m_loop,
+        m_bus,     m_warnings, m_popup, log(),   [this](Pnid list) { m_listDetails.Show(list); }};
 }
 
 KeyActions Application::keyActions()
@@ -290,7 +335,10 @@ Mp3dbActions Application::libraryActions()
     return {
         [this] { m_mlvdb.importMusic(); },
         [this](const QString& cmd, const QString& fid) { m_mlvdb.startBeatGauge(cmd, fid, {}); },
-        [this](const QString& file) { return placeOf(file); }};
+        [this](const QString& file) { return placeOf(file); },
+        [this](const QString& fid) {
+            m_sampleTool.edit(m_lists.GetPlaylistDetailByFID(fid), m_playlistMessage->handle());
+        }};
 }
 
 bool Application::anotherCopyRuns()
@@ -374,6 +422,7 @@ void Application::connectViews()
                          m_mlvdb.setHistoryTexts(undo, redo);
                      });
     m_window.lists().attach(m_favorit, m_texts);
+    hearSampleTool();
     m_popup.setPlace([this] { return m_window.lists().menuPlace(); });
     m_settings.SetKeyboard(&m_keyboard);
     m_keyboard.setHandler(&m_window, [this] { return m_keys.keyPressed(); });

@@ -79,6 +79,19 @@ QDialog QLineEdit { background: {TextField}; color: {Text}; border: 1px solid {H
   border-radius: 4px; padding: {pad}px 6px; selection-background-color: {GridColorSelGotFocus};
   selection-color: {Text}; }
 QDialog QLineEdit:focus { border-color: {Accent}; }
+QRadioButton { spacing: 8px; color: {Text}; padding: 1px 0; }
+QRadioButton:disabled, QCheckBox:disabled { color: {TextDisabled}; }
+QLabel[second="true"] { color: {TextSecond}; }
+QDialog QLineEdit:disabled { color: {TextDisabled}; }
+QDialog QListWidget { background: {TextField}; color: {Text}; border: 1px solid {Hairline};
+  border-radius: 4px; padding: 2px; }
+QDialog QListWidget:focus { border-color: {Accent}; }
+QDialog QListWidget:disabled { color: {TextDisabled}; }
+QDialog QListWidget::item { padding: {pad}px 4px; border-radius: 3px; }
+QDialog QListWidget::item:selected { background: {GridColorSelGotFocus}; color: {Text}; }
+QDialog QPlainTextEdit { background: {TextField}; color: {Text}; border: 1px solid {Hairline};
+  border-radius: 4px; selection-background-color: {GridColorSelGotFocus};
+  selection-color: {Text}; }
 QDialog QTextEdit { background: transparent; color: {Text};
   selection-background-color: {GridColorSelGotFocus}; selection-color: {Text}; }
 QTableView { background: {GridColor}; border: none; }
