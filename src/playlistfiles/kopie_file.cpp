@@ -40,9 +40,11 @@ QString composed(int folders, int file)
     return kFolderParts.at(size_t(folders)).toString() + kFileParts.at(size_t(file)).toString();
 }
 
-QString sizeText(qint64 bytes)
+/// Bytes as the user's language writes them: "1,5 GB".
+QString sizeText(const ConfigObjects& texts, qint64 bytes)
 {
-    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+    return QLocale(texts.text(u"Sprach.Code"))
+        .formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
 }
 
 TemplateValues sampleOf(const ConfigObjects& texts)
@@ -105,7 +107,8 @@ void frmKopieFile::noteFolder()
     } else {
         const auto space = m_parts.exports.files.space(m_folder);
         m_parts.form.setFolderNote(
-            space ? texts.text(u"export.folder.space", sizeText(space->free)) : QString(), true);
+            space ? texts.text(u"export.folder.space", sizeText(texts, space->free)) : QString(),
+            true);
     }
 }
 
@@ -277,7 +280,8 @@ QString frmKopieFile::outcomeOf(const ExportResult& result) const
     case ExportResult::End::Empty:
         return texts.text(u"export.empty");
     case ExportResult::End::NoSpace:
-        return texts.text(u"export.nospace", sizeText(result.needed), sizeText(result.free));
+        return texts.text(u"export.nospace", sizeText(texts, result.needed),
+                          sizeText(texts, result.free));
     case ExportResult::End::ListNotWritten:
         return texts.text(u"export.list.failed", path::fileName(result.listFile), result.detail);
     }

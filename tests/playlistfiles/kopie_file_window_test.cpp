@@ -100,7 +100,7 @@ TEST_F(KopieFileWindowTest, AClickInTheListAndAnOptionSetTheTemplate)
         EXPECT_EQ(text.text(), u"%G/%A/%O"_s);
         EXPECT_TRUE(control<QRadioButton>(u"opExpDir_2"_s).isChecked());
         EXPECT_TRUE(control<QRadioButton>(u"opExpFile_0"_s).isChecked());
-        QTest::mouseClick(&control<QRadioButton>(u"opExpFile_2"_s), Qt::LeftButton);
+        control<QRadioButton>(u"opExpFile_2"_s).click();
         EXPECT_EQ(text.text(), u"%G/%A/%I - %N"_s);
         EXPECT_EQ(offered.currentItem(), nullptr) << "that one is not offered";
         QTest::mouseClick(offered.viewport(), Qt::LeftButton, {},
@@ -135,7 +135,7 @@ TEST_F(KopieFileWindowTest, TheWindowLivesDuringTheCopyAndEscapeEndsIt)
         QTimer::singleShot(0, &cancel, [&] {
             pressed = true;
             EXPECT_FALSE(start.isEnabled());
-            EXPECT_EQ(cancel.text(), u"Abbruch"_s);
+            EXPECT_EQ(cancel.text(), u"Abbrechen"_s);
             QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
         });
         start.click();

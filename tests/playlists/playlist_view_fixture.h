@@ -107,7 +107,8 @@ protected:
     Pnid list{};
     QString undoTip;
     QStringList tempoSearches;
-    QStringList fileTracks; ///< what dropped files hold
+    QStringList fileTracks;                 ///< what dropped files hold
+    std::vector<MlvPlaylistDetail> sampled; ///< entries that the sample tool got
     QString program = QStringLiteral("MelovaneDB");
     ctl_Playlist view{{*lists.engine,
                        *lists.settings,
@@ -124,7 +125,8 @@ protected:
                        [](int) {}, [](const QString& file) { return file; },
                        [this](const QStringList&) { return fileTracks; },
                        [](const QString&, const GridControl&) {},
-                       [](const QString&, GridControl&) {}}};
+                       [](const QString&, GridControl&) {},
+                       [this](const MlvPlaylistDetail& entry) { sampled.push_back(entry); }}};
 };
 
 } // namespace melovane::test

@@ -1,8 +1,10 @@
+#include "bus/message_numbers.h"
 #include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_messages.h"
 #include "shell/application.h"
 #include "support/suite_fixture.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -46,6 +48,9 @@ protected:
     void look(const std::function<void(QMainWindow&)>& inWindow)
     {
         if (QWidget* dialog = QApplication::activeModalWidget()) {
+            if (dialog->objectName() != "frmMsg"_L1) {
+                return; // one that the test has opened and answers
+            }
             warnings.append(dialog->findChild<QLabel*>(u"SkinLabel1"_s)->text() + u": "_s +
                             dialog->findChild<QTextEdit*>(u"SkinLabel2"_s)->toPlainText());
             dialog->findChild<QPushButton*>(u"cmdOk"_s)->click();
@@ -162,6 +167,62 @@ TEST_F(ApplicationTest, TheListsStandInTheirPanelThePlayingOneChosenAndFoldedGro
                  lists(window)->isExpanded(rows->index(rows->rowCount() - 2, 0));
     });
     EXPECT_TRUE(folded);
+}
+
+TEST_F(ApplicationTest, APlaylistIsExportedWithItsFilesFromTheMenu)
+{
+    const QString music = suite.write(u"Musik/Licht.mp3"_s, "sound").section(u'/', 0, -2);
+    const QString fid =
+        suite.library.add({.Titel = u"Licht"_s, .Path = music + u'/', .DName = u"Licht.mp3"_s});
+    suite.library.addPlaylist({.Name = u"Hauptset"_s, .tracks = {fid}, .IsPlay = true});
+    suite.write(u"Stick/keep"_s, {});
+    const QString stick = suite.file(u"Stick"_s);
+    suite.write(u"melovane.ini"_s, "[Global]\nSavePlaylistFilesPath=" + stick.toUtf8() +
+                                       "\n[SavePlaylist]\nTemplate=%P/%TP_%N\n");
+    QString outcome;
+    run([&](QMainWindow& window) {
+        QTimer::singleShot(0, &window, [&] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            dialog->findChild<QPushButton*>(u"cmdStart"_s)->click();
+            outcome = dialog->findChild<QLabel*>(u"sklErgebnis"_s)->text();
+            dialog->close();
+        });
+        window.findChild<QAction*>(u"mnuAktivePlaystFiles"_s)->trigger();
+    });
+    EXPECT_EQ(outcome, u"1 von 1 Titeln kopiert."_s);
+    EXPECT_EQ(suite.read(u"Stick/Hauptset/01_Licht.mp3"_s), "sound");
+    EXPECT_TRUE(suite.read(u"Stick/Hauptset.m3u"_s).endsWith("\r\nHauptset/01_Licht.mp3\r\n"));
+}
+
+TEST_F(ApplicationTest, TheSampleToolIsStartedWithTheEntryAndItsAnswerIsTaken)
+{
+    const QString fid = suite.library.add({.Titel = u"Licht"_s});
+    suite.library.addPlaylist({.Name = u"Hauptset"_s, .tracks = {fid}, .IsPlay = true});
+    // The sibling of this test leaves what it was given beside itself.
+    const QString tool =
+        suite.write(u"Melovanekiv"_s, "#!/bin/sh\ncp \"${0%/*}/global.kiv\" "
+                                      "\"$0.part\" && mv \"$0.part\" \"$0.got\"\n");
+    QFile::setPermissions(tool, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    run([&](QMainWindow& window) {
+        window.findChild<QTableView*>(u"PlaylistGrid1"_s)->selectRow(0);
+        auto* panel = window.findChild<QWidget*>(u"ctl_Playlist1"_s);
+        panel->findChild<QToolButton*>(u"all.sample"_s)->click();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return QFileInfo(tool + u".got"_s).size() > 0; }));
+        const QList<QByteArray> given = suite.read(u"Melovanekiv.got"_s).split('\n');
+        ASSERT_EQ(given.size(), 13);
+        EXPECT_EQ(given[0], fid.toUtf8());
+        QList<QByteArray> answer = given;
+        answer[6] = " 40 ";
+        answer[7] = " 900 ";
+        suite.write(u"global.kiv"_s, answer.join('\n'));
+        LinuxMessages messages(MessagePlace(suite.folders.environment().runtimeFolder()));
+        const auto control = messages.makeControl();
+        control->setTarget(given[3].trimmed().toInt());
+        control->Post(message::kSampleValue1, 0, 0);
+        const auto start = [&] { return suite.value(u"select FrameStart from pl_all"_s).toLong(); };
+        EXPECT_TRUE(QTest::qWaitFor([&] { return start() == 40; }));
+        EXPECT_EQ(suite.value(u"select FrameStop from pl_all"_s).toLong(), 900);
+    });
 }
 
 TEST_F(ApplicationTest, AMissingDatabaseIsToldAsAnOpenErrorAndEndsTheProcess)

@@ -57,6 +57,13 @@ TEST_F(WindowMenuTest, EveryEntryHasItsTextAndThoseOfLaterSayWhyTheyAreGrey)
     EXPECT_EQ(menus.captions.value(u"mnuDatenbereinigung"_s), texts.text(u"frmBerDB"_s));
 }
 
+TEST_F(WindowMenuTest, TheExportAsksTheListTreeWhichListIsMeant)
+{
+    taken();
+    click(u"mnuAktivePlaystFiles"_s);
+    EXPECT_EQ(taken(), QStringList{u"bus playlist.save.file"_s});
+}
+
 TEST_F(WindowMenuTest, TheFontDialogKeepsTheFontAndTellsAllViews)
 {
     log.clear();

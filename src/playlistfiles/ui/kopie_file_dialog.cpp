@@ -4,6 +4,7 @@
 #include "platform/qt/icon_set.h"
 
 #include <QButtonGroup>
+#include <QCloseEvent>
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QLabel>
@@ -144,6 +145,7 @@ QLayout* KopieFileWindow::makeOptions(const ConfigObjects& texts,
 {
     const QString name = frame == "frExpFile"_L1 ? u"opExpFile"_s : u"opExpDir"_s;
     auto* options = new QVBoxLayout;
+    options->setSpacing(fontMetrics().height() / 3);
     options->addWidget(makeHeading(*this, texts.text(frame)));
     for (int index = 0; index < count; ++index) {
         const QString key = u"%1_%2"_s.arg(name).arg(index);
@@ -163,11 +165,13 @@ QLayout* KopieFileWindow::makeChoices(const ConfigObjects& texts)
     QLabel* markers = makeNote(*this, u"sklMarken"_s, texts.text(u"export.markers"));
     markers->setWordWrap(true);
     auto* templates = new QVBoxLayout;
+    templates->setSpacing(fontMetrics().height() / 3);
     templates->addWidget(makeHeading(*this, texts.text(u"export.templates")));
     templates->addWidget(list1);
     auto* options = new QVBoxLayout;
+    options->setSpacing(0);
     options->addLayout(makeOptions(texts, u"frExpFile"_s, *fileOptions, kFileOptions));
-    options->addSpacing(fontMetrics().height() / 2);
+    options->addSpacing(fontMetrics().height());
     options->addLayout(makeOptions(texts, u"frExpNewDir"_s, *folderOptions, kFolderOptions));
     options->addStretch();
     auto* row = new QHBoxLayout;
@@ -175,6 +179,7 @@ QLayout* KopieFileWindow::makeChoices(const ConfigObjects& texts)
     row->addLayout(templates, 1);
     row->addLayout(options, 1);
     auto* all = new QVBoxLayout;
+    all->setSpacing(fontMetrics().height() / 2);
     all->addLayout(row);
     all->addWidget(markers);
     return all;
@@ -199,6 +204,7 @@ QLayout* KopieFileWindow::makeProgress(const ConfigObjects& texts)
     result->addWidget(outcomePicture);
     result->addWidget(outcome, 1);
     auto* progress = new QVBoxLayout;
+    progress->setSpacing(fontMetrics().height() / 2);
     progress->addWidget(progressBar);
     progress->addLayout(result);
     progress->addWidget(txProgress);
@@ -226,8 +232,15 @@ void KopieFileWindow::connectLogic()
 
 void KopieFileWindow::reject()
 {
+    m_logic.cmdAbbruch();
+}
+
+void KopieFileWindow::closeEvent(QCloseEvent* event)
+{
     if (m_logic.mayClose()) {
-        DialogFrame::reject();
+        done(Rejected);
+    } else {
+        event->ignore();
     }
 }
 
@@ -252,7 +265,7 @@ void KopieFileDialog::run()
 
 void KopieFileDialog::close()
 {
-    m_window->reject();
+    m_window->done(QDialog::Rejected);
 }
 
 void KopieFileDialog::setSubject(const QString& sentence)
@@ -320,10 +333,12 @@ void KopieFileDialog::setRunning(bool running)
         }
     }
     m_window->cmdAbbruch->setText(m_texts.text(running ? u"Abbruch"_s : u"schliessen"_s));
-    // Without a range it moves by itself: the files are being looked for.
-    m_window->progressBar->setRange(0, running ? 0 : 1);
-    if (!running) {
-        m_window->progressBar->setValue(0);
+    QProgressBar& bar = *m_window->progressBar;
+    if (running) {
+        // Without a range it moves by itself: the files are being looked for.
+        bar.setRange(0, 0);
+    } else {
+        bar.setMaximum(std::max(1, bar.maximum()));
         m_window->cmdAbbruch->setFocus();
     }
 }

@@ -22,7 +22,7 @@ class KopieFileWindow : public DialogFrame
 public:
     KopieFileWindow(frmKopieFile& logic, const ConfigObjects& texts);
 
-    /// Leaves the window, unless the logic has something to end first.
+    /// Escape does what the button does.
     void reject() override;
 
     // The controls that change while the window is open.
@@ -41,6 +41,10 @@ public:
     QPlainTextEdit* txProgress;
     QPushButton* cmdStart;
     QPushButton* cmdAbbruch;
+
+protected:
+    /// The close box closes the window, as soon as the logic has ended what goes on.
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     [[nodiscard]] QLayout* makeFields(const ConfigObjects& texts);
