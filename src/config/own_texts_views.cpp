@@ -44,7 +44,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"playlist.none.title", u"Keine Playlist geöffnet"},
     {u"playlist.none.text", u"Eine Liste im Feld links anklicken."},
     {u"playlist.norows.title", u"Noch keine Titel in dieser Liste"},
-    {u"playlist.norows.text", u"Titel aus der Bibliothek oder MP3-Dateien hierher ziehen."},
+    {u"playlist.norows.text", u"Titel aus der Bibliothek, MP3-Dateien oder M3U-Listen hierher ziehen."},
     {u"playlist.norows.locked", u"Die Liste ist schreibgeschützt."},
     {u"playlist.locked", u"Schreibgeschützt"},
     {u"playlist.summary", u"$1 Titel"},
@@ -82,6 +82,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"lists.menu.1007", u"Eigenschaften Playliste"},
     {u"lists.menu.1009", u"In dieser Auswahl zeigen"},
     {u"lists.menu.1010", u"Alle Playlisten zeigen"},
+    {u"lists.menu.1011", u"Als M3U-Datei speichern ..."},
     {u"lists.nogroup", u"Erst eine Gruppe oder Playliste auswählen"},
 
     // What can be undone in lists: $1 entries, $2 the list. ".one" for a single entry.

@@ -23,11 +23,6 @@ constexpr size_t kAtOnce = 500;
 /// Milliseconds of work between two turns of the message loop.
 constexpr qint64 kBetweenTurns = 40;
 
-QString located(const Files& files, const QString& path)
-{
-    return files.folderExists(path) ? path : files.resolve(path);
-}
-
 } // namespace
 
 M3uLoader::M3uLoader(const M3uParts& parts,
@@ -137,7 +132,17 @@ void M3uLoader::storeAsTold(const M3uRecord& record, const QString& fid)
                       record.MixIn, record.MixOut, record.eq});
 }
 
-M3uLoader::Place M3uLoader::placeOf(const M3uRecord& record) const
+QString M3uLoader::located(const QString& folder)
+{
+    auto known = m_folders.constFind(folder);
+    if (known == m_folders.cend()) {
+        const bool isThere = m_parts.files.folderExists(folder);
+        known = m_folders.insert(folder, isThere ? folder : m_parts.files.resolve(folder));
+    }
+    return *known;
+}
+
+M3uLoader::Place M3uLoader::placeOf(const M3uRecord& record)
 {
     Place best;
     for (const QString& text : m3uplace::readings(record.file, record.line)) {
@@ -152,7 +157,7 @@ M3uLoader::Place M3uLoader::placeOf(const M3uRecord& record) const
     return best;
 }
 
-M3uLoader::Place M3uLoader::placeOf(const QString& text) const
+M3uLoader::Place M3uLoader::placeOf(const QString& text)
 {
     QStringList candidates;
     // What is relative counts from the list, never from the folder that the program was started in.
@@ -162,13 +167,16 @@ M3uLoader::Place M3uLoader::placeOf(const QString& text) const
     candidates.append(m3uplace::cleaned(path::join(m_listFolder, text)));
     Place best;
     for (const QString& candidate : candidates) {
+        const QString there = located(path::parent(candidate));
+        if (there.isEmpty() && &candidate == &candidates.last()) {
+            break; // no folder below that of the list, so no file either
+        }
         QString folder = path::withSeparator(path::parent(candidate));
         const QString name = path::fileName(candidate);
         const QString file = m_parts.locator.ExistFile(folder, name);
         if (m_parts.files.fileExists(file)) {
             return {path::withSeparator(path::parent(file)), path::fileName(file), true};
         }
-        const QString there = located(m_parts.files, path::parent(candidate));
         if (best.folder.isEmpty() && !there.isEmpty()) {
             best = {path::withSeparator(there), name, false};
         }

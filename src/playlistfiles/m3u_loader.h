@@ -4,6 +4,7 @@
 #include "playlistfiles/m3u_text.h"
 
 #include <QElapsedTimer>
+#include <QHash>
 #include <QSet>
 
 #include <functional>
@@ -97,8 +98,10 @@ private:
     void readKnown(const std::vector<M3uRecord>& records);
     void store(const M3uRecord& record);
     void storeAsTold(const M3uRecord& record, const QString& fid);
-    [[nodiscard]] Place placeOf(const M3uRecord& record) const;
-    [[nodiscard]] Place placeOf(const QString& text) const;
+    [[nodiscard]] Place placeOf(const M3uRecord& record);
+    [[nodiscard]] Place placeOf(const QString& text);
+    /// The folder as the disk spells it, empty for none; each is looked for once in a load.
+    [[nodiscard]] QString located(const QString& folder);
     [[nodiscard]] bool takeFromLibrary(const M3uRecord& record, const Place& place);
     void storeTrack(const Recordset& track, const Place& place);
     void storeNew(const M3uRecord& record, const Place& place);
@@ -112,7 +115,8 @@ private:
     M3uErrors& m_errors;
     QString m_listFolder;
     bool m_onDisc = false;
-    QSet<QString> m_known; ///< identifiers that the library has, of the records at hand
+    QSet<QString> m_known;             ///< identifiers that the library has, of the records at hand
+    QHash<QString, QString> m_folders; ///< see located()
     std::vector<M3uRow> m_rows;
     QElapsedTimer m_sinceTurn;
 };

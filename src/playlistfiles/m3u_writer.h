@@ -78,9 +78,10 @@ public:
     [[nodiscard]] QString
     write(Pnid list, const QString& target, Names names, const QString& folder);
 
-private:
+    /// m3uline::fileName() of the name that a list has.
     [[nodiscard]] QString nameOf(Pnid list) const;
 
+private:
     Database& m_database;
     Files& m_files;
 };

@@ -120,25 +120,33 @@ void MlvM3U::guarded(const QString& source,
 
 int MlvM3U::LoadPlaylist(const QString& file)
 {
+    return LoadPlaylists({file});
+}
+
+int MlvM3U::LoadPlaylists(const QStringList& files)
+{
     m_errors.restart();
     m_givenUp = false;
+    m_loaded = 0;
     guarded(
-        u"LoadPlaylist"_s, file, [&] { load(file); }, importerror::kFile);
+        u"LoadPlaylist"_s, files.join(u", "_s), [&] { load(files); }, importerror::kFile);
     return m_errors.count();
 }
 
-void MlvM3U::load(const QString& file)
+void MlvM3U::load(const QStringList& files)
 {
     const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
     NewTracks tracks(*database, m_parts.settings, m_parts.files, m_parts.reader, m_parts.clock);
     M3uLoader loader(m_parts, events, *database, tracks, m_errors);
-    try {
-        m_givenUp = !loader.load(file);
-    } catch (const DbError& error) {
-        // The load ends with the rows that it has.
-        runtimeFailure(importerror::kFile, u"LoadPlaylist"_s, file, error.text());
-    } catch (const IoError& error) {
-        runtimeFailure(importerror::kFile, u"LoadPlaylist"_s, file, error.reason());
+    for (const QString& file : files) {
+        try {
+            m_givenUp = m_givenUp || !loader.load(file);
+        } catch (const DbError& error) {
+            // The load ends with the rows that it has.
+            runtimeFailure(importerror::kFile, u"LoadPlaylist"_s, file, error.text());
+        } catch (const IoError& error) {
+            runtimeFailure(importerror::kFile, u"LoadPlaylist"_s, file, error.reason());
+        }
     }
     Transaction all(*database);
     if (m_givenUp) {
@@ -148,6 +156,7 @@ void MlvM3U::load(const QString& file)
         tracks.write();
     }
     all.commit();
+    m_loaded = m_givenUp ? 0 : int(loader.rows().size());
 }
 
 int MlvM3U::addLoaded(Database& database, Pnid list, qint64 before)
@@ -271,6 +280,16 @@ Pnid MlvM3U::CreatePlaylist(const QString& name, GroupId group)
         made = list;
     });
     return made;
+}
+
+QString MlvM3U::fileNameOf(Pnid list)
+{
+    QString name;
+    guarded(u"SavePlaylist"_s, {}, [&] {
+        const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+        name = M3uWriter(*database, m_parts.files).nameOf(list);
+    });
+    return name;
 }
 
 bool MlvM3U::SavePlaylist(Pnid list, QString& target, bool relative, const QString& folder)

@@ -35,8 +35,14 @@ public:
     /// (see wasGivenUp) leaves nothing to be taken, and the library as it was.
     int LoadPlaylist(const QString& file);
 
+    /// The same for several lists, one behind the other, as if they were one.
+    int LoadPlaylists(const QStringList& files);
+
     /// True when `goOn` ended the last load.
     [[nodiscard]] bool wasGivenUp() const { return m_givenUp; }
+
+    /// Entries that the last load has found.
+    [[nodiscard]] int loaded() const { return m_loaded; }
 
     /// Puts the loaded entries behind the last one; in an empty list the first stands at SID 2.
     /// \return how many
@@ -69,6 +75,9 @@ public:
     /// False after a failure, which was told; an older file then is as it was.
     bool SavePlaylist(Pnid list, QString& target, bool relative, const QString& folder);
 
+    /// The name that the file of a list gets, without ".m3u".
+    [[nodiscard]] QString fileNameOf(Pnid list);
+
     /// Full path of the log of failures.
     [[nodiscard]] QString logFile() const { return m_errors.file(); }
 
@@ -78,12 +87,13 @@ private:
                  const std::function<void()>& work,
                  int databaseCode = importerror::kDatabase);
     void runtimeFailure(int code, const QString& source, const QString& file, const QString& text);
-    void load(const QString& file);
+    void load(const QStringList& files);
     [[nodiscard]] int addLoaded(Database& database, Pnid list, qint64 before);
 
     M3uParts m_parts;
     M3uErrors m_errors;
     int m_aktion = 0;
+    int m_loaded = 0;
     bool m_givenUp = false;
 };
 

@@ -13,6 +13,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 
 namespace melovane {
@@ -76,6 +77,10 @@ struct PlaylistActions
     std::function<QStringList(const QStringList& places)> tracksOf;
     std::function<void(const QString& name, const GridControl& grid)> saveLayout;
     std::function<void(const QString& name, GridControl& grid)> loadLayout;
+    /// Puts the entries of list files into a list: at a position, or at the end without one. True
+    /// when there are new entries.
+    std::function<bool(const QStringList& files, Pnid list, std::optional<Sid> target, int aktion)>
+        insertLists = [](const QStringList&, Pnid, std::optional<Sid>, int) { return false; };
     /// Opens an entry in the sample tool.
     std::function<void(const MlvPlaylistDetail& entry)> editSample = {};
 };
@@ -293,6 +298,7 @@ private:
     [[nodiscard]] bool isOfThisList(const QString& dragText);
     void dropEntries(const DropOffer& offer, DropEffect effect);
     void dropTracks(const DropOffer& offer, const QString& dragText);
+    [[nodiscard]] bool dropFiles(const DropOffer& offer);
 
     GlobalSettings& m_settings;
     const ConfigObjects& m_texts;

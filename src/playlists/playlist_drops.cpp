@@ -10,6 +10,7 @@
 #include "playlists/playlist_table.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace melovane {
 
@@ -20,11 +21,19 @@ namespace {
 constexpr QStringView kEntries = u"DRAG_TYP_PLID";
 constexpr QStringView kTracks = u"DRAG_TYP_FID_MP3DB";
 
-/// A file of sound, or what may be a folder of them.
+/// A list of tracks.
+bool isList(const QString& place)
+{
+    const QString extension = path::extension(place).toLower();
+    return extension == "m3u"_L1 || extension == "m3u8"_L1;
+}
+
+/// A file of sound, a list, or what may be a folder of sound.
 bool isWelcome(const QString& place)
 {
     const QString extension = path::extension(place);
-    return extension.isEmpty() || extension.compare("mp3"_L1, Qt::CaseInsensitive) == 0;
+    return extension.isEmpty() || extension.compare("mp3"_L1, Qt::CaseInsensitive) == 0 ||
+           isList(place);
 }
 
 } // namespace
@@ -104,13 +113,8 @@ void ctl_Playlist::drop(const DropOffer& offer)
             dropEntries(offer, effect);
         } else if (list.type == kTracks) {
             dropTracks(offer, offer.text);
-        } else {
-            const QStringList fids = m_actions.tracksOf(offer.files);
-            if (fids.isEmpty()) {
-                m_bus.SendMessage(u"show.statustext"_s, m_texts.text(u"playlist.notracks"_s));
-                return;
-            }
-            dropTracks(offer, dragText(DragKind::FidMp3db, fids));
+        } else if (!dropFiles(offer)) {
+            return;
         }
         m_anchor = -1;
         changed();
@@ -118,6 +122,27 @@ void ctl_Playlist::drop(const DropOffer& offer)
     } catch (const DbError& error) {
         m_bus.SendMessage(u"show.statustext"_s, error.text());
     }
+}
+
+bool ctl_Playlist::dropFiles(const DropOffer& offer)
+{
+    // The first file decides what the drop is about.
+    if (isList(offer.files.first())) {
+        QStringList lists;
+        std::copy_if(offer.files.begin(), offer.files.end(), std::back_inserter(lists), isList);
+        std::optional<Sid> target;
+        if (offer.spot != DropOffer::Spot::BelowRows) {
+            target = offer.spot == DropOffer::Spot::OnRow ? sidOf(offer.row) : Sid{0};
+        }
+        return m_actions.insertLists(lists, m_pnid, target, newAktion());
+    }
+    const QStringList fids = m_actions.tracksOf(offer.files);
+    if (fids.isEmpty()) {
+        m_bus.SendMessage(u"show.statustext"_s, m_texts.text(u"playlist.notracks"_s));
+        return false;
+    }
+    dropTracks(offer, dragText(DragKind::FidMp3db, fids));
+    return true;
 }
 
 void ctl_Playlist::dropEntries(const DropOffer& offer, DropEffect effect)

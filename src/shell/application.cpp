@@ -8,9 +8,11 @@
 #include "platform/db/db_error.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/desktop_texts.h"
+#include "platform/qt/progress_dialog.h"
 #include "platform/qt/qt_font_chooser.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/system/path_text.h"
+#include "platform/system/text_number.h"
 #include "playlistfiles/dropped_tracks.h"
 #include "playlistfiles/m3u_errors.h"
 #include "playlists/ui/playlist_widget.h"
@@ -73,6 +75,9 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_library(libraryParts(), m_window.library().controls(), libraryActions())
     , m_snapshots(m_files, m_paths.programFolder())
     , m_listEdits(*m_engine, m_snapshots, m_listHistory)
+    , m_fileChooser(&m_window)
+    , m_m3u(m3uParts())
+    , m_listFiles(m3uCommandParts())
     , m_layouts(m_paths, m_files)
     , m_playlist(playlistParts(), m_window.playlist().controls(m_warnings), playlistActions())
     , m_sampleTool(sampleParts())
@@ -210,7 +215,9 @@ PlaylistCommands Application::playlistCommands()
             [this] { m_playlist.start(); },
             [this] { m_playlist.end(); },
             [this] { m_playlist.undo(); },
-            [this] { m_playlist.redo(); }};
+            [this] { m_playlist.redo(); },
+            [this] { m_listFiles.importLists(); },
+            [this] { m_listFiles.saveList(activeList()); }};
 }
 
 PlaylistParts Application::listParts()
@@ -240,6 +247,9 @@ PlaylistActions Application::playlistActions()
             [this](const QStringList& places) { return tracksOf(places); },
             [this](const QString& name, const GridControl& grid) { m_layouts.save(name, grid); },
             [this](const QString& name, GridControl& grid) { m_layouts.load(name, grid); },
+            [this](const QStringList& files, Pnid list, std::optional<Sid> target, int aktion) {
+                return m_listFiles.insertLists(files, list, target, aktion);
+            },
             [this](const MlvPlaylistDetail& entry) {
                 m_sampleTool.edit(entry, m_playlistMessage->handle());
             }};
@@ -287,6 +297,43 @@ void Application::hearSampleTool()
     });
 }
 
+M3uParts Application::m3uParts()
+{
+    return {*m_engine,     m_settings,  m_files,
+            m_locator,     m_tagReader, m_clock,
+            m_listHistory, m_snapshots, {m_paths.programFolder(), m_paths.GetConfigPath()}};
+}
+
+M3uCommandParts Application::m3uCommandParts()
+{
+    return {m_m3u,
+            m_settings,
+            m_texts,
+            m_files,
+            m_warnings,
+            m_fileChooser,
+            m_bus,
+            [this](const QString& title) {
+                return std::make_unique<ProgressDialog>(title, m_texts.text(u"m3u.cancel"_s));
+            },
+            [this] { return groupForImports(); },
+            [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }};
+}
+
+GroupId Application::groupForImports()
+{
+    const TreeControl& tree = m_window.lists().tree();
+    const QString group = m_favorit.FindGRID(tree.currentRow());
+    return group.isEmpty() ? m_lists.CreateNewGroup(m_lists.names().nameFromFormat(
+                                 m_settings.PlaylistGroupNameFormat()))
+                           : GroupId(leadingLong(group));
+}
+
+Pnid Application::activeList() const
+{
+    return numberOf(m_playlist.GetPNID()) != 0 ? m_playlist.GetPNID() : m_playlist.activeList();
+}
+
 QStringList Application::tracksOf(const QStringList& places)
 {
     const BusyCursor busy(m_pointer);
@@ -301,9 +348,17 @@ QStringList Application::tracksOf(const QStringList& places)
 
 FavoritParts Application::favoritParts()
 {
-    return {
-        *m_engine, m_settings, m_texts, m_lists, m_loop,
-        m_bus,     m_warnings, m_popup, log(),   [this](Pnid list) { m_listDetails.Show(list); }};
+    return {*m_engine,
+            m_settings,
+            m_texts,
+            m_lists,
+            m_loop,
+            m_bus,
+            m_warnings,
+            m_popup,
+            log(),
+            [this](Pnid list) { m_listDetails.Show(list); },
+            [this](Pnid list) { m_listFiles.saveList(list); }};
 }
 
 KeyActions Application::keyActions()

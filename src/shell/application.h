@@ -16,6 +16,7 @@
 #include "platform/linux/sdl_output.h"
 #include "platform/linux/tag_reader.h"
 #include "platform/qt/icon_set.h"
+#include "platform/qt/qt_file_chooser.h"
 #include "platform/qt/qt_keyboard.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/qt_pointer.h"
@@ -24,6 +25,8 @@
 #include "platform/sqlite/column_index.h"
 #include "platform/system/clock.h"
 #include "playlistfiles/kopie_file.h"
+#include "playlistfiles/m3u_commands.h"
+#include "playlistfiles/mlv_m3u.h"
 #include "playlistfiles/ui/kopie_file_dialog.h"
 #include "playlists/list_history.h"
 #include "playlists/mlv_function.h"
@@ -103,6 +106,10 @@ private:
     void hearSampleTool();
     void exportList(int list);
     [[nodiscard]] QStringList tracksOf(const QStringList& places);
+    [[nodiscard]] M3uParts m3uParts();
+    [[nodiscard]] M3uCommandParts m3uCommandParts();
+    [[nodiscard]] GroupId groupForImports();
+    [[nodiscard]] Pnid activeList() const;
     [[nodiscard]] QString placeOf(const QString& file);
     void loadConfig();
     void dress();
@@ -156,6 +163,9 @@ private:
     ctl_MP3DB m_library;
     ModUndoRedo m_snapshots;
     cls_PLInsertMoveDel m_listEdits;
+    QtFileChooser m_fileChooser;
+    MlvM3U m_m3u;
+    M3uCommands m_listFiles;
     LayoutFiles m_layouts;
     ctl_Playlist m_playlist;
     SampleTool m_sampleTool;

@@ -66,6 +66,10 @@ struct PlaylistCommands
     std::function<void()> saveState = [] {};
     std::function<void()> undo = [] {};
     std::function<void()> redo = [] {};
+    /// Asks for list files and makes lists of them.
+    std::function<void()> importLists = [] {};
+    /// Asks for a file and writes the active list to it.
+    std::function<void()> saveActive = [] {};
 };
 
 /// Dialogs that the window opens; forms of their own.
@@ -199,7 +203,9 @@ private:
     void mnuImpMP3New();
     void mnuImpMP3Edit();
     void mnuImpMP3Again();
+    void mnuImpPlaylistBas();
     void mnuExpPlaylistBas();
+    void mnuAktivePlaylist();
     void mnuAktivePlaystFiles();
     void mnuExitJobs();
     void mnuExit();

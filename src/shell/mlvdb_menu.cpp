@@ -38,9 +38,9 @@ std::span<const MenuRow> MLVDB::menu()
         {1, Entry, u"mnuImpMP3_2", {}, u"reload", {}, &MLVDB::mnuImpMP3Again},
         {1, Entry, u"mnuDatenbereinigung", u"frmBerDB"},
         {1, Separator, {}},
-        {1, Entry, u"mnuImpPlaylistBas"},
+        {1, Entry, u"mnuImpPlaylistBas", {}, {}, {}, &MLVDB::mnuImpPlaylistBas},
         {1, Entry, u"mnuExpPlaylistBas", {}, {}, {}, &MLVDB::mnuExpPlaylistBas},
-        {1, Entry, u"mnuAktivePlaylist"},
+        {1, Entry, u"mnuAktivePlaylist", {}, {}, u"Ctrl+S", &MLVDB::mnuAktivePlaylist},
         {1, Entry, u"mnuAktivePlaystFiles", {}, {}, {}, &MLVDB::mnuAktivePlaystFiles},
         {1, Separator, {}},
         {1, Entry, u"mnuExitJobs", {}, {}, {}, &MLVDB::mnuExitJobs},
@@ -122,6 +122,16 @@ void MLVDB::mnuImpMP3Edit()
 void MLVDB::mnuImpMP3Again()
 {
     tellMissing(m_parts.siblings.startImport(2), u"mediaintake"_s);
+}
+
+void MLVDB::mnuImpPlaylistBas()
+{
+    m_parts.playlist.importLists();
+}
+
+void MLVDB::mnuAktivePlaylist()
+{
+    m_parts.playlist.saveActive();
 }
 
 void MLVDB::mnuExpPlaylistBas()

@@ -38,6 +38,8 @@ struct FavoritParts
     ErrorSink sink; ///< learns of failures: what fails leaves tree and data as they were
     /// Shows the figures of a list; empty as long as there is no such dialog.
     std::function<void(Pnid list)> showDetails;
+    /// Asks for a file and writes the list to it; empty as long as nobody does.
+    std::function<void(Pnid list)> saveList = {};
 };
 
 /// The tree of the lists that the user has marked, with the jingle lists on top: opens, plays,

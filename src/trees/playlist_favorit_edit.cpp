@@ -33,6 +33,7 @@ enum Entry
     ThirdLine = 1008,
     InPanel = 1009,
     ShowAll = 1010,
+    SaveFile = 1011,
 };
 
 } // namespace
@@ -309,6 +310,7 @@ void PlaylistFavorit::contextMenu(int row)
     m_parts.popup.Append({ThirdLine});
     add(InPanel, list, list && !m_tree.row(row).dimmed);
     add(ShowAll, true, m_showAll);
+    add(SaveFile, list && m_parts.saveList);
     const QString key = m_tree.row(row).key;
     const int chosen = m_parts.popup.Show();
     // The tree may be another one after the menu.
@@ -328,6 +330,11 @@ void PlaylistFavorit::contextMenu(int row)
         break;
     case Properties:
         toolPressed(u"all.book"_s);
+        break;
+    case SaveFile:
+        if (isList(row) && m_parts.saveList) {
+            m_parts.saveList(listOf(row));
+        }
         break;
     case InPanel:
         showInPanel(row);

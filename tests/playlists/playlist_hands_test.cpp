@@ -276,6 +276,46 @@ TEST_F(PlaylistHands, FilesAreTakenAsTheTracksTheyHold)
     EXPECT_EQ(sentOf(u"show.statustext"_s).size(), 1);
 }
 
+TEST_F(PlaylistHands, DroppedListsAreReadWhereTheyFall)
+{
+    openList(2);
+    DropOffer files{
+        u""_s, {u"/m/a.m3u"_s, u"/m/x.mp3"_s, u"/m/B.M3U8"_s}, false, DropOffer::Spot::OnRow, 1};
+    EXPECT_EQ(view.dropEffect(files), DropEffect::Copy);
+    view.drop(files);
+    files.spot = DropOffer::Spot::AboveRows;
+    view.drop(files);
+    files.spot = DropOffer::Spot::BelowRows;
+    view.drop(files);
+    EXPECT_EQ(insertedLists, (QStringList{u"/m/a.m3u,/m/B.M3U8 into list at 20 as 0"_s,
+                                          u"/m/a.m3u,/m/B.M3U8 into list at 0 as 0"_s,
+                                          u"/m/a.m3u,/m/B.M3U8 into list at the end as 0"_s}));
+    EXPECT_EQ(sentOf(u"playlist.change"_s).size(), 3);
+}
+
+TEST_F(PlaylistHands, ADroppedListInAJingleListGivesJingles)
+{
+    openList(1, false, u"jinglelist.aktivieren"_s);
+    view.drop({u""_s, {u"/m/a.m3u"_s}, false, DropOffer::Spot::BelowRows, -1});
+    EXPECT_EQ(insertedLists, QStringList{u"/m/a.m3u into list at the end as 3"_s});
+}
+
+TEST_F(PlaylistHands, ADroppedListWithoutEntriesChangesNothing)
+{
+    openList(1);
+    listsHaveEntries = false;
+    view.drop({u""_s, {u"/m/a.m3u"_s}, false, DropOffer::Spot::BelowRows, -1});
+    EXPECT_EQ(insertedLists.size(), 1);
+    EXPECT_EQ(sentOf(u"playlist.change"_s), QStringList());
+}
+
+TEST_F(PlaylistHands, ALockedListRefusesDroppedLists)
+{
+    openList(1, true);
+    EXPECT_EQ(view.dropEffect({u""_s, {u"/m/a.m3u"_s}, false, DropOffer::Spot::BelowRows, -1}),
+              DropEffect::None);
+}
+
 TEST_F(PlaylistHands, TheSelectionGoesToThePlayingList)
 {
     openList(2);

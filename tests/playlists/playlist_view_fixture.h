@@ -109,24 +109,34 @@ protected:
     QStringList tempoSearches;
     QStringList fileTracks;                 ///< what dropped files hold
     std::vector<MlvPlaylistDetail> sampled; ///< entries that the sample tool got
+    QStringList insertedLists;
+    bool listsHaveEntries = true;
     QString program = QStringLiteral("MelovaneDB");
-    ctl_Playlist view{{*lists.engine,
-                       *lists.settings,
-                       texts,
-                       lists.clock,
-                       loop,
-                       bus,
-                       {functions, lists.edits, lists.history, lists.snapshots}},
-                      {grid, pointer, clipboard, warnings},
-                      {program,
-                       [this](const QString& cmd, const QString& fid, const QString& plid) {
-                           tempoSearches.append(cmd + u' ' + fid + u' ' + plid);
-                       },
-                       [](int) {}, [](const QString& file) { return file; },
-                       [this](const QStringList&) { return fileTracks; },
-                       [](const QString&, const GridControl&) {},
-                       [](const QString&, GridControl&) {},
-                       [this](const MlvPlaylistDetail& entry) { sampled.push_back(entry); }}};
+    ctl_Playlist view{
+        {*lists.engine,
+         *lists.settings,
+         texts,
+         lists.clock,
+         loop,
+         bus,
+         {functions, lists.edits, lists.history, lists.snapshots}},
+        {grid, pointer, clipboard, warnings},
+        {program,
+         [this](const QString& cmd, const QString& fid, const QString& plid) {
+             tempoSearches.append(cmd + u' ' + fid + u' ' + plid);
+         },
+         [](int) {}, [](const QString& file) { return file; },
+         [this](const QStringList&) { return fileTracks; },
+         [](const QString&, const GridControl&) {}, [](const QString&, GridControl&) {},
+         [this](const QStringList& files, Pnid target, std::optional<Sid> place, int aktion) {
+             insertedLists.append(
+                 QStringLiteral("%1 into %2 at %3 as %4")
+                     .arg(files.join(u','))
+                     .arg(target == list ? QStringLiteral("list") : QStringLiteral("another"))
+                     .arg(place ? QString::number(numberOf(*place)) : QStringLiteral("the end"))
+                     .arg(aktion));
+             return listsHaveEntries;
+         }}};
 };
 
 } // namespace melovane::test

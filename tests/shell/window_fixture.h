@@ -307,7 +307,8 @@ struct WindowFixture : public testing::Test
           noted(QStringLiteral("library deleted")), noted(QStringLiteral("library missing")),
           [this] { onLibrarySave(); }, noted(QStringLiteral("forget searches")),
           [this](const QString& text) { log.append(QStringLiteral("find ") + text); }},
-         {[this] { return shownPnid; }, [this] { return currentPlid; }},
+         {[this] { return shownPnid; }, [this] { return currentPlid; }, [] {}, [] {}, [] {}, [] {},
+          noted(QStringLiteral("import lists")), noted(QStringLiteral("save active list"))},
          {noted(QStringLiteral("info")), noted(QStringLiteral("ask genre")),
           [this] {
               log.append(QStringLiteral("edit layout"));

@@ -141,6 +141,13 @@ TEST_F(WindowMenuTest, PlaylistsAreStoredOnlyWhenOneHasChanged)
     EXPECT_EQ(processes.styles, std::vector{Style::Minimised});
 }
 
+TEST_F(WindowMenuTest, ListsAreImportedAndTheActiveOneIsSaved)
+{
+    click(u"mnuImpPlaylistBas"_s);
+    click(u"mnuAktivePlaylist"_s);
+    EXPECT_EQ(taken(), (QStringList{u"import lists"_s, u"save active list"_s}));
+}
+
 TEST_F(WindowMenuTest, TheJobsAreAskedToEnd)
 {
     settings->WriteKeyValue(u"Global"_s, u"MessageHandleJobs"_s, u"77"_s);

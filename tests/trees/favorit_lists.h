@@ -137,7 +137,8 @@ public:
                 [this](const QString& where, const QString& what) {
                     log.append(where + QStringLiteral(": ") + what);
                 },
-                [this](Pnid list) { details.append(int(numberOf(list))); }};
+                [this](Pnid list) { details.append(int(numberOf(list))); },
+                [this](Pnid list) { saved.append(int(numberOf(list))); }};
     }
 
     std::unique_ptr<GlobalSettings> settings = makeSettings();
@@ -149,6 +150,7 @@ public:
     MLVFunction lists{{*engine, *settings, files, locator, history, {}}, clock};
     QStringList messages; ///< "name|first value|second value|third value" of all on the bus
     QList<int> details;
+    QList<int> saved;
     int friday = 0;
     int saturday = 0;
     int main = 0;

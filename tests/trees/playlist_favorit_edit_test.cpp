@@ -186,7 +186,7 @@ TEST_F(PlaylistFavoritEdit, TheMenuHoldsItsEntriesWithLinesUnderTheirNumbers)
 {
     choose(0, rowOf(lists.dance));
     const auto& shown = lists.answers.lastPopup;
-    ASSERT_EQ(shown.size(), 10);
+    ASSERT_EQ(shown.size(), 11);
     for (size_t i = 0; i < shown.size(); ++i) {
         EXPECT_EQ(shown[i].id, 1001 + int(i));
         EXPECT_EQ(shown[i].caption.isEmpty(), i == 2 || i == 5 || i == 7);
@@ -196,6 +196,15 @@ TEST_F(PlaylistFavoritEdit, TheMenuHoldsItsEntriesWithLinesUnderTheirNumbers)
     choose(0, 0);
     EXPECT_FALSE(lists.answers.lastPopup[0].enabled);
     EXPECT_FALSE(lists.answers.lastPopup[1].enabled);
+}
+
+TEST_F(PlaylistFavoritEdit, AListCanBeSavedToAFileFromTheMenu)
+{
+    choose(1011, rowOf(lists.dance));
+    EXPECT_EQ(lists.saved, QList<int>{lists.dance});
+    choose(0, 0);
+    EXPECT_FALSE(lists.answers.lastPopup[10].enabled);
+    EXPECT_EQ(lists.answers.lastPopup[10].caption, u"Als M3U-Datei speichern ..."_s);
 }
 
 // ---- deleting

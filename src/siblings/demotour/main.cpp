@@ -1,7 +1,8 @@
 // demotour MUSIC PICTURE [--stay]
 //
 // Imports a folder of MP3 files with the suite's importer, opens the console on that library, types
-// two searches and saves a picture of the window.
+// two searches, makes a playlist of the hits, saves it beside the picture, and saves a picture of
+// the window.
 
 #include "shell/application.h"
 #include "siblings/demotour/ui/tour.h"
@@ -29,6 +30,8 @@ bool import(const QString& music)
 
 int main(int argc, char** argv)
 {
+    // The tour answers the dialogs, so they are those of the tool kit.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() < 3) {

@@ -1,7 +1,12 @@
 #include "siblings/demotour/ui/tour.h"
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -20,8 +25,13 @@ namespace {
 
 /// A steady typist.
 constexpr auto kBetweenKeys = 60ms;
-/// Long enough for a painter to catch up on a slow machine.
-constexpr auto kBeforePicture = 400ms;
+/// Long enough for a painter to catch up on a slow machine, and for a user to follow.
+constexpr auto kBetweenSteps = 400ms;
+
+const QString kListName = u"Wilde Nacht"_s;
+const QString kLibraryGrid = u"TDBGrid1"_s;
+const QString kListGrid = u"PlaylistGrid1"_s;
+const QString kListPanel = u"PlaylistFavorit1"_s;
 
 void say(const QString& line)
 {
@@ -42,13 +52,35 @@ void press(QWidget* target, int key, const QString& text)
 Tour::Tour(QString picture, bool stay, QObject* parent)
     : QObject(parent)
     , m_picture(std::move(picture))
+    , m_listFile(QFileInfo(m_picture).absolutePath() + u'/' + kListName + u".m3u"_s)
     , m_stay(stay)
-    , m_searches{u"*nacht"_s, u"Wilde"_s}
+    , m_steps{&Tour::searchInside,   &Tour::searchBeginnings, &Tour::makeGroup,  &Tour::makeList,
+              &Tour::nameList,       &Tour::openList,         &Tour::appendHits, &Tour::saveList,
+              &Tour::checkSavedList, &Tour::takePicture}
 {}
 
 void Tour::start()
 {
-    QTimer::singleShot(kBeforePicture, this, &Tour::nextStep);
+    goOn();
+}
+
+void Tour::goOn()
+{
+    QTimer::singleShot(kBetweenSteps, this, &Tour::nextStep);
+}
+
+void Tour::nextStep()
+{
+    if (m_result != 0 || m_steps.empty()) {
+        return;
+    }
+    if (mainWindow() == nullptr) {
+        fail(u"the main window did not open"_s);
+        return;
+    }
+    const Step step = m_steps.front();
+    m_steps.erase(m_steps.begin());
+    (this->*step)();
 }
 
 QWidget* Tour::mainWindow() const
@@ -61,27 +93,45 @@ QWidget* Tour::mainWindow() const
     return nullptr;
 }
 
-int Tour::shownRows() const
+int Tour::rowsOf(const QString& grid) const
 {
-    const auto* grid = mainWindow()->findChild<QTableView*>(u"TDBGrid1"_s);
-    return grid != nullptr ? grid->model()->rowCount() : 0;
+    const auto* found = mainWindow()->findChild<QTableView*>(grid);
+    return found != nullptr ? found->model()->rowCount() : 0;
 }
 
-void Tour::nextStep()
+void Tour::click(const QString& panel, const QString& button)
 {
-    QWidget* window = mainWindow();
-    auto* box = window != nullptr ? window->findChild<QComboBox*>(u"Text1"_s) : nullptr;
-    if (box == nullptr) {
-        fail(u"the main window did not open"_s);
+    const auto* owner = mainWindow()->findChild<QWidget*>(panel);
+    auto* found = owner != nullptr ? owner->findChild<QAbstractButton*>(button) : nullptr;
+    if (found == nullptr) {
+        fail(u"there is no button "_s + button);
         return;
     }
-    if (m_searches.isEmpty()) {
-        QTimer::singleShot(kBeforePicture, this, &Tour::takePicture);
+    found->click();
+}
+
+// ---- searching
+
+void Tour::search(const QString& text)
+{
+    auto* box = mainWindow()->findChild<QComboBox*>(u"Text1"_s);
+    if (box == nullptr) {
+        fail(u"there is no search line"_s);
         return;
     }
     box->lineEdit()->selectAll();
-    m_toType = m_searches.takeFirst();
+    m_toType = text;
     typeLetter();
+}
+
+void Tour::searchInside()
+{
+    search(u"*nacht"_s);
+}
+
+void Tour::searchBeginnings()
+{
+    search(u"Wilde"_s);
 }
 
 void Tour::typeLetter()
@@ -100,14 +150,99 @@ void Tour::typeLetter()
 void Tour::finishSearch()
 {
     const auto* box = mainWindow()->findChild<QComboBox*>(u"Text1"_s);
-    const int rows = shownRows();
+    const int rows = rowsOf(kLibraryGrid);
     say(u"Searched \"%1\": %2 tracks"_s.arg(box->currentText()).arg(rows));
     if (rows == 0) {
         fail(u"a search without tracks"_s);
         return;
     }
-    nextStep();
+    goOn();
 }
+
+// ---- a list of the hits
+
+void Tour::makeGroup()
+{
+    click(kListPanel, u"all.newdir"_s);
+    goOn();
+}
+
+void Tour::makeList()
+{
+    click(kListPanel, u"all.newdoc"_s);
+    goOn();
+}
+
+void Tour::nameList()
+{
+    // The name of a new list can be typed at once.
+    const auto* panel = mainWindow()->findChild<QWidget*>(kListPanel);
+    if (auto* name = panel->findChild<QLineEdit*>()) {
+        name->setText(kListName);
+        press(name, Qt::Key_Return, u"\r"_s);
+    }
+    goOn();
+}
+
+void Tour::openList()
+{
+    click(kListPanel, u"all.activate"_s);
+    goOn();
+}
+
+void Tour::appendHits()
+{
+    const int hits = rowsOf(kLibraryGrid);
+    click(u"ctl_MP3DB1"_s, u"all.data.select"_s);
+    click(u"ctl_MP3DB1"_s, u"all.db.append"_s);
+    const int entries = rowsOf(kListGrid);
+    say(u"Made the playlist \"%1\" of the hits: %2 entries"_s.arg(kListName).arg(entries));
+    if (entries != hits) {
+        fail(u"the playlist does not hold the %1 hits"_s.arg(hits));
+        return;
+    }
+    goOn();
+}
+
+void Tour::saveList()
+{
+    auto* entry = mainWindow()->findChild<QAction*>(u"mnuAktivePlaylist"_s);
+    if (entry == nullptr) {
+        fail(u"there is no entry to save a playlist"_s);
+        return;
+    }
+    // Runs inside of the dialog, which trigger() waits for.
+    QTimer::singleShot(kBetweenSteps, this, &Tour::answerSaveDialog);
+    entry->trigger();
+    goOn();
+}
+
+void Tour::answerSaveDialog()
+{
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    auto* name = dialog != nullptr ? dialog->findChild<QLineEdit*>(u"fileNameEdit"_s) : nullptr;
+    if (name == nullptr) {
+        fail(u"no dialog asked where to save the playlist"_s);
+        return;
+    }
+    name->setText(m_listFile);
+    press(name, Qt::Key_Return, u"\r"_s);
+}
+
+void Tour::checkSavedList()
+{
+    QFile file(m_listFile);
+    const bool isOpen = file.open(QIODevice::ReadOnly);
+    const auto entries = isOpen ? file.readAll().count("#MLV:FID=") : qsizetype(0);
+    say(u"Saved it as %1: %2 entries"_s.arg(m_listFile).arg(entries));
+    if (entries != rowsOf(kListGrid)) {
+        fail(u"the file does not hold the whole playlist"_s);
+        return;
+    }
+    goOn();
+}
+
+// ---- the end
 
 void Tour::takePicture()
 {

@@ -2,7 +2,8 @@
 
 #include <QObject>
 #include <QString>
-#include <QStringList>
+
+#include <vector>
 
 class QWidget;
 
@@ -15,28 +16,50 @@ class Tour : public QObject
     Q_OBJECT
 
 public:
-    /// \param picture file that receives the picture of the window (PNG)
+    /// \param picture file that receives the picture of the window (PNG); the list that is saved
+    ///        stands beside it
     /// \param stay leave the window open at the end
     Tour(QString picture, bool stay, QObject* parent = nullptr);
 
     /// Begins when the message loop turns.
     void start();
 
-    /// 0 when each search found tracks and the picture was written.
+    /// 0 when each search found tracks, the list holds the hits of the last one, was saved with all
+    /// of them, and the picture was written.
     [[nodiscard]] int result() const { return m_result; }
 
 private:
+    using Step = void (Tour::*)();
+
+    /// Runs the next step when the window has had its turn.
+    void goOn();
     void nextStep();
+    void search(const QString& text);
     void typeLetter();
     void finishSearch();
+
+    // The steps.
+    void searchInside();
+    void searchBeginnings();
+    void makeGroup();
+    void makeList();
+    void nameList();
+    void openList();
+    void appendHits();
+    void saveList();
+    void checkSavedList();
     void takePicture();
+
+    void click(const QString& panel, const QString& button);
+    void answerSaveDialog();
     void fail(const QString& reason);
     [[nodiscard]] QWidget* mainWindow() const;
-    [[nodiscard]] int shownRows() const;
+    [[nodiscard]] int rowsOf(const QString& grid) const;
 
     QString m_picture;
+    QString m_listFile;
     bool m_stay;
-    QStringList m_searches;
+    std::vector<Step> m_steps; ///< still to come
     QString m_toType;
     int m_result = 0;
 };

@@ -1,0 +1,38 @@
+#include "config/built_in_texts.h"
+
+#include <array>
+
+namespace melovane::owntexts {
+
+namespace {
+
+// clang-format off
+constexpr std::array kTexts = std::to_array<BuiltInText>({
+    // Lists as files.
+    {u"m3u.kind", u"Playlisten"},
+    {u"m3u.import.title", u"Playlisten importieren"},
+    {u"m3u.imported", u"$1 Playlisten mit $2 Titeln importiert"},
+    {u"m3u.import.cancelled", u"Import abgebrochen, $1 Playlisten sind da"},
+    {u"m3u.inserted", u"$1 Titel aus Listen eingefügt"},
+    {u"m3u.insert.cancelled", u"Einfügen abgebrochen, nichts wurde geändert"},
+    {u"m3u.cancel", u"Abbrechen"},
+    {u"m3u.save.title", u"Playliste speichern"},
+    {u"m3u.save.nolist", u"Es ist keine Playliste geöffnet."},
+    {u"m3u.save.replace", u"Die Datei\\n$1\\nist schon da. Soll sie ersetzt werden?"},
+    {u"m3u.save.failed", u"Die Playliste wurde nicht gespeichert:\\n$1\\n\\n$2"},
+    {u"m3u.saved", u"Gespeichert: $1"},
+    {u"store.title", u"Playlisten speichern"},
+    {u"store.written", u"$1 Playlisten in $2 gespeichert"},
+    {u"store.failed", u"$1 Playlisten wurden nicht gespeichert:\\n\\n$2"},
+    {u"store.more", u"und $1 weitere"},
+});
+// clang-format on
+
+} // namespace
+
+std::span<const BuiltInText> lists()
+{
+    return kTexts;
+}
+
+} // namespace melovane::owntexts

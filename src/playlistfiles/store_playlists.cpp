@@ -1,0 +1,127 @@
+#include "playlistfiles/store_playlists.h"
+
+#include "config/global_settings.h"
+#include "platform/db/database.h"
+#include "platform/db/db_error.h"
+#include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
+#include "platform/system/files.h"
+#include "platform/system/path_text.h"
+#include "platform/system/text_number.h"
+#include "playlistfiles/m3u_writer.h"
+
+#include <QSet>
+
+#include <vector>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Names of one folder; those that differ in letter case alone are one on some disks.
+class FreeNames
+{
+public:
+    [[nodiscard]] QString take(const Value& wanted)
+    {
+        const QString name = m3uline::fileName(wanted);
+        QString free = name;
+        for (int number = 2; m_taken.contains(lowerCase(free)); ++number) {
+            free = u"%1 (%2)"_s.arg(name).arg(number);
+        }
+        m_taken.insert(lowerCase(free));
+        return free;
+    }
+
+private:
+    QSet<QString> m_taken;
+};
+
+struct ChangedList
+{
+    Pnid list;
+    QString name;
+};
+
+std::vector<ChangedList> changedLists(Database& database)
+{
+    std::vector<ChangedList> lists;
+    const auto rows = database.OpenRecordset(u"select * from VPLGROUP_SAVE order by nid"_s);
+    for (; !rows->Eof(); rows->MoveNext()) {
+        lists.push_back({Pnid(rows->value(u"NID").toLong()), rows->value(u"plname").toText()});
+    }
+    return lists;
+}
+
+} // namespace
+
+StorePlaylists::StorePlaylists(DBEngine& engine, const GlobalSettings& settings, Files& files)
+    : m_engine(engine)
+    , m_settings(settings)
+    , m_files(files)
+{}
+
+QHash<Pnid, QString> StorePlaylists::places(Database& database) const
+{
+    QHash<qint64, QString> folders;
+    FreeNames folderNames;
+    const auto groups = database.OpenRecordset(u"select grid, name from pl_group order by grid"_s);
+    for (; !groups->Eof(); groups->MoveNext()) {
+        folders.insert(groups->value(0).toInt64(), folderNames.take(groups->value(1)));
+    }
+    QHash<Pnid, QString> places;
+    QHash<qint64, FreeNames> names;
+    const auto lists =
+        database.OpenRecordset(u"select nid, grid, name from pl_name where grid>0 order by nid"_s);
+    for (; !lists->Eof(); lists->MoveNext()) {
+        const qint64 group = lists->value(1).toInt64();
+        if (!folders.contains(group)) {
+            folders.insert(group, folderNames.take(Value())); // a group that is gone
+        }
+        const QString folder = path::join(m_settings.PlaylistVerzeichnis(), folders.value(group));
+        places.insert(Pnid(lists->value(0).toLong()),
+                      path::join(folder, names[group].take(lists->value(2)) + u".m3u"_s));
+    }
+    return places;
+}
+
+void StorePlaylists::store(Database& database, Pnid list, const QString& file)
+{
+    const QString folder = path::parent(file);
+    if (!m_files.makeFolders(folder)) {
+        throw IoError(folder, u"the folder cannot be made"_s);
+    }
+    // The write lock is held from the reading on, so that nobody's change is marked as saved.
+    Transaction whole(database);
+    database.Execute(u"update pl_name set sicherung=false where nid="_s +
+                     sql::number(numberOf(list)));
+    [[maybe_unused]] const QString written =
+        M3uWriter(database, m_files).write(list, file, M3uWriter::Names::Full, {});
+    whole.commit();
+}
+
+StorePlaylists::Result StorePlaylists::run(const std::function<void(const QString& file)>& written)
+{
+    Result result;
+    const auto database = m_engine.OpenDatabase(m_settings.DbName());
+    const QHash<Pnid, QString> files = places(*database);
+    for (const ChangedList& changed : changedLists(*database)) {
+        try {
+            const QString file = files.value(changed.list);
+            store(*database, changed.list, file);
+            ++result.written;
+            if (written) {
+                written(file);
+            }
+        } catch (const DbError& error) {
+            result.failures.append(changed.name + u": "_s + error.text());
+        } catch (const IoError& error) {
+            result.failures.append(changed.name + u": "_s + error.reason());
+        }
+    }
+    return result;
+}
+
+} // namespace melovane

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "playlists/playlist_ids.h"
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace melovane {
+
+class Database;
+class DBEngine;
+class Files;
+class GlobalSettings;
+
+/// Writes all lists that have changed since they were written: one M3U file each in the folder of
+/// the settings, in a folder for each group.
+class StorePlaylists
+{
+public:
+    StorePlaylists(DBEngine& engine, const GlobalSettings& settings, Files& files);
+
+    struct Result
+    {
+        int written = 0;
+        QStringList failures; ///< "name of the list: reason"
+    };
+
+    /// A list that was written is marked as saved, in one transaction with its reading: a change
+    /// that comes meanwhile waits, and marks it anew. One that fails stays marked, and so does its
+    /// old file. \throws DbError when the lists cannot be read
+    [[nodiscard]] Result run(const std::function<void(const QString& file)>& written = {});
+
+    /// Full paths of the files of all lists. Two lists, or two groups, that would have the same
+    /// name get " (2)" and so on, in the order of their numbers, so that none replaces another.
+    [[nodiscard]] QHash<Pnid, QString> places(Database& database) const;
+
+private:
+    void store(Database& database, Pnid list, const QString& file);
+
+    DBEngine& m_engine;
+    const GlobalSettings& m_settings;
+    Files& m_files;
+};
+
+} // namespace melovane

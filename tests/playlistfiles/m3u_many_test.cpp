@@ -1,0 +1,94 @@
+#include "playlistfiles/m3u_fixture.h"
+#include "support/proof.h"
+
+#include <QElapsedTimer>
+
+namespace melovane::test {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+/// Longest time in which the window may stand still, in milliseconds.
+constexpr qint64 kStandstill = 1000;
+
+class M3uMany : public M3uTest
+{
+protected:
+    M3uMany()
+    {
+        const auto database = lists.open();
+        Transaction all(*database);
+        const auto set = database->OpenRecordset(u"db_all"_s);
+        const QString folder = music.path() + u'/';
+        for (int track = 1; track <= m_count; ++track) {
+            set->AddNew();
+            set->setValue(u"FID", Lists::fid(track));
+            set->setValue(u"Path", folder);
+            set->setValue(u"DName", u"%1.mp3"_s.arg(track));
+            set->setValue(u"DTimeMsec", 60'000);
+            set->Update();
+        }
+        all.commit();
+        m3u.events.Message = {};
+        m3u.events.goOn = [this](qint64, qint64) {
+            m_longest = std::max(m_longest, m_sinceTurn.restart());
+            return true;
+        };
+    }
+
+    /// Loads a list of that many lines and appends it; tells how long both took.
+    void run(const QByteArray& many, int failures)
+    {
+        const QString file = writeList(many);
+        QElapsedTimer clock;
+        clock.start();
+        m_sinceTurn.start();
+        EXPECT_EQ(m3u.LoadPlaylist(file), failures);
+        const qint64 loaded = clock.restart();
+        EXPECT_EQ(m3u.Append(list), m_count - failures);
+        std::printf("%d lines: loaded in %lld ms, longest without a turn %lld ms, appended in %lld "
+                    "ms\n",
+                    m_count, loaded, m_longest, clock.elapsed());
+        EXPECT_LT(m_longest, kStandstill);
+        EXPECT_EQ(lists.entryCount(list), m_count - failures);
+    }
+
+    int m_count = repetitions(1000, 100'000);
+    qint64 m_longest = 0;
+    QElapsedTimer m_sinceTurn;
+    Pnid list = Pnid(lists.library.addPlaylist({}));
+};
+
+TEST_F(M3uMany, LinesOfKnownIdentifiersLeaveTheWindowAlive)
+{
+    QByteArray many;
+    for (int track = 1; track <= m_count; ++track) {
+        many += "#MLV:FID=" + Lists::fid(track).toUtf8() +
+                "\r\n#MLV:VOL= 0 | 0 |128| 216000 \r\nC:\\x\\" + QByteArray::number(track) +
+                ".mp3\r\n";
+    }
+    run(many, 0);
+}
+
+TEST_F(M3uMany, LinesOfPathsLeaveTheWindowAlive)
+{
+    QByteArray many;
+    for (int track = 1; track <= m_count; ++track) {
+        music.write(u"%1.mp3"_s.arg(track), {});
+        many += music.path().toUtf8() + '/' + QByteArray::number(track) + ".mp3\n";
+    }
+    run(many, 0);
+}
+
+TEST_F(M3uMany, LinesThatLeadNowhereLeaveTheWindowAlive)
+{
+    QByteArray many;
+    for (int track = 1; track <= m_count; ++track) {
+        many += "C:\\Music\\" + QByteArray::number(track) + ".mp3\n";
+    }
+    run(many, m_count);
+    EXPECT_EQ(log().count('\n'), m_count);
+}
+
+} // namespace
+} // namespace melovane::test

@@ -1,0 +1,119 @@
+#include "platform/system/io_error.h"
+#include "playlistfiles/m3u_fixture.h"
+#include "playlistfiles/store_playlists.h"
+
+namespace melovane::test {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+class StorePlaylistsTest : public M3uTest
+{
+protected:
+    StorePlaylistsTest() { lists.settings->SetPlaylistVerzeichnis(music.path() + u'/'); }
+
+    int changedList(const QString& name, int group)
+    {
+        const int list = lists.library.addPlaylist(
+            {.Name = name, .GRID = group, .tracks = {track}, .Sicherung = true});
+        return list;
+    }
+
+    QStringList marked()
+    {
+        return lists.column(u"select name from pl_name where sicherung=true order by nid"_s);
+    }
+
+    StorePlaylists::Result run()
+    {
+        written.clear();
+        return StorePlaylists(*lists.engine, *lists.settings, lists.files)
+            .run(
+                [this](const QString& file) { written.append(file.mid(music.path().size() + 1)); });
+    }
+
+    QString track = lists.library.add({});
+    int rock = lists.library.addGroup(u"Rock/Pop"_s);
+    int dance = lists.library.addGroup(u"Dance"_s);
+    QStringList written;
+};
+
+TEST_F(StorePlaylistsTest, EachChangedListIsWrittenIntoTheFolderOfItsGroupAndUnmarked)
+{
+    const int first = changedList(u"A: B"_s, rock);
+    changedList(u"C"_s, dance);
+    lists.library.addPlaylist({.Name = u"unchanged"_s, .GRID = dance});
+    const auto result = run();
+    EXPECT_EQ(result.written, 2);
+    EXPECT_EQ(result.failures, QStringList());
+    EXPECT_EQ(written, (QStringList{u"Rock_Pop/A_ B.m3u"_s, u"Dance/C.m3u"_s}));
+    EXPECT_EQ(marked(), QStringList());
+    QString target = music.file(u"by hand.m3u"_s);
+    ASSERT_TRUE(m3u.SavePlaylist(Pnid(first), target, false, {}));
+    EXPECT_EQ(music.read(u"Rock_Pop/A_ B.m3u"_s), music.read(u"by hand.m3u"_s));
+    EXPECT_EQ(lists.files.names(music.file(u"Dance"_s)), QStringList{u"C.m3u"_s});
+}
+
+TEST_F(StorePlaylistsTest, NothingChangedWritesNothing)
+{
+    EXPECT_EQ(run().written, 0);
+    EXPECT_EQ(lists.files.names(music.path()), QStringList());
+}
+
+TEST_F(StorePlaylistsTest, JingleListsHaveNoFile)
+{
+    changedList(u"Jingles"_s, -1);
+    EXPECT_EQ(run().written, 0);
+}
+
+TEST_F(StorePlaylistsTest, ListsAndGroupsOfTheSameNameNeverReplaceOneAnother)
+{
+    const int other = lists.library.addGroup(u"dance"_s);
+    changedList(u"x"_s, dance);
+    changedList(u"X"_s, dance);
+    changedList(u"x"_s, other);
+    changedList(u"x"_s, 4711); // a group that is gone
+    run();
+    EXPECT_EQ(written, (QStringList{u"Dance/x.m3u"_s, u"Dance/X (2).m3u"_s, u"dance (2)/x.m3u"_s,
+                                    u"_/x.m3u"_s}));
+    lists.execute(u"update pl_name set sicherung=true where name='X' and nid=(select max(nid) from "
+                  "pl_name where grid=%1)"_s.arg(dance));
+    run();
+    EXPECT_EQ(written, QStringList{u"Dance/X (2).m3u"_s}); // the name stays
+}
+
+TEST_F(StorePlaylistsTest, AListThatCannotBeWrittenStaysMarkedAndTheOthersAreWritten)
+{
+    changedList(u"bad"_s, rock);
+    changedList(u"good"_s, dance);
+    music.write(u"Rock_Pop"_s, "a file where the folder should be");
+    const auto result = run();
+    EXPECT_EQ(result.written, 1);
+    ASSERT_EQ(result.failures.size(), 1);
+    EXPECT_TRUE(result.failures[0].startsWith(u"bad: "_s));
+    EXPECT_EQ(marked(), QStringList{u"bad"_s});
+}
+
+/// A disk that takes no more bytes.
+class FullDisk : public LinuxFiles
+{
+public:
+    void writeWhole(const QString& path, const QByteArray&) override
+    {
+        throw IoError(path, u"No space left on device"_s);
+    }
+};
+
+TEST_F(StorePlaylistsTest, OnAFullDiskAllStayMarkedAndTheReasonIsTold)
+{
+    changedList(u"A"_s, rock);
+    changedList(u"B"_s, rock);
+    FullDisk full;
+    const auto result = StorePlaylists(*lists.engine, *lists.settings, full).run();
+    EXPECT_EQ(result.failures,
+              (QStringList{u"A: No space left on device"_s, u"B: No space left on device"_s}));
+    EXPECT_EQ(marked(), (QStringList{u"A"_s, u"B"_s}));
+}
+
+} // namespace
+} // namespace melovane::test
