@@ -136,7 +136,8 @@ protected:
                      .arg(place ? QString::number(numberOf(*place)) : QStringLiteral("the end"))
                      .arg(aktion));
              return listsHaveEntries;
-         }}};
+         },
+         [this](const MlvPlaylistDetail& entry) { sampled.push_back(entry); }}};
 };
 
 } // namespace melovane::test

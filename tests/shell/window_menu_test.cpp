@@ -279,7 +279,7 @@ TEST_F(ContextMenuTest, ItsEntriesHaveTheirIndexesAndTexts)
         } else {
             const QString name = u"mnuPOPDBGRID_%1"_s.arg(row.index);
             EXPECT_FALSE(menus.captions.value(name).isEmpty());
-            EXPECT_EQ(menus.toolTips.value(name).isEmpty(), !row.isLater);
+            EXPECT_TRUE(menus.toolTips.value(name).isEmpty()) << name.toStdString();
         }
         EXPECT_EQ(row.isMoreResult(), row.index == 9);
     }
