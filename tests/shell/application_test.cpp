@@ -45,15 +45,31 @@ protected:
         return code;
     }
 
+    /// Answers the dialog that is open; false when there is none.
+    bool answered()
+    {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr) {
+            return false;
+        }
+        if (dialog->objectName() == "frmKopieFile"_L1) {
+            return true; // the test that has opened it acts in it
+        }
+        if (auto* name = dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)) {
+            name->setText(chosenFile);
+            QTest::keyClick(name, Qt::Key_Return);
+            return true;
+        }
+        warnings.append(dialog->findChild<QLabel*>(u"SkinLabel1"_s)->text() + u": "_s +
+                        dialog->findChild<QTextEdit*>(u"SkinLabel2"_s)->toPlainText());
+        auto* no = dialog->findChild<QPushButton*>(u"cmdNein"_s);
+        (no != nullptr ? no : dialog->findChild<QPushButton*>(u"cmdOk"_s))->click();
+        return true;
+    }
+
     void look(const std::function<void(QMainWindow&)>& inWindow)
     {
-        if (QWidget* dialog = QApplication::activeModalWidget()) {
-            if (dialog->objectName() != "frmMsg"_L1) {
-                return; // one that the test has opened and answers
-            }
-            warnings.append(dialog->findChild<QLabel*>(u"SkinLabel1"_s)->text() + u": "_s +
-                            dialog->findChild<QTextEdit*>(u"SkinLabel2"_s)->toPlainText());
-            dialog->findChild<QPushButton*>(u"cmdOk"_s)->click();
+        if (answered()) {
             return;
         }
         for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -88,6 +104,7 @@ protected:
     }
 
     QStringList warnings;
+    QString chosenFile;            ///< in the file dialogs
     sqlite::IndexFigures searches; ///< of the last run
 };
 
@@ -109,6 +126,30 @@ TEST_F(ApplicationTest, StartsSearchesAndEnds)
     EXPECT_GE(searches.answers, 5);
     EXPECT_EQ(searches.loads, 1);
     EXPECT_TRUE(warnings.isEmpty()) << warnings.join(u"\n"_s).toStdString();
+}
+
+TEST_F(ApplicationTest, AListIsImportedFromTheMenuOpenedAndSavedAgain)
+{
+    suite.library.add({.FID = u"800000000001"_s, .Titel = u"Brandung"_s, .DName = u"b.mp3"_s});
+    const test::TempFolder folder;
+    const QString file =
+        folder.write(u"Größte Hits.m3u"_s, "#MLV:FID=800000000001\n/music/b.mp3\nmissing.mp3\n");
+    int rows = -1;
+    QTimer user; // the watcher waits for the entries of the menu
+    QObject::connect(&user, &QTimer::timeout, qApp, [&] { answered(); });
+    user.start(10ms);
+    EXPECT_EQ(run([&](QMainWindow& window) {
+                  chosenFile = file;
+                  window.findChild<QAction*>(u"mnuImpPlaylistBas"_s)->trigger();
+                  rows = window.findChild<QTableView*>(u"PlaylistGrid1"_s)->model()->rowCount();
+                  chosenFile = folder.file(u"out"_s);
+                  window.findChild<QAction*>(u"mnuAktivePlaylist"_s)->trigger();
+              }),
+              0);
+    EXPECT_EQ(rows, 1);
+    EXPECT_EQ(suite.column(u"select name from pl_name"_s), QStringList{u"Größte Hits"_s});
+    EXPECT_EQ(warnings.size(), 1); // the log of what is missing is offered
+    EXPECT_TRUE(folder.read(u"out.m3u"_s).contains("#MLV:FID=800000000001\r\n"));
 }
 
 TEST_F(ApplicationTest, AnEmptyDatabaseStartsTheImporterWithArgument1AndDoesNotReadDBPosition)
