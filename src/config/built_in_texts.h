@@ -33,6 +33,7 @@ namespace owntexts {
 [[nodiscard]] std::span<const BuiltInText> columns();
 [[nodiscard]] std::span<const BuiltInText> views();
 [[nodiscard]] std::span<const BuiltInText> importer();
+[[nodiscard]] std::span<const BuiltInText> exporting();
 [[nodiscard]] std::span<const BuiltInText> lists();
 } // namespace owntexts
 

@@ -45,6 +45,7 @@ void fill(ConfigObjects& catalogue)
     add(catalogue, owntexts::columns());
     add(catalogue, owntexts::views());
     add(catalogue, owntexts::importer());
+    add(catalogue, owntexts::exporting());
     add(catalogue, owntexts::lists());
     catalogue.LoadAllValue();
     catalogue.LoadAllLang(catalogue.value(u"Sprach.Datei"));

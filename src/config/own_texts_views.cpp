@@ -56,7 +56,6 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"playlist.skipped", u"$1 Dateien ohne lesbaren Ton ausgelassen, zuerst „$2“"},
     {u"playlist.loop", u"Endlos spielen ein- oder ausschalten"},
     {u"playlist.volume", u"Lautstärke beim Vorhören"},
-    {u"playlist.sampler.later", u"Im Sampler öffnen: noch nicht in dieser Fassung"},
     {u"Aktion.Mix", u"In den nächsten Titel mischen"},
     {u"Aktion.Stop", u"Nach diesem Titel anhalten"},
     {u"Aktion.Loop", u"Endlos spielen"},

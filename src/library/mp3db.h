@@ -65,6 +65,8 @@ struct Mp3dbActions
     std::function<void(const QString& cmd, const QString& fid)> startBeatGauge;
     /// Where a stored file lies on this machine; empty when it is not there.
     std::function<QString(const QString& file)> locate;
+    /// Opens a track in the sample tool.
+    std::function<void(const QString& fid)> editSample = {};
 };
 
 /// The library view: which tracks the grid shows, in which order, where it stands, and what the
@@ -235,6 +237,7 @@ private:
     void findTempoByHand(const MLVMessage& message);
     void setFavorit(const MLVMessage& message);
     void fillTagTable(const MLVMessage& message);
+    void showSampleTool(const MLVMessage& message);
     void passAllRows(const MLVMessage& message);
     void saveLayout(const MLVMessage& message);
     void loadLayout(const MLVMessage& message);
@@ -245,6 +248,7 @@ private:
     void stepForward(const QString& key);
     void searchAgain(const QString& key);
     void bookPressed(const QString& key);
+    void MelovaneKIVShow(const QString& key);
     void toPlayer(const QString& key);
     void openDir(const QString& key);
     void deleteRows(const QString& key);

@@ -47,6 +47,7 @@ std::span<const ctl_MP3DB::ToolRow> ctl_MP3DB::toolTable()
         {u"play.start", &ctl_MP3DB::monitorPressed},
         {u"play.center", &ctl_MP3DB::monitorPressed},
         {u"play.stop", &ctl_MP3DB::monitorPressed},
+        {u"all.sample", &ctl_MP3DB::MelovaneKIVShow},
     };
     return kRows;
 }
@@ -221,6 +222,14 @@ void ctl_MP3DB::passSelection(const QString& key)
 void ctl_MP3DB::FillTempMp3EditTable()
 {
     m_edits.FillTempMp3EditTable(m_controls.grid.selection());
+}
+
+void ctl_MP3DB::MelovaneKIVShow(const QString&)
+{
+    const QString fid = GetFID();
+    if (!fid.isEmpty() && m_actions.editSample) {
+        m_actions.editSample(fid);
+    }
 }
 
 void ctl_MP3DB::bookPressed(const QString&)

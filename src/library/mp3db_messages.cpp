@@ -32,6 +32,7 @@ std::span<const ctl_MP3DB::BusRow> ctl_MP3DB::busTable()
         {u"db.beatgauge.menu.manuell.click", &ctl_MP3DB::findTempoByHand},
         {u"db.set.favorit", &ctl_MP3DB::setFavorit},
         {u"fill.temp.edit.table", &ctl_MP3DB::fillTagTable},
+        {u"show.melovane.kiv", &ctl_MP3DB::showSampleTool},
         {u"all.db.append", &ctl_MP3DB::passAllRows},
         {u"all.db.append.aktuell", &ctl_MP3DB::passAllRows},
         {u"all.db.insert", &ctl_MP3DB::passAllRows},
@@ -183,6 +184,14 @@ void ctl_MP3DB::fillTagTable(const MLVMessage& message)
 {
     if (message.Value1.toLong() != kViewIsPlaylist) {
         FillTempMp3EditTable();
+    }
+}
+
+void ctl_MP3DB::showSampleTool(const MLVMessage& message)
+{
+    // Without a number the playlist acts, and the tool edits one thing at a time.
+    if (message.Value1.toLong() == kViewIsLibrary) {
+        MelovaneKIVShow({});
     }
 }
 

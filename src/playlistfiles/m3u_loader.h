@@ -43,7 +43,6 @@ struct M3uEvents
 {
     /// A failure without a runtime error.
     std::function<void(int code, const QString& file, const QString& source)> Message;
-    std::function<void(const QString& name, int position, int count)> ProgressSave;
     /// A failure with one: `text` is its text.
     std::function<void(int code, const QString& text, const QString& source)> RtError;
     /// The tags of a file are about to be read.

@@ -40,6 +40,10 @@ QString cleaned(const QString& path)
 {
     const QStringList parts = path::components(path);
     const bool hasRoot = path::isAbsolute(path);
+    const bool isDrive = parts.size() > 1 && path.startsWith(parts[0] + parts[1]);
+    if (!hasRoot && isDrive) {
+        return path; // "C:x" counts from the folder that is current on that drive
+    }
     QStringList kept;
     for (const QString& part : parts) {
         if (part == ".."_L1 && !kept.isEmpty() && kept.last() != ".."_L1) {

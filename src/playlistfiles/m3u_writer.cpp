@@ -39,39 +39,28 @@ QString oneLine(QString text)
 }
 
 /// The columns of a line, found once for all rows.
-class LineColumns
+QList<int> columnsOf(const Recordset& rows, const QStringList& names)
 {
-public:
-    LineColumns(const Recordset& rows, const QStringList& names)
-    {
-        for (const QString& name : names) {
-            m_columns.append(rows.fieldIndex(name));
-        }
+    QList<int> columns;
+    for (const QString& name : names) {
+        columns.append(rows.fieldIndex(name));
     }
+    return columns;
+}
 
-    [[nodiscard]] QString line(const Recordset& row, QStringView prefix) const
-    {
-        QStringList values;
-        for (const int column : m_columns) {
-            values.append(m3uline::printed(row.value(column)));
-        }
-        return prefix.toString() + values.join(u'|') + kLineEnd;
+QString lineOf(const Recordset& row, QStringView prefix, const QList<int>& columns)
+{
+    QStringList values;
+    for (const int column : columns) {
+        values.append(m3uline::printed(row.value(column)));
     }
-
-private:
-    QList<int> m_columns;
-};
+    return prefix.toString() + values.join(u'|') + kLineEnd;
+}
 
 QString fullName(const QString& folder, const QString& name)
 {
     const bool isWhole = folder.isEmpty() || path::isSeparator(folder.back());
     return isWhole ? folder + name : path::join(folder, name);
-}
-
-/// A name at the beginning of a line must not be taken for a comment.
-QString bareName(const QString& name)
-{
-    return name.startsWith(u'#') ? u"./"_s + name : name;
 }
 
 } // namespace
@@ -117,7 +106,31 @@ QString withExtension(const QString& target)
     return isList ? target : target + u".m3u"_s;
 }
 
+QString head()
+{
+    return kHead;
+}
+
+QString place(const QString& file)
+{
+    // A name at the beginning of a line must not be taken for a comment.
+    return (file.startsWith(u'#') ? u"./"_s : QString()) + oneLine(file) + kLineEnd;
+}
+
 } // namespace m3uline
+
+M3uEntryLines::M3uEntryLines(const Recordset& rows)
+    : m_fid(columnsOf(rows, {u"FID"_s}))
+    , m_title(columnsOf(rows, kTitle))
+    , m_volume(columnsOf(rows, kVolume))
+    , m_mix(columnsOf(rows, kMix))
+{}
+
+QString M3uEntryLines::of(const Recordset& row) const
+{
+    return lineOf(row, u"#MLV:FID=", m_fid) + lineOf(row, u"#MLV:TIT=", m_title) +
+           lineOf(row, u"#MLV:VOL=", m_volume) + lineOf(row, u"#MLV:MIX=", m_mix);
+}
 
 M3uWriter::M3uWriter(Database& database, Files& files)
     : m_database(database)
@@ -128,22 +141,16 @@ QByteArray M3uWriter::contents(Pnid list, Names names) const
 {
     const auto rows = m_database.OpenRecordset(u"select * from vpl_save where nid="_s +
                                                sql::number(numberOf(list)));
-    const LineColumns title(*rows, kTitle);
-    const LineColumns volume(*rows, kVolume);
-    const LineColumns mix(*rows, kMix);
-    const LineColumns fid(*rows, {u"FID"_s});
+    const M3uEntryLines lines(*rows);
     const int folder = rows->fieldIndex(u"Path");
     const int name = rows->fieldIndex(u"DName");
-    QByteArray bytes = kHead.toUtf8();
+    QByteArray bytes = m3uline::head().toUtf8();
     for (; !rows->Eof(); rows->MoveNext()) {
-        const QString file = oneLine(rows->value(name).toText());
-        const QString place = names == Names::Full
-                                  ? oneLine(fullName(rows->value(folder).toText(), file))
-                                  : bareName(file);
-        bytes +=
-            (fid.line(*rows, u"#MLV:FID=") + title.line(*rows, u"#MLV:TIT=") +
-             volume.line(*rows, u"#MLV:VOL=") + mix.line(*rows, u"#MLV:MIX=") + place + kLineEnd)
-                .toUtf8();
+        const QString file = rows->value(name).toText();
+        bytes += (lines.of(*rows) +
+                  m3uline::place(names == Names::Full ? fullName(rows->value(folder).toText(), file)
+                                                      : file))
+                     .toUtf8();
     }
     return bytes;
 }

@@ -4,12 +4,14 @@
 #include "playlists/playlist_ids.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 namespace melovane {
 
 class Database;
 class Files;
+class Recordset;
 
 /// Lines and names of the suite's list files. Readers on other machines depend on each sign: keep.
 namespace m3uline {
@@ -28,7 +30,30 @@ namespace m3uline {
 /// The target with ".m3u" behind it unless that is its extension, in whatever case.
 [[nodiscard]] QString withExtension(const QString& target);
 
+/// The lines that every list of the suite begins with.
+[[nodiscard]] QString head();
+
+/// The line of a file, absolute or relative to the list, with its end.
+[[nodiscard]] QString place(const QString& file);
+
 } // namespace m3uline
+
+/// What stands about an entry above the line of its file; for the rows of `vpl_save`.
+class M3uEntryLines
+{
+public:
+    /// \param rows tells the places of the columns
+    explicit M3uEntryLines(const Recordset& rows);
+
+    /// The lines of the current row, each with its end.
+    [[nodiscard]] QString of(const Recordset& row) const;
+
+private:
+    QList<int> m_fid;
+    QList<int> m_title;
+    QList<int> m_volume;
+    QList<int> m_mix;
+};
 
 /// Writes lists as M3U files with the suite's lines: CR LF, UTF-8 without a mark.
 class M3uWriter

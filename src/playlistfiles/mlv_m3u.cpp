@@ -16,6 +16,8 @@
 #include "playlists/row_statements.h"
 #include "playlists/undo_redo.h"
 
+#include <limits>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -161,27 +163,15 @@ void MlvM3U::load(const QStringList& files)
 
 int MlvM3U::addLoaded(Database& database, Pnid list, qint64 before)
 {
-    const auto rows = database.OpenRecordset(u"select * from TEMP_PLImportM3U order by sid"_s);
-    const QStringList taken{u"FID"_s,    u"MixTime"_s, u"FrameStart"_s, u"FrameStop"_s, u"Pitch"_s,
-                            u"Volume"_s, u"MixIn"_s,   u"MixOut"_s,     u"eq"_s};
-    QList<int> columns;
-    for (const QString& name : taken) {
-        columns.append(rows->fieldIndex(name));
-    }
-    const QString table = kEntryTable.toString();
-    RowInsert insert(
-        database, table,
-        writtenColumns(database, table, taken + QStringList{u"SID"_s, u"PNID"_s, u"Aktion"_s}));
-    int count = 0;
-    for (; !rows->Eof(); rows->MoveNext(), ++count) {
-        std::vector<Value> values;
-        for (const int column : columns) {
-            values.push_back(rows->value(column));
-        }
-        values.insert(values.end(), {numberOf(clampedSid(++before)), numberOf(list), m_aktion});
-        insert.run(values);
-    }
-    return count;
+    // One statement: a list of a hundred thousand entries must not hold the window for long.
+    const QString position = u"SID+%1"_s.arg(sql::number(before));
+    database.Execute(
+        u"insert into pl_all (FID, MixTime, FrameStart, FrameStop, Pitch, Volume, MixIn, MixOut, "
+        "EQ, SID, PNID, Aktion) select FID, MixTime, FrameStart, FrameStop, Pitch, Volume, MixIn, "
+        "MixOut, eq, iif(%1>%2, %2, %1), %3, %4 from TEMP_PLImportM3U order by SID"_s.arg(
+            position, sql::number(qint64{std::numeric_limits<qint32>::max()}), number(list),
+            sql::number(qint64{m_aktion})));
+    return database.RecordsAffected();
 }
 
 int MlvM3U::Append(Pnid list)

@@ -193,6 +193,14 @@ void EntryRecords::update(MlvPlaylistDetail& detail)
     });
 }
 
+void EntryRecords::saveStartStop(Plid entry, int start, int stop)
+{
+    change(entry, ListAction::Entry, [&](Recordset& row) {
+        setIfDifferent(row, u"FrameStart", start);
+        setIfDifferent(row, u"FrameStop", stop);
+    });
+}
+
 void EntryRecords::saveAktion(Plid entry, int aktion, const QString& command)
 {
     change(entry, ListAction::Aktion, [&](Recordset& row) {

@@ -44,6 +44,9 @@ public:
     /// differs from every value), and the equaliser when it is set. `detail.eq` is renewed.
     void update(MlvPlaylistDetail& detail);
 
+    /// Writes start and stop alone, where they differ.
+    void saveStartStop(Plid entry, int start, int stop);
+
     /// \param command a null text leaves the column as it is, an empty one is written
     void saveAktion(Plid entry, int aktion, const QString& command);
 

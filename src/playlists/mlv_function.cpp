@@ -33,6 +33,11 @@ void MLVFunction::PlaylistUpdate(MlvPlaylistDetail& detail)
     m_entries.update(detail);
 }
 
+void MLVFunction::PlaylistSaveStartStop(Plid entry, int start, int stop)
+{
+    m_entries.saveStartStop(entry, start, stop);
+}
+
 void MLVFunction::PlaylistSaveAktion(Plid entry, int aktion, const QString& command)
 {
     m_entries.saveAktion(entry, aktion, command);

@@ -26,6 +26,7 @@ public:
     [[nodiscard]] MlvPlaylistDetail GetPlaylistDetailByPLID(Plid entry) const;
     [[nodiscard]] MlvPlaylistDetail GetPlaylistDetailByFID(const QString& fid) const;
     void PlaylistUpdate(MlvPlaylistDetail& detail);
+    void PlaylistSaveStartStop(Plid entry, int start, int stop);
     void PlaylistSaveAktion(Plid entry, int aktion, const QString& command);
     void PlaylistSaveStartStop(Plid entry, int start, int stop);
     void PlaylistSaveStartStopDefault(const MlvPlaylistDetail& detail);

@@ -26,6 +26,7 @@ class ConfigObjects;
 class GlobalSettings;
 class MessageLoop;
 class MLVFunction;
+struct MlvPlaylistDetail;
 class ModUndoRedo;
 class PointerControl;
 class Timer;
@@ -81,6 +82,8 @@ struct PlaylistActions
     /// when there are new entries.
     std::function<bool(const QStringList& files, Pnid list, std::optional<Sid> target, int aktion)>
         insertLists = [](const QStringList&, Pnid, std::optional<Sid>, int) { return false; };
+    /// Opens an entry in the sample tool.
+    std::function<void(const MlvPlaylistDetail& entry)> editSample = {};
     /// Where the sound of a file begins and ends: looked for so many milliseconds from either end,
     /// sound being what is louder than so much of 32768. Nothing for a file that cannot be read.
     std::function<std::optional<CueRange>(const QString& file, int withinMs, int loudness)> cuesOf =
@@ -183,6 +186,11 @@ public:
     /// What cannot be read is told in the status line.
     void AutocueTitel();
 
+    /// The sample tool has given an entry another start and stop. Nothing is taken for an entry
+    /// that is not of the list on the screen, or that is another track by now, nor a stop before
+    /// the start.
+    void takeSample(Plid entry, const QString& fid, int start, int stop);
+
     /// Takes back the last change of a list, or does it once more. Asks before it writes over what
     /// others have changed since.
     void undo();
@@ -261,6 +269,7 @@ private:
     void refreshList(const MLVMessage& message);
     void refreshPlayed(const MLVMessage& message);
     void changeVolumeIcon(const MLVMessage& message);
+    void showSampleTool(const MLVMessage& message);
 
     [[nodiscard]] static std::span<const ToolRow> toolTable();
     void bookPressed(const QString& key);
@@ -274,6 +283,7 @@ private:
     void seekPressed(const QString& key);
     void volumePressed(const QString& key);
     void toggleLoop(const QString& key);
+    void samplePressed(const QString& key);
     void undoPressed(const QString& key);
     void redoPressed(const QString& key);
 

@@ -42,6 +42,7 @@ std::span<const ctl_Playlist::ToolRow> ctl_Playlist::toolTable()
         {u"all.clip.insert", &ctl_Playlist::pasteInsert},
         {u"all.clip.append", &ctl_Playlist::pasteAppend},
         {u"all.data.select", &ctl_Playlist::selectAllRows},
+        {u"all.sample", &ctl_Playlist::samplePressed},
         {u"all.refresh", &ctl_Playlist::reloadPressed},
         {u"play.stop", &ctl_Playlist::monitorPressed},
         {u"play.start", &ctl_Playlist::monitorPressed},
@@ -216,6 +217,14 @@ void ctl_Playlist::rowActivated(qint64 row)
         toolPressed(m_monitorCommand.isEmpty() ? u"play.start"_s : m_monitorCommand);
     } else if (swap == kSwapEdit) {
         m_bus.SendMessage(u"show.tagedit.playlist"_s, GetFID());
+    }
+}
+
+void ctl_Playlist::samplePressed(const QString&)
+{
+    const Plid entry = currentEntry();
+    if (entry != Plid{} && m_actions.editSample) {
+        m_actions.editSample(m_tools.functions.GetPlaylistDetailByPLID(entry));
     }
 }
 

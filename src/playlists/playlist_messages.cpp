@@ -61,6 +61,7 @@ std::span<const ctl_Playlist::BusRow> ctl_Playlist::busTable()
         {u"load.layout.change.playlist", &ctl_Playlist::loadLayout},
         {u"autosize.playlist", &ctl_Playlist::autosize},
         {u"fill.temp.edit.table", &ctl_Playlist::fillTagTable},
+        {u"show.melovane.kiv", &ctl_Playlist::showSampleTool},
         {u"playlist.reset", &ctl_Playlist::resetList},
         {u"refresh.playlist", &ctl_Playlist::refreshList},
         {u"refresh.playlist.plid", &ctl_Playlist::refreshPlayed},
@@ -260,6 +261,27 @@ void ctl_Playlist::fillTagTable(const MLVMessage& message)
     if (message.Value1.toLong() != kOnlyLibrary && m_controls.grid.hasKeyboard()) {
         FillTempMp3EditTable();
     }
+}
+
+// ---- the sample tool
+
+void ctl_Playlist::showSampleTool(const MLVMessage& message)
+{
+    if (message.Value1.toLong() != kOnlyLibrary) {
+        samplePressed({});
+    }
+}
+
+void ctl_Playlist::takeSample(Plid entry, const QString& fid, int start, int stop)
+{
+    const bool isRange = start >= 0 && (stop == 0 || stop > start);
+    if (!canChange() || !isRange || rowOf(entry) < 0 ||
+        cellOf(rowOf(entry), u"FID").toText() != fid) {
+        return;
+    }
+    m_tools.functions.PlaylistSaveStartStop(entry, start, stop);
+    changed();
+    m_bus.SendMessage(u"jingle.playlist.change"_s, numberOf(m_pnid));
 }
 
 // ---- tracks from others

@@ -79,6 +79,10 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_listFiles(m3uCommandParts())
     , m_layouts(m_paths, m_files)
     , m_playlist(playlistParts(), m_window.playlist().controls(m_warnings), playlistActions())
+    , m_sampleTool(sampleParts())
+    , m_playlistMessage(m_messages.makeControl())
+    , m_exportForm(m_icons, m_texts)
+    , m_export(exportParts())
     , m_detailForm(m_texts)
     , m_listDetails(*m_engine, m_settings, m_detailForm)
     , m_favorit(favoritParts(), m_window.lists().tree())
@@ -163,7 +167,8 @@ LibraryCommands Application::libraryCommands()
 
 WindowDialogs Application::dialogs()
 {
-    return {[this] { m_info.Show(); }, [this] { m_editBox.Show(); },
+    return {[this] { m_info.Show(); },
+            [this] { m_editBox.Show(); },
             [this] {
                 return editLayout(u"EditGrid-db"_s, kLibraryLayout, m_library.Data1(),
                                   m_library.look(), m_window.library().controls().grid);
@@ -174,7 +179,8 @@ WindowDialogs Application::dialogs()
             [this] {
                 return editLayout(u"EditGrid-pl"_s, kPlaylistLayout, m_playlist.Data1(),
                                   m_playlist.look(), m_window.playlist().controls(m_warnings).grid);
-            }};
+            },
+            [this](int list) { exportList(list); }};
 }
 
 bool Application::editLayout(const QString& caption,
@@ -242,6 +248,9 @@ PlaylistActions Application::playlistActions()
             [this](const QString& name, GridControl& grid) { m_layouts.load(name, grid); },
             [this](const QStringList& files, Pnid list, std::optional<Sid> target, int aktion) {
                 return m_listFiles.insertLists(files, list, target, aktion);
+            },
+            [this](const MlvPlaylistDetail& entry) {
+                m_sampleTool.edit(entry, m_playlistMessage->handle());
             },
             [this](const QString& file, int withinMs, int loudness) {
                 return m_cueFinder.find(file, withinMs, loudness);
@@ -341,7 +350,10 @@ Mp3dbActions Application::libraryActions()
     return {
         [this] { m_mlvdb.importMusic(); },
         [this](const QString& cmd, const QString& fid) { m_mlvdb.startBeatGauge(cmd, fid, {}); },
-        [this](const QString& file) { return placeOf(file); }};
+        [this](const QString& file) { return placeOf(file); },
+        [this](const QString& fid) {
+            m_sampleTool.edit(m_lists.GetPlaylistDetailByFID(fid), m_playlistMessage->handle());
+        }};
 }
 
 bool Application::anotherCopyRuns()
@@ -425,6 +437,7 @@ void Application::connectViews()
                          m_mlvdb.setHistoryTexts(undo, redo);
                      });
     m_window.lists().attach(m_favorit, m_texts);
+    hearSampleTool();
     m_popup.setPlace([this] { return m_window.lists().menuPlace(); });
     m_settings.SetKeyboard(&m_keyboard);
     m_keyboard.setHandler(&m_window, [this] { return m_keys.keyPressed(); });

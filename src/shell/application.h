@@ -25,8 +25,10 @@
 #include "platform/qt/skin.h"
 #include "platform/sqlite/column_index.h"
 #include "platform/system/clock.h"
+#include "playlistfiles/kopie_file.h"
 #include "playlistfiles/m3u_commands.h"
 #include "playlistfiles/mlv_m3u.h"
+#include "playlistfiles/ui/kopie_file_dialog.h"
 #include "playlists/list_history.h"
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
@@ -40,6 +42,7 @@
 #include "shell/mlvdb.h"
 #include "shell/monitor_player.h"
 #include "shell/paths.h"
+#include "shell/sample_tool.h"
 #include "shell/show_warning.h"
 #include "shell/sibling_control.h"
 #include "shell/start_up_db.h"
@@ -99,6 +102,10 @@ private:
     [[nodiscard]] PlaylistParts listParts();
     [[nodiscard]] PlaylistViewParts playlistParts();
     [[nodiscard]] PlaylistActions playlistActions();
+    [[nodiscard]] KopieParts exportParts();
+    [[nodiscard]] SampleToolParts sampleParts();
+    void hearSampleTool();
+    void exportList(int list);
     [[nodiscard]] QStringList tracksOf(const QStringList& places);
     [[nodiscard]] M3uParts m3uParts();
     [[nodiscard]] M3uCommandParts m3uCommandParts();
@@ -163,6 +170,10 @@ private:
     M3uCommands m_listFiles;
     LayoutFiles m_layouts;
     ctl_Playlist m_playlist;
+    SampleTool m_sampleTool;
+    std::unique_ptr<KSMessage> m_playlistMessage; ///< `KSMessage1` of the playlist view
+    KopieFileDialog m_exportForm;
+    frmKopieFile m_export;
     DetailPlaylistDialog m_detailForm;
     frmDetailPlaylist m_listDetails;
     PlaylistFavorit m_favorit;

@@ -39,7 +39,7 @@ std::span<const ContextRow> contextRows()
         {10, {}, {}},
         {11, u"mnuPOPDBGRID_11", u"mark.for.edit"},
         {12, u"mnuPOPDBGRID_12", u"show.tageditor"},
-        {13, u"mnuPOPDBGRID_13", u"show.melovane.kiv", {}, true},
+        {13, u"mnuPOPDBGRID_13", u"show.melovane.kiv", u"sampler"},
         {14, {}, {}},
         {15, u"mnuPOPDBGRID_15", u"autosize.grid"},
         {16, u"mnuPOPDBGRID_16", u"BeatGauge.Menu.Click"},

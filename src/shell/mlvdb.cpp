@@ -94,9 +94,8 @@ void MLVDB::setCaptions()
     }
     for (const ContextRow& row : contextRows()) {
         if (!row.isSeparator()) {
-            m_controls.menus.setText(
-                u"mnuPOPDBGRID_%1"_s.arg(row.index), m_parts.texts.text(row.key.toString()),
-                row.isLater ? m_parts.texts.text(u"status.later"_s) : QString());
+            m_controls.menus.setText(u"mnuPOPDBGRID_%1"_s.arg(row.index),
+                                     m_parts.texts.text(row.key.toString()), {});
         }
     }
     m_controls.menus.setChecked(u"mnuAutosizeGrid"_s, m_parts.settings.AutosizeGrid() != 0);

@@ -84,6 +84,8 @@ struct WindowDialogs
     std::function<std::optional<GridFont>(const GridFont& present)> chooseFont;
     /// The same for the playlist.
     std::function<bool()> editPlaylistLayout = [] { return false; };
+    /// `frmKopieFile` for the list of that number.
+    std::function<void(int list)> exportList = [](int) {};
 };
 
 /// The parts of the program that the window's logic uses; they outlive it.
@@ -171,6 +173,9 @@ public:
 
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
+    /// Tells that a program of the suite could not be started.
+    void tellMissing(const QString& program) { tellMissing(false, program); }
+
     /// Words for the entries that take a change of a list back and do it again.
     void setHistoryTexts(const QString& undo, const QString& redo);
 
@@ -201,6 +206,7 @@ private:
     void mnuImpPlaylistBas();
     void mnuExpPlaylistBas();
     void mnuAktivePlaylist();
+    void mnuAktivePlaystFiles();
     void mnuExitJobs();
     void mnuExit();
     void mnuDelDayCount();
@@ -222,6 +228,7 @@ private:
     // Bus.
     void MessBus_Message(const MLVMessage& message);
     void editBoxNewGenre(const MLVMessage& message);
+    void exportList(const MLVMessage& message);
     void runProc(const MLVMessage& message);
     void beatGaugeAuto(const MLVMessage& message);
     void beatGaugeManual(const MLVMessage& message);

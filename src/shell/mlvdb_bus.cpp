@@ -27,7 +27,7 @@ std::span<const MLVDB::BusRow> MLVDB::busTable()
         {u"refresh.tree.album", &MLVDB::notYet},
         {u"refresh.tree.interpret", &MLVDB::notYet},
         {u"edittag.show.editbox.new.genre", &MLVDB::editBoxNewGenre},
-        {u"playlist.save.file.show", &MLVDB::notYet},
+        {u"playlist.save.file.show", &MLVDB::exportList},
         {u"show.gridlayout", &MLVDB::showGridLayout},
         {u"run.proc", &MLVDB::runProc},
         {u"beatgauge.playlist.fid.auto", &MLVDB::beatGaugeAuto},
@@ -78,6 +78,18 @@ void MLVDB::MessBus_Message(const MLVMessage& message)
 void MLVDB::editBoxNewGenre(const MLVMessage&)
 {
     m_parts.dialogs.askNewGenre();
+}
+
+void MLVDB::exportList(const MLVMessage& message)
+{
+    // Without a list chosen in the tree the one on the screen is meant.
+    const int chosen = message.Value1.toLong();
+    const int list = chosen > 0 ? chosen : m_parts.playlist.pnid();
+    if (list > 0) {
+        m_parts.dialogs.exportList(list);
+    } else {
+        showStatusText(m_parts.texts.text(u"export.nolist"_s));
+    }
 }
 
 void MLVDB::runProc(const MLVMessage& message)

@@ -41,7 +41,7 @@ std::span<const MenuRow> MLVDB::menu()
         {1, Entry, u"mnuImpPlaylistBas", {}, {}, {}, &MLVDB::mnuImpPlaylistBas},
         {1, Entry, u"mnuExpPlaylistBas", {}, {}, {}, &MLVDB::mnuExpPlaylistBas},
         {1, Entry, u"mnuAktivePlaylist", {}, {}, u"Ctrl+S", &MLVDB::mnuAktivePlaylist},
-        {1, Entry, u"mnuAktivePlaystFiles"},
+        {1, Entry, u"mnuAktivePlaystFiles", {}, {}, {}, &MLVDB::mnuAktivePlaystFiles},
         {1, Separator, {}},
         {1, Entry, u"mnuExitJobs", {}, {}, {}, &MLVDB::mnuExitJobs},
         {1, Entry, u"mnuExit", {}, u"exit", u"Ctrl+Q", &MLVDB::mnuExit},
@@ -142,6 +142,11 @@ void MLVDB::mnuExpPlaylistBas()
     }
     m_parts.warnings.ShowWarning(m_parts.texts.text(u"nochangeplaylist"_s), WarningType::Note,
                                  m_parts.texts.text(u"achtung"_s));
+}
+
+void MLVDB::mnuAktivePlaystFiles()
+{
+    SendMessage(u"playlist.save.file"_s);
 }
 
 void MLVDB::mnuExitJobs()

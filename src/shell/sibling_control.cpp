@@ -76,6 +76,11 @@ bool SiblingControl::startSleeveViewer(const QString& argument)
     return start(u"SleeveViewer.exe "_s + argument, Style::Normal);
 }
 
+bool SiblingControl::startSampleTool()
+{
+    return start(u"Melovanekiv.exe"_s, Style::Normal);
+}
+
 bool SiblingControl::startTagEditor()
 {
     return startIfInstalled(u"tagbench"_s, u" edit"_s, Style::Normal);

@@ -26,6 +26,8 @@ public:
     bool startRebuildTree();
     bool startSleeveViewer(const QString& argument);
 
+    bool startSampleTool();
+
     // Tested first: nothing is tried when the program is not there.
     bool startTagEditor();
     bool startLevelPanel();

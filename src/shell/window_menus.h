@@ -54,7 +54,6 @@ struct ContextRow
     QStringView key; ///< of its text in the catalogue; empty for a separator
     QStringView tag; ///< what it does; empty for the submenu `mnuMoreResult`
     QStringView icon = {};
-    bool isLater = false; ///< waits for a view of a later release; shown disabled, and says so
 
     [[nodiscard]] bool isSeparator() const { return key.isEmpty(); }
 

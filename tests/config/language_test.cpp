@@ -58,6 +58,8 @@ const QSet<QString> kSameInBoth{
     u"tree.root.album"_s,
     u"info.bpm"_s,
     u"intake.start"_s,
+    u"export.sample.album"_s,
+    u"export.sample.genre"_s,
 };
 
 QByteArray shippedFile()

@@ -26,13 +26,15 @@ public:
     M3uCheck();
     ~M3uCheck();
 
-    /// Takes the bytes as a list file:
-    /// - each record has a path of one line without a bar and texts that are no "Null", and reads
-    ///   back as it is when it is written again;
-    /// - each becomes an entry or one failure, nothing else comes into the library;
-    /// - the entries go into a list and out again.
+    /// Takes the bytes as a list file: each record has a path of one line without a bar and texts
+    /// that are no "Null", and reads back as it is when it is written again.
     /// \return what went wrong; empty when all holds
-    [[nodiscard]] QString check(const QByteArray& bytes);
+    [[nodiscard]] static QString checkText(const QByteArray& bytes);
+
+    /// Loads them over a library and a disk, which costs some thousand times as much: each record
+    /// becomes an entry or one failure, nothing else comes into the library, and the entries go
+    /// into a list.
+    [[nodiscard]] QString checkImport(const QByteArray& bytes);
 
     /// Entries that were found so far, and failures.
     [[nodiscard]] int entries() const { return m_entries; }
@@ -41,7 +43,6 @@ public:
 
 private:
     [[nodiscard]] static QString checkRecord(const M3uRecord& record);
-    [[nodiscard]] QString checkImport(const QByteArray& bytes, int records);
     [[nodiscard]] int count(const QString& from) const;
     void fillLibrary();
 

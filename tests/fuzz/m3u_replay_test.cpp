@@ -20,7 +20,9 @@ TEST(M3uReplay, NoKeptListBreaksTheReader)
     for (const QString& name : names) {
         QFile file(folder.filePath(name));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        EXPECT_EQ(check.check(file.readAll()).toStdString(), "") << name.toStdString();
+        const QByteArray bytes = file.readAll();
+        EXPECT_EQ(M3uCheck::checkText(bytes).toStdString(), "") << name.toStdString();
+        EXPECT_EQ(check.checkImport(bytes).toStdString(), "") << name.toStdString();
     }
     EXPECT_GT(check.entries(), 0);
     EXPECT_GT(check.failures(), 0);

@@ -214,6 +214,22 @@ TEST_F(Mp3dbMessagesTest, TheTempoOfTheCurrentTrackIsAskedForWithItsMode)
     EXPECT_EQ(tempoSearches, (QStringList{u"auto "_s + fid, u"manuell "_s + fid}));
 }
 
+TEST_F(Mp3dbMessagesTest,
+       TheSampleToolGetsTheCurrentTrackWhenTheMenuWasTheLibrarysOrItsButtonIsPressed)
+{
+    type(u"Brand"_s);
+    grid.current = -1;
+    view.toolPressed(u"all.sample"_s);
+    EXPECT_EQ(sampled, QStringList());
+    grid.current = 0;
+    others.SendMessage(u"show.melovane.kiv"_s, 1);
+    others.SendMessage(u"show.melovane.kiv"_s);
+    EXPECT_EQ(sampled, QStringList());
+    others.SendMessage(u"show.melovane.kiv"_s, 2);
+    view.toolPressed(u"all.sample"_s);
+    EXPECT_EQ(sampled, (QStringList{view.GetFID(), view.GetFID()}));
+}
+
 TEST_F(Mp3dbMessagesTest, TheContextMenuAndTheMonitorAreAskedForWithTheCurrentTrack)
 {
     QStringList sent;

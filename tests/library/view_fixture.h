@@ -124,13 +124,15 @@ struct LibraryViewTest : public testing::Test
     NoLoop loop;
     int imports = 0;
     QStringList tempoSearches;
+    QStringList sampled; ///< tracks that the sample tool got
     ctl_MP3DB view{parts(),
                    {grid, search, pointer, clipboard},
                    {[this] { ++imports; },
                     [this](const QString& cmd, const QString& fid) {
                         tempoSearches.append(cmd + QChar::fromLatin1(' ') + fid);
                     },
-                    [](const QString& file) { return file; }}};
+                    [](const QString& file) { return file; },
+                    [this](const QString& fid) { sampled.append(fid); }}};
 };
 
 } // namespace melovane::test

@@ -74,7 +74,7 @@ protected:
     {
         QByteArray lines;
         for (int i = 0; i < 4000; ++i) {
-            lines += "gone" + QByteArray::number(i) + ".mp3\n";
+            lines += "Q:\\none\\" + QByteArray::number(i) + ".mp3\n";
         }
         return lines;
     }

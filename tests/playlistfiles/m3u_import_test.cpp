@@ -295,6 +295,16 @@ TEST_F(M3uImportTest, AnInsertLeavesOnePlaceFreeAndItsLastEntryMeetsTheFirstThat
     EXPECT_EQ(lists.entryCount(list), 6);
 }
 
+TEST_F(M3uImportTest, PositionsStopAtTheLastOneAndKeepTheOrderOfTheFile)
+{
+    lists.addTracks(4);
+    const Pnid list = lists.addList({2147483646});
+    ASSERT_EQ(
+        load("#MLV:FID=800000000004\na\n#MLV:FID=800000000003\nb\n#MLV:FID=800000000002\nc\n"), 0);
+    EXPECT_EQ(m3u.Append(list), 3);
+    EXPECT_EQ(lists.entries(list), u"2147483646:1 2147483647:4 2147483647:3 2147483647:2"_s);
+}
+
 TEST_F(M3uImportTest, NewEntriesHaveTheActionThatTheCallerSets)
 {
     lists.addTracks(1);

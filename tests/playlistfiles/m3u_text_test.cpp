@@ -217,6 +217,9 @@ TEST(M3uPlace, DotsAreTakenOutOfAPath)
     EXPECT_EQ(m3uplace::cleaned(u"\\\\srv\\share\\x.mp3"_s), u"\\\\srv\\share\\x.mp3"_s);
     EXPECT_EQ(m3uplace::cleaned(u"../x.mp3"_s), u"../x.mp3"_s);
     EXPECT_EQ(m3uplace::cleaned(u"."_s), QString());
+    EXPECT_EQ(m3uplace::cleaned(u"C:x.mp3"_s), u"C:x.mp3"_s);
+    EXPECT_EQ(m3uplace::cleaned(u"./C:C:"_s), u"C:C:"_s);
+    EXPECT_EQ(m3uplace::cleaned(u"a/b"_s), u"a/b"_s);
 }
 
 } // namespace

@@ -118,7 +118,8 @@ protected:
     Pnid list{};
     QString undoTip;
     QStringList tempoSearches;
-    QStringList fileTracks; ///< what dropped files hold
+    QStringList fileTracks;                 ///< what dropped files hold
+    std::vector<MlvPlaylistDetail> sampled; ///< entries that the sample tool got
     QStringList insertedLists;
     bool listsHaveEntries = true;
     QStringList cueSearches;
@@ -149,6 +150,7 @@ protected:
                      .arg(aktion));
              return listsHaveEntries;
          },
+         [this](const MlvPlaylistDetail& entry) { sampled.push_back(entry); },
          [this](const QString& file, int withinMs, int loudness) {
              cueSearches.append(QStringLiteral("%1 %2 %3").arg(file).arg(withinMs).arg(loudness));
              return cues;

@@ -216,6 +216,51 @@ TEST_F(PlaylistView, TheTempoFinderGetsTrackAndEntry)
               (QStringList{u"auto 800000000001 "_s + plid, u"manuell 800000000001 "_s + plid}));
 }
 
+TEST_F(PlaylistView, TheSampleToolGetsTheCurrentEntryUnlessTheMenuWasTheLibrarys)
+{
+    openList(2);
+    view.toolPressed(u"all.sample"_s);
+    EXPECT_TRUE(sampled.empty()) << "no row, no entry";
+    stand(1);
+    others.SendMessage(u"show.melovane.kiv"_s, 2);
+    EXPECT_TRUE(sampled.empty());
+    others.SendMessage(u"show.melovane.kiv"_s, 1);
+    others.SendMessage(u"show.melovane.kiv"_s);
+    view.toolPressed(u"all.sample"_s);
+    ASSERT_EQ(sampled.size(), 3U);
+    EXPECT_EQ(numberOf(sampled[0].PLID), cell(1, u"PLID").toInt64());
+    EXPECT_EQ(sampled[0].FID, u"800000000002"_s);
+}
+
+TEST_F(PlaylistView, StartAndStopOfTheSampleToolAreTakenAndCanBeUndone)
+{
+    openList(2);
+    stand(1);
+    const Plid entry{cell(1, u"PLID").toLong()};
+    view.takeSample(entry, u"800000000002"_s, 40, 900);
+    EXPECT_EQ(cell(1, u"Start").toLong(), 40);
+    EXPECT_EQ(cell(1, u"Stop").toLong(), 900);
+    EXPECT_EQ(sentOf(u"jingle.playlist.change"_s).size(), 1);
+    view.undo();
+    EXPECT_NE(cell(1, u"Start").toLong(), 40);
+}
+
+TEST_F(PlaylistView, WhatTheSampleToolSaysOfAnotherEntryOrOfNoRangeIsNotTaken)
+{
+    openList(2);
+    const Plid entry{cell(1, u"PLID").toLong()};
+    const QString before = cell(1, u"Start").toText() + u' ' + cell(1, u"Stop").toText();
+    view.takeSample(entry, u"800000000001"_s, 40, 900);
+    view.takeSample(Plid{4711}, u"800000000002"_s, 40, 900);
+    view.takeSample(Plid{}, {}, 40, 900);
+    view.takeSample(entry, u"800000000002"_s, -1, 900);
+    view.takeSample(entry, u"800000000002"_s, 900, 40);
+    others.SendMessage(u"playlist.set.lock"_s, true);
+    view.takeSample(entry, u"800000000002"_s, 40, 900);
+    EXPECT_EQ(cell(1, u"Start").toText() + u' ' + cell(1, u"Stop").toText(), before);
+    EXPECT_TRUE(sentOf(u"jingle.playlist.change"_s).isEmpty());
+}
+
 TEST_F(PlaylistView, AResetSetsTheListBackUnlessItIsLocked)
 {
     openList(1);

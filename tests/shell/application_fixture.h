@@ -5,8 +5,10 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
+#include <QTest>
 #include <QTextEdit>
 #include <QTimer>
 
@@ -31,27 +33,39 @@ protected:
         return code;
     }
 
+    /// Answers the dialog that is open; false when there is none.
+    bool answered()
+    {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr) {
+            return false;
+        }
+        if (dialog->objectName() == QLatin1String("frmKopieFile")) {
+            return true; // the test that has opened it acts in it
+        }
+        if (auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+            name->setText(chosenFile);
+            QTest::keyClick(name, Qt::Key_Return);
+            return true;
+        }
+        warnings.append(dialog->findChild<QLabel*>(QStringLiteral("SkinLabel1"))->text() +
+                        QStringLiteral(": ") +
+                        dialog->findChild<QTextEdit*>(QStringLiteral("SkinLabel2"))->toPlainText());
+        auto* no = dialog->findChild<QPushButton*>(QStringLiteral("cmdNein"));
+        (no != nullptr ? no : dialog->findChild<QPushButton*>(QStringLiteral("cmdOk")))->click();
+        return true;
+    }
+
     void look(const std::function<void(QMainWindow&)>& inWindow)
     {
-        // A test in the window handles events, and so this watcher.
-        if (m_inWindow) {
-            return;
-        }
-        if (QWidget* dialog = QApplication::activeModalWidget()) {
-            warnings.append(
-                dialog->findChild<QLabel*>(QStringLiteral("SkinLabel1"))->text() +
-                QStringLiteral(": ") +
-                dialog->findChild<QTextEdit*>(QStringLiteral("SkinLabel2"))->toPlainText());
-            dialog->findChild<QPushButton*>(QStringLiteral("cmdOk"))->click();
+        if (answered()) {
             return;
         }
         for (QWidget* widget : QApplication::topLevelWidgets()) {
             auto* window = qobject_cast<QMainWindow*>(widget);
             if (window != nullptr && window->isVisible()) {
                 if (inWindow) {
-                    m_inWindow = true;
                     inWindow(*window);
-                    m_inWindow = false;
                 }
                 window->close();
             }
@@ -80,10 +94,8 @@ protected:
     }
 
     QStringList warnings;
+    QString chosenFile;            ///< in the file dialogs
     sqlite::IndexFigures searches; ///< of the last run
-
-private:
-    bool m_inWindow = false;
 };
 
 } // namespace melovane::test

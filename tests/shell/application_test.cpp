@@ -1,11 +1,18 @@
+#include "bus/message_numbers.h"
 #include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_messages.h"
 #include "shell/application_fixture.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QComboBox>
+#include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QPushButton>
 #include <QTableView>
+#include <QTimer>
 #include <QToolButton>
 #include <QTranslator>
 #include <QTreeView>
@@ -38,6 +45,30 @@ TEST_F(ApplicationTest, StartsSearchesAndEnds)
     EXPECT_GE(searches.answers, 5);
     EXPECT_EQ(searches.loads, 1);
     EXPECT_TRUE(warnings.isEmpty()) << warnings.join(u"\n"_s).toStdString();
+}
+
+TEST_F(ApplicationTest, AListIsImportedFromTheMenuOpenedAndSavedAgain)
+{
+    suite.library.add({.FID = u"800000000001"_s, .Titel = u"Brandung"_s, .DName = u"b.mp3"_s});
+    const test::TempFolder folder;
+    const QString file =
+        folder.write(u"Größte Hits.m3u"_s, "#MLV:FID=800000000001\n/music/b.mp3\nmissing.mp3\n");
+    int rows = -1;
+    QTimer user; // the watcher waits for the entries of the menu
+    QObject::connect(&user, &QTimer::timeout, qApp, [&] { answered(); });
+    user.start(10ms);
+    EXPECT_EQ(run([&](QMainWindow& window) {
+                  chosenFile = file;
+                  window.findChild<QAction*>(u"mnuImpPlaylistBas"_s)->trigger();
+                  rows = window.findChild<QTableView*>(u"PlaylistGrid1"_s)->model()->rowCount();
+                  chosenFile = folder.file(u"out"_s);
+                  window.findChild<QAction*>(u"mnuAktivePlaylist"_s)->trigger();
+              }),
+              0);
+    EXPECT_EQ(rows, 1);
+    EXPECT_EQ(suite.column(u"select name from pl_name"_s), QStringList{u"Größte Hits"_s});
+    EXPECT_EQ(warnings.size(), 1); // the log of what is missing is offered
+    EXPECT_TRUE(folder.read(u"out.m3u"_s).contains("#MLV:FID=800000000001\r\n"));
 }
 
 TEST_F(ApplicationTest, AnEmptyDatabaseStartsTheImporterWithArgument1AndDoesNotReadDBPosition)
@@ -96,6 +127,62 @@ TEST_F(ApplicationTest, TheListsStandInTheirPanelThePlayingOneChosenAndFoldedGro
                  lists(window)->isExpanded(rows->index(rows->rowCount() - 2, 0));
     });
     EXPECT_TRUE(folded);
+}
+
+TEST_F(ApplicationTest, APlaylistIsExportedWithItsFilesFromTheMenu)
+{
+    const QString music = suite.write(u"Musik/Licht.mp3"_s, "sound").section(u'/', 0, -2);
+    const QString fid =
+        suite.library.add({.Titel = u"Licht"_s, .Path = music + u'/', .DName = u"Licht.mp3"_s});
+    suite.library.addPlaylist({.Name = u"Hauptset"_s, .tracks = {fid}, .IsPlay = true});
+    suite.write(u"Stick/keep"_s, {});
+    const QString stick = suite.file(u"Stick"_s);
+    suite.write(u"melovane.ini"_s, "[Global]\nSavePlaylistFilesPath=" + stick.toUtf8() +
+                                       "\n[SavePlaylist]\nTemplate=%P/%TP_%N\n");
+    QString outcome;
+    run([&](QMainWindow& window) {
+        QTimer::singleShot(0, &window, [&] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            dialog->findChild<QPushButton*>(u"cmdStart"_s)->click();
+            outcome = dialog->findChild<QLabel*>(u"sklErgebnis"_s)->text();
+            dialog->close();
+        });
+        window.findChild<QAction*>(u"mnuAktivePlaystFiles"_s)->trigger();
+    });
+    EXPECT_EQ(outcome, u"1 von 1 Titeln kopiert."_s);
+    EXPECT_EQ(suite.read(u"Stick/Hauptset/01_Licht.mp3"_s), "sound");
+    EXPECT_TRUE(suite.read(u"Stick/Hauptset.m3u"_s).endsWith("\r\nHauptset/01_Licht.mp3\r\n"));
+}
+
+TEST_F(ApplicationTest, TheSampleToolIsStartedWithTheEntryAndItsAnswerIsTaken)
+{
+    const QString fid = suite.library.add({.Titel = u"Licht"_s});
+    suite.library.addPlaylist({.Name = u"Hauptset"_s, .tracks = {fid}, .IsPlay = true});
+    // The sibling of this test leaves what it was given beside itself.
+    const QString tool =
+        suite.write(u"Melovanekiv"_s, "#!/bin/sh\ncp \"${0%/*}/global.kiv\" "
+                                      "\"$0.part\" && mv \"$0.part\" \"$0.got\"\n");
+    QFile::setPermissions(tool, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    run([&](QMainWindow& window) {
+        window.findChild<QTableView*>(u"PlaylistGrid1"_s)->selectRow(0);
+        auto* panel = window.findChild<QWidget*>(u"ctl_Playlist1"_s);
+        panel->findChild<QToolButton*>(u"all.sample"_s)->click();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return QFileInfo(tool + u".got"_s).size() > 0; }));
+        const QList<QByteArray> given = suite.read(u"Melovanekiv.got"_s).split('\n');
+        ASSERT_EQ(given.size(), 13);
+        EXPECT_EQ(given[0], fid.toUtf8());
+        QList<QByteArray> answer = given;
+        answer[6] = " 40 ";
+        answer[7] = " 900 ";
+        suite.write(u"global.kiv"_s, answer.join('\n'));
+        LinuxMessages messages(MessagePlace(suite.folders.environment().runtimeFolder()));
+        const auto control = messages.makeControl();
+        control->setTarget(given[3].trimmed().toInt());
+        control->Post(message::kSampleValue1, 0, 0);
+        const auto start = [&] { return suite.value(u"select FrameStart from pl_all"_s).toLong(); };
+        EXPECT_TRUE(QTest::qWaitFor([&] { return start() == 40; }));
+        EXPECT_EQ(suite.value(u"select FrameStop from pl_all"_s).toLong(), 900);
+    });
 }
 
 TEST_F(ApplicationTest, AMissingDatabaseIsToldAsAnOpenErrorAndEndsTheProcess)

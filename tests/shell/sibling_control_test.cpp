@@ -38,6 +38,7 @@ TEST_F(SiblingControlTest, StartLinesAreThoseThatTheSiblingsKnow)
     siblings.startWriteTags(4711);
     siblings.startRebuildTree();
     siblings.startSleeveViewer(u"/music/a b.jpg"_s);
+    siblings.startSampleTool();
     siblings.findTempo(u"auto"_s, u"123456789012"_s);
     siblings.findTempo(u"manuell"_s, u"123456789012"_s);
     siblings.startPlugIn(u"helper"_s, u"7"_s);
@@ -47,13 +48,14 @@ TEST_F(SiblingControlTest, StartLinesAreThoseThatTheSiblingsKnow)
                            u"tagbench.exe import"_s, u"mediaintake.exe 2"_s,
                            u"Task.StorePlaylists.exe "_s, u"Task.WriteTags.exe 4711"_s,
                            u"Task.RebuildTree.exe 1"_s, u"SleeveViewer.exe /music/a b.jpg"_s,
-                           u"beatgauge.exe cmd=auto fid=123456789012"_s,
+                           u"Melovanekiv.exe"_s, u"beatgauge.exe cmd=auto fid=123456789012"_s,
                            u"beatgauge.exe cmd=manuell fid=123456789012"_s, u"helper.exe 7"_s,
                            u"helper.exe "_s}));
-    EXPECT_EQ(processes.styles,
-              (std::vector{Style::Normal, Style::Normal, Style::Normal, Style::Normal,
-                           Style::Minimised, Style::Minimised, Style::Minimised, Style::Normal,
-                           Style::Minimised, Style::Minimised, Style::Normal, Style::Normal}));
+    EXPECT_EQ(
+        processes.styles,
+        (std::vector{Style::Normal, Style::Normal, Style::Normal, Style::Normal, Style::Minimised,
+                     Style::Minimised, Style::Minimised, Style::Normal, Style::Normal,
+                     Style::Minimised, Style::Minimised, Style::Normal, Style::Normal}));
 }
 
 TEST_F(SiblingControlTest, ThreeProgramsAreStartedOnlyWhereTheyAreInstalled)

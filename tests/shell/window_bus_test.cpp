@@ -122,12 +122,20 @@ TEST_F(WindowBusTest, WhatIsNotThereYetIsSaid)
 {
     for (const QString& name :
          {u"refresh.tree.genre"_s, u"refresh.tree.dir"_s, u"refresh.tree.album"_s,
-          u"refresh.tree.interpret"_s, u"playlist.save.file.show"_s, u"show.tagedit.mp3db"_s,
-          u"show.tagedit.playlist"_s}) {
+          u"refresh.tree.interpret"_s, u"show.tagedit.mp3db"_s, u"show.tagedit.playlist"_s}) {
         status.setPanel(StatusPanel::Message, {});
         EXPECT_EQ(after(name, u"DB"_s), QStringList());
         EXPECT_FALSE(shown().isEmpty()) << name.toStdString();
     }
+}
+
+TEST_F(WindowBusTest, TheExportOpensForTheChosenListElseForTheOneOnTheScreen)
+{
+    EXPECT_EQ(after(u"playlist.save.file.show"_s, u"7"_s), QStringList{u"export list 7"_s});
+    EXPECT_EQ(after(u"playlist.save.file.show"_s, QString()), QStringList{u"export list 12"_s});
+    shownPnid = 0;
+    EXPECT_EQ(after(u"playlist.save.file.show"_s, u"x"_s), QStringList());
+    EXPECT_EQ(shown(), u"Erst eine Playliste auswählen"_s);
 }
 
 TEST_F(WindowBusTest, TheHeadingsOfThePlaylistOpenItsLayout)

@@ -317,7 +317,9 @@ struct WindowFixture : public testing::Test
           [this](const GridFont& present) {
               log.append(QStringLiteral("choose font ") + present.name);
               return chosenFont;
-          }}},
+          },
+          [] { return false; },
+          [this](int list) { log.append(QStringLiteral("export list %1").arg(list)); }}},
         {window, status, skin, menus, {&splits[0], &splits[1], &splits[2]}}};
     BusSender others{bus, QStringLiteral("Tree")};
 };

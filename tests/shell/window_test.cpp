@@ -228,7 +228,7 @@ TEST_F(WindowTest, EveryToolButtonSaysWhatItDoes)
             EXPECT_FALSE(button->icon().isNull());
         }
     }
-    EXPECT_EQ(named, 13 + 16) << "library and playlist";
+    EXPECT_EQ(named, 14 + 16) << "library and playlist";
 }
 
 } // namespace

@@ -103,6 +103,7 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
          {u"all.copy"_s, u"copy"_s, u"ToolTipAllTableCopy"_s},
          {u"all.db.insert"_s, u"insert"_s, u"ToolTipAllTableInsert"_s},
          {u"all.db.append"_s, u"append"_s, u"ToolTipAllTableAppend"_s},
+         {u"all.sample"_s, u"sampler"_s, u"ToolTipKIV"_s},
          {u"all.delete"_s, u"delete"_s, u"ToolTipDBTableDel"_s}}};
     createHistoryButtons(logic, texts);
     for (const std::vector<Tool>& group : groups) {

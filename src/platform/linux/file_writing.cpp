@@ -32,6 +32,13 @@ QByteArray folderOf(const QByteArray& path)
     throw IoError(linuxnames::decode(path), QString::fromLocal8Bit(std::strerror(error)));
 }
 
+/// True when the file system refuses what it cannot hold: modes on a FAT stick, dates on a network
+/// share of somebody else.
+bool cannotHoldIt()
+{
+    return errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS;
+}
+
 QByteArray randomName(const QByteArray& folder)
 {
     return folder + "/.mlv-" + QByteArray::number(QRandomGenerator::system()->generate64(), 36);
@@ -77,6 +84,13 @@ void writeAll(int descriptor, const QByteArray& bytes, const QByteArray& path)
             failWithErrno(path);
         }
         done += qMax<ssize_t>(count, 0);
+    }
+}
+
+void syncSoFar(int descriptor, const QByteArray& path)
+{
+    if (::fdatasync(descriptor) != 0) {
+        failWithErrno(path);
     }
 }
 
@@ -156,19 +170,20 @@ void Replacement::keepFrom(const struct stat& original)
 {
     m_mode = original.st_mode & 0777U;
     const timespec times[2] = {{0, UTIME_OMIT}, original.st_mtim};
-    if (::futimens(m_file.number(), times) != 0) {
+    if (::futimens(m_file.number(), times) != 0 && !cannotHoldIt()) {
         failWithErrno(m_target);
     }
 }
 
 void Replacement::commit()
 {
+    const bool isCopy = m_mode.has_value();
     if (m_replaced.st_mode != 0) {
         // Only root may give files away; for others the new file is theirs, and that is all right.
         const int owned = ::fchown(m_file.number(), m_replaced.st_uid, m_replaced.st_gid);
         m_mode = m_mode.value_or(m_replaced.st_mode & (owned == 0 ? 07777U : 0777U));
     }
-    if (m_mode && ::fchmod(m_file.number(), *m_mode) != 0) {
+    if (m_mode && ::fchmod(m_file.number(), *m_mode) != 0 && !(isCopy && cannotHoldIt())) {
         failWithErrno(m_target);
     }
     if (::fsync(m_file.number()) != 0) {

@@ -53,6 +53,9 @@ private:
 /// Writes all bytes, going on after interruptions. \throws IoError naming `path`
 void writeAll(int descriptor, const QByteArray& bytes, const QByteArray& path);
 
+/// Has the disk take what was written up to now. \throws IoError naming `path`
+void syncSoFar(int descriptor, const QByteArray& path);
+
 /// A file that takes the place of another one as a whole.
 ///
 /// Written in the target's folder, without a name where the file system knows that, so that even a
@@ -78,7 +81,8 @@ public:
     [[nodiscard]] const struct stat& replaced() const { return m_replaced; }
 
     /// Mode and modification time of the file that this one is a copy of; they then win over the
-    /// mode of the replaced file. \throws IoError
+    /// mode of the replaced file. A file system that cannot hold them keeps its own. \throws
+    /// IoError
     void keepFrom(const struct stat& original);
 
     /// Gives owner and mode of the replaced file, when there is one, syncs, renames and syncs the

@@ -7,6 +7,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -23,6 +24,8 @@ using linuxnames::systemPath;
 namespace {
 
 constexpr qsizetype kBlock = 1024LL * 1024;
+/// Bytes of a copy in steps that may wait to be synced: a slow stick needs a second for them.
+constexpr qint64 kUnsynced = 4 * kBlock;
 /// Listings kept for the second look-up of a path.
 constexpr qsizetype kMaxListings = 64;
 /// A folder's time may stand still for this long although names are added: ticks of the kernel are
@@ -103,6 +106,36 @@ QByteArray readBlock(const Descriptor& file, const QByteArray& path)
     }
     block.truncate(count);
     return block;
+}
+
+/// False when `step` gave up; without one nothing is asked, and synced at the end only.
+bool copyBlocks(const QByteArray& from, const QByteArray& to, const CopyStep& step)
+{
+    struct stat facts = {};
+    const Descriptor file = openPlain(from, facts);
+    linuxfiles::Replacement replacement(to);
+    if (replacement.replaced().st_mode != 0 && replacement.replaced().st_dev == facts.st_dev &&
+        replacement.replaced().st_ino == facts.st_ino) {
+        return true;
+    }
+    qint64 copied = 0;
+    qint64 unsynced = 0;
+    for (QByteArray block = readBlock(file, from); !block.isEmpty();
+         block = readBlock(file, from)) {
+        linuxfiles::writeAll(replacement.descriptor(), block, replacement.target());
+        copied += block.size();
+        unsynced += block.size();
+        if (step && unsynced >= kUnsynced) {
+            unsynced = 0;
+            linuxfiles::syncSoFar(replacement.descriptor(), replacement.target());
+        }
+        if (step && !step(copied)) {
+            return false;
+        }
+    }
+    replacement.keepFrom(facts);
+    replacement.commit();
+    return true;
 }
 
 } // namespace
@@ -259,20 +292,12 @@ void LinuxFiles::append(const QString& path, const QByteArray& bytes)
 
 void LinuxFiles::copy(const QString& source, const QString& target)
 {
-    const QByteArray from = systemPath(source);
-    struct stat facts = {};
-    const Descriptor file = openPlain(from, facts);
-    linuxfiles::Replacement replacement(systemPath(target));
-    if (replacement.replaced().st_mode != 0 && replacement.replaced().st_dev == facts.st_dev &&
-        replacement.replaced().st_ino == facts.st_ino) {
-        return;
-    }
-    for (QByteArray block = readBlock(file, from); !block.isEmpty();
-         block = readBlock(file, from)) {
-        linuxfiles::writeAll(replacement.descriptor(), block, replacement.target());
-    }
-    replacement.keepFrom(facts);
-    replacement.commit();
+    copyBlocks(systemPath(source), systemPath(target), {});
+}
+
+bool LinuxFiles::copyInSteps(const QString& source, const QString& target, const CopyStep& step)
+{
+    return copyBlocks(systemPath(source), systemPath(target), step);
 }
 
 bool LinuxFiles::makeFolder(const QString& path)
@@ -326,6 +351,17 @@ VolumeFacts LinuxFiles::volume(const QString& path) const
     const QByteArray place(real);
     ::free(real); // NOLINT(cppcoreguidelines-no-malloc): realpath gives it so
     return volumes::volumeOf(place, m_sources);
+}
+
+std::optional<VolumeSpace> LinuxFiles::space(const QString& path) const
+{
+    struct statvfs facts = {};
+    const QByteArray name = systemPath(path);
+    if (name.isEmpty() || ::statvfs(name.constData(), &facts) != 0 || facts.f_blocks == 0) {
+        return {};
+    }
+    const qint64 block = qint64(qMax<unsigned long>(facts.f_frsize, 1));
+    return VolumeSpace{qint64(facts.f_bavail) * block, block};
 }
 
 } // namespace melovane

@@ -31,6 +31,8 @@ public:
     void writeWhole(const QString& path, const QByteArray& bytes) override;
     void append(const QString& path, const QByteArray& bytes) override;
     void copy(const QString& source, const QString& target) override;
+    [[nodiscard]] bool
+    copyInSteps(const QString& source, const QString& target, const CopyStep& step) override;
     bool makeFolder(const QString& path) override;
     bool makeFolders(const QString& path) override;
 
@@ -41,6 +43,9 @@ public:
 
     /// A path that does not exist belongs to the volume of the nearest folder above it that does.
     [[nodiscard]] VolumeFacts volume(const QString& path) const override;
+
+    /// What root keeps back for itself does not count.
+    [[nodiscard]] std::optional<VolumeSpace> space(const QString& path) const override;
 
 private:
     /// Names of a folder by their folded form, kept while the folder does not change.

@@ -52,6 +52,16 @@ DialogFrame::DialogFrame(const QString& name)
     all->setSizeConstraint(QLayout::SetFixedSize);
 }
 
+QPushButton* DialogFrame::addCommand(const QString& name, const QString& caption)
+{
+    const bool first = m_buttons->buttons().isEmpty();
+    // Neither role: both would end the dialog.
+    QPushButton* button =
+        m_buttons->addButton(caption, first ? QDialogButtonBox::YesRole : QDialogButtonBox::NoRole);
+    button->setObjectName(name);
+    return button;
+}
+
 QPushButton* DialogFrame::addButton(const QString& name, const QString& caption, int result)
 {
     const bool first = m_buttons->buttons().isEmpty();

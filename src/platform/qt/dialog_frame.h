@@ -23,6 +23,10 @@ public:
     /// A button that ends the dialog with a result.
     QPushButton* addButton(const QString& name, const QString& caption, int result);
 
+    /// A button that does something and leaves the dialog open; the first button of all is the one
+    /// that the desktop's order takes for the chief one.
+    QPushButton* addCommand(const QString& name, const QString& caption);
+
     /// Enter presses the first of these, Escape the second.
     void setKeys(QPushButton* enter, QPushButton* escape);
 

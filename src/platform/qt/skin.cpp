@@ -18,7 +18,7 @@ namespace {
 constexpr int kMenuIcon = 16;
 
 /// Names of roles in braces, and sizes: {line} is the height of a line, {row} that of a menu entry,
-/// {pad} the space above and below it in a control, {box} the side of a check box, {button} the
+/// {pad} the space above and below it in a control, {box} the side of a check box, {round} what makes it a circle, {button} the
 /// least width of a button.
 constexpr char16_t kSheet[] = uR"(
 QMainWindow, QWidget#Frame { background: {BackColorSizer}; }
@@ -79,6 +79,25 @@ QDialog QLineEdit { background: {TextField}; color: {Text}; border: 1px solid {H
   border-radius: 4px; padding: {pad}px 6px; selection-background-color: {GridColorSelGotFocus};
   selection-color: {Text}; }
 QDialog QLineEdit:focus { border-color: {Accent}; }
+QRadioButton { spacing: 8px; color: {Text}; padding: 1px 0; }
+QRadioButton::indicator { width: {box}px; height: {box}px; border: 1px solid {TextDisabled};
+  border-radius: {round}px; background: {TextField}; }
+QRadioButton::indicator:hover, QRadioButton::indicator:focus { border-color: {Accent}; }
+QRadioButton::indicator:checked { border-color: {Accent};
+  background: qradialgradient(cx: 0.5, cy: 0.5, radius: 0.5, fx: 0.5, fy: 0.5,
+    stop: 0 {Accent}, stop: 0.5 {Accent}, stop: 0.65 {TextField}, stop: 1 {TextField}); }
+QRadioButton:disabled, QCheckBox:disabled { color: {TextDisabled}; }
+QLabel[second="true"] { color: {TextSecond}; }
+QDialog QLineEdit:disabled { color: {TextDisabled}; }
+QDialog QListWidget { background: {TextField}; color: {Text}; border: 1px solid {Hairline};
+  border-radius: 4px; padding: 2px; }
+QDialog QListWidget:focus { border-color: {Accent}; }
+QDialog QListWidget:disabled { color: {TextDisabled}; }
+QDialog QListWidget::item { padding: {pad}px 4px; border-radius: 3px; }
+QDialog QListWidget::item:selected { background: {GridColorSelGotFocus}; color: {Text}; }
+QDialog QPlainTextEdit { background: {TextField}; color: {Text}; border: 1px solid {Hairline};
+  border-radius: 4px; selection-background-color: {GridColorSelGotFocus};
+  selection-color: {Text}; }
 QDialog QTextEdit { background: transparent; color: {Text};
   selection-background-color: {GridColorSelGotFocus}; selection-color: {Text}; }
 QTableView { background: {GridColor}; border: none; }
@@ -117,6 +136,8 @@ QString styleSheetFor(const Theme& theme, int lineHeight)
     sheet.replace("{line}"_L1, QString::number(lineHeight));
     sheet.replace("{row}"_L1, QString::number(std::max(lineHeight, kMenuIcon)));
     sheet.replace("{box}"_L1, QString::number(lineHeight - 2));
+    // Half of the box with its border.
+    sheet.replace("{round}"_L1, QString::number(lineHeight / 2));
     sheet.replace("{button}"_L1, QString::number(lineHeight * 4));
     sheet.replace("{field}"_L1, QString::number(lineHeight + 4));
     sheet.replace("{pad}"_L1, QString::number(std::max(3, lineHeight / 4)));

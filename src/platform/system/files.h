@@ -40,6 +40,16 @@ struct VolumeFacts
     QString root; ///< mount point
 };
 
+/// What a volume has left for this user.
+struct VolumeSpace
+{
+    qint64 free = 0;  ///< bytes
+    qint64 block = 1; ///< bytes; every file takes up whole blocks
+};
+
+/// Asked between two blocks of a copy with the bytes copied so far; false gives the copy up.
+using CopyStep = std::function<bool(qint64 copied)>;
+
 /// Files and folders. Paths may carry either separator; they become system paths here and nowhere
 /// else. Tests that ask a question never throw.
 class Files
@@ -77,6 +87,12 @@ public:
     /// \throws IoError
     virtual void copy(const QString& source, const QString& target) = 0;
 
+    /// The same for large files and slow volumes, with a call after every block; what is written is
+    /// synced along the way, so that no single step takes long. False when `step` gave up: the
+    /// target is then as it was. \throws IoError
+    [[nodiscard]] virtual bool
+    copyInSteps(const QString& source, const QString& target, const CopyStep& step) = 0;
+
     /// Makes one folder; true when it exists afterwards.
     virtual bool makeFolder(const QString& path) = 0;
     /// Makes a folder and all above it.
@@ -91,6 +107,9 @@ public:
     virtual bool makeWritable(const QString& path) = 0;
 
     [[nodiscard]] virtual VolumeFacts volume(const QString& path) const = 0;
+
+    /// Of the volume that holds an existing file or folder; nothing when the system cannot tell.
+    [[nodiscard]] virtual std::optional<VolumeSpace> space(const QString& path) const = 0;
 };
 
 /// Holds an advisory lock on a file that other programs of the suite honour; free when destroyed.

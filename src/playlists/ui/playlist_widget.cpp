@@ -46,7 +46,7 @@ const std::vector<std::vector<Tool>>& toolGroups()
          {u"all.copy"_s, u"copy"_s, u"ToolTipAllTableCopy"_s},
          {u"all.clip.insert"_s, u"insert"_s, u"ToolTipPlaylistTableInsert"_s},
          {u"all.clip.append"_s, u"append"_s, u"ToolTipPlaylistTableAppend"_s},
-         {u"all.sample"_s, u"sampler"_s, u"playlist.sampler.later"_s}},
+         {u"all.sample"_s, u"sampler"_s, u"ToolTipKIV"_s}},
         {{u"playlist.jingle.loop"_s, u"loop"_s, u"playlist.loop"_s},
          {u"all.refresh"_s, u"reload"_s, u"ToolTipRefresh"_s},
          {u"all.delete"_s, u"delete"_s, u"ToolTipPlaylistTableDel"_s}}};
@@ -97,7 +97,6 @@ void PlaylistWidget::createToolBar(ctl_Playlist& logic, const ConfigObjects& tex
     for (const QString& key : {u"play.zur"_s, u"play.vor"_s}) {
         findChild<QToolButton*>(key)->setAutoRepeat(true);
     }
-    findChild<QToolButton*>(u"all.sample"_s)->setEnabled(false);
     toolRow()->addStretch(1);
     toolRow()->addWidget(m_lock);
     toolRow()->addWidget(m_name);

@@ -118,7 +118,6 @@ void WindowMenuBar::buildContextMenu()
                     [this, tag = row.tag.toString()] { m_logic->contextMenu().clicked(tag); });
         }
         entry->setIcon(m_icons.icon(row.icon.toString()));
-        entry->setEnabled(!row.isLater);
         entry->setObjectName(u"mnuPOPDBGRID_%1"_s.arg(row.index));
     }
 }

@@ -373,6 +373,43 @@ TEST_F(RealFiles, ACopyOntoItselfChangesNothing)
     EXPECT_EQ(folder.read(u"a"_s), "x");
 }
 
+TEST_F(RealFiles, ACopyInStepsIsAskedAfterEveryBlockAndComesOutWhole)
+{
+    const QByteArray bytes = QByteArray(6 * 1024 * 1024, 'x') + "end";
+    folder.write(u"a"_s, bytes);
+    std::vector<qint64> steps;
+    EXPECT_TRUE(files.copyInSteps(path(u"a"_s), path(u"b"_s), [&](qint64 copied) {
+        steps.push_back(copied);
+        return true;
+    }));
+    EXPECT_EQ(folder.read(u"b"_s), bytes);
+    ASSERT_EQ(steps.size(), 7U);
+    EXPECT_EQ(steps.front(), 1024 * 1024);
+    EXPECT_EQ(steps.back(), bytes.size());
+    EXPECT_EQ(files.facts(path(u"b"_s))->modified, files.facts(path(u"a"_s))->modified);
+}
+
+TEST_F(RealFiles, ACopyThatIsGivenUpLeavesTheTargetAsItWasAndNothingBesideIt)
+{
+    folder.write(u"a"_s, QByteArray(3 * 1024 * 1024, 'x'));
+    folder.write(u"to/b"_s, "old");
+    EXPECT_FALSE(files.copyInSteps(path(u"a"_s), path(u"to/b"_s), [](qint64) { return false; }));
+    EXPECT_FALSE(files.copyInSteps(path(u"a"_s), path(u"to/c"_s), [](qint64) { return false; }));
+    EXPECT_EQ(folder.read(u"to/b"_s), "old");
+    EXPECT_EQ(files.names(path(u"to"_s)), QStringList{u"b"_s});
+}
+
+TEST_F(RealFiles, TheSpaceOfAVolumeIsToldInWholeBlocksAndOfWhatIsNotThereNotAtAll)
+{
+    const auto space = files.space(folder.path());
+    ASSERT_TRUE(space);
+    EXPECT_GT(space->free, 0);
+    EXPECT_GT(space->block, 0);
+    EXPECT_EQ(space->free % space->block, 0);
+    EXPECT_FALSE(files.space(path(u"missing"_s)));
+    EXPECT_FALSE(files.space({}));
+}
+
 TEST_F(RealFiles, FoldersAreMadeOneOrAll)
 {
     EXPECT_FALSE(files.makeFolder(path(u"a/b"_s)));

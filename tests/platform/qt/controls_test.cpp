@@ -1,6 +1,7 @@
 #include "platform/qt/elided_label.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/panel.h"
+#include "platform/qt/progress_dialog.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/search_line.h"
 #include "platform/qt/skin.h"
@@ -13,6 +14,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QProgressBar>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
@@ -156,6 +159,33 @@ TEST(StatusBarTest, EachPanelHasItsText)
     EXPECT_EQ(bar.panel(StatusPanel::Message), u"<b>eins</b>"_s);
     EXPECT_EQ(bar.findChild<QLabel*>(u"StatusNode"_s)->text(), u"Genre :: Pop"_s);
     EXPECT_EQ(bar.findChild<QLabel*>(u"StatusMessage"_s)->textFormat(), Qt::PlainText);
+}
+
+TEST(ProgressDialogTest, AppearsWhenTheWorkTakesLongerThanAMomentAndCanBeEnded)
+{
+    ProgressDialog dialog(u"Import"_s, u"Abbrechen"_s);
+    EXPECT_TRUE(dialog.show(u"a.m3u"_s, 0, 100));
+    EXPECT_FALSE(dialog.isVisible());
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        EXPECT_TRUE(dialog.show(u"b.m3u"_s, 50, 100));
+        return dialog.isVisible();
+    }));
+    EXPECT_TRUE(dialog.isModal());
+    EXPECT_EQ(dialog.windowTitle(), u"Import"_s);
+    EXPECT_EQ(dialog.findChild<QLabel*>(u"lblProgress"_s)->text(), u"b.m3u"_s);
+    auto* bar = dialog.findChild<QProgressBar*>(u"ProgressBar1"_s);
+    EXPECT_EQ(bar->value() * 2, bar->maximum());
+    dialog.findChild<QPushButton*>(u"cmdCancel"_s)->click();
+    EXPECT_FALSE(dialog.show(u"c.m3u"_s, 60, 100));
+}
+
+TEST(ProgressDialogTest, EscapeEndsTheWorkAndNumbersThatMakeNoSenseDoNoHarm)
+{
+    ProgressDialog dialog(u"Import"_s, u"Abbrechen"_s);
+    EXPECT_TRUE(dialog.show(QString(10'000, u'x'), 7, 0));
+    EXPECT_TRUE(dialog.show(u"x"_s, 7, 3));
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.show(u"x"_s, -1, 3));
 }
 
 TEST(QtMessageLoopTest, ATimerRunsUntilItIsStopped)

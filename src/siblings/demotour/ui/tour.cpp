@@ -4,11 +4,13 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMainWindow>
 #include <QTableView>
 #include <QTimer>
@@ -27,6 +29,9 @@ namespace {
 constexpr auto kBetweenKeys = 60ms;
 /// Long enough for a painter to catch up on a slow machine, and for a user to follow.
 constexpr auto kBetweenSteps = 400ms;
+
+/// "%P/%TP_%I - %N" among the templates of the export.
+constexpr int kListFolderTemplate = 2;
 
 const QString kListName = u"Wilde Nacht"_s;
 const QString kLibraryGrid = u"TDBGrid1"_s;
@@ -53,10 +58,12 @@ Tour::Tour(QString picture, bool stay, QObject* parent)
     : QObject(parent)
     , m_picture(std::move(picture))
     , m_listFile(QFileInfo(m_picture).absolutePath() + u'/' + kListName + u".m3u"_s)
+    , m_exportFolder(QFileInfo(m_picture).absolutePath() + u"/Export"_s)
     , m_stay(stay)
-    , m_steps{&Tour::searchInside,   &Tour::searchBeginnings, &Tour::makeGroup,  &Tour::makeList,
-              &Tour::nameList,       &Tour::openList,         &Tour::appendHits, &Tour::saveList,
-              &Tour::checkSavedList, &Tour::takePicture}
+    , m_steps{&Tour::searchInside, &Tour::searchBeginnings, &Tour::makeGroup,
+              &Tour::makeList,     &Tour::nameList,         &Tour::openList,
+              &Tour::appendHits,   &Tour::saveList,         &Tour::checkSavedList,
+              &Tour::exportList,   &Tour::checkExport,      &Tour::takePicture}
 {}
 
 void Tour::start()
@@ -237,6 +244,64 @@ void Tour::checkSavedList()
     say(u"Saved it as %1: %2 entries"_s.arg(m_listFile).arg(entries));
     if (entries != rowsOf(kListGrid)) {
         fail(u"the file does not hold the whole playlist"_s);
+        return;
+    }
+    goOn();
+}
+
+// ---- the list with its files
+
+void Tour::exportList()
+{
+    auto* entry = mainWindow()->findChild<QAction*>(u"mnuAktivePlaystFiles"_s);
+    if (entry == nullptr || !QDir().mkpath(m_exportFolder)) {
+        fail(u"the playlist cannot be exported"_s);
+        return;
+    }
+    QTimer::singleShot(kBetweenSteps, this, &Tour::answerExportWindow);
+    entry->trigger();
+    goOn();
+}
+
+void Tour::answerExportWindow()
+{
+    QWidget* window = QApplication::activeModalWidget();
+    auto* folder = window != nullptr ? window->findChild<QLineEdit*>(u"txtDir"_s) : nullptr;
+    if (folder == nullptr) {
+        fail(u"the export window did not open"_s);
+        return;
+    }
+    folder->selectAll();
+    for (const QChar letter : m_exportFolder) {
+        press(folder, Qt::Key_unknown, letter);
+    }
+    window->findChild<QListWidget*>(u"List1"_s)->setCurrentRow(kListFolderTemplate);
+    // Whoever has something to say after the export is a failure of this tour.
+    QTimer listener;
+    connect(&listener, &QTimer::timeout, this, [this, window] {
+        QWidget* other = QApplication::activeModalWidget();
+        if (other != nullptr && other != window) {
+            other->close();
+            fail(u"not everything was exported"_s);
+        }
+    });
+    listener.start(kBetweenSteps);
+    window->findChild<QAbstractButton*>(u"cmdStart"_s)->click();
+    const QString picture = QFileInfo(m_picture).absolutePath() + u"/export.png"_s;
+    if (!window->grab().save(picture)) {
+        fail(u"the picture of the export could not be written"_s);
+    }
+    window->close();
+}
+
+void Tour::checkExport()
+{
+    const QDir folder(m_exportFolder + u'/' + kListName);
+    const auto files = folder.entryList({u"*.mp3"_s}, QDir::Files).size();
+    say(u"Exported it with its files to %1: %2 files"_s.arg(m_exportFolder).arg(files));
+    if (files != rowsOf(kListGrid) ||
+        !QFileInfo::exists(m_exportFolder + u'/' + kListName + u".m3u"_s)) {
+        fail(u"the export is not whole"_s);
         return;
     }
     goOn();

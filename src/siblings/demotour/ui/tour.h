@@ -16,16 +16,16 @@ class Tour : public QObject
     Q_OBJECT
 
 public:
-    /// \param picture file that receives the picture of the window (PNG); the list that is saved
-    ///        stands beside it
+    /// \param picture file that receives the picture of the window (PNG); the list that is saved,
+    ///        the folder of the export and the picture of its window stand beside it
     /// \param stay leave the window open at the end
     Tour(QString picture, bool stay, QObject* parent = nullptr);
 
     /// Begins when the message loop turns.
     void start();
 
-    /// 0 when each search found tracks, the list holds the hits of the last one, was saved with all
-    /// of them, and the picture was written.
+    /// 0 when each search found tracks, the list holds the hits of the last one, was saved and
+    /// exported with all of them, and the pictures were written.
     [[nodiscard]] int result() const { return m_result; }
 
 private:
@@ -48,6 +48,9 @@ private:
     void appendHits();
     void saveList();
     void checkSavedList();
+    void exportList();
+    void answerExportWindow();
+    void checkExport();
     void takePicture();
 
     void click(const QString& panel, const QString& button);
@@ -58,6 +61,7 @@ private:
 
     QString m_picture;
     QString m_listFile;
+    QString m_exportFolder;
     bool m_stay;
     std::vector<Step> m_steps; ///< still to come
     QString m_toType;

@@ -1,0 +1,188 @@
+#include "playlistfiles/export_plan.h"
+
+#include "config/global_settings.h"
+#include "platform/db/database.h"
+#include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
+#include "platform/system/files.h"
+#include "platform/system/path_text.h"
+#include "platform/system/timers.h"
+#include "playlistfiles/m3u_writer.h"
+#include "playlistfiles/template_path.h"
+#include "store/file_locator.h"
+
+#include <QHash>
+#include <QSet>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Files looked for between two turns of the message loop.
+constexpr size_t kFilesPerTurn = 20;
+
+std::unique_ptr<Recordset> openRows(Database& database, Pnid list)
+{
+    return database.OpenRecordset(u"select * from vpl_save where nid="_s +
+                                  sql::number(numberOf(list)));
+}
+
+TemplateValues valuesOf(const Recordset& row)
+{
+    const auto text = [&row](QStringView column) { return row.value(column).toText(); };
+    return {text(u"GroupName"), text(u"Album"),  text(u"Interpret"), text(u"Titel"),
+            text(u"Genre"),     text(u"plname"), text(u"DName"),     text(u"Track")};
+}
+
+ExportPlan readRows(const ExportParts& parts, const ExportOrder& order)
+{
+    const auto database = parts.engine.OpenDatabase(parts.settings.DbName());
+    const auto rows = openRows(*database, order.list);
+    ExportPlan plan;
+    if (order.withData) {
+        plan.header = m3uline::head();
+    }
+    const qint64 count = rows->rowCount();
+    plan.items.reserve(size_t(count));
+    const M3uEntryLines lines(*rows);
+    Template2Path paths(order.pathTemplate);
+    for (; !rows->Eof(); rows->MoveNext()) {
+        if (plan.listFile.isEmpty()) {
+            plan.listFile =
+                path::join(order.folder, m3uline::fileName(rows->value(u"plname")) + u".m3u"_s);
+        }
+        ExportItem item;
+        item.Path = rows->value(u"Path").toText();
+        item.DName = rows->value(u"DName").toText();
+        item.relative = paths.path(valuesOf(*rows), qint64(plan.items.size()) + 1, count);
+        item.lines = (order.withData ? lines.of(*rows) : QString()) + m3uline::place(item.relative);
+        plan.items.push_back(std::move(item));
+    }
+    return plan;
+}
+
+/// False when `goOn` said no.
+bool locateFiles(const ExportParts& parts, ExportPlan& plan, const std::function<bool()>& goOn)
+{
+    size_t looked = 0;
+    for (ExportItem& item : plan.items) {
+        QString folder = item.Path;
+        const QString place = parts.locator.ExistFile(folder, item.DName);
+        const auto facts = parts.files.facts(place);
+        if (facts && !facts->isFolder) {
+            item.source = place;
+            item.size = facts->size;
+        }
+        if (++looked % kFilesPerTurn == 0) {
+            parts.loop.turn();
+            if (!goOn()) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+/// The identity of a file behind all its names; nothing for a folder.
+std::optional<std::pair<quint64, quint64>> fileAt(const Files& files, const QString& place)
+{
+    const auto facts = files.facts(place);
+    return facts && !facts->isFolder ? std::optional(std::pair(facts->device, facts->inode))
+                                     : std::nullopt;
+}
+
+bool isKnown(Database& database, const QString& file)
+{
+    const auto query = database.queryDefs().Item(u"QU_FindFile"_s);
+    query->SetParameter(u"sPath"_s, path::withSeparator(path::parent(file)));
+    query->SetParameter(u"sDName"_s, path::fileName(file));
+    return !query->OpenRecordset()->Eof();
+}
+
+/// The files that other tracks live in must outlive an export into their own folder.
+void guardLibrary(const ExportParts& parts, const QString& folder, ExportPlan& plan)
+{
+    QSet<std::pair<quint64, quint64>> sources;
+    for (const ExportItem& item : plan.items) {
+        if (const auto file = fileAt(parts.files, item.source)) {
+            sources.insert(*file);
+        }
+    }
+    std::unique_ptr<Database> database;
+    for (ExportItem& item : plan.items) {
+        const QString target = path::join(folder, item.relative);
+        const auto there = fileAt(parts.files, target);
+        if (!there || there == fileAt(parts.files, item.source)) {
+            continue;
+        }
+        if (!database) {
+            database = parts.engine.OpenDatabase(parts.settings.DbName());
+        }
+        item.hitsLibrary = sources.contains(*there) || isKnown(*database, target);
+    }
+}
+
+} // namespace
+
+ExportSubject readSubject(const ExportParts& parts, Pnid list)
+{
+    const auto database = parts.engine.OpenDatabase(parts.settings.DbName());
+    const auto name = database->OpenRecordset(u"select name from pl_name where nid="_s +
+                                              sql::number(numberOf(list)));
+    ExportSubject subject;
+    if (!name->Eof()) {
+        subject.name = name->value(u"name").toText();
+        subject.entries = openRows(*database, list)->rowCount();
+    }
+    return subject;
+}
+
+std::optional<ExportPlan>
+planExport(const ExportParts& parts, const ExportOrder& order, const std::function<bool()>& goOn)
+{
+    ExportPlan plan = readRows(parts, order);
+    if (!locateFiles(parts, plan, goOn)) {
+        return {};
+    }
+    guardLibrary(parts, order.folder, plan);
+    return plan;
+}
+
+qint64 ExportPlan::spaceNeeded(const Files& files, const QString& folder, qint64 block) const
+{
+    const auto rounded = [block](qint64 size) { return (size + block - 1) / block * block; };
+    QHash<QString, qint64> onDisk;
+    QSet<QString> newFolders;
+    qint64 used = 0;
+    qint64 most = 0;
+    for (const ExportItem& item : items) {
+        if (item.source.isEmpty() || item.hitsLibrary) {
+            continue;
+        }
+        const QString target = path::join(folder, item.relative);
+        for (QString above = path::parent(target);
+             above.size() > folder.size() && !newFolders.contains(above) &&
+             !files.folderExists(above);
+             above = path::parent(above)) {
+            newFolders.insert(above);
+            used += block;
+        }
+        if (!onDisk.contains(target)) {
+            const auto present = files.facts(target);
+            onDisk.insert(target, present && !present->isFolder ? rounded(present->size) : 0);
+        }
+        // The new file stands beside the old one until it is whole.
+        most = qMax(most, used + rounded(item.size));
+        used += rounded(item.size) - onDisk[target];
+        onDisk[target] = rounded(item.size);
+    }
+    qint64 listSize = header.toUtf8().size();
+    for (const ExportItem& item : items) {
+        listSize += item.lines.toUtf8().size();
+    }
+    return qMax(most, used + rounded(listSize));
+}
+
+} // namespace melovane
