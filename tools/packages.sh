@@ -1,7 +1,7 @@
 # Sourced by run.sh and test.sh: installs the Debian packages that are missing, asking for rights
 # only then.
 
-build_packages=(g++ cmake ninja-build pkg-config ccache mold qt6-base-dev libqt6svg6-dev
+build_packages=(g++ cmake ninja-build pkg-config ccache mold qt6-base-dev qt6-svg-dev
     qt6-translations-l10n libsqlite3-dev libtag1-dev libmpg123-dev libsdl2-dev fonts-dejavu-core)
 display_packages=(xvfb xauth openbox xdotool lame)
 test_packages=(libgtest-dev libgmock-dev)

@@ -211,14 +211,6 @@ void EntryRecords::saveAktion(Plid entry, int aktion, const QString& command)
     });
 }
 
-void EntryRecords::saveStartStop(Plid entry, int start, int stop)
-{
-    change(entry, ListAction::Entry, [&](Recordset& row) {
-        row.setValue(u"FrameStart", start);
-        row.setValue(u"FrameStop", stop);
-    });
-}
-
 void EntryRecords::saveStartStopDefault(const MlvPlaylistDetail& detail)
 {
     if (!detail.saveDefault) {

@@ -44,14 +44,11 @@ public:
     /// differs from every value), and the equaliser when it is set. `detail.eq` is renewed.
     void update(MlvPlaylistDetail& detail);
 
-    /// Writes start and stop alone, where they differ.
+    /// Writes start and stop alone, where they differ; in frames.
     void saveStartStop(Plid entry, int start, int stop);
 
     /// \param command a null text leaves the column as it is, an empty one is written
     void saveAktion(Plid entry, int aktion, const QString& command);
-
-    /// In frames.
-    void saveStartStop(Plid entry, int start, int stop);
 
     /// Start and stop become those of the track, when `detail.saveDefault` asks for it.
     void saveStartStopDefault(const MlvPlaylistDetail& detail);

@@ -43,11 +43,6 @@ void MLVFunction::PlaylistSaveAktion(Plid entry, int aktion, const QString& comm
     m_entries.saveAktion(entry, aktion, command);
 }
 
-void MLVFunction::PlaylistSaveStartStop(Plid entry, int start, int stop)
-{
-    m_entries.saveStartStop(entry, start, stop);
-}
-
 void MLVFunction::PlaylistSaveStartStopDefault(const MlvPlaylistDetail& detail)
 {
     m_entries.saveStartStopDefault(detail);

@@ -28,7 +28,6 @@ public:
     void PlaylistUpdate(MlvPlaylistDetail& detail);
     void PlaylistSaveStartStop(Plid entry, int start, int stop);
     void PlaylistSaveAktion(Plid entry, int aktion, const QString& command);
-    void PlaylistSaveStartStop(Plid entry, int start, int stop);
     void PlaylistSaveStartStopDefault(const MlvPlaylistDetail& detail);
     void PlaylistSaveMixIN(const MlvPlaylistDetail& detail);
     void PlaylistSaveMixOUT(const MlvPlaylistDetail& detail);
