@@ -30,11 +30,10 @@ ToolRow::ToolRow(QWidget* parent)
     connect(menu, &QMenu::aboutToShow, this, [this] { fillMenu(); });
     m_more->setObjectName(u"MoreTools"_s);
     m_more->setText(u"»"_s);
-    m_more->setAccessibleName(u"»"_s);
     m_more->setMenu(menu);
     m_more->setPopupMode(QToolButton::InstantPopup);
     m_more->setStyleSheet(u"QToolButton::menu-indicator { image: none; }"_s);
-    m_more->setFocusPolicy(Qt::TabFocus);
+    m_more->setFocusPolicy(Qt::NoFocus);
     m_more->hide();
 }
 
@@ -42,6 +41,7 @@ void ToolRow::add(QToolButton* button)
 {
     m_tools.push_back(button);
     m_row->addWidget(button);
+    setTabOrder(button, m_more);
 }
 
 QSize ToolRow::minimumSizeHint() const
@@ -64,6 +64,12 @@ void ToolRow::resizeEvent(QResizeEvent* event)
     fit();
 }
 
+void ToolRow::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    fit();
+}
+
 /// What the row needs besides its buttons.
 int ToolRow::widthOfOthers() const
 {
@@ -83,6 +89,9 @@ int ToolRow::widthOfOthers() const
 
 void ToolRow::fit()
 {
+    if (!isVisible()) {
+        return; // the width is not yet the true one
+    }
     std::vector<QToolButton*> shown;
     for (QToolButton* const tool : m_tools) {
         if (!tool->isHidden()) {
@@ -106,6 +115,7 @@ void ToolRow::fit()
         shown.pop_back();
     }
     m_more->setVisible(!hidden.empty());
+    m_more->setFocusPolicy(hidden.empty() ? Qt::NoFocus : Qt::TabFocus);
     m_more->setGeometry(width() - more - 2, kMarginAbove, more, height() - 2 * kMarginAbove);
     if (hidden == m_hidden) {
         return;
@@ -118,6 +128,12 @@ void ToolRow::fit()
         tool->setMinimumWidth(inMenu ? 0 : tool->sizeHint().width());
         tool->setFocusPolicy(inMenu ? Qt::NoFocus : Qt::TabFocus);
     }
+    QStringList names;
+    for (const QToolButton* const tool : m_hidden) {
+        names.append(tool->accessibleName());
+    }
+    m_more->setToolTip(names.join(u'\n').toHtmlEscaped().replace(u'\n', u"<br>"_s));
+    m_more->setAccessibleName(names.join(u", "_s));
     m_row->setContentsMargins(kMargin, kMarginAbove, m_hidden.empty() ? kMargin : more + 4,
                               kMarginAbove);
 }

@@ -95,6 +95,7 @@ TEST(ToolRowTest, ButtonsWithoutRoomAreInAMenuAndComeBack)
     panel.resize(5 * width, 100);
     ASSERT_TRUE(QTest::qWaitFor([&] { return last->width() == 0; }));
     EXPECT_TRUE(more->isVisible());
+    EXPECT_TRUE(more->toolTip().endsWith("Werkzeug 7"_L1));
     EXPECT_EQ(panel.findChild<QToolButton*>(u"tool0"_s)->width(), width);
     emit more->menu()->aboutToShow();
     QAction* entry = more->menu()->actions().constLast();
