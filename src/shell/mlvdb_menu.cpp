@@ -40,7 +40,8 @@ std::span<const MenuRow> MLVDB::menu()
         {1, Separator, {}},
         {1, Entry, u"mnuImpPlaylistBas", {}, {}, {}, &MLVDB::mnuImpPlaylistBas},
         {1, Entry, u"mnuExpPlaylistBas", {}, {}, {}, &MLVDB::mnuExpPlaylistBas},
-        {1, Entry, u"mnuAktivePlaylist", {}, {}, u"Ctrl+S", &MLVDB::mnuAktivePlaylist},
+        // Not Ctrl+S: that key plays a track at once, and a slip would be heard by all.
+        {1, Entry, u"mnuAktivePlaylist", {}, {}, u"Ctrl+Shift+S", &MLVDB::mnuAktivePlaylist},
         {1, Entry, u"mnuAktivePlaystFiles", {}, {}, {}, &MLVDB::mnuAktivePlaystFiles},
         {1, Separator, {}},
         {1, Entry, u"mnuExitJobs", {}, {}, {}, &MLVDB::mnuExitJobs},
