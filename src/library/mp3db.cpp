@@ -51,11 +51,13 @@ ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActio
     , m_data1(parts.engine)
     , m_jobs(parts.engine, parts.settings)
     , m_place(controls.grid, m_data1)
-    , m_edits(m_data1,
-              m_jobs,
-              parts.settings,
-              parts.clock,
-              [this](const QString& fid) { m_bus.SendMessage(u"db.refresh.by.fid"_s, fid); })
+    , m_edits(
+          m_data1,
+          m_jobs,
+          parts.settings,
+          parts.clock,
+          [this](const QString& fid) { m_bus.SendMessage(u"db.refresh.by.fid"_s, fid); },
+          [this](const QString& text) { m_bus.SendMessage(u"show.statustext"_s, text); })
     , m_layouts(parts.paths, parts.files)
     , m_changeTimer(parts.loop.makeTimer(kLookInterval, [this] { lookForChanges(); }))
     , m_messBus(
@@ -165,7 +167,10 @@ bool ctl_MP3DB::applyStatement(const QString& statement)
     } catch (const DbError& error) {
         // The rows of the former statement are still there; so a second try is no repetition.
         m_data1.SetRecordSource(former);
-        m_bus.SendMessage(u"show.statustext"_s, error.text());
+        // Half a short form is no fault of anybody's: its other half is being typed.
+        if (error.number() != dberror::kSyntax) {
+            m_bus.SendMessage(u"show.statustext"_s, error.text());
+        }
         return false;
     }
 }

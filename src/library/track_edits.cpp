@@ -74,12 +74,14 @@ TrackEdits::TrackEdits(DataControl& rows,
                        PendingJobs& jobs,
                        const GlobalSettings& settings,
                        const Clock& clock,
-                       std::function<void(const QString& fid)> changed)
+                       std::function<void(const QString& fid)> changed,
+                       std::function<void(const QString& text)> failed)
     : m_rows(rows)
     , m_jobs(jobs)
     , m_settings(settings)
     , m_clock(clock)
     , m_changed(std::move(changed))
+    , m_failed(std::move(failed))
 {}
 
 bool TrackEdits::canEdit(qint64 row, const QString& field) const
@@ -113,7 +115,8 @@ bool TrackEdits::write(qint64 row, QStringView field, const Value& value)
         set->setValue(field, value);
         set->Update();
         return true;
-    } catch (const DbError&) {
+    } catch (const DbError& error) {
+        m_failed(error.text());
         return false;
     }
 }

@@ -27,7 +27,8 @@ public:
                PendingJobs& jobs,
                const GlobalSettings& settings,
                const Clock& clock,
-               std::function<void(const QString& fid)> changed);
+               std::function<void(const QString& fid)> changed,
+               std::function<void(const QString& text)> failed);
 
     /// Every column but "Play" and the key, while `GridSwapEditPlay` is 0 and the rows can be
     /// written.
@@ -64,6 +65,7 @@ private:
     const GlobalSettings& m_settings;
     const Clock& m_clock;
     std::function<void(const QString& fid)> m_changed;
+    std::function<void(const QString& text)> m_failed;
     QStringList m_genres;
 };
 

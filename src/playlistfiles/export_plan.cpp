@@ -93,34 +93,64 @@ std::optional<std::pair<quint64, quint64>> fileAt(const Files& files, const QStr
                                      : std::nullopt;
 }
 
-bool isKnown(Database& database, const QString& file)
+using FileIdentity = std::pair<quint64, quint64>;
+
+/// Which of these files belong to tracks of the library, by whatever path those are known: through
+/// a link, or a path of another machine that leads here.
+QSet<FileIdentity> libraryFiles(const ExportParts& parts, const QHash<QString, FileIdentity>& files)
 {
-    const auto query = database.queryDefs().Item(u"QU_FindFile"_s);
-    query->SetParameter(u"sPath"_s, path::withSeparator(path::parent(file)));
-    query->SetParameter(u"sDName"_s, path::fileName(file));
-    return !query->OpenRecordset()->Eof();
+    // A statement of a few ten thousand letters; each goes through the library once.
+    constexpr qsizetype kNamesPerStatement = 400;
+    QSet<FileIdentity> wanted;
+    QStringList names;
+    for (auto file = files.cbegin(); file != files.cend(); ++file) {
+        wanted.insert(file.value());
+        names.append(sql::text(path::fileName(file.key())));
+    }
+    names.removeDuplicates();
+    QSet<FileIdentity> found;
+    const auto database = parts.engine.OpenDatabase(parts.settings.DbName());
+    for (qsizetype at = 0; at < names.size(); at += kNamesPerStatement) {
+        const auto rows =
+            database->OpenRecordset(u"select Path, DName from db_all where DName in ("_s +
+                                    names.mid(at, kNamesPerStatement).join(u',') + u')');
+        for (; !rows->Eof(); rows->MoveNext()) {
+            QString folder = rows->value(0).toText();
+            const QString place = parts.locator.ExistFile(folder, rows->value(1).toText());
+            const auto file = fileAt(parts.files, place);
+            if (file && wanted.contains(*file)) {
+                found.insert(*file);
+            }
+        }
+    }
+    return found;
 }
 
 /// The files that other tracks live in must outlive an export into their own folder.
 void guardLibrary(const ExportParts& parts, const QString& folder, ExportPlan& plan)
 {
-    QSet<std::pair<quint64, quint64>> sources;
+    QSet<FileIdentity> sources;
+    QHash<QString, FileIdentity> present;
     for (const ExportItem& item : plan.items) {
-        if (const auto file = fileAt(parts.files, item.source)) {
-            sources.insert(*file);
+        const auto source = fileAt(parts.files, item.source);
+        if (source) {
+            sources.insert(*source);
         }
-    }
-    std::unique_ptr<Database> database;
-    for (ExportItem& item : plan.items) {
         const QString target = path::join(folder, item.relative);
         const auto there = fileAt(parts.files, target);
-        if (!there || there == fileAt(parts.files, item.source)) {
-            continue;
+        if (there && there != source) {
+            present.insert(target, *there);
         }
-        if (!database) {
-            database = parts.engine.OpenDatabase(parts.settings.DbName());
-        }
-        item.hitsLibrary = sources.contains(*there) || isKnown(*database, target);
+    }
+    if (present.isEmpty()) {
+        return;
+    }
+    const QSet<FileIdentity> known = libraryFiles(parts, present);
+    for (ExportItem& item : plan.items) {
+        const auto there = present.constFind(path::join(folder, item.relative));
+        item.hitsLibrary = there != present.cend() &&
+                           there.value() != fileAt(parts.files, item.source) &&
+                           (sources.contains(there.value()) || known.contains(there.value()));
     }
 }
 

@@ -55,6 +55,7 @@ bool SavePlaylistFiles::hasSpace(const ExportOrder& order, const ExportPlan& pla
 void SavePlaylistFiles::copyRows(const ExportOrder& order, const ExportPlan& plan)
 {
     m_result.count = qint64(plan.items.size());
+    const bool hadList = m_parts.files.fileExists(plan.listFile);
     for (const ExportItem& item : plan.items) {
         copyRow(item, order.folder);
         if (m_stop) {
@@ -70,7 +71,9 @@ void SavePlaylistFiles::copyRows(const ExportOrder& order, const ExportPlan& pla
     }
     m_result.end =
         m_result.rows < m_result.count ? ExportResult::End::Stopped : ExportResult::End::Done;
-    if (m_result.rows > 0) {
+    // A stop leaves the list of an earlier export, which names more than this one got to.
+    const bool isWhole = m_result.end == ExportResult::End::Done;
+    if (isWhole || (m_result.rows > 0 && !hadList)) {
         writeList(plan);
     }
 }
@@ -126,7 +129,10 @@ void SavePlaylistFiles::writeList(const ExportPlan& plan)
 {
     QString text = plan.header;
     for (qint64 row = 0; row < m_result.rows; ++row) {
-        text += plan.items[size_t(row)].lines;
+        // Elsewhere the name of a refused copy would lead to another track.
+        if (const ExportItem& item = plan.items[size_t(row)]; !item.hitsLibrary) {
+            text += item.lines;
+        }
     }
     m_result.listFile = plan.listFile;
     try {

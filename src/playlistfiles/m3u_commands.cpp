@@ -91,10 +91,9 @@ void M3uCommands::importLists(const QStringList& files)
         return;
     }
     const QScopedValueRollback busy(m_busy, true);
-    const GroupId group = m_parts.targetGroup();
-    const bool isJingle = group == kJingleGroup;
+    std::optional<GroupId> group; // asked for when there is something for it
+    bool isJingle = false;
     MlvM3U& m3u = m_parts.m3u;
-    m3u.SetAktion(isJingle ? kAktionJinglePlay : kAktionMix);
     Work work{m_parts.openProgress(m_parts.texts.text(u"m3u.import.title"_s)), {}, 0};
     watch(work);
     Pnid first{};
@@ -106,10 +105,18 @@ void M3uCommands::importLists(const QStringList& files)
         goesOn = load(work, {files[i]});
         // A file that gave nothing but failures makes no list; an empty list is one.
         if (goesOn && (m3u.loaded() > 0 || work.errors == before)) {
-            const Pnid list = m3u.importAsNewList(path::baseName(files[i]), group);
-            lists += numberOf(list) == 0 ? 0 : 1;
-            entries += m3u.loaded();
-            first = numberOf(first) == 0 ? list : first;
+            if (!group) {
+                group = m_parts.targetGroup();
+                isJingle = *group == kJingleGroup;
+                m3u.SetAktion(isJingle ? kAktionJinglePlay : kAktionMix);
+            }
+            const Pnid list = m3u.importAsNewList(path::baseName(files[i]), *group);
+            work.errors = before + m3u.failures();
+            if (numberOf(list) != 0) {
+                ++lists;
+                entries += m3u.loaded();
+                first = numberOf(first) == 0 ? list : first;
+            }
         }
     }
     work.window.reset();
@@ -141,6 +148,7 @@ bool M3uCommands::insertLists(const QStringList& files,
     const bool goesOn = load(work, files);
     if (goesOn) {
         entries = target ? m3u.Insert(*target, list) : m3u.Append(list);
+        work.errors = m3u.failures();
     }
     work.window.reset();
     m3u.events = {};

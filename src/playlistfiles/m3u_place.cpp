@@ -9,6 +9,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// Letters; no system has longer paths.
+constexpr qsizetype kLongestPath = 32'767;
+
 /// Each "%" with two hexadecimal digits as the byte that it stands for.
 QString decoded(const QString& text)
 {
@@ -38,6 +41,9 @@ QString withoutScheme(const QString& address)
 
 QString cleaned(const QString& path)
 {
+    if (path.size() > kLongestPath) {
+        return {};
+    }
     const QStringList parts = path::components(path);
     const bool hasRoot = path::isAbsolute(path);
     const bool isDrive = parts.size() > 1 && path.startsWith(parts[0] + parts[1]);
@@ -60,7 +66,10 @@ QString cleaned(const QString& path)
     const QChar separator = path::separatorOf(path);
     QString result = kept.takeFirst();
     for (const QString& part : kept) {
-        result = path::isSeparator(result.back()) ? result + part : result + separator + part;
+        if (!path::isSeparator(result.back())) {
+            result += separator;
+        }
+        result += part;
     }
     return result;
 }
@@ -81,6 +90,10 @@ QStringList readings(const QString& file, const QString& line)
     }
     if (line.size() != file.size() && !isAddress) {
         result.append(line);
+    }
+    const QString bare = plain.trimmed();
+    if (bare != plain && !bare.isEmpty()) {
+        result.append(bare);
     }
     return result;
 }

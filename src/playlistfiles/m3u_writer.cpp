@@ -88,14 +88,18 @@ QString replaced(const Value& value, QStringView signs, QChar replacement)
     return text;
 }
 
-QString fileName(const Value& listName)
+QString fileName(const Value& listName, qsizetype room)
 {
     QString name = replaced(listName, kForbidden, u'_');
     std::replace_if(
         name.begin(), name.end(), [](QChar sign) { return sign.unicode() < u' '; }, u'_');
     name = trimBlanks(name);
-    while (name.toUtf8().size() > kLongestName) {
+    while (name.toUtf8().size() > kLongestName - room) {
         name.chop(name.back().isLowSurrogate() ? 2 : 1);
+    }
+    // "." and ".." are folders.
+    if (name.count(u'.') == name.size()) {
+        name.replace(u'.', u'_');
     }
     return name.isEmpty() ? u"_"_s : name;
 }

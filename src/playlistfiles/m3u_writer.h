@@ -25,7 +25,8 @@ namespace m3uline {
 
 /// The name of a list as a file name without extension: what no file name may hold is "_". Never
 /// empty, and never longer than a folder can keep with ".m3u" behind it.
-[[nodiscard]] QString fileName(const Value& listName);
+/// \param room bytes that must stay free for what is appended
+[[nodiscard]] QString fileName(const Value& listName, qsizetype room = 0);
 
 /// The target with ".m3u" behind it unless that is its extension, in whatever case.
 [[nodiscard]] QString withExtension(const QString& target);

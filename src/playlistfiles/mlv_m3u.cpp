@@ -179,7 +179,7 @@ int MlvM3U::Append(Pnid list)
     int count = 0;
     guarded(u"Append"_s, {}, [&] {
         const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
-        if (!isThere(*database, list) || countOf(*database, kLoaded) == 0) {
+        if (m_loaded == 0 || !isThere(*database, list) || countOf(*database, kLoaded) == 0) {
             return;
         }
         m_parts.snapshots.UndoSnapshot(list, *database, undoaction::kAppendM3u);
@@ -203,7 +203,7 @@ int MlvM3U::Insert(Sid position, Pnid list)
     guarded(u"Insert"_s, {}, [&] {
         const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
         const qint64 loaded = countOf(*database, kLoaded);
-        if (!isThere(*database, list) || loaded == 0) {
+        if (m_loaded == 0 || !isThere(*database, list) || loaded == 0) {
             return;
         }
         m_parts.snapshots.UndoSnapshot(list, *database, undoaction::kInsertM3u);

@@ -44,6 +44,9 @@ public:
     /// Entries that the last load has found.
     [[nodiscard]] int loaded() const { return m_loaded; }
 
+    /// Failures since the last load began, those of what was done with it included.
+    [[nodiscard]] int failures() const { return m_errors.count(); }
+
     /// Puts the loaded entries behind the last one; in an empty list the first stands at SID 2.
     /// \return how many
     int Append(Pnid list);

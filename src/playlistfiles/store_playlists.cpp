@@ -10,8 +10,6 @@
 #include "platform/system/text_number.h"
 #include "playlistfiles/m3u_writer.h"
 
-#include <QSet>
-
 #include <vector>
 
 namespace melovane {
@@ -20,23 +18,31 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Names of one folder; those that differ in letter case alone are one on some disks.
-class FreeNames
+/// Names in one folder. Owners that want the same one, also in other letter case, get their number
+/// behind it: a name never passes from one owner to another because a third one was renamed.
+class FolderNames
 {
 public:
-    [[nodiscard]] QString take(const Value& wanted)
+    void want(qint64 owner, const Value& name)
     {
-        const QString name = m3uline::fileName(wanted);
-        QString free = name;
-        for (int number = 2; m_taken.contains(lowerCase(free)); ++number) {
-            free = u"%1 (%2)"_s.arg(name).arg(number);
+        const QString wanted = m3uline::fileName(name);
+        m_wanted.insert(owner, wanted);
+        ++m_owners[lowerCase(wanted)];
+    }
+
+    [[nodiscard]] QString nameOf(qint64 owner) const
+    {
+        const QString wanted = m_wanted.value(owner);
+        if (m_owners.value(lowerCase(wanted)) < 2) {
+            return wanted;
         }
-        m_taken.insert(lowerCase(free));
-        return free;
+        const QString number = u" (%1)"_s.arg(owner);
+        return m3uline::fileName(wanted, number.size()) + number;
     }
 
 private:
-    QSet<QString> m_taken;
+    QHash<qint64, QString> m_wanted;
+    QHash<QString, int> m_owners;
 };
 
 struct ChangedList
@@ -65,24 +71,32 @@ StorePlaylists::StorePlaylists(DBEngine& engine, const GlobalSettings& settings,
 
 QHash<Pnid, QString> StorePlaylists::places(Database& database) const
 {
-    QHash<qint64, QString> folders;
-    FreeNames folderNames;
+    // The lists of a group that is gone stand in a folder without a name.
+    FolderNames folders;
+    QHash<qint64, FolderNames> names;
     const auto groups = database.OpenRecordset(u"select grid, name from pl_group order by grid"_s);
     for (; !groups->Eof(); groups->MoveNext()) {
-        folders.insert(groups->value(0).toInt64(), folderNames.take(groups->value(1)));
+        folders.want(groups->value(0).toInt64(), groups->value(1));
+        names[groups->value(0).toInt64()];
     }
-    QHash<Pnid, QString> places;
-    QHash<qint64, FreeNames> names;
+    QHash<Pnid, qint64> groupOf;
     const auto lists =
         database.OpenRecordset(u"select nid, grid, name from pl_name where grid>0 order by nid"_s);
     for (; !lists->Eof(); lists->MoveNext()) {
         const qint64 group = lists->value(1).toInt64();
-        if (!folders.contains(group)) {
-            folders.insert(group, folderNames.take(Value())); // a group that is gone
+        if (!names.contains(group)) {
+            folders.want(group, Value());
         }
-        const QString folder = path::join(m_settings.PlaylistVerzeichnis(), folders.value(group));
-        places.insert(Pnid(lists->value(0).toLong()),
-                      path::join(folder, names[group].take(lists->value(2)) + u".m3u"_s));
+        names[group].want(lists->value(0).toInt64(), lists->value(2));
+        groupOf.insert(Pnid(lists->value(0).toLong()), group);
+    }
+    QHash<Pnid, QString> places;
+    for (auto list = groupOf.cbegin(); list != groupOf.cend(); ++list) {
+        const QString folder =
+            path::join(m_settings.PlaylistVerzeichnis(), folders.nameOf(list.value()));
+        places.insert(
+            list.key(),
+            path::join(folder, names[list.value()].nameOf(numberOf(list.key())) + u".m3u"_s));
     }
     return places;
 }

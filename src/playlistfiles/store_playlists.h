@@ -33,8 +33,8 @@ public:
     /// old file. \throws DbError when the lists cannot be read
     [[nodiscard]] Result run(const std::function<void(const QString& file)>& written = {});
 
-    /// Full paths of the files of all lists. Two lists, or two groups, that would have the same
-    /// name get " (2)" and so on, in the order of their numbers, so that none replaces another.
+    /// Full paths of the files of all lists. Lists, or groups, that would have the same name get
+    /// their numbers behind it, so that none ever replaces another's file.
     [[nodiscard]] QHash<Pnid, QString> places(Database& database) const;
 
 private:

@@ -138,7 +138,12 @@ void MLVDB::mnuAktivePlaylist()
 void MLVDB::mnuExpPlaylistBas()
 {
     if (m_parts.data.IsChangePlaylist()) {
-        tellMissing(m_parts.siblings.startStorePlaylists(), u"Task.StorePlaylists"_s);
+        const bool isStarted = m_parts.siblings.startStorePlaylists();
+        tellMissing(isStarted, u"Task.StorePlaylists"_s);
+        if (isStarted) {
+            showStatusText(
+                m_parts.texts.text(u"m3u.storing"_s, m_parts.settings.PlaylistVerzeichnis()));
+        }
         return;
     }
     m_parts.warnings.ShowWarning(m_parts.texts.text(u"nochangeplaylist"_s), WarningType::Note,

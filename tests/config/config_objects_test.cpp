@@ -241,7 +241,8 @@ TEST_F(ConfigObjectsTest, GroupsAreComparedWithoutLetterCaseAndKeysAreCollectedO
 
 TEST_F(ConfigObjectsTest, AnyBytesAsLanguageFileLeaveTheRestInPlace)
 {
-    QByteArray bytes("\xff\xfe\x00[Description]\nb=gut\n", 26);
+    static constexpr char kBytes[] = "\xff\xfe\x00[Description]\nb=gut\n";
+    QByteArray bytes(kBytes, sizeof kBytes - 1);
     for (int i = 0; i < 4000; ++i) {
         bytes.append(static_cast<char>(i * 37 % 251));
     }

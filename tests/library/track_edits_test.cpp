@@ -38,8 +38,10 @@ protected:
     DataControl rows{*suite.engine};
     PendingJobs jobs{*suite.engine, *settings};
     QStringList changed;
+    QStringList failures;
     TrackEdits edits{rows, jobs, *settings, suite.clock,
-                     [this](const QString& fid) { changed.append(fid); }};
+                     [this](const QString& fid) { changed.append(fid); },
+                     [this](const QString& text) { failures.append(text); }};
 };
 
 // ---- rating
@@ -149,6 +151,7 @@ TEST_F(TrackEditsTest, ATextThatIsTooLongLeavesTheCellAndNotesNothing)
     edits.commit(0, u"Note"_s, u"12345"_s);
     EXPECT_EQ(cell(0, u"Note"_s).toText(), u"3"_s);
     EXPECT_TRUE(edited().isEmpty());
+    EXPECT_EQ(failures.size(), 1); // and says why
 }
 
 TEST_F(TrackEditsTest, TheGenreColumnOffersTheGenres)

@@ -339,6 +339,40 @@ TEST_F(PlaylistExport, NeitherDoesItReplaceTheFileOfATrackThatIsInNoList)
     ASSERT_EQ(result.failures.size(), 1U);
 }
 
+TEST_F(PlaylistExport, NorDoesItThroughALinkToTheFolderOfTheMusic)
+{
+    addTrack({.Titel = u"other"_s, .DName = u"Licht.mp3"_s}, "other");
+    addList({addTrack({.Titel = u"Licht"_s, .DName = u"x.mp3"_s})});
+    target = music + u"-link"_s;
+    ASSERT_TRUE(QFile::link(music, target));
+    const ExportResult result = run(u"%N"_s);
+    EXPECT_EQ(readCopy(u"Licht.mp3"_s), "other");
+    ASSERT_EQ(result.failures.size(), 1U);
+    EXPECT_EQ(result.failures[0].reason, Reason::LibraryFile);
+    // Nobody is led to the other track instead.
+    EXPECT_EQ(listed(), QStringList());
+}
+
+TEST_F(PlaylistExport, AStopLeavesTheListOfAnEarlierExport)
+{
+    addList({addTrack({.Titel = u"a"_s}), addTrack({.Titel = u"b"_s})});
+    (void)run(u"%N"_s);
+    const QStringList whole = listed();
+    ASSERT_EQ(whole.size(), 2);
+    loop.onTurn = [this] { exporter.stop(); };
+    const ExportResult result = run(u"%N"_s);
+    EXPECT_EQ(result.end, End::Stopped);
+    EXPECT_EQ(listed(), whole);
+}
+
+TEST_F(PlaylistExport, CopiesOfFilesThatMayOnlyBeReadCanBeReplaced)
+{
+    addList({addTrack({.Titel = u"a"_s, .DName = u"r.mp3"_s})});
+    ASSERT_TRUE(QFile::setPermissions(music + u"/r.mp3"_s, QFile::ReadOwner));
+    EXPECT_EQ(run(u"%N"_s).copied, 1);
+    EXPECT_EQ(run(u"%N"_s).copied, 1);
+}
+
 TEST_F(PlaylistExport, AFileThatIsItsOwnCopyStaysAsItIs)
 {
     addList({addTrack({.Titel = u"a"_s}, "file a")});

@@ -259,6 +259,33 @@ TEST_F(M3uImportTest, WithoutTheScratchTableTheFailureIsToldAndNothingElseChange
     EXPECT_EQ(m3u.Append(party), 0);
 }
 
+TEST_F(M3uImportTest, WhatAnEarlierImportLeftIsNotInsertedWhenALoadFails)
+{
+    addFile(u"new.mp3"_s);
+    ASSERT_EQ(load("new.mp3\n"), 0);
+    ASSERT_EQ(m3u.loaded(), 1);
+    // The scratch table outlives the program; the next one has loaded nothing yet.
+    MlvM3U next{{*lists.engine,
+                 *lists.settings,
+                 lists.files,
+                 lists.locator,
+                 *reader,
+                 lists.clock,
+                 lists.history,
+                 lists.snapshots,
+                 {lists.dataFolder()}}};
+    EXPECT_EQ(next.Append(party), 0);
+    EXPECT_EQ(next.Insert(Sid{1}, party), 0);
+    EXPECT_EQ(m3u.Append(party), 1);
+}
+
+TEST_F(M3uImportTest, ALineOfEndlessFoldersIsSkippedAtOnce)
+{
+    addFile(u"new.mp3"_s);
+    EXPECT_EQ(load(QByteArray("a/").repeated(300'000) + "x.mp3\n\tnew.mp3 \t\n"), 1);
+    EXPECT_EQ(loaded(), QStringList{u"new.mp3"_s});
+}
+
 TEST(M3uErrorTexts, EachCodeHasItsTextAndAnUnknownOneSaysSo)
 {
     EXPECT_EQ(MlvM3U::GetMessageText(10001), u"Path nicht gefunden"_s);

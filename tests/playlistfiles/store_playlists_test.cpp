@@ -69,17 +69,44 @@ TEST_F(StorePlaylistsTest, JingleListsHaveNoFile)
 TEST_F(StorePlaylistsTest, ListsAndGroupsOfTheSameNameNeverReplaceOneAnother)
 {
     const int other = lists.library.addGroup(u"dance"_s);
-    changedList(u"x"_s, dance);
-    changedList(u"X"_s, dance);
+    const int small = changedList(u"x"_s, dance);
+    const int large = changedList(u"X"_s, dance);
     changedList(u"x"_s, other);
     changedList(u"x"_s, 4711); // a group that is gone
     run();
-    EXPECT_EQ(written, (QStringList{u"Dance/x.m3u"_s, u"Dance/X (2).m3u"_s, u"dance (2)/x.m3u"_s,
-                                    u"_/x.m3u"_s}));
-    lists.execute(u"update pl_name set sicherung=true where name='X' and nid=(select max(nid) from "
-                  "pl_name where grid=%1)"_s.arg(dance));
+    EXPECT_EQ(written, (QStringList{u"Dance (%1)/x (%2).m3u"_s.arg(dance).arg(small),
+                                    u"Dance (%1)/X (%2).m3u"_s.arg(dance).arg(large),
+                                    u"dance (%1)/x.m3u"_s.arg(other), u"_/x.m3u"_s}));
+}
+
+TEST_F(StorePlaylistsTest, AListThatTakesTheNameOfAnotherLeavesItsFileAlone)
+{
+    const int first = changedList(u"Alpha"_s, dance);
+    const int second = changedList(u"Beta"_s, dance);
     run();
-    EXPECT_EQ(written, QStringList{u"Dance/X (2).m3u"_s}); // the name stays
+    const QByteArray beta = music.read(u"Dance/Beta.m3u"_s);
+    lists.execute(u"update pl_name set name='Beta', sicherung=true where nid=%1"_s.arg(first));
+    lists.execute(u"delete from pl_all where pnid=%1"_s.arg(first));
+    run();
+    EXPECT_EQ(written, QStringList{u"Dance/Beta (%1).m3u"_s.arg(first)});
+    EXPECT_EQ(music.read(u"Dance/Beta.m3u"_s), beta);
+    lists.execute(u"update pl_name set sicherung=true where nid=%1"_s.arg(second));
+    run();
+    EXPECT_EQ(written, QStringList{u"Dance/Beta (%1).m3u"_s.arg(second)});
+}
+
+TEST_F(StorePlaylistsTest, NamesOfDotsLeadNowhereAndLongOnesHaveRoomForTheirNumber)
+{
+    const int dots = lists.library.addGroup(u".."_s);
+    changedList(u"."_s, dots);
+    const QString name(126, u'ü');
+    changedList(name, dance);
+    changedList(name, dance);
+    const auto result = run();
+    EXPECT_EQ(result.failures, QStringList());
+    EXPECT_EQ(written[0], u"__/_.m3u"_s);
+    EXPECT_NE(written[1], written[2]);
+    EXPECT_EQ(lists.files.names(music.path()), (QStringList{u"Dance"_s, u"__"_s}));
 }
 
 TEST_F(StorePlaylistsTest, AListThatCannotBeWrittenStaysMarkedAndTheOthersAreWritten)

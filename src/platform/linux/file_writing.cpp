@@ -168,7 +168,8 @@ void Replacement::giveName()
 
 void Replacement::keepFrom(const struct stat& original)
 {
-    m_mode = original.st_mode & 0777U;
+    // A copy of what lies on a disc would otherwise refuse to be replaced by the next one.
+    m_mode = (original.st_mode | S_IWUSR) & 0777U;
     const timespec times[2] = {{0, UTIME_OMIT}, original.st_mtim};
     if (::futimens(m_file.number(), times) != 0 && !cannotHoldIt()) {
         failWithErrno(m_target);

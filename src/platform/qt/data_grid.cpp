@@ -119,8 +119,10 @@ void DataGrid::resizeEvent(QResizeEvent* event)
 
 void DataGrid::focusInEvent(QFocusEvent* event)
 {
+    // The view itself makes a cell the current one, but selects nothing.
+    const bool hadCurrent = currentIndex().isValid();
     QTableView::focusInEvent(event);
-    if (m_model && !currentIndex().isValid() && m_model->rowCount() > 0) {
+    if (m_model && !hadCurrent && m_model->rowCount() > 0) {
         goToRow(0, 0);
     }
     viewport()->update();

@@ -129,6 +129,9 @@ private:
     std::function<DragContent()> m_dragSource;
     int m_rowSpacing = 0;
     int m_stretchedColumn = -1;
+    /// Width of a figure when the columns got their widths: a new style sheet changes the font
+    /// before anybody can ask.
+    int m_widthFigure = 0;
     bool m_fitting = false;
     bool m_deleteIsDown = false;
 };

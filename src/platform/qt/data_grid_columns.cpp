@@ -95,7 +95,8 @@ std::vector<GridColumn> DataGrid::columns() const
         description.stretched = column == m_stretchedColumn;
         if (description.shown) {
             const double units = columnWidth(column) - 2 * DataGridPainter::kPadding;
-            description.width = units / figureWidth(fontMetrics());
+            description.width =
+                units / (m_widthFigure > 0 ? m_widthFigure : figureWidth(fontMetrics()));
             result.push_back(description);
         } else {
             hidden.push_back(description);
@@ -121,6 +122,7 @@ void DataGrid::arrange(const std::vector<GridColumn>& layout)
     {
         const QScopedValueRollback guard(m_fitting, true);
         m_stretchedColumn = -1;
+        m_widthFigure = figureWidth(fontMetrics());
         std::vector<bool> named(static_cast<size_t>(m_model->columnCount()), false);
         int place = 0;
         for (const GridColumn& wanted : layout) {
@@ -199,8 +201,8 @@ void DataGrid::focus()
 
 bool DataGrid::hasKeyboard() const
 {
-    const QWidget* const focused = window()->focusWidget();
-    return focused != nullptr && (focused == this || isAncestorOf(focused)) && isActiveWindow();
+    // Not while a cell is edited: what is typed there is no command.
+    return window()->focusWidget() == this && state() != EditingState && isActiveWindow();
 }
 
 } // namespace melovane

@@ -156,6 +156,12 @@ QWidget* DataGridPainter::createEditor(QWidget* parent,
 
 void DataGridPainter::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
+    // Filled once: whatever is read anew meanwhile, what the user types stays.
+    constexpr auto kFilled = "filled";
+    if (editor->property(kFilled).toBool()) {
+        return;
+    }
+    editor->setProperty(kFilled, true);
     if (auto* list = qobject_cast<QComboBox*>(editor)) {
         list->setCurrentIndex(list->findText(index.data().toString()));
         return;

@@ -72,12 +72,12 @@ GridDropping::GridDropping(const Skin& skin, DropTarget& target, QTableView& gri
 
 bool GridDropping::eventFilter(QObject* watched, QEvent* event)
 {
-    const bool onHeadings = watched != m_grid.viewport();
+    // Events arrive until the places are gone, and the grid is no grid any more by then.
     switch (event->type()) {
     case QEvent::DragEnter:
     case QEvent::DragMove:
     case QEvent::Drop:
-        return handle(static_cast<QDropEvent&>(*event), onHeadings);
+        return handle(static_cast<QDropEvent&>(*event), watched != m_grid.viewport());
     case QEvent::DragLeave:
         hideMarker();
         return true;

@@ -217,6 +217,11 @@ bool QtKeyboard::eventFilter(QObject* watched, QEvent* event)
     case QEvent::ApplicationDeactivate:
         forgetAll();
         break;
+    case QEvent::WindowActivate:
+    case QEvent::WindowDeactivate:
+        // A key that went down in one window and up between two would stay down for ever.
+        m_keys.clear();
+        break;
     default:
         break;
     }
@@ -235,7 +240,8 @@ bool QtKeyboard::noteDown(const QKeyEvent& event)
     if (isNew && code != 0) {
         m_keys.insert(place, code);
     }
-    return isNew;
+    // One that is held while windows change repeats; it was not pressed again.
+    return isNew && !event.isAutoRepeat();
 }
 
 bool QtKeyboard::isTaken(const QObject* watched, const QKeyEvent& event)

@@ -72,6 +72,9 @@ void SearchLine::keyPressEvent(QKeyEvent* event)
     const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     if (plain && event->key() == Qt::Key_Down) {
         emit downPressed();
+    } else if (plain && (event->key() == Qt::Key_Up || event->key() == Qt::Key_PageUp ||
+                         event->key() == Qt::Key_PageDown)) {
+        event->accept(); // would put another entry of the list in the place of what is typed
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         emit entered(text());
     } else {

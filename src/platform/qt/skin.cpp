@@ -18,8 +18,8 @@ namespace {
 constexpr int kMenuIcon = 16;
 
 /// Names of roles in braces, and sizes: {line} is the height of a line, {row} that of a menu entry,
-/// {pad} the space above and below it in a control, {box} the side of a check box, {round} what makes it a circle, {button} the
-/// least width of a button.
+/// {pad} the space above and below it in a control, {box} the side of a check box, {arrow} that of
+/// an arrow, {round} what makes it a circle, {button} the least width of a button.
 constexpr char16_t kSheet[] = uR"(
 QMainWindow, QWidget#Frame { background: {BackColorSizer}; }
 QMainWindow::separator { width: 0; height: 0; }
@@ -57,7 +57,8 @@ QComboBox#Text1 { background: {TextField}; color: {Text}; border: 1px solid {Hai
   border-radius: 4px; padding: 2px 2px 2px 4px; min-height: {field}px; }
 QComboBox#Text1:hover { border-color: {TextDisabled}; }
 QComboBox#Text1:focus { border-color: {Accent}; }
-QComboBox#Text1::drop-down { border: none; width: 0; }
+QComboBox#Text1::drop-down { border: none; width: {arrow}px; }
+QComboBox#Text1::down-arrow { image: url(:/style/down.svg); width: {arrow}px; height: {arrow}px; }
 QComboBox#Text1 QLineEdit { background: transparent; border: none; padding: 0;
   selection-background-color: {GridColorSelGotFocus}; selection-color: {Text}; }
 QPushButton { background: {GridHeadColor}; color: {Text}; border: 1px solid {Hairline};
@@ -138,6 +139,7 @@ QString styleSheetFor(const Theme& theme, int lineHeight)
     sheet.replace("{box}"_L1, QString::number(lineHeight - 2));
     // Half of the box with its border.
     sheet.replace("{round}"_L1, QString::number(lineHeight / 2));
+    sheet.replace("{arrow}"_L1, QString::number(lineHeight - 4));
     sheet.replace("{button}"_L1, QString::number(lineHeight * 4));
     sheet.replace("{field}"_L1, QString::number(lineHeight + 4));
     sheet.replace("{pad}"_L1, QString::number(std::max(3, lineHeight / 4)));

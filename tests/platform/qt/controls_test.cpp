@@ -64,6 +64,16 @@ TEST_F(SearchLineTest, DownGoesToTheListAndEnterSearches)
     EXPECT_EQ(line.text(), u"Meer"_s);
 }
 
+TEST_F(SearchLineTest, KeysOfTheListDoNotReplaceWhatIsTyped)
+{
+    line.setList({u"BPM=120"_s, u"BPM=130"_s});
+    line.setText(u"fer"_s);
+    for (const Qt::Key key : {Qt::Key_PageUp, Qt::Key_Up, Qt::Key_PageDown}) {
+        QTest::keyClick(&line, key);
+        EXPECT_EQ(line.text(), u"fer"_s);
+    }
+}
+
 TEST_F(SearchLineTest, TheCrossEmptiesTheLine)
 {
     line.setText(u"Meer"_s);

@@ -158,6 +158,30 @@ TEST_F(GridInputTest, TheMenuKeyOpensTheMenuOfTheCurrentRow)
     EXPECT_EQ(menu[0][0].toLongLong(), 4);
 }
 
+TEST_F(GridInputTest, TheFirstRowIsSelectedWhenTheKeyboardComes)
+{
+    show(10);
+    grid.clearFocus();
+    grid.setCurrentIndex(QModelIndex());
+    grid.setFocus(Qt::OtherFocusReason);
+    EXPECT_EQ(grid.currentRow(), 0);
+    EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{0, 0}}));
+    QTest::keyClick(&grid, Qt::Key_Down);
+    EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{1, 1}}));
+}
+
+TEST_F(GridInputTest, WidthsStayWhenAStyleSheetChangesTheFontBeforeTheGridIsTold)
+{
+    show(10);
+    grid.setGridFont({QString(), 14, false, 0});
+    const double width = grid.columns().front().width;
+    QFont small = grid.font();
+    small.setPointSize(7);
+    grid.setFont(small);
+    grid.setGridFont({QString(), 14, false, 0});
+    EXPECT_NEAR(grid.columns().front().width, width, 0.2);
+}
+
 // ---- editing
 
 TEST_F(GridInputTest, NoCellOpensWithoutEditing)
@@ -210,6 +234,24 @@ TEST_F(GridInputTest, KeysOfAnOpenEditorAreNoKeysOfTheGrid)
     QTest::keyClick(&grid, Qt::Key_Delete);
     QTest::keyClick(&grid, Qt::Key_3, Qt::ControlModifier);
     EXPECT_EQ(digits.count() * 10 + deletes.count(), 11);
+}
+
+TEST_F(GridInputTest, WhatIsTypedStaysWhenTheRowsAreReadAnew)
+{
+    show(10);
+    grid.setEditing(&editing);
+    grid.goToRow(2, 0);
+    EXPECT_TRUE(grid.hasKeyboard());
+    grid.editCurrentCell();
+    auto* line = grid.findChild<QLineEdit*>();
+    ASSERT_NE(line, nullptr);
+    EXPECT_FALSE(grid.hasKeyboard()); // no command goes to the rows meanwhile
+    line->setText(u"Ein langer neuer Titel"_s);
+    emit grid.model()->dataChanged(grid.model()->index(0, 0), grid.model()->index(9, 0));
+    EXPECT_EQ(line->text(), u"Ein langer neuer Titel"_s);
+    QTest::keyClick(line, Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
+    EXPECT_EQ(editing.commits, (QStringList{u"2 titel Ein langer neuer Titel"_s}));
 }
 
 TEST_F(GridInputTest, AFieldWithChoicesOffersThem)
