@@ -11,6 +11,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     // Library view.
     {u"library.search.hint", u"Titel oder Interpret suchen"},
     {u"library.search.name", u"Suche in der Bibliothek"},
+    {u"library.search.clear", u"Suchzeile leeren"},
     {u"library.grid.name", u"Titel der Bibliothek"},
     {u"library.count", u"$1 Titel"},
     {u"library.count.one", u"$1 Titel"},

@@ -325,7 +325,9 @@ KeyActions Application::keyActions()
 {
     const auto play = [this](qint32 id) {
         const QString fid = m_library.GetFID();
-        if (!fid.isEmpty()) {
+        if (!fid.isEmpty() && !m_suite.playerIsAlive()) {
+            m_mlvdb.showStatusText(m_texts.text(u"status.player.missing"_s));
+        } else if (!fid.isEmpty()) {
             m_suite.SendToPlayer(fid, id);
         }
         return !fid.isEmpty();

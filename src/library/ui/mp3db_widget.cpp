@@ -42,6 +42,7 @@ void Mp3dbWidget::setTexts(const ConfigObjects& texts)
 {
     m_search->lineEdit()->setPlaceholderText(texts.text(u"library.search.hint"_s));
     m_search->setAccessibleName(texts.text(u"library.search.name"_s));
+    m_search->setClearTip(texts.text(u"library.search.clear"_s));
     m_grid->setAccessibleName(texts.text(u"library.grid.name"_s));
     // Room for a million, so that the search line keeps its width while the user types.
     const QString widest = texts.text(u"library.count"_s, groupedNumber(1'000'000));

@@ -19,16 +19,20 @@ SearchLine::SearchLine(const IconSet& icons, QWidget* parent)
     setMinimumContentsLength(12);
     lineEdit()->addAction(icons.icon(QStringLiteral("search"), ThemeRole::TextSecond),
                           QLineEdit::LeadingPosition);
-    QAction* clear = lineEdit()->addAction(
+    m_clear = lineEdit()->addAction(
         icons.icon(QStringLiteral("clear"), ThemeRole::TextSecond), QLineEdit::TrailingPosition);
-    clear->setToolTip(QStringLiteral("Suchzeile leeren"));
-    clear->setVisible(false);
-    connect(clear, &QAction::triggered, lineEdit(), &QLineEdit::clear);
-    connect(this, &QComboBox::editTextChanged, this, [this, clear](const QString& now) {
-        clear->setVisible(!now.isEmpty());
+    m_clear->setVisible(false);
+    connect(m_clear, &QAction::triggered, lineEdit(), &QLineEdit::clear);
+    connect(this, &QComboBox::editTextChanged, this, [this](const QString& now) {
+        m_clear->setVisible(!now.isEmpty());
         emit textChanged(now);
     });
     connect(this, &QComboBox::activated, this, [this] { emit entered(text()); });
+}
+
+void SearchLine::setClearTip(const QString& tip)
+{
+    m_clear->setToolTip(tip);
 }
 
 QString SearchLine::text() const

@@ -4,6 +4,8 @@
 
 #include <QComboBox>
 
+class QAction;
+
 namespace melovane {
 
 class IconSet;
@@ -22,6 +24,9 @@ public:
     [[nodiscard]] QStringList list() const override;
     void setList(const QStringList& texts) override;
 
+    /// Words for the cross.
+    void setClearTip(const QString& tip);
+
     /// Gives it the keyboard and selects the text, so that typing begins anew.
     void focus() override;
 
@@ -35,6 +40,9 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+
+private:
+    QAction* m_clear;
 };
 
 } // namespace melovane
