@@ -15,6 +15,8 @@ XDG_RUNTIME_DIR=$(mktemp -d)
 export XDG_RUNTIME_DIR
 chmod 700 "$XDG_RUNTIME_DIR"
 trap 'rm -rf "$XDG_RUNTIME_DIR"' EXIT
+# For the programs that tests start; what leaks there is not ours.
+export LSAN_OPTIONS=suppressions=$PWD/tests/support/leaks_of_others.txt:print_suppressions=0
 
 ctest --test-dir "build/$preset" -j"$(nproc)" --output-on-failure -LE x11
 if ctest --test-dir "build/$preset" -N -L x11 | grep -q 'Test *#'; then
