@@ -141,6 +141,7 @@ void PlaylistWidget::showSummary(const PlaylistSummary& summary, const ConfigObj
     m_name->setText(summary.name);
     // Where room is short, the length gives way before the name does.
     constexpr int kNameLetters = 16;
+    m_name->setMinimumWidth(0); // a label never asks for less than it already has as its least
     m_name->setMinimumWidth(std::min(m_name->sizeHint().width(),
                                      m_name->fontMetrics().averageCharWidth() * kNameLetters));
     const qint64 most = std::numeric_limits<int>::max();
