@@ -7,7 +7,7 @@
 #include "platform/system/clock.h"
 #include "platform/system/text_number.h"
 #include "playlists/pending_jobs.h"
-#include "playlists/track_look.h"
+#include "views/track_look.h"
 
 #include <array>
 #include <optional>
