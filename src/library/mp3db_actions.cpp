@@ -1,5 +1,6 @@
 // What the user does with the rows of the library view: buttons, keys, history, drags.
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "library/mp3db.h"
 #include "platform/controls/clipboard.h"
 #include "platform/controls/search_box.h"
@@ -7,7 +8,6 @@
 #include "platform/system/io_error.h"
 #include "platform/system/path_text.h"
 #include "playlists/drag_data.h"
-#include "shell/paths.h"
 
 namespace melovane {
 

@@ -6,7 +6,7 @@
 #include "playlists/entry_places.h"
 #include "playlists/playlist_table.h"
 #include "playlists/row_statements.h"
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
 
 #include <algorithm>
 
