@@ -4,12 +4,12 @@
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/paths.h"
+#include "monitor/monitor_control.h"
 #include "platform/controls/warnings.h"
 #include "platform/controls/window_frame.h"
 #include "platform/message/message_control.h"
 #include "platform/system/path_text.h"
 #include "platform/system/timers.h"
-#include "shell/monitor_control.h"
 #include "shell/sibling_control.h"
 #include "shell/window_data.h"
 

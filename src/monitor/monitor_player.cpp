@@ -1,4 +1,4 @@
-#include "shell/monitor_player.h"
+#include "monitor/monitor_player.h"
 
 #include "config/config_objects.h"
 #include "config/global_settings.h"
