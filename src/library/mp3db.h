@@ -8,7 +8,7 @@
 #include "platform/controls/grid_control.h"
 #include "platform/db/data_control.h"
 #include "platform/db/recordset.h"
-#include "playlists/pending_jobs.h"
+#include "store/pending_jobs.h"
 #include "views/grid_reposition.h"
 #include "views/layout_files.h"
 

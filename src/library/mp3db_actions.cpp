@@ -1,12 +1,12 @@
 // What the user does with the rows of the library view: buttons, keys, history, drags.
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "library/mp3db.h"
 #include "platform/controls/clipboard.h"
 #include "platform/controls/search_box.h"
 #include "platform/system/files.h"
 #include "platform/system/io_error.h"
 #include "platform/system/path_text.h"
-#include "shell/paths.h"
 #include "views/drag_data.h"
 
 namespace melovane {

@@ -6,7 +6,7 @@
 #include "platform/db/recordset.h"
 #include "platform/system/clock.h"
 #include "platform/system/text_number.h"
-#include "playlists/pending_jobs.h"
+#include "store/pending_jobs.h"
 #include "views/track_look.h"
 
 #include <array>

@@ -1,9 +1,9 @@
 #include "views/layout_files.h"
 
+#include "config/paths.h"
 #include "platform/system/files.h"
 #include "platform/system/io_error.h"
 #include "platform/system/path_text.h"
-#include "shell/paths.h"
 #include "views/grid_layout.h"
 
 namespace melovane {
