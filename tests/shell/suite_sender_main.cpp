@@ -2,7 +2,7 @@
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 
 #include <QCoreApplication>

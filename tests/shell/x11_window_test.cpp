@@ -1,4 +1,4 @@
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "shell/console.h"
 #include "shell/real_display.h"

@@ -1,4 +1,4 @@
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "siblings/mediaintake/intake_fixture.h"
 
 #include <QDir>

@@ -1,0 +1,331 @@
+#include "platform/sqlite/index/column_index.h"
+
+#include "platform/sqlite/engine/read_scope.h"
+#include "platform/sqlite/engine/session.h"
+#include "platform/sqlite/engine/sqlite_error.h"
+
+#include <utility>
+
+namespace melovane::sqlite {
+
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+/// Rows that may differ from the load. With many of them searches get slower, and the table is read
+/// anew while the old one serves on; with more it serves no longer.
+constexpr qint64 kManyChanged = 4096;
+constexpr qint64 kMostChanged = 20'000;
+
+/// How long a search waits for the table before it turns to SQLite; the rest is loaded in slices.
+constexpr std::chrono::milliseconds kPatience{60};
+constexpr std::chrono::milliseconds kNoLimit = std::chrono::hours(1);
+
+/// Smaller tables are read as fast as a snapshot of them.
+constexpr qint64 kWorthKeeping = 20'000;
+
+/// Tries to mark the file, a few milliseconds apart, while other programs write.
+constexpr int kMostMarks = 200;
+
+/// Read with the first search, whatever it asks for: what a library is searched and sorted by.
+const QString kFirstColumns[] = {u"Titel"_s, u"Interpret"_s, u"Album"_s, u"Kommentar"_s,
+                                 u"DName"_s, u"Path"_s,      u"Genre"_s, u"Jahr"_s,
+                                 u"Track"_s, u"BPM"_s,       u"Note"_s,  u"PlayCountAll"_s,
+                                 u"DEL"_s};
+
+std::vector<FieldDef> fieldsOfTable(Session& session)
+{
+    const auto source = session.catalogue().find(QString::fromUtf16(kSearchedTable));
+    return source ? source->fields : std::vector<FieldDef>{};
+}
+
+/// The columns with these names, as far as the table has them.
+std::vector<IndexField> fieldsOf(Session& session, const QStringList& names)
+{
+    std::vector<IndexField> result;
+    for (const FieldDef& field : fieldsOfTable(session)) {
+        if (names.contains(field.Name, Qt::CaseInsensitive)) {
+            result.push_back(
+                {field.Name, field.Type == FieldType::Text || field.Type == FieldType::Memo});
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+std::shared_ptr<const KeySource> ColumnIndex::search(Session& session,
+                                                     const SearchStatement& statement)
+{
+    return answers(session, statement) ? m_table->search(statement) : nullptr;
+}
+
+std::optional<qint64> ColumnIndex::count(Session& session, const SearchStatement& statement)
+{
+    if (!answers(session, statement)) {
+        return {};
+    }
+    return m_table->count(statement.where);
+}
+
+bool ColumnIndex::answers(Session& session, const SearchStatement& statement)
+{
+    const bool can = isReady(session, statement) && m_table->answers(statement);
+    ++(can ? m_figures->answers : m_figures->left);
+    return can;
+}
+
+bool ColumnIndex::isReady(Session& session, const SearchStatement& statement)
+{
+    if (session.connection().inTransaction()) {
+        return false;
+    }
+    try {
+        if (m_table && session.indexMark() == markOf(session) &&
+            m_table->missing(statement).isEmpty()) {
+            return true;
+        }
+        follow(session, statement);
+        return m_table != nullptr;
+    } catch (const DbError&) {
+        // SQLite meets the same fault, and tells it.
+        return false;
+    }
+}
+
+IndexMark ColumnIndex::markOf(Session& session) const
+{
+    Connection& connection = session.connection();
+    return {connection.number(u"PRAGMA main.data_version"_s),
+            sqlite3_total_changes64(connection.handle()), session.catalogue().version(),
+            m_figures->loads + m_figures->snapshots};
+}
+
+bool ColumnIndex::wantsLoad() const
+{
+    if (m_load) {
+        return false;
+    }
+    return !m_table || (m_startSlices && m_table->changedCount() > kManyChanged);
+}
+
+void ColumnIndex::follow(Session& session, const SearchStatement& statement)
+{
+    Connection& connection = session.connection();
+    if (wantsLoad()) {
+        startLoad(session, statement);
+    }
+    // Asked before the read begins: what is written in between is looked for once more.
+    const IndexMark mark = markOf(session);
+    const ReadScope scope(connection);
+    if (m_table && isOfSchema(session)) {
+        // Changed rows are read behind it, with all columns.
+        addMissing(session, statement);
+    }
+    if (m_table && !takeChanges(session)) {
+        m_table.reset();
+        m_snapshot.reset();
+    }
+    if (m_table) {
+        m_figures->bytes = m_table->bytes();
+        session.setIndexMark(mark);
+    }
+}
+
+bool ColumnIndex::isOfSchema(Session& session) const
+{
+    return session.connection().number(u"PRAGMA main.schema_version"_s) == m_schema;
+}
+
+/// False when the table has to be read anew.
+bool ColumnIndex::takeChanges(Session& session)
+{
+    if (!isOfSchema(session)) {
+        return false;
+    }
+    IndexLog log(session.connection());
+    const IndexLog::Position end = log.end();
+    const auto changed = log.changedSince(m_position, kMostChanged);
+    if (!changed || m_table->changedCount() + qint64(changed->size()) > kMostChanged) {
+        return false;
+    }
+    readRows(session, *changed);
+    m_position = end;
+    return true;
+}
+
+void ColumnIndex::readRows(Session& session, const std::vector<qint64>& keys)
+{
+    for (const qint64 key : keys) {
+        if (auto cells = readRow(session.connection(), m_fields, key)) {
+            m_table->setRow(key, *std::move(cells));
+        } else {
+            m_table->removeRow(key);
+        }
+    }
+}
+
+void ColumnIndex::startLoad(Session& session, const SearchStatement& statement)
+{
+    IndexLog log(session.connection());
+    if (!log.ensure() || adoptSnapshot(session, statement)) {
+        return;
+    }
+    log.trim();
+    startReading(session, statement);
+    // A small library is there at once.
+    loadFor(session, m_startSlices ? kPatience : kNoLimit);
+    if (m_load || m_keeping || m_marksLeft > 0) {
+        m_startSlices(weak_from_this());
+    }
+}
+
+/// The table as a former run left it, if the file has its mark and tells of all that changed since.
+/// Columns are read from the snapshot when they are asked for.
+bool ColumnIndex::adoptSnapshot(Session& session, const SearchStatement& statement)
+{
+    if (m_table || std::exchange(m_snapshotTried, true)) {
+        return false;
+    }
+    auto snapshot = IndexSnapshot::open(m_snapshotFile);
+    if (!snapshot) {
+        return false;
+    }
+    const SnapshotStamp& stamp = snapshot->stamp();
+    m_schema = stamp.schema;
+    m_from = m_position = stamp.from;
+    const ReadScope scope(session.connection());
+    IndexLog log(session.connection());
+    if (!isOfSchema(session) || !log.knows(stamp.mark) ||
+        !log.changedSince(stamp.from, kMostChanged)) {
+        return false;
+    }
+    const auto keys = snapshot->keys();
+    if (!keys) {
+        return false;
+    }
+    m_table = std::make_unique<IndexTable>(*keys);
+    m_fields.clear();
+    m_snapshot = std::move(snapshot);
+    addMissing(session, statement);
+    if (auto order = m_snapshot ? m_snapshot->order(statement.order) : nullptr) {
+        m_table->addOrder(statement.order, std::move(order));
+    }
+    ++m_figures->snapshots;
+    return true;
+}
+
+void ColumnIndex::startReading(Session& session, const SearchStatement& statement)
+{
+    Connection& connection = session.connection();
+    QStringList names(std::begin(kFirstColumns), std::end(kFirstColumns));
+    names += IndexTable({}).missing(statement);
+    for (const IndexField& field : m_fields) {
+        names.append(field.name);
+    }
+    const ReadScope scope(connection);
+    m_load.emplace(Load{IndexLoader(fieldsOf(session, names)), IndexLog(connection).end(),
+                        connection.number(u"PRAGMA main.schema_version"_s), statement.order});
+}
+
+void ColumnIndex::loadFor(Session& session, std::chrono::milliseconds time)
+{
+    using Clock = std::chrono::steady_clock;
+    const auto begin = Clock::now();
+    while (loadSlice(session) && Clock::now() - begin < time) {
+    }
+}
+
+bool ColumnIndex::loadSlice(Session& session)
+{
+    if (!m_load) {
+        return keepSlice(session);
+    }
+    Connection& connection = session.connection();
+    if (connection.number(u"PRAGMA main.schema_version"_s) != m_load->schema) {
+        m_load.reset();
+        return false;
+    }
+    if (m_load->loader.step(connection)) {
+        return true;
+    }
+    finishLoad();
+    return m_marksLeft > 0;
+}
+
+void ColumnIndex::finishLoad()
+{
+    m_table = m_load->loader.take();
+    m_fields = m_load->loader.fields();
+    m_from = m_position = m_load->position;
+    m_schema = m_load->schema;
+    m_snapshot.reset();
+    m_keeping.reset();
+    m_table->makeReady(m_load->order);
+    const bool isLarge = qint64(m_table->keys().size()) >= kWorthKeeping;
+    m_marksLeft = isLarge && !m_snapshotFile.isEmpty() ? kMostMarks : 0;
+    m_load.reset();
+    ++m_figures->loads;
+}
+
+/// Goes on writing the snapshot. False at the end.
+bool ColumnIndex::keepSlice(Session& session)
+{
+    if (!m_keeping) {
+        return startKeeping(session);
+    }
+    if (m_keeping->step()) {
+        return true;
+    }
+    m_figures->kept += m_keeping->isKept() ? 1 : 0;
+    m_keeping.reset();
+    return false;
+}
+
+bool ColumnIndex::startKeeping(Session& session)
+{
+    if (m_marksLeft == 0 || !m_table || !isOfSchema(session)) {
+        m_marksLeft = 0;
+        return false;
+    }
+    if (const auto mark = IndexLog(session.connection()).mark()) {
+        m_keeping = std::make_unique<IndexSnapshotWriter>(
+            m_snapshotFile, SnapshotStamp{m_schema, m_from, *mark}, *m_table);
+        m_marksLeft = 0;
+        return true;
+    }
+    return --m_marksLeft > 0;
+}
+
+void ColumnIndex::addMissing(Session& session, const SearchStatement& statement)
+{
+    const QStringList names = m_table->missing(statement);
+    if (names.isEmpty()) {
+        return;
+    }
+    const std::vector<IndexField> fields = fieldsOf(session, names);
+    const std::vector<IndexField> others = addFromSnapshot(fields);
+    if (!others.empty()) {
+        addColumns(session.connection(), *m_table, others);
+        m_fields.insert(m_fields.end(), others.begin(), others.end());
+    }
+    readRows(session, m_table->changedRows());
+}
+
+/// \return the columns that it does not have
+std::vector<IndexField> ColumnIndex::addFromSnapshot(const std::vector<IndexField>& fields)
+{
+    std::vector<IndexField> others;
+    for (const IndexField& field : fields) {
+        auto column = m_snapshot ? m_snapshot->column(field.name, field.isText) : nullptr;
+        if (column) {
+            m_table->addColumn(field.name, std::move(column));
+            m_fields.push_back(field);
+        } else {
+            others.push_back(field);
+        }
+    }
+    return others;
+}
+
+} // namespace melovane::sqlite
