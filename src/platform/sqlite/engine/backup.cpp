@@ -4,6 +4,7 @@
 #include "platform/sqlite/engine/sqlite_error.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <sqlite3.h>
 
@@ -17,11 +18,11 @@ using namespace Qt::Literals::StringLiterals;
 class TemporaryFile
 {
 public:
-    explicit TemporaryFile(const QString& target)
+    TemporaryFile(const QString& target, const QDateTime& now)
         : m_target(target)
         , m_path(temporaryBeside(target))
     {
-        removeAbandoned(target);
+        removeAbandoned(target, now);
         remove();
     }
 
@@ -68,22 +69,22 @@ void copyPages(sqlite3* source, const QString& path)
 
 } // namespace
 
-void createDatabaseFile(const QString& path, bool sharesMemory)
+void createDatabaseFile(const QString& path, const ConnectionOptions& options)
 {
     if (fileId(path)) {
         throw dbError(DbFault::FileExists, path);
     }
-    const TemporaryFile file(path);
-    Connection::createFile(file.path(), sharesMemory);
+    const TemporaryFile file(path, options.now());
+    Connection::createFile(file.path(), options.sharesMemory(QFileInfo(path).path()));
     file.moveIntoPlace(false);
 }
 
-void backupDatabase(Connection& source, const QString& target)
+void backupDatabase(Connection& source, const QString& target, const QDateTime& now)
 {
     if (fileId(target) == source.id()) {
         throw dbError(DbFault::FileOntoItself, target);
     }
-    const TemporaryFile file(target);
+    const TemporaryFile file(target, now);
     copyPages(source.handle(), file.path());
     file.moveIntoPlace(true);
 }

@@ -10,7 +10,6 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <thread>
 
 namespace melovane::sqlite {
 
@@ -33,23 +32,6 @@ constexpr const char* kCatalogueTables[] = {
 
 /// Pages kept in memory per file, in KiB (negative says KiB to SQLite).
 constexpr auto kCacheSize = "PRAGMA cache_size=-16384"_L1;
-
-/// Waits for another program, in steps that grow to a few milliseconds: much finer than SQLite's
-/// own, so that of several busy writers none goes without for long.
-int waitForOthers(void* timeout, int tries)
-{
-    using std::chrono::microseconds;
-    thread_local std::chrono::steady_clock::time_point begin;
-    const auto now = std::chrono::steady_clock::now();
-    if (tries == 0) {
-        begin = now;
-    }
-    if (now - begin >= *static_cast<const std::chrono::milliseconds*>(timeout)) {
-        return 0;
-    }
-    std::this_thread::sleep_for(microseconds(std::min(200 + tries * 50, 5000)));
-    return 1;
-}
 
 QByteArray uriOf(const QString& path, const char* options)
 {
@@ -172,7 +154,25 @@ void Connection::configure()
 
 void Connection::setWaiting(bool waits)
 {
-    sqlite3_busy_handler(handle(), waits ? waitForOthers : nullptr, &m_options.busyTimeout);
+    const auto wait = [](void* connection, int tries) {
+        return static_cast<Connection*>(connection)->waitForOthers(tries) ? 1 : 0;
+    };
+    sqlite3_busy_handler(handle(), waits ? static_cast<int (*)(void*, int)>(wait) : nullptr, this);
+}
+
+/// Waits for another program, in steps that grow to a few milliseconds: much finer than SQLite's
+/// own, so that of several busy writers none goes without for long. False when it was enough.
+bool Connection::waitForOthers(int tries)
+{
+    const std::chrono::microseconds now = m_options.time->passed();
+    if (tries == 0) {
+        m_waitsSince = now;
+    }
+    if (now - m_waitsSince >= m_options.busyTimeout) {
+        return false;
+    }
+    m_options.time->pause(std::chrono::microseconds(std::min(200 + tries * 50, 5000)));
+    return true;
 }
 
 void Connection::checkCatalogue()

@@ -2,6 +2,7 @@
 
 #include "platform/sqlite/engine/database_file.h"
 #include "platform/sqlite/engine/statement.h"
+#include "platform/system/passing_time.h"
 
 #include <QDateTime>
 
@@ -17,6 +18,8 @@ struct ConnectionOptions
     std::function<QDateTime()> now;
     /// True where programs that open the file share memory, which WAL needs.
     std::function<bool(const QString& path)> sharesMemory = onLocalFileSystem;
+    /// What busyTimeout is measured by.
+    std::shared_ptr<PassingTime> time = std::make_shared<SystemPassingTime>();
 };
 
 /// One SQLite connection with the suite's functions and settings.
@@ -101,6 +104,7 @@ private:
     static Handle openExisting(const QString& path);
     static Handle openOnReadOnlyMedia(const QString& path);
     void setWaiting(bool waits);
+    [[nodiscard]] bool waitForOthers(int tries);
     void configure();
     void checkCatalogue();
     void chooseJournal(const QString& schema, const QString& path);
@@ -110,6 +114,7 @@ private:
     QString m_path;
     ConnectionOptions m_options;
     FileId m_id;
+    std::chrono::microseconds m_waitsSince{0}; ///< m_options.time when a wait for others began
     Handle m_handle;
     StatementPool m_statements;
     std::optional<OpenedFile> m_file; ///< once it was read

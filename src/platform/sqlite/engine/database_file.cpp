@@ -291,12 +291,12 @@ QString temporaryBeside(const QString& path)
     return u"%1.%2-%3.new"_s.arg(path).arg(::getpid()).arg(++counter);
 }
 
-void removeAbandoned(const QString& path)
+void removeAbandoned(const QString& path, const QDateTime& now)
 {
     const QFileInfo target(path);
     const QRegularExpression form(
         u"^%1\\.(\\d+)-\\d+\\.new(-\\w+)?$"_s.arg(QRegularExpression::escape(target.fileName())));
-    const QDateTime dayAgo = QDateTime::currentDateTime().addDays(-1);
+    const QDateTime dayAgo = now.addDays(-1);
     for (const QFileInfo& file : target.dir().entryInfoList(QDir::Files | QDir::Hidden)) {
         const QRegularExpressionMatch match = form.match(file.fileName());
         // The program may live on another machine that shares the folder: only age tells that.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 
 #include <optional>
@@ -79,7 +80,8 @@ private:
 [[nodiscard]] QString temporaryBeside(const QString& path);
 
 /// Removes temporary files of that target whose program was killed at work a day or longer ago.
-void removeAbandoned(const QString& path);
+/// \param now the time of day by which files are dated
+void removeAbandoned(const QString& path, const QDateTime& now);
 
 /// Removes what SQLite keeps beside a database file: left alone, the journal of a file that is gone
 /// would be played into the next file of that name.

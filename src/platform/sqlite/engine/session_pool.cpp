@@ -69,23 +69,28 @@ void SessionPool::giveBack(std::unique_ptr<Session> session)
 std::shared_ptr<ColumnIndex> SessionPool::indexOf(const QString& path)
 {
     const std::optional<FileId> id = fileId(path);
-    if (!m_figures || !id) {
+    if (!m_search.figures || !id) {
         return nullptr;
     }
     FileIndex& known = m_indexes[path];
     if (!known.index || known.id != *id) {
-        known = {*id, std::make_shared<ColumnIndex>(m_figures, slicesOf(path), snapshotOf(path))};
+        known = {*id, std::make_shared<ColumnIndex>(indexOptions(path))};
     }
     return known.index;
 }
 
-ColumnIndex::StartSlices SessionPool::slicesOf(const QString& path)
+IndexOptions SessionPool::indexOptions(const QString& path)
 {
-    if (!m_whenIdle) {
+    return {m_search.figures, slicesOf(path), snapshotOf(path), m_options.time, m_search.timeout};
+}
+
+IndexOptions::StartSlices SessionPool::slicesOf(const QString& path)
+{
+    if (!m_search.whenIdle) {
         return {};
     }
     return [this, path](const std::weak_ptr<ColumnIndex>& index) {
-        m_whenIdle([pool = weak_from_this(), index, path] {
+        m_search.whenIdle([pool = weak_from_this(), index, path] {
             const auto alive = pool.lock();
             const auto loading = index.lock();
             return alive && loading && alive->loadSlice(path, *loading);
@@ -96,12 +101,12 @@ ColumnIndex::StartSlices SessionPool::slicesOf(const QString& path)
 /// A file name for each database, whatever its path holds.
 QString SessionPool::snapshotOf(const QString& path) const
 {
-    if (m_snapshotFolder.isEmpty()) {
+    if (m_search.snapshotFolder.isEmpty()) {
         return {};
     }
     const QByteArray name =
         QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1).toHex();
-    return m_snapshotFolder + u'/' + QString::fromLatin1(name) + u".index"_s;
+    return m_search.snapshotFolder + u'/' + QString::fromLatin1(name) + u".index"_s;
 }
 
 bool SessionPool::loadSlice(const QString& path, ColumnIndex& index)

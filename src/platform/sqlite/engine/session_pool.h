@@ -6,22 +6,23 @@
 
 namespace melovane::sqlite {
 
+/// How searches are answered from memory; see EngineOptions.
+struct SearchOptions
+{
+    std::shared_ptr<IndexFigures> figures; ///< null: they are not
+    std::function<void(std::function<bool()>)> whenIdle;
+    QString snapshotFolder;
+    std::chrono::milliseconds timeout{60};
+};
+
 /// Sessions of an engine: those in use, and a few that wait for the next use of the same file,
 /// since operations open and close their database all the time.
 class SessionPool : public std::enable_shared_from_this<SessionPool>
 {
 public:
-    /// \param figures null: searches are not answered from memory
-    /// \param whenIdle runs work from the message loop until it returns false; may be empty
-    /// \param snapshotFolder see EngineOptions
-    SessionPool(ConnectionOptions options,
-                std::shared_ptr<IndexFigures> figures,
-                std::function<void(std::function<bool()>)> whenIdle,
-                QString snapshotFolder)
+    SessionPool(ConnectionOptions options, SearchOptions search)
         : m_options(std::move(options))
-        , m_figures(std::move(figures))
-        , m_whenIdle(std::move(whenIdle))
-        , m_snapshotFolder(std::move(snapshotFolder))
+        , m_search(std::move(search))
     {}
 
     /// A session of the file, waiting or new. \throws DbError as DBEngine::OpenDatabase
@@ -43,16 +44,15 @@ private:
     };
 
     [[nodiscard]] std::shared_ptr<ColumnIndex> indexOf(const QString& path);
-    [[nodiscard]] ColumnIndex::StartSlices slicesOf(const QString& path);
+    [[nodiscard]] IndexOptions indexOptions(const QString& path);
+    [[nodiscard]] IndexOptions::StartSlices slicesOf(const QString& path);
     [[nodiscard]] QString snapshotOf(const QString& path) const;
     [[nodiscard]] bool loadSlice(const QString& path, ColumnIndex& index);
     void giveBack(std::unique_ptr<Session> session);
     std::unique_ptr<Session> takeWaiting(const QString& path);
 
     ConnectionOptions m_options;
-    std::shared_ptr<IndexFigures> m_figures;
-    std::function<void(std::function<bool()>)> m_whenIdle;
-    QString m_snapshotFolder;
+    SearchOptions m_search;
     QHash<QString, FileIndex> m_indexes;           ///< by path
     std::list<std::unique_ptr<Session>> m_waiting; ///< given back last stands first
     std::vector<std::weak_ptr<SessionLease>> m_inUse;

@@ -27,6 +27,9 @@ ConnectionOptions connectionOptions(const Clock& clock, const EngineOptions& opt
     if (options.sharesMemory) {
         result.sharesMemory = options.sharesMemory;
     }
+    if (options.time) {
+        result.time = options.time;
+    }
     return result;
 }
 
@@ -35,9 +38,9 @@ class SqliteEngine : public DBEngine, public Workspace
 public:
     SqliteEngine(const Clock& clock, const EngineOptions& options)
         : m_pool(std::make_shared<SessionPool>(connectionOptions(clock, options),
-                                               options.searchIndex,
-                                               options.whenIdle,
-                                               options.snapshotFolder))
+                                               SearchOptions{options.searchIndex, options.whenIdle,
+                                                             options.snapshotFolder,
+                                                             options.searchTimeout}))
     {}
 
     [[nodiscard]] std::unique_ptr<Database> OpenDatabase(const QString& name) override
@@ -65,7 +68,7 @@ public:
     CreateDatabase(const QString& name, [[maybe_unused]] const QString& locale) override
     {
         const QString path = fullPath(name);
-        createDatabaseFile(path, m_pool->options().sharesMemory(QFileInfo(path).path()));
+        createDatabaseFile(path, m_pool->options());
         return OpenDatabase(name);
     }
 
@@ -73,7 +76,7 @@ public:
     {
         m_pool->release(fullPath(target));
         const std::shared_ptr<SessionLease> lease = m_pool->open(fullPath(source));
-        backupDatabase(lease->session().connection(), fullPath(target));
+        backupDatabase(lease->session().connection(), fullPath(target), m_pool->options().now());
     }
 
     void Release(const QString& name) override { m_pool->release(fullPath(name)); }

@@ -17,10 +17,6 @@ using namespace Qt::Literals::StringLiterals;
 constexpr qint64 kManyChanged = 4096;
 constexpr qint64 kMostChanged = 20'000;
 
-/// How long a search waits for the table before it turns to SQLite; the rest is loaded in slices.
-constexpr std::chrono::milliseconds kPatience{60};
-constexpr std::chrono::milliseconds kNoLimit = std::chrono::hours(1);
-
 /// Smaller tables are read as fast as a snapshot of them.
 constexpr qint64 kWorthKeeping = 20'000;
 
@@ -71,7 +67,7 @@ std::optional<qint64> ColumnIndex::count(Session& session, const SearchStatement
 bool ColumnIndex::answers(Session& session, const SearchStatement& statement)
 {
     const bool can = isReady(session, statement) && m_table->answers(statement);
-    ++(can ? m_figures->answers : m_figures->left);
+    ++(can ? m_options.figures->answers : m_options.figures->left);
     return can;
 }
 
@@ -98,7 +94,7 @@ IndexMark ColumnIndex::markOf(Session& session) const
     Connection& connection = session.connection();
     return {connection.number(u"PRAGMA main.data_version"_s),
             sqlite3_total_changes64(connection.handle()), session.catalogue().version(),
-            m_figures->loads + m_figures->snapshots};
+            m_options.figures->loads + m_options.figures->snapshots};
 }
 
 bool ColumnIndex::wantsLoad() const
@@ -106,7 +102,7 @@ bool ColumnIndex::wantsLoad() const
     if (m_load) {
         return false;
     }
-    return !m_table || (m_startSlices && m_table->changedCount() > kManyChanged);
+    return !m_table || (m_options.startSlices && m_table->changedCount() > kManyChanged);
 }
 
 void ColumnIndex::follow(Session& session, const SearchStatement& statement)
@@ -127,7 +123,7 @@ void ColumnIndex::follow(Session& session, const SearchStatement& statement)
         m_snapshot.reset();
     }
     if (m_table) {
-        m_figures->bytes = m_table->bytes();
+        m_options.figures->bytes = m_table->bytes();
         session.setIndexMark(mark);
     }
 }
@@ -174,9 +170,9 @@ void ColumnIndex::startLoad(Session& session, const SearchStatement& statement)
     log.trim();
     startReading(session, statement);
     // A small library is there at once.
-    loadFor(session, m_startSlices ? kPatience : kNoLimit);
+    loadUntilTimeout(session);
     if (m_load || m_keeping || m_marksLeft > 0) {
-        m_startSlices(weak_from_this());
+        m_options.startSlices(weak_from_this());
     }
 }
 
@@ -187,7 +183,7 @@ bool ColumnIndex::adoptSnapshot(Session& session, const SearchStatement& stateme
     if (m_table || std::exchange(m_snapshotTried, true)) {
         return false;
     }
-    auto snapshot = IndexSnapshot::open(m_snapshotFile);
+    auto snapshot = IndexSnapshot::open(m_options.snapshotFile);
     if (!snapshot) {
         return false;
     }
@@ -211,7 +207,7 @@ bool ColumnIndex::adoptSnapshot(Session& session, const SearchStatement& stateme
     if (auto order = m_snapshot ? m_snapshot->order(statement.order) : nullptr) {
         m_table->addOrder(statement.order, std::move(order));
     }
-    ++m_figures->snapshots;
+    ++m_options.figures->snapshots;
     return true;
 }
 
@@ -228,11 +224,12 @@ void ColumnIndex::startReading(Session& session, const SearchStatement& statemen
                         connection.number(u"PRAGMA main.schema_version"_s), statement.order});
 }
 
-void ColumnIndex::loadFor(Session& session, std::chrono::milliseconds time)
+/// Without slices to come there is no time-out.
+void ColumnIndex::loadUntilTimeout(Session& session)
 {
-    using Clock = std::chrono::steady_clock;
-    const auto begin = Clock::now();
-    while (loadSlice(session) && Clock::now() - begin < time) {
+    const std::chrono::microseconds begin = m_options.time->passed();
+    while (loadSlice(session) &&
+           (!m_options.startSlices || m_options.time->passed() - begin < m_options.timeout)) {
     }
 }
 
@@ -263,9 +260,9 @@ void ColumnIndex::finishLoad()
     m_keeping.reset();
     m_table->makeReady(m_load->order);
     const bool isLarge = qint64(m_table->keys().size()) >= kWorthKeeping;
-    m_marksLeft = isLarge && !m_snapshotFile.isEmpty() ? kMostMarks : 0;
+    m_marksLeft = isLarge && !m_options.snapshotFile.isEmpty() ? kMostMarks : 0;
     m_load.reset();
-    ++m_figures->loads;
+    ++m_options.figures->loads;
 }
 
 /// Goes on writing the snapshot. False at the end.
@@ -277,7 +274,7 @@ bool ColumnIndex::keepSlice(Session& session)
     if (m_keeping->step()) {
         return true;
     }
-    m_figures->kept += m_keeping->isKept() ? 1 : 0;
+    m_options.figures->kept += m_keeping->isKept() ? 1 : 0;
     m_keeping.reset();
     return false;
 }
@@ -290,7 +287,7 @@ bool ColumnIndex::startKeeping(Session& session)
     }
     if (const auto mark = IndexLog(session.connection()).mark()) {
         m_keeping = std::make_unique<IndexSnapshotWriter>(
-            m_snapshotFile, SnapshotStamp{m_schema, m_from, *mark}, *m_table);
+            m_options.snapshotFile, SnapshotStamp{m_schema, m_from, *mark}, *m_table);
         m_marksLeft = 0;
         return true;
     }

@@ -3,6 +3,7 @@
 #include "platform/sqlite/engine/index_log.h"
 #include "platform/sqlite/engine/index_reader.h"
 #include "platform/sqlite/index/index_snapshot.h"
+#include "platform/system/passing_time.h"
 
 namespace melovane::sqlite {
 
@@ -30,6 +31,23 @@ struct IndexMark
     bool operator==(const IndexMark&) const = default;
 };
 
+/// What an index works with.
+struct IndexOptions
+{
+    using StartSlices = std::function<void(const std::weak_ptr<class ColumnIndex>&)>;
+
+    std::shared_ptr<IndexFigures> figures; ///< counted up
+    /// Asks the owner to call loadSlice() from the message loop until it returns false; empty when
+    /// there is no such loop, and a load keeps the search waiting.
+    StartSlices startSlices;
+    /// Where the index of a large table is kept for the next start; empty keeps none.
+    QString snapshotFile;
+    std::shared_ptr<PassingTime> time; ///< what `timeout` is measured by
+    /// How long a search waits for the table before it turns to SQLite; the rest is loaded in
+    /// slices. A slice that was begun is always ended.
+    std::chrono::milliseconds timeout{60};
+};
+
 /// The column index of one file, shared by its sessions: answers statements of the search shape
 /// from memory exactly as SQLite would, rows of equal order in the order of their row ids.
 ///
@@ -38,19 +56,8 @@ struct IndexMark
 class ColumnIndex : public std::enable_shared_from_this<ColumnIndex>
 {
 public:
-    using StartSlices = std::function<void(const std::weak_ptr<ColumnIndex>&)>;
-
-    /// \param figures counted up
-    /// \param snapshotFile where the index of a large table is kept for the next start; empty keeps
-    /// none
-    /// \param startSlices asks the owner to call loadSlice() from the message loop until it returns
-    /// false; empty when there is no such loop, and a load keeps the search waiting
-    ColumnIndex(std::shared_ptr<IndexFigures> figures,
-                StartSlices startSlices,
-                QString snapshotFile = {})
-        : m_figures(std::move(figures))
-        , m_startSlices(std::move(startSlices))
-        , m_snapshotFile(std::move(snapshotFile))
+    explicit ColumnIndex(IndexOptions options)
+        : m_options(std::move(options))
     {}
 
     /// The rows in their order, or null when SQLite is to answer.
@@ -90,14 +97,12 @@ private:
     void finishLoad();
     [[nodiscard]] bool keepSlice(Session& session);
     [[nodiscard]] bool startKeeping(Session& session);
-    void loadFor(Session& session, std::chrono::milliseconds time);
+    void loadUntilTimeout(Session& session);
     void addMissing(Session& session, const SearchStatement& statement);
     [[nodiscard]] std::vector<IndexField> addFromSnapshot(const std::vector<IndexField>& fields);
     void readRows(Session& session, const std::vector<qint64>& keys);
 
-    std::shared_ptr<IndexFigures> m_figures;
-    StartSlices m_startSlices;
-    QString m_snapshotFile;
+    IndexOptions m_options;
     bool m_snapshotTried = false;
     std::unique_ptr<IndexSnapshot> m_snapshot; ///< of the table, for the columns still to come
     std::unique_ptr<IndexSnapshotWriter> m_keeping;

@@ -1,9 +1,9 @@
 #include "platform/sqlite/engine/engine_fixture.h"
 #include "support/as_nobody.h"
+#include "support/fake_passing_time.h"
 
 #include <QDateTime>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 
 #include <sqlite3.h>
@@ -194,8 +194,8 @@ TEST_F(EngineFiles, WhatAKilledBackupLeftIsRemovedByALaterOne)
         QFile file(m_folder.write(name, "x"));
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
         const int age = name == fresh ? 0 : -2;
-        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addDays(age),
-                                     QFileDevice::FileModificationTime));
+        ASSERT_TRUE(
+            file.setFileTime(m_clock.now().addDays(age), QFileDevice::FileModificationTime));
     }
     m_engine->BackupDatabase(path(), path(u"copy.mdb"_s));
     QStringList kept{fresh, running, u"copy.mdb.new"_s};
@@ -260,10 +260,11 @@ protected:
         TableDef linked = link(u"side_genre"_s, path(u"side.mdb"_s));
         linked.SourceTableName = u"genre"_s;
         db().tableDefs().Append(linked);
-        m_siblingEngine = sqlite::makeEngine(m_clock, {kShort});
+        m_siblingEngine = sqlite::makeEngine(m_clock, {.busyTimeout = kTimeout, .time = m_time});
     }
 
-    static constexpr std::chrono::milliseconds kShort{60};
+    static constexpr std::chrono::milliseconds kTimeout{60};
+    std::shared_ptr<FakePassingTime> m_time = std::make_shared<FakePassingTime>();
 };
 
 TEST_F(EngineLocks, AFileThatStaysBusyIsToldAfterTheTimeOutAndNotLater)
@@ -275,11 +276,11 @@ TEST_F(EngineLocks, AFileThatStaysBusyIsToldAfterTheTimeOutAndNotLater)
              [&] { other->Execute(u"delete from genre"_s); },
              [&] { other->tableDefs().Delete(u"todo"_s); },
          }) {
-        QElapsedTimer timer;
-        timer.start();
+        const std::chrono::microseconds before = m_time->paused();
         EXPECT_EQ(errorOf(work), dberror::kLocked);
-        EXPECT_GE(timer.elapsed(), kShort.count());
-        EXPECT_LT(timer.elapsed(), kShort.count() * 20);
+        EXPECT_GE(m_time->paused() - before, kTimeout);
+        // A pause that was begun is ended.
+        EXPECT_LE(m_time->paused() - before, kTimeout + std::chrono::milliseconds(5));
     }
 }
 
@@ -339,14 +340,14 @@ TEST_F(EngineLocks, ASideFileIsAttachedInsideATransaction)
 class EngineOnTheNetwork : public EngineFiles
 {
 protected:
-    static std::unique_ptr<DBEngine> networkEngine(const Clock& clock)
+    [[nodiscard]] std::unique_ptr<DBEngine> networkEngine() const
     {
-        sqlite::EngineOptions options;
-        options.sharesMemory = [](const QString&) { return false; };
-        return sqlite::makeEngine(clock, options);
+        return sqlite::makeEngine(
+            m_clock, {.sharesMemory = [](const QString&) { return false; }, .time = m_time});
     }
 
-    std::unique_ptr<DBEngine> m_network = networkEngine(m_clock);
+    std::shared_ptr<FakePassingTime> m_time = std::make_shared<FakePassingTime>();
+    std::unique_ptr<DBEngine> m_network = networkEngine();
 };
 
 TEST_F(EngineOnTheNetwork, ANewFileHasNoSharedMemory)
@@ -374,10 +375,8 @@ TEST_F(EngineOnTheNetwork, AFileBroughtThereAndBackChangesItsJournal)
 TEST_F(EngineOnTheNetwork, AFileThatOthersHoldIsOpenedAtOnceAsItIs)
 {
     db().Execute(u"insert into genre values (1, 'local')"_s);
-    QElapsedTimer timer;
-    timer.start();
     const auto there = m_network->OpenDatabase(path());
-    EXPECT_LT(timer.elapsed(), 2000) << "nobody waits for the others to leave";
+    EXPECT_EQ(m_time->paused().count(), 0) << "nobody waits for the others to leave";
     there->Execute(u"insert into genre values (2, 'there')"_s);
     EXPECT_EQ(genres(db()), (QStringList{u"local"_s, u"there"_s}));
 }
@@ -386,7 +385,7 @@ TEST_F(EngineOnTheNetwork, TwoProgramsShareAFile)
 {
     db().Close();
     m_engine->Release(path());
-    const auto other = networkEngine(m_clock);
+    const auto other = networkEngine();
     const auto first = m_network->OpenDatabase(path());
     const auto second = other->OpenDatabase(path());
     const auto set = second->OpenRecordset(u"genre"_s);

@@ -2,6 +2,7 @@
 
 #include "platform/sqlite/engine/connection.h"
 #include "platform/sqlite/engine/engine_fixture.h"
+#include "support/fake_passing_time.h"
 
 namespace melovane::test {
 
@@ -42,8 +43,9 @@ protected:
     }
 
     std::shared_ptr<sqlite::IndexFigures> m_figures = std::make_shared<sqlite::IndexFigures>();
+    std::shared_ptr<FakePassingTime> m_time = std::make_shared<FakePassingTime>();
     std::unique_ptr<DBEngine> m_indexedEngine =
-        sqlite::makeEngine(m_clock, {std::chrono::seconds(3), m_figures});
+        sqlite::makeEngine(m_clock, {.searchIndex = m_figures, .time = m_time});
     std::unique_ptr<Database> m_indexed;
     std::unique_ptr<sqlite::Connection> m_raw;
 };

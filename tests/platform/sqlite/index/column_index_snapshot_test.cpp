@@ -26,7 +26,8 @@ protected:
             "FROM n"_s);
     }
 
-    /// A run of a program that searches: its engine, and what it still does when it is idle.
+    /// A run of a program that searches: its engine, and what it still does when it is idle. A
+    /// search that begins a load does one slice of it.
     struct Run
     {
         Run(const Clock& clock, const QString& file, const QString& folder)
@@ -34,6 +35,7 @@ protected:
                   clock,
                   {.searchIndex = figures,
                    .whenIdle = [this](std::function<bool()> next) { work = std::move(next); },
+                   .searchTimeout = std::chrono::milliseconds(0),
                    .snapshotFolder = folder}))
             , database(engine->OpenDatabase(file))
         {}
@@ -332,7 +334,7 @@ TEST_F(ColumnIndexSnapshot, ASmallLibraryKeepsNone)
 TEST_F(ColumnIndexSnapshot, SnapshotsOfDatabasesLongNotUsedMakeRoom)
 {
     ASSERT_TRUE(QDir().mkpath(folder()));
-    const QDateTime past = QDateTime::currentDateTime().addDays(-1);
+    const QDateTime past = m_clock.now().addDays(-1);
     const auto leave = [&](const QString& name, int minutes) {
         QFile file(folder() + u'/' + name);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
