@@ -2,8 +2,8 @@
 #include "platform/sqlite/engine/engine_changes.h"
 #include "platform/sqlite/engine/engine_fixture.h"
 #include "support/proof.h"
+#include "support/work_time.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QRandomGenerator>
 
@@ -17,7 +17,7 @@ constexpr qsizetype kPage = 4096;
 constexpr qsizetype kWalHeader = 32;
 constexpr qsizetype kWalFrame = 24 + kPage;
 /// Longer than anything takes on a damaged file, even under a sanitizer.
-constexpr qint64 kPatience = 20000; // milliseconds
+constexpr qint64 kMostWork = 20000; // milliseconds
 
 const QString kMain = u"melovane.mdb"_s;
 
@@ -138,8 +138,7 @@ protected:
     /// Uses the files as they lie there in every way.
     void useAll()
     {
-        QElapsedTimer timer;
-        timer.start();
+        const WorkTime timer;
         if (tries([&] { (void)m_scene.db(); })) {
             readEverything(m_scene.db());
             changeEverything(m_scene.db());
@@ -147,7 +146,7 @@ protected:
         }
         tries([&] { m_scene.engine().BackupDatabase(m_scene.path(kMain), m_scene.path(u"c"_s)); });
         m_scene.close();
-        EXPECT_LT(timer.elapsed(), kPatience);
+        EXPECT_LT(timer.elapsed(), kMostWork);
     }
 
     [[nodiscard]] QByteArray bytesOf(const QString& name)
