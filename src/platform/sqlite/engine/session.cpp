@@ -101,8 +101,9 @@ std::shared_ptr<Prepared> Session::makePrepared(const QString& text, bool allowP
     auto made = std::make_shared<Prepared>();
     QStringList schemas;
     made->text = text;
+    const ParsedStatement parsed(text);
     made->translation =
-        sqlite::translate(text, NotingSource(m_catalogue, schemas), allowParameters);
+        sqlite::translate(parsed, NotingSource(m_catalogue, schemas), allowParameters);
     for (const ResultColumn& column : made->translation.columns) {
         made->columns.add(column.field.Name);
     }
@@ -112,7 +113,7 @@ std::shared_ptr<Prepared> Session::makePrepared(const QString& text, bool allowP
     made->catalogueVersion = m_catalogue.version();
     if (m_index && isOfSearchedTable(made->translation)) {
         made->search =
-            searchStatement(text, m_catalogue.find(QString::fromUtf16(kSearchedTable))->fields);
+            searchStatement(parsed, m_catalogue.find(QString::fromUtf16(kSearchedTable))->fields);
     }
     for (const QString& schema : schemas) {
         made->sideFiles.emplace_back(schema, m_attachments.versionOf(schema));
