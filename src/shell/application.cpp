@@ -10,7 +10,7 @@
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/progress_dialog.h"
 #include "platform/qt/qt_font_chooser.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_number.h"
 #include "playlistfiles/dropped_tracks.h"

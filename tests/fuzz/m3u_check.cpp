@@ -1,7 +1,7 @@
 #include "fuzz/m3u_check.h"
 
 #include "platform/linux/tag_reader.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_number.h"
 #include "playlistfiles/m3u_place.h"

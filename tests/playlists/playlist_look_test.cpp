@@ -1,7 +1,7 @@
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
 #include "config/update_colors.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "playlists/playlist_look.h"
 #include "support/fake_clock.h"
 #include "support/suite_folders.h"

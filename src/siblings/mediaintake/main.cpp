@@ -8,7 +8,7 @@
 #include "platform/linux/tag_reader.h"
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/skin.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "shell/skin_files.h"
 #include "siblings/mediaintake/command_line.h"
