@@ -3,7 +3,7 @@
 #include "config/global_settings.h"
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 #include "shell/paths.h"
 
 namespace melovane {

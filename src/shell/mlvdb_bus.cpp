@@ -2,7 +2,7 @@
 #include "bus/suite_messages.h"
 #include "config/config_objects.h"
 #include "platform/controls/status_line.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/timers.h"
 #include "shell/mlvdb.h"
 #include "shell/monitor_control.h"

@@ -3,7 +3,7 @@
 #include "platform/db/db_fault.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/stored_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 
 #include <sqlite3.h>
 
