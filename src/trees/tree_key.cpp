@@ -1,6 +1,7 @@
 #include "trees/tree_key.h"
 
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/letter_case.h"
 
 #include <QStringList>
 

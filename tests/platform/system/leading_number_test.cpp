@@ -1,4 +1,4 @@
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 
 #include <QString>
 
@@ -39,7 +39,7 @@ INSTANTIATE_TEST_SUITE_P(Texts,
                                          NumberCase{u"\t4"_s, 0},
                                          NumberCase{u"5."_s, 5}));
 
-TEST(TextNumber, WholeNumbersRoundHalfToEvenAndClamp)
+TEST(LeadingLong, WholeNumbersRoundHalfToEvenAndClamp)
 {
     EXPECT_EQ(leadingLong(u"2.5"), 2);
     EXPECT_EQ(leadingLong(u"3.5"), 4);
@@ -47,18 +47,6 @@ TEST(TextNumber, WholeNumbersRoundHalfToEvenAndClamp)
     EXPECT_EQ(leadingLong(u"99999999999"), 2147483647);
     EXPECT_EQ(leadingLong(u"-99999999999"), -2147483647 - 1);
     EXPECT_EQ(toLongHalfEven(std::nan("")), 0);
-}
-
-TEST(TextNumber, TrimTakesBlanksOnly)
-{
-    EXPECT_EQ(trimBlanks(u"  a b \t "), u"a b \t"_s);
-    EXPECT_EQ(trimBlanks(u"   "), QString());
-}
-
-TEST(TextNumber, CaseMapsLetterByLetter)
-{
-    EXPECT_EQ(upperCase(u"straße äö"), u"STRAßE ÄÖ"_s);
-    EXPECT_EQ(lowerCase(u"ÄÖÜ"), u"äöü"_s);
 }
 
 } // namespace

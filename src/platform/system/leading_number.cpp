@@ -1,6 +1,4 @@
-#include "platform/system/text_number.h"
-
-#include <QString>
+#include "platform/system/leading_number.h"
 
 #include <cmath>
 #include <limits>
@@ -12,22 +10,6 @@ namespace {
 bool isDigit(QChar sign)
 {
     return sign >= u'0' && sign <= u'9';
-}
-
-template <char32_t (*Map)(char32_t)> QString mapCase(QStringView text)
-{
-    QString result;
-    result.reserve(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
-            const char32_t code = Map(QChar::surrogateToUcs4(text[i], text[i + 1]));
-            result.append(QChar::highSurrogate(code)).append(QChar::lowSurrogate(code));
-            ++i;
-        } else {
-            result.append(QChar(char16_t(Map(text[i].unicode()))));
-        }
-    }
-    return result;
 }
 
 } // namespace
@@ -73,27 +55,6 @@ int toLongHalfEven(double number)
         return std::numeric_limits<int>::min();
     }
     return int(std::nearbyint(number));
-}
-
-QString trimBlanks(QStringView text)
-{
-    while (text.startsWith(u' ')) {
-        text = text.sliced(1);
-    }
-    while (text.endsWith(u' ')) {
-        text.chop(1);
-    }
-    return text.toString();
-}
-
-QString upperCase(QStringView text)
-{
-    return mapCase<QChar::toUpper>(text);
-}
-
-QString lowerCase(QStringView text)
-{
-    return mapCase<QChar::toLower>(text);
 }
 
 } // namespace melovane

@@ -1,4 +1,4 @@
-#include "store/mp3db_data.h"
+#include "store/track_mix_values.h"
 
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"

@@ -16,11 +16,4 @@ namespace melovane {
 /// Rounds half to even and clamps to 32 bits; not a number gives 0.
 [[nodiscard]] int toLongHalfEven(double number);
 
-/// The text without blanks (U+0020) at both ends; other white space stays.
-[[nodiscard]] QString trimBlanks(QStringView text);
-
-/// Upper and lower case letter by letter, so the length never changes: "ß" stays "ß".
-[[nodiscard]] QString upperCase(QStringView text);
-[[nodiscard]] QString lowerCase(QStringView text);
-
 } // namespace melovane
