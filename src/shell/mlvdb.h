@@ -1,10 +1,10 @@
 #pragma once
 
+#include "bus/event_guard.h"
 #include "bus/mlv_message_bus.h"
 #include "platform/controls/grid_control.h"
 #include "shell/context_menu.h"
 #include "shell/docking.h"
-#include "shell/event_guard.h"
 #include "shell/language_files.h"
 #include "shell/skin_files.h"
 #include "shell/status_text.h"

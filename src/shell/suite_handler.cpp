@@ -1,12 +1,12 @@
 #include "shell/suite_handler.h"
 
+#include "bus/event_guard.h"
 #include "bus/suite_messages.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/controls/warnings.h"
 #include "platform/system/timers.h"
 #include "shell/docking.h"
-#include "shell/event_guard.h"
 #include "shell/monitor_control.h"
 #include "shell/window_data.h"
 
