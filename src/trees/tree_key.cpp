@@ -1,5 +1,6 @@
 #include "trees/tree_key.h"
 
+#include "bus/message_names.h"
 #include "platform/system/leading_number.h"
 #include "platform/system/letter_case.h"
 
@@ -100,9 +101,9 @@ std::optional<ClickValues> clickValues(QStringView key)
     return ClickValues{parts->value, parts->field, parts->aux};
 }
 
-QString enterMessage(const Parts& parts)
+QStringView enterMessage(const Parts& parts)
 {
-    return parts.type == "RunProc"_L1 ? u"Run.Proc"_s : u"tree.enter.cell"_s;
+    return parts.type == "RunProc"_L1 ? bus::kRunProc : bus::kTreeEnterCell;
 }
 
 LibraryRequest libraryRequest(const ClickValues& click)

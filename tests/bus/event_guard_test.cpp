@@ -1,6 +1,6 @@
+#include "bus/event_guard.h"
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
-#include "shell/event_guard.h"
 #include "support/suite_folders.h"
 
 #include <gtest/gtest.h>

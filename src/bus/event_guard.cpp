@@ -1,4 +1,4 @@
-#include "shell/event_guard.h"
+#include "bus/event_guard.h"
 
 #include "config/config_objects.h"
 
