@@ -1,12 +1,12 @@
 #include "playlistfiles/m3u_loader.h"
 
+#include "intake/import_errors.h"
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_number.h"
-#include "playlistfiles/import_errors.h"
 #include "playlistfiles/m3u_errors.h"
 #include "playlistfiles/m3u_place.h"
 #include "playlistfiles/new_tracks.h"

@@ -1,5 +1,5 @@
+#include "intake/intake_fixture.h"
 #include "platform/sqlite/sqlite_engine.h"
-#include "siblings/mediaintake/intake_fixture.h"
 
 #include <QDir>
 #include <QElapsedTimer>

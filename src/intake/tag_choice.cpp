@@ -1,4 +1,4 @@
-#include "playlistfiles/tag_choice.h"
+#include "intake/tag_choice.h"
 
 #include "platform/system/text_number.h"
 
