@@ -1,5 +1,6 @@
 #include "playlistfiles/m3u_loader.h"
 
+#include "intake/import_errors.h"
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
@@ -7,7 +8,6 @@
 #include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
 #include "platform/system/trim_blanks.h"
-#include "playlistfiles/import_errors.h"
 #include "playlistfiles/m3u_errors.h"
 #include "playlistfiles/m3u_place.h"
 #include "playlistfiles/new_tracks.h"

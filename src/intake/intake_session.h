@@ -1,6 +1,6 @@
 #pragma once
 
-#include "siblings/mediaintake/intake.h"
+#include "intake/intake.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "playlistfiles/genre_list.h"
+#include "intake/genre_list.h"
 
 #include "platform/db/database.h"
 #include "platform/system/letter_case.h"

@@ -1,4 +1,4 @@
-#include "siblings/mediaintake/intake_report.h"
+#include "intake/intake_report.h"
 
 #include "config/config_objects.h"
 

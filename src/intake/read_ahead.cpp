@@ -1,4 +1,4 @@
-#include "siblings/mediaintake/read_ahead.h"
+#include "intake/read_ahead.h"
 
 #include <utility>
 

@@ -1,12 +1,12 @@
-#include "playlistfiles/tag_import.h"
+#include "intake/tag_import.h"
 
+#include "intake/import_errors.h"
+#include "intake/tag_choice.h"
 #include "platform/db/definitions.h"
 #include "platform/system/clock.h"
 #include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
 #include "platform/system/trim_blanks.h"
-#include "playlistfiles/import_errors.h"
-#include "playlistfiles/tag_choice.h"
 #include "store/milli_sec_to_min.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
+#include "intake/intake.h"
 #include "platform/linux/tag_reader.h"
-#include "siblings/mediaintake/intake.h"
 #include "support/mp3_maker.h"
 #include "support/suite_fixture.h"
 

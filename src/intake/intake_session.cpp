@@ -1,4 +1,4 @@
-#include "siblings/mediaintake/intake_session.h"
+#include "intake/intake_session.h"
 
 #include "config/config_objects.h"
 #include "config/global_settings.h"

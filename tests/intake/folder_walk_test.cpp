@@ -1,5 +1,5 @@
+#include "intake/folder_walk.h"
 #include "platform/linux/linux_files.h"
-#include "siblings/mediaintake/folder_walk.h"
 #include "support/temp_folder.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "intake/intake_report.h"
 #include "platform/system/files.h"
-#include "siblings/mediaintake/intake_report.h"
 
 #include <QSet>
 #include <QStringList>

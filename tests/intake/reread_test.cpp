@@ -1,4 +1,4 @@
-#include "siblings/mediaintake/intake_fixture.h"
+#include "intake/intake_fixture.h"
 
 #include <QDateTime>
 #include <QFile>

@@ -1,5 +1,5 @@
+#include "intake/intake_fixture.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
-#include "siblings/mediaintake/intake_fixture.h"
 #include "support/work_time.h"
 
 #include <QDir>

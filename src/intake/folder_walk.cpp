@@ -1,7 +1,7 @@
-#include "siblings/mediaintake/folder_walk.h"
+#include "intake/folder_walk.h"
 
+#include "intake/import_errors.h"
 #include "platform/system/path_text.h"
-#include "playlistfiles/import_errors.h"
 
 #include <algorithm>
 

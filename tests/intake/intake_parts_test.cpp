@@ -1,9 +1,8 @@
-#include "siblings/mediaintake/command_line.h"
-#include "siblings/mediaintake/intake_fids.h"
-#include "siblings/mediaintake/intake_fixture.h"
-#include "siblings/mediaintake/intake_report.h"
-#include "siblings/mediaintake/intake_session.h"
-#include "siblings/mediaintake/read_ahead.h"
+#include "intake/intake_fids.h"
+#include "intake/intake_fixture.h"
+#include "intake/intake_report.h"
+#include "intake/intake_session.h"
+#include "intake/read_ahead.h"
 #include "support/text_catalogue.h"
 
 #include <QSet>
@@ -13,26 +12,6 @@ namespace {
 using namespace melovane;
 using namespace melovane::test;
 using namespace Qt::Literals::StringLiterals;
-
-TEST(IntakeCommandLine, KnowsItsForms)
-{
-    EXPECT_EQ(parseCommandLine({})->mode, IntakeMode::NewFiles);
-    EXPECT_EQ(parseCommandLine({u"1"_s})->mode, IntakeMode::NewFiles);
-    EXPECT_EQ(parseCommandLine({u"2"_s})->mode, IntakeMode::ChangedFiles);
-    const auto quiet =
-        parseCommandLine({u"1"_s, u"--folder"_s, u"/a"_s, u"--folder"_s, u"/b"_s, u"--quiet"_s});
-    EXPECT_TRUE(quiet->quiet);
-    EXPECT_EQ(quiet->folders, (QStringList{u"/a"_s, u"/b"_s}));
-}
-
-TEST(IntakeCommandLine, RefusesWhatItDoesNotKnow)
-{
-    EXPECT_FALSE(parseCommandLine({u"3"_s}));
-    EXPECT_FALSE(parseCommandLine({u"1"_s, u"--folder"_s}));
-    EXPECT_FALSE(parseCommandLine({u"1"_s, u"--quiet"_s}));
-    EXPECT_FALSE(parseCommandLine({u"1"_s, u"--loud"_s}));
-    EXPECT_FALSE(parseCommandLine({u"--quiet"_s, u"2"_s}));
-}
 
 TEST(IntakeFidsTest, ThousandsInOneSecondAreDifferentOnceATakenOneWasReported)
 {

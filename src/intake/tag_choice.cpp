@@ -1,4 +1,4 @@
-#include "playlistfiles/tag_choice.h"
+#include "intake/tag_choice.h"
 
 #include "platform/system/leading_number.h"
 #include "platform/system/letter_case.h"

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "intake/folder_walk.h"
+#include "intake/intake_fids.h"
+#include "intake/intake_library.h"
+#include "intake/intake_report.h"
+#include "intake/read_ahead.h"
+#include "intake/tag_import.h"
 #include "platform/system/files.h"
-#include "playlistfiles/tag_import.h"
-#include "siblings/mediaintake/folder_walk.h"
-#include "siblings/mediaintake/intake_fids.h"
-#include "siblings/mediaintake/intake_library.h"
-#include "siblings/mediaintake/intake_report.h"
-#include "siblings/mediaintake/read_ahead.h"
 #include "store/file_locator.h"
 
 #include <QHash>

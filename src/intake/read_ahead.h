@@ -1,7 +1,7 @@
 #pragma once
 
+#include "intake/folder_walk.h"
 #include "platform/media/track_tags.h"
-#include "siblings/mediaintake/folder_walk.h"
 
 #include <atomic>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "playlistfiles/imported_track.h"
+#include "intake/imported_track.h"
 
 namespace melovane {
 

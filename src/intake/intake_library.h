@@ -1,7 +1,7 @@
 #pragma once
 
+#include "intake/imported_track.h"
 #include "platform/db/database.h"
-#include "playlistfiles/imported_track.h"
 
 #include <QHash>
 #include <QString>

@@ -1,10 +1,10 @@
-#include "siblings/mediaintake/intake.h"
+#include "intake/intake.h"
 
 #include "config/config_objects.h"
+#include "intake/import_errors.h"
 #include "platform/db/db_error.h"
 #include "platform/system/clock.h"
 #include "platform/system/path_text.h"
-#include "playlistfiles/import_errors.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "siblings/mediaintake/intake_fids.h"
+#include "intake/intake_fids.h"
 
 namespace melovane {
 

@@ -1,7 +1,7 @@
+#include "intake/import_errors.h"
+#include "intake/tag_import.h"
 #include "platform/db/definitions.h"
 #include "platform/linux/linux_files.h"
-#include "playlistfiles/import_errors.h"
-#include "playlistfiles/tag_import.h"
 #include "support/fake_clock.h"
 #include "support/temp_folder.h"
 

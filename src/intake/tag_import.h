@@ -1,9 +1,9 @@
 #pragma once
 
+#include "intake/genre_list.h"
+#include "intake/imported_track.h"
 #include "platform/media/track_tags.h"
 #include "platform/system/files.h"
-#include "playlistfiles/genre_list.h"
-#include "playlistfiles/imported_track.h"
 
 #include <QHash>
 

@@ -1,6 +1,6 @@
-#include "playlistfiles/genre_list.h"
-#include "playlistfiles/import_errors.h"
-#include "playlistfiles/tag_choice.h"
+#include "intake/genre_list.h"
+#include "intake/import_errors.h"
+#include "intake/tag_choice.h"
 
 #include <gtest/gtest.h>
 

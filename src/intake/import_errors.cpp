@@ -1,4 +1,4 @@
-#include "playlistfiles/import_errors.h"
+#include "intake/import_errors.h"
 
 namespace melovane::importerror {
 

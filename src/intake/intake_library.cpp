@@ -1,8 +1,8 @@
-#include "siblings/mediaintake/intake_library.h"
+#include "intake/intake_library.h"
 
+#include "intake/tag_import.h"
 #include "platform/db/db_error.h"
 #include "platform/db/sql_text.h"
-#include "playlistfiles/tag_import.h"
 
 #include <algorithm>
 #include <utility>
