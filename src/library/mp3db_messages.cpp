@@ -6,7 +6,7 @@
 #include "library/mp3db.h"
 #include "platform/db/db_error.h"
 #include "platform/system/letter_case.h"
-#include "playlists/drag_data.h"
+#include "views/drag_data.h"
 
 namespace melovane {
 

@@ -7,8 +7,8 @@
 #include "platform/system/clock.h"
 #include "platform/system/leading_number.h"
 #include "platform/system/trim_blanks.h"
-#include "playlists/track_look.h"
 #include "store/pending_jobs.h"
+#include "views/track_look.h"
 
 #include <array>
 #include <optional>

@@ -3,8 +3,6 @@
 #include "bus/message_names.h"
 #include "bus/message_numbers.h"
 #include "config/melovane_configuration.h"
-#include "library/edit_grid.h"
-#include "library/ui/edit_grid_dialog.h"
 #include "library/ui/mp3db_widget.h"
 #include "platform/db/db_error.h"
 #include "platform/qt/data_grid.h"
@@ -15,10 +13,12 @@
 #include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
 #include "playlistfiles/dropped_tracks.h"
-#include "playlists/ui/playlist_widget.h"
+#include "playlistview/ui/playlist_widget.h"
 #include "shell/skin_files.h"
 #include "store/check_database.h"
 #include "trees/ui/playlist_favorit_widget.h"
+#include "views/edit_grid.h"
+#include "views/ui/edit_grid_dialog.h"
 
 #include <QApplication>
 #include <QDesktopServices>
