@@ -5,7 +5,8 @@
 #include "platform/db/db_error.h"
 #include "platform/db/recordset.h"
 #include "platform/system/clock.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/trim_blanks.h"
 #include "store/pending_jobs.h"
 #include "views/track_look.h"
 

@@ -1,5 +1,6 @@
 #include "playlistview/playlist.h"
 
+#include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/update_colors.h"
@@ -60,8 +61,8 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
                                                tellPlayed(m_waitingInfo);
                                            }
                                        }))
-    , m_messBus(
-          parts.bus.subscribe([this](const MLVMessage& message) { MessBus_Message(message); }))
+    , m_guard(guardOverBus(m_bus, parts.texts, parts.settings, parts.log))
+    , m_messBus(subscribe(parts.bus, m_guard, *this, busTable()))
 {}
 
 ctl_Playlist::~ctl_Playlist() = default;
@@ -282,7 +283,7 @@ void ctl_Playlist::tellPlayed(const QString& fid)
     if (!fid.isEmpty()) {
         m_toldInfo = fid;
         m_timerInfo->start();
-        m_bus.SendMessage(u"info.from.fid"_s, fid);
+        m_bus.SendMessage(bus::kInfoFromFid, fid);
     }
 }
 
@@ -338,7 +339,7 @@ bool ctl_Playlist::canChange() const
 bool ctl_Playlist::mayChange()
 {
     if (m_pnid != Pnid{} && m_connected && m_locked) {
-        m_bus.SendMessage(u"show.statustext"_s, m_texts.text(u"playlist.norows.locked"_s));
+        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.norows.locked"_s));
     }
     return canChange();
 }
@@ -360,7 +361,7 @@ void ctl_Playlist::afterChange(Pnid list)
     }
     m_selectedRows.clear();
     tellHistory();
-    m_bus.SendMessage(u"playlist.change"_s, numberOf(list));
+    m_bus.SendMessage(bus::kPlaylistChange, numberOf(list));
 }
 
 void ctl_Playlist::saveLater()
@@ -378,10 +379,10 @@ void ctl_Playlist::saveNow()
                 u"update pl_name set sicherung=true where sicherung=false and nid="_s +
                 number(m_pnid));
         } catch (const DbError& error) {
-            m_bus.SendMessage(u"show.statustext"_s, error.text());
+            m_bus.SendMessage(bus::kShowStatusText, error.text());
         }
     }
-    m_bus.SendMessage(u"playlist.change"_s, numberOf(m_pnid));
+    m_bus.SendMessage(bus::kPlaylistChange, numberOf(m_pnid));
 }
 
 void ctl_Playlist::undo()
@@ -403,7 +404,7 @@ void ctl_Playlist::takeStep(bool isUndo)
     ListHistory& history = m_tools.history;
     const auto next = isUndo ? history.nextUndo() : history.nextRedo();
     if (next && m_tools.functions.names().stateOf(next->list) == ListNames::State::Locked) {
-        m_bus.SendMessage(u"show.statustext"_s,
+        m_bus.SendMessage(bus::kShowStatusText,
                           m_texts.text(u"playlist.undo.locked"_s, next->listName));
         return;
     }
@@ -418,7 +419,7 @@ void ctl_Playlist::takeStep(bool isUndo)
         result = isUndo ? history.undo(Force::Yes) : history.redo(Force::Yes);
     }
     if (result.outcome == ListHistory::Outcome::Failed) {
-        m_bus.SendMessage(u"show.statustext"_s, m_texts.text(u"playlist.undo.failed"_s));
+        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.undo.failed"_s));
     }
     for (const Pnid list : result.lists) {
         afterChange(list);
@@ -426,7 +427,7 @@ void ctl_Playlist::takeStep(bool isUndo)
     tellHistory();
     if (result.outcome == ListHistory::Outcome::Done) {
         // A list or a group may be there again, or be gone.
-        m_bus.SendMessage(u"refresh.playlist.tree"_s);
+        m_bus.SendMessage(bus::kRefreshPlaylistTree);
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bus/mlv_message_bus.h"
+#include "bus/bus_table.h"
 #include "platform/controls/drop_target.h"
 #include "platform/controls/grid_control.h"
 #include "platform/db/data_control.h"
@@ -60,6 +60,7 @@ struct PlaylistViewParts
     MessageLoop& loop;
     MLVMessageBus& bus;
     PlaylistTools tools;
+    ErrorSink log = {}; ///< hears of messages that the view failed on
 };
 
 /// What the playlist view has other parts of the program do.
@@ -224,20 +225,13 @@ signals:
     void volumeIconChanged(int step);
 
 private:
-    struct BusRow
-    {
-        QStringView name; ///< in lower case
-        void (ctl_Playlist::*handler)(const MLVMessage&);
-    };
-
     struct ToolRow
     {
         QStringView key;
         void (ctl_Playlist::*handler)(const QString& key);
     };
 
-    [[nodiscard]] static std::span<const BusRow> busTable();
-    void MessBus_Message(const MLVMessage& message);
+    [[nodiscard]] static std::span<const BusRow<ctl_Playlist>> busTable();
     void setPlayNormal(const MLVMessage& message);
     void setPlayLoop(const MLVMessage& message);
     void setPlayStop(const MLVMessage& message);
@@ -349,6 +343,7 @@ private:
     QString m_toldInfo;
     QString m_checkedDrag; ///< the drag text that m_checkedIsOwn is about
     bool m_checkedIsOwn = false;
+    EventGuard m_guard;
     MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
 };
 

@@ -1,11 +1,13 @@
 // What the user does with the rows of the playlist view: buttons, keys, clipboard, ratings.
+#include "bus/message_lookup.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/controls/clipboard.h"
 #include "platform/controls/pointer_control.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/timers.h"
 #include "playlists/drag_list.h"
 #include "playlists/mlv_function.h"
@@ -49,8 +51,8 @@ std::span<const ctl_Playlist::ToolRow> ctl_Playlist::toolTable()
         {u"play.center", &ctl_Playlist::monitorPressed},
         {u"play.zur", &ctl_Playlist::seekPressed},
         {u"play.vor", &ctl_Playlist::seekPressed},
-        {u"all.volume", &ctl_Playlist::volumePressed},
-        {u"playlist.jingle.loop", &ctl_Playlist::toggleLoop},
+        {bus::kAllVolume, &ctl_Playlist::volumePressed},
+        {bus::kPlaylistJingleLoop, &ctl_Playlist::toggleLoop},
         {u"all.undo", &ctl_Playlist::undoPressed},
         {u"all.redo", &ctl_Playlist::redoPressed},
     };
@@ -64,7 +66,7 @@ void ctl_Playlist::toolPressed(const QString& key)
             try {
                 (this->*row.handler)(key);
             } catch (const DbError& error) {
-                m_bus.SendMessage(u"show.statustext"_s, error.text());
+                m_bus.SendMessage(bus::kShowStatusText, error.text());
             }
             return;
         }
@@ -84,7 +86,7 @@ bool ctl_Playlist::SendKeyUp(const QString& command, bool asked)
     for (const auto& [name, key] : kKeys) {
         if (command == name) {
             toolPressed(key.toString());
-            m_bus.SendMessage(u"playlist.insert.data.end"_s, numberOf(m_pnid));
+            m_bus.SendMessage(bus::kPlaylistInsertDataEnd, numberOf(m_pnid));
             return true;
         }
     }
@@ -102,7 +104,7 @@ void ctl_Playlist::setAktion(int aktion)
     m_tools.functions.PlaylistSaveAktion(entry, aktion, u""_s);
     RefreshGrid();
     tellHistory();
-    m_bus.SendMessage(u"playlist.aktion.change"_s, numberOf(entry));
+    m_bus.SendMessage(bus::kPlaylistAktionChange, numberOf(entry));
 }
 
 std::vector<int> ctl_Playlist::aktionChoices() const
@@ -130,7 +132,7 @@ void ctl_Playlist::AutocueTitel()
                           ? std::nullopt
                           : m_actions.cuesOf(detail.file, kCueWithinMs, kCueLoudness);
     if (!cues) {
-        m_bus.SendMessage(u"show.statustext"_s,
+        m_bus.SendMessage(bus::kShowStatusText,
                           m_texts.text(u"playlist.cue.failed"_s, detail.Titel));
         return;
     }
@@ -167,9 +169,9 @@ void ctl_Playlist::toggleLoop(const QString&)
     RefreshGrid();
     tellHistory();
     if (m_jingleMode) {
-        m_bus.SendMessage(u"playlist.jingle.change.playmode"_s, row);
+        m_bus.SendMessage(bus::kPlaylistJingleChangePlaymode, row);
     } else {
-        m_bus.SendMessage(u"playlist.loop"_s, numberOf(entry), row);
+        m_bus.SendMessage(bus::kPlaylistLoop, numberOf(entry), row);
     }
 }
 
@@ -188,7 +190,7 @@ void ctl_Playlist::monitorPressed(const QString& key)
     }
     m_look.setHeard(stops ? Plid{} : currentEntry());
     RefreshGrid();
-    m_bus.SendMessage(u"player.monitor."_s + key, fid, numberOf(currentEntry()),
+    m_bus.SendMessage(bus::monitorMessage(key), fid, numberOf(currentEntry()),
                       cellOf(row, u"Start"), cellOf(row, u"Stop"));
 }
 
@@ -199,7 +201,7 @@ void ctl_Playlist::seekPressed(const QString& key)
 
 void ctl_Playlist::volumePressed(const QString&)
 {
-    m_bus.SendMessage(u"Volume.Monitor.Show"_s);
+    m_bus.SendMessage(bus::kVolumeMonitorShow);
 }
 
 void ctl_Playlist::rowActivated(qint64 row)
@@ -208,15 +210,15 @@ void ctl_Playlist::rowActivated(qint64 row)
         return;
     }
     if (lowerCase(m_actions.program) == kPlayerProgram) {
-        m_bus.SendMessage(m_jingleMode ? u"jinglelist.position.dblclick"_s
-                                       : u"playlist.position.dblclick"_s,
+        m_bus.SendMessage(m_jingleMode ? bus::kJinglelistPositionDblclick
+                                       : bus::kPlaylistPositionDblclick,
                           numberOf(m_pnid), cellOf(row, u"PLID"), cellOf(row, u"FID"));
     }
     const int swap = m_settings.GridSwapEditPlay();
     if (swap == kSwapPlay) {
         toolPressed(m_monitorCommand.isEmpty() ? u"play.start"_s : m_monitorCommand);
     } else if (swap == kSwapEdit) {
-        m_bus.SendMessage(u"show.tagedit.playlist"_s, GetFID());
+        m_bus.SendMessage(bus::kShowTagEditPlaylist, GetFID());
     }
 }
 
@@ -297,9 +299,9 @@ void ctl_Playlist::bookPressed(const QString&)
     const bool several = rows.size() > 1 || (!rows.empty() && rows[0].first != rows[0].last);
     if (several) {
         FillTempMp3EditTable();
-        m_bus.SendMessage(u"show.tageditor"_s);
+        m_bus.SendMessage(bus::kShowTagEditor);
     } else if (!GetFID().isEmpty()) {
-        m_bus.SendMessage(u"show.tagedit.playlist"_s, GetFID());
+        m_bus.SendMessage(bus::kShowTagEditPlaylist, GetFID());
     }
 }
 
@@ -307,13 +309,13 @@ void ctl_Playlist::contextMenuWanted()
 {
     const QString fid = GetFID();
     if (!fid.isEmpty()) {
-        m_bus.SendMessage(u"show.context.menu.playlist"_s, fid);
+        m_bus.SendMessage(bus::kShowContextMenuPlaylist, fid);
     }
 }
 
 void ctl_Playlist::headMenuWanted()
 {
-    m_bus.SendMessage(u"show.gridlayout"_s, u"PL"_s);
+    m_bus.SendMessage(bus::kShowGridLayout, u"PL"_s);
 }
 
 void ctl_Playlist::reloadPressed(const QString&)
@@ -347,11 +349,11 @@ void ctl_Playlist::digitPressed(int digit)
         set->setValue(u"Note", storedRating(digit));
         set->Update();
     } catch (const DbError& error) {
-        m_bus.SendMessage(u"show.statustext"_s, error.text());
+        m_bus.SendMessage(bus::kShowStatusText, error.text());
         return;
     }
     m_jobs.SaveEditFID(fid);
-    m_bus.SendMessage(u"db.refresh.by.fid"_s, fid);
+    m_bus.SendMessage(bus::kDbRefreshByFid, fid);
 }
 
 void ctl_Playlist::deletePressed()
@@ -398,7 +400,7 @@ void ctl_Playlist::moveRow(int step)
     try {
         Refresh();
     } catch (const DbError& error) {
-        m_bus.SendMessage(u"show.statustext"_s, error.text());
+        m_bus.SendMessage(bus::kShowStatusText, error.text());
     }
     tellHistory();
     saveLater();

@@ -1,4 +1,5 @@
 // Drags from and onto the playlist view.
+#include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
@@ -120,7 +121,7 @@ void ctl_Playlist::drop(const DropOffer& offer)
         changed();
         m_controls.grid.focus();
     } catch (const DbError& error) {
-        m_bus.SendMessage(u"show.statustext"_s, error.text());
+        m_bus.SendMessage(bus::kShowStatusText, error.text());
     }
 }
 
@@ -138,7 +139,7 @@ bool ctl_Playlist::dropFiles(const DropOffer& offer)
     }
     const QStringList fids = m_actions.tracksOf(offer.files);
     if (fids.isEmpty()) {
-        m_bus.SendMessage(u"show.statustext"_s, m_texts.text(u"playlist.notracks"_s));
+        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.notracks"_s));
         return false;
     }
     dropTracks(offer, dragText(DragKind::FidMp3db, fids));

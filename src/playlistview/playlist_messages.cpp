@@ -1,9 +1,11 @@
 // What the playlist view does with the messages of others.
+#include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/update_colors.h"
 #include "platform/db/db_error.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/timers.h"
 #include "playlists/drag_list.h"
 #include "playlists/mlv_function.h"
@@ -28,61 +30,46 @@ constexpr int kOnlyLibrary = 2;
 
 } // namespace
 
-std::span<const ctl_Playlist::BusRow> ctl_Playlist::busTable()
+std::span<const BusRow<ctl_Playlist>> ctl_Playlist::busTable()
 {
-    static constexpr BusRow kRows[] = {
-        {u"playlist.set.play.normal", &ctl_Playlist::setPlayNormal},
-        {u"playlist.set.play.loop", &ctl_Playlist::setPlayLoop},
-        {u"playlist.set.play.stop", &ctl_Playlist::setPlayStop},
-        {u"db.refresh.by.fid", &ctl_Playlist::refreshByFid},
-        {u"beatgauge.bpm", &ctl_Playlist::refreshTempo},
-        {u"playlist.beatgauge.menu.click", &ctl_Playlist::findTempo},
-        {u"playlist.beatgauge.menu.manuell.click", &ctl_Playlist::findTempoByHand},
-        {u"mixstyle.all.del", &ctl_Playlist::deleteMixStyles},
-        {u"mixstyle.all.copy", &ctl_Playlist::copyMixStyles},
-        {u"create.toolbars", &ctl_Playlist::createToolBars},
-        {u"playlist.set.lock", &ctl_Playlist::setLock},
-        {u"update.tree.row", &ctl_Playlist::nameChanged},
-        {u"jinglelist.aktivieren", &ctl_Playlist::activateJingleList},
-        {u"playlist.aktivieren", &ctl_Playlist::activatePlaylist},
-        {u"update.tolltip.text", &ctl_Playlist::renewToolTips}, // spelt so
-        {u"update.color", &ctl_Playlist::updateColor},
-        {u"db.disconnect", &ctl_Playlist::disconnectDatabase},
-        {u"db.reconnect", &ctl_Playlist::reconnectDatabase},
-        {u"db.change", &ctl_Playlist::changeDatabase},
-        {u"toaktivplaylist", &ctl_Playlist::toActivePlaylist},
-        {u"playlist.insert.data", &ctl_Playlist::insertData},
-        {u"playlist.all.db.insert.data", &ctl_Playlist::insertData},
-        {u"playlist.append.data", &ctl_Playlist::appendData},
-        {u"playlist.all.db.append.data", &ctl_Playlist::appendData},
-        {u"playlist.all.db.append.aktuell.data", &ctl_Playlist::appendData},
-        {u"save.layout.playlist", &ctl_Playlist::saveLayout},
-        {u"load.layout.playlist", &ctl_Playlist::loadLayout},
-        {u"load.layout.change.playlist", &ctl_Playlist::loadLayout},
-        {u"autosize.playlist", &ctl_Playlist::autosize},
-        {u"fill.temp.edit.table", &ctl_Playlist::fillTagTable},
-        {u"show.melovane.kiv", &ctl_Playlist::showSampleTool},
-        {u"playlist.reset", &ctl_Playlist::resetList},
-        {u"refresh.playlist", &ctl_Playlist::refreshList},
-        {u"refresh.playlist.plid", &ctl_Playlist::refreshPlayed},
-        {u"volume.monitor.change.icon", &ctl_Playlist::changeVolumeIcon},
+    static constexpr BusRow<ctl_Playlist> kRows[] = {
+        {bus::kPlaylistSetPlayNormal, &ctl_Playlist::setPlayNormal},
+        {bus::kPlaylistSetPlayLoop, &ctl_Playlist::setPlayLoop},
+        {bus::kPlaylistSetPlayStop, &ctl_Playlist::setPlayStop},
+        {bus::kDbRefreshByFid, &ctl_Playlist::refreshByFid},
+        {bus::kBeatGaugeBpm, &ctl_Playlist::refreshTempo},
+        {bus::kPlaylistBeatGauge, &ctl_Playlist::findTempo},
+        {bus::kPlaylistBeatGaugeManuell, &ctl_Playlist::findTempoByHand},
+        {bus::kMixstyleAllDel, &ctl_Playlist::deleteMixStyles},
+        {bus::kMixstyleAllCopy, &ctl_Playlist::copyMixStyles},
+        {bus::kCreateToolBars, &ctl_Playlist::createToolBars},
+        {bus::kPlaylistSetLock, &ctl_Playlist::setLock},
+        {bus::kUpdateTreeRow, &ctl_Playlist::nameChanged},
+        {bus::kJinglelistAktivieren, &ctl_Playlist::activateJingleList},
+        {bus::kPlaylistAktivieren, &ctl_Playlist::activatePlaylist},
+        {bus::kUpdateToolTipText, &ctl_Playlist::renewToolTips},
+        {bus::kUpdateColor, &ctl_Playlist::updateColor},
+        {bus::kDbDisconnect, &ctl_Playlist::disconnectDatabase},
+        {bus::kDbReconnect, &ctl_Playlist::reconnectDatabase},
+        {bus::kDbChange, &ctl_Playlist::changeDatabase},
+        {bus::kToAktivPlaylist, &ctl_Playlist::toActivePlaylist},
+        {bus::kPlaylistInsertData, &ctl_Playlist::insertData},
+        {bus::kPlaylistAllDbInsertData, &ctl_Playlist::insertData},
+        {bus::kPlaylistAppendData, &ctl_Playlist::appendData},
+        {bus::kPlaylistAllDbAppendData, &ctl_Playlist::appendData},
+        {bus::kPlaylistAllDbAppendAktuellData, &ctl_Playlist::appendData},
+        {bus::kSaveLayoutPlaylist, &ctl_Playlist::saveLayout},
+        {bus::kLoadLayoutPlaylist, &ctl_Playlist::loadLayout},
+        {bus::kLoadLayoutChangePlaylist, &ctl_Playlist::loadLayout},
+        {bus::kAutosizePlaylist, &ctl_Playlist::autosize},
+        {bus::kFillTempEditTable, &ctl_Playlist::fillTagTable},
+        {bus::kShowMelovaneKiv, &ctl_Playlist::showSampleTool},
+        {bus::kPlaylistReset, &ctl_Playlist::resetList},
+        {bus::kRefreshPlaylist, &ctl_Playlist::refreshList},
+        {bus::kRefreshPlaylistPlid, &ctl_Playlist::refreshPlayed},
+        {bus::kVolumeMonitorChangeIcon, &ctl_Playlist::changeVolumeIcon},
     };
     return kRows;
-}
-
-void ctl_Playlist::MessBus_Message(const MLVMessage& message)
-{
-    const QString name = lowerCase(message.Command);
-    for (const BusRow& row : busTable()) {
-        if (row.name == name) {
-            try {
-                (this->*row.handler)(message);
-            } catch (const DbError& error) {
-                m_bus.SendMessage(u"show.statustext"_s, error.text());
-            }
-            return;
-        }
-    }
 }
 
 // ---- opening
@@ -281,7 +268,7 @@ void ctl_Playlist::takeSample(Plid entry, const QString& fid, int start, int sto
     }
     m_tools.functions.PlaylistSaveStartStop(entry, start, stop);
     changed();
-    m_bus.SendMessage(u"jingle.playlist.change"_s, numberOf(m_pnid));
+    m_bus.SendMessage(bus::kJinglePlaylistChange, numberOf(m_pnid));
 }
 
 // ---- tracks from others
@@ -294,19 +281,19 @@ void ctl_Playlist::insertData(const MLVMessage& message)
                                       newAktion());
         changed();
     } else if (m_pnid == Pnid{}) {
-        m_bus.SendMessage(u"show.statustext"_s, m_texts.text(u"playlist.none.title"_s));
+        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.none.title"_s));
     }
-    m_bus.SendMessage(u"playlist.insert.data.end"_s, numberOf(m_pnid));
+    m_bus.SendMessage(bus::kPlaylistInsertDataEnd, numberOf(m_pnid));
 }
 
 void ctl_Playlist::appendData(const MLVMessage& message)
 {
     if (m_pnid == Pnid{}) {
-        m_bus.SendMessage(u"show.statustext"_s, m_texts.text(u"playlist.none.title"_s));
+        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.none.title"_s));
     } else {
         appendTracks(message.Value1.toText(), m_pnid);
     }
-    m_bus.SendMessage(u"playlist.insert.data.end"_s, numberOf(m_pnid));
+    m_bus.SendMessage(bus::kPlaylistInsertDataEnd, numberOf(m_pnid));
 }
 
 void ctl_Playlist::toActivePlaylist(const MLVMessage&)
@@ -330,11 +317,11 @@ void ctl_Playlist::appendTracks(const QString& dragText, Pnid list)
     // The table knows: another list than the one that is shown may be meant.
     const ListNames::State state = m_tools.functions.names().stateOf(list);
     if (state == ListNames::State::Locked || (m_locked && list == m_pnid)) {
-        m_bus.SendMessage(u"show.statustext"_s, m_texts.text(u"playlist.norows.locked"_s));
+        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.norows.locked"_s));
         return;
     }
     if (state == ListNames::State::Gone) {
-        m_bus.SendMessage(u"show.statustext"_s, m_texts.text(u"playlist.none.title"_s));
+        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.none.title"_s));
         return;
     }
     const int aktion = list == m_pnid ? newAktion() : kAktionMix;

@@ -1,8 +1,9 @@
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
 #include "config/update_colors.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "playlistview/playlist_look.h"
+#include "support/column_text.h"
 #include "support/fake_clock.h"
 #include "support/suite_folders.h"
 
@@ -158,6 +159,20 @@ TEST_F(PlaylistLookTest, ALockedListStepsBack)
     EXPECT_TRUE(look.style(u"Titel"_s, Row({})).dimmed);
     look.setLocked(false);
     EXPECT_FALSE(look.style(u"Titel"_s, Row({})).dimmed);
+}
+
+TEST(PlaylistColumns, TheirOrderWidthsAndAlignmentsAreThoseOfTheLayoutThatUsersKnow)
+{
+    EXPECT_EQ(
+        test::textOf(playlistColumns()),
+        u"Aktion|6|C|shown Nr|5|R|shown Note|4|C|shown Titel|40|L|stretched Interpret|18|L|shown "
+        "BPM|5|R|shown Start|8|R|shown Stop|8|R|shown DTime|6|R|shown MixTime|7|R|shown "
+        "Play|8|R|shown Album|15|L|hidden Genre|11|L|hidden Jahr|5|R|hidden Track|5|R|hidden "
+        "Kommentar|24|L|hidden Kategorie|12|L|hidden Situation|12|L|hidden "
+        "Stimmung|12|L|hidden Tempo|12|L|hidden User1|12|L|hidden User2|12|L|hidden "
+        "User3|12|L|hidden User4|12|L|hidden User5|12|L|hidden PlayCountDay|6|R|hidden "
+        "PlayCountAll|7|R|hidden Pitch|6|R|hidden Volume|8|R|hidden DBit|7|R|hidden "
+        "DKhz|8|R|hidden Path|30|L|hidden DName|24|L|hidden FID|13|L|hidden"_s);
 }
 
 } // namespace

@@ -1,8 +1,9 @@
 #include "playlistview/playlist_window.h"
 #include "playlistview/ui/detail_playlist_dialog.h"
+#include "support/wait_for.h"
+#include "support/work_time.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QMenu>
 #include <QMimeData>
@@ -23,7 +24,7 @@ struct PlaylistWindowTest : public testing::Test
     {
         window.open();
         window.window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window.window));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window.window, test::kLongWaitMs));
         window.grid().setFocus();
     }
 
@@ -231,9 +232,8 @@ TEST(PlaylistWindowSpeed, AListOfTenThousandEntriesShowsItsFirstPageAtOnce)
 {
     test::PlaylistWindow window(10'000, 10'000);
     window.window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window.window));
-    QElapsedTimer time;
-    time.start();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window.window, test::kLongWaitMs));
+    const test::WorkTime time;
     window.open();
     window.window.grab();
     const qint64 took = time.elapsed();

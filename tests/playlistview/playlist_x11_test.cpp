@@ -1,4 +1,5 @@
 #include "playlistview/playlist_window.h"
+#include "support/wait_for.h"
 
 #include <QProcess>
 #include <QTest>
@@ -15,8 +16,7 @@ bool pointer(const QStringList& arguments)
 {
     QProcess process;
     process.start(u"xdotool"_s, arguments);
-    return QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; },
-                           20'000) &&
+    return test::waitFor([&process] { return process.state() == QProcess::NotRunning; }) &&
            process.exitCode() == 0;
 }
 
@@ -25,10 +25,10 @@ class DragByMouse : public testing::Test
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(QTest::qWaitFor([] { return pointer({u"get_num_desktops"_s}); }, 20'000));
+        ASSERT_TRUE(test::waitFor([] { return pointer({u"get_num_desktops"_s}); }));
         window.open();
         window.window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window.window, 10'000));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window.window, test::kLongWaitMs));
     }
 
     /// Presses on one place, goes to another in small steps, and lets go there.
@@ -69,7 +69,7 @@ TEST_F(DragByMouse, ARowIsDraggedInFrontOfAnotherOne)
     DataGrid& grid = window.grid();
     ASSERT_TRUE(
         drag(test::PlaylistWindow::placeOf(grid, 3), test::PlaylistWindow::placeOf(grid, 1)));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == u"1 4 2 3 5"_s; }, 5000))
+    EXPECT_TRUE(test::waitFor([this] { return window.rows() == u"1 4 2 3 5"_s; }))
         << window.rows().toStdString();
 }
 
@@ -77,7 +77,7 @@ TEST_F(DragByMouse, ATrackOfTheLibraryIsDraggedIntoTheList)
 {
     ASSERT_TRUE(drag(test::PlaylistWindow::placeOf(window.source, 6),
                      test::PlaylistWindow::placeOf(window.grid(), 2)));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == u"1 2 7 3 4 5"_s; }, 5000))
+    EXPECT_TRUE(test::waitFor([this] { return window.rows() == u"1 2 7 3 4 5"_s; }))
         << window.rows().toStdString();
 }
 
@@ -86,7 +86,7 @@ TEST_F(DragByMouse, WithTheCopyKeyHeldARowIsCopied)
     DataGrid& grid = window.grid();
     ASSERT_TRUE(
         drag(test::PlaylistWindow::placeOf(grid, 4), test::PlaylistWindow::placeOf(grid, 0), true));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window.rows() == u"5 1 2 3 4 5"_s; }, 5000))
+    EXPECT_TRUE(test::waitFor([this] { return window.rows() == u"5 1 2 3 4 5"_s; }))
         << window.rows().toStdString();
 }
 
