@@ -13,7 +13,7 @@ MLVFunction::MLVFunction(PlaylistParts parts, const Clock& clock)
     : m_parts(std::move(parts))
     , m_clock(clock)
     , m_entries(m_parts)
-    , m_values(m_parts)
+    , m_bulkEdits(m_parts)
     , m_catalogue(m_parts)
     , m_jobs(m_parts.engine, m_parts.settings)
 {}
@@ -72,17 +72,17 @@ void MLVFunction::PlaylistSetAllMixStyle(const QString& list,
                                          const QString& outOf,
                                          const QString& inOf)
 {
-    m_values.setAllMixStyle(list, outOf, inOf);
+    m_bulkEdits.setAllMixStyle(list, outOf, inOf);
 }
 
 void MLVFunction::PlaylistReset(Pnid list)
 {
-    m_values.reset(list);
+    m_bulkEdits.reset(list);
 }
 
 void MLVFunction::PlaylistDeleteAllMixStyle(Pnid list)
 {
-    m_values.deleteAllMixStyle(list);
+    m_bulkEdits.deleteAllMixStyle(list);
 }
 
 void MLVFunction::PlayListFill()

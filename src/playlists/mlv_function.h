@@ -1,8 +1,8 @@
 #pragma once
 
+#include "playlists/bulk_edits.h"
 #include "playlists/entry_records.h"
 #include "playlists/list_catalogue.h"
-#include "playlists/list_values.h"
 #include "playlists/playlist_walk.h"
 #include "store/pending_jobs.h"
 
@@ -34,7 +34,7 @@ public:
     void PlaylistSaveEQ(const MlvPlaylistDetail& detail);
     void PlaylistSaveStatistik(const MlvPlaylistDetail& played);
 
-    // All entries of a list. \see ListValues
+    // All entries of a list. \see BulkEdits
 
     void PlaylistSetAllMixStyle(const QString& list, const QString& outOf, const QString& inOf);
     void PlaylistReset(Pnid list);
@@ -72,7 +72,7 @@ private:
     PlaylistParts m_parts;
     const Clock& m_clock;
     EntryRecords m_entries;
-    ListValues m_values;
+    BulkEdits m_bulkEdits;
     ListCatalogue m_catalogue;
     PlaylistWalk m_walk;
     PendingJobs m_jobs;
