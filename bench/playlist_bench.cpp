@@ -5,6 +5,7 @@
 
 #include "bench/libraries.h"
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "platform/db/data_control.h"
 #include "platform/db/database.h"
 #include "platform/linux/ini_profile.h"
@@ -15,7 +16,6 @@
 #include "playlists/list_history.h"
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/undo_redo.h"
-#include "shell/paths.h"
 #include "store/check_database.h"
 
 #include <QCoreApplication>

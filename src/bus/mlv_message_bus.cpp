@@ -1,11 +1,11 @@
 #include "bus/mlv_message_bus.h"
 
+#include "config/paths.h"
 #include "platform/system/clock.h"
 #include "platform/system/files.h"
 #include "platform/system/io_error.h"
 #include "platform/system/path_text.h"
 #include "platform/system/print_line.h"
-#include "shell/paths.h"
 
 namespace melovane {
 

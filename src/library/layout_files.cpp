@@ -1,10 +1,10 @@
 #include "library/layout_files.h"
 
+#include "config/paths.h"
 #include "library/grid_layout.h"
 #include "platform/system/files.h"
 #include "platform/system/io_error.h"
 #include "platform/system/path_text.h"
-#include "shell/paths.h"
 
 namespace melovane {
 

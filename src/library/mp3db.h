@@ -10,7 +10,7 @@
 #include "platform/db/data_control.h"
 #include "platform/db/recordset.h"
 #include "playlists/grid_reposition.h"
-#include "playlists/pending_jobs.h"
+#include "store/pending_jobs.h"
 
 #include <QObject>
 

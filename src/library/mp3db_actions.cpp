@@ -1,6 +1,7 @@
 // What the user does with the rows of the library view: buttons, keys, history, drags.
 #include "bus/message_lookup.h"
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "library/mp3db.h"
 #include "platform/controls/clipboard.h"
 #include "platform/controls/search_box.h"
@@ -8,7 +9,6 @@
 #include "platform/system/io_error.h"
 #include "platform/system/path_text.h"
 #include "playlists/drag_data.h"
-#include "shell/paths.h"
 
 namespace melovane {
 

@@ -6,8 +6,8 @@
 #include "platform/db/recordset.h"
 #include "platform/system/clock.h"
 #include "platform/system/text_number.h"
-#include "playlists/pending_jobs.h"
 #include "playlists/track_look.h"
+#include "store/pending_jobs.h"
 
 #include <array>
 #include <optional>

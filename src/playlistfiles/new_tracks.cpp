@@ -6,7 +6,7 @@
 #include "platform/db/sql_text.h"
 #include "platform/system/path_text.h"
 #include "playlistfiles/import_errors.h"
-#include "playlists/row_statements.h"
+#include "store/row_statements.h"
 
 namespace melovane {
 

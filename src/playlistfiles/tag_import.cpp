@@ -6,7 +6,7 @@
 #include "platform/system/text_number.h"
 #include "playlistfiles/import_errors.h"
 #include "playlistfiles/tag_choice.h"
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
 
 #include <algorithm>
 #include <limits>

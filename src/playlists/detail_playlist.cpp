@@ -4,7 +4,7 @@
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
 
 #include <algorithm>
 #include <cmath>

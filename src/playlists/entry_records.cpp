@@ -8,7 +8,7 @@
 #include "platform/system/text_number.h"
 #include "playlists/list_edit.h"
 #include "store/file_locator.h"
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
 
 #include <algorithm>
 #include <cmath>

@@ -13,7 +13,7 @@
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/undo_redo.h"
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
 
 namespace melovane {
 

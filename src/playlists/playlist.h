@@ -7,8 +7,8 @@
 #include "platform/db/recordset.h"
 #include "platform/media/cue_finder.h"
 #include "playlists/list_history.h"
-#include "playlists/pending_jobs.h"
 #include "playlists/playlist_look.h"
+#include "store/pending_jobs.h"
 
 #include <QObject>
 

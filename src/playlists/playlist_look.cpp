@@ -3,7 +3,7 @@
 #include "config/config_objects.h"
 #include "config/update_colors.h"
 #include "platform/system/clock.h"
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
 
 #include <array>
 #include <cmath>

@@ -2,11 +2,11 @@
 #include "bus/message_names.h"
 #include "bus/suite_messages.h"
 #include "config/config_objects.h"
+#include "monitor/monitor_control.h"
 #include "platform/controls/status_line.h"
 #include "platform/system/text_number.h"
 #include "platform/system/timers.h"
 #include "shell/mlvdb.h"
-#include "shell/monitor_control.h"
 #include "shell/node_caption.h"
 #include "shell/sibling_control.h"
 

@@ -5,10 +5,10 @@
 #include "bus/suite_messages.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "monitor/monitor_control.h"
 #include "platform/controls/warnings.h"
 #include "platform/system/timers.h"
 #include "shell/docking.h"
-#include "shell/monitor_control.h"
 #include "shell/window_data.h"
 
 namespace melovane {

@@ -4,6 +4,7 @@
 //   list_editor FOLDER SEED
 
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "platform/db/database.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
@@ -12,7 +13,6 @@
 #include "platform/system/clock.h"
 #include "playlists/list_model.h"
 #include "playlists/undo_redo.h"
-#include "shell/paths.h"
 #include "store/file_locator.h"
 
 #include <QCoreApplication>

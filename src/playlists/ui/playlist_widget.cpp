@@ -6,7 +6,7 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_popup.h"
 #include "playlists/playlist_look.h"
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
 
 #include <QApplication>
 #include <QHBoxLayout>

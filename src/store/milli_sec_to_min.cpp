@@ -1,4 +1,4 @@
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
 
 #include "platform/system/text_number.h"
 

@@ -1,4 +1,4 @@
-#include "playlists/pending_jobs.h"
+#include "store/pending_jobs.h"
 #include "support/suite_fixture.h"
 
 namespace melovane {

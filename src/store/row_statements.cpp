@@ -1,4 +1,4 @@
-#include "playlists/row_statements.h"
+#include "store/row_statements.h"
 
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"

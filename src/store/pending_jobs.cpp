@@ -1,4 +1,4 @@
-#include "playlists/pending_jobs.h"
+#include "store/pending_jobs.h"
 
 #include "config/global_settings.h"
 #include "platform/db/database.h"

@@ -1,5 +1,5 @@
+#include "config/paths.h"
 #include "platform/system/path_text.h"
-#include "shell/paths.h"
 #include "support/suite_folders.h"
 
 namespace melovane {

@@ -2,9 +2,9 @@
 
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
+#include "monitor/monitor_player.h"
 #include "platform/controls/warnings.h"
 #include "shell/fakes.h"
-#include "shell/monitor_player.h"
 #include "store/file_locator.h"
 #include "support/suite_fixture.h"
 

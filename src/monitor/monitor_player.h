@@ -1,7 +1,7 @@
 #pragma once
 
+#include "monitor/monitor_control.h"
 #include "platform/media/player.h"
-#include "shell/monitor_control.h"
 #include "store/all_data.h"
 
 #include <QString>

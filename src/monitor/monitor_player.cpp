@@ -1,4 +1,4 @@
-#include "shell/monitor_player.h"
+#include "monitor/monitor_player.h"
 
 #include "config/config_objects.h"
 #include "config/global_settings.h"
@@ -8,7 +8,7 @@
 #include "platform/system/text_number.h"
 #include "platform/system/timers.h"
 #include "store/file_locator.h"
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
 
 #include <chrono>
 #include <map>

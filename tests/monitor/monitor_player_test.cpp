@@ -1,4 +1,4 @@
-#include "shell/monitor_fixture.h"
+#include "monitor/monitor_fixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "shell/paths.h"
+#include "config/paths.h"
 
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"

@@ -1,5 +1,5 @@
+#include "monitor/monitor_fixture.h"
 #include "platform/linux/mp3_player.h"
-#include "shell/monitor_fixture.h"
 #include "store/track_reader.h"
 #include "support/capture_output.h"
 #include "support/sounding_mp3.h"
