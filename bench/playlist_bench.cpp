@@ -11,7 +11,7 @@
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "playlists/list_history.h"
 #include "playlists/pl_insert_move_del.h"

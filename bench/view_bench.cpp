@@ -23,7 +23,7 @@
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/search_line.h"
 #include "platform/qt/skin.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 
 #include <QApplication>

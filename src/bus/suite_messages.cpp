@@ -4,7 +4,7 @@
 #include "config/paths.h"
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 
 namespace melovane {
 

@@ -4,9 +4,9 @@
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/system/files.h"
+#include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
 #include "platform/system/private_profile.h"
-#include "platform/system/text_number.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "config/paths.h"
 
 #include "platform/system/files.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
 
 #include <QCryptographicHash>
 

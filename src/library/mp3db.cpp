@@ -7,8 +7,9 @@
 #include "platform/controls/pointer_control.h"
 #include "platform/controls/search_box.h"
 #include "platform/db/db_error.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/timers.h"
+#include "platform/system/trim_blanks.h"
 
 #include <QLocale>
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "bus/bus_table.h"
-#include "library/layout_files.h"
 #include "library/library_look.h"
 #include "library/library_query.h"
 #include "library/search_history.h"
@@ -9,8 +8,9 @@
 #include "platform/controls/grid_control.h"
 #include "platform/db/data_control.h"
 #include "platform/db/recordset.h"
-#include "playlists/grid_reposition.h"
 #include "store/pending_jobs.h"
+#include "views/grid_reposition.h"
+#include "views/layout_files.h"
 
 #include <QObject>
 

@@ -8,7 +8,7 @@
 #include "platform/system/files.h"
 #include "platform/system/io_error.h"
 #include "platform/system/path_text.h"
-#include "playlists/drag_data.h"
+#include "views/drag_data.h"
 
 namespace melovane {
 

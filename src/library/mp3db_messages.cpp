@@ -5,8 +5,8 @@
 #include "config/update_colors.h"
 #include "library/mp3db.h"
 #include "platform/db/db_error.h"
-#include "platform/system/text_number.h"
-#include "playlists/drag_data.h"
+#include "platform/system/letter_case.h"
+#include "views/drag_data.h"
 
 namespace melovane {
 

@@ -2,7 +2,7 @@
 
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 #include "playlists/entry_places.h"
 #include "playlists/playlist_table.h"
 #include "store/milli_sec_to_min.h"

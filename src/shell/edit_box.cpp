@@ -3,7 +3,7 @@
 #include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "platform/controls/input_box.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 namespace melovane {
 

@@ -4,7 +4,7 @@
 #include "config/config_objects.h"
 #include "monitor/monitor_control.h"
 #include "platform/controls/status_line.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/timers.h"
 #include "shell/mlvdb.h"
 #include "shell/node_caption.h"

@@ -8,7 +8,7 @@
 #include "platform/controls/warnings.h"
 #include "platform/controls/window_frame.h"
 #include "platform/message/message_control.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 #include "shell/mlvdb.h"
 #include "shell/sibling_control.h"
 #include "shell/window_data.h"

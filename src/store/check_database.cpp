@@ -5,8 +5,8 @@
 #include "platform/db/sql_text.h"
 #include "platform/system/clock.h"
 #include "platform/system/files.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
 #include "store/create_db.h"
 #include "store/vpl_all.h"
 

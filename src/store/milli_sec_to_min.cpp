@@ -1,6 +1,6 @@
 #include "store/milli_sec_to_min.h"
 
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 
 namespace melovane::Mod_MilliSecToMin {
 

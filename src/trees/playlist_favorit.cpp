@@ -5,8 +5,10 @@
 #include "config/global_settings.h"
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/timers.h"
+#include "platform/system/trim_blanks.h"
 #include "playlists/mlv_function.h"
 #include "trees/tree_key.h"
 

@@ -1,7 +1,8 @@
 #include "trees/tree_key.h"
 
 #include "bus/message_names.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/letter_case.h"
 
 #include <QStringList>
 

@@ -14,7 +14,7 @@
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "playlistfiles/store_playlists.h"
 #include "shell/show_warning.h"
