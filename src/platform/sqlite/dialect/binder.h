@@ -98,7 +98,8 @@ class Translator
 public:
     Translator(const QString& statement, const NameSource& names, bool allowParameters);
 
-    [[nodiscard]] Translation run();
+    /// \param statement the tree of that text
+    [[nodiscard]] Translation translated(const Statement& statement);
 
 private:
     /// A stored query's text with its tokens, kept while its tree is in use.

@@ -2,7 +2,6 @@
 
 #include "platform/db/db_error.h"
 #include "platform/sqlite/dialect/binder.h"
-#include "platform/sqlite/dialect/parser.h"
 
 #include <algorithm>
 #include <utility>
@@ -191,11 +190,9 @@ void Translator::run(const Statement& statement)
     }
 }
 
-Translation Translator::run()
+Translation Translator::translated(const Statement& statement)
 {
     try {
-        const Tokens tokens = tokenize(m_statement);
-        const Statement statement = Parser(m_statement, tokens).parse();
         if (statement.query.isEmpty()) {
             run(statement);
         } else {
@@ -209,15 +206,21 @@ Translation Translator::run()
 
 } // namespace dialect
 
+Translation
+translate(const ParsedStatement& statement, const NameSource& names, bool allowParameters)
+{
+    return dialect::Translator(statement.text(), names, allowParameters)
+        .translated(statement.tree());
+}
+
 Translation translate(const QString& statement, const NameSource& names, bool allowParameters)
 {
-    return dialect::Translator(statement, names, allowParameters).run();
+    return translate(ParsedStatement(statement), names, allowParameters);
 }
 
 QueryType writtenQueryType(const QString& statement)
 {
-    const dialect::Tokens tokens = dialect::tokenize(statement);
-    return dialect::typeOf(dialect::Parser(statement, tokens).parse());
+    return dialect::typeOf(ParsedStatement(statement).tree());
 }
 
 } // namespace melovane::sqlite

@@ -1,6 +1,7 @@
 #include "platform/sqlite/engine/session.h"
 
 #include "platform/db/db_fault.h"
+#include "platform/sqlite/dialect/dialect.h"
 #include "platform/sqlite/engine/sqlite_error.h"
 
 #include <sqlite3.h>
@@ -101,8 +102,9 @@ std::shared_ptr<Prepared> Session::makePrepared(const QString& text, bool allowP
     auto made = std::make_shared<Prepared>();
     QStringList schemas;
     made->text = text;
+    const ParsedStatement parsed(text);
     made->translation =
-        sqlite::translate(text, NotingSource(m_catalogue, schemas), allowParameters);
+        sqlite::translate(parsed, NotingSource(m_catalogue, schemas), allowParameters);
     for (const ResultColumn& column : made->translation.columns) {
         made->columns.add(column.field.Name);
     }
@@ -112,7 +114,7 @@ std::shared_ptr<Prepared> Session::makePrepared(const QString& text, bool allowP
     made->catalogueVersion = m_catalogue.version();
     if (m_index && isOfSearchedTable(made->translation)) {
         made->search =
-            searchStatement(text, m_catalogue.find(QString::fromUtf16(kSearchedTable))->fields);
+            searchStatement(parsed, m_catalogue.find(QString::fromUtf16(kSearchedTable))->fields);
     }
     for (const QString& schema : schemas) {
         made->sideFiles.emplace_back(schema, m_attachments.versionOf(schema));

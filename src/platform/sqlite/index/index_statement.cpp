@@ -1,6 +1,5 @@
 #include "platform/sqlite/index/index_statement.h"
 
-#include "platform/sqlite/dialect/parser.h"
 #include "platform/sqlite/dialect/stored_text.h"
 
 namespace melovane::sqlite {
@@ -198,12 +197,11 @@ private:
 
 } // namespace
 
-std::optional<SearchStatement> searchStatement(const QString& text,
+std::optional<SearchStatement> searchStatement(const ParsedStatement& statement,
                                                const std::vector<FieldDef>& fields)
 {
     try {
-        const Tokens tokens = tokenize(text);
-        return Reader(fields).read(Parser(text, tokens).parse());
+        return Reader(fields).read(statement.tree());
     } catch (const OtherShape&) {
         return {};
     }

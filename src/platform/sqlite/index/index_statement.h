@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/db/definitions.h"
+#include "platform/sqlite/dialect/parsed_statement.h"
 
 #include <optional>
 #include <vector>
@@ -49,10 +49,10 @@ struct SearchStatement
     std::vector<SearchOrder> order;
 };
 
-/// Reads a statement that the translator has accepted. Nothing when it is of another shape: SQLite
-/// answers it then.
+/// The search that a statement is which the translator has accepted. Nothing when it is of another
+/// shape: SQLite answers it then.
 /// \param fields columns of the searched table
-[[nodiscard]] std::optional<SearchStatement> searchStatement(const QString& text,
+[[nodiscard]] std::optional<SearchStatement> searchStatement(const ParsedStatement& statement,
                                                              const std::vector<FieldDef>& fields);
 
 } // namespace melovane::sqlite
