@@ -23,7 +23,7 @@
 #include "platform/qt/qt_pointer.h"
 #include "platform/qt/qt_popup.h"
 #include "platform/qt/skin.h"
-#include "platform/sqlite/index/column_index.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "playlistfiles/kopie_file.h"
 #include "playlistfiles/m3u_commands.h"

@@ -106,9 +106,9 @@ bool IndexLog::knows(const Position& position)
     return entry->step() && entry->number(0) == position.row;
 }
 
-std::optional<std::vector<qint64>> IndexLog::changedSince(const Position& position, qint64 most)
+std::optional<std::vector<qint64>> IndexLog::changedSince(const Position& position, qint64 max)
 {
-    if (!knows(position) || end().entry - position.entry > most) {
+    if (!knows(position) || end().entry - position.entry > max) {
         return {};
     }
     std::vector<qint64> rows;

@@ -1,6 +1,7 @@
 #include "platform/sqlite/engine/index_reader.h"
 
 #include "platform/sqlite/dialect/stored_text.h"
+#include "platform/sqlite/index/index_loader.h"
 
 #include <sqlite3.h>
 
@@ -15,7 +16,7 @@ using namespace Qt::Literals::StringLiterals;
 /// Whole numbers beyond it are none of their own as a double.
 constexpr qint64 kLargestExact = 1LL << 53;
 
-/// Rows of one step of the loader: some ten milliseconds.
+/// Rows read at once: some ten milliseconds.
 constexpr qint64 kRowsAtOnce = 4096;
 
 std::string_view textOf(sqlite3_stmt* row, int column)
@@ -77,15 +78,6 @@ IndexCell cellOf(const IndexField& field, sqlite3_stmt* row, int column)
     return cell;
 }
 
-std::vector<IndexColumnBuilder> buildersOf(const std::vector<IndexField>& fields)
-{
-    std::vector<IndexColumnBuilder> builders;
-    for (const IndexField& field : fields) {
-        builders.emplace_back(field.isText);
-    }
-    return builders;
-}
-
 QString selectOf(const std::vector<IndexField>& fields)
 {
     QString text = u"SELECT _rowid_"_s;
@@ -97,39 +89,20 @@ QString selectOf(const std::vector<IndexField>& fields)
 
 } // namespace
 
-IndexLoader::IndexLoader(std::vector<IndexField> fields)
-    : m_fields(std::move(fields))
-    , m_builders(buildersOf(m_fields))
-{}
-
-bool IndexLoader::step(Connection& connection)
-{
-    if (!m_table) {
-        if (!readRows(connection)) {
-            m_table = std::make_unique<IndexTable>(IndexArray(std::move(m_keys)));
-        }
-        return true;
-    }
-    const auto next = std::size_t(m_table->columns().size());
-    if (next < m_fields.size()) {
-        m_table->addColumn(m_fields[next].name, m_builders[next].make());
-        m_builders[next] = IndexColumnBuilder(true);
-    }
-    return next + 1 < m_fields.size();
-}
-
-/// False when there are no more.
-bool IndexLoader::readRows(Connection& connection)
+bool readRows(Connection& connection,
+              const std::vector<IndexField>& fields,
+              std::vector<IndexColumnBuilder>& builders,
+              std::vector<qint64>& keys)
 {
     const auto rows = connection.statements().take(
-        selectOf(m_fields) + u" WHERE _rowid_>?1 ORDER BY _rowid_ LIMIT ?2"_s);
-    rows->bind(1, Value(m_keys.empty() ? std::numeric_limits<qint64>::min() : m_keys.back()));
+        selectOf(fields) + u" WHERE _rowid_>?1 ORDER BY _rowid_ LIMIT ?2"_s);
+    rows->bind(1, Value(keys.empty() ? std::numeric_limits<qint64>::min() : keys.back()));
     rows->bind(2, Value(kRowsAtOnce));
     qint64 count = 0;
     for (; rows->step(); ++count) {
-        m_keys.push_back(rows->number(0));
-        for (std::size_t i = 0; i < m_builders.size(); ++i) {
-            addCell(m_builders[i], rows->handle(), int(i) + 1);
+        keys.push_back(rows->number(0));
+        for (std::size_t i = 0; i < builders.size(); ++i) {
+            addCell(builders[i], rows->handle(), int(i) + 1);
         }
     }
     return count == kRowsAtOnce;

@@ -53,6 +53,7 @@ Session::Session(const QString& path,
     , m_transactions(m_connection)
     , m_now(options.now)
     , m_index(std::move(index))
+    , m_searchedTable(m_connection, m_catalogue)
 {}
 
 Catalogue& Session::catalogue()
@@ -142,13 +143,13 @@ bool Session::isOfSearchedTable(const Translation& translation) const
 std::shared_ptr<const KeySource> Session::indexedKeys(const Prepared& statement)
 {
     const bool asks = statement.search && !statement.search->isCount;
-    return asks ? m_index->search(*this, *statement.search) : nullptr;
+    return asks ? m_index->search(m_searchedTable, *statement.search) : nullptr;
 }
 
 std::optional<qint64> Session::indexedCount(const Prepared& statement)
 {
     const bool asks = statement.search && statement.search->isCount;
-    return asks ? m_index->count(*this, *statement.search) : std::nullopt;
+    return asks ? m_index->count(m_searchedTable, *statement.search) : std::nullopt;
 }
 
 bool Session::isCurrent(const Prepared& statement)

@@ -3,6 +3,7 @@
 #include "platform/sqlite/engine/catalogue.h"
 #include "platform/sqlite/engine/name_index.h"
 #include "platform/sqlite/engine/schema_change.h"
+#include "platform/sqlite/engine/searched_table.h"
 #include "platform/sqlite/engine/transactions.h"
 #include "platform/sqlite/index/column_index.h"
 
@@ -75,9 +76,8 @@ public:
     /// The same for a statement that counts.
     [[nodiscard]] std::optional<qint64> indexedCount(const Prepared& statement);
 
-    [[nodiscard]] const IndexMark& indexMark() const { return m_indexMark; }
-
-    void setIndexMark(const IndexMark& mark) { m_indexMark = mark; }
+    /// What the column index reads; for loading it while nobody searches.
+    [[nodiscard]] IndexedFile& searchedTable() { return m_searchedTable; }
 
     /// Undoes the innermost transaction, if there is one.
     void rollback() noexcept;
@@ -99,7 +99,7 @@ private:
     Transactions m_transactions;
     std::function<QDateTime()> m_now;
     std::shared_ptr<ColumnIndex> m_index; ///< null: no search is answered from memory
-    IndexMark m_indexMark;
+    SearchedTable m_searchedTable;
     QHash<QString, std::shared_ptr<Prepared>> m_prepared;
     qint64 m_epoch = 0;
     qint64 m_refreshedIn = 0; ///< number of the transaction in which the catalogue was looked at

@@ -113,7 +113,7 @@ bool SessionPool::loadSlice(const QString& path, ColumnIndex& index)
 {
     try {
         const std::shared_ptr<SessionLease> lease = open(path);
-        return index.loadSlice(lease->session());
+        return index.loadSlice(lease->session().searchedTable());
     } catch (const DbError&) {
         // The file is gone or damaged; a search would say so.
         index.abandonLoad();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/db/database.h"
-#include "platform/sqlite/index/column_index.h"
+#include "platform/sqlite/index/index_figures.h"
 
 #include <chrono>
 #include <functional>

@@ -1,13 +1,15 @@
 #include "platform/sqlite/engine/sqlite_error.h"
 
 #include "platform/db/db_fault.h"
+#include "platform/sqlite/dialect/stored_text.h"
 #include "platform/sqlite/engine/columns.h"
-#include "platform/sqlite/engine/statement.h"
 #include "platform/sqlite/functions/functions.h"
 
 #include <QFile>
 
 #include <sqlite3.h>
+
+#include <memory>
 
 namespace melovane::sqlite {
 
@@ -33,14 +35,21 @@ constexpr QLatin1StringView kOwnErrorMark(kErrorMark, sizeof(kErrorMark) - 1);
 /// open file that lies.
 bool isKeyColumn(sqlite3* connection, const QString& place)
 {
-    const QString table = place.section(u'.', 0, 0);
     // The order of the three is told, because SQLite does not always find the one that works.
-    Statement statement(connection, u"SELECT 1 FROM pragma_database_list AS d"
-                                    " CROSS JOIN pragma_index_list(?1, d.name) AS i"
-                                    " CROSS JOIN pragma_index_info(i.name, d.name) AS c"
-                                    " WHERE substr(i.name, 1, length(?2)) = ?2 AND c.name = ?3"_s);
-    statement.bindAll({Value(table), Value(table + u"|P|"_s), Value(place.section(u'.', 1))});
-    return statement.step();
+    constexpr char kQuestion[] = "SELECT 1 FROM pragma_database_list AS d"
+                                 " CROSS JOIN pragma_index_list(?1, d.name) AS i"
+                                 " CROSS JOIN pragma_index_info(i.name, d.name) AS c"
+                                 " WHERE substr(i.name, 1, length(?2)) = ?2 AND c.name = ?3";
+    sqlite3_stmt* raw = nullptr;
+    sqlite3_prepare_v2(connection, kQuestion, sizeof kQuestion, &raw, nullptr);
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement(raw, sqlite3_finalize);
+    const QByteArray table = toBytes(place.section(u'.', 0, 0));
+    const QByteArray values[] = {table, table + "|P|", toBytes(place.section(u'.', 1))};
+    int parameter = 0;
+    for (const QByteArray& value : values) {
+        sqlite3_bind_text(raw, ++parameter, value.constData(), int(value.size()), SQLITE_STATIC);
+    }
+    return sqlite3_step(raw) == SQLITE_ROW;
 }
 
 /// The message of a failed check is the name of its constraint, see columnClause().

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/sqlite/functions/functions.h"
-
 #include <QString>
 
 #include <sqlite3.h>

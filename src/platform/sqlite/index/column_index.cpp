@@ -1,8 +1,6 @@
 #include "platform/sqlite/index/column_index.h"
 
-#include "platform/sqlite/engine/read_scope.h"
-#include "platform/sqlite/engine/session.h"
-#include "platform/sqlite/engine/sqlite_error.h"
+#include "platform/db/db_error.h"
 
 #include <utility>
 
@@ -29,59 +27,49 @@ const QString kFirstColumns[] = {u"Titel"_s, u"Interpret"_s, u"Album"_s, u"Komme
                                  u"Track"_s, u"BPM"_s,       u"Note"_s,  u"PlayCountAll"_s,
                                  u"DEL"_s};
 
-std::vector<FieldDef> fieldsOfTable(Session& session)
-{
-    const auto source = session.catalogue().find(QString::fromUtf16(kSearchedTable));
-    return source ? source->fields : std::vector<FieldDef>{};
-}
-
 /// The columns with these names, as far as the table has them.
-std::vector<IndexField> fieldsOf(Session& session, const QStringList& names)
+std::vector<IndexField> fieldsOf(IndexedFile& file, const QStringList& names)
 {
-    std::vector<IndexField> result;
-    for (const FieldDef& field : fieldsOfTable(session)) {
-        if (names.contains(field.Name, Qt::CaseInsensitive)) {
-            result.push_back(
-                {field.Name, field.Type == FieldType::Text || field.Type == FieldType::Memo});
-        }
-    }
+    std::vector<IndexField> result = file.fields();
+    std::erase_if(result, [&](const IndexField& field) {
+        return !names.contains(field.name, Qt::CaseInsensitive);
+    });
     return result;
 }
 
 } // namespace
 
-std::shared_ptr<const KeySource> ColumnIndex::search(Session& session,
+std::shared_ptr<const KeySource> ColumnIndex::search(IndexedFile& file,
                                                      const SearchStatement& statement)
 {
-    return answers(session, statement) ? m_table->search(statement) : nullptr;
+    return answers(file, statement) ? m_table->search(statement) : nullptr;
 }
 
-std::optional<qint64> ColumnIndex::count(Session& session, const SearchStatement& statement)
+std::optional<qint64> ColumnIndex::count(IndexedFile& file, const SearchStatement& statement)
 {
-    if (!answers(session, statement)) {
+    if (!answers(file, statement)) {
         return {};
     }
     return m_table->count(statement.where);
 }
 
-bool ColumnIndex::answers(Session& session, const SearchStatement& statement)
+bool ColumnIndex::answers(IndexedFile& file, const SearchStatement& statement)
 {
-    const bool can = isReady(session, statement) && m_table->answers(statement);
+    const bool can = isReady(file, statement) && m_table->answers(statement);
     ++(can ? m_options.figures->answers : m_options.figures->left);
     return can;
 }
 
-bool ColumnIndex::isReady(Session& session, const SearchStatement& statement)
+bool ColumnIndex::isReady(IndexedFile& file, const SearchStatement& statement)
 {
-    if (session.connection().inTransaction()) {
+    if (file.inTransaction()) {
         return false;
     }
     try {
-        if (m_table && session.indexMark() == markOf(session) &&
-            m_table->missing(statement).isEmpty()) {
+        if (m_table && file.seen() == markOf(file) && m_table->missing(statement).isEmpty()) {
             return true;
         }
-        follow(session, statement);
+        follow(file, statement);
         return m_table != nullptr;
     } catch (const DbError&) {
         // SQLite meets the same fault, and tells it.
@@ -89,12 +77,11 @@ bool ColumnIndex::isReady(Session& session, const SearchStatement& statement)
     }
 }
 
-IndexMark ColumnIndex::markOf(Session& session) const
+IndexMark ColumnIndex::markOf(IndexedFile& file) const
 {
-    Connection& connection = session.connection();
-    return {connection.number(u"PRAGMA main.data_version"_s),
-            sqlite3_total_changes64(connection.handle()), session.catalogue().version(),
-            m_options.figures->loads + m_options.figures->snapshots};
+    IndexMark mark = file.mark();
+    mark.table = m_options.figures->loads + m_options.figures->snapshots;
+    return mark;
 }
 
 bool ColumnIndex::wantsLoad() const
@@ -105,55 +92,54 @@ bool ColumnIndex::wantsLoad() const
     return !m_table || (m_options.startSlices && m_table->changedCount() > kManyChanged);
 }
 
-void ColumnIndex::follow(Session& session, const SearchStatement& statement)
+void ColumnIndex::follow(IndexedFile& file, const SearchStatement& statement)
 {
-    Connection& connection = session.connection();
     if (wantsLoad()) {
-        startLoad(session, statement);
+        startLoad(file, statement);
     }
     // Asked before the read begins: what is written in between is looked for once more.
-    const IndexMark mark = markOf(session);
-    const ReadScope scope(connection);
-    if (m_table && isOfSchema(session)) {
+    const IndexMark mark = markOf(file);
+    const auto reading = file.startReading();
+    if (m_table && isOfSchema(file)) {
         // Changed rows are read behind it, with all columns.
-        addMissing(session, statement);
+        addMissing(file, statement);
     }
-    if (m_table && !takeChanges(session)) {
+    if (m_table && !takeChanges(file)) {
         m_table.reset();
         m_snapshot.reset();
     }
     if (m_table) {
         m_options.figures->bytes = m_table->bytes();
-        session.setIndexMark(mark);
+        file.setSeen(mark);
     }
 }
 
-bool ColumnIndex::isOfSchema(Session& session) const
+bool ColumnIndex::isOfSchema(IndexedFile& file) const
 {
-    return session.connection().number(u"PRAGMA main.schema_version"_s) == m_schema;
+    return file.schemaVersion() == m_schema;
 }
 
 /// False when the table has to be read anew.
-bool ColumnIndex::takeChanges(Session& session)
+bool ColumnIndex::takeChanges(IndexedFile& file)
 {
-    if (!isOfSchema(session)) {
+    if (!isOfSchema(file)) {
         return false;
     }
-    IndexLog log(session.connection());
-    const IndexLog::Position end = log.end();
+    ChangeLog& log = file.changes();
+    const ChangeLog::Position end = log.end();
     const auto changed = log.changedSince(m_position, kMostChanged);
     if (!changed || m_table->changedCount() + qint64(changed->size()) > kMostChanged) {
         return false;
     }
-    readRows(session, *changed);
+    readRows(file, *changed);
     m_position = end;
     return true;
 }
 
-void ColumnIndex::readRows(Session& session, const std::vector<qint64>& keys)
+void ColumnIndex::readRows(IndexedFile& file, const std::vector<qint64>& keys)
 {
     for (const qint64 key : keys) {
-        if (auto cells = readRow(session.connection(), m_fields, key)) {
+        if (auto cells = file.readRow(m_fields, key)) {
             m_table->setRow(key, *std::move(cells));
         } else {
             m_table->removeRow(key);
@@ -161,16 +147,16 @@ void ColumnIndex::readRows(Session& session, const std::vector<qint64>& keys)
     }
 }
 
-void ColumnIndex::startLoad(Session& session, const SearchStatement& statement)
+void ColumnIndex::startLoad(IndexedFile& file, const SearchStatement& statement)
 {
-    IndexLog log(session.connection());
-    if (!log.ensure() || adoptSnapshot(session, statement)) {
+    ChangeLog& log = file.changes();
+    if (!log.ensure() || adoptSnapshot(file, statement)) {
         return;
     }
     log.trim();
-    startReading(session, statement);
+    startReading(file, statement);
     // A small library is there at once.
-    loadUntilTimeout(session);
+    loadUntilTimeout(file);
     if (m_load || m_keeping || m_marksLeft > 0) {
         m_options.startSlices(weak_from_this());
     }
@@ -178,7 +164,7 @@ void ColumnIndex::startLoad(Session& session, const SearchStatement& statement)
 
 /// The table as a former run left it, if the file has its mark and tells of all that changed since.
 /// Columns are read from the snapshot when they are asked for.
-bool ColumnIndex::adoptSnapshot(Session& session, const SearchStatement& statement)
+bool ColumnIndex::adoptSnapshot(IndexedFile& file, const SearchStatement& statement)
 {
     if (m_table || std::exchange(m_snapshotTried, true)) {
         return false;
@@ -190,9 +176,9 @@ bool ColumnIndex::adoptSnapshot(Session& session, const SearchStatement& stateme
     const SnapshotStamp& stamp = snapshot->stamp();
     m_schema = stamp.schema;
     m_from = m_position = stamp.from;
-    const ReadScope scope(session.connection());
-    IndexLog log(session.connection());
-    if (!isOfSchema(session) || !log.knows(stamp.mark) ||
+    const auto reading = file.startReading();
+    ChangeLog& log = file.changes();
+    if (!isOfSchema(file) || !log.knows(stamp.mark) ||
         !log.changedSince(stamp.from, kMostChanged)) {
         return false;
     }
@@ -203,7 +189,7 @@ bool ColumnIndex::adoptSnapshot(Session& session, const SearchStatement& stateme
     m_table = std::make_unique<IndexTable>(*keys);
     m_fields.clear();
     m_snapshot = std::move(snapshot);
-    addMissing(session, statement);
+    addMissing(file, statement);
     if (auto order = m_snapshot ? m_snapshot->order(statement.order) : nullptr) {
         m_table->addOrder(statement.order, std::move(order));
     }
@@ -211,39 +197,37 @@ bool ColumnIndex::adoptSnapshot(Session& session, const SearchStatement& stateme
     return true;
 }
 
-void ColumnIndex::startReading(Session& session, const SearchStatement& statement)
+void ColumnIndex::startReading(IndexedFile& file, const SearchStatement& statement)
 {
-    Connection& connection = session.connection();
     QStringList names(std::begin(kFirstColumns), std::end(kFirstColumns));
     names += IndexTable({}).missing(statement);
     for (const IndexField& field : m_fields) {
         names.append(field.name);
     }
-    const ReadScope scope(connection);
-    m_load.emplace(Load{IndexLoader(fieldsOf(session, names)), IndexLog(connection).end(),
-                        connection.number(u"PRAGMA main.schema_version"_s), statement.order});
+    const auto reading = file.startReading();
+    m_load.emplace(Load{IndexLoader(fieldsOf(file, names)), file.changes().end(),
+                        file.schemaVersion(), statement.order});
 }
 
 /// Without slices to come there is no time-out.
-void ColumnIndex::loadUntilTimeout(Session& session)
+void ColumnIndex::loadUntilTimeout(IndexedFile& file)
 {
     const std::chrono::microseconds begin = m_options.time->passed();
-    while (loadSlice(session) &&
+    while (loadSlice(file) &&
            (!m_options.startSlices || m_options.time->passed() - begin < m_options.timeout)) {
     }
 }
 
-bool ColumnIndex::loadSlice(Session& session)
+bool ColumnIndex::loadSlice(IndexedFile& file)
 {
     if (!m_load) {
-        return keepSlice(session);
+        return keepSlice(file);
     }
-    Connection& connection = session.connection();
-    if (connection.number(u"PRAGMA main.schema_version"_s) != m_load->schema) {
+    if (file.schemaVersion() != m_load->schema) {
         m_load.reset();
         return false;
     }
-    if (m_load->loader.step(connection)) {
+    if (m_load->loader.step(file)) {
         return true;
     }
     finishLoad();
@@ -266,10 +250,10 @@ void ColumnIndex::finishLoad()
 }
 
 /// Goes on writing the snapshot. False at the end.
-bool ColumnIndex::keepSlice(Session& session)
+bool ColumnIndex::keepSlice(IndexedFile& file)
 {
     if (!m_keeping) {
-        return startKeeping(session);
+        return startKeeping(file);
     }
     if (m_keeping->step()) {
         return true;
@@ -279,13 +263,13 @@ bool ColumnIndex::keepSlice(Session& session)
     return false;
 }
 
-bool ColumnIndex::startKeeping(Session& session)
+bool ColumnIndex::startKeeping(IndexedFile& file)
 {
-    if (m_marksLeft == 0 || !m_table || !isOfSchema(session)) {
+    if (m_marksLeft == 0 || !m_table || !isOfSchema(file)) {
         m_marksLeft = 0;
         return false;
     }
-    if (const auto mark = IndexLog(session.connection()).mark()) {
+    if (const auto mark = file.changes().mark()) {
         m_keeping = std::make_unique<IndexSnapshotWriter>(
             m_options.snapshotFile, SnapshotStamp{m_schema, m_from, *mark}, *m_table);
         m_marksLeft = 0;
@@ -294,19 +278,19 @@ bool ColumnIndex::startKeeping(Session& session)
     return --m_marksLeft > 0;
 }
 
-void ColumnIndex::addMissing(Session& session, const SearchStatement& statement)
+void ColumnIndex::addMissing(IndexedFile& file, const SearchStatement& statement)
 {
     const QStringList names = m_table->missing(statement);
     if (names.isEmpty()) {
         return;
     }
-    const std::vector<IndexField> fields = fieldsOf(session, names);
+    const std::vector<IndexField> fields = fieldsOf(file, names);
     const std::vector<IndexField> others = addFromSnapshot(fields);
     if (!others.empty()) {
-        addColumns(session.connection(), *m_table, others);
+        file.addColumns(*m_table, others);
         m_fields.insert(m_fields.end(), others.begin(), others.end());
     }
-    readRows(session, m_table->changedRows());
+    readRows(file, m_table->changedRows());
 }
 
 /// \return the columns that it does not have

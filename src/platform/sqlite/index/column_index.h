@@ -1,40 +1,18 @@
 #pragma once
 
-#include "platform/sqlite/engine/index_log.h"
-#include "platform/sqlite/engine/index_reader.h"
+#include "platform/sqlite/index/index_figures.h"
+#include "platform/sqlite/index/index_loader.h"
 #include "platform/sqlite/index/index_snapshot.h"
 #include "platform/system/passing_time.h"
 
 namespace melovane::sqlite {
 
-class Session;
-
-/// What an index did; for measurements and tests.
-struct IndexFigures
-{
-    qint64 answers = 0;   ///< searches and counts answered from memory
-    qint64 left = 0;      ///< statements of the search shape that SQLite had to answer
-    qint64 loads = 0;     ///< times that the table was read as a whole, to the end
-    qint64 snapshots = 0; ///< times that it came out of a snapshot of a former run
-    qint64 kept = 0;      ///< snapshots written
-    qint64 bytes = 0;     ///< memory taken, roughly
-};
-
-/// What a session saw of its file when it last made sure that the index is up to date.
-struct IndexMark
-{
-    qint64 dataVersion = -1;
-    qint64 ownChanges = -1;
-    qint64 catalogue = -1;
-    qint64 table = -1; ///< which load it was
-
-    bool operator==(const IndexMark&) const = default;
-};
+class ColumnIndex;
 
 /// What an index works with.
 struct IndexOptions
 {
-    using StartSlices = std::function<void(const std::weak_ptr<class ColumnIndex>&)>;
+    using StartSlices = std::function<void(const std::weak_ptr<ColumnIndex>&)>;
 
     std::shared_ptr<IndexFigures> figures; ///< counted up
     /// Asks the owner to call loadSlice() from the message loop until it returns false; empty when
@@ -61,15 +39,15 @@ public:
     {}
 
     /// The rows in their order, or null when SQLite is to answer.
-    [[nodiscard]] std::shared_ptr<const KeySource> search(Session& session,
+    [[nodiscard]] std::shared_ptr<const KeySource> search(IndexedFile& file,
                                                           const SearchStatement& statement);
 
     /// The number of rows, or nothing when SQLite is to answer.
-    [[nodiscard]] std::optional<qint64> count(Session& session, const SearchStatement& statement);
+    [[nodiscard]] std::optional<qint64> count(IndexedFile& file, const SearchStatement& statement);
 
     /// Goes on loading, and then keeping what was loaded, for some milliseconds. False when there
     /// is nothing left to do. \throws DbError
-    [[nodiscard]] bool loadSlice(Session& session);
+    [[nodiscard]] bool loadSlice(IndexedFile& file);
 
     /// Forgets what was loaded so far; the next search begins anew.
     void abandonLoad() { m_load.reset(); }
@@ -79,28 +57,28 @@ private:
     struct Load
     {
         IndexLoader loader;
-        IndexLog::Position position;
+        ChangeLog::Position position;
         qint64 schema = 0;
         std::vector<SearchOrder> order; ///< of the search that asked for it
     };
 
-    [[nodiscard]] IndexMark markOf(Session& session) const;
+    [[nodiscard]] IndexMark markOf(IndexedFile& file) const;
     [[nodiscard]] bool wantsLoad() const;
-    [[nodiscard]] bool answers(Session& session, const SearchStatement& statement);
-    [[nodiscard]] bool isReady(Session& session, const SearchStatement& statement);
-    void follow(Session& session, const SearchStatement& statement);
-    [[nodiscard]] bool takeChanges(Session& session);
-    [[nodiscard]] bool isOfSchema(Session& session) const;
-    [[nodiscard]] bool adoptSnapshot(Session& session, const SearchStatement& statement);
-    void startLoad(Session& session, const SearchStatement& statement);
-    void startReading(Session& session, const SearchStatement& statement);
+    [[nodiscard]] bool answers(IndexedFile& file, const SearchStatement& statement);
+    [[nodiscard]] bool isReady(IndexedFile& file, const SearchStatement& statement);
+    void follow(IndexedFile& file, const SearchStatement& statement);
+    [[nodiscard]] bool takeChanges(IndexedFile& file);
+    [[nodiscard]] bool isOfSchema(IndexedFile& file) const;
+    [[nodiscard]] bool adoptSnapshot(IndexedFile& file, const SearchStatement& statement);
+    void startLoad(IndexedFile& file, const SearchStatement& statement);
+    void startReading(IndexedFile& file, const SearchStatement& statement);
     void finishLoad();
-    [[nodiscard]] bool keepSlice(Session& session);
-    [[nodiscard]] bool startKeeping(Session& session);
-    void loadUntilTimeout(Session& session);
-    void addMissing(Session& session, const SearchStatement& statement);
+    [[nodiscard]] bool keepSlice(IndexedFile& file);
+    [[nodiscard]] bool startKeeping(IndexedFile& file);
+    void loadUntilTimeout(IndexedFile& file);
+    void addMissing(IndexedFile& file, const SearchStatement& statement);
     [[nodiscard]] std::vector<IndexField> addFromSnapshot(const std::vector<IndexField>& fields);
-    void readRows(Session& session, const std::vector<qint64>& keys);
+    void readRows(IndexedFile& file, const std::vector<qint64>& keys);
 
     IndexOptions m_options;
     bool m_snapshotTried = false;
@@ -110,8 +88,8 @@ private:
     std::optional<Load> m_load;
     std::unique_ptr<IndexTable> m_table; ///< null before the first load
     std::vector<IndexField> m_fields;    ///< the columns of the table
-    IndexLog::Position m_from;           ///< the last change before the table was read
-    IndexLog::Position m_position;       ///< changes up to here are in the table
+    ChangeLog::Position m_from;          ///< the last change before the table was read
+    ChangeLog::Position m_position;      ///< changes up to here are in the table
     qint64 m_schema = 0;                 ///< schema version when it was loaded
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/sqlite/engine/index_log.h"
+#include "platform/sqlite/index/change_log.h"
 #include "platform/sqlite/index/index_table.h"
 
 #include <QFile>
@@ -13,9 +13,9 @@ namespace melovane::sqlite {
 /// both entries has all that the rows hold behind it, and whatever differs now is in the list.
 struct SnapshotStamp
 {
-    qint64 schema = 0;       ///< schema version
-    IndexLog::Position from; ///< the last change before the first row was read
-    IndexLog::Position mark; ///< a random entry made after the last one was
+    qint64 schema = 0;        ///< schema version
+    ChangeLog::Position from; ///< the last change before the first row was read
+    ChangeLog::Position mark; ///< a random entry made after the last one was
 };
 
 /// A column index as a file, so that the next start need not read the whole table.
