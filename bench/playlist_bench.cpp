@@ -5,6 +5,7 @@
 
 #include "bench/libraries.h"
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "platform/db/data_control.h"
 #include "platform/db/database.h"
 #include "platform/linux/ini_profile.h"
@@ -15,7 +16,6 @@
 #include "playlists/list_history.h"
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/undo_redo.h"
-#include "shell/paths.h"
 #include "store/check_database.h"
 
 #include <QCoreApplication>
@@ -152,7 +152,7 @@ void measure(benchmark::State& state, Prepare&& prepare, Work&& work)
 void AppendTracks(benchmark::State& state)
 {
     const int count = int(state.range(0));
-    const QString text = suite().first.left(suite().first.indexOf(u':') + count * 13);
+    const QString text = suite().first.left(suite().first.indexOf(u':') + qsizetype{count} * 13);
     measure(
         state, [] { suite().empty(); },
         [&] { suite().edits.AppendFromMP3DB(text, suite().list, kAktionMix); });

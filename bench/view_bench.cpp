@@ -12,6 +12,7 @@
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
+#include "config/paths.h"
 #include "library/mp3db.h"
 #include "library/ui/mp3db_widget.h"
 #include "platform/linux/ini_profile.h"
@@ -24,7 +25,6 @@
 #include "platform/qt/skin.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
-#include "shell/paths.h"
 
 #include <QApplication>
 #include <QDir>
@@ -70,6 +70,7 @@ template <typename Work> Cost measured(const Work& work)
 double percentile(const std::vector<Cost>& costs, double Cost::*part, double share)
 {
     std::vector<double> times;
+    times.reserve(costs.size());
     for (const Cost& cost : costs) {
         times.push_back(cost.*part);
     }

@@ -15,12 +15,25 @@ using namespace Qt::Literals::StringLiterals;
 /// with a lower number.
 const std::vector<std::pair<QString, int>> kLayers = {
     // Implementations of the seam: named by the composition root only.
-    {u"platform/sqlite/"_s, 1}, {u"platform/linux/"_s, 1}, {u"platform/qt/"_s, 1},
-    {u"platform/"_s, 0},        {u"shell/paths."_s, 2},    {u"trackedit/milli_sec_to_min."_s, 3},
-    {u"config/"_s, 4},          {u"store/"_s, 5},          {u"bus/"_s, 6},
-    {u"playlists/"_s, 7},       {u"library/"_s, 8},        {u"playlistfiles/"_s, 9},
-    {u"trackedit/"_s, 10},      {u"trees/"_s, 11},         {u"shell/"_s, 12},
-    {u"siblings/"_s, 13},
+    {u"platform/sqlite/"_s, 1},
+    {u"platform/linux/"_s, 1},
+    {u"platform/qt/"_s, 1},
+    {u"platform/"_s, 0},
+    {u"config/"_s, 2},
+    {u"store/"_s, 3},
+    {u"bus/"_s, 4},
+    {u"intake/"_s, 5},
+    {u"playlists/"_s, 6},
+    {u"views/"_s, 7},
+    {u"library/"_s, 8},
+    {u"playlistview/"_s, 9},
+    {u"playlistfiles/"_s, 10},
+    {u"trackedit/"_s, 11},
+    {u"trees/"_s, 12},
+    {u"care/"_s, 13},
+    {u"monitor/"_s, 14},
+    {u"shell/"_s, 15},
+    {u"siblings/"_s, 16},
 };
 
 /// Drawers of platform/sqlite/, ordered in the same way.

@@ -2,12 +2,12 @@
 
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "intake/import_errors.h"
 #include "platform/controls/warnings.h"
 #include "platform/db/db_error.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
-#include "playlistfiles/import_errors.h"
+#include "platform/system/trim_blanks.h"
 
 #include <QLocale>
 #include <QScopedValueRollback>

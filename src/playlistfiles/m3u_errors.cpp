@@ -1,10 +1,10 @@
 #include "playlistfiles/m3u_errors.h"
 
+#include "intake/import_errors.h"
 #include "platform/system/clock.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "platform/system/print_line.h"
-#include "playlistfiles/import_errors.h"
 
 #include <utility>
 

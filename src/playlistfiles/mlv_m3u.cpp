@@ -1,20 +1,20 @@
 #include "playlistfiles/mlv_m3u.h"
 
 #include "config/global_settings.h"
+#include "intake/import_errors.h"
+#include "intake/tag_choice.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "platform/system/io_error.h"
-#include "playlistfiles/import_errors.h"
 #include "playlistfiles/m3u_writer.h"
 #include "playlistfiles/new_tracks.h"
-#include "playlistfiles/tag_choice.h"
 #include "playlists/entry_places.h"
 #include "playlists/list_edit.h"
 #include "playlists/playlist_table.h"
-#include "playlists/row_statements.h"
 #include "playlists/undo_redo.h"
+#include "store/row_statements.h"
 
 #include <limits>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "playlistfiles/import_errors.h"
+#include "intake/import_errors.h"
 #include "playlistfiles/m3u_errors.h"
 #include "playlistfiles/m3u_loader.h"
 #include "playlists/playlist_ids.h"

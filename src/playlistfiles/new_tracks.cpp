@@ -1,12 +1,12 @@
 #include "playlistfiles/new_tracks.h"
 
 #include "config/global_settings.h"
+#include "intake/import_errors.h"
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "platform/system/path_text.h"
-#include "playlistfiles/import_errors.h"
-#include "playlists/row_statements.h"
+#include "store/row_statements.h"
 
 namespace melovane {
 

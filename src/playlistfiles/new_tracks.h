@@ -1,7 +1,7 @@
 #pragma once
 
+#include "intake/tag_import.h"
 #include "platform/media/track_tags.h"
-#include "playlistfiles/tag_import.h"
 #include "store/make_fid.h"
 
 #include <QHash>

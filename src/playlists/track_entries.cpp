@@ -2,11 +2,12 @@
 
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 #include "playlists/entry_places.h"
 #include "playlists/playlist_table.h"
-#include "playlists/row_statements.h"
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
+#include "store/row_statements.h"
+#include "store/track_fields.h"
 
 #include <algorithm>
 
@@ -37,10 +38,12 @@ TrackEntries::TrackEntries(Database& database, const QStringList& fids)
 
 void TrackEntries::read(const QString& condition)
 {
-    const auto rows = m_database.OpenRecordset(
-        u"select FID, DTimeMsec, FrameStart, FrameStop, Pitch, Volume, MixIn, MixOut, eq "
-        "from db_all where "_s +
-        condition);
+    using F = TrackField;
+    const auto rows =
+        m_database.OpenRecordset(u"select "_s +
+                                 columnList({F::FID, F::DTimeMsec, F::FrameStart, F::FrameStop,
+                                             F::Pitch, F::Volume, F::MixIn, F::MixOut, F::eq}) +
+                                 u" from db_all where "_s + condition);
     for (; !rows->Eof(); rows->MoveNext()) {
         const int length = rows->value(1).toLong();
         if (length <= 0) {

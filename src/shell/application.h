@@ -5,7 +5,9 @@
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/log4mlv.h"
+#include "config/paths.h"
 #include "library/mp3db.h"
+#include "monitor/monitor_player.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
@@ -32,16 +34,14 @@
 #include "playlists/list_history.h"
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
-#include "playlists/playlist.h"
-#include "playlists/ui/detail_playlist_dialog.h"
 #include "playlists/undo_redo.h"
+#include "playlistview/playlist.h"
+#include "playlistview/ui/list_figures_dialog.h"
 #include "shell/edit_box.h"
 #include "shell/info.h"
 #include "shell/key_commands.h"
 #include "shell/library_data.h"
 #include "shell/mlvdb.h"
-#include "shell/monitor_player.h"
-#include "shell/paths.h"
 #include "shell/sample_tool.h"
 #include "shell/show_warning.h"
 #include "shell/sibling_control.h"
@@ -174,7 +174,7 @@ private:
     std::unique_ptr<KSMessage> m_playlistMessage; ///< `KSMessage1` of the playlist view
     KopieFileDialog m_exportForm;
     frmKopieFile m_export;
-    DetailPlaylistDialog m_detailForm;
+    ListFiguresDialog m_detailForm;
     frmDetailPlaylist m_listDetails;
     PlaylistFavorit m_favorit;
     QtKeyboard m_keyboard;

@@ -3,14 +3,14 @@
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_file.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 namespace melovane {
 
 namespace {
 
 /// A file written by hand is smaller; a larger one is something else.
-constexpr qint64 kLargestMappingFile = 1024 * 1024;
+constexpr qint64 kLargestMappingFile = qint64{1024} * 1024;
 
 QString readText(const Files& files, const QString& file)
 {

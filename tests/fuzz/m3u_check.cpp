@@ -2,8 +2,8 @@
 
 #include "platform/linux/tag_reader.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
 #include "playlistfiles/m3u_place.h"
 #include "playlistfiles/m3u_writer.h"
 #include "store/check_database.h"

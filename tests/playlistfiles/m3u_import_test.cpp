@@ -1,4 +1,4 @@
-#include "playlistfiles/import_errors.h"
+#include "intake/import_errors.h"
 #include "playlistfiles/m3u_fixture.h"
 
 #include <QDir>

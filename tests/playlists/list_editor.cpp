@@ -4,6 +4,7 @@
 //   list_editor FOLDER SEED
 
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "platform/db/database.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
@@ -12,7 +13,6 @@
 #include "platform/system/clock.h"
 #include "playlists/list_model.h"
 #include "playlists/undo_redo.h"
-#include "shell/paths.h"
 #include "store/file_locator.h"
 
 #include <QCoreApplication>
@@ -55,7 +55,7 @@ int edit(const QString& folder, unsigned seed)
     cls_PLInsertMoveDel edits(*engine, snapshots, history);
     edits.SetDbName(database);
     FileLocator locator(files, folder);
-    ListNames names({*engine, settings, files, locator, history, sink});
+    ListCatalogue names({*engine, settings, files, locator, history, sink});
 
     std::mt19937 random(seed);
     test::ListModel model(*engine->OpenDatabase(database));

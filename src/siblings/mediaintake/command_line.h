@@ -1,6 +1,6 @@
 #pragma once
 
-#include "siblings/mediaintake/intake_report.h"
+#include "intake/intake_report.h"
 
 #include <QStringList>
 

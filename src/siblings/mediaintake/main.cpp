@@ -1,6 +1,8 @@
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
+#include "config/paths.h"
+#include "intake/intake_session.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
@@ -9,10 +11,8 @@
 #include "platform/qt/skin.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
-#include "shell/paths.h"
 #include "shell/skin_files.h"
 #include "siblings/mediaintake/command_line.h"
-#include "siblings/mediaintake/intake_session.h"
 #include "siblings/mediaintake/ui/intake_window.h"
 
 #include <QApplication>

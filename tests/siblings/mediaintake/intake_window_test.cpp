@@ -1,5 +1,5 @@
-#include "siblings/mediaintake/intake_fixture.h"
-#include "siblings/mediaintake/intake_session.h"
+#include "intake/intake_fixture.h"
+#include "intake/intake_session.h"
 #include "siblings/mediaintake/ui/intake_window.h"
 #include "support/text_catalogue.h"
 #include "support/wait_for.h"

@@ -4,7 +4,7 @@
 #include "platform/db/sql_text.h"
 #include "platform/sqlite/dialect/column_defaults.h"
 #include "platform/sqlite/dialect/stored_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 
 #include <cmath>
 #include <limits>

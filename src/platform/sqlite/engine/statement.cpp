@@ -3,7 +3,7 @@
 #include "platform/db/db_fault.h"
 #include "platform/sqlite/dialect/stored_text.h"
 #include "platform/sqlite/engine/sqlite_error.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 
 #include <sqlite3.h>
 

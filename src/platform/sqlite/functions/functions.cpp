@@ -5,7 +5,7 @@
 #include "platform/db/value.h"
 #include "platform/sqlite/functions/functions_date.h"
 #include "platform/sqlite/functions/functions_value.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 
 #include <cmath>
 #include <memory>

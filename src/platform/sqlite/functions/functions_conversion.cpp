@@ -3,7 +3,8 @@
 #include "platform/sqlite/functions/functions_date.h"
 #include "platform/sqlite/functions/functions_text.h"
 #include "platform/sqlite/functions/functions_value.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/trim_blanks.h"
 
 #include <algorithm>
 #include <cmath>

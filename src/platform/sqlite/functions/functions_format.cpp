@@ -2,7 +2,7 @@
 #include "platform/sqlite/functions/functions_date.h"
 #include "platform/sqlite/functions/functions_text.h"
 #include "platform/sqlite/functions/functions_value.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 
 #include <QRegularExpression>
 

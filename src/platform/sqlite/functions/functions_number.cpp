@@ -1,5 +1,4 @@
 #include "platform/sqlite/functions/functions_value.h"
-#include "platform/system/text_number.h"
 
 #include <QRandomGenerator>
 

@@ -1,7 +1,8 @@
 #include "platform/db/db_error.h"
 #include "platform/db/text_compare.h"
 #include "platform/sqlite/functions/functions_value.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
+#include "platform/system/trim_blanks.h"
 
 #include <QList>
 

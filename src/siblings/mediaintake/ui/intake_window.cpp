@@ -1,7 +1,7 @@
 #include "siblings/mediaintake/ui/intake_window.h"
 
 #include "config/config_objects.h"
-#include "siblings/mediaintake/intake_session.h"
+#include "intake/intake_session.h"
 
 #include <QFileDialog>
 #include <QFontMetrics>

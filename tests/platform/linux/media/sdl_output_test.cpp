@@ -128,6 +128,29 @@ TEST_F(SdlOutputTest, WithoutASoundSystemThereIsNoCardAndNothingBreaks)
     EXPECT_EQ(player.play(), PlayFault::None);
 }
 
+/// A card that takes no samples is given up by the sound system as one that was pulled out is.
+TEST_F(SdlOutputTest, ACardThatWentAwayIsNoLongerOpenAndEndsWhatPlaysWithItsReason)
+{
+    useDriver("disk");
+    qputenv("SDL_DISKAUDIOFILE", "/dev/full");
+    qputenv("SDL_DISKAUDIODELAY", "0");
+    SdlOutput output;
+    SteppedLoop loop;
+    Mp3Player player(output, loop);
+    std::optional<PlayFault> ended;
+    player.setOnEnded([&](PlayFault fault) { ended = fault; });
+    ASSERT_EQ(player.load(m_folder.write(u"a.mp3"_s, soundingMp3())), PlayFault::None);
+    ASSERT_EQ(player.play(), PlayFault::None);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !output.isOpen(); }));
+    loop.fire(100);
+    EXPECT_FALSE(player.isPlaying());
+    EXPECT_EQ(ended, PlayFault::NoCard);
+
+    qputenv("SDL_DISKAUDIOFILE", m_folder.file(u"card.raw"_s).toUtf8());
+    EXPECT_EQ(player.play(), PlayFault::None);
+    EXPECT_TRUE(output.isOpen());
+}
+
 struct DiskCase
 {
     const char* name;

@@ -1,0 +1,105 @@
+#include "intake/folder_walk.h"
+
+#include "intake/import_errors.h"
+#include "platform/system/path_text.h"
+
+#include <algorithm>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool isMp3(const QString& name)
+{
+    return name.endsWith(".mp3"_L1, Qt::CaseInsensitive);
+}
+
+} // namespace
+
+FolderWalk::FolderWalk(const Files& files, const QStringList& roots)
+    : m_files(files)
+    , m_waiting(roots.rbegin(), roots.rend())
+{}
+
+std::optional<std::vector<FoundFile>> FolderWalk::next()
+{
+    if (!m_names.isEmpty()) {
+        return lookOn();
+    }
+    if (m_waiting.empty()) {
+        return std::nullopt;
+    }
+    const QString place = m_waiting.back();
+    m_waiting.pop_back();
+    return enter(place);
+}
+
+std::vector<FoundFile> FolderWalk::enter(const QString& place)
+{
+    const auto facts = m_files.facts(place);
+    if (!facts) {
+        m_refused.push_back({place, importerror::kPathNotFound, {}});
+        return {};
+    }
+    if (!facts->isFolder) {
+        return {{path::withSeparator(path::parent(place)), path::fileName(place), *facts}};
+    }
+    if (isFirstVisit(*facts)) {
+        m_folder = path::withSeparator(place);
+        m_names = m_files.names(m_folder);
+        m_nextName = 0;
+    }
+    return {};
+}
+
+bool FolderWalk::isFirstVisit(const FileFacts& folder)
+{
+    const std::pair identity(folder.device, folder.inode);
+    if (m_visited.contains(identity)) {
+        return false;
+    }
+    m_visited.insert(identity);
+    return true;
+}
+
+std::vector<FoundFile> FolderWalk::lookOn()
+{
+    std::vector<FoundFile> found;
+    const qsizetype end = std::min(m_nextName + kNamesPerLook, m_names.size());
+    for (; m_nextName < end; ++m_nextName) {
+        look(m_names.at(m_nextName), found);
+    }
+    if (end == m_names.size()) {
+        leave();
+    }
+    return found;
+}
+
+void FolderWalk::look(const QString& name, std::vector<FoundFile>& found)
+{
+    if (name.startsWith(u'.')) {
+        return;
+    }
+    const auto facts = m_files.facts(m_folder + name);
+    if (!facts) {
+        // A link to nothing; worth a word only when it claims to be music.
+        if (isMp3(name)) {
+            m_refused.push_back({m_folder + name, importerror::kFileNotFound, {}});
+        }
+    } else if (facts->isFolder) {
+        m_subfolders.push_back(m_folder + name);
+    } else if (isMp3(name)) {
+        found.push_back({m_folder, name, *facts});
+    }
+}
+
+void FolderWalk::leave()
+{
+    m_waiting.insert(m_waiting.end(), m_subfolders.rbegin(), m_subfolders.rend());
+    m_subfolders.clear();
+    m_names.clear();
+}
+
+} // namespace melovane

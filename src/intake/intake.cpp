@@ -1,0 +1,433 @@
+#include "intake/intake.h"
+
+#include "config/config_objects.h"
+#include "intake/import_errors.h"
+#include "platform/db/db_error.h"
+#include "platform/system/clock.h"
+#include "platform/system/path_text.h"
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Files read at once by the second thread: enough to keep it busy while rows are written, few
+/// enough that a cancel waits for none of them for long.
+constexpr size_t kBatch = 64;
+/// DriveTyp of discs: keep.
+constexpr int kDisc = 4;
+/// Values of column `DEL` from here on mean a missing file: keep.
+constexpr int kFirstMissing = 2;
+
+/// Faults of one row's values; the next row may do better.
+bool concernsOneRow(const DbError& error)
+{
+    return error.number() == dberror::kFieldTooSmall || error.number() == dberror::kTypeMismatch ||
+           error.number() == dberror::kNullInKey || error.number() == dberror::kRequired ||
+           error.number() == dberror::kZeroLength;
+}
+
+bool isSameFile(const FileFacts& one, const FileFacts& other)
+{
+    return one.device == other.device && one.inode == other.inode;
+}
+
+bool isChanged(const StoredFile& row, const FileFacts& facts)
+{
+    const qint64 length = std::min<qint64>(facts.size, std::numeric_limits<int>::max());
+    return row.DLen != length || !row.DTSDatei.isValid() ||
+           row.DTSDatei.toSecsSinceEpoch() != facts.modified.toSecsSinceEpoch();
+}
+
+} // namespace
+
+Intake::Intake(const IntakeParts& parts, IntakeOrder order)
+    : m_parts(parts)
+    , m_order(std::move(order))
+    , m_import(parts.files, parts.clock)
+    , m_fids(parts.clock)
+    , m_locator(parts.files, parts.dataFolder)
+    , m_readAhead(parts.reader)
+{
+    m_report.mode = m_order.mode;
+    m_import.SetTagChoice(m_order.id3v2Tags);
+}
+
+Intake::~Intake() = default;
+
+bool Intake::step(std::chrono::milliseconds budget)
+{
+    const auto deadline = std::chrono::steady_clock::now() + budget;
+    while (m_state != State::Done) {
+        try {
+            work(deadline);
+        } catch (const DbError& error) {
+            fail(error);
+        }
+        if (std::chrono::steady_clock::now() >= deadline) {
+            break;
+        }
+    }
+    return m_state != State::Done;
+}
+
+void Intake::cancel()
+{
+    if (m_state != State::Done) {
+        m_report.cancelled = true;
+        m_state = State::Finishing;
+        step(std::chrono::milliseconds{0});
+    }
+}
+
+void Intake::work(std::chrono::steady_clock::time_point deadline)
+{
+    switch (m_state) {
+    case State::Opening:
+        open();
+        break;
+    case State::Listing:
+        list();
+        break;
+    case State::Reading:
+        readSome(deadline);
+        break;
+    case State::Finishing:
+        finish();
+        break;
+    case State::Done:
+        break;
+    }
+}
+
+void Intake::open()
+{
+    m_library = std::make_unique<IntakeLibrary>(m_parts.engine, m_order.database);
+    m_import.SetWidths(m_library->columns());
+    m_import.LoadGenre(m_library->database());
+    if (m_order.mode == IntakeMode::NewFiles) {
+        m_walk = std::make_unique<FolderWalk>(m_parts.files, m_order.folders);
+    } else {
+        m_library->openStored();
+        m_progress.total = m_library->storedCount();
+    }
+    m_state = State::Listing;
+}
+
+void Intake::list()
+{
+    if (m_order.mode == IntakeMode::NewFiles) {
+        listFiles();
+    } else {
+        listRow();
+    }
+    if (m_library->isPortionDue()) {
+        commit();
+    }
+    if (m_state == State::Reading) {
+        m_progress.listing = false;
+        m_progress.done = 0;
+        m_progress.total = static_cast<qint64>(m_pending.size());
+    }
+}
+
+void Intake::listFiles()
+{
+    if (m_found.empty()) {
+        findFiles();
+    } else if (!m_library->readFolder(m_known)) {
+        for (const FoundFile& file : m_found) {
+            takeFound(file);
+        }
+        m_progress.file = m_found.back().path();
+        m_found.clear();
+    }
+}
+
+void Intake::findFiles()
+{
+    auto files = m_walk->next();
+    if (!files) {
+        m_state = State::Reading;
+        return;
+    }
+    m_found = std::move(*files);
+    if (!m_found.empty() && m_knownFolder != m_found.front().folder) {
+        m_knownFolder = m_found.front().folder;
+        m_known.clear();
+        m_library->openFolder(m_knownFolder);
+    }
+}
+
+void Intake::takeFound(const FoundFile& file)
+{
+    ++m_report.found;
+    const std::pair identity(file.facts.device, file.facts.inode);
+    const QString other = m_met.value(identity);
+    if (other == file.path()) {
+        --m_report.found; // the same folder was chosen twice
+        return;
+    }
+    const auto row = m_known.constFind(file.name);
+    if (row != m_known.constEnd()) {
+        takeKnown(row->FID, row->DEL, file.path());
+    } else if (!other.isEmpty()) {
+        m_report.duplicates.push_back(
+            {file.path(), 0, m_parts.texts.text(u"intake.samefile", other)});
+        return;
+    } else {
+        m_pending.push_back({file, {}});
+    }
+    m_met.insert(identity, file.path());
+}
+
+void Intake::takeKnown(const QString& fid, int del, const QString& path)
+{
+    if (del < kFirstMissing) {
+        ++m_report.known;
+        return;
+    }
+    m_library->giveBack(fid, del);
+    note(&Portion::returned, path);
+}
+
+std::optional<FoundFile> Intake::fileOf(const QString& folder, const QString& name)
+{
+    const auto isFile = [](const auto& facts) { return facts && !facts->isFolder; };
+    if (const auto facts = m_parts.files.facts(folder + name); isFile(facts)) {
+        return FoundFile{folder, name, *facts};
+    }
+    // Dearer: lists folders, tries each mapping.
+    QString mapped = folder;
+    const QString place = m_locator.ExistFile(mapped, name);
+    if (const auto facts = m_parts.files.facts(place); isFile(facts)) {
+        return FoundFile{path::withSeparator(path::parent(place)), path::fileName(place), *facts};
+    }
+    return std::nullopt;
+}
+
+void Intake::listRow()
+{
+    const auto row = m_library->nextStored();
+    if (!row) {
+        m_state = State::Reading;
+        return;
+    }
+    ++m_report.found;
+    ++m_progress.done;
+    m_progress.file = row->Path + row->DName;
+    if (row->DriveTyp == kDisc) {
+        ++m_report.known; // the disc in the drive may be another one
+        return;
+    }
+    const auto file = fileOf(row->Path, row->DName);
+    if (!file) {
+        ++m_report.missing;
+    } else if (isChanged(*row, file->facts)) {
+        m_pending.push_back({*file, row->FID});
+    } else {
+        takeKnown(row->FID, row->DEL, m_progress.file);
+    }
+}
+
+void Intake::readSome(std::chrono::steady_clock::time_point deadline)
+{
+    if (m_nextReady < m_ready.size()) {
+        write(m_ready[m_nextReady++]);
+        if (m_library->isPortionDue()) {
+            commit();
+        }
+        return;
+    }
+    if (!m_readAhead.isBusy()) {
+        startBatch();
+    }
+    if (!m_readAhead.isBusy()) {
+        m_state = State::Finishing;
+        return;
+    }
+    if (auto batch = m_readAhead.take(deadline)) {
+        m_ready = std::move(*batch);
+        m_nextReady = 0;
+        startBatch();
+    }
+}
+
+void Intake::startBatch()
+{
+    const size_t end = std::min(m_nextPending + kBatch, m_pending.size());
+    if (m_nextPending == end) {
+        return;
+    }
+    const auto first = m_pending.begin() + static_cast<std::ptrdiff_t>(m_nextPending);
+    const auto last = m_pending.begin() + static_cast<std::ptrdiff_t>(end);
+    m_readAhead.start({std::make_move_iterator(first), std::make_move_iterator(last)});
+    m_nextPending = end;
+}
+
+void Intake::write(ReadFile& file)
+{
+    ++m_progress.done;
+    m_progress.file = file.pending.file.path();
+    try {
+        if (file.pending.FID.isEmpty()) {
+            writeNew(file.pending.file, file.reading);
+        } else {
+            writeChanged(file);
+        }
+    } catch (const DbError& error) {
+        if (!concernsOneRow(error)) {
+            m_portion.paths.append(m_progress.file);
+            throw;
+        }
+        refuse(m_progress.file, importerror::kDatabase, error.text());
+    }
+}
+
+void Intake::writeNew(const FoundFile& file, const MediaReading& reading)
+{
+    QString fidOfTag;
+    ImportOutcome outcome = m_import.ImportFile(file.folder, file.name, file.facts, reading,
+                                                [&](const QString& candidate) {
+                                                    const QString fid = m_fids.make(candidate);
+                                                    fidOfTag = fid == candidate ? fid : QString();
+                                                    return fid;
+                                                });
+    if (!outcome.isUsable()) {
+        refuse(file.path(), outcome.code, outcome.detail);
+        return;
+    }
+    addTrack(file, outcome.track, fidOfTag);
+}
+
+void Intake::addTrack(const FoundFile& file, ImportedTrack& track, const QString& fidOfTag)
+{
+    if (!m_library->add(track)) {
+        if (!fidOfTag.isEmpty() && meetsRow(file, track)) {
+            return;
+        }
+        do {
+            m_fids.wasTaken();
+            track.FID = m_fids.make();
+        } while (!m_library->add(track));
+    }
+    note(&Portion::added, file.path());
+}
+
+bool Intake::meetsRow(const FoundFile& file, const ImportedTrack& track)
+{
+    const auto row = m_library->placeOf(track.FID);
+    if (!row) {
+        return false;
+    }
+    if (const auto there = fileOf(row->Path, row->DName)) {
+        const bool isStoredPlace = there->folder == row->Path && there->name == row->DName;
+        if (!isStoredPlace && isSameFile(there->facts, file.facts)) {
+            takeKnown(row->FID, row->DEL, file.path());
+        } else {
+            m_report.duplicates.push_back(
+                {file.path(), 0, m_parts.texts.text(u"intake.copyof", there->path())});
+        }
+    } else if (row->DriveTyp == kDisc) {
+        m_report.duplicates.push_back(
+            {file.path(), 0, m_parts.texts.text(u"intake.copyofdisc", row->DriveName)});
+    } else {
+        m_library->move(*row, track);
+        note(&Portion::moved, file.path());
+    }
+    return true;
+}
+
+void Intake::writeChanged(const ReadFile& file)
+{
+    const FoundFile& found = file.pending.file;
+    const ImportOutcome outcome =
+        m_import.ImportFile(found.folder, found.name, found.facts, file.reading,
+                            [&](const QString&) { return file.pending.FID; });
+    if (!outcome.isUsable()) {
+        refuse(found.path(), outcome.code, outcome.detail);
+        return;
+    }
+    m_library->update(file.pending.FID, outcome.track);
+    note(&Portion::changed, found.path());
+}
+
+void Intake::finish()
+{
+    if (m_library) {
+        commit();
+        if (m_report.rowsWritten() > 0) {
+            m_library->markTrees();
+            m_library->commitPortion();
+        }
+    }
+    end();
+}
+
+void Intake::end()
+{
+    if (m_walk) {
+        const auto& refused = m_walk->refused();
+        for (const Refusal& refusal : refused) {
+            refuse(refusal.path, refusal.code, {});
+        }
+        m_report.found += static_cast<int>(refused.size());
+    }
+    std::stable_sort(m_report.refused.begin(), m_report.refused.end(),
+                     [](const Refusal& a, const Refusal& b) { return a.path < b.path; });
+    m_state = State::Done;
+}
+
+void Intake::commit()
+{
+    m_library->commitPortion();
+    m_report.added += m_portion.added;
+    m_report.changed += m_portion.changed;
+    m_report.moved += m_portion.moved;
+    m_report.returned += m_portion.returned;
+    m_portion = {};
+}
+
+void Intake::note(int Portion::*count, const QString& path)
+{
+    ++(m_portion.*count);
+    m_portion.paths.append(path);
+}
+
+QString Intake::reason(int code, const QString& detail) const
+{
+    const ConfigObjects& texts = m_parts.texts;
+    QString text = texts.text(u"importerror.%1"_s.arg(code));
+    if (text.isEmpty()) {
+        text = importerror::GetMessageText(code);
+    }
+    const QString known = texts.text(detail);
+    return detail.isEmpty() ? text : u"%1 (%2)"_s.arg(text, known.isEmpty() ? detail : known);
+}
+
+void Intake::refuse(const QString& path, int code, const QString& detail)
+{
+    m_report.refused.push_back({path, code, reason(code, detail)});
+}
+
+void Intake::fail(const DbError& error)
+{
+    const QString known = m_parts.texts.text(u"dberror.%1"_s.arg(error.number()), m_order.database);
+    const QString why = reason(importerror::kDatabase, known.isEmpty() ? error.text() : known);
+    if (m_library) {
+        m_library->dropPortion();
+    }
+    for (const QString& path : std::as_const(m_portion.paths)) {
+        m_report.refused.push_back({path, importerror::kDatabase, why});
+    }
+    m_portion = {};
+    m_report.failure = why;
+    end();
+}
+
+} // namespace melovane

@@ -1,0 +1,66 @@
+#include "intake/intake_report.h"
+
+#include "config/config_objects.h"
+
+#include <utility>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+int IntakeReport::leftOver() const
+{
+    return found - known - rowsWritten() - missing - static_cast<int>(duplicates.size()) -
+           static_cast<int>(refused.size());
+}
+
+QString fileCount(const ConfigObjects& texts, int number)
+{
+    return texts.text(number == 1 ? u"intake.files.one" : u"intake.files", number);
+}
+
+QString summary(const ConfigObjects& texts, const IntakeReport& report)
+{
+    const bool isNew = report.mode == IntakeMode::NewFiles;
+    const std::pair<qsizetype, QStringView> counts[] = {
+        {report.added, u"intake.added"},
+        {report.changed, u"intake.changed"},
+        {report.moved, u"intake.moved"},
+        {report.returned, u"intake.returned"},
+        {report.known, isNew ? QStringView(u"intake.known") : QStringView(u"intake.unchanged")},
+        {report.duplicates.size(), u"intake.duplicate"},
+        {report.missing, u"intake.missing"},
+        {report.refused.size(), u"intake.refused"},
+        {report.leftOver(), u"intake.leftover"},
+    };
+    QStringList parts;
+    for (const auto& [number, name] : counts) {
+        if (number != 0) {
+            parts.append(texts.text(name, qint64{number}));
+        }
+    }
+    QString text = texts.text(u"intake.checked", fileCount(texts, report.found));
+    if (!parts.isEmpty()) {
+        text += u": "_s + parts.join(u", "_s);
+    }
+    if (report.cancelled) {
+        text += texts.text(u"intake.cancelled");
+    }
+    return text + u'.';
+}
+
+QStringList reportLines(const ConfigObjects& texts, const IntakeReport& report)
+{
+    QStringList lines = {summary(texts, report)};
+    if (!report.failure.isEmpty()) {
+        lines.append(report.failure);
+    }
+    for (const auto* list : {&report.refused, &report.duplicates}) {
+        for (const Refusal& refusal : *list) {
+            lines.append(refusal.path + u": "_s + refusal.reason);
+        }
+    }
+    return lines;
+}
+
+} // namespace melovane

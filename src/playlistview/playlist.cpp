@@ -1,0 +1,374 @@
+#include "playlistview/playlist.h"
+
+#include "bus/message_names.h"
+#include "config/config_objects.h"
+#include "config/global_settings.h"
+#include "config/update_colors.h"
+#include "platform/controls/grid_control.h"
+#include "platform/controls/pointer_control.h"
+#include "platform/db/database.h"
+#include "platform/db/db_error.h"
+#include "platform/db/sql_text.h"
+#include "playlists/mlv_function.h"
+#include "playlists/pl_insert_move_del.h"
+#include "views/drag_data.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Columns that are never fitted to their contents, and the widest that others get, in figures.
+const QStringList kFixedColumns = {u"aktion"_s, u"note"_s, u"nr"_s};
+constexpr double kWidestFitted = 60;
+
+/// Rows of a jingle list that the player has ready, unless the setting says otherwise.
+constexpr int kDefaultJinglePlayers = 5;
+
+} // namespace
+
+ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
+                           PlaylistControls controls,
+                           PlaylistActions actions)
+    : m_settings(parts.settings)
+    , m_texts(parts.texts)
+    , m_tools(parts.tools)
+    , m_controls(controls)
+    , m_actions(std::move(actions))
+    , m_bus(parts.bus, u"ctl_Playlist"_s)
+    , m_look(parts.clock, parts.texts)
+    , m_rows(parts.engine, controls.grid, {.key = u"PLID"_s})
+    , m_marks(parts.settings, controls.grid, m_rows, m_look)
+    , m_news(parts.loop, [this](const QString& fid) { m_bus.SendMessage(bus::kInfoFromFid, fid); })
+    , m_edits(parts,
+              m_controls,
+              m_actions,
+              m_list,
+              m_rows,
+              m_bus,
+              {[this](Pnid list) { entriesChanged(list); }, [this] { RefreshGrid(); },
+               [this] { tellHistory(); }})
+    , m_drags(controls.grid, m_rows, m_list, m_edits, m_actions)
+    , m_steps(parts.tools,
+              parts.texts,
+              controls.warnings,
+              m_bus,
+              [this](Pnid list) {
+                  entriesChanged(list);
+                  m_bus.SendMessage(bus::kPlaylistChange, numberOf(list));
+              })
+    , m_messages(parts, m_controls, m_actions, *this, m_edits, m_bus)
+{}
+
+void ctl_Playlist::start()
+{
+    dress();
+    updateEmptyNote();
+    tellSummary();
+    tellHistory();
+}
+
+void ctl_Playlist::end()
+{
+    m_edits.saveWaiting();
+    saveLayout();
+}
+
+// ---- the list
+
+void ctl_Playlist::open(Pnid list, bool locked, bool jingles)
+{
+    if (!m_rows.isConnected()) {
+        return;
+    }
+    const bool former = m_list.jingles;
+    m_list.jingles = jingles;
+    try {
+        load(list, locked);
+    } catch (const DbError&) {
+        m_list.jingles = former;
+        throw;
+    }
+    emit jingleModeChanged(jingles);
+}
+
+void ctl_Playlist::load(Pnid list, bool locked)
+{
+    m_edits.saveWaiting();
+    m_list.active = list;
+    const QString statement = u"select * from vpl_all where pnid="_s + sql::number(numberOf(list));
+    const bool isOther = statement != m_rows.data().RecordSource();
+    if (isOther) {
+        const BusyCursor busy(m_controls.pointer);
+        m_rows.changeDatabase(m_settings.DbName());
+        m_rows.show(statement);
+        m_drags.forgetAll();
+    }
+    m_list.pnid = list;
+    applyLock(locked);
+    if (isOther) {
+        fitColumns();
+        m_marks.showNow();
+    }
+    m_tools.edits.SetDbName(m_settings.DbName());
+    tellSummary();
+    updateEmptyNote();
+}
+
+void ctl_Playlist::setLocked(bool locked)
+{
+    applyLock(locked);
+    tellSummary();
+    updateEmptyNote();
+}
+
+void ctl_Playlist::applyLock(bool locked)
+{
+    m_list.locked = locked;
+    m_look.setLocked(locked);
+    const int players =
+        m_settings.GetKeyValueLong(u"Global"_s, u"Jingle.Players"_s, kDefaultJinglePlayers);
+    m_look.setJingleMode(m_list.jingles, players);
+    m_look.setDefaultMixTime(m_settings.DefaultMixTime());
+    RefreshGrid();
+}
+
+void ctl_Playlist::Refresh()
+{
+    if (!m_list.isOpen() || !m_rows.isConnected()) {
+        return;
+    }
+    const GridRows::Place place = m_rows.place();
+    m_rows.read();
+    m_rows.restore(place, GridRows::Stays::Screen);
+    tellSummaryOrClose();
+}
+
+/// A list that was deleted is shown no longer: what the user does now must not reach another one.
+void ctl_Playlist::tellSummaryOrClose()
+{
+    if (auto summary = readSummary(*m_rows.database(), m_list.pnid)) {
+        summary->locked = m_list.locked;
+        emit summaryChanged(*summary);
+        updateEmptyNote();
+    } else {
+        showNoList();
+    }
+}
+
+void ctl_Playlist::showNoList()
+{
+    m_edits.forgetWaiting();
+    m_rows.clear();
+    m_list.pnid = {};
+    m_drags.forgetSelected();
+    applyLock(false);
+    tellSummary();
+    updateEmptyNote();
+}
+
+void ctl_Playlist::entriesChanged(Pnid list)
+{
+    if (list == m_list.pnid) {
+        Refresh();
+    }
+    m_drags.forgetSelected();
+}
+
+void ctl_Playlist::disconnectDatabase()
+{
+    if (m_rows.isConnected()) {
+        m_edits.saveWaiting();
+        m_rows.disconnect();
+    }
+}
+
+void ctl_Playlist::reconnectDatabase()
+{
+    if (m_rows.isConnected()) {
+        return;
+    }
+    m_rows.reconnect(m_settings.DbName());
+    m_tools.edits.SetDbName(m_settings.DbName());
+    if (m_list.isOpen()) {
+        tellSummaryOrClose();
+    }
+    tellHistory();
+}
+
+void ctl_Playlist::changeDatabase()
+{
+    if (!m_rows.isConnected()) {
+        return;
+    }
+    if (m_list.isOpen()) {
+        m_rows.changeDatabase(m_settings.DbName());
+        m_tools.edits.SetDbName(m_settings.DbName());
+    }
+    Refresh();
+    tellHistory();
+}
+
+// ---- what is told about the list
+
+void ctl_Playlist::tellSummary()
+{
+    PlaylistSummary summary;
+    if (m_list.isOpen() && m_rows.database()) {
+        summary = readSummary(*m_rows.database(), m_list.pnid).value_or(PlaylistSummary());
+        summary.locked = m_list.locked;
+    }
+    emit summaryChanged(summary);
+}
+
+void ctl_Playlist::updateEmptyNote()
+{
+    if (!m_list.isOpen()) {
+        m_controls.grid.setEmptyNote(
+            {m_texts.text(u"playlist.none.title"_s), m_texts.text(u"playlist.none.text"_s), {}});
+        return;
+    }
+    m_controls.grid.setEmptyNote(
+        {m_texts.text(u"playlist.norows.title"_s),
+         m_texts.text(m_list.locked ? u"playlist.norows.locked"_s : u"playlist.norows.text"_s),
+         {}});
+}
+
+void ctl_Playlist::tellHistory()
+{
+    const ListHistory::NextSteps next = m_tools.history.nextSteps();
+    emit historyChanged(undoText(m_texts, next.undo), next.undo.has_value(),
+                        redoText(m_texts, next.redo), next.redo.has_value());
+}
+
+void ctl_Playlist::tellStatus(const QString& text)
+{
+    m_bus.SendMessage(bus::kShowStatusText, text);
+}
+
+// ---- rows
+
+Plid ctl_Playlist::currentEntry() const
+{
+    return Plid(m_rows.current(u"PLID").toLong());
+}
+
+QString ctl_Playlist::GetFID() const
+{
+    return m_rows.current(u"FID").toText();
+}
+
+void ctl_Playlist::RefreshGrid()
+{
+    m_rows.data().refreshCells();
+}
+
+void ctl_Playlist::dress()
+{
+    const UpdateColors colours(m_settings);
+    m_look.setColours(colours);
+    m_look.setDefaultMixTime(m_settings.DefaultMixTime());
+    colours.UpdateSplitColors(m_controls.grid);
+    RefreshGrid();
+}
+
+void ctl_Playlist::fitColumns()
+{
+    if (m_settings.AutosizeGrid() != 0) {
+        autosize();
+    }
+}
+
+void ctl_Playlist::autosize()
+{
+    m_controls.grid.fitColumns(kFixedColumns, kWidestFitted);
+}
+
+void ctl_Playlist::saveLayout()
+{
+    m_actions.saveLayout(u"gridlayout_dbpl.grx"_s, m_controls.grid);
+}
+
+void ctl_Playlist::SetAbsolutePosition(Plid entry)
+{
+    const qint64 row = entry == Plid{} ? -1 : m_rows.rowOf(u"PLID", numberOf(entry));
+    if (row >= 0) {
+        m_controls.grid.goToRow(row, m_controls.grid.firstVisibleRow());
+    }
+}
+
+QString ctl_Playlist::selectedTracks()
+{
+    return m_rows.isRead() ? GetDragData(DragKind::FidMp3db, m_controls.grid, m_rows.walker(),
+                                         DragOrder::ByPosition)
+                                 .text
+                           : QString();
+}
+
+void ctl_Playlist::FillTempMp3EditTable()
+{
+    if (!m_rows.isRead() || !m_rows.database()) {
+        return;
+    }
+    Transaction change(*m_rows.database());
+    const auto query = m_rows.database()->queryDefs().Item(u"QU_IntersTempMp3Edit"_s);
+    for (const RowRange& range : m_controls.grid.selection()) {
+        for (qint64 row = range.first; row <= range.last; ++row) {
+            query->SetParameter(u"INFID"_s, m_rows.cell(row, u"FID"));
+            query->SetParameter(u"INPLID"_s, m_rows.cell(row, u"PLID"));
+            query->Execute();
+        }
+    }
+    query->Close();
+    change.commit();
+}
+
+// ---- changes
+
+std::vector<int> ctl_Playlist::aktionChoices() const
+{
+    if (m_list.jingles) {
+        return {kAktionJinglePlay, kAktionLoop, kAktionJingle1, kAktionJingle2};
+    }
+    return {kAktionMix, kAktionStop, kAktionLoop};
+}
+
+int ctl_Playlist::currentAktion() const
+{
+    return currentEntry() == Plid{} ? -1 : m_rows.current(u"Aktion").toLong();
+}
+
+void ctl_Playlist::takeSample(Plid entry, const QString& fid, int start, int stop)
+{
+    if (m_edits.takeSample(entry, fid, start, stop)) {
+        m_bus.SendMessage(bus::kJinglePlaylistChange, numberOf(m_list.pnid));
+    }
+}
+
+void ctl_Playlist::editSample()
+{
+    const Plid entry = currentEntry();
+    if (entry != Plid{} && m_actions.editSample) {
+        m_actions.editSample(m_tools.functions.GetPlaylistDetailByPLID(entry));
+    }
+}
+
+void ctl_Playlist::undo()
+{
+    takeStep(true);
+}
+
+void ctl_Playlist::redo()
+{
+    takeStep(false);
+}
+
+void ctl_Playlist::takeStep(bool isUndo)
+{
+    if (m_rows.isConnected() && (isUndo ? m_steps.undo() : m_steps.redo())) {
+        tellHistory();
+    }
+}
+
+} // namespace melovane

@@ -1,0 +1,119 @@
+#include "intake/folder_walk.h"
+#include "platform/linux/linux_files.h"
+#include "support/temp_folder.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace melovane;
+using namespace melovane::test;
+using namespace Qt::Literals::StringLiterals;
+
+class FolderWalkTest : public testing::Test
+{
+protected:
+    QStringList walk(const QStringList& roots)
+    {
+        FolderWalk folders(m_files, roots);
+        QStringList names;
+        while (const auto files = folders.next()) {
+            for (const FoundFile& file : *files) {
+                names.append(file.path().mid(m_folder.path().size() + 1));
+            }
+        }
+        m_refused = folders.refused();
+        return names;
+    }
+
+    QStringList walk() { return walk({m_folder.path()}); }
+
+    TempFolder m_folder;
+    LinuxFiles m_files;
+    std::vector<Refusal> m_refused;
+};
+
+TEST_F(FolderWalkTest, GivesMp3FilesOfAllSubfoldersInOrder)
+{
+    for (const QString& name : {u"b/2.mp3"_s, u"b/1.MP3"_s, u"a/x.Mp3"_s, u"z.mp3"_s,
+                                u"b/c/3.mp3"_s, u"b/cover.jpg"_s, u"b/list.m3u"_s, u"mp3"_s}) {
+        m_folder.write(name, "x");
+    }
+    EXPECT_EQ(walk(),
+              (QStringList{u"z.mp3"_s, u"a/x.Mp3"_s, u"b/1.MP3"_s, u"b/2.mp3"_s, u"b/c/3.mp3"_s}));
+}
+
+TEST_F(FolderWalkTest, GivesALargeFolderInPartsWithItsOwnFilesStillBeforeThoseOfSubfolders)
+{
+    QStringList expected;
+    for (int i = 0; i < 3 * FolderWalk::kNamesPerLook; ++i) {
+        expected.append(u"%1.mp3"_s.arg(i, 5, 10, QChar(u'0')));
+        m_folder.write(expected.last(), "x");
+    }
+    m_folder.write(u"00001/first.mp3"_s, "x");
+    m_folder.write(u"00700/second.mp3"_s, "x");
+    expected += {u"00001/first.mp3"_s, u"00700/second.mp3"_s};
+    EXPECT_EQ(walk(), expected);
+    FolderWalk folders(m_files, {m_folder.path()});
+    while (const auto files = folders.next()) {
+        EXPECT_LE(files->size(), static_cast<size_t>(FolderWalk::kNamesPerLook));
+    }
+}
+
+TEST_F(FolderWalkTest, LeavesHiddenNamesOut)
+{
+    m_folder.write(u".trash/1.mp3"_s, "x");
+    m_folder.write(u".hidden.mp3"_s, "x");
+    m_folder.write(u"seen.mp3"_s, "x");
+    EXPECT_EQ(walk(), QStringList{u"seen.mp3"_s});
+}
+
+TEST_F(FolderWalkTest, EndsWhereLinksGoInCircles)
+{
+    m_folder.write(u"a/b/1.mp3"_s, "x");
+    ASSERT_TRUE(QFile::link(m_folder.path(), m_folder.file(u"a/b/up"_s)));
+    ASSERT_TRUE(QFile::link(m_folder.file(u"a"_s), m_folder.file(u"a/self"_s)));
+    EXPECT_EQ(walk(), QStringList{u"a/b/1.mp3"_s});
+}
+
+TEST_F(FolderWalkTest, FollowsALinkToAFolderElsewhere)
+{
+    const TempFolder elsewhere;
+    elsewhere.write(u"1.mp3"_s, "x");
+    ASSERT_TRUE(QFile::link(elsewhere.path(), m_folder.file(u"more"_s)));
+    EXPECT_EQ(walk(), QStringList{u"more/1.mp3"_s});
+}
+
+TEST_F(FolderWalkTest, VisitsAFolderOnceThoughItIsChosenTwice)
+{
+    m_folder.write(u"a/1.mp3"_s, "x");
+    EXPECT_EQ(walk({m_folder.path(), m_folder.file(u"a"_s)}).size(), 1);
+}
+
+TEST_F(FolderWalkTest, AFolderNamedLikeAFileIsAFolder)
+{
+    m_folder.write(u"album.mp3/1.mp3"_s, "x");
+    EXPECT_EQ(walk(), QStringList{u"album.mp3/1.mp3"_s});
+}
+
+TEST_F(FolderWalkTest, NamesWhatIsNotThere)
+{
+    ASSERT_TRUE(QFile::link(u"/nowhere/at/all.mp3"_s, m_folder.file(u"dangling.mp3"_s)));
+    EXPECT_TRUE(walk({m_folder.path(), u"/no/such/folder"_s}).isEmpty());
+    ASSERT_EQ(m_refused.size(), 2U);
+    EXPECT_EQ(m_refused[0].path, m_folder.file(u"dangling.mp3"_s));
+    EXPECT_EQ(m_refused[0].code, 10002);
+    EXPECT_EQ(m_refused[1].path, u"/no/such/folder"_s);
+    EXPECT_EQ(m_refused[1].code, 10001);
+}
+
+TEST_F(FolderWalkTest, ASingleFileMayBeChosen)
+{
+    m_folder.write(u"one.mp3"_s, "x");
+    EXPECT_EQ(walk({m_folder.file(u"one.mp3"_s)}), QStringList{u"one.mp3"_s});
+}
+
+} // namespace
