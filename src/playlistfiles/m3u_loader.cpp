@@ -1,6 +1,7 @@
 #include "playlistfiles/m3u_loader.h"
 
 #include "intake/import_errors.h"
+#include "intake/new_tracks.h"
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
@@ -9,7 +10,6 @@
 #include "platform/system/text_number.h"
 #include "playlistfiles/m3u_errors.h"
 #include "playlistfiles/m3u_place.h"
-#include "playlistfiles/new_tracks.h"
 #include "store/file_locator.h"
 
 namespace melovane {

@@ -2,6 +2,7 @@
 
 #include "bus/message_numbers.h"
 #include "config/melovane_configuration.h"
+#include "intake/dropped_tracks.h"
 #include "library/edit_grid.h"
 #include "library/ui/edit_grid_dialog.h"
 #include "library/ui/mp3db_widget.h"
@@ -13,7 +14,6 @@
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_number.h"
-#include "playlistfiles/dropped_tracks.h"
 #include "playlists/ui/playlist_widget.h"
 #include "shell/skin_files.h"
 #include "store/check_database.h"

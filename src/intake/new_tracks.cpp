@@ -1,4 +1,4 @@
-#include "playlistfiles/new_tracks.h"
+#include "intake/new_tracks.h"
 
 #include "config/global_settings.h"
 #include "intake/import_errors.h"
@@ -6,7 +6,7 @@
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "platform/system/path_text.h"
-#include "playlists/row_statements.h"
+#include "store/row_statements.h"
 
 namespace melovane {
 

@@ -1,11 +1,11 @@
-#include "playlistfiles/dropped_tracks.h"
+#include "intake/dropped_tracks.h"
 
 #include "config/global_settings.h"
+#include "intake/new_tracks.h"
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
-#include "playlistfiles/new_tracks.h"
 
 namespace melovane {
 
