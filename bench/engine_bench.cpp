@@ -6,8 +6,8 @@
 
 #include "bench/libraries.h"
 #include "platform/db/database.h"
-#include "platform/sqlite/functions.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
+#include "platform/sqlite/functions/functions.h"
 #include "platform/system/clock.h"
 
 #include <QCoreApplication>

@@ -2,7 +2,7 @@
 
 #include "bench/library_generator.h"
 #include "platform/linux/linux_files.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "store/shipped_database.h"
 

@@ -1,6 +1,6 @@
 #include "bench/library_generator.h"
 
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
 
 #include <array>
 #include <cmath>

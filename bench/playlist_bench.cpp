@@ -5,17 +5,17 @@
 
 #include "bench/libraries.h"
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "platform/db/data_control.h"
 #include "platform/db/database.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "playlists/list_history.h"
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/undo_redo.h"
-#include "shell/paths.h"
 #include "store/check_database.h"
 
 #include <QCoreApplication>

@@ -2,7 +2,7 @@
 #include "bench/library_generator.h"
 #include "library/create_sql_find.h"
 #include "platform/db/data_control.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 
 #include <QCoreApplication>

@@ -12,6 +12,7 @@
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
+#include "config/paths.h"
 #include "library/mp3db.h"
 #include "library/ui/mp3db_widget.h"
 #include "platform/linux/ini_profile.h"
@@ -22,9 +23,8 @@
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/search_line.h"
 #include "platform/qt/skin.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
-#include "shell/paths.h"
 
 #include <QApplication>
 #include <QDir>

@@ -7,7 +7,7 @@
 #include "platform/db/db_error.h"
 #include "platform/db/sql_text.h"
 #include "platform/linux/linux_files.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "store/shipped_database.h"
 

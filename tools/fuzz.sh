@@ -27,7 +27,7 @@ if [ "$target" = dialect ]; then
     while IFS= read -r statement; do
         number=$((number + 1))
         printf '%s' "${statement//↵/$'\n'}" >"$seeds/$number"
-    done < <(sed -n 's/^? //p' tests/platform/sqlite/statements/*.txt)
+    done < <(sed -n 's/^? //p' tests/platform/sqlite/dialect/statements/*.txt)
 fi
 
 exec nice -n 10 "build/fuzz/bin/${target}_fuzz" -max_total_time="$seconds" -max_len=1500 \

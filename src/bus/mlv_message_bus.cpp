@@ -1,11 +1,11 @@
 #include "bus/mlv_message_bus.h"
 
+#include "config/paths.h"
 #include "platform/system/clock.h"
 #include "platform/system/files.h"
 #include "platform/system/io_error.h"
 #include "platform/system/path_text.h"
 #include "platform/system/print_line.h"
-#include "shell/paths.h"
 
 namespace melovane {
 
@@ -91,7 +91,7 @@ BusSender::BusSender(MLVMessageBus& bus, const QString& name)
     m_message.Sender = name;
 }
 
-void BusSender::SendMessage(const QString& command,
+void BusSender::SendMessage(QStringView command,
                             const Value& value1,
                             const Value& value2,
                             const Value& value3,
@@ -104,7 +104,7 @@ void BusSender::SendMessage(const QString& command,
     values.Value3 = value3;
     values.Value4 = value4;
     m_message.SetMessageValue(values);
-    m_message.Command = QString(command);
+    m_message.Command = command.toString();
     m_bus.SendBusMessage(m_message);
 }
 

@@ -3,6 +3,7 @@
 #include "bus/mlv_message.h"
 
 #include <QString>
+#include <QStringView>
 
 #include <functional>
 #include <memory>
@@ -65,8 +66,8 @@ public:
     /// \param name what stands in `Sender` of all its messages
     BusSender(MLVMessageBus& bus, const QString& name);
 
-    /// Sends `command`; a value that is left out is null.
-    void SendMessage(const QString& command,
+    /// \param command one of bus/message_names.h; a value that is left out is null
+    void SendMessage(QStringView command,
                      const Value& value1 = {},
                      const Value& value2 = {},
                      const Value& value3 = {},

@@ -1,10 +1,10 @@
 #include "bus/suite_messages.h"
 
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
-#include "platform/system/text_number.h"
-#include "shell/paths.h"
+#include "platform/system/leading_number.h"
 
 namespace melovane {
 

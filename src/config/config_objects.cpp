@@ -1,7 +1,7 @@
 #include "config/config_objects.h"
 
 #include "platform/system/files.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 
 #include <array>
 #include <utility>

@@ -1,12 +1,12 @@
 #include "config/global_settings.h"
 
+#include "config/paths.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/system/files.h"
+#include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
 #include "platform/system/private_profile.h"
-#include "platform/system/text_number.h"
-#include "shell/paths.h"
 
 #include <algorithm>
 

@@ -1,11 +1,12 @@
 #include "config/log4mlv.h"
 
+#include "config/paths.h"
 #include "platform/system/clock.h"
 #include "platform/system/files.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_file.h"
-#include "platform/system/text_number.h"
-#include "shell/paths.h"
+#include "platform/system/trim_blanks.h"
 
 namespace melovane {
 

@@ -1,8 +1,8 @@
 #include "config/tool_box.h"
 
+#include "config/paths.h"
+#include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
-#include "shell/paths.h"
 
 namespace melovane {
 

@@ -1,7 +1,7 @@
 #include "config/update_colors.h"
 
 #include "config/global_settings.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "config/window_position.h"
 
 #include "config/tool_box.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 
 namespace melovane {
 

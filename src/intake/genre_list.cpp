@@ -1,7 +1,8 @@
 #include "intake/genre_list.h"
 
 #include "platform/db/database.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
+#include "platform/system/trim_blanks.h"
 
 #include <algorithm>
 

@@ -1,6 +1,8 @@
 #include "intake/tag_choice.h"
 
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/letter_case.h"
+#include "platform/system/trim_blanks.h"
 
 #include <QStringList>
 

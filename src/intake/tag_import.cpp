@@ -4,9 +4,10 @@
 #include "intake/tag_choice.h"
 #include "platform/db/definitions.h"
 #include "platform/system/clock.h"
+#include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
-#include "trackedit/milli_sec_to_min.h"
+#include "platform/system/trim_blanks.h"
+#include "store/milli_sec_to_min.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/controls/grid_control.h"
-#include "playlists/track_look.h"
+#include "views/track_look.h"
 
 namespace melovane {
 

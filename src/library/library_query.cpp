@@ -1,7 +1,8 @@
 #include "library/library_query.h"
 
 #include "config/global_settings.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
+#include "platform/system/trim_blanks.h"
 
 namespace melovane {
 

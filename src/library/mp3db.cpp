@@ -1,13 +1,15 @@
 #include "library/mp3db.h"
 
+#include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/update_colors.h"
 #include "platform/controls/pointer_control.h"
 #include "platform/controls/search_box.h"
 #include "platform/db/db_error.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/timers.h"
+#include "platform/system/trim_blanks.h"
 
 #include <QLocale>
 
@@ -56,12 +58,12 @@ ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActio
           m_jobs,
           parts.settings,
           parts.clock,
-          [this](const QString& fid) { m_bus.SendMessage(u"db.refresh.by.fid"_s, fid); },
-          [this](const QString& text) { m_bus.SendMessage(u"show.statustext"_s, text); })
+          [this](const QString& fid) { m_bus.SendMessage(bus::kDbRefreshByFid, fid); },
+          [this](const QString& text) { m_bus.SendMessage(bus::kShowStatusText, text); })
     , m_layouts(parts.paths, parts.files)
     , m_changeTimer(parts.loop.makeTimer(kLookInterval, [this] { lookForChanges(); }))
-    , m_messBus(
-          parts.bus.subscribe([this](const MLVMessage& message) { MessBus_Message(message); }))
+    , m_guard(guardOverBus(m_bus, parts.texts, parts.settings, parts.log))
+    , m_messBus(subscribe(parts.bus, m_guard, *this, busTable()))
 {}
 
 ctl_MP3DB::~ctl_MP3DB() = default;
@@ -169,7 +171,7 @@ bool ctl_MP3DB::applyStatement(const QString& statement)
         m_data1.SetRecordSource(former);
         // Half a short form is no fault of anybody's: its other half is being typed.
         if (error.number() != dberror::kSyntax) {
-            m_bus.SendMessage(u"show.statustext"_s, error.text());
+            m_bus.SendMessage(bus::kShowStatusText, error.text());
         }
         return false;
     }
@@ -215,7 +217,7 @@ void ctl_MP3DB::search(const QString& text)
     try {
         show(m_query.searchStatement(text, chosenSearchColumns(m_settings)));
     } catch (const DbError& error) {
-        m_bus.SendMessage(u"show.statustext"_s, error.text());
+        m_bus.SendMessage(bus::kShowStatusText, error.text());
     }
 }
 
@@ -247,7 +249,7 @@ void ctl_MP3DB::FindTreeValue(const TreeRequest& request, bool addToHistory)
     try {
         show(m_query.treeStatement(request, chosenSearchColumns(m_settings)));
     } catch (const DbError& error) {
-        m_bus.SendMessage(u"show.statustext"_s, error.text());
+        m_bus.SendMessage(bus::kShowStatusText, error.text());
     }
 }
 
@@ -270,7 +272,7 @@ void ctl_MP3DB::showWholeView(LibraryView view)
     try {
         show(m_query.wholeView(view));
     } catch (const DbError& error) {
-        m_bus.SendMessage(u"show.statustext"_s, error.text());
+        m_bus.SendMessage(bus::kShowStatusText, error.text());
     }
 }
 

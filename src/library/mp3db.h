@@ -1,7 +1,6 @@
 #pragma once
 
-#include "bus/mlv_message_bus.h"
-#include "library/layout_files.h"
+#include "bus/bus_table.h"
 #include "library/library_look.h"
 #include "library/library_query.h"
 #include "library/search_history.h"
@@ -9,8 +8,9 @@
 #include "platform/controls/grid_control.h"
 #include "platform/db/data_control.h"
 #include "platform/db/recordset.h"
-#include "playlists/grid_reposition.h"
-#include "playlists/pending_jobs.h"
+#include "store/pending_jobs.h"
+#include "views/grid_reposition.h"
+#include "views/layout_files.h"
 
 #include <QObject>
 
@@ -54,6 +54,7 @@ struct Mp3dbParts
     const Clock& clock;
     MessageLoop& loop;
     MLVMessageBus& bus;
+    ErrorSink log = {}; ///< hears of messages that the view failed on
 };
 
 /// What the library view has other parts of the program do.
@@ -206,20 +207,13 @@ private:
         NothingHere
     };
 
-    struct BusRow
-    {
-        QStringView name; ///< in lower case
-        void (ctl_MP3DB::*handler)(const MLVMessage&);
-    };
-
     struct ToolRow
     {
         QStringView key;
         void (ctl_MP3DB::*handler)(const QString& key);
     };
 
-    [[nodiscard]] static std::span<const BusRow> busTable();
-    void MessBus_Message(const MLVMessage& message);
+    [[nodiscard]] static std::span<const BusRow<ctl_MP3DB>> busTable();
     void createToolBars(const MLVMessage& message);
     void renewToolTips(const MLVMessage& message);
     void disconnectDatabase(const MLVMessage& message);
@@ -303,8 +297,9 @@ private:
     int m_sortColIndex = -1;
     qint64 m_librarySize = 0;
     qint64 m_dataVersion = 0;
-    bool m_searchShown = false;            ///< not the start statement
-    bool m_connected = true;               ///< false while another program has the file alone
+    bool m_searchShown = false; ///< not the start statement
+    bool m_connected = true;    ///< false while another program has the file alone
+    EventGuard m_guard;
     MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
 };
 

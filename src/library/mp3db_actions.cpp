@@ -1,13 +1,14 @@
 // What the user does with the rows of the library view: buttons, keys, history, drags.
+#include "bus/message_lookup.h"
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "library/mp3db.h"
 #include "platform/controls/clipboard.h"
 #include "platform/controls/search_box.h"
 #include "platform/system/files.h"
 #include "platform/system/io_error.h"
 #include "platform/system/path_text.h"
-#include "playlists/drag_data.h"
-#include "shell/paths.h"
+#include "views/drag_data.h"
 
 namespace melovane {
 
@@ -42,8 +43,8 @@ std::span<const ctl_MP3DB::ToolRow> ctl_MP3DB::toolTable()
         {u"all.delete", &ctl_MP3DB::deleteRows},
         {u"all.copy", &ctl_MP3DB::copyRows},
         {u"all.data.select", &ctl_MP3DB::selectAllRows},
-        {u"all.db.insert", &ctl_MP3DB::passSelection},
-        {u"all.db.append", &ctl_MP3DB::passSelection},
+        {bus::kAllDbInsert, &ctl_MP3DB::passSelection},
+        {bus::kAllDbAppend, &ctl_MP3DB::passSelection},
         {u"play.start", &ctl_MP3DB::monitorPressed},
         {u"play.center", &ctl_MP3DB::monitorPressed},
         {u"play.stop", &ctl_MP3DB::monitorPressed},
@@ -82,7 +83,9 @@ bool ctl_MP3DB::SendKeyUp(const QString& command)
     if (command != "insert"_L1 && command != "append"_L1) {
         return false;
     }
-    m_bus.SendMessage(u"playlist."_s + command + u".data"_s, dragContent().text);
+    const bool inserts = command == "insert"_L1;
+    m_bus.SendMessage(inserts ? bus::kPlaylistInsertData : bus::kPlaylistAppendData,
+                      dragContent().text);
     return true;
 }
 
@@ -141,7 +144,7 @@ void ctl_MP3DB::replay(const HistoryEntry& entry)
         FindTreeValue({entry.kind, entry.field, entry.value, entry.byNumber}, false);
     }
     tellHistory();
-    m_bus.SendMessage(u"show.statustext"_s, QString(entry.kind + u" :: "_s + entry.value));
+    m_bus.SendMessage(bus::kShowStatusText, QString(entry.kind + u" :: "_s + entry.value));
     m_controls.grid.focus();
 }
 
@@ -215,7 +218,7 @@ void ctl_MP3DB::passSelection(const QString& key)
 {
     const QString text = dragContent().text;
     if (!text.isEmpty()) {
-        m_bus.SendMessage(u"playlist."_s + key + u".data"_s, text);
+        m_bus.SendMessage(bus::playlistMessage(key), text);
     }
 }
 
@@ -235,15 +238,15 @@ void ctl_MP3DB::MelovaneKIVShow(const QString&)
 void ctl_MP3DB::bookPressed(const QString&)
 {
     FillTempMp3EditTable();
-    m_bus.SendMessage(u"show.tageditor"_s);
+    m_bus.SendMessage(bus::kShowTagEditor);
 }
 
 void ctl_MP3DB::toPlayer(const QString& key)
 {
     const QString fid = GetFID();
     if (!fid.isEmpty()) {
-        m_bus.SendMessage(
-            key == "play_next"_L1 ? u"dj.player.play.next"_s : u"dj.player.play.sofort"_s, fid);
+        const bool isNext = key == "play_next"_L1;
+        m_bus.SendMessage(isNext ? bus::kDjPlayerPlayNext : bus::kDjPlayerPlaySofort, fid);
     }
 }
 
@@ -275,7 +278,7 @@ void ctl_MP3DB::digitPressed(int digit)
 void ctl_MP3DB::monitorPressed(const QString& key)
 {
     m_monitorCommand = key;
-    m_bus.SendMessage(u"player.monitor."_s + key, GetFID());
+    m_bus.SendMessage(bus::monitorMessage(key), GetFID());
 }
 
 void ctl_MP3DB::rowActivated(qint64 row)
@@ -285,13 +288,13 @@ void ctl_MP3DB::rowActivated(qint64 row)
     }
     const int swap = m_settings.GridSwapEditPlay();
     if (swap == kSwapAppend || kAppendKeys.contains(m_settings.GetKeyStatusString())) {
-        m_bus.SendMessage(u"playlist.append.data"_s, dragContent().text);
+        m_bus.SendMessage(bus::kPlaylistAppendData, dragContent().text);
     } else if (swap == kSwapPlay) {
         m_controls.grid.select({{row, row}});
         if (m_monitorCommand.isEmpty()) {
             m_monitorCommand = u"play.start"_s;
         }
-        m_bus.SendMessage(u"player.monitor."_s + m_monitorCommand, GetFID());
+        m_bus.SendMessage(bus::monitorMessage(m_monitorCommand), GetFID());
     } else if (swap == kSwapEdit) {
         m_controls.grid.editCurrentCell();
     }
@@ -301,13 +304,13 @@ void ctl_MP3DB::contextMenuWanted()
 {
     const QString fid = GetFID();
     if (!fid.isEmpty()) {
-        m_bus.SendMessage(u"show.context.menu.mp3db"_s, fid);
+        m_bus.SendMessage(bus::kShowContextMenuMp3db, fid);
     }
 }
 
 void ctl_MP3DB::headMenuWanted()
 {
-    m_bus.SendMessage(u"show.gridlayout"_s, u"DB"_s);
+    m_bus.SendMessage(bus::kShowGridLayout, u"DB"_s);
 }
 
 } // namespace melovane

@@ -1,63 +1,49 @@
 // What the library view does with the messages of others.
+#include "bus/message_lookup.h"
 #include "bus/view_number.h"
 #include "config/global_settings.h"
 #include "config/update_colors.h"
 #include "library/mp3db.h"
 #include "platform/db/db_error.h"
-#include "platform/system/text_number.h"
-#include "playlists/drag_data.h"
+#include "platform/system/letter_case.h"
+#include "views/drag_data.h"
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-std::span<const ctl_MP3DB::BusRow> ctl_MP3DB::busTable()
+std::span<const BusRow<ctl_MP3DB>> ctl_MP3DB::busTable()
 {
-    static constexpr BusRow kRows[] = {
-        {u"create.toolbars", &ctl_MP3DB::createToolBars},
-        {u"update.tolltip.text", &ctl_MP3DB::renewToolTips}, // "tolltip" is its spelling everywhere
-        {u"db.disconnect", &ctl_MP3DB::disconnectDatabase},
-        {u"db.reconnect", &ctl_MP3DB::reconnectDatabase},
-        {u"db.change", &ctl_MP3DB::changeDatabase},
-        {u"change.config", &ctl_MP3DB::changeConfig},
-        {u"update.color", &ctl_MP3DB::updateColor},
-        {u"db.refresh.by.fid", &ctl_MP3DB::refreshByFid},
-        {u"info.from.fid", &ctl_MP3DB::showTrackOf},
-        {u"tree.click.row", &ctl_MP3DB::clickRow},
-        {u"context.click.row", &ctl_MP3DB::clickRow},
-        {u"context.show.dir", &ctl_MP3DB::showDir},
-        {u"sleeveviewer.click.image", &ctl_MP3DB::clickImage},
-        {u"bpm.find.fid", &ctl_MP3DB::findTrackOfBpm},
-        {u"db.beatgauge.menu.click", &ctl_MP3DB::findTempo},
-        {u"db.beatgauge.menu.manuell.click", &ctl_MP3DB::findTempoByHand},
-        {u"db.set.favorit", &ctl_MP3DB::setFavorit},
-        {u"fill.temp.edit.table", &ctl_MP3DB::fillTagTable},
-        {u"show.melovane.kiv", &ctl_MP3DB::showSampleTool},
-        {u"all.db.append", &ctl_MP3DB::passAllRows},
-        {u"all.db.append.aktuell", &ctl_MP3DB::passAllRows},
-        {u"all.db.insert", &ctl_MP3DB::passAllRows},
-        {u"all.db.insert.aktuell", &ctl_MP3DB::passAllRows},
-        {u"save.layout.mp3db", &ctl_MP3DB::saveLayout},
-        {u"load.layout.mp3db", &ctl_MP3DB::loadLayout},
-        {u"load.layout.change.mp3db", &ctl_MP3DB::loadLayout},
-        {u"autosize.mp3db", &ctl_MP3DB::autosize},
+    static constexpr BusRow<ctl_MP3DB> kRows[] = {
+        {bus::kCreateToolBars, &ctl_MP3DB::createToolBars},
+        {bus::kUpdateToolTipText, &ctl_MP3DB::renewToolTips},
+        {bus::kDbDisconnect, &ctl_MP3DB::disconnectDatabase},
+        {bus::kDbReconnect, &ctl_MP3DB::reconnectDatabase},
+        {bus::kDbChange, &ctl_MP3DB::changeDatabase},
+        {bus::kChangeConfig, &ctl_MP3DB::changeConfig},
+        {bus::kUpdateColor, &ctl_MP3DB::updateColor},
+        {bus::kDbRefreshByFid, &ctl_MP3DB::refreshByFid},
+        {bus::kInfoFromFid, &ctl_MP3DB::showTrackOf},
+        {bus::kTreeClickRow, &ctl_MP3DB::clickRow},
+        {bus::kContextClickRow, &ctl_MP3DB::clickRow},
+        {bus::kContextShowDir, &ctl_MP3DB::showDir},
+        {bus::kSleeveViewerClickImage, &ctl_MP3DB::clickImage},
+        {bus::kBpmFindFid, &ctl_MP3DB::findTrackOfBpm},
+        {bus::kDbBeatGauge, &ctl_MP3DB::findTempo},
+        {bus::kDbBeatGaugeManuell, &ctl_MP3DB::findTempoByHand},
+        {bus::kDbSetFavorit, &ctl_MP3DB::setFavorit},
+        {bus::kFillTempEditTable, &ctl_MP3DB::fillTagTable},
+        {bus::kShowMelovaneKiv, &ctl_MP3DB::showSampleTool},
+        {bus::kAllDbAppend, &ctl_MP3DB::passAllRows},
+        {bus::kAllDbAppendAktuell, &ctl_MP3DB::passAllRows},
+        {bus::kAllDbInsert, &ctl_MP3DB::passAllRows},
+        {bus::kAllDbInsertAktuell, &ctl_MP3DB::passAllRows},
+        {bus::kSaveLayoutMp3db, &ctl_MP3DB::saveLayout},
+        {bus::kLoadLayoutMp3db, &ctl_MP3DB::loadLayout},
+        {bus::kLoadLayoutChangeMp3db, &ctl_MP3DB::loadLayout},
+        {bus::kAutosizeMp3db, &ctl_MP3DB::autosize},
     };
     return kRows;
-}
-
-void ctl_MP3DB::MessBus_Message(const MLVMessage& message)
-{
-    const QString name = lowerCase(message.Command);
-    for (const BusRow& row : busTable()) {
-        if (row.name == name) {
-            try {
-                (this->*row.handler)(message);
-            } catch (const DbError& error) {
-                m_bus.SendMessage(u"show.statustext"_s, error.text());
-            }
-            return;
-        }
-    }
 }
 
 void ctl_MP3DB::createToolBars(const MLVMessage&)
@@ -197,11 +183,10 @@ void ctl_MP3DB::showSampleTool(const MLVMessage& message)
 
 void ctl_MP3DB::passAllRows(const MLVMessage& message)
 {
-    const QString command = lowerCase(message.Command);
+    const QStringView answer = bus::playlistMessage(message.Command);
     const QString ids = SetAllBookmarks();
     if (!ids.isEmpty()) {
-        m_bus.SendMessage(u"playlist."_s + command + u".data"_s,
-                          dragText(DragKind::FidMp3db, {ids}));
+        m_bus.SendMessage(answer, dragText(DragKind::FidMp3db, {ids}));
     }
 }
 

@@ -1,8 +1,8 @@
 #include "library/search_history.h"
 
+#include "platform/system/leading_number.h"
 #include "platform/system/quoted_record.h"
 #include "platform/system/text_file.h"
-#include "platform/system/text_number.h"
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 #include "library/search_text.h"
 
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
+#include "platform/system/trim_blanks.h"
 
 #include <array>
 

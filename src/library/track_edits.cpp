@@ -5,9 +5,10 @@
 #include "platform/db/db_error.h"
 #include "platform/db/recordset.h"
 #include "platform/system/clock.h"
-#include "platform/system/text_number.h"
-#include "playlists/pending_jobs.h"
-#include "playlists/track_look.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/trim_blanks.h"
+#include "store/pending_jobs.h"
+#include "views/track_look.h"
 
 #include <array>
 #include <optional>

@@ -1,9 +1,10 @@
 #include "playlistfiles/kiv_interface.h"
 
 #include "platform/system/files.h"
+#include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_file.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 #include "store/error_sink.h"
 
 #include <utility>

@@ -7,7 +7,7 @@
 #include "platform/db/db_error.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 #include <QLocale>
 #include <QScopedValueRollback>

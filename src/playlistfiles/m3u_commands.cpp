@@ -1,5 +1,6 @@
 #include "playlistfiles/m3u_commands.h"
 
+#include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/controls/file_chooser.h"
@@ -38,7 +39,7 @@ M3uCommands::M3uCommands(M3uCommandParts parts)
 
 void M3uCommands::tell(const QString& text)
 {
-    m_bus.SendMessage(u"show.statustext"_s, text);
+    m_bus.SendMessage(bus::kShowStatusText, text);
 }
 
 QString M3uCommands::rememberedFolder(const QString& key) const
@@ -124,8 +125,8 @@ void M3uCommands::importLists(const QStringList& files)
     tell(goesOn ? m_parts.texts.text(u"m3u.imported"_s, lists, entries)
                 : m_parts.texts.text(u"m3u.import.cancelled"_s, lists));
     if (lists > 0) {
-        m_bus.SendMessage(u"refresh.playlist.tree"_s);
-        m_bus.SendMessage(isJingle ? u"jinglelist.aktivieren"_s : u"playlist.aktivieren"_s,
+        m_bus.SendMessage(bus::kRefreshPlaylistTree);
+        m_bus.SendMessage(isJingle ? bus::kJinglelistAktivieren : bus::kPlaylistAktivieren,
                           numberOf(first), false);
     }
     askForLog(work);

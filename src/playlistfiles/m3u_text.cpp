@@ -1,7 +1,9 @@
 #include "playlistfiles/m3u_text.h"
 
+#include "platform/system/leading_number.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/text_file.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 #include <QStringList>
 

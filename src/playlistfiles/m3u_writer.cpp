@@ -4,8 +4,9 @@
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "platform/system/files.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 #include <QStringList>
 

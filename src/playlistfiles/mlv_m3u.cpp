@@ -13,8 +13,8 @@
 #include "playlists/entry_places.h"
 #include "playlists/list_edit.h"
 #include "playlists/playlist_table.h"
-#include "playlists/row_statements.h"
 #include "playlists/undo_redo.h"
+#include "store/row_statements.h"
 
 #include <limits>
 

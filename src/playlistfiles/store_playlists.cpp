@@ -6,8 +6,8 @@
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "platform/system/files.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
 #include "playlistfiles/m3u_writer.h"
 
 #include <vector>

@@ -1,7 +1,8 @@
 #include "playlistfiles/template_path.h"
 
+#include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 #include <array>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "playlists/command_map.h"
 
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 #include "playlists/drag_list.h"
 
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/trim_blanks.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
 #include "playlists/playlist_table.h"
-#include "playlists/row_statements.h"
+#include "store/row_statements.h"
 
 #include <QHash>
 

@@ -3,7 +3,7 @@
 #include "playlists/list_edit.h"
 #include "playlists/pl_data.h"
 #include "playlists/playlist_ids.h"
-#include "playlists/row_statements.h"
+#include "store/row_statements.h"
 
 #include <QStringList>
 

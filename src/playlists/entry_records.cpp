@@ -5,10 +5,10 @@
 #include "platform/db/db_error.h"
 #include "platform/db/sql_text.h"
 #include "platform/system/files.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 #include "playlists/list_edit.h"
 #include "store/file_locator.h"
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
 
 #include <algorithm>
 #include <cmath>

@@ -5,7 +5,7 @@
 #include "platform/db/sql_text.h"
 #include "playlists/list_edit.h"
 #include "playlists/playlist_table.h"
-#include "playlists/row_statements.h"
+#include "store/row_statements.h"
 
 #include <QHash>
 

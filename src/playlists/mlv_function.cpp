@@ -2,7 +2,7 @@
 
 #include "config/global_settings.h"
 #include "platform/db/database.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 #include "playlists/play_statistics.h"
 
 namespace melovane {

@@ -3,8 +3,8 @@
 #include "playlists/entry_records.h"
 #include "playlists/list_names.h"
 #include "playlists/list_values.h"
-#include "playlists/pending_jobs.h"
 #include "playlists/playlist_walk.h"
+#include "store/pending_jobs.h"
 
 #include <memory>
 

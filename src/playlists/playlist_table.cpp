@@ -3,7 +3,7 @@
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/db/sql_text.h"
-#include "playlists/row_statements.h"
+#include "store/row_statements.h"
 
 #include <QHash>
 #include <QSet>

@@ -2,11 +2,11 @@
 
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 #include "playlists/entry_places.h"
 #include "playlists/playlist_table.h"
-#include "playlists/row_statements.h"
-#include "trackedit/milli_sec_to_min.h"
+#include "store/milli_sec_to_min.h"
+#include "store/row_statements.h"
 
 #include <algorithm>
 

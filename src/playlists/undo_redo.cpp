@@ -3,9 +3,10 @@
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/system/files.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_file.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 #include <QDeadlineTimer>
 

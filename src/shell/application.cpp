@@ -1,23 +1,24 @@
 #include "shell/application.h"
 
+#include "bus/message_names.h"
 #include "bus/message_numbers.h"
 #include "config/melovane_configuration.h"
 #include "intake/dropped_tracks.h"
-#include "library/edit_grid.h"
-#include "library/ui/edit_grid_dialog.h"
 #include "library/ui/mp3db_widget.h"
 #include "platform/db/db_error.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/progress_dialog.h"
 #include "platform/qt/qt_font_chooser.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
+#include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
-#include "playlists/ui/playlist_widget.h"
+#include "playlistview/ui/playlist_widget.h"
 #include "shell/skin_files.h"
 #include "store/check_database.h"
 #include "trees/ui/playlist_favorit_widget.h"
+#include "views/edit_grid.h"
+#include "views/ui/edit_grid_dialog.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -204,7 +205,7 @@ QString Application::placeOf(const QString& file)
 
 Mp3dbParts Application::libraryParts()
 {
-    return {*m_engine, m_settings, m_texts, m_paths, m_files, m_clock, m_loop, m_bus};
+    return {*m_engine, m_settings, m_texts, m_paths, m_files, m_clock, m_loop, m_bus, log()};
 }
 
 PlaylistCommands Application::playlistCommands()
@@ -232,7 +233,8 @@ PlaylistViewParts Application::playlistParts()
             m_clock,
             m_loop,
             m_bus,
-            {m_lists, m_listEdits, m_listHistory, m_snapshots}};
+            {m_lists, m_listEdits, m_listHistory, m_snapshots},
+            log()};
 }
 
 PlaylistActions Application::playlistActions()
@@ -336,7 +338,7 @@ KeyActions Application::keyActions()
                 return m_library.SendKeyUp(command) || m_playlist.SendKeyUp(command);
             },
             [this] { m_monitor.stop(); },
-            [this] { BusSender(m_bus, u"MLVDB"_s).SendMessage(u"db.set.favorit"_s); },
+            [this] { BusSender(m_bus, u"MLVDB"_s).SendMessage(bus::kDbSetFavorit); },
             [play] { return play(message::kPlayNext); },
             [play] { return play(message::kPlayNow); },
             [this] {

@@ -1,10 +1,11 @@
 #include "shell/context_menu.h"
 
+#include "bus/message_names.h"
 #include "bus/suite_messages.h"
 #include "bus/view_number.h"
 #include "config/config_objects.h"
+#include "monitor/monitor_control.h"
 #include "platform/system/files.h"
-#include "shell/monitor_control.h"
 #include "shell/more_result.h"
 #include "shell/sibling_control.h"
 #include "shell/status_text.h"
@@ -38,8 +39,8 @@ std::span<const ContextRow> contextRows()
         {9, u"mnuPOPDBGRID_9", {}, u"search"},
         {10, {}, {}},
         {11, u"mnuPOPDBGRID_11", u"mark.for.edit"},
-        {12, u"mnuPOPDBGRID_12", u"show.tageditor"},
-        {13, u"mnuPOPDBGRID_13", u"show.melovane.kiv", u"sampler"},
+        {12, u"mnuPOPDBGRID_12", bus::kShowTagEditor},
+        {13, u"mnuPOPDBGRID_13", bus::kShowMelovaneKiv, u"sampler"},
         {14, {}, {}},
         {15, u"mnuPOPDBGRID_15", u"autosize.grid"},
         {16, u"mnuPOPDBGRID_16", u"BeatGauge.Menu.Click"},
@@ -74,8 +75,8 @@ void ContextMenu::clicked(const QString& tag)
         {u"show.dir", &ContextMenu::showFolder},
         {u"show.tree", &ContextMenu::showInTree},
         {u"mark.for.edit", &ContextMenu::markForEdit},
-        {u"show.tageditor", &ContextMenu::editTags},
-        {u"show.melovane.kiv", &ContextMenu::showSample},
+        {bus::kShowTagEditor, &ContextMenu::editTags},
+        {bus::kShowMelovaneKiv, &ContextMenu::showSample},
         {u"autosize.grid", &ContextMenu::autosizeGrid},
         {u"BeatGauge.Menu.Click", &ContextMenu::findTempo},
         {u"BeatGauge.Menu.Manuell.Click", &ContextMenu::findTempoByHand},
@@ -136,18 +137,18 @@ void ContextMenu::showFolder()
 {
     if (m_track.DriveTyp == kOptical) {
         // A folder of a disc is known by the disc, too.
-        m_bus.SendMessage(u"context.click.row"_s, m_track.Path, u"CDDIR"_s, m_track.DriveName);
+        m_bus.SendMessage(bus::kContextClickRow, m_track.Path, u"CDDIR"_s, m_track.DriveName);
     } else {
-        m_bus.SendMessage(u"context.click.row"_s, m_track.Path, u"Path"_s);
+        m_bus.SendMessage(bus::kContextClickRow, m_track.Path, u"Path"_s);
     }
 }
 
 void ContextMenu::showInTree()
 {
-    m_bus.SendMessage(u"context.show.dir"_s, m_track.Path);
+    m_bus.SendMessage(bus::kContextShowDir, m_track.Path);
 }
 
-void ContextMenu::sendFromView(const QString& command)
+void ContextMenu::sendFromView(QStringView command)
 {
     // Both views hear it; the one whose menu it was acts.
     m_bus.SendMessage(command, m_fromLibrary ? kViewIsLibrary : kViewIsPlaylist);
@@ -155,7 +156,7 @@ void ContextMenu::sendFromView(const QString& command)
 
 void ContextMenu::markForEdit()
 {
-    sendFromView(u"fill.temp.edit.table"_s);
+    sendFromView(bus::kFillTempEditTable);
 }
 
 void ContextMenu::editTags()
@@ -173,24 +174,22 @@ void ContextMenu::startTagEditor()
 
 void ContextMenu::showSample()
 {
-    sendFromView(u"show.melovane.kiv"_s);
+    sendFromView(bus::kShowMelovaneKiv);
 }
 
 void ContextMenu::autosizeGrid()
 {
-    m_bus.SendMessage(m_fromLibrary ? u"autosize.mp3db"_s : u"autosize.playlist"_s);
+    m_bus.SendMessage(m_fromLibrary ? bus::kAutosizeMp3db : bus::kAutosizePlaylist);
 }
 
 void ContextMenu::findTempo()
 {
-    m_bus.SendMessage(m_fromLibrary ? u"db.BeatGauge.Menu.Click"_s
-                                    : u"playlist.BeatGauge.Menu.Click"_s);
+    m_bus.SendMessage(m_fromLibrary ? bus::kDbBeatGauge : bus::kPlaylistBeatGauge);
 }
 
 void ContextMenu::findTempoByHand()
 {
-    m_bus.SendMessage(m_fromLibrary ? u"db.BeatGauge.Menu.Manuell.Click"_s
-                                    : u"playlist.BeatGauge.Menu.Manuell.Click"_s);
+    m_bus.SendMessage(m_fromLibrary ? bus::kDbBeatGaugeManuell : bus::kPlaylistBeatGaugeManuell);
 }
 
 } // namespace melovane

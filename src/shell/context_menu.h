@@ -65,7 +65,7 @@ private:
     void findTempoByHand();
 
     void monitor(const QString& action);
-    void sendFromView(const QString& command);
+    void sendFromView(QStringView command);
 
     ContextMenuParts m_parts;
     BusSender m_bus;

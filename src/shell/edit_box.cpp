@@ -1,8 +1,9 @@
 #include "shell/edit_box.h"
 
+#include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "platform/controls/input_box.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 namespace melovane {
 
@@ -24,7 +25,7 @@ void frmEditBox::Show()
                                   m_texts.text(u"Abbruch")});
     const QString name = trimBlanks(typed.value_or(QString()));
     if (!name.isEmpty()) {
-        m_sender.SendMessage(u"editbox.add.new.genre"_s, name);
+        m_sender.SendMessage(bus::kEditBoxAddNewGenre, name);
     }
 }
 

@@ -2,9 +2,9 @@
 
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "platform/controls/info_form.h"
 #include "platform/system/path_text.h"
-#include "shell/paths.h"
 
 namespace melovane {
 

@@ -1,11 +1,11 @@
 #include "shell/language_files.h"
 
 #include "config/config_objects.h"
+#include "config/paths.h"
 #include "platform/system/files.h"
 #include "platform/system/ini_text.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_file.h"
-#include "shell/paths.h"
 
 #include <algorithm>
 

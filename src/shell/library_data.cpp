@@ -1,9 +1,9 @@
 #include "shell/library_data.h"
 
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
-#include "shell/paths.h"
 #include "store/check_database.h"
 #include "store/track_reader.h"
 

@@ -1,15 +1,16 @@
 #include "shell/mlvdb.h"
 
+#include "bus/message_names.h"
 #include "bus/suite_messages.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/paths.h"
+#include "monitor/monitor_control.h"
 #include "platform/controls/warnings.h"
 #include "platform/controls/window_frame.h"
 #include "platform/message/message_control.h"
 #include "platform/system/path_text.h"
 #include "platform/system/timers.h"
-#include "shell/monitor_control.h"
-#include "shell/paths.h"
 #include "shell/sibling_control.h"
 #include "shell/window_data.h"
 
@@ -75,12 +76,12 @@ void MLVDB::load()
     m_parts.suite.publishWindow(m_controls.window.windowHandle32());
     buildPlugInMenu();
     m_parts.loop.turn();
-    SendMessage(u"create.toolbars"_s, QString());
-    SendMessage(u"refresh.all"_s, u"start"_s);
-    SendMessage(u"load.layout.mp3db"_s, u"gridlayout_db.grx"_s);
-    SendMessage(u"load.layout.playlist"_s, u"gridlayout_dbpl.grx"_s);
+    SendMessage(bus::kCreateToolBars, QString());
+    SendMessage(bus::kRefreshAll, u"start"_s);
+    SendMessage(bus::kLoadLayoutMp3db, u"gridlayout_db.grx"_s);
+    SendMessage(bus::kLoadLayoutPlaylist, u"gridlayout_dbpl.grx"_s);
     m_parts.loop.turn();
-    SendMessage(u"update.color"_s);
+    SendMessage(bus::kUpdateColor);
 }
 
 void MLVDB::setCaptions()
@@ -112,8 +113,7 @@ void MLVDB::loadSkin()
 
 void MLVDB::startViews()
 {
-    m_messBus =
-        m_parts.bus.subscribe([this](const MLVMessage& message) { MessBus_Message(message); });
+    m_messBus = subscribe(m_parts.bus, m_guard, *this, busTable());
     m_parts.message.setMessageNumber([this](qint32 id, qint32 wParam, qint32 lParam) {
         m_guard.run(u"MessageNumber %1"_s.arg(id),
                     [&] { m_suiteHandler.MessageNumber(id, wParam, lParam); });
@@ -196,7 +196,7 @@ void MLVDB::chooseSkin(const QString& fileName)
         return;
     }
     m_parts.settings.SetSkinFileName(fileName);
-    SendMessage(u"update.color"_s);
+    SendMessage(bus::kUpdateColor);
 }
 
 void MLVDB::chooseLanguage(const QString& fileName)
@@ -207,7 +207,7 @@ void MLVDB::chooseLanguage(const QString& fileName)
     }
 }
 
-void MLVDB::SendMessage(const QString& name, const Value& value1)
+void MLVDB::SendMessage(QStringView name, const Value& value1)
 {
     m_bus.SendMessage(name, value1);
 }

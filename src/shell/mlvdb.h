@@ -1,10 +1,11 @@
 #pragma once
 
+#include "bus/bus_table.h"
+#include "bus/event_guard.h"
 #include "bus/mlv_message_bus.h"
 #include "platform/controls/grid_control.h"
 #include "shell/context_menu.h"
 #include "shell/docking.h"
-#include "shell/event_guard.h"
 #include "shell/language_files.h"
 #include "shell/skin_files.h"
 #include "shell/status_text.h"
@@ -180,17 +181,9 @@ public:
     void setHistoryTexts(const QString& undo, const QString& redo);
 
 private:
-    using BusHandler = void (MLVDB::*)(const MLVMessage&);
+    [[nodiscard]] static std::span<const BusRow<MLVDB>> busTable();
 
-    struct BusRow
-    {
-        QStringView name; ///< in lower case
-        BusHandler handler;
-    };
-
-    [[nodiscard]] static std::span<const BusRow> busTable();
-
-    void SendMessage(const QString& name, const Value& value1 = {});
+    void SendMessage(QStringView name, const Value& value1 = {});
 
     // Load, in this order.
     void setCaptions();
@@ -226,7 +219,6 @@ private:
     void mnuUeber();
 
     // Bus.
-    void MessBus_Message(const MLVMessage& message);
     void editBoxNewGenre(const MLVMessage& message);
     void exportList(const MLVMessage& message);
     void runProc(const MLVMessage& message);

@@ -1,11 +1,12 @@
 // What the main window does with the messages of the views.
+#include "bus/message_names.h"
 #include "bus/suite_messages.h"
 #include "config/config_objects.h"
+#include "monitor/monitor_control.h"
 #include "platform/controls/status_line.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/timers.h"
 #include "shell/mlvdb.h"
-#include "shell/monitor_control.h"
 #include "shell/node_caption.h"
 #include "shell/sibling_control.h"
 
@@ -19,38 +20,38 @@ const QString kTempoFinder = u"beatgauge"_s;
 
 } // namespace
 
-std::span<const MLVDB::BusRow> MLVDB::busTable()
+std::span<const BusRow<MLVDB>> MLVDB::busTable()
 {
-    static constexpr BusRow kRows[] = {
-        {u"refresh.tree.genre", &MLVDB::notYet},
-        {u"refresh.tree.dir", &MLVDB::notYet},
-        {u"refresh.tree.album", &MLVDB::notYet},
-        {u"refresh.tree.interpret", &MLVDB::notYet},
-        {u"edittag.show.editbox.new.genre", &MLVDB::editBoxNewGenre},
-        {u"playlist.save.file.show", &MLVDB::exportList},
-        {u"show.gridlayout", &MLVDB::showGridLayout},
-        {u"run.proc", &MLVDB::runProc},
-        {u"beatgauge.playlist.fid.auto", &MLVDB::beatGaugeAuto},
-        {u"beatgauge.playlist.fid.manuell", &MLVDB::beatGaugeManual},
-        {u"player.monitor.seek", &MLVDB::monitorSeek},
-        {u"player.monitor.seek.set", &MLVDB::monitorSeekSet},
-        {u"player.monitor.play.stop", &MLVDB::monitorStop},
-        {u"player.monitor.play.start", &MLVDB::monitorStart},
-        {u"player.monitor.play.center", &MLVDB::monitorCenter},
-        {u"playlist.change", &MLVDB::playlistChange},
-        {u"dj.player.play.next", &MLVDB::playNext},
-        {u"dj.player.play.sofort", &MLVDB::playNow},
-        {u"show.statustext", &MLVDB::statusText},
-        {u"show.tagedit.mp3db", &MLVDB::notYet},
-        {u"show.tagedit.playlist", &MLVDB::notYet},
-        {u"show.tageditor", &MLVDB::tagEditor},
-        {u"show.context.menu.mp3db", &MLVDB::contextMenuLibrary},
-        {u"show.context.menu.playlist", &MLVDB::contextMenuPlaylist},
-        {u"tree.click.row", &MLVDB::treeClick},
-        {u"volume.monitor.show", &MLVDB::volumeMonitor},
-        {u"refresh.playlist.tree", &MLVDB::forwardToPlayer},
-        {u"favorit.refresh", &MLVDB::forwardToPlayer},
-        {u"update.tree.row", &MLVDB::forwardToPlayer},
+    static constexpr BusRow<MLVDB> kRows[] = {
+        {bus::kRefreshTreeGenre, &MLVDB::notYet},
+        {bus::kRefreshTreeDir, &MLVDB::notYet},
+        {bus::kRefreshTreeAlbum, &MLVDB::notYet},
+        {bus::kRefreshTreeInterpret, &MLVDB::notYet},
+        {bus::kEditTagShowEditBoxNewGenre, &MLVDB::editBoxNewGenre},
+        {bus::kPlaylistSaveFileShow, &MLVDB::exportList},
+        {bus::kShowGridLayout, &MLVDB::showGridLayout},
+        {bus::kRunProc, &MLVDB::runProc},
+        {bus::kBeatGaugeFidAuto, &MLVDB::beatGaugeAuto},
+        {bus::kBeatGaugeFidManuell, &MLVDB::beatGaugeManual},
+        {bus::kMonitorSeek, &MLVDB::monitorSeek},
+        {bus::kMonitorSeekSet, &MLVDB::monitorSeekSet},
+        {bus::kMonitorPlayStop, &MLVDB::monitorStop},
+        {bus::kMonitorPlayStart, &MLVDB::monitorStart},
+        {bus::kMonitorPlayCenter, &MLVDB::monitorCenter},
+        {bus::kPlaylistChange, &MLVDB::playlistChange},
+        {bus::kDjPlayerPlayNext, &MLVDB::playNext},
+        {bus::kDjPlayerPlaySofort, &MLVDB::playNow},
+        {bus::kShowStatusText, &MLVDB::statusText},
+        {bus::kShowTagEditMp3db, &MLVDB::notYet},
+        {bus::kShowTagEditPlaylist, &MLVDB::notYet},
+        {bus::kShowTagEditor, &MLVDB::tagEditor},
+        {bus::kShowContextMenuMp3db, &MLVDB::contextMenuLibrary},
+        {bus::kShowContextMenuPlaylist, &MLVDB::contextMenuPlaylist},
+        {bus::kTreeClickRow, &MLVDB::treeClick},
+        {bus::kVolumeMonitorShow, &MLVDB::volumeMonitor},
+        {bus::kRefreshPlaylistTree, &MLVDB::forwardToPlayer},
+        {bus::kFavoritRefresh, &MLVDB::forwardToPlayer},
+        {bus::kUpdateTreeRow, &MLVDB::forwardToPlayer},
     };
     return kRows;
 }
@@ -61,17 +62,6 @@ void MLVDB::showGridLayout(const MLVMessage& message)
         mnuDatenbank();
     } else {
         mnuPlaylist();
-    }
-}
-
-void MLVDB::MessBus_Message(const MLVMessage& message)
-{
-    const QString name = lowerCase(message.Command);
-    for (const BusRow& row : busTable()) {
-        if (row.name == name) {
-            m_guard.run(name, [&] { (this->*row.handler)(message); });
-            return;
-        }
     }
 }
 

@@ -1,14 +1,15 @@
 // The menus of the main window and what their entries do.
+#include "bus/message_names.h"
 #include "bus/suite_messages.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "config/update_colors.h"
 #include "platform/controls/warnings.h"
 #include "platform/controls/window_frame.h"
 #include "platform/message/message_control.h"
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 #include "shell/mlvdb.h"
-#include "shell/paths.h"
 #include "shell/sibling_control.h"
 #include "shell/window_data.h"
 
@@ -152,7 +153,7 @@ void MLVDB::mnuExpPlaylistBas()
 
 void MLVDB::mnuAktivePlaystFiles()
 {
-    SendMessage(u"playlist.save.file"_s);
+    SendMessage(bus::kPlaylistSaveFile);
 }
 
 void MLVDB::mnuExitJobs()
@@ -200,17 +201,17 @@ void MLVDB::mnuDelSuchlist()
 
 void MLVDB::mnuDatenbank()
 {
-    SendMessage(u"save.layout.mp3db"_s);
+    SendMessage(bus::kSaveLayoutMp3db);
     if (m_parts.dialogs.editLibraryLayout()) {
-        SendMessage(u"load.layout.change.mp3db"_s, kLibraryLayout);
+        SendMessage(bus::kLoadLayoutChangeMp3db, kLibraryLayout);
     }
 }
 
 void MLVDB::mnuPlaylist()
 {
-    SendMessage(u"save.layout.playlist"_s);
+    SendMessage(bus::kSaveLayoutPlaylist);
     if (m_parts.dialogs.editPlaylistLayout()) {
-        SendMessage(u"load.layout.change.playlist"_s, kPlaylistLayout);
+        SendMessage(bus::kLoadLayoutChangePlaylist, kPlaylistLayout);
     }
 }
 
@@ -238,7 +239,7 @@ void MLVDB::mnuFont()
     if (const auto font = m_parts.dialogs.chooseFont(colours.font())) {
         colours.setFont(*font);
         colours.SaveIni();
-        SendMessage(u"update.color"_s);
+        SendMessage(bus::kUpdateColor);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "shell/more_result.h"
 
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 
 #include <QStringList>
 

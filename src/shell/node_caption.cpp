@@ -1,6 +1,6 @@
 #include "shell/node_caption.h"
 
-#include "platform/system/text_number.h"
+#include "platform/system/letter_case.h"
 
 namespace melovane {
 

@@ -2,8 +2,8 @@
 
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "platform/controls/message_form.h"
-#include "shell/paths.h"
 
 namespace melovane {
 

@@ -1,8 +1,10 @@
 #include "shell/sibling_control.h"
 
+#include "config/paths.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
-#include "shell/paths.h"
+#include "platform/system/trim_blanks.h"
 
 namespace melovane {
 

@@ -1,9 +1,9 @@
 #include "shell/skin_files.h"
 
+#include "config/paths.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_file.h"
-#include "shell/paths.h"
 
 namespace melovane {
 

@@ -1,9 +1,9 @@
 #include "shell/start_up_db.h"
 
 #include "config/config_objects.h"
+#include "config/paths.h"
 #include "platform/controls/splash_form.h"
 #include "platform/system/timers.h"
-#include "shell/paths.h"
 
 namespace melovane {
 

@@ -1,11 +1,11 @@
 #include "shell/sub_main.h"
 
+#include "bus/event_guard.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/controls/warnings.h"
 #include "platform/message/message_control.h"
 #include "platform/system/timers.h"
-#include "shell/event_guard.h"
 #include "shell/start_up_db.h"
 
 namespace melovane {

@@ -1,13 +1,14 @@
 #include "shell/suite_handler.h"
 
+#include "bus/event_guard.h"
+#include "bus/message_names.h"
 #include "bus/suite_messages.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "monitor/monitor_control.h"
 #include "platform/controls/warnings.h"
 #include "platform/system/timers.h"
 #include "shell/docking.h"
-#include "shell/event_guard.h"
-#include "shell/monitor_control.h"
 #include "shell/window_data.h"
 
 namespace melovane {
@@ -62,7 +63,7 @@ void SuiteHandler::soundCardChanged(Numbers)
 void SuiteHandler::releaseDatabase(Numbers numbers)
 {
     m_parts.settings.Refresh();
-    m_bus.SendMessage(u"db.disconnect"_s);
+    m_bus.SendMessage(bus::kDbDisconnect);
     m_parts.data.release();
     m_parts.suite.answerDatabaseRelease(numbers.lParam);
 }
@@ -85,7 +86,7 @@ void SuiteHandler::reopenDatabase()
         return;
     }
     m_reopenTimer->stop();
-    m_bus.SendMessage(u"db.reconnect"_s);
+    m_bus.SendMessage(bus::kDbReconnect);
 }
 
 void SuiteHandler::askForDatabase()
@@ -107,30 +108,30 @@ void SuiteHandler::askForDatabase()
 void SuiteHandler::settingsChanged(Numbers)
 {
     m_parts.settings.Refresh();
-    m_bus.SendMessage(u"change.config"_s);
+    m_bus.SendMessage(bus::kChangeConfig);
 }
 
 void SuiteHandler::playlistChanged(Numbers numbers)
 {
     m_parts.data.idle();
-    m_bus.SendMessage(u"refresh.playlist"_s, numbers.wParam);
+    m_bus.SendMessage(bus::kRefreshPlaylist, numbers.wParam);
 }
 
 void SuiteHandler::entryChanged(Numbers numbers)
 {
     m_parts.data.idle();
-    m_bus.SendMessage(u"refresh.playlist.plid"_s, numbers.lParam, numbers.wParam);
+    m_bus.SendMessage(bus::kRefreshPlaylistPlid, numbers.lParam, numbers.wParam);
 }
 
 void SuiteHandler::libraryImported(Numbers)
 {
     m_parts.data.idle();
     m_parts.settings.Refresh();
-    m_bus.SendMessage(u"db.change"_s);
+    m_bus.SendMessage(bus::kDbChange);
     if (m_parts.data.sideFilesWereStale()) {
         m_parts.rebuildTrees();
     }
-    m_bus.SendMessage(u"refresh.all"_s);
+    m_bus.SendMessage(bus::kRefreshAll);
 }
 
 void SuiteHandler::dock(Numbers)
@@ -150,7 +151,7 @@ void SuiteHandler::undock(Numbers)
 
 void SuiteHandler::favouritesChanged(Numbers)
 {
-    m_bus.SendMessage(u"favorit.refresh"_s);
+    m_bus.SendMessage(bus::kFavoritRefresh);
 }
 
 void SuiteHandler::jobsDone(Numbers numbers)
@@ -160,7 +161,7 @@ void SuiteHandler::jobsDone(Numbers numbers)
         m_changedTracks = numbers.lParam;
         m_resultTimer->start();
     } else if (numbers.wParam == message::kJobTree) {
-        m_bus.SendMessage(u"refresh.tree"_s, QString::number(numbers.lParam));
+        m_bus.SendMessage(bus::kRefreshTree, QString::number(numbers.lParam));
     }
 }
 
@@ -175,14 +176,14 @@ void SuiteHandler::showJobsResult()
 void SuiteHandler::tempoFound(Numbers numbers)
 {
     m_parts.data.idle();
-    m_bus.SendMessage(u"beatgauge.bpm"_s, numbers.lParam, numbers.wParam);
+    m_bus.SendMessage(bus::kBeatGaugeBpm, numbers.lParam, numbers.wParam);
 }
 
 void SuiteHandler::monitorVolume(Numbers numbers)
 {
     m_parts.monitor.setVolume(numbers.lParam);
     if (numbers.wParam == message::kMonitorVolumeIcon) {
-        m_bus.SendMessage(u"Volume.Monitor.Change.Icon"_s, numbers.lParam);
+        m_bus.SendMessage(bus::kVolumeMonitorChangeIcon, numbers.lParam);
     }
 }
 
@@ -194,7 +195,7 @@ void SuiteHandler::stopMonitor(Numbers)
 void SuiteHandler::playlistTreeChanged(Numbers numbers)
 {
     m_parts.data.idle();
-    m_bus.SendMessage(u"refresh.playlist.tree"_s, numbers.wParam);
+    m_bus.SendMessage(bus::kRefreshPlaylistTree, numbers.wParam);
 }
 
 void SuiteHandler::MessageText(qint32 id, qint32 number, const QString& text)
@@ -204,10 +205,10 @@ void SuiteHandler::MessageText(qint32 id, qint32 number, const QString& text)
         fieldClicked(number, text);
         break;
     case message::kImageChosen:
-        m_bus.SendMessage(u"sleeveviewer.click.image"_s, text);
+        m_bus.SendMessage(bus::kSleeveViewerClickImage, text);
         break;
     case message::kBpmWantsTrack:
-        m_bus.SendMessage(u"bpm.find.fid"_s, number, text);
+        m_bus.SendMessage(bus::kBpmFindFid, number, text);
         break;
     default:
         break;
@@ -217,9 +218,9 @@ void SuiteHandler::MessageText(qint32 id, qint32 number, const QString& text)
 void SuiteHandler::fieldClicked(qint32 number, const QString& text)
 {
     if (number == message::kFieldIsArtist) {
-        m_bus.SendMessage(u"tree.click.row"_s, text, u"Interpret"_s);
+        m_bus.SendMessage(bus::kTreeClickRow, text, u"Interpret"_s);
     } else if (number == message::kFieldIsTitle) {
-        m_bus.SendMessage(u"tree.click.row"_s, text, u"Titel"_s);
+        m_bus.SendMessage(bus::kTreeClickRow, text, u"Titel"_s);
     }
 }
 

@@ -3,7 +3,7 @@
 #include "platform/db/text_compare.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_file.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 #include <algorithm>
 

@@ -1,12 +1,12 @@
 #include "store/check_database.h"
 
+#include "config/paths.h"
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
 #include "platform/system/clock.h"
 #include "platform/system/files.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
-#include "shell/paths.h"
 #include "store/create_db.h"
 #include "store/vpl_all.h"
 

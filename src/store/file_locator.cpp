@@ -3,7 +3,7 @@
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_file.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 namespace melovane {
 

@@ -2,7 +2,8 @@
 
 #include "platform/db/value.h"
 #include "platform/system/clock.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/trim_blanks.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "store/mix_style.h"
 
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 
 #include <QList>
 #include <QStringList>

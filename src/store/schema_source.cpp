@@ -1,7 +1,7 @@
 #include "store/schema_source.h"
 
+#include "platform/system/leading_number.h"
 #include "platform/system/text_file.h"
-#include "platform/system/text_number.h"
 
 #include <QRegularExpression>
 

@@ -1,10 +1,10 @@
 #include "store/shipped_database.h"
 
+#include "config/paths.h"
 #include "platform/db/database.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "platform/system/text_file.h"
-#include "shell/paths.h"
 #include "store/create_db.h"
 #include "store/schema_source.h"
 

@@ -2,7 +2,7 @@
 
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 #include "trees/tree_key.h"
 
 namespace melovane {

@@ -1,11 +1,14 @@
 #include "trees/playlist_favorit.h"
 
+#include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/timers.h"
+#include "platform/system/trim_blanks.h"
 #include "playlists/mlv_function.h"
 #include "trees/tree_key.h"
 
@@ -38,8 +41,8 @@ PlaylistFavorit::PlaylistFavorit(FavoritParts parts, TreeControl& tree)
                                              m_restTimer->stop();
                                              rowClicked(m_tree.currentRow());
                                          }))
-    , m_messBus(
-          m_parts.bus.subscribe([this](const MLVMessage& message) { MessBus_Message(message); }))
+    , m_guard(guardOverBus(m_bus, m_parts.texts, m_parts.settings, m_parts.sink))
+    , m_messBus(subscribe(m_parts.bus, m_guard, *this, busTable()))
 {}
 
 PlaylistFavorit::~PlaylistFavorit() = default;
@@ -189,7 +192,7 @@ void PlaylistFavorit::rowClicked(int row)
     }
     const TreeRow opened = m_tree.row(row);
     const bool isJingle = treekey::isJingleRow(opened.key);
-    m_bus.SendMessage(isJingle ? u"jinglelist.aktivieren"_s : u"playlist.aktivieren"_s,
+    m_bus.SendMessage(isJingle ? bus::kJinglelistAktivieren : bus::kPlaylistAktivieren,
                       numberOf(listOf(row)), opened.picture == kLockPicture);
 }
 
@@ -218,7 +221,7 @@ void PlaylistFavorit::rowActivated(int row)
     rereadRow(row);
     m_tree.setCurrentRow(row);
     rowClicked(row);
-    m_bus.SendMessage(isJingle ? u"playlist.Jingle.play"_s : u"playlist.play"_s, numberOf(list));
+    m_bus.SendMessage(isJingle ? bus::kPlaylistJinglePlay : bus::kPlaylistPlay, numberOf(list));
 }
 
 // ---- names
@@ -258,35 +261,24 @@ void PlaylistFavorit::UpdateGroupName(const QString& group)
 
 // ---- messages
 
-std::span<const PlaylistFavorit::BusRow> PlaylistFavorit::busTable()
+std::span<const BusRow<PlaylistFavorit>> PlaylistFavorit::busTable()
 {
-    static constexpr BusRow kRows[] = {
-        {u"playlist.eigenschaften", &PlaylistFavorit::showDetails},
-        {u"playlist.save.file", &PlaylistFavorit::saveFile},
-        {u"create.toolbars", &PlaylistFavorit::createToolBars},
-        {u"update.playlist.name", &PlaylistFavorit::playlistName},
-        {u"update.group.name", &PlaylistFavorit::groupName},
-        {u"update.tree.row", &PlaylistFavorit::treeRow},
-        {u"favorit.refresh", &PlaylistFavorit::refill},
-        {u"refresh.all", &PlaylistFavorit::refillAll},
-        {u"refresh.playlist", &PlaylistFavorit::refill},
-        {u"refresh.playlist.tree", &PlaylistFavorit::refill},
-        {u"playlist.insert.data.end", &PlaylistFavorit::rereadList},
-        {u"playlist.change", &PlaylistFavorit::listChanged},
-        {u"start", &PlaylistFavorit::start},
+    static constexpr BusRow<PlaylistFavorit> kRows[] = {
+        {bus::kPlaylistEigenschaften, &PlaylistFavorit::showDetails},
+        {bus::kPlaylistSaveFile, &PlaylistFavorit::saveFile},
+        {bus::kCreateToolBars, &PlaylistFavorit::createToolBars},
+        {bus::kUpdatePlaylistName, &PlaylistFavorit::playlistName},
+        {bus::kUpdateGroupName, &PlaylistFavorit::groupName},
+        {bus::kUpdateTreeRow, &PlaylistFavorit::treeRow},
+        {bus::kFavoritRefresh, &PlaylistFavorit::refill},
+        {bus::kRefreshAll, &PlaylistFavorit::refillAll},
+        {bus::kRefreshPlaylist, &PlaylistFavorit::refill},
+        {bus::kRefreshPlaylistTree, &PlaylistFavorit::refill},
+        {bus::kPlaylistInsertDataEnd, &PlaylistFavorit::rereadList},
+        {bus::kPlaylistChange, &PlaylistFavorit::listChanged},
+        {bus::kStart, &PlaylistFavorit::start},
     };
     return kRows;
-}
-
-void PlaylistFavorit::MessBus_Message(const MLVMessage& message)
-{
-    const QString name = lowerCase(message.Command);
-    for (const BusRow& row : busTable()) {
-        if (row.name == name) {
-            (this->*row.handler)(message);
-            return;
-        }
-    }
 }
 
 void PlaylistFavorit::showDetails(const MLVMessage&)
@@ -299,7 +291,7 @@ void PlaylistFavorit::showDetails(const MLVMessage&)
 
 void PlaylistFavorit::saveFile(const MLVMessage&)
 {
-    m_bus.SendMessage(u"playlist.save.file.show"_s, GetPlaylistID(m_tree.currentRow()));
+    m_bus.SendMessage(bus::kPlaylistSaveFileShow, GetPlaylistID(m_tree.currentRow()));
 }
 
 void PlaylistFavorit::createToolBars(const MLVMessage&)
@@ -356,7 +348,7 @@ void PlaylistFavorit::listChanged(const MLVMessage& message)
     if (row >= 0) {
         rereadRow(row);
         const TreeRow shown = m_tree.row(row);
-        m_bus.SendMessage(u"update.tree.row"_s, shown.key, shown.text);
+        m_bus.SendMessage(bus::kUpdateTreeRow, shown.key, shown.text);
     }
 }
 

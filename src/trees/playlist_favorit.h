@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bus/mlv_message_bus.h"
+#include "bus/bus_table.h"
 #include "platform/controls/tree_control.h"
 #include "playlists/list_names.h"
 #include "store/error_sink.h"
@@ -109,14 +109,7 @@ signals:
     void toolBarWanted();
 
 private:
-    struct BusRow
-    {
-        QStringView name; ///< in lower case
-        void (PlaylistFavorit::*handler)(const MLVMessage&);
-    };
-
-    [[nodiscard]] static std::span<const BusRow> busTable();
-    void MessBus_Message(const MLVMessage& message);
+    [[nodiscard]] static std::span<const BusRow<PlaylistFavorit>> busTable();
     void showDetails(const MLVMessage& message);
     void saveFile(const MLVMessage& message);
     void createToolBars(const MLVMessage& message);
@@ -153,6 +146,7 @@ private:
     std::unique_ptr<Timer> m_restTimer; ///< from an arrow key to the opening of the list
     bool m_showAll = false;             ///< also lists that are not marked
     bool m_refillWaits = false;
+    EventGuard m_guard;
     MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
 };
 

@@ -1,9 +1,11 @@
 // What the user changes in the tree of lists.
+#include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/controls/popup_menu.h"
 #include "platform/controls/warnings.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/trim_blanks.h"
 #include "playlists/mlv_function.h"
 #include "trees/playlist_favorit.h"
 #include "trees/tree_key.h"
@@ -55,7 +57,7 @@ void PlaylistFavorit::toolPressed(const QString& key)
     } else if (key == "all.lock"_L1) {
         lock(row);
     } else if (key == "all.book"_L1) {
-        m_bus.SendMessage(u"playlist.eigenschaften"_s, GetPlaylistID(row));
+        m_bus.SendMessage(bus::kPlaylistEigenschaften, GetPlaylistID(row));
     } else if (key == "all.refresh"_L1) {
         Refresh();
     } else if (key == "all.delete"_L1) {
@@ -72,7 +74,7 @@ void PlaylistFavorit::newList()
         --group;
     }
     if (group < 0) {
-        m_bus.SendMessage(u"show.statustext"_s, m_parts.texts.text(u"lists.nogroup"));
+        m_bus.SendMessage(bus::kShowStatusText, m_parts.texts.text(u"lists.nogroup"));
         return;
     }
     const auto number = GroupId(leadingLong(GetGroupID(group)));
@@ -92,7 +94,7 @@ void PlaylistFavorit::newList()
         ++place;
     }
     m_tree.insertRow(place, rowOf({list, isJingle, name}));
-    m_bus.SendMessage(u"refresh.playlist.tree"_s);
+    m_bus.SendMessage(bus::kRefreshPlaylistTree);
     // Found anew: an answer to the message may have filled the tree.
     place = rowOfList(list);
     m_tree.setCurrentRow(place);
@@ -109,7 +111,7 @@ void PlaylistFavorit::newGroup()
     if (group == GroupId{}) {
         return;
     }
-    m_bus.SendMessage(u"refresh.playlist.tree"_s);
+    m_bus.SendMessage(bus::kRefreshPlaylistTree);
     Refresh();
     const int row = m_tree.find(treekey::group(numberOf(group)));
     m_tree.setCurrentRow(row);
@@ -138,11 +140,11 @@ void PlaylistFavorit::rowEdited(int row, const QString& text)
     if (isList(row)) {
         m_parts.lists.UpdatePlaylistName(listOf(row), name);
         UpdatePlaylistName(GetPlaylistID(row));
-        m_bus.SendMessage(u"update.tree.row"_s, key, QString(m_tree.row(row).text + u' '));
+        m_bus.SendMessage(bus::kUpdateTreeRow, key, QString(m_tree.row(row).text + u' '));
     } else if (!GetGroupID(row).isEmpty()) {
         m_parts.lists.UpdateGroupName(GroupId(leadingLong(GetGroupID(row))), name);
         UpdateGroupName(GetGroupID(row));
-        m_bus.SendMessage(u"update.tree.row"_s, key, m_tree.row(row).text);
+        m_bus.SendMessage(bus::kUpdateTreeRow, key, m_tree.row(row).text);
     }
 }
 
@@ -157,7 +159,7 @@ void PlaylistFavorit::lock(int row)
     m_parts.lists.names().setLock(state->list, !state->lock);
     rereadRow(row);
     const TreeRow shown = m_tree.row(row);
-    m_bus.SendMessage(u"playlist.set.lock"_s, shown.key, shown.picture, !state->lock);
+    m_bus.SendMessage(bus::kPlaylistSetLock, shown.key, shown.picture, !state->lock);
     // The list is open: from now on it may be changed, or no longer.
     rowClicked(rowOfList(state->list));
 }
@@ -168,7 +170,7 @@ void PlaylistFavorit::sort(int row, const QString& column)
         return;
     }
     m_parts.lists.SortPlaylistTree(listOf(row), column);
-    m_bus.SendMessage(u"refresh.playlist.tree"_s);
+    m_bus.SendMessage(bus::kRefreshPlaylistTree);
     Refresh();
 }
 
@@ -179,7 +181,7 @@ void PlaylistFavorit::showInPanel(int row)
         return;
     }
     m_parts.lists.names().setActiv(state->list, !state->activ);
-    m_bus.SendMessage(u"refresh.playlist.tree"_s);
+    m_bus.SendMessage(bus::kRefreshPlaylistTree);
     Refresh();
 }
 
@@ -228,7 +230,7 @@ void PlaylistFavorit::rowDropped(int from, int to, DropPlace place)
     rows.insert(rows.begin() + target, moved);
     rows.erase(rows.begin() + (target <= from ? from + 1 : from));
     m_parts.lists.names().arrange(places(rows));
-    m_bus.SendMessage(u"refresh.playlist"_s);
+    m_bus.SendMessage(bus::kRefreshPlaylist);
     Refresh();
     // A playlist among jingles has another key.
     m_tree.setCurrentRow(rowOfList(list));
@@ -271,9 +273,9 @@ void PlaylistFavorit::deleteList(int row)
     if (!readState(list)) {
         // Found anew: the tree may be another one after the question.
         m_tree.removeRow(rowOfList(list));
-        m_bus.SendMessage(u"refresh.playlist.tree"_s);
+        m_bus.SendMessage(bus::kRefreshPlaylistTree);
         // Who shows the entries of the list has none any more.
-        m_bus.SendMessage(u"refresh.playlist"_s, numberOf(list));
+        m_bus.SendMessage(bus::kRefreshPlaylist, numberOf(list));
         rowClicked(m_tree.currentRow());
     }
 }
@@ -282,7 +284,7 @@ void PlaylistFavorit::deleteGroup(int row)
 {
     if (m_parts.lists.KannGroupDel(GetGroupID(row))) {
         m_tree.removeRow(row);
-        m_bus.SendMessage(u"refresh.playlist.tree"_s);
+        m_bus.SendMessage(bus::kRefreshPlaylistTree);
         return;
     }
     m_parts.warnings.ShowWarning(m_parts.texts.text(u"warnDelGroup", m_tree.row(row).text),

@@ -1,6 +1,8 @@
 #include "trees/tree_key.h"
 
-#include "platform/system/text_number.h"
+#include "bus/message_names.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/letter_case.h"
 
 #include <QStringList>
 
@@ -99,9 +101,9 @@ std::optional<ClickValues> clickValues(QStringView key)
     return ClickValues{parts->value, parts->field, parts->aux};
 }
 
-QString enterMessage(const Parts& parts)
+QStringView enterMessage(const Parts& parts)
 {
-    return parts.type == "RunProc"_L1 ? u"Run.Proc"_s : u"tree.enter.cell"_s;
+    return parts.type == "RunProc"_L1 ? bus::kRunProc : bus::kTreeEnterCell;
 }
 
 LibraryRequest libraryRequest(const ClickValues& click)

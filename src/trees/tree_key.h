@@ -42,7 +42,7 @@ struct ClickValues
 [[nodiscard]] std::optional<ClickValues> clickValues(QStringView key);
 
 /// Name of the message that tells of a row just entered.
-[[nodiscard]] QString enterMessage(const Parts& parts);
+[[nodiscard]] QStringView enterMessage(const Parts& parts);
 
 /// What the library is asked for by a click.
 struct LibraryRequest

@@ -2,8 +2,7 @@
 #include "platform/linux/linux_messages.h"
 #include "support/message_sibling.h"
 #include "support/suite_fixture.h"
-
-#include <QTest>
+#include "support/wait_for.h"
 
 #include <gtest/gtest.h>
 
@@ -137,7 +136,7 @@ TEST_F(SuiteMessagesTest, APostedNumberReachesThePlayersMessageLoop)
     const auto player = program(u"Message"_s, u"Handle.DJ"_s);
     console.postToPlayer(message::kRefreshPlaylist);
     EXPECT_TRUE(seen.isEmpty());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return seen.size() == 1; }));
+    EXPECT_TRUE(test::waitFor([&] { return seen.size() == 1; }));
     EXPECT_EQ(seen[0], u"Handle.DJ 1042 0 0"_s);
 }
 

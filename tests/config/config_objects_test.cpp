@@ -105,6 +105,13 @@ TEST_F(ConfigObjectsTest, ATextForShowingKeepsItsValuesAsTheyAre)
     EXPECT_EQ(texts.textEx(u"del", u"$1$2"_s), u"Neustart von $1$2"_s);
 }
 
+TEST_F(ConfigObjectsTest, ATextForShowingHasFourPlacesAndAFifthStaysAsItStands)
+{
+    texts.NewItem(u"from"_s, {}, u"$1 von $2, $3 in $4, $5 $0"_s, {});
+    EXPECT_EQ(texts.text(u"from", 1, u"zwei"_s, 3, u"vier"_s), u"1 von zwei, 3 in vier, $5 $0"_s);
+    EXPECT_EQ(texts.text(u"from", 1), u"1 von ,  in , $5 $0"_s);
+}
+
 TEST_F(ConfigObjectsTest, ItemsComeInTheOrderOfAdding)
 {
     for (const QString& name : {u"c"_s, u"a"_s, u"b"_s}) {

@@ -1,5 +1,5 @@
 #include "config/global_settings.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "support/fake_clock.h"
 #include "support/suite_folders.h"
 

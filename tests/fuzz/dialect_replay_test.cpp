@@ -1,5 +1,5 @@
 #include "fuzz/dialect_check.h"
-#include "platform/sqlite/statement_table.h"
+#include "platform/sqlite/dialect/statement_table.h"
 
 #include <QDir>
 #include <QFile>

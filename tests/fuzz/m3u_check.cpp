@@ -1,9 +1,9 @@
 #include "fuzz/m3u_check.h"
 
 #include "platform/linux/tag_reader.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
+#include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
 #include "playlistfiles/m3u_place.h"
 #include "playlistfiles/m3u_writer.h"
 #include "store/check_database.h"

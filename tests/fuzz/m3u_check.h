@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "platform/db/database.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
@@ -10,7 +11,6 @@
 #include "playlistfiles/mlv_m3u.h"
 #include "playlists/list_history.h"
 #include "playlists/undo_redo.h"
-#include "shell/paths.h"
 #include "store/file_locator.h"
 
 #include <QTemporaryDir>

@@ -1,6 +1,6 @@
 #include "fuzz/shipped_names.h"
 
-#include "platform/sqlite/functions.h"
+#include "platform/sqlite/functions/functions.h"
 
 #include <QDir>
 #include <QFile>

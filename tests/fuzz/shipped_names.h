@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/sqlite/dialect.h"
+#include "platform/sqlite/dialect/dialect.h"
 
 #include <QStringList>
 

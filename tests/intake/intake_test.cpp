@@ -1,8 +1,8 @@
 #include "intake/intake_fixture.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
+#include "support/work_time.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 
 namespace {
@@ -376,8 +376,7 @@ TEST_F(IntakeTest, ACancelTakesEffectAtOnceAndKeepsWhatWasRead)
     Intake intake(parts(), order());
     while (intake.progress().done < 300 && intake.step(std::chrono::milliseconds(1))) {
     }
-    QElapsedTimer timer;
-    timer.start();
+    const WorkTime timer;
     intake.cancel();
     EXPECT_FALSE(intake.step(std::chrono::milliseconds(0)));
     EXPECT_LT(timer.elapsed(), 1000);

@@ -189,6 +189,12 @@ TEST_F(TagImportTest, AFileLargerThanTheColumnHoldsIsClamped)
 
 TEST(ImportedTrackColumns, AreAsManyAsValues)
 {
+    EXPECT_EQ(
+        ImportedTrack::columns().join(u' '),
+        u"FID Titel Interpret Album Genre Jahr Track Kommentar Note BPM Path DName DLen DTime "
+        "DTimeMsec DKhz DBit DTSDatei DTSImport DriveTyp DriveName DEL FrameStart FrameStop "
+        "Normalize Pitch Volume Kategorie Situation Stimmung Tempo User1 User2 User3 User4 "
+        "User5"_s);
     EXPECT_EQ(static_cast<size_t>(ImportedTrack::columns().size()),
               ImportedTrack().values().size());
 }

@@ -1,6 +1,7 @@
 #include "config/update_colors.h"
 #include "library/library_columns.h"
 #include "library/library_look.h"
+#include "support/column_text.h"
 #include "support/fake_clock.h"
 #include "support/suite_folders.h"
 
@@ -108,6 +109,23 @@ TEST_F(LibraryLookTest, AZeroAsTextColourIsBlackAndNotUnset)
     EXPECT_EQ(colours.noteText, (Colour{0, 0, 0}));
     EXPECT_EQ(colours.rowShowDel, (Colour{0, 0, 255}));
     EXPECT_FALSE(colours.noteTextBold);
+}
+
+TEST(LibraryColumns, TheirOrderWidthsAndAlignmentsAreThoseOfTheLayoutThatUsersKnow)
+{
+    EXPECT_EQ(test::textOf(libraryColumns()),
+              u"Note|4|C|shown Titel|40|L|stretched Interpret|18|L|shown Album|15|L|shown "
+              "Genre|11|L|shown BPM|5|R|shown DTime|6|R|shown Play|8|R|shown "
+              "PlayCountDay|6|R|shown PlayCountAll|7|R|shown Jahr|5|R|hidden Track|5|R|hidden "
+              "Kommentar|24|L|hidden Kategorie|12|L|hidden Situation|12|L|hidden "
+              "Stimmung|12|L|hidden Tempo|12|L|hidden User1|12|L|hidden User2|12|L|hidden "
+              "User3|12|L|hidden User4|12|L|hidden User5|12|L|hidden DBit|7|R|hidden "
+              "DKhz|8|R|hidden DLen|10|R|hidden Path|30|L|hidden DName|24|L|hidden "
+              "DriveName|12|L|hidden DriveTyp|6|R|hidden DTSDatei|18|R|hidden "
+              "DTSImport|18|R|hidden favorit|18|R|hidden DTimeMsec|9|R|hidden "
+              "FrameStart|8|R|hidden FrameStop|8|R|hidden MixTime|7|R|hidden MixIn|14|L|hidden "
+              "MixOut|14|L|hidden eq|14|L|hidden Pitch|6|R|hidden Volume|8|R|hidden "
+              "Normalize|8|R|hidden Image|16|L|hidden DEL|6|R|hidden FID|13|L|hidden"_s);
 }
 
 TEST(LibraryColumns, TenAreShownAndEveryFieldComesOnce)

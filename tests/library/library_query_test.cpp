@@ -48,6 +48,21 @@ protected:
 
 // ---- the search line
 
+TEST_F(LibraryQueryTest, AStatementOverAllChoicesIsThisOneToTheLetter)
+{
+    const auto settings = suite.makeSettings();
+    for (const auto choose : {&GlobalSettings::SetSuchAlbum, &GlobalSettings::SetSuchKommentar,
+                              &GlobalSettings::SetSuchDatei, &GlobalSettings::SetSuchPath}) {
+        ((*settings).*choose)(1);
+    }
+    const QString statement = query.searchStatement(u"x"_s, chosenSearchColumns(*settings));
+    EXPECT_EQ(
+        statement.sliced(statement.indexOf(u" from "_s)),
+        u" from db_all\n where ( [Titel] like 'x*' or  [Interpret] like 'x*' or  [Album] like 'x*' "
+        "or  [Kommentar] like 'x*' or  [Dname] like 'x*' or  [Path] like 'x*'  )  and del in "
+        "(0,-1) \norder by [Titel] ASC , [Track] ASC   , [Interpret] ASC  "_s);
+}
+
 TEST_F(LibraryQueryTest, PlainTextIsFoundAtTheBeginningOfTitleAndArtist)
 {
     const QString statement = query.searchStatement(u"Wilde"_s, {});

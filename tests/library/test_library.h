@@ -3,7 +3,7 @@
 #include "bus/mlv_message_bus.h"
 #include "config/config_objects.h"
 #include "platform/db/database.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "support/fake_clock.h"
 #include "support/suite_folders.h"
 

@@ -1,5 +1,5 @@
 #include "library/track_edits.h"
-#include "playlists/pending_jobs.h"
+#include "store/pending_jobs.h"
 #include "support/suite_fixture.h"
 
 namespace melovane {
@@ -39,7 +39,10 @@ protected:
     PendingJobs jobs{*suite.engine, *settings};
     QStringList changed;
     QStringList failures;
-    TrackEdits edits{rows, jobs, *settings, suite.clock,
+    TrackEdits edits{rows,
+                     jobs,
+                     *settings,
+                     suite.clock,
                      [this](const QString& fid) { changed.append(fid); },
                      [this](const QString& text) { failures.append(text); }};
 };

@@ -47,7 +47,18 @@ public:
         return LinuxFiles::copyInSteps(source, target, step);
     }
 
+    [[nodiscard]] std::optional<FileFacts> facts(const QString& path) const override
+    {
+        auto found = LinuxFiles::facts(path);
+        if (found && identify) {
+            identify(path, *found);
+        }
+        return found;
+    }
+
     std::optional<qint64> free;
+    std::function<void(const QString& path, FileFacts&)>
+        identify;   ///< gives a file another identity
     QString broken; ///< targets with this in their path cannot be written
 };
 

@@ -353,6 +353,36 @@ TEST_F(PlaylistExport, NorDoesItThroughALinkToTheFolderOfTheMusic)
     EXPECT_EQ(listed(), QStringList());
 }
 
+TEST_F(PlaylistExport, AFileOfAnotherVolumeThatHasTheNumberOfATracksFileIsReplacedAllTheSame)
+{
+    addList({addTrack({.Titel = u"a"_s}, "new a"), addTrack({.Titel = u"b"_s}, "new b")});
+    files.writeWhole(target + u"/a.mp3"_s, "old");
+    // Each volume counts its files for itself.
+    files.identify = [this](const QString& path, FileFacts& facts) {
+        const bool isTrack = path.startsWith(music);
+        facts.device = isTrack ? 1 : 2;
+        facts.inode = isTrack && path.endsWith(u"a.mp3") ? 6 : 7;
+    };
+    const ExportResult result = run(u"%N"_s);
+    EXPECT_TRUE(result.failures.empty());
+    EXPECT_EQ(readCopy(u"a.mp3"_s), "new a");
+    EXPECT_EQ(readCopy(u"b.mp3"_s), "new b");
+}
+
+TEST_F(PlaylistExport, CopiesOnTwoVolumesThatHaveOneNumberAreTwoFiles)
+{
+    addList({addTrack({.Titel = u"LICHT"_s, .Genre = u"HOUSE"_s, .DName = u"a.mp3"_s}, "first"),
+             addTrack({.Titel = u"LICHT"_s, .Genre = u"House"_s, .DName = u"b.mp3"_s}, "second")});
+    files.identify = [](const QString& path, FileFacts& facts) {
+        facts.device = path.contains(u"/HOUSE") ? 1 : 2;
+        facts.inode = 7;
+    };
+    const ExportResult result = run(u"%G/%N"_s);
+    EXPECT_TRUE(result.replaced.isEmpty()) << "nothing was lost";
+    EXPECT_EQ(readCopy(u"HOUSE/LICHT.mp3"_s), "first");
+    EXPECT_EQ(readCopy(u"House/LICHT.mp3"_s), "second");
+}
+
 TEST_F(PlaylistExport, AStopLeavesTheListOfAnEarlierExport)
 {
     addList({addTrack({.Titel = u"a"_s}), addTrack({.Titel = u"b"_s})});

@@ -4,15 +4,15 @@
 //   list_editor FOLDER SEED
 
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "platform/db/database.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "playlists/list_model.h"
 #include "playlists/undo_redo.h"
-#include "shell/paths.h"
 #include "store/file_locator.h"
 
 #include <QCoreApplication>

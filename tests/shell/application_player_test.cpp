@@ -3,6 +3,7 @@
 #include "platform/qt/outline_tree.h"
 #include "platform/qt/skin.h"
 #include "shell/application_fixture.h"
+#include "support/wait_for.h"
 
 #include <QMenu>
 #include <QProcess>
@@ -40,15 +41,14 @@ protected:
                                  QString::number(settings->MessageHandleDB()), u"player"_s,
                                  suite.dbName(), suite.file(u"melovane.ini"_s)} +
                          steps);
-        ASSERT_TRUE(QTest::qWaitFor([this] { return player.canReadLine(); }, 10'000));
+        ASSERT_TRUE(test::waitFor([this] { return player.canReadLine(); }));
         EXPECT_EQ(player.readLine(), "ready\n");
     }
 
     /// Waits for the end of the player; the lines that it printed.
     QStringList waitForPlayer()
     {
-        EXPECT_TRUE(
-            QTest::qWaitFor([this] { return player.state() == QProcess::NotRunning; }, 20'000));
+        EXPECT_TRUE(test::waitFor([this] { return player.state() == QProcess::NotRunning; }));
         EXPECT_EQ(player.exitCode(), 0);
         return QString::fromUtf8(player.readAll()).split(u'\n', Qt::SkipEmptyParts);
     }

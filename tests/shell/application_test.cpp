@@ -2,6 +2,7 @@
 #include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_messages.h"
 #include "shell/application_fixture.h"
+#include "support/wait_for.h"
 
 #include <QAction>
 #include <QApplication>
@@ -83,7 +84,7 @@ TEST_F(ApplicationTest, AnEmptyDatabaseStartsTheImporterWithArgument1AndDoesNotR
     EXPECT_NE(place.topLeft(), QPoint(7, 9));
     EXPECT_EQ(place.size(), QSize(800, 600));
     const QString trace = importer + u".started"_s;
-    ASSERT_TRUE(QTest::qWaitFor([&] { return QFileInfo(trace).size() > 0; }));
+    ASSERT_TRUE(test::waitFor([&] { return QFileInfo(trace).size() > 0; }));
     EXPECT_EQ(suite.read(u"mediaintake.started"_s), "1\n");
 }
 
@@ -167,7 +168,7 @@ TEST_F(ApplicationTest, TheSampleToolIsStartedWithTheEntryAndItsAnswerIsTaken)
         window.findChild<QTableView*>(u"PlaylistGrid1"_s)->selectRow(0);
         auto* panel = window.findChild<QWidget*>(u"ctl_Playlist1"_s);
         panel->findChild<QToolButton*>(u"all.sample"_s)->click();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return QFileInfo(tool + u".got"_s).size() > 0; }));
+        ASSERT_TRUE(test::waitFor([&] { return QFileInfo(tool + u".got"_s).size() > 0; }));
         const QList<QByteArray> given = suite.read(u"Melovanekiv.got"_s).split('\n');
         ASSERT_EQ(given.size(), 13);
         EXPECT_EQ(given[0], fid.toUtf8());
@@ -180,7 +181,7 @@ TEST_F(ApplicationTest, TheSampleToolIsStartedWithTheEntryAndItsAnswerIsTaken)
         control->setTarget(given[3].trimmed().toInt());
         control->Post(message::kSampleValue1, 0, 0);
         const auto start = [&] { return suite.value(u"select FrameStart from pl_all"_s).toLong(); };
-        EXPECT_TRUE(QTest::qWaitFor([&] { return start() == 40; }));
+        EXPECT_TRUE(test::waitFor([&] { return start() == 40; }));
         EXPECT_EQ(suite.value(u"select FrameStop from pl_all"_s).toLong(), 900);
     });
 }

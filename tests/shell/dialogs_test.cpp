@@ -5,6 +5,7 @@
 #include "shell/ui/edit_box_dialog.h"
 #include "shell/ui/info_dialog.h"
 #include "shell/ui/msg_dialog.h"
+#include "support/wait_for.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -31,7 +32,7 @@ void whenOpen(const std::function<void(QDialog&)>& act)
     QTimer::singleShot(0, qApp, [act] {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         ASSERT_NE(dialog, nullptr);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog, test::kLongWaitMs));
         act(*dialog);
         if (dialog->isVisible()) {
             ADD_FAILURE() << "the dialog is still open";

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "support/wait_for.h"
+
 #include <QProcess>
 #include <QStringList>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -13,8 +14,7 @@ inline bool runBeside(const QString& program, const QStringList& arguments)
 {
     QProcess process;
     process.start(program, arguments);
-    return QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; },
-                           20'000) &&
+    return test::waitFor([&process] { return process.state() == QProcess::NotRunning; }) &&
            process.exitCode() == 0;
 }
 
@@ -25,11 +25,9 @@ protected:
     /// A window that comes up before the window manager never gets the focus.
     void SetUp() override
     {
-        ASSERT_TRUE(QTest::qWaitFor(
-            [] {
-                return runBeside(QStringLiteral("xdotool"), {QStringLiteral("get_num_desktops")});
-            },
-            20'000));
+        ASSERT_TRUE(test::waitFor([] {
+            return runBeside(QStringLiteral("xdotool"), {QStringLiteral("get_num_desktops")});
+        }));
     }
 
     static bool pressKeys(const QString& keys)

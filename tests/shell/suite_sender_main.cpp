@@ -2,13 +2,13 @@
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
+#include "support/wait_for.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QTest>
 
 #include <cstdio>
 
@@ -65,7 +65,7 @@ public:
                             static_cast<double>(timer.nsecsElapsed()) / 1e6);
             } else if (words[0] == QLatin1String("await")) {
                 const int id = words[1].toInt();
-                if (!QTest::qWaitFor([this, id] { return m_received.contains(id); }, 10'000)) {
+                if (!test::waitFor([this, id] { return m_received.contains(id); })) {
                     return 2;
                 }
                 engine->Idle(dbRefreshCache);

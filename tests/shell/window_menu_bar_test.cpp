@@ -1,6 +1,6 @@
+#include "monitor/monitor_player.h"
 #include "platform/qt/icon_set.h"
 #include "shell/console.h"
-#include "shell/monitor_player.h"
 #include "shell/ui/window_menu_bar.h"
 
 #include <QContextMenuEvent>

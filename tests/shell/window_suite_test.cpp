@@ -1,5 +1,6 @@
 #include "bus/view_number.h"
 #include "shell/console.h"
+#include "support/wait_for.h"
 
 #include <QFile>
 #include <QProcess>
@@ -30,8 +31,7 @@ struct WindowSuiteTest : public testing::Test
                       QStringList{library.folders.environment().runtimeFolder(),
                                   QString::number(console.message->handle())} +
                           errand);
-        EXPECT_TRUE(
-            QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 10'000));
+        EXPECT_TRUE(test::waitFor([&] { return process.state() == QProcess::NotRunning; }));
         return process.exitCode();
     }
 
@@ -78,7 +78,7 @@ TEST_F(WindowSuiteTest, ADatabaseThatIsMissingWhenTakenBackIsAskedForAndComesBac
     const QString aside = library.folders.configFile(u"aside.mdb"_s);
     console.log.clear();
     ASSERT_EQ(run({u"take"_s, library.databaseName(), aside}), 0);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !console.log.isEmpty(); }));
+    ASSERT_TRUE(test::waitFor([&] { return !console.log.isEmpty(); }));
     EXPECT_TRUE(console.log[0].contains(u"Die Datenbankdatei ist nicht vorhanden"_s));
     EXPECT_EQ(titles(), QStringList());
     // Whatever arrives now finds no database, and no program ends over it.
@@ -177,7 +177,7 @@ TEST_F(WindowSuiteTest, ABurstOfPlaylistChangesReachesThePlayerOnce)
     }
     playlist.SendMessage(u"favorit.refresh"_s);
     EXPECT_EQ(received, QList<qint32>{1079});
-    ASSERT_TRUE(QTest::qWaitFor([&] { return received.size() == 2; }));
+    ASSERT_TRUE(test::waitFor([&] { return received.size() == 2; }));
     EXPECT_EQ(received, (QList<qint32>{1079, 1042}));
 }
 

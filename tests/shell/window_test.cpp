@@ -1,5 +1,6 @@
 #include "platform/qt/split_panel.h"
 #include "shell/console.h"
+#include "support/wait_for.h"
 
 #include <QDir>
 #include <QLabel>
@@ -116,7 +117,7 @@ TEST_F(WindowTest, TracksThatAnotherProgramAddsAppearByThemselves)
     QTest::keyClicks(&console->searchLine(), u"Brand"_s);
     EXPECT_EQ(titles(), QStringList());
     addTracks();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return titles() == QStringList{u"Brandung"_s}; }, 3000));
+    EXPECT_TRUE(test::waitFor([this] { return titles() == QStringList{u"Brandung"_s}; }));
 }
 
 TEST_F(WindowTest, ASearchWithoutHitsOffersToSearchInside)

@@ -1,5 +1,6 @@
 #include "shell/console.h"
 #include "shell/real_display.h"
+#include "support/wait_for.h"
 
 #include <QDropEvent>
 #include <QHeaderView>
@@ -52,7 +53,7 @@ protected:
         // Beside the place where another program takes what is dragged.
         console.window.setGeometry(20, 40, 1100, 700);
         console.window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, 10'000));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, test::kLongWaitMs));
         console.searchLine().focus();
     }
 
@@ -96,11 +97,11 @@ protected:
     void search(Console& console, const QString& text)
     {
         ASSERT_TRUE(pressKeys(u"ctrl+f"_s));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return console.searchLine().hasFocus(); }));
+        ASSERT_TRUE(test::waitFor([&] { return console.searchLine().hasFocus(); }));
         ASSERT_TRUE(typeText(text));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return console.searchLine().text() == text; }));
+        ASSERT_TRUE(test::waitFor([&] { return console.searchLine().text() == text; }));
         ASSERT_TRUE(pressKeys(u"Down"_s));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return console.grid().hasFocus(); }));
+        ASSERT_TRUE(test::waitFor([&] { return console.grid().hasFocus(); }));
     }
 
     TestLibrary library;
@@ -119,19 +120,19 @@ TEST_F(LibraryWalk, RatingsAndShortFormsAndTheDeleteToggleWorkFromTheKeyboard)
                                                  {u"ctrl+5"_s, u"1"_s}};
     for (const auto& [keys, stored] : marks) {
         ASSERT_TRUE(pressKeys(keys));
-        EXPECT_TRUE(QTest::qWaitFor([&, wanted = stored] {
+        EXPECT_TRUE(test::waitFor([&, wanted = stored] {
             return cell(u"Licht aus"_s, u"Note"_s) == wanted;
         })) << keys.toStdString();
     }
     ASSERT_TRUE(pressKeys(u"Down"_s));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return console.grid().currentRow() == 1; }));
+    ASSERT_TRUE(test::waitFor([&] { return console.grid().currentRow() == 1; }));
     ASSERT_TRUE(pressKeys(u"ctrl+2"_s));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return cell(u"Lichtblick"_s, u"Note"_s) == "4"_L1; }));
+    ASSERT_TRUE(test::waitFor([&] { return cell(u"Lichtblick"_s, u"Note"_s) == "4"_L1; }));
 
     ASSERT_TRUE(pressKeys(u"Delete"_s));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return cell(u"Lichtblick"_s, u"DEL"_s) == "-1"_L1; }));
+    EXPECT_TRUE(test::waitFor([&] { return cell(u"Lichtblick"_s, u"DEL"_s) == "-1"_L1; }));
     ASSERT_TRUE(pressKeys(u"Delete"_s));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return cell(u"Lichtblick"_s, u"DEL"_s) == "0"_L1; }));
+    EXPECT_TRUE(test::waitFor([&] { return cell(u"Lichtblick"_s, u"DEL"_s) == "0"_L1; }));
 
     search(console, u"N<2"_s);
     EXPECT_EQ(titles(console), QStringList{u"Lichtblick"_s});
@@ -146,22 +147,22 @@ TEST_F(LibraryWalk, ACellIsEditedSortedAndFoundAgainAfterARestart)
         show(console);
         search(console, u"licht"_s);
         ASSERT_TRUE(clickAt(headingOf(console, u"Interpret"_s)));
-        ASSERT_TRUE(QTest::qWaitFor([&] {
+        ASSERT_TRUE(test::waitFor([&] {
             return titles(console) == QStringList{u"Lichtblick"_s, u"Licht aus"_s, u"Lichtspiel"_s};
         }));
         ASSERT_TRUE(clickAt(headingOf(console, u"Interpret"_s)));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return titles(console).value(0) == "Lichtspiel"_L1; }));
+        ASSERT_TRUE(test::waitFor([&] { return titles(console).value(0) == "Lichtspiel"_L1; }));
 
         library.settings->SetGridSwapEditPlay(0);
         ASSERT_TRUE(clickAt(placeOf(console, 0, u"Album"_s)));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return console.grid().currentRow() == 0; }));
+        ASSERT_TRUE(test::waitFor([&] { return console.grid().currentRow() == 0; }));
         ASSERT_TRUE(pressKeys(u"Return"_s));
         ASSERT_TRUE(
-            QTest::qWaitFor([&] { return console.grid().findChild<QLineEdit*>() != nullptr; }));
+            test::waitFor([&] { return console.grid().findChild<QLineEdit*>() != nullptr; }));
         ASSERT_TRUE(typeText(u"Neues Album"_s));
         ASSERT_TRUE(pressKeys(u"Return"_s));
         EXPECT_TRUE(
-            QTest::qWaitFor([&] { return cell(u"Lichtspiel"_s, u"Album"_s) == "Neues Album"_L1; }));
+            test::waitFor([&] { return cell(u"Lichtspiel"_s, u"Album"_s) == "Neues Album"_L1; }));
 
         console.grid().setColumnHidden(console.grid().columnOf(u"Genre"_s), true);
         console.grid().setColumnWidth(console.grid().columnOf(u"Album"_s), 222);
@@ -185,15 +186,15 @@ TEST_F(LibraryWalk, SelectedRowsLeaveAsFilesAndStayInTheLibrary)
     FileTaker taker;
     taker.setGeometry(1150, 100, 200, 200);
     taker.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&taker, 10'000));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&taker, test::kLongWaitMs));
     ASSERT_TRUE(clickAt(placeOf(console, 0, u"Titel"_s)));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return console.grid().hasFocus(); }));
+    ASSERT_TRUE(test::waitFor([&] { return console.grid().hasFocus(); }));
     ASSERT_TRUE(pressKeys(u"shift+Down"_s));
-    ASSERT_TRUE(QTest::qWaitFor([&] {
+    ASSERT_TRUE(test::waitFor([&] {
         return console.grid().selection() == std::vector<RowRange>{{0, 1}};
     }));
     ASSERT_TRUE(dragMouse(placeOf(console, 1, u"Titel"_s), taker.mapToGlobal(QPoint(100, 100))));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !taker.files.isEmpty(); }, 10'000));
+    EXPECT_TRUE(test::waitFor([&] { return !taker.files.isEmpty(); }));
     EXPECT_EQ(taker.files, (QStringList{u"/musik/Licht aus.mp3"_s, u"/musik/Lichtblick.mp3"_s}));
     EXPECT_EQ(titles(console).size(), 3);
 }
@@ -205,7 +206,7 @@ TEST_F(LibraryWalk, WhatAnotherProgramChangesIsShownAndSelectionAndPlaceAreKept)
     search(console, u"licht"_s);
     ASSERT_TRUE(pressKeys(u"Down"_s));
     ASSERT_TRUE(pressKeys(u"shift+Down"_s));
-    ASSERT_TRUE(QTest::qWaitFor([&] {
+    ASSERT_TRUE(test::waitFor([&] {
         return console.grid().selection() == std::vector<RowRange>{{1, 2}};
     }));
     ASSERT_TRUE(runBeside(
@@ -213,7 +214,7 @@ TEST_F(LibraryWalk, WhatAnotherProgramChangesIsShownAndSelectionAndPlaceAreKept)
         {library.folders.environment().runtimeFolder(), QString::number(console.message->handle()),
          u"import"_s, library.databaseName(),
          u"insert into db_all (FID,Titel,Interpret,DEL) values ('900000000000','Licht 0','Neu',0)"_s}));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return titles(console).size() == 4; }));
+    EXPECT_TRUE(test::waitFor([&] { return titles(console).size() == 4; }));
     EXPECT_EQ(titles(console).value(0), u"Licht 0"_s);
     EXPECT_EQ(console.grid().selection(), (std::vector<RowRange>{{2, 3}}));
     EXPECT_EQ(console.grid().currentRow(), 3);

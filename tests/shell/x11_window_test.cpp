@@ -1,8 +1,9 @@
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "shell/console.h"
 #include "shell/real_display.h"
 #include "support/temp_folder.h"
+#include "support/wait_for.h"
 
 #include <QDir>
 #include <QFile>
@@ -31,20 +32,20 @@ TEST_F(RealDisplay, KeysOfTheKeyboardFilterTheListAndSortingAndFocusFollow)
                  {u"Brandung"_s, u"Trio"_s, {}, {}, 0}});
     test::Console console(library);
     console.window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, 10'000));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, test::kLongWaitMs));
     DataGrid& grid = console.grid();
     // Whoever opens the window wants to search: the first letter needs no click.
     EXPECT_TRUE(console.searchLine().hasFocus());
 
     ASSERT_TRUE(runBeside(u"xdotool"_s, {u"type"_s, u"--delay"_s, u"30"_s, u"licht"_s}));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return console.searchLine().text() == "licht"_L1; }));
+    ASSERT_TRUE(test::waitFor([&] { return console.searchLine().text() == "licht"_L1; }));
     EXPECT_EQ(grid.model()->rowCount(), 2);
     EXPECT_EQ(console.control<QLabel>(u"MatchCount"_s).text(), u"2 Titel"_s);
 
     ASSERT_TRUE(runBeside(u"xdotool"_s, {u"key"_s, u"Down"_s}));
-    EXPECT_TRUE(QTest::qWaitFor([&grid] { return grid.hasFocus() && grid.currentRow() == 0; }));
+    EXPECT_TRUE(test::waitFor([&grid] { return grid.hasFocus() && grid.currentRow() == 0; }));
     ASSERT_TRUE(runBeside(u"xdotool"_s, {u"key"_s, u"ctrl+f"_s}));
-    EXPECT_TRUE(QTest::qWaitFor([&console] { return console.searchLine().hasFocus(); }));
+    EXPECT_TRUE(test::waitFor([&console] { return console.searchLine().hasFocus(); }));
 }
 
 /// A console with an installation of its own in a folder, started and killed as processes.
@@ -105,8 +106,7 @@ QString asked(const QStringList& question)
 {
     QProcess process;
     process.start(u"xdotool"_s, question);
-    EXPECT_TRUE(
-        QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; }, 20'000));
+    EXPECT_TRUE(test::waitFor([&process] { return process.state() == QProcess::NotRunning; }));
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
@@ -120,21 +120,19 @@ TEST_F(RealDisplay, ASecondStartBringsTheFirstCopyToTheFrontAlsoFromTheTaskBar)
     StartedConsole console({u"MelovaneDB"_s, u"melovane.mdb"_s, u"melovane.ini"_s});
     const auto first = console.start();
     QString window;
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !(window = consoleWindow()).isEmpty(); }, 20'000));
+    ASSERT_TRUE(test::waitFor([&] { return !(window = consoleWindow()).isEmpty(); }));
     QWidget other;
     other.showMaximized();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other, 10'000));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other, test::kLongWaitMs));
     for (const bool minimised : {false, true}) {
         if (minimised) {
             asked({u"windowminimize"_s, window});
-            ASSERT_TRUE(QTest::qWaitFor([] { return consoleWindow().isEmpty(); }, 10'000));
+            ASSERT_TRUE(test::waitFor([] { return consoleWindow().isEmpty(); }));
         }
         const auto second = console.start();
-        EXPECT_TRUE(
-            QTest::qWaitFor([&] { return second->state() == QProcess::NotRunning; }, 20'000));
+        EXPECT_TRUE(test::waitFor([&] { return second->state() == QProcess::NotRunning; }));
         EXPECT_EQ(second->exitCode(), 0);
-        EXPECT_TRUE(
-            QTest::qWaitFor([&] { return asked({u"getactivewindow"_s}) == window; }, 10'000));
+        EXPECT_TRUE(test::waitFor([&] { return asked({u"getactivewindow"_s}) == window; }));
         EXPECT_EQ(consoleWindow(), window);
     }
     killAndWait(*first);
@@ -145,9 +143,9 @@ TEST_F(RealDisplay, AfterAKillTheNextStartIsTheOnlyCopy)
     StartedConsole console({u"MelovaneDB"_s, u"melovane.mdb"_s, u"melovane.ini"_s});
     for (int round = 0; round < 2; ++round) {
         const auto copy = console.start();
-        EXPECT_TRUE(QTest::qWaitFor([] { return !consoleWindow().isEmpty(); }, 20'000));
+        EXPECT_TRUE(test::waitFor([] { return !consoleWindow().isEmpty(); }));
         killAndWait(*copy);
-        EXPECT_TRUE(QTest::qWaitFor([] { return consoleWindow().isEmpty(); }, 10'000));
+        EXPECT_TRUE(test::waitFor([] { return consoleWindow().isEmpty(); }));
     }
 }
 
@@ -161,15 +159,14 @@ QString placeOf(const QString& window)
 void quit(QProcess& process, const QString& window)
 {
     asked({u"windowactivate"_s, u"--sync"_s, window, u"key"_s, u"ctrl+q"_s});
-    EXPECT_TRUE(
-        QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; }, 20'000));
+    EXPECT_TRUE(test::waitFor([&process] { return process.state() == QProcess::NotRunning; }));
 }
 
 QString shownConsole()
 {
     QString window;
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !(window = consoleWindow()).isEmpty(); }, 20'000));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return asked({u"getactivewindow"_s}) == window; }, 20'000));
+    EXPECT_TRUE(test::waitFor([&] { return !(window = consoleWindow()).isEmpty(); }));
+    EXPECT_TRUE(test::waitFor([&] { return asked({u"getactivewindow"_s}) == window; }));
     return window;
 }
 
@@ -182,7 +179,7 @@ TEST_F(RealDisplay, PlaceAndSearchComeBackWithoutDriftUnderAWindowManager)
     asked({u"windowsize"_s, u"--sync"_s, window, u"900"_s, u"640"_s});
     asked({u"windowmove"_s, u"--sync"_s, window, u"150"_s, u"90"_s});
     asked({u"type"_s, u"brand"_s});
-    ASSERT_TRUE(QTest::qWaitFor([&] { return placeOf(window).contains(u"900x640"_s); }, 10'000));
+    ASSERT_TRUE(test::waitFor([&] { return placeOf(window).contains(u"900x640"_s); }));
     QStringList places;
     for (int round = 0; round < 3; ++round) {
         places.append(placeOf(window));
@@ -236,12 +233,10 @@ TEST_F(RealDisplay, ATitleStandsOnTheScreenAsItIsWithoutTheProgramsName)
     // Without a database beside it the program says so, in a dialog of its own.
     StartedConsole console({u"MelovaneDB"_s});
     const auto process = console.start();
-    EXPECT_TRUE(QTest::qWaitFor(
-        [] {
-            return runBeside(u"xdotool"_s,
-                             {u"search"_s, u"--name"_s, uR"(^Melovane 3\.4 build\(150\)$)"_s});
-        },
-        20'000));
+    EXPECT_TRUE(test::waitFor([] {
+        return runBeside(u"xdotool"_s,
+                         {u"search"_s, u"--name"_s, uR"(^Melovane 3\.4 build\(150\)$)"_s});
+    }));
     killAndWait(*process);
 }
 
@@ -251,22 +246,22 @@ TEST_F(RealDisplay, TheDockedWindowComesOutOfTheTaskBarAndFillsTheLowerHalfWithI
     library.add({{u"Brandung"_s, u"Trio"_s, {}, {}, 0}});
     test::Console console(library);
     console.window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, 10'000));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, test::kLongWaitMs));
     console.window.setGeometry(60, 80, 640, 400);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return console.window.geometry().top() == 80; }));
+    ASSERT_TRUE(test::waitFor([&] { return console.window.geometry().top() == 80; }));
     console.window.showMinimized();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return console.window.isMinimized(); }));
+    ASSERT_TRUE(test::waitFor([&] { return console.window.isMinimized(); }));
     console.message->setTarget(console.message->handle());
     console.message->Send(1049, 0, 0);
     const QRect area = console.window.screenArea();
     const QRect half = area.adjusted(0, area.height() / 2, 0, 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] {
+    EXPECT_TRUE(test::waitFor([&] {
         return !console.window.isMinimized() && console.window.frameGeometry() == half;
     })) << console.window.frameGeometry().top()
         << ' ' << console.window.frameGeometry().height();
     console.message->Send(1051, 0, 0);
     EXPECT_TRUE(
-        QTest::qWaitFor([&] { return console.window.geometry() == QRect(60, 80, 640, 400); }));
+        test::waitFor([&] { return console.window.geometry() == QRect(60, 80, 640, 400); }));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "store/mp3db_data.h"
+#include "store/track_mix_values.h"
 #include "store/track_reader.h"
 #include "support/suite_fixture.h"
 

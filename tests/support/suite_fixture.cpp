@@ -1,6 +1,6 @@
 #include "support/suite_fixture.h"
 
-#include "platform/sqlite/sqlite_engine.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/path_text.h"
 #include "store/shipped_database.h"
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "config/global_settings.h"
+#include "config/paths.h"
 #include "platform/db/database.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
-#include "shell/paths.h"
 #include "support/temp_folder.h"
 
 #include <memory>

@@ -2,6 +2,7 @@
 #include "platform/qt/outline_tree.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/skin.h"
+#include "support/wait_for.h"
 #include "trees/favorit_lists.h"
 #include "trees/tree_key.h"
 #include "trees/ui/playlist_favorit_widget.h"
@@ -99,7 +100,7 @@ TEST_F(PlaylistFavoritWindow, ArrowKeysWalkFoldAndOpenAndEnterPlays)
     lists.messages.clear();
     QTest::keyClick(&tree, Qt::Key_Down);
     EXPECT_EQ(tree.currentRow(), rowOf(lists.warmUp));
-    EXPECT_TRUE(QTest::qWaitFor(
+    EXPECT_TRUE(test::waitFor(
         [&] { return lists.messages.contains(u"playlist.aktivieren|%1|0"_s.arg(lists.warmUp)); }));
     QTest::keyClick(&tree, Qt::Key_Return);
     EXPECT_TRUE(lists.messages.contains(u"playlist.play|%1"_s.arg(lists.warmUp)));
@@ -120,12 +121,12 @@ TEST_F(PlaylistFavoritWindow, F2RenamesInPlaceAndEscapeKeepsTheName)
     EXPECT_EQ(editor()->text(), u"Tanz"_s);
     QTest::keyClicks(editor(), u"Tanzen & mehr"_s);
     QTest::keyClick(editor(), Qt::Key_Return);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !tree.isEditing(); }));
+    EXPECT_TRUE(test::waitFor([&] { return !tree.isEditing(); }));
     EXPECT_EQ(lists.of(lists.dance, u"name"_s), u"Tanzen & mehr"_s);
     QTest::keyClick(&tree, Qt::Key_F2);
     QTest::keyClicks(editor(), u"Nein"_s);
     QTest::keyClick(editor(), Qt::Key_Escape);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !tree.isEditing(); }));
+    EXPECT_TRUE(test::waitFor([&] { return !tree.isEditing(); }));
     EXPECT_EQ(tree.row(rowOf(lists.dance)).text, u"Tanzen & mehr"_s);
 }
 
@@ -151,7 +152,7 @@ TEST_F(PlaylistFavoritWindow, ANewPlaylistTakesTheNameThatIsTypedAtOnce)
     QTest::keyClicks(editor(), u"Mitternacht"_s);
     send(u"refresh.playlist.tree"_s); // another program; the typing goes on
     QTest::keyClick(editor(), Qt::Key_Return);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !tree.isEditing(); }));
+    EXPECT_TRUE(test::waitFor([&] { return !tree.isEditing(); }));
     EXPECT_EQ(lists.order(lists.saturday), u"Tanz,Mitternacht"_s);
     EXPECT_EQ(tree.row(tree.currentRow()).text, u"Mitternacht"_s);
 }

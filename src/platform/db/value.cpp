@@ -1,6 +1,6 @@
 #include "platform/db/value.h"
 
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 
 #include <cmath>
 

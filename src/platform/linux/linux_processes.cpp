@@ -3,7 +3,7 @@
 #include "platform/linux/file_writing.h"
 #include "platform/linux/system_names.h"
 #include "platform/system/path_text.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 #include <QStandardPaths>
 

@@ -19,8 +19,8 @@ SearchLine::SearchLine(const IconSet& icons, QWidget* parent)
     setMinimumContentsLength(12);
     lineEdit()->addAction(icons.icon(QStringLiteral("search"), ThemeRole::TextSecond),
                           QLineEdit::LeadingPosition);
-    m_clear = lineEdit()->addAction(
-        icons.icon(QStringLiteral("clear"), ThemeRole::TextSecond), QLineEdit::TrailingPosition);
+    m_clear = lineEdit()->addAction(icons.icon(QStringLiteral("clear"), ThemeRole::TextSecond),
+                                    QLineEdit::TrailingPosition);
     m_clear->setVisible(false);
     connect(m_clear, &QAction::triggered, lineEdit(), &QLineEdit::clear);
     connect(this, &QComboBox::editTextChanged, this, [this](const QString& now) {

@@ -1,6 +1,6 @@
 #include "platform/system/quoted_record.h"
 
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 namespace melovane {
 

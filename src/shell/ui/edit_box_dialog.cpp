@@ -1,7 +1,7 @@
 #include "shell/ui/edit_box_dialog.h"
 
 #include "platform/qt/dialog_frame.h"
-#include "platform/system/text_number.h"
+#include "platform/system/trim_blanks.h"
 
 #include <QLabel>
 #include <QLineEdit>

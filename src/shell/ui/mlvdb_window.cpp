@@ -7,7 +7,7 @@
 #include "platform/qt/skin.h"
 #include "platform/qt/split_panel.h"
 #include "platform/qt/status_bar.h"
-#include "playlists/ui/playlist_widget.h"
+#include "playlistview/ui/playlist_widget.h"
 #include "shell/mlvdb.h"
 #include "shell/ui/window_menu_bar.h"
 #include "trees/ui/playlist_favorit_widget.h"

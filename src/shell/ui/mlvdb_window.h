@@ -40,6 +40,7 @@ public:
     [[nodiscard]] Mp3dbWidget& library() { return *m_library; }
 
     [[nodiscard]] PlaylistWidget& playlist() { return *m_playlist; }
+
     [[nodiscard]] PlaylistFavoritWidget& lists() { return *m_lists; }
 
     /// Connects the form with its logic, which outlives its last event.

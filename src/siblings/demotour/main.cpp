@@ -1,8 +1,8 @@
 // demotour MUSIC PICTURE [--stay]
 //
 // Imports a folder of MP3 files with the suite's importer, opens the console on that library, types
-// two searches, makes a playlist of the hits, saves it beside the picture, exports it with its files,
-// and saves pictures of the windows.
+// two searches, makes a playlist of the hits, saves it beside the picture, exports it with its
+// files, and saves pictures of the windows.
 
 #include "shell/application.h"
 #include "siblings/demotour/ui/tour.h"

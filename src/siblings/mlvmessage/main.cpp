@@ -1,10 +1,10 @@
+#include "config/paths.h"
 #include "config/tool_box.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
 #include "platform/system/clock.h"
-#include "shell/paths.h"
 #include "siblings/mlvmessage/message_tool.h"
 
 #include <QCoreApplication>

@@ -2,7 +2,7 @@
 
 #include "config/setting_table.h"
 #include "config/tool_box.h"
-#include "platform/system/text_number.h"
+#include "platform/system/leading_number.h"
 
 namespace melovane {
 

@@ -1,5 +1,5 @@
 #include "platform/db/data_control.h"
-#include "platform/sqlite/engine_fixture.h"
+#include "platform/sqlite/engine/engine_fixture.h"
 
 #include <QFile>
 #include <QSignalSpy>

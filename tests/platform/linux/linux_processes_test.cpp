@@ -2,6 +2,7 @@
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_processes.h"
 #include "support/temp_folder.h"
+#include "support/wait_for.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -73,7 +74,7 @@ protected:
     /// Lines that the started program wrote; waits for it.
     [[nodiscard]] QStringList output() const
     {
-        EXPECT_TRUE(QTest::qWaitFor([this] { return files.fileExists(folder.file(u"out"_s)); }));
+        EXPECT_TRUE(test::waitFor([this] { return files.fileExists(folder.file(u"out"_s)); }));
         return QString::fromUtf8(folder.read(u"out"_s)).split(u'\n');
     }
 

@@ -1,7 +1,6 @@
 #include "platform/linux/linux_messages.h"
 #include "support/temp_folder.h"
-
-#include <QTest>
+#include "support/wait_for.h"
 
 #include <gtest/gtest.h>
 
@@ -75,7 +74,7 @@ TEST_F(MessageControl, TheLengthOfATextIsLimitedWithinTheProgramToo)
     EXPECT_EQ(one->SendText(1, 2, QString(65537, u'x')), 0);
     one->PostText(1, 2, QString(65537, u'x'));
     one->PostText(1, 2, {});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return texts == 2; }));
+    EXPECT_TRUE(test::waitFor([&] { return texts == 2; }));
 }
 
 TEST_F(MessageControl, EndlessNestingWithinOneProgramIsCutAfter64Sends)
@@ -111,7 +110,7 @@ TEST_F(MessageControl, PostsWithinOneProgramComeFromTheMessageLoopInOrder)
     one->PostText(2, 0, u"text"_s);
     one->Post(3, 0, 0);
     EXPECT_TRUE(seen.isEmpty());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return seen.size() == 3; }));
+    EXPECT_TRUE(test::waitFor([&] { return seen.size() == 3; }));
     EXPECT_EQ(seen, (QStringList{u"1"_s, u"text"_s, u"3"_s}));
 }
 
@@ -122,14 +121,14 @@ TEST_F(MessageControl, AMessageLoopInsideAHandlerGetsThePostsBehindIt)
         seen.append(id);
         if (id == 1) {
             // As a dialog does.
-            EXPECT_TRUE(QTest::qWaitFor([&] { return seen.size() == 3; }));
+            EXPECT_TRUE(test::waitFor([&] { return seen.size() == 3; }));
         }
         return 0;
     });
     for (const qint32 id : {1, 2, 3}) {
         one->Post(id, 0, 0);
     }
-    EXPECT_TRUE(QTest::qWaitFor([&] { return seen.size() == 3; }));
+    EXPECT_TRUE(test::waitFor([&] { return seen.size() == 3; }));
 }
 
 TEST_F(MessageControl, AHandlerMayReplaceItself)
@@ -166,7 +165,7 @@ TEST_F(MessageControl, APostedMessageMayEndAllControlsOfTheProgram)
     });
     one->Post(1, 0, 0);
     one->Post(2, 0, 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return ended; }));
+    EXPECT_TRUE(test::waitFor([&] { return ended; }));
     QCoreApplication::processEvents();
     EXPECT_TRUE(QDir(folder.path()).entryList(QDir::System | QDir::Files).isEmpty());
 }
@@ -180,7 +179,7 @@ TEST_F(MessageControl, APostToAControlThatIsGoneWhenItsTurnComesIsDropped)
     two.reset();
     one->setTarget(one->handle());
     one->Post(1, 0, 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return seen == 1; }));
+    EXPECT_TRUE(test::waitFor([&] { return seen == 1; }));
 }
 
 TEST_F(MessageControl, ControlsOutliveTheirFactory)
@@ -200,9 +199,9 @@ TEST_F(MessageControl, AProgramThatNeverReturnsToItsLoopLosesPostsInsteadOfItsMe
     }
     int numbers = 0;
     two->setMessageNumber([&](qint32, qint32, qint32) { return ++numbers; });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return seen > 500; }));
+    EXPECT_TRUE(test::waitFor([&] { return seen > 500; }));
     one->Post(1, 0, 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return numbers == 1; }));
+    EXPECT_TRUE(test::waitFor([&] { return numbers == 1; }));
     EXPECT_LT(seen, 520);
 }
 

@@ -1,9 +1,9 @@
 #include "platform/linux/linux_messages.h"
 #include "platform/linux/message_packet.h"
 #include "support/temp_folder.h"
+#include "support/wait_for.h"
 
 #include <QRandomGenerator>
-#include <QTest>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -111,7 +111,7 @@ protected:
         const RawPeer peer(socketOf(control->handle()));
         EXPECT_TRUE(peer.isConnected());
         EXPECT_TRUE(peer.write(bytes));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return peer.hasAnswer() || peer.isTurnedAway(); }));
+        EXPECT_TRUE(test::waitFor([&] { return peer.hasAnswer() || peer.isTurnedAway(); }));
         return !peer.hasAnswer();
     }
 
@@ -230,7 +230,7 @@ TEST_F(MessageFolder, AFolderWhosePathIsLongerThanASocketAddressServesAsWell)
     one->setMessageNumber([&](qint32, qint32, qint32) { return ++seen; });
     two->setTarget(one->handle());
     two->Post(1, 2, 3);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return seen == 1; }));
+    EXPECT_TRUE(test::waitFor([&] { return seen == 1; }));
 }
 
 TEST_F(MessageFolder, AControlOfAnotherUserIsNeitherAliveNorSpokenTo)
@@ -286,7 +286,7 @@ TEST_F(MessageFolder, AProcessOfAnotherUserIsTurnedAwayAtTheDoor)
         return 0;
     });
     control->Post(1, 0, 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return turned; }));
+    EXPECT_TRUE(test::waitFor([&] { return turned; }));
     QCoreApplication::processEvents();
     EXPECT_EQ(seen, 0);
     EXPECT_EQ(late.isTurnedAway(), ::geteuid() != 0);
@@ -380,11 +380,11 @@ TEST_F(MessageFolder, MorePeersThanAnySuiteHasAreTurnedAwayUntilOthersLeave)
     for (int i = 0; i < 300; ++i) {
         peers.push_back(std::make_unique<RawPeer>(path));
     }
-    EXPECT_TRUE(QTest::qWaitFor([&] { return peers.back()->isTurnedAway(); }));
+    EXPECT_TRUE(test::waitFor([&] { return peers.back()->isTurnedAway(); }));
     EXPECT_FALSE(peers.front()->isTurnedAway());
     peers.clear();
     const QByteArray good = linuxmessages::encode({PacketType::SendText, 1, 2, 3, 0, u"T"_s});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !isRefused(good); }));
+    EXPECT_TRUE(test::waitFor([&] { return !isRefused(good); }));
 }
 
 TEST_F(MessageFolder, WithoutAFreeDescriptorPeersAreTurnedAwayAndTheLoopDoesNotSpin)
@@ -396,7 +396,7 @@ TEST_F(MessageFolder, WithoutAFreeDescriptorPeersAreTurnedAwayAndTheLoopDoesNotS
     rlimit none = before;
     none.rlim_cur = rlim_t(next.number());
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
-    const bool refused = QTest::qWaitFor([&] { return early.isTurnedAway(); }, 2000);
+    const bool refused = test::waitFor([&] { return early.isTurnedAway(); });
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
     EXPECT_TRUE(refused);
     EXPECT_FALSE(isRefused(linuxmessages::encode({PacketType::SendNumber, 1, 2, 3, 4})));

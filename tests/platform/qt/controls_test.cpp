@@ -7,6 +7,7 @@
 #include "platform/qt/skin.h"
 #include "platform/qt/split_panel.h"
 #include "platform/qt/status_bar.h"
+#include "support/wait_for.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -103,7 +104,7 @@ TEST(ToolRowTest, ButtonsWithoutRoomAreInAMenuAndComeBack)
     const int width = last->width();
     EXPECT_FALSE(more->isVisible());
     panel.resize(5 * width, 100);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return last->width() == 0; }));
+    ASSERT_TRUE(test::waitFor([&] { return last->width() == 0; }));
     EXPECT_TRUE(more->isVisible());
     EXPECT_TRUE(more->toolTip().endsWith("Werkzeug 7"_L1));
     EXPECT_EQ(panel.findChild<QToolButton*>(u"tool0"_s)->width(), width);
@@ -114,13 +115,13 @@ TEST(ToolRowTest, ButtonsWithoutRoomAreInAMenuAndComeBack)
     EXPECT_EQ(pressed, QStringList{u"Werkzeug 7"_s});
     // One that does not belong here now is not offered either.
     last->hide();
-    ASSERT_TRUE(QTest::qWaitFor([&] {
+    ASSERT_TRUE(test::waitFor([&] {
         emit more->menu()->aboutToShow();
         return more->menu()->actions().constLast()->text() == u"Werkzeug 6"_s;
     }));
     last->show();
     panel.resize(600, 100);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return last->width() == width; }));
+    ASSERT_TRUE(test::waitFor([&] { return last->width() == width; }));
     EXPECT_FALSE(more->isVisible());
     skin.clear();
 }
@@ -177,7 +178,7 @@ TEST(ProgressDialogTest, AppearsWhenTheWorkTakesLongerThanAMomentAndCanBeEnded)
     ProgressDialog dialog(u"Import"_s, u"Abbrechen"_s);
     EXPECT_TRUE(dialog.show(u"a.m3u"_s, 0, 100));
     EXPECT_FALSE(dialog.isVisible());
-    ASSERT_TRUE(QTest::qWaitFor([&] {
+    ASSERT_TRUE(test::waitFor([&] {
         EXPECT_TRUE(dialog.show(u"b.m3u"_s, 50, 100));
         return dialog.isVisible();
     }));
@@ -206,7 +207,7 @@ TEST(QtMessageLoopTest, ATimerRunsUntilItIsStopped)
     const auto timer = loop.makeTimer(std::chrono::milliseconds(1), [&calls] { ++calls; });
     EXPECT_FALSE(timer->isActive());
     timer->start();
-    EXPECT_TRUE(QTest::qWaitFor([&calls] { return calls >= 2; }));
+    EXPECT_TRUE(test::waitFor([&calls] { return calls >= 2; }));
     timer->stop();
     EXPECT_FALSE(timer->isActive());
 }

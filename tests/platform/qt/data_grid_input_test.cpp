@@ -1,5 +1,6 @@
 #include "platform/qt/data_grid_model.h"
 #include "platform/qt/grid_fixture.h"
+#include "support/wait_for.h"
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -202,7 +203,7 @@ TEST_F(GridInputTest, AChangedTextIsCommittedAndAnUnchangedOneIsNot)
     ASSERT_NE(line, nullptr);
     EXPECT_EQ(line->text(), u"Titel 2"_s);
     QTest::keyClick(line, Qt::Key_Return);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
+    ASSERT_TRUE(test::waitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
     EXPECT_TRUE(editing.commits.isEmpty());
 
     grid.editCurrentCell();
@@ -210,7 +211,7 @@ TEST_F(GridInputTest, AChangedTextIsCommittedAndAnUnchangedOneIsNot)
     ASSERT_NE(line, nullptr);
     line->setText(u"Anders"_s);
     QTest::keyClick(line, Qt::Key_Return);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
+    ASSERT_TRUE(test::waitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
     EXPECT_EQ(editing.commits, (QStringList{u"2 titel Anders"_s}));
 }
 
@@ -228,7 +229,7 @@ TEST_F(GridInputTest, KeysOfAnOpenEditorAreNoKeysOfTheGrid)
     QTest::keyClick(line, Qt::Key_Delete);
     QTest::keyClick(line, Qt::Key_3, Qt::ControlModifier);
     QTest::keyClick(line, Qt::Key_Return);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
+    ASSERT_TRUE(test::waitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
     EXPECT_EQ(activated.count() + digits.count() + deletes.count(), 0);
 
     QTest::keyClick(&grid, Qt::Key_Delete);
@@ -250,7 +251,7 @@ TEST_F(GridInputTest, WhatIsTypedStaysWhenTheRowsAreReadAnew)
     emit grid.model()->dataChanged(grid.model()->index(0, 0), grid.model()->index(9, 0));
     EXPECT_EQ(line->text(), u"Ein langer neuer Titel"_s);
     QTest::keyClick(line, Qt::Key_Return);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
+    ASSERT_TRUE(test::waitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
     EXPECT_EQ(editing.commits, (QStringList{u"2 titel Ein langer neuer Titel"_s}));
 }
 

@@ -2,6 +2,7 @@
 #include "platform/qt/outline_model.h"
 #include "platform/qt/outline_tree.h"
 #include "platform/qt/skin.h"
+#include "support/wait_for.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -135,7 +136,7 @@ TEST_F(OutlineTreeTest, AnEditedTextIsToldAndNotShownByItself)
     ASSERT_NE(line, nullptr);
     QTest::keyClicks(line, u"Neu"_s);
     QTest::keyClick(line, Qt::Key_Return);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !tree.isEditing(); }));
+    ASSERT_TRUE(test::waitFor([&] { return !tree.isEditing(); }));
     ASSERT_EQ(edited.size(), 1);
     EXPECT_EQ(edited[0][0].toInt(), 2);
     EXPECT_EQ(edited[0][1].toString(), u"Neu"_s);

@@ -2,6 +2,7 @@
 #include "intake/intake_session.h"
 #include "siblings/mediaintake/ui/intake_window.h"
 #include "support/text_catalogue.h"
+#include "support/wait_for.h"
 
 #include <QLabel>
 #include <QListWidget>
@@ -43,7 +44,7 @@ protected:
 
     bool waitForEnd()
     {
-        return QTest::qWaitFor([this] { return !session->isRunning(); }, 20'000);
+        return test::waitFor([this] { return !session->isRunning(); });
     }
 
     QString offered; ///< where the choice began

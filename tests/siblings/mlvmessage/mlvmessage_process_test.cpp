@@ -5,10 +5,10 @@
 #include "siblings/mlvmessage/message_tool.h"
 #include "support/message_sibling.h"
 #include "support/temp_folder.h"
+#include "support/wait_for.h"
 
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -61,13 +61,13 @@ protected:
 
     static bool ended(QProcess& process)
     {
-        return QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 20'000);
+        return test::waitFor([&] { return process.state() == QProcess::NotRunning; });
     }
 
     /// The next line that a running tool prints.
     static QString line(QProcess& process)
     {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return process.canReadLine(); }, 20'000));
+        EXPECT_TRUE(test::waitFor([&] { return process.canReadLine(); }));
         return QString::fromUtf8(process.readLine()).chopped(1);
     }
 
@@ -141,7 +141,7 @@ TEST_F(MlvMessage, WhatIsPostedArrivesAfterTheToolHasEnded)
     ASSERT_TRUE(process->waitForFinished());
     EXPECT_EQ(process->exitCode(), 0);
     EXPECT_TRUE(seen.isEmpty());
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !seen.isEmpty(); }));
+    EXPECT_TRUE(test::waitFor([this] { return !seen.isEmpty(); }));
     EXPECT_EQ(seen, QStringList(u"1042 7 0"_s));
 }
 

@@ -1,8 +1,7 @@
 #include "platform/linux/tag_reader.h"
 #include "support/mp3_maker.h"
 #include "support/temp_folder.h"
-
-#include <QElapsedTimer>
+#include "support/work_time.h"
 
 #include <gtest/gtest.h>
 
@@ -87,8 +86,7 @@ TEST_F(HostileFiles, MegabytesOfMarksAreDecidedInAMoment)
     QByteArray marks;
     marks.fill('\xFF', 4'000'000);
     QByteArray headers = QByteArray("\xFF\xFB\x90\x64", 4).repeated(1'000'000);
-    QElapsedTimer timer;
-    timer.start();
+    const WorkTime timer;
     EXPECT_NE(read(marks).fault, MediaFault::None);
     EXPECT_NE(read(headers).fault, MediaFault::None);
     static_cast<void>(read(variableStream(FrameFormat(), 60, 1) + marks));

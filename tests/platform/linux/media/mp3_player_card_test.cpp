@@ -104,6 +104,19 @@ TEST_F(Mp3PlayerCard, TheCardIsGivenBackTenSecondsAfterTheLastSound)
     EXPECT_FALSE(m_loop.timers.front()->active);
 }
 
+TEST_F(Mp3PlayerCard, ACardPulledOutWhileNothingPlaysIsGivenBackAtOnce)
+{
+    load();
+    m_player.playRange(0, 50);
+    playToTheEnd();
+    tick();
+    EXPECT_NE(m_output.source, nullptr);
+    m_output.pulledOut = true;
+    tick();
+    EXPECT_EQ(m_output.source, nullptr);
+    EXPECT_FALSE(m_loop.timers.front()->active);
+}
+
 TEST_F(Mp3PlayerCard, PlayingAgainInTimeKeepsTheCard)
 {
     load();

@@ -1,7 +1,5 @@
 #include "platform/linux/media/player_fixture.h"
 
-#include <QThread>
-
 #include <thread>
 
 namespace {
@@ -259,23 +257,29 @@ TEST_F(Mp3PlayerTest, ABlockedMessageLoopBesideARunningCardMakesNoGap)
 {
     const QString file = load();
     m_player.play();
-    std::atomic<bool> done = false;
-    // Four times as fast as a real card.
+    // Blocks of a card of 23 ms of sound each, as many as are allowed and as fast as it can.
+    std::atomic<int> allowed = 0;
+    std::atomic<int> pulled = 0;
+    constexpr int kAll = 34;
     std::thread card([&] {
-        while (!done) {
-            m_output.pull(1024);
-            QThread::usleep(1024 * 1'000'000 / 44100 / 4);
+        while (pulled < kAll) {
+            if (pulled < allowed) {
+                m_output.pull(1024);
+                ++pulled;
+            } else {
+                std::this_thread::yield();
+            }
         }
     });
-    QThread::msleep(100); // the blocked message loop: 400 ms of sound
-    tick();
-    QThread::msleep(100);
-    tick();
-    done = true;
+    for (const int end : {kAll / 2, kAll}) { // the message loop is blocked for 395 ms of sound
+        allowed = end;
+        while (pulled < end) {
+            std::this_thread::yield();
+        }
+        tick();
+    }
     card.join();
-    const auto moments = static_cast<qint64>(m_output.heard.size() / 2);
-    EXPECT_GT(moments, 20000);
-    expectHeard(part(wholeSound(file), 0, moments));
+    expectHeard(part(wholeSound(file), 0, qint64{kAll} * 1024));
 }
 
 } // namespace

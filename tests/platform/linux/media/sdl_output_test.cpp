@@ -1,8 +1,6 @@
 #include "platform/linux/media/player_fixture.h"
 #include "platform/linux/sdl_output.h"
-
-#include <QElapsedTimer>
-#include <QTest>
+#include "support/wait_for.h"
 
 #include <SDL.h>
 
@@ -47,8 +45,33 @@ public:
     std::atomic<int> asked = 0;
 };
 
+/// While it lives, a signal does what the system does with it, whatever the program that started
+/// the test had said: a test that runs in the background is born with SIGINT ignored.
+class DefaultSignal
+{
+public:
+    explicit DefaultSignal(int signal)
+        : m_signal(signal)
+    {
+        struct sigaction action = {};
+        action.sa_handler = SIG_DFL;
+        EXPECT_EQ(sigaction(m_signal, &action, &m_before), 0);
+    }
+
+    ~DefaultSignal() { sigaction(m_signal, &m_before, nullptr); }
+
+    DefaultSignal(const DefaultSignal&) = delete;
+    DefaultSignal& operator=(const DefaultSignal&) = delete;
+
+private:
+    int m_signal;
+    struct sigaction m_before = {};
+};
+
 TEST_F(SdlOutputTest, TheSoundSystemIsStartedByItsFirstUseAndTakesNoSignalsOver)
 {
+    const DefaultSignal interrupt(SIGINT);
+    const DefaultSignal end(SIGTERM);
     useDriver("dummy");
     {
         SdlOutput output;
@@ -79,7 +102,7 @@ TEST_F(SdlOutputTest, CardsAreCountedFromOneAndOpenedByNumberOrBySystemsChoice)
         ASSERT_TRUE(output.open(card, {44100, 2}, silence));
         EXPECT_TRUE(output.isOpen());
         const int before = silence.asked;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return silence.asked > before; }));
+        EXPECT_TRUE(test::waitFor([&] { return silence.asked > before; }));
     }
     output.close();
     EXPECT_FALSE(output.isOpen());
@@ -103,6 +126,29 @@ TEST_F(SdlOutputTest, WithoutASoundSystemThereIsNoCardAndNothingBreaks)
     EXPECT_EQ(player.play(), PlayFault::NoCard);
     useDriver("dummy");
     EXPECT_EQ(player.play(), PlayFault::None);
+}
+
+/// A card that takes no samples is given up by the sound system as one that was pulled out is.
+TEST_F(SdlOutputTest, ACardThatWentAwayIsNoLongerOpenAndEndsWhatPlaysWithItsReason)
+{
+    useDriver("disk");
+    qputenv("SDL_DISKAUDIOFILE", "/dev/full");
+    qputenv("SDL_DISKAUDIODELAY", "0");
+    SdlOutput output;
+    SteppedLoop loop;
+    Mp3Player player(output, loop);
+    std::optional<PlayFault> ended;
+    player.setOnEnded([&](PlayFault fault) { ended = fault; });
+    ASSERT_EQ(player.load(m_folder.write(u"a.mp3"_s, soundingMp3())), PlayFault::None);
+    ASSERT_EQ(player.play(), PlayFault::None);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !output.isOpen(); }));
+    loop.fire(100);
+    EXPECT_FALSE(player.isPlaying());
+    EXPECT_EQ(ended, PlayFault::NoCard);
+
+    qputenv("SDL_DISKAUDIOFILE", m_folder.file(u"card.raw"_s).toUtf8());
+    EXPECT_EQ(player.play(), PlayFault::None);
+    EXPECT_TRUE(output.isOpen());
 }
 
 struct DiskCase
@@ -130,7 +176,7 @@ TEST_P(SdlDisk, FromFrame40ToFrame100ItsVerySamplesReachTheCard)
         Mp3Player player(output, loop);
         ASSERT_EQ(player.load(file), PlayFault::None);
         ASSERT_EQ(player.playRange(40 * kFrameMs, 100 * kFrameMs), PlayFault::None);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return player.positionMs() >= 100 * kFrameMs - 0.1; }));
+        ASSERT_TRUE(test::waitFor([&] { return player.positionMs() >= 100 * kFrameMs - 0.1; }));
         loop.fire(100);
         EXPECT_FALSE(player.isPlaying());
     }

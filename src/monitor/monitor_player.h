@@ -1,0 +1,119 @@
+#pragma once
+
+#include "monitor/monitor_control.h"
+#include "platform/media/player.h"
+#include "store/all_data.h"
+
+#include <QString>
+
+#include <array>
+#include <functional>
+#include <memory>
+
+namespace melovane {
+
+class ConfigObjects;
+class FileLocator;
+class Files;
+class GlobalSettings;
+class MessageLoop;
+class StatusLine;
+class Timer;
+class Warnings;
+
+/// What the monitor speaks to; all of it outlives the monitor.
+struct MonitorParts
+{
+    Player& player; ///< its events are the monitor's
+    StatusLine& status;
+    Warnings& warnings;
+    GlobalSettings& settings;
+    const ConfigObjects& texts;
+    const Files& files;
+    FileLocator& locator;
+    MessageLoop& loop;
+    std::function<MlvAllData(const QString& fid)> GetAllDataByFid;
+    /// Has all other programs of the suite fall silent on the monitor, and waits for them.
+    std::function<void()> StopOtherMonitors;
+    std::function<void(const QString& text)> showStatusText;
+};
+
+/// A command of the monitor as a tool button shows it.
+struct MonitorCommand
+{
+    QStringView key;     ///< of the button: keep, key bindings name them too
+    QStringView toolTip; ///< name of its text
+    QStringView icon;
+};
+
+/// In the order of the buttons.
+inline constexpr std::array kMonitorCommands = {
+    MonitorCommand{u"play.stop", u"ToolTipPlayerStop", u"stop"},
+    MonitorCommand{u"play.start", u"ToolTipPlayerPlay", u"play"},
+    MonitorCommand{u"play.center", u"ToolTipPlayerPlayCenter", u"playcenter"},
+    MonitorCommand{u"play.zur", u"ToolTipPlayerRemain", u"rewind"},
+    MonitorCommand{u"play.vor", u"ToolTipPlayerForward", u"fastforward"},
+};
+
+/// The monitor player: lets the user listen to a track without the main player.
+///
+/// A track is loaded when it is wanted first. Elapsed and remaining time of the file stand in the
+/// status line. A file that cannot be played is told there, a file on a disc that is not inserted
+/// in a dialog; nothing is thrown.
+class Monitor : public MonitorControl
+{
+public:
+    explicit Monitor(MonitorParts parts);
+    ~Monitor() override;
+    Monitor(const Monitor&) = delete;
+    Monitor& operator=(const Monitor&) = delete;
+
+    /// Plays a track from its start position (with `db.monitor.play.by.pos` "on" up to its stop
+    /// position), plays it from its middle, goes to a place of it, or stops. "SEEK" plays on where
+    /// it played and stays silent where it did not. Unknown actions do nothing.
+    void MonitorPlayer(const QString& action, const QString& fid, int position) override;
+
+    /// A key of kMonitorCommands; the two seeks go five seconds from where it plays or stands.
+    /// False for another key.
+    bool run(QStringView key, const QString& fid);
+
+    void stop() override;
+    void setVolume(int volume) override;
+
+    /// Lists the sound cards to the settings and takes the one of the settings: before the next
+    /// track, or in a second. Asking the sound system takes time that a start has not got.
+    void reopen() override;
+
+private:
+    enum class Action
+    {
+        Play,
+        PlayCenter,
+        Seek
+    };
+
+    void step(double ms);
+    void listCards();
+    [[nodiscard]] bool takeCard();
+    void load();
+    void refreshRange();
+    void onLoaded();
+    void act();
+    [[nodiscard]] PlayFault playFromStart();
+    void playFromCenter();
+    void showPosition(double ms);
+    void tell(PlayFault fault);
+    void tellMissing(const MlvAllData& track);
+
+    MonitorParts m_parts;
+    std::unique_ptr<Timer> m_timerCards;
+    QString m_fid;       ///< that was asked for last
+    QString m_loadedFid; ///< empty when nothing is loaded
+    MlvAllData m_track;  ///< of m_loadedFid
+    Action m_action = Action::Play;
+    int m_position = 0; ///< frames
+    int m_requests = 0; ///< counted, so that one overtaken while the loop turned is known
+    bool m_cardTaken = false;
+};
+
+} // namespace melovane

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "platform/sqlite/index/index_bits.h"
+#include "platform/sqlite/index/index_test.h"
+#include "platform/sqlite/index/index_texts.h"
+
+namespace melovane::sqlite {
+
+/// What a column consists of, for keeping it elsewhere. Of texts and numbers one is empty.
+struct IndexColumnParts
+{
+    bool isText = true;
+    bool fits = true;
+    IndexArray<char> letters;
+    IndexArray<quint32> textEnds;
+    IndexArray<quint64> signs;
+    IndexArray<double> numbers;
+    IndexArray<quint32> values;
+    IndexArray<quint32> ends;
+    IndexArray<quint32> rows;
+};
+
+/// One column of the searched table: its distinct values in their order, and which row holds which.
+/// Rows are numbered from 0 in the order of their row ids. Never changes once made.
+class IndexColumn
+{
+public:
+    /// A value's number: 0 is null, the others count from 1 in their order.
+    [[nodiscard]] quint32 valueOf(quint32 row) const { return m_values[row]; }
+
+    /// One more than the largest number.
+    [[nodiscard]] quint32 valueCount() const { return quint32(m_ends.size()); }
+
+    /// False when a cell is none that a column of this type holds: comparisons and order are then
+    /// SQLite's alone.
+    [[nodiscard]] bool fits() const { return m_fits; }
+
+    /// Adds the rows that pass the test.
+    void mark(const IndexTest& test, IndexBits& rows) const;
+
+    /// Puts rows in the order of this column; rows of one value keep the order that they have.
+    [[nodiscard]] std::vector<quint32> sorted(const std::vector<quint32>& rows,
+                                              bool descending) const;
+
+    /// Where a cell stands among the values: twice the number of its value, or one less than twice
+    /// the number of the next value when no row has it.
+    [[nodiscard]] quint32 placeOf(const IndexCell& cell) const;
+
+    /// The order of two cells.
+    [[nodiscard]] static int compare(const IndexCell& left, const IndexCell& right);
+
+    /// Roughly the memory that it takes.
+    [[nodiscard]] qint64 bytes() const;
+
+    [[nodiscard]] IndexColumnParts parts() const;
+
+    /// The column of these parts; null when they would lead outside themselves or do not belong to
+    /// so many rows.
+    [[nodiscard]] static std::shared_ptr<const IndexColumn> fromParts(IndexColumnParts parts,
+                                                                      std::size_t rows);
+
+private:
+    friend class IndexColumnBuilder;
+
+    [[nodiscard]] NumberRanges matchingTexts(const IndexTest& test, const IndexBits& known) const;
+    [[nodiscard]] bool areIn(quint32 value, const IndexBits& rows) const;
+    [[nodiscard]] NumberRanges matchingNumbers(const IndexTest& test) const;
+
+    bool m_isText = true;
+    bool m_fits = true;
+    IndexTexts m_texts;           ///< value n is text n - 1
+    IndexArray<double> m_numbers; ///< value n is number n - 1
+    IndexArray<quint32> m_values; ///< of each row
+    IndexArray<quint32> m_ends;   ///< of each value the place behind its last row in m_rows
+    IndexArray<quint32> m_rows;   ///< by value, within a value ascending
+};
+
+/// Collects the cells of a column, row by row.
+class IndexColumnBuilder
+{
+public:
+    explicit IndexColumnBuilder(bool isText)
+        : m_isText(isText)
+    {}
+
+    void addNull() { m_values.push_back(0); }
+
+    void addText(std::string_view utf8) { m_values.push_back(m_texts.add(utf8) + 1); }
+
+    void addNumber(double number);
+
+    /// A cell that does not fit the column.
+    void addForeign()
+    {
+        m_fits = false;
+        addNull();
+    }
+
+    [[nodiscard]] bool isText() const { return m_isText; }
+
+    /// To be called once, at the end.
+    [[nodiscard]] std::shared_ptr<const IndexColumn> make();
+
+private:
+    void sortNumbers(IndexColumn& column);
+
+    bool m_isText;
+    bool m_fits = true;
+    IndexTextsBuilder m_texts;
+    std::vector<double> m_numbers; ///< of each row, for a column of numbers
+    std::vector<quint32> m_values; ///< of each row: 0 is null, else the number given by m_texts + 1
+};
+
+} // namespace melovane::sqlite

@@ -1,0 +1,479 @@
+#include "platform/sqlite/index/index_texts.h"
+
+#include "platform/db/latin_text.h"
+#include "platform/sqlite/index/index_scan.h"
+#include "platform/sqlite/index/index_signs.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <numeric>
+
+namespace melovane::sqlite {
+
+using Kind = textcompare::LikePattern::Outline::Kind;
+
+namespace {
+
+/// Bytes of all texts of one column; larger columns are left to SQLite.
+constexpr std::size_t kMostLetters = 2'000'000'000;
+
+std::string_view viewOf(const QByteArray& bytes)
+{
+    return {bytes.constData(), std::size_t(bytes.size())};
+}
+
+QString decodedOf(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+/// The base letters that stand in front of a sort key.
+QString baseOf(const QString& key)
+{
+    return key.section(QChar(0), 0, 0);
+}
+
+bool isPlain(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), [](char letter) {
+        const auto byte = static_cast<unsigned char>(letter);
+        return byte >= 2 && byte < 0x80;
+    });
+}
+
+/// Units in as many bytes as UTF-8 takes for letters of that number, pairs not joined: such bytes
+/// compare as the units do.
+void appendUnits(std::vector<char>& bytes, QStringView units)
+{
+    for (const QChar unit : units) {
+        const unsigned code = unit.unicode();
+        if (code < 0x80) {
+            bytes.push_back(char(code));
+        } else if (code < 0x800) {
+            bytes.push_back(char(0xC0 | (code >> 6)));
+            bytes.push_back(char(0x80 | (code & 0x3F)));
+        } else {
+            bytes.push_back(char(0xE0 | (code >> 12)));
+            bytes.push_back(char(0x80 | ((code >> 6) & 0x3F)));
+            bytes.push_back(char(0x80 | (code & 0x3F)));
+        }
+    }
+}
+
+/// The sort key of a folded text: the way of textcompare::sortKey(), without its copies for most
+/// letters of the west.
+void appendKey(std::vector<char>& keys, std::string_view text)
+{
+    constexpr std::size_t kRoom = 512;
+    std::array<char16_t, kRoom> units{};
+    const auto count =
+        text.size() < kRoom
+            ? textcompare::latin::foldUtf8(text.data(), qsizetype(text.size()), units.data(), kRoom)
+            : std::nullopt;
+    if (!count) {
+        appendUnits(keys, textcompare::sortKey(decodedOf(text)));
+        return;
+    }
+    const QStringView folded(units.data(), *count);
+    for (const QChar unit : folded) {
+        const auto& letter = textcompare::latin::letters()[unit.unicode()];
+        appendUnits(keys, QStringView(letter.base.data(), letter.baseCount));
+    }
+    keys.push_back('\0');
+    appendUnits(keys, folded);
+}
+
+quint32 hashOf(std::string_view text)
+{
+    quint64 hash = 0x9E3779B97F4A7C15ULL ^ text.size();
+    while (text.size() >= 8) {
+        quint64 part = 0;
+        std::memcpy(&part, text.data(), 8);
+        hash = (hash ^ part) * 0xFF51AFD7ED558CCDULL;
+        hash ^= hash >> 32;
+        text.remove_prefix(8);
+    }
+    quint64 rest = 0;
+    std::memcpy(&rest, text.data(), text.size());
+    hash = (hash ^ rest) * 0xFF51AFD7ED558CCDULL;
+    return quint32(hash ^ (hash >> 32));
+}
+
+/// Letters that a scan passes in the time that one text on its own takes: looking at single texts
+/// pays below one in so many letters.
+constexpr std::size_t kLettersPerText = 90;
+
+/// Ranges kept for a piece that is typed on.
+constexpr std::size_t kMostKeptRanges = 200'000;
+
+/// A text to be sorted: the first bytes of its key, for most comparisons enough.
+struct Sortable
+{
+    quint64 begin = 0;
+    quint32 number = 0;
+};
+
+quint64 firstBytes(std::string_view key)
+{
+    quint64 result = 0;
+    for (std::size_t i = 0; i < 8; ++i) {
+        result = result << 8 | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0U);
+    }
+    return result;
+}
+
+} // namespace
+
+void NumberRanges::add(quint32 first, quint32 end)
+{
+    if (!m_ranges.empty() && m_ranges.back().second == first) {
+        m_ranges.back().second = end;
+    } else if (first < end) {
+        m_ranges.emplace_back(first, end);
+    }
+}
+
+QString IndexTexts::decoded(quint32 number) const
+{
+    return decodedOf(text(number));
+}
+
+quint32 IndexTexts::lowerBound(QStringView folded) const
+{
+    const QString key = textcompare::sortKey(folded);
+    quint32 low = 0;
+    quint32 high = count();
+    while (low < high) {
+        const quint32 middle = low + (high - low) / 2;
+        if (textcompare::sortKey(decoded(middle)) < key) {
+            low = middle + 1;
+        } else {
+            high = middle;
+        }
+    }
+    return low;
+}
+
+std::optional<quint32> IndexTexts::find(QStringView folded) const
+{
+    const quint32 place = lowerBound(folded);
+    if (place < count() && decoded(place) == folded) {
+        return place;
+    }
+    return {};
+}
+
+/// Texts that begin alike have base letters that begin alike, and those stand together.
+template <typename Test>
+void IndexTexts::addBeginning(const QString& folded, NumberRanges& result, const Test& test) const
+{
+    const QString base = baseOf(textcompare::sortKey(folded));
+    const QByteArray bytes = folded.toUtf8();
+    quint32 low = lowerBound(base);
+    quint32 high = count();
+    for (quint32 from = low; from < high;) {
+        const quint32 middle = from + (high - from) / 2;
+        if (baseOf(textcompare::sortKey(decoded(middle))).startsWith(base)) {
+            from = middle + 1;
+        } else {
+            high = middle;
+        }
+    }
+    for (; low < high; ++low) {
+        if (text(low).starts_with(viewOf(bytes)) && test(low)) {
+            result.add(low);
+        }
+    }
+}
+
+NumberRanges IndexTexts::holdingLetter(quint32 bit) const
+{
+    NumberRanges result;
+    const quint64 bits = 1ULL << bit;
+    for (quint32 number = 0; number < count(); ++number) {
+        if ((m_signs[number] & bits) != 0) {
+            result.add(number);
+        }
+    }
+    return result;
+}
+
+/// True when so few texts that are to be looked into have these signs that it is worthwhile to look
+/// at each of them.
+bool IndexTexts::isRare(quint64 signs, const Known& known) const
+{
+    const std::size_t most = m_letters.size() / kLettersPerText;
+    std::size_t having = 0;
+    for (quint32 number = 0; number < count() && having <= most; ++number) {
+        having += (m_signs[number] & signs) == signs && !known(number) ? 1 : 0;
+    }
+    return having <= most;
+}
+
+/// Looks only into the texts that hold every letter of the piece.
+void IndexTexts::addSigned(std::string_view piece, NumberRanges& result, const Known& known) const
+{
+    const quint64 signs = signsOf(piece);
+    for (quint32 number = 0; number < count(); ++number) {
+        if ((m_signs[number] & signs) != signs) {
+            continue;
+        }
+        const std::string_view own = text(number);
+        const char* const end = own.data() + own.size();
+        if (known(number) || findPiece(own.data(), end, m_letters.end(), piece) != nullptr) {
+            result.add(number);
+        }
+    }
+}
+
+NumberRanges IndexTexts::holding(const QString& folded, const Known& known) const
+{
+    const QByteArray piece = folded.toUtf8();
+    NumberRanges result;
+    if (m_last && piece.contains(m_last->piece)) {
+        for (const auto& [first, end] : m_last->numbers) {
+            for (quint32 number = first; number < end; ++number) {
+                if (known(number) || holds(text(number), std::span(&piece, 1))) {
+                    result.add(number);
+                }
+            }
+        }
+    } else if (isRare(signsOf(viewOf(piece)), known)) {
+        addSigned(viewOf(piece), result, known);
+    } else {
+        addHolding(folded, result, [](quint32) { return true; });
+    }
+    m_last.reset();
+    if (result.size() <= kMostKeptRanges) {
+        m_last = {piece, result};
+    }
+    return result;
+}
+
+bool IndexTexts::holds(std::string_view text, std::span<const QByteArray> pieces) const
+{
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (const QByteArray& piece : pieces) {
+        at = findPiece(at, end, m_letters.end(), viewOf(piece));
+        if (at == nullptr) {
+            return false;
+        }
+        at += piece.size();
+    }
+    return true;
+}
+
+NumberRanges IndexTexts::holdingPieces(const std::vector<QString>& pieces, const Known& known) const
+{
+    std::vector<QByteArray> bytes;
+    quint64 signs = 0;
+    for (const QString& piece : pieces) {
+        bytes.push_back(piece.toUtf8());
+        signs |= signsOf(viewOf(bytes.back()));
+    }
+    NumberRanges result;
+    for (quint32 number = 0; number < count(); ++number) {
+        if ((m_signs[number] & signs) == signs && (known(number) || holds(text(number), bytes))) {
+            result.add(number);
+        }
+    }
+    return result;
+}
+
+template <typename Test>
+void IndexTexts::addHolding(const QString& folded, NumberRanges& result, const Test& test) const
+{
+    const QByteArray bytes = folded.toUtf8();
+    const auto size = std::size_t(bytes.size());
+    const char* at = m_letters.begin();
+    quint32 number = 0;
+    while (number < count()) {
+        at = findPiece(at, m_letters.end(), m_letters.end(), viewOf(bytes));
+        if (at == nullptr) {
+            return;
+        }
+        const auto place = quint32(at - m_letters.begin());
+        while (m_ends[number] <= place) {
+            ++number;
+        }
+        if (place + size > m_ends[number]) {
+            ++at; // half of it belongs to the next text
+            continue;
+        }
+        if (test(number)) {
+            result.add(number);
+        }
+        at = m_letters.begin() + m_ends[number++];
+    }
+}
+
+NumberRanges IndexTexts::matching(const textcompare::LikePattern& pattern, const Known& known) const
+{
+    const auto outline = pattern.outline();
+    const auto always = [](quint32) { return true; };
+    const auto tried = [&](quint32 number) { return pattern.matchesFolded(decoded(number)); };
+    NumberRanges result;
+    if (outline.kind == Kind::Nothing) {
+        return result;
+    }
+    if (outline.kind == Kind::Equal) {
+        if (const auto found = find(outline.begin)) {
+            result.add(*found);
+        }
+    } else if (outline.kind == Kind::Begin && outline.begin.isEmpty()) {
+        result.add(0, count());
+    } else if (outline.kind == Kind::Begin) {
+        addBeginning(outline.begin, result, always);
+    } else if (outline.kind == Kind::Inside && outline.inside.size() == 1 &&
+               isSign(outline.inside[0])) {
+        return holdingLetter(bitOf(outline.inside[0].unicode()));
+    } else if (outline.kind == Kind::Pieces) {
+        return holdingPieces(outline.pieces, known);
+    } else if (outline.kind == Kind::Inside) {
+        return holding(outline.inside, known);
+    } else if (!outline.begin.isEmpty()) {
+        addBeginning(outline.begin, result, tried);
+    } else if (!outline.inside.isEmpty()) {
+        addHolding(outline.inside, result, tried);
+    } else {
+        for (quint32 number = 0; number < count(); ++number) {
+            if (tried(number)) {
+                result.add(number);
+            }
+        }
+    }
+    return result;
+}
+
+IndexTextsBuilder::IndexTextsBuilder()
+    : m_table(1024)
+{}
+
+std::string_view IndexTextsBuilder::text(quint32 number) const
+{
+    const quint32 begin = number == 0 ? 0 : m_ends[number - 1];
+    return {m_letters.data() + begin, m_ends[number] - begin};
+}
+
+/// textcompare::fold(), with a short way for most letters of the west.
+std::string_view IndexTextsBuilder::fold(std::string_view utf8)
+{
+    constexpr std::size_t kRoom = 512;
+    m_folded.resize(utf8.size());
+    bool plain = true;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const char letter = utf8[i];
+        plain = plain && static_cast<unsigned char>(letter) < 0x80;
+        m_folded[i] = letter >= 'A' && letter <= 'Z' ? char(letter + ('a' - 'A')) : letter;
+    }
+    if (plain) {
+        return {m_folded.data(), m_folded.size()};
+    }
+    m_folded.clear();
+    std::array<char16_t, kRoom> units{};
+    const auto size = qsizetype(utf8.size());
+    const auto count = utf8.size() < kRoom
+                           ? textcompare::latin::foldUtf8(utf8.data(), size, units.data(), kRoom)
+                           : std::nullopt;
+    if (count) {
+        appendUnits(m_folded, QStringView(units.data(), *count));
+    } else {
+        const QByteArray bytes = textcompare::fold(decodedOf(utf8)).toUtf8();
+        m_folded.assign(bytes.begin(), bytes.end());
+    }
+    return {m_folded.data(), m_folded.size()};
+}
+
+quint32 IndexTextsBuilder::add(std::string_view utf8)
+{
+    const std::string_view folded = fold(utf8);
+    // A byte order mark that is left would be lost when the text is decoded again.
+    m_fits = m_fits && !folded.starts_with("\xEF\xBB\xBF");
+    const quint64 hash = quint64(hashOf(folded)) << 32;
+    const std::size_t mask = m_table.size() - 1;
+    std::size_t place = (hash >> 32) & mask;
+    for (; m_table[place] != 0; place = (place + 1) & mask) {
+        const auto number = quint32(m_table[place]) - 1;
+        if (((m_table[place] ^ hash) >> 32) == 0 && text(number) == folded) {
+            return number;
+        }
+    }
+    if (m_letters.size() + folded.size() > kMostLetters) {
+        m_fits = false;
+        return 0;
+    }
+    m_letters.insert(m_letters.end(), folded.begin(), folded.end());
+    m_ends.push_back(quint32(m_letters.size()));
+    m_table[place] = hash | m_ends.size();
+    if (m_ends.size() * 2 > m_table.size()) {
+        grow();
+    }
+    return quint32(m_ends.size() - 1);
+}
+
+void IndexTextsBuilder::grow()
+{
+    const std::vector<quint64> former = std::move(m_table);
+    m_table.assign(former.size() * 4, 0);
+    for (const quint64 entry : former) {
+        std::size_t place = (entry >> 32) & (m_table.size() - 1);
+        while (entry != 0 && m_table[place] != 0) {
+            place = (place + 1) & (m_table.size() - 1);
+        }
+        if (entry != 0) {
+            m_table[place] = entry;
+        }
+    }
+}
+
+IndexTextsBuilder::Sorted IndexTextsBuilder::sort()
+{
+    m_table = {};
+    const auto count = quint32(m_ends.size());
+    // Keys of texts that are their own key stand where the text stands.
+    std::vector<char> keys;
+    std::vector<std::size_t> keyEnds(count);
+    for (quint32 number = 0; number < count; ++number) {
+        if (!isPlain(text(number))) {
+            appendKey(keys, text(number));
+        }
+        keyEnds[number] = keys.size();
+    }
+    const auto keyOf = [&](quint32 number) {
+        const std::size_t begin = number == 0 ? 0 : keyEnds[number - 1];
+        const std::size_t end = keyEnds[number];
+        return begin == end ? text(number) : std::string_view(keys.data() + begin, end - begin);
+    };
+    std::vector<Sortable> order(count);
+    for (quint32 number = 0; number < count; ++number) {
+        order[number] = {firstBytes(keyOf(number)), number};
+    }
+    std::sort(order.begin(), order.end(), [&](const Sortable& left, const Sortable& right) {
+        return left.begin != right.begin ? left.begin < right.begin
+                                         : keyOf(left.number) < keyOf(right.number);
+    });
+    Sorted result;
+    result.places.resize(count);
+    std::vector<char> letters;
+    letters.reserve(m_letters.size());
+    std::vector<quint32> ends;
+    ends.reserve(count);
+    std::vector<quint64> signs;
+    signs.reserve(count);
+    for (const Sortable& next : order) {
+        const std::string_view folded = text(next.number);
+        result.places[next.number] = quint32(ends.size());
+        letters.insert(letters.end(), folded.begin(), folded.end());
+        ends.push_back(quint32(letters.size()));
+        signs.push_back(signsOf(folded));
+    }
+    m_letters = {};
+    m_ends = {};
+    result.texts = IndexTexts(IndexArray(std::move(letters)), IndexArray(std::move(ends)),
+                              IndexArray(std::move(signs)));
+    return result;
+}
+
+} // namespace melovane::sqlite

@@ -1,0 +1,210 @@
+#include "playlistview/playlist_look.h"
+
+#include "config/config_objects.h"
+#include "config/update_colors.h"
+#include "platform/system/clock.h"
+#include "store/milli_sec_to_min.h"
+
+#include <array>
+#include <cmath>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+using Mod_MilliSecToMin::MilliSecToMin;
+
+namespace {
+
+/// Format of MilliSecToMin with hundredths of a second.
+constexpr int kWithHundredths = 3;
+
+constexpr std::array<AktionLook, 6> kAktions = {{
+    {kAktionMix, u"Aktion.Mix", u"mix"},
+    {kAktionStop, u"Aktion.Stop", u"stop"},
+    {kAktionLoop, u"Aktion.Loop", u"loop"},
+    {kAktionJinglePlay, u"Aktion.JPlay", u"jingle"},
+    {kAktionJingle1, u"Aktion.Jingle.1", u"jingle1"},
+    {kAktionJingle2, u"Aktion.Jingle.2", u"jingle2"},
+}};
+
+bool isField(const QString& field, QLatin1StringView name)
+{
+    return field.compare(name, Qt::CaseInsensitive) == 0;
+}
+
+/// Frames may come from a table that anybody writes; a time beyond all tracks stops at the end.
+int msOf(double frames)
+{
+    return int(std::clamp(frames * Mod_MilliSecToMin::kFrameMs, -2147483647.0, 2147483647.0));
+}
+
+GridColumn column(const QString& field,
+                  double width,
+                  CellAlignment alignment = CellAlignment::Left,
+                  bool shown = true)
+{
+    return {field, field, width, alignment, shown, false};
+}
+
+} // namespace
+
+const AktionLook* aktionLook(int number)
+{
+    const auto found = std::find_if(kAktions.begin(), kAktions.end(),
+                                    [number](const auto& look) { return look.number == number; });
+    return found == kAktions.end() ? nullptr : &*found;
+}
+
+std::vector<GridColumn> playlistColumns()
+{
+    constexpr auto kLeft = CellAlignment::Left;
+    constexpr auto kRight = CellAlignment::Right;
+    constexpr auto kCentre = CellAlignment::Centre;
+    GridColumn title = column(u"Titel"_s, 40);
+    title.stretched = true;
+    std::vector<GridColumn> columns = {
+        column(u"Aktion"_s, 6, kCentre), column(u"Nr"_s, 5, kRight),
+        column(u"Note"_s, 4, kCentre),   title,
+        column(u"Interpret"_s, 18),      column(u"BPM"_s, 5, kRight),
+        column(u"Start"_s, 8, kRight),   column(u"Stop"_s, 8, kRight),
+        column(u"DTime"_s, 6, kRight),   column(u"MixTime"_s, 7, kRight),
+        column(u"Play"_s, 8, kRight),
+    };
+    for (const auto& [field, width, alignment] : {std::tuple{u"Album"_s, 15, kLeft},
+                                                  {u"Genre"_s, 11, kLeft},
+                                                  {u"Jahr"_s, 5, kRight},
+                                                  {u"Track"_s, 5, kRight},
+                                                  {u"Kommentar"_s, 24, kLeft},
+                                                  {u"Kategorie"_s, 12, kLeft},
+                                                  {u"Situation"_s, 12, kLeft},
+                                                  {u"Stimmung"_s, 12, kLeft},
+                                                  {u"Tempo"_s, 12, kLeft},
+                                                  {u"User1"_s, 12, kLeft},
+                                                  {u"User2"_s, 12, kLeft},
+                                                  {u"User3"_s, 12, kLeft},
+                                                  {u"User4"_s, 12, kLeft},
+                                                  {u"User5"_s, 12, kLeft},
+                                                  {u"PlayCountDay"_s, 6, kRight},
+                                                  {u"PlayCountAll"_s, 7, kRight},
+                                                  {u"Pitch"_s, 6, kRight},
+                                                  {u"Volume"_s, 8, kRight},
+                                                  {u"DBit"_s, 7, kRight},
+                                                  {u"DKhz"_s, 8, kRight},
+                                                  {u"Path"_s, 30, kLeft},
+                                                  {u"DName"_s, 24, kLeft},
+                                                  {u"FID"_s, 13, kLeft}}) {
+        columns.push_back(column(field, width, alignment, false));
+    }
+    return columns;
+}
+
+PlaylistLook::PlaylistLook(const Clock& clock, const ConfigObjects& texts)
+    : m_clock(clock)
+    , m_texts(texts)
+{}
+
+void PlaylistLook::setColours(const UpdateColors& colours)
+{
+    m_notes = NoteColours::from(colours);
+    m_flagged = colours.colour(u"RowShowDEL"_s);
+}
+
+void PlaylistLook::setJingleMode(bool on, int players)
+{
+    m_jingleMode = on;
+    m_players = players;
+}
+
+void PlaylistLook::setPlayed(Plid now, Plid next)
+{
+    m_now = now;
+    m_next = next;
+}
+
+QString PlaylistLook::text(const QString& field, const Value& value) const
+{
+    if (isField(field, "Play"_L1)) {
+        return playText(value, m_clock.now());
+    }
+    if (isField(field, "DBit"_L1)) {
+        return bitRateText(value);
+    }
+    if (isField(field, "MixTime"_L1)) {
+        const int own = value.toLong();
+        return QString::number((own == 0 ? m_defaultMixTime : own) / 1000.0, 'f', 2);
+    }
+    if (isField(field, "Start"_L1) || isField(field, "Stop"_L1)) {
+        return MilliSecToMin(msOf(value.toDouble()), kWithHundredths);
+    }
+    return value.toText();
+}
+
+QString PlaylistLook::rowText(const QString& field, const Value& value, const RowValues& row) const
+{
+    if (isField(field, "Nr"_L1)) {
+        return QString::number(row.row() + 1) + u'.';
+    }
+    if (isField(field, "Aktion"_L1)) {
+        return {};
+    }
+    const bool isStop = isField(field, "Stop"_L1);
+    if (!isStop && !isField(field, "DTime"_L1)) {
+        return text(field, value);
+    }
+    const double stop = row.value(u"FrameStop"_s).toDouble();
+    const int end = stop == 0 ? row.value(u"DTimeMsec"_s).toLong() : msOf(stop);
+    if (isStop) {
+        return MilliSecToMin(end, kWithHundredths);
+    }
+    const double start = row.value(u"FrameStart"_s).toDouble();
+    return stop == 0 ? MilliSecToMin(std::max(0, end - std::max(0, msOf(start))))
+                     : MilliSecToMin(msOf(stop - start));
+}
+
+CellGround PlaylistLook::groundOf(const RowValues& row) const
+{
+    if (m_jingleMode) {
+        return row.row() < m_players ? CellGround::Playing : CellGround::Plain;
+    }
+    const auto entry = Plid(row.value(u"PLID"_s).toLong());
+    if (entry == Plid{}) {
+        return CellGround::Plain;
+    }
+    if (entry == m_now) {
+        return CellGround::Playing;
+    }
+    if (entry == m_next) {
+        return CellGround::Next;
+    }
+    return entry == m_heard ? CellGround::Heard : CellGround::Plain;
+}
+
+CellStyle PlaylistLook::style(const QString& field, const RowValues& row) const
+{
+    CellStyle style;
+    style.dimmed = m_locked;
+    if (row.value(u"DEL"_s).toLong() != 0) {
+        style.text = m_flagged;
+        style.struckOut = true;
+    }
+    const bool isAktion = isField(field, "Aktion"_L1);
+    if (isField(field, "Note"_L1)) {
+        m_notes.addTo(style, row.value(u"Note"_s));
+    } else if (isAktion || isField(field, "Nr"_L1)) {
+        style.ground = groundOf(row);
+        style.bold = m_jingleMode && style.ground == CellGround::Playing;
+    }
+    if (isAktion) {
+        const int aktion = row.value(u"Aktion"_s).toLong();
+        if (const AktionLook* const look = aktionLook(aktion)) {
+            style.icon = look->icon.toString();
+            style.iconText = m_texts.text(look->key);
+        }
+    } else if (!m_jingleMode && style.ground != CellGround::Plain) {
+        // Never by colour alone: what is heard carries the loudspeaker, what comes next the arrow.
+        style.icon = style.ground == CellGround::Next ? u"forward"_s : u"volume"_s;
+    }
+    return style;
+}
+
+} // namespace melovane

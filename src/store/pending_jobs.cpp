@@ -1,0 +1,49 @@
+#include "store/pending_jobs.h"
+
+#include "config/global_settings.h"
+#include "platform/db/database.h"
+#include "platform/db/db_error.h"
+#include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
+#include "platform/system/trim_blanks.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+PendingJobs::PendingJobs(DBEngine& engine, const GlobalSettings& settings)
+    : m_engine(engine)
+    , m_settings(settings)
+{}
+
+void PendingJobs::ChangeTree(const QString& tree)
+{
+    if (m_noted.contains(tree)) {
+        return;
+    }
+    try {
+        const auto database = m_engine.OpenDatabase(m_settings.DbName());
+        const auto found = database->OpenRecordset(
+            u"select count(*) as anz from ChangeTree where TreeName="_s + sql::text(tree));
+        if (found->value(u"anz").toLong() == 0) {
+            database->Execute(u"insert into ChangeTree ( TreeName ) values ( "_s + sql::text(tree) +
+                              u" )"_s);
+        }
+        m_noted.insert(tree);
+    } catch (const DbError&) {
+        // The next change of the kind notes it.
+    }
+}
+
+void PendingJobs::SaveEditFID(const QString& fid)
+{
+    try {
+        m_engine.OpenDatabase(m_settings.DbName())
+            ->Execute(u"insert into db_edit (fid) values ("_s + sql::text(trimBlanks(fid)) +
+                      u")"_s);
+    } catch (const DbError&) {
+        // The row is changed all the same; only its file keeps the former tag.
+    }
+}
+
+} // namespace melovane

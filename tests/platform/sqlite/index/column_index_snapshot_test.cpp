@@ -1,0 +1,357 @@
+#include "platform/sqlite/index/column_index_fixture.h"
+#include "platform/sqlite/index/index_snapshot.h"
+
+#include <QDir>
+#include <QFile>
+
+/// The index that a run keeps for the next start: used only when it is whole and still true.
+namespace melovane::test {
+namespace {
+
+const QString kAll = u"select [FID] ,[TITEL] from db_all\n where ( [Titel] like 'a*' ) "
+                     "order by [Titel] ASC"_s;
+const QString kByAlbum = u"select [FID] ,[TITEL] from db_all\n where ( [Album] like 'album 7' ) "
+                         "order by [Album] DESC"_s;
+
+class ColumnIndexSnapshot : public ColumnIndexTest
+{
+protected:
+    ColumnIndexSnapshot()
+    {
+        addTrack(u"1"_s, u"Abba"_s);
+        addTrack(u"2"_s, u"Adele"_s);
+        addTrack(u"3"_s, u"Beck"_s);
+        raw(u"WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i+1 FROM n WHERE i<20200) "
+            "INSERT INTO db_all(FID,Titel,Album,BPM) SELECT i,'Bulk '||i,'Album '||(i%500),i%200 "
+            "FROM n"_s);
+    }
+
+    /// A run of a program that searches: its engine, and what it still does when it is idle. A
+    /// search that begins a load does one slice of it.
+    struct Run
+    {
+        Run(const Clock& clock, const QString& file, const QString& folder)
+            : engine(sqlite::makeEngine(
+                  clock,
+                  {.searchIndex = figures,
+                   .whenIdle = [this](std::function<bool()> next) { work = std::move(next); },
+                   .searchTimeout = std::chrono::milliseconds(0),
+                   .snapshotFolder = folder}))
+            , database(engine->OpenDatabase(file))
+        {}
+
+        void finish()
+        {
+            while (work && work()) {
+            }
+        }
+
+        std::shared_ptr<sqlite::IndexFigures> figures = std::make_shared<sqlite::IndexFigures>();
+        std::function<bool()> work;
+        std::unique_ptr<DBEngine> engine;
+        std::unique_ptr<Database> database;
+    };
+
+    [[nodiscard]] QString folder() const { return path(u"cache"_s); }
+
+    [[nodiscard]] std::unique_ptr<Run> start() const
+    {
+        return std::make_unique<Run>(m_clock, path(), folder());
+    }
+
+    /// The only file of the folder; fails when there are others.
+    [[nodiscard]] QString snapshot() const
+    {
+        const QStringList names = QDir(folder()).entryList(QDir::Files);
+        EXPECT_EQ(names.size(), 1) << names.join(u", ").toStdString();
+        return folder() + u'/' + names.value(0);
+    }
+
+    void keep()
+    {
+        const auto run = start();
+        ASSERT_EQ(rowsOf(*run->database, kAll).size(), 2);
+        run->finish();
+        ASSERT_EQ(run->figures->kept, 1);
+    }
+
+    /// A start whose first search is answered at once from the snapshot.
+    void expectUsed(const QStringList& rows)
+    {
+        const auto run = start();
+        EXPECT_EQ(rowsOf(*run->database, kAll), rows);
+        EXPECT_EQ(run->figures->snapshots, 1);
+        EXPECT_EQ(run->figures->answers, 1);
+        EXPECT_EQ(run->figures->loads, 0);
+    }
+
+    /// A start that reads the table as if there were no snapshot, and finds these rows.
+    void expectIgnored(const QStringList& rows)
+    {
+        const auto run = start();
+        EXPECT_EQ(rowsOf(*run->database, kAll), rows);
+        run->finish();
+        EXPECT_EQ(rowsOf(*run->database, kAll), rows);
+        EXPECT_EQ(run->figures->snapshots, 0);
+        EXPECT_EQ(run->figures->loads, 1);
+    }
+
+    void change(const QString& file, qint64 at)
+    {
+        QFile bytes(file);
+        ASSERT_TRUE(bytes.open(QIODevice::ReadWrite));
+        bytes.seek(at);
+        char byte = 0;
+        bytes.getChar(&byte);
+        bytes.seek(at);
+        bytes.putChar(char(byte ^ 0x10));
+    }
+
+    const QStringList m_rows{u"1|Abba"_s, u"2|Adele"_s};
+};
+
+TEST_F(ColumnIndexSnapshot, TheFirstSearchOfTheNextStartIsAnsweredFromIt)
+{
+    keep();
+    expectUsed(m_rows);
+}
+
+TEST_F(ColumnIndexSnapshot, ColumnsAndOrdersAreTheSameAsWithout)
+{
+    keep();
+    const auto run = start();
+    ASSERT_EQ(rowsOf(*run->database, kAll), m_rows);
+    for (const QString& statement :
+         {kByAlbum,
+          u"select [FID] from db_all\n where ( [Titel] like 'bulk 1*' ) order by [BPM] ASC, "
+          "[Titel] DESC"_s,
+          u"select [FID] from db_all\n where ( [Album] like '*m 12*' ) and del in (0,-1)  order by "
+          "[Titel] ASC"_s}) {
+        EXPECT_EQ(rowsOf(*run->database, statement), rowsOf(plain(), statement))
+            << statement.toStdString();
+    }
+    EXPECT_EQ(run->figures->left, 0);
+    EXPECT_EQ(run->figures->loads, 0);
+}
+
+TEST_F(ColumnIndexSnapshot, WhatChangedSinceIsTakenFromTheDatabase)
+{
+    keep();
+    raw(u"UPDATE db_all SET Titel='Axel', Album='Album 7' WHERE FID='3'"_s);
+    raw(u"DELETE FROM db_all WHERE FID='1'"_s);
+    raw(u"INSERT INTO db_all(FID,Titel) VALUES('9','Aaa')"_s);
+    expectUsed({u"9|Aaa"_s, u"2|Adele"_s, u"3|Axel"_s});
+    const auto run = start();
+    ASSERT_EQ(rowsOf(*run->database, kAll).size(), 3);
+    EXPECT_EQ(rowsOf(*run->database, kByAlbum), rowsOf(plain(), kByAlbum));
+}
+
+TEST_F(ColumnIndexSnapshot, ChangesWhileItWasMadeAreNotLost)
+{
+    {
+        const auto run = start();
+        ASSERT_EQ(rowsOf(*run->database, kAll).size(), 2);
+        ASSERT_TRUE(run->work && run->work());
+        raw(u"UPDATE db_all SET Titel='Aaron' WHERE FID='3'"_s);
+        run->finish();
+        ASSERT_EQ(run->figures->kept, 1);
+    }
+    expectUsed({u"3|Aaron"_s, u"1|Abba"_s, u"2|Adele"_s});
+}
+
+TEST_F(ColumnIndexSnapshot, MoreChangesThanTheListTellsOfMakeItWorthless)
+{
+    keep();
+    raw(u"UPDATE db_all SET Jahr='1999'"_s);
+    expectIgnored(m_rows);
+}
+
+TEST_F(ColumnIndexSnapshot, AnotherSetOfColumnsMakesItWorthless)
+{
+    keep();
+    raw(u"ALTER TABLE db_all ADD COLUMN Extra TEXT"_s);
+    expectIgnored(m_rows);
+}
+
+TEST_F(ColumnIndexSnapshot, ACopyFromBeforeItThatWentItsOwnWayIsNotTakenForItsDatabase)
+{
+    const auto engine = sqlite::makeEngine(m_clock);
+    {
+        // The list of changes is there before the copy is made.
+        const auto run = start();
+        ASSERT_EQ(rowsOf(*run->database, kAll).size(), 2);
+    }
+    engine->BackupDatabase(path(), path(u"copy.mdb"_s));
+    raw(u"UPDATE db_all SET Titel='Azz' WHERE FID='3'"_s);
+    {
+        const auto run = start();
+        ASSERT_EQ(rowsOf(*run->database, kAll).size(), 3);
+        run->finish();
+        ASSERT_EQ(run->figures->kept, 1);
+    }
+    // Back to the copy, in which the same row changes, by as many entries of the list.
+    m_raw.reset();
+    engine->BackupDatabase(path(u"copy.mdb"_s), path());
+    m_raw = std::make_unique<sqlite::Connection>(
+        path(),
+        sqlite::ConnectionOptions{std::chrono::seconds(3), [this] { return m_clock.now(); }});
+    raw(u"UPDATE db_all SET Titel='Zzz' WHERE FID='3'"_s);
+    raw(u"INSERT INTO mlv_change(key) VALUES(3)"_s);
+    expectIgnored(m_rows);
+}
+
+TEST_F(ColumnIndexSnapshot, ASingleChangedByteAnywhereShowsNoWrongRow)
+{
+    keep();
+    const QString file = snapshot();
+    const qint64 size = QFileInfo(file).size();
+    ASSERT_TRUE(QFile::copy(file, path(u"whole"_s)));
+    const QStringList byAlbum = rowsOf(plain(), kByAlbum);
+    for (qint64 at = 0; at < size; at += at < 100 ? 8 : size / 25) {
+        QFile::remove(file);
+        ASSERT_TRUE(QFile::copy(path(u"whole"_s), file));
+        change(file, at);
+        const auto run = start();
+        ASSERT_EQ(rowsOf(*run->database, kAll), m_rows) << at;
+        ASSERT_EQ(rowsOf(*run->database, kByAlbum), byAlbum) << at;
+    }
+}
+
+TEST_F(ColumnIndexSnapshot, AFileCutOffAnywhereIsReadAsFarAsItIsWhole)
+{
+    keep();
+    const QString file = snapshot();
+    const qint64 size = QFileInfo(file).size();
+    for (qint64 length = size - 1; length > 0; length -= size / 9) {
+        QFile::resize(file, length);
+        const auto run = start();
+        ASSERT_EQ(rowsOf(*run->database, kAll), m_rows) << length;
+    }
+    QFile::resize(file, 0);
+    expectIgnored(m_rows);
+}
+
+TEST_F(ColumnIndexSnapshot, ColumnsThatTheFileLosesInTheRunComeFromTheDatabase)
+{
+    keep();
+    const auto run = start();
+    ASSERT_EQ(rowsOf(*run->database, kAll), m_rows);
+    QFile::resize(snapshot(), 500);
+    EXPECT_EQ(rowsOf(*run->database, kByAlbum), rowsOf(plain(), kByAlbum));
+    EXPECT_EQ(run->figures->left, 0);
+}
+
+TEST_F(ColumnIndexSnapshot, APieceWithRightChecksumsAndWrongNumbersIsRefused)
+{
+    using namespace sqlite;
+    IndexColumnParts parts;
+    parts.isText = false;
+    parts.numbers = IndexArray(std::vector<double>{1, 2});
+    parts.values = IndexArray(std::vector<quint32>{1, 2, 0});
+    parts.ends = IndexArray(std::vector<quint32>{1, 2, 3});
+    parts.rows = IndexArray(std::vector<quint32>{2, 0, 1});
+    EXPECT_TRUE(IndexColumn::fromParts(parts, 3));
+    EXPECT_FALSE(IndexColumn::fromParts(parts, 4));
+    const auto refuses = [&](auto IndexColumnParts::*part, auto items) {
+        IndexColumnParts wrong = parts;
+        wrong.*part = IndexArray(items);
+        return !IndexColumn::fromParts(wrong, 3);
+    };
+    using Numbers = std::vector<quint32>;
+    EXPECT_TRUE(refuses(&IndexColumnParts::values, Numbers{1, 3, 0}));
+    EXPECT_TRUE(refuses(&IndexColumnParts::rows, Numbers{2, 0, 3}));
+    EXPECT_TRUE(refuses(&IndexColumnParts::ends, Numbers{1, 3, 2}));
+    EXPECT_TRUE(refuses(&IndexColumnParts::ends, Numbers{1, 2, 4}));
+    EXPECT_TRUE(refuses(&IndexColumnParts::ends, Numbers{1, 3}));
+    EXPECT_TRUE(refuses(&IndexColumnParts::signs, std::vector<quint64>{0}));
+}
+
+TEST_F(ColumnIndexSnapshot, AProgramThatEndsWhileItWritesLeavesTheFormerOne)
+{
+    keep();
+    const QString file = snapshot();
+    raw(u"UPDATE db_all SET Jahr='1999'"_s);
+    {
+        const auto run = start();
+        ASSERT_EQ(rowsOf(*run->database, kAll), m_rows);
+        while (run->figures->loads == 0) {
+            ASSERT_TRUE(run->work());
+        }
+        ASSERT_TRUE(run->work()); // the file is marked
+        ASSERT_TRUE(run->work()); // and the new one begun
+        ASSERT_EQ(QDir(folder()).entryList(QDir::Files).size(), 2);
+    }
+    EXPECT_EQ(snapshot(), file);
+}
+
+TEST_F(ColumnIndexSnapshot, OnlyItsUserCanReadIt)
+{
+    keep();
+    EXPECT_EQ(QFileInfo(snapshot()).permissions() & ~(QFile::ReadUser | QFile::WriteUser),
+              QFile::ReadOwner | QFile::WriteOwner);
+    EXPECT_EQ(QFileInfo(folder()).permissions() &
+                  (QFile::ReadGroup | QFile::ReadOther | QFile::ExeGroup | QFile::ExeOther),
+              QFile::Permissions());
+}
+
+TEST_F(ColumnIndexSnapshot, APlaceThatCannotBeWrittenIsDoneWithout)
+{
+    QFile file(folder());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const auto run = start();
+    ASSERT_EQ(rowsOf(*run->database, kAll), m_rows);
+    run->finish();
+    EXPECT_EQ(rowsOf(*run->database, kAll), m_rows);
+    EXPECT_EQ(run->figures->kept, 0);
+    EXPECT_EQ(run->figures->answers, 1);
+}
+
+TEST_F(ColumnIndexSnapshot, AnotherProgramThatWritesOnlyDelaysIt)
+{
+    const auto run = start();
+    ASSERT_EQ(rowsOf(*run->database, kAll), m_rows);
+    raw(u"BEGIN IMMEDIATE"_s);
+    while (run->figures->loads == 0) {
+        ASSERT_TRUE(run->work());
+    }
+    ASSERT_TRUE(run->work());
+    ASSERT_TRUE(run->work());
+    raw(u"COMMIT"_s);
+    run->finish();
+    EXPECT_EQ(run->figures->kept, 1);
+}
+
+TEST_F(ColumnIndexSnapshot, ASmallLibraryKeepsNone)
+{
+    raw(u"DELETE FROM db_all WHERE FID>'2'"_s);
+    const auto run = start();
+    ASSERT_FALSE(rowsOf(*run->database, kAll).isEmpty());
+    run->finish();
+    EXPECT_EQ(run->figures->loads, 1);
+    EXPECT_FALSE(QFileInfo::exists(folder()));
+}
+
+TEST_F(ColumnIndexSnapshot, SnapshotsOfDatabasesLongNotUsedMakeRoom)
+{
+    ASSERT_TRUE(QDir().mkpath(folder()));
+    const QDateTime past = m_clock.now().addDays(-1);
+    const auto leave = [&](const QString& name, int minutes) {
+        QFile file(folder() + u'/' + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.setFileTime(past.addSecs(60 * minutes), QFileDevice::FileModificationTime);
+    };
+    for (int i = 0; i < 6; ++i) {
+        leave(u"%1.index"_s.arg(i), i);
+    }
+    leave(u"killed.part"_s, 0);
+    const auto run = start();
+    ASSERT_EQ(rowsOf(*run->database, kAll), m_rows);
+    run->finish();
+    QStringList names = QDir(folder()).entryList(QDir::Files, QDir::Name);
+    EXPECT_EQ(names.size(), 4);
+    EXPECT_TRUE(names.contains(u"5.index"_s) && names.contains(u"3.index"_s));
+    EXPECT_FALSE(names.contains(u"2.index"_s) || names.contains(u"killed.part"_s));
+}
+
+} // namespace
+} // namespace melovane::test

@@ -1,0 +1,85 @@
+#include "playlists/list_fixture.h"
+#include "playlistview/detail_playlist.h"
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+struct AnswerForm : public DetailForm
+{
+    QString ask(const PlaylistDetails& details) override
+    {
+        shown = details;
+        return answer;
+    }
+
+    PlaylistDetails shown;
+    QString answer;
+};
+
+struct DetailPlaylist : public testing::Test
+{
+    test::Lists lists;
+    AnswerForm form;
+    frmDetailPlaylist details{*lists.engine, *lists.settings, form};
+};
+
+TEST_F(DetailPlaylist, ATrackUsedTwiceCountsOnceAsAFileAndTwiceAsAudio)
+{
+    lists.addTracks(1);
+    const Pnid list = lists.addList({1});
+    lists.execute(u"update db_all set dlen=2096103, path='/m/', dname='a.mp3'"_s);
+    lists.execute(u"update pl_all set framestart=0, framestop=3828"_s);
+    const PlaylistDetails once = details.read(list);
+    lists.edits.InsertORMoveFromPlaylist(cls_PLInsertMoveDel::kAppendCopies, Sid{}, list,
+                                         lists.entriesText(lists.plids(list)), 0);
+    const PlaylistDetails twice = details.read(list);
+    EXPECT_EQ(twice.count, u"2"_s);
+    EXPECT_EQ(once.mp3Space, u"1.99 MB"_s);
+    EXPECT_EQ(twice.mp3Space, once.mp3Space);
+    EXPECT_EQ(once.audioSpace, u"16.82 MB"_s);
+    EXPECT_EQ(twice.audioSpace, u"33.64 MB"_s);
+    EXPECT_EQ(twice.totalTime, u"03:19"_s);
+}
+
+TEST_F(DetailPlaylist, SizesAreCutAndNotRounded)
+{
+    EXPECT_EQ(megabytes(1.999 * 1024 * 1024), u"1.99 MB"_s);
+    EXPECT_EQ(megabytes(0), u"0 MB"_s);
+    EXPECT_EQ(megabytes(2.5 * 1024 * 1024), u"2.5 MB"_s);
+}
+
+TEST_F(DetailPlaylist, NamesAndTimesOfTheListAreShown)
+{
+    lists.addTracks(1);
+    const Pnid list = lists.addList({1}, u"Party 'x' <b>"_s);
+    details.Show(list);
+    EXPECT_EQ(form.shown.name, u"Party 'x' <b>"_s);
+    EXPECT_EQ(form.shown.group, u"Gruppe"_s);
+    EXPECT_TRUE(form.shown.playFirst.isEmpty());
+    EXPECT_TRUE(form.shown.info.isEmpty());
+}
+
+TEST_F(DetailPlaylist, TheNoteIsWrittenWhenItChangedAndCanBeEmptied)
+{
+    const Pnid list = lists.addList({});
+    form.answer = u"Eine 'Notiz'\nmit \"Zeilen\""_s;
+    details.Show(list);
+    EXPECT_EQ(details.read(list).info, form.answer);
+    form.answer = QString();
+    details.Show(list);
+    EXPECT_FALSE(details.read(list).info.isEmpty()) << "the dialog was left without OK";
+    form.answer = u""_s;
+    details.Show(list);
+    EXPECT_TRUE(details.read(list).info.isEmpty());
+}
+
+TEST_F(DetailPlaylist, AListThatIsGoneShowsNothing)
+{
+    EXPECT_TRUE(details.read(Pnid{99}).name.isEmpty());
+    details.save(Pnid{99}, u"x"_s);
+}
+
+} // namespace
+} // namespace melovane

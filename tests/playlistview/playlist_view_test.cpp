@@ -1,0 +1,463 @@
+#include "playlistview/playlist_view_fixture.h"
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+class PlaylistView : public test::PlaylistViewTest
+{
+protected:
+    QString number(Pnid of) { return QString::number(numberOf(of)); }
+
+    void setAktion(qint64 row, int value, const QString& command = {})
+    {
+        functions.PlaylistSaveAktion(Plid(cell(row, u"PLID").toLong()), value, command);
+        view.RefreshGrid();
+    }
+};
+
+TEST_F(PlaylistView, ShowsNothingBeforeAListIsOpened)
+{
+    EXPECT_EQ(view.GetPNID(), Pnid{});
+    EXPECT_EQ(view.Data1().rowCount(), 0);
+    EXPECT_EQ(grid.note.title, u"Keine Playlist geöffnet"_s);
+    view.toolPressed(u"all.delete"_s);
+    view.toolPressed(u"all.clip.append"_s);
+    view.moveRow(1);
+    EXPECT_TRUE(sent.isEmpty());
+}
+
+TEST_F(PlaylistView, AListIsOpenedOverTheBusInItsOrder)
+{
+    openList(3);
+    EXPECT_EQ(rows(), u"1 2 3"_s);
+    EXPECT_EQ(view.GetPNID(), list);
+    EXPECT_EQ(view.activeList(), list);
+    EXPECT_EQ(view.Data1().RecordSource(), u"select * from vpl_all where pnid="_s + number(list));
+    EXPECT_FALSE(view.isJingleMode());
+}
+
+TEST_F(PlaylistView, LoadingTheSameNumberTwiceDoesNotReload)
+{
+    openList(3);
+    int refreshes = 0;
+    QObject::connect(&view.Data1(), &DataControl::refreshed, &view, [&] { ++refreshes; });
+    others.SendMessage(u"playlist.aktivieren"_s, numberOf(list), true);
+    EXPECT_EQ(refreshes, 0);
+    EXPECT_TRUE(view.isLocked());
+    const Pnid other = lists.addList({5}, u"Andere"_s);
+    others.SendMessage(u"Playlist.Aktivieren"_s, numberOf(other), false);
+    EXPECT_EQ(refreshes, 1);
+    EXPECT_EQ(rows(), u"1"_s);
+}
+
+TEST_F(PlaylistView, SettingAnActionOnAnEmptyGridEndsSilently)
+{
+    openList(0);
+    for (const QString& name : {u"playlist.set.play.normal"_s, u"playlist.set.play.loop"_s,
+                                u"playlist.set.play.stop"_s}) {
+        others.SendMessage(name);
+    }
+    view.toolPressed(u"playlist.jingle.loop"_s);
+    EXPECT_TRUE(sent.isEmpty());
+}
+
+TEST_F(PlaylistView, AnActionIsWrittenToTheCurrentRowAndTold)
+{
+    openList(3);
+    stand(1);
+    others.SendMessage(u"playlist.set.play.stop"_s);
+    EXPECT_EQ(aktion(1).toLong(), kAktionStop);
+    EXPECT_EQ(sentOf(u"playlist.aktion.change"_s).size(), 1);
+    EXPECT_TRUE(sent.first().contains(cell(1, u"PLID").toText()));
+    EXPECT_EQ(aktion(0).toLong(), 0);
+}
+
+TEST_F(PlaylistView, ALockedListKeepsItsActions)
+{
+    openList(2, true);
+    stand(0);
+    others.SendMessage(u"playlist.set.play.stop"_s);
+    view.toolPressed(u"playlist.jingle.loop"_s);
+    EXPECT_EQ(aktion(0).toLong(), 0);
+}
+
+TEST_F(PlaylistView, AToggledLoopRestoresTheEarlierActionExactlyIncludingJingleBanks)
+{
+    openList(1);
+    for (const int former :
+         {kAktionMix, kAktionStop, kAktionJinglePlay, kAktionJingle1, kAktionJingle2}) {
+        setAktion(0, former, u"a=b&"_s);
+        stand(0);
+        view.toolPressed(u"playlist.jingle.loop"_s);
+        EXPECT_EQ(aktion(0).toLong(), kAktionLoop);
+        EXPECT_EQ(cell(0, u"Command").toText(), u"a=b&oak=%1&"_s.arg(former));
+        view.toolPressed(u"playlist.jingle.loop"_s);
+        EXPECT_EQ(aktion(0).toLong(), former);
+        EXPECT_EQ(cell(0, u"Command").toText(), u"a=b&"_s);
+    }
+    EXPECT_EQ(sentOf(u"playlist.loop"_s).size(), 10);
+}
+
+TEST_F(PlaylistView, ALoopWithoutAFormerActionMixesAndAJingleListAlwaysPlaysJingles)
+{
+    openList(1);
+    setAktion(0, kAktionLoop);
+    stand(0);
+    view.toolPressed(u"playlist.jingle.loop"_s);
+    EXPECT_EQ(aktion(0).toLong(), kAktionMix);
+    others.SendMessage(u"jinglelist.aktivieren"_s, numberOf(list), false);
+    EXPECT_TRUE(view.isJingleMode());
+    stand(0);
+    setAktion(0, kAktionLoop);
+    view.toolPressed(u"playlist.jingle.loop"_s);
+    EXPECT_EQ(aktion(0).toLong(), kAktionJinglePlay);
+    EXPECT_EQ(sentOf(u"playlist.jingle.change.playmode"_s).size(), 1);
+}
+
+TEST_F(PlaylistView, ACommandThatCannotBeReadIsLeftAlone)
+{
+    openList(1);
+    setAktion(0, kAktionMix, u"a=1&a=2&"_s);
+    stand(0);
+    view.toolPressed(u"playlist.jingle.loop"_s);
+    EXPECT_EQ(aktion(0).toLong(), kAktionMix);
+    EXPECT_EQ(cell(0, u"Command").toText(), u"a=1&a=2&"_s);
+}
+
+TEST_F(PlaylistView, RapidRowChangesSendOneInfoEveryQuarterOfASecond)
+{
+    openList(5);
+    for (qint64 row = 0; row < 5; ++row) {
+        view.rowChanged(row);
+    }
+    EXPECT_EQ(sentOf(u"info.from.fid"_s), QStringList(u"info.from.fid 800000000001 "_s));
+    ASSERT_TRUE(loop.fire(250));
+    EXPECT_EQ(sentOf(u"info.from.fid"_s).size(), 2);
+    EXPECT_TRUE(sent.last().contains(u"800000000005"_s));
+    ASSERT_TRUE(loop.fire(250));
+    EXPECT_EQ(sentOf(u"info.from.fid"_s).size(), 2);
+    EXPECT_FALSE(loop.fire(250));
+    view.rowChanged(1);
+    EXPECT_EQ(sentOf(u"info.from.fid"_s).size(), 3);
+}
+
+TEST_F(PlaylistView, ThePlayedEntryIsMarkedAndScrolledTo)
+{
+    openList(40);
+    const int played = cell(30, u"PLID").toLong();
+    others.SendMessage(u"refresh.playlist.plid"_s, played, cell(31, u"PLID").toLong());
+    EXPECT_EQ(view.PLID(), Plid(played));
+    EXPECT_EQ(grid.shownRow, 30);
+    EXPECT_EQ(grid.current, -1) << "the user's own place stays";
+}
+
+TEST_F(PlaylistView, ThePlayedEntryIsNotScrolledToWhenTheSettingIsOff)
+{
+    openList(40);
+    lists.settings->WriteKeyValue(u"Global"_s, u"View.Current.Playlist.Pos"_s, u"0"_s);
+    others.SendMessage(u"refresh.playlist.plid"_s, cell(30, u"PLID").toLong(), 0);
+    EXPECT_EQ(grid.shownRow, -1);
+}
+
+TEST_F(PlaylistView, AReloadKeepsTheEntryWhereverItStandsNow)
+{
+    openList(4);
+    stand(2);
+    lists.execute(u"update pl_all set sid=1 where plid="_s + cell(2, u"PLID").toText());
+    others.SendMessage(u"refresh.playlist"_s, 0);
+    EXPECT_EQ(rows(), u"3 1 2 4"_s);
+    EXPECT_EQ(grid.current, 0);
+}
+
+TEST_F(PlaylistView, ADisconnectedViewLetsGoAndComesBackToItsList)
+{
+    openList(3);
+    others.SendMessage(u"db.disconnect"_s);
+    EXPECT_EQ(view.Data1().rowCount(), 0);
+    view.deletePressed();
+    others.SendMessage(u"playlist.append.data"_s, lists.tracksText({1}));
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(rows(), u"1 2 3"_s);
+}
+
+TEST_F(PlaylistView, MonitorCommandsCarryTrackEntryStartAndStop)
+{
+    openList(2);
+    stand(1);
+    view.toolPressed(u"play.center"_s);
+    EXPECT_EQ(sent.last(),
+              u"player.monitor.play.center 800000000002 "_s + cell(1, u"PLID").toText());
+    lists.settings->SetGridSwapEditPlay(1);
+    sent.clear();
+    view.rowActivated(1);
+    EXPECT_EQ(sentOf(u"player.monitor.play.center"_s).size(), 1);
+}
+
+TEST_F(PlaylistView, AnEntryThatIsHeardIsMarkedUntilTheMonitorStops)
+{
+    openList(2);
+    stand(1);
+    view.toolPressed(u"play.start"_s);
+    EXPECT_EQ(static_cast<const PlaylistLook&>(view.look()).heard(), view.currentEntry());
+    view.toolPressed(u"play.stop"_s);
+    EXPECT_EQ(static_cast<const PlaylistLook&>(view.look()).heard(), Plid{});
+}
+
+TEST_F(PlaylistView, TheTempoFinderGetsTrackAndEntry)
+{
+    openList(2);
+    stand(0);
+    others.SendMessage(u"playlist.BeatGauge.Menu.Click"_s);
+    others.SendMessage(u"playlist.BeatGauge.Menu.Manuell.Click"_s);
+    const QString plid = cell(0, u"PLID").toText();
+    EXPECT_EQ(tempoSearches,
+              (QStringList{u"auto 800000000001 "_s + plid, u"manuell 800000000001 "_s + plid}));
+}
+
+TEST_F(PlaylistView, TheSampleToolGetsTheCurrentEntryUnlessTheMenuWasTheLibrarys)
+{
+    openList(2);
+    view.toolPressed(u"all.sample"_s);
+    EXPECT_TRUE(sampled.empty()) << "no row, no entry";
+    stand(1);
+    others.SendMessage(u"show.melovane.kiv"_s, 2);
+    EXPECT_TRUE(sampled.empty());
+    others.SendMessage(u"show.melovane.kiv"_s, 1);
+    others.SendMessage(u"show.melovane.kiv"_s);
+    view.toolPressed(u"all.sample"_s);
+    ASSERT_EQ(sampled.size(), 3U);
+    EXPECT_EQ(numberOf(sampled[0].PLID), cell(1, u"PLID").toInt64());
+    EXPECT_EQ(sampled[0].FID, u"800000000002"_s);
+}
+
+TEST_F(PlaylistView, StartAndStopOfTheSampleToolAreTakenAndCanBeUndone)
+{
+    openList(2);
+    stand(1);
+    const Plid entry{cell(1, u"PLID").toLong()};
+    view.takeSample(entry, u"800000000002"_s, 40, 900);
+    EXPECT_EQ(cell(1, u"Start").toLong(), 40);
+    EXPECT_EQ(cell(1, u"Stop").toLong(), 900);
+    EXPECT_EQ(sentOf(u"jingle.playlist.change"_s).size(), 1);
+    view.undo();
+    EXPECT_NE(cell(1, u"Start").toLong(), 40);
+}
+
+TEST_F(PlaylistView, WhatTheSampleToolSaysOfAnotherEntryOrOfNoRangeIsNotTaken)
+{
+    openList(2);
+    const Plid entry{cell(1, u"PLID").toLong()};
+    const QString before = cell(1, u"Start").toText() + u' ' + cell(1, u"Stop").toText();
+    view.takeSample(entry, u"800000000001"_s, 40, 900);
+    view.takeSample(Plid{4711}, u"800000000002"_s, 40, 900);
+    view.takeSample(Plid{}, {}, 40, 900);
+    view.takeSample(entry, u"800000000002"_s, -1, 900);
+    view.takeSample(entry, u"800000000002"_s, 900, 40);
+    others.SendMessage(u"playlist.set.lock"_s, true);
+    view.takeSample(entry, u"800000000002"_s, 40, 900);
+    EXPECT_EQ(cell(1, u"Start").toText() + u' ' + cell(1, u"Stop").toText(), before);
+    EXPECT_TRUE(sentOf(u"jingle.playlist.change"_s).isEmpty());
+}
+
+TEST_F(PlaylistView, AResetSetsTheListBackUnlessItIsLocked)
+{
+    openList(1);
+    lists.execute(u"update pl_all set volume=7, mixin='1,2,3,4,5'"_s);
+    others.SendMessage(u"playlist.set.lock"_s, true);
+    others.SendMessage(u"playlist.reset"_s, numberOf(list));
+    EXPECT_EQ(lists.value(u"select volume from pl_all"_s).toLong(), 7);
+    others.SendMessage(u"playlist.set.lock"_s, false);
+    others.SendMessage(u"playlist.reset"_s, numberOf(list));
+    EXPECT_EQ(lists.value(u"select volume from pl_all"_s).toLong(), 0);
+    EXPECT_TRUE(lists.value(u"select mixin from pl_all"_s).isNull());
+}
+
+TEST_F(PlaylistView, ALockToldByTheTreeConcernsTheOpenListAlone)
+{
+    openList(1);
+    const auto tellLock = [this](int id, bool locked) {
+        others.SendMessage(u"playlist.set.lock"_s, u"PLG?Playlist??%1"_s.arg(id), u"all.lock"_s,
+                           locked);
+        lists.execute(u"update pl_all set volume=7"_s);
+        others.SendMessage(u"playlist.reset"_s, numberOf(list));
+        return lists.value(u"select volume from pl_all"_s).toLong();
+    };
+    EXPECT_EQ(tellLock(int(numberOf(list)) + 1, true), 0);
+    EXPECT_EQ(tellLock(int(numberOf(list)), true), 7);
+    EXPECT_EQ(tellLock(int(numberOf(list)) + 1, false), 7);
+    EXPECT_EQ(tellLock(int(numberOf(list)), false), 0);
+}
+
+TEST_F(PlaylistView, AListRenamedInTheTreeIsTitledAnew)
+{
+    openList(1);
+    QString name;
+    QObject::connect(&view, &ctl_Playlist::summaryChanged, &view,
+                     [&name](const PlaylistSummary& summary) { name = summary.name; });
+    lists.execute(u"update pl_name set name='Neuer Name' where nid=%1"_s.arg(numberOf(list)));
+    others.SendMessage(u"update.tree.row"_s, u"PLG?Playlist??%1"_s.arg(numberOf(list)),
+                       u"Neuer Name "_s);
+    EXPECT_EQ(name, u"Neuer Name"_s);
+}
+
+TEST_F(PlaylistView, AListDeletedElsewhereIsNoLongerOpen)
+{
+    const Pnid other = lists.addList({}, u"Andere"_s);
+    openList(2);
+    stand(0);
+    lists.execute(u"delete from pl_all where pnid=%1"_s.arg(numberOf(list)));
+    lists.execute(u"delete from pl_name where nid=%1"_s.arg(numberOf(list)));
+    others.SendMessage(u"refresh.playlist"_s, numberOf(list));
+    EXPECT_EQ(view.GetPNID(), Pnid{});
+    EXPECT_EQ(view.Data1().rowCount(), 0);
+    EXPECT_EQ(grid.note.title, u"Keine Playlist geöffnet"_s);
+    others.SendMessage(u"playlist.append.data"_s, test::Lists::tracksText({1}));
+    view.toolPressed(u"all.clip.append"_s);
+    EXPECT_EQ(lists.entryCount(other), 0);
+    others.SendMessage(u"playlist.aktivieren"_s, numberOf(other), false);
+    others.SendMessage(u"playlist.append.data"_s, test::Lists::tracksText({1}));
+    EXPECT_EQ(rows(), u"1"_s);
+}
+
+TEST_F(PlaylistView, TracksNeverEnterALockedListThatIsNotTheOneShown)
+{
+    openList(1);
+    const Pnid playing = lists.addList({5}, u"Läuft"_s);
+    lists.execute(
+        u"update pl_name set isplay=true, lock=true, grid=1 where nid=%1"_s.arg(numberOf(playing)));
+    stand(0);
+    others.SendMessage(u"ToAktivPlaylist"_s);
+    EXPECT_EQ(lists.entryCount(playing), 1);
+    EXPECT_EQ(takeStatus(), QStringList{u"Die Liste ist schreibgeschützt."_s});
+    lists.execute(u"update pl_name set lock=false where nid=%1"_s.arg(numberOf(playing)));
+    others.SendMessage(u"ToAktivPlaylist"_s);
+    EXPECT_EQ(lists.entryCount(playing), 2);
+}
+
+TEST_F(PlaylistView, ALockedListIsNeitherUndoneNorRedone)
+{
+    openList(2);
+    stand(0);
+    const auto setLock = [this](bool on) {
+        lists.execute(u"update pl_name set lock=%1 where nid=%2"_s.arg(on ? u"true"_s : u"false"_s)
+                          .arg(numberOf(list)));
+    };
+    view.deletePressed();
+    ASSERT_EQ(rows(), u"2"_s);
+    setLock(true);
+    sent.clear();
+    view.undo();
+    EXPECT_EQ(rows(), u"2"_s);
+    EXPECT_EQ(takeStatus().size(), 1);
+    setLock(false);
+    view.undo();
+    EXPECT_EQ(rows(), u"1 2"_s);
+    setLock(true);
+    view.redo();
+    EXPECT_EQ(rows(), u"1 2"_s);
+}
+
+TEST_F(PlaylistView, ALockedListSaysSoWhenTheUserTriesToChangeIt)
+{
+    openList(2, true);
+    stand(0);
+    const std::vector<std::function<void()>> attempts = {
+        [this] { view.deletePressed(); }, [this] { view.digitPressed(1); },
+        [this] { view.moveRow(1); }, [this] { view.setAktion(1); },
+        [this] { view.AutocueTitel(); }};
+    for (const auto& attempt : attempts) {
+        attempt();
+        EXPECT_EQ(takeStatus(), QStringList{u"Die Liste ist schreibgeschützt."_s});
+    }
+}
+
+TEST_F(PlaylistView, WhatWaitsToBeNotedIsNotedBeforeTheFileIsGivenAway)
+{
+    openList(2);
+    stand(0);
+    view.moveRow(1);
+    lists.execute(u"update pl_name set sicherung=false where nid=%1"_s.arg(numberOf(list)));
+    others.SendMessage(u"db.disconnect"_s);
+    EXPECT_TRUE(
+        lists.value(u"select sicherung from pl_name where nid=%1"_s.arg(numberOf(list))).toBool());
+}
+
+TEST_F(PlaylistView, TheCurrentRowIsTheSameAfterTheFileWasAway)
+{
+    openList(3);
+    stand(2);
+    others.SendMessage(u"db.disconnect"_s);
+    grid.current = -1;
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(grid.current, 2);
+}
+
+TEST_F(PlaylistView, ActionsOfferedFitTheKindOfTheList)
+{
+    openList(1);
+    EXPECT_EQ(view.currentAktion(), -1);
+    stand(0);
+    EXPECT_EQ(view.currentAktion(), 0);
+    EXPECT_EQ(view.aktionChoices(), (std::vector<int>{0, 1, 2}));
+    others.SendMessage(u"jinglelist.aktivieren"_s, numberOf(list), false);
+    EXPECT_EQ(view.aktionChoices(), (std::vector<int>{3, 2, 11, 12}));
+}
+
+TEST_F(PlaylistView, StartAndStopAreSetToWhereTheSoundBeginsAndEndsAndCanComeBack)
+{
+    const QString file = lists.write(u"ton.mp3"_s, "sound");
+    openList(1);
+    lists.execute(u"update db_all set Path='%1/', DName='ton.mp3'"_s.arg(QFileInfo(file).path()));
+    const int former = cell(0, u"FrameStop").toLong();
+    stand(0);
+    cues = CueRange{40, 400};
+    view.AutocueTitel();
+    EXPECT_EQ(cueSearches, QStringList{file + u" 10000 700"_s});
+    EXPECT_EQ(cell(0, u"FrameStart").toLong(), 40);
+    EXPECT_EQ(cell(0, u"FrameStop").toLong(), 400);
+    EXPECT_EQ(takeStatus(), QStringList());
+    view.undo();
+    EXPECT_EQ(cell(0, u"FrameStop").toLong(), former);
+
+    cues.reset();
+    stand(0);
+    view.AutocueTitel();
+    EXPECT_EQ(takeStatus().size(), 1);
+    EXPECT_EQ(cell(0, u"FrameStop").toLong(), former);
+}
+
+TEST_F(PlaylistView, MixStylesAreSpreadAndTakenAwayOverTheBus)
+{
+    openList(3);
+    lists.execute(u"update pl_all set mixout='1,1,1,1,1' where plid="_s +
+                  cell(0, u"PLID").toText());
+    lists.execute(u"update pl_all set mixin='2,2,2,2,2' where plid="_s + cell(1, u"PLID").toText());
+    others.SendMessage(u"refresh.playlist.plid"_s, cell(0, u"PLID"), cell(1, u"PLID"));
+    others.SendMessage(u"mixstyle.all.copy"_s);
+    EXPECT_EQ(lists
+                  .value(u"select count(*) from pl_all where mixout='1,1,1,1,1' and "
+                         u"mixin='2,2,2,2,2'"_s)
+                  .toLong(),
+              3);
+    others.SendMessage(u"mixstyle.all.del"_s);
+    EXPECT_EQ(lists.value(u"select count(*) from pl_all where mixout is null"_s).toLong(), 3);
+    EXPECT_EQ(sentOf(u"playlist.change"_s).size(), 2);
+}
+
+TEST_F(PlaylistView, TheSummaryNamesTheListItsEntriesAndItsLength)
+{
+    PlaylistSummary told;
+    QObject::connect(&view, &ctl_Playlist::summaryChanged, &view,
+                     [&](const PlaylistSummary& summary) { told = summary; });
+    openList(0);
+    lists.execute(u"update pl_name set name='Ein ''Name'' <b>'"_s);
+    others.SendMessage(u"playlist.append.data"_s, lists.tracksText({1, 2}));
+    EXPECT_EQ(told.name, u"Ein 'Name' <b>"_s);
+    EXPECT_EQ(told.entries, 2);
+    EXPECT_NEAR(double(told.milliseconds), 180'000 - 30 * 26.12, 100);
+}
+
+} // namespace
+} // namespace melovane
