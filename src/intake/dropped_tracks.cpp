@@ -63,20 +63,23 @@ DroppedTracks::Result DroppedTracks::take(const QStringList& places)
     }
     const auto database = m_engine.OpenDatabase(m_settings.DbName());
     NewTracks tracks(*database, m_settings, m_files, m_reader, m_clock);
+    QStringList known; // an empty one for each file that is to be entered
     for (const QString& file : found) {
         const auto row = tracks.find(path::withSeparator(path::parent(file)), path::fileName(file));
-        const ImportedTrack* read = row->Eof() ? tracks.read(file).track : nullptr;
-        if (!row->Eof()) {
-            result.fids.append(row->value(u"FID").toText());
-        } else if (read != nullptr) {
-            result.fids.append(read->FID);
-        } else {
+        known.append(row->Eof() ? QString() : row->value(u"FID").toText());
+        if (row->Eof() && tracks.read(file).track == nullptr) {
             result.skipped.append(file);
         }
     }
     Transaction all(*database);
     tracks.write();
     all.commit();
+    for (qsizetype i = 0; i < found.size(); ++i) {
+        const QString fid = known.at(i).isEmpty() ? tracks.fidOf(found.at(i)) : known.at(i);
+        if (!fid.isEmpty()) {
+            result.fids.append(fid);
+        }
+    }
     return result;
 }
 

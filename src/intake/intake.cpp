@@ -50,7 +50,6 @@ Intake::Intake(const IntakeParts& parts, IntakeOrder order)
     : m_parts(parts)
     , m_order(std::move(order))
     , m_import(parts.files, parts.clock)
-    , m_fids(parts.clock)
     , m_locator(parts.files, parts.dataFolder)
     , m_readAhead(parts.reader)
 {
@@ -107,7 +106,8 @@ void Intake::work(std::chrono::steady_clock::time_point deadline)
 
 void Intake::open()
 {
-    m_library = std::make_unique<IntakeLibrary>(m_parts.engine, m_order.database);
+    m_library = std::make_unique<IntakeLibrary>(m_parts.engine, m_order.database, m_parts.files,
+                                                m_parts.clock);
     m_import.SetWidths(m_library->columns());
     m_import.LoadGenre(m_library->database());
     if (m_order.mode == IntakeMode::NewFiles) {
@@ -291,64 +291,49 @@ void Intake::write(ReadFile& file)
 
 void Intake::writeNew(const FoundFile& file, const MediaReading& reading)
 {
-    QString fidOfTag;
-    ImportOutcome outcome = m_import.ImportFile(file.folder, file.name, file.facts, reading,
-                                                [&](const QString& candidate) {
-                                                    const QString fid = m_fids.make(candidate);
-                                                    fidOfTag = fid == candidate ? fid : QString();
-                                                    return fid;
-                                                });
+    ImportOutcome outcome = m_import.ImportFile(file.folder, file.name, file.facts, reading);
     if (!outcome.isUsable()) {
         refuse(file.path(), outcome.code, outcome.detail);
         return;
     }
-    addTrack(file, outcome.track, fidOfTag);
+    const auto result = m_library->add(outcome.track);
+    switch (result.kind) {
+    case TrackInsert::Result::Kind::Added:
+        note(&Portion::added, file.path());
+        break;
+    case TrackInsert::Result::Kind::FileIsKnown:
+        takeKnown(result.row.FID, result.row.DEL, file.path());
+        break;
+    case TrackInsert::Result::Kind::FidIsTaken:
+        meetRow(result.row, file, outcome.track);
+        break;
+    }
 }
 
-void Intake::addTrack(const FoundFile& file, ImportedTrack& track, const QString& fidOfTag)
+void Intake::meetRow(const StoredPlace& row, const FoundFile& file, const ImportedTrack& track)
 {
-    if (!m_library->add(track)) {
-        if (!fidOfTag.isEmpty() && meetsRow(file, track)) {
-            return;
-        }
-        do {
-            m_fids.wasTaken();
-            track.FID = m_fids.make();
-        } while (!m_library->add(track));
-    }
-    note(&Portion::added, file.path());
-}
-
-bool Intake::meetsRow(const FoundFile& file, const ImportedTrack& track)
-{
-    const auto row = m_library->placeOf(track.FID);
-    if (!row) {
-        return false;
-    }
-    if (const auto there = fileOf(row->Path, row->DName)) {
-        const bool isStoredPlace = there->folder == row->Path && there->name == row->DName;
+    if (const auto there = fileOf(row.Path, row.DName)) {
+        const bool isStoredPlace = there->folder == row.Path && there->name == row.DName;
         if (!isStoredPlace && isSameFile(there->facts, file.facts)) {
-            takeKnown(row->FID, row->DEL, file.path());
+            takeKnown(row.FID, row.DEL, file.path());
         } else {
             m_report.duplicates.push_back(
                 {file.path(), 0, m_parts.texts.text(u"intake.copyof", there->path())});
         }
-    } else if (row->DriveTyp == kDisc) {
+    } else if (row.DriveTyp == kDisc) {
         m_report.duplicates.push_back(
-            {file.path(), 0, m_parts.texts.text(u"intake.copyofdisc", row->DriveName)});
+            {file.path(), 0, m_parts.texts.text(u"intake.copyofdisc", row.DriveName)});
     } else {
-        m_library->move(*row, track);
+        m_library->move(row, track);
         note(&Portion::moved, file.path());
     }
-    return true;
 }
 
 void Intake::writeChanged(const ReadFile& file)
 {
     const FoundFile& found = file.pending.file;
     const ImportOutcome outcome =
-        m_import.ImportFile(found.folder, found.name, found.facts, file.reading,
-                            [&](const QString&) { return file.pending.FID; });
+        m_import.ImportFile(found.folder, found.name, found.facts, file.reading);
     if (!outcome.isUsable()) {
         refuse(found.path(), outcome.code, outcome.detail);
         return;

@@ -4,20 +4,11 @@
 #include "intake/import_errors.h"
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
-#include "platform/db/sql_text.h"
 #include "platform/system/path_text.h"
-#include "store/row_statements.h"
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-/// Identifiers that are tried: a second has no more of them.
-constexpr int kMostTries = 1000;
-
-} // namespace
 
 NewTracks::NewTracks(Database& database,
                      const GlobalSettings& settings,
@@ -27,8 +18,9 @@ NewTracks::NewTracks(Database& database,
     : m_database(database)
     , m_files(files)
     , m_reader(reader)
+    , m_clock(clock)
     , m_import(files, clock)
-    , m_ids(clock)
+    , m_places(database, files)
     , m_find(database.queryDefs().Item(u"QU_FindFile"_s))
 {
     m_import.SetTagChoice(settings.ID3v2Tags());
@@ -38,46 +30,37 @@ NewTracks::NewTracks(Database& database,
 
 NewTracks::~NewTracks() = default;
 
-std::unique_ptr<Recordset> NewTracks::find(const QString& folder, const QString& name)
+std::unique_ptr<Recordset> NewTracks::findAsStored(const QString& folder, const QString& name)
 {
     m_find->SetParameter(u"sPath"_s, folder);
     m_find->SetParameter(u"sDName"_s, name);
     return m_find->OpenRecordset();
 }
 
-QString NewTracks::freeFid(const QString& candidate)
+std::unique_ptr<Recordset> NewTracks::find(const QString& folder, const QString& name)
 {
-    const auto isTaken = [this](const QString& fid) {
-        return m_byFid.contains(fid) ||
-               m_database
-                       .OpenRecordset(u"select count(*) as anz from db_all where fid="_s +
-                                      sql::text(fid))
-                       ->value(u"anz")
-                       .toLong() > 0;
-    };
-    QString fid = m_ids.MakeFID(candidate);
-    for (int tries = 0; tries < kMostTries && isTaken(fid); ++tries) {
-        fid = m_ids.MakeFID();
+    auto track = findAsStored(folder, name);
+    if (track->Eof()) {
+        if (const auto place = m_places.find(folder, name)) {
+            track = findAsStored(place->Path, place->DName);
+        }
     }
-    return fid;
+    return track;
 }
 
 NewTracks::Outcome NewTracks::readNew(const QString& file)
 {
     const auto facts = m_files.facts(file);
     if (!facts) {
-        return {importerror::kFileNotFound, -1};
+        return {importerror::kFileNotFound, {}, -1};
     }
     ImportOutcome outcome =
-        m_import.ImportFile(path::parent(file), path::fileName(file), *facts, m_reader.read(file),
-                            [this](const QString& candidate) { return freeFid(candidate); });
+        m_import.ImportFile(path::parent(file), path::fileName(file), *facts, m_reader.read(file));
     if (!outcome.isUsable()) {
-        return {outcome.code, -1};
+        return {outcome.code, outcome.detail, -1};
     }
-    const int index = int(m_tracks.size());
-    m_byFid.insert(outcome.track.FID, index);
     m_tracks.push_back(std::move(outcome.track));
-    return {0, index};
+    return {0, {}, int(m_tracks.size()) - 1};
 }
 
 NewTracks::Reading NewTracks::read(const QString& file)
@@ -86,7 +69,8 @@ NewTracks::Reading NewTracks::read(const QString& file)
     if (known == m_byFile.cend()) {
         known = m_byFile.insert(file, readNew(file));
     }
-    return {known->code, known->index < 0 ? nullptr : &m_tracks[size_t(known->index)]};
+    return {known->code, known->detail,
+            known->index < 0 ? nullptr : &m_tracks[size_t(known->index)]};
 }
 
 void NewTracks::write()
@@ -94,12 +78,20 @@ void NewTracks::write()
     if (m_tracks.empty()) {
         return;
     }
-    const QString table = u"db_all"_s;
-    RowInsert insert(m_database, table,
-                     writtenColumns(m_database, table, ImportedTrack::columns()));
-    for (const ImportedTrack& track : m_tracks) {
-        insert.run(track.values());
+    TrackInsert insert(m_database, m_places, m_clock);
+    for (ImportedTrack& track : m_tracks) {
+        const auto result = insert.add(track, TrackInsert::TakenFid::MakeNew);
+        if (result.kind == TrackInsert::Result::Kind::FileIsKnown) {
+            track.FID = result.row.FID;
+        }
     }
+}
+
+QString NewTracks::fidOf(const QString& file) const
+{
+    const auto known = m_byFile.constFind(file);
+    return known == m_byFile.cend() || known->index < 0 ? QString()
+                                                        : m_tracks[size_t(known->index)].FID;
 }
 
 } // namespace melovane

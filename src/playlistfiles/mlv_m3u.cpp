@@ -154,8 +154,9 @@ void MlvM3U::load(const QStringList& files)
     if (m_givenUp) {
         writeLoaded(*database, {});
     } else {
-        writeLoaded(*database, loader.rows());
         tracks.write();
+        loader.takeWritten();
+        writeLoaded(*database, loader.rows());
     }
     all.commit();
     m_loaded = m_givenUp ? 0 : int(loader.rows().size());

@@ -11,8 +11,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <memory>
 
 namespace melovane {
 
@@ -235,6 +237,14 @@ QString LinuxFiles::resolve(const QString& path) const
         parts.removeFirst();
     }
     return linuxnames::decode(resolveBelow(root, parts, 0));
+}
+
+QString LinuxFiles::canonical(const QString& path) const
+{
+    const QByteArray name = systemPath(path);
+    const std::unique_ptr<char, decltype(&std::free)> real(
+        name.isEmpty() ? nullptr : ::realpath(name.constData(), nullptr), &std::free);
+    return real ? linuxnames::decode(QByteArray(real.get())) : QString();
 }
 
 QStringList LinuxFiles::names(const QString& folder) const

@@ -69,6 +69,10 @@ public:
     /// Empty when there is none.
     [[nodiscard]] virtual QString resolve(const QString& path) const = 0;
 
+    /// The path of an existing file or folder without links, "." and ".."; empty when there is
+    /// none.
+    [[nodiscard]] virtual QString canonical(const QString& path) const = 0;
+
     /// Names in a folder, sorted by bytes, without "." and "..".
     [[nodiscard]] virtual QStringList names(const QString& folder) const = 0;
 
