@@ -1,27 +1,15 @@
 #include "intake/dropped_tracks.h"
 
 #include "config/global_settings.h"
+#include "intake/folder_walk.h"
 #include "intake/new_tracks.h"
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
-#include "platform/system/files.h"
 #include "platform/system/path_text.h"
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-/// Deepest folder below a dropped one; links that lead round in a circle end here.
-constexpr int kDeepest = 32;
-
-bool isMp3(const QString& place)
-{
-    return path::extension(place).compare("mp3"_L1, Qt::CaseInsensitive) == 0;
-}
-
-} // namespace
 
 DroppedTracks::DroppedTracks(DBEngine& engine,
                              const GlobalSettings& settings,
@@ -35,47 +23,45 @@ DroppedTracks::DroppedTracks(DBEngine& engine,
     , m_clock(clock)
 {}
 
-void DroppedTracks::collect(const QString& place, int depth, QStringList& found) const
+QStringList DroppedTracks::filesOf(const QStringList& places, Skipped& skipped) const
 {
-    if (found.size() >= kMostFiles || depth > kDeepest) {
-        return;
-    }
-    if (m_files.fileExists(place)) {
-        if (isMp3(place)) {
-            found.append(place);
+    QStringList result;
+    FolderWalk walk(m_files, places, skipped);
+    for (auto found = walk.next(); found && result.size() < kMaxFiles; found = walk.next()) {
+        for (const FoundFile& file : *found) {
+            if (result.size() < kMaxFiles) {
+                result.append(file.path());
+            }
         }
-        return;
     }
-    for (const QString& name : m_files.names(place)) {
-        collect(path::join(place, name), depth + 1, found);
-    }
+    return result;
 }
 
 DroppedTracks::Result DroppedTracks::take(const QStringList& places)
 {
-    QStringList found;
-    for (const QString& place : places) {
-        collect(place, 0, found);
-    }
     Result result;
-    if (found.isEmpty()) {
+    const QStringList files = filesOf(places, result.skipped);
+    if (files.isEmpty()) {
         return result;
     }
     const auto database = m_engine.OpenDatabase(m_settings.DbName());
     NewTracks tracks(*database, m_settings, m_files, m_reader, m_clock);
     QStringList known; // an empty one for each file that is to be entered
-    for (const QString& file : found) {
+    for (const QString& file : files) {
         const auto row = tracks.find(path::withSeparator(path::parent(file)), path::fileName(file));
         known.append(row->Eof() ? QString() : row->value(u"FID").toText());
-        if (row->Eof() && tracks.read(file).track == nullptr) {
-            result.skipped.append(file);
+        if (!row->Eof()) {
+            continue;
+        }
+        if (const auto reading = tracks.read(file); reading.track == nullptr) {
+            result.skipped.refused.push_back({file, reading.code, reading.detail});
         }
     }
     Transaction all(*database);
     tracks.write();
     all.commit();
-    for (qsizetype i = 0; i < found.size(); ++i) {
-        const QString fid = known.at(i).isEmpty() ? tracks.fidOf(found.at(i)) : known.at(i);
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        const QString fid = known.at(i).isEmpty() ? tracks.fidOf(files.at(i)) : known.at(i);
         if (!fid.isEmpty()) {
             result.fids.append(fid);
         }

@@ -111,7 +111,7 @@ void Intake::open()
     m_import.SetWidths(m_library->columns());
     m_import.LoadGenre(m_library->database());
     if (m_order.mode == IntakeMode::NewFiles) {
-        m_walk = std::make_unique<FolderWalk>(m_parts.files, m_order.folders);
+        m_walk = std::make_unique<FolderWalk>(m_parts.files, m_order.folders, m_unreached);
     } else {
         m_library->openStored();
         m_progress.total = m_library->storedCount();
@@ -356,14 +356,11 @@ void Intake::finish()
 
 void Intake::end()
 {
-    if (m_walk) {
-        const auto& refused = m_walk->refused();
-        for (const Refusal& refusal : refused) {
-            refuse(refusal.path, refusal.code, {});
-        }
-        m_report.found += static_cast<int>(refused.size());
-    }
-    std::stable_sort(m_report.refused.begin(), m_report.refused.end(),
+    auto& refused = m_report.skipped.refused;
+    refused.insert(refused.end(), m_unreached.refused.begin(), m_unreached.refused.end());
+    m_report.found += static_cast<int>(m_unreached.refused.size());
+    m_report.skipped.kinds = m_unreached.kinds;
+    std::stable_sort(refused.begin(), refused.end(),
                      [](const Refusal& a, const Refusal& b) { return a.path < b.path; });
     m_state = State::Done;
 }
@@ -384,34 +381,23 @@ void Intake::note(int Portion::*count, const QString& path)
     m_portion.paths.append(path);
 }
 
-QString Intake::reason(int code, const QString& detail) const
-{
-    const ConfigObjects& texts = m_parts.texts;
-    QString text = texts.text(u"importerror.%1"_s.arg(code));
-    if (text.isEmpty()) {
-        text = importerror::GetMessageText(code);
-    }
-    const QString known = texts.text(detail);
-    return detail.isEmpty() ? text : u"%1 (%2)"_s.arg(text, known.isEmpty() ? detail : known);
-}
-
 void Intake::refuse(const QString& path, int code, const QString& detail)
 {
-    m_report.refused.push_back({path, code, reason(code, detail)});
+    m_report.skipped.refused.push_back({path, code, detail});
 }
 
 void Intake::fail(const DbError& error)
 {
     const QString known = m_parts.texts.text(u"dberror.%1"_s.arg(error.number()), m_order.database);
-    const QString why = reason(importerror::kDatabase, known.isEmpty() ? error.text() : known);
+    const QString why = known.isEmpty() ? error.text() : known;
     if (m_library) {
         m_library->dropPortion();
     }
     for (const QString& path : std::as_const(m_portion.paths)) {
-        m_report.refused.push_back({path, importerror::kDatabase, why});
+        refuse(path, importerror::kDatabase, why);
     }
     m_portion = {};
-    m_report.failure = why;
+    m_report.failure = reasonText(m_parts.texts, {{}, importerror::kDatabase, why});
     end();
 }
 

@@ -124,7 +124,6 @@ private:
     void commit();
     void note(int Portion::*count, const QString& path);
     void refuse(const QString& path, int code, const QString& detail);
-    [[nodiscard]] QString reason(int code, const QString& detail) const;
     void fail(const DbError& error);
     void end();
 
@@ -137,6 +136,7 @@ private:
     TagImport m_import;
     FileLocator m_locator;
     std::unique_ptr<IntakeLibrary> m_library;
+    Skipped m_unreached; ///< what the walk has left out
     std::unique_ptr<FolderWalk> m_walk;
     std::vector<FoundFile> m_found;                    ///< wait for the rows of their folder
     QString m_knownFolder;                             ///< whose rows m_known holds

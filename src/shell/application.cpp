@@ -302,8 +302,7 @@ QStringList Application::tracksOf(const QStringList& places)
     DroppedTracks dropped(*m_engine, m_settings, m_files, m_tagReader, m_clock);
     const DroppedTracks::Result result = dropped.take(places);
     if (!result.skipped.isEmpty()) {
-        m_mlvdb.showStatusText(m_texts.text(u"playlist.skipped"_s, result.skipped.size(),
-                                            path::fileName(result.skipped.first())));
+        m_mlvdb.showStatusText(skippedText(m_texts, result.skipped));
     }
     return result.fids;
 }

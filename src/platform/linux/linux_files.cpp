@@ -247,6 +247,13 @@ QString LinuxFiles::canonical(const QString& path) const
     return real ? linuxnames::decode(QByteArray(real.get())) : QString();
 }
 
+bool LinuxFiles::canList(const QString& folder) const
+{
+    const QByteArray name = systemPath(folder);
+    DIR* const stream = name.isEmpty() ? nullptr : ::opendir(name.constData());
+    return stream != nullptr && ::closedir(stream) == 0;
+}
+
 QStringList LinuxFiles::names(const QString& folder) const
 {
     QStringList result;
