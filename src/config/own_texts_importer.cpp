@@ -48,6 +48,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"intake.missing", u"$1 nicht gefunden"},
     {u"intake.refused", u"$1 abgelehnt"},
     {u"intake.leftover", u"$1 nicht gelesen"},
+    {u"intake.running", u"In diese Datenbank wird gerade schon importiert."},
     {u"intake.kinds", u"Nicht gelesen, weil keine MP3-Dateien: $1."},
     {u"intake.cancelled", u" (abgebrochen)"},
 
