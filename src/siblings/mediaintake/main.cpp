@@ -51,6 +51,7 @@ public:
         // Language files are looked for in the current folder.
         QDir::setCurrent(m_paths.GetConfigPath());
         MelovaneConfiguration::fill(m_texts);
+        m_session.whenOver = [this](const IntakeReport& report) { tellConsole(report); };
     }
 
     /// True when no other program imports into the database; until this one ends, none can.
@@ -91,6 +92,14 @@ public:
 private:
     /// The answer to kBringToFront.
     static constexpr qint32 kIsInFront = 1;
+
+    void tellConsole(const IntakeReport& report)
+    {
+        if (report.rowsWritten() > 0) {
+            m_control->setTarget(m_settings.MessageHandleDB());
+            m_control->Send(message::kDatabaseChanged, 0, 0);
+        }
+    }
 
     SystemClock m_clock;
     LinuxFiles m_files;

@@ -1,4 +1,6 @@
+#include "bus/message_numbers.h"
 #include "platform/linux/linux_environment.h"
+#include "platform/linux/linux_messages.h"
 #include "platform/linux/only_copy.h"
 #include "siblings/mediaintake/import_lock.h"
 #include "support/mp3_maker.h"
@@ -133,6 +135,31 @@ TEST_F(IntakeProcess, TwoThatStartAtOnceGiveEachFileOneRow)
     EXPECT_EQ(rows(), kFiles);
     EXPECT_EQ(suite.column(u"select distinct DName from db_all"_s).size(), kFiles);
     EXPECT_EQ(suite.column(u"select distinct FID from db_all"_s).size(), kFiles);
+}
+
+TEST_F(IntakeProcess, TheConsoleIsToldOnceWhenTracksHaveCome)
+{
+    writeMany(3);
+    LinuxMessages messages(MessagePlace(LinuxEnvironment().runtimeFolder()));
+    const auto console = messages.makeControl();
+    int told = 0;
+    console->setMessageNumber([&](qint32 id, qint32 wParam, qint32 lParam) {
+        EXPECT_EQ(id, message::kDatabaseChanged);
+        EXPECT_EQ(wParam, 0);
+        EXPECT_EQ(lParam, 0);
+        EXPECT_EQ(rows(), 3);
+        ++told;
+        return 0;
+    });
+    suite.makeSettings()->SetMessageHandleDB(console->handle());
+    for (int round = 0; round < 2; ++round) { // nothing is new in the second one
+        QProcess process;
+        process.start(m_program, quietly());
+        ASSERT_TRUE(
+            QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 60'000));
+        EXPECT_EQ(process.exitCode(), 0);
+    }
+    EXPECT_EQ(told, 1);
 }
 
 TEST_F(IntakeProcess, KilledInMidImportItLeavesADatabaseThatOpensWithTheRowsItHadCommitted)
