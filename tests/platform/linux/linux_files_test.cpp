@@ -359,7 +359,7 @@ private:
 TEST_F(RealFiles, AFailureInTheMiddleLeavesTheTargetUntouchedAndNothingBehind)
 {
     folder.write(u"a"_s, "old");
-    folder.write(u"large"_s, QByteArray(3 * 1024 * 1024, 'x'));
+    folder.write(u"large"_s, QByteArray(qsizetype{3} * 1024 * 1024, 'x'));
     {
         const SmallDisk disk(1000);
         EXPECT_THROW(files.writeWhole(path(u"a"_s), QByteArray(5000, 'n')), IoError);
@@ -405,7 +405,7 @@ TEST_F(RealFiles, ACopyOntoItselfChangesNothing)
 
 TEST_F(RealFiles, ACopyInStepsIsAskedAfterEveryBlockAndComesOutWhole)
 {
-    const QByteArray bytes = QByteArray(6 * 1024 * 1024, 'x') + "end";
+    const QByteArray bytes = QByteArray(qsizetype{6} * 1024 * 1024, 'x') + "end";
     folder.write(u"a"_s, bytes);
     std::vector<qint64> steps;
     EXPECT_TRUE(files.copyInSteps(path(u"a"_s), path(u"b"_s), [&](qint64 copied) {
@@ -421,7 +421,7 @@ TEST_F(RealFiles, ACopyInStepsIsAskedAfterEveryBlockAndComesOutWhole)
 
 TEST_F(RealFiles, ACopyThatIsGivenUpLeavesTheTargetAsItWasAndNothingBesideIt)
 {
-    folder.write(u"a"_s, QByteArray(3 * 1024 * 1024, 'x'));
+    folder.write(u"a"_s, QByteArray(qsizetype{3} * 1024 * 1024, 'x'));
     folder.write(u"to/b"_s, "old");
     EXPECT_FALSE(files.copyInSteps(path(u"a"_s), path(u"to/b"_s), [](qint64) { return false; }));
     EXPECT_FALSE(files.copyInSteps(path(u"a"_s), path(u"to/c"_s), [](qint64) { return false; }));
