@@ -3,6 +3,7 @@
 #include "bus/message_names.h"
 #include "bus/message_numbers.h"
 #include "config/melovane_configuration.h"
+#include "intake/dropped_tracks.h"
 #include "library/ui/mp3db_widget.h"
 #include "platform/db/db_error.h"
 #include "platform/qt/data_grid.h"
@@ -12,7 +13,6 @@
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
-#include "playlistfiles/dropped_tracks.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/skin_files.h"
 #include "store/check_database.h"
@@ -302,8 +302,7 @@ QStringList Application::tracksOf(const QStringList& places)
     DroppedTracks dropped(*m_engine, m_settings, m_files, m_tagReader, m_clock);
     const DroppedTracks::Result result = dropped.take(places);
     if (!result.skipped.isEmpty()) {
-        m_mlvdb.showStatusText(m_texts.text(u"playlist.skipped"_s, result.skipped.size(),
-                                            path::fileName(result.skipped.first())));
+        m_mlvdb.showStatusText(skippedText(m_texts, result.skipped));
     }
     return result.fids;
 }
