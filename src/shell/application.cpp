@@ -241,7 +241,7 @@ PlaylistActions Application::playlistActions()
 {
     return {m_paths.programName(),
             [this](const QString& cmd, const QString& fid, const QString& plid) {
-                m_mlvdb.startBeatGauge(cmd, fid, plid);
+                m_mlvdb.siblings().findTempo(cmd, fid, plid);
             },
             [this](int direction) { m_monitor.run(direction < 0 ? u"play.zur" : u"play.vor", {}); },
             [this](const QString& file) { return placeOf(file); },
@@ -325,39 +325,29 @@ FavoritParts Application::favoritParts()
 
 KeyActions Application::keyActions()
 {
-    const auto play = [this](qint32 id) {
-        const QString fid = m_library.GetFID();
-        if (!fid.isEmpty() && !m_suite.playerIsAlive()) {
-            m_mlvdb.showStatusText(m_texts.text(u"status.player.missing"_s));
-        } else if (!fid.isEmpty()) {
-            m_suite.SendToPlayer(fid, id);
-        }
-        return !fid.isEmpty();
-    };
     return {[this](const QString& command) {
                 return m_library.SendKeyUp(command) || m_playlist.SendKeyUp(command);
             },
             [this] { m_monitor.stop(); },
             [this] { BusSender(m_bus, u"MLVDB"_s).SendMessage(bus::kDbSetFavorit); },
-            [play] { return play(message::kPlayNext); },
-            [play] { return play(message::kPlayNow); },
+            [this] { return m_mlvdb.player().playNext(m_library.GetFID()); },
+            [this] { return m_mlvdb.player().playNow(m_library.GetFID()); },
             [this] {
                 m_loop.turn();
-                m_settings.RefreshMessageHandle();
-                m_message->setTarget(m_settings.MessageHandleDJ());
-                m_message->Post(message::kBringToFront, 0, 0);
+                m_mlvdb.player().showPlayer();
             }};
 }
 
 Mp3dbActions Application::libraryActions()
 {
-    return {
-        [this] { m_mlvdb.importMusic(); },
-        [this](const QString& cmd, const QString& fid) { m_mlvdb.startBeatGauge(cmd, fid, {}); },
-        [this](const QString& file) { return placeOf(file); },
-        [this](const QString& fid) {
-            m_sampleTool.edit(m_lists.GetPlaylistDetailByFID(fid), m_playlistMessage->handle());
-        }};
+    return {[this] { m_mlvdb.siblings().importMusic(); },
+            [this](const QString& cmd, const QString& fid) {
+                m_mlvdb.siblings().findTempo(cmd, fid, {});
+            },
+            [this](const QString& file) { return placeOf(file); },
+            [this](const QString& fid) {
+                m_sampleTool.edit(m_lists.GetPlaylistDetailByFID(fid), m_playlistMessage->handle());
+            }};
 }
 
 bool Application::anotherCopyRuns()
@@ -438,7 +428,7 @@ void Application::connectViews()
     m_window.playlist().attach(m_playlist, m_texts);
     QObject::connect(&m_playlist, &ctl_Playlist::historyChanged, &m_window,
                      [this](const QString& undo, bool, const QString& redo, bool) {
-                         m_mlvdb.setHistoryTexts(undo, redo);
+                         m_mlvdb.menu().setHistoryTexts(undo, redo);
                      });
     m_window.lists().attach(m_favorit, m_texts);
     hearSampleTool();

@@ -30,7 +30,7 @@ KopieParts Application::exportParts()
 SampleToolParts Application::sampleParts()
 {
     return {m_files, m_paths.programFolder(), m_suite, m_siblings,
-            [this](const QString& program) { m_mlvdb.tellMissing(program); }};
+            [this](const QString& program) { m_mlvdb.siblings().tellUnless(false, program); }};
 }
 
 void Application::hearSampleTool()
