@@ -133,6 +133,9 @@ public:
     /// The last list that was opened to become the active one.
     [[nodiscard]] Pnid activeList() const { return m_active; }
 
+    /// The list that a command without a list means: that on the screen, else the active one.
+    [[nodiscard]] Pnid listOfCommands() const { return m_pnid == Pnid{} ? m_active : m_pnid; }
+
     [[nodiscard]] bool isLocked() const { return m_locked; }
 
     [[nodiscard]] bool isJingleMode() const { return m_jingleMode; }

@@ -8,6 +8,8 @@ using namespace Qt::Literals::StringLiterals;
 class PlaylistView : public test::PlaylistViewTest
 {
 protected:
+    using PlaylistViewTest::PlaylistViewTest;
+
     QString number(Pnid of) { return QString::number(numberOf(of)); }
 
     void setAktion(qint64 row, int value, const QString& command = {})
@@ -36,6 +38,17 @@ TEST_F(PlaylistView, AListIsOpenedOverTheBusInItsOrder)
     EXPECT_EQ(view.activeList(), list);
     EXPECT_EQ(view.Data1().RecordSource(), u"select * from vpl_all where pnid="_s + number(list));
     EXPECT_FALSE(view.isJingleMode());
+}
+
+TEST_F(PlaylistView, ACommandMeansTheListOnTheScreenElseTheActiveOne)
+{
+    EXPECT_EQ(view.listOfCommands(), Pnid{});
+    openList(1);
+    EXPECT_EQ(view.listOfCommands(), list);
+    lists.execute(u"delete from pl_name where nid="_s + number(list));
+    others.SendMessage(u"refresh.playlist"_s);
+    ASSERT_EQ(view.GetPNID(), Pnid{});
+    EXPECT_EQ(view.listOfCommands(), view.activeList());
 }
 
 TEST_F(PlaylistView, LoadingTheSameNumberTwiceDoesNotReload)
@@ -457,6 +470,60 @@ TEST_F(PlaylistView, TheSummaryNamesTheListItsEntriesAndItsLength)
     EXPECT_EQ(told.name, u"Ein 'Name' <b>"_s);
     EXPECT_EQ(told.entries, 2);
     EXPECT_NEAR(double(told.milliseconds), 180'000 - 30 * 26.12, 100);
+}
+
+/// The view in the window of the player, under whatever letter case the program has.
+struct PlayersPlaylistView : public PlaylistView
+{
+    PlayersPlaylistView()
+        : PlaylistView(u"MelovaneDJ"_s)
+    {}
+
+    /// Name and values of all double clicks that were told.
+    QStringList doubleClicks;
+    MLVMessageBus::Subscription clicks = bus.subscribe([this](const MLVMessage& message) {
+        if (message.Command.endsWith("dblclick"_L1)) {
+            doubleClicks.append(message.Sender + u": "_s + message.Command + u' ' +
+                                message.Value1.toText() + u' ' + message.Value2.toText() + u' ' +
+                                message.Value3.toText());
+        }
+    });
+};
+
+TEST_F(PlayersPlaylistView, ADoubleClickTellsThePlayerListEntryAndTrack)
+{
+    openList(3);
+    stand(1);
+    view.rowActivated(1);
+    EXPECT_EQ(doubleClicks, QStringList{u"ctl_Playlist: playlist.position.dblclick %1 %2 %3"_s.arg(
+                                number(list), cell(1, u"PLID").toText(), u"800000000002"_s)});
+}
+
+TEST_F(PlayersPlaylistView, ADoubleClickInAJingleListHasItsOwnName)
+{
+    openList(3);
+    others.SendMessage(u"jinglelist.aktivieren"_s, numberOf(list), false);
+    view.rowActivated(0);
+    EXPECT_EQ(doubleClicks,
+              QStringList{u"ctl_Playlist: jinglelist.position.dblclick %1 %2 %3"_s.arg(
+                  number(list), cell(0, u"PLID").toText(), u"800000000001"_s)});
+}
+
+TEST_F(PlayersPlaylistView, ADoubleClickBesideTheRowsOrInALockedListTellsNothing)
+{
+    openList(1);
+    view.rowActivated(-1);
+    view.rowActivated(1);
+    others.SendMessage(u"playlist.set.lock"_s, true);
+    view.rowActivated(0);
+    EXPECT_TRUE(doubleClicks.isEmpty());
+}
+
+TEST_F(PlaylistView, InTheConsoleADoubleClickTellsNoPlayer)
+{
+    openList(2);
+    view.rowActivated(0);
+    EXPECT_TRUE(sentOf(u"playlist.position.dblclick"_s).isEmpty());
 }
 
 } // namespace
