@@ -1,70 +1,93 @@
 #include "intake/imported_track.h"
 
-namespace melovane {
+#include <array>
 
-using namespace Qt::Literals::StringLiterals;
+namespace melovane {
 
 namespace {
 
-Value orNull(const QString& text)
+using F = TrackField;
+using T = ImportedTrack;
+
+constexpr std::array kFields = std::to_array<ImportedField>({
+    {F::FID, &T::FID},
+    {F::Titel, &T::Titel},
+    {F::Interpret, &T::Interpret},
+    {F::Album, &T::Album},
+    {F::Genre, &T::Genre},
+    {F::Jahr, &T::Jahr},
+    {F::Track, &T::Track},
+    {F::Kommentar, &T::Kommentar},
+    {F::Note, &T::Note},
+    {F::BPM, &T::BPM},
+    {F::Path, &T::Path},
+    {F::DName, &T::DName},
+    {F::DLen, &T::DLen},
+    {F::DTime, &T::DTime},
+    {F::DTimeMsec, &T::DTimeMsec},
+    {F::DKhz, &T::DKhz},
+    {F::DBit, &T::DBit},
+    {F::DTSDatei, &T::DTSDatei},
+    {F::DTSImport, &T::DTSImport},
+    {F::DriveTyp, &T::DriveTyp},
+    {F::DriveName, &T::DriveName},
+    {F::DEL, &T::DEL},
+    {F::FrameStart, &T::FrameStart},
+    {F::FrameStop, &T::FrameStop},
+    {F::Normalize, &T::Normalize},
+    {F::Pitch, &T::Pitch},
+    {F::Volume, &T::Volume},
+    {F::Kategorie, &T::Kategorie},
+    {F::Situation, &T::Situation},
+    {F::Stimmung, &T::Stimmung},
+    {F::Tempo, &T::Tempo},
+    {F::User1, &T::User1},
+    {F::User2, &T::User2},
+    {F::User3, &T::User3},
+    {F::User4, &T::User4},
+    {F::User5, &T::User5},
+});
+
+/// Of the texts only those of frames with a name of our own are null when they are empty.
+bool isNullWhenEmpty(const ImportedField& field)
 {
-    return text.isEmpty() ? Value() : Value(text);
+    return field.isFromTag() && !rowOf(field.field).frame.description.isEmpty();
+}
+
+Value valueOf(const ImportedTrack& track, const ImportedField& field)
+{
+    return std::visit([&track](const auto member) { return Value(track.*member); }, field.member);
 }
 
 } // namespace
 
+std::span<const ImportedField> ImportedTrack::fields()
+{
+    return kFields;
+}
+
 const QStringList& ImportedTrack::columns()
 {
-    static const QStringList names = {
-        u"FID"_s,       u"Titel"_s,  u"Interpret"_s,  u"Album"_s,     u"Genre"_s,
-        u"Jahr"_s,      u"Track"_s,  u"Kommentar"_s,  u"Note"_s,      u"BPM"_s,
-        u"Path"_s,      u"DName"_s,  u"DLen"_s,       u"DTime"_s,     u"DTimeMsec"_s,
-        u"DKhz"_s,      u"DBit"_s,   u"DTSDatei"_s,   u"DTSImport"_s, u"DriveTyp"_s,
-        u"DriveName"_s, u"DEL"_s,    u"FrameStart"_s, u"FrameStop"_s, u"Normalize"_s,
-        u"Pitch"_s,     u"Volume"_s, u"Kategorie"_s,  u"Situation"_s, u"Stimmung"_s,
-        u"Tempo"_s,     u"User1"_s,  u"User2"_s,      u"User3"_s,     u"User4"_s,
-        u"User5"_s};
+    static const QStringList names = [] {
+        QStringList columns;
+        for (const ImportedField& field : kFields) {
+            columns.append(columnOf(field.field).toString());
+        }
+        return columns;
+    }();
     return names;
 }
 
 std::vector<Value> ImportedTrack::values() const
 {
-    return {FID,
-            Titel,
-            Interpret,
-            Album,
-            Genre,
-            Jahr,
-            Track,
-            Kommentar,
-            Note,
-            BPM,
-            Path,
-            DName,
-            DLen,
-            DTime,
-            DTimeMsec,
-            DKhz,
-            DBit,
-            DTSDatei,
-            DTSImport,
-            DriveTyp,
-            DriveName,
-            DEL,
-            FrameStart,
-            FrameStop,
-            Normalize,
-            Pitch,
-            Volume,
-            orNull(Kategorie),
-            orNull(Situation),
-            orNull(Stimmung),
-            orNull(Tempo),
-            orNull(User1),
-            orNull(User2),
-            orNull(User3),
-            orNull(User4),
-            orNull(User5)};
+    std::vector<Value> values;
+    values.reserve(kFields.size());
+    for (const ImportedField& field : kFields) {
+        const auto text = field.text();
+        const bool isNull = text && (this->*text).isEmpty() && isNullWhenEmpty(field);
+        values.push_back(isNull ? Value() : valueOf(*this, field));
+    }
+    return values;
 }
 
 } // namespace melovane

@@ -1,14 +1,19 @@
 #pragma once
 
 #include "platform/db/value.h"
+#include "store/track_fields.h"
 
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
 
+#include <span>
+#include <variant>
 #include <vector>
 
 namespace melovane {
+
+struct ImportedField;
 
 /// A row of `db_all` as an import makes it. Columns that belong to the user's work with the track
 /// (play counts, favourite, mix styles) are not in it: they start as null, and a second reading of
@@ -39,11 +44,34 @@ struct ImportedTrack
     QString Kategorie, Situation, Stimmung, Tempo;
     QString User1, User2, User3, User4, User5;
 
-    /// Names of the columns, in the order of values().
+    /// The fields that an import knows, in the order of the table.
+    [[nodiscard]] static std::span<const ImportedField> fields();
+
+    /// Names of the columns, in the order of fields() and values().
     [[nodiscard]] static const QStringList& columns();
 
     /// Empty extended tags are null, all other texts are written as they are.
     [[nodiscard]] std::vector<Value> values() const;
+};
+
+/// Where an import keeps a field of a track.
+struct ImportedField
+{
+    TrackField field;
+    std::variant<QString ImportedTrack::*, int ImportedTrack::*, QDateTime ImportedTrack::*> member;
+
+    /// The member of a field that is a text, else null.
+    [[nodiscard]] QString ImportedTrack::*text() const
+    {
+        const auto* const found = std::get_if<QString ImportedTrack::*>(&member);
+        return found ? *found : nullptr;
+    }
+
+    /// True when the file's tag tells it, so that the tag of a file read again replaces it.
+    [[nodiscard]] bool isFromTag() const
+    {
+        return field != TrackField::FID && !rowOf(field).frame.id.isEmpty();
+    }
 };
 
 } // namespace melovane

@@ -80,33 +80,15 @@ StoredPlace placeFrom(const Recordset& row)
             row.value(u"DriveTyp").toLong(), row.value(u"DriveName").toText()};
 }
 
-void setUnlessEmpty(Recordset& row, QStringView column, const QString& text)
-{
-    if (!text.isEmpty()) {
-        row.setValue(column, text);
-    }
-}
-
+/// What a tag doesn't tell stays as it is stored.
 void setTexts(Recordset& row, const ImportedTrack& track)
 {
-    setUnlessEmpty(row, u"Titel", track.Titel);
-    setUnlessEmpty(row, u"Interpret", track.Interpret);
-    setUnlessEmpty(row, u"Album", track.Album);
-    setUnlessEmpty(row, u"Genre", track.Genre);
-    setUnlessEmpty(row, u"Jahr", track.Jahr);
-    setUnlessEmpty(row, u"Track", track.Track);
-    setUnlessEmpty(row, u"Kommentar", track.Kommentar);
-    setUnlessEmpty(row, u"Note", track.Note);
-    setUnlessEmpty(row, u"BPM", track.BPM);
-    setUnlessEmpty(row, u"Kategorie", track.Kategorie);
-    setUnlessEmpty(row, u"Situation", track.Situation);
-    setUnlessEmpty(row, u"Stimmung", track.Stimmung);
-    setUnlessEmpty(row, u"Tempo", track.Tempo);
-    setUnlessEmpty(row, u"User1", track.User1);
-    setUnlessEmpty(row, u"User2", track.User2);
-    setUnlessEmpty(row, u"User3", track.User3);
-    setUnlessEmpty(row, u"User4", track.User4);
-    setUnlessEmpty(row, u"User5", track.User5);
+    for (const ImportedField& field : ImportedTrack::fields()) {
+        const auto text = field.text();
+        if (text && field.isFromTag() && !(track.*text).isEmpty()) {
+            row.setValue(columnOf(field.field), track.*text);
+        }
+    }
 }
 
 void setPositions(Recordset& row, const ImportedTrack& track)

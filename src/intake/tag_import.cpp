@@ -44,6 +44,12 @@ QString beatsPerMinute(const QString& text)
     return beats > 0 ? QString::number(beats) : QString();
 }
 
+/// What names a file or a track is never cut: the rest would name another one.
+bool isCut(TrackField field)
+{
+    return field != TrackField::FID && field != TrackField::Path && field != TrackField::DName;
+}
+
 } // namespace
 
 int frameStopOf(int milliseconds)
@@ -58,10 +64,12 @@ TagImport::TagImport(const Files& files, const Clock& clock)
 
 void TagImport::SetWidths(const TableDef& dbAll)
 {
-    m_widths.clear();
+    m_widths.fill(0);
     for (const FieldDef& field : dbAll.Fields) {
         if (field.Type == FieldType::Text) {
-            m_widths.insert(field.Name, field.Size);
+            if (const TrackFieldRow* const row = findTrackField(field.Name)) {
+                m_widths[std::size_t(row->field)] = field.Size;
+            }
         }
     }
 }
@@ -149,29 +157,11 @@ void TagImport::takePlace(const QString& folder,
 
 void TagImport::cutToWidths(ImportedTrack& track) const
 {
-    const auto limit = [&](QString& text, const QString& column) {
-        text = tagchoice::cut(text, m_widths.value(column));
-    };
-    limit(track.Titel, u"Titel"_s);
-    limit(track.Interpret, u"Interpret"_s);
-    limit(track.Album, u"Album"_s);
-    limit(track.Genre, u"Genre"_s);
-    limit(track.Jahr, u"Jahr"_s);
-    limit(track.Track, u"Track"_s);
-    limit(track.Kommentar, u"Kommentar"_s);
-    limit(track.Note, u"Note"_s);
-    limit(track.BPM, u"BPM"_s);
-    limit(track.DTime, u"DTime"_s);
-    limit(track.DriveName, u"DriveName"_s);
-    limit(track.Kategorie, u"Kategorie"_s);
-    limit(track.Situation, u"Situation"_s);
-    limit(track.Stimmung, u"Stimmung"_s);
-    limit(track.Tempo, u"Tempo"_s);
-    limit(track.User1, u"User1"_s);
-    limit(track.User2, u"User2"_s);
-    limit(track.User3, u"User3"_s);
-    limit(track.User4, u"User4"_s);
-    limit(track.User5, u"User5"_s);
+    for (const ImportedField& field : ImportedTrack::fields()) {
+        if (const auto text = field.text(); text && isCut(field.field)) {
+            track.*text = tagchoice::cut(track.*text, m_widths[std::size_t(field.field)]);
+        }
+    }
 }
 
 } // namespace melovane

@@ -7,6 +7,7 @@
 
 #include <QHash>
 
+#include <array>
 #include <functional>
 
 namespace melovane {
@@ -73,8 +74,8 @@ private:
     const Clock& m_clock;
     int m_choice = 1;
     GenreList m_genres;
-    QHash<QString, int> m_widths;          ///< by column name
-    QHash<quint64, VolumeFacts> m_volumes; ///< by device
+    std::array<int, kTrackFieldCount> m_widths{}; ///< letters, by field; 0: no limit
+    QHash<quint64, VolumeFacts> m_volumes;        ///< by device
 };
 
 /// Default stop position of a track of that length: its last frame.

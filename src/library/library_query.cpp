@@ -3,6 +3,7 @@
 #include "config/global_settings.h"
 #include "platform/system/letter_case.h"
 #include "platform/system/trim_blanks.h"
+#include "store/track_fields.h"
 
 namespace melovane {
 
@@ -39,6 +40,13 @@ QString sourceOf(LibraryView view)
     return {};
 }
 
+/// The name of a field in the find columns of a statement.
+QString findColumn(TrackField field)
+{
+    const TrackFieldRow& row = rowOf(field);
+    return (row.search.spelling.isEmpty() ? row.column : row.search.spelling).toString();
+}
+
 LibraryView viewOf(const QString& kind)
 {
     if (kind == "playlist"_L1) {
@@ -51,14 +59,11 @@ LibraryView viewOf(const QString& kind)
 
 QStringList chosenSearchColumns(const GlobalSettings& settings)
 {
-    const std::pair<bool, QString> choices[] = {{settings.SuchAlbum() != 0, u"Album"_s},
-                                                {settings.SuchKommentar() != 0, u"Kommentar"_s},
-                                                {settings.SuchDatei() != 0, u"Dname"_s},
-                                                {settings.SuchPath() != 0, u"Path"_s}};
     QStringList columns;
-    for (const auto& [chosen, column] : choices) {
-        if (chosen) {
-            columns.append(column);
+    for (const TrackField field : searchedFields()) {
+        const auto chosenBy = rowOf(field).search.chosenBy;
+        if (chosenBy && (settings.*chosenBy)() != 0) {
+            columns.append(findColumn(field));
         }
     }
     return columns;
@@ -97,16 +102,19 @@ void LibraryQuery::setOrder(const QString& column, const QString& direction)
 
 void LibraryQuery::setSecondaryOrder()
 {
-    for (const QString& column : {u"Track"_s, u"Interpret"_s, u"Titel"_s}) {
-        m_sql.AddOrderBy(column, cls_CreateSqlFind::kAscending);
+    for (const TrackField field : {TrackField::Track, TrackField::Interpret, TrackField::Titel}) {
+        m_sql.AddOrderBy(columnOf(field).toString(), cls_CreateSqlFind::kAscending);
     }
 }
 
 void LibraryQuery::setFindColumns(const QStringList& columns)
 {
     m_sql.ClearFieldFind();
-    m_sql.AddFieldFind(u"Titel"_s);
-    m_sql.AddFieldFind(u"Interpret"_s);
+    for (const TrackField field : searchedFields()) {
+        if (!rowOf(field).search.chosenBy) {
+            m_sql.AddFieldFind(findColumn(field));
+        }
+    }
     for (const QString& column : columns) {
         m_sql.AddFieldFind(column);
     }
@@ -177,7 +185,7 @@ QString LibraryQuery::treeStatement(const TreeRequest& request, const QStringLis
         setOrder(u"SID"_s, u"ASC"_s);
     } else if (kind == "statistik"_L1) {
         m_sql.AddFieldFind(request.field);
-        setSorting(u"Play"_s, u"ASC"_s);
+        setSorting(columnOf(TrackField::Play).toString(), u"ASC"_s);
     } else {
         m_sql.ViewDEL(kViewFilter);
         setOrder(m_sortColumn, m_sortDirection);
@@ -205,7 +213,7 @@ QString LibraryQuery::wholeView(LibraryView view)
 QString LibraryQuery::sortedBy(const QString& column, const QString& direction)
 {
     m_sql.RemoveOrderBy();
-    const bool isByPlay = column.compare("Play"_L1, Qt::CaseInsensitive) == 0;
+    const bool isByPlay = columnOf(TrackField::Play).compare(column, Qt::CaseInsensitive) == 0;
     if (m_view != LibraryView::DBState || !isByPlay) {
         setSecondaryOrder();
     }

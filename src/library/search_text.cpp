@@ -2,6 +2,7 @@
 
 #include "platform/system/letter_case.h"
 #include "platform/system/trim_blanks.h"
+#include "store/track_fields.h"
 
 #include <array>
 
@@ -15,16 +16,16 @@ struct ShortForm
 {
     QStringView start;
     SearchForm form;
-    QStringView column;
+    TrackField field;
 };
 
 constexpr std::array<ShortForm, 6> kShortForms = {{
-    {u"N=", SearchForm::Equal, u"Note"},
-    {u"N<", SearchForm::TextGreater, u"Note"},
-    {u"C>", SearchForm::NumberGreater, u"PlayCountAll"},
-    {u"C=", SearchForm::NumberGreater, u"PlayCountAll"},
-    {u"B>", SearchForm::TextGreater, u"BPM"},
-    {u"B=", SearchForm::Equal, u"BPM"},
+    {u"N=", SearchForm::Equal, TrackField::Note},
+    {u"N<", SearchForm::TextGreater, TrackField::Note},
+    {u"C>", SearchForm::NumberGreater, TrackField::PlayCountAll},
+    {u"C=", SearchForm::NumberGreater, TrackField::PlayCountAll},
+    {u"B>", SearchForm::TextGreater, TrackField::BPM},
+    {u"B=", SearchForm::Equal, TrackField::BPM},
 }};
 
 /// Length of a short form of a rating with its mark: "N=1".
@@ -56,14 +57,14 @@ SearchRequest readSearchText(const QString& text)
             continue;
         }
         QString value = shortForm;
-        if (known.column == u"Note") {
+        if (known.field == TrackField::Note) {
             value = storedRating(shortForm);
-        } else if (known.column == u"BPM") {
+        } else if (known.field == TrackField::BPM) {
             value.remove(known.start.toString());
         } else {
             value.remove(u"C>"_s).remove(u"C="_s);
         }
-        return {known.form, known.column.toString(), value};
+        return {known.form, columnOf(known.field).toString(), value};
     }
     return {SearchForm::Text, {}, text};
 }

@@ -8,11 +8,10 @@
 #include "platform/system/leading_number.h"
 #include "platform/system/trim_blanks.h"
 #include "store/pending_jobs.h"
+#include "store/track_fields.h"
 #include "views/track_look.h"
 
-#include <array>
 #include <optional>
-#include <utility>
 
 namespace melovane {
 
@@ -20,30 +19,22 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Columns whose change makes a tree out of date.
-constexpr std::array<std::pair<QStringView, QStringView>, 4> kTrees = {{
-    {u"Interpret", u"Interpret"},
-    {u"Album", u"Album"},
-    {u"Genre", u"Genre"},
-    {u"Genre_ID", u"Genre"},
-}};
-
 /// `PLID` of rows that come from no playlist.
 constexpr int kNoEntry = -1;
 
-bool isField(const QString& field, QStringView name)
+/// What is known of a column of the view; null when it is no field of a track.
+const TrackFieldRow* fieldOf(const QString& column)
 {
-    return name.compare(field, Qt::CaseInsensitive) == 0;
+    // The number of a genre stands for its name.
+    const bool isGenreNumber = column.compare("Genre_ID"_L1, Qt::CaseInsensitive) == 0;
+    return isGenreNumber ? &rowOf(TrackField::Genre) : findTrackField(column);
 }
 
-bool isOneOf(const QString& field, std::initializer_list<QStringView> names)
+/// Columns of a view that are no fields of a track can be edited.
+TrackEdit editOf(const QString& column)
 {
-    for (const QStringView name : names) {
-        if (isField(field, name)) {
-            return true;
-        }
-    }
-    return false;
+    const TrackFieldRow* const row = fieldOf(column);
+    return row ? row->edit : TrackEdit::Free;
 }
 
 /// The state of a track behind the delete toggle; nothing for one that stays.
@@ -89,18 +80,18 @@ bool TrackEdits::canEdit(qint64 row, const QString& field) const
 {
     const Recordset* const set = m_rows.Recordset();
     return m_settings.GridSwapEditPlay() == 0 && set && set->Updatable() && row >= 0 &&
-           row < set->rowCount() && !isOneOf(field, {u"Play", u"FID"});
+           row < set->rowCount() && editOf(field) != TrackEdit::Barred;
 }
 
 QStringList TrackEdits::choices(const QString& field) const
 {
-    return isOneOf(field, {u"Genre", u"Genre_ID"}) ? m_genres : QStringList();
+    return editOf(field) == TrackEdit::Genre ? m_genres : QStringList();
 }
 
 QString TrackEdits::fidOf(qint64 row) const
 {
     const Recordset* const set = m_rows.Recordset();
-    return set ? m_rows.cell(row, set->fieldIndex(u"FID")).toText() : QString();
+    return set ? m_rows.cell(row, set->fieldIndex(columnOf(TrackField::FID))).toText() : QString();
 }
 
 bool TrackEdits::write(qint64 row, QStringView field, const Value& value)
@@ -128,16 +119,14 @@ void TrackEdits::commit(qint64 row, const QString& field, const QString& text)
         return;
     }
     const QString fid = fidOf(row);
-    const bool emptied = isOneOf(field, {u"Note", u"BPM", u"Track"}) && readsAsZero(text);
+    const bool emptied = editOf(field) == TrackEdit::Number && readsAsZero(text);
     const bool written = write(row, field, emptied ? Value(QString()) : Value(text));
     m_rows.refreshCells();
     if (!written || fid.isEmpty()) {
         return;
     }
-    for (const auto& [column, tree] : kTrees) {
-        if (isField(field, column)) {
-            m_jobs.ChangeTree(tree.toString());
-        }
+    if (const TrackFieldRow* const known = fieldOf(field); known && !known->tree.isEmpty()) {
+        m_jobs.ChangeTree(known->tree.toString());
     }
     m_jobs.SaveEditFID(fid);
     m_changed(fid);
@@ -149,7 +138,7 @@ void TrackEdits::rate(qint64 row, int digit)
     if (fid.isEmpty()) {
         return;
     }
-    if (write(row, u"Note", storedRating(digit))) {
+    if (write(row, columnOf(TrackField::Note), storedRating(digit))) {
         m_rows.refreshCells();
         m_jobs.SaveEditFID(fid);
         m_changed(fid);
@@ -165,7 +154,7 @@ void TrackEdits::toggleDelete(const std::vector<RowRange>& rows)
     try {
         Transaction change(*m_rows.Database());
         const auto set = m_rows.Recordset()->Clone();
-        const int del = set->fieldIndex(u"DEL");
+        const int del = set->fieldIndex(columnOf(TrackField::DEL));
         for (const RowRange& range : rows) {
             for (qint64 row = range.first; row <= range.last; ++row) {
                 set->SetAbsolutePosition(row);
@@ -190,8 +179,9 @@ void TrackEdits::toggleFavorit(qint64 row)
     if (!set || fid.isEmpty()) {
         return;
     }
-    const bool isFavorit = !m_rows.cell(row, set->fieldIndex(u"favorit")).isNull();
-    if (write(row, u"favorit", isFavorit ? Value() : Value(m_clock.now()))) {
+    const bool isFavorit =
+        !m_rows.cell(row, set->fieldIndex(columnOf(TrackField::favorit))).isNull();
+    if (write(row, columnOf(TrackField::favorit), isFavorit ? Value() : Value(m_clock.now()))) {
         m_rows.refreshCells();
         m_changed(fid);
     }

@@ -10,6 +10,7 @@
 #include "playlistfiles/m3u_writer.h"
 #include "playlistfiles/template_path.h"
 #include "store/file_locator.h"
+#include "store/track_fields.h"
 
 #include <QHash>
 #include <QSet>
@@ -31,9 +32,11 @@ std::unique_ptr<Recordset> openRows(Database& database, Pnid list)
 
 TemplateValues valuesOf(const Recordset& row)
 {
+    using F = TrackField;
     const auto text = [&row](QStringView column) { return row.value(column).toText(); };
-    return {text(u"GroupName"), text(u"Album"),  text(u"Interpret"), text(u"Titel"),
-            text(u"Genre"),     text(u"plname"), text(u"DName"),     text(u"Track")};
+    return {text(u"GroupName"),       text(columnOf(F::Album)), text(columnOf(F::Interpret)),
+            text(columnOf(F::Titel)), text(columnOf(F::Genre)), text(u"plname"),
+            text(columnOf(F::DName)), text(columnOf(F::Track))};
 }
 
 ExportPlan readRows(const ExportParts& parts, const ExportOrder& order)
@@ -54,8 +57,8 @@ ExportPlan readRows(const ExportParts& parts, const ExportOrder& order)
                 path::join(order.folder, m3uline::fileName(rows->value(u"plname")) + u".m3u"_s);
         }
         ExportItem item;
-        item.Path = rows->value(u"Path").toText();
-        item.DName = rows->value(u"DName").toText();
+        item.Path = rows->value(columnOf(TrackField::Path)).toText();
+        item.DName = rows->value(columnOf(TrackField::DName)).toText();
         item.relative = paths.path(valuesOf(*rows), qint64(plan.items.size()) + 1, count);
         item.lines = (order.withData ? lines.of(*rows) : QString()) + m3uline::place(item.relative);
         plan.items.push_back(std::move(item));

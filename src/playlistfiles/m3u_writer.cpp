@@ -7,10 +7,13 @@
 #include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
 #include "platform/system/trim_blanks.h"
+#include "store/track_fields.h"
 
 #include <QStringList>
 
 #include <algorithm>
+#include <array>
+#include <span>
 
 namespace melovane {
 
@@ -28,11 +31,12 @@ constexpr QStringView kForbidden = u"\"/\\:*?<>|";
 /// Bytes of a name on every file system that we know, less those of ".m3u".
 constexpr qsizetype kLongestName = 255 - 4;
 
-/// Columns of the lines that have several, in their order.
-const QStringList kTitle{u"Titel"_s, u"Interpret"_s, u"Genre"_s};
-const QStringList kVolume{u"Volume"_s, u"Pitch"_s, u"BPM"_s, u"DTimeMsec"_s};
-const QStringList kMix{u"FrameStart"_s, u"FrameStop"_s, u"MixTime"_s,
-                       u"MixIn"_s,      u"MixOut"_s,    u"eq"_s};
+using F = TrackField;
+
+/// Fields of the lines that have several, in their order: keep.
+constexpr std::array kTitle{F::Titel, F::Interpret, F::Genre};
+constexpr std::array kVolume{F::Volume, F::Pitch, F::BPM, F::DTimeMsec};
+constexpr std::array kMix{F::FrameStart, F::FrameStop, F::MixTime, F::MixIn, F::MixOut, F::eq};
 
 QString oneLine(QString text)
 {
@@ -40,11 +44,11 @@ QString oneLine(QString text)
 }
 
 /// The columns of a line, found once for all rows.
-QList<int> columnsOf(const Recordset& rows, const QStringList& names)
+QList<int> columnsOf(const Recordset& rows, std::span<const TrackField> fields)
 {
     QList<int> columns;
-    for (const QString& name : names) {
-        columns.append(rows.fieldIndex(name));
+    for (const TrackField field : fields) {
+        columns.append(rows.fieldIndex(columnOf(field)));
     }
     return columns;
 }
@@ -125,7 +129,7 @@ QString place(const QString& file)
 } // namespace m3uline
 
 M3uEntryLines::M3uEntryLines(const Recordset& rows)
-    : m_fid(columnsOf(rows, {u"FID"_s}))
+    : m_fid(columnsOf(rows, std::array{F::FID}))
     , m_title(columnsOf(rows, kTitle))
     , m_volume(columnsOf(rows, kVolume))
     , m_mix(columnsOf(rows, kMix))

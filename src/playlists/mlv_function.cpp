@@ -13,8 +13,8 @@ MLVFunction::MLVFunction(PlaylistParts parts, const Clock& clock)
     : m_parts(std::move(parts))
     , m_clock(clock)
     , m_entries(m_parts)
-    , m_values(m_parts)
-    , m_names(m_parts)
+    , m_bulkEdits(m_parts)
+    , m_catalogue(m_parts)
     , m_jobs(m_parts.engine, m_parts.settings)
 {}
 
@@ -72,17 +72,17 @@ void MLVFunction::PlaylistSetAllMixStyle(const QString& list,
                                          const QString& outOf,
                                          const QString& inOf)
 {
-    m_values.setAllMixStyle(list, outOf, inOf);
+    m_bulkEdits.setAllMixStyle(list, outOf, inOf);
 }
 
 void MLVFunction::PlaylistReset(Pnid list)
 {
-    m_values.reset(list);
+    m_bulkEdits.reset(list);
 }
 
 void MLVFunction::PlaylistDeleteAllMixStyle(Pnid list)
 {
-    m_values.deleteAllMixStyle(list);
+    m_bulkEdits.deleteAllMixStyle(list);
 }
 
 void MLVFunction::PlayListFill()
@@ -115,32 +115,32 @@ int MLVFunction::PlaylistFindTrackNO(Plid entry) const
 
 bool MLVFunction::KannGroupDel(const QString& group)
 {
-    return m_names.deleteGroup(GroupId(leadingLong(group)));
+    return m_catalogue.deleteGroup(GroupId(leadingLong(group)));
 }
 
 GroupId MLVFunction::CreateNewGroup(const QString& name)
 {
-    return m_names.newGroup(name);
+    return m_catalogue.newGroup(name);
 }
 
 void MLVFunction::UpdateGroupName(GroupId group, const QString& name)
 {
-    m_names.renameGroup(group, name);
+    m_catalogue.renameGroup(group, name);
 }
 
 void MLVFunction::UpdatePlaylistName(Pnid list, const QString& name)
 {
-    m_names.renameList(list, name);
+    m_catalogue.renameList(list, name);
 }
 
 void MLVFunction::DeletePlaylist(Pnid list)
 {
-    m_names.deleteList(list);
+    m_catalogue.deleteList(list);
 }
 
 void MLVFunction::SortPlaylistTree(Pnid list, const QString& column)
 {
-    m_names.sortLists(list, column);
+    m_catalogue.sortLists(list, column);
 }
 
 void MLVFunction::ChangeTree(const QString& tree)

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "playlists/bulk_edits.h"
 #include "playlists/entry_records.h"
-#include "playlists/list_names.h"
-#include "playlists/list_values.h"
+#include "playlists/list_catalogue.h"
 #include "playlists/playlist_walk.h"
 #include "store/pending_jobs.h"
 
@@ -34,7 +34,7 @@ public:
     void PlaylistSaveEQ(const MlvPlaylistDetail& detail);
     void PlaylistSaveStatistik(const MlvPlaylistDetail& played);
 
-    // All entries of a list. \see ListValues
+    // All entries of a list. \see BulkEdits
 
     void PlaylistSetAllMixStyle(const QString& list, const QString& outOf, const QString& inOf);
     void PlaylistReset(Pnid list);
@@ -52,7 +52,7 @@ public:
 
     [[nodiscard]] const PlaylistWalk& walk() const { return m_walk; }
 
-    // Lists and groups. \see ListNames
+    // Lists and groups. \see ListCatalogue
 
     /// \param group its number as a text
     [[nodiscard]] bool KannGroupDel(const QString& group);
@@ -63,7 +63,7 @@ public:
     void SortPlaylistTree(Pnid list, const QString& column);
 
     /// What the trees do with lists beyond these.
-    [[nodiscard]] ListNames& names() { return m_names; }
+    [[nodiscard]] ListCatalogue& catalogue() { return m_catalogue; }
 
     /// Notes that a tree must be rebuilt. \see PendingJobs
     void ChangeTree(const QString& tree);
@@ -72,8 +72,8 @@ private:
     PlaylistParts m_parts;
     const Clock& m_clock;
     EntryRecords m_entries;
-    ListValues m_values;
-    ListNames m_names;
+    BulkEdits m_bulkEdits;
+    ListCatalogue m_catalogue;
     PlaylistWalk m_walk;
     PendingJobs m_jobs;
     Pnid m_list{};

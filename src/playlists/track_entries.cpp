@@ -7,6 +7,7 @@
 #include "playlists/playlist_table.h"
 #include "store/milli_sec_to_min.h"
 #include "store/row_statements.h"
+#include "store/track_fields.h"
 
 #include <algorithm>
 
@@ -37,10 +38,12 @@ TrackEntries::TrackEntries(Database& database, const QStringList& fids)
 
 void TrackEntries::read(const QString& condition)
 {
-    const auto rows = m_database.OpenRecordset(
-        u"select FID, DTimeMsec, FrameStart, FrameStop, Pitch, Volume, MixIn, MixOut, eq "
-        "from db_all where "_s +
-        condition);
+    using F = TrackField;
+    const auto rows =
+        m_database.OpenRecordset(u"select "_s +
+                                 columnList({F::FID, F::DTimeMsec, F::FrameStart, F::FrameStop,
+                                             F::Pitch, F::Volume, F::MixIn, F::MixOut, F::eq}) +
+                                 u" from db_all where "_s + condition);
     for (; !rows->Eof(); rows->MoveNext()) {
         const int length = rows->value(1).toLong();
         if (length <= 0) {

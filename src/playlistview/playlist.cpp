@@ -150,7 +150,7 @@ void ctl_Playlist::Refresh()
     if (m_pnid == Pnid{} || !m_connected) {
         return;
     }
-    if (m_tools.functions.names().stateOf(m_pnid) == ListNames::State::Gone) {
+    if (m_tools.functions.catalogue().stateOf(m_pnid) == ListCatalogue::State::Gone) {
         showNoList();
         return;
     }
@@ -403,7 +403,7 @@ void ctl_Playlist::takeStep(bool isUndo)
     using Force = ListHistory::Force;
     ListHistory& history = m_tools.history;
     const auto next = isUndo ? history.nextUndo() : history.nextRedo();
-    if (next && m_tools.functions.names().stateOf(next->list) == ListNames::State::Locked) {
+    if (next && m_tools.functions.catalogue().stateOf(next->list) == ListCatalogue::State::Locked) {
         m_bus.SendMessage(bus::kShowStatusText,
                           m_texts.text(u"playlist.undo.locked"_s, next->listName));
         return;

@@ -4,9 +4,12 @@
 #include "config/update_colors.h"
 #include "platform/system/clock.h"
 #include "store/milli_sec_to_min.h"
+#include "store/track_fields.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace melovane {
 
@@ -38,13 +41,21 @@ int msOf(double frames)
     return int(std::clamp(frames * Mod_MilliSecToMin::kFrameMs, -2147483647.0, 2147483647.0));
 }
 
-GridColumn column(const QString& field,
-                  double width,
-                  CellAlignment alignment = CellAlignment::Left,
-                  bool shown = true)
+/// A column of a playlist's rows that is no field of a track, and its place among those.
+struct EntryColumn
 {
-    return {field, field, width, alignment, shown, false};
-}
+    TrackFieldPlace place;
+    QStringView field;
+    double width; ///< in figures of the grid's font
+    CellAlignment alignment;
+};
+
+constexpr std::array<EntryColumn, 4> kEntryColumns = {{
+    {10, u"Aktion", 6, CellAlignment::Centre},
+    {20, u"Nr", 5, CellAlignment::Right},
+    {70, u"Start", 8, CellAlignment::Right},
+    {80, u"Stop", 8, CellAlignment::Right},
+}};
 
 } // namespace
 
@@ -57,43 +68,20 @@ const AktionLook* aktionLook(int number)
 
 std::vector<GridColumn> playlistColumns()
 {
-    constexpr auto kLeft = CellAlignment::Left;
-    constexpr auto kRight = CellAlignment::Right;
-    constexpr auto kCentre = CellAlignment::Centre;
-    GridColumn title = column(u"Titel"_s, 40);
-    title.stretched = true;
-    std::vector<GridColumn> columns = {
-        column(u"Aktion"_s, 6, kCentre), column(u"Nr"_s, 5, kRight),
-        column(u"Note"_s, 4, kCentre),   title,
-        column(u"Interpret"_s, 18),      column(u"BPM"_s, 5, kRight),
-        column(u"Start"_s, 8, kRight),   column(u"Stop"_s, 8, kRight),
-        column(u"DTime"_s, 6, kRight),   column(u"MixTime"_s, 7, kRight),
-        column(u"Play"_s, 8, kRight),
-    };
-    for (const auto& [field, width, alignment] : {std::tuple{u"Album"_s, 15, kLeft},
-                                                  {u"Genre"_s, 11, kLeft},
-                                                  {u"Jahr"_s, 5, kRight},
-                                                  {u"Track"_s, 5, kRight},
-                                                  {u"Kommentar"_s, 24, kLeft},
-                                                  {u"Kategorie"_s, 12, kLeft},
-                                                  {u"Situation"_s, 12, kLeft},
-                                                  {u"Stimmung"_s, 12, kLeft},
-                                                  {u"Tempo"_s, 12, kLeft},
-                                                  {u"User1"_s, 12, kLeft},
-                                                  {u"User2"_s, 12, kLeft},
-                                                  {u"User3"_s, 12, kLeft},
-                                                  {u"User4"_s, 12, kLeft},
-                                                  {u"User5"_s, 12, kLeft},
-                                                  {u"PlayCountDay"_s, 6, kRight},
-                                                  {u"PlayCountAll"_s, 7, kRight},
-                                                  {u"Pitch"_s, 6, kRight},
-                                                  {u"Volume"_s, 8, kRight},
-                                                  {u"DBit"_s, 7, kRight},
-                                                  {u"DKhz"_s, 8, kRight},
-                                                  {u"Path"_s, 30, kLeft},
-                                                  {u"DName"_s, 24, kLeft},
-                                                  {u"FID"_s, 13, kLeft}}) {
-        columns.push_back(column(field, width, alignment, false));
+    std::vector<std::pair<TrackFieldPlace, GridColumn>> placed;
+    for (const EntryColumn& own : kEntryColumns) {
+        const QString field = own.field.toString();
+        placed.push_back({own.place, {field, field, own.width, own.alignment}});
+    }
+    for (const TrackField field : playlistGridFields()) {
+        const TrackFieldRow& row = rowOf(field);
+        placed.push_back({row.playlist.place, gridColumn(row, row.playlist)});
+    }
+    std::sort(placed.begin(), placed.end(),
+              [](const auto& one, const auto& two) { return one.first < two.first; });
+    std::vector<GridColumn> columns;
+    for (auto& [place, column] : placed) {
+        columns.push_back(std::move(column));
     }
     return columns;
 }

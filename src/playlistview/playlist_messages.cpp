@@ -215,7 +215,7 @@ void ctl_Playlist::resetList(const MLVMessage& message)
 {
     const Pnid list{message.Value1.toLong()};
     if (m_locked || !m_connected ||
-        m_tools.functions.names().stateOf(list) != ListNames::State::Open) {
+        m_tools.functions.catalogue().stateOf(list) != ListCatalogue::State::Open) {
         return;
     }
     m_tools.functions.PlaylistReset(list);
@@ -315,12 +315,12 @@ void ctl_Playlist::appendTracks(const QString& dragText, Pnid list)
         return;
     }
     // The table knows: another list than the one that is shown may be meant.
-    const ListNames::State state = m_tools.functions.names().stateOf(list);
-    if (state == ListNames::State::Locked || (m_locked && list == m_pnid)) {
+    const ListCatalogue::State state = m_tools.functions.catalogue().stateOf(list);
+    if (state == ListCatalogue::State::Locked || (m_locked && list == m_pnid)) {
         m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.norows.locked"_s));
         return;
     }
-    if (state == ListNames::State::Gone) {
+    if (state == ListCatalogue::State::Gone) {
         m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.none.title"_s));
         return;
     }

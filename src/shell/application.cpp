@@ -286,7 +286,7 @@ GroupId Application::groupForImports()
 {
     const TreeControl& tree = m_window.lists().tree();
     const QString group = m_favorit.FindGRID(tree.currentRow());
-    return group.isEmpty() ? m_lists.CreateNewGroup(m_lists.names().nameFromFormat(
+    return group.isEmpty() ? m_lists.CreateNewGroup(m_lists.catalogue().nameFromFormat(
                                  m_settings.PlaylistGroupNameFormat()))
                            : GroupId(leadingLong(group));
 }

@@ -36,7 +36,7 @@
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/undo_redo.h"
 #include "playlistview/playlist.h"
-#include "playlistview/ui/detail_playlist_dialog.h"
+#include "playlistview/ui/list_figures_dialog.h"
 #include "shell/edit_box.h"
 #include "shell/info.h"
 #include "shell/key_commands.h"
@@ -174,7 +174,7 @@ private:
     std::unique_ptr<KSMessage> m_playlistMessage; ///< `KSMessage1` of the playlist view
     KopieFileDialog m_exportForm;
     frmKopieFile m_export;
-    DetailPlaylistDialog m_detailForm;
+    ListFiguresDialog m_detailForm;
     frmDetailPlaylist m_listDetails;
     PlaylistFavorit m_favorit;
     QtKeyboard m_keyboard;

@@ -3,6 +3,7 @@
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
 #include "store/milli_sec_to_min.h"
+#include "store/track_fields.h"
 
 #include <algorithm>
 #include <cmath>
@@ -67,16 +68,19 @@ bool GetMP3DBData::GetData(const QString& fid)
     if (m_row->Eof()) {
         return false;
     }
-    MixIn = m_row->value(u"MixIn").toText();
-    MixOut = m_row->value(u"MixOut").toText();
-    MixTime = m_row->value(u"MixTime").toLong();
-    DTime = m_row->value(u"DTime").toText();
-    eq = m_row->value(u"eq").toText();
-    FrameStart = m_row->value(u"FrameStart").toLong();
-    FrameStop = m_row->value(u"FrameStop").toLong();
-    Normalize = m_row->value(u"Normalize").toLong();
-    Pitch = m_row->value(u"Pitch").toLong();
-    Volume = m_row->value(u"Volume").toLong();
+    using F = TrackField;
+    const auto text = [this](F field) { return m_row->value(columnOf(field)).toText(); };
+    const auto number = [this](F field) { return m_row->value(columnOf(field)).toLong(); };
+    MixIn = text(F::MixIn);
+    MixOut = text(F::MixOut);
+    MixTime = number(F::MixTime);
+    DTime = text(F::DTime);
+    eq = text(F::eq);
+    FrameStart = number(F::FrameStart);
+    FrameStop = number(F::FrameStop);
+    Normalize = number(F::Normalize);
+    Pitch = number(F::Pitch);
+    Volume = number(F::Volume);
     Start = timeOfFrame(FrameStart);
     Stop = timeOfFrame(FrameStop);
     return true;

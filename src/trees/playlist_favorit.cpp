@@ -221,7 +221,7 @@ void PlaylistFavorit::rowActivated(int row)
     }
     const Pnid list = listOf(row);
     const bool isJingle = treekey::isJingleRow(m_tree.row(row).key);
-    m_parts.lists.names().activate(list);
+    m_parts.lists.catalogue().activate(list);
     for (int other = 0; other < m_tree.rowCount(); ++other) {
         const TreeRow shown = m_tree.row(other);
         if (shown.bold && treekey::isJingleRow(shown.key) == isJingle) {

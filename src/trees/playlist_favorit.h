@@ -2,7 +2,7 @@
 
 #include "bus/bus_table.h"
 #include "platform/controls/tree_control.h"
-#include "playlists/list_names.h"
+#include "playlists/list_catalogue.h"
 #include "store/error_sink.h"
 #include "trees/favorit_rows.h"
 

@@ -83,7 +83,7 @@ void PlaylistFavorit::newList()
         isJingle ? m_parts.settings.GetKeyValue(u"Global"_s, u"JinglelistNameFormat"_s,
                                                 u"Neue Jingleliste #DD.MM.YY#"_s)
                  : m_parts.settings.PlaylistNameFormat();
-    ListNames& names = m_parts.lists.names();
+    ListCatalogue& names = m_parts.lists.catalogue();
     const QString name = names.nameFromFormat(format).left(kLongestName);
     const Pnid list = names.newList(number, name);
     if (list == Pnid{}) {
@@ -106,7 +106,7 @@ void PlaylistFavorit::newList()
 void PlaylistFavorit::newGroup()
 {
     const QString name =
-        m_parts.lists.names().nameFromFormat(m_parts.settings.PlaylistGroupNameFormat());
+        m_parts.lists.catalogue().nameFromFormat(m_parts.settings.PlaylistGroupNameFormat());
     const GroupId group = m_parts.lists.CreateNewGroup(name.left(kLongestName));
     if (group == GroupId{}) {
         return;
@@ -156,7 +156,7 @@ void PlaylistFavorit::lock(int row)
     if (!isList(row) || !state) {
         return;
     }
-    m_parts.lists.names().setLock(state->list, !state->lock);
+    m_parts.lists.catalogue().setLock(state->list, !state->lock);
     rereadRow(row);
     const TreeRow shown = m_tree.row(row);
     m_bus.SendMessage(bus::kPlaylistSetLock, shown.key, shown.picture, !state->lock);
@@ -180,7 +180,7 @@ void PlaylistFavorit::showInPanel(int row)
     if (!isList(row) || !state) {
         return;
     }
-    m_parts.lists.names().setActiv(state->list, !state->activ);
+    m_parts.lists.catalogue().setActiv(state->list, !state->activ);
     m_bus.SendMessage(bus::kRefreshPlaylistTree);
     Refresh();
 }
@@ -229,7 +229,7 @@ void PlaylistFavorit::rowDropped(int from, int to, DropPlace place)
     const TreeRow moved = rows[size_t(from)];
     rows.insert(rows.begin() + target, moved);
     rows.erase(rows.begin() + (target <= from ? from + 1 : from));
-    m_parts.lists.names().arrange(places(rows));
+    m_parts.lists.catalogue().arrange(places(rows));
     m_bus.SendMessage(bus::kRefreshPlaylist);
     Refresh();
     // A playlist among jingles has another key.

@@ -1,5 +1,6 @@
 #include "intake/intake_fixture.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
+#include "store/track_fields.h"
 #include "support/work_time.h"
 
 #include <QDir>
@@ -23,6 +24,50 @@ protected:
         }
     }
 };
+
+/// A tag in which every frame of a field of a track says "4", a genre a name, and the identifier
+/// itself. Pictures are not imported.
+QByteArray tagOfAllFields(int version, const QString& fid)
+{
+    Id3v2Writer writer(version);
+    for (const TrackFieldRow& row : trackFields()) {
+        const QByteArray id = (version == 4 ? row.frame.idOf24 : row.frame.id).toLatin1();
+        if (id == "TXXX") {
+            writer.userText(row.frame.description.toString(),
+                            row.field == TrackField::FID ? fid : u"4"_s);
+        } else if (id == "COMM") {
+            writer.comment({}, u"4"_s);
+        } else if (id == "POPM") {
+            writer.rating("rating@melovane", 196);
+        } else if (!id.isEmpty() && id != "APIC") {
+            writer.text(id, row.field == TrackField::Genre ? u"Eigenes"_s : u"4"_s);
+        }
+    }
+    return writer.tag();
+}
+
+TEST_F(IntakeTest, EveryFrameThatAFieldHasInATagReachesItsColumnInBothVersions)
+{
+    for (const int version : {3, 4}) {
+        const QString name = u"%1.mp3"_s.arg(version);
+        const QString fid = u"65432100000%1"_s.arg(version);
+        music.write(name, tagOfAllFields(version, fid) + shortStream());
+        ASSERT_EQ(import().added, 1);
+        int seen = 0;
+        for (const TrackFieldRow& row : trackFields()) {
+            if (row.frame.id.isEmpty() || row.field == TrackField::Image) {
+                continue;
+            }
+            ++seen;
+            const QString expected = row.field == TrackField::FID     ? fid
+                                     : row.field == TrackField::Genre ? u"Eigenes"_s
+                                                                      : u"4"_s;
+            EXPECT_EQ(of(name, row.column.toString()).toText(), expected)
+                << version << ' ' << row.column.toString().toStdString();
+        }
+        EXPECT_EQ(seen, 18);
+    }
+}
 
 TEST_F(IntakeTest, AFileBecomesARowWithAllItSays)
 {

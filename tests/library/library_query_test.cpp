@@ -1,4 +1,5 @@
 #include "library/library_query.h"
+#include "store/track_fields.h"
 #include "support/suite_fixture.h"
 
 namespace melovane {
@@ -47,6 +48,25 @@ protected:
 };
 
 // ---- the search line
+
+TEST_F(LibraryQueryTest, ATextIsFoundInEachFieldThatTheSearchLineLooksInto)
+{
+    const auto settings = suite.makeSettings();
+    for (const auto choose : {&GlobalSettings::SetSuchAlbum, &GlobalSettings::SetSuchKommentar,
+                              &GlobalSettings::SetSuchDatei, &GlobalSettings::SetSuchPath}) {
+        ((*settings).*choose)(1);
+    }
+    const QString statement = query.searchStatement(u"Nadel"_s, chosenSearchColumns(*settings));
+    EXPECT_EQ(searchedFields().size(), 6U);
+    for (const TrackField field : searchedFields()) {
+        const QString column = columnOf(field).toString();
+        suite.execute(
+            u"insert into db_all (FID, %1) values ('826816166000', 'Nadel')"_s.arg(column));
+        EXPECT_EQ(titles(statement).size(), 1) << column.toStdString();
+        suite.execute(u"delete from db_all where FID='826816166000'"_s);
+    }
+    EXPECT_EQ(titles(statement), QStringList());
+}
 
 TEST_F(LibraryQueryTest, AStatementOverAllChoicesIsThisOneToTheLetter)
 {

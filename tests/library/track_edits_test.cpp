@@ -1,5 +1,6 @@
 #include "library/track_edits.h"
 #include "store/pending_jobs.h"
+#include "store/track_fields.h"
 #include "support/suite_fixture.h"
 
 namespace melovane {
@@ -46,6 +47,57 @@ protected:
                      [this](const QString& fid) { changed.append(fid); },
                      [this](const QString& text) { failures.append(text); }};
 };
+
+// ---- fields
+
+TEST_F(TrackEditsTest, EachFieldThatMayBeEditedTakesWhatIsTypedAndTheOthersTakeNothing)
+{
+    int barred = 0;
+    for (const TrackFieldRow& field : trackFields()) {
+        const QString column = field.column.toString();
+        const bool isDate = field.type.type == FieldType::Date;
+        const QString before = cell(0, column).toText();
+        edits.commit(0, column, isDate ? u"01.02.2026"_s : u"4"_s);
+        const QString after = cell(0, column).toText();
+        if (field.edit == TrackEdit::Barred) {
+            ++barred;
+            EXPECT_EQ(after, before) << column.toStdString();
+        } else {
+            EXPECT_TRUE(isDate ? after.startsWith(u"01.02.2026") : after == "4"_L1)
+                << column.toStdString() << ": " << after.toStdString();
+        }
+    }
+    EXPECT_EQ(barred, 2);
+    EXPECT_EQ(failures, QStringList());
+}
+
+TEST_F(TrackEditsTest, AZeroEmptiesTheFieldsThatAreNumbersKeptAsTexts)
+{
+    QStringList emptied;
+    for (const TrackFieldRow& field : trackFields()) {
+        if (field.type.type == FieldType::Text && field.edit != TrackEdit::Barred) {
+            edits.commit(0, field.column.toString(), u"0"_s);
+            if (cell(0, field.column.toString()).toText().isEmpty()) {
+                emptied.append(field.column.toString());
+            }
+        }
+    }
+    EXPECT_EQ(emptied, (QStringList{u"Track"_s, u"Note"_s, u"BPM"_s}));
+}
+
+TEST_F(TrackEditsTest, AFieldWithATreeMarksThatTreeAndNoOther)
+{
+    for (const TrackFieldRow& field : trackFields()) {
+        if (field.edit == TrackEdit::Barred || field.type.type != FieldType::Text) {
+            continue;
+        }
+        suite.execute(u"delete from ChangeTree"_s);
+        edits.commit(0, field.column.toString(), u"5"_s);
+        const QStringList marked = suite.column(u"select TreeName from ChangeTree"_s);
+        EXPECT_EQ(marked.join(u' '), field.tree.toString())
+            << field.column.toString().toStdString();
+    }
+}
 
 // ---- rating
 

@@ -55,7 +55,7 @@ int edit(const QString& folder, unsigned seed)
     cls_PLInsertMoveDel edits(*engine, snapshots, history);
     edits.SetDbName(database);
     FileLocator locator(files, folder);
-    ListNames names({*engine, settings, files, locator, history, sink});
+    ListCatalogue names({*engine, settings, files, locator, history, sink});
 
     std::mt19937 random(seed);
     test::ListModel model(*engine->OpenDatabase(database));

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/system/clock.h"
+#include "playlists/list_catalogue.h"
 #include "playlists/list_history.h"
-#include "playlists/list_names.h"
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/undo_redo.h"
 #include "store/file_locator.h"
@@ -43,7 +43,7 @@ public:
     cls_PLInsertMoveDel edits{*engine, snapshots, history};
     FileLocator locator{files, dataFolder()};
     PlaylistParts parts{*engine, *settings, files, locator, history, sink};
-    ListNames names{parts};
+    ListCatalogue names{parts};
 };
 
 } // namespace melovane::test

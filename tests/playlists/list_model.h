@@ -1,7 +1,7 @@
 #pragma once
 
+#include "playlists/list_catalogue.h"
 #include "playlists/list_history.h"
-#include "playlists/list_names.h"
 #include "playlists/pl_insert_move_del.h"
 
 #include <QList>
@@ -88,7 +88,7 @@ struct ListTools
 {
     cls_PLInsertMoveDel& edits;
     ListHistory& history;
-    ListNames& names;
+    ListCatalogue& names;
 };
 
 void perform(const ListTools& tools, const ModelStep& step);

@@ -296,9 +296,9 @@ TEST_F(MlvFunctionTest, AListThatComesBackPlaysNotBesideAnotherAndFindsAGroup)
 {
     const Pnid list = lists.addList({3});
     const Pnid other = lists.addList({1});
-    function.names().activate(list);
+    function.catalogue().activate(list);
     function.DeletePlaylist(list);
-    function.names().activate(other);
+    function.catalogue().activate(other);
     lists.execute(u"update pl_group set grid=77"_s);
     EXPECT_EQ(lists.history.undo().outcome, Outcome::Done);
     EXPECT_EQ(lists.column(u"select nid from pl_name where isplay=true"_s),
@@ -313,7 +313,7 @@ TEST_F(MlvFunctionTest, ANewGroupStandsLastAndIsActive)
     EXPECT_EQ(lists.value(u"select name"_s + where).toText(), u"Neu'e"_s);
     EXPECT_EQ(lists.value(u"select sid"_s + where).toLong(), 1000000);
     EXPECT_TRUE(lists.value(u"select activ"_s + where).toBool());
-    const Pnid list = function.names().newList(group, u"Liste"_s);
+    const Pnid list = function.catalogue().newList(group, u"Liste"_s);
     EXPECT_EQ(lists.value(u"select grid from pl_name where nid="_s + number(list)).toLong(),
               numberOf(group));
     EXPECT_EQ(lists.value(u"select UpdateTime from pl_name"_s).toDateTime(), lists.clock.now());
@@ -353,12 +353,12 @@ TEST_F(MlvFunctionTest, JingleListsAreSortedAndActivatedAmongThemselves)
     function.SortPlaylistTree(one, u"name"_s);
     EXPECT_EQ(lists.column(u"select nid from pl_name where grid=-1 order by sid"_s),
               (QStringList{number(two), number(one)}));
-    function.names().activate(list);
-    function.names().activate(one);
-    function.names().activate(two);
+    function.catalogue().activate(list);
+    function.catalogue().activate(one);
+    function.catalogue().activate(two);
     EXPECT_EQ(lists.column(u"select nid from pl_name where isplay=true order by nid"_s),
               (QStringList{number(list), number(two)}));
-    function.names().setLock(two, true);
+    function.catalogue().setLock(two, true);
     EXPECT_EQ(lists.column(u"select nid from pl_name where lock=true"_s),
               (QStringList{number(two)}));
 }

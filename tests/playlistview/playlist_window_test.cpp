@@ -1,5 +1,5 @@
 #include "playlistview/playlist_window.h"
-#include "playlistview/ui/detail_playlist_dialog.h"
+#include "playlistview/ui/list_figures_dialog.h"
 #include "support/wait_for.h"
 #include "support/work_time.h"
 
@@ -181,7 +181,7 @@ TEST_F(PlaylistWindowTest, TheActionOfARowIsChosenFromAMenuByClickOrSpaceBar)
 
 TEST_F(PlaylistWindowTest, TheDetailsKeepTheirWidthWhateverTheNameOfTheList)
 {
-    DetailPlaylistDialog dialog(window.texts);
+    ListFiguresDialog dialog(window.texts);
     const auto widthWith = [&dialog](const QString& name) {
         int width = 0;
         QTimer::singleShot(0, qApp, [&width] {

@@ -50,7 +50,7 @@ TEST_F(PlaylistFavoritEdit, ANewGroupComesLastAndWaitsForItsName)
 
 TEST_F(PlaylistFavoritEdit, EachPairOfMarksInANameFormatIsADateAndALoneOneStays)
 {
-    ListNames& names = lists.lists.names();
+    ListCatalogue& names = lists.lists.catalogue();
     EXPECT_EQ(names.nameFromFormat(u"#DD# und #MM#!"_s), u"14 und 03!"_s);
     EXPECT_EQ(names.nameFromFormat(u"Nr # 5"_s), u"Nr # 5"_s);
     EXPECT_EQ(names.nameFromFormat(u"#YYYY##"_s), u"2026#"_s);

@@ -5,6 +5,7 @@
 #include "platform/qt/data_grid.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/search_line.h"
+#include "store/track_fields.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -154,7 +155,7 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
     setTexts(texts);
     std::vector<GridColumn> columns = libraryColumns();
     for (GridColumn& column : columns) {
-        column.heading = texts.text(u"column."_s + column.field);
+        column.heading = texts.text(headingKey(column.field));
     }
     m_grid->setSource(logic.Data1(), logic.look(), std::move(columns));
     m_grid->setEditing(&logic.editing());

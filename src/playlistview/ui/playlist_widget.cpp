@@ -7,6 +7,7 @@
 #include "platform/qt/qt_popup.h"
 #include "playlistview/playlist_look.h"
 #include "store/milli_sec_to_min.h"
+#include "store/track_fields.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -187,7 +188,7 @@ void PlaylistWidget::attach(ctl_Playlist& logic, const ConfigObjects& texts)
     m_grid->setAccessibleName(texts.text(u"playlist.grid.name"_s));
     std::vector<GridColumn> columns = playlistColumns();
     for (GridColumn& column : columns) {
-        column.heading = texts.text(u"column."_s + column.field);
+        column.heading = texts.text(headingKey(column.field));
     }
     m_grid->setSource(logic.Data1(), logic.look(), std::move(columns));
     m_grid->setDragSource([&logic] { return logic.dragContent(); });

@@ -4,10 +4,29 @@
 #include <QFile>
 
 #include <gtest/gtest.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
+
+namespace {
+
+/// While it is set, every file lies on a file system that answers a lock with this error.
+int lockError = 0;
+
+} // namespace
+
+/// Stands before the system's for the whole test program.
+extern "C" int flock(int descriptor, int operation) noexcept
+{
+    if (lockError != 0) {
+        errno = lockError;
+        return -1;
+    }
+    return int(::syscall(SYS_flock, descriptor, operation));
+}
 
 namespace melovane {
 namespace {
@@ -38,6 +57,18 @@ TEST_F(OnlyCopyTest, TheFirstIsTheOneUntilItEndsAndTellsItsHandleToLaterOnes)
         EXPECT_EQ(later.runningCopy(), 65536);
     }
     EXPECT_TRUE(later.claim());
+}
+
+TEST_F(OnlyCopyTest, AFileSystemWithoutLocksKeepsNoProgramFromStarting)
+{
+    for (const int error : {ENOLCK, EOPNOTSUPP, ENOSYS}) {
+        lockError = error;
+        OnlyCopy first = copy();
+        OnlyCopy second = copy();
+        const bool both = first.claim() && second.claim();
+        lockError = 0;
+        EXPECT_TRUE(both) << error;
+    }
 }
 
 TEST_F(OnlyCopyTest, AnotherProgramIsNoOtherCopy)

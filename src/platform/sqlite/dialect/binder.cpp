@@ -43,7 +43,7 @@ int sizeOf(FieldType type)
 Translator::Translator(const QString& statement, const NameSource& names, bool allowParameters)
     : m_statement(statement)
     , m_names(names)
-    , m_allowParameters(allowParameters)
+    , m_parameters(allowParameters)
 {}
 
 void Translator::fail(qsizetype position, const QString& what) const
@@ -77,8 +77,7 @@ QString Translator::newAlias()
     return u't' + QString::number(m_aliases);
 }
 
-ColumnRef
-Translator::tableColumn(const Range& range, const FieldDef& field, const Scope& scope) const
+ColumnRef tableColumn(const Range& range, const FieldDef& field, const Scope& scope)
 {
     ColumnRef column;
     column.name = field.Name;
@@ -196,10 +195,8 @@ Sql Translator::unknownName(const Expr& expr)
     if (!expr.qualifier.isEmpty()) {
         wanted = expr.qualifier.toString() + u'.' + wanted;
     }
-    for (size_t i = 0; i < m_result.parameters.size(); ++i) {
-        if (sameName(m_result.parameters[i].Name, wanted)) {
-            return parameter(int(i));
-        }
+    if (const int known = m_parameters.find(wanted); known >= 0) {
+        return m_parameters.sql(known);
     }
     const auto clock = [&](QLatin1StringView function) {
         return call(function, std::vector<Sql>{}, FieldType::Date);
@@ -219,7 +216,7 @@ Sql Translator::unknownName(const Expr& expr)
     if (sameName(wanted, u"no") || sameName(wanted, u"off")) {
         return truthLiteral(false);
     }
-    if (!m_allowParameters) {
+    if (!m_parameters.mayAdd()) {
         throw DbError(
             dberror::kTooFewParameters,
             u"Der Name \"%1\" ist keine Spalte der genannten Tabellen (Zeichen %2)."_s.arg(
@@ -227,49 +224,13 @@ Sql Translator::unknownName(const Expr& expr)
             *m_text);
     }
     constexpr size_t kMostParameters = 1000;
-    if (m_result.parameters.size() >= kMostParameters) {
+    if (m_parameters.all().size() >= kMostParameters) {
         tooComplex();
     }
-    m_result.parameters.push_back({wanted, FieldType::Text, false});
-    m_untyped.push_back(true);
-    return parameter(int(m_result.parameters.size()) - 1);
+    return m_parameters.sql(m_parameters.add(wanted));
 }
 
-Sql Translator::parameter(int index)
-{
-    if (m_arguments) {
-        FieldDef target = {};
-        target.Type = m_result.parameters[size_t(index)].Type;
-        if (size_t(index) >= m_arguments->size()) {
-            return nullSql(); // reported when all parameters are known
-        }
-        const Sql& given = (*m_arguments)[size_t(index)];
-        return m_untyped[size_t(index)] ? given : asAssigned(given, target);
-    }
-    Sql sql;
-    sql.text = u'?' + QString::number(index + 1);
-    sql.type = m_result.parameters[size_t(index)].Type;
-    sql.typed = !m_untyped[size_t(index)];
-    sql.form = Sql::Form::Parameter;
-    sql.parameter = true;
-    sql.strength = kBindsMost;
-    return sql;
-}
-
-void Translator::declare(const std::vector<DeclaredParameter>& parameters)
-{
-    for (const DeclaredParameter& declared : parameters) {
-        const bool known = std::any_of(
-            m_result.parameters.begin(), m_result.parameters.end(),
-            [&](const ParameterDef& other) { return sameName(other.Name, declared.name); });
-        if (!known) {
-            m_result.parameters.push_back({declared.name.toString(), declared.type});
-            m_untyped.push_back(false);
-        }
-    }
-}
-
-QString Translator::qualified(const BaseTable& table)
+QString qualified(const BaseTable& table)
 {
     QString text;
     if (!table.schema.isEmpty()) {

@@ -3,6 +3,7 @@
 #include "platform/db/db_error.h"
 #include "platform/sqlite/dialect/ast.h"
 #include "platform/sqlite/dialect/lexer.h"
+#include "platform/sqlite/dialect/parameters.h"
 #include "platform/sqlite/dialect/writer.h"
 
 #include <deque>
@@ -92,16 +93,24 @@ struct SelectSql
     bool ordered = false;
 };
 
-/// Translates one statement; used once.
+/// The text of a `from` that is still growing.
+struct FromText
+{
+    QString text;
+    bool single = true;     ///< one table, no join
+    bool appendable = true; ///< may stand behind "JOIN" as it is
+    std::vector<Sql> conditions;
+    int stack = 8;
+};
+
+/// Binds the names of one statement and writes its sources, expressions and selects; used once.
+///
+/// One class by recursive descent, like the parser: a source may be a select, a select holds
+/// expressions, an expression may be a select again, and all of them ask for names. Whole
+/// statements are written by StatementWriter, parameters are kept by StatementParameters.
 class Translator
 {
 public:
-    Translator(const QString& statement, const NameSource& names, bool allowParameters);
-
-    /// \param statement the tree of that text
-    [[nodiscard]] Translation translated(const Statement& statement);
-
-private:
     /// A stored query's text with its tokens, kept while its tree is in use.
     struct Stored
     {
@@ -117,16 +126,6 @@ private:
         Derived, ///< in `from`: columns c1, c2 ...
         Value,   ///< one column
         Exists
-    };
-
-    /// The text of a `from` that is still growing.
-    struct FromText
-    {
-        QString text;
-        bool single = true;     ///< one table, no join
-        bool appendable = true; ///< may stand behind "JOIN" as it is
-        std::vector<Sql> conditions;
-        int stack = 8;
     };
 
     /// A select without its unions, in parts.
@@ -145,6 +144,54 @@ private:
         bool parameter = false;
     };
 
+    class InQuery;
+
+    Translator(const QString& statement, const NameSource& names, bool allowParameters);
+
+    [[nodiscard]] const NameSource& names() const { return m_names; }
+
+    [[nodiscard]] StatementParameters& parameters() { return m_parameters; }
+
+    /// The statement, or the stored query that is being read.
+    [[nodiscard]] const QString& text() const { return *m_text; }
+
+    [[noreturn]] void fail(qsizetype position, const QString& what) const;
+    [[noreturn]] void tooComplex() const;
+
+    /// A table or stored query. \throws DbError kObjectNotFound
+    [[nodiscard]] const Source& find(QStringView name, qsizetype position);
+
+    /// Fills the scope with what the list names.
+    void bindFrom(const std::vector<FromPtr>& list, Scope& scope);
+    [[nodiscard]] FromText bindNode(const FromNode& node, Scope& scope, bool nullable);
+
+    /// The tree of a stored query. \throws DbError kSyntax, naming the query
+    [[nodiscard]] Stored& read(const Source& source);
+
+    /// Looks for a column among the scope's own names. \return false when there is none
+    [[nodiscard]] bool resolveHere(QStringView qualifier,
+                                   QStringView name,
+                                   Scope& scope,
+                                   ColumnRef& found,
+                                   qsizetype position);
+    [[nodiscard]] Sql expression(const Expr& expr, Scope& scope);
+
+    /// A select without its unions.
+    [[nodiscard]] std::unique_ptr<Arm> arm(const Select& select, Scope* outer);
+
+    /// The columns of "*" or "name.*".
+    void expandStar(const SelectItem& item, Scope& scope, std::vector<ColumnRef>& columns);
+
+    /// A select with its unions as text.
+    [[nodiscard]] SelectSql select(const Select& select, Scope* outer, Use use);
+    [[nodiscard]] SelectSql unionSelect(const Select& select, Scope* outer, Use use);
+    [[nodiscard]] static QStringList columnTexts(const Arm& arm, Use use);
+    /// The rows of an arm with these columns, in its order and cut by its `top`.
+    /// \param named the columns are called c1, c2 ...
+    [[nodiscard]] static QString
+    rows(const Select& select, const Arm& arm, const QStringList& columns, bool named);
+
+private:
     /// The texts of a domain function, read as if they stood in the statement.
     struct Domain
     {
@@ -154,30 +201,18 @@ private:
     };
 
     class Depth;
-    class InQuery;
-
-    [[noreturn]] void fail(qsizetype position, const QString& what) const;
-    [[noreturn]] void tooComplex() const;
 
     // Sources (binder_from.cpp)
-    [[nodiscard]] const Source& find(QStringView name, qsizetype position);
     [[nodiscard]] QString newAlias();
-    void bindFrom(const std::vector<FromPtr>& list, Scope& scope);
-    [[nodiscard]] FromText bindNode(const FromNode& node, Scope& scope, bool nullable);
     [[nodiscard]] FromText bindJoin(const FromNode& node, Scope& scope, bool nullable);
-    [[nodiscard]] FromText joinOuter(FromText kept, FromText nulled, Sql on, Scope& scope);
-    [[nodiscard]] FromText joinInner(FromText left, FromText right, Scope& scope);
     [[nodiscard]] FromText bindNamed(const FromNode& node, Scope& scope, bool nullable);
     [[nodiscard]] FromText
     bindQuery(const FromNode& node, const Source& source, Scope& scope, bool nullable);
     [[nodiscard]] FromText
     weave(const Select& select, const QString& name, Scope& scope, bool nullable);
     [[nodiscard]] FromText derived(const Select& select, const QString& name, Scope& scope);
-    [[nodiscard]] Stored& read(const Source& source);
     [[nodiscard]] const Stored& stored(const Source& source, qsizetype position);
     void addRange(Range range, Scope& scope, qsizetype position);
-    [[nodiscard]] ColumnRef
-    tableColumn(const Range& range, const FieldDef& field, const Scope& scope) const;
 
     // Names (binder.cpp)
     [[nodiscard]] bool resolve(QStringView qualifier,
@@ -185,19 +220,11 @@ private:
                                Scope& scope,
                                ColumnRef& found,
                                qsizetype position);
-    [[nodiscard]] bool resolveHere(QStringView qualifier,
-                                   QStringView name,
-                                   Scope& scope,
-                                   ColumnRef& found,
-                                   qsizetype position);
     [[nodiscard]] Sql name(const Expr& expr, Scope& scope);
     [[nodiscard]] bool aliasOf(QStringView name, Scope& scope, Sql& found);
     [[nodiscard]] Sql unknownName(const Expr& expr);
-    [[nodiscard]] Sql parameter(int index);
-    void declare(const std::vector<DeclaredParameter>& parameters);
 
     // Expressions (writer_expression.cpp, writer_call.cpp)
-    [[nodiscard]] Sql expression(const Expr& expr, Scope& scope);
     [[nodiscard]] Sql written(const Expr& expr, Scope& scope);
     [[nodiscard]] Sql chain(const Expr& expr, Scope& scope);
     [[nodiscard]] Sql inSelect(const Expr& expr, Scope& scope);
@@ -214,13 +241,10 @@ private:
     [[nodiscard]] Sql switchCall(const Expr& expr, Scope& scope);
     [[nodiscard]] Sql chooseCall(const Expr& expr, Scope& scope);
     [[nodiscard]] Sql nzCall(const Expr& expr, Scope& scope);
-    [[nodiscard]] Sql cases(const std::vector<Sql>& pairs, const Sql* subject, const Sql* other);
     void expectArguments(const Expr& expr, size_t least, size_t most) const;
 
     // Selects (writer_select.cpp)
-    [[nodiscard]] std::unique_ptr<Arm> arm(const Select& select, Scope* outer);
     void items(const Select& select, Scope& scope, std::vector<ColumnRef>& columns);
-    void expandStar(const SelectItem& item, Scope& scope, std::vector<ColumnRef>& columns);
     [[nodiscard]] ColumnRef itemColumn(const SelectItem& item, Scope& scope, int& unnamed);
     void appendWhere(const Select& select, Arm& arm);
     void bindGroups(const Select& select, Arm& arm);
@@ -232,51 +256,30 @@ private:
     [[nodiscard]] Sql orderTerm(const Expr& expr, const Select& select, Arm& arm);
 
     // Selects as text (writer_rows.cpp)
-    [[nodiscard]] SelectSql select(const Select& select, Scope* outer, Use use);
-    [[nodiscard]] SelectSql unionSelect(const Select& select, Scope* outer, Use use);
     [[nodiscard]] QString unionOrder(const Select& select, const std::vector<ColumnRef>& columns);
-    [[nodiscard]] static QStringList columnTexts(const Arm& arm, Use use);
-    /// The rows of an arm with these columns, in its order and cut by its `top`.
-    /// \param named the columns are called c1, c2 ...
-    [[nodiscard]] static QString
-    rows(const Select& select, const Arm& arm, const QStringList& columns, bool named);
     /// Takes the columns out of the arm.
     [[nodiscard]] SelectSql armSql(const Select& select, Arm& arm, Use use) const;
-
-    // Statements (writer_action.cpp, dialect.cpp)
-    void run(const Statement& statement);
-    void executeStatement(const Statement& statement);
-    void selectStatement(const Statement& statement);
-    void makeTableStatement(const Statement& statement);
-    void insertStatement(const Statement& statement);
-    void updateStatement(const Statement& statement);
-    void deleteStatement(const Statement& statement);
-    [[nodiscard]] static QString insertSource(const std::vector<ColumnRef>& columns,
-                                              const SelectSql& rows,
-                                              const QString& defaults);
-    [[nodiscard]] std::vector<ColumnRef>
-    insertColumns(const Statement& statement, Scope& scope, const std::vector<ColumnRef>* offered);
-    void takeResult(const std::vector<ColumnRef>& columns);
-    [[nodiscard]] static QString qualified(const BaseTable& table);
-    [[nodiscard]] Sql whereOf(const Statement& statement, Scope& scope);
 
     const QString& m_statement;
     const QString* m_text = &m_statement; ///< the statement or stored query that is being read
     const NameSource& m_names;
-    bool m_allowParameters;
-    Translation m_result;
+    StatementParameters m_parameters;
     std::deque<Source> m_sources;
     std::deque<Stored> m_stored;
     std::deque<Domain> m_domains;
-    std::optional<std::vector<Sql>> m_arguments; ///< of the query that is executed, for parameters
-    std::vector<QString> m_openQueries;          ///< a query that names itself has no end
-    std::vector<bool> m_untyped;                 ///< beside the parameters: without a declared type
+    std::vector<QString> m_openQueries; ///< a query that names itself has no end
     int m_aliases = 0;
     int m_depth = 0;
 };
 
 /// Bytes, or letters, of an expression's column of that type.
 [[nodiscard]] int sizeOf(FieldType type);
+
+/// A column of a table as an expression names it.
+[[nodiscard]] ColumnRef tableColumn(const Range& range, const FieldDef& field, const Scope& scope);
+
+/// The table with its schema, in quotes.
+[[nodiscard]] QString qualified(const BaseTable& table);
 
 /// The bits of Scope::usedTables that a column stands for.
 [[nodiscard]] quint64 bitOf(const ColumnRef& column);

@@ -36,66 +36,9 @@ bool isPlain(const Select& select)
            select.group.empty() && !select.having && !select.from.empty() && !aggregated;
 }
 
-} // namespace
-
-DbError faultOf(const QString& query, const DbError& fault)
-{
-    return {fault.number(), u"In der Abfrage \"%1\": %2"_s.arg(query, fault.text()),
-            fault.statement()};
-}
-
-void Translator::bindFrom(const std::vector<FromPtr>& list, Scope& scope)
-{
-    FromText all;
-    bool first = true;
-    for (const FromPtr& node : list) {
-        FromText next = bindNode(*node, scope, false);
-        all = first ? std::move(next) : joinInner(std::move(all), std::move(next), scope);
-        first = false;
-    }
-    if (scope.tables->size() > size_t(kMostSources) || scope.ranges.size() > size_t(kMostSources)) {
-        tooComplex();
-    }
-    scope.from = std::move(all.text);
-    scope.fromStack = all.stack;
-    std::move(all.conditions.begin(), all.conditions.end(), std::back_inserter(scope.conditions));
-}
-
-Translator::FromText Translator::bindNode(const FromNode& node, Scope& scope, bool nullable)
-{
-    const Depth depth(*this);
-    switch (node.kind) {
-    case FromNode::Kind::Named:
-        return bindNamed(node, scope, nullable);
-    case FromNode::Kind::Select:
-        return derived(*node.select, node.alias.toString(), scope);
-    case FromNode::Kind::Inner:
-    case FromNode::Kind::Left:
-    case FromNode::Kind::Right:
-        return bindJoin(node, scope, nullable);
-    }
-    return {};
-}
-
-Translator::FromText Translator::bindJoin(const FromNode& node, Scope& scope, bool nullable)
-{
-    FromText left = bindNode(*node.left, scope, nullable || node.kind == FromNode::Kind::Right);
-    FromText right = bindNode(*node.right, scope, nullable || node.kind == FromNode::Kind::Left);
-    Sql on = expression(*node.on, scope);
-    if (node.kind == FromNode::Kind::Left) {
-        return joinOuter(std::move(left), std::move(right), std::move(on), scope);
-    }
-    if (node.kind == FromNode::Kind::Right) {
-        return joinOuter(std::move(right), std::move(left), std::move(on), scope);
-    }
-    FromText result = joinInner(std::move(left), std::move(right), scope);
-    result.conditions.push_back(std::move(on));
-    return result;
-}
-
 /// Conditions of the side that may be null decide whether a row finds a partner; those of the other
 /// side decide whether the row is there at all.
-Translator::FromText Translator::joinOuter(FromText kept, FromText nulled, Sql on, Scope& scope)
+FromText joinOuter(FromText kept, FromText nulled, Sql on, Scope& scope)
 {
     std::vector<Sql> conditions = std::move(nulled.conditions);
     conditions.insert(conditions.begin(), std::move(on));
@@ -123,7 +66,7 @@ Translator::FromText Translator::joinOuter(FromText kept, FromText nulled, Sql o
     return result;
 }
 
-Translator::FromText Translator::joinInner(FromText left, FromText right, Scope& scope)
+FromText joinInner(FromText left, FromText right, Scope& scope)
 {
     if (!right.appendable && left.appendable) {
         std::swap(left, right);
@@ -142,6 +85,63 @@ Translator::FromText Translator::joinInner(FromText left, FromText right, Scope&
     return result;
 }
 
+} // namespace
+
+DbError faultOf(const QString& query, const DbError& fault)
+{
+    return {fault.number(), u"In der Abfrage \"%1\": %2"_s.arg(query, fault.text()),
+            fault.statement()};
+}
+
+void Translator::bindFrom(const std::vector<FromPtr>& list, Scope& scope)
+{
+    FromText all;
+    bool first = true;
+    for (const FromPtr& node : list) {
+        FromText next = bindNode(*node, scope, false);
+        all = first ? std::move(next) : joinInner(std::move(all), std::move(next), scope);
+        first = false;
+    }
+    if (scope.tables->size() > size_t(kMostSources) || scope.ranges.size() > size_t(kMostSources)) {
+        tooComplex();
+    }
+    scope.from = std::move(all.text);
+    scope.fromStack = all.stack;
+    std::move(all.conditions.begin(), all.conditions.end(), std::back_inserter(scope.conditions));
+}
+
+FromText Translator::bindNode(const FromNode& node, Scope& scope, bool nullable)
+{
+    const Depth depth(*this);
+    switch (node.kind) {
+    case FromNode::Kind::Named:
+        return bindNamed(node, scope, nullable);
+    case FromNode::Kind::Select:
+        return derived(*node.select, node.alias.toString(), scope);
+    case FromNode::Kind::Inner:
+    case FromNode::Kind::Left:
+    case FromNode::Kind::Right:
+        return bindJoin(node, scope, nullable);
+    }
+    return {};
+}
+
+FromText Translator::bindJoin(const FromNode& node, Scope& scope, bool nullable)
+{
+    FromText left = bindNode(*node.left, scope, nullable || node.kind == FromNode::Kind::Right);
+    FromText right = bindNode(*node.right, scope, nullable || node.kind == FromNode::Kind::Left);
+    Sql on = expression(*node.on, scope);
+    if (node.kind == FromNode::Kind::Left) {
+        return joinOuter(std::move(left), std::move(right), std::move(on), scope);
+    }
+    if (node.kind == FromNode::Kind::Right) {
+        return joinOuter(std::move(right), std::move(left), std::move(on), scope);
+    }
+    FromText result = joinInner(std::move(left), std::move(right), scope);
+    result.conditions.push_back(std::move(on));
+    return result;
+}
+
 void Translator::addRange(Range range, Scope& scope, qsizetype position)
 {
     for (const Range& other : scope.ranges) {
@@ -152,7 +152,7 @@ void Translator::addRange(Range range, Scope& scope, qsizetype position)
     scope.ranges.push_back(std::move(range));
 }
 
-Translator::FromText Translator::bindNamed(const FromNode& node, Scope& scope, bool nullable)
+FromText Translator::bindNamed(const FromNode& node, Scope& scope, bool nullable)
 {
     const Source& source = find(node.name, node.position);
     if (source.kind == Source::Kind::Query) {
@@ -197,11 +197,11 @@ const Translator::Stored& Translator::stored(const Source& source, qsizetype pos
     if (entry.statement.kind != StatementKind::Select || !entry.statement.select) {
         fail(position, u"die Abfrage \"%1\" liefert keine Zeilen"_s.arg(source.name));
     }
-    declare(entry.statement.parameters);
+    m_parameters.declare(entry.statement.parameters);
     return entry;
 }
 
-Translator::FromText
+FromText
 Translator::bindQuery(const FromNode& node, const Source& source, Scope& scope, bool nullable)
 {
     const Stored& query = stored(source, node.position);
@@ -216,8 +216,7 @@ Translator::bindQuery(const FromNode& node, const Source& source, Scope& scope, 
     }
 }
 
-Translator::FromText
-Translator::weave(const Select& select, const QString& name, Scope& scope, bool nullable)
+FromText Translator::weave(const Select& select, const QString& name, Scope& scope, bool nullable)
 {
     const size_t tablesBefore = scope.tables->size();
     Scope inner;
@@ -264,7 +263,7 @@ Translator::weave(const Select& select, const QString& name, Scope& scope, bool 
     return from;
 }
 
-Translator::FromText Translator::derived(const Select& inner, const QString& name, Scope& scope)
+FromText Translator::derived(const Select& inner, const QString& name, Scope& scope)
 {
     const SelectSql written = select(inner, nullptr, Use::Derived);
     const QString alias = newAlias();

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "platform/sqlite/dialect/ast.h"
-#include "platform/sqlite/dialect/lexer.h"
-
-#include <algorithm>
+#include "platform/sqlite/dialect/parser_ddl.h"
 
 /// Second step of the dialect: tokens become a tree.
 namespace melovane::sqlite::dialect {
@@ -16,10 +14,16 @@ inline constexpr int kValueLevel = 5;
 inline constexpr int kMostSources = 60;
 
 /// Reads one statement. `statement` and `tokens` must outlive the tree.
-class Parser
+///
+/// One class by recursive descent: a select holds expressions and expressions hold selects, so the
+/// two cannot be cut apart. What they stand on (TokenReader) and what needs neither (DdlParser) are
+/// classes of their own.
+class Parser : private TokenReader
 {
 public:
-    Parser(const QString& statement, const Tokens& tokens);
+    Parser(const QString& statement, const Tokens& tokens)
+        : TokenReader(statement, tokens)
+    {}
 
     /// \throws DbError kSyntax with the place; also for a second statement behind ";"
     [[nodiscard]] Statement parse();
@@ -43,38 +47,6 @@ private:
     private:
         Parser& m_parser;
     };
-
-    // Tokens
-    [[nodiscard]] const Token& peek(size_t ahead = 0) const
-    {
-        return m_tokens.list[std::min(m_at + ahead, m_last)];
-    }
-
-    const Token& take();
-
-    [[nodiscard]] bool atWord(Word word, size_t ahead = 0) const
-    {
-        return peek(ahead).word == word;
-    }
-
-    [[nodiscard]] bool atSign(char16_t sign, size_t ahead = 0) const
-    {
-        return peek(ahead).sign == sign;
-    }
-
-    [[nodiscard]] bool atName(QStringView name, size_t ahead = 0) const;
-
-    /// A select stands here, or several in brackets joined by `union`.
-    [[nodiscard]] bool atSelect(size_t ahead = 0) const;
-    bool acceptWord(Word word);
-    bool acceptSign(char16_t sign);
-    bool acceptName(QStringView name);
-    void expectWord(Word word, const QString& text);
-    void expectSign(char16_t sign);
-    [[noreturn]] void fail(const QString& what) const;
-    void expectEnd() const;
-    [[nodiscard]] QStringView name(const QString& what);
-    [[nodiscard]] QStringView optionalAlias();
 
     // Statements
     [[nodiscard]] std::vector<DeclaredParameter> parameters();
@@ -121,23 +93,9 @@ private:
     [[nodiscard]] bool acceptOperator(int level, Op& op);
     [[nodiscard]] ExprPtr make(Expr::Kind kind) const;
 
-    // Changes of the catalogue
-    [[nodiscard]] Statement ddl(DdlAction action) const;
-    [[nodiscard]] Statement createStatement();
-    [[nodiscard]] Statement createTable();
-    [[nodiscard]] Statement createIndex(bool unique);
-    [[nodiscard]] Statement dropStatement();
-    [[nodiscard]] Statement alterStatement();
-    [[nodiscard]] FieldDef columnDefinition(TableDef* table);
-    void columnConstraints(FieldDef& field, TableDef* table);
-    void tableConstraint(TableDef& table);
-    void columnType(FieldDef& field);
-    [[nodiscard]] QStringList columnNames();
+    /// For what stands at the present place.
+    [[nodiscard]] DdlParser ddl();
 
-    const QString& m_statement;
-    const Tokens& m_tokens;
-    const size_t m_last;
-    size_t m_at = 0;
     int m_depth = 0;
     int m_sources = 0;
     Statement* m_intoOf = nullptr; ///< whose select may name a new table, while it is read

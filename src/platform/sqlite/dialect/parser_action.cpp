@@ -26,7 +26,7 @@ Statement Parser::selectStatement()
 Statement Parser::executeStatement()
 {
     Statement result;
-    ++m_at;
+    skip();
     result.position = peek().position;
     result.query = name(u"Name einer Abfrage"_s);
     if (peek().kind == Token::Kind::End || atSign(u';')) {

@@ -1,4 +1,4 @@
-#include "platform/sqlite/dialect/parser.h"
+#include "platform/sqlite/dialect/parser_ddl.h"
 
 #include <array>
 
@@ -56,9 +56,8 @@ constexpr std::array kTypeNames{
     TypeName{"currency"_L1, FieldType::Double, 8},
 };
 
-} // namespace
-
-Statement Parser::ddl(DdlAction action) const
+/// The statement that is one change of the catalogue.
+Statement statementOf(DdlAction action)
 {
     Statement result;
     result.kind = StatementKind::Ddl;
@@ -66,54 +65,56 @@ Statement Parser::ddl(DdlAction action) const
     return result;
 }
 
-QStringList Parser::columnNames()
+} // namespace
+
+QStringList DdlParser::columnNames()
 {
     QStringList names;
-    expectSign(u'(');
+    m_reader.expectSign(u'(');
     do {
-        names.append(name(u"Spaltenname"_s).toString());
-        if (!acceptWord(Word::Asc)) {
-            acceptWord(Word::Desc);
+        names.append(m_reader.name(u"Spaltenname"_s).toString());
+        if (!m_reader.acceptWord(Word::Asc)) {
+            m_reader.acceptWord(Word::Desc);
         }
-    } while (acceptSign(u','));
-    expectSign(u')');
+    } while (m_reader.acceptSign(u','));
+    m_reader.expectSign(u')');
     return names;
 }
 
-void Parser::columnType(FieldDef& field)
+void DdlParser::columnType(FieldDef& field)
 {
-    const Token& token = peek();
+    const Token& token = m_reader.peek();
     for (const TypeName& known : kTypeNames) {
         if (token.kind != Token::Kind::Name ||
             token.text.compare(known.text, Qt::CaseInsensitive) != 0) {
             continue;
         }
-        ++m_at;
+        m_reader.skip();
         field.Type = known.type;
         field.Size = known.size;
         field.Attributes = known.attributes;
-        if (!acceptSign(u'(')) {
+        if (!m_reader.acceptSign(u'(')) {
             return;
         }
         bool whole = false;
-        const int size = peek().text.toInt(&whole);
-        if (peek().kind != Token::Kind::Number || !whole || size < 1) {
-            fail(u"Breite erwartet"_s);
+        const int size = m_reader.peek().text.toInt(&whole);
+        if (m_reader.peek().kind != Token::Kind::Number || !whole || size < 1) {
+            m_reader.fail(u"Breite erwartet"_s);
         }
-        ++m_at;
+        m_reader.skip();
         if (field.Type == FieldType::Text) {
             field.Size = size;
         }
-        if (acceptSign(u',') && take().kind != Token::Kind::Number) {
-            fail(u"Breite erwartet"_s);
+        if (m_reader.acceptSign(u',') && m_reader.take().kind != Token::Kind::Number) {
+            m_reader.fail(u"Breite erwartet"_s);
         }
-        expectSign(u')');
+        m_reader.expectSign(u')');
         return;
     }
-    fail(u"Spaltentyp erwartet"_s);
+    m_reader.fail(u"Spaltentyp erwartet"_s);
 }
 
-void Parser::columnConstraints(FieldDef& field, TableDef* table)
+void DdlParser::columnConstraints(FieldDef& field, TableDef* table)
 {
     const auto index = [&](bool primary, const QString& given) {
         IndexDef def;
@@ -122,58 +123,58 @@ void Parser::columnConstraints(FieldDef& field, TableDef* table)
         def.Primary = primary;
         def.Unique = true;
         if (table == nullptr) {
-            fail(u"Schlüssel sind hier nicht erlaubt"_s);
+            m_reader.fail(u"Schlüssel sind hier nicht erlaubt"_s);
         }
         table->Indexes.push_back(def);
         field.Required = field.Required || primary;
     };
     for (;;) {
         QString given;
-        if (acceptWord(Word::Constraint)) {
-            given = name(u"Name"_s).toString();
+        if (m_reader.acceptWord(Word::Constraint)) {
+            given = m_reader.name(u"Name"_s).toString();
         }
-        if (atWord(Word::Not) && atWord(Word::Null, 1)) {
-            m_at += 2;
+        if (m_reader.atWord(Word::Not) && m_reader.atWord(Word::Null, 1)) {
+            m_reader.skip(2);
             field.Required = true;
-        } else if (acceptWord(Word::Null)) {
+        } else if (m_reader.acceptWord(Word::Null)) {
             field.Required = false;
-        } else if (acceptWord(Word::Primary)) {
-            expectWord(Word::Key, u"key"_s);
+        } else if (m_reader.acceptWord(Word::Primary)) {
+            m_reader.expectWord(Word::Key, u"key"_s);
             index(true, given);
-        } else if (acceptWord(Word::Unique)) {
+        } else if (m_reader.acceptWord(Word::Unique)) {
             index(false, given);
-        } else if (acceptName(u"default")) {
-            const qsizetype start = peek().position;
-            const ExprPtr value = primary();
-            field.DefaultValue = m_statement.mid(start, peek().position - start).trimmed();
+        } else if (m_reader.acceptName(u"default")) {
+            const qsizetype start = m_reader.peek().position;
+            m_skipValue();
+            field.DefaultValue = m_reader.textSince(start).trimmed();
         } else if (!given.isEmpty()) {
-            fail(u"primary key, unique oder not null erwartet"_s);
+            m_reader.fail(u"primary key, unique oder not null erwartet"_s);
         } else {
             return;
         }
     }
 }
 
-FieldDef Parser::columnDefinition(TableDef* table)
+FieldDef DdlParser::columnDefinition(TableDef* table)
 {
     FieldDef field;
-    field.Name = name(u"Spaltenname"_s).toString();
+    field.Name = m_reader.name(u"Spaltenname"_s).toString();
     columnType(field);
     columnConstraints(field, table);
     return field;
 }
 
-void Parser::tableConstraint(TableDef& table)
+void DdlParser::tableConstraint(TableDef& table)
 {
     IndexDef index;
-    if (acceptWord(Word::Constraint)) {
-        index.Name = name(u"Name"_s).toString();
+    if (m_reader.acceptWord(Word::Constraint)) {
+        index.Name = m_reader.name(u"Name"_s).toString();
     }
-    if (acceptWord(Word::Primary)) {
-        expectWord(Word::Key, u"key"_s);
+    if (m_reader.acceptWord(Word::Primary)) {
+        m_reader.expectWord(Word::Key, u"key"_s);
         index.Primary = true;
     } else {
-        expectWord(Word::Unique, u"primary key oder unique"_s);
+        m_reader.expectWord(Word::Unique, u"primary key oder unique"_s);
     }
     index.Unique = true;
     index.Fields = columnNames();
@@ -183,96 +184,96 @@ void Parser::tableConstraint(TableDef& table)
     table.Indexes.push_back(index);
 }
 
-Statement Parser::createTable()
+Statement DdlParser::createTable()
 {
     DdlAction action;
     action.kind = DdlAction::Kind::CreateTable;
-    action.table.Name = name(u"Tabellenname"_s).toString();
-    expectSign(u'(');
+    action.table.Name = m_reader.name(u"Tabellenname"_s).toString();
+    m_reader.expectSign(u'(');
     do {
-        const bool unique = atWord(Word::Unique) && atSign(u'(', 1);
-        const bool primary = atWord(Word::Primary) && atWord(Word::Key, 1);
-        if (atWord(Word::Constraint) || unique || primary) {
+        const bool unique = m_reader.atWord(Word::Unique) && m_reader.atSign(u'(', 1);
+        const bool primary = m_reader.atWord(Word::Primary) && m_reader.atWord(Word::Key, 1);
+        if (m_reader.atWord(Word::Constraint) || unique || primary) {
             tableConstraint(action.table);
         } else {
             action.table.Fields.push_back(columnDefinition(&action.table));
         }
-    } while (acceptSign(u','));
-    expectSign(u')');
+    } while (m_reader.acceptSign(u','));
+    m_reader.expectSign(u')');
     if (action.table.Fields.empty()) {
-        fail(u"Spalte erwartet"_s);
+        m_reader.fail(u"Spalte erwartet"_s);
     }
-    return ddl(std::move(action));
+    return statementOf(std::move(action));
 }
 
-Statement Parser::createIndex(bool unique)
+Statement DdlParser::createIndex(bool unique)
 {
     DdlAction action;
     action.kind = DdlAction::Kind::CreateIndex;
     action.index.Unique = unique;
-    action.index.Name = name(u"Indexname"_s).toString();
-    expectWord(Word::On, u"on"_s);
-    action.table.Name = name(u"Tabellenname"_s).toString();
+    action.index.Name = m_reader.name(u"Indexname"_s).toString();
+    m_reader.expectWord(Word::On, u"on"_s);
+    action.table.Name = m_reader.name(u"Tabellenname"_s).toString();
     action.index.Fields = columnNames();
-    if (acceptWord(Word::With)) {
-        if (acceptWord(Word::Primary)) {
+    if (m_reader.acceptWord(Word::With)) {
+        if (m_reader.acceptWord(Word::Primary)) {
             action.index.Primary = true;
             action.index.Unique = true;
-        } else if (!acceptName(u"disallow") && !acceptName(u"ignore")) {
-            fail(u"primary erwartet"_s);
+        } else if (!m_reader.acceptName(u"disallow") && !m_reader.acceptName(u"ignore")) {
+            m_reader.fail(u"primary erwartet"_s);
         } else {
-            expectWord(Word::Null, u"null"_s);
+            m_reader.expectWord(Word::Null, u"null"_s);
         }
     }
-    return ddl(std::move(action));
+    return statementOf(std::move(action));
 }
 
-Statement Parser::createStatement()
+Statement DdlParser::create()
 {
-    if (acceptWord(Word::Table)) {
+    if (m_reader.acceptWord(Word::Table)) {
         return createTable();
     }
-    const bool unique = acceptWord(Word::Unique);
-    expectWord(Word::Index, u"table oder index"_s);
+    const bool unique = m_reader.acceptWord(Word::Unique);
+    m_reader.expectWord(Word::Index, u"table oder index"_s);
     return createIndex(unique);
 }
 
-Statement Parser::dropStatement()
+Statement DdlParser::drop()
 {
     DdlAction action;
-    if (acceptWord(Word::Table)) {
+    if (m_reader.acceptWord(Word::Table)) {
         action.kind = DdlAction::Kind::DropTable;
-        action.table.Name = name(u"Tabellenname"_s).toString();
-        return ddl(std::move(action));
+        action.table.Name = m_reader.name(u"Tabellenname"_s).toString();
+        return statementOf(std::move(action));
     }
-    expectWord(Word::Index, u"table oder index"_s);
+    m_reader.expectWord(Word::Index, u"table oder index"_s);
     action.kind = DdlAction::Kind::DropIndex;
-    action.index.Name = name(u"Indexname"_s).toString();
-    expectWord(Word::On, u"on"_s);
-    action.table.Name = name(u"Tabellenname"_s).toString();
-    return ddl(std::move(action));
+    action.index.Name = m_reader.name(u"Indexname"_s).toString();
+    m_reader.expectWord(Word::On, u"on"_s);
+    action.table.Name = m_reader.name(u"Tabellenname"_s).toString();
+    return statementOf(std::move(action));
 }
 
-Statement Parser::alterStatement()
+Statement DdlParser::alter()
 {
-    expectWord(Word::Table, u"table"_s);
+    m_reader.expectWord(Word::Table, u"table"_s);
     DdlAction action;
-    action.table.Name = name(u"Tabellenname"_s).toString();
-    if (acceptWord(Word::Drop)) {
-        acceptWord(Word::Column);
+    action.table.Name = m_reader.name(u"Tabellenname"_s).toString();
+    if (m_reader.acceptWord(Word::Drop)) {
+        m_reader.acceptWord(Word::Column);
         action.kind = DdlAction::Kind::DropColumn;
-        action.field.Name = name(u"Spaltenname"_s).toString();
-        return ddl(std::move(action));
+        action.field.Name = m_reader.name(u"Spaltenname"_s).toString();
+        return statementOf(std::move(action));
     }
-    if (acceptWord(Word::Add)) {
+    if (m_reader.acceptWord(Word::Add)) {
         action.kind = DdlAction::Kind::AddColumn;
     } else {
-        expectWord(Word::Alter, u"add, alter oder drop"_s);
+        m_reader.expectWord(Word::Alter, u"add, alter oder drop"_s);
         action.kind = DdlAction::Kind::AlterColumn;
     }
-    acceptWord(Word::Column);
+    m_reader.acceptWord(Word::Column);
     action.field = columnDefinition(nullptr);
-    return ddl(std::move(action));
+    return statementOf(std::move(action));
 }
 
 } // namespace melovane::sqlite::dialect

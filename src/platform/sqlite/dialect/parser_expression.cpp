@@ -119,7 +119,7 @@ ExprPtr Parser::negation()
     }
     const Nesting nesting(*this);
     ExprPtr expr = make(Expr::Kind::Not);
-    ++m_at;
+    skip();
     expr->args.push_back(negation());
     return expr;
 }
@@ -170,7 +170,7 @@ bool Parser::acceptComparison(Op& op)
         return true;
     }
     if (atWord(Word::Not) && atWord(Word::Like, 1)) {
-        m_at += 2;
+        skip(2);
         op = Op::NotLike;
         return true;
     }
@@ -184,7 +184,7 @@ ExprPtr Parser::quantifiedTest(Op op, ExprPtr value)
     expr->negated = atWord(Word::All);
     expr->ops.push_back(op);
     expr->args.push_back(std::move(value));
-    ++m_at;
+    skip();
     expectSign(u'(');
     expr->select = select();
     expectSign(u')');
@@ -204,11 +204,11 @@ ExprPtr Parser::testBehind(ExprPtr value, bool& more)
     const bool negated = atWord(Word::Not);
     const size_t ahead = negated ? 1 : 0;
     if (atWord(Word::In, ahead)) {
-        m_at += ahead + 1;
+        skip(ahead + 1);
         return inTest(std::move(value), negated);
     }
     if (atWord(Word::Between, ahead)) {
-        m_at += ahead + 1;
+        skip(ahead + 1);
         return betweenTest(std::move(value), negated);
     }
     more = false;
@@ -250,7 +250,7 @@ ExprPtr Parser::minus()
     if (negative || atSign(u'+')) {
         const Nesting nesting(*this);
         ExprPtr expr = make(Expr::Kind::Minus);
-        ++m_at;
+        skip();
         ExprPtr operand = minus();
         if (!negative) {
             return operand;
@@ -274,10 +274,10 @@ ExprPtr Parser::bracketed()
     ExprPtr expr;
     if (atSelect(1)) {
         expr = make(Expr::Kind::Scalar);
-        ++m_at;
+        skip();
         expr->select = select();
     } else {
-        ++m_at;
+        skip();
         expr = expression();
     }
     expectSign(u')');
@@ -292,7 +292,7 @@ ExprPtr Parser::dateLiteral()
     }
     ExprPtr expr = make(Expr::Kind::Date);
     expr->number = *day;
-    ++m_at;
+    skip();
     return expr;
 }
 
@@ -331,18 +331,18 @@ ExprPtr Parser::nameOrCall()
     const bool qualified = atSign(u'.', 1) || atSign(u'!', 1);
     if (!qualified) {
         if (token.word == Word::Null) {
-            ++m_at;
+            skip();
             return make(Expr::Kind::Null);
         }
         if (token.word == Word::True || token.word == Word::False) {
             ExprPtr expr = make(Expr::Kind::Truth);
             expr->negated = token.word == Word::False;
-            ++m_at;
+            skip();
             return expr;
         }
         if (token.word == Word::Exists && atSign(u'(', 1) && atSelect(2)) {
             ExprPtr expr = make(Expr::Kind::Exists);
-            m_at += 2;
+            skip(2);
             expr->select = select();
             expectSign(u')');
             return expr;
@@ -354,7 +354,7 @@ ExprPtr Parser::nameOrCall()
     ExprPtr expr = make(Expr::Kind::Name);
     expr->text = name(u"Ausdruck"_s);
     if (qualified) {
-        ++m_at;
+        skip();
         const Token& column = peek();
         const bool named = column.kind == Token::Kind::Name ||
                            (column.kind == Token::Kind::BracketName && !column.text.isEmpty());
@@ -376,13 +376,13 @@ ExprPtr Parser::call(const Token& function)
     }
     ExprPtr expr = make(Expr::Kind::Call);
     expr->text = function.text;
-    m_at += 2;
+    skip(2);
     if (acceptSign(u')')) {
         return expr;
     }
     if (atSign(u'*') && atSign(u')', 1)) {
         expr->args.push_back(make(Expr::Kind::Star));
-        m_at += 2;
+        skip(2);
         return expr;
     }
     expr->negated = acceptWord(Word::Distinct);

@@ -49,7 +49,7 @@ SelectPtr Parser::select()
             fail(u"eine neue Tabelle kann nicht aus union entstehen"_s);
         }
         m_intoOf = nullptr;
-        ++m_at;
+        skip();
         const bool all = acceptWord(Word::All);
         SelectPtr arm = unionArm(bracketed);
         arm->unionAll = all;
@@ -67,7 +67,7 @@ SelectPtr Parser::select()
 /// transform VALUE select ... group by ... pivot BY in (LIST)
 SelectPtr Parser::crosstab()
 {
-    ++m_at;
+    skip();
     auto columns = std::make_unique<Crosstab>();
     columns->value = expression();
     SelectPtr result = selectArm();
@@ -92,13 +92,13 @@ void Parser::topClause(Select& select)
     if (!atWord(Word::Top) || peek(1).kind != Token::Kind::Number) {
         return;
     }
-    ++m_at;
+    skip();
     bool whole = false;
     select.top = peek().text.toLongLong(&whole);
     if (!whole || select.top < 0) {
         fail(u"ganze Zahl hinter top erwartet"_s);
     }
-    ++m_at;
+    skip();
     select.percent = acceptWord(Word::Percent);
 }
 
@@ -114,7 +114,7 @@ void Parser::intoClause()
     if (m_intoOf == nullptr) {
         fail(u"into ist hier nicht erlaubt"_s);
     }
-    ++m_at;
+    skip();
     m_intoOf->kind = StatementKind::MakeTable;
     m_intoOf->position = peek().position;
     m_intoOf->target = name(u"Tabellenname"_s);
@@ -131,7 +131,7 @@ SelectPtr Parser::selectArm()
     } else if (acceptWord(Word::DistinctRow)) {
         result->distinctRow = true;
     } else if (atWord(Word::All) && !atSign(u',', 1) && !atWord(Word::From, 1)) {
-        ++m_at;
+        skip();
     }
     topClause(*result);
     // Selects inside this one make no table.
@@ -178,7 +178,7 @@ SelectItem Parser::selectItem()
     const bool named = peek().kind == Token::Kind::Name || peek().kind == Token::Kind::BracketName;
     if (named && (atSign(u'.', 1) || atSign(u'!', 1)) && atSign(u'*', 2)) {
         item.starOf = take().text;
-        m_at += 2;
+        skip(2);
         return item;
     }
     item.expr = expression();
@@ -258,7 +258,7 @@ FromPtr Parser::source()
     }
     FromPtr node;
     if (atSign(u'(') && !atSelect(1)) {
-        ++m_at;
+        skip();
         node = joinChain();
         expectSign(u')');
         return node;

@@ -1,6 +1,6 @@
 #include "platform/db/db_error.h"
-#include "platform/sqlite/dialect/binder.h"
 #include "platform/sqlite/dialect/column_defaults.h"
+#include "platform/sqlite/dialect/statement_writer.h"
 
 #include <algorithm>
 
@@ -8,12 +8,12 @@ namespace melovane::sqlite::dialect {
 
 using namespace Qt::Literals::StringLiterals;
 
-Sql Translator::whereOf(const Statement& statement, Scope& scope)
+Sql StatementWriter::whereOf(const Statement& statement, Scope& scope)
 {
     std::vector<Sql> conditions = std::move(scope.conditions);
     scope.conditions.clear();
     if (statement.where) {
-        conditions.push_back(expression(*statement.where, scope));
+        conditions.push_back(m_in.expression(*statement.where, scope));
     }
     Sql test;
     if (!conditions.empty()) {
@@ -21,17 +21,17 @@ Sql Translator::whereOf(const Statement& statement, Scope& scope)
         test.text.prepend(u" WHERE "_s);
     }
     if (test.stack + 12 > kParserStack) {
-        tooComplex();
+        m_in.tooComplex();
     }
     return test;
 }
 
-std::vector<ColumnRef> Translator::insertColumns(const Statement& statement,
-                                                 Scope& scope,
-                                                 const std::vector<ColumnRef>* offered)
+std::vector<ColumnRef> StatementWriter::insertColumns(const Statement& statement,
+                                                      Scope& scope,
+                                                      const std::vector<ColumnRef>* offered)
 {
     std::vector<ColumnRef> all;
-    expandStar({}, scope, all);
+    m_in.expandStar({}, scope, all);
     std::vector<ColumnRef> columns;
     const auto add = [&](QStringView name) {
         const auto found = std::find_if(all.begin(), all.end(), [&](const ColumnRef& column) {
@@ -48,7 +48,7 @@ std::vector<ColumnRef> Translator::insertColumns(const Statement& statement,
             throw DbError(dberror::kTooFewParameters,
                           u"Die Spalte \"%1\" ist in \"%2\" nicht vorhanden (Zeichen %3)."_s.arg(
                               name.text, statement.target, QString::number(name.position + 1)),
-                          *m_text);
+                          m_in.text());
         }
     }
     if (!statement.columns.empty()) {
@@ -61,9 +61,9 @@ std::vector<ColumnRef> Translator::insertColumns(const Statement& statement,
     return named ? columns : all;
 }
 
-QString Translator::insertSource(const std::vector<ColumnRef>& columns,
-                                 const SelectSql& rows,
-                                 const QString& defaults)
+QString StatementWriter::insertSource(const std::vector<ColumnRef>& columns,
+                                      const SelectSql& rows,
+                                      const QString& defaults)
 {
     QString list;
     for (size_t i = 0; i < columns.size(); ++i) {
@@ -76,7 +76,7 @@ QString Translator::insertSource(const std::vector<ColumnRef>& columns,
     return u"SELECT "_s + list + defaults + u" FROM ("_s + rows.text + u") AS s"_s;
 }
 
-void Translator::insertStatement(const Statement& statement)
+void StatementWriter::insertStatement(const Statement& statement)
 {
     m_result.kind = StatementKind::Insert;
     std::vector<TableUse> tables;
@@ -85,16 +85,16 @@ void Translator::insertStatement(const Statement& statement)
     FromNode node;
     node.name = statement.target;
     node.position = statement.position;
-    std::ignore = bindNode(node, target, false);
+    std::ignore = m_in.bindNode(node, target, false);
     SelectSql rows;
     if (statement.select) {
-        rows = select(*statement.select, nullptr, Use::Derived);
+        rows = m_in.select(*statement.select, nullptr, Translator::Use::Derived);
     }
     const std::vector<ColumnRef> columns =
         insertColumns(statement, target, statement.select ? &rows.columns : nullptr);
     const size_t given = statement.select ? rows.columns.size() : statement.values.size();
     if (given != columns.size()) {
-        fail(statement.position, u"Zahl der Werte und der Spalten ist verschieden"_s);
+        m_in.fail(statement.position, u"Zahl der Werte und der Spalten ist verschieden"_s);
     }
     const auto placeOf = [&](size_t index) {
         return index < statement.columns.size() ? statement.columns[index].position
@@ -104,12 +104,13 @@ void Translator::insertStatement(const Statement& statement)
     std::vector<QString> seen;
     for (const ColumnRef& column : columns) {
         if (column.table != columns.front().table || column.table < 0) {
-            fail(placeOf(seen.size()),
-                 u"in \"%1\" kann nicht eingefügt werden"_s.arg(statement.target));
+            m_in.fail(placeOf(seen.size()),
+                      u"in \"%1\" kann nicht eingefügt werden"_s.arg(statement.target));
         }
         if (std::any_of(seen.begin(), seen.end(),
                         [&](const QString& other) { return sameName(other, column.column); })) {
-            fail(placeOf(seen.size()), u"die Spalte \"%1\" ist doppelt genannt"_s.arg(column.name));
+            m_in.fail(placeOf(seen.size()),
+                      u"die Spalte \"%1\" ist doppelt genannt"_s.arg(column.name));
         }
         seen.push_back(column.column);
         names += names.isEmpty() ? u""_s : u", "_s;
@@ -118,7 +119,8 @@ void Translator::insertStatement(const Statement& statement)
     const BaseTable base = tables[size_t(columns.front().table)].base;
     m_result.written = {base};
     QString defaults;
-    for (const ComputedDefault& left : computedDefaults(m_names.find(base.name)->fields, seen)) {
+    for (const ComputedDefault& left :
+         computedDefaults(m_in.names().find(base.name)->fields, seen)) {
         names += u", "_s;
         appendQuotedName(names, left.column);
         defaults += u", "_s + left.sql;
@@ -127,7 +129,7 @@ void Translator::insertStatement(const Statement& statement)
     if (statement.select) {
         m_result.sql += insertSource(columns, rows, defaults);
         if (rows.stack + 14 > kParserStack) {
-            tooComplex();
+            m_in.tooComplex();
         }
         return;
     }
@@ -135,48 +137,49 @@ void Translator::insertStatement(const Statement& statement)
     none.tables = &tables;
     m_result.sql += u"VALUES ("_s;
     for (size_t i = 0; i < columns.size(); ++i) {
-        const Sql value = asAssigned(expression(*statement.values[i], none), columns[i].field);
+        const Sql value = asAssigned(m_in.expression(*statement.values[i], none), columns[i].field);
         if (value.stack + 10 > kParserStack) {
-            tooComplex();
+            m_in.tooComplex();
         }
         m_result.sql += (i == 0 ? u""_s : u", "_s) + value.text;
     }
     m_result.sql += defaults + u')';
 }
 
-void Translator::updateStatement(const Statement& statement)
+void StatementWriter::updateStatement(const Statement& statement)
 {
     m_result.kind = StatementKind::Update;
     std::vector<TableUse> tables;
     Scope scope;
     scope.tables = &tables;
-    bindFrom(statement.from, scope);
+    m_in.bindFrom(statement.from, scope);
 
     int target = -1;
     std::vector<ColumnRef> columns;
     std::vector<Sql> values;
     for (const Assignment& assignment : statement.assignments) {
         ColumnRef column;
-        if (!resolveHere(assignment.qualifier, assignment.column, scope, column,
-                         assignment.position)) {
+        if (!m_in.resolveHere(assignment.qualifier, assignment.column, scope, column,
+                              assignment.position)) {
             throw DbError(dberror::kTooFewParameters,
                           u"Die Spalte \"%1\" ist nicht vorhanden (Zeichen %2)."_s.arg(
                               assignment.column, QString::number(assignment.position + 1)),
-                          *m_text);
+                          m_in.text());
         }
         if (column.table < 0 || (target >= 0 && column.table != target)) {
-            fail(assignment.position,
-                 u"die Spalte \"%1\" kann hier nicht geändert werden"_s.arg(assignment.column));
+            m_in.fail(
+                assignment.position,
+                u"die Spalte \"%1\" kann hier nicht geändert werden"_s.arg(assignment.column));
         }
         target = column.table;
-        values.push_back(asAssigned(expression(*assignment.value, scope), column.field));
+        values.push_back(asAssigned(m_in.expression(*assignment.value, scope), column.field));
         if (values.back().stack + 18 > kParserStack) {
-            tooComplex();
+            m_in.tooComplex();
         }
         columns.push_back(std::move(column));
     }
     if (!scope.keyed && tables.size() > 1) {
-        fail(statement.position, u"diese Verknüpfung kann nicht geändert werden"_s);
+        m_in.fail(statement.position, u"diese Verknüpfung kann nicht geändert werden"_s);
     }
     const TableUse& use = tables[size_t(target)];
     m_result.written = {use.base};
@@ -200,27 +203,27 @@ void Translator::updateStatement(const Statement& statement)
                    where + u") AS s WHERE u"_s + use.rowId.mid(use.alias.size()) + u" = s.k"_s;
 }
 
-void Translator::deleteStatement(const Statement& statement)
+void StatementWriter::deleteStatement(const Statement& statement)
 {
     m_result.kind = StatementKind::Delete;
     std::vector<TableUse> tables;
     Scope scope;
     scope.tables = &tables;
-    bindFrom(statement.from, scope);
+    m_in.bindFrom(statement.from, scope);
     std::vector<ColumnRef> columns;
     SelectItem star;
     star.starOf = statement.deleteFrom;
     star.position = statement.position;
-    expandStar(star, scope, columns);
+    m_in.expandStar(star, scope, columns);
     int target = -1;
     for (const ColumnRef& column : columns) {
         if (target >= 0 && column.table >= 0 && column.table != target) {
-            fail(statement.position, u"aus welcher Tabelle gelöscht wird, ist nicht gesagt"_s);
+            m_in.fail(statement.position, u"aus welcher Tabelle gelöscht wird, ist nicht gesagt"_s);
         }
         target = column.table >= 0 ? column.table : target;
     }
     if (target < 0 || (!scope.keyed && tables.size() > 1)) {
-        fail(statement.position, u"hier kann nicht gelöscht werden"_s);
+        m_in.fail(statement.position, u"hier kann nicht gelöscht werden"_s);
     }
     const TableUse& use = tables[size_t(target)];
     m_result.written = {use.base};

@@ -183,6 +183,42 @@ FieldType typeOf(Gives gives, const std::vector<Sql>& args)
     return first.typed && !isText(first) ? first.type : FieldType::Double;
 }
 
+/// A chain of cases: `pairs` are conditions (or values of the subject) and results by turns.
+Sql cases(const std::vector<Sql>& pairs, const Sql* subject, const Sql* other)
+{
+    Sql result;
+    result.typed = false;
+    const auto take = [&](QLatin1StringView word, const Sql& part) {
+        result.text += word + part.text;
+        result.stack = std::max(result.stack, part.stack + 7);
+        result.height = std::max(result.height, part.height + 1);
+        result.parameter = result.parameter || part.parameter;
+    };
+    const auto takeType = [&](const Sql& part) {
+        if (part.typed) {
+            result.type = result.typed ? commonType(result.type, part.type) : part.type;
+            result.typed = true;
+        }
+    };
+    result.text = u"CASE"_s;
+    if (subject != nullptr) {
+        take(" "_L1, *subject);
+    }
+    for (size_t i = 0; i + 1 < pairs.size(); i += 2) {
+        take(" WHEN "_L1, pairs[i]);
+        take(" THEN "_L1, pairs[i + 1]);
+        takeType(pairs[i + 1]);
+    }
+    if (other != nullptr) {
+        take(" ELSE "_L1, *other);
+        takeType(*other);
+    }
+    result.text += u" END"_s;
+    result.strength = kBindsMost;
+    check(result);
+    return result;
+}
+
 } // namespace
 
 bool isAggregate(QStringView function)
@@ -316,42 +352,6 @@ Sql Translator::countCall(const Expr& expr, Scope& scope, const QString& distinc
     }
     arg.text.prepend(distinct);
     return call("count"_L1, arg, FieldType::Long);
-}
-
-/// A chain of cases: `pairs` are conditions (or values of the subject) and results by turns.
-Sql Translator::cases(const std::vector<Sql>& pairs, const Sql* subject, const Sql* other)
-{
-    Sql result;
-    result.typed = false;
-    const auto take = [&](QLatin1StringView word, const Sql& part) {
-        result.text += word + part.text;
-        result.stack = std::max(result.stack, part.stack + 7);
-        result.height = std::max(result.height, part.height + 1);
-        result.parameter = result.parameter || part.parameter;
-    };
-    const auto takeType = [&](const Sql& part) {
-        if (part.typed) {
-            result.type = result.typed ? commonType(result.type, part.type) : part.type;
-            result.typed = true;
-        }
-    };
-    result.text = u"CASE"_s;
-    if (subject != nullptr) {
-        take(" "_L1, *subject);
-    }
-    for (size_t i = 0; i + 1 < pairs.size(); i += 2) {
-        take(" WHEN "_L1, pairs[i]);
-        take(" THEN "_L1, pairs[i + 1]);
-        takeType(pairs[i + 1]);
-    }
-    if (other != nullptr) {
-        take(" ELSE "_L1, *other);
-        takeType(*other);
-    }
-    result.text += u" END"_s;
-    result.strength = kBindsMost;
-    check(result);
-    return result;
 }
 
 Sql Translator::iifCall(const Expr& expr, Scope& scope)

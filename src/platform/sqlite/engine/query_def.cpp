@@ -1,6 +1,7 @@
 #include "platform/sqlite/engine/query_def.h"
 
 #include "platform/db/db_fault.h"
+#include "platform/sqlite/dialect/dialect.h"
 #include "platform/sqlite/engine/columns.h"
 #include "platform/sqlite/engine/recordset.h"
 #include "platform/sqlite/engine/sqlite_error.h"

@@ -1,6 +1,7 @@
 #include "platform/sqlite/engine/session.h"
 
 #include "platform/db/db_fault.h"
+#include "platform/sqlite/dialect/dialect.h"
 #include "platform/sqlite/engine/sqlite_error.h"
 
 #include <sqlite3.h>

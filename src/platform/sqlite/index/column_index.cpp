@@ -169,6 +169,9 @@ bool ColumnIndex::adoptSnapshot(IndexedFile& file, const SearchStatement& statem
     if (m_table || std::exchange(m_snapshotTried, true)) {
         return false;
     }
+    if (!m_options.snapshotFile.isEmpty()) {
+        IndexSnapshot::removeUnfinished(m_options.snapshotFile);
+    }
     auto snapshot = IndexSnapshot::open(m_options.snapshotFile);
     if (!snapshot) {
         return false;

@@ -6,13 +6,28 @@ namespace melovane::sqlite {
 
 namespace {
 
-bool allBelow(const IndexArray<quint32>& numbers, std::size_t limit)
+/// True when `rows` holds each row once: the rows of a value between its ends, ascending.
+bool standByValue(const IndexColumnParts& parts)
 {
-    quint32 largest = 0;
-    for (const quint32 number : numbers) {
-        largest = std::max(largest, number);
+    quint32 at = 0;
+    for (quint32 value = 0; value < parts.ends.size(); ++value) {
+        for (const quint32 first = at; at < parts.ends[value]; ++at) {
+            const quint32 row = parts.rows[at];
+            if (row >= parts.values.size() || parts.values[row] != value ||
+                (at > first && parts.rows[at - 1] >= row)) {
+                return false;
+            }
+        }
     }
-    return numbers.size() == 0 || largest < limit;
+    return true;
+}
+
+bool ascend(const IndexArray<double>& numbers)
+{
+    // Neither less nor greater: a value that is no number.
+    return std::adjacent_find(numbers.begin(), numbers.end(), [](double left, double right) {
+               return !(left < right);
+           }) == numbers.end();
 }
 
 /// True for rising ends of which the last is `size`.
@@ -154,9 +169,9 @@ std::shared_ptr<const IndexColumn> IndexColumn::fromParts(IndexColumnParts parts
     const std::size_t distinct = parts.isText ? parts.textEnds.size() : parts.numbers.size();
     const bool belongs = parts.values.size() == rows && parts.rows.size() == rows &&
                          parts.ends.size() == distinct + 1 &&
-                         parts.signs.size() == parts.textEnds.size() &&
-                         allBelow(parts.values, parts.ends.size()) && allBelow(parts.rows, rows) &&
-                         endsAt(parts.ends, rows) && endsAt(parts.textEnds, parts.letters.size());
+                         parts.signs.size() == parts.textEnds.size() && endsAt(parts.ends, rows) &&
+                         endsAt(parts.textEnds, parts.letters.size()) && ascend(parts.numbers) &&
+                         standByValue(parts);
     if (!belongs) {
         return nullptr;
     }

@@ -54,8 +54,8 @@ public:
 
     [[nodiscard]] IndexColumnParts parts() const;
 
-    /// The column of these parts; null when they would lead outside themselves or do not belong to
-    /// so many rows.
+    /// The column of these parts; null when they would lead outside themselves, do not agree with
+    /// each other or do not belong to so many rows.
     [[nodiscard]] static std::shared_ptr<const IndexColumn> fromParts(IndexColumnParts parts,
                                                                       std::size_t rows);
 

@@ -3,13 +3,17 @@
 #include "platform/sqlite/index/index_checksum.h"
 
 #include <QDataStream>
-#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QRandomGenerator>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <bit>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -40,9 +44,10 @@ constexpr int kPartsAtOnce = 4;
 /// A directory is some dozen entries.
 constexpr qint64 kMostDirectory = 1024 * 1024;
 
-/// Snapshots of how many databases are kept, and how long a part file that nobody finishes.
+/// Snapshots of how many databases are kept.
 constexpr qsizetype kMostSnapshots = 4;
-constexpr qint64 kPartFileSeconds = 3600;
+/// Ends the name of a file that is being written.
+const QString kUnfinished = u".part"_s;
 
 struct Header
 {
@@ -114,6 +119,19 @@ QDataStream& operator>>(QDataStream& stream, IndexSnapshot::Entry& entry)
     return stream;
 }
 
+/// The lock ends with the program, however that ends.
+bool isBeingWritten(const QString& file)
+{
+    const int descriptor =
+        ::open(QFile::encodeName(file).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    const bool isHeld =
+        descriptor >= 0 && ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (descriptor >= 0) {
+        ::close(descriptor);
+    }
+    return isHeld;
+}
+
 bool ascend(const IndexArray<qint64>& keys)
 {
     return std::adjacent_find(keys.begin(), keys.end(), std::greater_equal<>()) == keys.end();
@@ -144,6 +162,16 @@ std::unique_ptr<IndexSnapshot> IndexSnapshot::open(const QString& file)
                         snapshot->m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) &&
                         snapshot->readDirectory();
     return opened ? std::move(snapshot) : nullptr;
+}
+
+void IndexSnapshot::removeUnfinished(const QString& file)
+{
+    QDir folder(QFileInfo(file).path());
+    for (const QString& part : folder.entryList({u'*' + kUnfinished}, QDir::Files)) {
+        if (!isBeingWritten(folder.filePath(part))) {
+            folder.remove(part);
+        }
+    }
 }
 
 bool IndexSnapshot::readDirectory()
@@ -321,9 +349,14 @@ bool IndexSnapshotWriter::begin()
     }
     // What titles a user has is nobody else's business.
     QFile::setPermissions(place.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    m_file.setFileName(
-        m_name + u".%1.part"_s.arg(QRandomGenerator::system()->generate64(), 16, 16, QChar(u'0')));
+    m_file.setFileName(m_name +
+                       u".%1"_s.arg(QRandomGenerator::system()->generate64(), 16, 16, QChar(u'0')) +
+                       kUnfinished);
     m_open = m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered);
+    if (m_open) {
+        // Without locks another program may take it for abandoned; then this one is not kept.
+        (void)::flock(m_file.handle(), LOCK_EX | LOCK_NB);
+    }
     return m_open && m_file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) &&
            m_file.seek(sizeof(Header));
 }
@@ -371,24 +404,22 @@ bool IndexSnapshotWriter::finish()
         m_file.write(reinterpret_cast<const char*>(&header), sizeof header) != sizeof header) {
         return false;
     }
-    m_file.close();
-    removeOthers();
     // No sync: what a power cut leaves of it fails its checksums.
-    return std::rename(QFile::encodeName(m_file.fileName()).constData(),
-                       QFile::encodeName(m_name).constData()) == 0;
+    const bool moved = std::rename(QFile::encodeName(m_file.fileName()).constData(),
+                                   QFile::encodeName(m_name).constData()) == 0;
+    if (moved) {
+        m_file.close();
+        removeOthers();
+    }
+    return moved;
 }
 
-/// Snapshots of databases long not used, and what a killed program left unfinished.
+/// Snapshots of databases long not used, and what killed programs left unfinished.
 void IndexSnapshotWriter::removeOthers() const
 {
+    IndexSnapshot::removeUnfinished(m_name);
     const QFileInfo place(m_name);
     QDir folder(place.path());
-    const QDateTime past = QDateTime::currentDateTime().addSecs(-kPartFileSeconds);
-    for (const QFileInfo& part : folder.entryInfoList({u"*.part"_s}, QDir::Files)) {
-        if (part.lastModified() < past) {
-            folder.remove(part.fileName());
-        }
-    }
     QStringList known = folder.entryList({u"*."_s + place.suffix()}, QDir::Files, QDir::Time);
     known.removeAll(place.fileName());
     for (const QString& old : known.mid(kMostSnapshots - 1)) {

@@ -30,6 +30,9 @@ public:
     /// other rules of comparing, or is damaged.
     [[nodiscard]] static std::unique_ptr<IndexSnapshot> open(const QString& file);
 
+    /// Removes what programs that were killed have left unfinished in the folder of that file.
+    static void removeUnfinished(const QString& file);
+
     [[nodiscard]] const SnapshotStamp& stamp() const { return m_stamp; }
 
     /// Row ids; nothing when that piece is damaged.
@@ -111,7 +114,7 @@ private:
     SnapshotStamp m_stamp;
     std::vector<IndexSnapshot::Entry> m_entries;
     std::vector<Source> m_sources;
-    QFile m_file; ///< written beside the snapshot
+    QFile m_file; ///< written beside the snapshot; locked while it is
     std::size_t m_source = 0;
     qint64 m_done = 0; ///< bytes of the present source
     bool m_open = false;

@@ -1,8 +1,13 @@
 #include "platform/sqlite/index/column_index_fixture.h"
+#include "platform/sqlite/index/index_checksum.h"
 #include "platform/sqlite/index/index_snapshot.h"
 
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
+
+#include <cmath>
+#include <cstring>
 
 /// The index that a run keeps for the next start: used only when it is whole and still true.
 namespace melovane::test {
@@ -263,7 +268,173 @@ TEST_F(ColumnIndexSnapshot, APieceWithRightChecksumsAndWrongNumbersIsRefused)
     EXPECT_TRUE(refuses(&IndexColumnParts::ends, Numbers{1, 3, 2}));
     EXPECT_TRUE(refuses(&IndexColumnParts::ends, Numbers{1, 2, 4}));
     EXPECT_TRUE(refuses(&IndexColumnParts::ends, Numbers{1, 3}));
+    // Each in its range, but not of each other.
+    EXPECT_TRUE(refuses(&IndexColumnParts::values, Numbers{1, 1, 1}));
+    EXPECT_TRUE(refuses(&IndexColumnParts::ends, Numbers{1, 1, 3}));
+    EXPECT_TRUE(refuses(&IndexColumnParts::rows, Numbers{2, 0, 0}));
+    EXPECT_TRUE(refuses(&IndexColumnParts::rows, Numbers{0, 2, 1}));
+    EXPECT_TRUE(refuses(&IndexColumnParts::numbers, std::vector<double>{2, 1}));
+    EXPECT_TRUE(refuses(&IndexColumnParts::numbers, std::vector<double>{1, std::nan("")}));
     EXPECT_TRUE(refuses(&IndexColumnParts::signs, std::vector<quint64>{0}));
+}
+
+/// The file with other numbers in one of its pieces and with the checksums that belong to them.
+class Forgery
+{
+public:
+    explicit Forgery(const QString& file)
+        : m_file(file)
+    {
+        QFile source(file);
+        EXPECT_TRUE(source.open(QIODevice::ReadOnly));
+        m_bytes = source.readAll();
+        QDataStream stream(m_bytes.sliced(number(kDirectoryAt), number(kDirectoryAt + 8)));
+        stream.setVersion(QDataStream::Qt_6_0);
+        while (!stream.atEnd()) {
+            m_entries.push_back(read(stream));
+        }
+    }
+
+    /// Changes the numbers of a piece of a column: 4 the value of each row, 5 the ends of the
+    /// values, 6 the rows by value.
+    template <typename Change> void change(const QString& column, std::size_t piece, Change&& apply)
+    {
+        for (sqlite::IndexSnapshot::Entry& entry : m_entries) {
+            if (entry.kind == 1 && entry.name == column) {
+                sqlite::IndexSnapshot::Piece& target = entry.pieces[piece];
+                std::vector<quint32> numbers(std::size_t(target.bytes) / sizeof(quint32));
+                std::memcpy(numbers.data(), m_bytes.constData() + target.offset,
+                            std::size_t(target.bytes));
+                apply(std::span(numbers));
+                std::memcpy(m_bytes.data() + target.offset, numbers.data(),
+                            std::size_t(target.bytes));
+                target.checksum = sumOf(target.offset, target.bytes);
+                ++m_changed;
+            }
+        }
+    }
+
+    void write()
+    {
+        EXPECT_EQ(m_changed, 1);
+        QByteArray directory;
+        QDataStream stream(&directory, QIODevice::WriteOnly);
+        stream.setVersion(QDataStream::Qt_6_0);
+        for (const sqlite::IndexSnapshot::Entry& entry : m_entries) {
+            write(stream, entry);
+        }
+        ASSERT_EQ(directory.size(), number(kDirectoryAt + 8));
+        m_bytes.replace(number(kDirectoryAt), directory.size(), directory);
+        setSum(kDirectoryAt + 16, sumOf(number(kDirectoryAt), directory.size()));
+        setSum(kDirectoryAt + 24, sumOf(0, kDirectoryAt + 24));
+        QFile target(m_file);
+        ASSERT_TRUE(target.open(QIODevice::WriteOnly));
+        target.write(m_bytes);
+    }
+
+private:
+    /// Of the header: place and size of the directory, its checksum, and that of the header.
+    static constexpr qint64 kDirectoryAt = 64;
+
+    static sqlite::IndexSnapshot::Entry read(QDataStream& stream)
+    {
+        sqlite::IndexSnapshot::Entry entry;
+        quint32 pieces = 0;
+        stream >> entry.kind >> entry.name >> entry.isText >> entry.fits >> pieces;
+        for (quint32 i = 0; i < pieces; ++i) {
+            sqlite::IndexSnapshot::Piece& piece = entry.pieces.emplace_back();
+            stream >> piece.offset >> piece.bytes >> piece.checksum;
+        }
+        return entry;
+    }
+
+    static void write(QDataStream& stream, const sqlite::IndexSnapshot::Entry& entry)
+    {
+        stream << entry.kind << entry.name << entry.isText << entry.fits
+               << quint32(entry.pieces.size());
+        for (const sqlite::IndexSnapshot::Piece& piece : entry.pieces) {
+            stream << piece.offset << piece.bytes << piece.checksum;
+        }
+    }
+
+    [[nodiscard]] qint64 number(qint64 at) const
+    {
+        qint64 result = 0;
+        std::memcpy(&result, m_bytes.constData() + at, sizeof result);
+        return result;
+    }
+
+    [[nodiscard]] quint64 sumOf(qint64 offset, qint64 bytes) const
+    {
+        return sqlite::IndexChecksum::of(m_bytes.constData() + offset, std::size_t(bytes));
+    }
+
+    void setSum(qint64 at, quint64 sum) { std::memcpy(m_bytes.data() + at, &sum, sizeof sum); }
+
+    QString m_file;
+    QByteArray m_bytes;
+    std::vector<sqlite::IndexSnapshot::Entry> m_entries;
+    int m_changed = 0;
+};
+
+TEST_F(ColumnIndexSnapshot, AForgedFileWithRightChecksumsNeitherShowsWrongRowsNorHarmsTheProgram)
+{
+    keep();
+    const QString file = snapshot();
+    ASSERT_TRUE(QFile::copy(file, path(u"whole"_s)));
+    const QString down = u"select [FID] from db_all where [Titel] like '*' order by [Titel] DESC"_s;
+    const QStringList rows = rowsOf(plain(), down);
+    using Numbers = std::span<quint32>;
+    const std::function<void(Numbers)> changes[] = {
+        [](Numbers numbers) { std::ranges::fill(numbers, numbers.back()); },
+        [](Numbers numbers) { std::ranges::fill(numbers, 0U); },
+        [](Numbers numbers) { std::swap(numbers[0], numbers[1]); },
+        [](Numbers numbers) { ++numbers[numbers.size() / 2]; },
+        [](Numbers numbers) { numbers[0] = 0xFFFFFFFF; },
+    };
+    for (const std::size_t piece : {4U, 5U, 6U}) {
+        for (const auto& change : changes) {
+            QFile::remove(file);
+            ASSERT_TRUE(QFile::copy(path(u"whole"_s), file));
+            Forgery forgery(file);
+            forgery.change(u"Titel"_s, piece, change);
+            forgery.write();
+            const auto run = start();
+            ASSERT_EQ(rowsOf(*run->database, kAll), m_rows) << piece;
+            ASSERT_EQ(rowsOf(*run->database, down), rows) << piece;
+            ASSERT_EQ(run->figures->snapshots, 1) << "the rest of the file is still good";
+            ASSERT_EQ(run->figures->left, 0) << piece;
+        }
+    }
+}
+
+TEST_F(ColumnIndexSnapshot, WhatAKilledProgramLeftUnfinishedIsGoneAtTheNextStart)
+{
+    keep();
+    const QString file = snapshot();
+    QFile left(file + u".0123456789abcdef.part"_s);
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    left.close();
+    expectUsed(m_rows);
+    EXPECT_EQ(snapshot(), file);
+}
+
+TEST_F(ColumnIndexSnapshot, WhatAnotherProgramIsJustWritingStays)
+{
+    keep();
+    raw(u"UPDATE db_all SET Jahr='1999'"_s);
+    const auto run = start();
+    ASSERT_EQ(rowsOf(*run->database, kAll), m_rows);
+    while (run->figures->loads == 0) {
+        ASSERT_TRUE(run->work());
+    }
+    ASSERT_TRUE(run->work()); // the file is marked
+    ASSERT_TRUE(run->work()); // and the new one begun
+    const auto other = start();
+    ASSERT_EQ(rowsOf(*other->database, kAll), m_rows);
+    EXPECT_EQ(QDir(folder()).entryList(QDir::Files).size(), 2);
+    run->finish();
+    EXPECT_EQ(run->figures->kept, 1);
 }
 
 TEST_F(ColumnIndexSnapshot, AProgramThatEndsWhileItWritesLeavesTheFormerOne)

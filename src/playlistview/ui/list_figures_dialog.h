@@ -1,16 +1,16 @@
 #pragma once
 
-#include "playlistview/detail_playlist.h"
+#include "playlistview/list_figures.h"
 
 namespace melovane {
 
 class ConfigObjects;
 
 /// The dialog `frmDetailPlaylist`.
-class DetailPlaylistDialog : public DetailForm
+class ListFiguresDialog : public DetailForm
 {
 public:
-    explicit DetailPlaylistDialog(const ConfigObjects& texts);
+    explicit ListFiguresDialog(const ConfigObjects& texts);
 
     [[nodiscard]] QString ask(const PlaylistDetails& details) override;
 

@@ -1,4 +1,4 @@
-#include "playlists/list_values.h"
+#include "playlists/bulk_edits.h"
 
 #include "config/global_settings.h"
 #include "platform/db/database.h"
@@ -10,11 +10,11 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-ListValues::ListValues(PlaylistParts parts)
+BulkEdits::BulkEdits(PlaylistParts parts)
     : m_parts(std::move(parts))
 {}
 
-void ListValues::change(Pnid list, ListAction action, const QString& statement)
+void BulkEdits::change(Pnid list, ListAction action, const QString& statement)
 {
     quietly(m_parts.sink, u"Playlist values"_s, [&] {
         const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
@@ -27,7 +27,7 @@ void ListValues::change(Pnid list, ListAction action, const QString& statement)
     });
 }
 
-void ListValues::setAllMixStyle(const QString& list, const QString& outOf, const QString& inOf)
+void BulkEdits::setAllMixStyle(const QString& list, const QString& outOf, const QString& inOf)
 {
     const std::optional<qint64> number = entryNumber(list);
     const std::optional<qint64> out = entryNumber(outOf);
@@ -44,7 +44,7 @@ void ListValues::setAllMixStyle(const QString& list, const QString& outOf, const
     change(Pnid(int(*number)), ListAction::Styles, statement);
 }
 
-void ListValues::reset(Pnid list)
+void BulkEdits::reset(Pnid list)
 {
     QString statement = u" UPDATE VPL_ALL as pl_all"
                         " SET PL_ALL.FrameStart = 0, PL_ALL.FrameStop = "
@@ -57,7 +57,7 @@ void ListValues::reset(Pnid list)
     change(list, ListAction::Reset, statement);
 }
 
-void ListValues::deleteAllMixStyle(Pnid list)
+void BulkEdits::deleteAllMixStyle(Pnid list)
 {
     change(list, ListAction::Styles,
            u"update pl_all set Mixout=null, MixIn=null, mixtime=0 where PNID="_s +

@@ -1,4 +1,4 @@
-#include "playlists/list_names.h"
+#include "playlists/list_catalogue.h"
 
 #include "config/global_settings.h"
 #include "platform/db/database.h"
@@ -36,17 +36,17 @@ bool hasColumn(Database& database, const QString& column)
 
 } // namespace
 
-ListNames::ListNames(PlaylistParts parts)
+ListCatalogue::ListCatalogue(PlaylistParts parts)
     : m_parts(std::move(parts))
 {}
 
-void ListNames::quiet(const QString& where, const std::function<void(Database&)>& work) const
+void ListCatalogue::quiet(const QString& where, const std::function<void(Database&)>& work) const
 {
     quietly(m_parts.sink, where,
             [&] { work(*m_parts.engine.OpenDatabase(m_parts.settings.DbName())); });
 }
 
-bool ListNames::deleteGroup(GroupId group)
+bool ListCatalogue::deleteGroup(GroupId group)
 {
     bool isEmpty = false;
     quiet(u"KannGroupDel"_s, [&](Database& database) {
@@ -69,7 +69,7 @@ bool ListNames::deleteGroup(GroupId group)
     return isEmpty;
 }
 
-GroupId ListNames::newGroup(const QString& name)
+GroupId ListCatalogue::newGroup(const QString& name)
 {
     GroupId group{};
     quiet(u"CreateNewGroup"_s, [&](Database& database) {
@@ -85,7 +85,7 @@ GroupId ListNames::newGroup(const QString& name)
     return group;
 }
 
-Pnid ListNames::newList(GroupId group, const QString& name)
+Pnid ListCatalogue::newList(GroupId group, const QString& name)
 {
     Pnid list{};
     quiet(u"New playlist"_s, [&](Database& database) {
@@ -103,7 +103,7 @@ Pnid ListNames::newList(GroupId group, const QString& name)
     return list;
 }
 
-void ListNames::renameGroup(GroupId group, const QString& name)
+void ListCatalogue::renameGroup(GroupId group, const QString& name)
 {
     quiet(u"UpdateGroupName"_s, [&](Database& database) {
         database.Execute(u"update pl_group set name="_s + sql::text(cleaned(name)) +
@@ -111,7 +111,7 @@ void ListNames::renameGroup(GroupId group, const QString& name)
     });
 }
 
-void ListNames::renameList(Pnid list, const QString& name)
+void ListCatalogue::renameList(Pnid list, const QString& name)
 {
     quiet(u"UpdatePlaylistName"_s, [&](Database& database) {
         database.Execute(u"update pl_name set name="_s + sql::text(cleaned(name)) +
@@ -119,7 +119,7 @@ void ListNames::renameList(Pnid list, const QString& name)
     });
 }
 
-void ListNames::deleteList(Pnid list)
+void ListCatalogue::deleteList(Pnid list)
 {
     quiet(u"DeletePlaylist"_s, [&](Database& database) {
         ListEdit edit(m_parts.history, database, ListAction::DeleteList, list);
@@ -131,7 +131,7 @@ void ListNames::deleteList(Pnid list)
     });
 }
 
-void ListNames::sortLists(Pnid list, const QString& column)
+void ListCatalogue::sortLists(Pnid list, const QString& column)
 {
     quiet(u"SortPlaylistTree"_s, [&](Database& database) {
         if (!hasColumn(database, column)) {
@@ -150,7 +150,7 @@ void ListNames::sortLists(Pnid list, const QString& column)
     });
 }
 
-void ListNames::activate(Pnid list)
+void ListCatalogue::activate(Pnid list)
 {
     quiet(u"Activate playlist"_s, [&](Database& database) {
         const auto row =
@@ -167,7 +167,7 @@ void ListNames::activate(Pnid list)
     });
 }
 
-void ListNames::setLock(Pnid list, bool lock)
+void ListCatalogue::setLock(Pnid list, bool lock)
 {
     quiet(u"Lock playlist"_s, [&](Database& database) {
         database.Execute(u"update pl_name set lock=%1 where nid=%2"_s.arg(
@@ -175,7 +175,7 @@ void ListNames::setLock(Pnid list, bool lock)
     });
 }
 
-ListNames::State ListNames::stateOf(Pnid list) const
+ListCatalogue::State ListCatalogue::stateOf(Pnid list) const
 {
     State state = State::Open;
     quiet(u"Playlist lock"_s, [&](Database& database) {
@@ -190,7 +190,7 @@ ListNames::State ListNames::stateOf(Pnid list) const
     return state;
 }
 
-void ListNames::setActiv(Pnid list, bool activ)
+void ListCatalogue::setActiv(Pnid list, bool activ)
 {
     quiet(u"Show playlist"_s, [&](Database& database) {
         database.Execute(u"update pl_name set activ=%1 where nid=%2"_s.arg(
@@ -198,7 +198,7 @@ void ListNames::setActiv(Pnid list, bool activ)
     });
 }
 
-void ListNames::arrange(const std::vector<ListPlace>& places)
+void ListCatalogue::arrange(const std::vector<ListPlace>& places)
 {
     quiet(u"Sort playlists"_s, [&](Database& database) {
         QHash<qint64, std::pair<qint64, qint64>> former;
@@ -226,7 +226,7 @@ void ListNames::arrange(const std::vector<ListPlace>& places)
     });
 }
 
-QString ListNames::nameFromFormat(const QString& format) const
+QString ListCatalogue::nameFromFormat(const QString& format) const
 {
     QString name = format;
     quiet(u"Name of a playlist"_s, [&](Database& database) {

@@ -1,4 +1,4 @@
-#include "playlistview/detail_playlist.h"
+#include "playlistview/list_figures.h"
 
 #include "config/global_settings.h"
 #include "platform/db/database.h"

@@ -16,10 +16,10 @@ struct ListPlace
 
 /// Makes, names, marks, sorts and deletes lists and their groups. Quiet: what fails changes
 /// nothing.
-class ListNames
+class ListCatalogue
 {
 public:
-    explicit ListNames(PlaylistParts parts);
+    explicit ListCatalogue(PlaylistParts parts);
 
     /// Deletes a group without lists. True when no list stands in it any more; also for a number
     /// that no group has.

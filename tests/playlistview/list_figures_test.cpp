@@ -1,5 +1,5 @@
 #include "playlists/list_fixture.h"
-#include "playlistview/detail_playlist.h"
+#include "playlistview/list_figures.h"
 
 namespace melovane {
 namespace {

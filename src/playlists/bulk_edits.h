@@ -5,10 +5,10 @@
 namespace melovane {
 
 /// Values that are written to all entries of a list at once. Quiet.
-class ListValues
+class BulkEdits
 {
 public:
-    explicit ListValues(PlaylistParts parts);
+    explicit BulkEdits(PlaylistParts parts);
 
     /// The out style of one entry and the in style of another go to every entry of the list.
     /// Numbers come as texts; one that is none: nothing.

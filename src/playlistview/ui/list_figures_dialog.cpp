@@ -1,4 +1,4 @@
-#include "playlistview/ui/detail_playlist_dialog.h"
+#include "playlistview/ui/list_figures_dialog.h"
 
 #include "config/config_objects.h"
 #include "platform/qt/dialog_frame.h"
@@ -22,11 +22,11 @@ constexpr int kNoteLines = 6;
 
 } // namespace
 
-DetailPlaylistDialog::DetailPlaylistDialog(const ConfigObjects& texts)
+ListFiguresDialog::ListFiguresDialog(const ConfigObjects& texts)
     : m_texts(texts)
 {}
 
-QString DetailPlaylistDialog::ask(const PlaylistDetails& details)
+QString ListFiguresDialog::ask(const PlaylistDetails& details)
 {
     DialogFrame dialog(u"frmDetailPlaylist"_s);
     dialog.setWindowTitle(m_texts.text(u"detail.title"_s));
