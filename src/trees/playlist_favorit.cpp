@@ -90,7 +90,7 @@ GroupId PlaylistFavorit::importGroup()
         return GroupId(leadingLong(group));
     }
     return m_parts.lists.CreateNewGroup(
-        m_parts.lists.names().nameFromFormat(m_parts.settings.PlaylistGroupNameFormat()));
+        m_parts.lists.catalogue().nameFromFormat(m_parts.settings.PlaylistGroupNameFormat()));
 }
 
 bool PlaylistFavorit::isList(int row) const
