@@ -318,7 +318,7 @@ void page(benchmark::State& state)
     compare(
         state,
         [&] {
-            first = qint64(random() % std::uint32_t(rows - 2 * kPage));
+            first = qint64(random() % std::uint32_t(rows - qint64{2} * kPage));
             set->SetAbsolutePosition(first);
             for (int i = 0; i < kPage; ++i, set->MoveNext()) {
                 readRow(*set);
@@ -326,7 +326,7 @@ void page(benchmark::State& state)
         },
         [&] {
             // Another page, so that neither profits from what the other has read.
-            first = qint64(random() % std::uint32_t(rows - 2 * kPage));
+            first = qint64(random() % std::uint32_t(rows - qint64{2} * kPage));
             fixture.plain().run("BEGIN");
             for (int i = 0; i < kPage; ++i) {
                 sqlite3_bind_int64(statement, 1, keys[std::size_t(first + i)]);
@@ -370,6 +370,7 @@ const std::vector<std::vector<Value>>& newTracks()
 {
     static const std::vector<std::vector<Value>> kTracks = [] {
         std::vector<std::vector<Value>> made;
+        made.reserve(kInserts);
         for (int i = 0; i < kInserts; ++i) {
             made.push_back(trackValues(i));
         }

@@ -152,7 +152,7 @@ void measure(benchmark::State& state, Prepare&& prepare, Work&& work)
 void AppendTracks(benchmark::State& state)
 {
     const int count = int(state.range(0));
-    const QString text = suite().first.left(suite().first.indexOf(u':') + count * 13);
+    const QString text = suite().first.left(suite().first.indexOf(u':') + qsizetype{count} * 13);
     measure(
         state, [] { suite().empty(); },
         [&] { suite().edits.AppendFromMP3DB(text, suite().list, kAktionMix); });

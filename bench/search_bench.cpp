@@ -204,6 +204,7 @@ void report(benchmark::State& state, const std::vector<Times>& times, const KeyP
                                                              {"all", &Times::all}};
     for (const auto& [name, step] : steps) {
         std::vector<double> values;
+        values.reserve(times.size());
         for (const Times& one : times) {
             values.push_back(one.*step);
         }
@@ -262,7 +263,7 @@ void oneChange(benchmark::State& state)
         for (int i = 0; i < kChanges; ++i) {
             // Its own value, so that the library stays what it is.
             database->Execute(u"update db_all set Titel=Titel where FID='%1'"_s.arg(
-                157'766'400'000LL + i * 37 * 500));
+                157'766'400'000LL + qint64{i} * 37 * 500));
             times.push_back(key.run(u"mond"_s, kOrders[0]));
         }
     }

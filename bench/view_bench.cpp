@@ -70,6 +70,7 @@ template <typename Work> Cost measured(const Work& work)
 double percentile(const std::vector<Cost>& costs, double Cost::*part, double share)
 {
     std::vector<double> times;
+    times.reserve(costs.size());
     for (const Cost& cost : costs) {
         times.push_back(cost.*part);
     }

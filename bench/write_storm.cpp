@@ -34,7 +34,7 @@ int write(const QString& file, int writer, int seconds)
     int confirmed = 0;
     QElapsedTimer timer;
     timer.start();
-    while (timer.elapsed() < seconds * 1000) {
+    while (timer.elapsed() < qint64{seconds} * 1000) {
         try {
             const auto database = engine->OpenDatabase(file);
             const auto rows = database->OpenRecordset(u"select * from db_all where fid=''"_s);

@@ -20,7 +20,7 @@ endfunction()
 function(mlv_test name)
     cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINKS" ${ARGN})
     if(NOT ARG_TIMEOUT)
-        set(ARG_TIMEOUT 120)
+        set(ARG_TIMEOUT 300) # for one that hangs, however busy the machine is
     endif()
     add_library(${name}_objects OBJECT ${ARG_SOURCES})
     target_link_libraries(${name}_objects PUBLIC mlv_test_support ${ARG_LINKS})

@@ -1,11 +1,12 @@
-# Sourced by run.sh and test.sh: installs the Debian packages that are missing, asking for rights
-# only then.
+# Sourced by run.sh, test.sh and the tools: installs the Debian packages that are missing, asking for
+# rights only then.
 
 build_packages=(g++ cmake ninja-build pkg-config ccache mold qt6-base-dev qt6-svg-dev
-    qt6-translations-l10n libsqlite3-dev libtag1-dev libmpg123-dev libsdl2-dev fonts-dejavu-core)
+    qt6-translations-l10n libsqlite3-dev libmpg123-dev libsdl2-dev fonts-dejavu-core)
 display_packages=(xvfb xauth openbox xdotool lame)
-test_packages=(libgtest-dev libgmock-dev)
+test_packages=(libgtest-dev libgmock-dev libtag1-dev)
 fuzz_packages=(clang)
+tidy_packages=(clang clang-format clang-tidy libbenchmark-dev)
 
 install_missing() {
     local missing=() package

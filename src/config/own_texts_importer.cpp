@@ -48,12 +48,15 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"intake.missing", u"$1 nicht gefunden"},
     {u"intake.refused", u"$1 abgelehnt"},
     {u"intake.leftover", u"$1 nicht gelesen"},
+    {u"intake.running", u"In diese Datenbank wird gerade schon importiert."},
+    {u"intake.kinds", u"Nicht gelesen, weil keine MP3-Dateien: $1."},
     {u"intake.cancelled", u" (abgebrochen)"},
 
     // Why a file did not become a track.
     {u"intake.samefile", u"dieselbe Datei wie $1"},
     {u"intake.copyof", u"Kopie von $1"},
     {u"intake.copyofdisc", u"Kopie eines Titels der CD \"$1\""},
+    {u"intake.unreadable", u"der Ordner lässt sich nicht lesen"},
     {u"importerror.10001", u"Path nicht gefunden"},
     {u"importerror.10002", u"Datei nicht gefunden"},
     {u"importerror.10003", u"Fehlerhafte MP3"},

@@ -18,8 +18,9 @@ bool isMp3(const QString& name)
 
 } // namespace
 
-FolderWalk::FolderWalk(const Files& files, const QStringList& roots)
+FolderWalk::FolderWalk(const Files& files, const QStringList& roots, Skipped& skipped)
     : m_files(files)
+    , m_skipped(skipped)
     , m_waiting(roots.rbegin(), roots.rend())
 {}
 
@@ -40,18 +41,21 @@ std::vector<FoundFile> FolderWalk::enter(const QString& place)
 {
     const auto facts = m_files.facts(place);
     if (!facts) {
-        m_refused.push_back({place, importerror::kPathNotFound, {}});
+        m_skipped.refused.push_back({place, importerror::kPathNotFound, {}});
         return {};
     }
+    std::vector<FoundFile> found;
     if (!facts->isFolder) {
-        return {{path::withSeparator(path::parent(place)), path::fileName(place), *facts}};
-    }
-    if (isFirstVisit(*facts)) {
+        take({path::withSeparator(path::parent(place)), path::fileName(place), *facts}, found);
+    } else if (isFirstVisit(*facts)) {
         m_folder = path::withSeparator(place);
         m_names = m_files.names(m_folder);
         m_nextName = 0;
+        if (m_names.isEmpty() && !m_files.canList(m_folder)) {
+            m_skipped.refused.push_back({m_folder, importerror::kFile, u"intake.unreadable"_s});
+        }
     }
-    return {};
+    return found;
 }
 
 bool FolderWalk::isFirstVisit(const FileFacts& folder)
@@ -86,12 +90,21 @@ void FolderWalk::look(const QString& name, std::vector<FoundFile>& found)
     if (!facts) {
         // A link to nothing; worth a word only when it claims to be music.
         if (isMp3(name)) {
-            m_refused.push_back({m_folder + name, importerror::kFileNotFound, {}});
+            m_skipped.refused.push_back({m_folder + name, importerror::kFileNotFound, {}});
         }
     } else if (facts->isFolder) {
         m_subfolders.push_back(m_folder + name);
-    } else if (isMp3(name)) {
-        found.push_back({m_folder, name, *facts});
+    } else {
+        take({m_folder, name, *facts}, found);
+    }
+}
+
+void FolderWalk::take(FoundFile file, std::vector<FoundFile>& found)
+{
+    if (isMp3(file.name)) {
+        found.push_back(std::move(file));
+    } else if (const QString kind = unreadKind(file.name); !kind.isEmpty()) {
+        ++m_skipped.kinds[kind];
     }
 }
 

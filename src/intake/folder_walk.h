@@ -1,6 +1,6 @@
 #pragma once
 
-#include "intake/intake_report.h"
+#include "intake/skipped.h"
 #include "platform/system/files.h"
 
 #include <QSet>
@@ -22,7 +22,8 @@ struct FoundFile
     [[nodiscard]] QString path() const { return folder + name; }
 };
 
-/// Finds the MP3 files below some folders, a few hundred names at a time, each folder once.
+/// Finds the MP3 files below some folders, a few hundred names at a time, each folder once. The one
+/// way from folders to files, for imports and drops.
 ///
 /// Folders and names come in the order of their bytes, a folder's own files before those of its
 /// subfolders. Names that begin with "." are left out. Links are followed; a folder that was
@@ -31,8 +32,10 @@ struct FoundFile
 class FolderWalk
 {
 public:
-    /// \param roots folders, or single files
-    FolderWalk(const Files& files, const QStringList& roots);
+    /// \param roots   folders, or single files
+    /// \param skipped gets what is no MP3 file but sound, by its kind; roots that are not there,
+    ///     folders that cannot be read, and links named like music that lead nowhere
+    FolderWalk(const Files& files, const QStringList& roots, Skipped& skipped);
 
     /// Names of a folder that one next() looks at: well below a tenth of a second also where each
     /// costs a question to a server.
@@ -41,25 +44,22 @@ public:
     /// The next files, maybe none, all of one folder; nothing when all folders were visited.
     [[nodiscard]] std::optional<std::vector<FoundFile>> next();
 
-    /// Roots that are not there, and links named like music that lead nowhere; numbers alone, no
-    /// reasons in words.
-    [[nodiscard]] const std::vector<Refusal>& refused() const { return m_refused; }
-
 private:
     [[nodiscard]] std::vector<FoundFile> enter(const QString& place);
     [[nodiscard]] std::vector<FoundFile> lookOn();
     void look(const QString& name, std::vector<FoundFile>& found);
+    void take(FoundFile file, std::vector<FoundFile>& found);
     void leave();
     [[nodiscard]] bool isFirstVisit(const FileFacts& folder);
 
     const Files& m_files;
+    Skipped& m_skipped;
     std::vector<QString> m_waiting; ///< the next one is the last
     QString m_folder;               ///< the present one, with its separator
     QStringList m_names;            ///< of the present folder; empty between folders
     qsizetype m_nextName = 0;
     std::vector<QString> m_subfolders; ///< of the present folder, as far as it was looked at
     QSet<std::pair<quint64, quint64>> m_visited;
-    std::vector<Refusal> m_refused;
 };
 
 } // namespace melovane

@@ -50,7 +50,6 @@ Intake::Intake(const IntakeParts& parts, IntakeOrder order)
     : m_parts(parts)
     , m_order(std::move(order))
     , m_import(parts.files, parts.clock)
-    , m_fids(parts.clock)
     , m_locator(parts.files, parts.dataFolder)
     , m_readAhead(parts.reader)
 {
@@ -107,11 +106,12 @@ void Intake::work(std::chrono::steady_clock::time_point deadline)
 
 void Intake::open()
 {
-    m_library = std::make_unique<IntakeLibrary>(m_parts.engine, m_order.database);
+    m_library = std::make_unique<IntakeLibrary>(m_parts.engine, m_order.database, m_parts.files,
+                                                m_parts.clock);
     m_import.SetWidths(m_library->columns());
     m_import.LoadGenre(m_library->database());
     if (m_order.mode == IntakeMode::NewFiles) {
-        m_walk = std::make_unique<FolderWalk>(m_parts.files, m_order.folders);
+        m_walk = std::make_unique<FolderWalk>(m_parts.files, m_order.folders, m_unreached);
     } else {
         m_library->openStored();
         m_progress.total = m_library->storedCount();
@@ -291,64 +291,49 @@ void Intake::write(ReadFile& file)
 
 void Intake::writeNew(const FoundFile& file, const MediaReading& reading)
 {
-    QString fidOfTag;
-    ImportOutcome outcome = m_import.ImportFile(file.folder, file.name, file.facts, reading,
-                                                [&](const QString& candidate) {
-                                                    const QString fid = m_fids.make(candidate);
-                                                    fidOfTag = fid == candidate ? fid : QString();
-                                                    return fid;
-                                                });
+    ImportOutcome outcome = m_import.ImportFile(file.folder, file.name, file.facts, reading);
     if (!outcome.isUsable()) {
         refuse(file.path(), outcome.code, outcome.detail);
         return;
     }
-    addTrack(file, outcome.track, fidOfTag);
+    const auto result = m_library->add(outcome.track);
+    switch (result.kind) {
+    case TrackInsert::Result::Kind::Added:
+        note(&Portion::added, file.path());
+        break;
+    case TrackInsert::Result::Kind::FileIsKnown:
+        takeKnown(result.row.FID, result.row.DEL, file.path());
+        break;
+    case TrackInsert::Result::Kind::FidIsTaken:
+        meetRow(result.row, file, outcome.track);
+        break;
+    }
 }
 
-void Intake::addTrack(const FoundFile& file, ImportedTrack& track, const QString& fidOfTag)
+void Intake::meetRow(const StoredPlace& row, const FoundFile& file, const ImportedTrack& track)
 {
-    if (!m_library->add(track)) {
-        if (!fidOfTag.isEmpty() && meetsRow(file, track)) {
-            return;
-        }
-        do {
-            m_fids.wasTaken();
-            track.FID = m_fids.make();
-        } while (!m_library->add(track));
-    }
-    note(&Portion::added, file.path());
-}
-
-bool Intake::meetsRow(const FoundFile& file, const ImportedTrack& track)
-{
-    const auto row = m_library->placeOf(track.FID);
-    if (!row) {
-        return false;
-    }
-    if (const auto there = fileOf(row->Path, row->DName)) {
-        const bool isStoredPlace = there->folder == row->Path && there->name == row->DName;
+    if (const auto there = fileOf(row.Path, row.DName)) {
+        const bool isStoredPlace = there->folder == row.Path && there->name == row.DName;
         if (!isStoredPlace && isSameFile(there->facts, file.facts)) {
-            takeKnown(row->FID, row->DEL, file.path());
+            takeKnown(row.FID, row.DEL, file.path());
         } else {
             m_report.duplicates.push_back(
                 {file.path(), 0, m_parts.texts.text(u"intake.copyof", there->path())});
         }
-    } else if (row->DriveTyp == kDisc) {
+    } else if (row.DriveTyp == kDisc) {
         m_report.duplicates.push_back(
-            {file.path(), 0, m_parts.texts.text(u"intake.copyofdisc", row->DriveName)});
+            {file.path(), 0, m_parts.texts.text(u"intake.copyofdisc", row.DriveName)});
     } else {
-        m_library->move(*row, track);
+        m_library->move(row, track);
         note(&Portion::moved, file.path());
     }
-    return true;
 }
 
 void Intake::writeChanged(const ReadFile& file)
 {
     const FoundFile& found = file.pending.file;
     const ImportOutcome outcome =
-        m_import.ImportFile(found.folder, found.name, found.facts, file.reading,
-                            [&](const QString&) { return file.pending.FID; });
+        m_import.ImportFile(found.folder, found.name, found.facts, file.reading);
     if (!outcome.isUsable()) {
         refuse(found.path(), outcome.code, outcome.detail);
         return;
@@ -371,14 +356,11 @@ void Intake::finish()
 
 void Intake::end()
 {
-    if (m_walk) {
-        const auto& refused = m_walk->refused();
-        for (const Refusal& refusal : refused) {
-            refuse(refusal.path, refusal.code, {});
-        }
-        m_report.found += static_cast<int>(refused.size());
-    }
-    std::stable_sort(m_report.refused.begin(), m_report.refused.end(),
+    auto& refused = m_report.skipped.refused;
+    refused.insert(refused.end(), m_unreached.refused.begin(), m_unreached.refused.end());
+    m_report.found += static_cast<int>(m_unreached.refused.size());
+    m_report.skipped.kinds = m_unreached.kinds;
+    std::stable_sort(refused.begin(), refused.end(),
                      [](const Refusal& a, const Refusal& b) { return a.path < b.path; });
     m_state = State::Done;
 }
@@ -399,34 +381,23 @@ void Intake::note(int Portion::*count, const QString& path)
     m_portion.paths.append(path);
 }
 
-QString Intake::reason(int code, const QString& detail) const
-{
-    const ConfigObjects& texts = m_parts.texts;
-    QString text = texts.text(u"importerror.%1"_s.arg(code));
-    if (text.isEmpty()) {
-        text = importerror::GetMessageText(code);
-    }
-    const QString known = texts.text(detail);
-    return detail.isEmpty() ? text : u"%1 (%2)"_s.arg(text, known.isEmpty() ? detail : known);
-}
-
 void Intake::refuse(const QString& path, int code, const QString& detail)
 {
-    m_report.refused.push_back({path, code, reason(code, detail)});
+    m_report.skipped.refused.push_back({path, code, detail});
 }
 
 void Intake::fail(const DbError& error)
 {
     const QString known = m_parts.texts.text(u"dberror.%1"_s.arg(error.number()), m_order.database);
-    const QString why = reason(importerror::kDatabase, known.isEmpty() ? error.text() : known);
+    const QString why = known.isEmpty() ? error.text() : known;
     if (m_library) {
         m_library->dropPortion();
     }
     for (const QString& path : std::as_const(m_portion.paths)) {
-        m_report.refused.push_back({path, importerror::kDatabase, why});
+        refuse(path, importerror::kDatabase, why);
     }
     m_portion = {};
-    m_report.failure = why;
+    m_report.failure = reasonText(m_parts.texts, {{}, importerror::kDatabase, why});
     end();
 }
 

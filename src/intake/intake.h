@@ -1,7 +1,6 @@
 #pragma once
 
 #include "intake/folder_walk.h"
-#include "intake/intake_fids.h"
 #include "intake/intake_library.h"
 #include "intake/intake_report.h"
 #include "intake/read_ahead.h"
@@ -55,8 +54,9 @@ struct IntakeProgress
 ///
 /// New files: a file whose folder and name the library has is left alone (if it was marked as
 /// missing, the mark goes). A file whose tag holds the identifier of a row is that row's new place
-/// when the row's own file is gone, and a duplicate otherwise; tracks on discs count as there. All
-/// others become new rows. Changed files: rows whose file differs in size or date are read again.
+/// when the row's own file is gone, and a duplicate otherwise; tracks on discs count as there. A
+/// folder is the same under every name that leads to it, see LibraryPlaces. All others become new
+/// rows. Changed files: rows whose file differs in size or date are read again.
 ///
 /// The file of a row is there as well when only FileLocator finds it: in a folder that
 /// `ChangeDir.conf` names, or under a name that the disk spells otherwise. Such a row keeps the
@@ -118,14 +118,12 @@ private:
     void write(ReadFile& file);
     void writeNew(const FoundFile& file, const MediaReading& reading);
     void writeChanged(const ReadFile& file);
-    void addTrack(const FoundFile& file, ImportedTrack& track, const QString& fidOfTag);
-    /// True when the file was dealt with: the identifier belongs to a row.
-    [[nodiscard]] bool meetsRow(const FoundFile& file, const ImportedTrack& track);
+    /// A file whose tag holds the identifier of that row.
+    void meetRow(const StoredPlace& row, const FoundFile& file, const ImportedTrack& track);
     void finish();
     void commit();
     void note(int Portion::*count, const QString& path);
     void refuse(const QString& path, int code, const QString& detail);
-    [[nodiscard]] QString reason(int code, const QString& detail) const;
     void fail(const DbError& error);
     void end();
 
@@ -136,9 +134,9 @@ private:
     IntakeReport m_report;
     Portion m_portion;
     TagImport m_import;
-    IntakeFids m_fids;
     FileLocator m_locator;
     std::unique_ptr<IntakeLibrary> m_library;
+    Skipped m_unreached; ///< what the walk has left out
     std::unique_ptr<FolderWalk> m_walk;
     std::vector<FoundFile> m_found;                    ///< wait for the rows of their folder
     QString m_knownFolder;                             ///< whose rows m_known holds

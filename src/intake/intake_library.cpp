@@ -1,10 +1,8 @@
 #include "intake/intake_library.h"
 
 #include "intake/tag_import.h"
-#include "platform/db/db_error.h"
 #include "platform/db/sql_text.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace melovane {
@@ -27,57 +25,9 @@ constexpr int kNormal = 0;
 constexpr int kMissing = 2;
 constexpr int kMarkedAndMissing = 3;
 
-/// The dialect's word for the type of a column.
-QString typeWord(FieldType type)
-{
-    switch (type) {
-    case FieldType::Boolean:
-        return u"yesno"_s;
-    case FieldType::Long:
-        return u"long"_s;
-    case FieldType::Double:
-        return u"double"_s;
-    case FieldType::Date:
-        return u"datetime"_s;
-    case FieldType::Text:
-        return u"text"_s;
-    case FieldType::Memo:
-        return u"memo"_s;
-    }
-    return {};
-}
-
-/// Parameters whose types are told go into their columns as they are.
-QString insertStatement(const TableDef& table)
-{
-    QStringList declared;
-    QStringList parameters;
-    for (const QString& column : ImportedTrack::columns()) {
-        const QString parameter = u"[p"_s + column + u']';
-        const auto field =
-            std::find_if(table.Fields.begin(), table.Fields.end(), [&](const FieldDef& candidate) {
-                return candidate.Name.compare(column, Qt::CaseInsensitive) == 0;
-            });
-        if (field != table.Fields.end()) {
-            declared.append(parameter + u' ' + typeWord(field->Type));
-        }
-        parameters.append(parameter);
-    }
-    return u"parameters "_s + declared.join(u", "_s) + u"; insert into db_all ("_s +
-           ImportedTrack::columns().join(u", "_s) + u") values ("_s + parameters.join(u", "_s) +
-           u')';
-}
-
 int delOfFoundFile(int del)
 {
     return del == kMissing ? kNormal : del == kMarkedAndMissing ? kMarked : del;
-}
-
-StoredPlace placeFrom(const Recordset& row)
-{
-    return {row.value(u"FID").toText(),      row.value(u"Path").toText(),
-            row.value(u"DName").toText(),    row.value(u"DEL").toLong(),
-            row.value(u"DriveTyp").toLong(), row.value(u"DriveName").toText()};
 }
 
 /// What a tag doesn't tell stays as it is stored.
@@ -128,9 +78,13 @@ QString rowStatement(const QString& fid)
 
 } // namespace
 
-IntakeLibrary::IntakeLibrary(DBEngine& engine, const QString& file)
+IntakeLibrary::IntakeLibrary(DBEngine& engine,
+                             const QString& file,
+                             const Files& files,
+                             const Clock& clock)
     : m_database(engine.OpenDatabase(file))
-    , m_insert(m_database->CreateQueryDef({}, insertStatement(columns())))
+    , m_places(*m_database, files)
+    , m_insert(*m_database, m_places, clock)
 {}
 
 IntakeLibrary::~IntakeLibrary()
@@ -146,9 +100,8 @@ TableDef IntakeLibrary::columns()
 void IntakeLibrary::openFolder(const QString& folder)
 {
     m_folder = folder;
-    m_folderRows = m_database->OpenRecordset(
-        u"select FID, Path, DName, DEL, DriveTyp, DriveName from db_all where Path="_s +
-        sql::text(folder));
+    m_folderRows =
+        m_database->OpenRecordset(LibraryPlaces::statement(u"Path="_s + sql::text(folder)));
 }
 
 bool IntakeLibrary::readFolder(QHash<QString, StoredPlace>& places)
@@ -157,7 +110,7 @@ bool IntakeLibrary::readFolder(QHash<QString, StoredPlace>& places)
         return false;
     }
     for (int i = 0; i < kRowsPerRead && !m_folderRows->Eof(); ++i, m_folderRows->MoveNext()) {
-        StoredPlace place = placeFrom(*m_folderRows);
+        StoredPlace place = LibraryPlaces::rowFrom(*m_folderRows);
         // The statement takes folders that differ in letter case; on disk they are others.
         if (place.Path == m_folder) {
             places.insert(place.DName, place);
@@ -167,14 +120,6 @@ bool IntakeLibrary::readFolder(QHash<QString, StoredPlace>& places)
         m_folderRows.reset();
     }
     return m_folderRows != nullptr;
-}
-
-std::optional<StoredPlace> IntakeLibrary::placeOf(const QString& fid)
-{
-    const auto rows = m_database->OpenRecordset(
-        u"select FID, Path, DName, DEL, DriveTyp, DriveName from db_all where FID="_s +
-        sql::text(fid));
-    return rows->Eof() ? std::nullopt : std::optional(placeFrom(*rows));
 }
 
 void IntakeLibrary::openStored()
@@ -201,24 +146,14 @@ std::optional<StoredFile> IntakeLibrary::nextStored()
     return file;
 }
 
-bool IntakeLibrary::add(const ImportedTrack& track)
+TrackInsert::Result IntakeLibrary::add(ImportedTrack& track)
 {
     begin();
-    const QStringList& columns = ImportedTrack::columns();
-    const std::vector<Value> values = track.values();
-    for (qsizetype i = 0; i < columns.size(); ++i) {
-        m_insert->SetParameter(u'p' + columns.at(i), values.at(static_cast<size_t>(i)));
+    const auto result = m_insert.add(track, TrackInsert::TakenFid::Tell);
+    if (result.kind == TrackInsert::Result::Kind::Added) {
+        ++m_changes;
     }
-    try {
-        m_insert->Execute();
-    } catch (const DbError& error) {
-        if (error.number() == dberror::kDuplicateKey) {
-            return false;
-        }
-        throw;
-    }
-    ++m_changes;
-    return true;
+    return result;
 }
 
 void IntakeLibrary::move(const StoredPlace& place, const ImportedTrack& track)

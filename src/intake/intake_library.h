@@ -1,6 +1,7 @@
 #pragma once
 
-#include "intake/imported_track.h"
+#include "intake/library_places.h"
+#include "intake/track_insert.h"
 #include "platform/db/database.h"
 
 #include <QHash>
@@ -11,17 +12,6 @@
 #include <optional>
 
 namespace melovane {
-
-/// Where a row of the library says that its file is.
-struct StoredPlace
-{
-    QString FID;
-    QString Path;
-    QString DName;
-    int DEL = 0;
-    int DriveTyp = 0;
-    QString DriveName;
-};
 
 /// A row as the comparison with its file needs it.
 struct StoredFile
@@ -43,7 +33,7 @@ struct StoredFile
 class IntakeLibrary
 {
 public:
-    IntakeLibrary(DBEngine& engine, const QString& file);
+    IntakeLibrary(DBEngine& engine, const QString& file, const Files& files, const Clock& clock);
     ~IntakeLibrary();
 
     [[nodiscard]] Database& database() { return *m_database; }
@@ -57,8 +47,6 @@ public:
     /// Adds some hundred more rows of that folder by file name; false when there are no more.
     bool readFolder(QHash<QString, StoredPlace>& places);
 
-    [[nodiscard]] std::optional<StoredPlace> placeOf(const QString& fid);
-
     /// Opens the walk over all rows for nextStored(), in the order of folder and name.
     void openStored();
     /// Rows of that walk.
@@ -68,8 +56,8 @@ public:
 
     // -- Changes. Each belongs to the present portion and begins one if there is none. --
 
-    /// Adds a row. False when the identifier is taken; nothing is written then.
-    [[nodiscard]] bool add(const ImportedTrack& track);
+    /// Adds a row, unless its file or the identifier of its tag has one.
+    [[nodiscard]] TrackInsert::Result add(ImportedTrack& track);
 
     /// The file of a row lies where the track's file lies now. A row that was missing is there
     /// again.
@@ -102,7 +90,8 @@ private:
     [[nodiscard]] bool hasPendingEdit(const QString& fid);
 
     std::unique_ptr<Database> m_database;
-    std::unique_ptr<QueryDef> m_insert;
+    LibraryPlaces m_places;
+    TrackInsert m_insert;
     std::unique_ptr<Recordset> m_stored;
     std::unique_ptr<Recordset> m_folderRows; ///< none between folders
     QString m_folder;

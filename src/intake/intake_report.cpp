@@ -11,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 int IntakeReport::leftOver() const
 {
     return found - known - rowsWritten() - missing - static_cast<int>(duplicates.size()) -
-           static_cast<int>(refused.size());
+           static_cast<int>(skipped.refused.size());
 }
 
 QString fileCount(const ConfigObjects& texts, int number)
@@ -30,7 +30,7 @@ QString summary(const ConfigObjects& texts, const IntakeReport& report)
         {report.known, isNew ? QStringView(u"intake.known") : QStringView(u"intake.unchanged")},
         {report.duplicates.size(), u"intake.duplicate"},
         {report.missing, u"intake.missing"},
-        {report.refused.size(), u"intake.refused"},
+        {report.skipped.refused.size(), u"intake.refused"},
         {report.leftOver(), u"intake.leftover"},
     };
     QStringList parts;
@@ -46,7 +46,11 @@ QString summary(const ConfigObjects& texts, const IntakeReport& report)
     if (report.cancelled) {
         text += texts.text(u"intake.cancelled");
     }
-    return text + u'.';
+    text += u'.';
+    if (!report.skipped.kinds.isEmpty()) {
+        text += u' ' + texts.text(u"intake.kinds", kindsText(report.skipped));
+    }
+    return text;
 }
 
 QStringList reportLines(const ConfigObjects& texts, const IntakeReport& report)
@@ -55,9 +59,9 @@ QStringList reportLines(const ConfigObjects& texts, const IntakeReport& report)
     if (!report.failure.isEmpty()) {
         lines.append(report.failure);
     }
-    for (const auto* list : {&report.refused, &report.duplicates}) {
+    for (const auto* list : {&report.skipped.refused, &report.duplicates}) {
         for (const Refusal& refusal : *list) {
-            lines.append(refusal.path + u": "_s + refusal.reason);
+            lines.append(refusal.path + u": "_s + reasonText(texts, refusal));
         }
     }
     return lines;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "intake/skipped.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -16,14 +18,6 @@ enum class IntakeMode
     ChangedFiles = 2 ///< files of the library that are not what they were when they were read
 };
 
-/// A file that did not become a row, and why.
-struct Refusal
-{
-    QString path;
-    int code = 0; ///< number of importerror; 0 for a duplicate
-    QString reason;
-};
-
 /// What an import did. Counts of rows hold only what is committed.
 struct IntakeReport
 {
@@ -36,7 +30,7 @@ struct IntakeReport
     int returned = 0; ///< rows whose missing file is there again
     int missing = 0;  ///< rows whose file is not there (changed files only)
     std::vector<Refusal> duplicates;
-    std::vector<Refusal> refused; ///< by path once the import is over
+    Skipped skipped; ///< its refused ones by path once the import is over
     bool cancelled = false;
     QString failure; ///< why the import ended early; empty when it did not
 
@@ -50,7 +44,7 @@ struct IntakeReport
 [[nodiscard]] QString fileCount(const ConfigObjects& texts, int number);
 
 /// One sentence with all counts that are not 0; they add up to the number of files at its
-/// beginning.
+/// beginning. A second one names the kinds of sound that were met and are not read.
 [[nodiscard]] QString summary(const ConfigObjects& texts, const IntakeReport& report);
 
 /// The summary and one line for each refused file and each duplicate: "path: reason".

@@ -63,15 +63,25 @@ void IntakeSession::start()
 
 bool IntakeSession::step(std::chrono::milliseconds budget)
 {
-    m_running = m_running && m_intake->step(budget);
+    if (m_running) {
+        goOn(budget);
+    }
     return m_running;
+}
+
+void IntakeSession::goOn(std::chrono::milliseconds budget)
+{
+    m_running = m_intake->step(budget);
+    if (!m_running && whenOver) {
+        whenOver(m_intake->report());
+    }
 }
 
 void IntakeSession::cancel()
 {
     if (m_running) {
         m_intake->cancel();
-        m_running = m_intake->step(std::chrono::milliseconds{0});
+        goOn(std::chrono::milliseconds{0});
     }
 }
 

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace melovane {
@@ -47,6 +48,9 @@ public:
     bool step(std::chrono::milliseconds budget);
     void cancel();
 
+    /// Called at the end of each import, cancelled and failed ones included; may be empty.
+    std::function<void(const IntakeReport&)> whenOver;
+
     /// Per cent, or -1 while the number of files is not known.
     [[nodiscard]] int percent() const;
     /// "Datei 120 von 2000", or how many were found so far.
@@ -62,6 +66,8 @@ public:
     [[nodiscard]] QString hint() const;
 
 private:
+    void goOn(std::chrono::milliseconds budget);
+
     IntakeParts m_parts;
     GlobalSettings& m_settings;
     IntakeMode m_mode;

@@ -77,8 +77,7 @@ void TagImport::SetWidths(const TableDef& dbAll)
 ImportOutcome TagImport::ImportFile(const QString& folder,
                                     const QString& name,
                                     const FileFacts& facts,
-                                    const MediaReading& reading,
-                                    const FidSource& fids)
+                                    const MediaReading& reading)
 {
     ImportOutcome outcome;
     outcome.code = codeOf(reading);
@@ -91,7 +90,7 @@ ImportOutcome TagImport::ImportFile(const QString& folder,
     takeTags(reading.tags, track);
     takeSound(reading.audio, track);
     cutToWidths(track);
-    track.FID = fids(trimBlanks(reading.tags.FID));
+    track.FID = trimBlanks(reading.tags.FID);
     return outcome;
 }
 

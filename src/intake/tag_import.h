@@ -8,7 +8,6 @@
 #include <QHash>
 
 #include <array>
-#include <functional>
 
 namespace melovane {
 
@@ -32,9 +31,6 @@ struct ImportOutcome
 class TagImport
 {
 public:
-    /// Gives an identifier for the one in the tag, which may be empty or foreign.
-    using FidSource = std::function<QString(const QString& candidate)>;
-
     TagImport(const Files& files, const Clock& clock);
 
     /// The setting `ID3v2Tags`: which tag is taken. 1 until it is set.
@@ -53,13 +49,12 @@ public:
     /// \param folder of the file, with or without its separator at the end
     /// \param facts of the file
     /// A reading with a fault gives importerror::kFileNotFound, kNoAudio (no sound that can be
-    /// measured) or kCannotOpen (empty, or not even a tag that can be trusted) and asks for no
-    /// identifier.
+    /// measured) or kCannotOpen (empty, or not even a tag that can be trusted). The identifier is
+    /// the one in the tag, without blanks at its ends: it may be empty, foreign or taken.
     [[nodiscard]] ImportOutcome ImportFile(const QString& folder,
                                            const QString& name,
                                            const FileFacts& facts,
-                                           const MediaReading& reading,
-                                           const FidSource& fids);
+                                           const MediaReading& reading);
 
 private:
     void takeTags(const TrackTags& tags, ImportedTrack& track) const;

@@ -1,21 +1,20 @@
 #pragma once
 
-#include "bus/bus_table.h"
+#include "bus/mlv_message_bus.h"
 #include "library/library_look.h"
-#include "library/library_query.h"
-#include "library/search_history.h"
+#include "library/library_note.h"
+#include "library/library_watch.h"
+#include "library/mp3db_messages.h"
+#include "library/shown_tracks.h"
+#include "library/stored_history.h"
 #include "library/track_edits.h"
-#include "platform/controls/grid_control.h"
-#include "platform/db/data_control.h"
-#include "platform/db/recordset.h"
 #include "store/pending_jobs.h"
-#include "views/grid_reposition.h"
+#include "views/grid_rows.h"
 #include "views/layout_files.h"
 
 #include <QObject>
 
 #include <functional>
-#include <memory>
 #include <span>
 
 namespace melovane {
@@ -29,10 +28,6 @@ class MessageLoop;
 class Mod_API;
 class PointerControl;
 class SearchBox;
-class Timer;
-
-/// A number of tracks as people read it: "1 284", with a narrow space that does not break.
-[[nodiscard]] QString groupedNumber(qint64 number);
 
 /// The controls that the library view speaks to; they outlive it.
 struct Mp3dbControls
@@ -70,22 +65,19 @@ struct Mp3dbActions
     std::function<void(const QString& fid)> editSample = {};
 };
 
-/// The library view: which tracks the grid shows, in which order, where it stands, and what the
-/// user does with them.
+/// The library view: which tracks the grid shows, and what the user does with them.
 ///
-/// Every way to the rows leads over a statement of LibraryQuery into `Data1`. A statement that
-/// fails leaves the rows and the statement as they were. Reads the settings when it acts, so a
-/// change by a sibling counts from the next action on.
+/// Which tracks these are and in which order is the business of ShownTracks, changes of tracks that
+/// of TrackEdits.
 class ctl_MP3DB : public QObject
 {
     Q_OBJECT
 
 public:
     ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActions actions);
-    ~ctl_MP3DB() override;
 
     /// The rows of the grid; hand it to the grid before start().
-    [[nodiscard]] DataControl& Data1() { return m_data1; }
+    [[nodiscard]] DataControl& Data1() { return m_rows.data(); }
 
     [[nodiscard]] const GridLook& look() const { return m_look; }
 
@@ -99,8 +91,21 @@ public:
     /// Stores the search text, the sorting and the layout of the grid.
     void end();
 
+    // -- The database --
+
     /// Runs the statement anew and stays on the same track.
     void Refresh();
+
+    /// Another program wants the database file alone, and gives it back. \throws DbError
+    void disconnectDatabase();
+    void reconnectDatabase();
+    /// Another database is used from now on, or another content of the same. \throws DbError
+    void changeDatabase();
+
+    /// Looks whether another program has changed the database.
+    void lookForChanges() { m_watch.look(); }
+
+    // -- Which tracks --
 
     /// Shows the rows of a node: the one way in for trees and menus. A group shows none. See
     /// TreeRequest for the arguments.
@@ -111,6 +116,24 @@ public:
     /// Shows the tracks whose files were not found.
     void DB_ALL_NOEXIST();
 
+    /// Rows that the grid shows.
+    [[nodiscard]] qint64 matchCount() const { return m_rows.count(); }
+
+    /// Tracks in the library, whatever is shown.
+    [[nodiscard]] qint64 librarySize() const { return m_watch.librarySize(); }
+
+    [[nodiscard]] QString SortColName() const { return m_shown.sortColumn(); }
+
+    [[nodiscard]] QString SortRichtung() const { return m_shown.sortOrder(); }
+
+    /// Reads and writes `suche.his`. Quiet.
+    void LoadHist();
+    void SaveHist();
+    /// Tells whether there is a way back and forward.
+    void tellHistory();
+
+    // -- Rows --
+
     /// `FID` of the current row; empty without one.
     [[nodiscard]] QString GetFID() const;
 
@@ -120,30 +143,35 @@ public:
     /// Puts the selected rows into the table of the tag tool.
     void FillTempMp3EditTable();
 
-    /// Reads and writes `suche.his`. Quiet.
-    void LoadHist();
-    void SaveHist();
+    /// Opens the current track in the sample tool.
+    void MelovaneKIVShow();
+
+    /// Starts the BPM finder for the current track; cmd is "auto" or "manuell".
+    void findTempo(const QString& cmd);
+
+    void toggleFavorit();
+
+    /// Paints the rows with the values of now.
+    void refreshCells() { m_rows.data().refreshCells(); }
+
+    /// The track that another view shows is marked.
+    void setShownTrack(const QString& fid);
+
+    /// Takes colours and fonts from the settings.
+    void dress();
+
+    void fitColumns() { m_shown.fitColumns(); }
+
+    void saveLayout();
+    void loadLayout(const QString& name);
+    void focusRows();
+
+    // -- The search line --
 
     /// The list of the search line begins anew with its examples.
     void DelSuchlist();
 
     void SetComboFokus();
-
-    /// A command of the main window's keys: "play.start", "play.center", "play.stop", "copy",
-    /// "selall", "insert" or "append". False when the grid has not the keyboard, or for others.
-    bool SendKeyUp(const QString& command);
-
-    /// Rows that the grid shows.
-    [[nodiscard]] qint64 matchCount() const { return m_data1.rowCount(); }
-
-    /// Tracks in the library, whatever is shown.
-    [[nodiscard]] qint64 librarySize() const { return m_librarySize; }
-
-    [[nodiscard]] QString SortColName() const { return m_query.SortColName(); }
-
-    [[nodiscard]] QString SortRichtung() const { return m_query.SortRichtung(); }
-
-    // -- What the user does --
 
     /// Searches when the setting `LiveSuche` is on.
     void searchTextChanged(const QString& text);
@@ -153,6 +181,12 @@ public:
 
     /// Shows what a text asks for, see readSearchText. An empty text leaves the grid as it is.
     void search(const QString& text);
+
+    // -- What the user does --
+
+    /// A command of the main window's keys: "play.start", "play.center", "play.stop", "copy",
+    /// "selall", "insert" or "append". False when the grid has not the keyboard, or for others.
+    bool SendKeyUp(const QString& command);
 
     /// Sorts by a column; a second click on the same one turns the order round. The current track
     /// stays current and on the screen.
@@ -183,9 +217,6 @@ public:
     /// The selected rows as a drag; files only as far as they are there.
     [[nodiscard]] DragContent dragContent();
 
-    /// Looks whether another program has changed the database; called every kLookInterval.
-    void lookForChanges();
-
 signals:
     /// A search shows this number of tracks.
     void countChanged(qint64 count);
@@ -197,110 +228,47 @@ signals:
     void historyChanged(bool back, bool forward);
 
 private:
-    /// Why the grid is empty.
-    enum class Emptiness
-    {
-        None,
-        NoLibrary,
-        NoSearch,
-        NoHits,
-        NothingHere
-    };
-
     struct ToolRow
     {
         QStringView key;
-        void (ctl_MP3DB::*handler)(const QString& key);
+        void (*work)(ctl_MP3DB& view, const QString& key);
     };
 
-    [[nodiscard]] static std::span<const BusRow<ctl_MP3DB>> busTable();
-    void createToolBars(const MLVMessage& message);
-    void renewToolTips(const MLVMessage& message);
-    void disconnectDatabase(const MLVMessage& message);
-    void reconnectDatabase(const MLVMessage& message);
-    void changeDatabase(const MLVMessage& message);
-    void changeConfig(const MLVMessage& message);
-    void updateColor(const MLVMessage& message);
-    void refreshByFid(const MLVMessage& message);
-    void showTrackOf(const MLVMessage& message);
-    void clickRow(const MLVMessage& message);
-    void showDir(const MLVMessage& message);
-    void clickImage(const MLVMessage& message);
-    void findTrackOfBpm(const MLVMessage& message);
-    void findTempo(const MLVMessage& message);
-    void findTempoByHand(const MLVMessage& message);
-    void setFavorit(const MLVMessage& message);
-    void fillTagTable(const MLVMessage& message);
-    void showSampleTool(const MLVMessage& message);
-    void passAllRows(const MLVMessage& message);
-    void saveLayout(const MLVMessage& message);
-    void loadLayout(const MLVMessage& message);
-    void autosize(const MLVMessage& message);
-
     [[nodiscard]] static std::span<const ToolRow> toolTable();
-    void stepBack(const QString& key);
-    void stepForward(const QString& key);
-    void searchAgain(const QString& key);
-    void bookPressed(const QString& key);
-    void MelovaneKIVShow(const QString& key);
-    void toPlayer(const QString& key);
-    void openDir(const QString& key);
-    void deleteRows(const QString& key);
-    void copyRows(const QString& key);
-    void selectAllRows(const QString& key);
-    void passSelection(const QString& key);
+    void replay(const std::optional<HistoryEntry>& entry);
+    void bookPressed();
+    void openDir();
+    void copyRows();
+    void selectAllRows();
     void monitorPressed(const QString& key);
+    void toPlayer(QStringView message);
 
     void configure();
-    void readSorting();
     void startWithLastSearch();
     void loadGenres();
-    [[nodiscard]] bool applyStatement(const QString& statement);
-    bool show(const QString& statement);
-    void requery();
-    void applyKeepingTrack(const QString& statement);
-    [[nodiscard]] std::vector<qint64> selectedRows() const;
-    /// Where rows of a former set stand in the present one.
-    [[nodiscard]] std::vector<RowRange> rowsOf(Recordset& former,
-                                               const std::vector<qint64>& rows) const;
-    void fitColumns();
-    void countLibrary();
-    void tellCount();
-    void tellHistory();
-    void replay(const HistoryEntry& entry);
     void showWholeView(LibraryView view);
-    void showArrow();
-    [[nodiscard]] Emptiness emptiness() const;
-    void updateEmptyNote();
-    [[nodiscard]] EmptyNote emptyNote() const;
     void searchInside();
-    [[nodiscard]] QString historyFile() const;
+    /// A search is over.
+    void tellResult(bool shown);
+    void tellCount();
+    [[nodiscard]] LibraryState state() const;
+    void updateEmptyNote();
 
     GlobalSettings& m_settings;
     const ConfigObjects& m_texts;
-    Mod_API& m_paths;
-    Files& m_files;
     Mp3dbControls m_controls;
     Mp3dbActions m_actions;
     BusSender m_bus;
-    LibraryQuery m_query;
-    SearchHistory m_history;
+    StoredHistory m_history;
     LibraryLook m_look;
-    DataControl m_data1;
+    GridRows m_rows;
+    ShownTracks m_shown;
+    LibraryWatch m_watch;
     PendingJobs m_jobs;
-    TDBGIDReposition m_place; ///< from "db.disconnect" to "db.reconnect"
     TrackEdits m_edits;
     LayoutFiles m_layouts;
-    std::unique_ptr<Recordset> m_rowClone; ///< made anew at every requery
-    std::unique_ptr<Timer> m_changeTimer;
     QString m_monitorCommand; ///< what a double click asks of the monitor player
-    int m_sortColIndex = -1;
-    qint64 m_librarySize = 0;
-    qint64 m_dataVersion = 0;
-    bool m_searchShown = false; ///< not the start statement
-    bool m_connected = true;    ///< false while another program has the file alone
-    EventGuard m_guard;
-    MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
+    Mp3dbMessages m_messages; ///< the last member: nothing arrives without the rest
 };
 
 } // namespace melovane

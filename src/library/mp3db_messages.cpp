@@ -1,10 +1,8 @@
-// What the library view does with the messages of others.
+#include "library/mp3db_messages.h"
+
 #include "bus/message_lookup.h"
 #include "bus/view_number.h"
-#include "config/global_settings.h"
-#include "config/update_colors.h"
 #include "library/mp3db.h"
-#include "platform/db/db_error.h"
 #include "platform/system/letter_case.h"
 #include "views/drag_data.h"
 
@@ -12,118 +10,74 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-std::span<const BusRow<ctl_MP3DB>> ctl_MP3DB::busTable()
+Mp3dbMessages::Mp3dbMessages(const Mp3dbParts& parts, ctl_MP3DB& view, BusSender& bus)
+    : m_view(view)
+    , m_bus(bus)
+    , m_guard(guardOverBus(bus, parts.texts, parts.settings, parts.log))
+    , m_messBus(subscribe(parts.bus, m_guard, *this, busTable()))
+{}
+
+std::span<const BusRow<Mp3dbMessages>> Mp3dbMessages::busTable()
 {
-    static constexpr BusRow<ctl_MP3DB> kRows[] = {
-        {bus::kCreateToolBars, &ctl_MP3DB::createToolBars},
-        {bus::kUpdateToolTipText, &ctl_MP3DB::renewToolTips},
-        {bus::kDbDisconnect, &ctl_MP3DB::disconnectDatabase},
-        {bus::kDbReconnect, &ctl_MP3DB::reconnectDatabase},
-        {bus::kDbChange, &ctl_MP3DB::changeDatabase},
-        {bus::kChangeConfig, &ctl_MP3DB::changeConfig},
-        {bus::kUpdateColor, &ctl_MP3DB::updateColor},
-        {bus::kDbRefreshByFid, &ctl_MP3DB::refreshByFid},
-        {bus::kInfoFromFid, &ctl_MP3DB::showTrackOf},
-        {bus::kTreeClickRow, &ctl_MP3DB::clickRow},
-        {bus::kContextClickRow, &ctl_MP3DB::clickRow},
-        {bus::kContextShowDir, &ctl_MP3DB::showDir},
-        {bus::kSleeveViewerClickImage, &ctl_MP3DB::clickImage},
-        {bus::kBpmFindFid, &ctl_MP3DB::findTrackOfBpm},
-        {bus::kDbBeatGauge, &ctl_MP3DB::findTempo},
-        {bus::kDbBeatGaugeManuell, &ctl_MP3DB::findTempoByHand},
-        {bus::kDbSetFavorit, &ctl_MP3DB::setFavorit},
-        {bus::kFillTempEditTable, &ctl_MP3DB::fillTagTable},
-        {bus::kShowMelovaneKiv, &ctl_MP3DB::showSampleTool},
-        {bus::kAllDbAppend, &ctl_MP3DB::passAllRows},
-        {bus::kAllDbAppendAktuell, &ctl_MP3DB::passAllRows},
-        {bus::kAllDbInsert, &ctl_MP3DB::passAllRows},
-        {bus::kAllDbInsertAktuell, &ctl_MP3DB::passAllRows},
-        {bus::kSaveLayoutMp3db, &ctl_MP3DB::saveLayout},
-        {bus::kLoadLayoutMp3db, &ctl_MP3DB::loadLayout},
-        {bus::kLoadLayoutChangeMp3db, &ctl_MP3DB::loadLayout},
-        {bus::kAutosizeMp3db, &ctl_MP3DB::autosize},
+    using Self = Mp3dbMessages;
+    static constexpr BusRow<Self> kRows[] = {
+        {bus::kCreateToolBars, &Self::createToolBars},
+        {bus::kUpdateToolTipText, &Self::renewToolTips},
+        {bus::kDbDisconnect, &Self::disconnectDatabase},
+        {bus::kDbReconnect, &Self::reconnectDatabase},
+        {bus::kDbChange, &Self::changeDatabase},
+        {bus::kChangeConfig, &Self::changeConfig},
+        {bus::kUpdateColor, &Self::updateColor},
+        {bus::kDbRefreshByFid, &Self::refreshByFid},
+        {bus::kInfoFromFid, &Self::showTrackOf},
+        {bus::kTreeClickRow, &Self::clickRow},
+        {bus::kContextClickRow, &Self::clickRow},
+        {bus::kContextShowDir, &Self::showDir},
+        {bus::kSleeveViewerClickImage, &Self::clickImage},
+        {bus::kBpmFindFid, &Self::findTrackOfBpm},
+        {bus::kDbBeatGauge, &Self::findTempo},
+        {bus::kDbBeatGaugeManuell, &Self::findTempoByHand},
+        {bus::kDbSetFavorit, &Self::setFavorit},
+        {bus::kFillTempEditTable, &Self::fillTagTable},
+        {bus::kShowMelovaneKiv, &Self::showSampleTool},
+        {bus::kAllDbAppend, &Self::passAllRows},
+        {bus::kAllDbAppendAktuell, &Self::passAllRows},
+        {bus::kAllDbInsert, &Self::passAllRows},
+        {bus::kAllDbInsertAktuell, &Self::passAllRows},
+        {bus::kSaveLayoutMp3db, &Self::saveLayout},
+        {bus::kLoadLayoutMp3db, &Self::loadLayout},
+        {bus::kLoadLayoutChangeMp3db, &Self::loadLayout},
+        {bus::kAutosizeMp3db, &Self::autosize},
     };
     return kRows;
 }
 
-void ctl_MP3DB::createToolBars(const MLVMessage&)
+// ---- the database
+
+void Mp3dbMessages::disconnectDatabase(const MLVMessage&)
 {
-    emit toolBarWanted();
-    tellHistory();
+    m_view.disconnectDatabase();
 }
 
-void ctl_MP3DB::renewToolTips(const MLVMessage&)
+void Mp3dbMessages::reconnectDatabase(const MLVMessage&)
 {
-    emit toolTipsWanted();
+    m_view.reconnectDatabase();
 }
 
-void ctl_MP3DB::disconnectDatabase(const MLVMessage&)
+void Mp3dbMessages::changeDatabase(const MLVMessage&)
 {
-    if (m_connected) {
-        m_connected = false;
-        m_place.StartPosition();
-        m_rowClone.reset();
-        m_data1.closeDatabase();
-    }
+    m_view.changeDatabase();
 }
 
-void ctl_MP3DB::reconnectDatabase(const MLVMessage&)
+void Mp3dbMessages::changeConfig(const MLVMessage&)
 {
-    if (m_connected) {
-        return;
-    }
-    m_data1.SetDatabaseName(m_settings.DbName());
-    requery();
-    // A file that cannot be read yet is taken back by a later message.
-    m_connected = true;
-    m_place.Reposition();
-    countLibrary();
-    tellCount();
-    updateEmptyNote();
+    m_view.dress();
+    m_view.changeDatabase();
 }
 
-void ctl_MP3DB::changeDatabase(const MLVMessage&)
-{
-    if (!m_connected) {
-        return;
-    }
-    if (m_settings.DbName() == m_data1.DatabaseName() && m_data1.Database()) {
-        // New content in the same file: the user stays where he is.
-        Refresh();
-        countLibrary();
-        updateEmptyNote();
-        return;
-    }
-    m_rowClone.reset();
-    configure();
-}
+// ---- what is to be shown
 
-void ctl_MP3DB::changeConfig(const MLVMessage& message)
-{
-    updateColor(message);
-    changeDatabase(message);
-}
-
-void ctl_MP3DB::updateColor(const MLVMessage&)
-{
-    const UpdateColors colours(m_settings);
-    m_look.setColours(GridColours::from(colours));
-    colours.UpdateSplitColors(m_controls.grid);
-    m_data1.refreshCells();
-}
-
-void ctl_MP3DB::refreshByFid(const MLVMessage&)
-{
-    m_data1.refreshCells();
-}
-
-void ctl_MP3DB::showTrackOf(const MLVMessage& message)
-{
-    m_look.setShownTrack(message.Value1.toText());
-    m_data1.refreshCells();
-}
-
-void ctl_MP3DB::clickRow(const MLVMessage& message)
+void Mp3dbMessages::clickRow(const MLVMessage& message)
 {
     TreeRequest request{message.Value2.toText(), message.Value2.toText(), message.Value1.toText()};
     const QString kind = lowerCase(request.kind);
@@ -132,77 +86,107 @@ void ctl_MP3DB::clickRow(const MLVMessage& message)
     } else if (kind == "statistik"_L1) {
         request.field = u"tday:long"_s;
     }
-    FindTreeValue(request, true);
-    m_controls.grid.focus();
+    m_view.FindTreeValue(request, true);
+    m_view.focusRows();
 }
 
-void ctl_MP3DB::showDir(const MLVMessage& message)
+void Mp3dbMessages::showDir(const MLVMessage& message)
 {
-    FindTreeValue({u"DIR"_s, u"path"_s, message.Value1.toText()}, true);
+    m_view.FindTreeValue({u"DIR"_s, u"path"_s, message.Value1.toText()}, true);
 }
 
-void ctl_MP3DB::clickImage(const MLVMessage& message)
+void Mp3dbMessages::clickImage(const MLVMessage& message)
 {
-    FindTreeValue({u"Image"_s, u"image"_s, message.Value1.toText()}, true);
+    m_view.FindTreeValue({u"Image"_s, u"image"_s, message.Value1.toText()}, true);
 }
 
-void ctl_MP3DB::findTrackOfBpm(const MLVMessage& message)
+void Mp3dbMessages::findTrackOfBpm(const MLVMessage& message)
 {
-    FindTreeValue({u"FID"_s, u"FID"_s, message.Value2.toText()}, true);
+    m_view.FindTreeValue({u"FID"_s, u"FID"_s, message.Value2.toText()}, true);
 }
 
-void ctl_MP3DB::findTempo(const MLVMessage&)
+void Mp3dbMessages::refreshByFid(const MLVMessage&)
 {
-    m_actions.startBeatGauge(u"auto"_s, GetFID());
+    m_view.refreshCells();
 }
 
-void ctl_MP3DB::findTempoByHand(const MLVMessage&)
+void Mp3dbMessages::showTrackOf(const MLVMessage& message)
 {
-    m_actions.startBeatGauge(u"manuell"_s, GetFID());
+    m_view.setShownTrack(message.Value1.toText());
 }
 
-void ctl_MP3DB::setFavorit(const MLVMessage&)
+// ---- what is to be done with the rows
+
+void Mp3dbMessages::findTempo(const MLVMessage&)
 {
-    m_edits.toggleFavorit(m_controls.grid.currentRow());
+    m_view.findTempo(u"auto"_s);
 }
 
-void ctl_MP3DB::fillTagTable(const MLVMessage& message)
+void Mp3dbMessages::findTempoByHand(const MLVMessage&)
+{
+    m_view.findTempo(u"manuell"_s);
+}
+
+void Mp3dbMessages::setFavorit(const MLVMessage&)
+{
+    m_view.toggleFavorit();
+}
+
+void Mp3dbMessages::fillTagTable(const MLVMessage& message)
 {
     if (message.Value1.toLong() != kViewIsPlaylist) {
-        FillTempMp3EditTable();
+        m_view.FillTempMp3EditTable();
     }
 }
 
-void ctl_MP3DB::showSampleTool(const MLVMessage& message)
+void Mp3dbMessages::showSampleTool(const MLVMessage& message)
 {
     // Without a number the playlist acts, and the tool edits one thing at a time.
     if (message.Value1.toLong() == kViewIsLibrary) {
-        MelovaneKIVShow({});
+        m_view.MelovaneKIVShow();
     }
 }
 
-void ctl_MP3DB::passAllRows(const MLVMessage& message)
+void Mp3dbMessages::passAllRows(const MLVMessage& message)
 {
     const QStringView answer = bus::playlistMessage(message.Command);
-    const QString ids = SetAllBookmarks();
+    const QString ids = m_view.SetAllBookmarks();
     if (!ids.isEmpty()) {
         m_bus.SendMessage(answer, dragText(DragKind::FidMp3db, {ids}));
     }
 }
 
-void ctl_MP3DB::saveLayout(const MLVMessage&)
+// ---- looks
+
+void Mp3dbMessages::createToolBars(const MLVMessage&)
 {
-    m_layouts.save(kLibraryLayout.toString(), m_controls.grid);
+    emit m_view.toolBarWanted();
+    m_view.tellHistory();
 }
 
-void ctl_MP3DB::loadLayout(const MLVMessage& message)
+void Mp3dbMessages::renewToolTips(const MLVMessage&)
 {
-    m_layouts.load(message.Value1.toText(), m_controls.grid);
+    emit m_view.toolTipsWanted();
 }
 
-void ctl_MP3DB::autosize(const MLVMessage&)
+void Mp3dbMessages::updateColor(const MLVMessage&)
 {
-    fitColumns();
+    m_view.dress();
+}
+
+void Mp3dbMessages::saveLayout(const MLVMessage&)
+{
+    m_view.saveLayout();
+}
+
+void Mp3dbMessages::loadLayout(const MLVMessage& message)
+{
+    m_view.loadLayout(message.Value1.toText());
+}
+
+void Mp3dbMessages::autosize(const MLVMessage&)
+{
+    m_view.fitColumns();
 }
 
 } // namespace melovane

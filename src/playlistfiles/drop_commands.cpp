@@ -1,13 +1,9 @@
 #include "playlistfiles/drop_commands.h"
 
-#include "config/config_objects.h"
+#include "intake/dropped_tracks.h"
 #include "platform/controls/pointer_control.h"
-#include "platform/system/path_text.h"
-#include "playlistfiles/dropped_tracks.h"
 
 namespace melovane {
-
-using namespace Qt::Literals::StringLiterals;
 
 DropCommands::DropCommands(DropParts parts)
     : m_parts(std::move(parts))
@@ -20,8 +16,7 @@ QStringList DropCommands::tracksOf(const QStringList& places)
                           m_parts.clock);
     const DroppedTracks::Result result = dropped.take(places);
     if (!result.skipped.isEmpty()) {
-        m_parts.showStatusText(m_parts.texts.text(u"playlist.skipped"_s, result.skipped.size(),
-                                                  path::fileName(result.skipped.first())));
+        m_parts.showStatusText(skippedText(m_parts.texts, result.skipped));
     }
     return result.fids;
 }

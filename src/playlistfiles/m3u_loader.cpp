@@ -1,6 +1,7 @@
 #include "playlistfiles/m3u_loader.h"
 
 #include "intake/import_errors.h"
+#include "intake/new_tracks.h"
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
@@ -10,7 +11,6 @@
 #include "platform/system/trim_blanks.h"
 #include "playlistfiles/m3u_errors.h"
 #include "playlistfiles/m3u_place.h"
-#include "playlistfiles/new_tracks.h"
 #include "store/file_locator.h"
 
 namespace melovane {
@@ -232,15 +232,24 @@ void M3uLoader::storeNew(const M3uRecord& record, const Place& place)
         fail(reading.code, u"ImportFile"_s, file);
         return;
     }
-    storeAsTold(record, reading.track->FID);
-    M3uRow& row = m_rows.back();
-    row.Path = place.folder;
-    row.DName = place.name;
-    // A file that carries the identifier of the list is the very track that the list means, so its
-    // stop counts, too.
-    if (reading.track->FID != record.FID || row.FrameStop == 0) {
-        row.FrameStop = reading.track->FrameStop;
+    m_newRows.push_back({m_rows.size(), reading.track->FrameStop});
+    storeAsTold(record, record.FID);
+    m_rows.back().Path = place.folder;
+    m_rows.back().DName = place.name;
+}
+
+void M3uLoader::takeWritten()
+{
+    for (const NewRow& added : m_newRows) {
+        M3uRow& row = m_rows[added.row];
+        const QString told = std::exchange(row.FID, m_tracks.fidOf(row.Path + row.DName));
+        // A file that carries the identifier of the list is the very track that the list means, so
+        // its stop counts, too.
+        if (row.FID != told || row.FrameStop == 0) {
+            row.FrameStop = added.FrameStop;
+        }
     }
+    m_newRows.clear();
 }
 
 } // namespace melovane

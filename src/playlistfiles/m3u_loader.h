@@ -82,6 +82,9 @@ public:
     /// False when the load was given up by `goOn`. \throws IoError, DbError
     [[nodiscard]] bool load(const QString& file);
 
+    /// Gives the rows of new files what those have got in the library, once they were written.
+    void takeWritten();
+
     /// What was found so far, in the order of the file.
     [[nodiscard]] const std::vector<M3uRow>& rows() const { return m_rows; }
 
@@ -92,6 +95,13 @@ private:
         QString folder; ///< with its separator; empty when there is none
         QString name;
         bool isThere = false; ///< the file, not only its folder
+    };
+
+    /// A row whose file was read to enter the library.
+    struct NewRow
+    {
+        size_t row = 0;    ///< in m_rows
+        int FrameStop = 0; ///< of the file
     };
 
     void readKnown(const std::vector<M3uRecord>& records);
@@ -117,6 +127,7 @@ private:
     QSet<QString> m_known;             ///< identifiers that the library has, of the records at hand
     QHash<QString, QString> m_folders; ///< see located()
     std::vector<M3uRow> m_rows;
+    std::vector<NewRow> m_newRows;
     QElapsedTimer m_sinceTurn;
 };
 

@@ -2,6 +2,7 @@
 
 #include "config/global_settings.h"
 #include "intake/import_errors.h"
+#include "intake/new_tracks.h"
 #include "intake/tag_choice.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
@@ -9,7 +10,6 @@
 #include "platform/db/sql_text.h"
 #include "platform/system/io_error.h"
 #include "playlistfiles/m3u_writer.h"
-#include "playlistfiles/new_tracks.h"
 #include "playlists/entry_places.h"
 #include "playlists/list_edit.h"
 #include "playlists/playlist_table.h"
@@ -154,8 +154,9 @@ void MlvM3U::load(const QStringList& files)
     if (m_givenUp) {
         writeLoaded(*database, {});
     } else {
-        writeLoaded(*database, loader.rows());
         tracks.write();
+        loader.takeWritten();
+        writeLoaded(*database, loader.rows());
     }
     all.commit();
     m_loaded = m_givenUp ? 0 : int(loader.rows().size());

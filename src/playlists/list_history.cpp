@@ -25,6 +25,11 @@ const QString kAllOfNewest =
 const QString kAllOfOldestUndone =
     u"select top 1 * from LIST_HISTORY where undone=true order by id"_s;
 
+const QString kWordsOfBoth =
+    u"select Undone, Verb, PNID, ListName, anzahl, tstamp from LIST_HISTORY "
+    "where id in (select max(id) from LIST_HISTORY where undone=false) "
+    "or id in (select min(id) from LIST_HISTORY where undone=true)"_s;
+
 QString sideFileOf(const QString& mainFile)
 {
     return path::join(path::parent(mainFile), path::baseName(mainFile) + u".undo.mdb"_s);
@@ -83,6 +88,17 @@ void lookAtTable(Database& database)
 {
     database.OpenRecordset(u"select top 1 id, Undone, Verb, Letters, MarksBefore, MarksAfter, "
                            "Changes from LIST_HISTORY order by id desc"_s);
+}
+
+ListStep stepOf(const Recordset& row)
+{
+    ListStep step;
+    step.action = actionOfWord(row.value(u"Verb").toText()).value_or(ListAction::Entry);
+    step.list = Pnid(row.value(u"PNID").toLong());
+    step.listName = row.value(u"ListName").toText();
+    step.count = row.value(u"anzahl").toLong();
+    step.moment = row.value(u"tstamp").toDateTime();
+    return step;
 }
 
 /// Lists and their marks of a text "list=mark;list=mark".
@@ -255,14 +271,9 @@ std::optional<ListHistory::Record> ListHistory::next(Database& database, Directi
     if (row->Eof()) {
         return std::nullopt;
     }
-    const std::optional<ListAction> action = actionOfWord(row->value(u"Verb").toText());
     Record record;
     record.id = row->value(u"id").toInt64();
-    record.step.action = action.value_or(ListAction::Entry);
-    record.step.list = Pnid(row->value(u"PNID").toLong());
-    record.step.listName = row->value(u"ListName").toText();
-    record.step.count = row->value(u"anzahl").toLong();
-    record.step.moment = row->value(u"tstamp").toDateTime();
+    record.step = stepOf(*row);
     record.marksBefore = row->value(u"MarksBefore").toText();
     record.marksAfter = row->value(u"MarksAfter").toText();
     record.changes = row->value(u"Changes").toText();
@@ -281,6 +292,22 @@ std::optional<ListStep> ListHistory::nextStep(Direction direction) const
         }
     });
     return step;
+}
+
+ListHistory::NextSteps ListHistory::nextSteps() const
+{
+    NextSteps steps;
+    quietly({}, {}, [&] {
+        const auto database = m_engine.OpenDatabase(m_settings.DbName());
+        if (!isOn() || !isLinkedTo(*database, sideFileOf(database->Name()))) {
+            return;
+        }
+        const auto row = database->OpenRecordset(kWordsOfBoth);
+        for (; !row->Eof(); row->MoveNext()) {
+            (row->value(u"Undone").toBool() ? steps.redo : steps.undo) = stepOf(*row);
+        }
+    });
+    return steps;
 }
 
 std::optional<ListStep> ListHistory::nextUndo() const

@@ -75,6 +75,16 @@ public:
     [[nodiscard]] std::optional<ListStep> nextUndo() const;
     [[nodiscard]] std::optional<ListStep> nextRedo() const;
 
+    /// What can be taken back, and done once more; told by words alone.
+    struct NextSteps
+    {
+        std::optional<ListStep> undo;
+        std::optional<ListStep> redo;
+    };
+
+    /// Both at once, with one look at the table and without what the steps change.
+    [[nodiscard]] NextSteps nextSteps() const;
+
     /// Takes back the last step that still stands. \see Outcome
     Result undo(Force force = Force::No);
 

@@ -1,104 +1,24 @@
 #pragma once
 
-#include "bus/bus_table.h"
+#include "bus/mlv_message_bus.h"
 #include "platform/controls/drop_target.h"
-#include "platform/controls/grid_control.h"
-#include "platform/db/data_control.h"
-#include "platform/db/recordset.h"
-#include "platform/media/cue_finder.h"
-#include "playlists/list_history.h"
+#include "playlistview/open_list.h"
+#include "playlistview/play_marks.h"
+#include "playlistview/playlist_drags.h"
+#include "playlistview/playlist_edits.h"
 #include "playlistview/playlist_look.h"
-#include "store/pending_jobs.h"
+#include "playlistview/playlist_messages.h"
+#include "playlistview/playlist_parts.h"
+#include "playlistview/playlist_summary.h"
+#include "playlistview/track_news.h"
+#include "playlistview/undo_steps.h"
+#include "views/grid_rows.h"
 
 #include <QObject>
 
-#include <functional>
-#include <memory>
-#include <optional>
 #include <span>
 
 namespace melovane {
-
-class Clipboard;
-class Clock;
-class cls_PLInsertMoveDel;
-class ConfigObjects;
-class GlobalSettings;
-class MessageLoop;
-class MLVFunction;
-struct MlvPlaylistDetail;
-class ModUndoRedo;
-class PointerControl;
-class Timer;
-class Warnings;
-
-/// The controls that the playlist view speaks to; they outlive it.
-struct PlaylistControls
-{
-    GridControl& grid;
-    PointerControl& pointer;
-    Clipboard& clipboard;
-    Warnings& warnings;
-};
-
-/// What changes lists; outlives the view.
-struct PlaylistTools
-{
-    MLVFunction& functions;
-    cls_PLInsertMoveDel& edits;
-    ListHistory& history;
-    ModUndoRedo& snapshots;
-};
-
-/// What the playlist view is made over; all of it outlives the view.
-struct PlaylistViewParts
-{
-    DBEngine& engine;
-    GlobalSettings& settings;
-    const ConfigObjects& texts;
-    const Clock& clock;
-    MessageLoop& loop;
-    MLVMessageBus& bus;
-    PlaylistTools tools;
-    ErrorSink log = {}; ///< hears of messages that the view failed on
-};
-
-/// What the playlist view has other parts of the program do.
-struct PlaylistActions
-{
-    /// Name of the program that the view stands in.
-    QString program;
-    /// Starts the BPM finder; cmd is "auto" or "manuell".
-    std::function<void(const QString& cmd, const QString& fid, const QString& plid)> startBeatGauge;
-    /// The monitor player goes a few seconds back (-1) or on (1).
-    std::function<void(int direction)> monitorStep;
-    /// Where a stored file lies on this machine; empty when it is not there.
-    std::function<QString(const QString& file)> locate;
-    /// Identifiers of the tracks that files and folders hold, in their order; a file that is new
-    /// enters the library.
-    std::function<QStringList(const QStringList& places)> tracksOf;
-    std::function<void(const QString& name, const GridControl& grid)> saveLayout;
-    std::function<void(const QString& name, GridControl& grid)> loadLayout;
-    /// Puts the entries of list files into a list: at a position, or at the end without one. True
-    /// when there are new entries.
-    std::function<bool(const QStringList& files, Pnid list, std::optional<Sid> target, int aktion)>
-        insertLists = [](const QStringList&, Pnid, std::optional<Sid>, int) { return false; };
-    /// Opens an entry in the sample tool.
-    std::function<void(const MlvPlaylistDetail& entry)> editSample = {};
-    /// Where the sound of a file begins and ends: looked for so many milliseconds from either end,
-    /// sound being what is louder than so much of 32768. Nothing for a file that cannot be read.
-    std::function<std::optional<CueRange>(const QString& file, int withinMs, int loudness)> cuesOf =
-        [](const QString&, int, int) { return std::nullopt; };
-};
-
-/// What is told about the list that is shown.
-struct PlaylistSummary
-{
-    QString name; ///< empty when no list is shown
-    int entries = 0;
-    qint64 milliseconds = 0;
-    bool locked = false;
-};
 
 /// The playlist view: shows one playlist or jingle list, marks what plays, and changes entries by
 /// the user's hand.
@@ -114,10 +34,9 @@ public:
     ctl_Playlist(const PlaylistViewParts& parts,
                  PlaylistControls controls,
                  PlaylistActions actions);
-    ~ctl_Playlist() override;
 
     /// The rows of the grid; hand it to the grid before start().
-    [[nodiscard]] DataControl& Data1() { return m_data1; }
+    [[nodiscard]] DataControl& Data1() { return m_rows.data(); }
 
     [[nodiscard]] const GridLook& look() const { return m_look; }
 
@@ -127,73 +46,110 @@ public:
     /// Stores the layout of the grid; writes what waits to be written.
     void end();
 
+    // -- The list on the screen --
+
     /// The list that is shown; 0 for none.
-    [[nodiscard]] Pnid GetPNID() const { return m_pnid; }
+    [[nodiscard]] Pnid GetPNID() const { return m_list.pnid; }
 
     /// The last list that was opened to become the active one.
-    [[nodiscard]] Pnid activeList() const { return m_active; }
+    [[nodiscard]] Pnid activeList() const { return m_list.active; }
 
     /// The list that a command without a list means: that on the screen, else the active one.
-    [[nodiscard]] Pnid listOfCommands() const { return m_pnid == Pnid{} ? m_active : m_pnid; }
+    [[nodiscard]] Pnid listOfCommands() const
+    {
+        return m_list.isOpen() ? m_list.pnid : m_list.active;
+    }
 
-    [[nodiscard]] bool isLocked() const { return m_locked; }
+    [[nodiscard]] bool isLocked() const { return m_list.locked; }
 
-    [[nodiscard]] bool isJingleMode() const { return m_jingleMode; }
+    [[nodiscard]] bool isJingleMode() const { return m_list.jingles; }
 
-    /// The entries that the player plays now and next; 0 for none.
-    [[nodiscard]] Plid PLID() const { return m_plid; }
+    /// Shows a list and makes it the active one; one that is shown is not read again. Nothing while
+    /// another program has the file alone. \throws DbError, the former list stays
+    void open(Pnid list, bool locked, bool jingles);
 
-    void SetPLID(Plid entry);
+    /// The list on the screen must not be changed from now on, or may be.
+    void setLocked(bool locked);
 
-    [[nodiscard]] Plid NextPlid() const { return m_nextPlid; }
+    /// Reads the list anew and stays at the same entry and the same place on the screen; one that
+    /// is gone is no longer shown. \throws DbError
+    void Refresh();
 
-    void SetNextPlid(Plid entry);
+    /// Tells name and length of the list. \throws DbError
+    void tellSummary();
+    /// Tells what can be undone and redone.
+    void tellHistory();
+
+    /// Another program wants the database file alone, and gives it back. \throws DbError
+    void disconnectDatabase();
+    void reconnectDatabase();
+    /// Another database is used from now on, or another content of the same. \throws DbError
+    void changeDatabase();
+
+    // -- Rows --
 
     /// The entry of the current row; 0 without one.
     [[nodiscard]] Plid currentEntry() const;
     [[nodiscard]] QString GetFID() const;
 
-    /// Reads the list anew and stays at the same entry and the same place on the screen.
-    void Refresh();
     /// Paints the rows with the values of now.
     void RefreshGrid();
+    /// Takes colours, fonts and times from the settings.
+    void dress();
+    /// Fits the columns to their contents, when the setting `AutosizeGrid` asks for it.
+    void fitColumns();
+    /// The same, asked for by the user.
+    void autosize();
+    void saveLayout();
 
     /// Goes to the row of an entry; a list without it stays where it is.
     void SetAbsolutePosition(Plid entry);
 
-    /// Selects all rows. The values of `field` joined by commas, kept as what the next drag
-    /// carries; "null" collects nothing.
-    [[nodiscard]] QString SetAllBookmarks(const QString& field);
+    /// \see PlaylistDrags
+    [[nodiscard]] QString SetAllBookmarks(const QString& field) { return m_drags.selectAll(field); }
 
-    /// The same for the rows from one end to the other; a start of -1 does nothing. The higher row
-    /// becomes the anchor.
-    void SetGridBookmarks(qint64 start, qint64 stop);
+    void SetGridBookmarks(qint64 start, qint64 stop) { m_drags.selectRange(start, stop); }
 
-    [[nodiscard]] qint64 selectionAnchor() const { return m_anchor; }
+    [[nodiscard]] qint64 selectionAnchor() const { return m_drags.anchor(); }
+
+    /// The tracks of the selected rows as a drag text.
+    [[nodiscard]] QString selectedTracks();
 
     /// Puts the selected rows into the table of the tag tool.
     void FillTempMp3EditTable();
 
-    /// A command of the main window's keys: "play.start", "play.center", "play.stop", "copy",
-    /// "selall", "insert" or "append", which paste. False when the grid has not the keyboard and
-    /// nobody has asked for it, or for others.
-    bool SendKeyUp(const QString& command, bool asked = false);
+    // -- What plays: 0 for none --
+
+    [[nodiscard]] Plid PLID() const { return m_marks.now(); }
+
+    void SetPLID(Plid entry) { m_marks.set(entry, m_marks.next()); }
+
+    [[nodiscard]] Plid NextPlid() const { return m_marks.next(); }
+
+    void SetNextPlid(Plid entry) { m_marks.set(m_marks.now(), entry); }
+
+    void setPlayed(Plid now, Plid next) { m_marks.set(now, next); }
+
+    // -- Changes, see PlaylistEdits --
 
     /// The play actions that fit the list, and that of the current row; -1 without one.
     [[nodiscard]] std::vector<int> aktionChoices() const;
     [[nodiscard]] int currentAktion() const;
 
     /// Writes the play action of the current row. A locked list says that it is.
-    void setAktion(int aktion);
+    void setAktion(int aktion) { m_edits.setAktion(aktion); }
 
     /// Start and stop of the current entry become the places where its sound begins and ends.
     /// What cannot be read is told in the status line.
-    void AutocueTitel();
+    void AutocueTitel() { m_edits.cueBySound(); }
 
     /// The sample tool has given an entry another start and stop. Nothing is taken for an entry
     /// that is not of the list on the screen, or that is another track by now, nor a stop before
     /// the start.
     void takeSample(Plid entry, const QString& fid, int start, int stop);
+
+    /// Opens the current entry in the sample tool.
+    void editSample();
 
     /// Takes back the last change of a list, or does it once more. Asks before it writes over what
     /// others have changed since.
@@ -202,18 +158,37 @@ public:
 
     // -- What the user does --
 
+    /// A button of the tool bar, by key: "all.delete", "play.start", "all.undo" ...
     void toolPressed(const QString& key);
+
+    /// A command of the main window's keys: "play.start", "play.center", "play.stop", "copy",
+    /// "selall", "insert" or "append", which paste. False when the grid has not the keyboard and
+    /// nobody has asked for it, or for others.
+    bool SendKeyUp(const QString& command, bool asked = false);
+
     void rowActivated(qint64 row);
-    void digitPressed(int digit);
+
+    void digitPressed(int digit) { m_edits.rate(digit); }
+
     void deletePressed();
+
     /// Exchanges the current row with its neighbour: -1 above, 1 below.
-    void moveRow(int step);
+    void moveRow(int step) { m_edits.moveRow(step); }
+
     void rowChanged(qint64 row);
-    void selectionChanged();
+
+    void selectionChanged() { m_drags.forgetSelected(); }
+
     void contextMenuWanted();
     void headMenuWanted();
-    [[nodiscard]] DragContent dragContent();
-    [[nodiscard]] DropEffect dropEffect(const DropOffer& offer) override;
+
+    [[nodiscard]] DragContent dragContent() { return m_drags.content(); }
+
+    [[nodiscard]] DropEffect dropEffect(const DropOffer& offer) override
+    {
+        return m_drags.effect(offer);
+    }
+
     void drop(const DropOffer& offer) override;
 
 signals:
@@ -231,91 +206,23 @@ private:
     struct ToolRow
     {
         QStringView key;
-        void (ctl_Playlist::*handler)(const QString& key);
+        void (*work)(ctl_Playlist& view, const QString& key);
     };
 
-    [[nodiscard]] static std::span<const BusRow<ctl_Playlist>> busTable();
-    void setPlayNormal(const MLVMessage& message);
-    void setPlayLoop(const MLVMessage& message);
-    void setPlayStop(const MLVMessage& message);
-    void refreshByFid(const MLVMessage& message);
-    void refreshTempo(const MLVMessage& message);
-    void findTempo(const MLVMessage& message);
-    void findTempoByHand(const MLVMessage& message);
-    void deleteMixStyles(const MLVMessage& message);
-    void copyMixStyles(const MLVMessage& message);
-    void createToolBars(const MLVMessage& message);
-    void setLock(const MLVMessage& message);
-    void nameChanged(const MLVMessage& message);
-    void open(const MLVMessage& message, bool jingles);
-    void activateJingleList(const MLVMessage& message);
-    void activatePlaylist(const MLVMessage& message);
-    void renewToolTips(const MLVMessage& message);
-    void updateColor(const MLVMessage& message);
-    void disconnectDatabase(const MLVMessage& message);
-    void reconnectDatabase(const MLVMessage& message);
-    void changeDatabase(const MLVMessage& message);
-    void toActivePlaylist(const MLVMessage& message);
-    void insertData(const MLVMessage& message);
-    void appendData(const MLVMessage& message);
-    void saveLayout(const MLVMessage& message);
-    void loadLayout(const MLVMessage& message);
-    void autosize(const MLVMessage& message);
-    void fillTagTable(const MLVMessage& message);
-    void resetList(const MLVMessage& message);
-    void refreshList(const MLVMessage& message);
-    void refreshPlayed(const MLVMessage& message);
-    void changeVolumeIcon(const MLVMessage& message);
-    void showSampleTool(const MLVMessage& message);
-
     [[nodiscard]] static std::span<const ToolRow> toolTable();
-    void bookPressed(const QString& key);
-    void deleteRows(const QString& key);
-    void copyRows(const QString& key);
-    void pasteInsert(const QString& key);
-    void pasteAppend(const QString& key);
-    void selectAllRows(const QString& key);
-    void reloadPressed(const QString& key);
+    void bookPressed();
+    void copyRows();
+    void selectAllRows();
     void monitorPressed(const QString& key);
-    void seekPressed(const QString& key);
-    void volumePressed(const QString& key);
-    void toggleLoop(const QString& key);
-    void samplePressed(const QString& key);
-    void undoPressed(const QString& key);
-    void redoPressed(const QString& key);
 
-    // Rows.
-    void load(Pnid list, bool locked, bool makeActive);
+    void load(Pnid list, bool locked);
     void applyLock(bool locked);
     void showNoList();
-    void requery();
-    void fitColumns();
-    void markPlayed();
-    void showPlayedEntry();
-    [[nodiscard]] Value cellOf(qint64 row, QStringView field) const;
-    [[nodiscard]] qint64 rowOf(Plid entry) const;
-    [[nodiscard]] Sid sidOf(qint64 row) const;
-    void tellSummary();
-    void tellHistory();
-    void updateEmptyNote();
-
-    // Changes.
-    [[nodiscard]] bool canChange() const;
-    /// The same, and says so when the list is locked.
-    [[nodiscard]] bool mayChange();
-    [[nodiscard]] int newAktion() const;
-    void changed();
-    void afterChange(Pnid list);
-    void appendTracks(const QString& dragText, Pnid list);
-    void paste(bool append);
+    void tellSummaryOrClose();
+    void entriesChanged(Pnid list);
     void takeStep(bool isUndo);
-    void tellPlayed(const QString& fid);
-    void saveLater();
-    void saveNow();
-    [[nodiscard]] bool isOfThisList(const QString& dragText);
-    void dropEntries(const DropOffer& offer, DropEffect effect);
-    void dropTracks(const DropOffer& offer, const QString& dragText);
-    [[nodiscard]] bool dropFiles(const DropOffer& offer);
+    void updateEmptyNote();
+    void tellStatus(const QString& text);
 
     GlobalSettings& m_settings;
     const ConfigObjects& m_texts;
@@ -324,30 +231,15 @@ private:
     PlaylistActions m_actions;
     BusSender m_bus;
     PlaylistLook m_look;
-    DataControl m_data1;
-    PendingJobs m_jobs;
-    std::unique_ptr<Recordset> m_rowClone;               ///< made anew at every requery
-    std::unique_ptr<Timer> m_timerPlaylistPlaylerUpdate; ///< spelt so
-    std::unique_ptr<Timer> m_timerInfo;                  ///< between two "info.from.fid"
-    Pnid m_pnid{};
-    Pnid m_active{};
-    Plid m_plid{};
-    Plid m_nextPlid{};
-    bool m_locked = false;
-    bool m_jingleMode = false;
-    bool m_connected = true; ///< false while another program has the file alone
-    Plid m_keptEntry{};      ///< current while the file is away
-    qint64 m_keptTop = 0;    ///< likewise the first row on the screen
-    qint64 m_anchor = -1;
-    QString m_selectedRows;   ///< ids that the next drag carries in place of the selection
-    QString m_draggedFid;     ///< track of the first row of the last drag
-    QString m_monitorCommand; ///< what a double click asks of the monitor player
-    QString m_waitingInfo;    ///< track to be told when m_timerInfo fires
-    QString m_toldInfo;
-    QString m_checkedDrag; ///< the drag text that m_checkedIsOwn is about
-    bool m_checkedIsOwn = false;
-    EventGuard m_guard;
-    MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
+    OpenList m_list;
+    GridRows m_rows;
+    PlayMarks m_marks;
+    TrackNews m_news;
+    PlaylistEdits m_edits;
+    PlaylistDrags m_drags;
+    UndoSteps m_steps;
+    QString m_monitorCommand;    ///< what a double click asks of the monitor player
+    PlaylistMessages m_messages; ///< the last member: nothing arrives without the rest
 };
 
 } // namespace melovane

@@ -1,17 +1,15 @@
-// What the playlist view does with the messages of others.
+#include "playlistview/playlist_messages.h"
+
 #include "bus/message_names.h"
+#include "bus/view_number.h"
 #include "config/config_objects.h"
-#include "config/global_settings.h"
-#include "config/update_colors.h"
-#include "platform/db/db_error.h"
+#include "platform/controls/grid_control.h"
 #include "platform/system/leading_number.h"
-#include "platform/system/letter_case.h"
-#include "platform/system/timers.h"
-#include "playlists/drag_list.h"
-#include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
 #include "playlistview/playlist.h"
-#include "views/drag_data.h"
+#include "playlistview/playlist_edits.h"
+
+#include <algorithm>
 
 namespace melovane {
 
@@ -25,352 +23,256 @@ bool isOn(const Value& value)
     return value.isBool() ? value.toBool() : value.toLong() != 0 || value.toText() == "true"_L1;
 }
 
-/// What a message for both grids says when only the other one is meant.
-constexpr int kOnlyLibrary = 2;
-
 } // namespace
 
-std::span<const BusRow<ctl_Playlist>> ctl_Playlist::busTable()
+PlaylistMessages::PlaylistMessages(const PlaylistViewParts& parts,
+                                   const PlaylistControls& controls,
+                                   const PlaylistActions& actions,
+                                   ctl_Playlist& view,
+                                   PlaylistEdits& edits,
+                                   BusSender& bus)
+    : m_texts(parts.texts)
+    , m_lists(parts.tools.edits)
+    , m_grid(controls.grid)
+    , m_actions(actions)
+    , m_view(view)
+    , m_edits(edits)
+    , m_bus(bus)
+    , m_guard(guardOverBus(bus, parts.texts, parts.settings, parts.log))
+    , m_messBus(subscribe(parts.bus, m_guard, *this, busTable()))
+{}
+
+std::span<const BusRow<PlaylistMessages>> PlaylistMessages::busTable()
 {
-    static constexpr BusRow<ctl_Playlist> kRows[] = {
-        {bus::kPlaylistSetPlayNormal, &ctl_Playlist::setPlayNormal},
-        {bus::kPlaylistSetPlayLoop, &ctl_Playlist::setPlayLoop},
-        {bus::kPlaylistSetPlayStop, &ctl_Playlist::setPlayStop},
-        {bus::kDbRefreshByFid, &ctl_Playlist::refreshByFid},
-        {bus::kBeatGaugeBpm, &ctl_Playlist::refreshTempo},
-        {bus::kPlaylistBeatGauge, &ctl_Playlist::findTempo},
-        {bus::kPlaylistBeatGaugeManuell, &ctl_Playlist::findTempoByHand},
-        {bus::kMixstyleAllDel, &ctl_Playlist::deleteMixStyles},
-        {bus::kMixstyleAllCopy, &ctl_Playlist::copyMixStyles},
-        {bus::kCreateToolBars, &ctl_Playlist::createToolBars},
-        {bus::kPlaylistSetLock, &ctl_Playlist::setLock},
-        {bus::kUpdateTreeRow, &ctl_Playlist::nameChanged},
-        {bus::kJinglelistAktivieren, &ctl_Playlist::activateJingleList},
-        {bus::kPlaylistAktivieren, &ctl_Playlist::activatePlaylist},
-        {bus::kUpdateToolTipText, &ctl_Playlist::renewToolTips},
-        {bus::kUpdateColor, &ctl_Playlist::updateColor},
-        {bus::kDbDisconnect, &ctl_Playlist::disconnectDatabase},
-        {bus::kDbReconnect, &ctl_Playlist::reconnectDatabase},
-        {bus::kDbChange, &ctl_Playlist::changeDatabase},
-        {bus::kToAktivPlaylist, &ctl_Playlist::toActivePlaylist},
-        {bus::kPlaylistInsertData, &ctl_Playlist::insertData},
-        {bus::kPlaylistAllDbInsertData, &ctl_Playlist::insertData},
-        {bus::kPlaylistAppendData, &ctl_Playlist::appendData},
-        {bus::kPlaylistAllDbAppendData, &ctl_Playlist::appendData},
-        {bus::kPlaylistAllDbAppendAktuellData, &ctl_Playlist::appendData},
-        {bus::kSaveLayoutPlaylist, &ctl_Playlist::saveLayout},
-        {bus::kLoadLayoutPlaylist, &ctl_Playlist::loadLayout},
-        {bus::kLoadLayoutChangePlaylist, &ctl_Playlist::loadLayout},
-        {bus::kAutosizePlaylist, &ctl_Playlist::autosize},
-        {bus::kFillTempEditTable, &ctl_Playlist::fillTagTable},
-        {bus::kShowMelovaneKiv, &ctl_Playlist::showSampleTool},
-        {bus::kPlaylistReset, &ctl_Playlist::resetList},
-        {bus::kRefreshPlaylist, &ctl_Playlist::refreshList},
-        {bus::kRefreshPlaylistPlid, &ctl_Playlist::refreshPlayed},
-        {bus::kVolumeMonitorChangeIcon, &ctl_Playlist::changeVolumeIcon},
+    using Self = PlaylistMessages;
+    static constexpr BusRow<Self> kRows[] = {
+        {bus::kPlaylistSetPlayNormal, &Self::setPlayNormal},
+        {bus::kPlaylistSetPlayLoop, &Self::setPlayLoop},
+        {bus::kPlaylistSetPlayStop, &Self::setPlayStop},
+        {bus::kDbRefreshByFid, &Self::refreshCells},
+        {bus::kBeatGaugeBpm, &Self::refreshCells},
+        {bus::kPlaylistBeatGauge, &Self::findTempo},
+        {bus::kPlaylistBeatGaugeManuell, &Self::findTempoByHand},
+        {bus::kMixstyleAllDel, &Self::deleteMixStyles},
+        {bus::kMixstyleAllCopy, &Self::copyMixStyles},
+        {bus::kCreateToolBars, &Self::createToolBars},
+        {bus::kPlaylistSetLock, &Self::setLock},
+        {bus::kUpdateTreeRow, &Self::nameChanged},
+        {bus::kJinglelistAktivieren, &Self::activateJingleList},
+        {bus::kPlaylistAktivieren, &Self::activatePlaylist},
+        {bus::kUpdateToolTipText, &Self::renewToolTips},
+        {bus::kUpdateColor, &Self::updateColor},
+        {bus::kDbDisconnect, &Self::disconnectDatabase},
+        {bus::kDbReconnect, &Self::reconnectDatabase},
+        {bus::kDbChange, &Self::changeDatabase},
+        {bus::kToAktivPlaylist, &Self::toActivePlaylist},
+        {bus::kPlaylistInsertData, &Self::insertData},
+        {bus::kPlaylistAllDbInsertData, &Self::insertData},
+        {bus::kPlaylistAppendData, &Self::appendData},
+        {bus::kPlaylistAllDbAppendData, &Self::appendData},
+        {bus::kPlaylistAllDbAppendAktuellData, &Self::appendData},
+        {bus::kSaveLayoutPlaylist, &Self::saveLayout},
+        {bus::kLoadLayoutPlaylist, &Self::loadLayout},
+        {bus::kLoadLayoutChangePlaylist, &Self::loadLayout},
+        {bus::kAutosizePlaylist, &Self::autosize},
+        {bus::kFillTempEditTable, &Self::fillTagTable},
+        {bus::kShowMelovaneKiv, &Self::showSampleTool},
+        {bus::kPlaylistReset, &Self::resetList},
+        {bus::kRefreshPlaylist, &Self::refreshList},
+        {bus::kRefreshPlaylistPlid, &Self::refreshPlayed},
+        {bus::kVolumeMonitorChangeIcon, &Self::changeVolumeIcon},
     };
     return kRows;
 }
 
-// ---- opening
+// ---- the list on the screen
 
-void ctl_Playlist::open(const MLVMessage& message, bool jingles)
+void PlaylistMessages::open(const MLVMessage& message, bool jingles)
 {
-    if (!m_connected) {
-        return;
-    }
-    const bool former = m_jingleMode;
-    m_jingleMode = jingles;
-    try {
-        load(Pnid(message.Value1.toLong()), isOn(message.Value2), true);
-    } catch (const DbError&) {
-        m_jingleMode = former;
-        throw;
-    }
-    emit jingleModeChanged(jingles);
+    m_view.open(Pnid(message.Value1.toLong()), isOn(message.Value2), jingles);
 }
 
-void ctl_Playlist::activatePlaylist(const MLVMessage& message)
+void PlaylistMessages::activatePlaylist(const MLVMessage& message)
 {
     open(message, false);
 }
 
-void ctl_Playlist::activateJingleList(const MLVMessage& message)
+void PlaylistMessages::activateJingleList(const MLVMessage& message)
 {
     open(message, true);
 }
 
-void ctl_Playlist::setLock(const MLVMessage& message)
+void PlaylistMessages::setLock(const MLVMessage& message)
 {
     // From a tree comes the key of a list in front, and the lock behind its picture.
     const QString first = message.Value1.toText();
     const qsizetype id = first.indexOf(u"??"_s);
-    if (id >= 0 && Pnid(leadingLong(QStringView(first).mid(id + 2))) != m_pnid) {
-        return;
-    }
-    applyLock(isOn(id >= 0 ? message.Value3 : message.Value1));
-    tellSummary();
-    updateEmptyNote();
-}
-
-void ctl_Playlist::nameChanged(const MLVMessage&)
-{
-    tellSummary();
-}
-
-void ctl_Playlist::disconnectDatabase(const MLVMessage&)
-{
-    if (!m_connected) {
-        return;
-    }
-    if (m_timerPlaylistPlaylerUpdate->isActive()) {
-        saveNow();
-    }
-    m_keptEntry = currentEntry();
-    m_keptTop = m_controls.grid.firstVisibleRow();
-    m_connected = false;
-    m_rowClone.reset();
-    m_data1.closeDatabase();
-}
-
-void ctl_Playlist::reconnectDatabase(const MLVMessage&)
-{
-    if (m_connected) {
-        return;
-    }
-    m_connected = true;
-    m_data1.SetDatabaseName(m_settings.DbName());
-    m_tools.edits.SetDbName(m_settings.DbName());
-    Refresh();
-    const qint64 row = rowOf(m_keptEntry);
-    if (row >= 0) {
-        m_controls.grid.goToRow(row, m_keptTop);
-    }
-    tellHistory();
-}
-
-void ctl_Playlist::changeDatabase(const MLVMessage&)
-{
-    if (!m_connected) {
-        return;
-    }
-    if (m_settings.DbName() != m_data1.DatabaseName() && m_pnid != Pnid{}) {
-        m_rowClone.reset();
-        m_data1.SetDatabaseName(m_settings.DbName());
-        m_tools.edits.SetDbName(m_settings.DbName());
-    }
-    Refresh();
-    tellHistory();
-}
-
-void ctl_Playlist::refreshList(const MLVMessage&)
-{
-    Refresh();
-    tellHistory();
-}
-
-void ctl_Playlist::refreshPlayed(const MLVMessage& message)
-{
-    m_plid = Plid(message.Value1.toLong());
-    m_nextPlid = Plid(message.Value2.toLong());
-    markPlayed();
-}
-
-// ---- values of entries
-
-void ctl_Playlist::setPlayNormal(const MLVMessage&)
-{
-    setAktion(kAktionMix);
-}
-
-void ctl_Playlist::setPlayLoop(const MLVMessage&)
-{
-    setAktion(kAktionLoop);
-}
-
-void ctl_Playlist::setPlayStop(const MLVMessage&)
-{
-    setAktion(kAktionStop);
-}
-
-void ctl_Playlist::deleteMixStyles(const MLVMessage&)
-{
-    if (canChange()) {
-        m_tools.functions.PlaylistDeleteAllMixStyle(m_pnid);
-        changed();
+    if (id < 0) {
+        m_view.setLocked(isOn(message.Value1));
+    } else if (Pnid(leadingLong(QStringView(first).mid(id + 2))) == m_view.GetPNID()) {
+        m_view.setLocked(isOn(message.Value3));
     }
 }
 
-void ctl_Playlist::copyMixStyles(const MLVMessage&)
+void PlaylistMessages::nameChanged(const MLVMessage&)
 {
-    if (canChange()) {
-        m_tools.functions.PlaylistSetAllMixStyle(QString::number(numberOf(m_pnid)),
-                                                 QString::number(numberOf(m_plid)),
-                                                 QString::number(numberOf(m_nextPlid)));
-        changed();
-    }
+    m_view.tellSummary();
 }
 
-void ctl_Playlist::resetList(const MLVMessage& message)
+void PlaylistMessages::refreshList(const MLVMessage&)
 {
-    const Pnid list{message.Value1.toLong()};
-    if (m_locked || !m_connected ||
-        m_tools.functions.catalogue().stateOf(list) != ListCatalogue::State::Open) {
-        return;
-    }
-    m_tools.functions.PlaylistReset(list);
-    afterChange(list);
-    fitColumns();
+    m_view.Refresh();
+    m_view.tellHistory();
 }
 
-void ctl_Playlist::refreshByFid(const MLVMessage&)
+void PlaylistMessages::disconnectDatabase(const MLVMessage&)
 {
-    RefreshGrid();
+    m_view.disconnectDatabase();
 }
 
-void ctl_Playlist::refreshTempo(const MLVMessage&)
+void PlaylistMessages::reconnectDatabase(const MLVMessage&)
 {
-    RefreshGrid();
+    m_view.reconnectDatabase();
 }
 
-void ctl_Playlist::findTempo(const MLVMessage&)
+void PlaylistMessages::changeDatabase(const MLVMessage&)
 {
-    m_actions.startBeatGauge(u"auto"_s, GetFID(), QString::number(numberOf(currentEntry())));
+    m_view.changeDatabase();
 }
 
-void ctl_Playlist::findTempoByHand(const MLVMessage&)
+// ---- entries
+
+void PlaylistMessages::insertData(const MLVMessage& message)
 {
-    m_actions.startBeatGauge(u"manuell"_s, GetFID(), QString::number(numberOf(currentEntry())));
+    m_edits.addTracksAtRow(message.Value1.toText());
+    m_bus.SendMessage(bus::kPlaylistInsertDataEnd, numberOf(m_view.GetPNID()));
 }
 
-void ctl_Playlist::fillTagTable(const MLVMessage& message)
+void PlaylistMessages::appendData(const MLVMessage& message)
 {
-    if (message.Value1.toLong() != kOnlyLibrary && m_controls.grid.hasKeyboard()) {
-        FillTempMp3EditTable();
-    }
-}
-
-// ---- the sample tool
-
-void ctl_Playlist::showSampleTool(const MLVMessage& message)
-{
-    if (message.Value1.toLong() != kOnlyLibrary) {
-        samplePressed({});
-    }
-}
-
-void ctl_Playlist::takeSample(Plid entry, const QString& fid, int start, int stop)
-{
-    const bool isRange = start >= 0 && (stop == 0 || stop > start);
-    if (!canChange() || !isRange || rowOf(entry) < 0 ||
-        cellOf(rowOf(entry), u"FID").toText() != fid) {
-        return;
-    }
-    m_tools.functions.PlaylistSaveStartStop(entry, start, stop);
-    changed();
-    m_bus.SendMessage(bus::kJinglePlaylistChange, numberOf(m_pnid));
-}
-
-// ---- tracks from others
-
-void ctl_Playlist::insertData(const MLVMessage& message)
-{
-    const QString text = message.Value1.toText();
-    if (mayChange() && !parseDragList(text).ids.isEmpty()) {
-        m_tools.edits.InsertFromMP3DB(sidOf(m_controls.grid.currentRow()), m_pnid, text,
-                                      newAktion());
-        changed();
-    } else if (m_pnid == Pnid{}) {
-        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.none.title"_s));
-    }
-    m_bus.SendMessage(bus::kPlaylistInsertDataEnd, numberOf(m_pnid));
-}
-
-void ctl_Playlist::appendData(const MLVMessage& message)
-{
-    if (m_pnid == Pnid{}) {
+    if (m_view.GetPNID() == Pnid{}) {
         m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.none.title"_s));
     } else {
-        appendTracks(message.Value1.toText(), m_pnid);
+        m_edits.appendTracks(message.Value1.toText(), m_view.GetPNID());
     }
-    m_bus.SendMessage(bus::kPlaylistInsertDataEnd, numberOf(m_pnid));
+    m_bus.SendMessage(bus::kPlaylistInsertDataEnd, numberOf(m_view.GetPNID()));
 }
 
-void ctl_Playlist::toActivePlaylist(const MLVMessage&)
+void PlaylistMessages::toActivePlaylist(const MLVMessage&)
 {
-    if (!m_rowClone) {
-        return;
-    }
-    const QString text =
-        GetDragData(DragKind::FidMp3db, m_controls.grid, *m_rowClone, DragOrder::ByPosition).text;
-    const Pnid target = m_tools.edits.ExistPNID(kPlayingPlaylist);
+    const QString tracks = m_view.selectedTracks();
+    const Pnid target = tracks.isEmpty() ? kNoPlaylist : m_lists.ExistPNID(kPlayingPlaylist);
     if (target != kNoPlaylist) {
-        appendTracks(text, target);
+        m_edits.appendTracks(tracks, target);
     }
 }
 
-void ctl_Playlist::appendTracks(const QString& dragText, Pnid list)
+void PlaylistMessages::setPlayNormal(const MLVMessage&)
 {
-    if (!m_connected || parseDragList(dragText).ids.isEmpty()) {
-        return;
+    m_edits.setAktion(kAktionMix);
+}
+
+void PlaylistMessages::setPlayLoop(const MLVMessage&)
+{
+    m_edits.setAktion(kAktionLoop);
+}
+
+void PlaylistMessages::setPlayStop(const MLVMessage&)
+{
+    m_edits.setAktion(kAktionStop);
+}
+
+void PlaylistMessages::deleteMixStyles(const MLVMessage&)
+{
+    m_edits.deleteMixStyles();
+}
+
+void PlaylistMessages::copyMixStyles(const MLVMessage&)
+{
+    m_edits.copyMixStyles(m_view.PLID(), m_view.NextPlid());
+}
+
+void PlaylistMessages::resetList(const MLVMessage& message)
+{
+    if (m_edits.reset(Pnid(message.Value1.toLong()))) {
+        m_view.fitColumns();
     }
-    // The table knows: another list than the one that is shown may be meant.
-    const ListCatalogue::State state = m_tools.functions.catalogue().stateOf(list);
-    if (state == ListCatalogue::State::Locked || (m_locked && list == m_pnid)) {
-        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.norows.locked"_s));
-        return;
+}
+
+void PlaylistMessages::findTempo(const MLVMessage&)
+{
+    m_actions.startBeatGauge(u"auto"_s, m_view.GetFID(),
+                             QString::number(numberOf(m_view.currentEntry())));
+}
+
+void PlaylistMessages::findTempoByHand(const MLVMessage&)
+{
+    m_actions.startBeatGauge(u"manuell"_s, m_view.GetFID(),
+                             QString::number(numberOf(m_view.currentEntry())));
+}
+
+void PlaylistMessages::fillTagTable(const MLVMessage& message)
+{
+    if (message.Value1.toLong() != kViewIsLibrary && m_grid.hasKeyboard()) {
+        m_view.FillTempMp3EditTable();
     }
-    if (state == ListCatalogue::State::Gone) {
-        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.none.title"_s));
-        return;
+}
+
+void PlaylistMessages::showSampleTool(const MLVMessage& message)
+{
+    if (message.Value1.toLong() != kViewIsLibrary) {
+        m_view.editSample();
     }
-    const int aktion = list == m_pnid ? newAktion() : kAktionMix;
-    m_tools.edits.AppendFromMP3DB(dragText, list, aktion);
-    afterChange(list);
 }
 
 // ---- looks
 
-void ctl_Playlist::createToolBars(const MLVMessage&)
+void PlaylistMessages::refreshPlayed(const MLVMessage& message)
 {
-    emit toolBarWanted();
-    emit jingleModeChanged(m_jingleMode);
-    tellHistory();
+    m_view.setPlayed(Plid(message.Value1.toLong()), Plid(message.Value2.toLong()));
 }
 
-void ctl_Playlist::renewToolTips(const MLVMessage&)
+void PlaylistMessages::refreshCells(const MLVMessage&)
 {
-    emit toolTipsWanted();
-    tellHistory();
+    m_view.RefreshGrid();
 }
 
-void ctl_Playlist::updateColor(const MLVMessage&)
+void PlaylistMessages::updateColor(const MLVMessage&)
 {
-    const UpdateColors colours(m_settings);
-    m_look.setColours(colours);
-    m_look.setDefaultMixTime(m_settings.DefaultMixTime());
-    colours.UpdateSplitColors(m_controls.grid);
-    RefreshGrid();
+    m_view.dress();
 }
 
-void ctl_Playlist::saveLayout(const MLVMessage&)
+void PlaylistMessages::createToolBars(const MLVMessage&)
 {
-    m_actions.saveLayout(u"gridlayout_dbpl.grx"_s, m_controls.grid);
+    emit m_view.toolBarWanted();
+    emit m_view.jingleModeChanged(m_view.isJingleMode());
+    m_view.tellHistory();
 }
 
-void ctl_Playlist::loadLayout(const MLVMessage& message)
+void PlaylistMessages::renewToolTips(const MLVMessage&)
 {
-    m_actions.loadLayout(message.Value1.toText(), m_controls.grid);
+    emit m_view.toolTipsWanted();
+    m_view.tellHistory();
 }
 
-void ctl_Playlist::autosize(const MLVMessage&)
+void PlaylistMessages::changeVolumeIcon(const MLVMessage& message)
 {
-    m_controls.grid.fitColumns({u"aktion"_s, u"note"_s, u"nr"_s}, 60);
+    emit m_view.volumeIconChanged(std::clamp(message.Value1.toLong(), 0, 5));
 }
 
-void ctl_Playlist::changeVolumeIcon(const MLVMessage& message)
+void PlaylistMessages::saveLayout(const MLVMessage&)
 {
-    emit volumeIconChanged(std::clamp(message.Value1.toLong(), 0, 5));
+    m_view.saveLayout();
+}
+
+void PlaylistMessages::loadLayout(const MLVMessage& message)
+{
+    m_actions.loadLayout(message.Value1.toText(), m_grid);
+}
+
+void PlaylistMessages::autosize(const MLVMessage&)
+{
+    m_view.autosize();
 }
 
 } // namespace melovane

@@ -10,7 +10,7 @@ namespace melovane {
 namespace {
 
 /// A file written by hand is smaller; a larger one is something else.
-constexpr qint64 kLargestMappingFile = 1024 * 1024;
+constexpr qint64 kLargestMappingFile = qint64{1024} * 1024;
 
 QString readText(const Files& files, const QString& file)
 {

@@ -98,4 +98,17 @@ DragContent GetDragData(DragKind kind,
     return result;
 }
 
+QStringList foundFiles(const QStringList& files,
+                       const std::function<QString(const QString& file)>& locate)
+{
+    QStringList found;
+    for (const QString& file : files) {
+        const QString place = locate(file);
+        if (!place.isEmpty()) {
+            found.append(place);
+        }
+    }
+    return found;
+}
+
 } // namespace melovane

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 namespace melovane {
 
 class Recordset;
@@ -40,5 +42,10 @@ enum class DragOrder
                                       Recordset& rows,
                                       DragOrder order,
                                       const QString& cached = {});
+
+/// Where the files of a drag lie on this machine; those that are nowhere are left out.
+/// \param locate gives the place of a stored file, empty when it is not there
+[[nodiscard]] QStringList foundFiles(const QStringList& files,
+                                     const std::function<QString(const QString& file)>& locate);
 
 } // namespace melovane

@@ -1,11 +1,13 @@
 #include "intake/folder_walk.h"
 #include "platform/linux/linux_files.h"
+#include "support/as_nobody.h"
 #include "support/temp_folder.h"
 
 #include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -18,14 +20,16 @@ class FolderWalkTest : public testing::Test
 protected:
     QStringList walk(const QStringList& roots)
     {
-        FolderWalk folders(m_files, roots);
+        Skipped skipped;
+        FolderWalk folders(m_files, roots, skipped);
         QStringList names;
         while (const auto files = folders.next()) {
             for (const FoundFile& file : *files) {
                 names.append(file.path().mid(m_folder.path().size() + 1));
             }
         }
-        m_refused = folders.refused();
+        m_refused = skipped.refused;
+        m_kinds = kindsText(skipped);
         return names;
     }
 
@@ -34,6 +38,7 @@ protected:
     TempFolder m_folder;
     LinuxFiles m_files;
     std::vector<Refusal> m_refused;
+    QString m_kinds;
 };
 
 TEST_F(FolderWalkTest, GivesMp3FilesOfAllSubfoldersInOrder)
@@ -57,7 +62,8 @@ TEST_F(FolderWalkTest, GivesALargeFolderInPartsWithItsOwnFilesStillBeforeThoseOf
     m_folder.write(u"00700/second.mp3"_s, "x");
     expected += {u"00001/first.mp3"_s, u"00700/second.mp3"_s};
     EXPECT_EQ(walk(), expected);
-    FolderWalk folders(m_files, {m_folder.path()});
+    Skipped skipped;
+    FolderWalk folders(m_files, {m_folder.path()}, skipped);
     while (const auto files = folders.next()) {
         EXPECT_LE(files->size(), static_cast<size_t>(FolderWalk::kNamesPerLook));
     }
@@ -108,6 +114,37 @@ TEST_F(FolderWalkTest, NamesWhatIsNotThere)
     EXPECT_EQ(m_refused[0].code, 10002);
     EXPECT_EQ(m_refused[1].path, u"/no/such/folder"_s);
     EXPECT_EQ(m_refused[1].code, 10001);
+}
+
+TEST_F(FolderWalkTest, SoundOfOtherKindsIsCountedByKindAndNothingElseIs)
+{
+    for (const char* name : {"a.flac", "b.FLAC", "c.ogg", "sub/d.wma", "e.m4a", "cover.jpg", "x"}) {
+        m_folder.write(QString::fromLatin1(name), "x");
+    }
+    m_folder.write(u"song.mp3"_s, "x");
+    EXPECT_EQ(walk(), QStringList{u"song.mp3"_s});
+    EXPECT_EQ(m_kinds, u"2 FLAC, 1 M4A, 1 Ogg, 1 WMA"_s);
+    EXPECT_TRUE(m_refused.empty());
+    EXPECT_TRUE(walk({m_folder.file(u"c.ogg"_s)}).isEmpty());
+    EXPECT_EQ(m_kinds, u"1 Ogg"_s);
+}
+
+TEST_F(FolderWalkTest, AFolderThatCannotBeReadIsNamedAndAnEmptyOneIsNot)
+{
+    m_folder.write(u"locked/song.mp3"_s, "x");
+    m_folder.write(u"open/song.mp3"_s, "x");
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir(u"empty"_s));
+    const QByteArray top = m_folder.path().toUtf8();
+    ASSERT_EQ(::chmod(top.constData(), 0755), 0);
+    ASSERT_EQ(::chmod((top + "/locked").constData(), 0), 0);
+    {
+        const AsNobody nobody;
+        EXPECT_EQ(walk(), QStringList{u"open/song.mp3"_s});
+    }
+    ASSERT_EQ(::chmod((top + "/locked").constData(), 0755), 0);
+    ASSERT_EQ(m_refused.size(), 1U);
+    EXPECT_EQ(m_refused[0].path, m_folder.file(u"locked"_s) + u'/');
+    EXPECT_EQ(m_refused[0].code, 20002);
 }
 
 TEST_F(FolderWalkTest, ASingleFileMayBeChosen)

@@ -53,7 +53,7 @@ TEST_F(IntakeReportTest, SaysWhatHappenedInOneSentence)
     report.found = 10;
     report.added = 5;
     report.known = 2;
-    report.refused.push_back({u"/m/x.mp3"_s, 10003, u"Fehlerhafte MP3"_s});
+    report.skipped.refused.push_back({u"/m/x.mp3"_s, 10003, {}});
     report.duplicates.push_back({u"/m/y.mp3"_s, 0, u"Kopie von /m/z.mp3"_s});
     report.cancelled = true;
     EXPECT_EQ(summary(texts, report),

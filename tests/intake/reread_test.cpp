@@ -97,8 +97,8 @@ TEST_F(RereadTest, AFileThatBecameBrokenIsListedAndItsRowStays)
     change(u"a.mp3"_s, "no music any more");
     const IntakeReport report = reread();
     EXPECT_EQ(report.changed, 0);
-    ASSERT_EQ(report.refused.size(), 1U);
-    EXPECT_EQ(report.refused[0].path, music.file(u"a.mp3"_s));
+    ASSERT_EQ(report.skipped.refused.size(), 1U);
+    EXPECT_EQ(report.skipped.refused[0].path, music.file(u"a.mp3"_s));
     EXPECT_EQ(of(u"a.mp3"_s, u"Titel"_s).toText(), u"First"_s);
 }
 

@@ -22,6 +22,7 @@ protected:
         m_facts.size = 123456;
         m_facts.modified = QDateTime(QDate(2024, 2, 29), QTime(12, 34, 56));
         m_reading.audio = {240'000, 192, 44100, 2};
+        m_reading.tags.FID = u"654321000001"_s;
         m_reading.tags.hasId3v2 = true;
         m_reading.tags.id3v2.Titel = u"Title"_s;
         m_reading.tags.id3v2.Interpret = u"Artist"_s;
@@ -29,11 +30,7 @@ protected:
 
     ImportOutcome import(const QString& name = u"x.mp3"_s)
     {
-        return m_import.ImportFile(m_folder.path(), name, m_facts, m_reading,
-                                   [&](const QString& candidate) {
-                                       m_candidate = candidate;
-                                       return u"654321000001"_s;
-                                   });
+        return m_import.ImportFile(m_folder.path(), name, m_facts, m_reading);
     }
 
     TempFolder m_folder;
@@ -42,7 +39,6 @@ protected:
     TagImport m_import{m_files, m_clock};
     FileFacts m_facts;
     MediaReading m_reading;
-    QString m_candidate = u"not asked"_s;
 };
 
 TEST_F(TagImportTest, ARowHoldsPlaceSoundAndDates)
@@ -78,8 +74,7 @@ TEST(FrameStop, IsTheLengthInFramesRoundedHalfToEven)
 TEST_F(TagImportTest, TheIdentifierInTheTagIsTheCandidate)
 {
     m_reading.tags.FID = u" 654321000777 "_s;
-    static_cast<void>(import());
-    EXPECT_EQ(m_candidate, u"654321000777"_s);
+    EXPECT_EQ(import().track.FID, u"654321000777"_s);
 }
 
 TEST_F(TagImportTest, TheSettingDecidesBetweenTheTags)
@@ -153,7 +148,7 @@ TEST_F(TagImportTest, TextsAreCutToTheWidthsOfTheirColumns)
     EXPECT_EQ(track.Kommentar.size(), 10'000);
 }
 
-TEST_F(TagImportTest, EachFaultHasItsCodeAndAsksForNoIdentifier)
+TEST_F(TagImportTest, EachFaultHasItsCodeAndNoIdentifier)
 {
     const std::vector<std::pair<MediaFault, int>> codes = {
         {MediaFault::NotFound, importerror::kFileNotFound},
@@ -168,8 +163,8 @@ TEST_F(TagImportTest, EachFaultHasItsCodeAndAsksForNoIdentifier)
         EXPECT_EQ(outcome.code, code);
         EXPECT_EQ(outcome.detail, u"why"_s);
         EXPECT_FALSE(outcome.isUsable());
+        EXPECT_EQ(outcome.track.FID, QString());
     }
-    EXPECT_EQ(m_candidate, u"not asked"_s);
 }
 
 TEST_F(TagImportTest, SoundWithoutLengthOrRateIsAFaultyMp3)

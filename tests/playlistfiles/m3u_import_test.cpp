@@ -473,5 +473,40 @@ TEST_F(M3uImportTest, AListOfManyLinesIsReadInPortionsInItsOrder)
     EXPECT_EQ(lists.entries(party), expected.join(u' '));
 }
 
+TEST_F(M3uImportTest, ThousandsOfNewFilesOfOneListGetIdentifiersOfTheirOwn)
+{
+    constexpr int kFiles = 2500;
+    QByteArray many;
+    for (int i = 0; i < kFiles; ++i) {
+        many += addFile(u"%1.mp3"_s.arg(i)).toUtf8() + "\n";
+    }
+    EXPECT_EQ(load(many), 0); // the clock of the test stands
+    EXPECT_EQ(m3u.Append(party), kFiles);
+    EXPECT_EQ(lists.column(u"select distinct FID from db_all"_s).size(), kFiles);
+    EXPECT_EQ(
+        lists.value(u"select count(*) from pl_all inner join db_all on pl_all.FID=db_all.FID"_s)
+            .toLong(),
+        kFiles);
+}
+
+TEST_F(M3uImportTest, AFileThatTheListNamesThroughALinkIsTheTrackThatTheLibraryHas)
+{
+    const QString fid = addTrack(u"a.mp3"_s);
+    lists.execute(u"update db_all set MixTime=1234"_s);
+    addFile(u"new.mp3"_s);
+    TempFolder elsewhere;
+    const QString link = elsewhere.file(u"Musik"_s);
+    ASSERT_TRUE(QFile::link(music.path(), link));
+    ASSERT_EQ(
+        load((link + u"/a.mp3\n"_s + link + u"/new.mp3\n"_s + music.file(u"new.mp3"_s)).toUtf8()),
+        0);
+    EXPECT_EQ(rows(u"select FID, MixTime from TEMP_PLImportM3U order by SID"_s).first(),
+              fid + u"|1234"_s);
+    const QStringList fids = lists.column(u"select FID from TEMP_PLImportM3U order by SID"_s);
+    ASSERT_EQ(fids.size(), 3);
+    EXPECT_EQ(fids[1], fids[2]);
+    EXPECT_EQ(lists.value(u"select count(*) from db_all"_s).toLong(), 2);
+}
+
 } // namespace
 } // namespace melovane::test

@@ -16,8 +16,8 @@ namespace melovane::test {
 class PlaylistViewTest : public testing::Test
 {
 protected:
-    explicit PlaylistViewTest(const QString& host = QStringLiteral("MelovaneDB"))
-        : program(host)
+    explicit PlaylistViewTest(const QString& inProgram = QStringLiteral("MelovaneDB"))
+        : program(inProgram)
     {
         MelovaneConfiguration::fill(texts);
         grid.layout = playlistColumns();
@@ -125,7 +125,7 @@ protected:
     bool listsHaveEntries = true;
     QStringList cueSearches;
     std::optional<CueRange> cues;
-    QString program; ///< that the view stands in
+    QString program; ///< the one that the view stands in
     ctl_Playlist view{
         {*lists.engine,
          *lists.settings,

@@ -451,9 +451,9 @@ TEST_F(PlayCounts, TheDailyResetClearsTracksPlayedMoreThanTwelveHoursAgo)
     const QString early = suite.library.add({.Titel = u"13 hours"_s});
     const QString late = suite.library.add({.Titel = u"11 hours"_s});
     play(early);
-    suite.clock.addSeconds(2 * 3600);
+    suite.clock.addSeconds(qint64{2} * 3600);
     play(late);
-    suite.clock.addSeconds(11 * 3600);
+    suite.clock.addSeconds(qint64{11} * 3600);
     suite.execute(u"update db_all set PlayCountDay=null where PlayCountDay is not null and "
                   "play < cdate(now-0.5)"_s);
     EXPECT_EQ(suite.column(u"select Titel from db_all where PlayCountDay is not null"_s),

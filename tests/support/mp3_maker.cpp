@@ -1,5 +1,6 @@
 #include "support/mp3_maker.h"
 
+#include <cmath>
 #include <random>
 
 namespace melovane::test {
@@ -123,8 +124,8 @@ std::vector<OddFile> playableFiles()
 
 int millisecondsOf(int frames, const FrameFormat& format)
 {
-    return static_cast<int>(qint64{frames} * samplesPerFrame(format) * 1000.0 / format.sampleRate +
-                            0.5);
+    const auto samples = static_cast<double>(qint64{frames} * samplesPerFrame(format));
+    return static_cast<int>(std::lround(samples * 1000.0 / format.sampleRate));
 }
 
 QByteArray shortStream()

@@ -35,33 +35,33 @@ public:
 
     Value() = default;
 
-    // Cells are written as plain numbers and texts all over the program, so these convert.
+    // NOLINTBEGIN(google-explicit-constructor): cells are written as plain numbers and texts.
     Value(int number)
         : m_data(qint64{number})
-    {} // NOLINT(google-explicit-constructor)
+    {}
 
     Value(qint64 number)
         : m_data(number)
-    {} // NOLINT(google-explicit-constructor)
+    {}
 
     Value(double number)
         : m_data(number)
-    {} // NOLINT(google-explicit-constructor)
+    {}
 
     Value(bool truth)
         : m_data(truth)
-    {} // NOLINT(google-explicit-constructor)
+    {}
 
     Value(QString text)
         : m_data(std::move(text))
-    {} // NOLINT(google-explicit-constructor)
+    {}
 
     Value(Day day)
         : m_data(day)
-    {} // NOLINT(google-explicit-constructor)
+    {}
 
-    Value(const QDateTime& moment); // NOLINT(google-explicit-constructor)
-    Value(const char*) = delete;
+    Value(const QDateTime& moment);
+    Value(const char*) = delete; // NOLINTEND(google-explicit-constructor)
 
     [[nodiscard]] bool isNull() const { return std::holds_alternative<std::monostate>(m_data); }
 

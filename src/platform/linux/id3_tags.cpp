@@ -20,9 +20,9 @@ using Bytes = std::span<const quint8>;
 
 constexpr qint64 kHeaderLength = 10;
 /// A frame with texts is read up to here; the rest of a longer one is not looked at.
-constexpr qint64 kLongestFrame = 256 * 1024;
+constexpr qint64 kLongestFrame = qint64{256} * 1024;
 /// Of an unsynchronised tag so much is read; texts stand in front of pictures in practice.
-constexpr qint64 kLongestUnsynchronised = 1024 * 1024;
+constexpr qint64 kLongestUnsynchronised = qint64{1024} * 1024;
 constexpr int kMostFrames = 4096;
 constexpr int kMostTags = 8;
 

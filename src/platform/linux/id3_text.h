@@ -21,6 +21,6 @@ namespace melovane::linux_media {
 [[nodiscard]] QString decodeSingleBytes(std::span<const quint8> bytes);
 
 /// No column keeps more.
-inline constexpr qsizetype kLongestText = 64 * 1024;
+inline constexpr qsizetype kLongestText = qsizetype{64} * 1024;
 
 } // namespace melovane::linux_media

@@ -11,8 +11,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <memory>
 
 namespace melovane {
 
@@ -235,6 +237,21 @@ QString LinuxFiles::resolve(const QString& path) const
         parts.removeFirst();
     }
     return linuxnames::decode(resolveBelow(root, parts, 0));
+}
+
+QString LinuxFiles::canonical(const QString& path) const
+{
+    const QByteArray name = systemPath(path);
+    const std::unique_ptr<char, decltype(&std::free)> real(
+        name.isEmpty() ? nullptr : ::realpath(name.constData(), nullptr), &std::free);
+    return real ? linuxnames::decode(QByteArray(real.get())) : QString();
+}
+
+bool LinuxFiles::canList(const QString& folder) const
+{
+    const QByteArray name = systemPath(folder);
+    DIR* const stream = name.isEmpty() ? nullptr : ::opendir(name.constData());
+    return stream != nullptr && ::closedir(stream) == 0;
 }
 
 QStringList LinuxFiles::names(const QString& folder) const

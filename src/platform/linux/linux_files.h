@@ -26,6 +26,8 @@ public:
     /// With the separators of the system. Where several spellings exist, the exact one goes first,
     /// the others follow in the order of their bytes, and one that leads to an existing end wins.
     [[nodiscard]] QString resolve(const QString& path) const override;
+    [[nodiscard]] QString canonical(const QString& path) const override;
+    [[nodiscard]] bool canList(const QString& folder) const override;
     [[nodiscard]] QStringList names(const QString& folder) const override;
     [[nodiscard]] QByteArray read(const QString& path, qint64 maxBytes) const override;
     void writeWhole(const QString& path, const QByteArray& bytes) override;

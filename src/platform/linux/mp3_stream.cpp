@@ -24,7 +24,7 @@ constexpr qint64 kFilterFrames = 8;
 static_assert(kPreFrames % kFilterFrames == 0);
 
 /// Damaged bytes that are skipped in search of the next frame. More is no music.
-constexpr long kResyncBytes = 64 * 1024;
+constexpr long kResyncBytes = 64L * 1024;
 
 /// Places remembered for seeking; negative lets the table grow with the file.
 constexpr long kIndexSize = -64;

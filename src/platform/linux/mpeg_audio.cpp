@@ -16,16 +16,16 @@ namespace {
 
 /// How far behind the tag the first frame is looked for. Encoders and editors leave at most a few
 /// kilobytes of padding there.
-constexpr qint64 kSearchRange = 128 * 1024;
+constexpr qint64 kSearchRange = qint64{128} * 1024;
 /// Frames that must follow one another before a place found by searching counts.
 constexpr int kConfirmingFrames = 3;
 /// A shorter stream is counted frame by frame rather than probed.
-constexpr qint64 kCountedStream = 32 * 1024;
+constexpr qint64 kCountedStream = qint64{32} * 1024;
 /// A header frame may disagree with the file by so many bytes (less in short files) before it is
 /// not believed: some encoders leave the header frame itself out of the sum.
 constexpr qint64 kHeaderSlack = 4096;
 /// Counting gives up when so many bytes in all were no frames: no player goes on there.
-constexpr qint64 kLargestDamage = 16 * 1024 * 1024;
+constexpr qint64 kLargestDamage = qint64{16} * 1024 * 1024;
 /// DBit of files whose bit rate varies: keep.
 constexpr int kVariableBitRate = -99;
 

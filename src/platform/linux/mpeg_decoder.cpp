@@ -5,6 +5,7 @@
 #include <mpg123.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <memory>
 
@@ -52,12 +53,12 @@ AudioReading decodeLength(const QString& path, qint64 bytes)
     AudioReading reading;
     const double milliseconds = samples * 1000.0 / static_cast<double>(rate);
     reading.facts.milliseconds = static_cast<int>(
-        std::min(milliseconds + 0.5, static_cast<double>(std::numeric_limits<int>::max())));
+        std::lround(std::min(milliseconds, static_cast<double>(std::numeric_limits<int>::max()))));
     reading.facts.sampleRate = static_cast<int>(rate);
     reading.facts.channels = channels;
     // Bits per millisecond are KBit/s.
     const auto bits = static_cast<double>(bytes) * 8;
-    reading.facts.bitRate = std::max(1, static_cast<int>(bits / milliseconds + 0.5));
+    reading.facts.bitRate = std::max(1, static_cast<int>(std::lround(bits / milliseconds)));
     return reading;
 }
 

@@ -15,7 +15,7 @@ namespace melovane::linux_media {
 namespace {
 
 /// Read at once: the tag's texts and the first frames of most files lie within it.
-constexpr qint64 kPiece = 16 * 1024;
+constexpr qint64 kPiece = qint64{16} * 1024;
 
 QString systemReason(int number)
 {

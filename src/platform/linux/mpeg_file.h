@@ -29,7 +29,7 @@ public:
     [[nodiscard]] std::span<const quint8> at(qint64 offset, qint64 length);
 
     /// No text and no search needs more at once.
-    static constexpr qint64 kLargestPiece = 1024 * 1024;
+    static constexpr qint64 kLargestPiece = qint64{1024} * 1024;
 
 private:
     void load(qint64 offset, qint64 length);

@@ -18,7 +18,7 @@ class Panel : public QWidget
     Q_OBJECT
 
 public:
-    Panel(const Skin& skin, QWidget* parent = nullptr);
+    explicit Panel(const Skin& skin, QWidget* parent = nullptr);
 
     /// The row above the view, hidden until something is put into it.
     [[nodiscard]] QHBoxLayout* toolRow();

@@ -69,7 +69,14 @@ public:
     /// Empty when there is none.
     [[nodiscard]] virtual QString resolve(const QString& path) const = 0;
 
-    /// Names in a folder, sorted by bytes, without "." and "..".
+    /// The path of an existing file or folder without links, "." and ".."; empty when there is
+    /// none.
+    [[nodiscard]] virtual QString canonical(const QString& path) const = 0;
+
+    /// True when the names in a folder can be read.
+    [[nodiscard]] virtual bool canList(const QString& folder) const = 0;
+
+    /// Names in a folder, sorted by bytes, without "." and ".."; none when they cannot be read.
     [[nodiscard]] virtual QStringList names(const QString& folder) const = 0;
 
     /// \throws IoError when it cannot be read, or is larger than maxBytes

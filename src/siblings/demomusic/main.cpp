@@ -48,14 +48,15 @@ QByteArray melody(int number)
 {
     constexpr int kRate = 44100;
     constexpr int kSeconds = 16;
+    constexpr int kTone = kRate / 2;
     static constexpr int kSteps[] = {0, 4, 7, 12, 9, 7, 5, 2};
     QByteArray samples;
-    samples.reserve(kRate * kSeconds * 2);
+    samples.reserve(qsizetype{kRate} * kSeconds * 2);
     double phase = 0;
     for (int i = 0; i < kRate * kSeconds; ++i) {
-        const int step = kSteps[static_cast<size_t>(i / (kRate / 2) + number) % std::size(kSteps)];
+        const int step = kSteps[static_cast<size_t>(i / kTone + number) % std::size(kSteps)];
         phase += 2 * std::numbers::pi * 220.0 * std::pow(2.0, (step + number) / 12.0) / kRate;
-        const double fade = 1.0 - static_cast<double>(i % (kRate / 2)) / (kRate / 2);
+        const double fade = 1.0 - static_cast<double>(i % kTone) / kTone;
         const auto value = static_cast<qint16>(12000 * fade * std::sin(phase));
         samples.append(reinterpret_cast<const char*>(&value), sizeof value);
     }
@@ -111,7 +112,7 @@ int main(int argc, char** argv)
     if (arguments.size() < 2 || arguments.size() > 5) {
         return fail(u"FOLDER [COUNT] [SEED] [SECONDS]"_s);
     }
-    const QString root = arguments[1];
+    const QString& root = arguments[1];
     DemoOptions options;
     options.count = arguments.value(2, u"200"_s).toInt();
     options.seed = arguments.value(3, u"1"_s).toUInt();

@@ -1,5 +1,6 @@
 #include "platform/linux/linux_files.h"
 #include "platform/linux/system_names.h"
+#include "support/as_nobody.h"
 #include "support/temp_folder.h"
 
 #include <fcntl.h>
@@ -115,6 +116,35 @@ TEST_F(RealFiles, ANameThatIsNotUtf8IsListedInAFormThatOpens)
 }
 
 // ---- second look-up
+
+TEST_F(RealFiles, ThePathWithoutLinksIsTheSameForEveryNameOfAFile)
+{
+    folder.write(u"real/song.mp3"_s, "x");
+    const QString real = files.canonical(path(u"real/song.mp3"_s));
+    EXPECT_TRUE(real.endsWith(u"/real/song.mp3"_s));
+    ASSERT_EQ(::symlink("real", system(u"link"_s).constData()), 0);
+    ASSERT_EQ(::symlink("real/song.mp3", system(u"other.mp3"_s).constData()), 0);
+    EXPECT_EQ(files.canonical(path(u"link/song.mp3"_s)), real);
+    EXPECT_EQ(files.canonical(path(u"other.mp3"_s)), real);
+    EXPECT_EQ(files.canonical(path(u"real/../link/./song.mp3"_s)), real);
+    EXPECT_EQ(files.canonical(path(u"none"_s)), QString());
+    EXPECT_EQ(files.canonical({}), QString());
+}
+
+TEST_F(RealFiles, OnlyAFolderThatMayBeReadCanBeListed)
+{
+    folder.write(u"locked/song.mp3"_s, "x");
+    ASSERT_EQ(::chmod(folder.path().toUtf8().constData(), 0755), 0);
+    ASSERT_EQ(::chmod(system(u"locked"_s).constData(), 0), 0);
+    {
+        const test::AsNobody nobody;
+        EXPECT_TRUE(files.canList(folder.path()));
+        EXPECT_FALSE(files.canList(path(u"locked"_s)));
+        EXPECT_TRUE(files.names(path(u"locked"_s)).isEmpty());
+    }
+    ASSERT_EQ(::chmod(system(u"locked"_s).constData(), 0755), 0);
+    EXPECT_FALSE(files.canList(path(u"none"_s)));
+}
 
 TEST_F(RealFiles, AnExactPathResolvesToItself)
 {
@@ -329,7 +359,7 @@ private:
 TEST_F(RealFiles, AFailureInTheMiddleLeavesTheTargetUntouchedAndNothingBehind)
 {
     folder.write(u"a"_s, "old");
-    folder.write(u"large"_s, QByteArray(3 * 1024 * 1024, 'x'));
+    folder.write(u"large"_s, QByteArray(qsizetype{3} * 1024 * 1024, 'x'));
     {
         const SmallDisk disk(1000);
         EXPECT_THROW(files.writeWhole(path(u"a"_s), QByteArray(5000, 'n')), IoError);
@@ -375,7 +405,7 @@ TEST_F(RealFiles, ACopyOntoItselfChangesNothing)
 
 TEST_F(RealFiles, ACopyInStepsIsAskedAfterEveryBlockAndComesOutWhole)
 {
-    const QByteArray bytes = QByteArray(6 * 1024 * 1024, 'x') + "end";
+    const QByteArray bytes = QByteArray(qsizetype{6} * 1024 * 1024, 'x') + "end";
     folder.write(u"a"_s, bytes);
     std::vector<qint64> steps;
     EXPECT_TRUE(files.copyInSteps(path(u"a"_s), path(u"b"_s), [&](qint64 copied) {
@@ -391,7 +421,7 @@ TEST_F(RealFiles, ACopyInStepsIsAskedAfterEveryBlockAndComesOutWhole)
 
 TEST_F(RealFiles, ACopyThatIsGivenUpLeavesTheTargetAsItWasAndNothingBesideIt)
 {
-    folder.write(u"a"_s, QByteArray(3 * 1024 * 1024, 'x'));
+    folder.write(u"a"_s, QByteArray(qsizetype{3} * 1024 * 1024, 'x'));
     folder.write(u"to/b"_s, "old");
     EXPECT_FALSE(files.copyInSteps(path(u"a"_s), path(u"to/b"_s), [](qint64) { return false; }));
     EXPECT_FALSE(files.copyInSteps(path(u"a"_s), path(u"to/c"_s), [](qint64) { return false; }));

@@ -19,7 +19,6 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 using linuxfiles::Descriptor;
-using linuxmessages::Packet;
 using linuxmessages::PacketType;
 
 /// A user that is nobody here.
@@ -49,6 +48,7 @@ public:
 
     [[nodiscard]] bool isConnected() const { return m_connected; }
 
+    // NOLINTNEXTLINE(modernize-use-nodiscard): most tests send and look at the answer alone.
     bool write(const QByteArray& bytes) const
     {
         return ::send(m_socket.number(), bytes.constData(), size_t(bytes.size()), MSG_NOSIGNAL) ==
@@ -395,6 +395,7 @@ TEST_F(MessageFolder, MorePeersThanAnySuiteHasAreTurnedAwayUntilOthersLeave)
 {
     const QString path = socketOf(control->handle());
     std::vector<std::unique_ptr<RawPeer>> peers;
+    peers.reserve(300);
     for (int i = 0; i < 300; ++i) {
         peers.push_back(std::make_unique<RawPeer>(path));
     }

@@ -37,7 +37,7 @@ struct OutlineTreeTest : public testing::Test
     }
 
     /// The keys of all rows as the model has them as a tree, in brackets below their row.
-    QString shape(const QModelIndex& parent = {}) const
+    [[nodiscard]] QString shape(const QModelIndex& parent = {}) const
     {
         QStringList parts;
         for (int child = 0; child < tree.model()->rowCount(parent); ++child) {

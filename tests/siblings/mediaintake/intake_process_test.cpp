@@ -1,3 +1,8 @@
+#include "bus/message_numbers.h"
+#include "platform/linux/linux_environment.h"
+#include "platform/linux/linux_messages.h"
+#include "platform/linux/only_copy.h"
+#include "siblings/mediaintake/import_lock.h"
 #include "support/mp3_maker.h"
 #include "support/suite_fixture.h"
 
@@ -5,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
+#include <QTest>
 
 namespace {
 
@@ -44,6 +50,19 @@ protected:
         return QString::fromUtf8(process.readAllStandardOutput());
     }
 
+    /// The lock of imports into this database, as another program sees it.
+    OnlyCopy lock()
+    {
+        return {LinuxEnvironment().runtimeFolder(), importLockName(suite.files, suite.dbName())};
+    }
+
+    /// Ends a program as its user would not.
+    static void kill(QProcess& process)
+    {
+        process.kill();
+        EXPECT_TRUE(process.waitForFinished());
+    }
+
     QString m_program;
     TempFolder m_music;
 };
@@ -62,6 +81,85 @@ TEST_F(IntakeProcess, ImportsWithoutAWindowAndPrintsItsReport)
 TEST_F(IntakeProcess, AWrongCommandLineEndsWithOne)
 {
     static_cast<void>(run({u"7"_s}, 1));
+}
+
+TEST_F(IntakeProcess, WhileOneImportsIntoADatabaseAnotherSaysSoAndEnds)
+{
+    writeMany(3);
+    OnlyCopy other = lock();
+    ASSERT_TRUE(other.claim());
+    QProcess process;
+    process.start(m_program, quietly());
+    ASSERT_TRUE(process.waitForFinished(60'000));
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(QString::fromUtf8(process.readAllStandardError()),
+              u"In diese Datenbank wird gerade schon importiert.\n"_s);
+    EXPECT_EQ(rows(), 0);
+}
+
+TEST_F(IntakeProcess, TheLockBelongsToTheDatabaseAndNotToTheProgram)
+{
+    writeMany(3);
+    OnlyCopy other(LinuxEnvironment().runtimeFolder(), importLockName(suite.files, m_program));
+    ASSERT_TRUE(other.claim());
+    static_cast<void>(run(quietly(), 0));
+    EXPECT_EQ(rows(), 3);
+}
+
+TEST_F(IntakeProcess, ASecondWindowGivesWayToTheFirst)
+{
+    QProcess first;
+    first.start(m_program, {u"1"_s});
+    ASSERT_TRUE(first.waitForStarted());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return lock().runningCopy() != 0; }, 30'000));
+    QProcess second;
+    second.start(m_program, {u"1"_s});
+    ASSERT_TRUE(second.waitForFinished(60'000)); // no box that waits for an answer
+    EXPECT_EQ(second.exitCode(), 1);
+    EXPECT_EQ(first.state(), QProcess::Running);
+    kill(first);
+    EXPECT_TRUE(lock().claim());
+}
+
+TEST_F(IntakeProcess, TwoThatStartAtOnceGiveEachFileOneRow)
+{
+    constexpr int kFiles = 600;
+    writeMany(kFiles);
+    QProcess one;
+    QProcess two;
+    one.start(m_program, quietly());
+    two.start(m_program, quietly());
+    ASSERT_TRUE(one.waitForFinished(60'000));
+    ASSERT_TRUE(two.waitForFinished(60'000));
+    EXPECT_TRUE(one.exitCode() == 0 || two.exitCode() == 0);
+    EXPECT_EQ(rows(), kFiles);
+    EXPECT_EQ(suite.column(u"select distinct DName from db_all"_s).size(), kFiles);
+    EXPECT_EQ(suite.column(u"select distinct FID from db_all"_s).size(), kFiles);
+}
+
+TEST_F(IntakeProcess, TheConsoleIsToldOnceWhenTracksHaveCome)
+{
+    writeMany(3);
+    LinuxMessages messages(MessagePlace(LinuxEnvironment().runtimeFolder()));
+    const auto console = messages.makeControl();
+    int told = 0;
+    console->setMessageNumber([&](qint32 id, qint32 wParam, qint32 lParam) {
+        EXPECT_EQ(id, message::kDatabaseChanged);
+        EXPECT_EQ(wParam, 0);
+        EXPECT_EQ(lParam, 0);
+        EXPECT_EQ(rows(), 3);
+        ++told;
+        return 0;
+    });
+    suite.makeSettings()->SetMessageHandleDB(console->handle());
+    for (int round = 0; round < 2; ++round) { // nothing is new in the second one
+        QProcess process;
+        process.start(m_program, quietly());
+        ASSERT_TRUE(
+            QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 60'000));
+        EXPECT_EQ(process.exitCode(), 0);
+    }
+    EXPECT_EQ(told, 1);
 }
 
 TEST_F(IntakeProcess, KilledInMidImportItLeavesADatabaseThatOpensWithTheRowsItHadCommitted)

@@ -76,6 +76,21 @@ TEST_F(IntakeWindowTest, AChosenFolderIsImportedAndReported)
     EXPECT_EQ(rows(), 1);
 }
 
+TEST_F(IntakeWindowTest, SoundOfOtherKindsIsShownByKind)
+{
+    for (const char* name : {"a.flac", "b.flac", "c.ogg", "d.m4a", "e.wma"}) {
+        music.write(QString::fromLatin1(name), "x");
+    }
+    chosen = music.path();
+    open();
+    click(u"cmdAddFolder"_s);
+    click(u"cmdStart"_s);
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(find<QLabel>(u"lblSummary"_s)->text(),
+              u"0 Dateien geprüft. Nicht gelesen, weil keine MP3-Dateien: 2 FLAC, 1 M4A, 1 Ogg, "
+              u"1 WMA."_s);
+}
+
 TEST_F(IntakeWindowTest, SpeaksTheChosenLanguageReasonsIncluded)
 {
     QFile shipped(resourceFolder() + u"/languages/lang_English.ini"_s);

@@ -274,11 +274,12 @@ void IntakeWindow::showReport()
                            ? summary(m_texts, report)
                            : report.failure + u'\n' + summary(m_texts, report));
     QList<QTreeWidgetItem*> rows;
-    for (const auto* list : {&report.refused, &report.duplicates}) {
+    for (const auto* list : {&report.skipped.refused, &report.duplicates}) {
         for (const Refusal& refusal : *list) {
-            auto* row = new QTreeWidgetItem({refusal.path, refusal.reason});
+            const QString reason = reasonText(m_texts, refusal);
+            auto* row = new QTreeWidgetItem({refusal.path, reason});
             row->setToolTip(0, refusal.path);
-            row->setToolTip(1, refusal.reason);
+            row->setToolTip(1, reason);
             rows.append(row);
         }
     }

@@ -14,7 +14,7 @@ class Mp3PlayerTest : public PlayerFixture
 TEST_F(Mp3PlayerTest, TellsTheLengthInFramesOfTheLibrary)
 {
     const QString file = load();
-    const auto samples = static_cast<double>(wholeSound(file).size() / 2);
+    const double samples = static_cast<double>(wholeSound(file).size()) / 2;
     EXPECT_DOUBLE_EQ(m_player.lengthMs(), samples / 44.1);
     EXPECT_EQ(m_player.lengthFrames(), static_cast<int>(samples / 1152));
 }
@@ -22,7 +22,7 @@ TEST_F(Mp3PlayerTest, TellsTheLengthInFramesOfTheLibrary)
 TEST_F(Mp3PlayerTest, TheLengthInFramesOf48KhzCountsTimeAndNotTheFilesOwnFrames)
 {
     const QString file = load({48000, 2, 3, {u"-b"_s, u"128"_s}});
-    const auto samples = static_cast<double>(wholeSound(file).size() / 2);
+    const double samples = static_cast<double>(wholeSound(file).size()) / 2;
     EXPECT_EQ(m_player.lengthFrames(), std::lround(samples / 48.0 / kFrameMs));
     EXPECT_LT(m_player.lengthFrames(), samples / 1152);
 }

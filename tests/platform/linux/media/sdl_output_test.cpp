@@ -141,7 +141,7 @@ TEST_F(SdlOutputTest, ACardThatWentAwayIsNoLongerOpenAndEndsWhatPlaysWithItsReas
     player.setOnEnded([&](PlayFault fault) { ended = fault; });
     ASSERT_EQ(player.load(m_folder.write(u"a.mp3"_s, soundingMp3())), PlayFault::None);
     ASSERT_EQ(player.play(), PlayFault::None);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !output.isOpen(); }));
+    ASSERT_TRUE(test::waitFor([&] { return !output.isOpen(); }));
     loop.fire(100);
     EXPECT_FALSE(player.isPlaying());
     EXPECT_EQ(ended, PlayFault::NoCard);

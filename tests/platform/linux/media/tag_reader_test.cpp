@@ -228,6 +228,22 @@ TEST_F(TagReaderTest, PlainFrameSizesInVersion4AreUnderstood)
     EXPECT_EQ(reading.tags.id3v2.Interpret, u"x"_s);
 }
 
+TEST_F(TagReaderTest, OfSeveralLeadingTagsEachGivesWhatThoseBeforeItLack)
+{
+    Id3v2Writer first(3, TextEncoding::Utf16);
+    first.text("TIT2", u"First"_s);
+    Id3v2Writer second(4, TextEncoding::Utf8);
+    second.text("TIT2", u"Second"_s).text("TPE1", u"Artist"_s);
+    Id3v2Writer third(3, TextEncoding::Utf16);
+    third.text("TALB", u"Album"_s);
+    const MediaReading reading = readTag(first.tag(50) + second.tag() + third.tag());
+    ASSERT_EQ(reading.fault, MediaFault::None) << reading.detail.toStdString();
+    EXPECT_EQ(reading.tags.id3v2.Titel, u"First"_s);
+    EXPECT_EQ(reading.tags.id3v2.Interpret, u"Artist"_s);
+    EXPECT_EQ(reading.tags.id3v2.Album, u"Album"_s);
+    EXPECT_EQ(reading.audio.milliseconds, read(shortStream()).audio.milliseconds);
+}
+
 TEST_F(TagReaderTest, TextsBehindALargePictureAreRead)
 {
     Id3v2Writer writer;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "intake/skipped.h"
+
 #include <QStringList>
 
 namespace melovane {
@@ -20,22 +22,21 @@ public:
                   const TagReader& reader,
                   const Clock& clock);
 
-    /// Most files that one drop takes; the rest of a larger one is left out.
-    static constexpr int kMostFiles = 5000;
+    /// Files that one drop takes at most; the rest of a larger one is left out.
+    static constexpr int kMaxFiles = 5000;
 
     struct Result
     {
-        QStringList fids;    ///< in the order of the files; those of a folder by name
-        QStringList skipped; ///< files that hold no sound or cannot be read
+        QStringList fids; ///< in the order of the files, see FolderWalk
+        Skipped skipped;  ///< what holds no sound, cannot be read or is of another kind
     };
 
-    /// The tracks of files with the extension "mp3", folders with all below them. A file that the
-    /// library does not know enters it, all new ones in one transaction. \throws DbError, and
-    /// nothing entered
+    /// The tracks of MP3 files, folders with all below them. A file that the library does not know
+    /// enters it, all new ones in one transaction. \throws DbError, and nothing entered
     [[nodiscard]] Result take(const QStringList& places);
 
 private:
-    void collect(const QString& place, int depth, QStringList& found) const;
+    [[nodiscard]] QStringList filesOf(const QStringList& places, Skipped& skipped) const;
 
     DBEngine& m_engine;
     const GlobalSettings& m_settings;

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "intake/library_places.h"
 #include "intake/tag_import.h"
+#include "intake/track_insert.h"
 #include "platform/media/track_tags.h"
-#include "store/make_fid.h"
 
 #include <QHash>
-#include <QStringList>
+#include <QString>
 
 #include <memory>
 #include <vector>
@@ -30,45 +31,53 @@ public:
               const Clock& clock);
     ~NewTracks();
 
-    /// The track of a file, from the query `QU_FindFile`; at its end when there is none.
+    /// The track of a file, from the query `QU_FindFile`, also when it is stored under another name
+    /// of its folder; at its end when there is none.
     /// \param folder with its separator \throws DbError
     [[nodiscard]] std::unique_ptr<Recordset> find(const QString& folder, const QString& name);
 
     struct Reading
     {
         int code = 0;                         ///< 0, or a number of importerror
+        QString detail;                       ///< what was found; mostly empty
         const ImportedTrack* track = nullptr; ///< until the next call; null for a failure
     };
 
-    /// Reads a file; one that was read before is not read again. Its identifier is one that no
-    /// other track has. \throws DbError
+    /// Reads a file; one that was read before is not read again. Its identifier is not final
+    /// before write().
     [[nodiscard]] Reading read(const QString& file);
 
     /// True when read() would not open the file.
     [[nodiscard]] bool wasRead(const QString& file) const { return m_byFile.contains(file); }
 
-    /// Enters what was read, as part of the caller's transaction. \throws DbError
+    /// Enters what was read, as part of the caller's transaction. A file that was entered by
+    /// another program meanwhile keeps the row that it has. \throws DbError
     void write();
+
+    /// The row that a file has since write(); empty for one that was not read or could not be.
+    [[nodiscard]] QString fidOf(const QString& file) const;
 
 private:
     struct Outcome
     {
         int code = 0;
+        QString detail;
         int index = -1; ///< in m_tracks
     };
 
+    [[nodiscard]] std::unique_ptr<Recordset> findAsStored(const QString& folder,
+                                                          const QString& name);
     [[nodiscard]] Outcome readNew(const QString& file);
-    [[nodiscard]] QString freeFid(const QString& candidate);
 
     Database& m_database;
     const Files& m_files;
     const TagReader& m_reader;
+    const Clock& m_clock;
     TagImport m_import;
-    Mod_Make_FID::FidMaker m_ids;
+    LibraryPlaces m_places;
     std::unique_ptr<QueryDef> m_find;
     std::vector<ImportedTrack> m_tracks;
     QHash<QString, Outcome> m_byFile;
-    QHash<QString, int> m_byFid;
 };
 
 } // namespace melovane

@@ -1,0 +1,165 @@
+#include "library/shown_tracks.h"
+
+#include "config/global_settings.h"
+#include "library/library_look.h"
+#include "library/search_text.h"
+#include "platform/controls/grid_control.h"
+#include "platform/controls/pointer_control.h"
+#include "platform/db/db_error.h"
+#include "views/grid_rows.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Section of the settings with the state of this view.
+const QString kStateSection = u"Default"_s;
+
+/// Columns that are never fitted to their contents, and the widest that others get, in figures.
+const QStringList kFixedColumns = {u"ac"_s, u"dc"_s, u"note"_s};
+constexpr double kWidestFitted = 60;
+
+} // namespace
+
+ShownTracks::ShownTracks(Parts parts)
+    : m_parts(std::move(parts))
+    , m_query(m_parts.engine)
+{}
+
+void ShownTracks::configure()
+{
+    m_parts.rows.changeDatabase(m_parts.settings.DbName());
+    readSorting();
+    m_query.configure(m_parts.settings.DbName());
+}
+
+void ShownTracks::readSorting()
+{
+    // The names stand in a file that anybody may edit, and end up in a statement.
+    QString column = m_parts.settings.GetKeyValue(kStateSection, u"SortColName"_s, u"Titel"_s);
+    if (m_parts.grid.columnOf(column) < 0) {
+        column = u"Titel"_s;
+    }
+    m_sortColIndex = m_parts.grid.columnOf(column);
+    m_query.setSorting(column,
+                       m_parts.settings.GetKeyValue(kStateSection, u"SortRichtung"_s, u"ASC"_s));
+    showArrow();
+}
+
+void ShownTracks::showFirst(const QString& text, bool hasRows)
+{
+    if (!hasRows) {
+        m_parts.rows.data().SetRecordSource(m_query.startStatement(text));
+        m_parts.rows.read();
+    }
+    m_isResult = !text.isEmpty();
+}
+
+// ---- which tracks
+
+bool ShownTracks::search(const QString& text)
+{
+    return showResult(text.startsWith(u'*'), [&] {
+        return m_query.searchStatement(text, chosenSearchColumns(m_parts.settings));
+    });
+}
+
+bool ShownTracks::showTree(const TreeRequest& request)
+{
+    return showResult(request.value.startsWith(u'*'), [&] {
+        return m_query.treeStatement(request, chosenSearchColumns(m_parts.settings));
+    });
+}
+
+bool ShownTracks::showWhole(LibraryView view)
+{
+    return showResult(false, [&] { return m_query.wholeView(view); });
+}
+
+/// \param inside the text stands anywhere in a column, which the pointer tells
+bool ShownTracks::showResult(bool inside, const std::function<QString()>& statement)
+{
+    const BusyCursor busy(m_parts.pointer, inside ? PointerShape::Search : PointerShape::Wait);
+    try {
+        const QString wanted = statement();
+        if (wanted != m_parts.rows.data().RecordSource() && !apply(wanted)) {
+            return false;
+        }
+    } catch (const DbError& error) {
+        m_parts.tellStatus(error.text());
+        return false;
+    }
+    m_isResult = true;
+    m_parts.look.setPlayIsTimeOfDay(m_query.view() == LibraryView::DBState);
+    fitColumns();
+    return true;
+}
+
+bool ShownTracks::apply(const QString& statement)
+{
+    try {
+        m_parts.rows.show(statement);
+        return true;
+    } catch (const DbError& error) {
+        // Half a short form is no fault of anybody's: its other half is being typed.
+        if (error.number() != dberror::kSyntax) {
+            m_parts.tellStatus(error.text());
+        }
+        return false;
+    }
+}
+
+void ShownTracks::fitColumns()
+{
+    if (m_parts.settings.AutosizeGrid() != 0) {
+        m_parts.grid.fitColumns(kFixedColumns, kWidestFitted);
+    }
+}
+
+// ---- order and place
+
+void ShownTracks::sortBy(int column)
+{
+    const QString field = m_parts.grid.dataField(column);
+    if (field.isEmpty()) {
+        return;
+    }
+    const BusyCursor busy(m_parts.pointer);
+    const bool turn = column == m_sortColIndex && sortOrder() != "DESC"_L1;
+    const QString statement = m_query.sortedBy(field, turn ? u"DESC"_s : u"ASC"_s);
+    m_sortColIndex = column;
+    showArrow();
+    applyKeepingTrack(statement);
+}
+
+void ShownTracks::showArrow()
+{
+    m_parts.grid.setSortArrow(m_sortColIndex, sortOrder() == "DESC"_L1 ? SortArrow::Descending
+                                                                       : SortArrow::Ascending);
+}
+
+void ShownTracks::refresh()
+{
+    applyKeepingTrack(m_parts.rows.data().RecordSource());
+}
+
+void ShownTracks::applyKeepingTrack(const QString& statement)
+{
+    const GridRows::Place place = m_parts.rows.place();
+    if (apply(statement)) {
+        m_parts.rows.restore(place, GridRows::Stays::Track);
+        m_parts.rows.restoreSelection(place);
+    }
+}
+
+void ShownTracks::storeSorting()
+{
+    GlobalSettings& settings = m_parts.settings;
+    settings.WriteKeyValue(kStateSection, u"SortColName"_s, sortColumn());
+    settings.WriteKeyValue(kStateSection, u"SortRichtung"_s, sortOrder());
+    settings.WriteKeyValue(kStateSection, u"SortColIndex"_s, QString::number(m_sortColIndex));
+}
+
+} // namespace melovane

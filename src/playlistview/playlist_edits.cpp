@@ -1,0 +1,403 @@
+#include "playlistview/playlist_edits.h"
+
+#include "bus/message_names.h"
+#include "bus/mlv_message_bus.h"
+#include "config/config_objects.h"
+#include "platform/controls/clipboard.h"
+#include "platform/controls/pointer_control.h"
+#include "platform/db/database.h"
+#include "platform/db/db_error.h"
+#include "platform/db/sql_text.h"
+#include "platform/system/leading_number.h"
+#include "platform/system/path_text.h"
+#include "platform/system/timers.h"
+#include "playlists/drag_list.h"
+#include "playlists/mlv_function.h"
+#include "playlists/pl_insert_move_del.h"
+#include "playlists/undo_redo.h"
+#include "views/drag_data.h"
+#include "views/grid_rows.h"
+#include "views/track_look.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// The user's hand rests: what it moved is noted once.
+constexpr std::chrono::milliseconds kSaveInterval{500};
+
+/// How far from either end of a track, in milliseconds, its sound is looked for, and what is sound.
+constexpr int kCueWithinMs = 10'000;
+constexpr int kCueLoudness = 700;
+
+QString textOf(Plid entry)
+{
+    return QString::number(numberOf(entry));
+}
+
+} // namespace
+
+PlaylistEdits::PlaylistEdits(const PlaylistViewParts& parts,
+                             const PlaylistControls& controls,
+                             const PlaylistActions& actions,
+                             const OpenList& list,
+                             GridRows& rows,
+                             BusSender& bus,
+                             EditEvents events)
+    : m_texts(parts.texts)
+    , m_tools(parts.tools)
+    , m_controls(controls)
+    , m_actions(actions)
+    , m_list(list)
+    , m_rows(rows)
+    , m_bus(bus)
+    , m_events(std::move(events))
+    , m_jobs(parts.engine, parts.settings)
+    , m_timerPlaylistPlaylerUpdate(parts.loop.makeTimer(kSaveInterval, [this] { saveNow(); }))
+{}
+
+PlaylistEdits::~PlaylistEdits() = default;
+
+bool PlaylistEdits::canChange() const
+{
+    return m_list.isOpen() && !m_list.locked && m_rows.isConnected() && m_rows.isRead();
+}
+
+/// The same, and says so when the list is locked.
+bool PlaylistEdits::mayChange()
+{
+    if (m_list.isOpen() && m_rows.isConnected() && m_list.locked) {
+        tellStatus(m_texts.text(u"playlist.norows.locked"_s));
+    }
+    return canChange();
+}
+
+void PlaylistEdits::tellStatus(const QString& text)
+{
+    m_bus.SendMessage(bus::kShowStatusText, text);
+}
+
+void PlaylistEdits::tellChanged(Pnid list)
+{
+    m_events.entriesChanged(list);
+    m_events.stepsChanged();
+    m_bus.SendMessage(bus::kPlaylistChange, numberOf(list));
+}
+
+Plid PlaylistEdits::currentEntry() const
+{
+    return Plid(m_rows.current(u"PLID").toLong());
+}
+
+// ---- entries and their order
+
+void PlaylistEdits::addTracks(const QString& dragText, std::optional<Sid> target)
+{
+    if (target) {
+        m_tools.edits.InsertFromMP3DB(*target, m_list.pnid, dragText, m_list.newAktion());
+    } else {
+        m_tools.edits.AppendFromMP3DB(dragText, m_list.pnid, m_list.newAktion());
+    }
+    tellChanged(m_list.pnid);
+}
+
+void PlaylistEdits::addTracksAtRow(const QString& dragText)
+{
+    if (mayChange() && !parseDragList(dragText).ids.isEmpty()) {
+        addTracks(dragText, Sid(m_rows.current(u"SID").toLong()));
+    } else if (!m_list.isOpen()) {
+        tellStatus(m_texts.text(u"playlist.none.title"_s));
+    }
+}
+
+void PlaylistEdits::appendTracks(const QString& dragText, Pnid list)
+{
+    if (!m_rows.isConnected() || parseDragList(dragText).ids.isEmpty()) {
+        return;
+    }
+    // The table knows: another list than the one that is shown may be meant.
+    const ListCatalogue::State state = m_tools.functions.catalogue().stateOf(list);
+    const bool isShown = list == m_list.pnid;
+    if (state == ListCatalogue::State::Locked || (m_list.locked && isShown)) {
+        tellStatus(m_texts.text(u"playlist.norows.locked"_s));
+        return;
+    }
+    if (state == ListCatalogue::State::Gone) {
+        tellStatus(m_texts.text(u"playlist.none.title"_s));
+        return;
+    }
+    m_tools.edits.AppendFromMP3DB(dragText, list, isShown ? m_list.newAktion() : kAktionMix);
+    tellChanged(list);
+}
+
+bool PlaylistEdits::addFiles(const QStringList& files, std::optional<Sid> target)
+{
+    if (isListFile(files.first())) {
+        QStringList lists;
+        std::copy_if(files.begin(), files.end(), std::back_inserter(lists), isListFile);
+        if (!m_actions.insertLists(lists, m_list.pnid, target, m_list.newAktion())) {
+            return false;
+        }
+        tellChanged(m_list.pnid);
+        return true;
+    }
+    const QStringList fids = m_actions.tracksOf(files);
+    if (fids.isEmpty()) {
+        tellStatus(m_texts.text(u"playlist.notracks"_s));
+        return false;
+    }
+    addTracks(dragText(DragKind::FidMp3db, fids), target);
+    return true;
+}
+
+void PlaylistEdits::placeEntries(const QString& dragText, std::optional<Sid> target, bool copies)
+{
+    using Edits = cls_PLInsertMoveDel;
+    m_tools.edits.InsertORMoveFromPlaylist(copies ? Edits::kInsertCopies : Edits::kMove,
+                                           target.value_or(kEndOfList), m_list.pnid, dragText,
+                                           m_list.newAktion());
+    tellChanged(m_list.pnid);
+}
+
+void PlaylistEdits::paste(bool append)
+{
+    const QString text = m_controls.clipboard.text();
+    const DragList list = parseDragList(text);
+    if (!mayChange() || list.ids.isEmpty()) {
+        return;
+    }
+    if (list.type == "DRAG_TYP_FID_MP3DB"_L1) {
+        const Sid row{m_rows.current(u"SID").toLong()};
+        addTracks(text, append ? std::nullopt : std::optional(row));
+    } else if (list.type == "DRAG_TYP_PLID"_L1) {
+        using Edits = cls_PLInsertMoveDel;
+        m_tools.edits.InsertORMoveFromPlaylist(append ? Edits::kAppendCopies : Edits::kInsertCopies,
+                                               Sid{0}, m_list.pnid, text, m_list.newAktion());
+        tellChanged(m_list.pnid);
+    }
+}
+
+void PlaylistEdits::deleteRows()
+{
+    if (!mayChange()) {
+        return;
+    }
+    std::vector<RowRange> rows = m_controls.grid.selection();
+    const qint64 current = m_controls.grid.currentRow();
+    if (rows.empty() && current >= 0) {
+        rows.push_back({current, current});
+    }
+    // Not the drag of the selection: an entry whose track is flagged must be able to go, too.
+    QStringList ids;
+    for (const RowRange& range : rows) {
+        for (qint64 row = range.first; row <= range.last; ++row) {
+            ids.append(m_rows.cell(row, u"PLID").toText());
+        }
+    }
+    if (ids.isEmpty()) {
+        return;
+    }
+    m_tools.snapshots.UndoSnapshot(m_list.pnid, *m_rows.database(), undoaction::kDelete);
+    m_tools.edits.DeletePlaylistRecords(dragText(DragKind::Plid, ids), m_list.pnid);
+    tellChanged(m_list.pnid);
+    m_controls.grid.select({});
+}
+
+void PlaylistEdits::moveRow(int step)
+{
+    const qint64 neighbour = m_controls.grid.currentRow() + step;
+    const Plid entry = currentEntry();
+    if (!mayChange() || entry == Plid{} || neighbour < 0 || neighbour >= m_rows.count()) {
+        return;
+    }
+    forgetWaiting();
+    m_tools.edits.swapWithNeighbour(entry, m_list.pnid, step);
+    try {
+        m_events.entriesChanged(m_list.pnid);
+    } catch (const DbError& error) {
+        tellStatus(error.text());
+    }
+    m_events.stepsChanged();
+    saveLater();
+}
+
+// ---- values of entries
+
+void PlaylistEdits::valueChanged()
+{
+    m_events.valuesChanged();
+    m_events.stepsChanged();
+}
+
+void PlaylistEdits::setAktion(int aktion)
+{
+    const Plid entry = currentEntry();
+    if (entry == Plid{} || !mayChange()) {
+        return;
+    }
+    m_tools.functions.PlaylistSaveAktion(entry, aktion, u""_s);
+    valueChanged();
+    m_bus.SendMessage(bus::kPlaylistAktionChange, numberOf(entry));
+}
+
+void PlaylistEdits::toggleLoop()
+{
+    const qint64 row = m_controls.grid.currentRow();
+    const Plid entry = currentEntry();
+    if (entry == Plid{} || !mayChange()) {
+        return;
+    }
+    auto map = CommandToMap(m_rows.cell(row, u"Command").toText());
+    if (!map) {
+        // A command that cannot be read means something to somebody; it stays.
+        return;
+    }
+    const int present = m_rows.cell(row, u"Aktion").toLong();
+    int wanted = kAktionLoop;
+    if (present == kAktionLoop) {
+        const auto former = map->value(kFormerAktion);
+        wanted = former ? leadingLong(*former) : kAktionMix;
+        map->remove(kFormerAktion);
+        if (m_list.jingles) {
+            wanted = kAktionJinglePlay;
+        }
+    } else {
+        CommandMapAdd(*map, kFormerAktion.toString(), QString::number(present));
+    }
+    // Never a null text: an empty command has to be written, too.
+    m_tools.functions.PlaylistSaveAktion(entry, wanted, u""_s + MapToCommand(*map));
+    valueChanged();
+    if (m_list.jingles) {
+        m_bus.SendMessage(bus::kPlaylistJingleChangePlaymode, row);
+    } else {
+        m_bus.SendMessage(bus::kPlaylistLoop, numberOf(entry), row);
+    }
+}
+
+void PlaylistEdits::cueBySound()
+{
+    const Plid entry = currentEntry();
+    if (entry == Plid{} || !mayChange()) {
+        return;
+    }
+    const MlvPlaylistDetail detail = m_tools.functions.GetPlaylistDetailByPLID(entry);
+    const BusyCursor busy(m_controls.pointer);
+    const auto cues = detail.file.isEmpty()
+                          ? std::nullopt
+                          : m_actions.cuesOf(detail.file, kCueWithinMs, kCueLoudness);
+    if (!cues) {
+        tellStatus(m_texts.text(u"playlist.cue.failed"_s, detail.Titel));
+        return;
+    }
+    m_tools.functions.PlaylistSaveStartStop(entry, cues->start, cues->stop);
+    tellChanged(m_list.pnid);
+}
+
+bool PlaylistEdits::takeSample(Plid entry, const QString& fid, int start, int stop)
+{
+    const bool isRange = start >= 0 && (stop == 0 || stop > start);
+    const qint64 row =
+        isRange && canChange() && entry != Plid{} ? m_rows.rowOf(u"PLID", numberOf(entry)) : -1;
+    if (row < 0 || m_rows.cell(row, u"FID").toText() != fid) {
+        return false;
+    }
+    m_tools.functions.PlaylistSaveStartStop(entry, start, stop);
+    tellChanged(m_list.pnid);
+    return true;
+}
+
+void PlaylistEdits::rate(int digit)
+{
+    const QString fid = m_rows.current(u"FID").toText();
+    if (digit < 0 || digit > 5 || fid.isEmpty() || !mayChange()) {
+        return;
+    }
+    try {
+        const auto set = m_rows.walker().Clone();
+        set->SetAbsolutePosition(m_controls.grid.currentRow());
+        set->Edit();
+        set->setValue(u"Note", storedRating(digit));
+        set->Update();
+    } catch (const DbError& error) {
+        tellStatus(error.text());
+        return;
+    }
+    m_jobs.SaveEditFID(fid);
+    m_bus.SendMessage(bus::kDbRefreshByFid, fid);
+}
+
+void PlaylistEdits::deleteMixStyles()
+{
+    if (canChange()) {
+        m_tools.functions.PlaylistDeleteAllMixStyle(m_list.pnid);
+        tellChanged(m_list.pnid);
+    }
+}
+
+void PlaylistEdits::copyMixStyles(Plid outOf, Plid inOf)
+{
+    if (canChange()) {
+        m_tools.functions.PlaylistSetAllMixStyle(QString::number(numberOf(m_list.pnid)),
+                                                 textOf(outOf), textOf(inOf));
+        tellChanged(m_list.pnid);
+    }
+}
+
+bool PlaylistEdits::reset(Pnid list)
+{
+    if (m_list.locked || !m_rows.isConnected() ||
+        m_tools.functions.catalogue().stateOf(list) != ListCatalogue::State::Open) {
+        return false;
+    }
+    m_tools.functions.PlaylistReset(list);
+    tellChanged(list);
+    return true;
+}
+
+// ---- the mark that the list is to be written to its file
+
+void PlaylistEdits::saveLater()
+{
+    m_timerPlaylistPlaylerUpdate->stop();
+    m_timerPlaylistPlaylerUpdate->start();
+}
+
+void PlaylistEdits::forgetWaiting()
+{
+    m_timerPlaylistPlaylerUpdate->stop();
+}
+
+void PlaylistEdits::saveWaiting()
+{
+    if (m_timerPlaylistPlaylerUpdate->isActive()) {
+        saveNow();
+    }
+}
+
+void PlaylistEdits::saveNow()
+{
+    m_timerPlaylistPlaylerUpdate->stop();
+    if (m_rows.database()) {
+        try {
+            m_rows.database()->Execute(
+                u"update pl_name set sicherung=true where sicherung=false and nid="_s +
+                sql::number(numberOf(m_list.pnid)));
+        } catch (const DbError& error) {
+            tellStatus(error.text());
+        }
+    }
+    m_bus.SendMessage(bus::kPlaylistChange, numberOf(m_list.pnid));
+}
+
+bool isListFile(const QString& place)
+{
+    const QString extension = path::extension(place).toLower();
+    return extension == "m3u"_L1 || extension == "m3u8"_L1;
+}
+
+} // namespace melovane

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "playlists/list_history.h"
+#include "playlistview/playlist_parts.h"
+
+namespace melovane {
+
+class BusSender;
+
+/// Takes back the last change of a list, or does it once more, with what the user has to be asked
+/// and told. All of what it is made with outlives it.
+class UndoSteps
+{
+public:
+    /// \param changed told of each list whose entries are others now
+    UndoSteps(PlaylistTools tools,
+              const ConfigObjects& texts,
+              Warnings& warnings,
+              BusSender& bus,
+              std::function<void(Pnid list)> changed);
+
+    /// Asks before it writes over what others have changed since. A locked list, and a step that
+    /// fails, are told in the status line. True when the steps that stand may be others now.
+    bool undo();
+    bool redo();
+
+private:
+    [[nodiscard]] ListHistory::Result take(bool isUndo, ListHistory::Force force);
+    bool takeStep(bool isUndo);
+
+    PlaylistTools m_tools;
+    const ConfigObjects& m_texts;
+    Warnings& m_warnings;
+    BusSender& m_bus;
+    std::function<void(Pnid list)> m_changed;
+};
+
+} // namespace melovane
