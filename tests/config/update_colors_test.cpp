@@ -70,6 +70,8 @@ TEST_F(UpdateColorsTest, TheFontIsKeptBySaveIni)
     colours.SaveIni();
     EXPECT_EQ(UpdateColors(*settings).font(), (GridFont{u"Fira Sans"_s, 14, true, 0}))
         << "the row spacing is no part of the font dialog";
+    EXPECT_EQ(settings->GetKeyValue(u"Color"_s, u"FontBold"_s, {}), u"-1"_s)
+        << "a truth is -1 for the other programs";
 }
 
 TEST_F(UpdateColorsTest, DLoadIniForgetsWhatWasNotWritten)

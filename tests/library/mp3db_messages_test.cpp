@@ -167,6 +167,32 @@ TEST_F(Mp3dbMessagesTest, AClickInATreeShowsTheTracksOfThatValueAndTakesTheKeybo
     EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
 }
 
+TEST_F(Mp3dbMessagesTest, AClickOnALetterOfTheArtistTreeKeepsTheRows)
+{
+    others.SendMessage(u"tree.click.row"_s, u"Ostwind"_s, u"Interpret"_s);
+    const QString before = view.Data1().RecordSource();
+    others.SendMessage(u"tree.click.row"_s, u"like '[L]*'"_s, u"RootInterpret"_s);
+    EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
+    EXPECT_EQ(view.Data1().RecordSource(), before);
+    EXPECT_EQ(view.matchCount(), 1);
+}
+
+TEST_F(Mp3dbMessagesTest, ADayOfTheStatisticsIsAskedForAsANumber)
+{
+    others.SendMessage(u"tree.click.row"_s, u"40575"_s, u"Statistik"_s);
+    view.SaveHist();
+    const QString history = library.folders.configFile(u"suche.his"_s);
+    EXPECT_TRUE(library.folders.files().read(history, 1000).contains("tday:long"));
+}
+
+TEST_F(Mp3dbMessagesTest, ABoldFontOfTheSettingsIsTheFontOfTheGrid)
+{
+    EXPECT_FALSE(grid.font.bold);
+    library.settings->WriteKeyValue(u"Color"_s, u"FontBold"_s, u"-1"_s);
+    others.SendMessage(u"update.color"_s);
+    EXPECT_TRUE(grid.font.bold);
+}
+
 TEST_F(Mp3dbMessagesTest, AllFindComparesAllSearchColumnsAndCountsItsOwnRows)
 {
     view.FindTreeValue({u"allfind"_s, {}, u"*LICHT*"_s}, true);

@@ -187,6 +187,20 @@ TEST_F(Mp3dbTest, AHeaderClickSortsAndASecondOneTurnsTheOrderRound)
     EXPECT_EQ(view.SortRichtung(), u"ASC"_s);
 }
 
+TEST_F(Mp3dbTest, AThirdClickOnAHeadingSortsAsTheFirstOne)
+{
+    addTracks();
+    start();
+    search.setText(u"L"_s);
+    view.headerClicked(columnOf(u"Interpret"_s));
+    const QStringList first = titles();
+    view.headerClicked(columnOf(u"Interpret"_s));
+    view.headerClicked(columnOf(u"Interpret"_s));
+    EXPECT_EQ(view.SortRichtung(), u"ASC"_s);
+    EXPECT_EQ(grid.sortArrow, SortArrow::Ascending);
+    EXPECT_EQ(titles(), first);
+}
+
 TEST_F(Mp3dbTest, EqualValuesAreOrderedByTrackArtistAndTitle)
 {
     addTracks();

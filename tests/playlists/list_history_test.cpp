@@ -316,5 +316,53 @@ TEST_F(ListHistoryTest, AnotherDatabaseHasAHistoryOfItsOwn)
     EXPECT_TRUE(history.nextUndo());
 }
 
+TEST_F(ListHistoryTest, AJingleListThatComesBackPlaysOnBesideThePlayingPlaylist)
+{
+    const Pnid playlist = lists.addList({1});
+    const Pnid jingles = lists.addList({2}, u"Jingles"_s);
+    lists.execute(u"update pl_name set isplay=true"_s);
+    lists.execute(u"update pl_name set grid=-1 where nid=%1"_s.arg(numberOf(jingles)));
+    lists.names.deleteList(jingles);
+    ASSERT_EQ(lists.history.undo().outcome, Outcome::Done);
+    EXPECT_EQ(
+        lists.column(u"select nid from pl_name where isplay=true order by nid"_s),
+        (QStringList{QString::number(numberOf(playlist)), QString::number(numberOf(jingles))}));
+}
+
+TEST_F(ListHistoryTest, AJingleListThatComesBackGivesWayToTheOneThatPlaysNow)
+{
+    const Pnid former = lists.addList({1}, u"Alte"_s);
+    const Pnid present = lists.addList({2}, u"Neue"_s);
+    lists.execute(u"update pl_name set grid=-1"_s);
+    lists.execute(u"update pl_name set isplay=true where nid=%1"_s.arg(numberOf(former)));
+    lists.names.deleteList(former);
+    lists.execute(u"update pl_name set isplay=true where nid=%1"_s.arg(numberOf(present)));
+    ASSERT_EQ(lists.history.undo().outcome, Outcome::Done);
+    EXPECT_EQ(lists.column(u"select nid from pl_name where isplay=true"_s),
+              QStringList{QString::number(numberOf(present))});
+}
+
+TEST_F(ListHistoryTest, TheNextStepsAreToldBothAtOnce)
+{
+    EXPECT_FALSE(lists.history.nextSteps().undo);
+    EXPECT_FALSE(lists.history.nextSteps().redo);
+    const Pnid list = lists.addList({1, 2});
+    lists.edits.AppendFromMP3DB(lists.tracksText({3}), list, 0);
+    lists.edits.DeletePlaylistRecords(lists.entriesText({lists.plids(list).at(0)}), list);
+    lists.edits.AppendFromMP3DB(lists.tracksText({4, 5}), list, 0);
+    for (int undone = 0; undone < 2; ++undone) {
+        const ListHistory::NextSteps next = lists.history.nextSteps();
+        ASSERT_TRUE(next.undo);
+        EXPECT_EQ(next.undo->action, lists.history.nextUndo()->action);
+        EXPECT_EQ(next.undo->count, lists.history.nextUndo()->count);
+        EXPECT_EQ(next.undo->listName, u"Party"_s);
+        EXPECT_EQ(next.redo.has_value(), undone > 0);
+        ASSERT_EQ(lists.history.undo().outcome, Outcome::Done);
+        ASSERT_TRUE(lists.history.nextSteps().redo);
+        EXPECT_EQ(lists.history.nextSteps().redo->action, next.undo->action);
+        EXPECT_EQ(lists.history.nextSteps().redo->count, next.undo->count);
+    }
+}
+
 } // namespace
 } // namespace melovane

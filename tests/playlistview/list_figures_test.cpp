@@ -54,10 +54,15 @@ TEST_F(DetailPlaylist, NamesAndTimesOfTheListAreShown)
 {
     lists.addTracks(1);
     const Pnid list = lists.addList({1}, u"Party 'x' <b>"_s);
+    lists.execute(u"update pl_name set CreateTime=#2026-05-04 20:15:00#, "
+                  "UpdateTime=#2026-05-05 01:30:00#"_s);
     details.Show(list);
     EXPECT_EQ(form.shown.name, u"Party 'x' <b>"_s);
     EXPECT_EQ(form.shown.group, u"Gruppe"_s);
+    EXPECT_EQ(form.shown.createTime, Value(QDateTime(QDate(2026, 5, 4), QTime(20, 15))).toText());
+    EXPECT_EQ(form.shown.updateTime, Value(QDateTime(QDate(2026, 5, 5), QTime(1, 30))).toText());
     EXPECT_TRUE(form.shown.playFirst.isEmpty());
+    EXPECT_TRUE(form.shown.playLast.isEmpty());
     EXPECT_TRUE(form.shown.info.isEmpty());
 }
 

@@ -16,7 +16,8 @@ namespace melovane::test {
 class PlaylistViewTest : public testing::Test
 {
 protected:
-    PlaylistViewTest()
+    explicit PlaylistViewTest(const QString& inProgram = QStringLiteral("MelovaneDB"))
+        : program(inProgram)
     {
         MelovaneConfiguration::fill(texts);
         grid.layout = playlistColumns();
@@ -124,7 +125,7 @@ protected:
     bool listsHaveEntries = true;
     QStringList cueSearches;
     std::optional<CueRange> cues;
-    QString program = QStringLiteral("MelovaneDB");
+    QString program; ///< the one that the view stands in
     ctl_Playlist view{
         {*lists.engine,
          *lists.settings,

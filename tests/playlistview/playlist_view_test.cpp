@@ -176,8 +176,13 @@ TEST_F(PlaylistView, ADisconnectedViewLetsGoAndComesBackToItsList)
     openList(3);
     others.SendMessage(u"db.disconnect"_s);
     EXPECT_EQ(view.Data1().rowCount(), 0);
+    // The grid may still have a row marked that the view has no longer.
+    stand(1);
     view.deletePressed();
+    view.moveRow(1);
     others.SendMessage(u"playlist.append.data"_s, lists.tracksText({1}));
+    EXPECT_EQ(lists.entries(list), u"10:1 20:2 30:3"_s);
+    EXPECT_TRUE(sentOf(u"playlist.change"_s).isEmpty());
     others.SendMessage(u"db.reconnect"_s);
     EXPECT_EQ(rows(), u"1 2 3"_s);
 }
@@ -457,6 +462,69 @@ TEST_F(PlaylistView, TheSummaryNamesTheListItsEntriesAndItsLength)
     EXPECT_EQ(told.name, u"Ein 'Name' <b>"_s);
     EXPECT_EQ(told.entries, 2);
     EXPECT_NEAR(double(told.milliseconds), 180'000 - 30 * 26.12, 100);
+}
+
+TEST_F(PlaylistView, AFileThatCannotBeReadYetIsTakenBackByALaterMessage)
+{
+    openList(3);
+    others.SendMessage(u"db.disconnect"_s);
+    const QString name = lists.settings->DbName();
+    lists.settings->SetDbName(lists.file(u"gone.mdb"_s));
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(view.Data1().rowCount(), 0);
+    lists.settings->SetDbName(name);
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(rows(), u"1 2 3"_s);
+}
+
+TEST_F(PlaylistView, ABoldFontOfTheSettingsIsTheFontOfTheGrid)
+{
+    EXPECT_FALSE(grid.font.bold);
+    lists.settings->WriteKeyValue(u"Color"_s, u"FontBold"_s, u"-1"_s);
+    others.SendMessage(u"update.color"_s);
+    EXPECT_TRUE(grid.font.bold);
+}
+
+/// The view as it stands in the player's window.
+class PlaylistViewOfPlayer : public test::PlaylistViewTest
+{
+protected:
+    PlaylistViewOfPlayer()
+        : PlaylistViewTest(u"MelovaneDJ"_s)
+    {}
+};
+
+TEST_F(PlaylistViewOfPlayer, ADoubleClickIsToldWithListEntryAndTrack)
+{
+    openList(2);
+    QVariantList values;
+    const auto spy = bus.subscribe([&](const MLVMessage& message) {
+        if (message.Command.endsWith(u".dblclick"_s)) {
+            values = {message.Value1.toText(), message.Value2.toText(), message.Value3.toText()};
+        }
+    });
+    view.rowActivated(1);
+    EXPECT_EQ(sentOf(u"playlist.position.dblclick"_s).size(), 1);
+    EXPECT_EQ(values, (QVariantList{QString::number(numberOf(list)), cell(1, u"PLID").toText(),
+                                    lists.fid(2)}));
+    EXPECT_TRUE(sentOf(u"jinglelist.position.dblclick"_s).isEmpty());
+}
+
+TEST_F(PlaylistViewOfPlayer, ADoubleClickOnAJingleIsToldAsOne)
+{
+    openList(2, false, u"jinglelist.aktivieren"_s);
+    view.rowActivated(0);
+    EXPECT_EQ(sentOf(u"jinglelist.position.dblclick"_s),
+              QStringList(u"jinglelist.position.dblclick %1 %2"_s.arg(numberOf(list))
+                              .arg(cell(0, u"PLID").toText())));
+    EXPECT_TRUE(sentOf(u"playlist.position.dblclick"_s).isEmpty());
+}
+
+TEST_F(PlaylistView, InTheConsoleADoubleClickIsNothingForThePlayer)
+{
+    openList(2);
+    view.rowActivated(1);
+    EXPECT_TRUE(sent.filter(u".dblclick"_s).isEmpty());
 }
 
 } // namespace
