@@ -84,8 +84,8 @@ bool ctl_MP3DB::SendKeyUp(const QString& command)
     if (command != "insert"_L1 && command != "append"_L1) {
         return false;
     }
-    m_bus.SendMessage(command == "insert"_L1 ? bus::kPlaylistInsertData : bus::kPlaylistAppendData,
-                      dragContent().text);
+    const auto name = command == "insert"_L1 ? bus::kPlaylistInsertData : bus::kPlaylistAppendData;
+    m_bus.SendMessage(name, dragContent().text);
     return true;
 }
 

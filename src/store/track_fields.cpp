@@ -56,7 +56,8 @@ constexpr TrackColumn kNone = {};
 // width and alignment in grids, place in the library's grid and in that of a playlist, place and
 // member in the record.
 // clang-format off
-constexpr std::array<TrackFieldRow, kTrackFieldCount> kFields = {{    {F::FID,          u"FID",          text(12),   named(u"FID"),          kBarred, {},           {},                            13, kLeft,   hidden(450), hidden(340), 10,  &M::FID},
+constexpr std::array<TrackFieldRow, kTrackFieldCount> kFields = {{
+    {F::FID,          u"FID",          text(12),   named(u"FID"),          kBarred, {},           {},                            13, kLeft,   hidden(450), hidden(340), 10,  &M::FID},
     {F::Titel,        u"Titel",        text(255),  {u"TIT2"},              kFree,   {},           {10},                          40, kLeft,   shown(20),   shown(40),   20,  &M::Titel},
     {F::Interpret,    u"Interpret",    text(255),  {u"TPE1"},              kFree,   u"Interpret", {20},                          18, kLeft,   shown(30),   shown(50),   70,  &M::Interpret},
     {F::Album,        u"Album",        text(255),  {u"TALB"},              kFree,   u"Album",     {30, &S::SuchAlbum},           15, kLeft,   shown(40),   hidden(120), 90,  &M::Album},

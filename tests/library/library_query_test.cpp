@@ -61,9 +61,9 @@ TEST_F(LibraryQueryTest, ATextIsFoundInEachFieldThatTheSearchLineLooksInto)
     for (const TrackField field : searchedFields()) {
         const QString column = columnOf(field).toString();
         suite.execute(
-            u"insert into db_all (FID, %1) values ('826816166000', 'Nadel')"_s.arg(column));
+            u"insert into db_all (FID, %1) values ('826816166999', 'Nadel')"_s.arg(column));
         EXPECT_EQ(titles(statement).size(), 1) << column.toStdString();
-        suite.execute(u"delete from db_all where FID='826816166000'"_s);
+        suite.execute(u"delete from db_all where FID='826816166999'"_s);
     }
     EXPECT_EQ(titles(statement), QStringList());
 }

@@ -128,7 +128,7 @@ TEST_F(TrackFields, NoTwoFieldsShareAPlaceOrAFrame)
         }
     }
     EXPECT_EQ(frames.removeDuplicates(), 0);
-    EXPECT_EQ(frames.size(), 19);
+    EXPECT_EQ(frames.size(), 20);
 }
 
 TEST_F(TrackFields, TheLibraryGridHoldsAllOfThem)
