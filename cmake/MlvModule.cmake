@@ -14,11 +14,12 @@ function(mlv_module name)
     endif()
 endfunction()
 
-# mlv_test(NAME LABEL logic|window|process|x11 SOURCES ... LINKS ... [TIMEOUT seconds])
+# mlv_test(NAME LABEL logic|window|process|x11 SOURCES ... LINKS ... [TIMEOUT seconds] [COST seconds])
 #
-# One test program. All test programs share one main and one precompiled header.
+# One test program. All test programs share one main and one precompiled header. COST is about how
+# long it takes: the long ones begin first, so that none of them runs alone at the end.
 function(mlv_test name)
-    cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "" "LABEL;TIMEOUT;COST" "SOURCES;LINKS" ${ARGN})
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 300) # for one that hangs, however busy the machine is
     endif()
@@ -31,6 +32,9 @@ function(mlv_test name)
     target_sources(${name} PRIVATE $<TARGET_OBJECTS:${name}_objects> $<TARGET_OBJECTS:mlv_test_main>)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT})
+    if(ARG_COST)
+        set_tests_properties(${name} PROPERTIES COST ${ARG_COST})
+    endif()
     if(ARG_LABEL STREQUAL "x11")
         set_tests_properties(${name} PROPERTIES RESOURCE_LOCK display)
     else()

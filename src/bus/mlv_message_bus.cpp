@@ -27,6 +27,7 @@ template <typename Handler, typename Message>
 void deliver(const std::vector<std::weak_ptr<Handler>>& listeners, const Message& message)
 {
     // A handler may subscribe, or end a subscription; who joins meanwhile gets the next message.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy keeps who is there now.
     const auto receivers = listeners;
     for (const auto& receiver : receivers) {
         if (const auto listener = receiver.lock()) {

@@ -9,7 +9,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qint64 kDaySeconds = 24 * 60 * 60;
+constexpr qint64 kDaySeconds = qint64{24} * 60 * 60;
 
 bool isField(const QString& field, QLatin1StringView name)
 {

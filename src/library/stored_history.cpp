@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// A history is 27 lines; a larger file is none.
-constexpr qint64 kMostHistoryBytes = 4 * 1024 * 1024;
+constexpr qint64 kMostHistoryBytes = qint64{4} * 1024 * 1024;
 
 } // namespace
 

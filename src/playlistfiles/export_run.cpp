@@ -11,7 +11,7 @@ namespace melovane {
 using namespace Qt::Literals::StringLiterals;
 
 SavePlaylistFiles::SavePlaylistFiles(ExportParts parts, ProgressSave progress)
-    : m_parts(std::move(parts))
+    : m_parts(parts)
     , m_progress(std::move(progress))
 {}
 

@@ -23,6 +23,12 @@ namespace {
 const QString kLoadFolder = u"LoadPlaylistPath"_s;
 const QString kSaveFolder = u"SavePlaylistPath"_s;
 
+/// The play action that entries of a new list in that group have.
+int aktionIn(GroupId group)
+{
+    return group == kJingleGroup ? kAktionJinglePlay : kAktionMix;
+}
+
 } // namespace
 
 struct M3uCommands::Work
@@ -109,7 +115,7 @@ void M3uCommands::importLists(const QStringList& files)
             if (!group) {
                 group = m_parts.targetGroup();
                 isJingle = *group == kJingleGroup;
-                m3u.SetAktion(isJingle ? kAktionJinglePlay : kAktionMix);
+                m3u.SetAktion(aktionIn(*group));
             }
             const Pnid list = m3u.importAsNewList(path::baseName(files[i]), *group);
             work.errors = before + m3u.failures();

@@ -23,7 +23,7 @@ const QString kRepair = u"repair"_s;
 const QString kFormer = u".bak"_s;
 
 /// A layout is a few lines; a larger file is none.
-constexpr qint64 kMostBytes = 1024 * 1024;
+constexpr qint64 kMostBytes = qint64{1024} * 1024;
 
 } // namespace
 

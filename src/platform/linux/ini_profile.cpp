@@ -127,6 +127,10 @@ QStringList IniProfile::section(const QString& file, const QString& section) con
 
 bool IniProfile::change(const QString& file, const std::function<bool(IniText&)>& edit)
 {
+    if (file.isEmpty()) {
+        // A file without a name has its lock in whatever folder the program stands.
+        return false;
+    }
     try {
         const QString real = behindLinks(file);
         const auto lock = lockFile(real + u".lock"_s, m_patience);

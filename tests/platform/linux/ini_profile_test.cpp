@@ -3,6 +3,7 @@
 #include "platform/linux/linux_files.h"
 #include "support/temp_folder.h"
 
+#include <QDir>
 #include <QRandomGenerator>
 
 #include <sys/stat.h>
@@ -158,6 +159,16 @@ TEST_F(SettingsFile, AFolderInItsPlaceReadsAsEmptyAndStays)
     EXPECT_TRUE(files.folderExists(file));
     EXPECT_FALSE(profile.write(folder.file(u"missing/x.ini"_s), u"A"_s, u"k"_s, u"1"_s));
     EXPECT_FALSE(profile.write(QString(), u"A"_s, u"k"_s, u"1"_s));
+}
+
+TEST_F(SettingsFile, AFileWithoutANameLeavesNothingInTheFolderThatTheProgramStandsIn)
+{
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(folder.path()));
+    EXPECT_FALSE(profile.write(QString(), u"A"_s, u"k"_s, u"1"_s));
+    EXPECT_TRUE(QDir::setCurrent(before));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList());
 }
 
 TEST_F(SettingsFile, RandomBytesAreReadWithoutHarmAndNotChanged)

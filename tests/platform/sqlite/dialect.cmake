@@ -2,7 +2,7 @@ mlv_test(text_compare_test LABEL logic
     SOURCES db/text_compare_test.cpp
     LINKS mlv_platform)
 
-mlv_test(sqlite_dialect_test LABEL logic
+mlv_test(sqlite_dialect_test LABEL logic COST 4
     SOURCES
         sqlite/dialect/dialect_errors_test.cpp
         sqlite/dialect/dialect_expressions_test.cpp

@@ -1,5 +1,5 @@
 # The database engine: everything is tried on real files.
-mlv_test(engine_test LABEL logic
+mlv_test(engine_test LABEL logic COST 6
     SOURCES
         db/data_control_test.cpp
         sqlite/engine/engine_catalogue_test.cpp
@@ -18,7 +18,7 @@ mlv_test(engine_test LABEL logic
     LINKS mlv_platform_sqlite SQLite::SQLite3)
 
 # The index in memory against SQLite alone.
-mlv_test(column_index_test LABEL logic
+mlv_test(column_index_test LABEL logic COST 18
     SOURCES
         sqlite/index/column_index_changes_test.cpp
         sqlite/index/column_index_fixture.h

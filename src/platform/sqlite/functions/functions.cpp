@@ -233,7 +233,7 @@ void registerAll(sqlite3* connection, std::span<const FunctionEntry> entries)
 
 } // namespace
 
-void registerFunctions(sqlite3* connection, std::function<QDateTime()> now)
+void registerFunctions(sqlite3* connection, const std::function<QDateTime()>& now)
 {
     check(connection, sqlite3_create_collation_v2(connection, kCollation, SQLITE_UTF8, nullptr,
                                                   collate, nullptr));

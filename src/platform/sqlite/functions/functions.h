@@ -18,6 +18,6 @@ inline constexpr char kErrorMark[] = "MLV:";
 /// Gives a connection the collation, `like`, and all functions that translated statements call.
 /// \param now local time for `now`, `date` and `time`; asked at each call
 /// \throws DbError when SQLite refuses
-void registerFunctions(sqlite3* connection, std::function<QDateTime()> now);
+void registerFunctions(sqlite3* connection, const std::function<QDateTime()>& now);
 
 } // namespace melovane::sqlite

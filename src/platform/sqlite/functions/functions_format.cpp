@@ -76,6 +76,20 @@ struct NumberPattern
     bool digits = false;
 };
 
+/// Counts one place for a digit; a needed one is shown also where the number has none.
+void addDigit(NumberPattern& pattern, bool needed, bool behindPoint)
+{
+    pattern.digits = true;
+    if (!behindPoint) {
+        pattern.wholeZeros += needed ? 1 : 0;
+        return;
+    }
+    ++pattern.decimals;
+    if (needed) {
+        pattern.neededDecimals = pattern.decimals;
+    }
+}
+
 NumberPattern readNumberPattern(QStringView text)
 {
     NumberPattern result;
@@ -83,10 +97,7 @@ NumberPattern readNumberPattern(QStringView text)
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar sign = text[i];
         if (sign == u'0' || sign == u'#') {
-            result.digits = true;
-            result.wholeZeros += !point && sign == u'0' ? 1 : 0;
-            result.decimals += point ? 1 : 0;
-            result.neededDecimals = point && sign == u'0' ? result.decimals : result.neededDecimals;
+            addDigit(result, sign == u'0', point);
             continue;
         }
         if (sign == u'.' && !point) {

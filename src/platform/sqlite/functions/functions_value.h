@@ -14,7 +14,7 @@
 namespace melovane::sqlite {
 
 /// Longest text that a function makes, in letters; beyond it the statement fails.
-inline constexpr qsizetype kLongestText = 16 * 1024 * 1024;
+inline constexpr qsizetype kLongestText = qsizetype{16} * 1024 * 1024;
 
 struct FunctionEntry
 {

@@ -73,8 +73,9 @@ public:
 
     [[nodiscard]] qint64 bytes() const
     {
-        return qint64(m_letters.size() + m_ends.size() * sizeof(quint32) +
-                      m_signs.size() * sizeof(quint64));
+        const std::size_t bytes =
+            m_letters.size() + m_ends.size() * sizeof(quint32) + m_signs.size() * sizeof(quint64);
+        return qint64(bytes);
     }
 
 private:
