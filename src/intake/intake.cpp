@@ -111,6 +111,7 @@ void Intake::open()
     m_import.SetWidths(m_library->columns());
     m_import.LoadGenre(m_library->database());
     if (m_order.mode == IntakeMode::NewFiles) {
+        m_library->beginComparing();
         m_walk = std::make_unique<FolderWalk>(m_parts.files, m_order.folders, m_unreached);
     } else {
         m_library->openStored();

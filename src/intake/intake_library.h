@@ -41,6 +41,9 @@ public:
     /// The definition of `db_all`, for the widths of its columns.
     [[nodiscard]] TableDef columns();
 
+    /// From now on the files that add() will get are compared with the rows of their folders.
+    void beginComparing() { m_places.comparedSince(m_database->DataVersion()); }
+
     /// Begins to read the rows of a folder, letter by letter as stored.
     /// \param folder with its separator at the end
     void openFolder(const QString& folder);

@@ -74,16 +74,19 @@ std::optional<StoredPlace> LibraryPlaces::rowUnderOtherNames(const QString& fold
 
 std::optional<StoredPlace> LibraryPlaces::find(const QString& folder, const QString& name)
 {
-    if (auto place = rowOf(folder, name)) {
-        return place;
+    if (m_comparedSince != m_database.DataVersion()) {
+        if (auto place = rowOf(folder, name)) {
+            return place;
+        }
     }
     if (auto place = rowUnderOtherNames(folder, name)) {
         return place;
     }
-    const QString canonical = m_files.canonical(folder + name);
-    if (canonical.isEmpty() || canonical == path::join(folderOf(folder).canonical, name)) {
+    const auto facts = m_files.facts(folder + name);
+    if (!facts || !facts->isLink) {
         return std::nullopt;
     }
+    const QString canonical = m_files.canonical(folder + name);
     const QString behind = path::withSeparator(path::parent(canonical));
     const QString nameBehind = path::fileName(canonical);
     auto place = rowOf(behind, nameBehind);

@@ -43,6 +43,11 @@ public:
     /// \param folder with its separator at the end
     [[nodiscard]] std::optional<StoredPlace> find(const QString& folder, const QString& name);
 
+    /// The caller has compared the files that it will ask for with the rows of their folders since
+    /// the database had this Database::DataVersion. While nobody else writes, find() does not ask
+    /// for the row of that name again, which would be a statement for each new file.
+    void comparedSince(qint64 dataVersion) { m_comparedSince = dataVersion; }
+
     /// The row of an identifier; nothing when there is none.
     [[nodiscard]] std::optional<StoredPlace> placeOf(const QString& fid);
 
@@ -73,6 +78,7 @@ private:
     Database& m_database;
     const Files& m_files;
     std::unique_ptr<QueryDef> m_byPlace;
+    std::optional<qint64> m_comparedSince;
     QHash<QString, Folder> m_folders;           ///< by their names
     QHash<Identity, QStringList> m_storedNames; ///< stored folders that are one on disk
     bool m_readStored = false;

@@ -54,6 +54,12 @@ public:
     /// The last list that was opened to become the active one.
     [[nodiscard]] Pnid activeList() const { return m_list.active; }
 
+    /// The list that a command without a list means: that on the screen, else the active one.
+    [[nodiscard]] Pnid listOfCommands() const
+    {
+        return m_list.isOpen() ? m_list.pnid : m_list.active;
+    }
+
     [[nodiscard]] bool isLocked() const { return m_list.locked; }
 
     [[nodiscard]] bool isJingleMode() const { return m_list.jingles; }

@@ -1,14 +1,13 @@
 #include "shell/context_menu.h"
 
 #include "bus/message_names.h"
-#include "bus/suite_messages.h"
 #include "bus/view_number.h"
 #include "config/config_objects.h"
 #include "monitor/monitor_control.h"
 #include "platform/system/files.h"
 #include "shell/more_result.h"
-#include "shell/sibling_control.h"
-#include "shell/status_text.h"
+#include "shell/player_commands.h"
+#include "shell/sibling_commands.h"
 #include "shell/window_data.h"
 #include "shell/window_menus.h"
 
@@ -114,23 +113,14 @@ void ContextMenu::stop()
     monitor(u"STOP"_s);
 }
 
-void ContextMenu::sendToPlayer(const QString& fid, qint32 id)
-{
-    if (!m_parts.suite.playerIsAlive()) {
-        m_parts.status.show(m_parts.texts.text(u"status.player.missing"_s));
-        return;
-    }
-    m_parts.suite.SendToPlayer(fid, id);
-}
-
 void ContextMenu::playNow()
 {
-    sendToPlayer(m_track.FID, message::kPlayNow);
+    m_parts.player.playNow(m_track.FID);
 }
 
 void ContextMenu::playNext()
 {
-    sendToPlayer(m_track.FID, message::kPlayNext);
+    m_parts.player.playNext(m_track.FID);
 }
 
 void ContextMenu::showFolder()
@@ -162,14 +152,7 @@ void ContextMenu::markForEdit()
 void ContextMenu::editTags()
 {
     markForEdit();
-    startTagEditor();
-}
-
-void ContextMenu::startTagEditor()
-{
-    if (!m_parts.siblings.startTagEditor()) {
-        m_parts.status.show(m_parts.texts.text(u"status.sibling.missing"_s, u"tagbench"_s));
-    }
+    m_parts.siblings.editTags();
 }
 
 void ContextMenu::showSample()

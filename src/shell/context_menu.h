@@ -10,9 +10,8 @@ namespace melovane {
 class ConfigObjects;
 class MenuControl;
 class MonitorControl;
-class SiblingControl;
-class StatusText;
-class SuiteMessages;
+class PlayerCommands;
+class SiblingCommands;
 class WindowData;
 
 /// What the context menu reaches; outlives it.
@@ -20,11 +19,10 @@ struct ContextMenuParts
 {
     const ConfigObjects& texts;
     WindowData& data;
-    SiblingControl& siblings;
-    SuiteMessages& suite;
+    SiblingCommands& siblings;
+    PlayerCommands& player;
     MonitorControl& monitor;
     MenuControl& menus;
-    StatusText& status;
     std::function<void(const QString& text)> findAll;
 };
 
@@ -41,13 +39,6 @@ public:
     void clicked(const QString& tag);
     /// An entry of `mnuMoreResult`.
     void moreResultClicked(const QString& tag, const QString& caption);
-
-    /// Asks the player something about a track, or tells that there is no player.
-    /// \param id kPlayNext or kPlayNow
-    void sendToPlayer(const QString& fid, qint32 id);
-
-    /// Opens the tag editor, where it is installed.
-    void startTagEditor();
 
 private:
     void play();

@@ -25,9 +25,6 @@ const QString kWindowName = u"MLVDB"_s;
 
 constexpr QSize kLeastSize{600, 300};
 
-/// Within this time several changes of playlists cost the player one message.
-constexpr std::chrono::milliseconds kRefreshPlayerInterval{100};
-
 } // namespace
 
 MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
@@ -42,19 +39,50 @@ MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
           [this] { return m_parts.settings.DbName(); },
           [this](const QString& text) { m_statusText.show(text); },
           m_parts.log)
+    , m_siblings(m_parts.siblings,
+                 m_parts.texts,
+                 [this](const QString& text) { m_statusText.show(text); })
+    , m_player(m_parts.suite,
+               m_parts.texts,
+               [this](const QString& text) { m_statusText.show(text); })
     , m_place(m_parts.settings, controls.window, controls.splits)
     , m_docking(controls.window)
-    , m_suiteHandler({m_parts.settings, m_parts.texts, m_parts.warnings, m_parts.loop, m_parts.data,
-                      m_parts.monitor, m_docking, m_parts.suite, m_parts.library.reload,
-                      [this] { mnuRefreshTree(); }},
+    , m_suiteHandler({.settings = m_parts.settings,
+                      .texts = m_parts.texts,
+                      .warnings = m_parts.warnings,
+                      .loop = m_parts.loop,
+                      .data = m_parts.data,
+                      .monitor = m_parts.monitor,
+                      .docking = m_docking,
+                      .suite = m_parts.suite,
+                      .reloadLibrary = m_parts.library.reload,
+                      .rebuildTrees = [this] { m_siblings.rebuildTrees(); }},
                      m_parts.bus,
                      kWindowName)
-    , m_contextMenu({m_parts.texts, m_parts.data, m_parts.siblings, m_parts.suite, m_parts.monitor,
-                     controls.menus, m_statusText, m_parts.library.findAll},
+    , m_contextMenu({.texts = m_parts.texts,
+                     .data = m_parts.data,
+                     .siblings = m_siblings,
+                     .player = m_player,
+                     .monitor = m_parts.monitor,
+                     .menus = controls.menus,
+                     .findAll = m_parts.library.findAll},
                     m_parts.bus,
                     kWindowName)
-    , m_timerRefreshPlayerData(
-          m_parts.loop.makeTimer(kRefreshPlayerInterval, [this] { refreshPlayerData(); }))
+    , m_menu({.window = m_parts,
+              .controls = m_controls,
+              .bus = m_bus,
+              .guard = m_guard,
+              .siblings = m_siblings,
+              .showStatusText = [this](const QString& text) { m_statusText.show(text); }})
+    , m_messages({.window = m_parts,
+                  .status = controls.status,
+                  .bus = m_bus,
+                  .guard = m_guard,
+                  .siblings = m_siblings,
+                  .player = m_player,
+                  .contextMenu = m_contextMenu,
+                  .menu = m_menu,
+                  .showStatusText = [this](const QString& text) { m_statusText.show(text); }})
 {}
 
 MLVDB::~MLVDB()
@@ -67,39 +95,21 @@ void MLVDB::load()
 {
     m_parts.data.open();
     m_controls.window.setCaption(mainWindowCaption());
-    setCaptions();
+    m_menu.setCaptions();
     m_parts.suite.publishControl(m_parts.paths);
     loadSkin();
     m_place.restoreSplits();
     startViews();
     // From here on siblings may send: everything that answers them is there.
     m_parts.suite.publishWindow(m_controls.window.windowHandle32());
-    buildPlugInMenu();
+    m_menu.buildPlugIns();
     m_parts.loop.turn();
-    SendMessage(bus::kCreateToolBars, QString());
-    SendMessage(bus::kRefreshAll, u"start"_s);
-    SendMessage(bus::kLoadLayoutMp3db, u"gridlayout_db.grx"_s);
-    SendMessage(bus::kLoadLayoutPlaylist, u"gridlayout_dbpl.grx"_s);
+    m_bus.SendMessage(bus::kCreateToolBars, QString());
+    m_bus.SendMessage(bus::kRefreshAll, u"start"_s);
+    m_bus.SendMessage(bus::kLoadLayoutMp3db, u"gridlayout_db.grx"_s);
+    m_bus.SendMessage(bus::kLoadLayoutPlaylist, u"gridlayout_dbpl.grx"_s);
     m_parts.loop.turn();
-    SendMessage(bus::kUpdateColor);
-}
-
-void MLVDB::setCaptions()
-{
-    for (const MenuRow& row : menu()) {
-        if (row.kind != MenuRow::Kind::Separator) {
-            m_controls.menus.setText(row.name.toString(), m_parts.texts.text(row.textKey()),
-                                     row.isLater() ? m_parts.texts.text(u"status.later"_s)
-                                                   : QString());
-        }
-    }
-    for (const ContextRow& row : contextRows()) {
-        if (!row.isSeparator()) {
-            m_controls.menus.setText(u"mnuPOPDBGRID_%1"_s.arg(row.index),
-                                     m_parts.texts.text(row.key.toString()), {});
-        }
-    }
-    m_controls.menus.setChecked(u"mnuAutosizeGrid"_s, m_parts.settings.AutosizeGrid() != 0);
+    m_bus.SendMessage(bus::kUpdateColor);
 }
 
 void MLVDB::loadSkin()
@@ -113,7 +123,7 @@ void MLVDB::loadSkin()
 
 void MLVDB::startViews()
 {
-    m_messBus = subscribe(m_parts.bus, m_guard, *this, busTable());
+    m_messages.start();
     m_parts.message.setMessageNumber([this](qint32 id, qint32 wParam, qint32 lParam) {
         m_guard.run(u"MessageNumber %1"_s.arg(id),
                     [&] { m_suiteHandler.MessageNumber(id, wParam, lParam); });
@@ -129,24 +139,12 @@ void MLVDB::startViews()
     m_parts.playlist.start();
 }
 
-void MLVDB::buildPlugInMenu()
-{
-    std::vector<PlugInEntry> entries;
-    for (const PluginProperty& plugIn : m_parts.settings.GetPlugIns(true)) {
-        if (m_parts.siblings.isInstalled(plugIn.Program)) {
-            const bool unnamed = plugIn.MenuText.isEmpty();
-            entries.push_back({plugIn.Name, unnamed ? plugIn.Name : plugIn.MenuText});
-        }
-    }
-    m_controls.menus.setPlugIns(entries);
-}
-
 void MLVDB::activateFirst()
 {
     // The message loop stands still here: the window is not on the screen yet, and whoever closed
     // it now would leave it half shown.
     if (m_parts.data.sideFilesWereStale()) {
-        mnuRefreshTree();
+        m_siblings.rebuildTrees();
     }
     // A library that cannot be counted is not an empty one: nobody is sent to the importer.
     qint64 tracks = 1;
@@ -158,7 +156,7 @@ void MLVDB::activateFirst()
         return;
     }
     m_place.centre();
-    mnuImpMP3New();
+    m_siblings.importMusic();
 }
 
 void MLVDB::unload()
@@ -196,7 +194,7 @@ void MLVDB::chooseSkin(const QString& fileName)
         return;
     }
     m_parts.settings.SetSkinFileName(fileName);
-    SendMessage(bus::kUpdateColor);
+    m_bus.SendMessage(bus::kUpdateColor);
 }
 
 void MLVDB::chooseLanguage(const QString& fileName)
@@ -204,27 +202,6 @@ void MLVDB::chooseLanguage(const QString& fileName)
     if (m_languages.choose(fileName)) {
         m_parts.warnings.ShowWarning(m_parts.texts.text(u"language.restart"_s, u"Melovane DB"_s),
                                      WarningType::Note, m_parts.texts.text(u"mnuSprache"_s));
-    }
-}
-
-void MLVDB::SendMessage(QStringView name, const Value& value1)
-{
-    m_bus.SendMessage(name, value1);
-}
-
-void MLVDB::refreshPlayerData()
-{
-    m_timerRefreshPlayerData->stop();
-    m_guard.run(u"TimerRefreshPlayerData"_s, [this] {
-        m_parts.data.idle();
-        m_parts.suite.postToPlayer(message::kRefreshPlaylist);
-    });
-}
-
-void MLVDB::tellMissing(bool started, const QString& program)
-{
-    if (!started) {
-        showStatusText(m_parts.texts.text(u"status.sibling.missing"_s, program));
     }
 }
 

@@ -1,114 +1,25 @@
 #pragma once
 
-#include "bus/bus_table.h"
 #include "bus/event_guard.h"
 #include "bus/mlv_message_bus.h"
-#include "platform/controls/grid_control.h"
 #include "shell/context_menu.h"
 #include "shell/docking.h"
 #include "shell/language_files.h"
+#include "shell/menu_commands.h"
+#include "shell/mlvdb_parts.h"
+#include "shell/player_commands.h"
+#include "shell/sibling_commands.h"
 #include "shell/skin_files.h"
 #include "shell/status_text.h"
 #include "shell/suite_handler.h"
-#include "shell/window_menus.h"
+#include "shell/window_messages.h"
 #include "shell/window_place.h"
 
 #include <QString>
 
-#include <functional>
-#include <optional>
-#include <span>
 #include <vector>
 
 namespace melovane {
-
-class ConfigObjects;
-class Files;
-class KSMessage;
-class MessageLoop;
-class Mod_API;
-class SiblingControl;
-class SkinControl;
-class StatusLine;
-
-/// The parts of the main window that its logic speaks to; they outlive it.
-struct MlvdbControls
-{
-    WindowFrame& window;
-    StatusLine& status;
-    SkinControl& skin;
-    MenuControl& menus;
-    SplitControls splits;
-};
-
-/// What the window asks of the library view. The view is made after the window.
-struct LibraryCommands
-{
-    /// Shows the first view. \throws DbError
-    std::function<void()> start;
-    std::function<void()> reload;
-    std::function<void()> showDeleted;
-    std::function<void()> showMissing;
-    /// Keeps search, sorting, layout and history for the next start.
-    std::function<void()> saveState;
-    /// Empties the list of the search line.
-    std::function<void()> forgetSearches;
-    /// Searches all chosen columns for a text.
-    std::function<void(const QString& text)> findAll;
-};
-
-/// What the window asks of the playlist view. Numbers are 0 for none.
-struct PlaylistCommands
-{
-    std::function<int()> pnid; ///< the playlist that is shown
-    std::function<int()> plid; ///< its current entry
-    std::function<void()> start = [] {};
-    /// Keeps the layout for the next start.
-    std::function<void()> saveState = [] {};
-    std::function<void()> undo = [] {};
-    std::function<void()> redo = [] {};
-    /// Asks for list files and makes lists of them.
-    std::function<void()> importLists = [] {};
-    /// Asks for a file and writes the active list to it.
-    std::function<void()> saveActive = [] {};
-};
-
-/// Dialogs that the window opens; forms of their own.
-struct WindowDialogs
-{
-    std::function<void()> showInfo;
-    /// `frmEditBox` for a new genre.
-    std::function<void()> askNewGenre;
-    /// `frmEditGrid` for the library. True when another layout was written.
-    std::function<bool()> editLibraryLayout;
-    /// Nothing when the user did not choose.
-    std::function<std::optional<GridFont>(const GridFont& present)> chooseFont;
-    /// The same for the playlist.
-    std::function<bool()> editPlaylistLayout = [] { return false; };
-    /// `frmKopieFile` for the list of that number.
-    std::function<void(int list)> exportList = [](int) {};
-};
-
-/// The parts of the program that the window's logic uses; they outlive it.
-struct MlvdbParts
-{
-    GlobalSettings& settings;
-    ConfigObjects& texts;
-    Mod_API& paths;
-    Files& files;
-    MessageLoop& loop;
-    MLVMessageBus& bus;
-    WindowData& data;
-    SiblingControl& siblings;
-    SuiteMessages& suite;
-    KSMessage& message; ///< `KSMessage1` of this window
-    MonitorControl& monitor;
-    Warnings& warnings;
-    LibraryCommands library;
-    PlaylistCommands playlist;
-    WindowDialogs dialogs;
-    ErrorSink log = {}; ///< hears of events that failed
-};
 
 /// A theme that can be chosen.
 struct SkinEntry
@@ -143,13 +54,7 @@ public:
 
     // -- What the user does --
 
-    /// The menus from left to right, top to bottom.
-    [[nodiscard]] static std::span<const MenuRow> menu();
-
-    /// Runs the action of an entry; a failure leaves the window running.
-    void menuClicked(const MenuRow& row);
-    /// An entry of `mnuPlugIn`, by the name of its record.
-    void plugInClicked(const QString& name);
+    [[nodiscard]] MenuCommands& menu() { return m_menu; }
 
     /// `popupDBGRID` of the grids.
     [[nodiscard]] ContextMenu& contextMenu() { return m_contextMenu; }
@@ -164,86 +69,19 @@ public:
     /// Takes a language for the next start, and says so.
     void chooseLanguage(const QString& fileName);
 
-    /// Looks for new music: the button of an empty library.
-    void importMusic() { mnuImpMP3New(); }
+    /// Other programs of the suite, for the user.
+    [[nodiscard]] SiblingCommands& siblings() { return m_siblings; }
 
-    /// Has the tempo of a track found; see SiblingControl::StartBeatGauge.
-    void startBeatGauge(const QString& cmd, const QString& fid, const QString& plid);
+    [[nodiscard]] PlayerCommands& player() { return m_player; }
 
     [[nodiscard]] const EventGuard& guard() const { return m_guard; }
 
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
-    /// Tells that a program of the suite could not be started.
-    void tellMissing(const QString& program) { tellMissing(false, program); }
-
-    /// Words for the entries that take a change of a list back and do it again.
-    void setHistoryTexts(const QString& undo, const QString& redo);
-
 private:
-    [[nodiscard]] static std::span<const BusRow<MLVDB>> busTable();
-
-    void SendMessage(QStringView name, const Value& value1 = {});
-
     // Load, in this order.
-    void setCaptions();
     void loadSkin();
-    void buildPlugInMenu();
     void startViews();
-
-    // Menu.
-    void mnuConfig();
-    void mnuImpMP3New();
-    void mnuImpMP3Edit();
-    void mnuImpMP3Again();
-    void mnuImpPlaylistBas();
-    void mnuExpPlaylistBas();
-    void mnuAktivePlaylist();
-    void mnuAktivePlaystFiles();
-    void mnuExitJobs();
-    void mnuExit();
-    void mnuDelDayCount();
-    void mnuViewDel();
-    void mnuNoExistAnzeigen();
-    void mnuToDatei();
-    void mnuRefreshTree();
-    void mnuDelSuchlist();
-    void mnuUndo();
-    void mnuRedo();
-    void mnuPlaylist();
-    void mnuDatenbank();
-    void mnuFont();
-    void mnuRepairGridLayout();
-    void mnuAutosizeGrid();
-    void mnuInternet();
-    void mnuUeber();
-
-    // Bus.
-    void editBoxNewGenre(const MLVMessage& message);
-    void exportList(const MLVMessage& message);
-    void runProc(const MLVMessage& message);
-    void beatGaugeAuto(const MLVMessage& message);
-    void beatGaugeManual(const MLVMessage& message);
-    void monitorSeek(const MLVMessage& message);
-    void monitorSeekSet(const MLVMessage& message);
-    void monitorStop(const MLVMessage& message);
-    void monitorStart(const MLVMessage& message);
-    void monitorCenter(const MLVMessage& message);
-    void playlistChange(const MLVMessage& message);
-    void playNext(const MLVMessage& message);
-    void playNow(const MLVMessage& message);
-    void statusText(const MLVMessage& message);
-    void tagEditor(const MLVMessage& message);
-    void contextMenuLibrary(const MLVMessage& message);
-    void contextMenuPlaylist(const MLVMessage& message);
-    void treeClick(const MLVMessage& message);
-    void volumeMonitor(const MLVMessage& message);
-    void forwardToPlayer(const MLVMessage& message);
-    void notYet(const MLVMessage& message);
-    void showGridLayout(const MLVMessage& message);
-
-    void refreshPlayerData();
-    void tellMissing(bool started, const QString& program);
 
     MlvdbParts m_parts;
     MlvdbControls m_controls;
@@ -252,12 +90,14 @@ private:
     LanguageFiles m_languages;
     StatusText m_statusText;
     EventGuard m_guard;
+    SiblingCommands m_siblings;
+    PlayerCommands m_player;
     WindowPlace m_place;
     Docking m_docking;
     SuiteHandler m_suiteHandler;
     ContextMenu m_contextMenu;
-    std::unique_ptr<Timer> m_timerRefreshPlayerData; ///< `TimerRefreshPlayerData`
-    MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
+    MenuCommands m_menu;
+    WindowMessages m_messages; ///< the last member: nothing arrives without the rest
 };
 
 } // namespace melovane

@@ -7,7 +7,7 @@
 
 namespace melovane {
 
-class MLVDB;
+class MenuCommands;
 struct MoreResultEntry;
 
 /// One entry of the window's menus.
@@ -30,7 +30,7 @@ struct MenuRow
     QStringView shortcut = {};
     /// What it does. An entry without one waits for a view that this release does not have yet; it
     /// is shown disabled and says so.
-    void (MLVDB::*action)() = nullptr;
+    void (MenuCommands::*action)() = nullptr;
 
     [[nodiscard]] QString textKey() const { return (key.isEmpty() ? name : key).toString(); }
 

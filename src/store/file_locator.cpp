@@ -77,4 +77,11 @@ QString FileLocator::ExistFile(QString& path, const QString& name)
     return path + trimmed;
 }
 
+QString FileLocator::placeOf(const QString& file)
+{
+    QString folder = path::withSeparator(path::parent(file));
+    const QString place = ExistFile(folder, path::fileName(file));
+    return m_files.fileExists(place) ? place : QString();
+}
+
 } // namespace melovane

@@ -32,6 +32,10 @@ public:
     /// too, and is returned as the disk spells it.
     [[nodiscard]] QString ExistFile(QString& path, const QString& name);
 
+    /// Where a stored file lies now; empty when it is nowhere.
+    /// \param file its folder and name as they are stored
+    [[nodiscard]] QString placeOf(const QString& file);
+
 private:
     [[nodiscard]] QString find(const QString& file) const;
     void loadMappings();

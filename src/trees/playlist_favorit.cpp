@@ -83,6 +83,16 @@ QString PlaylistFavorit::FindGRID(int row) const
     return {};
 }
 
+GroupId PlaylistFavorit::importGroup()
+{
+    const QString group = FindGRID(m_tree.currentRow());
+    if (!group.isEmpty()) {
+        return GroupId(leadingLong(group));
+    }
+    return m_parts.lists.CreateNewGroup(
+        m_parts.lists.catalogue().nameFromFormat(m_parts.settings.PlaylistGroupNameFormat()));
+}
+
 bool PlaylistFavorit::isList(int row) const
 {
     return !GetPlaylistID(row).isEmpty();

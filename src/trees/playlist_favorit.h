@@ -70,6 +70,9 @@ public:
     /// The group of a row: of the nearest one from it upwards that has a number.
     [[nodiscard]] QString FindGRID(int row) const;
 
+    /// The group that imported lists go into: that of the current row, else a new one.
+    [[nodiscard]] GroupId importGroup();
+
     /// Gives the row of a key another text.
     void UpdateTreeRow(const QString& key, const QString& text);
     /// Rereads the name of a playlist by its number and marks its file to be written.

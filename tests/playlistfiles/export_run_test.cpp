@@ -373,9 +373,13 @@ TEST_F(PlaylistExport, CopiesOnTwoVolumesThatHaveOneNumberAreTwoFiles)
 {
     addList({addTrack({.Titel = u"LICHT"_s, .Genre = u"HOUSE"_s, .DName = u"a.mp3"_s}, "first"),
              addTrack({.Titel = u"LICHT"_s, .Genre = u"House"_s, .DName = u"b.mp3"_s}, "second")});
-    files.identify = [](const QString& path, FileFacts& facts) {
-        facts.device = path.contains(u"/HOUSE") ? 1 : 2;
-        facts.inode = 7;
+    files.makeFolders(target + u"/House"_s);
+    files.writeWhole(target + u"/House/LICHT.mp3"_s, "of an earlier export");
+    files.identify = [this](const QString& path, FileFacts& facts) {
+        if (path.startsWith(target)) {
+            facts.device = path.contains(u"/HOUSE") ? 2 : 3;
+            facts.inode = 7;
+        }
     };
     const ExportResult result = run(u"%G/%N"_s);
     EXPECT_TRUE(result.replaced.isEmpty()) << "nothing was lost";

@@ -66,6 +66,24 @@ TEST_F(DetailPlaylist, NamesAndTimesOfTheListAreShown)
     EXPECT_TRUE(form.shown.info.isEmpty());
 }
 
+TEST_F(DetailPlaylist, TheFirstAndTheLastPlayOfItsEntriesAreShown)
+{
+    lists.addTracks(2);
+    const Pnid list = lists.addList({1, 2});
+    const Pnid other = lists.addList({1}, u"Andere"_s);
+    const auto played = [&](Pnid in, int row, const QString& when) {
+        lists.execute(
+            u"insert into pl_stat(plid,tstamp)values(%1,#%2#)"_s.arg(lists.plids(in)[row], when));
+    };
+    played(list, 0, u"03/08/2024 21:00:00"_s);
+    played(list, 1, u"03/08/2024 20:30:00"_s);
+    played(list, 1, u"03/09/2024 00:15:00"_s);
+    played(other, 0, u"01/01/2020 00:00:01"_s);
+    details.Show(list);
+    EXPECT_EQ(form.shown.playFirst, u"08.03.2024 20:30:00"_s);
+    EXPECT_EQ(form.shown.playLast, u"09.03.2024 00:15:00"_s);
+}
+
 TEST_F(DetailPlaylist, TheNoteIsWrittenWhenItChangedAndCanBeEmptied)
 {
     const Pnid list = lists.addList({});

@@ -8,6 +8,8 @@ using namespace Qt::Literals::StringLiterals;
 class PlaylistView : public test::PlaylistViewTest
 {
 protected:
+    using PlaylistViewTest::PlaylistViewTest;
+
     QString number(Pnid of) { return QString::number(numberOf(of)); }
 
     void setAktion(qint64 row, int value, const QString& command = {})
@@ -36,6 +38,17 @@ TEST_F(PlaylistView, AListIsOpenedOverTheBusInItsOrder)
     EXPECT_EQ(view.activeList(), list);
     EXPECT_EQ(view.Data1().RecordSource(), u"select * from vpl_all where pnid="_s + number(list));
     EXPECT_FALSE(view.isJingleMode());
+}
+
+TEST_F(PlaylistView, ACommandMeansTheListOnTheScreenElseTheActiveOne)
+{
+    EXPECT_EQ(view.listOfCommands(), Pnid{});
+    openList(1);
+    EXPECT_EQ(view.listOfCommands(), list);
+    lists.execute(u"delete from pl_name where nid="_s + number(list));
+    others.SendMessage(u"refresh.playlist"_s);
+    ASSERT_EQ(view.GetPNID(), Pnid{});
+    EXPECT_EQ(view.listOfCommands(), view.activeList());
 }
 
 TEST_F(PlaylistView, LoadingTheSameNumberTwiceDoesNotReload)
@@ -524,6 +537,16 @@ TEST_F(PlaylistView, InTheConsoleADoubleClickIsNothingForThePlayer)
 {
     openList(2);
     view.rowActivated(1);
+    EXPECT_TRUE(sent.filter(u".dblclick"_s).isEmpty());
+}
+
+TEST_F(PlaylistViewOfPlayer, ADoubleClickBesideTheRowsOrInALockedListTellsNothing)
+{
+    openList(1);
+    view.rowActivated(-1);
+    view.rowActivated(1);
+    others.SendMessage(u"playlist.set.lock"_s, true);
+    view.rowActivated(0);
     EXPECT_TRUE(sent.filter(u".dblclick"_s).isEmpty());
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/sqlite/index/index_figures.h"
 #include "shell/application.h"
 #include "support/suite_fixture.h"
 

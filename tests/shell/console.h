@@ -36,7 +36,7 @@ public:
         window.playlist().attach(playlist, library.texts);
         QObject::connect(&playlist, &ctl_Playlist::historyChanged, &window,
                          [this](const QString& undo, bool, const QString& redo, bool) {
-                             mlvdb.setHistoryTexts(undo, redo);
+                             mlvdb.menu().setHistoryTexts(undo, redo);
                          });
         QObject::connect(&window, &MlvdbWindow::firstShown, &view,
                          [this] { mlvdb.activateFirst(); });
@@ -123,13 +123,14 @@ public:
           },
           [this](const GridFont&) { return chosenFont; }}},
         window.controls()};
-    ctl_MP3DB view{
-        {*library.engine, *library.settings, library.texts, library.folders.paths(),
-         library.folders.files(), library.clock, loop, library.bus},
-        window.library().controls(),
-        {[this] { mlvdb.importMusic(); },
-         [this](const QString& cmd, const QString& fid) { mlvdb.startBeatGauge(cmd, fid, {}); },
-         [](const QString& file) { return file; }}};
+    ctl_MP3DB view{{*library.engine, *library.settings, library.texts, library.folders.paths(),
+                    library.folders.files(), library.clock, loop, library.bus},
+                   window.library().controls(),
+                   {[this] { mlvdb.siblings().importMusic(); },
+                    [this](const QString& cmd, const QString& fid) {
+                        mlvdb.siblings().findTempo(cmd, fid, {});
+                    },
+                    [](const QString& file) { return file; }}};
     FileLocator locator{library.folders.files(), library.folders.programFolder()};
     ListHistory history{*library.engine,
                         library.folders.files(),
@@ -154,7 +155,7 @@ public:
         window.playlist().controls(warnings),
         {QStringLiteral("MelovaneDB"),
          [this](const QString& cmd, const QString& fid, const QString& plid) {
-             mlvdb.startBeatGauge(cmd, fid, plid);
+             mlvdb.siblings().findTempo(cmd, fid, plid);
          },
          [](int) {}, [](const QString& file) { return file; },
          [this](const QStringList&) { return droppedTracks; },

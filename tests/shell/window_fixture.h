@@ -239,9 +239,9 @@ struct WindowFixture : public testing::Test
 
     void click(const QString& name)
     {
-        for (const MenuRow& row : MLVDB::menu()) {
+        for (const MenuRow& row : MenuCommands::rows()) {
             if (row.name == name) {
-                mlvdb.menuClicked(row);
+                mlvdb.menu().clicked(row);
                 return;
             }
         }

@@ -76,7 +76,7 @@ TEST_F(WindowMenuBarTest, EveryPictureThatAMenuOrTheMonitorNamesIsDrawnAndMeansO
         monitor.insert(command.icon.toString());
     }
     EXPECT_EQ(monitor.size(), qsizetype(kMonitorCommands.size()));
-    for (const MenuRow& row : MLVDB::menu()) {
+    for (const MenuRow& row : MenuCommands::rows()) {
         EXPECT_TRUE(row.icon.isEmpty() || drawn.contains(row.icon))
             << row.name.toString().toStdString();
         EXPECT_FALSE(monitor.contains(row.icon.toString()));

@@ -14,7 +14,7 @@ TEST_F(WindowMenuTest, EveryEntryHasItsTextAndThoseOfLaterSayWhyTheyAreGrey)
 {
     mlvdb.load();
     QSet<QString> names;
-    for (const MenuRow& row : MLVDB::menu()) {
+    for (const MenuRow& row : MenuCommands::rows()) {
         if (row.kind == MenuRow::Kind::Separator) {
             continue;
         }
@@ -237,11 +237,11 @@ TEST_F(PlugInTest, APlugInWhoseProgramIsMissingGetsNoEntry)
 
 TEST_F(PlugInTest, ThePlaylistOrItsEntryIsPassedOn)
 {
-    mlvdb.plugInClicked(u"one"_s);
-    mlvdb.plugInClicked(u"three"_s);
-    mlvdb.plugInClicked(u"four"_s);
+    mlvdb.menu().plugInClicked(u"one"_s);
+    mlvdb.menu().plugInClicked(u"three"_s);
+    mlvdb.menu().plugInClicked(u"four"_s);
     currentPlid = 0;
-    mlvdb.plugInClicked(u"three"_s);
+    mlvdb.menu().plugInClicked(u"three"_s);
     EXPECT_EQ(processes.commands,
               (QStringList{command(u"helper.exe 12"_s), command(u"other.exe 345"_s),
                            command(u"plain.exe "_s), command(u"other.exe "_s)}));

@@ -62,7 +62,7 @@ TEST_F(ExistFile, WithoutMappingsAMissingFileGivesFolderAndNameAsStored)
 TEST_F(ExistFile, AMappingLeadsToTheNewFolderAndChangesThePathArgument)
 {
     track(u"new/Rock/a.mp3"_s);
-    mappings("C:\\Music ?? " + music(u"new"_s).toUtf8());
+    mappings(QByteArray("C:\\Music ?? ") + music(u"new"_s).toUtf8());
     EXPECT_EQ(find(u"C:\\Music\\Rock\\"_s, u"a.mp3"_s), music(u"new/Rock/a.mp3"_s));
     EXPECT_EQ(m_path, music(u"new/Rock/"_s));
 }
@@ -70,7 +70,7 @@ TEST_F(ExistFile, AMappingLeadsToTheNewFolderAndChangesThePathArgument)
 TEST_F(ExistFile, AMappingWithoutTheFileGivesFolderAndNameAsStored)
 {
     track(u"new/other.mp3"_s);
-    mappings("C:\\Music ?? " + music(u"new"_s).toUtf8());
+    mappings(QByteArray("C:\\Music ?? ") + music(u"new"_s).toUtf8());
     EXPECT_EQ(find(u"C:\\Music\\"_s, u"a.mp3"_s), u"C:\\Music\\a.mp3"_s);
     EXPECT_EQ(m_path, u"C:\\Music\\"_s);
 }
@@ -80,7 +80,7 @@ TEST_F(ExistFile, OfTwoMatchingMappingsTheFirstInTheFileThatHitsWins)
     track(u"first/a.mp3"_s);
     track(u"second/a.mp3"_s);
     track(u"second/b.mp3"_s);
-    mappings("C:\\Music ?? " + music(u"first"_s).toUtf8() + "\nC:\\Music ?? " +
+    mappings(QByteArray("C:\\Music ?? ") + music(u"first"_s).toUtf8() + "\nC:\\Music ?? " +
              music(u"second"_s).toUtf8() + "\n");
     EXPECT_EQ(find(u"C:\\Music\\"_s, u"a.mp3"_s), music(u"first/a.mp3"_s));
     EXPECT_EQ(find(u"C:\\Music\\"_s, u"b.mp3"_s), music(u"second/b.mp3"_s));
@@ -89,14 +89,14 @@ TEST_F(ExistFile, OfTwoMatchingMappingsTheFirstInTheFileThatHitsWins)
 TEST_F(ExistFile, AMappingWithThreePiecesIsIgnored)
 {
     track(u"new/a.mp3"_s);
-    mappings("C:\\Music ?? " + music(u"new"_s).toUtf8() + " ?? x");
+    mappings(QByteArray("C:\\Music ?? ") + music(u"new"_s).toUtf8() + " ?? x");
     EXPECT_EQ(find(u"C:\\Music\\"_s, u"a.mp3"_s), u"C:\\Music\\a.mp3"_s);
 }
 
 TEST_F(ExistFile, AMappingWhoseTargetIsNoFolderIsIgnored)
 {
     track(u"new/a.mp3"_s);
-    mappings("C:\\Music ?? " + music(u"new/a.mp3"_s).toUtf8() + "\nC:\\Music ?? " +
+    mappings(QByteArray("C:\\Music ?? ") + music(u"new/a.mp3"_s).toUtf8() + "\nC:\\Music ?? " +
              music(u"gone"_s).toUtf8() + "\n");
     EXPECT_EQ(find(u"C:\\Music\\"_s, u"a.mp3"_s), u"C:\\Music\\a.mp3"_s);
 }
@@ -104,7 +104,7 @@ TEST_F(ExistFile, AMappingWhoseTargetIsNoFolderIsIgnored)
 TEST_F(ExistFile, TheNewFolderIsFoundWithoutRegardToLetterCase)
 {
     track(u"New/a.mp3"_s);
-    mappings("C:\\Music ?? " + music(u"nEW"_s).toUtf8());
+    mappings(QByteArray("C:\\Music ?? ") + music(u"nEW"_s).toUtf8());
     EXPECT_EQ(find(u"C:\\Music\\"_s, u"a.mp3"_s), music(u"New/a.mp3"_s));
 }
 
@@ -112,7 +112,7 @@ TEST_F(ExistFile, AFileSpelledInOtherLetterCaseIsFoundAsTheDiskSpellsIt)
 {
     track(u"new/Rock/A.MP3"_s);
     EXPECT_EQ(find(music(u"new/rock/"_s), u"a.mp3"_s), music(u"new/Rock/A.MP3"_s));
-    mappings("C:\\Music ?? " + music(u"new"_s).toUtf8());
+    mappings(QByteArray("C:\\Music ?? ") + music(u"new"_s).toUtf8());
     EXPECT_EQ(find(u"C:\\MUSIC\\ROCK\\"_s, u"a.mp3"_s), music(u"new/Rock/A.MP3"_s));
     EXPECT_EQ(m_path, music(u"new/Rock/"_s));
 }
@@ -136,7 +136,7 @@ TEST_F(ExistFile, TheMappingsAreReadOnceAtTheFirstNeed)
     FileLocator locator(m_files, dataFolder());
     QString path = u"C:\\Music\\"_s;
     EXPECT_EQ(locator.ExistFile(path, u"a.mp3"_s), u"C:\\Music\\a.mp3"_s);
-    mappings("C:\\Music ?? " + music(u"new"_s).toUtf8());
+    mappings(QByteArray("C:\\Music ?? ") + music(u"new"_s).toUtf8());
     EXPECT_EQ(locator.ExistFile(path, u"a.mp3"_s), u"C:\\Music\\a.mp3"_s);
 }
 
@@ -197,4 +197,15 @@ TEST_F(ExistFile, AFolderInPlaceOfTheMappingFileGivesNoMappings)
 {
     QDir().mkpath(dataFolder() + u"/ChangeDir.conf"_s);
     EXPECT_EQ(find(u"C:\\Music\\"_s, u"a.mp3"_s), u"C:\\Music\\a.mp3"_s);
+}
+
+TEST_F(ExistFile, ThePlaceOfAFileIsWhereItLiesNowAndEmptyWhenItIsNowhere)
+{
+    track(u"new/a.mp3"_s);
+    mappings(QByteArray("C:\\Music ?? ") + music(u"new"_s).toUtf8() + "\n");
+    FileLocator locator(m_files, dataFolder());
+    EXPECT_EQ(locator.placeOf(music(u"new/a.mp3"_s)), music(u"new/a.mp3"_s));
+    EXPECT_EQ(locator.placeOf(u"C:\\Music\\a.mp3"_s), music(u"new/a.mp3"_s));
+    EXPECT_TRUE(locator.placeOf(u"C:\\Music\\b.mp3"_s).isEmpty());
+    EXPECT_TRUE(locator.placeOf(music(u"gone/a.mp3"_s)).isEmpty());
 }

@@ -101,6 +101,25 @@ TEST_F(PlaylistFavoritTest, ARefillWaitsUntilANameIsTyped)
     EXPECT_TRUE(tree.texts().contains(u"  Neu"_s));
 }
 
+TEST_F(PlaylistFavoritTest, ImportedListsGoIntoTheGroupOfTheCurrentRow)
+{
+    tree.current = rowOf(lists.dance);
+    EXPECT_EQ(numberOf(panel.importGroup()), lists.saturday);
+    tree.current = rowOf(lists.main);
+    EXPECT_EQ(numberOf(panel.importGroup()), lists.friday);
+}
+
+TEST_F(PlaylistFavoritTest, WithoutACurrentRowImportedListsGetAGroupOfTheirOwn)
+{
+    tree.current = -1;
+    const GroupId group = panel.importGroup();
+    EXPECT_NE(numberOf(group), 0);
+    EXPECT_NE(numberOf(group), lists.friday);
+    EXPECT_NE(numberOf(group), lists.saturday);
+    send(u"favorit.refresh"_s);
+    EXPECT_NE(numberOf(panel.importGroup()), numberOf(group)) << "each import has its own";
+}
+
 TEST_F(PlaylistFavoritTest, TheFoldedGroupsComeBackAfterARestart)
 {
     tree.foldedKeys = {treekey::group(lists.friday), treekey::jingleGroup()};

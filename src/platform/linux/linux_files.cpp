@@ -160,12 +160,18 @@ bool LinuxFiles::folderExists(const QString& path) const
 
 std::optional<FileFacts> LinuxFiles::facts(const QString& path) const
 {
-    const auto found = statOf(systemPath(path));
+    const QByteArray name = systemPath(path);
+    struct stat own = {};
+    if (name.isEmpty() || ::lstat(name.constData(), &own) != 0) {
+        return {};
+    }
+    const bool isLink = S_ISLNK(own.st_mode);
+    const auto found = isLink ? statOf(name) : std::optional(own);
     if (!found) {
         return {};
     }
-    return FileFacts{S_ISDIR(found->st_mode), found->st_size, moment(found->st_mtim), found->st_dev,
-                     found->st_ino};
+    return FileFacts{S_ISDIR(found->st_mode), found->st_size, moment(found->st_mtim),
+                     found->st_dev,           found->st_ino,  isLink};
 }
 
 const LinuxFiles::Listing& LinuxFiles::listing(const QByteArray& folder) const

@@ -21,6 +21,7 @@ struct FileFacts
     QDateTime modified; ///< local time
     quint64 device = 0; ///< with inode: the identity of the thing behind every link to it
     quint64 inode = 0;
+    bool isLink = false; ///< the name is a link; all else is about what it leads to
 };
 
 /// Volume kinds of column `DriveTyp`: keep.

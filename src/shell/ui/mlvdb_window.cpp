@@ -118,7 +118,8 @@ void MlvdbWindow::attach(MLVDB& logic, const ConfigObjects& texts)
     for (const LaterPanel& panel : m_later) {
         panel.view->setNote({texts.text(panel.title), texts.text(panel.text), {}});
     }
-    connect(m_library, &Mp3dbWidget::importWanted, this, [&logic] { logic.importMusic(); });
+    connect(m_library, &Mp3dbWidget::importWanted, this,
+            [&logic] { logic.siblings().importMusic(); });
 }
 
 void MlvdbWindow::fillSkinMenu(QMenu& menu, MLVDB& logic, const ConfigObjects& texts)

@@ -69,7 +69,7 @@ QMenu* WindowMenuBar::addMenu(QMenu* parent, const QString& name)
 void WindowMenuBar::buildBar()
 {
     QList<QMenu*> parents = {nullptr};
-    for (const MenuRow& row : MLVDB::menu()) {
+    for (const MenuRow& row : MenuCommands::rows()) {
         parents.resize(row.level + 1);
         if (row.kind == MenuRow::Kind::Menu || row.kind == MenuRow::Kind::Filled) {
             QMenu* menu = addMenu(parents.last(), row.name.toString());
@@ -94,7 +94,7 @@ void WindowMenuBar::addRow(QMenu* parent, const MenuRow& row)
     entry->setCheckable(row.kind == MenuRow::Kind::Check);
     entry->setEnabled(!row.isLater());
     // Table rows stay where they are as long as the program runs.
-    connect(entry, &QAction::triggered, this, [this, &row] { m_logic->menuClicked(row); });
+    connect(entry, &QAction::triggered, this, [this, &row] { m_logic->menu().clicked(row); });
 }
 
 void WindowMenuBar::buildContextMenu()
@@ -168,7 +168,7 @@ void WindowMenuBar::setPlugIns(const std::vector<PlugInEntry>& entries)
         entry->setObjectName(u"mnuPlugIn_%1"_s.arg(index++));
         entry->setData(plugIn.name);
         connect(entry, &QAction::triggered, this,
-                [this, name = plugIn.name] { m_logic->plugInClicked(name); });
+                [this, name = plugIn.name] { m_logic->menu().plugInClicked(name); });
     }
     m_plugIns->menuAction()->setVisible(!entries.empty());
 }

@@ -14,6 +14,7 @@ class QPoint;
 namespace melovane {
 
 class IconSet;
+class MLVDB;
 
 /// The menu bar of the main window and the context menu of its grids.
 ///

@@ -124,6 +124,9 @@ TEST_F(RealFiles, ThePathWithoutLinksIsTheSameForEveryNameOfAFile)
     EXPECT_TRUE(real.endsWith(u"/real/song.mp3"_s));
     ASSERT_EQ(::symlink("real", system(u"link"_s).constData()), 0);
     ASSERT_EQ(::symlink("real/song.mp3", system(u"other.mp3"_s).constData()), 0);
+    EXPECT_FALSE(files.facts(path(u"link/song.mp3"_s))->isLink);
+    EXPECT_TRUE(files.facts(path(u"other.mp3"_s))->isLink);
+    EXPECT_EQ(files.facts(path(u"other.mp3"_s))->size, 1);
     EXPECT_EQ(files.canonical(path(u"link/song.mp3"_s)), real);
     EXPECT_EQ(files.canonical(path(u"other.mp3"_s)), real);
     EXPECT_EQ(files.canonical(path(u"real/../link/./song.mp3"_s)), real);

@@ -201,6 +201,24 @@ TEST_F(MessageFolder, AnUnfinishedSocketIsSweptWhenItIsOldOnly)
     EXPECT_FALSE(QFileInfo::exists(old));
 }
 
+TEST_F(MessageFolder, ANumberWithLeadingZerosIsNoHandleAndItsFileIsLeftAlone)
+{
+    // Read as a number it would be the control that is there.
+    const QString alive = folder.file(u"AfxOleControl42.00%1"_s.arg(control->handle()));
+    const Descriptor foreign = listenAt(alive);
+    const auto live = messages.liveControls();
+    ASSERT_EQ(live.size(), 1U);
+    EXPECT_EQ(live[0].handle, control->handle());
+
+    const QString old = folder.file(u"AfxOleControl42.004711000.new"_s);
+    listenAt(old);
+    const timespec hourAgo[2] = {{::time(nullptr) - 3600, 0}, {::time(nullptr) - 3600, 0}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, old.toUtf8().constData(), hourAgo, 0), 0);
+    const auto next = messages.makeControl();
+    EXPECT_TRUE(QFileInfo::exists(old)) << "no unfinished socket of a control";
+    EXPECT_TRUE(QFileInfo::exists(alive));
+}
+
 TEST_F(MessageFolder, WithoutAFolderAControlReachesNobodyAndNobodyReachesIt)
 {
     for (const QString& place : {QString(), folder.file(u"absent"_s)}) {

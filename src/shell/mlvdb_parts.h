@@ -1,0 +1,110 @@
+#pragma once
+
+#include "platform/controls/grid_control.h"
+#include "shell/window_place.h"
+#include "store/error_sink.h"
+
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace melovane {
+
+class ConfigObjects;
+class Files;
+class GlobalSettings;
+class KSMessage;
+class MenuControl;
+class MessageLoop;
+class MLVMessageBus;
+class Mod_API;
+class MonitorControl;
+class SiblingControl;
+class SkinControl;
+class StatusLine;
+class SuiteMessages;
+class Warnings;
+class WindowData;
+class WindowFrame;
+
+/// The parts of the main window that its logic speaks to; they outlive it.
+struct MlvdbControls
+{
+    WindowFrame& window;
+    StatusLine& status;
+    SkinControl& skin;
+    MenuControl& menus;
+    SplitControls splits;
+};
+
+/// What the window asks of the library view. The view is made after the window.
+struct LibraryCommands
+{
+    /// Shows the first view. \throws DbError
+    std::function<void()> start;
+    std::function<void()> reload;
+    std::function<void()> showDeleted;
+    std::function<void()> showMissing;
+    /// Keeps search, sorting, layout and history for the next start.
+    std::function<void()> saveState;
+    /// Empties the list of the search line.
+    std::function<void()> forgetSearches;
+    /// Searches all chosen columns for a text.
+    std::function<void(const QString& text)> findAll;
+};
+
+/// What the window asks of the playlist view. Numbers are 0 for none.
+struct PlaylistCommands
+{
+    std::function<int()> pnid; ///< the playlist that is shown
+    std::function<int()> plid; ///< its current entry
+    std::function<void()> start = [] {};
+    /// Keeps the layout for the next start.
+    std::function<void()> saveState = [] {};
+    std::function<void()> undo = [] {};
+    std::function<void()> redo = [] {};
+    /// Asks for list files and makes lists of them.
+    std::function<void()> importLists = [] {};
+    /// Asks for a file and writes the active list to it.
+    std::function<void()> saveActive = [] {};
+};
+
+/// Dialogs that the window opens; forms of their own.
+struct WindowDialogs
+{
+    std::function<void()> showInfo;
+    /// `frmEditBox` for a new genre.
+    std::function<void()> askNewGenre;
+    /// `frmEditGrid` for the library. True when another layout was written.
+    std::function<bool()> editLibraryLayout;
+    /// Nothing when the user did not choose.
+    std::function<std::optional<GridFont>(const GridFont& present)> chooseFont;
+    /// The same for the playlist.
+    std::function<bool()> editPlaylistLayout = [] { return false; };
+    /// `frmKopieFile` for the list of that number.
+    std::function<void(int list)> exportList = [](int) {};
+};
+
+/// The parts of the program that the window's logic uses; they outlive it.
+struct MlvdbParts
+{
+    GlobalSettings& settings;
+    ConfigObjects& texts;
+    Mod_API& paths;
+    Files& files;
+    MessageLoop& loop;
+    MLVMessageBus& bus;
+    WindowData& data;
+    SiblingControl& siblings;
+    SuiteMessages& suite;
+    KSMessage& message; ///< `KSMessage1` of this window
+    MonitorControl& monitor;
+    Warnings& warnings;
+    LibraryCommands library;
+    PlaylistCommands playlist;
+    WindowDialogs dialogs;
+    ErrorSink log = {}; ///< hears of events that failed
+};
+
+} // namespace melovane

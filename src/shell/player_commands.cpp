@@ -1,0 +1,46 @@
+#include "shell/player_commands.h"
+
+#include "bus/suite_messages.h"
+#include "config/config_objects.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+PlayerCommands::PlayerCommands(SuiteMessages& suite,
+                               const ConfigObjects& texts,
+                               std::function<void(const QString& text)> show)
+    : m_suite(suite)
+    , m_texts(texts)
+    , m_show(std::move(show))
+{}
+
+bool PlayerCommands::play(const QString& fid, qint32 id)
+{
+    if (fid.isEmpty()) {
+        return false;
+    }
+    if (m_suite.playerIsAlive()) {
+        m_suite.SendToPlayer(fid, id);
+    } else {
+        m_show(m_texts.text(u"status.player.missing"_s));
+    }
+    return true;
+}
+
+bool PlayerCommands::playNext(const QString& fid)
+{
+    return play(fid, message::kPlayNext);
+}
+
+bool PlayerCommands::playNow(const QString& fid)
+{
+    return play(fid, message::kPlayNow);
+}
+
+void PlayerCommands::showPlayer()
+{
+    m_suite.postToPlayer(message::kBringToFront);
+}
+
+} // namespace melovane

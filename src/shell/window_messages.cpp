@@ -1,0 +1,227 @@
+#include "shell/window_messages.h"
+
+#include "bus/message_names.h"
+#include "bus/suite_messages.h"
+#include "config/config_objects.h"
+#include "monitor/monitor_control.h"
+#include "platform/controls/status_line.h"
+#include "platform/system/letter_case.h"
+#include "platform/system/timers.h"
+#include "shell/context_menu.h"
+#include "shell/menu_commands.h"
+#include "shell/node_caption.h"
+#include "shell/player_commands.h"
+#include "shell/sibling_commands.h"
+#include "shell/sibling_control.h"
+#include "shell/window_data.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Within this time several changes of playlists cost the player one message.
+constexpr std::chrono::milliseconds kRefreshPlayerInterval{100};
+
+} // namespace
+
+std::span<const BusRow<WindowMessages>> WindowMessages::busTable()
+{
+    static constexpr BusRow<WindowMessages> kRows[] = {
+        {bus::kRefreshTreeGenre, &WindowMessages::notYet},
+        {bus::kRefreshTreeDir, &WindowMessages::notYet},
+        {bus::kRefreshTreeAlbum, &WindowMessages::notYet},
+        {bus::kRefreshTreeInterpret, &WindowMessages::notYet},
+        {bus::kEditTagShowEditBoxNewGenre, &WindowMessages::editBoxNewGenre},
+        {bus::kPlaylistSaveFileShow, &WindowMessages::exportList},
+        {bus::kShowGridLayout, &WindowMessages::showGridLayout},
+        {bus::kRunProc, &WindowMessages::runProc},
+        {bus::kBeatGaugeFidAuto, &WindowMessages::beatGaugeAuto},
+        {bus::kBeatGaugeFidManuell, &WindowMessages::beatGaugeManual},
+        {bus::kMonitorSeek, &WindowMessages::monitorSeek},
+        {bus::kMonitorSeekSet, &WindowMessages::monitorSeekSet},
+        {bus::kMonitorPlayStop, &WindowMessages::monitorStop},
+        {bus::kMonitorPlayStart, &WindowMessages::monitorStart},
+        {bus::kMonitorPlayCenter, &WindowMessages::monitorCenter},
+        {bus::kPlaylistChange, &WindowMessages::playlistChange},
+        {bus::kDjPlayerPlayNext, &WindowMessages::playNext},
+        {bus::kDjPlayerPlaySofort, &WindowMessages::playNow},
+        {bus::kShowStatusText, &WindowMessages::statusText},
+        {bus::kShowTagEditMp3db, &WindowMessages::notYet},
+        {bus::kShowTagEditPlaylist, &WindowMessages::notYet},
+        {bus::kShowTagEditor, &WindowMessages::tagEditor},
+        {bus::kShowContextMenuMp3db, &WindowMessages::contextMenuLibrary},
+        {bus::kShowContextMenuPlaylist, &WindowMessages::contextMenuPlaylist},
+        {bus::kTreeClickRow, &WindowMessages::treeClick},
+        {bus::kVolumeMonitorShow, &WindowMessages::volumeMonitor},
+        {bus::kRefreshPlaylistTree, &WindowMessages::forwardToPlayer},
+        {bus::kFavoritRefresh, &WindowMessages::forwardToPlayer},
+        {bus::kUpdateTreeRow, &WindowMessages::forwardToPlayer},
+    };
+    return kRows;
+}
+
+WindowMessages::WindowMessages(Parts parts)
+    : m_parts(std::move(parts))
+    , m_timerRefreshPlayerData(
+          m_parts.window.loop.makeTimer(kRefreshPlayerInterval, [this] { refreshPlayerData(); }))
+{}
+
+WindowMessages::~WindowMessages() = default;
+
+void WindowMessages::start()
+{
+    m_messBus = subscribe(m_parts.window.bus, m_parts.guard, *this, busTable());
+}
+
+void WindowMessages::showGridLayout(const MLVMessage& message)
+{
+    if (message.Value1.toText() == "DB"_L1) {
+        m_parts.menu.mnuDatenbank();
+    } else {
+        m_parts.menu.mnuPlaylist();
+    }
+}
+
+void WindowMessages::editBoxNewGenre(const MLVMessage&)
+{
+    m_parts.window.dialogs.askNewGenre();
+}
+
+void WindowMessages::exportList(const MLVMessage& message)
+{
+    // Without a list chosen in the tree the one on the screen is meant.
+    const int chosen = message.Value1.toLong();
+    const int list = chosen > 0 ? chosen : m_parts.window.playlist.pnid();
+    if (list > 0) {
+        m_parts.window.dialogs.exportList(list);
+    } else {
+        m_parts.showStatusText(m_parts.window.texts.text(u"export.nolist"_s));
+    }
+}
+
+void WindowMessages::runProc(const MLVMessage& message)
+{
+    if (lowerCase(message.Value1.toText()) == "sleeve.viewer"_L1) {
+        m_parts.siblings.tellUnless(
+            m_parts.window.siblings.startSleeveViewer(message.Value2.toText()), u"SleeveViewer"_s);
+    }
+}
+
+void WindowMessages::beatGaugeAuto(const MLVMessage& message)
+{
+    findTempo(u"auto"_s, message.Value1.toText());
+}
+
+void WindowMessages::beatGaugeManual(const MLVMessage& message)
+{
+    findTempo(u"manuell"_s, message.Value1.toText());
+}
+
+void WindowMessages::findTempo(const QString& cmd, const QString& fid)
+{
+    m_parts.siblings.tellUnless(m_parts.window.siblings.findTempo(cmd, fid), u"beatgauge"_s);
+}
+
+void WindowMessages::monitorSeek(const MLVMessage&)
+{
+    m_parts.window.monitor.MonitorPlayer(u"SEEK"_s, {}, 0);
+}
+
+void WindowMessages::monitorSeekSet(const MLVMessage& message)
+{
+    m_parts.window.monitor.MonitorPlayer(u"SEEK"_s, {}, message.Value1.toLong());
+}
+
+void WindowMessages::monitorStop(const MLVMessage& message)
+{
+    m_parts.window.monitor.MonitorPlayer(u"STOP"_s, message.Value1.toText(), 0);
+}
+
+void WindowMessages::monitorStart(const MLVMessage& message)
+{
+    m_parts.window.monitor.MonitorPlayer(u"PLAY"_s, message.Value1.toText(), 0);
+}
+
+void WindowMessages::monitorCenter(const MLVMessage& message)
+{
+    m_parts.window.monitor.MonitorPlayer(u"PLAYCENTER"_s, message.Value1.toText(), 0);
+}
+
+void WindowMessages::playlistChange(const MLVMessage&)
+{
+    // Not started anew by the next change: a long burst must not keep the player waiting.
+    if (!m_timerRefreshPlayerData->isActive()) {
+        m_timerRefreshPlayerData->start();
+    }
+}
+
+void WindowMessages::refreshPlayerData()
+{
+    m_timerRefreshPlayerData->stop();
+    m_parts.guard.run(u"TimerRefreshPlayerData"_s, [this] {
+        m_parts.window.data.idle();
+        m_parts.window.suite.postToPlayer(message::kRefreshPlaylist);
+    });
+}
+
+void WindowMessages::playNext(const MLVMessage& message)
+{
+    m_parts.player.playNext(message.Value1.toText());
+}
+
+void WindowMessages::playNow(const MLVMessage& message)
+{
+    m_parts.player.playNow(message.Value1.toText());
+}
+
+void WindowMessages::statusText(const MLVMessage& message)
+{
+    m_parts.showStatusText(message.Value1.toText());
+}
+
+void WindowMessages::tagEditor(const MLVMessage&)
+{
+    m_parts.siblings.editTags();
+}
+
+void WindowMessages::contextMenuLibrary(const MLVMessage& message)
+{
+    m_parts.contextMenu.open(message.Value1.toText(), true);
+}
+
+void WindowMessages::contextMenuPlaylist(const MLVMessage& message)
+{
+    m_parts.contextMenu.open(message.Value1.toText(), false);
+}
+
+void WindowMessages::treeClick(const MLVMessage& message)
+{
+    const QString text = nodeCaption(message.Value1.toText(), message.Value2.toText());
+    if (!text.isEmpty()) {
+        m_parts.status.setPanel(StatusPanel::Node, text);
+    }
+}
+
+void WindowMessages::volumeMonitor(const MLVMessage&)
+{
+    if (!m_parts.window.suite.showVolumeMonitor()) {
+        m_parts.siblings.tellUnless(m_parts.window.siblings.startLevelPanel(), u"LevelPanel"_s);
+    }
+}
+
+void WindowMessages::forwardToPlayer(const MLVMessage& message)
+{
+    // What came from the player was put on the bus in the name of this window: no echo.
+    if (message.Sender != m_parts.bus.name()) {
+        m_parts.window.suite.sendToPlayer(message::kRefreshPlaylistTree);
+    }
+}
+
+void WindowMessages::notYet(const MLVMessage&)
+{
+    m_parts.showStatusText(m_parts.window.texts.text(u"status.later"_s));
+}
+
+} // namespace melovane

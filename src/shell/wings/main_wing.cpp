@@ -1,0 +1,120 @@
+#include "shell/wings/main_wing.h"
+
+#include "bus/message_names.h"
+#include "library/ui/mp3db_widget.h"
+#include "platform/db/db_error.h"
+#include "platform/qt/qt_font_chooser.h"
+#include "playlistview/ui/playlist_widget.h"
+#include "shell/wings/desk.h"
+#include "shell/wings/library_wing.h"
+#include "shell/wings/machine.h"
+#include "shell/wings/playlist_wing.h"
+#include "shell/wings/sound_wing.h"
+#include "shell/wings/suite_wing.h"
+#include "shell/wings/trees_wing.h"
+#include "trees/ui/playlist_favorit_widget.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+MainWing::MainWing(const Below& wings)
+    : below(wings)
+    , editBox(wings.machine.texts, wings.suite.bus, inputBox)
+    , info(wings.machine.settings, wings.machine.texts, wings.machine.paths, infoForm)
+    , window(windowParts(), wings.desk.window.controls())
+    , keys(wings.machine.settings, wings.machine.loop, keyActions())
+{}
+
+MlvdbParts MainWing::windowParts()
+{
+    Machine& machine = below.machine;
+    SuiteWing& suite = below.suite;
+    return {.settings = machine.settings,
+            .texts = machine.texts,
+            .paths = machine.paths,
+            .files = machine.files,
+            .loop = machine.loop,
+            .bus = suite.bus,
+            .data = machine.data,
+            .siblings = suite.siblings,
+            .suite = suite.suite,
+            .message = *suite.message,
+            .monitor = below.sound.monitor,
+            .warnings = below.desk.warnings,
+            .library = below.library.commands(),
+            .playlist = below.playlist.commands(),
+            .dialogs = dialogs(),
+            .log = machine.log()};
+}
+
+WindowDialogs MainWing::dialogs()
+{
+    return {.showInfo = [this] { info.Show(); },
+            .askNewGenre = [this] { editBox.Show(); },
+            .editLibraryLayout = [this] { return below.library.editLayout(); },
+            .chooseFont =
+                [this](const GridFont& present) {
+                    const QString title = below.machine.texts.text(u"mnuFont"_s);
+                    return QtFontChooser(&below.desk.window, title).choose(present);
+                },
+            .editPlaylistLayout = [this] { return below.playlist.editLayout(); },
+            .exportList = [this](int list) { below.playlist.exportList(Pnid(list)); }};
+}
+
+KeyActions MainWing::keyActions()
+{
+    ctl_MP3DB& library = below.library.view;
+    return {.toView =
+                [this, &library](const QString& command) {
+                    return library.SendKeyUp(command) || below.playlist.view.SendKeyUp(command);
+                },
+            .stopMonitor = [this] { below.sound.monitor.stop(); },
+            .setFavorit = [this] { below.suite.sender.SendMessage(bus::kDbSetFavorit); },
+            .playNext = [this, &library] { return window.player().playNext(library.GetFID()); },
+            .playNow = [this, &library] { return window.player().playNow(library.GetFID()); },
+            .showPlayer =
+                [this] {
+                    below.machine.loop.turn();
+                    window.player().showPlayer();
+                }};
+}
+
+void MainWing::connectViews()
+{
+    Desk& desk = below.desk;
+    const ConfigObjects& texts = below.machine.texts;
+    desk.window.attach(window, texts);
+    desk.window.library().attach(below.library.view, texts);
+    desk.window.playlist().attach(below.playlist.view, texts);
+    desk.window.lists().attach(below.trees.favorit, texts);
+    QObject::connect(&below.playlist.view, &ctl_Playlist::historyChanged, &desk.window,
+                     [this](const QString& undo, bool, const QString& redo, bool) {
+                         window.menu().setHistoryTexts(undo, redo);
+                     });
+    below.playlist.hearSampleTool(window.guard());
+    desk.popup.setPlace([&desk] { return desk.window.lists().menuPlace(); });
+    below.machine.settings.SetKeyboard(&desk.keyboard);
+    desk.keyboard.setHandler(&desk.window, [this] { return keys.keyPressed(); });
+    QObject::connect(&desk.window, &MlvdbWindow::firstShown, &below.library.view,
+                     [this] { window.activateFirst(); });
+    QObject::connect(&desk.window, &MlvdbWindow::closing, &below.library.view, [this] {
+        window.unload();
+        below.trees.favorit.end();
+    });
+}
+
+void MainWing::show()
+{
+    connectViews();
+    try {
+        window.load();
+        below.trees.favorit.toolPressed(u"all.activate"_s);
+    } catch (const DbError& error) {
+        below.machine.log()(u"MLVDB.Load"_s, error.text());
+        window.showStatusText(below.machine.texts.text(u"fehler.unerwartet", error.text()));
+    }
+    below.desk.window.show();
+}
+
+} // namespace melovane

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "shell/edit_box.h"
+#include "shell/info.h"
+#include "shell/key_commands.h"
+#include "shell/mlvdb.h"
+#include "shell/ui/edit_box_dialog.h"
+#include "shell/ui/info_dialog.h"
+
+namespace melovane {
+
+struct Desk;
+struct LibraryWing;
+struct Machine;
+struct PlaylistWing;
+struct SoundWing;
+struct SuiteWing;
+struct TreesWing;
+
+/// The main window's own logic, its keys and small dialogs.
+struct MainWing
+{
+    /// The wings that stand below this one.
+    struct Below
+    {
+        Machine& machine;
+        Desk& desk;
+        SuiteWing& suite;
+        SoundWing& sound;
+        LibraryWing& library;
+        PlaylistWing& playlist;
+        TreesWing& trees;
+    };
+
+    explicit MainWing(const Below& below);
+
+    /// Connects the forms with their logic, loads the window and shows it. A library that fails is
+    /// told; the window is there all the same, incomplete.
+    void show();
+
+    Below below;
+    EditBoxDialog inputBox;
+    frmEditBox editBox;
+    InfoDialog infoForm;
+    frmInfo info;
+    MLVDB window;
+    KeyCommands keys;
+
+private:
+    [[nodiscard]] MlvdbParts windowParts();
+    [[nodiscard]] WindowDialogs dialogs();
+    [[nodiscard]] KeyActions keyActions();
+    void connectViews();
+};
+
+} // namespace melovane

@@ -1,0 +1,167 @@
+#include "shell/wings/playlist_wing.h"
+
+#include "bus/message_numbers.h"
+#include "platform/qt/progress_dialog.h"
+#include "playlistfiles/m3u_errors.h"
+#include "playlistview/ui/playlist_widget.h"
+#include "shell/wings/desk.h"
+#include "shell/wings/library_wing.h"
+#include "shell/wings/lists_wing.h"
+#include "shell/wings/machine.h"
+#include "shell/wings/sound_wing.h"
+#include "shell/wings/suite_wing.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+PlaylistWing::PlaylistWing(const Below& wings, std::function<GroupId()> importGroup)
+    : below(wings)
+    , listFiles(listFileParts(std::move(importGroup)))
+    , drops({.engine = *wings.machine.engine,
+             .settings = wings.machine.settings,
+             .texts = wings.machine.texts,
+             .files = wings.machine.files,
+             .reader = wings.lists.tagReader,
+             .clock = wings.machine.clock,
+             .pointer = wings.desk.pointer,
+             .showStatusText = [this](const QString& text) { below.suite.showStatusText(text); }})
+    , view(viewParts(), wings.desk.window.playlist().controls(wings.desk.warnings), viewActions())
+    , exportForm(wings.desk.icons, wings.machine.texts)
+    , exports(exportParts())
+{}
+
+M3uCommandParts PlaylistWing::listFileParts(std::function<GroupId()> importGroup)
+{
+    const Machine& machine = below.machine;
+    return {.m3u = below.lists.m3u,
+            .settings = below.machine.settings,
+            .texts = machine.texts,
+            .files = machine.files,
+            .warnings = below.desk.warnings,
+            .chooser = below.desk.fileChooser,
+            .bus = below.suite.bus,
+            .openProgress =
+                [&machine](const QString& title) {
+                    return std::make_unique<ProgressDialog>(title,
+                                                            machine.texts.text(u"m3u.cancel"_s));
+                },
+            .targetGroup = std::move(importGroup),
+            .openFile =
+                [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }};
+}
+
+PlaylistViewParts PlaylistWing::viewParts()
+{
+    ListsWing& lists = below.lists;
+    return {.engine = *below.machine.engine,
+            .settings = below.machine.settings,
+            .texts = below.machine.texts,
+            .clock = below.machine.clock,
+            .loop = below.machine.loop,
+            .bus = below.suite.bus,
+            .tools = {.functions = lists.functions,
+                      .edits = lists.edits,
+                      .history = lists.history,
+                      .snapshots = lists.snapshots},
+            .log = below.machine.log()};
+}
+
+PlaylistActions PlaylistWing::viewActions()
+{
+    LayoutFiles& layouts = below.library.layouts;
+    return {.program = below.machine.paths.programName(),
+            .startBeatGauge =
+                [this](const QString& cmd, const QString& fid, const QString& plid) {
+                    below.suite.commands.findTempo(cmd, fid, plid);
+                },
+            .monitorStep =
+                [this](int direction) {
+                    below.sound.monitor.run(direction < 0 ? u"play.zur" : u"play.vor", {});
+                },
+            .locate = [this](const QString& file) { return below.machine.locator.placeOf(file); },
+            .tracksOf = [this](const QStringList& places) { return drops.tracksOf(places); },
+            .saveLayout = [&layouts](const QString& name,
+                                     const GridControl& grid) { layouts.save(name, grid); },
+            .loadLayout = [&layouts](const QString& name,
+                                     GridControl& grid) { layouts.load(name, grid); },
+            .insertLists =
+                [this](const QStringList& files, Pnid list, std::optional<Sid> target, int aktion) {
+                    return listFiles.insertLists(files, list, target, aktion);
+                },
+            .editSample =
+                [this](const MlvPlaylistDetail& entry) {
+                    below.suite.sampleTool.edit(entry, below.suite.playlistMessage->handle());
+                },
+            .cuesOf =
+                [this](const QString& file, int withinMs, int loudness) {
+                    return below.sound.cueFinder.find(file, withinMs, loudness);
+                }};
+}
+
+KopieParts PlaylistWing::exportParts()
+{
+    Machine& machine = below.machine;
+    return {.exports = {.engine = *machine.engine,
+                        .settings = machine.settings,
+                        .files = machine.files,
+                        .locator = machine.locator,
+                        .loop = machine.loop},
+            .settings = machine.settings,
+            .texts = machine.texts,
+            .warnings = below.desk.warnings,
+            .form = exportForm,
+            .logFailure = [&machine](int code, const QString& what) {
+                M3uErrors errors(machine.files,
+                                 {machine.paths.programFolder(), machine.paths.GetConfigPath()},
+                                 machine.clock);
+                errors.add(code, u"SavePlaylist"_s, what);
+            }};
+}
+
+PlaylistCommands PlaylistWing::commands()
+{
+    return {.pnid = [this] { return int(numberOf(view.GetPNID())); },
+            .plid = [this] { return int(numberOf(view.currentEntry())); },
+            .start = [this] { view.start(); },
+            .saveState = [this] { view.end(); },
+            .undo = [this] { view.undo(); },
+            .redo = [this] { view.redo(); },
+            .importLists = [this] { listFiles.importLists(); },
+            .saveActive = [this] { listFiles.saveList(view.listOfCommands()); }};
+}
+
+bool PlaylistWing::editLayout()
+{
+    return below.desk.editLayout(below.library.layouts, u"EditGrid-pl"_s, kPlaylistLayout,
+                                 view.Data1(), view.look(),
+                                 below.desk.window.playlist().controls(below.desk.warnings).grid);
+}
+
+void PlaylistWing::exportList(Pnid list)
+{
+    exports.SetPNID(list);
+    exports.Show();
+}
+
+void PlaylistWing::hearSampleTool(const EventGuard& guard)
+{
+    below.suite.playlistMessage->setMessageNumber([this, &guard](qint32 id, qint32 wParam, qint32) {
+        MlvdbWindow& window = below.desk.window;
+        if (id == message::kSampleValue1 || id == message::kSampleValue2) {
+            guard.run(u"SampleTool"_s, [this] {
+                const SampleEdit edit = below.suite.sampleTool.read();
+                view.takeSample(edit.PLID, edit.FID, edit.FrameStart, edit.FrameStop);
+            });
+        } else if (id == message::kBringWindowToTop && !view.isLocked() &&
+                   wParam == window.windowHandle32()) {
+            window.bringToFront();
+        }
+        return 0;
+    });
+}
+
+} // namespace melovane

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "playlistfiles/drop_commands.h"
+#include "playlistfiles/kopie_file.h"
+#include "playlistfiles/m3u_commands.h"
+#include "playlistfiles/ui/kopie_file_dialog.h"
+#include "playlistview/playlist.h"
+#include "shell/mlvdb_parts.h"
+
+namespace melovane {
+
+struct Desk;
+struct LibraryWing;
+struct ListsWing;
+struct Machine;
+struct SoundWing;
+struct SuiteWing;
+
+/// The playlist view, and what a user does with a whole list: import, save, export.
+struct PlaylistWing
+{
+    /// The wings that stand below this one.
+    struct Below
+    {
+        Machine& machine;
+        Desk& desk;
+        SuiteWing& suite;
+        SoundWing& sound;
+        ListsWing& lists;
+        LibraryWing& library;
+    };
+
+    /// \param importGroup the group that imported lists go into
+    PlaylistWing(const Below& below, std::function<GroupId()> importGroup);
+
+    /// What the main window asks of the view.
+    [[nodiscard]] PlaylistCommands commands();
+
+    /// `frmEditGrid` for its grid. True when another layout was written.
+    [[nodiscard]] bool editLayout();
+
+    /// `frmKopieFile` for a list.
+    void exportList(Pnid list);
+
+    /// Takes from now on what the sample tool hands back.
+    void hearSampleTool(const EventGuard& guard);
+
+    Below below;
+    M3uCommands listFiles;
+    DropCommands drops;
+    ctl_Playlist view;
+    KopieFileDialog exportForm;
+    frmKopieFile exports;
+
+private:
+    [[nodiscard]] M3uCommandParts listFileParts(std::function<GroupId()> importGroup);
+    [[nodiscard]] PlaylistViewParts viewParts();
+    [[nodiscard]] PlaylistActions viewActions();
+    [[nodiscard]] KopieParts exportParts();
+};
+
+} // namespace melovane

@@ -1,0 +1,25 @@
+#include "shell/wings/sound_wing.h"
+
+#include "shell/wings/desk.h"
+#include "shell/wings/machine.h"
+#include "shell/wings/suite_wing.h"
+
+namespace melovane {
+
+SoundWing::SoundWing(Machine& machine, Desk& desk, SuiteWing& suite)
+    : player(output, machine.loop)
+    , monitor({.player = player,
+               .status = desk.window.status(),
+               .warnings = desk.warnings,
+               .settings = machine.settings,
+               .texts = machine.texts,
+               .files = machine.files,
+               .locator = machine.locator,
+               .loop = machine.loop,
+               .GetAllDataByFid =
+                   [&machine](const QString& fid) { return machine.data.GetAllDataByFid(fid); },
+               .StopOtherMonitors = [&suite] { suite.suite.StopOtherMonitors(); },
+               .showStatusText = [&suite](const QString& text) { suite.showStatusText(text); }})
+{}
+
+} // namespace melovane

@@ -1,0 +1,89 @@
+#include "shell/wings/start_wing.h"
+
+#include "bus/message_numbers.h"
+#include "platform/system/path_text.h"
+#include "shell/wings/desk.h"
+#include "shell/wings/machine.h"
+#include "store/check_database.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+StartWing::StartWing(Machine& base, Desk& room)
+    : machine(base)
+    , desk(room)
+    , splashForm(room.skin, room.icons)
+    , splash(base.texts, base.loop, splashForm, [this] { openMakersPage(); })
+{}
+
+StartWing::~StartWing() = default;
+
+StartResult StartWing::run(const std::function<void()>& showMainWindow)
+{
+    return SubMain({.openTest = [this] { return openTest(); },
+                    .loadConfig =
+                        [this] {
+                            machine.loadConfig();
+                            desk.dress();
+                        },
+                    .anotherCopyRuns = [this] { return anotherCopyRuns(); },
+                    .databaseExists =
+                        [this] { return machine.files.fileExists(machine.settings.DbName()); },
+                    .versionFits = [this] { return machine.settings.CheckDBVersion() == 0; },
+                    .showMainWindow =
+                        [this, &showMainWindow] {
+                            showMainWindow();
+                            listenForNextCopy();
+                        }},
+                   {.settings = machine.settings,
+                    .texts = machine.texts,
+                    .warnings = desk.warnings,
+                    .messages = machine.messages,
+                    .loop = machine.loop,
+                    .splash = splash})
+        .run();
+}
+
+OpenFault StartWing::openTest()
+{
+    const DatabasePlace place{machine.settings.DbName(), machine.paths.GetConfigPath(),
+                              machine.paths.programName()};
+    CheckDatabase check(*machine.engine, machine.files, machine.clock, place, machine.log());
+    const QString text = check.openTest();
+    return {text, check.openError()};
+}
+
+bool StartWing::anotherCopyRuns()
+{
+    if (machine.onlyCopy.claim()) {
+        return false;
+    }
+    const auto control = machine.messages.makeControl();
+    control->setTarget(machine.onlyCopy.runningCopy());
+    control->Send(message::kBringToFront, 0, 0);
+    return true;
+}
+
+void StartWing::listenForNextCopy()
+{
+    nextCopy = machine.messages.makeControl();
+    nextCopy->setMessageNumber([this](qint32 id, qint32, qint32) {
+        if (id == message::kBringToFront) {
+            desk.window.bringToFront();
+        }
+        return 0;
+    });
+    machine.onlyCopy.publish(nextCopy->handle());
+}
+
+void StartWing::openMakersPage() const
+{
+    const QString page = path::join(machine.paths.programFolder(), u"Melovane.html"_s);
+    QDesktopServices::openUrl(QUrl::fromLocalFile(page));
+}
+
+} // namespace melovane

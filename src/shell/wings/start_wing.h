@@ -1,0 +1,41 @@
+#pragma once
+
+#include "shell/start_up_db.h"
+#include "shell/sub_main.h"
+#include "shell/ui/splash_window.h"
+
+#include <functional>
+#include <memory>
+
+namespace melovane {
+
+struct Desk;
+class KSMessage;
+struct Machine;
+
+/// The start of the program up to its main window, and what later copies of it find.
+struct StartWing
+{
+    StartWing(Machine& machine, Desk& desk);
+    ~StartWing();
+
+    StartWing(const StartWing&) = delete;
+    StartWing& operator=(const StartWing&) = delete;
+
+    /// \param showMainWindow loads the main window and shows it
+    [[nodiscard]] StartResult run(const std::function<void()>& showMainWindow);
+
+    Machine& machine;
+    Desk& desk;
+    SplashWindow splashForm;
+    frmStartUpDB splash;
+    std::unique_ptr<KSMessage> nextCopy; ///< hears of later copies; null before the window is up
+
+private:
+    [[nodiscard]] OpenFault openTest();
+    [[nodiscard]] bool anotherCopyRuns();
+    void listenForNextCopy();
+    void openMakersPage() const;
+};
+
+} // namespace melovane

@@ -1,0 +1,31 @@
+#include "shell/wings/suite_wing.h"
+
+#include "bus/message_names.h"
+#include "shell/wings/machine.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+SuiteWing::SuiteWing(Machine& machine)
+    : bus(machine.paths, machine.files, machine.clock)
+    , sender(bus, u"MLVDB"_s)
+    , message(machine.messages.makeControl())
+    , playlistMessage(machine.messages.makeControl())
+    , suite(machine.settings, *machine.engine, machine.messages, *message, machine.log())
+    , siblings(machine.paths, machine.files, machine.processes)
+    , commands(siblings, machine.texts, [this](const QString& text) { showStatusText(text); })
+    , sampleTool(
+          {.files = machine.files,
+           .programFolder = machine.paths.programFolder(),
+           .suite = suite,
+           .siblings = siblings,
+           .tellMissing = [this](const QString& program) { commands.tellUnless(false, program); }})
+{}
+
+void SuiteWing::showStatusText(const QString& text)
+{
+    sender.SendMessage(bus::kShowStatusText, text);
+}
+
+} // namespace melovane

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "bus/mlv_message_bus.h"
+#include "bus/suite_messages.h"
+#include "shell/sample_tool.h"
+#include "shell/sibling_commands.h"
+#include "shell/sibling_control.h"
+
+#include <memory>
+
+namespace melovane {
+
+struct Machine;
+
+/// How the parts of the console talk: among themselves, and with the suite's other programs.
+struct SuiteWing
+{
+    explicit SuiteWing(Machine& machine);
+
+    /// Puts a line before the user.
+    void showStatusText(const QString& text);
+
+    MLVMessageBus bus;
+    BusSender sender;                           ///< in the name of the main window
+    std::unique_ptr<KSMessage> message;         ///< `KSMessage1` of the main window
+    std::unique_ptr<KSMessage> playlistMessage; ///< `KSMessage1` of the playlist view
+    SuiteMessages suite;
+    SiblingControl siblings;
+    SiblingCommands commands;
+    SampleTool sampleTool;
+};
+
+} // namespace melovane

@@ -1,0 +1,33 @@
+#include "shell/wings/trees_wing.h"
+
+#include "shell/wings/desk.h"
+#include "shell/wings/lists_wing.h"
+#include "shell/wings/machine.h"
+#include "shell/wings/playlist_wing.h"
+#include "shell/wings/suite_wing.h"
+#include "trees/ui/playlist_favorit_widget.h"
+
+namespace melovane {
+
+TreesWing::TreesWing(Machine& machine,
+                     Desk& desk,
+                     SuiteWing& suite,
+                     ListsWing& lists,
+                     PlaylistWing& playlist)
+    : figuresForm(machine.texts)
+    , figures(*machine.engine, machine.settings, figuresForm)
+    , favorit({.engine = *machine.engine,
+               .settings = machine.settings,
+               .texts = machine.texts,
+               .lists = lists.functions,
+               .loop = machine.loop,
+               .bus = suite.bus,
+               .warnings = desk.warnings,
+               .popup = desk.popup,
+               .sink = machine.log(),
+               .showDetails = [this](Pnid list) { figures.Show(list); },
+               .saveList = [&playlist](Pnid list) { playlist.listFiles.saveList(list); }},
+              desk.window.lists().tree())
+{}
+
+} // namespace melovane

@@ -1,0 +1,62 @@
+#include "config/config_objects.h"
+#include "config/melovane_configuration.h"
+#include "platform/controls/pointer_control.h"
+#include "playlistfiles/drop_commands.h"
+#include "playlistfiles/m3u_fixture.h"
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+struct CountingPointer : public PointerControl
+{
+    void push(PointerShape) override { ++pushed; }
+
+    void pop() override { ++popped; }
+
+    int pushed = 0;
+    int popped = 0;
+};
+
+class DropCommandsTest : public test::M3uTest
+{
+protected:
+    DropCommandsTest() { MelovaneConfiguration::fill(texts); }
+
+    ConfigObjects texts{lists.folders.paths(), lists.folders.profile(), lists.files};
+    CountingPointer pointer;
+    QStringList shown;
+    DropCommands drops{{.engine = *lists.engine,
+                        .settings = *lists.settings,
+                        .texts = texts,
+                        .files = lists.files,
+                        .reader = *reader,
+                        .clock = lists.clock,
+                        .pointer = pointer,
+                        .showStatusText = [this](const QString& text) { shown.append(text); }}};
+};
+
+TEST_F(DropCommandsTest, KnownAndNewFilesAreTracksInTheirOrder)
+{
+    const QString known = addTrack(u"b.mp3"_s);
+    const QString fresh = addFile(u"a.mp3"_s);
+    const QStringList fids = drops.tracksOf({music.file(u"b.mp3"_s), fresh});
+    ASSERT_EQ(fids.size(), 2);
+    EXPECT_EQ(fids[0], known);
+    EXPECT_EQ(drops.tracksOf({fresh}), QStringList{fids[1]}) << "it has entered the library";
+    EXPECT_TRUE(shown.isEmpty());
+    EXPECT_EQ(pointer.pushed, 2);
+    EXPECT_EQ(pointer.popped, 2);
+}
+
+TEST_F(DropCommandsTest, FilesWithoutSoundAreLeftOutAndTold)
+{
+    const QString good = addFile(u"a.mp3"_s);
+    const QString bad = music.write(u"noise.mp3"_s, "not a sound");
+    EXPECT_EQ(drops.tracksOf({bad, good}).size(), 1);
+    EXPECT_EQ(shown, QStringList{texts.text(u"playlist.skipped"_s, 1, u"noise.mp3"_s)});
+}
+
+} // namespace
+} // namespace melovane
