@@ -3,8 +3,8 @@
 //
 // The suite's side of tools/prove_list_exchange.sh. Ends with 0 when each list gave all tracks.
 
-#include "platform/linux/tag_reader.h"
 #include "intake/dropped_tracks.h"
+#include "platform/linux/tag_reader.h"
 #include "playlistfiles/mlv_m3u.h"
 #include "playlists/list_fixture.h"
 #include "support/mp3_maker.h"

@@ -1,5 +1,5 @@
-#include "platform/system/path_text.h"
 #include "intake/dropped_tracks.h"
+#include "platform/system/path_text.h"
 #include "playlistfiles/m3u_fixture.h"
 
 namespace melovane::test {
