@@ -19,7 +19,8 @@ trap 'rm -rf "$XDG_RUNTIME_DIR"' EXIT
 export LSAN_OPTIONS=suppressions=$PWD/tests/support/leaks_of_others.txt:print_suppressions=0
 
 ctest --test-dir "build/$preset" -j"$(nproc)" --output-on-failure -LE x11
-if ctest --test-dir "build/$preset" -N -L x11 | grep -q 'Test *#'; then
+# Read to its end: a reader that leaves early would make ctest fail, and the tests be left out.
+if ctest --test-dir "build/$preset" -N -L x11 | grep 'Test *#' >/dev/null; then
     # A window manager gives the windows their focus; without one no key arrives.
     xvfb-run -a -s "-screen 0 1600x1000x24" bash -c '
         openbox >/dev/null 2>&1 &
