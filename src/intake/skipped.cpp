@@ -6,16 +6,9 @@
 
 #include <QHash>
 
-#include <numeric>
-
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
-
-int Skipped::otherKinds() const
-{
-    return std::accumulate(kinds.begin(), kinds.end(), 0);
-}
 
 QString unreadKind(const QString& fileName)
 {

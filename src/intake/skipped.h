@@ -26,9 +26,6 @@ struct Skipped
     QMap<QString, int> kinds;     ///< files of sound that is not read, by kind: "FLAC", "Ogg"
 
     [[nodiscard]] bool isEmpty() const { return refused.empty() && kinds.isEmpty(); }
-
-    /// Files of all kinds that are not read.
-    [[nodiscard]] int otherKinds() const;
 };
 
 /// The kind of sound that a file name claims and that is not read: "FLAC", "Ogg", "M4A", "WMA" ...

@@ -25,32 +25,33 @@ TrackInsert::Result TrackInsert::add(ImportedTrack& track, TakenFid taken)
     }
     const QString candidate = std::exchange(track.FID, m_fids.make(track.FID));
     const bool isOfTheFile = track.FID == candidate;
-    bool done = insert(track);
-    if (!done && isOfTheFile && taken == TakenFid::Tell) {
-        if (auto row = m_places.placeOf(track.FID)) {
-            return {Result::Kind::FidIsTaken, std::move(*row)};
-        }
+    auto holder = insert(track);
+    if (holder && isOfTheFile && taken == TakenFid::Tell) {
+        return {Result::Kind::FidIsTaken, std::move(*holder)};
     }
-    while (!done) {
+    while (holder) {
         m_fids.wasTaken();
         track.FID = m_fids.make();
-        done = insert(track);
+        holder = insert(track);
     }
     m_places.added(track.Path);
     return {};
 }
 
-bool TrackInsert::insert(const ImportedTrack& track)
+std::optional<StoredPlace> TrackInsert::insert(const ImportedTrack& track)
 {
     try {
         m_insert.run(track.values());
+        return {};
     } catch (const DbError& error) {
         if (error.number() == dberror::kDuplicateKey) {
-            return false;
+            if (auto holder = m_places.placeOf(track.FID)) {
+                return holder;
+            }
+            // Another column refuses the row, and would refuse it under any identifier.
         }
         throw;
     }
-    return true;
 }
 
 } // namespace melovane

@@ -5,6 +5,8 @@
 #include "intake/library_places.h"
 #include "store/row_statements.h"
 
+#include <optional>
+
 namespace melovane {
 
 /// Adds tracks to the library: nothing else inserts into `db_all`.
@@ -44,7 +46,8 @@ public:
     [[nodiscard]] Result add(ImportedTrack& track, TakenFid taken);
 
 private:
-    [[nodiscard]] bool insert(const ImportedTrack& track);
+    /// Nothing when the row stands, else the row that has its identifier.
+    [[nodiscard]] std::optional<StoredPlace> insert(const ImportedTrack& track);
 
     LibraryPlaces& m_places;
     IntakeFids m_fids;

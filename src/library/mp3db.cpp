@@ -136,6 +136,11 @@ void ctl_MP3DB::reconnectDatabase()
         return;
     }
     m_rows.reconnect(m_settings.DbName());
+    if (!m_rows.isRead()) {
+        // The file was not there at the start either: this is the start.
+        configure();
+        return;
+    }
     m_watch.count();
     tellCount();
     updateEmptyNote();

@@ -2,7 +2,11 @@
 
 #include "platform/system/timers.h"
 
+#include <QScopeGuard>
+
+#include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <iterator>
 #include <utility>
 
@@ -30,11 +34,22 @@ void IdleWork::runSlices()
 {
     // Kept apart while they run: what a slice adds comes behind them.
     std::vector<Slice> present = std::exchange(m_work, {});
-    std::erase_if(present, [](const Slice& slice) { return !slice(); });
-    m_work.insert(m_work.begin(), std::make_move_iterator(present.begin()),
-                  std::make_move_iterator(present.end()));
-    if (m_work.empty()) {
-        m_timer->stop();
+    std::vector<Slice> going;
+    std::size_t next = 0;
+    // Also when one of them fails: it is over then, the others go on.
+    const auto keep = qScopeGuard([&] {
+        std::move(present.begin() + std::ptrdiff_t(next), present.end(), std::back_inserter(going));
+        m_work.insert(m_work.begin(), std::make_move_iterator(going.begin()),
+                      std::make_move_iterator(going.end()));
+        if (m_work.empty()) {
+            m_timer->stop();
+        }
+    });
+    while (next < present.size()) {
+        Slice& slice = present[next++];
+        if (slice()) {
+            going.push_back(std::move(slice));
+        }
     }
 }
 

@@ -20,7 +20,7 @@ public:
     ~IdleWork();
 
     /// Runs a slice again and again until it returns false. Works take turns; a slice may add
-    /// others.
+    /// others. One that throws is not run again.
     void add(Slice slice);
 
 private:

@@ -1,5 +1,6 @@
 #include "intake/dropped_tracks.h"
 #include "intake/intake_fixture.h"
+#include "platform/db/db_error.h"
 
 #include <QDir>
 #include <QFile>
@@ -47,6 +48,15 @@ TEST_F(DroppedTracksTest, ThousandsOfNewFilesInOneSecondGetIdentifiersOfTheirOwn
     EXPECT_EQ(result.fids.size(), kFiles);
     EXPECT_EQ(QSet<QString>(result.fids.begin(), result.fids.end()).size(), kFiles);
     EXPECT_EQ(rows(), kFiles);
+}
+
+TEST_F(DroppedTracksTest, ARowThatAnotherColumnRefusesEndsTheDropWithItsError)
+{
+    suite.execute(u"create unique index OneOfAnAlbum on db_all (Interpret)"_s);
+    write(u"a.mp3"_s);
+    write(u"b.mp3"_s);
+    EXPECT_THROW(drop({music.path()}), DbError);
+    EXPECT_EQ(rows(), 0);
 }
 
 TEST_F(DroppedTracksTest, FiveThousandFilesAreTakenAndNoMore)

@@ -1,4 +1,5 @@
 #include "library/view_fixture.h"
+#include "platform/db/db_error.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -73,6 +74,24 @@ TEST_F(Mp3dbMessagesTest, AFileThatIsMissingAtDbReconnectIsTakenBackByALaterOne)
     ASSERT_TRUE(QFile::rename(aside, library.databaseName()));
     others.SendMessage(u"db.reconnect"_s);
     EXPECT_EQ(titles().size(), 3);
+}
+
+TEST_F(Mp3dbMessagesTest, AFileThatWasMissingAtTheStartIsTakenAtDbReconnect)
+{
+    library.engine->Release(library.databaseName());
+    const QString aside = library.folders.configFile(u"aside.mdb"_s);
+    ASSERT_TRUE(QFile::rename(library.databaseName(), aside));
+    test::PlainGrid late;
+    ctl_MP3DB view{parts(), {late, search, pointer, clipboard}, {}};
+    EXPECT_THROW(view.start(), DbError);
+    others.SendMessage(u"db.disconnect"_s);
+    others.SendMessage(u"db.reconnect"_s); // still missing
+    ASSERT_TRUE(QFile::rename(aside, library.databaseName()));
+    others.SendMessage(u"db.disconnect"_s);
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(view.librarySize(), 4);
+    view.search(u"Licht"_s);
+    EXPECT_EQ(view.matchCount(), 3);
 }
 
 TEST_F(Mp3dbMessagesTest, AfterDbReconnectTheGridStandsWhereItStood)

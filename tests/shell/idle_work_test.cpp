@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 namespace melovane {
 namespace {
 
@@ -50,6 +52,17 @@ TEST_F(IdleWorkTest, ASliceMayAddWork)
     EXPECT_EQ(done, u"x"_s);
     EXPECT_TRUE(loop.fire(kIntervalMs));
     EXPECT_EQ(done, u"xy"_s);
+    EXPECT_FALSE(loop.fire(kIntervalMs));
+}
+
+TEST_F(IdleWorkTest, ASliceThatFailsEndsItsOwnWorkAlone)
+{
+    idle.add(work(u"a"_s, 2));
+    idle.add([]() -> bool { throw std::runtime_error("broken"); });
+    idle.add(work(u"b"_s, 1));
+    EXPECT_THROW(loop.fire(kIntervalMs), std::runtime_error);
+    EXPECT_TRUE(loop.fire(kIntervalMs));
+    EXPECT_EQ(done, u"aab"_s);
     EXPECT_FALSE(loop.fire(kIntervalMs));
 }
 

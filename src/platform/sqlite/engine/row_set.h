@@ -23,8 +23,6 @@ public:
 
     [[nodiscard]] const Prepared& statement() const { return *m_statement; }
 
-    [[nodiscard]] std::shared_ptr<const Prepared> sharedStatement() const { return m_statement; }
-
     [[nodiscard]] const std::vector<Value>& parameters() const { return m_parameters; }
 
     [[nodiscard]] const std::vector<ResultColumn>& columns() const

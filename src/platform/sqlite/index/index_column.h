@@ -28,9 +28,6 @@ public:
     /// A value's number: 0 is null, the others count from 1 in their order.
     [[nodiscard]] quint32 valueOf(quint32 row) const { return m_values[row]; }
 
-    /// One more than the largest number.
-    [[nodiscard]] quint32 valueCount() const { return quint32(m_ends.size()); }
-
     /// False when a cell is none that a column of this type holds: comparisons and order are then
     /// SQLite's alone.
     [[nodiscard]] bool fits() const { return m_fits; }
