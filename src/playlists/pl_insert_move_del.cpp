@@ -8,6 +8,7 @@
 #include "playlists/playlist_table.h"
 #include "playlists/track_entries.h"
 #include "playlists/undo_redo.h"
+#include "store/error_sink.h"
 
 #include <algorithm>
 
@@ -75,7 +76,8 @@ Pnid cls_PLInsertMoveDel::ExistPNID(Pnid list)
 {
     try {
         return existing(*m_engine.OpenDatabase(m_dbName), list);
-    } catch (const DbError&) {
+    } catch (const DbError& error) {
+        passReleased(error);
         return kNoPlaylist;
     }
 }
@@ -112,7 +114,8 @@ void cls_PLInsertMoveDel::edit(Pnid list,
         }
         updateEntryCount(*database, list);
         edit.commit();
-    } catch (const DbError&) {
+    } catch (const DbError& error) {
+        passReleased(error);
         // Nothing was written; the view shows the list as it was.
     }
 }
@@ -261,7 +264,8 @@ void cls_PLInsertMoveDel::swapWithNeighbour(Plid entry, Pnid list, int step)
         writer.write(*self, list, other->position);
         writer.write(*other, list, self->position);
         edit.commit();
-    } catch (const DbError&) {
+    } catch (const DbError& error) {
+        passReleased(error);
         // The rows stay where they are.
     }
 }
