@@ -7,13 +7,13 @@
 #include "platform/controls/pointer_control.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
-#include "platform/db/sql_text.h"
 #include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
 #include "platform/system/timers.h"
 #include "playlists/drag_list.h"
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
+#include "playlists/playlist_table.h"
 #include "playlists/undo_redo.h"
 #include "views/drag_data.h"
 #include "views/grid_rows.h"
@@ -384,9 +384,7 @@ void PlaylistEdits::saveNow()
     m_timerPlaylistPlaylerUpdate->stop();
     if (m_rows.database()) {
         try {
-            m_rows.database()->Execute(
-                u"update pl_name set sicherung=true where sicherung=false and nid="_s +
-                sql::number(numberOf(m_list.pnid)));
+            markChanged(*m_rows.database(), m_list.pnid);
         } catch (const DbError& error) {
             tellStatus(error.text());
         }
