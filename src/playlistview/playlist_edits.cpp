@@ -15,6 +15,7 @@
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/playlist_table.h"
 #include "playlists/undo_redo.h"
+#include "store/pending_jobs.h"
 #include "views/drag_data.h"
 #include "views/grid_rows.h"
 #include "views/track_look.h"
@@ -57,7 +58,6 @@ PlaylistEdits::PlaylistEdits(const PlaylistViewParts& parts,
     , m_rows(rows)
     , m_bus(bus)
     , m_events(std::move(events))
-    , m_jobs(parts.engine, parts.settings)
     , m_timerPlaylistPlaylerUpdate(parts.loop.makeTimer(kSaveInterval, [this] { saveNow(); }))
 {}
 
@@ -318,16 +318,18 @@ void PlaylistEdits::rate(int digit)
         return;
     }
     try {
+        Transaction change(*m_rows.database());
         const auto set = m_rows.walker().Clone();
         set->SetAbsolutePosition(m_controls.grid.currentRow());
         set->Edit();
         set->setValue(u"Note", storedRating(digit));
         set->Update();
+        PendingJobs::SaveEditFID(*m_rows.database(), fid);
+        change.commit();
     } catch (const DbError& error) {
         tellStatus(error.text());
         return;
     }
-    m_jobs.SaveEditFID(fid);
     m_bus.SendMessage(bus::kDbRefreshByFid, fid);
 }
 
