@@ -136,7 +136,7 @@ void SavePlaylistFiles::writeList(const ExportPlan& plan)
     }
     m_result.listFile = plan.listFile;
     try {
-        m_parts.files.writeWhole(plan.listFile, text.toUtf8());
+        m_parts.files.writeNamed(plan.listFile, text.toUtf8());
     } catch (const IoError& error) {
         m_result.end = ExportResult::End::ListNotWritten;
         m_result.detail = error.reason();

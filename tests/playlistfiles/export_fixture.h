@@ -121,6 +121,11 @@ protected:
         return files.read(target + QChar(u'/') + relative, 1 << 26);
     }
 
+    [[nodiscard]] QByteArray readTrack(const QString& name) const
+    {
+        return files.read(music + QChar(u'/') + name, 1 << 26);
+    }
+
     /// The path lines of the list file.
     [[nodiscard]] QStringList listed(const QString& name = QStringLiteral("Hauptset.m3u")) const
     {

@@ -353,6 +353,19 @@ TEST_F(PlaylistExport, NorDoesItThroughALinkToTheFolderOfTheMusic)
     EXPECT_EQ(listed(), QStringList());
 }
 
+TEST_F(PlaylistExport, ATracksFileWhoseNameIsStoredInAnotherUnicodeFormIsNotReplaced)
+{
+    // One e with its accent, and an e with the accent behind it.
+    addTrack({.Titel = u"other"_s, .DName = u"Caf\u00e9.mp3"_s}, "other");
+    suite.execute(u"update db_all set DName='Cafe\u0301.mp3'"_s);
+    addList({addTrack({.Titel = u"Caf\u00e9"_s, .DName = u"x.mp3"_s}, "new")});
+    target = music;
+    const ExportResult result = run(u"%N"_s);
+    EXPECT_EQ(readCopy(u"Caf\u00e9.mp3"_s), "other");
+    ASSERT_EQ(result.failures.size(), 1U);
+    EXPECT_EQ(result.failures[0].reason, Reason::LibraryFile);
+}
+
 TEST_F(PlaylistExport, AFileOfAnotherVolumeThatHasTheNumberOfATracksFileIsReplacedAllTheSame)
 {
     addList({addTrack({.Titel = u"a"_s}, "new a"), addTrack({.Titel = u"b"_s}, "new b")});
