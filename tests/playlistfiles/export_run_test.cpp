@@ -106,6 +106,19 @@ TEST_F(PlaylistExport, OfTwoRowsWithTheSamePathTheSecondReplacesTheFirstAndBothL
     EXPECT_EQ(result.replaced, QStringList{u"gleich.mp3"_s}) << "the user hears of it";
 }
 
+TEST_F(PlaylistExport, ACopyThatFailsReplacesNothingAndIsNotToldAsIfItHad)
+{
+    addList({addTrack({.Titel = u"gleich"_s, .DName = u"a.mp3"_s}, "first"),
+             addTrack({.Titel = u"gleich"_s, .DName = u"b.mp3"_s}, "second")});
+    loop.onTurn = [this] {
+        files.broken = files.fileExists(target + u"/gleich.mp3"_s) ? u"gleich.mp3"_s : QString();
+    };
+    const ExportResult result = run(u"%N"_s);
+    EXPECT_EQ(result.failures.size(), 1U);
+    EXPECT_TRUE(result.replaced.isEmpty());
+    EXPECT_EQ(readCopy(u"gleich.mp3"_s), "first");
+}
+
 TEST_F(PlaylistExport, OneTrackTwiceInTheListIsNoLoss)
 {
     const QString fid = addTrack({.Titel = u"Licht"_s});
@@ -123,6 +136,31 @@ TEST_F(PlaylistExport, NamesThatDifferInCaseAloneAreTwoFilesWhereTheVolumeKnowsC
     EXPECT_EQ(copies(), (QStringList{u"LICHT.mp3"_s, u"licht.mp3"_s}));
     EXPECT_EQ(readCopy(u"LICHT.mp3"_s), "first");
     EXPECT_TRUE(result.replaced.isEmpty());
+}
+
+TEST_F(PlaylistExport, OfNamesThatDifferInCaseAThirdThatReplacesTheFirstIsTold)
+{
+    addList({addTrack({.Titel = u"LICHT"_s, .DName = u"a.mp3"_s}, "first"),
+             addTrack({.Titel = u"licht"_s, .DName = u"b.mp3"_s}, "second"),
+             addTrack({.Titel = u"LICHT"_s, .DName = u"c.mp3"_s}, "third"),
+             addTrack({.Titel = u"Licht"_s, .DName = u"d.mp3"_s}, "fourth"),
+             addTrack({.Titel = u"licht"_s, .DName = u"b2.mp3"_s}, "fifth")});
+    const ExportResult result = run(u"%N"_s);
+    EXPECT_EQ(copies(), (QStringList{u"LICHT.mp3"_s, u"Licht.mp3"_s, u"licht.mp3"_s}));
+    EXPECT_EQ(readCopy(u"LICHT.mp3"_s), "third");
+    EXPECT_EQ(readCopy(u"licht.mp3"_s), "fifth");
+    EXPECT_EQ(result.replaced, (QStringList{u"LICHT.mp3"_s, u"licht.mp3"_s}));
+}
+
+TEST_F(PlaylistExport, WhereTheVolumeDoesNotTellCaseApartEachReplacementIsToldOnce)
+{
+    addList({addTrack({.Titel = u"LICHT"_s, .DName = u"a.mp3"_s}, "first"),
+             addTrack({.Titel = u"licht"_s, .DName = u"b.mp3"_s}, "second"),
+             addTrack({.Titel = u"Licht"_s, .DName = u"c.mp3"_s}, "third")});
+    // The copies have one identity, as on such a volume.
+    files.foldsCaseBelow = target;
+    const ExportResult result = run(u"%N"_s);
+    EXPECT_EQ(result.replaced, (QStringList{u"licht.mp3"_s, u"Licht.mp3"_s}));
 }
 
 TEST_F(PlaylistExport, TheCopyIsCalledMp3WhateverTheSourceWas)
