@@ -180,6 +180,18 @@ TEST_F(TrackEditsTest, AChangedCellIsWrittenAndItsTrackEnteredForTheTags)
     EXPECT_TRUE(suite.column(u"select TreeName from ChangeTree"_s).isEmpty());
 }
 
+TEST_F(TrackEditsTest, ACellWhoseTrackCannotBeEnteredForTheTagsStaysAsItWas)
+{
+    suite.execute(u"drop table db_edit"_s);
+    edits.commit(0, u"Interpret"_s, u"Neu"_s);
+    edits.rate(0, 1);
+    EXPECT_EQ(cell(0, u"Interpret"_s).toText(), u"Wer"_s);
+    EXPECT_EQ(cell(0, u"Note"_s).toText(), u"3"_s);
+    EXPECT_TRUE(changed.isEmpty());
+    EXPECT_TRUE(suite.column(u"select TreeName from ChangeTree"_s).isEmpty());
+    EXPECT_EQ(failures.size(), 2);
+}
+
 TEST_F(TrackEditsTest, ArtistAlbumAndGenreMarkTheirTrees)
 {
     edits.commit(0, u"interpret"_s, u"Neu"_s);

@@ -114,6 +114,19 @@ TEST_F(StorePlaylistsTest, AListThatTakesTheNameOfAnotherLeavesItsFileAlone)
     EXPECT_EQ(written, QStringList{u"Dance/Beta (%1).m3u"_s.arg(second)});
 }
 
+TEST_F(StorePlaylistsTest, AListThatMovesToAnotherGroupGetsItsFileThere)
+{
+    const int list = changedList(u"C"_s, dance);
+    run();
+    const QByteArray bytes = music.read(u"Dance/C.m3u"_s);
+    lists.names.arrange({{Pnid(list), GroupId(rock), 1}});
+    EXPECT_TRUE(m3u.IsChangePlaylist());
+    run();
+    EXPECT_EQ(written, QStringList{u"Rock_Pop/C.m3u"_s});
+    EXPECT_EQ(music.read(u"Rock_Pop/C.m3u"_s), bytes);
+    EXPECT_EQ(marked(), QStringList());
+}
+
 TEST_F(StorePlaylistsTest, NamesOfDotsLeadNowhereAndLongOnesHaveRoomForTheirNumber)
 {
     const int dots = lists.library.addGroup(u".."_s);

@@ -149,6 +149,16 @@ TEST_F(PlaylistFavoritEdit, AListDroppedOnAGroupBecomesItsLast)
     EXPECT_EQ(picture(lists.main), u"all.audio"_s);
 }
 
+TEST_F(PlaylistFavoritEdit, AListThatMovesToAnotherGroupWaitsToBeSavedAndNoOtherDoes)
+{
+    lists.execute(u"update pl_name set sicherung=false"_s);
+    const QString waiting = u"select nid from pl_name where sicherung=true"_s;
+    panel.rowDropped(rowOf(lists.reserve), rowOf(lists.main), DropPlace::Above);
+    EXPECT_EQ(lists.column(waiting), QStringList());
+    panel.rowDropped(rowOf(lists.main), groupRow(lists.saturday), DropPlace::Into);
+    EXPECT_EQ(lists.column(waiting), QStringList{QString::number(lists.main)});
+}
+
 TEST_F(PlaylistFavoritEdit, APlayingPlaylistDroppedAmongJinglesStopsBeingThePlayingOne)
 {
     panel.rowDropped(rowOf(lists.main), 0, DropPlace::Into);
