@@ -2,6 +2,8 @@
 #include "playlistfiles/m3u_fixture.h"
 #include "playlistfiles/store_playlists.h"
 
+#include <QFile>
+
 namespace melovane::test {
 namespace {
 
@@ -52,6 +54,23 @@ TEST_F(StorePlaylistsTest, EachChangedListIsWrittenIntoTheFolderOfItsGroupAndUnm
     ASSERT_TRUE(m3u.SavePlaylist(Pnid(first), target, false, {}));
     EXPECT_EQ(music.read(u"Rock_Pop/A_ B.m3u"_s), music.read(u"by hand.m3u"_s));
     EXPECT_EQ(lists.files.names(music.file(u"Dance"_s)), QStringList{u"C.m3u"_s});
+}
+
+TEST_F(StorePlaylistsTest, AListIsStoredInPlaceOfALinkAndNeverThroughIt)
+{
+    changedList(u"A"_s, rock);
+    changedList(u"B"_s, rock);
+    music.write(u"04.mp3"_s, "a track");
+    ASSERT_TRUE(lists.files.makeFolder(music.file(u"Rock_Pop"_s)));
+    ASSERT_TRUE(QFile::link(music.file(u"04.mp3"_s), music.file(u"Rock_Pop/A.m3u"_s)));
+    ASSERT_TRUE(QFile::link(music.file(u"05.mp3"_s), music.file(u"Rock_Pop/B.m3u"_s)));
+    EXPECT_EQ(run().written, 2);
+    EXPECT_EQ(music.read(u"04.mp3"_s), "a track");
+    EXPECT_EQ(lists.files.names(music.path()), (QStringList{u"04.mp3"_s, u"Rock_Pop"_s}));
+    for (const QString& name : {u"Rock_Pop/A.m3u"_s, u"Rock_Pop/B.m3u"_s}) {
+        EXPECT_FALSE(lists.files.facts(music.file(name))->isLink);
+        EXPECT_TRUE(music.read(name).startsWith("#Melovane-M3U"));
+    }
 }
 
 TEST_F(StorePlaylistsTest, NothingChangedWritesNothing)
@@ -138,7 +157,7 @@ TEST_F(StorePlaylistsTest, AListThatCannotBeWrittenStaysMarkedAndTheOthersAreWri
 class FullDisk : public LinuxFiles
 {
 public:
-    void writeWhole(const QString& path, const QByteArray&) override
+    void writeNamed(const QString& path, const QByteArray&) override
     {
         throw IoError(path, u"No space left on device"_s);
     }
