@@ -37,10 +37,14 @@ TrackEdit editOf(const QString& column)
     return row ? row->edit : TrackEdit::Free;
 }
 
-/// The state of a track behind the delete toggle; nothing for one that stays.
-std::optional<int> toggled(int del)
+/// The state of a track behind the delete toggle; nothing for one that stays, as one without a
+/// state does.
+std::optional<int> toggled(const Value& del)
 {
-    switch (del) {
+    if (del.isNull()) {
+        return std::nullopt;
+    }
+    switch (del.toLong()) {
     case 0:
     case 2:
     case 3:
@@ -94,18 +98,23 @@ QString TrackEdits::fidOf(qint64 row) const
     return set ? m_rows.cell(row, set->fieldIndex(columnOf(TrackField::FID))).toText() : QString();
 }
 
-bool TrackEdits::write(qint64 row, QStringView field, const Value& value)
+bool TrackEdits::write(qint64 row, QStringView field, const Value& value, const QString& tagsOf)
 {
-    if (!m_rows.Recordset()) {
+    if (!m_rows.Recordset() || !m_rows.Database()) {
         return false;
     }
     try {
+        Transaction change(*m_rows.Database());
         // A clone, so that the grid's own row stays where it is.
         const auto set = m_rows.Recordset()->Clone();
         set->SetAbsolutePosition(row);
         set->Edit();
         set->setValue(field, value);
         set->Update();
+        if (!tagsOf.isEmpty()) {
+            PendingJobs::SaveEditFID(*m_rows.Database(), tagsOf);
+        }
+        change.commit();
         return true;
     } catch (const DbError& error) {
         m_failed(error.text());
@@ -120,7 +129,7 @@ void TrackEdits::commit(qint64 row, const QString& field, const QString& text)
     }
     const QString fid = fidOf(row);
     const bool emptied = editOf(field) == TrackEdit::Number && readsAsZero(text);
-    const bool written = write(row, field, emptied ? Value(QString()) : Value(text));
+    const bool written = write(row, field, emptied ? Value(QString()) : Value(text), fid);
     m_rows.refreshCells();
     if (!written || fid.isEmpty()) {
         return;
@@ -128,7 +137,6 @@ void TrackEdits::commit(qint64 row, const QString& field, const QString& text)
     if (const TrackFieldRow* const known = fieldOf(field); known && !known->tree.isEmpty()) {
         m_jobs.ChangeTree(known->tree.toString());
     }
-    m_jobs.SaveEditFID(fid);
     m_changed(fid);
 }
 
@@ -138,9 +146,8 @@ void TrackEdits::rate(qint64 row, int digit)
     if (fid.isEmpty()) {
         return;
     }
-    if (write(row, columnOf(TrackField::Note), storedRating(digit))) {
+    if (write(row, columnOf(TrackField::Note), storedRating(digit), fid)) {
         m_rows.refreshCells();
-        m_jobs.SaveEditFID(fid);
         m_changed(fid);
     }
 }
@@ -158,7 +165,7 @@ void TrackEdits::toggleDelete(const std::vector<RowRange>& rows)
         for (const RowRange& range : rows) {
             for (qint64 row = range.first; row <= range.last; ++row) {
                 set->SetAbsolutePosition(row);
-                if (const auto state = toggled(set->value(del).toLong())) {
+                if (const auto state = toggled(set->value(del))) {
                     set->Edit();
                     set->setValue(del, *state);
                     set->Update();
@@ -181,7 +188,7 @@ void TrackEdits::toggleFavorit(qint64 row)
     }
     const bool isFavorit =
         !m_rows.cell(row, set->fieldIndex(columnOf(TrackField::favorit))).isNull();
-    if (write(row, columnOf(TrackField::favorit), isFavorit ? Value() : Value(m_clock.now()))) {
+    if (write(row, columnOf(TrackField::favorit), isFavorit ? Value() : Value(m_clock.now()), {})) {
         m_rows.refreshCells();
         m_changed(fid);
     }

@@ -144,6 +144,15 @@ TEST_F(TrackEditsTest, DeleteOnARowWithDel3GivesMinus1AndOtherStatesStay)
     EXPECT_EQ(suite.column(u"select TreeName from ChangeTree"_s), (QStringList{u"Dir"_s}));
 }
 
+TEST_F(TrackEditsTest, ARowWithoutAStateStaysWithoutOne)
+{
+    suite.execute(u"update db_all set DEL=null where Titel='A'"_s);
+    rows.Refresh();
+    edits.toggleDelete({{0, 1}});
+    EXPECT_TRUE(cell(0, u"DEL"_s).isNull());
+    EXPECT_EQ(cell(1, u"DEL"_s).toLong(), 0);
+}
+
 TEST_F(TrackEditsTest, WithoutASelectionNothingIsToggledOrNoted)
 {
     edits.toggleDelete({});
@@ -178,6 +187,18 @@ TEST_F(TrackEditsTest, AChangedCellIsWrittenAndItsTrackEnteredForTheTags)
     EXPECT_EQ(edited(), (QStringList{fids[0]}));
     EXPECT_EQ(changed, (QStringList{fids[0]}));
     EXPECT_TRUE(suite.column(u"select TreeName from ChangeTree"_s).isEmpty());
+}
+
+TEST_F(TrackEditsTest, ACellWhoseTrackCannotBeEnteredForTheTagsStaysAsItWas)
+{
+    suite.execute(u"drop table db_edit"_s);
+    edits.commit(0, u"Interpret"_s, u"Neu"_s);
+    edits.rate(0, 1);
+    EXPECT_EQ(cell(0, u"Interpret"_s).toText(), u"Wer"_s);
+    EXPECT_EQ(cell(0, u"Note"_s).toText(), u"3"_s);
+    EXPECT_TRUE(changed.isEmpty());
+    EXPECT_TRUE(suite.column(u"select TreeName from ChangeTree"_s).isEmpty());
+    EXPECT_EQ(failures.size(), 2);
 }
 
 TEST_F(TrackEditsTest, ArtistAlbumAndGenreMarkTheirTrees)
