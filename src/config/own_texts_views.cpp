@@ -88,6 +88,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"lists.menu.1010", u"Alle Playlisten zeigen"},
     {u"lists.menu.1011", u"Als M3U-Datei speichern ..."},
     {u"lists.nogroup", u"Erst eine Gruppe oder Playliste auswählen"},
+    {u"lists.gone", u"Diese Playliste gibt es nicht mehr"},
 
     // What can be undone in lists: $1 entries, $2 the list. ".one" for a single entry.
     {u"history.append", u"$1 Titel an „$2“ angehängt"},

@@ -37,10 +37,14 @@ TrackEdit editOf(const QString& column)
     return row ? row->edit : TrackEdit::Free;
 }
 
-/// The state of a track behind the delete toggle; nothing for one that stays.
-std::optional<int> toggled(int del)
+/// The state of a track behind the delete toggle; nothing for one that stays, as one without a
+/// state does.
+std::optional<int> toggled(const Value& del)
 {
-    switch (del) {
+    if (del.isNull()) {
+        return std::nullopt;
+    }
+    switch (del.toLong()) {
     case 0:
     case 2:
     case 3:
@@ -161,7 +165,7 @@ void TrackEdits::toggleDelete(const std::vector<RowRange>& rows)
         for (const RowRange& range : rows) {
             for (qint64 row = range.first; row <= range.last; ++row) {
                 set->SetAbsolutePosition(row);
-                if (const auto state = toggled(set->value(del).toLong())) {
+                if (const auto state = toggled(set->value(del))) {
                     set->Edit();
                     set->setValue(del, *state);
                     set->Update();

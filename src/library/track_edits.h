@@ -48,7 +48,7 @@ public:
     void rate(qint64 row, int digit);
 
     /// Marks rows as deleted or takes the mark away: `DEL` 0, 2 and 3 become -1, -1 becomes 0,
-    /// others stay. Rows are never removed.
+    /// others stay, null too. Rows are never removed.
     void toggleDelete(const std::vector<RowRange>& rows);
 
     /// Makes a track a favourite since now, or no more.

@@ -144,6 +144,15 @@ TEST_F(TrackEditsTest, DeleteOnARowWithDel3GivesMinus1AndOtherStatesStay)
     EXPECT_EQ(suite.column(u"select TreeName from ChangeTree"_s), (QStringList{u"Dir"_s}));
 }
 
+TEST_F(TrackEditsTest, ARowWithoutAStateStaysWithoutOne)
+{
+    suite.execute(u"update db_all set DEL=null where Titel='A'"_s);
+    rows.Refresh();
+    edits.toggleDelete({{0, 1}});
+    EXPECT_TRUE(cell(0, u"DEL"_s).isNull());
+    EXPECT_EQ(cell(1, u"DEL"_s).toLong(), 0);
+}
+
 TEST_F(TrackEditsTest, WithoutASelectionNothingIsToggledOrNoted)
 {
     edits.toggleDelete({});

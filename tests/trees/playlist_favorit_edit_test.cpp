@@ -286,6 +286,15 @@ TEST_F(PlaylistFavoritEdit, AListThatAnotherProgramDeletedMeanwhileDoesNoHarm)
     EXPECT_EQ(rowOf(lists.dance), -1);
 }
 
+TEST_F(PlaylistFavoritEdit, AListThatIsGoneIsNeitherOpenedNorPlayedAndItsRowGoes)
+{
+    lists.execute(u"delete from pl_name where nid=%1"_s.arg(lists.dance));
+    panel.rowActivated(rowOf(lists.dance));
+    EXPECT_EQ(lists.messages, QStringList{u"show.statustext|Diese Playliste gibt es nicht mehr"_s});
+    EXPECT_EQ(rowOf(lists.dance), -1);
+    EXPECT_EQ(lists.playing(), u"%1,%2"_s.arg(lists.main).arg(lists.station));
+}
+
 TEST_F(PlaylistFavoritEdit, ADatabaseThatCannotBeReadLeavesTheTreeAsItWas)
 {
     const QStringList before = tree.texts();
