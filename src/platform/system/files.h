@@ -82,7 +82,7 @@ public:
 
     /// \throws IoError when it cannot be read, or is larger than maxBytes
     [[nodiscard]] virtual QByteArray read(const QString& path,
-                                          qint64 maxBytes = 256 * 1024 * 1024) const = 0;
+                                          qint64 maxBytes = qint64{256} * 1024 * 1024) const = 0;
 
     /// Replaces the file as a whole: written beside, synced, renamed; the mode of an existing file
     /// is kept. A link is followed, so that what it points at is replaced. \throws IoError
