@@ -38,12 +38,15 @@ void PendingJobs::ChangeTree(const QString& tree)
 void PendingJobs::SaveEditFID(const QString& fid)
 {
     try {
-        m_engine.OpenDatabase(m_settings.DbName())
-            ->Execute(u"insert into db_edit (fid) values ("_s + sql::text(trimBlanks(fid)) +
-                      u")"_s);
+        SaveEditFID(*m_engine.OpenDatabase(m_settings.DbName()), fid);
     } catch (const DbError&) {
         // The row is changed all the same; only its file keeps the former tag.
     }
+}
+
+void PendingJobs::SaveEditFID(Database& database, const QString& fid)
+{
+    database.Execute(u"insert into db_edit (fid) values ("_s + sql::text(trimBlanks(fid)) + u")"_s);
 }
 
 } // namespace melovane

@@ -219,6 +219,12 @@ void PlaylistFavorit::rowActivated(int row)
         return;
     }
     const Pnid list = listOf(row);
+    if (m_parts.lists.catalogue().stateOf(list) == ListCatalogue::State::Gone) {
+        // Another program has deleted it: nobody is told to play what is not there.
+        m_bus.SendMessage(bus::kShowStatusText, m_parts.texts.text(u"lists.gone"));
+        Refresh();
+        return;
+    }
     const bool isJingle = treekey::isJingleRow(m_tree.row(row).key);
     m_parts.lists.catalogue().activate(list);
     for (int other = 0; other < m_tree.rowCount(); ++other) {
