@@ -1,5 +1,6 @@
 #include "library/track_edits.h"
 
+#include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
@@ -56,12 +57,18 @@ std::optional<int> toggled(const Value& del)
     }
 }
 
-bool readsAsZero(const QString& text)
+/// What a cell of numbers holds for a typed text; nothing for one that the field does not take.
+std::optional<Value> numberText(TrackField field, const QString& text)
 {
-    const QString trimmed = trimBlanks(text);
-    const bool isNumber = !trimmed.isEmpty() && (trimmed[0].isDigit() || trimmed[0] == u'-' ||
-                                                 trimmed[0] == u'+' || trimmed[0] == u'.');
-    return isNumber && leadingNumber(trimmed) == 0;
+    if (leadingNumber(text) == 0) {
+        return Value(QString());
+    }
+    if (field != TrackField::Note) {
+        return Value(text);
+    }
+    const QString mark = trimBlanks(text);
+    const bool isMark = mark.size() == 1 && mark[0] >= u'1' && mark[0] <= u'5';
+    return isMark ? std::optional(Value(mark)) : std::nullopt;
 }
 
 } // namespace
@@ -69,12 +76,14 @@ bool readsAsZero(const QString& text)
 TrackEdits::TrackEdits(DataControl& rows,
                        PendingJobs& jobs,
                        const GlobalSettings& settings,
+                       const ConfigObjects& texts,
                        const Clock& clock,
                        std::function<void(const QString& fid)> changed,
                        std::function<void(const QString& text)> failed)
     : m_rows(rows)
     , m_jobs(jobs)
     , m_settings(settings)
+    , m_texts(texts)
     , m_clock(clock)
     , m_changed(std::move(changed))
     , m_failed(std::move(failed))
@@ -128,13 +137,18 @@ void TrackEdits::commit(qint64 row, const QString& field, const QString& text)
         return;
     }
     const QString fid = fidOf(row);
-    const bool emptied = editOf(field) == TrackEdit::Number && readsAsZero(text);
-    const bool written = write(row, field, emptied ? Value(QString()) : Value(text), fid);
+    const TrackFieldRow* const known = fieldOf(field);
+    const bool isNumber = known && known->edit == TrackEdit::Number;
+    const std::optional<Value> value = isNumber ? numberText(known->field, text) : Value(text);
+    if (!value) {
+        m_failed(m_texts.text(u"library.edit.note"));
+    }
+    const bool written = value && write(row, field, *value, fid);
     m_rows.refreshCells();
     if (!written || fid.isEmpty()) {
         return;
     }
-    if (const TrackFieldRow* const known = fieldOf(field); known && !known->tree.isEmpty()) {
+    if (known && !known->tree.isEmpty()) {
         m_jobs.ChangeTree(known->tree.toString());
     }
     m_changed(fid);

@@ -12,6 +12,7 @@
 namespace melovane {
 
 class Clock;
+class ConfigObjects;
 class GlobalSettings;
 class PendingJobs;
 
@@ -23,9 +24,11 @@ class TrackEdits : public GridEditing
 {
 public:
     /// \param changed called behind each change of a track with its FID
+    /// \param failed called with the reason when a cell was not written
     TrackEdits(DataControl& rows,
                PendingJobs& jobs,
                const GlobalSettings& settings,
+               const ConfigObjects& texts,
                const Clock& clock,
                std::function<void(const QString& fid)> changed,
                std::function<void(const QString& text)> failed);
@@ -38,8 +41,9 @@ public:
     [[nodiscard]] QStringList choices(const QString& field) const override;
 
     /// Writes a cell and enters the track for its tags, both or nothing. In "Note", "BPM" and
-    /// "Track" a text that reads as 0 empties the cell. A changed artist, album or genre marks its
-    /// tree.
+    /// "Track" a text that reads as 0, as one without a number does, empties the cell; "Note" takes
+    /// 1 to 5 besides and refuses any other, which is told. A changed artist, album or genre marks
+    /// its tree.
     void commit(qint64 row, const QString& field, const QString& text) override;
 
     void setGenres(const QStringList& names) { m_genres = names; }
@@ -65,6 +69,7 @@ private:
     DataControl& m_rows;
     PendingJobs& m_jobs;
     const GlobalSettings& m_settings;
+    const ConfigObjects& m_texts;
     const Clock& m_clock;
     std::function<void(const QString& fid)> m_changed;
     std::function<void(const QString& text)> m_failed;
