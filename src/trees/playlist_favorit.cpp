@@ -147,7 +147,6 @@ void PlaylistFavorit::fill()
 
 void PlaylistFavorit::Refresh()
 {
-    m_parts.loop.turn();
     if (m_isAway) {
         return;
     }
