@@ -143,7 +143,6 @@ void PlaylistFavorit::fill()
 
 void PlaylistFavorit::Refresh()
 {
-    m_parts.loop.turn();
     if (m_tree.isEditing()) {
         m_refillWaits = true;
         return;

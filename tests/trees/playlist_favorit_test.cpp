@@ -243,5 +243,14 @@ TEST_F(PlaylistFavoritTest, SavingAndPropertiesNameTheSelectedList)
     EXPECT_EQ(lists.details, QList<int>{lists.dance});
 }
 
+TEST_F(PlaylistFavoritTest, NoRefreshTurnsTheMessageLoopInWhichTheNextOneWaits)
+{
+    const int before = loop.turns;
+    send(u"favorit.refresh"_s);
+    send(u"refresh.playlist.tree"_s, 7);
+    send(u"refresh.playlist"_s, 7);
+    EXPECT_EQ(loop.turns, before);
+}
+
 } // namespace
 } // namespace melovane

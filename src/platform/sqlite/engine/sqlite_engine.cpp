@@ -87,7 +87,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<DBEngine> makeEngine(const Clock& clock, EngineOptions options)
+std::unique_ptr<DBEngine> makeEngine(const Clock& clock, const EngineOptions& options)
 {
     return std::make_unique<SqliteEngine>(clock, options);
 }
