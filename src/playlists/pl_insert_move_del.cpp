@@ -260,9 +260,7 @@ void cls_PLInsertMoveDel::swapWithNeighbour(Plid entry, Pnid list, int step)
                                  step < 0 ? undoaction::kMoveUp : undoaction::kMoveDown);
         ListEdit edit(m_history, *database, step < 0 ? ListAction::MoveUp : ListAction::MoveDown,
                       list);
-        PlaceWriter writer(*database, edit);
-        writer.write(*self, list, other->position);
-        writer.write(*other, list, self->position);
+        swapNeighbours(*database, edit, step < 0 ? *other : *self, step < 0 ? *self : *other);
         edit.commit();
     } catch (const DbError& error) {
         passReleased(error);
