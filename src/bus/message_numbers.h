@@ -51,6 +51,11 @@ inline constexpr qint32 kStopMonitor = 1078;
 /// wParam goes to the views. To the player: load the playlist tree again; both numbers 0.
 inline constexpr qint32 kRefreshPlaylistTree = 1079;
 
+/// Posts that only make the console read again: of equal ones that wait one is enough.
+inline constexpr qint32 kRefreshes[] = {
+    kConfigChanged, kRefreshPlaylist,   kRefreshPlaylistEntry, kDatabaseChanged,
+    kReloadLibrary, kRefreshFavourites, kRefreshPlaylistTree};
+
 // To the player; the track stands in the row of table `todo` of the same number.
 
 inline constexpr qint32 kPlayNext = 1046;

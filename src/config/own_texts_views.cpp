@@ -34,6 +34,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"library.nodeleted", u"Keine Titel als gelöscht markiert"},
     {u"library.nomissing", u"Keine Titel ohne Datei"},
     {u"library.norows", u"Hier stehen keine Titel"},
+    {u"library.edit.note", u"Eine Note geht von 1 bis 5, 5 ist die beste; leer oder 0 nimmt sie weg"},
 
     // Panels beside the library.
     {u"tree.title", u"Navigation"},
@@ -88,6 +89,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"lists.menu.1010", u"Alle Playlisten zeigen"},
     {u"lists.menu.1011", u"Als M3U-Datei speichern ..."},
     {u"lists.nogroup", u"Erst eine Gruppe oder Playliste auswählen"},
+    {u"lists.gone", u"Diese Playliste gibt es nicht mehr"},
 
     // What can be undone in lists: $1 entries, $2 the list. ".one" for a single entry.
     {u"history.append", u"$1 Titel an „$2“ angehängt"},

@@ -112,7 +112,7 @@ const LibraryPlaces::Folder& LibraryPlaces::folderOf(const QString& path)
         if (const auto facts = m_files.facts(path); facts && facts->isFolder) {
             folder = {Identity(facts->device, facts->inode), m_files.canonical(path)};
         }
-        known = m_folders.insert(path, std::move(folder));
+        known = m_folders.insert(path, folder);
     }
     return *known;
 }

@@ -48,6 +48,7 @@ ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActio
           m_rows.data(),
           m_jobs,
           parts.settings,
+          parts.texts,
           parts.clock,
           [this](const QString& fid) { m_bus.SendMessage(bus::kDbRefreshByFid, fid); },
           [this](const QString& text) { m_bus.SendMessage(bus::kShowStatusText, text); })

@@ -1,5 +1,6 @@
 #include "library/track_edits.h"
 
+#include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
@@ -37,10 +38,14 @@ TrackEdit editOf(const QString& column)
     return row ? row->edit : TrackEdit::Free;
 }
 
-/// The state of a track behind the delete toggle; nothing for one that stays.
-std::optional<int> toggled(int del)
+/// The state of a track behind the delete toggle; nothing for one that stays, as one without a
+/// state does.
+std::optional<int> toggled(const Value& del)
 {
-    switch (del) {
+    if (del.isNull()) {
+        return std::nullopt;
+    }
+    switch (del.toLong()) {
     case 0:
     case 2:
     case 3:
@@ -52,12 +57,18 @@ std::optional<int> toggled(int del)
     }
 }
 
-bool readsAsZero(const QString& text)
+/// What a cell of numbers holds for a typed text; nothing for one that the field does not take.
+std::optional<Value> numberText(TrackField field, const QString& text)
 {
-    const QString trimmed = trimBlanks(text);
-    const bool isNumber = !trimmed.isEmpty() && (trimmed[0].isDigit() || trimmed[0] == u'-' ||
-                                                 trimmed[0] == u'+' || trimmed[0] == u'.');
-    return isNumber && leadingNumber(trimmed) == 0;
+    if (leadingNumber(text) == 0) {
+        return Value(QString());
+    }
+    if (field != TrackField::Note) {
+        return Value(text);
+    }
+    const QString mark = trimBlanks(text);
+    const bool isMark = mark.size() == 1 && mark[0] >= u'1' && mark[0] <= u'5';
+    return isMark ? std::optional(Value(mark)) : std::nullopt;
 }
 
 } // namespace
@@ -65,12 +76,14 @@ bool readsAsZero(const QString& text)
 TrackEdits::TrackEdits(DataControl& rows,
                        PendingJobs& jobs,
                        const GlobalSettings& settings,
+                       const ConfigObjects& texts,
                        const Clock& clock,
                        std::function<void(const QString& fid)> changed,
                        std::function<void(const QString& text)> failed)
     : m_rows(rows)
     , m_jobs(jobs)
     , m_settings(settings)
+    , m_texts(texts)
     , m_clock(clock)
     , m_changed(std::move(changed))
     , m_failed(std::move(failed))
@@ -94,18 +107,23 @@ QString TrackEdits::fidOf(qint64 row) const
     return set ? m_rows.cell(row, set->fieldIndex(columnOf(TrackField::FID))).toText() : QString();
 }
 
-bool TrackEdits::write(qint64 row, QStringView field, const Value& value)
+bool TrackEdits::write(qint64 row, QStringView field, const Value& value, const QString& tagsOf)
 {
-    if (!m_rows.Recordset()) {
+    if (!m_rows.Recordset() || !m_rows.Database()) {
         return false;
     }
     try {
+        Transaction change(*m_rows.Database());
         // A clone, so that the grid's own row stays where it is.
         const auto set = m_rows.Recordset()->Clone();
         set->SetAbsolutePosition(row);
         set->Edit();
         set->setValue(field, value);
         set->Update();
+        if (!tagsOf.isEmpty()) {
+            PendingJobs::SaveEditFID(*m_rows.Database(), tagsOf);
+        }
+        change.commit();
         return true;
     } catch (const DbError& error) {
         m_failed(error.text());
@@ -119,16 +137,20 @@ void TrackEdits::commit(qint64 row, const QString& field, const QString& text)
         return;
     }
     const QString fid = fidOf(row);
-    const bool emptied = editOf(field) == TrackEdit::Number && readsAsZero(text);
-    const bool written = write(row, field, emptied ? Value(QString()) : Value(text));
+    const TrackFieldRow* const known = fieldOf(field);
+    const bool isNumber = known && known->edit == TrackEdit::Number;
+    const std::optional<Value> value = isNumber ? numberText(known->field, text) : Value(text);
+    if (!value) {
+        m_failed(m_texts.text(u"library.edit.note"));
+    }
+    const bool written = value && write(row, field, *value, fid);
     m_rows.refreshCells();
     if (!written || fid.isEmpty()) {
         return;
     }
-    if (const TrackFieldRow* const known = fieldOf(field); known && !known->tree.isEmpty()) {
+    if (known && !known->tree.isEmpty()) {
         m_jobs.ChangeTree(known->tree.toString());
     }
-    m_jobs.SaveEditFID(fid);
     m_changed(fid);
 }
 
@@ -138,9 +160,8 @@ void TrackEdits::rate(qint64 row, int digit)
     if (fid.isEmpty()) {
         return;
     }
-    if (write(row, columnOf(TrackField::Note), storedRating(digit))) {
+    if (write(row, columnOf(TrackField::Note), storedRating(digit), fid)) {
         m_rows.refreshCells();
-        m_jobs.SaveEditFID(fid);
         m_changed(fid);
     }
 }
@@ -158,7 +179,7 @@ void TrackEdits::toggleDelete(const std::vector<RowRange>& rows)
         for (const RowRange& range : rows) {
             for (qint64 row = range.first; row <= range.last; ++row) {
                 set->SetAbsolutePosition(row);
-                if (const auto state = toggled(set->value(del).toLong())) {
+                if (const auto state = toggled(set->value(del))) {
                     set->Edit();
                     set->setValue(del, *state);
                     set->Update();
@@ -181,7 +202,7 @@ void TrackEdits::toggleFavorit(qint64 row)
     }
     const bool isFavorit =
         !m_rows.cell(row, set->fieldIndex(columnOf(TrackField::favorit))).isNull();
-    if (write(row, columnOf(TrackField::favorit), isFavorit ? Value() : Value(m_clock.now()))) {
+    if (write(row, columnOf(TrackField::favorit), isFavorit ? Value() : Value(m_clock.now()), {})) {
         m_rows.refreshCells();
         m_changed(fid);
     }

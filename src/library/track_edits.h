@@ -12,6 +12,7 @@
 namespace melovane {
 
 class Clock;
+class ConfigObjects;
 class GlobalSettings;
 class PendingJobs;
 
@@ -23,9 +24,11 @@ class TrackEdits : public GridEditing
 {
 public:
     /// \param changed called behind each change of a track with its FID
+    /// \param failed called with the reason when a cell was not written
     TrackEdits(DataControl& rows,
                PendingJobs& jobs,
                const GlobalSettings& settings,
+               const ConfigObjects& texts,
                const Clock& clock,
                std::function<void(const QString& fid)> changed,
                std::function<void(const QString& text)> failed);
@@ -37,8 +40,10 @@ public:
     /// The names of the genres for the genre column.
     [[nodiscard]] QStringList choices(const QString& field) const override;
 
-    /// Writes a cell and enters the track for its tags. In "Note", "BPM" and "Track" a text that
-    /// reads as 0 empties the cell. A changed artist, album or genre marks its tree.
+    /// Writes a cell and enters the track for its tags, both or nothing. In "Note", "BPM" and
+    /// "Track" a text that reads as 0, as one without a number does, empties the cell; "Note" takes
+    /// 1 to 5 besides and refuses any other, which is told. A changed artist, album or genre marks
+    /// its tree.
     void commit(qint64 row, const QString& field, const QString& text) override;
 
     void setGenres(const QStringList& names) { m_genres = names; }
@@ -47,7 +52,7 @@ public:
     void rate(qint64 row, int digit);
 
     /// Marks rows as deleted or takes the mark away: `DEL` 0, 2 and 3 become -1, -1 becomes 0,
-    /// others stay. Rows are never removed.
+    /// others stay, null too. Rows are never removed.
     void toggleDelete(const std::vector<RowRange>& rows);
 
     /// Makes a track a favourite since now, or no more.
@@ -58,11 +63,13 @@ public:
 
 private:
     [[nodiscard]] QString fidOf(qint64 row) const;
-    bool write(qint64 row, QStringView field, const Value& value);
+    /// \param tagsOf track that is entered for its tags with it; empty enters none
+    bool write(qint64 row, QStringView field, const Value& value, const QString& tagsOf);
 
     DataControl& m_rows;
     PendingJobs& m_jobs;
     const GlobalSettings& m_settings;
+    const ConfigObjects& m_texts;
     const Clock& m_clock;
     std::function<void(const QString& fid)> m_changed;
     std::function<void(const QString& text)> m_failed;

@@ -88,30 +88,46 @@ bool locateFiles(const ExportParts& parts, ExportPlan& plan, const std::function
     return true;
 }
 
-/// The identity of a file behind all its names; nothing for a folder.
-std::optional<std::pair<quint64, quint64>> fileAt(const Files& files, const QString& place)
+/// Identities of what stands at a place.
+struct ThingsAt
+{
+    QString file; ///< behind all its names and links; empty for a folder, or when there is none
+    QString link; ///< of the place itself, by whatever way to its folder; empty when it is none
+
+    /// What a copy to this place replaces: a link itself, never what it leads to.
+    [[nodiscard]] const QString& replaced() const { return link.isEmpty() ? file : link; }
+
+    [[nodiscard]] bool holds(const QString& identity) const
+    {
+        return identity == file || (!link.isEmpty() && identity == link);
+    }
+};
+
+ThingsAt thingsAt(const Files& files, const QString& place)
 {
     const auto facts = files.facts(place);
-    return facts && !facts->isFolder ? std::optional(std::pair(facts->device, facts->inode))
-                                     : std::nullopt;
+    if (!facts || facts->isFolder) {
+        return {};
+    }
+    return {u"%1:%2"_s.arg(facts->device).arg(facts->inode),
+            facts->isLink ? path::join(files.canonical(path::parent(place)), path::fileName(place))
+                          : QString()};
 }
-
-using FileIdentity = std::pair<quint64, quint64>;
 
 /// Which of these files belong to tracks of the library, by whatever path those are known: through
 /// a link, or a path of another machine that leads here.
-QSet<FileIdentity> libraryFiles(const ExportParts& parts, const QHash<QString, FileIdentity>& files)
+QSet<QString> libraryFiles(const ExportParts& parts, const QHash<QString, QString>& files)
 {
     // A statement of a few ten thousand letters; each goes through the library once.
     constexpr qsizetype kNamesPerStatement = 400;
-    QSet<FileIdentity> wanted;
+    QSet<QString> wanted;
     QStringList names;
     for (auto file = files.cbegin(); file != files.cend(); ++file) {
         wanted.insert(file.value());
         names.append(sql::text(path::fileName(file.key())));
     }
     names.removeDuplicates();
-    QSet<FileIdentity> found;
+    QSet<QString> found;
     const auto database = parts.engine.OpenDatabase(parts.settings.DbName());
     for (qsizetype at = 0; at < names.size(); at += kNamesPerStatement) {
         const auto rows =
@@ -120,9 +136,11 @@ QSet<FileIdentity> libraryFiles(const ExportParts& parts, const QHash<QString, F
         for (; !rows->Eof(); rows->MoveNext()) {
             QString folder = rows->value(0).toText();
             const QString place = parts.locator.ExistFile(folder, rows->value(1).toText());
-            const auto file = fileAt(parts.files, place);
-            if (file && wanted.contains(*file)) {
-                found.insert(*file);
+            const ThingsAt things = thingsAt(parts.files, place);
+            for (const QString& identity : {things.file, things.link}) {
+                if (wanted.contains(identity)) {
+                    found.insert(identity);
+                }
             }
         }
     }
@@ -132,28 +150,26 @@ QSet<FileIdentity> libraryFiles(const ExportParts& parts, const QHash<QString, F
 /// The files that other tracks live in must outlive an export into their own folder.
 void guardLibrary(const ExportParts& parts, const QString& folder, ExportPlan& plan)
 {
-    QSet<FileIdentity> sources;
-    QHash<QString, FileIdentity> present;
+    QSet<QString> sources;
+    QHash<QString, QString> present;
     for (const ExportItem& item : plan.items) {
-        const auto source = fileAt(parts.files, item.source);
-        if (source) {
-            sources.insert(*source);
-        }
+        const ThingsAt source = thingsAt(parts.files, item.source);
+        sources.insert(source.file);
+        sources.insert(source.link);
         const QString target = path::join(folder, item.relative);
-        const auto there = fileAt(parts.files, target);
-        if (there && there != source) {
-            present.insert(target, *there);
+        const QString there = thingsAt(parts.files, target).replaced();
+        if (!there.isEmpty() && !source.holds(there)) {
+            present.insert(target, there);
         }
     }
     if (present.isEmpty()) {
         return;
     }
-    const QSet<FileIdentity> known = libraryFiles(parts, present);
+    const QSet<QString> known = libraryFiles(parts, present);
     for (ExportItem& item : plan.items) {
-        const auto there = present.constFind(path::join(folder, item.relative));
-        item.hitsLibrary = there != present.cend() &&
-                           there.value() != fileAt(parts.files, item.source) &&
-                           (sources.contains(there.value()) || known.contains(there.value()));
+        const QString there = present.value(path::join(folder, item.relative));
+        item.hitsLibrary = !there.isEmpty() && !thingsAt(parts.files, item.source).holds(there) &&
+                           (sources.contains(there) || known.contains(there));
     }
 }
 
@@ -204,7 +220,8 @@ qint64 ExportPlan::spaceNeeded(const Files& files, const QString& folder, qint64
         }
         if (!onDisk.contains(target)) {
             const auto present = files.facts(target);
-            onDisk.insert(target, present && !present->isFolder ? rounded(present->size) : 0);
+            const bool givesBack = present && !present->isFolder && !present->isLink;
+            onDisk.insert(target, givesBack ? rounded(present->size) : 0);
         }
         // The new file stands beside the old one until it is whole.
         most = qMax(most, used + rounded(item.size));

@@ -6,6 +6,8 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -93,29 +95,44 @@ void SavePlaylistFiles::copyRow(const ExportItem& item, const QString& folder)
     if (space && space->free < item.size) {
         return fail(item, Reason::NoSpace);
     }
-    noteReplaced(item, folder);
+    Written* const former = copyAt(item, folder);
     try {
         if (m_parts.files.copyInSteps(item.source, target, [this](qint64) { return turn(); })) {
             ++m_result.copied;
+            noteCopy(item, former);
         }
     } catch (const IoError& error) {
         fail(item, Reason::System, error.reason());
     }
 }
 
-void SavePlaylistFiles::noteReplaced(const ExportItem& item, const QString& folder)
+SavePlaylistFiles::Written* SavePlaylistFiles::copyAt(const ExportItem& item, const QString& folder)
 {
-    const QString key = item.relative.toCaseFolded();
-    const auto former = m_written.constFind(key);
-    if (former != m_written.cend() && former->source != item.source) {
-        // Names that differ in letter case alone are one file on some volumes.
-        const auto old = m_parts.files.facts(path::join(folder, former->relative));
-        const auto present = m_parts.files.facts(path::join(folder, item.relative));
-        if (old && present && old->device == present->device && old->inode == present->inode) {
-            m_result.replaced.append(item.relative);
-        }
+    const auto present = m_parts.files.facts(path::join(folder, item.relative));
+    if (!present || present->isLink) {
+        return nullptr;
     }
-    m_written.insert(key, {item.relative, item.source});
+    std::vector<Written>& copies = m_written[item.relative.toCaseFolded()];
+    const auto found = std::find_if(copies.begin(), copies.end(), [&](const Written& copy) {
+        // Names that differ in letter case alone are one file on some volumes. Both are asked now,
+        // since files of some sticks change their numbers.
+        const auto facts = m_parts.files.facts(path::join(folder, copy.relative));
+        return facts && facts->device == present->device && facts->inode == present->inode;
+    });
+    return found == copies.end() ? nullptr : &*found;
+}
+
+void SavePlaylistFiles::noteCopy(const ExportItem& item, Written* former)
+{
+    const Written copy{item.relative, item.source};
+    if (former == nullptr) {
+        m_written[item.relative.toCaseFolded()].push_back(copy);
+        return;
+    }
+    if (former->source != item.source) {
+        m_result.replaced.append(item.relative);
+    }
+    *former = copy;
 }
 
 void SavePlaylistFiles::fail(const ExportItem& item,
@@ -136,7 +153,7 @@ void SavePlaylistFiles::writeList(const ExportPlan& plan)
     }
     m_result.listFile = plan.listFile;
     try {
-        m_parts.files.writeWhole(plan.listFile, text.toUtf8());
+        m_parts.files.writeNamed(plan.listFile, text.toUtf8());
     } catch (const IoError& error) {
         m_result.end = ExportResult::End::ListNotWritten;
         m_result.detail = error.reason();

@@ -77,7 +77,11 @@ private:
     [[nodiscard]] bool hasSpace(const ExportOrder& order, const ExportPlan& plan);
     void copyRows(const ExportOrder& order, const ExportPlan& plan);
     void copyRow(const ExportItem& item, const QString& folder);
-    void noteReplaced(const ExportItem& item, const QString& folder);
+    /// The copy of this run that stands where the item's would; null when there is none. Valid
+    /// until the next noteCopy.
+    [[nodiscard]] Written* copyAt(const ExportItem& item, const QString& folder);
+    /// \param former what the new copy has replaced; null for nothing
+    void noteCopy(const ExportItem& item, Written* former);
     void fail(const ExportItem& item, ExportFailure::Reason reason, const QString& detail = {});
     void writeList(const ExportPlan& plan);
     [[nodiscard]] bool turn();
@@ -86,7 +90,7 @@ private:
     ProgressSave m_progress;
     bool m_stop = false;
     ExportResult m_result;
-    QHash<QString, Written> m_written; ///< copies of this run by their folded path
+    QHash<QString, std::vector<Written>> m_written; ///< copies of this run by their folded path
 };
 
 } // namespace melovane

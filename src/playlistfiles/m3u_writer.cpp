@@ -175,7 +175,7 @@ QString M3uWriter::write(Pnid list, const QString& target, Names names, const QS
 {
     const QString file = target.isEmpty() ? path::join(folder, nameOf(list) + u".m3u"_s)
                                           : m3uline::withExtension(target);
-    m_files.writeWhole(file, contents(list, names));
+    m_files.writeNamed(file, contents(list, names));
     return file;
 }
 

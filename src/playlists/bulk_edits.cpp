@@ -22,6 +22,7 @@ void BulkEdits::change(Pnid list, ListAction action, const QString& statement)
         ListEdit edit(m_parts.history, *database, action, list);
         edit.before(entries);
         database->Execute(statement);
+        markChanged(*database, list);
         edit.after(entries);
         edit.commit();
     });

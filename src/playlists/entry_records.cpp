@@ -7,6 +7,7 @@
 #include "platform/system/files.h"
 #include "platform/system/leading_number.h"
 #include "playlists/list_edit.h"
+#include "playlists/playlist_table.h"
 #include "store/file_locator.h"
 #include "store/milli_sec_to_min.h"
 
@@ -162,11 +163,13 @@ void EntryRecords::change(Plid entry,
         if (row->Eof()) {
             return;
         }
-        ListEdit edit(m_parts.history, database, action, Pnid(row->value(u"PNID").toLong()));
+        const Pnid list{row->value(u"PNID").toLong()};
+        ListEdit edit(m_parts.history, database, action, list);
         edit.before(where);
         row->Edit();
         write(*row);
         row->Update();
+        markChanged(database, list);
         edit.after(where);
         edit.commit();
     });

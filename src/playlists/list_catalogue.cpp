@@ -217,6 +217,10 @@ void ListCatalogue::arrange(const std::vector<ListPlace>& places)
                 continue;
             }
             place.run(nid, {wanted.position, numberOf(wanted.group)});
+            if (group != numberOf(wanted.group)) {
+                // Its file lies in the folder of its group.
+                markChanged(database, wanted.list);
+            }
             if ((group == numberOf(kJingleGroup)) != (wanted.group == kJingleGroup)) {
                 database.Execute(u"update pl_name set isplay=false where nid="_s +
                                  number(wanted.list));

@@ -38,15 +38,15 @@ constexpr std::array kActions = std::to_array<ActionName>({
 
 QString actionWord(ListAction action)
 {
-    const auto found = std::find_if(kActions.begin(), kActions.end(),
-                                    [&](const ActionName& name) { return name.action == action; });
+    const auto* found = std::find_if(kActions.begin(), kActions.end(),
+                                     [&](const ActionName& name) { return name.action == action; });
     return found->word.toString();
 }
 
 std::optional<ListAction> actionOfWord(QStringView word)
 {
-    const auto found = std::find_if(kActions.begin(), kActions.end(),
-                                    [&](const ActionName& name) { return name.word == word; });
+    const auto* found = std::find_if(kActions.begin(), kActions.end(),
+                                     [&](const ActionName& name) { return name.word == word; });
     return found == kActions.end() ? std::nullopt : std::optional(found->action);
 }
 

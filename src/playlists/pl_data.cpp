@@ -58,9 +58,9 @@ GetPLData::Entries GetPLData::entries(const QStringList& plids) const
     Entries result;
     result.columns = columnsOf(database, kEntryTable);
     for (const QString& condition : keyConditions(result.columns.front(), entryNumbers(plids))) {
-        for (std::vector<Value>& row : readRows(database, kEntryTable, result.columns, condition)) {
-            const qint64 number = row.front().toInt64();
-            result.rows.insert(number, std::move(row));
+        for (const std::vector<Value>& row :
+             readRows(database, kEntryTable, result.columns, condition)) {
+            result.rows.insert(row.front().toInt64(), row);
         }
     }
     return result;

@@ -221,6 +221,12 @@ void updateEntryCount(Database& database, Pnid list)
                      u" , UpdateTime=now, sicherung=true where nid="_s + number);
 }
 
+void markChanged(Database& database, Pnid list)
+{
+    database.Execute(u"update pl_name set sicherung=true where sicherung=false and nid="_s +
+                     sql::number(numberOf(list)));
+}
+
 QString orderMark(Database& database, Pnid list)
 {
     // Products tell two swapped entries apart, which plain sums don't; real numbers never overflow.

@@ -45,6 +45,11 @@ using Rows = std::vector<std::vector<Value>>;
 /// Counts the entries of a list afresh and marks it as changed and not yet saved. \throws DbError
 void updateEntryCount(Database& database, Pnid list);
 
+/// Marks a list as changed and not yet saved: its file is written again. Whatever writes values
+/// that stand in that file, or decides where it lies, calls it within its own transaction. \throws
+/// DbError
+void markChanged(Database& database, Pnid list);
+
 /// What the entries of a list and their order come down to: equal texts mean that nobody has added,
 /// removed or moved one. Cheap also for long lists. \throws DbError
 [[nodiscard]] QString orderMark(Database& database, Pnid list);

@@ -7,14 +7,15 @@
 #include "platform/controls/pointer_control.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
-#include "platform/db/sql_text.h"
 #include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
 #include "platform/system/timers.h"
 #include "playlists/drag_list.h"
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
+#include "playlists/playlist_table.h"
 #include "playlists/undo_redo.h"
+#include "store/pending_jobs.h"
 #include "views/drag_data.h"
 #include "views/grid_rows.h"
 #include "views/track_look.h"
@@ -57,7 +58,6 @@ PlaylistEdits::PlaylistEdits(const PlaylistViewParts& parts,
     , m_rows(rows)
     , m_bus(bus)
     , m_events(std::move(events))
-    , m_jobs(parts.engine, parts.settings)
     , m_timerPlaylistPlaylerUpdate(parts.loop.makeTimer(kSaveInterval, [this] { saveNow(); }))
 {}
 
@@ -318,16 +318,18 @@ void PlaylistEdits::rate(int digit)
         return;
     }
     try {
+        Transaction change(*m_rows.database());
         const auto set = m_rows.walker().Clone();
         set->SetAbsolutePosition(m_controls.grid.currentRow());
         set->Edit();
         set->setValue(u"Note", storedRating(digit));
         set->Update();
+        PendingJobs::SaveEditFID(*m_rows.database(), fid);
+        change.commit();
     } catch (const DbError& error) {
         tellStatus(error.text());
         return;
     }
-    m_jobs.SaveEditFID(fid);
     m_bus.SendMessage(bus::kDbRefreshByFid, fid);
 }
 
@@ -384,9 +386,7 @@ void PlaylistEdits::saveNow()
     m_timerPlaylistPlaylerUpdate->stop();
     if (m_rows.database()) {
         try {
-            m_rows.database()->Execute(
-                u"update pl_name set sicherung=true where sicherung=false and nid="_s +
-                sql::number(numberOf(m_list.pnid)));
+            markChanged(*m_rows.database(), m_list.pnid);
         } catch (const DbError& error) {
             tellStatus(error.text());
         }

@@ -3,7 +3,6 @@
 #include "platform/controls/grid_control.h"
 #include "playlistview/open_list.h"
 #include "playlistview/playlist_parts.h"
-#include "store/pending_jobs.h"
 
 #include <memory>
 
@@ -115,7 +114,6 @@ private:
     GridRows& m_rows;
     BusSender& m_bus;
     EditEvents m_events;
-    PendingJobs m_jobs;
     std::unique_ptr<Timer> m_timerPlaylistPlaylerUpdate; ///< spelt so
 };
 

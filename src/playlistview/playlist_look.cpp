@@ -61,9 +61,9 @@ constexpr std::array<EntryColumn, 4> kEntryColumns = {{
 
 const AktionLook* aktionLook(int number)
 {
-    const auto found = std::find_if(kAktions.begin(), kAktions.end(),
-                                    [number](const auto& look) { return look.number == number; });
-    return found == kAktions.end() ? nullptr : &*found;
+    const auto* found = std::find_if(kAktions.begin(), kAktions.end(),
+                                     [number](const auto& look) { return look.number == number; });
+    return found == kAktions.end() ? nullptr : found;
 }
 
 std::vector<GridColumn> playlistColumns()
@@ -80,6 +80,7 @@ std::vector<GridColumn> playlistColumns()
     std::sort(placed.begin(), placed.end(),
               [](const auto& one, const auto& two) { return one.first < two.first; });
     std::vector<GridColumn> columns;
+    columns.reserve(placed.size());
     for (auto& [place, column] : placed) {
         columns.push_back(std::move(column));
     }

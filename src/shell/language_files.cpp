@@ -23,7 +23,7 @@ const QString kBuiltIn = u"lang_Deutsch.ini"_s;
 const QString kBuiltInTitle = u"Deutsch"_s;
 
 /// A language file holds some hundred lines.
-constexpr qint64 kLargestFile = 4 * 1024 * 1024;
+constexpr qint64 kLargestFile = qint64{4} * 1024 * 1024;
 
 bool isSameFile(const QString& one, const QString& other)
 {

@@ -94,6 +94,8 @@ MLVDB::~MLVDB()
 void MLVDB::load()
 {
     m_parts.data.open();
+    // Before any view reads them: what was played yesterday does not count for today.
+    m_parts.settings.UpdateLastPlayDayCount();
     m_controls.window.setCaption(mainWindowCaption());
     m_menu.setCaptions();
     m_parts.suite.publishControl(m_parts.paths);

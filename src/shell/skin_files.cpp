@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// A theme file is a page of text.
-constexpr qint64 kLargestSkin = 256 * 1024;
+constexpr qint64 kLargestSkin = qint64{256} * 1024;
 
 } // namespace
 

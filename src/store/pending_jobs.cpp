@@ -6,6 +6,7 @@
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "platform/system/trim_blanks.h"
+#include "store/error_sink.h"
 
 namespace melovane {
 
@@ -30,7 +31,8 @@ void PendingJobs::ChangeTree(const QString& tree)
                               u" )"_s);
         }
         m_noted.insert(tree);
-    } catch (const DbError&) {
+    } catch (const DbError& error) {
+        passReleased(error);
         // The next change of the kind notes it.
     }
 }
@@ -38,12 +40,16 @@ void PendingJobs::ChangeTree(const QString& tree)
 void PendingJobs::SaveEditFID(const QString& fid)
 {
     try {
-        m_engine.OpenDatabase(m_settings.DbName())
-            ->Execute(u"insert into db_edit (fid) values ("_s + sql::text(trimBlanks(fid)) +
-                      u")"_s);
-    } catch (const DbError&) {
+        SaveEditFID(*m_engine.OpenDatabase(m_settings.DbName()), fid);
+    } catch (const DbError& error) {
+        passReleased(error);
         // The row is changed all the same; only its file keeps the former tag.
     }
+}
+
+void PendingJobs::SaveEditFID(Database& database, const QString& fid)
+{
+    database.Execute(u"insert into db_edit (fid) values ("_s + sql::text(trimBlanks(fid)) + u")"_s);
 }
 
 } // namespace melovane

@@ -5,13 +5,15 @@
 
 namespace melovane {
 
+class Database;
 class DBEngine;
 class GlobalSettings;
 
 /// Notes for the jobs that work behind the console: which trees are out of date, which tracks must
 /// be written to their files.
 ///
-/// Each note is made on a connection of its own. Quiet: a note that fails is left out.
+/// Each note is made on a connection of its own, unless a database is given. Quiet there: a note
+/// that fails is left out.
 class PendingJobs
 {
 public:
@@ -23,6 +25,10 @@ public:
 
     /// Enters a track for the job that writes tags. A track may be entered several times.
     void SaveEditFID(const QString& fid);
+
+    /// The same within the caller's transaction, so that the change of a track and the order to
+    /// write it into the file stand together or not at all. \throws DbError
+    static void SaveEditFID(Database& database, const QString& fid);
 
 private:
     DBEngine& m_engine;

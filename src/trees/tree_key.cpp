@@ -290,7 +290,7 @@ QString extended(const QString& field, const QString& value)
 
 Type typeOf(QStringView key)
 {
-    const auto found = std::find_if(kTypes.begin(), kTypes.end(), [&](const TypeWord& word) {
+    const auto* found = std::find_if(kTypes.begin(), kTypes.end(), [&](const TypeWord& word) {
         return key.startsWith(word.word);
     });
     return found == kTypes.end() ? Type::Other : found->type;

@@ -11,7 +11,7 @@ namespace {
 /// Value of `DBit` for a bit rate that varies: keep.
 constexpr int kVariableBitRate = -99;
 
-constexpr qint64 kHalfDaySeconds = 12 * 60 * 60;
+constexpr qint64 kHalfDaySeconds = qint64{12} * 60 * 60;
 
 } // namespace
 

@@ -49,6 +49,14 @@ TableDef tracksTable()
     return table;
 }
 
+TableDef editsTable()
+{
+    TableDef table;
+    table.Name = u"db_edit"_s;
+    table.Fields = {field(u"FID"_s, FieldType::Text)};
+    return table;
+}
+
 TableDef namesTable(const QString& name, const QString& key)
 {
     TableDef table;
@@ -85,6 +93,7 @@ void TestLibrary::makeDatabase()
     const auto database =
         engine->Workspaces(0).CreateDatabase(m_databaseName, QString::fromUtf16(kDatabaseLocale));
     database->tableDefs().Append(tracksTable());
+    database->tableDefs().Append(editsTable());
     database->tableDefs().Append(namesTable(u"genre"_s, u"Genre_ID"_s));
     database->tableDefs().Append(namesTable(u"pl_group"_s, u"GRID"_s));
     database->tableDefs().Append(namesTable(u"pl_name"_s, u"NID"_s));

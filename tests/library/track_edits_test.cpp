@@ -1,3 +1,5 @@
+#include "config/config_objects.h"
+#include "config/melovane_configuration.h"
 #include "library/track_edits.h"
 #include "store/pending_jobs.h"
 #include "store/track_fields.h"
@@ -19,6 +21,7 @@ protected:
                                            .Note = u"3"_s,
                                            .DEL = del}));
         }
+        MelovaneConfiguration::fill(texts);
         settings->SetDbName(suite.dbName());
         settings->SetGridSwapEditPlay(0);
         rows.SetDatabaseName(suite.dbName());
@@ -40,9 +43,11 @@ protected:
     PendingJobs jobs{*suite.engine, *settings};
     QStringList changed;
     QStringList failures;
+    ConfigObjects texts{suite.folders.paths(), suite.folders.profile(), suite.folders.files()};
     TrackEdits edits{rows,
                      jobs,
                      *settings,
+                     texts,
                      suite.clock,
                      [this](const QString& fid) { changed.append(fid); },
                      [this](const QString& text) { failures.append(text); }};
@@ -144,6 +149,15 @@ TEST_F(TrackEditsTest, DeleteOnARowWithDel3GivesMinus1AndOtherStatesStay)
     EXPECT_EQ(suite.column(u"select TreeName from ChangeTree"_s), (QStringList{u"Dir"_s}));
 }
 
+TEST_F(TrackEditsTest, ARowWithoutAStateStaysWithoutOne)
+{
+    suite.execute(u"update db_all set DEL=null where Titel='A'"_s);
+    rows.Refresh();
+    edits.toggleDelete({{0, 1}});
+    EXPECT_TRUE(cell(0, u"DEL"_s).isNull());
+    EXPECT_EQ(cell(1, u"DEL"_s).toLong(), 0);
+}
+
 TEST_F(TrackEditsTest, WithoutASelectionNothingIsToggledOrNoted)
 {
     edits.toggleDelete({});
@@ -180,6 +194,18 @@ TEST_F(TrackEditsTest, AChangedCellIsWrittenAndItsTrackEnteredForTheTags)
     EXPECT_TRUE(suite.column(u"select TreeName from ChangeTree"_s).isEmpty());
 }
 
+TEST_F(TrackEditsTest, ACellWhoseTrackCannotBeEnteredForTheTagsStaysAsItWas)
+{
+    suite.execute(u"drop table db_edit"_s);
+    edits.commit(0, u"Interpret"_s, u"Neu"_s);
+    edits.rate(0, 1);
+    EXPECT_EQ(cell(0, u"Interpret"_s).toText(), u"Wer"_s);
+    EXPECT_EQ(cell(0, u"Note"_s).toText(), u"3"_s);
+    EXPECT_TRUE(changed.isEmpty());
+    EXPECT_TRUE(suite.column(u"select TreeName from ChangeTree"_s).isEmpty());
+    EXPECT_EQ(failures.size(), 2);
+}
+
 TEST_F(TrackEditsTest, ArtistAlbumAndGenreMarkTheirTrees)
 {
     edits.commit(0, u"interpret"_s, u"Neu"_s);
@@ -201,12 +227,46 @@ TEST_F(TrackEditsTest, AZeroInNoteTempoOrTrackEmptiesTheCell)
     EXPECT_EQ(cell(0, u"Titel"_s).toText(), u"0"_s);
 }
 
+TEST_F(TrackEditsTest, ATextWithoutANumberEmptiesTheFieldsThatAreNumbers)
+{
+    for (const QString& field : {u"Note"_s, u"BPM"_s, u"Track"_s}) {
+        edits.commit(0, field, u"4"_s);
+        edits.commit(0, field, u"x"_s);
+        EXPECT_EQ(cell(0, field).toText(), QString()) << field.toStdString();
+    }
+    edits.commit(0, u"BPM"_s, u"abc"_s);
+    EXPECT_EQ(cell(0, u"BPM"_s).toText(), QString());
+    edits.commit(0, u"BPM"_s, u"128.5"_s);
+    EXPECT_EQ(cell(0, u"BPM"_s).toText(), u"128.5"_s);
+    edits.commit(0, u"Titel"_s, u"abc"_s);
+    EXPECT_EQ(cell(0, u"Titel"_s).toText(), u"abc"_s);
+    EXPECT_EQ(failures, QStringList());
+}
+
+TEST_F(TrackEditsTest, ANoteIsOneToFiveAndAnyOtherIsRefusedWithTheReason)
+{
+    edits.commit(0, u"Note"_s, u" 5 "_s);
+    EXPECT_EQ(cell(0, u"Note"_s).toText(), u"5"_s);
+    const QStringList refused{u"9"_s, u"6"_s, u"-1"_s, u"2,5"_s, u"1a"_s, u"12"_s};
+    for (const QString& text : refused) {
+        edits.commit(0, u"note"_s, text);
+        EXPECT_EQ(cell(0, u"Note"_s).toText(), u"5"_s) << text.toStdString();
+    }
+    EXPECT_EQ(failures, QStringList(refused.size(), u"Eine Note geht von 1 bis 5, 5 ist die beste; "
+                                                    "leer oder 0 nimmt sie weg"_s));
+    EXPECT_EQ(edited().size(), 1);
+    edits.commit(0, u"Note"_s, QString());
+    EXPECT_EQ(cell(0, u"Note"_s).toText(), QString());
+}
+
 TEST_F(TrackEditsTest, ATextThatIsTooLongLeavesTheCellAndNotesNothing)
 {
     edits.commit(0, u"Note"_s, u"12345"_s);
     EXPECT_EQ(cell(0, u"Note"_s).toText(), u"3"_s);
+    edits.commit(0, u"Track"_s, u"12345678901"_s);
+    EXPECT_TRUE(cell(0, u"Track"_s).isNull());
     EXPECT_TRUE(edited().isEmpty());
-    EXPECT_EQ(failures.size(), 1); // and says why
+    EXPECT_EQ(failures.size(), 2); // and says why
 }
 
 TEST_F(TrackEditsTest, TheGenreColumnOffersTheGenres)

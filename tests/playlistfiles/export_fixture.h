@@ -49,7 +49,8 @@ public:
 
     [[nodiscard]] std::optional<FileFacts> facts(const QString& path) const override
     {
-        auto found = LinuxFiles::facts(path);
+        const bool folds = !foldsCaseBelow.isEmpty() && path.startsWith(foldsCaseBelow);
+        auto found = LinuxFiles::facts(folds ? resolve(path.toLower()) : path);
         if (found && identify) {
             identify(path, *found);
         }
@@ -57,6 +58,7 @@ public:
     }
 
     std::optional<qint64> free;
+    QString foldsCaseBelow; ///< names in this folder that differ in case alone are one file
     std::function<void(const QString& path, FileFacts&)>
         identify;   ///< gives a file another identity
     QString broken; ///< targets with this in their path cannot be written
@@ -119,6 +121,11 @@ protected:
     [[nodiscard]] QByteArray readCopy(const QString& relative) const
     {
         return files.read(target + QChar(u'/') + relative, 1 << 26);
+    }
+
+    [[nodiscard]] QByteArray readTrack(const QString& name) const
+    {
+        return files.read(music + QChar(u'/') + name, 1 << 26);
     }
 
     /// The path lines of the list file.

@@ -106,6 +106,19 @@ TEST_F(PlaylistExport, OfTwoRowsWithTheSamePathTheSecondReplacesTheFirstAndBothL
     EXPECT_EQ(result.replaced, QStringList{u"gleich.mp3"_s}) << "the user hears of it";
 }
 
+TEST_F(PlaylistExport, ACopyThatFailsReplacesNothingAndIsNotToldAsIfItHad)
+{
+    addList({addTrack({.Titel = u"gleich"_s, .DName = u"a.mp3"_s}, "first"),
+             addTrack({.Titel = u"gleich"_s, .DName = u"b.mp3"_s}, "second")});
+    loop.onTurn = [this] {
+        files.broken = files.fileExists(target + u"/gleich.mp3"_s) ? u"gleich.mp3"_s : QString();
+    };
+    const ExportResult result = run(u"%N"_s);
+    EXPECT_EQ(result.failures.size(), 1U);
+    EXPECT_TRUE(result.replaced.isEmpty());
+    EXPECT_EQ(readCopy(u"gleich.mp3"_s), "first");
+}
+
 TEST_F(PlaylistExport, OneTrackTwiceInTheListIsNoLoss)
 {
     const QString fid = addTrack({.Titel = u"Licht"_s});
@@ -123,6 +136,31 @@ TEST_F(PlaylistExport, NamesThatDifferInCaseAloneAreTwoFilesWhereTheVolumeKnowsC
     EXPECT_EQ(copies(), (QStringList{u"LICHT.mp3"_s, u"licht.mp3"_s}));
     EXPECT_EQ(readCopy(u"LICHT.mp3"_s), "first");
     EXPECT_TRUE(result.replaced.isEmpty());
+}
+
+TEST_F(PlaylistExport, OfNamesThatDifferInCaseAThirdThatReplacesTheFirstIsTold)
+{
+    addList({addTrack({.Titel = u"LICHT"_s, .DName = u"a.mp3"_s}, "first"),
+             addTrack({.Titel = u"licht"_s, .DName = u"b.mp3"_s}, "second"),
+             addTrack({.Titel = u"LICHT"_s, .DName = u"c.mp3"_s}, "third"),
+             addTrack({.Titel = u"Licht"_s, .DName = u"d.mp3"_s}, "fourth"),
+             addTrack({.Titel = u"licht"_s, .DName = u"b2.mp3"_s}, "fifth")});
+    const ExportResult result = run(u"%N"_s);
+    EXPECT_EQ(copies(), (QStringList{u"LICHT.mp3"_s, u"Licht.mp3"_s, u"licht.mp3"_s}));
+    EXPECT_EQ(readCopy(u"LICHT.mp3"_s), "third");
+    EXPECT_EQ(readCopy(u"licht.mp3"_s), "fifth");
+    EXPECT_EQ(result.replaced, (QStringList{u"LICHT.mp3"_s, u"licht.mp3"_s}));
+}
+
+TEST_F(PlaylistExport, WhereTheVolumeDoesNotTellCaseApartEachReplacementIsToldOnce)
+{
+    addList({addTrack({.Titel = u"LICHT"_s, .DName = u"a.mp3"_s}, "first"),
+             addTrack({.Titel = u"licht"_s, .DName = u"b.mp3"_s}, "second"),
+             addTrack({.Titel = u"Licht"_s, .DName = u"c.mp3"_s}, "third")});
+    // The copies have one identity, as on such a volume.
+    files.foldsCaseBelow = target;
+    const ExportResult result = run(u"%N"_s);
+    EXPECT_EQ(result.replaced, (QStringList{u"licht.mp3"_s, u"Licht.mp3"_s}));
 }
 
 TEST_F(PlaylistExport, TheCopyIsCalledMp3WhateverTheSourceWas)
@@ -351,6 +389,19 @@ TEST_F(PlaylistExport, NorDoesItThroughALinkToTheFolderOfTheMusic)
     EXPECT_EQ(result.failures[0].reason, Reason::LibraryFile);
     // Nobody is led to the other track instead.
     EXPECT_EQ(listed(), QStringList());
+}
+
+TEST_F(PlaylistExport, ATracksFileWhoseNameIsStoredInAnotherUnicodeFormIsNotReplaced)
+{
+    // One e with its accent, and an e with the accent behind it.
+    addTrack({.Titel = u"other"_s, .DName = u"Caf\u00e9.mp3"_s}, "other");
+    suite.execute(u"update db_all set DName='Cafe\u0301.mp3'"_s);
+    addList({addTrack({.Titel = u"Caf\u00e9"_s, .DName = u"x.mp3"_s}, "new")});
+    target = music;
+    const ExportResult result = run(u"%N"_s);
+    EXPECT_EQ(readCopy(u"Caf\u00e9.mp3"_s), "other");
+    ASSERT_EQ(result.failures.size(), 1U);
+    EXPECT_EQ(result.failures[0].reason, Reason::LibraryFile);
 }
 
 TEST_F(PlaylistExport, AFileOfAnotherVolumeThatHasTheNumberOfATracksFileIsReplacedAllTheSame)

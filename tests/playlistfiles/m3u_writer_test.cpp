@@ -2,6 +2,8 @@
 #include "playlistfiles/m3u_fixture.h"
 #include "playlistfiles/m3u_writer.h"
 
+#include <QFile>
+
 namespace melovane::test {
 namespace {
 
@@ -181,11 +183,27 @@ TEST_F(M3uWriterTest, ANewListStandsAtThePositionOfItsNumber)
     }
 }
 
+TEST_F(M3uWriterTest, AListIsNeverWrittenThroughALink)
+{
+    const Pnid list = sampleList();
+    music.write(u"04.mp3"_s, "a track");
+    ASSERT_TRUE(QFile::link(music.file(u"04.mp3"_s), music.file(u"out.m3u"_s)));
+    ASSERT_TRUE(QFile::link(music.file(u"gone.mp3"_s), music.file(u"other.m3u"_s)));
+    for (const QString& name : {u"out.m3u"_s, u"other.m3u"_s}) {
+        QString target = music.file(name);
+        EXPECT_TRUE(m3u.SavePlaylist(list, target, false, {}));
+        EXPECT_TRUE(music.read(name).startsWith("#Melovane-M3U")) << music.read(name).toStdString();
+        EXPECT_FALSE(lists.files.facts(music.file(name))->isLink);
+    }
+    EXPECT_EQ(music.read(u"04.mp3"_s), "a track");
+    EXPECT_FALSE(lists.files.fileExists(music.file(u"gone.mp3"_s)));
+}
+
 /// A disk on which nothing can be written any more.
 class FullDisk : public LinuxFiles
 {
 public:
-    void writeWhole(const QString& path, const QByteArray&) override
+    void writeNamed(const QString& path, const QByteArray&) override
     {
         throw IoError(path, u"No space left on device"_s);
     }

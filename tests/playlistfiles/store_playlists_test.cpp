@@ -2,6 +2,8 @@
 #include "playlistfiles/m3u_fixture.h"
 #include "playlistfiles/store_playlists.h"
 
+#include <QFile>
+
 namespace melovane::test {
 namespace {
 
@@ -54,6 +56,23 @@ TEST_F(StorePlaylistsTest, EachChangedListIsWrittenIntoTheFolderOfItsGroupAndUnm
     EXPECT_EQ(lists.files.names(music.file(u"Dance"_s)), QStringList{u"C.m3u"_s});
 }
 
+TEST_F(StorePlaylistsTest, AListIsStoredInPlaceOfALinkAndNeverThroughIt)
+{
+    changedList(u"A"_s, rock);
+    changedList(u"B"_s, rock);
+    music.write(u"04.mp3"_s, "a track");
+    ASSERT_TRUE(lists.files.makeFolder(music.file(u"Rock_Pop"_s)));
+    ASSERT_TRUE(QFile::link(music.file(u"04.mp3"_s), music.file(u"Rock_Pop/A.m3u"_s)));
+    ASSERT_TRUE(QFile::link(music.file(u"05.mp3"_s), music.file(u"Rock_Pop/B.m3u"_s)));
+    EXPECT_EQ(run().written, 2);
+    EXPECT_EQ(music.read(u"04.mp3"_s), "a track");
+    EXPECT_EQ(lists.files.names(music.path()), (QStringList{u"04.mp3"_s, u"Rock_Pop"_s}));
+    for (const QString& name : {u"Rock_Pop/A.m3u"_s, u"Rock_Pop/B.m3u"_s}) {
+        EXPECT_FALSE(lists.files.facts(music.file(name))->isLink);
+        EXPECT_TRUE(music.read(name).startsWith("#Melovane-M3U"));
+    }
+}
+
 TEST_F(StorePlaylistsTest, NothingChangedWritesNothing)
 {
     EXPECT_EQ(run().written, 0);
@@ -95,6 +114,19 @@ TEST_F(StorePlaylistsTest, AListThatTakesTheNameOfAnotherLeavesItsFileAlone)
     EXPECT_EQ(written, QStringList{u"Dance/Beta (%1).m3u"_s.arg(second)});
 }
 
+TEST_F(StorePlaylistsTest, AListThatMovesToAnotherGroupGetsItsFileThere)
+{
+    const int list = changedList(u"C"_s, dance);
+    run();
+    const QByteArray bytes = music.read(u"Dance/C.m3u"_s);
+    lists.names.arrange({{Pnid(list), GroupId(rock), 1}});
+    EXPECT_TRUE(m3u.IsChangePlaylist());
+    run();
+    EXPECT_EQ(written, QStringList{u"Rock_Pop/C.m3u"_s});
+    EXPECT_EQ(music.read(u"Rock_Pop/C.m3u"_s), bytes);
+    EXPECT_EQ(marked(), QStringList());
+}
+
 TEST_F(StorePlaylistsTest, NamesOfDotsLeadNowhereAndLongOnesHaveRoomForTheirNumber)
 {
     const int dots = lists.library.addGroup(u".."_s);
@@ -125,7 +157,7 @@ TEST_F(StorePlaylistsTest, AListThatCannotBeWrittenStaysMarkedAndTheOthersAreWri
 class FullDisk : public LinuxFiles
 {
 public:
-    void writeWhole(const QString& path, const QByteArray&) override
+    void writeNamed(const QString& path, const QByteArray&) override
     {
         throw IoError(path, u"No space left on device"_s);
     }

@@ -195,6 +195,35 @@ TEST_F(MlvFunctionTest, AResetListIsAsIfItsEntriesHadJustComeAndCanBeUndone)
     EXPECT_EQ(cell(u"MixTime"_s, entry).toLong(), 0);
 }
 
+TEST_F(MlvFunctionTest, EveryWriteOfAnEntryMarksItsListForItsFileAndNoOther)
+{
+    const Pnid list = lists.addList({1, 2});
+    lists.addList({1});
+    const Plid entry = firstEntry(list);
+    MlvPlaylistDetail detail = function.GetPlaylistDetailByPLID(entry);
+    detail.Volume = 9;
+    detail.mixInStyle = detail.mixOutStyle = MixStyleSplit(u"1,2,3,4,5"_s);
+    detail.eqStyle = EQStyleSplit(u"1,2,3,4,5"_s);
+    const QString plid = lists.plids(list).first();
+    const std::vector<std::function<void()>> writes{
+        [&] { function.PlaylistUpdate(detail); },
+        [&] { function.PlaylistSaveStartStop(entry, 7, 70); },
+        [&] { function.PlaylistSaveAktion(entry, 3, u"x"_s); },
+        [&] { function.PlaylistSaveMixIN(detail); },
+        [&] { function.PlaylistSaveMixOUT(detail); },
+        [&] { function.PlaylistSaveEQ(detail); },
+        [&] { function.PlaylistSetAllMixStyle(number(list), plid, plid); },
+        [&] { function.PlaylistDeleteAllMixStyle(list); },
+        [&] { function.PlaylistReset(list); }};
+    for (size_t i = 0; i < writes.size(); ++i) {
+        lists.execute(u"update pl_name set sicherung=false"_s);
+        writes[i]();
+        EXPECT_EQ(lists.column(u"select nid from pl_name where sicherung=true"_s),
+                  QStringList{number(list)})
+            << "write " << i;
+    }
+}
+
 TEST_F(MlvFunctionTest, TheWalkGoesOnBehindTheLastItemWithTheFirst)
 {
     function.setPlaylist(lists.addList({7, 2, 5}));
@@ -204,6 +233,16 @@ TEST_F(MlvFunctionTest, TheWalkGoesOnBehindTheLastItemWithTheFirst)
     EXPECT_EQ(function.PlaylistGetNext()->SID, Sid{5});
     EXPECT_EQ(function.PlaylistGetNext()->position, 3);
     EXPECT_EQ(function.PlaylistGetNext()->position, 1);
+}
+
+TEST_F(MlvFunctionTest, TheWalkTakesTheYoungerOfEqualPositionsFirst)
+{
+    const Pnid list = lists.addList({7, 7, 2});
+    function.setPlaylist(list);
+    function.PlayListFill();
+    EXPECT_EQ(function.walk().current()->FID, Lists::fid(3));
+    EXPECT_EQ(function.PlaylistGetNext()->FID, Lists::fid(2));
+    EXPECT_EQ(function.PlaylistGetNext()->FID, Lists::fid(1));
 }
 
 TEST_F(MlvFunctionTest, APositionBeyondTheCountStaysAndGivesTheOldItem)

@@ -258,6 +258,19 @@ TEST_F(PlaylistHands, RatingsAreStoredTheOtherWayRoundAndGoToTheTags)
     EXPECT_EQ(lists.value(u"select count(*) from db_edit"_s).toLong(), 6);
 }
 
+TEST_F(PlaylistHands, ARatingWhoseTrackCannotBeEnteredForTheTagsIsNotStored)
+{
+    openList(1);
+    stand(0);
+    const QString note = u"select note from db_all where fid='800000000001'"_s;
+    const QString before = lists.value(note).toText();
+    lists.execute(u"drop table db_edit"_s);
+    view.digitPressed(1);
+    EXPECT_EQ(lists.value(note).toText(), before);
+    EXPECT_EQ(sentOf(u"db.refresh.by.fid"_s), QStringList());
+    EXPECT_EQ(sentOf(u"show.statustext"_s).size(), 1);
+}
+
 TEST_F(PlaylistHands, FilesAreTakenAsTheTracksTheyHold)
 {
     openList(2);

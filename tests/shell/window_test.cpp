@@ -78,6 +78,21 @@ TEST_F(WindowTest, AClickOnAHeadingSorts)
     EXPECT_EQ(grid.sortArrow(artist), SortArrow::Descending);
 }
 
+TEST_F(WindowTest, TheCountsOfTheDayEndAtTheStartTwelveHoursAfterTheLastPlay)
+{
+    addTracks();
+    library.execute(u"update db_all set PlayCountDay=2, PlayCountAll=5, play=now"_s);
+    library.execute(u"update db_all set play=cdate(now-0.6) where Titel='Brandung'"_s);
+    open();
+    const auto database = library.engine->OpenDatabase(library.databaseName());
+    const auto ended =
+        database->OpenRecordset(u"select Titel, PlayCountAll from db_all where PlayCountDay is "
+                                "null"_s);
+    ASSERT_EQ(ended->rowCount(), 1);
+    EXPECT_EQ(ended->value(0).toText(), u"Brandung"_s);
+    EXPECT_EQ(ended->value(1).toLong(), 5);
+}
+
 TEST_F(WindowTest, KeysLeadFromTheSearchLineIntoTheListAndBack)
 {
     addTracks();

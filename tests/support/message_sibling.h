@@ -27,6 +27,8 @@ inline constexpr qint32 kIsLive = 13;       ///< 1 when IsMsgWindow holds for lP
 inline constexpr qint32 kSeen = 14;         ///< answers how many numbers outside this table came
 inline constexpr qint32 kSeenId = 15;       ///< the id of the one with index wParam
 inline constexpr qint32 kSeenLParam = 16;   ///< its lParam
+inline constexpr qint32 kPostRefresh = 17;  ///< posts kRefresh with 0, 0 wParam times to lParam
+inline constexpr qint32 kRefresh = 18;      ///< asks to read again; equal ones may become one
 } // namespace sibling
 
 /// A real second process with a message control. Texts that it gets are answered with their length.

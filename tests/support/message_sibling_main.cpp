@@ -67,6 +67,15 @@ private:
         return count;
     }
 
+    qint32 postRefresh(qint32 count, MessageHandle other)
+    {
+        m_control->setTarget(other);
+        for (qint32 i = 0; i < count; ++i) {
+            m_control->Post(sibling::kRefresh, 0, 0);
+        }
+        return count;
+    }
+
     qint32 textBack(MessageHandle other)
     {
         m_control->setTarget(other);
@@ -94,6 +103,8 @@ private:
          }},
         {sibling::kDie, [](qint32, qint32) { return std::raise(SIGKILL); }},
         {sibling::kPostBack, [this](qint32 count, qint32 other) { return postBack(count, other); }},
+        {sibling::kPostRefresh,
+         [this](qint32 count, qint32 other) { return postRefresh(count, other); }},
         {sibling::kCountPosts,
          [this](qint32 number, qint32) { return m_inOrder += number == m_inOrder ? 1 : 0; }},
         {sibling::kPostsInOrder, [this](qint32, qint32) { return m_inOrder; }},

@@ -149,6 +149,16 @@ TEST_F(PlaylistFavoritEdit, AListDroppedOnAGroupBecomesItsLast)
     EXPECT_EQ(picture(lists.main), u"all.audio"_s);
 }
 
+TEST_F(PlaylistFavoritEdit, AListThatMovesToAnotherGroupWaitsToBeSavedAndNoOtherDoes)
+{
+    lists.execute(u"update pl_name set sicherung=false"_s);
+    const QString waiting = u"select nid from pl_name where sicherung=true"_s;
+    panel.rowDropped(rowOf(lists.reserve), rowOf(lists.main), DropPlace::Above);
+    EXPECT_EQ(lists.column(waiting), QStringList());
+    panel.rowDropped(rowOf(lists.main), groupRow(lists.saturday), DropPlace::Into);
+    EXPECT_EQ(lists.column(waiting), QStringList{QString::number(lists.main)});
+}
+
 TEST_F(PlaylistFavoritEdit, APlayingPlaylistDroppedAmongJinglesStopsBeingThePlayingOne)
 {
     panel.rowDropped(rowOf(lists.main), 0, DropPlace::Into);
@@ -274,6 +284,15 @@ TEST_F(PlaylistFavoritEdit, AListThatAnotherProgramDeletedMeanwhileDoesNoHarm)
     EXPECT_EQ(lists.playing(), u"%1,%2"_s.arg(lists.main).arg(lists.station));
     send(u"refresh.playlist.tree"_s);
     EXPECT_EQ(rowOf(lists.dance), -1);
+}
+
+TEST_F(PlaylistFavoritEdit, AListThatIsGoneIsNeitherOpenedNorPlayedAndItsRowGoes)
+{
+    lists.execute(u"delete from pl_name where nid=%1"_s.arg(lists.dance));
+    panel.rowActivated(rowOf(lists.dance));
+    EXPECT_EQ(lists.messages, QStringList{u"show.statustext|Diese Playliste gibt es nicht mehr"_s});
+    EXPECT_EQ(rowOf(lists.dance), -1);
+    EXPECT_EQ(lists.playing(), u"%1,%2"_s.arg(lists.main).arg(lists.station));
 }
 
 TEST_F(PlaylistFavoritEdit, ADatabaseThatCannotBeReadLeavesTheTreeAsItWas)

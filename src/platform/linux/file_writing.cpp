@@ -94,29 +94,39 @@ void syncSoFar(int descriptor, const QByteArray& path)
     }
 }
 
-Replacement::Replacement(const QByteArray& target)
+Replacement::Replacement(const QByteArray& target, TargetLink link)
 {
     if (target.isEmpty()) {
         fail(target, EINVAL);
     }
-    m_target = linkTarget(target);
+    m_target = link == TargetLink::Followed ? linkTarget(target) : target;
     m_folder = folderOf(m_target);
-    if (::stat(m_target.constData(), &m_replaced) == 0) {
-        if (!S_ISREG(m_replaced.st_mode)) {
-            fail(m_target, S_ISDIR(m_replaced.st_mode) ? EISDIR : EINVAL);
-        }
-        // Renaming would replace a write-protected file, and root may write everything: a file
-        // that nobody may write is meant to stay.
-        const bool anyWriter = (m_replaced.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
-        if (!anyWriter || ::faccessat(AT_FDCWD, m_target.constData(), W_OK, AT_EACCESS) != 0) {
-            fail(m_target, EACCES);
-        }
+    if (::lstat(m_target.constData(), &m_replaced) == 0) {
+        refuseUnlessReplaceable();
     } else if (errno != ENOENT) {
         failWithErrno(m_target);
     } else {
         m_replaced = {};
     }
     open();
+}
+
+void Replacement::refuseUnlessReplaceable()
+{
+    if (S_ISLNK(m_replaced.st_mode)) {
+        // The rights of a link say nothing about a file in its place.
+        m_replaced = {};
+        return;
+    }
+    if (!S_ISREG(m_replaced.st_mode)) {
+        fail(m_target, S_ISDIR(m_replaced.st_mode) ? EISDIR : EINVAL);
+    }
+    // Renaming would replace a write-protected file, and root may write everything: a file
+    // that nobody may write is meant to stay.
+    const bool anyWriter = (m_replaced.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
+    if (!anyWriter || ::faccessat(AT_FDCWD, m_target.constData(), W_OK, AT_EACCESS) != 0) {
+        fail(m_target, EACCES);
+    }
 }
 
 Replacement::~Replacement()

@@ -56,6 +56,13 @@ void writeAll(int descriptor, const QByteArray& bytes, const QByteArray& path);
 /// Has the disk take what was written up to now. \throws IoError naming `path`
 void syncSoFar(int descriptor, const QByteArray& path);
 
+/// What is done about a target that is a link.
+enum class TargetLink
+{
+    Followed, ///< the file that it leads to is replaced, or made
+    Replaced  ///< the link is, and what it leads to is never touched
+};
+
 /// A file that takes the place of another one as a whole.
 ///
 /// Written in the target's folder, without a name where the file system knows that, so that even a
@@ -64,20 +71,20 @@ void syncSoFar(int descriptor, const QByteArray& path);
 class Replacement
 {
 public:
-    /// \param target bytes of a path; links are followed
+    /// \param target bytes of a path; links among its folders are followed
     /// A target that is a folder or a device, or may not be written, is refused.
     /// \throws IoError
-    explicit Replacement(const QByteArray& target);
+    Replacement(const QByteArray& target, TargetLink link);
     ~Replacement();
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
 
     [[nodiscard]] int descriptor() const { return m_file.number(); }
 
-    /// Path of the file that is replaced, links resolved.
+    /// Path of the file that is replaced; a followed link is resolved.
     [[nodiscard]] const QByteArray& target() const { return m_target; }
 
-    /// The replaced file's facts; st_mode is 0 when there is none.
+    /// The replaced file's facts; st_mode is 0 when there is none, or a link only.
     [[nodiscard]] const struct stat& replaced() const { return m_replaced; }
 
     /// Mode and modification time of the file that this one is a copy of; they then win over the
@@ -90,6 +97,7 @@ public:
     void commit();
 
 private:
+    void refuseUnlessReplaceable();
     void open();
     void openNamed();
     void giveName();

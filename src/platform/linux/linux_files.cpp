@@ -21,6 +21,7 @@ namespace melovane {
 using namespace Qt::Literals::StringLiterals;
 using linuxfiles::Descriptor;
 using linuxfiles::failWithErrno;
+using linuxfiles::TargetLink;
 using linuxnames::systemPath;
 
 namespace {
@@ -110,14 +111,35 @@ QByteArray readBlock(const Descriptor& file, const QByteArray& path)
     return block;
 }
 
+void writeBytes(const QByteArray& path, const QByteArray& bytes, TargetLink link)
+{
+    linuxfiles::Replacement replacement(path, link);
+    linuxfiles::writeAll(replacement.descriptor(), bytes, replacement.target());
+    replacement.commit();
+}
+
+bool isSame(const struct stat& one, const struct stat& other)
+{
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+/// True when both are one link, by whatever way to it.
+bool isOneLink(const QByteArray& one, const QByteArray& other)
+{
+    struct stat first = {};
+    struct stat second = {};
+    return ::lstat(one.constData(), &first) == 0 && ::lstat(other.constData(), &second) == 0 &&
+           S_ISLNK(first.st_mode) && isSame(first, second);
+}
+
 /// False when `step` gave up; without one nothing is asked, and synced at the end only.
-bool copyBlocks(const QByteArray& from, const QByteArray& to, const CopyStep& step)
+bool copyBlocks(const QByteArray& from, const QByteArray& to, TargetLink link, const CopyStep& step)
 {
     struct stat facts = {};
     const Descriptor file = openPlain(from, facts);
-    linuxfiles::Replacement replacement(to);
-    if (replacement.replaced().st_mode != 0 && replacement.replaced().st_dev == facts.st_dev &&
-        replacement.replaced().st_ino == facts.st_ino) {
+    linuxfiles::Replacement replacement(to, link);
+    const struct stat& replaced = replacement.replaced();
+    if ((replaced.st_mode != 0 && isSame(replaced, facts)) || isOneLink(from, to)) {
         return true;
     }
     qint64 copied = 0;
@@ -292,9 +314,12 @@ QByteArray LinuxFiles::read(const QString& path, qint64 maxBytes) const
 
 void LinuxFiles::writeWhole(const QString& path, const QByteArray& bytes)
 {
-    linuxfiles::Replacement replacement(systemPath(path));
-    linuxfiles::writeAll(replacement.descriptor(), bytes, replacement.target());
-    replacement.commit();
+    writeBytes(systemPath(path), bytes, TargetLink::Followed);
+}
+
+void LinuxFiles::writeNamed(const QString& path, const QByteArray& bytes)
+{
+    writeBytes(systemPath(path), bytes, TargetLink::Replaced);
 }
 
 void LinuxFiles::append(const QString& path, const QByteArray& bytes)
@@ -315,12 +340,12 @@ void LinuxFiles::append(const QString& path, const QByteArray& bytes)
 
 void LinuxFiles::copy(const QString& source, const QString& target)
 {
-    copyBlocks(systemPath(source), systemPath(target), {});
+    copyBlocks(systemPath(source), systemPath(target), TargetLink::Followed, {});
 }
 
 bool LinuxFiles::copyInSteps(const QString& source, const QString& target, const CopyStep& step)
 {
-    return copyBlocks(systemPath(source), systemPath(target), step);
+    return copyBlocks(systemPath(source), systemPath(target), TargetLink::Replaced, step);
 }
 
 bool LinuxFiles::makeFolder(const QString& path)

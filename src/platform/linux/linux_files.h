@@ -31,6 +31,7 @@ public:
     [[nodiscard]] QStringList names(const QString& folder) const override;
     [[nodiscard]] QByteArray read(const QString& path, qint64 maxBytes) const override;
     void writeWhole(const QString& path, const QByteArray& bytes) override;
+    void writeNamed(const QString& path, const QByteArray& bytes) override;
     void append(const QString& path, const QByteArray& bytes) override;
     void copy(const QString& source, const QString& target) override;
     [[nodiscard]] bool

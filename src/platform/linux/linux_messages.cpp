@@ -99,7 +99,8 @@ MessagePlace::MessagePlace(QString runtimeFolder)
 
 LinuxMessages::LinuxMessages(MessagePlace place)
     : m_hub(std::make_shared<MessageHub>(MessageFolder(std::move(place.folder), place.user),
-                                         place.patience))
+                                         place.patience,
+                                         std::move(place.refreshes)))
 {}
 
 LinuxMessages::~LinuxMessages() = default;

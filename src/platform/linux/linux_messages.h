@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <memory>
+#include <set>
 #include <vector>
 
 namespace melovane {
@@ -22,6 +23,9 @@ struct MessagePlace
     QString folder; ///< Environment::runtimeFolder; with none no control can be made
     quint32 user;   ///< whose programs are talked to; the user of this process
     std::chrono::milliseconds patience{10'000}; ///< for a program that does not answer a send
+    /// Identifiers of posted numbers that only ask to read something again: of equal ones that wait
+    /// for the message loop the last is delivered.
+    std::set<qint32> refreshes = {};
 };
 
 /// Message controls over sockets in the user's runtime folder.

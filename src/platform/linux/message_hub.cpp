@@ -50,11 +50,12 @@ qsizetype costOf(const Packet& packet)
 
 } // namespace
 
-MessageHub::MessageHub(MessageFolder folder, milliseconds patience)
+MessageHub::MessageHub(MessageFolder folder, milliseconds patience, std::set<qint32> refreshes)
     : m_folder(std::move(folder))
     , m_patience(patience)
     , m_notifier(m_links.descriptor(), QSocketNotifier::Read)
     , m_spare(spareDescriptor())
+    , m_refreshes(std::move(refreshes))
 {
     m_delivery.setSingleShot(true);
     QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier,
@@ -167,8 +168,10 @@ LinkNumber MessageHub::writeTo(MessageHandle target, const QByteArray& bytes)
 {
     const LinkNumber known = m_links.find(Link::Kind::Outgoing, target);
     if (known != 0) {
-        if (m_links.write(known, bytes)) {
-            return known;
+        const Links::Written written = m_links.write(known, bytes);
+        if (written != Links::Written::Dead) {
+            // A second link to a program that hangs would lose what waits for it on this one.
+            return written == Links::Written::Yes ? known : 0;
         }
         drop(known);
     }
@@ -177,7 +180,7 @@ LinkNumber MessageHub::writeTo(MessageHandle target, const QByteArray& bytes)
         return 0;
     }
     const LinkNumber made = m_links.add(Link::Kind::Outgoing, target, std::move(socket));
-    if (!m_links.write(made, bytes)) {
+    if (m_links.write(made, bytes) != Links::Written::Yes) {
         drop(made);
         return 0;
     }
@@ -264,7 +267,7 @@ void MessageHub::serve(LinkNumber number, MessageHandle control, const Packet& p
     --link->serving;
     const bool ends = link->closing && link->serving == 0;
     const Packet reply{PacketType::Reply, packet.sequence, 0, result, 0};
-    if (!m_links.write(number, encode(reply)) || ends) {
+    if (m_links.write(number, encode(reply)) != Links::Written::Yes || ends) {
         drop(number);
     }
 }
@@ -304,27 +307,63 @@ qint32 MessageHub::deliver(MessageHandle control, const Packet& packet) const
     return handlers.number ? (*handlers.number)(packet.id, packet.first, packet.second) : 0;
 }
 
+bool MessageHub::isRefresh(const Packet& packet) const
+{
+    return packet.type == PacketType::PostNumber && m_refreshes.contains(packet.id);
+}
+
+MessageHub::RefreshKey MessageHub::refreshKey(MessageHandle control, const Packet& packet)
+{
+    return {control, packet.id, packet.first, packet.second};
+}
+
 void MessageHub::keepPosted(MessageHandle control, const Packet& packet)
 {
+    const bool refresh = isRefresh(packet);
+    if (refresh) {
+        // The last one is kept: what was posted between the two may change what is read again.
+        const auto waiting = m_waitingRefreshes.find(refreshKey(control, packet));
+        if (waiting != m_waitingRefreshes.end()) {
+            static_cast<void>(takePosted(waiting->second));
+        }
+    }
     if (m_postedBytes + costOf(packet) > kMaxPosted) {
         return;
     }
     m_postedBytes += costOf(packet);
     m_posted.push_back({control, packet});
+    if (refresh) {
+        m_waitingRefreshes[refreshKey(control, packet)] = std::prev(m_posted.end());
+    }
     m_delivery.start();
+}
+
+MessageHub::Posted MessageHub::takePosted(PostedList::iterator waiting)
+{
+    Posted taken = std::move(*waiting);
+    m_posted.erase(waiting);
+    m_postedBytes -= costOf(taken.packet);
+    if (isRefresh(taken.packet)) {
+        m_waitingRefreshes.erase(refreshKey(taken.control, taken.packet));
+    }
+    return taken;
 }
 
 void MessageHub::deliverPosted()
 {
-    // What a handler posts to itself waits for the next turn of the loop.
-    for (size_t left = m_posted.size(); left > 0 && !m_posted.empty(); --left) {
-        const Posted next = std::move(m_posted.front());
-        m_posted.pop_front();
-        m_postedBytes -= costOf(next.packet);
+    if (m_delivering) {
+        return;
+    }
+    m_delivering = true;
+    const auto leave = qScopeGuard([this] {
+        m_delivering = false;
         if (!m_posted.empty()) {
-            // Before the handler: a dialog that it shows has a message loop of its own.
             m_delivery.start();
         }
+    });
+    // What a handler posts to itself waits for the next turn of the loop.
+    for (size_t left = m_posted.size(); left > 0 && !m_posted.empty(); --left) {
+        const Posted next = takePosted(m_posted.begin());
         static_cast<void>(deliver(next.control, next.packet));
     }
 }

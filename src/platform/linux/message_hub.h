@@ -9,9 +9,11 @@
 #include <QTimer>
 
 #include <chrono>
-#include <deque>
+#include <list>
 #include <map>
 #include <memory>
+#include <set>
+#include <tuple>
 #include <vector>
 
 namespace melovane::linuxmessages {
@@ -27,12 +29,18 @@ struct Handlers
 ///
 /// Two read from the sockets: the message loop, and a send that waits for its answer. A send that
 /// waits serves the sends of others to every control of the program, so that programs that send to
-/// one another at the same moment all go on. What was posted is kept for the message loop.
+/// one another at the same moment all go on. What was posted is kept for the message loop, and the
+/// next post waits until the handler of the one before has returned, also when that handler runs a
+/// message loop of its own: a burst of posts never stands on the stack.
 class MessageHub : public std::enable_shared_from_this<MessageHub>
 {
 public:
-    /// \param patience how long a send waits for a program that does not answer
-    MessageHub(MessageFolder folder, std::chrono::milliseconds patience);
+    /// \param patience  how long a send waits for a program that does not answer
+    /// \param refreshes identifiers of posts that only ask to read again: of equal ones that wait
+    ///                  the last is delivered, at its own place
+    MessageHub(MessageFolder folder,
+               std::chrono::milliseconds patience,
+               std::set<qint32> refreshes = {});
 
     [[nodiscard]] const MessageFolder& folder() const { return m_folder; }
 
@@ -66,11 +74,16 @@ private:
         Packet packet;
     };
 
+    using PostedList = std::list<Posted>;
+    /// Control, identifier and the two numbers of a refresh.
+    using RefreshKey = std::tuple<MessageHandle, qint32, qint32, qint32>;
+
     void fromLoop(void (MessageHub::*step)());
 
     void serveReady();
 
     void deliverPosted();
+    [[nodiscard]] Posted takePosted(PostedList::iterator waiting);
 
     /// Waits, and handles what has come; false when nothing has.
     bool pump(std::chrono::milliseconds patience);
@@ -88,6 +101,8 @@ private:
     [[nodiscard]] LinkNumber writeTo(MessageHandle target, const QByteArray& bytes);
     [[nodiscard]] qint32 deliver(MessageHandle control, const Packet& packet) const;
     void keepPosted(MessageHandle control, const Packet& packet);
+    [[nodiscard]] bool isRefresh(const Packet& packet) const;
+    [[nodiscard]] static RefreshKey refreshKey(MessageHandle control, const Packet& packet);
 
     MessageFolder m_folder;
     std::chrono::milliseconds m_patience;
@@ -97,10 +112,13 @@ private:
     linuxfiles::Descriptor m_spare;
     std::map<MessageHandle, std::shared_ptr<const Handlers>> m_controls;
     std::vector<Pending*> m_pending;
-    std::deque<Posted> m_posted;
+    PostedList m_posted;
+    std::set<qint32> m_refreshes;
+    std::map<RefreshKey, PostedList::iterator> m_waitingRefreshes;
     qsizetype m_postedBytes = 0;
     quint32 m_lastSequence = 0;
     int m_nesting = 0;
+    bool m_delivering = false;
     bool m_answered = false;
 };
 

@@ -104,26 +104,26 @@ void Links::watch(LinkNumber number, const Link& link, int operation) const
     ::epoll_ctl(m_epoll.number(), operation, link.socket.number(), &event);
 }
 
-bool Links::write(LinkNumber number, const QByteArray& bytes)
+Links::Written Links::write(LinkNumber number, const QByteArray& bytes)
 {
     Link* link = find(number);
     if (link == nullptr) {
-        return false;
+        return Written::Dead;
     }
     const Sent sent = link->outbox.empty() ? sendNow(link->socket.number(), bytes) : Sent::Later;
     if (sent != Sent::Later) {
-        return sent == Sent::Yes;
+        return sent == Sent::Yes ? Written::Yes : Written::Dead;
     }
     const qsizetype cost = bytes.size() + kPacketCost;
     if (link->outboxBytes + cost > kMaxOutbox) {
-        return false;
+        return Written::Full;
     }
     link->outbox.push_back(bytes);
     link->outboxBytes += cost;
     if (link->outbox.size() == 1) {
         watch(number, *link, EPOLL_CTL_MOD);
     }
-    return true;
+    return Written::Yes;
 }
 
 void Links::flush(LinkNumber number)

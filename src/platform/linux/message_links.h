@@ -57,9 +57,16 @@ public:
     [[nodiscard]] std::vector<LinkNumber> all(Link::Kind kind, MessageHandle control) const;
     [[nodiscard]] size_t count(Link::Kind kind) const;
 
-    /// Hands a packet to the peer, now or as soon as it takes one, in the order of the calls.
-    /// False when the link is dead, or holds so much already that the peer must be hung.
-    [[nodiscard]] bool write(LinkNumber number, const QByteArray& bytes);
+    enum class Written
+    {
+        Yes,
+        Full, ///< the packet is lost; what waits for the peer stays in its order
+        Dead
+    };
+
+    /// Hands a packet to the peer, now or as soon as it takes one, in the order of the calls. Full
+    /// when so much waits already that the peer must be hung.
+    [[nodiscard]] Written write(LinkNumber number, const QByteArray& bytes);
 
     /// Waits until a link can be read or has ended, and sends what peers take meanwhile.
     [[nodiscard]] std::vector<LinkNumber> wait(std::chrono::milliseconds patience);

@@ -44,8 +44,10 @@ public:
     /// Sends a text in the same way. What is longer than the control carries is refused with 0.
     virtual qint32 SendText(qint32 id, qint32 number, const QString& text) = 0;
 
-    /// Sends without waiting: the receiver gets it from its message loop, in the order posted. A
-    /// dead target is no error.
+    /// Sends without waiting: the receiver gets it from its message loop, in the order posted, each
+    /// one after the handler of the one before has returned; a message loop inside a handler does
+    /// not bring the next. A dead target is no error, and to one that takes nothing any more what
+    /// exceeds the memory kept for it is lost.
     virtual void Post(qint32 id, qint32 wParam, qint32 lParam) = 0;
     virtual void PostText(qint32 id, qint32 number, const QString& text) = 0;
 

@@ -82,22 +82,27 @@ public:
 
     /// \throws IoError when it cannot be read, or is larger than maxBytes
     [[nodiscard]] virtual QByteArray read(const QString& path,
-                                          qint64 maxBytes = 256 * 1024 * 1024) const = 0;
+                                          qint64 maxBytes = qint64{256} * 1024 * 1024) const = 0;
 
     /// Replaces the file as a whole: written beside, synced, renamed; the mode of an existing file
     /// is kept. A link is followed, so that what it points at is replaced. \throws IoError
     virtual void writeWhole(const QString& path, const QByteArray& bytes) = 0;
 
+    /// The same for a file whose name the user gave: a link of that name is replaced itself, and
+    /// what it leads to stays as it is, or stays absent. \throws IoError
+    virtual void writeNamed(const QString& path, const QByteArray& bytes) = 0;
+
     /// \throws IoError
     virtual void append(const QString& path, const QByteArray& bytes) = 0;
 
-    /// Copies a file, replacing the target as a whole; mode and modification time come along.
-    /// \throws IoError
+    /// Copies a file, replacing the target as a whole; mode and modification time come along. A
+    /// link at the target is followed. \throws IoError
     virtual void copy(const QString& source, const QString& target) = 0;
 
     /// The same for large files and slow volumes, with a call after every block; what is written is
-    /// synced along the way, so that no single step takes long. False when `step` gave up: the
-    /// target is then as it was. \throws IoError
+    /// synced along the way, so that no single step takes long. A link at the target is replaced
+    /// itself, as by writeNamed; a target that is the source's own name stays as it is. False when
+    /// `step` gave up: the target is then as it was. \throws IoError
     [[nodiscard]] virtual bool
     copyInSteps(const QString& source, const QString& target, const CopyStep& step) = 0;
 

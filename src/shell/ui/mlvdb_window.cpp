@@ -49,7 +49,7 @@ MlvdbWindow::MlvdbWindow(Skin& skin, const IconSet& icons)
         const bool inList = focusWidget() && m_playlist->isAncestorOf(focusWidget());
         return inList ? m_playlist->contextPlace() : m_library->contextPlace();
     });
-    const QSize room = screenArea().size();
+    const QSize room = MlvdbWindow::screenArea().size();
     resize(kFirstSize.boundedTo(room * 9 / 10));
 }
 

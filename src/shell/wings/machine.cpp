@@ -1,5 +1,6 @@
 #include "shell/wings/machine.h"
 
+#include "bus/message_numbers.h"
 #include "config/melovane_configuration.h"
 #include "platform/system/path_text.h"
 
@@ -9,11 +10,22 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+MessagePlace messagePlace(const LinuxEnvironment& environment)
+{
+    MessagePlace place(environment.runtimeFolder());
+    place.refreshes = {std::begin(message::kRefreshes), std::end(message::kRefreshes)};
+    return place;
+}
+
+} // namespace
+
 Machine::Machine(EnvironmentPlaces places)
     : environment(std::move(places))
     , profile(files)
     , paths(environment, files)
-    , messages(MessagePlace(environment.runtimeFolder()))
+    , messages(messagePlace(environment))
     , onlyCopy(environment.runtimeFolder(), paths.programName())
     , searchFigures(std::make_shared<sqlite::IndexFigures>())
     , engine(sqlite::makeEngine(

@@ -73,11 +73,7 @@ KeyActions MainWing::keyActions()
             .setFavorit = [this] { below.suite.sender.SendMessage(bus::kDbSetFavorit); },
             .playNext = [this, &library] { return window.player().playNext(library.GetFID()); },
             .playNow = [this, &library] { return window.player().playNow(library.GetFID()); },
-            .showPlayer =
-                [this] {
-                    below.machine.loop.turn();
-                    window.player().showPlayer();
-                }};
+            .showPlayer = [this] { window.player().showPlayer(); }};
 }
 
 void MainWing::connectViews()

@@ -81,11 +81,14 @@ QByteArray encoded(int number)
     return process.readAllStandardOutput();
 }
 
+/// Replaces what stands there: a link, or another name of a file, must not lead the bytes into
+/// somebody's music.
 bool write(const QString& root, const DemoFile& file)
 {
     const QString folder = root + u'/' + file.folder;
     QFile out(folder + u'/' + file.name);
-    return QDir().mkpath(folder) && out.open(QIODevice::WriteOnly) &&
+    out.remove();
+    return QDir().mkpath(folder) && out.open(QIODevice::WriteOnly | QIODevice::NewOnly) &&
            out.write(file.bytes) == file.bytes.size();
 }
 

@@ -30,6 +30,13 @@ protected:
         return facts.st_mode & 07777U;
     }
 
+    [[nodiscard]] bool isLink(const QString& name) const
+    {
+        struct stat facts = {};
+        EXPECT_EQ(::lstat(system(name).constData(), &facts), 0);
+        return S_ISLNK(facts.st_mode);
+    }
+
     [[nodiscard]] QStringList everything() const { return files.names(folder.path()); }
 
     test::TempFolder folder;
@@ -298,9 +305,7 @@ TEST_F(RealFiles, ALinkIsFollowedAndStaysALink)
     files.writeWhole(path(u"to.new"_s), "made");
     EXPECT_EQ(folder.read(u"real/a"_s), "new");
     EXPECT_EQ(folder.read(u"real/b"_s), "made");
-    struct stat facts = {};
-    ASSERT_EQ(::lstat(system(u"link"_s).constData(), &facts), 0);
-    EXPECT_TRUE(S_ISLNK(facts.st_mode));
+    EXPECT_TRUE(isLink(u"link"_s));
 }
 
 TEST_F(RealFiles, AnEndlessChainOfLinksIsAnError)
@@ -308,6 +313,75 @@ TEST_F(RealFiles, AnEndlessChainOfLinksIsAnError)
     ASSERT_EQ(::symlink("b", system(u"a"_s).constData()), 0);
     ASSERT_EQ(::symlink("a", system(u"b"_s).constData()), 0);
     EXPECT_THROW(files.writeWhole(path(u"a"_s), "x"), IoError);
+}
+
+TEST_F(RealFiles, OfANamedFileALinkIsReplacedItselfAndWhatItLeadsToStays)
+{
+    folder.write(u"real/a"_s, "old");
+    ASSERT_EQ(::symlink("real/a", system(u"link"_s).constData()), 0);
+    ASSERT_EQ(::symlink("link", system(u"to.link"_s).constData()), 0);
+    ASSERT_EQ(::symlink("real", system(u"to.folder"_s).constData()), 0);
+    for (const QString& name : {u"to.link"_s, u"link"_s, u"to.folder"_s}) {
+        files.writeNamed(path(name), "new");
+        EXPECT_EQ(folder.read(name), "new");
+        EXPECT_FALSE(isLink(name)) << name.toStdString();
+    }
+    EXPECT_EQ(folder.read(u"real/a"_s), "old");
+    EXPECT_EQ(files.names(path(u"real"_s)), QStringList{u"a"_s});
+}
+
+TEST_F(RealFiles, OfANamedFileALinkToNothingOrInACircleIsReplacedAndMakesNothingAtItsEnd)
+{
+    ASSERT_TRUE(files.makeFolder(path(u"real"_s)));
+    ASSERT_EQ(::symlink("real/b", system(u"link"_s).constData()), 0);
+    ASSERT_EQ(::symlink("circle", system(u"circle"_s).constData()), 0);
+    files.writeNamed(path(u"link"_s), "new");
+    files.writeNamed(path(u"circle"_s), "new");
+    EXPECT_EQ(folder.read(u"link"_s), "new");
+    EXPECT_EQ(folder.read(u"circle"_s), "new");
+    EXPECT_TRUE(files.names(path(u"real"_s)).isEmpty());
+}
+
+TEST_F(RealFiles, ANamedFileKeepsItsModeAndIsLeftAloneWhenNobodyMayWriteIt)
+{
+    folder.write(u"a"_s, "old");
+    ASSERT_EQ(::chmod(system(u"a"_s).constData(), 0640), 0);
+    files.writeNamed(path(u"a"_s), "new");
+    EXPECT_EQ(folder.read(u"a"_s), "new");
+    EXPECT_EQ(modeOf(u"a"_s), 0640U);
+    ASSERT_EQ(::chmod(system(u"a"_s).constData(), 0444), 0);
+    EXPECT_THROW(files.writeNamed(path(u"a"_s), "newer"), IoError);
+    EXPECT_EQ(folder.read(u"a"_s), "new");
+    EXPECT_THROW(files.writeNamed(folder.path(), "x"), IoError);
+}
+
+TEST_F(RealFiles, ACopyInStepsNeverGoesThroughALinkAtItsTarget)
+{
+    folder.write(u"a"_s, "sound");
+    folder.write(u"library/04.mp3"_s, "another track");
+    ASSERT_TRUE(files.makeFolder(path(u"stick"_s)));
+    ASSERT_EQ(::symlink("../library/04.mp3", system(u"stick/link"_s).constData()), 0);
+    ASSERT_EQ(::symlink("../library/05.mp3", system(u"stick/to.nothing"_s).constData()), 0);
+    ASSERT_EQ(::symlink("../a", system(u"stick/to.source"_s).constData()), 0);
+    EXPECT_FALSE(
+        files.copyInSteps(path(u"a"_s), path(u"stick/link"_s), [](qint64) { return false; }));
+    EXPECT_TRUE(isLink(u"stick/link"_s)) << "a copy that is given up leaves the link";
+    for (const QString& name : {u"stick/link"_s, u"stick/to.nothing"_s, u"stick/to.source"_s}) {
+        EXPECT_TRUE(files.copyInSteps(path(u"a"_s), path(name), [](qint64) { return true; }));
+        EXPECT_EQ(folder.read(name), "sound");
+        EXPECT_FALSE(isLink(name)) << name.toStdString();
+    }
+    EXPECT_EQ(folder.read(u"library/04.mp3"_s), "another track");
+    EXPECT_EQ(files.names(path(u"library"_s)), QStringList{u"04.mp3"_s});
+}
+
+TEST_F(RealFiles, ACopyInStepsOfALinkOntoItselfLeavesIt)
+{
+    folder.write(u"real/a"_s, "sound");
+    ASSERT_EQ(::symlink("real/a", system(u"link"_s).constData()), 0);
+    EXPECT_TRUE(files.copyInSteps(path(u"link"_s), path(u"link"_s), [](qint64) { return true; }));
+    EXPECT_TRUE(isLink(u"link"_s));
+    EXPECT_EQ(folder.read(u"real/a"_s), "sound");
 }
 
 TEST_F(RealFiles, AFileThatNobodyMayWriteIsLeftAlone)

@@ -2,6 +2,8 @@
 #include "support/temp_folder.h"
 #include "support/wait_for.h"
 
+#include <QTimer>
+
 #include <gtest/gtest.h>
 
 namespace melovane {
@@ -14,16 +16,50 @@ class MessageControl : public testing::Test
 {
 protected:
     MessageControl()
+        : MessageControl(std::set<qint32>())
+    {}
+
+    /// \param refreshes identifiers of posts that may become one
+    explicit MessageControl(std::set<qint32> refreshes)
+        : messages(makeMessages(folder.path(), std::move(refreshes)))
     {
         one->setTarget(two->handle());
         two->setTarget(one->handle());
     }
 
+    static std::unique_ptr<LinuxMessages> makeMessages(const QString& path,
+                                                       std::set<qint32> refreshes)
+    {
+        MessagePlace place(path);
+        place.refreshes = std::move(refreshes);
+        return std::make_unique<LinuxMessages>(std::move(place));
+    }
+
     test::TempFolder folder;
-    std::unique_ptr<LinuxMessages> messages =
-        std::make_unique<LinuxMessages>(MessagePlace(folder.path()));
+    std::unique_ptr<LinuxMessages> messages;
     std::unique_ptr<KSMessage> one = messages->makeControl();
     std::unique_ptr<KSMessage> two = messages->makeControl();
+};
+
+/// Posts of one identifier only ask to read again.
+class RefreshingControl : public MessageControl
+{
+protected:
+    using Seen = std::pair<qint32, qint32>; ///< id and wParam
+
+    static constexpr qint32 kRefresh = 5;
+    static constexpr qint32 kStep = 6;
+
+    RefreshingControl()
+        : MessageControl({kRefresh})
+    {
+        two->setMessageNumber([this](qint32 id, qint32 wParam, qint32) {
+            seen.append({id, wParam});
+            return 0;
+        });
+    }
+
+    QList<Seen> seen;
 };
 
 TEST_F(MessageControl, HandlesArePositiveAndNotBelow65536AndTheControlsAreAlive)
@@ -114,14 +150,18 @@ TEST_F(MessageControl, PostsWithinOneProgramComeFromTheMessageLoopInOrder)
     EXPECT_EQ(seen, (QStringList{u"1"_s, u"text"_s, u"3"_s}));
 }
 
-TEST_F(MessageControl, AMessageLoopInsideAHandlerGetsThePostsBehindIt)
+TEST_F(MessageControl, AMessageLoopInsideAHandlerGetsThePostsBehindItWhenTheHandlerHasReturned)
 {
     QList<qint32> seen;
+    bool turned = false;
     two->setMessageNumber([&](qint32 id, qint32, qint32) {
         seen.append(id);
         if (id == 1) {
-            // As a dialog does.
-            EXPECT_TRUE(test::waitFor([&] { return seen.size() == 3; }));
+            // As a dialog does; long enough for a timer that was started before.
+            QTimer::singleShot(0, qApp, [&] { turned = true; });
+            EXPECT_TRUE(test::waitFor([&] { return turned; }));
+            QCoreApplication::processEvents();
+            EXPECT_EQ(seen, QList<qint32>{1});
         }
         return 0;
     });
@@ -129,6 +169,60 @@ TEST_F(MessageControl, AMessageLoopInsideAHandlerGetsThePostsBehindIt)
         one->Post(id, 0, 0);
     }
     EXPECT_TRUE(test::waitFor([&] { return seen.size() == 3; }));
+    EXPECT_EQ(seen, (QList<qint32>{1, 2, 3}));
+}
+
+TEST_F(MessageControl, ASendReachesTheHandlerWhileAPostedOneRunsAMessageLoop)
+{
+    qint32 answer = 0;
+    two->setMessageNumber([&](qint32 id, qint32 wParam, qint32) {
+        if (id == 1) {
+            QTimer::singleShot(0, qApp, [&] { answer = one->Send(2, 41, 0); });
+            EXPECT_TRUE(test::waitFor([&] { return answer != 0; }));
+        }
+        return wParam + 1;
+    });
+    one->Post(1, 0, 0);
+    EXPECT_TRUE(test::waitFor([&] { return answer == 42; }));
+}
+
+TEST_F(RefreshingControl, TenThousandEqualRefreshesThatWaitBecomeOneAndOthersStay)
+{
+    for (int i = 0; i < 10'000; ++i) {
+        one->Post(kRefresh, 1, 0);
+    }
+    one->Post(kRefresh, 2, 0);
+    one->Post(kStep, 1, 0);
+    one->Post(kStep, 1, 0);
+    EXPECT_TRUE(test::waitFor([&] { return seen.size() >= 4; }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(seen, (QList<Seen>{{kRefresh, 1}, {kRefresh, 2}, {kStep, 1}, {kStep, 1}}));
+}
+
+TEST_F(RefreshingControl, ARefreshBehindAChangeIsNotTakenForTheOneBefore)
+{
+    one->Post(kRefresh, 1, 0);
+    one->Post(kStep, 1, 0);
+    one->Post(kRefresh, 1, 0);
+    EXPECT_TRUE(test::waitFor([&] { return seen.size() >= 2; }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(seen, (QList<Seen>{{kStep, 1}, {kRefresh, 1}}));
+}
+
+TEST_F(RefreshingControl, ARefreshThatIsPostedWhileItsLikeIsHandledComesOnceMore)
+{
+    two->setMessageNumber([&](qint32 id, qint32 wParam, qint32) {
+        seen.append({id, wParam});
+        if (seen.size() == 1) {
+            one->Post(kRefresh, 1, 0);
+            one->Post(kRefresh, 1, 0);
+        }
+        return 0;
+    });
+    one->Post(kRefresh, 1, 0);
+    EXPECT_TRUE(test::waitFor([&] { return seen.size() >= 2; }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(seen.size(), 2);
 }
 
 TEST_F(MessageControl, AHandlerMayReplaceItself)

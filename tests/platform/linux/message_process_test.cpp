@@ -32,6 +32,7 @@ protected:
     {
         MessagePlace result(folder.path());
         result.patience = patience;
+        result.refreshes = {sibling::kRefresh};
         return result;
     }
 
@@ -219,6 +220,59 @@ TEST_F(MessageProcess, PostsArriveFromTheMessageLoopInTheOrderPostedAndNotDuring
     EXPECT_TRUE(seen.isEmpty());
     EXPECT_TRUE(test::waitFor([&] { return seen.size() == 500; }));
     EXPECT_TRUE(std::is_sorted(seen.cbegin(), seen.cend()));
+}
+
+TEST_F(MessageProcess, ABurstOfTenThousandPostsNeverStandsOnTheStackThoughEachHandlerTurnsTheLoop)
+{
+    constexpr qint32 kCount = 10'000;
+    int depth = 0;
+    int deepest = 0;
+    QList<qint32> seen;
+    control->setMessageNumber([&](qint32, qint32 wParam, qint32) {
+        deepest = std::max(deepest, ++depth);
+        seen.append(wParam);
+        QCoreApplication::processEvents();
+        --depth;
+        return 0;
+    });
+    EXPECT_EQ(send(sibling::kPostBack, kCount), kCount);
+    EXPECT_TRUE(test::waitFor([&] { return seen.size() == kCount; }));
+    EXPECT_EQ(deepest, 1);
+    EXPECT_TRUE(std::is_sorted(seen.cbegin(), seen.cend()));
+}
+
+TEST_F(MessageProcess, RefreshesOfAnotherProgramThatWaitTogetherAreHandledOnce)
+{
+    constexpr qint32 kCount = 10'000;
+    int refreshes = 0;
+    bool behind = false;
+    control->setMessageNumber([&](qint32 id, qint32, qint32) {
+        refreshes += id == sibling::kRefresh ? 1 : 0;
+        behind = behind || id == sibling::kAdd;
+        return 0;
+    });
+    EXPECT_EQ(send(sibling::kPostRefresh, kCount), kCount);
+    EXPECT_EQ(send(sibling::kPostBack, 1), 1);
+    EXPECT_TRUE(test::waitFor([&] { return behind; }));
+    EXPECT_GE(refreshes, 1);
+    // What came between two turns of the loop was one; a socket holds some hundreds.
+    EXPECT_LT(refreshes, kCount / 10);
+}
+
+TEST_F(ImpatientMessageProcess, AHungPeerThatHasMoreThanEnoughGetsWhatWaitedInOrder)
+{
+    const QString text(65536, u'x');
+    other.stop();
+    constexpr qint32 kCount = 1000;
+    for (qint32 i = 0; i < kCount; ++i) {
+        control->Post(sibling::kCountPosts, i, 0);
+    }
+    for (int i = 0; i < 400; ++i) {
+        control->PostText(1, 0, text);
+    }
+    other.goOn();
+    EXPECT_TRUE(
+        test::waitFor([&] { return control->Send(sibling::kPostsInOrder, 0, 0) == kCount; }));
 }
 
 TEST_F(MessageProcess, NeitherTimersNorEventsRunWhileASendWaits)

@@ -84,7 +84,7 @@ Word wordOf(QStringView text)
     if (text.size() > kLongestKeyword) {
         return Word::None;
     }
-    const auto found = std::lower_bound(
+    const auto* found = std::lower_bound(
         kKeywords.begin(), kKeywords.end(), text, [](const Keyword& keyword, QStringView wanted) {
             return wanted.compare(keyword.text, Qt::CaseInsensitive) > 0;
         });

@@ -127,14 +127,14 @@ const FunctionRule* ruleOf(QStringView name)
     if (name.endsWith(u'$')) {
         name.chop(1);
     }
-    const auto found =
+    const auto* found =
         std::lower_bound(kFunctions.begin(), kFunctions.end(), name,
                          [](const FunctionRule& rule, QStringView wanted) {
                              return wanted.compare(rule.name, Qt::CaseInsensitive) > 0;
                          });
     const bool hit =
         found != kFunctions.end() && name.compare(found->name, Qt::CaseInsensitive) == 0;
-    return hit ? &*found : nullptr;
+    return hit ? found : nullptr;
 }
 
 struct AggregateRule
@@ -154,11 +154,11 @@ constexpr std::array kAggregates{
 
 const AggregateRule* aggregateOf(QStringView name)
 {
-    const auto found =
+    const auto* found =
         std::find_if(kAggregates.begin(), kAggregates.end(), [&](const AggregateRule& rule) {
             return name.compare(rule.name, Qt::CaseInsensitive) == 0;
         });
-    return found == kAggregates.end() ? nullptr : &*found;
+    return found == kAggregates.end() ? nullptr : found;
 }
 
 FieldType typeOf(Gives gives, const std::vector<Sql>& args)

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// For comparisons: a text that is no number is null there, equal to nothing.
-Sql comparableNumber(Sql sql)
+Sql comparableNumber(const Sql& sql)
 {
     if (sql.form == Sql::Form::TextLiteral) {
         if (const auto number = wholeTextNumber(sql.literal)) {
@@ -22,7 +22,7 @@ Sql comparableNumber(Sql sql)
     return call("mlv_num"_L1, sql, FieldType::Double);
 }
 
-Sql comparableDate(Sql sql)
+Sql comparableDate(const Sql& sql)
 {
     if (sql.form == Sql::Form::TextLiteral) {
         if (const auto day = dateFromText(sql.literal)) {
@@ -38,9 +38,9 @@ void alignTypes(Sql& left, Sql& right)
 {
     const auto align = [](Sql& text, const Sql& other) {
         if (isText(text) && isNumber(other)) {
-            text = comparableNumber(std::move(text));
+            text = comparableNumber(text);
         } else if (isText(text) && isDate(other)) {
-            text = comparableDate(std::move(text));
+            text = comparableDate(text);
         }
     };
     align(left, right);

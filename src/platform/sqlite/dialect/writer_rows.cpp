@@ -134,6 +134,31 @@ QString Translator::unionOrder(const Select& select, const std::vector<ColumnRef
     return text;
 }
 
+namespace {
+
+/// Gives the columns of a union the types that hold those of one more arm too; the arm has as many
+/// columns. A column of a union is no table's.
+void widenColumns(std::vector<ColumnRef>& columns, const std::vector<ColumnRef>& arm)
+{
+    for (size_t i = 0; i < columns.size(); ++i) {
+        ColumnRef& column = columns[i];
+        const Sql& other = arm[i].sql;
+        if (other.typed) {
+            column.sql.type =
+                column.sql.typed ? commonType(column.sql.type, other.type) : other.type;
+            column.sql.typed = true;
+        }
+        column.table = -1;
+        column.sql.form = Sql::Form::Value;
+        if (column.field.Type != column.sql.type) {
+            column.field.Type = column.sql.type;
+            column.field.Size = sizeOf(column.sql.type);
+        }
+    }
+}
+
+} // namespace
+
 SelectSql Translator::unionSelect(const Select& select, Scope* outer, Use use)
 {
     if (select.unions.size() > kMostUnions || select.unionOrder.size() > kMostColumns) {
@@ -155,22 +180,10 @@ SelectSql Translator::unionSelect(const Select& select, Scope* outer, Use use)
         result.stack = std::max(result.stack, sql.stack + (wrapped ? 11 : 3));
         result.height = std::max(result.height, sql.height);
         result.parameter = result.parameter || sql.parameter;
-        for (size_t i = 0; i < sql.columns.size(); ++i) {
-            ColumnRef& column =
-                first ? result.columns.emplace_back(sql.columns[i]) : result.columns[i];
-            const Sql& other = sql.columns[i].sql;
-            if (other.typed) {
-                column.sql.type =
-                    column.sql.typed ? commonType(column.sql.type, other.type) : other.type;
-                column.sql.typed = true;
-            }
-            column.table = -1;
-            column.sql.form = Sql::Form::Value;
-            if (column.field.Type != column.sql.type) {
-                column.field.Type = column.sql.type;
-                column.field.Size = sizeOf(column.sql.type);
-            }
+        if (first) {
+            result.columns = sql.columns;
         }
+        widenColumns(result.columns, sql.columns);
     };
     take(select, ""_L1);
     for (const SelectPtr& part : select.unions) {

@@ -38,6 +38,7 @@ struct EngineOptions
 };
 
 /// The database engine of the suite over SQLite. `clock` gives `now`; it outlives the engine.
-[[nodiscard]] std::unique_ptr<DBEngine> makeEngine(const Clock& clock, EngineOptions options = {});
+[[nodiscard]] std::unique_ptr<DBEngine> makeEngine(const Clock& clock,
+                                                   const EngineOptions& options = {});
 
 } // namespace melovane::sqlite

@@ -5,6 +5,7 @@ namespace melovane::sqlite {
 std::vector<IndexColumnBuilder> buildersOf(const std::vector<IndexField>& fields)
 {
     std::vector<IndexColumnBuilder> builders;
+    builders.reserve(fields.size());
     for (const IndexField& field : fields) {
         builders.emplace_back(field.isText);
     }
