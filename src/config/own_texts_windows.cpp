@@ -31,6 +31,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"dberror.3026", u"Der Datenträger ist voll:\\n$1"},
     {u"dberror.3027", u"Die Datenbankdatei ist schreibgeschützt:\\n$1"},
     {u"dberror.3043", u"Lesen oder Schreiben der Datenbankdatei ist fehlgeschlagen:\\n$1"},
+    {u"dberror.3045", u"Ein anderes Programm hat die Datenbank gerade für sich allein, deshalb geschieht hier nichts:\\n$1"},
     {u"dberror.3049", u"Die Datenbankdatei ist beschädigt:\\n$1"},
     {u"dberror.3051", u"Die Datenbankdatei lässt sich nicht öffnen:\\n$1"},
     {u"dberror.3260", u"Ein anderes Programm benutzt die Datenbank:\\n$1"},
