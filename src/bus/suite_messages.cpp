@@ -114,7 +114,12 @@ void SuiteMessages::SendToPlayer(const QString& fid, qint32 id)
 {
     const MessageHandle target = player();
     // The player reads the row as soon as it gets the number.
-    SetTodo(id, fid);
+    try {
+        SetTodo(id, fid);
+    } catch (const DbError&) {
+        send(target, id);
+        throw;
+    }
     send(target, id);
 }
 
@@ -143,6 +148,11 @@ void SuiteMessages::StopOtherMonitors()
 void SuiteMessages::answerDatabaseRelease(MessageHandle asker)
 {
     send(asker, message::kReleaseDatabase, message::kDatabaseIsFree);
+}
+
+bool SuiteMessages::isAlive(MessageHandle control) const
+{
+    return m_messages.IsMsgWindow(control);
 }
 
 bool SuiteMessages::endJobs()

@@ -45,6 +45,7 @@ public:
 
     /// Puts a track into the mailbox row of a message number, on a connection of its own, and
     /// makes it visible to others. Quiet: a database that fails keeps the old row.
+    /// \throws DbError kReleased while another program has the library
     void SetTodo(qint32 id, const QString& fid);
 
     /// Asks the player something about a track: the mailbox row first, then `Send` of kPlayNext or
@@ -62,6 +63,9 @@ public:
 
     /// Answers kReleaseDatabase. \param asker the control that asked
     void answerDatabaseRelease(MessageHandle asker);
+
+    /// True for the control of a program that runs.
+    [[nodiscard]] bool isAlive(MessageHandle control) const;
 
     /// Asks the jobs program to end. False when it does not run.
     [[nodiscard]] bool endJobs();

@@ -31,12 +31,14 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"dberror.3026", u"Der Datenträger ist voll:\\n$1"},
     {u"dberror.3027", u"Die Datenbankdatei ist schreibgeschützt:\\n$1"},
     {u"dberror.3043", u"Lesen oder Schreiben der Datenbankdatei ist fehlgeschlagen:\\n$1"},
+    {u"dberror.3045", u"Ein anderes Programm hat die Datenbank gerade für sich allein, deshalb geschieht hier nichts:\\n$1"},
     {u"dberror.3049", u"Die Datenbankdatei ist beschädigt:\\n$1"},
     {u"dberror.3051", u"Die Datenbankdatei lässt sich nicht öffnen:\\n$1"},
     {u"dberror.3260", u"Ein anderes Programm benutzt die Datenbank:\\n$1"},
     {u"dberror.3343", u"Diese Datei ist keine Datenbank:\\n$1"},
     {u"dberror.3447", u"Diese Datenbank stammt aus einer älteren Fassung und kann so nicht geöffnet werden:\\n$1"},
 
+    {u"messages.nowhere", u"Es gibt keinen Ordner für die Verständigung der Programme: XDG_RUNTIME_DIR fehlt, und der Ersatz unter /tmp gehört einem anderen Benutzer.\\n\\nPlayer, Import und ein zweiter Start erreichen dieses Programm nicht."},
     {u"db.reconnect.failed", u"Die Datenbank lässt sich nicht wieder öffnen.\\n\\n$1\\n\\nNoch einmal versuchen?"},
 
     // Menus.

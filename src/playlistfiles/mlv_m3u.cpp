@@ -166,12 +166,13 @@ int MlvM3U::addLoaded(Database& database, Pnid list, qint64 before)
 {
     // One statement: a list of a hundred thousand entries must not hold the window for long.
     const QString position = u"SID+%1"_s.arg(sql::number(before));
+    // Those beyond the last position share it, where the younger stands first: they come backwards.
     database.Execute(
         u"insert into pl_all (FID, MixTime, FrameStart, FrameStop, Pitch, Volume, MixIn, MixOut, "
         "EQ, SID, PNID, Aktion) select FID, MixTime, FrameStart, FrameStop, Pitch, Volume, MixIn, "
-        "MixOut, eq, iif(%1>%2, %2, %1), %3, %4 from TEMP_PLImportM3U order by SID"_s.arg(
-            position, sql::number(qint64{std::numeric_limits<qint32>::max()}), number(list),
-            sql::number(qint64{m_aktion})));
+        "MixOut, eq, iif(%1>%2, %2, %1), %3, %4 from TEMP_PLImportM3U order by iif(%1>%2, -SID, SID)"_s
+            .arg(position, sql::number(qint64{std::numeric_limits<qint32>::max()}), number(list),
+                 sql::number(qint64{m_aktion})));
     return database.RecordsAffected();
 }
 
@@ -212,7 +213,7 @@ int MlvM3U::Insert(Sid position, Pnid list)
         edit.newEntriesFollow();
         makeRoom(*database, edit, list, position, numberOf(position) + loaded + 1);
         // One place stays free, and the last new entry meets the first that was moved: lists of the
-        // suite are numbered so.
+        // suite are numbered so. The new one is younger and stands first.
         const int added = addLoaded(*database, list, numberOf(position) + 1);
         updateEntryCount(*database, list);
         edit.commit();

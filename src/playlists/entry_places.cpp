@@ -31,7 +31,7 @@ std::vector<EntryPlace> readPlaces(Database& database, const QString& statement)
 std::vector<EntryPlace> placesWhere(Database& database, const QString& condition)
 {
     return readPlaces(database, u"select plid, pnid, sid from pl_all where "_s + condition +
-                                    u" order by sid, plid"_s);
+                                    u" order by sid, plid desc"_s);
 }
 
 } // namespace
@@ -63,14 +63,16 @@ std::optional<EntryPlace> placeOf(Database& database, Plid entry)
 
 std::optional<EntryPlace> neighbourOf(Database& database, const EntryPlace& place, int step)
 {
+    // Of equal positions the younger entry stands first, so numbers run against positions.
     const QString side = step < 0 ? u"<"_s : u">"_s;
-    const QString way = step < 0 ? u" desc"_s : QString();
+    const QString ofNumber = step < 0 ? u">"_s : u"<"_s;
+    const QString order = step < 0 ? u"sid desc, plid"_s : u"sid, plid desc"_s;
     const QString sid = sql::number(numberOf(place.position));
     const auto found =
         readPlaces(database, u"select top 1 plid, pnid, sid from pl_all where pnid=%1 and sid%2=%3 "
-                             "and (sid%2%3 or plid%2%4) order by sid%5, plid%5"_s.arg(
-                                 sql::number(numberOf(place.list)), side, sid,
-                                 sql::number(numberOf(place.entry)), way));
+                             "and (sid%2%3 or plid%4%5) order by %6"_s.arg(
+                                 sql::number(numberOf(place.list)), side, sid, ofNumber,
+                                 sql::number(numberOf(place.entry)), order));
     return found.empty() ? std::nullopt : std::optional(found.front());
 }
 
@@ -97,6 +99,46 @@ void PlaceWriter::write(const EntryPlace& from, Pnid list, Sid position)
 {
     m_update.run(numberOf(from.entry), {numberOf(position), numberOf(list)});
     m_edit.moved(from.entry, {from.list, from.position}, {list, position});
+}
+
+void swapNeighbours(Database& database,
+                    ListEdit& edit,
+                    const EntryPlace& upper,
+                    const EntryPlace& lower)
+{
+    PlaceWriter writer(database, edit);
+    const Pnid list = upper.list;
+    const auto sharers = placesWhere(
+        database, u"pnid=%1 and sid in (%2,%3)"_s.arg(sql::number(numberOf(list)),
+                                                      sql::number(numberOf(upper.position)),
+                                                      sql::number(numberOf(lower.position))));
+    if (upper.position != lower.position && sharers.size() == 2) {
+        writer.write(upper, list, lower.position);
+        writer.write(lower, list, upper.position);
+        return;
+    }
+    std::vector<EntryPlace> places = placesFrom(database, list, upper.position);
+    const auto isUpper = [&](const EntryPlace& place) { return place.entry == upper.entry; };
+    const auto first = std::find_if(places.begin(), places.end(), isUpper);
+    if (places.end() - first < 2) {
+        return; // another program has taken one of them away
+    }
+    std::vector<qint64> positions;
+    for (const EntryPlace& place : places) {
+        positions.push_back(numberOf(place.position));
+    }
+    std::iter_swap(first, first + 1);
+    for (size_t i = 0; i < places.size(); ++i) {
+        const bool follows = i == 0 || positions[i] > positions[i - 1] ||
+                             (positions[i] == positions[i - 1] &&
+                              numberOf(places[i].entry) < numberOf(places[i - 1].entry));
+        if (!follows) {
+            positions[i] = positions[i - 1] + 1;
+        }
+        if (const Sid target = clampedSid(positions[i]); target != places[i].position) {
+            writer.write(places[i], list, target);
+        }
+    }
 }
 
 void makeRoom(Database& database, ListEdit& edit, Pnid list, Sid position, qint64 newFirst)

@@ -28,7 +28,8 @@ struct EntryPlace
 /// One above the highest position of a list; 1 for an empty one. \throws DbError, as all below
 [[nodiscard]] qint64 nextSid(Database& database, Pnid list);
 
-/// The entries of a list from a position on, in their order.
+/// The entries of a list from a position on, in their order: of equal positions, which only an
+/// inserted list file makes, the younger entry, the one with the higher number, stands first.
 [[nodiscard]] std::vector<EntryPlace> placesFrom(Database& database, Pnid list, Sid position);
 
 /// Nothing for an entry that is gone.
@@ -53,6 +54,13 @@ private:
     ListEdit& m_edit;
     RowUpdate m_update;
 };
+
+/// Exchanges two entries of a list, `lower` right behind `upper`. Where others share their
+/// positions, those behind move on as far as the order needs it; the two never end on one.
+void swapNeighbours(Database& database,
+                    ListEdit& edit,
+                    const EntryPlace& upper,
+                    const EntryPlace& lower);
 
 /// Gives the entries from `position` on the positions `newFirst`, newFirst + 1 and so on; so gaps
 /// among them are closed.

@@ -8,6 +8,7 @@
 #include "playlists/playlist_table.h"
 #include "playlists/track_entries.h"
 #include "playlists/undo_redo.h"
+#include "store/error_sink.h"
 
 #include <algorithm>
 
@@ -75,7 +76,8 @@ Pnid cls_PLInsertMoveDel::ExistPNID(Pnid list)
 {
     try {
         return existing(*m_engine.OpenDatabase(m_dbName), list);
-    } catch (const DbError&) {
+    } catch (const DbError& error) {
+        passReleased(error);
         return kNoPlaylist;
     }
 }
@@ -112,7 +114,8 @@ void cls_PLInsertMoveDel::edit(Pnid list,
         }
         updateEntryCount(*database, list);
         edit.commit();
-    } catch (const DbError&) {
+    } catch (const DbError& error) {
+        passReleased(error);
         // Nothing was written; the view shows the list as it was.
     }
 }
@@ -257,11 +260,10 @@ void cls_PLInsertMoveDel::swapWithNeighbour(Plid entry, Pnid list, int step)
                                  step < 0 ? undoaction::kMoveUp : undoaction::kMoveDown);
         ListEdit edit(m_history, *database, step < 0 ? ListAction::MoveUp : ListAction::MoveDown,
                       list);
-        PlaceWriter writer(*database, edit);
-        writer.write(*self, list, other->position);
-        writer.write(*other, list, self->position);
+        swapNeighbours(*database, edit, step < 0 ? *other : *self, step < 0 ? *self : *other);
         edit.commit();
-    } catch (const DbError&) {
+    } catch (const DbError& error) {
+        passReleased(error);
         // The rows stay where they are.
     }
 }

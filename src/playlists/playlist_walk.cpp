@@ -15,10 +15,10 @@ void PlaylistWalk::fill(Database& database, Pnid list)
     m_items.clear();
     m_hasDisc = false;
     m_index = 1;
-    // Entries of equal positions stand in the order of their numbers.
+    // Of equal positions the younger entry stands first, as everywhere.
     const auto rows =
         database.OpenRecordset(u"select * from VPL_FILL where pnid="_s +
-                               sql::number(numberOf(list)) + u" order by sid asc, plid asc"_s);
+                               sql::number(numberOf(list)) + u" order by sid asc, plid desc"_s);
     const int fid = rows->fieldIndex(u"FID");
     const int plid = rows->fieldIndex(u"PLID");
     const int sid = rows->fieldIndex(u"SID");

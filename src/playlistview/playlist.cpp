@@ -97,7 +97,9 @@ void ctl_Playlist::load(Pnid list, bool locked)
 {
     m_edits.saveWaiting();
     m_list.active = list;
-    const QString statement = u"select * from vpl_all where pnid="_s + sql::number(numberOf(list));
+    // The stored query knows no order among equal positions; the younger entry stands first.
+    const QString statement = u"select * from vpl_all where pnid="_s + sql::number(numberOf(list)) +
+                              u" order by SID, PLID desc"_s;
     const bool isOther = statement != m_rows.data().RecordSource();
     if (isOther) {
         const BusyCursor busy(m_controls.pointer);

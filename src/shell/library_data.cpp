@@ -29,6 +29,7 @@ LibraryData::~LibraryData() = default;
 
 void LibraryData::open()
 {
+    takeBack();
     m_databaseName = m_settings.DbName();
     m_database = m_engine.OpenDatabase(m_databaseName);
 }
@@ -36,9 +37,20 @@ void LibraryData::open()
 void LibraryData::release()
 {
     m_database.reset();
-    m_engine.Release(m_databaseName);
+    takeBack();
     // The settings may name another library by now.
-    m_engine.Release(m_settings.DbName());
+    m_givenAway = {m_databaseName, m_settings.DbName()};
+    for (const QString& name : m_givenAway) {
+        m_engine.GiveAway(name);
+    }
+}
+
+void LibraryData::takeBack()
+{
+    for (const QString& name : m_givenAway) {
+        m_engine.TakeBack(name);
+    }
+    m_givenAway.clear();
 }
 
 void LibraryData::idle()

@@ -36,6 +36,7 @@ public:
     [[nodiscard]] MlvAllData GetAllDataByFid(const QString& fid) override;
 
 private:
+    void takeBack();
     [[nodiscard]] qint64 count(const QString& statement);
 
     DBEngine& m_engine;
@@ -45,7 +46,8 @@ private:
     const Clock& m_clock;
     ErrorSink m_sink;
     std::unique_ptr<Database> m_database;
-    QString m_databaseName; ///< of the open file, which the settings may have left behind
+    QString m_databaseName;  ///< of the open file, which the settings may have left behind
+    QStringList m_givenAway; ///< from release() to open()
 };
 
 } // namespace melovane

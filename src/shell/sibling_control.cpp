@@ -18,20 +18,22 @@ const QString kManual = u"manuell"_s;
 
 } // namespace
 
-SiblingControl::SiblingControl(Mod_API& paths, Files& files, Processes& processes)
+SiblingControl::SiblingControl(Mod_API& paths, Files& files, Programs& processes)
     : m_paths(paths)
     , m_files(files)
     , m_processes(processes)
 {}
 
-bool SiblingControl::start(const QString& command, Style style)
+bool SiblingControl::start(const QString& program, const QString& arguments, Style style)
 {
-    return m_processes.start(path::join(m_paths.programFolder(), command), style);
+    // Never one line of both: a blank in the folder would let a foreign file pass for the program.
+    return m_processes.startProgram(path::join(m_paths.programFolder(), program + u".exe"_s),
+                                    arguments, style);
 }
 
 bool SiblingControl::startIfInstalled(const QString& program, const QString& arguments, Style style)
 {
-    return isInstalled(program) && start(program + u".exe"_s + arguments, style);
+    return isInstalled(program) && start(program, arguments, style);
 }
 
 bool SiblingControl::isInstalled(const QString& program) const
@@ -43,44 +45,44 @@ bool SiblingControl::isInstalled(const QString& program) const
 
 bool SiblingControl::startConfig(int ownHandle)
 {
-    return start(u"mlvconfig.exe %1"_s.arg(ownHandle), Style::Normal);
+    return start(u"mlvconfig"_s, u" %1"_s.arg(ownHandle), Style::Normal);
 }
 
 bool SiblingControl::startImport(int index)
 {
     switch (index) {
     case 1:
-        return start(u"tagbench.exe import"_s, Style::Normal);
+        return start(u"tagbench"_s, u" import"_s, Style::Normal);
     case 2:
-        return start(u"mediaintake.exe 2"_s, Style::Normal);
+        return start(u"mediaintake"_s, u" 2"_s, Style::Normal);
     default:
-        return start(u"mediaintake.exe 1"_s, Style::Normal);
+        return start(u"mediaintake"_s, u" 1"_s, Style::Normal);
     }
 }
 
 bool SiblingControl::startStorePlaylists()
 {
-    return start(u"Task.StorePlaylists.exe "_s, Style::Minimised);
+    return start(u"Task.StorePlaylists"_s, u" "_s, Style::Minimised);
 }
 
 bool SiblingControl::startWriteTags(int ownHandle)
 {
-    return start(u"Task.WriteTags.exe %1"_s.arg(ownHandle), Style::Minimised);
+    return start(u"Task.WriteTags"_s, u" %1"_s.arg(ownHandle), Style::Minimised);
 }
 
 bool SiblingControl::startRebuildTree()
 {
-    return start(u"Task.RebuildTree.exe 1"_s, Style::Minimised);
+    return start(u"Task.RebuildTree"_s, u" 1"_s, Style::Minimised);
 }
 
 bool SiblingControl::startSleeveViewer(const QString& argument)
 {
-    return start(u"SleeveViewer.exe "_s + argument, Style::Normal);
+    return start(u"SleeveViewer"_s, u' ' + argument, Style::Normal);
 }
 
 bool SiblingControl::startSampleTool()
 {
-    return start(u"Melovanekiv.exe"_s, Style::Normal);
+    return start(u"Melovanekiv"_s, {}, Style::Normal);
 }
 
 bool SiblingControl::startTagEditor()
@@ -100,7 +102,7 @@ bool SiblingControl::startJobs()
 
 bool SiblingControl::startPlugIn(const QString& program, const QString& argument)
 {
-    return start(program + u".exe "_s + argument, Style::Normal);
+    return start(program, u' ' + argument, Style::Normal);
 }
 
 bool SiblingControl::openHelp()
@@ -111,21 +113,21 @@ bool SiblingControl::openHelp()
 
 bool SiblingControl::StartBeatGauge(const QString& cmd, const QString& fid, const QString& plid)
 {
-    QString command = u"beatgauge.exe fid=%fid% cmd=%cmd%"_s;
-    command.replace("%fid%"_L1, trimBlanks(fid)).replace("%cmd%"_L1, trimBlanks(cmd));
+    QString arguments = u" fid=%fid% cmd=%cmd%"_s;
+    arguments.replace("%fid%"_L1, trimBlanks(fid)).replace("%cmd%"_L1, trimBlanks(cmd));
     if (leadingNumber(plid) > 0) {
-        command += " plid="_L1 + trimBlanks(plid);
+        arguments += " plid="_L1 + trimBlanks(plid);
     }
     if (fid == m_lastFid && lowerCase(cmd) != kManual) {
         return true;
     }
     m_lastFid = fid;
-    return start(command, Style::Minimised);
+    return start(u"beatgauge"_s, arguments, Style::Minimised);
 }
 
 bool SiblingControl::findTempo(const QString& cmd, const QString& fid)
 {
-    return start(u"beatgauge.exe cmd=%1 fid=%2"_s.arg(cmd, fid), Style::Minimised);
+    return start(u"beatgauge"_s, u" cmd=%1 fid=%2"_s.arg(cmd, fid), Style::Minimised);
 }
 
 } // namespace melovane

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/system/files.h"
+#include "platform/system/programs.h"
 
 #include <QString>
 
@@ -15,7 +15,7 @@ class Mod_API;
 class SiblingControl
 {
 public:
-    SiblingControl(Mod_API& paths, Files& files, Processes& processes);
+    SiblingControl(Mod_API& paths, Files& files, Programs& processes);
 
     /// Start lines, without the program folder in front. Siblings read the arguments: keep.
     bool startConfig(int ownHandle);
@@ -53,14 +53,16 @@ public:
     bool findTempo(const QString& cmd, const QString& fid);
 
 private:
-    bool start(const QString& command, Processes::WindowStyle style);
+    /// \param program   in the program folder, without ".exe"
+    /// \param arguments with a blank in front of each
+    bool start(const QString& program, const QString& arguments, Processes::WindowStyle style);
     bool startIfInstalled(const QString& program,
                           const QString& arguments,
                           Processes::WindowStyle style);
 
     Mod_API& m_paths;
     Files& m_files;
-    Processes& m_processes;
+    Programs& m_processes;
     QString m_lastFid;
 };
 

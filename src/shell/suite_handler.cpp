@@ -15,6 +15,13 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// How often it is asked whether the program that has the database still runs.
+constexpr std::chrono::milliseconds kAskerInterval{1000};
+
+} // namespace
+
 SuiteHandler::SuiteHandler(SuiteHandlerParts parts, MLVMessageBus& bus, const QString& windowName)
     : m_parts(std::move(parts))
     , m_bus(bus, windowName)
@@ -22,6 +29,7 @@ SuiteHandler::SuiteHandler(SuiteHandlerParts parts, MLVMessageBus& bus, const QS
           m_parts.loop.makeTimer(std::chrono::milliseconds::zero(), [this] { showJobsResult(); }))
     , m_reopenTimer(
           m_parts.loop.makeTimer(std::chrono::milliseconds::zero(), [this] { askForDatabase(); }))
+    , m_askerTimer(m_parts.loop.makeTimer(kAskerInterval, [this] { watchAskers(); }))
 {}
 
 SuiteHandler::~SuiteHandler() = default;
@@ -65,6 +73,10 @@ void SuiteHandler::releaseDatabase(Numbers numbers)
     m_parts.settings.Refresh();
     m_bus.SendMessage(bus::kDbDisconnect);
     m_parts.data.release();
+    if (numbers.lParam != 0) {
+        m_askers.push_back(numbers.lParam);
+        m_askerTimer->start();
+    }
     m_parts.suite.answerDatabaseRelease(numbers.lParam);
 }
 
@@ -74,8 +86,20 @@ void SuiteHandler::databaseIsFree(Numbers)
     reopenDatabase();
 }
 
+/// A program that ended without giving the database back gives it back by that.
+void SuiteHandler::watchAskers()
+{
+    std::erase_if(m_askers, [this](qint32 asker) { return !m_parts.suite.isAlive(asker); });
+    if (m_askers.empty()) {
+        m_parts.settings.Refresh();
+        reopenDatabase();
+    }
+}
+
 void SuiteHandler::reopenDatabase()
 {
+    m_askers.clear();
+    m_askerTimer->stop();
     try {
         m_parts.data.open();
     } catch (const DbError& error) {

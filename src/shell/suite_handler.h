@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace melovane {
 
@@ -75,6 +76,7 @@ private:
     void playlistTreeChanged(Numbers numbers);
 
     void reopenDatabase();
+    void watchAskers();
     void askForDatabase();
 
     void fieldClicked(qint32 number, const QString& text);
@@ -87,6 +89,8 @@ private:
     QString m_reopenFault;   ///< why the database could not be taken back
     bool m_isAsking = false; ///< about it, in a dialog
     std::unique_ptr<Timer> m_reopenTimer;
+    std::vector<qint32> m_askers; ///< handles of those who have the database
+    std::unique_ptr<Timer> m_askerTimer;
 };
 
 } // namespace melovane

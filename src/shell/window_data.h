@@ -15,7 +15,8 @@ public:
 
     /// Takes the connection that the window keeps for its life. \throws DbError
     virtual void open() = 0;
-    /// Lets another program have the file alone, until open().
+    /// Lets another program have the file alone: until open() nobody here opens it, whoever tries
+    /// gets kReleased.
     virtual void release() = 0;
 
     /// What other programs have written is seen from now on.

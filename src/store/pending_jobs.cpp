@@ -6,6 +6,7 @@
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "platform/system/trim_blanks.h"
+#include "store/error_sink.h"
 
 namespace melovane {
 
@@ -30,7 +31,8 @@ void PendingJobs::ChangeTree(const QString& tree)
                               u" )"_s);
         }
         m_noted.insert(tree);
-    } catch (const DbError&) {
+    } catch (const DbError& error) {
+        passReleased(error);
         // The next change of the kind notes it.
     }
 }
@@ -39,7 +41,8 @@ void PendingJobs::SaveEditFID(const QString& fid)
 {
     try {
         SaveEditFID(*m_engine.OpenDatabase(m_settings.DbName()), fid);
-    } catch (const DbError&) {
+    } catch (const DbError& error) {
+        passReleased(error);
         // The row is changed all the same; only its file keeps the former tag.
     }
 }

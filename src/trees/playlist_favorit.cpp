@@ -119,6 +119,9 @@ std::optional<ListState> PlaylistFavorit::readState(Pnid list) const
 
 void PlaylistFavorit::rereadRow(int row)
 {
+    if (m_isAway) {
+        return;
+    }
     if (const auto state = readState(listOf(row))) {
         TreeRow shown = rowOf(*state);
         // The kind of a row changes with a refill only.
@@ -135,6 +138,7 @@ void PlaylistFavorit::fill()
     withDatabase(u"PlaylistFavorit.Fill"_s, [&](Database& database) {
         m_tree.setRows(
             readFavoritRows(database, m_parts.texts.text(u"tree.root.jingle"), m_showAll));
+        m_library = m_parts.settings.DbName();
     });
     m_tree.setFolded(folded);
     m_tree.setCurrentRow(current.isEmpty() ? -1 : m_tree.find(current));
@@ -143,6 +147,9 @@ void PlaylistFavorit::fill()
 
 void PlaylistFavorit::Refresh()
 {
+    if (m_isAway) {
+        return;
+    }
     if (m_tree.isEditing()) {
         m_refillWaits = true;
         return;
@@ -153,7 +160,7 @@ void PlaylistFavorit::Refresh()
 void PlaylistFavorit::editEnded()
 {
     if (std::exchange(m_refillWaits, false)) {
-        fill();
+        Refresh();
     }
 }
 
@@ -289,6 +296,9 @@ std::span<const BusRow<PlaylistFavorit>> PlaylistFavorit::busTable()
         {bus::kRefreshAll, &PlaylistFavorit::refillAll},
         {bus::kRefreshPlaylist, &PlaylistFavorit::refill},
         {bus::kRefreshPlaylistTree, &PlaylistFavorit::refill},
+        {bus::kDbDisconnect, &PlaylistFavorit::disconnectDatabase},
+        {bus::kDbReconnect, &PlaylistFavorit::reconnectDatabase},
+        {bus::kDbChange, &PlaylistFavorit::changeDatabase},
         {bus::kPlaylistInsertDataEnd, &PlaylistFavorit::rereadList},
         {bus::kPlaylistChange, &PlaylistFavorit::listChanged},
         {bus::kStart, &PlaylistFavorit::start},
@@ -349,6 +359,27 @@ void PlaylistFavorit::refillAll(const MLVMessage& message)
         start(message);
     } else {
         refill(message);
+    }
+}
+
+void PlaylistFavorit::disconnectDatabase(const MLVMessage&)
+{
+    m_restTimer->stop();
+    m_isAway = true;
+}
+
+void PlaylistFavorit::reconnectDatabase(const MLVMessage&)
+{
+    if (std::exchange(m_isAway, false)) {
+        Refresh();
+    }
+}
+
+void PlaylistFavorit::changeDatabase(const MLVMessage&)
+{
+    // New content of the same file is told by messages of its own.
+    if (m_parts.settings.DbName() != m_library) {
+        Refresh();
     }
 }
 

@@ -55,7 +55,8 @@ public:
     ~PlaylistFavorit() override;
 
     /// Reads all anew. The current row, what is folded and the place on the screen stay. While the
-    /// user is typing a name it waits until he has finished.
+    /// user is typing a name it waits until he has finished, and while another program has the
+    /// library until that is back.
     void Refresh();
 
     /// Makes the playing playlist current and opens it; without one the first playlist.
@@ -121,6 +122,9 @@ private:
     void treeRow(const MLVMessage& message);
     void refill(const MLVMessage& message);
     void refillAll(const MLVMessage& message);
+    void disconnectDatabase(const MLVMessage& message);
+    void reconnectDatabase(const MLVMessage& message);
+    void changeDatabase(const MLVMessage& message);
     void rereadList(const MLVMessage& message);
     void listChanged(const MLVMessage& message);
     void start(const MLVMessage& message);
@@ -149,6 +153,8 @@ private:
     std::unique_ptr<Timer> m_restTimer; ///< from an arrow key to the opening of the list
     bool m_showAll = false;             ///< also lists that are not marked
     bool m_refillWaits = false;
+    bool m_isAway = false; ///< another program has the library; the rows stay as they are
+    QString m_library;     ///< file that the rows were read from
     EventGuard m_guard;
     MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
 };

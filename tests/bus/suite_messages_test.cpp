@@ -95,6 +95,22 @@ TEST_F(SuiteMessagesTest, AMailboxThatCannotBeWrittenIsToldAndTheNumberIsSentAll
     EXPECT_EQ(seen, QStringList(u"Handle.DJ 1046 0 0"_s));
 }
 
+TEST_F(SuiteMessagesTest, AMailboxOfALibraryThatAnotherProgramHasStaysAsItIsAndTheNumberIsSent)
+{
+    const auto player = program(u"Message"_s, u"Handle.DJ"_s);
+    console.SetTodo(1046, u"836123456001"_s);
+    suite.engine->GiveAway(suite.dbName());
+    try {
+        console.SendToPlayer(u"836123456002"_s, message::kPlayNext);
+        ADD_FAILURE() << "nobody would be told";
+    } catch (const DbError& error) {
+        EXPECT_EQ(error.number(), dberror::kReleased);
+    }
+    EXPECT_EQ(seen, QStringList(u"Handle.DJ 1046 0 0"_s));
+    suite.engine->TakeBack(suite.dbName());
+    EXPECT_EQ(todo(1046).toText(), u"836123456001"_s);
+}
+
 TEST_F(SuiteMessagesTest, AMissingHandleOfThePlayerReadsAs0AndMessagesGoNowhere)
 {
     EXPECT_FALSE(console.playerIsAlive());

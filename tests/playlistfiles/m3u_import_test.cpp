@@ -315,11 +315,15 @@ TEST_F(M3uImportTest, AnInsertLeavesOnePlaceFreeAndItsLastEntryMeetsTheFirstThat
 {
     lists.addTracks(4);
     const Pnid list = lists.addList({1, 5, 9, 10});
-    ASSERT_EQ(load("#MLV:FID=800000000001\na\n#MLV:FID=800000000002\nb\n"), 0);
+    ASSERT_EQ(load("#MLV:FID=800000000001\na\n#MLV:FID=800000000003\nb\n"), 0);
     EXPECT_EQ(m3u.Insert(Sid{5}, list), 2);
-    // The entry from 5 stands at 5 + 2 + 1, as does the second new one; the older goes first.
-    EXPECT_EQ(lists.entries(list), u"1:1 7:1 8:2 8:2 9:3 10:4"_s);
+    // The entry from 5 stands at 5 + 2 + 1, as does the second new one; the younger goes first.
+    EXPECT_EQ(lists.entries(list), u"1:1 7:1 8:3 8:2 9:3 10:4"_s);
     EXPECT_EQ(lists.entryCount(list), 6);
+    const QStringList saved =
+        lists.column(u"select FID from vpl_save where nid="_s + QString::number(numberOf(list)));
+    EXPECT_EQ(saved, (QStringList{Lists::fid(1), Lists::fid(1), Lists::fid(3), Lists::fid(2),
+                                  Lists::fid(3), Lists::fid(4)}));
 }
 
 TEST_F(M3uImportTest, PositionsStopAtTheLastOneAndKeepTheOrderOfTheFile)

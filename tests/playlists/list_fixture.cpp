@@ -59,7 +59,7 @@ QString Lists::entries(Pnid list) const
     QStringList rows;
     const auto database = open();
     const auto set = database->OpenRecordset(
-        u"select sid, fid from pl_all where pnid=%1 order by sid, plid"_s.arg(numberOf(list)));
+        u"select sid, fid from pl_all where pnid=%1 order by sid, plid desc"_s.arg(numberOf(list)));
     for (; !set->Eof(); set->MoveNext()) {
         rows.append(u"%1:%2"_s.arg(set->value(0).toLong())
                         .arg(set->value(1).toText().toLongLong() - Q_INT64_C(800000000000)));
@@ -70,7 +70,7 @@ QString Lists::entries(Pnid list) const
 QStringList Lists::plids(Pnid list) const
 {
     return column(
-        u"select plid from pl_all where pnid=%1 order by sid, plid"_s.arg(numberOf(list)));
+        u"select plid from pl_all where pnid=%1 order by sid, plid desc"_s.arg(numberOf(list)));
 }
 
 int Lists::entryCount(Pnid list) const

@@ -34,7 +34,9 @@ int highest(const std::vector<ListModel::Entry>& list)
 void sort(std::vector<ListModel::Entry>& list)
 {
     std::stable_sort(list.begin(), list.end(), [](const auto& one, const auto& two) {
-        return one.sid < two.sid || (one.sid == two.sid && one.plid < two.plid);
+        // The younger first; one that has no number yet is the youngest.
+        return one.sid < two.sid ||
+               (one.sid == two.sid && two.plid != 0 && (one.plid == 0 || one.plid > two.plid));
     });
 }
 
@@ -52,7 +54,7 @@ ListModel::Lists ListModel::read(Database& database)
         lists[names->value(0).toLong()] = {};
     }
     const auto rows = database.OpenRecordset(
-        u"select pnid, plid, sid, fid from pl_all order by pnid, sid, plid"_s);
+        u"select pnid, plid, sid, fid from pl_all order by pnid, sid, plid desc"_s);
     for (; !rows->Eof(); rows->MoveNext()) {
         lists[rows->value(0).toLong()].push_back(
             {rows->value(1).toLong(), rows->value(2).toLong(),

@@ -235,6 +235,16 @@ TEST_F(MlvFunctionTest, TheWalkGoesOnBehindTheLastItemWithTheFirst)
     EXPECT_EQ(function.PlaylistGetNext()->position, 1);
 }
 
+TEST_F(MlvFunctionTest, TheWalkTakesTheYoungerOfEqualPositionsFirst)
+{
+    const Pnid list = lists.addList({7, 7, 2});
+    function.setPlaylist(list);
+    function.PlayListFill();
+    EXPECT_EQ(function.walk().current()->FID, Lists::fid(3));
+    EXPECT_EQ(function.PlaylistGetNext()->FID, Lists::fid(2));
+    EXPECT_EQ(function.PlaylistGetNext()->FID, Lists::fid(1));
+}
+
 TEST_F(MlvFunctionTest, APositionBeyondTheCountStaysAndGivesTheOldItem)
 {
     const Pnid list = lists.addList({1, 2});

@@ -284,6 +284,33 @@ TEST_F(PlInsertMoveDel, ARowIsSwappedWithItsNeighbourAndStaysAtTheEnds)
     EXPECT_EQ(lists.history.nextUndo()->action, ListAction::MoveUp);
 }
 
+TEST_F(PlInsertMoveDel, ASwapAmongEqualPositionsGivesDifferentOnesAndMovesOneRow)
+{
+    const Pnid list = lists.addList({5, 8, 8, 9, 20});
+    // The younger of the two stands first: entries 1 3 2 4 5.
+    EXPECT_EQ(lists.entries(list), u"5:1 8:3 8:2 9:4 20:5"_s);
+    const Plid below{lists.plids(list)[2].toInt()};
+    edits.swapWithNeighbour(below, list, -1);
+    EXPECT_EQ(lists.entries(list), u"5:1 8:2 9:3 10:4 20:5"_s);
+    edits.swapWithNeighbour(below, list, 1);
+    EXPECT_EQ(lists.entries(list), u"5:1 8:3 9:2 10:4 20:5"_s);
+    EXPECT_EQ(lists.history.undo().outcome, ListHistory::Outcome::Done);
+    EXPECT_EQ(lists.history.undo().outcome, ListHistory::Outcome::Done);
+    EXPECT_EQ(lists.entries(list), u"5:1 8:3 8:2 9:4 20:5"_s);
+}
+
+TEST_F(PlInsertMoveDel, ARowThatComesToASharedPositionJumpsOverNobody)
+{
+    const Pnid list = lists.addList({1, 5, 5, 9});
+    const auto entry = [&](int row) { return Plid(lists.plids(list)[row].toInt()); };
+    EXPECT_EQ(lists.entries(list), u"1:1 5:3 5:2 9:4"_s);
+    edits.swapWithNeighbour(entry(0), list, 1);
+    EXPECT_EQ(lists.entries(list), u"1:3 5:1 6:2 9:4"_s);
+    const Pnid other = lists.addList({5, 5, 9});
+    edits.swapWithNeighbour(Plid(lists.plids(other)[2].toInt()), other, -1);
+    EXPECT_EQ(lists.entries(other), u"5:2 6:3 9:1"_s);
+}
+
 TEST_F(PlInsertMoveDel, ASwapOnTheLastRowTakesNoSnapshot)
 {
     lists.write(u"Undo.conf"_s, "Playlist.Taste.Runter.an\n");

@@ -36,8 +36,17 @@ TEST_F(PlaylistView, AListIsOpenedOverTheBusInItsOrder)
     EXPECT_EQ(rows(), u"1 2 3"_s);
     EXPECT_EQ(view.GetPNID(), list);
     EXPECT_EQ(view.activeList(), list);
-    EXPECT_EQ(view.Data1().RecordSource(), u"select * from vpl_all where pnid="_s + number(list));
+    EXPECT_EQ(view.Data1().RecordSource(), u"select * from vpl_all where pnid="_s + number(list) +
+                                               u" order by SID, PLID desc"_s);
     EXPECT_FALSE(view.isJingleMode());
+}
+
+TEST_F(PlaylistView, OfEqualPositionsTheYoungerEntryStandsFirst)
+{
+    openList(3);
+    lists.execute(u"update pl_all set SID=10 where SID=20"_s);
+    view.Refresh();
+    EXPECT_EQ(rows(), u"2 1 3"_s);
 }
 
 TEST_F(PlaylistView, ACommandMeansTheListOnTheScreenElseTheActiveOne)

@@ -25,12 +25,14 @@ protected:
     {
         suite.engine->Release(suite.dbName());
         Application console(*qApp, suite.folders.places());
+        running = &console;
         QTimer watcher;
         QObject::connect(&watcher, &QTimer::timeout, qApp, [&] { look(inWindow); });
         watcher.start(std::chrono::milliseconds(10));
         const int code = console.run();
         watcher.stop();
         searches = console.searchFigures();
+        running = nullptr;
         return code;
     }
 
@@ -94,6 +96,7 @@ protected:
                     otherSettings + "[Value]\nSprach.Datei=lang_English.ini\n");
     }
 
+    Application* running = nullptr; ///< while the console runs
     QStringList warnings;
     QString chosenFile;            ///< in the file dialogs
     sqlite::IndexFigures searches; ///< of the last run

@@ -2,7 +2,7 @@
 
 #include "platform/controls/status_line.h"
 #include "platform/controls/window_frame.h"
-#include "platform/system/files.h"
+#include "platform/system/programs.h"
 #include "platform/system/timers.h"
 
 #include <QHash>
@@ -13,7 +13,7 @@
 namespace melovane::test {
 
 /// Writes down what would be started.
-class RecordingProcesses : public Processes
+class RecordingProcesses : public Programs
 {
 public:
     bool start(const QString& commandLine, WindowStyle style) override
@@ -23,7 +23,14 @@ public:
         return succeeds;
     }
 
+    bool startProgram(const QString& program, const QString& arguments, WindowStyle style) override
+    {
+        programs.append(program);
+        return start(program + arguments, style);
+    }
+
     QStringList commands;
+    QStringList programs; ///< of the commands whose program was named
     std::vector<WindowStyle> styles;
     bool succeeds = true;
 };

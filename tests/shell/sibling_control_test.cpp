@@ -1,6 +1,10 @@
+#include "platform/linux/linux_processes.h"
 #include "shell/fakes.h"
 #include "shell/sibling_control.h"
 #include "support/suite_folders.h"
+
+#include <QDir>
+#include <QFile>
 
 #include <gtest/gtest.h>
 
@@ -56,6 +60,34 @@ TEST_F(SiblingControlTest, StartLinesAreThoseThatTheSiblingsKnow)
         (std::vector{Style::Normal, Style::Normal, Style::Normal, Style::Normal, Style::Minimised,
                      Style::Minimised, Style::Minimised, Style::Normal, Style::Normal,
                      Style::Minimised, Style::Minimised, Style::Normal, Style::Normal}));
+}
+
+TEST_F(SiblingControlTest, TheProgramAndItsArgumentsTravelApart)
+{
+    siblings.startWriteTags(4711);
+    siblings.startPlugIn(u"my helper"_s, u"7"_s);
+    EXPECT_EQ(processes.programs, (QStringList{folders.programFolder() + u"/Task.WriteTags.exe"_s,
+                                               folders.programFolder() + u"/my helper.exe"_s}));
+}
+
+TEST(SiblingControlOnDisk, AForeignFileBeforeTheBlankOfTheProgramFolderIsNeverStarted)
+{
+    test::SuiteFolders outer;
+    EnvironmentPlaces places = outer.places();
+    places.programFolder += u"/My Programs"_s;
+    ASSERT_TRUE(QDir().mkpath(places.programFolder));
+    const QString foreign = outer.install(u"My"_s, "#!/bin/sh\n");
+    ASSERT_TRUE(QFile::setPermissions(foreign, QFile::ReadOwner | QFile::ExeOwner));
+    LinuxEnvironment environment(places);
+    Mod_API paths(environment, outer.files());
+    LinuxProcesses processes;
+    ASSERT_TRUE(processes.start(foreign, Style::Normal));
+    SiblingControl siblings(paths, outer.files(), processes);
+    EXPECT_FALSE(siblings.startRebuildTree());
+    EXPECT_FALSE(siblings.startPlugIn(u"helper"_s, u"7"_s));
+    const QString ours = outer.install(u"My Programs/Task.RebuildTree"_s, "#!/bin/sh\n");
+    ASSERT_TRUE(QFile::setPermissions(ours, QFile::ReadOwner | QFile::ExeOwner));
+    EXPECT_TRUE(siblings.startRebuildTree());
 }
 
 TEST_F(SiblingControlTest, ThreeProgramsAreStartedOnlyWhereTheyAreInstalled)

@@ -46,6 +46,33 @@ TEST_F(SuiteHandlerTest, TheDatabaseIsLetGoBeforeTheAskerIsAnswered)
     EXPECT_EQ(after(1038), (QStringList{u"open"_s, u"bus db.reconnect"_s}));
 }
 
+TEST_F(SuiteHandlerTest, AnAskerThatDiesWithoutGivingTheDatabaseBackGivesItBackByThat)
+{
+    messages.alive = {98, 99};
+    after(1037, 0, 99);
+    after(1037, 0, 98);
+    ASSERT_TRUE(loop.fire(1000));
+    EXPECT_EQ(taken(), QStringList());
+    messages.alive = {98};
+    ASSERT_TRUE(loop.fire(1000));
+    EXPECT_EQ(taken(), QStringList()) << "the other one still has it";
+    messages.alive = {};
+    ASSERT_TRUE(loop.fire(1000));
+    EXPECT_EQ(taken(), (QStringList{u"open"_s, u"bus db.reconnect"_s}));
+    EXPECT_FALSE(loop.fire(1000));
+}
+
+TEST_F(SuiteHandlerTest, AnAskerIsWatchedOnlyUntilItGivesTheDatabaseBack)
+{
+    messages.alive = {99};
+    after(1037, 0, 99);
+    after(1038);
+    messages.alive = {};
+    EXPECT_FALSE(loop.fire(1000));
+    after(1037);
+    EXPECT_FALSE(loop.fire(1000)) << "nobody is there to be watched";
+}
+
 TEST_F(SuiteHandlerTest, ADatabaseThatCannotBeTakenBackIsAskedForWhenTheSenderHasItsAnswer)
 {
     const QString question =

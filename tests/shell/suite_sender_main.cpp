@@ -123,6 +123,20 @@ public:
         return moved ? 0 : 2;
     }
 
+    /// "hold": has the console let go of the library and says "released" or "refused", as it is.
+    /// Gives it back when a line comes; who is killed before never does.
+    int hold()
+    {
+        m_control->Send(1037, 0, m_control->handle());
+        std::puts(m_released ? "released" : "refused");
+        std::fflush(stdout);
+        if (std::getchar() == EOF) {
+            return 2;
+        }
+        m_control->Send(1038, 0, 0);
+        return 0;
+    }
+
 private:
     LinuxMessages m_messages;
     std::unique_ptr<KSMessage> m_control;
@@ -147,6 +161,9 @@ int main(int argc, char** argv)
     }
     if (errand == QStringLiteral("player")) {
         return program.player(rest);
+    }
+    if (errand == QStringLiteral("hold")) {
+        return program.hold();
     }
     if (errand == QStringLiteral("take")) {
         return program.move(rest[0], rest[1]);

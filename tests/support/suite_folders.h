@@ -24,6 +24,10 @@ public:
     void BackupDatabase(const QString& source, const QString& target) override;
 
     void Release(const QString&) override {}
+
+    void GiveAway(const QString&) override {}
+
+    void TakeBack(const QString&) override {}
 };
 
 /// An installation of the suite in a folder of its own: program folder, user's and common folders,

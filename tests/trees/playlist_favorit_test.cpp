@@ -34,6 +34,21 @@ TEST_F(PlaylistFavoritTest, PicturesTellTheStateAndALockWins)
     EXPECT_EQ(picture(lists.main), u"all.audio"_s);
 }
 
+TEST_F(PlaylistFavoritTest, TheRowsStayAsTheyAreWhileAnotherProgramHasTheLibrary)
+{
+    const QStringList rows = tree.texts();
+    send(u"db.disconnect"_s);
+    lists.set(lists.main, u"name='Anders'"_s);
+    for (const QString& message :
+         {u"refresh.playlist.tree"_s, u"favorit.refresh"_s, u"db.change"_s, u"refresh.all"_s}) {
+        send(message);
+    }
+    send(u"playlist.change"_s, lists.main);
+    EXPECT_EQ(tree.texts(), rows);
+    send(u"db.reconnect"_s);
+    EXPECT_TRUE(tree.texts().contains(u"  Anders"_s));
+}
+
 TEST_F(PlaylistFavoritTest, GroupsOfTheSameNameStayTwo)
 {
     lists.execute(u"update pl_group set name='Freitag'"_s);

@@ -6,4 +6,4 @@ SELECT pl_name.NID AS nid, pl_name.Name AS plname, pl_group.Name AS GroupName,
 FROM ((pl_name INNER JOIN pl_all ON pl_name.NID = pl_all.PNID)
     INNER JOIN db_all ON pl_all.FID = db_all.FID)
     LEFT JOIN pl_group ON pl_name.GRID = pl_group.GRID
-ORDER BY pl_name.NID, pl_all.SID, pl_all.PLID
+ORDER BY pl_name.NID, pl_all.SID, pl_all.PLID DESC

@@ -165,7 +165,7 @@ public:
 
     /// Opens a file shared and for writing; never creates one.
     /// \throws DbError kFileNotFound, kPreviousEngineFile, kUnrecognisedFormat, kCorrupt,
-    /// kCannotOpen
+    /// kCannotOpen, kReleased
     [[nodiscard]] virtual std::unique_ptr<Database> OpenDatabase(const QString& name) = 0;
 
     /// With dbRefreshCache: every open connection sees what others committed, at its next read.
@@ -180,6 +180,15 @@ public:
 
     /// Lets go of every file handle on that database that no open Database needs.
     virtual void Release(const QString& name) = 0;
+
+    /// Leaves that database to another program: lets go as Release does, and refuses every open of
+    /// it with kReleased, by whatever name, until TakeBack. What this program wrote meanwhile would
+    /// be lost, for the other one may put another file in its place. A Database that is still open
+    /// works on.
+    virtual void GiveAway(const QString& name) = 0;
+
+    /// The database may be opened again, whether or not it was given away.
+    virtual void TakeBack(const QString& name) = 0;
 };
 
 } // namespace melovane

@@ -27,6 +27,8 @@ inline constexpr int kPreviousEngineFile = 3447;
 inline constexpr int kCorrupt = 3049;
 /// Somebody else held the file for longer than the time-out.
 inline constexpr int kLocked = 3260;
+/// Another program was given the file for itself, see DBEngine::GiveAway.
+inline constexpr int kReleased = 3045;
 /// The set, database or field is read only.
 inline constexpr int kReadOnly = 3027;
 /// The column of a set is an expression or an auto-number and cannot be written.

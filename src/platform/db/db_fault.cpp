@@ -44,6 +44,8 @@ constexpr std::array kSentences{
              u"Die Datenbank %1 kann nur gelesen werden."},
     Sentence{DbFault::FileLocked, dberror::kLocked,
              u"Die Datenbank %1 wird gerade von einem anderen Programm benutzt."},
+    Sentence{DbFault::FileGivenAway, dberror::kReleased,
+             u"Die Datenbank %1 gehört gerade einem anderen Programm allein."},
     Sentence{DbFault::DiskFull, dberror::kDiskFull,
              u"Der Datenträger der Datenbank %1 ist voll."},
     Sentence{DbFault::DiskError, dberror::kDiskError,

@@ -23,6 +23,7 @@ enum class DbFault
     FileOntoItself,     ///< path
     FileReadOnly,       ///< files
     FileLocked,         ///< files
+    FileGivenAway,      ///< path
     DiskFull,           ///< files
     DiskError,          ///< files, reason
     FileReplaced,       ///< path

@@ -14,6 +14,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace melovane {
@@ -147,6 +148,18 @@ bool run(const QByteArray& path, const QStringList& arguments)
     return count == 0;
 }
 
+/// Starts the first spelling of a program that may be run.
+bool runAnySpelling(const CommandLine& wanted)
+{
+    for (const QString& program : spellingsOf(wanted.program)) {
+        const QByteArray path = linuxnames::systemPath(program);
+        if (isRunnable(path) && run(path, wanted.arguments)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 /// The path to open when the command line is for the desktop's opener, else nothing.
 std::optional<QString> pathToOpen(const QString& commandLine)
 {
@@ -197,15 +210,15 @@ bool LinuxProcesses::start(const QString& commandLine, WindowStyle)
         return !target.isEmpty() && isRunnable(linuxnames::encode(opener)) &&
                run(linuxnames::encode(opener), {linuxnames::decode(target)});
     }
-    for (const CommandLine& reading : readingsOf(commandLine)) {
-        for (const QString& program : spellingsOf(reading.program)) {
-            const QByteArray path = linuxnames::systemPath(program);
-            if (isRunnable(path) && run(path, reading.arguments)) {
-                return true;
-            }
-        }
-    }
-    return false;
+    const auto readings = readingsOf(commandLine);
+    return std::any_of(readings.begin(), readings.end(), runAnySpelling);
+}
+
+bool LinuxProcesses::startProgram(const QString& program, const QString& arguments, WindowStyle)
+{
+    const QChar end(u'\0');
+    return !program.contains(end) && !arguments.contains(end) &&
+           runAnySpelling({program, readArguments(arguments)});
 }
 
 } // namespace melovane

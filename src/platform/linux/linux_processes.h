@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/system/files.h"
+#include "platform/system/programs.h"
 
 #include <QByteArray>
 #include <QString>
@@ -33,7 +33,7 @@ struct CommandLine
 ///
 /// "notepad.exe" and "explorer.exe" without a folder stand for the desktop's opener; all that
 /// follows, quotes left out, is one path.
-class LinuxProcesses : public Processes
+class LinuxProcesses : public Programs
 {
 public:
     /// \param opener the program that opens a file or folder as the desktop does; one without a
@@ -41,6 +41,7 @@ public:
     explicit LinuxProcesses(QString opener = QStringLiteral("xdg-open"));
 
     bool start(const QString& commandLine, WindowStyle style) override;
+    bool startProgram(const QString& program, const QString& arguments, WindowStyle style) override;
 
 private:
     QString m_opener;

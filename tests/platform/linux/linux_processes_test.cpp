@@ -127,6 +127,18 @@ TEST_F(Starting, AFolderWithBlanksAndBackslashesIsUnderstood)
     EXPECT_EQ(output().first(2), (QStringList{program, u"65536"_s}));
 }
 
+TEST_F(Starting, ANamedProgramInAFolderWithABlankNeverStartsTheFileBeforeTheBlank)
+{
+    install(u"My"_s);
+    LinuxProcesses processes;
+    EXPECT_FALSE(processes.startProgram(folder.file(u"My Programs/Task.WriteTags.exe"_s), u" 7"_s,
+                                        Processes::WindowStyle::Normal));
+    const QString program = install(u"My Programs/Task.WriteTags"_s);
+    EXPECT_TRUE(processes.startProgram(folder.file(u"My Programs/Task.WriteTags.exe"_s),
+                                       u" 7 \"a b\""_s, Processes::WindowStyle::Normal));
+    EXPECT_EQ(output().first(3), (QStringList{program, u"7"_s, u"a b"_s}));
+}
+
 TEST_F(Starting, WhatIsMissingOrMayNotBeRunGivesFalse)
 {
     const QString text = folder.write(u"text"_s, "#!/bin/sh\n");

@@ -175,6 +175,10 @@ public:
 
     void Release(const QString&) override {}
 
+    void GiveAway(const QString&) override {}
+
+    void TakeBack(const QString&) override {}
+
     CellCounter counter;
 };
 

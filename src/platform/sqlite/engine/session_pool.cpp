@@ -1,8 +1,10 @@
 #include "platform/sqlite/engine/session_pool.h"
 
-#include "platform/db/db_error.h"
+#include "platform/db/db_fault.h"
 
 #include <QCryptographicHash>
+
+#include <algorithm>
 
 namespace melovane::sqlite {
 
@@ -24,6 +26,7 @@ bool isUsable(Session& session)
 
 std::shared_ptr<SessionLease> SessionPool::open(const QString& path)
 {
+    requireOwn(path);
     std::unique_ptr<Session> session = takeWaiting(path);
     if (!session) {
         session = std::make_unique<Session>(path, m_options, indexOf(path));
@@ -55,7 +58,7 @@ std::unique_ptr<Session> SessionPool::takeWaiting(const QString& path)
 void SessionPool::giveBack(std::unique_ptr<Session> session)
 {
     session->settle();
-    if (!isUsable(*session)) {
+    if (!isUsable(*session) || holdsGivenAway(*session)) {
         return;
     }
     const QString path = session->connection().path();
@@ -131,6 +134,41 @@ void SessionPool::release(const QString& path)
         return connection.path() == path || connection.id() == file ||
                (file && waiting->attachments().holds(*file)) || !connection.isCurrent();
     });
+}
+
+void SessionPool::giveAway(const QString& path)
+{
+    release(path);
+    takeBack(path);
+    m_givenAway.append(path);
+}
+
+bool SessionPool::isGivenAway(const QString& path) const
+{
+    if (m_givenAway.isEmpty()) {
+        return false;
+    }
+    const std::optional<FileId> file = fileId(path);
+    return std::any_of(m_givenAway.begin(), m_givenAway.end(), [&](const QString& given) {
+        // The file may have been replaced since, so its identity is asked for anew.
+        return given == path || (file && fileId(given) == file);
+    });
+}
+
+void SessionPool::requireOwn(const QString& path) const
+{
+    if (isGivenAway(path)) {
+        throw dbError(DbFault::FileGivenAway, path);
+    }
+}
+
+bool SessionPool::holdsGivenAway(Session& session) const
+{
+    return isGivenAway(session.connection().path()) ||
+           std::any_of(m_givenAway.begin(), m_givenAway.end(), [&](const QString& given) {
+               const std::optional<FileId> file = fileId(given);
+               return file && session.attachments().holds(*file);
+           });
 }
 
 void SessionPool::refreshAll()

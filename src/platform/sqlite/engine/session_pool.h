@@ -2,6 +2,8 @@
 
 #include "platform/sqlite/engine/session.h"
 
+#include <QStringList>
+
 #include <list>
 
 namespace melovane::sqlite {
@@ -31,6 +33,15 @@ public:
     /// Closes the waiting sessions that have the file open, as their own or as a side file.
     void release(const QString& path);
 
+    /// The same, and open() refuses the file until takeBack(); a session in use that holds it is
+    /// closed when it is given back.
+    void giveAway(const QString& path);
+
+    void takeBack(const QString& path) { m_givenAway.removeAll(path); }
+
+    /// \throws DbError kReleased for a file that was given away, by this or another name
+    void requireOwn(const QString& path) const;
+
     /// Makes every session in use read anew what others may have changed.
     void refreshAll();
 
@@ -48,6 +59,8 @@ private:
     [[nodiscard]] IndexOptions::StartSlices slicesOf(const QString& path);
     [[nodiscard]] QString snapshotOf(const QString& path) const;
     [[nodiscard]] bool loadSlice(const QString& path, ColumnIndex& index);
+    [[nodiscard]] bool isGivenAway(const QString& path) const;
+    [[nodiscard]] bool holdsGivenAway(Session& session) const;
     void giveBack(std::unique_ptr<Session> session);
     std::unique_ptr<Session> takeWaiting(const QString& path);
 
@@ -56,6 +69,7 @@ private:
     QHash<QString, FileIndex> m_indexes;           ///< by path
     std::list<std::unique_ptr<Session>> m_waiting; ///< given back last stands first
     std::vector<std::weak_ptr<SessionLease>> m_inUse;
+    QStringList m_givenAway; ///< paths
 };
 
 } // namespace melovane::sqlite

@@ -74,12 +74,17 @@ public:
 
     void BackupDatabase(const QString& source, const QString& target) override
     {
+        m_pool->requireOwn(fullPath(target));
         m_pool->release(fullPath(target));
         const std::shared_ptr<SessionLease> lease = m_pool->open(fullPath(source));
         backupDatabase(lease->session().connection(), fullPath(target), m_pool->options().now());
     }
 
     void Release(const QString& name) override { m_pool->release(fullPath(name)); }
+
+    void GiveAway(const QString& name) override { m_pool->giveAway(fullPath(name)); }
+
+    void TakeBack(const QString& name) override { m_pool->takeBack(fullPath(name)); }
 
 private:
     std::shared_ptr<SessionPool> m_pool;

@@ -225,6 +225,49 @@ TEST_F(EngineFiles, ReleaseKnowsAFileByItsOtherName)
     EXPECT_EQ(ask(kMain, "PRAGMA journal_mode=DELETE"), u"delete"_s);
 }
 
+TEST_F(EngineFiles, ADatabaseThatWasGivenAwayIsNotOpenedByAnyNameUntilItIsTakenBack)
+{
+    ASSERT_EQ(::symlink(path().toUtf8().constData(), path(u"link.mdb"_s).toUtf8().constData()), 0);
+    makeOther(kOther, u"other"_s);
+    m_siblingEngine->Release(path());
+    db().Close();
+    m_engine->GiveAway(m_folder.path() + u"/./nowhere/../melovane.mdb"_s);
+    EXPECT_EQ(ask(kMain, "PRAGMA journal_mode=DELETE"), u"delete"_s) << "needs the file alone";
+    for (const QString& name : {kMain, u"link.mdb"_s}) {
+        EXPECT_EQ(errorOf([&] { (void)m_engine->OpenDatabase(path(name)); }), dberror::kReleased);
+        EXPECT_EQ(errorOf([&] { m_engine->BackupDatabase(path(name), path(u"copy.mdb"_s)); }),
+                  dberror::kReleased);
+        EXPECT_EQ(errorOf([&] { m_engine->BackupDatabase(path(kOther), path(name)); }),
+                  dberror::kReleased);
+    }
+    EXPECT_EQ(genres(*m_engine->OpenDatabase(path(kOther))), QStringList{u"other"_s});
+
+    // Also when another file stands in its place by then, or none at all.
+    replace(kMain, kOther);
+    EXPECT_EQ(errorOf([&] { (void)m_engine->OpenDatabase(path(u"link.mdb"_s)); }),
+              dberror::kReleased);
+    m_engine->TakeBack(path());
+    EXPECT_EQ(genres(*m_engine->OpenDatabase(path(u"link.mdb"_s))), QStringList{u"other"_s});
+    EXPECT_EQ(genres(*m_engine->OpenDatabase(path())), QStringList{u"other"_s});
+}
+
+TEST_F(EngineFiles, AConnectionInUseWhileItsDatabaseIsGivenAwayIsNotKeptForTheNextUse)
+{
+    makeOther(u"side.mdb"_s, u"side"_s);
+    db().tableDefs().Append([&] {
+        TableDef linked = link(u"side_genre"_s, path(u"side.mdb"_s));
+        linked.SourceTableName = u"genre"_s;
+        return linked;
+    }());
+    EXPECT_EQ(rowsOf(db(), u"select name from side_genre"_s), QStringList{u"side"_s});
+    m_siblingEngine->Release(path());
+    m_engine->GiveAway(path());
+    m_engine->GiveAway(path(u"side.mdb"_s));
+    db().Close();
+    EXPECT_EQ(ask(kMain, "PRAGMA journal_mode=DELETE"), u"delete"_s);
+    EXPECT_EQ(ask(u"side.mdb"_s, "PRAGMA journal_mode=DELETE"), u"delete"_s);
+}
+
 TEST_F(EngineFiles, ReleaseOfASideFileClosesTheConnectionsThatHoldIt)
 {
     makeOther(u"side.mdb"_s, u"side"_s);

@@ -1,0 +1,145 @@
+#include "platform/controls/status_line.h"
+#include "platform/qt/data_grid.h"
+#include "platform/qt/outline_tree.h"
+#include "shell/application_fixture.h"
+#include "shell/ui/mlvdb_window.h"
+#include "support/wait_for.h"
+
+#include <QAction>
+#include <QFile>
+#include <QProcess>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+/// The whole console while another process has the library to itself.
+class ReleasedLibraryTest : public test::ApplicationTest
+{
+protected:
+    ReleasedLibraryTest()
+    {
+        track = suite.library.add({.Titel = u"Licht"_s});
+        const int group = suite.library.addGroup(u"Freitag"_s);
+        list = suite.library.addPlaylist(
+            {.Name = u"Hauptset"_s, .GRID = group, .tracks = {track, track}, .IsPlay = true});
+    }
+
+    /// Starts the other process; false when the console did not let go.
+    bool takeLibrary()
+    {
+        const auto settings = suite.folders.makeSettings();
+        other.start(QString::fromUtf8(MLV_SUITE_SENDER),
+                    {suite.folders.environment().runtimeFolder(),
+                     QString::number(settings->MessageHandleDB()), u"hold"_s});
+        return test::waitFor([this] { return other.canReadLine(); }) &&
+               other.readLine() == "released\n";
+    }
+
+    /// What the status line says behind something that the user does, as the program's own
+    /// event loop runs it.
+    QString after(QMainWindow& window, const std::function<void()>& work)
+    {
+        StatusLine& status = static_cast<MlvdbWindow&>(window).status();
+        status.setPanel(StatusPanel::Message, {});
+        running->guarded(work);
+        return status.panel(StatusPanel::Message);
+    }
+
+    QString afterTool(QMainWindow& window, const QString& panel, const QString& key)
+    {
+        auto* tool = window.findChild<QWidget*>(panel)->findChild<QToolButton*>(key);
+        return after(window, [&] { tool->click(); });
+    }
+
+    static QStringList rowsOf(QMainWindow& window)
+    {
+        const auto* tree = window.findChild<OutlineTree*>(u"PlaylistTree"_s);
+        QStringList rows;
+        for (int row = 0; row < tree->rowCount(); ++row) {
+            rows.append(tree->row(row).text);
+        }
+        return rows;
+    }
+
+    static int titles(QMainWindow& window)
+    {
+        return window.findChild<DataGrid*>(u"PlaylistGrid1"_s)->model()->rowCount();
+    }
+
+    QByteArray bytes() { return suite.read(u"melovane.mdb"_s); }
+
+    const QString kNote = u"Ein anderes Programm hat die Datenbank gerade für sich allein"_s;
+    QString track;
+    int list = 0;
+    QProcess other;
+};
+
+TEST_F(ReleasedLibraryTest, NothingIsWrittenUntilItIsGivenBackAndTheUserIsToldWhy)
+{
+    run([&](QMainWindow& window) {
+        auto* grid = window.findChild<DataGrid*>(u"PlaylistGrid1"_s);
+        grid->selectRow(0);
+        QTest::keyClick(grid, Qt::Key_Delete);
+        ASSERT_EQ(titles(window), 1);
+        const QStringList rows = rowsOf(window);
+        ASSERT_TRUE(takeLibrary());
+        const QByteArray before = bytes();
+        EXPECT_FALSE(QFile::exists(suite.dbName() + u"-wal"_s));
+        for (const QString& key :
+             {u"all.newdir"_s, u"all.newdoc"_s, u"all.lock"_s, u"all.activate"_s}) {
+            EXPECT_TRUE(afterTool(window, u"PlaylistFavorit1"_s, key).startsWith(kNote))
+                << qPrintable(key);
+        }
+        // Its rows are away, so the list takes no step back.
+        afterTool(window, u"ctl_Playlist1"_s, u"all.undo"_s);
+        auto* tree = window.findChild<OutlineTree*>(u"PlaylistTree"_s);
+        EXPECT_TRUE(after(window, [&] {
+                        emit tree->rowEdited(tree->currentRow(), u"Anders"_s);
+                    }).startsWith(kNote));
+        EXPECT_EQ(rowsOf(window), rows);
+        EXPECT_EQ(bytes(), before);
+        EXPECT_FALSE(QFile::exists(suite.dbName() + u"-wal"_s)) << "somebody has opened it";
+        other.write("\n");
+        ASSERT_TRUE(test::waitFor([this] { return other.state() == QProcess::NotRunning; }));
+        EXPECT_EQ(other.exitCode(), 0);
+        EXPECT_EQ(titles(window), 1);
+        afterTool(window, u"PlaylistFavorit1"_s, u"all.newdir"_s);
+    });
+    EXPECT_EQ(suite.value(u"select count(*) as anz from pl_group"_s).toLong(), 2);
+}
+
+TEST_F(ReleasedLibraryTest, WhatTheOtherProgramHasPutThereIsShownInTheTreeOfLists)
+{
+    const QString copy = suite.file(u"copy.mdb"_s);
+    suite.engine->BackupDatabase(suite.dbName(), copy);
+    suite.engine->OpenDatabase(copy)->Execute(u"update pl_name set name='Zurück'"_s);
+    suite.engine->Release(copy);
+    run([&](QMainWindow& window) {
+        ASSERT_TRUE(takeLibrary());
+        ASSERT_TRUE(QFile::remove(suite.dbName()));
+        ASSERT_TRUE(QFile::rename(copy, suite.dbName()));
+        other.write("\n");
+        ASSERT_TRUE(test::waitFor([this] { return other.state() == QProcess::NotRunning; }));
+        EXPECT_TRUE(rowsOf(window).last().startsWith(u"Zurück"_s));
+    });
+}
+
+TEST_F(ReleasedLibraryTest, AProgramThatDiesWithoutGivingItBackGivesItBackByThat)
+{
+    run([&](QMainWindow& window) {
+        ASSERT_TRUE(takeLibrary());
+        EXPECT_EQ(titles(window), 0);
+        other.kill();
+        EXPECT_TRUE(test::waitFor([&] { return titles(window) == 2; }));
+        EXPECT_FALSE(afterTool(window, u"PlaylistFavorit1"_s, u"all.newdir"_s).startsWith(kNote));
+    });
+    EXPECT_EQ(suite.value(u"select count(*) as anz from pl_group"_s).toLong(), 2);
+}
+
+} // namespace
+} // namespace melovane
