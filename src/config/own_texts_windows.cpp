@@ -38,6 +38,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"dberror.3343", u"Diese Datei ist keine Datenbank:\\n$1"},
     {u"dberror.3447", u"Diese Datenbank stammt aus einer älteren Fassung und kann so nicht geöffnet werden:\\n$1"},
 
+    {u"messages.nowhere", u"Es gibt keinen Ordner für die Verständigung der Programme: XDG_RUNTIME_DIR fehlt, und der Ersatz unter /tmp gehört einem anderen Benutzer.\\n\\nPlayer, Import und ein zweiter Start erreichen dieses Programm nicht."},
     {u"db.reconnect.failed", u"Die Datenbank lässt sich nicht wieder öffnen.\\n\\n$1\\n\\nNoch einmal versuchen?"},
 
     // Menus.

@@ -17,6 +17,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// Volume of the monitor at its loudest, as messages tell it: keep.
+constexpr qint32 kLoudest = 10'000;
+
 /// A lock comes as a truth, a number or a text.
 bool isOn(const Value& value)
 {
@@ -257,7 +260,9 @@ void PlaylistMessages::renewToolTips(const MLVMessage&)
 
 void PlaylistMessages::changeVolumeIcon(const MLVMessage& message)
 {
-    emit m_view.volumeIconChanged(std::clamp(message.Value1.toLong(), 0, 5));
+    // A fifth of the volume a picture; whatever is heard at all has one of its own.
+    const qint32 volume = std::clamp(message.Value1.toLong(), 0, kLoudest);
+    emit m_view.volumeIconChanged((volume + kLoudest / 5 - 1) / (kLoudest / 5));
 }
 
 void PlaylistMessages::saveLayout(const MLVMessage&)

@@ -19,7 +19,7 @@ using namespace Qt::Literals::StringLiterals;
 class Row : public RowValues
 {
 public:
-    Row(QHash<QString, Value> values, qint64 row = 0)
+    explicit Row(QHash<QString, Value> values, qint64 row = 0)
         : m_values(std::move(values))
         , m_row(row)
     {}
@@ -58,10 +58,10 @@ struct PlaylistLookTest : public testing::Test
 TEST_F(PlaylistLookTest, PlayIsATimeForHalfADayAndADayBeforeThat)
 {
     const QDateTime now = clock.now();
-    EXPECT_EQ(look.text(u"play"_s, Value(now.addSecs(-11 * 3600))),
-              now.addSecs(-11 * 3600).toString(u"HH:mm"_s));
-    EXPECT_EQ(look.text(u"play"_s, Value(now.addSecs(-13 * 3600))),
-              now.addSecs(-13 * 3600).toString(u"dd.MM.yy"_s));
+    EXPECT_EQ(look.text(u"play"_s, Value(now.addSecs(qint64{-11} * 3600))),
+              now.addSecs(qint64{-11} * 3600).toString(u"HH:mm"_s));
+    EXPECT_EQ(look.text(u"play"_s, Value(now.addSecs(qint64{-13} * 3600))),
+              now.addSecs(qint64{-13} * 3600).toString(u"dd.MM.yy"_s));
 }
 
 TEST_F(PlaylistLookTest, APlayValueThatIsNoDateIsShownAsItIs)

@@ -139,7 +139,12 @@ TEST_F(PlaylistWindowTest, TheVolumeButtonShowsHowLoudTheMonitorIs)
     window.bus.SendMessage(u"Volume.Monitor.Change.Icon"_s, 1);
     const QImage quiet = picture();
     EXPECT_NE(quiet, plain);
-    window.bus.SendMessage(u"Volume.Monitor.Change.Icon"_s, 5);
+    window.bus.SendMessage(u"Volume.Monitor.Change.Icon"_s, 4000);
+    EXPECT_EQ(picture(), quiet);
+    window.bus.SendMessage(u"Volume.Monitor.Change.Icon"_s, 6000);
+    EXPECT_NE(picture(), quiet);
+    EXPECT_NE(picture(), plain);
+    window.bus.SendMessage(u"Volume.Monitor.Change.Icon"_s, 10'000);
     EXPECT_EQ(picture(), plain);
 }
 

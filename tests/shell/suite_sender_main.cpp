@@ -154,7 +154,7 @@ int main(int argc, char** argv)
         return 1;
     }
     Program program(arguments[1], arguments[2].toInt());
-    const QString errand = arguments[3];
+    const QString& errand = arguments[3];
     const QStringList rest = arguments.mid(4);
     if (errand == QStringLiteral("number")) {
         return program.numbers(rest);

@@ -271,7 +271,7 @@ struct StatusTextTest : public testing::Test
     test::PlainStatusLine line;
     StatusText text{loop, line};
 
-    QString shown() const { return line.panel(StatusPanel::Message); }
+    [[nodiscard]] QString shown() const { return line.panel(StatusPanel::Message); }
 };
 
 TEST_F(StatusTextTest, ATextStandsUntilFiveSecondsAreOverAndThenRunsOffByTwoLetters)

@@ -7,6 +7,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 
@@ -21,6 +22,15 @@ namespace {
 constexpr size_t kLongest = 16;
 
 } // namespace
+
+OnlyCopy::OnlyCopy(const QStringList& folders, const QString& program)
+    : OnlyCopy(folders.value(std::distance(
+                   folders.begin(),
+                   std::find_if(folders.begin(),
+                                folders.end(),
+                                [](const QString& folder) { return !folder.isEmpty(); }))),
+               program)
+{}
 
 OnlyCopy::OnlyCopy(const QString& folder, const QString& program)
     : m_path(folder.isEmpty() ? QByteArray()

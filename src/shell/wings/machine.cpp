@@ -26,7 +26,7 @@ Machine::Machine(EnvironmentPlaces places)
     , profile(files)
     , paths(environment, files)
     , messages(messagePlace(environment))
-    , onlyCopy(environment.runtimeFolder(), paths.programName())
+    , onlyCopy({environment.runtimeFolder(), paths.GetConfigPath()}, paths.programName())
     , searchFigures(std::make_shared<sqlite::IndexFigures>())
     , engine(sqlite::makeEngine(
           clock,

@@ -38,6 +38,9 @@ StartResult StartWing::run(const std::function<void()>& showMainWindow)
                         [this, &showMainWindow] {
                             showMainWindow();
                             listenForNextCopy();
+                            if (nextCopy->handle() == 0) {
+                                tellWithoutMessages();
+                            }
                         }},
                    {.settings = machine.settings,
                     .texts = machine.texts,
@@ -63,6 +66,11 @@ bool StartWing::anotherCopyRuns()
         return false;
     }
     const auto control = machine.messages.makeControl();
+    if (control->handle() == 0) {
+        // The first copy cannot come to the front; the user sees at least why nothing opens.
+        tellWithoutMessages();
+        return true;
+    }
     control->setTarget(machine.onlyCopy.runningCopy());
     control->Send(message::kBringToFront, 0, 0);
     return true;
@@ -78,6 +86,12 @@ void StartWing::listenForNextCopy()
         return 0;
     });
     machine.onlyCopy.publish(nextCopy->handle());
+}
+
+void StartWing::tellWithoutMessages()
+{
+    desk.warnings.ShowWarning(machine.texts.text(u"messages.nowhere"), WarningType::Note,
+                              machine.texts.text(u"glob_warn"));
 }
 
 void StartWing::openMakersPage() const

@@ -35,6 +35,8 @@ private:
     [[nodiscard]] OpenFault openTest();
     [[nodiscard]] bool anotherCopyRuns();
     void listenForNextCopy();
+    /// Says that no other program of the suite is reached.
+    void tellWithoutMessages();
     void openMakersPage() const;
 };
 

@@ -42,7 +42,8 @@ public:
         , m_settings(m_paths, m_profile, m_files, *m_engine)
         , m_messages(MessagePlace(m_environment.runtimeFolder()))
         , m_control(m_messages.makeControl())
-        , m_onlyImport(m_environment.runtimeFolder(), importLockName(m_files, m_settings.DbName()))
+        , m_onlyImport({m_environment.runtimeFolder(), m_paths.GetConfigPath()},
+                       importLockName(m_files, m_settings.DbName()))
         , m_texts(m_paths, m_profile, m_files)
         , m_session({*m_engine, m_files, *m_reader, m_clock, m_texts, m_paths.GetConfigPath()},
                     m_settings,

@@ -1,3 +1,4 @@
+#include "platform/linux/linux_environment.h"
 #include "platform/linux/only_copy.h"
 #include "support/temp_folder.h"
 
@@ -96,6 +97,23 @@ TEST_F(OnlyCopyTest, AKilledCopyLeavesNoLockAndItsHandleIsForgotten)
     EXPECT_TRUE(next.claim());
     EXPECT_EQ(folder.read(file), QByteArray());
     EXPECT_EQ(copy().runningCopy(), 0);
+}
+
+TEST_F(OnlyCopyTest, WithoutARuntimeFolderTheFolderBehindItKeepsASecondCopyAway)
+{
+    test::TempFolder machine;
+    EnvironmentPlaces places;
+    places.runtimeBase = QString(u""_s);
+    places.temporaryBase = machine.path();
+    // Something that is not ours stands where the folder would be.
+    machine.write(u"melovane-%1"_s.arg(::geteuid()), "foreign");
+    const QString runtime = LinuxEnvironment(places).runtimeFolder();
+    ASSERT_TRUE(runtime.isEmpty());
+    OnlyCopy first(QStringList{runtime, folder.path()}, u"MelovaneDB"_s);
+    OnlyCopy second(QStringList{runtime, folder.path()}, u"MelovaneDB"_s);
+    EXPECT_TRUE(first.claim());
+    EXPECT_FALSE(second.claim());
+    EXPECT_TRUE(QFile::exists(file));
 }
 
 TEST_F(OnlyCopyTest, ALaterCopyDoesNotPublish)
