@@ -82,16 +82,16 @@ TEST_F(Mp3dbMessagesTest, AFileThatWasMissingAtTheStartIsTakenAtDbReconnect)
     const QString aside = library.folders.configFile(u"aside.mdb"_s);
     ASSERT_TRUE(QFile::rename(library.databaseName(), aside));
     test::PlainGrid late;
-    ctl_MP3DB view{parts(), {late, search, pointer, clipboard}, {}};
-    EXPECT_THROW(view.start(), DbError);
+    ctl_MP3DB second{parts(), {late, search, pointer, clipboard}, {}};
+    EXPECT_THROW(second.start(), DbError);
     others.SendMessage(u"db.disconnect"_s);
     others.SendMessage(u"db.reconnect"_s); // still missing
     ASSERT_TRUE(QFile::rename(aside, library.databaseName()));
     others.SendMessage(u"db.disconnect"_s);
     others.SendMessage(u"db.reconnect"_s);
-    EXPECT_EQ(view.librarySize(), 4);
-    view.search(u"Licht"_s);
-    EXPECT_EQ(view.matchCount(), 3);
+    EXPECT_EQ(second.librarySize(), 4);
+    second.search(u"Licht"_s);
+    EXPECT_EQ(second.matchCount(), 3);
 }
 
 TEST_F(Mp3dbMessagesTest, AfterDbReconnectTheGridStandsWhereItStood)
