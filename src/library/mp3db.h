@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bus/event_guard.h"
 #include "bus/mlv_message_bus.h"
 #include "library/library_look.h"
 #include "library/library_note.h"
@@ -259,6 +260,7 @@ private:
     Mp3dbControls m_controls;
     Mp3dbActions m_actions;
     BusSender m_bus;
+    EventGuard m_guard;
     StoredHistory m_history;
     LibraryLook m_look;
     GridRows m_rows;
