@@ -37,6 +37,7 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
     , m_controls(controls)
     , m_actions(std::move(actions))
     , m_bus(parts.bus, u"ctl_Playlist"_s)
+    , m_guard(guardOverBus(m_bus, parts.texts, parts.settings, parts.log))
     , m_look(parts.clock, parts.texts)
     , m_rows(parts.engine, controls.grid, {.key = u"PLID"_s})
     , m_marks(parts.settings, controls.grid, m_rows, m_look)
@@ -47,6 +48,7 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
               m_list,
               m_rows,
               m_bus,
+              m_guard,
               {[this](Pnid list) { entriesChanged(list); }, [this] { RefreshGrid(); },
                [this] { tellHistory(); }})
     , m_drags(controls.grid, m_rows, m_list, m_edits, m_actions)
@@ -58,7 +60,7 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
                   entriesChanged(list);
                   m_bus.SendMessage(bus::kPlaylistChange, numberOf(list));
               })
-    , m_messages(parts, m_controls, m_actions, *this, m_edits, m_bus)
+    , m_messages(parts, m_controls, m_actions, *this, m_edits, m_bus, m_guard)
 {}
 
 void ctl_Playlist::start()
@@ -242,11 +244,6 @@ void ctl_Playlist::tellHistory()
     const ListHistory::NextSteps next = m_tools.history.nextSteps();
     emit historyChanged(undoText(m_texts, next.undo), next.undo.has_value(),
                         redoText(m_texts, next.redo), next.redo.has_value());
-}
-
-void ctl_Playlist::tellStatus(const QString& text)
-{
-    m_bus.SendMessage(bus::kShowStatusText, text);
 }
 
 // ---- rows

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bus/event_guard.h"
 #include "bus/mlv_message_bus.h"
 #include "platform/controls/drop_target.h"
 #include "playlistview/open_list.h"
@@ -222,7 +223,6 @@ private:
     void entriesChanged(Pnid list);
     void takeStep(bool isUndo);
     void updateEmptyNote();
-    void tellStatus(const QString& text);
 
     GlobalSettings& m_settings;
     const ConfigObjects& m_texts;
@@ -230,6 +230,7 @@ private:
     PlaylistControls m_controls;
     PlaylistActions m_actions;
     BusSender m_bus;
+    EventGuard m_guard;
     PlaylistLook m_look;
     OpenList m_list;
     GridRows m_rows;

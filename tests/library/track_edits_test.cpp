@@ -307,7 +307,7 @@ TEST_F(TrackEditsTest, TheSelectionIsHandedToTheTagTool)
 
 // ---- a disk that is full
 
-class TrackEditsOnAFullDisk : private test::DiskFixture, public TrackEditsTest
+class TrackEditsOnAFullDisk : protected test::DiskFixture, public TrackEditsTest
 {
 protected:
     TrackEditsOnAFullDisk() { fillDisk(); }
