@@ -12,6 +12,7 @@
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
 #include "views/drag_data.h"
+#include "views/layout_files.h"
 
 namespace melovane {
 
@@ -286,7 +287,7 @@ void ctl_Playlist::autosize()
 
 void ctl_Playlist::saveLayout()
 {
-    m_actions.saveLayout(u"gridlayout_dbpl.grx"_s, m_controls.grid);
+    m_actions.saveLayout(kPlaylistLayout.toString(), m_controls.grid);
 }
 
 void ctl_Playlist::SetAbsolutePosition(Plid entry)
