@@ -244,7 +244,7 @@ void ctl_MP3DB::searchInside()
     m_controls.search.setText(u'*' + trimBlanks(m_controls.search.text()));
     // Without live search the change of the text has not searched.
     search(m_controls.search.text());
-    m_controls.search.focus();
+    SetComboFokus();
 }
 
 void ctl_MP3DB::DelSuchlist()

@@ -172,6 +172,7 @@ public:
     /// The list of the search line begins anew with its examples.
     void DelSuchlist();
 
+    /// The keyboard goes to the search line.
     void SetComboFokus();
 
     /// Searches when the setting `LiveSuche` is on.

@@ -123,13 +123,15 @@ public:
 
     [[nodiscard]] Plid PLID() const { return m_marks.now(); }
 
-    void SetPLID(Plid entry) { m_marks.set(entry, m_marks.next()); }
-
     [[nodiscard]] Plid NextPlid() const { return m_marks.next(); }
 
-    void SetNextPlid(Plid entry) { m_marks.set(m_marks.now(), entry); }
-
     void setPlayed(Plid now, Plid next) { m_marks.set(now, next); }
+
+    // -- For the player, whose window hosts the same view; nothing here calls it --
+
+    void SetPLID(Plid entry) { setPlayed(entry, NextPlid()); }
+
+    void SetNextPlid(Plid entry) { setPlayed(PLID(), entry); }
 
     // -- Changes, see PlaylistEdits --
 
