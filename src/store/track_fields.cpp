@@ -183,9 +183,10 @@ QString columnList(std::initializer_list<TrackField> fields)
 
 const TrackFieldRow* findTrackField(QStringView column)
 {
-    const auto found = std::find_if(kFields.begin(), kFields.end(), [column](const auto& row) {
-        return row.column.compare(column, Qt::CaseInsensitive) == 0;
-    });
+    const auto* const found =
+        std::find_if(kFields.begin(), kFields.end(), [column](const auto& row) {
+            return row.column.compare(column, Qt::CaseInsensitive) == 0;
+        });
     return found == kFields.end() ? nullptr : &*found;
 }
 
