@@ -26,7 +26,7 @@ using namespace melovane;
 using namespace Qt::Literals::StringLiterals;
 
 /// Failures that a message tells one by one.
-constexpr qsizetype kMostTold = 8;
+constexpr qsizetype kMaxTold = 8;
 
 /// Everything that lives as long as the program, bottom to top.
 class Program
@@ -62,9 +62,9 @@ public:
 
     [[nodiscard]] QString told(const QStringList& failures) const
     {
-        QStringList lines = failures.first(qMin(failures.size(), kMostTold));
-        if (failures.size() > kMostTold) {
-            lines.append(m_texts.text(u"store.more"_s, failures.size() - kMostTold));
+        QStringList lines = failures.first(qMin(failures.size(), kMaxTold));
+        if (failures.size() > kMaxTold) {
+            lines.append(m_texts.text(u"store.more"_s, failures.size() - kMaxTold));
         }
         return m_texts.text(u"store.failed"_s, failures.size(), lines.join(u'\n'));
     }
