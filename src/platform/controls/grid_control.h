@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/colour.h"
+#include "platform/controls/grid_font.h"
 #include "platform/db/value.h"
 
 #include <QString>
@@ -110,17 +111,6 @@ struct RowRange
     qint64 last = 0;
 
     bool operator==(const RowRange&) const = default;
-};
-
-/// Font and row height of a grid.
-struct GridFont
-{
-    QString name; ///< a font that is not installed gives that of the desktop
-    int size = 9; ///< points
-    bool bold = false;
-    int rowSpacing = 0; ///< units added to the height of each row
-
-    bool operator==(const GridFont&) const = default;
 };
 
 /// What happens to cells that the user changes in the grid.
