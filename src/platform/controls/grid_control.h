@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -131,8 +132,9 @@ public:
 /// What a drag carries.
 struct DragContent
 {
-    QString text;      ///< understood inside the suite; nothing is dragged when it is empty
-    QStringList files; ///< full paths, for other programs
+    QString text; ///< understood inside the suite; nothing is dragged when it is empty
+    /// Full paths, for other programs; asked for once, when one takes them. May be empty.
+    std::function<QStringList()> files;
 };
 
 /// A grid of rows over a data control, as logic sees it. Rows count from 0 in the order shown;

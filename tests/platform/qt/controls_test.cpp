@@ -4,6 +4,7 @@
 #include "platform/qt/progress_dialog.h"
 #include "platform/qt/qt_font_chooser.h"
 #include "platform/qt/qt_message_loop.h"
+#include "platform/qt/row_cargo.h"
 #include "platform/qt/search_line.h"
 #include "platform/qt/skin.h"
 #include "platform/qt/split_panel.h"
@@ -276,6 +277,25 @@ TEST(ButtonTest, TheDefaultButtonShowsItsWholeTextInItsOwnWidth)
     const int own = button->sizeHint().width();
     EXPECT_EQ(inkOf(*button, own), inkOf(*button, own + 60));
     skin.clear();
+}
+
+// ---- drags
+
+TEST(RowCargoTest, FilesAreLookedUpOnceAndOnlyWhenAnotherProgramAsksForThem)
+{
+    int asked = 0;
+    const RowCargo cargo({u"DRAG_TYP_PLID:1"_s, [&asked] {
+                              ++asked;
+                              return QStringList{u"/musik/Ä b.mp3"_s};
+                          }});
+    EXPECT_TRUE(RowCargo::isIn(cargo));
+    EXPECT_TRUE(cargo.hasUrls());
+    EXPECT_EQ(cargo.text(), u"DRAG_TYP_PLID:1"_s);
+    EXPECT_EQ(asked, 0);
+    EXPECT_EQ(cargo.urls(), QList<QUrl>{QUrl::fromLocalFile(u"/musik/Ä b.mp3"_s)});
+    EXPECT_EQ(cargo.data(u"text/uri-list"_s), "file:///musik/%C3%84%20b.mp3\r\n");
+    EXPECT_EQ(asked, 1);
+    EXPECT_FALSE(RowCargo({u"DRAG_TYP_PLID:1"_s, {}}).hasUrls());
 }
 
 // ---- the font dialog
