@@ -82,7 +82,7 @@ public:
     {
         QStringList result;
         for (const TreeRow& row : rows) {
-            result.append(QString(2 * row.level, u' ') + row.text);
+            result.append(QString(qsizetype{2} * row.level, u' ') + row.text);
         }
         return result;
     }
