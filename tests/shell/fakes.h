@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QStringList>
 
+#include <functional>
 #include <map>
 
 namespace melovane::test {
@@ -127,6 +128,9 @@ public:
     {
         maximised = false;
         ++normals;
+        if (whenNormal) {
+            whenNormal();
+        }
     }
 
     [[nodiscard]] int windowHandle32() const override { return 4712; }
@@ -145,6 +149,7 @@ public:
     int raised = 0;
     int closed = 0;
     int normals = 0;
+    std::function<void()> whenNormal;
 };
 
 class PlainSplit : public SplitControl

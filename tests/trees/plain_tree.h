@@ -10,6 +10,8 @@ namespace melovane::test {
 class PlainTree : public TreeControl
 {
 public:
+    void setTreeFont(const GridFont& wanted) override { font = wanted; }
+
     void setRows(std::vector<TreeRow> wanted) override
     {
         rows = std::move(wanted);
@@ -88,6 +90,7 @@ public:
     std::vector<TreeRow> rows;
     QStringList foldedKeys;
     QString editedText;
+    GridFont font;
     int current = -1;
     int first = -1;
     int editedRow = -1;

@@ -11,17 +11,12 @@
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
-#include "platform/qt/desktop_texts.h"
-#include "platform/qt/icon_set.h"
-#include "platform/qt/skin.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "playlistfiles/store_playlists.h"
-#include "shell/show_warning.h"
 #include "shell/skin_files.h"
-#include "shell/ui/msg_dialog.h"
+#include "siblings/storeplaylists/ui/failure_message.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QTextStream>
 
@@ -31,7 +26,7 @@ using namespace melovane;
 using namespace Qt::Literals::StringLiterals;
 
 /// Failures that a message tells one by one.
-constexpr qsizetype kMostTold = 8;
+constexpr qsizetype kMaxTold = 8;
 
 /// Everything that lives as long as the program, bottom to top.
 class Program
@@ -67,25 +62,17 @@ public:
 
     [[nodiscard]] QString told(const QStringList& failures) const
     {
-        QStringList lines = failures.first(qMin(failures.size(), kMostTold));
-        if (failures.size() > kMostTold) {
-            lines.append(m_texts.text(u"store.more"_s, failures.size() - kMostTold));
+        QStringList lines = failures.first(qMin(failures.size(), kMaxTold));
+        if (failures.size() > kMaxTold) {
+            lines.append(m_texts.text(u"store.more"_s, failures.size() - kMaxTold));
         }
         return m_texts.text(u"store.failed"_s, failures.size(), lines.join(u'\n'));
     }
 
-    void tell(QApplication& application, const QString& text)
+    void tell(int argc, char** argv, const QString& text)
     {
-        setLanguageOfDesktopTexts(application, m_texts.text(u"Sprach.Code"));
-        Skin skin(application);
         const QString theme = SkinFiles(m_paths, m_files).text(m_settings.SkinFileName());
-        if (!theme.isEmpty()) {
-            skin.load(theme);
-        }
-        const IconSet icons(skin);
-        MsgDialog form(icons);
-        frmMsg(m_settings, m_texts, m_paths, form)
-            .ShowWarning(text, WarningType::Stop, m_texts.text(u"store.title"_s));
+        showFailure(argc, argv, {m_settings, m_texts, m_paths, theme}, text);
     }
 
 private:
@@ -111,8 +98,7 @@ int main(int argc, char** argv)
     const QString text = program.told(failures);
     QTextStream(stderr) << text << Qt::endl;
     if (argc < 2 || QByteArrayView(argv[1]) != "--quiet") {
-        QApplication application(argc, argv);
-        program.tell(application, text);
+        program.tell(argc, argv, text);
     }
     return 1;
 }
