@@ -12,6 +12,8 @@
 #include "platform/system/trim_blanks.h"
 #include "views/drag_data.h"
 
+#include <utility>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -118,7 +120,7 @@ void ctl_MP3DB::end()
 
 void ctl_MP3DB::Refresh()
 {
-    if (!m_rows.isConnected()) {
+    if (tellWhenLent()) {
         return;
     }
     m_shown.refresh();
@@ -129,6 +131,8 @@ void ctl_MP3DB::Refresh()
 void ctl_MP3DB::disconnectDatabase()
 {
     m_rows.disconnect();
+    emit countChanged(-1);
+    updateEmptyNote();
 }
 
 void ctl_MP3DB::reconnectDatabase()
@@ -145,6 +149,9 @@ void ctl_MP3DB::reconnectDatabase()
     m_watch.count();
     tellCount();
     updateEmptyNote();
+    if (std::exchange(m_searchWaits, false)) {
+        search(m_controls.search.text());
+    }
 }
 
 void ctl_MP3DB::changeDatabase()
@@ -164,9 +171,19 @@ void ctl_MP3DB::changeDatabase()
 
 // ---- which tracks
 
+/// True while another program has the library, and says why nothing happens.
+bool ctl_MP3DB::tellWhenLent()
+{
+    if (m_rows.isConnected()) {
+        return false;
+    }
+    m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"library.lent.title"_s));
+    return true;
+}
+
 void ctl_MP3DB::FindTreeValue(const TreeRequest& request, bool addToHistory)
 {
-    if (!m_rows.isConnected() || lowerCase(request.field).contains("gruppe"_L1)) {
+    if (tellWhenLent() || lowerCase(request.field).contains("gruppe"_L1)) {
         return;
     }
     if (addToHistory) {
@@ -188,14 +205,14 @@ void ctl_MP3DB::DB_ALL_NOEXIST()
 
 void ctl_MP3DB::showWholeView(LibraryView view)
 {
-    if (m_rows.isConnected()) {
+    if (!tellWhenLent()) {
         tellResult(m_shown.showWhole(view));
     }
 }
 
 void ctl_MP3DB::headerClicked(int column)
 {
-    if (m_rows.isConnected()) {
+    if (!tellWhenLent()) {
         m_shown.sortBy(column);
     }
 }
@@ -210,7 +227,7 @@ void ctl_MP3DB::tellResult(bool shown)
 
 void ctl_MP3DB::tellCount()
 {
-    if (m_shown.isResult()) {
+    if (m_shown.isResult() && m_rows.isConnected()) {
         emit countChanged(m_rows.count());
     }
 }
@@ -228,6 +245,7 @@ void ctl_MP3DB::search(const QString& text)
 {
     tellResult(!trimBlanks(text).isEmpty() && m_rows.isConnected() && m_shown.search(text));
 }
+    m_searchWaits = !m_rows.isConnected();
 
 void ctl_MP3DB::searchEntered(const QString& text)
 {
@@ -266,7 +284,7 @@ void ctl_MP3DB::SetComboFokus()
 LibraryState ctl_MP3DB::state() const
 {
     return {m_rows.count(), m_watch.librarySize(), m_shown.view(),
-            trimBlanks(m_controls.search.text())};
+            trimBlanks(m_controls.search.text()), !m_rows.isConnected()};
 }
 
 void ctl_MP3DB::updateEmptyNote()
@@ -280,6 +298,7 @@ void ctl_MP3DB::emptyButtonPressed()
     case Emptiness::None:
     case Emptiness::NothingHere:
         break;
+    case Emptiness::Lent:
     case Emptiness::NoLibrary:
         m_actions.startImport();
         break;

@@ -85,6 +85,7 @@ void ctl_Playlist::open(Pnid list, bool locked, bool jingles)
     const bool former = m_list.jingles;
     m_list.jingles = jingles;
     try {
+        tellStatus(m_texts.text(u"library.lent.title"_s));
         load(list, locked);
     } catch (const DbError&) {
         m_list.jingles = former;
@@ -188,6 +189,7 @@ void ctl_Playlist::disconnectDatabase()
 
 void ctl_Playlist::reconnectDatabase()
 {
+        updateEmptyNote();
     if (m_rows.isConnected()) {
         return;
     }
@@ -201,6 +203,7 @@ void ctl_Playlist::reconnectDatabase()
 
 void ctl_Playlist::changeDatabase()
 {
+    updateEmptyNote();
     if (!m_rows.isConnected()) {
         return;
     }
@@ -239,6 +242,10 @@ void ctl_Playlist::updateEmptyNote()
 
 void ctl_Playlist::tellHistory()
 {
+    if (!m_rows.isConnected()) {
+        // What was told of the list stands until it can be read again.
+        return;
+    }
     const ListHistory::NextSteps next = m_tools.history.nextSteps();
     emit historyChanged(undoText(m_texts, next.undo), next.undo.has_value(),
                         redoText(m_texts, next.redo), next.redo.has_value());
@@ -249,6 +256,11 @@ void ctl_Playlist::tellStatus(const QString& text)
     m_bus.SendMessage(bus::kShowStatusText, text);
 }
 
+    if (!m_rows.isConnected()) {
+        m_controls.grid.setEmptyNote(
+            {m_texts.text(u"library.lent.title"_s), m_texts.text(u"library.lent.text"_s), {}});
+        return;
+    }
 // ---- rows
 
 Plid ctl_Playlist::currentEntry() const
@@ -368,7 +380,9 @@ void ctl_Playlist::redo()
 
 void ctl_Playlist::takeStep(bool isUndo)
 {
-    if (m_rows.isConnected() && (isUndo ? m_steps.undo() : m_steps.redo())) {
+    if (!m_rows.isConnected()) {
+        tellStatus(m_texts.text(u"library.lent.title"_s));
+    } else if (isUndo ? m_steps.undo() : m_steps.redo()) {
         tellHistory();
     }
 }

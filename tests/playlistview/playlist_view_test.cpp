@@ -486,6 +486,33 @@ TEST_F(PlaylistView, TheSummaryNamesTheListItsEntriesAndItsLength)
     EXPECT_NEAR(double(told.milliseconds), 180'000 - 30 * 26.12, 100);
 }
 
+TEST_F(PlaylistView, WhileTheLibraryIsLentTheGridAndEveryCommandSayWhy)
+{
+    openList(2);
+    stand(0);
+    view.moveRow(1);
+    others.SendMessage(u"db.disconnect"_s);
+    const QString note = u"Ein anderes Programm benutzt die Bibliothek"_s;
+    EXPECT_EQ(grid.note.title, note);
+    sent.clear();
+    const std::pair<const char*, std::function<void()>> kCommands[] = {
+        {"undo", [this] { view.undo(); }},
+        {"redo", [this] { view.redo(); }},
+        {"delete", [this] { view.deletePressed(); }},
+        {"move", [this] { view.moveRow(1); }},
+        {"rate", [this] { view.digitPressed(3); }},
+        {"action", [this] { view.setAktion(1); }},
+        {"append",
+         [this] { others.SendMessage(u"playlist.append.data"_s, lists.tracksText({1})); }},
+        {"open", [this] { others.SendMessage(u"playlist.aktivieren"_s, numberOf(list), false); }}};
+    for (const auto& [name, work] : kCommands) {
+        work();
+        EXPECT_EQ(takeStatus(), QStringList{note}) << name;
+    }
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_NE(grid.note.title, note);
+}
+
 TEST_F(PlaylistView, AFileThatCannotBeReadYetIsTakenBackByALaterMessage)
 {
     openList(3);
