@@ -140,18 +140,20 @@ void ctl_MP3DB::reconnectDatabase()
     if (m_rows.isConnected()) {
         return;
     }
+    const bool isOther = m_rows.data().DatabaseName() != m_settings.DbName();
     m_rows.reconnect(m_settings.DbName());
-    if (!m_rows.isRead()) {
-        // The file was not there at the start either: this is the start.
+    if (isOther || !m_rows.isRead()) {
+        // Another library, or one that was not there at the start either: this is the start.
+        m_searchWaits = false;
         configure();
         return;
     }
     m_watch.count();
-    tellCount();
-    updateEmptyNote();
     if (std::exchange(m_searchWaits, false)) {
         search(m_controls.search.text());
     }
+    tellCount();
+    updateEmptyNote();
 }
 
 void ctl_MP3DB::changeDatabase()
@@ -169,8 +171,6 @@ void ctl_MP3DB::changeDatabase()
     configure();
 }
 
-// ---- which tracks
-
 /// True while another program has the library, and says why nothing happens.
 bool ctl_MP3DB::tellWhenLent()
 {
@@ -180,6 +180,8 @@ bool ctl_MP3DB::tellWhenLent()
     m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"library.lent.title"_s));
     return true;
 }
+
+// ---- which tracks
 
 void ctl_MP3DB::FindTreeValue(const TreeRequest& request, bool addToHistory)
 {
@@ -243,9 +245,9 @@ void ctl_MP3DB::searchTextChanged(const QString& text)
 
 void ctl_MP3DB::search(const QString& text)
 {
+    m_searchWaits = !m_rows.isConnected();
     tellResult(!trimBlanks(text).isEmpty() && m_rows.isConnected() && m_shown.search(text));
 }
-    m_searchWaits = !m_rows.isConnected();
 
 void ctl_MP3DB::searchEntered(const QString& text)
 {
@@ -296,9 +298,9 @@ void ctl_MP3DB::emptyButtonPressed()
 {
     switch (emptinessOf(state())) {
     case Emptiness::None:
+    case Emptiness::Lent:
     case Emptiness::NothingHere:
         break;
-    case Emptiness::Lent:
     case Emptiness::NoLibrary:
         m_actions.startImport();
         break;

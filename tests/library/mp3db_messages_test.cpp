@@ -82,6 +82,30 @@ TEST_F(Mp3dbMessagesTest, WhileTheLibraryIsLentTheGridAndEveryCommandSayWhy)
     EXPECT_TRUE(grid.note.title.contains(u"zz"_s)) << qPrintable(grid.note.title);
 }
 
+TEST_F(Mp3dbMessagesTest, AnotherLibraryIsShownAsAtTheStart)
+{
+    type(u"Licht"_s);
+    const QString other = library.folders.configFile(u"other.mdb"_s);
+    library.engine->BackupDatabase(library.databaseName(), other);
+    library.engine->OpenDatabase(other)->Execute(u"delete from db_all where Titel='Licht aus'"_s);
+    view.DB_ALL_DEL();
+    others.SendMessage(u"db.disconnect"_s);
+    library.settings->SetDbName(other);
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(view.Data1().DatabaseName(), other);
+    EXPECT_EQ(view.librarySize(), 3);
+    type(u"Licht"_s);
+    EXPECT_EQ(titles(), (QStringList{u"Brandung"_s, u"Lichtspiel"_s}));
+    grid.current = 0;
+    view.digitPressed(1);
+    EXPECT_EQ(library.engine->OpenDatabase(library.databaseName())
+                  ->OpenRecordset(u"select Note from db_all where Titel='Brandung'"_s)
+                  ->value(0)
+                  .toText(),
+              u"5"_s)
+        << "nothing is written into the former library";
+}
+
 TEST_F(Mp3dbMessagesTest, BetweenDisconnectAndReconnectTheFileCanBeReplaced)
 {
     type(u"Licht"_s);
