@@ -217,6 +217,7 @@ private:
 
     void load(Pnid list, bool locked);
     void applyLock(bool locked);
+    void workInLibrary();
     void showNoList();
     void tellSummaryOrClose();
     void entriesChanged(Pnid list);
