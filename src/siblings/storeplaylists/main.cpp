@@ -30,9 +30,6 @@ namespace {
 using namespace melovane;
 using namespace Qt::Literals::StringLiterals;
 
-/// Failures that a message tells one by one.
-constexpr qsizetype kMostTold = 8;
-
 /// Everything that lives as long as the program, bottom to top.
 class Program
 {
@@ -48,8 +45,8 @@ public:
         MelovaneConfiguration::fill(m_texts);
     }
 
-    /// What failed.
-    [[nodiscard]] QStringList store()
+    /// What it has done, and what not.
+    [[nodiscard]] StorePlaylists::Result store()
     {
         QTextStream out(stdout);
         StorePlaylists::Result result;
@@ -62,19 +59,28 @@ public:
         }
         out << m_texts.text(u"store.written"_s, result.written, m_settings.PlaylistVerzeichnis())
             << Qt::endl;
-        return result.failures;
+        return result;
     }
 
-    [[nodiscard]] QString told(const QStringList& failures) const
+    /// Empty when there is nothing to be told.
+    [[nodiscard]] QString told(const StorePlaylists::Result& result) const
     {
-        QStringList lines = failures.first(qMin(failures.size(), kMostTold));
-        if (failures.size() > kMostTold) {
-            lines.append(m_texts.text(u"store.more"_s, failures.size() - kMostTold));
+        QStringList texts;
+        if (!result.failures.isEmpty()) {
+            texts.append(toldFailures(result.failures));
         }
-        return m_texts.text(u"store.failed"_s, failures.size(), lines.join(u'\n'));
+        if (!result.leftOut.isEmpty()) {
+            texts.append(leftOutText(m_texts, result.leftOut));
+        }
+        return texts.join(u"\n\n"_s);
     }
 
-    void tell(QApplication& application, const QString& text)
+    [[nodiscard]] QString toldFailures(const QStringList& failures) const
+    {
+        return m_texts.text(u"store.failed"_s, failures.size(), toldLines(m_texts, failures));
+    }
+
+    void tell(QApplication& application, const QString& text, WarningType type)
     {
         setLanguageOfDesktopTexts(application, m_texts.text(u"Sprach.Code"));
         Skin skin(application);
@@ -85,7 +91,7 @@ public:
         const IconSet icons(skin);
         MsgDialog form(icons);
         frmMsg(m_settings, m_texts, m_paths, form)
-            .ShowWarning(text, WarningType::Stop, m_texts.text(u"store.title"_s));
+            .ShowWarning(text, type, m_texts.text(u"store.title"_s));
     }
 
 private:
@@ -104,15 +110,15 @@ private:
 int main(int argc, char** argv)
 {
     Program program;
-    const QStringList failures = program.store();
-    if (failures.isEmpty()) {
-        return 0;
+    const StorePlaylists::Result result = program.store();
+    const QString text = program.told(result);
+    const bool failed = !result.failures.isEmpty();
+    if (!text.isEmpty()) {
+        QTextStream(stderr) << text << Qt::endl;
+        if (argc < 2 || QByteArrayView(argv[1]) != "--quiet") {
+            QApplication application(argc, argv);
+            program.tell(application, text, failed ? WarningType::Stop : WarningType::Note);
+        }
     }
-    const QString text = program.told(failures);
-    QTextStream(stderr) << text << Qt::endl;
-    if (argc < 2 || QByteArrayView(argv[1]) != "--quiet") {
-        QApplication application(argc, argv);
-        program.tell(application, text);
-    }
-    return 1;
+    return failed ? 1 : 0;
 }
