@@ -25,10 +25,11 @@ EventGuard::EventGuard(const ConfigObjects& texts,
     , m_log(std::move(log))
 {}
 
-void EventGuard::run(const QString& where, const Work& work) const
+bool EventGuard::run(const QString& where, const Work& work) const
 {
     try {
         work();
+        return true;
     } catch (const DbError& error) {
         failed(where, error.text(),
                databaseFaultText(m_texts, error.number(), error.text(), m_database()));
@@ -36,6 +37,7 @@ void EventGuard::run(const QString& where, const Work& work) const
         const QString text = QString::fromUtf8(error.what());
         failed(where, text, m_texts.text(u"fehler.unerwartet", text));
     }
+    return false;
 }
 
 void EventGuard::failed(const QString& where, const QString& logged, const QString& shown) const

@@ -36,7 +36,8 @@ public:
                ErrorSink log);
 
     /// \param where name of the event, for the log
-    void run(const QString& where, const Work& work) const;
+    /// \return whether the work came to its end
+    bool run(const QString& where, const Work& work) const;
 
 private:
     void failed(const QString& where, const QString& logged, const QString& shown) const;

@@ -32,13 +32,14 @@ ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActio
     , m_controls(controls)
     , m_actions(std::move(actions))
     , m_bus(parts.bus, u"ctl_MP3DB"_s)
+    , m_guard(guardOverBus(m_bus, parts.texts, parts.settings, parts.log))
     , m_history(parts.paths, parts.files)
     , m_look(parts.clock)
     , m_rows(parts.engine,
              controls.grid,
              {.readsAll = [&settings = m_settings] { return settings.DBGridLoadAllRows() == 1; }})
-    , m_shown({parts.engine, parts.settings, controls.grid, controls.pointer, m_rows, m_look,
-               [this](const QString& text) { m_bus.SendMessage(bus::kShowStatusText, text); }})
+    , m_shown(
+          {parts.engine, parts.settings, controls.grid, controls.pointer, m_rows, m_look, m_guard})
     , m_watch(m_rows,
               parts.loop,
               [this] {
@@ -46,16 +47,11 @@ ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActio
                   updateEmptyNote();
               })
     , m_jobs(parts.engine, parts.settings)
-    , m_edits(
-          m_rows.data(),
-          m_jobs,
-          parts.settings,
-          parts.texts,
-          parts.clock,
-          [this](const QString& fid) { m_bus.SendMessage(bus::kDbRefreshByFid, fid); },
-          [this](const QString& text) { m_bus.SendMessage(bus::kShowStatusText, text); })
+    , m_edits({m_rows.data(), m_jobs, parts.settings, parts.texts, parts.clock, m_guard,
+               [this](const QString& fid) { m_bus.SendMessage(bus::kDbRefreshByFid, fid); },
+               [this](const QString& text) { m_bus.SendMessage(bus::kShowStatusText, text); }})
     , m_layouts(parts.paths, parts.files)
-    , m_messages(parts, *this, m_bus)
+    , m_messages(parts.bus, m_guard, *this, m_bus)
 {}
 
 void ctl_MP3DB::start()
@@ -268,7 +264,7 @@ void ctl_MP3DB::searchInside()
     m_controls.search.setText(u'*' + trimBlanks(m_controls.search.text()));
     // Without live search the change of the text has not searched.
     search(m_controls.search.text());
-    m_controls.search.focus();
+    SetComboFokus();
 }
 
 void ctl_MP3DB::DelSuchlist()

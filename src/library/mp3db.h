@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bus/event_guard.h"
 #include "bus/mlv_message_bus.h"
 #include "library/library_look.h"
 #include "library/library_note.h"
@@ -171,6 +172,7 @@ public:
     /// The list of the search line begins anew with its examples.
     void DelSuchlist();
 
+    /// The keyboard goes to the search line.
     void SetComboFokus();
 
     /// Searches when the setting `LiveSuche` is on.
@@ -261,6 +263,7 @@ private:
     Mp3dbControls m_controls;
     Mp3dbActions m_actions;
     BusSender m_bus;
+    EventGuard m_guard;
     StoredHistory m_history;
     LibraryLook m_look;
     GridRows m_rows;

@@ -10,11 +10,13 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-Mp3dbMessages::Mp3dbMessages(const Mp3dbParts& parts, ctl_MP3DB& view, BusSender& bus)
+Mp3dbMessages::Mp3dbMessages(MLVMessageBus& messages,
+                             const EventGuard& guard,
+                             ctl_MP3DB& view,
+                             BusSender& bus)
     : m_view(view)
     , m_bus(bus)
-    , m_guard(guardOverBus(bus, parts.texts, parts.settings, parts.log))
-    , m_messBus(subscribe(parts.bus, m_guard, *this, busTable()))
+    , m_messBus(subscribe(messages, guard, *this, busTable()))
 {}
 
 std::span<const BusRow<Mp3dbMessages>> Mp3dbMessages::busTable()

@@ -5,14 +5,16 @@
 namespace melovane {
 
 class ctl_MP3DB;
-struct Mp3dbParts;
 
-/// What the messages of others ask of the library view: from its making to its end. View and sender
-/// outlive it.
+/// What the messages of others ask of the library view: from its making to its end. All of what it
+/// is made with outlives it.
 class Mp3dbMessages
 {
 public:
-    Mp3dbMessages(const Mp3dbParts& parts, ctl_MP3DB& view, BusSender& bus);
+    Mp3dbMessages(MLVMessageBus& messages,
+                  const EventGuard& guard,
+                  ctl_MP3DB& view,
+                  BusSender& bus);
 
 private:
     [[nodiscard]] static std::span<const BusRow<Mp3dbMessages>> busTable();
@@ -49,7 +51,6 @@ private:
 
     ctl_MP3DB& m_view;
     BusSender& m_bus;
-    EventGuard m_guard;
     MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
 };
 

@@ -1,5 +1,6 @@
 #include "library/shown_tracks.h"
 
+#include "bus/event_guard.h"
 #include "config/global_settings.h"
 #include "library/library_look.h"
 #include "library/search_text.h"
@@ -20,6 +21,9 @@ const QString kStateSection = u"Default"_s;
 /// Columns that are never fitted to their contents, and the widest that others get, in figures.
 const QStringList kFixedColumns = {u"ac"_s, u"dc"_s, u"note"_s};
 constexpr double kWidestFitted = 60;
+
+/// Name of every way to the rows in the log.
+const QString kShowEvent = u"ctl_MP3DB.show"_s;
 
 } // namespace
 
@@ -82,13 +86,9 @@ bool ShownTracks::showWhole(LibraryView view)
 bool ShownTracks::showResult(bool inside, const std::function<QString()>& statement)
 {
     const BusyCursor busy(m_parts.pointer, inside ? PointerShape::Search : PointerShape::Wait);
-    try {
-        const QString wanted = statement();
-        if (wanted != m_parts.rows.data().RecordSource() && !apply(wanted)) {
-            return false;
-        }
-    } catch (const DbError& error) {
-        m_parts.tellStatus(error.text());
+    QString wanted;
+    if (!m_parts.guard.run(kShowEvent, [&] { wanted = statement(); }) ||
+        (wanted != m_parts.rows.data().RecordSource() && !apply(wanted))) {
         return false;
     }
     m_isResult = true;
@@ -99,16 +99,19 @@ bool ShownTracks::showResult(bool inside, const std::function<QString()>& statem
 
 bool ShownTracks::apply(const QString& statement)
 {
-    try {
-        m_parts.rows.show(statement);
-        return true;
-    } catch (const DbError& error) {
-        // Half a short form is no fault of anybody's: its other half is being typed.
-        if (error.number() != dberror::kSyntax) {
-            m_parts.tellStatus(error.text());
+    bool isWhole = true;
+    const bool ran = m_parts.guard.run(kShowEvent, [&] {
+        try {
+            m_parts.rows.show(statement);
+        } catch (const DbError& error) {
+            // Half a short form is no fault of anybody's: its other half is being typed.
+            if (error.number() != dberror::kSyntax) {
+                throw;
+            }
+            isWhole = false;
         }
-        return false;
-    }
+    });
+    return ran && isWhole;
 }
 
 void ShownTracks::fitColumns()

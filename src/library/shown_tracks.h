@@ -7,6 +7,7 @@
 namespace melovane {
 
 class DBEngine;
+class EventGuard;
 class GlobalSettings;
 class GridControl;
 class GridRows;
@@ -30,7 +31,7 @@ public:
         PointerControl& pointer;
         GridRows& rows;
         LibraryLook& look;
-        std::function<void(const QString& text)> tellStatus; ///< why nothing is shown
+        const EventGuard& guard; ///< tells why nothing is shown
     };
 
     explicit ShownTracks(Parts parts);

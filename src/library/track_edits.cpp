@@ -1,9 +1,9 @@
 #include "library/track_edits.h"
 
+#include "bus/event_guard.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/db/database.h"
-#include "platform/db/db_error.h"
 #include "platform/db/recordset.h"
 #include "platform/system/clock.h"
 #include "platform/system/leading_number.h"
@@ -73,26 +73,14 @@ std::optional<Value> numberText(TrackField field, const QString& text)
 
 } // namespace
 
-TrackEdits::TrackEdits(DataControl& rows,
-                       PendingJobs& jobs,
-                       const GlobalSettings& settings,
-                       const ConfigObjects& texts,
-                       const Clock& clock,
-                       std::function<void(const QString& fid)> changed,
-                       std::function<void(const QString& text)> failed)
-    : m_rows(rows)
-    , m_jobs(jobs)
-    , m_settings(settings)
-    , m_texts(texts)
-    , m_clock(clock)
-    , m_changed(std::move(changed))
-    , m_failed(std::move(failed))
+TrackEdits::TrackEdits(Parts parts)
+    : m_parts(std::move(parts))
 {}
 
 bool TrackEdits::canEdit(qint64 row, const QString& field) const
 {
-    const Recordset* const set = m_rows.Recordset();
-    return m_settings.GridSwapEditPlay() == 0 && set && set->Updatable() && row >= 0 &&
+    const Recordset* const set = m_parts.rows.Recordset();
+    return m_parts.settings.GridSwapEditPlay() == 0 && set && set->Updatable() && row >= 0 &&
            row < set->rowCount() && editOf(field) != TrackEdit::Barred;
 }
 
@@ -103,32 +91,29 @@ QStringList TrackEdits::choices(const QString& field) const
 
 QString TrackEdits::fidOf(qint64 row) const
 {
-    const Recordset* const set = m_rows.Recordset();
-    return set ? m_rows.cell(row, set->fieldIndex(columnOf(TrackField::FID))).toText() : QString();
+    const Recordset* const set = m_parts.rows.Recordset();
+    return set ? m_parts.rows.cell(row, set->fieldIndex(columnOf(TrackField::FID))).toText()
+               : QString();
 }
 
 bool TrackEdits::write(qint64 row, QStringView field, const Value& value, const QString& tagsOf)
 {
-    if (!m_rows.Recordset() || !m_rows.Database()) {
+    if (!m_parts.rows.Recordset() || !m_parts.rows.Database()) {
         return false;
     }
-    try {
-        Transaction change(*m_rows.Database());
+    return m_parts.guard.run(u"TrackEdits.write"_s, [&] {
+        Transaction change(*m_parts.rows.Database());
         // A clone, so that the grid's own row stays where it is.
-        const auto set = m_rows.Recordset()->Clone();
+        const auto set = m_parts.rows.Recordset()->Clone();
         set->SetAbsolutePosition(row);
         set->Edit();
         set->setValue(field, value);
         set->Update();
         if (!tagsOf.isEmpty()) {
-            PendingJobs::SaveEditFID(*m_rows.Database(), tagsOf);
+            PendingJobs::SaveEditFID(*m_parts.rows.Database(), tagsOf);
         }
         change.commit();
-        return true;
-    } catch (const DbError& error) {
-        m_failed(error.text());
-        return false;
-    }
+    });
 }
 
 void TrackEdits::commit(qint64 row, const QString& field, const QString& text)
@@ -141,17 +126,17 @@ void TrackEdits::commit(qint64 row, const QString& field, const QString& text)
     const bool isNumber = known && known->edit == TrackEdit::Number;
     const std::optional<Value> value = isNumber ? numberText(known->field, text) : Value(text);
     if (!value) {
-        m_failed(m_texts.text(u"library.edit.note"));
+        m_parts.refused(m_parts.texts.text(u"library.edit.note"));
     }
     const bool written = value && write(row, field, *value, fid);
-    m_rows.refreshCells();
+    m_parts.rows.refreshCells();
     if (!written || fid.isEmpty()) {
         return;
     }
     if (known && !known->tree.isEmpty()) {
-        m_jobs.ChangeTree(known->tree.toString());
+        m_parts.jobs.ChangeTree(known->tree.toString());
     }
-    m_changed(fid);
+    m_parts.changed(fid);
 }
 
 void TrackEdits::rate(qint64 row, int digit)
@@ -161,20 +146,20 @@ void TrackEdits::rate(qint64 row, int digit)
         return;
     }
     if (write(row, columnOf(TrackField::Note), storedRating(digit), fid)) {
-        m_rows.refreshCells();
-        m_changed(fid);
+        m_parts.rows.refreshCells();
+        m_parts.changed(fid);
     }
 }
 
 void TrackEdits::toggleDelete(const std::vector<RowRange>& rows)
 {
-    if (rows.empty() || !m_rows.Recordset() || !m_rows.Database()) {
+    if (rows.empty() || !m_parts.rows.Recordset() || !m_parts.rows.Database()) {
         return;
     }
-    m_jobs.ChangeTree(u"Dir"_s);
-    try {
-        Transaction change(*m_rows.Database());
-        const auto set = m_rows.Recordset()->Clone();
+    m_parts.jobs.ChangeTree(u"Dir"_s);
+    m_parts.guard.run(u"TrackEdits.toggleDelete"_s, [&] {
+        Transaction change(*m_parts.rows.Database());
+        const auto set = m_parts.rows.Recordset()->Clone();
         const int del = set->fieldIndex(columnOf(TrackField::DEL));
         for (const RowRange& range : rows) {
             for (qint64 row = range.first; row <= range.last; ++row) {
@@ -187,35 +172,34 @@ void TrackEdits::toggleDelete(const std::vector<RowRange>& rows)
             }
         }
         change.commit();
-    } catch (const DbError&) {
-        // Nothing of it was written.
-    }
-    m_rows.refreshCells();
+    });
+    m_parts.rows.refreshCells();
 }
 
 void TrackEdits::toggleFavorit(qint64 row)
 {
-    const Recordset* const set = m_rows.Recordset();
+    const Recordset* const set = m_parts.rows.Recordset();
     const QString fid = row < 0 ? QString() : fidOf(row);
     if (!set || fid.isEmpty()) {
         return;
     }
     const bool isFavorit =
-        !m_rows.cell(row, set->fieldIndex(columnOf(TrackField::favorit))).isNull();
-    if (write(row, columnOf(TrackField::favorit), isFavorit ? Value() : Value(m_clock.now()), {})) {
-        m_rows.refreshCells();
-        m_changed(fid);
+        !m_parts.rows.cell(row, set->fieldIndex(columnOf(TrackField::favorit))).isNull();
+    if (write(row, columnOf(TrackField::favorit), isFavorit ? Value() : Value(m_parts.clock.now()),
+              {})) {
+        m_parts.rows.refreshCells();
+        m_parts.changed(fid);
     }
 }
 
 void TrackEdits::FillTempMp3EditTable(const std::vector<RowRange>& rows)
 {
-    if (rows.empty() || !m_rows.Database()) {
+    if (rows.empty() || !m_parts.rows.Database()) {
         return;
     }
-    try {
-        Transaction change(*m_rows.Database());
-        const auto query = m_rows.Database()->queryDefs().Item(u"QU_IntersTempMp3Edit"_s);
+    m_parts.guard.run(u"TrackEdits.FillTempMp3EditTable"_s, [&] {
+        Transaction change(*m_parts.rows.Database());
+        const auto query = m_parts.rows.Database()->queryDefs().Item(u"QU_IntersTempMp3Edit"_s);
         query->SetParameter(u"INPLID"_s, kNoEntry);
         for (const RowRange& range : rows) {
             for (qint64 row = range.first; row <= range.last; ++row) {
@@ -225,9 +209,7 @@ void TrackEdits::FillTempMp3EditTable(const std::vector<RowRange>& rows)
         }
         query->Close();
         change.commit();
-    } catch (const DbError&) {
-        // The tag tool opens with what it had before.
-    }
+    });
 }
 
 } // namespace melovane

@@ -13,25 +13,31 @@ namespace melovane {
 
 class Clock;
 class ConfigObjects;
+class EventGuard;
 class GlobalSettings;
 class PendingJobs;
 
 /// What the user changes in the rows of the library grid.
 ///
-/// Works on the rows of a data control; nothing is reported, a row that cannot be written stays as
-/// it was. One action on many rows is one transaction.
+/// Works on the rows of a data control. One action on many rows is one transaction; one that fails
+/// leaves them all as they were, which the guard tells.
 class TrackEdits : public GridEditing
 {
 public:
-    /// \param changed called behind each change of a track with its FID
-    /// \param failed called with the reason when a cell was not written
-    TrackEdits(DataControl& rows,
-               PendingJobs& jobs,
-               const GlobalSettings& settings,
-               const ConfigObjects& texts,
-               const Clock& clock,
-               std::function<void(const QString& fid)> changed,
-               std::function<void(const QString& text)> failed);
+    /// What it speaks to; all of it outlives it.
+    struct Parts
+    {
+        DataControl& rows;
+        PendingJobs& jobs;
+        const GlobalSettings& settings;
+        const ConfigObjects& texts;
+        const Clock& clock;
+        const EventGuard& guard;
+        std::function<void(const QString& fid)> changed;  ///< behind each change of a track
+        std::function<void(const QString& text)> refused; ///< why a typed text was not taken
+    };
+
+    explicit TrackEdits(Parts parts);
 
     /// Every column but "Play" and the key, while `GridSwapEditPlay` is 0 and the rows can be
     /// written.
@@ -58,7 +64,8 @@ public:
     /// Makes a track a favourite since now, or no more.
     void toggleFavorit(qint64 row);
 
-    /// Appends the rows to TEMP_MP3Edit for the tag tool.
+    /// Appends the rows to TEMP_MP3Edit for the tag tool; after a failure it opens with what stood
+    /// there before.
     void FillTempMp3EditTable(const std::vector<RowRange>& rows);
 
 private:
@@ -66,13 +73,7 @@ private:
     /// \param tagsOf track that is entered for its tags with it; empty enters none
     bool write(qint64 row, QStringView field, const Value& value, const QString& tagsOf);
 
-    DataControl& m_rows;
-    PendingJobs& m_jobs;
-    const GlobalSettings& m_settings;
-    const ConfigObjects& m_texts;
-    const Clock& m_clock;
-    std::function<void(const QString& fid)> m_changed;
-    std::function<void(const QString& text)> m_failed;
+    Parts m_parts;
     QStringList m_genres;
 };
 

@@ -14,6 +14,7 @@
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
 #include "views/drag_data.h"
+#include "views/layout_files.h"
 
 #include <utility>
 
@@ -41,6 +42,7 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
     , m_controls(controls)
     , m_actions(std::move(actions))
     , m_bus(parts.bus, u"ctl_Playlist"_s)
+    , m_guard(guardOverBus(m_bus, parts.texts, parts.settings, parts.log))
     , m_look(parts.clock, parts.texts)
     , m_rows(parts.engine, controls.grid, {.key = u"PLID"_s})
     , m_marks(parts.settings, controls.grid, m_rows, m_look)
@@ -51,6 +53,7 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
               m_list,
               m_rows,
               m_bus,
+              m_guard,
               {[this](Pnid list) { entriesChanged(list); }, [this] { RefreshGrid(); },
                [this] { tellHistory(); }})
     , m_drags(controls.grid, m_rows, m_list, m_edits, m_actions)
@@ -62,7 +65,7 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
                   entriesChanged(list);
                   m_bus.SendMessage(bus::kPlaylistChange, numberOf(list));
               })
-    , m_messages(parts, m_controls, m_actions, *this, m_edits, m_bus)
+    , m_messages(parts, m_controls, m_actions, *this, m_edits, m_bus, m_guard)
 {}
 
 void ctl_Playlist::start()
@@ -279,11 +282,6 @@ void ctl_Playlist::tellHistory()
                         redoText(m_texts, next.redo), next.redo.has_value());
 }
 
-void ctl_Playlist::tellStatus(const QString& text)
-{
-    m_bus.SendMessage(bus::kShowStatusText, text);
-}
-
 // ---- rows
 
 Plid ctl_Playlist::currentEntry() const
@@ -324,7 +322,7 @@ void ctl_Playlist::autosize()
 
 void ctl_Playlist::saveLayout()
 {
-    m_actions.saveLayout(u"gridlayout_dbpl.grx"_s, m_controls.grid);
+    m_actions.saveLayout(kPlaylistLayout.toString(), m_controls.grid);
 }
 
 void ctl_Playlist::SetAbsolutePosition(Plid entry)

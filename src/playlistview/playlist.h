@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bus/event_guard.h"
 #include "bus/mlv_message_bus.h"
 #include "platform/controls/drop_target.h"
 #include "playlistview/open_list.h"
@@ -122,13 +123,15 @@ public:
 
     [[nodiscard]] Plid PLID() const { return m_marks.now(); }
 
-    void SetPLID(Plid entry) { m_marks.set(entry, m_marks.next()); }
-
     [[nodiscard]] Plid NextPlid() const { return m_marks.next(); }
 
-    void SetNextPlid(Plid entry) { m_marks.set(m_marks.now(), entry); }
-
     void setPlayed(Plid now, Plid next) { m_marks.set(now, next); }
+
+    // -- For the player, whose window hosts the same view; nothing here calls it --
+
+    void SetPLID(Plid entry) { setPlayed(entry, NextPlid()); }
+
+    void SetNextPlid(Plid entry) { setPlayed(PLID(), entry); }
 
     // -- Changes, see PlaylistEdits --
 
@@ -223,7 +226,6 @@ private:
     void entriesChanged(Pnid list);
     void takeStep(bool isUndo);
     void updateEmptyNote();
-    void tellStatus(const QString& text);
 
     GlobalSettings& m_settings;
     const ConfigObjects& m_texts;
@@ -231,6 +233,7 @@ private:
     PlaylistControls m_controls;
     PlaylistActions m_actions;
     BusSender m_bus;
+    EventGuard m_guard;
     PlaylistLook m_look;
     OpenList m_list;
     GridRows m_rows;

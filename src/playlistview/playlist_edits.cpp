@@ -1,12 +1,12 @@
 #include "playlistview/playlist_edits.h"
 
+#include "bus/event_guard.h"
 #include "bus/message_names.h"
 #include "bus/mlv_message_bus.h"
 #include "config/config_objects.h"
 #include "platform/controls/clipboard.h"
 #include "platform/controls/pointer_control.h"
 #include "platform/db/database.h"
-#include "platform/db/db_error.h"
 #include "platform/system/leading_number.h"
 #include "platform/system/path_text.h"
 #include "platform/system/timers.h"
@@ -49,6 +49,7 @@ PlaylistEdits::PlaylistEdits(const PlaylistViewParts& parts,
                              const OpenList& list,
                              GridRows& rows,
                              BusSender& bus,
+                             const EventGuard& guard,
                              EditEvents events)
     : m_texts(parts.texts)
     , m_tools(parts.tools)
@@ -57,6 +58,7 @@ PlaylistEdits::PlaylistEdits(const PlaylistViewParts& parts,
     , m_list(list)
     , m_rows(rows)
     , m_bus(bus)
+    , m_guard(guard)
     , m_events(std::move(events))
     , m_timerPlaylistPlaylerUpdate(parts.loop.makeTimer(kSaveInterval, [this] { saveNow(); }))
 {}
@@ -223,11 +225,7 @@ void PlaylistEdits::moveRow(int step)
     }
     forgetWaiting();
     m_tools.edits.swapWithNeighbour(entry, m_list.pnid, step);
-    try {
-        m_events.entriesChanged(m_list.pnid);
-    } catch (const DbError& error) {
-        tellStatus(error.text());
-    }
+    m_guard.run(u"PlaylistEdits.moveRow"_s, [this] { m_events.entriesChanged(m_list.pnid); });
     m_events.stepsChanged();
     saveLater();
 }
@@ -323,7 +321,7 @@ void PlaylistEdits::rate(int digit)
     if (digit < 0 || digit > 5 || !mayChange() || fid.isEmpty()) {
         return;
     }
-    try {
+    const bool written = m_guard.run(u"PlaylistEdits.rate"_s, [&] {
         Transaction change(*m_rows.database());
         const auto set = m_rows.walker().Clone();
         set->SetAbsolutePosition(m_controls.grid.currentRow());
@@ -332,11 +330,10 @@ void PlaylistEdits::rate(int digit)
         set->Update();
         PendingJobs::SaveEditFID(*m_rows.database(), fid);
         change.commit();
-    } catch (const DbError& error) {
-        tellStatus(error.text());
-        return;
+    });
+    if (written) {
+        m_bus.SendMessage(bus::kDbRefreshByFid, fid);
     }
-    m_bus.SendMessage(bus::kDbRefreshByFid, fid);
 }
 
 void PlaylistEdits::deleteMixStyles()
@@ -391,11 +388,8 @@ void PlaylistEdits::saveNow()
 {
     m_timerPlaylistPlaylerUpdate->stop();
     if (m_rows.database()) {
-        try {
-            markChanged(*m_rows.database(), m_list.pnid);
-        } catch (const DbError& error) {
-            tellStatus(error.text());
-        }
+        m_guard.run(u"PlaylistEdits.saveNow"_s,
+                    [this] { markChanged(*m_rows.database(), m_list.pnid); });
     }
     m_bus.SendMessage(bus::kPlaylistChange, numberOf(m_list.pnid));
 }

@@ -9,6 +9,7 @@
 namespace melovane {
 
 class BusSender;
+class EventGuard;
 class GridRows;
 class Timer;
 
@@ -38,6 +39,7 @@ public:
                   const OpenList& list,
                   GridRows& rows,
                   BusSender& bus,
+                  const EventGuard& guard,
                   EditEvents events);
     ~PlaylistEdits();
 
@@ -113,6 +115,7 @@ private:
     const OpenList& m_list;
     GridRows& m_rows;
     BusSender& m_bus;
+    const EventGuard& m_guard;
     EditEvents m_events;
     std::unique_ptr<Timer> m_timerPlaylistPlaylerUpdate; ///< spelt so
 };

@@ -33,7 +33,8 @@ PlaylistMessages::PlaylistMessages(const PlaylistViewParts& parts,
                                    const PlaylistActions& actions,
                                    ctl_Playlist& view,
                                    PlaylistEdits& edits,
-                                   BusSender& bus)
+                                   BusSender& bus,
+                                   const EventGuard& guard)
     : m_texts(parts.texts)
     , m_lists(parts.tools.edits)
     , m_grid(controls.grid)
@@ -41,8 +42,7 @@ PlaylistMessages::PlaylistMessages(const PlaylistViewParts& parts,
     , m_view(view)
     , m_edits(edits)
     , m_bus(bus)
-    , m_guard(guardOverBus(bus, parts.texts, parts.settings, parts.log))
-    , m_messBus(subscribe(parts.bus, m_guard, *this, busTable()))
+    , m_messBus(subscribe(parts.bus, guard, *this, busTable()))
 {}
 
 std::span<const BusRow<PlaylistMessages>> PlaylistMessages::busTable()

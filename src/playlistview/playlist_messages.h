@@ -18,7 +18,8 @@ public:
                      const PlaylistActions& actions,
                      ctl_Playlist& view,
                      PlaylistEdits& edits,
-                     BusSender& bus);
+                     BusSender& bus,
+                     const EventGuard& guard);
 
 private:
     [[nodiscard]] static std::span<const BusRow<PlaylistMessages>> busTable();
@@ -67,7 +68,6 @@ private:
     ctl_Playlist& m_view;
     PlaylistEdits& m_edits;
     BusSender& m_bus;
-    EventGuard m_guard;
     MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
 };
 

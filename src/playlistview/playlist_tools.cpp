@@ -3,7 +3,6 @@
 #include "config/global_settings.h"
 #include "platform/controls/clipboard.h"
 #include "platform/controls/grid_control.h"
-#include "platform/db/db_error.h"
 #include "platform/system/letter_case.h"
 #include "playlistview/playlist.h"
 
@@ -53,11 +52,7 @@ void ctl_Playlist::toolPressed(const QString& key)
 {
     for (const ToolRow& row : toolTable()) {
         if (row.key == key) {
-            try {
-                row.work(*this, key);
-            } catch (const DbError& error) {
-                tellStatus(error.text());
-            }
+            m_guard.run(key, [&] { row.work(*this, key); });
             return;
         }
     }
@@ -166,11 +161,7 @@ void ctl_Playlist::headMenuWanted()
 
 void ctl_Playlist::drop(const DropOffer& offer)
 {
-    try {
-        m_drags.drop(offer);
-    } catch (const DbError& error) {
-        tellStatus(error.text());
-    }
+    m_guard.run(u"ctl_Playlist.drop"_s, [&] { m_drags.drop(offer); });
 }
 
 } // namespace melovane

@@ -13,15 +13,13 @@
 #include "platform/system/timers.h"
 #include "shell/sibling_control.h"
 #include "shell/window_data.h"
+#include "views/layout_files.h"
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// `Sender` of all messages of this window; the echo guard compares it.
-const QString kWindowName = u"MLVDB"_s;
 
 constexpr QSize kLeastSize{600, 300};
 
@@ -30,7 +28,7 @@ constexpr QSize kLeastSize{600, 300};
 MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
     : m_parts(std::move(parts))
     , m_controls(controls)
-    , m_bus(m_parts.bus, kWindowName)
+    , m_bus(m_parts.bus, kMainWindowName.toString())
     , m_skinFiles(m_parts.paths, m_parts.files)
     , m_languages(m_parts.paths, m_parts.files, m_parts.texts)
     , m_statusText(m_parts.loop, controls.status)
@@ -59,7 +57,7 @@ MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
                       .rebuildTrees = [this] { m_siblings.rebuildTrees(); },
                       .showStatusText = [this](const QString& text) { m_statusText.show(text); }},
                      m_parts.bus,
-                     kWindowName)
+                     kMainWindowName.toString())
     , m_contextMenu({.texts = m_parts.texts,
                      .data = m_parts.data,
                      .siblings = m_siblings,
@@ -68,7 +66,7 @@ MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
                      .menus = controls.menus,
                      .findAll = m_parts.library.findAll},
                     m_parts.bus,
-                    kWindowName)
+                    kMainWindowName.toString())
     , m_menu({.window = m_parts,
               .controls = m_controls,
               .bus = m_bus,
@@ -109,8 +107,8 @@ void MLVDB::load()
     m_parts.loop.turn();
     m_bus.SendMessage(bus::kCreateToolBars, QString());
     m_bus.SendMessage(bus::kRefreshAll, u"start"_s);
-    m_bus.SendMessage(bus::kLoadLayoutMp3db, u"gridlayout_db.grx"_s);
-    m_bus.SendMessage(bus::kLoadLayoutPlaylist, u"gridlayout_dbpl.grx"_s);
+    m_bus.SendMessage(bus::kLoadLayoutMp3db, kLibraryLayout.toString());
+    m_bus.SendMessage(bus::kLoadLayoutPlaylist, kPlaylistLayout.toString());
     m_parts.loop.turn();
     m_bus.SendMessage(bus::kUpdateColor);
 }

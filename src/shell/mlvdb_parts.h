@@ -11,6 +11,10 @@
 
 namespace melovane {
 
+/// `Sender` of all messages of the main window, whoever of its parts sends them: the echo guard
+/// compares it. Keep.
+inline constexpr QStringView kMainWindowName = u"MLVDB";
+
 class ConfigObjects;
 class Files;
 class GlobalSettings;

@@ -12,6 +12,8 @@ class Recordset;
 
 /// Reads the few fields that the player needs of one track after the other, over one connection.
 ///
+/// For the suite's player; nothing in the console calls it.
+///
 /// Order of use: DBOpen, any number of GetData, RecClose, DBClose. The destructor closes what is
 /// left open.
 class GetMP3DBData

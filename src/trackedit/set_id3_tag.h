@@ -12,6 +12,8 @@ class Environment;
 class Files;
 
 /// The tail of an audio file with its tag blocks, and small questions to the system.
+///
+/// For the tag tools of the suite, which share these bytes; nothing in the console calls it.
 namespace Mod_Set_ID3_TAG {
 
 /// Bytes of the tail: a private block of 46 and a tag block of 128. Keep, the suite's tag tools

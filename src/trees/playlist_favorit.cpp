@@ -3,10 +3,8 @@
 #include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
-#include "platform/db/database.h"
-#include "platform/db/sql_text.h"
+#include "platform/controls/popup_menu.h"
 #include "platform/system/leading_number.h"
-#include "platform/system/letter_case.h"
 #include "platform/system/timers.h"
 #include "platform/system/trim_blanks.h"
 #include "playlists/mlv_function.h"
@@ -30,12 +28,36 @@ const QString kFoldedKey = u"PlaylistFavorit.Folded"_s;
 /// Pictures are compared as they stand in rows.
 constexpr QStringView kLockPicture = u"all.lock";
 
+/// Entries of the context menu; the first ones have the numbers that the suite gives them.
+enum Entry
+{
+    Activate = 1001,
+    Rename = 1002,
+    FirstLine = 1003,
+    SortByName = 1004,
+    SortByDate = 1005,
+    SecondLine = 1006,
+    Properties = 1007,
+    ThirdLine = 1008,
+    InPanel = 1009,
+    ShowAll = 1010,
+    SaveFile = 1011,
+};
+
 } // namespace
 
 PlaylistFavorit::PlaylistFavorit(FavoritParts parts, TreeControl& tree)
     : m_parts(std::move(parts))
-    , m_tree(tree)
     , m_bus(m_parts.bus, u"PlaylistFavorit"_s)
+    , m_tree(tree)
+    , m_rows(m_parts.engine, m_parts.settings, m_parts.texts, m_parts.sink, tree)
+    , m_edits({.rows = m_rows,
+               .lists = m_parts.lists,
+               .settings = m_parts.settings,
+               .texts = m_parts.texts,
+               .warnings = m_parts.warnings,
+               .bus = m_bus,
+               .open = [this](int row) { rowClicked(row); }})
     , m_restTimer(m_parts.loop.makeTimer(kRestInterval,
                                          [this] {
                                              m_restTimer->stop();
@@ -47,137 +69,9 @@ PlaylistFavorit::PlaylistFavorit(FavoritParts parts, TreeControl& tree)
 
 PlaylistFavorit::~PlaylistFavorit() = default;
 
-void PlaylistFavorit::withDatabase(const QString& where,
-                                   const std::function<void(Database&)>& work) const
-{
-    quietly(m_parts.sink, where,
-            [&] { work(*m_parts.engine.OpenDatabase(m_parts.settings.DbName())); });
-}
-
-// ---- rows
-
-QString PlaylistFavorit::GetPlaylistname(int row) const
-{
-    const TreeRow wanted = m_tree.row(row);
-    return treekey::playlistId(wanted.key).isEmpty() ? QString() : withoutCount(wanted.text);
-}
-
-QString PlaylistFavorit::GetPlaylistID(int row) const
-{
-    return treekey::playlistId(m_tree.row(row).key);
-}
-
-QString PlaylistFavorit::GetGroupID(int row) const
-{
-    return treekey::groupId(m_tree.row(row).key);
-}
-
-QString PlaylistFavorit::FindGRID(int row) const
-{
-    for (; row >= 0; --row) {
-        QString group = GetGroupID(row);
-        if (!group.isEmpty()) {
-            return group;
-        }
-    }
-    return {};
-}
-
-GroupId PlaylistFavorit::importGroup()
-{
-    const QString group = FindGRID(m_tree.currentRow());
-    if (!group.isEmpty()) {
-        return GroupId(leadingLong(group));
-    }
-    return m_parts.lists.CreateNewGroup(
-        m_parts.lists.catalogue().nameFromFormat(m_parts.settings.PlaylistGroupNameFormat()));
-}
-
-bool PlaylistFavorit::isList(int row) const
-{
-    return !GetPlaylistID(row).isEmpty();
-}
-
-Pnid PlaylistFavorit::listOf(int row) const
-{
-    return Pnid(leadingLong(GetPlaylistID(row)));
-}
-
-int PlaylistFavorit::rowOfList(Pnid list) const
-{
-    const int row = m_tree.find(treekey::playlist(numberOf(list)));
-    return row >= 0 ? row : m_tree.find(treekey::jingleList(numberOf(list)));
-}
-
-std::optional<ListState> PlaylistFavorit::readState(Pnid list) const
-{
-    std::optional<ListState> state;
-    withDatabase(u"PlaylistFavorit.Row"_s,
-                 [&](Database& database) { state = readList(database, list); });
-    return state;
-}
-
-void PlaylistFavorit::rereadRow(int row)
-{
-    if (m_isAway) {
-        return;
-    }
-    if (const auto state = readState(listOf(row))) {
-        TreeRow shown = rowOf(*state);
-        // The kind of a row changes with a refill only.
-        shown.key = m_tree.row(row).key;
-        m_tree.setRow(row, shown);
-    }
-}
-
-void PlaylistFavorit::fill()
-{
-    const QString current = m_tree.row(m_tree.currentRow()).key;
-    const QString top = m_tree.row(m_tree.firstVisibleRow()).key;
-    const QStringList folded = m_tree.folded();
-    withDatabase(u"PlaylistFavorit.Fill"_s, [&](Database& database) {
-        m_tree.setRows(
-            readFavoritRows(database, m_parts.texts.text(u"tree.root.jingle"), m_showAll));
-        m_library = m_parts.settings.DbName();
-    });
-    m_tree.setFolded(folded);
-    m_tree.setCurrentRow(current.isEmpty() ? -1 : m_tree.find(current));
-    m_tree.setFirstVisibleRow(top.isEmpty() ? -1 : m_tree.find(top));
-}
-
-void PlaylistFavorit::Refresh()
-{
-    if (m_isAway) {
-        return;
-    }
-    if (m_tree.isEditing()) {
-        m_refillWaits = true;
-        return;
-    }
-    fill();
-}
-
-void PlaylistFavorit::editEnded()
-{
-    if (std::exchange(m_refillWaits, false)) {
-        Refresh();
-    }
-}
-
 void PlaylistFavorit::ShowActivePlaylist()
 {
-    int playing = -1;
-    int first = -1;
-    for (int row = 0; row < m_tree.rowCount() && playing < 0; ++row) {
-        const TreeRow shown = m_tree.row(row);
-        if (treekey::isJingleRow(shown.key) || !isList(row)) {
-            continue;
-        }
-        first = first < 0 ? row : first;
-        // Bold, too: the picture of a locked one does not tell that it is playing.
-        playing = shown.picture == "all.audio"_L1 || shown.bold ? row : playing;
-    }
-    const int wanted = playing >= 0 ? playing : first;
+    const int wanted = m_rows.activeRow();
     if (wanted >= 0) {
         m_tree.setCurrentRow(wanted);
         rowClicked(wanted);
@@ -203,18 +97,18 @@ void PlaylistFavorit::start(const MLVMessage&)
 void PlaylistFavorit::rowClicked(int row)
 {
     m_restTimer->stop();
-    if (!isList(row)) {
+    if (!m_rows.isList(row)) {
         return;
     }
     const TreeRow opened = m_tree.row(row);
     const bool isJingle = treekey::isJingleRow(opened.key);
     m_bus.SendMessage(isJingle ? bus::kJinglelistAktivieren : bus::kPlaylistAktivieren,
-                      numberOf(listOf(row)), opened.picture == kLockPicture);
+                      numberOf(m_rows.listOf(row)), opened.picture == kLockPicture);
 }
 
 void PlaylistFavorit::rowEntered(int row)
 {
-    if (isList(row)) {
+    if (m_rows.isList(row)) {
         m_restTimer->stop();
         m_restTimer->start();
     }
@@ -222,10 +116,10 @@ void PlaylistFavorit::rowEntered(int row)
 
 void PlaylistFavorit::rowActivated(int row)
 {
-    if (!isList(row)) {
+    if (!m_rows.isList(row)) {
         return;
     }
-    const Pnid list = listOf(row);
+    const Pnid list = m_rows.listOf(row);
     if (m_parts.lists.catalogue().stateOf(list) == ListCatalogue::State::Gone) {
         // Another program has deleted it: nobody is told to play what is not there.
         m_bus.SendMessage(bus::kShowStatusText, m_parts.texts.text(u"lists.gone"));
@@ -234,13 +128,8 @@ void PlaylistFavorit::rowActivated(int row)
     }
     const bool isJingle = treekey::isJingleRow(m_tree.row(row).key);
     m_parts.lists.catalogue().activate(list);
-    for (int other = 0; other < m_tree.rowCount(); ++other) {
-        const TreeRow shown = m_tree.row(other);
-        if (shown.bold && treekey::isJingleRow(shown.key) == isJingle) {
-            rereadRow(other);
-        }
-    }
-    rereadRow(row);
+    m_rows.rereadPlaying(isJingle);
+    m_rows.rereadRow(row);
     m_tree.setCurrentRow(row);
     rowClicked(row);
     m_bus.SendMessage(isJingle ? bus::kPlaylistJinglePlay : bus::kPlaylistPlay, numberOf(list));
@@ -250,35 +139,100 @@ void PlaylistFavorit::rowActivated(int row)
 
 void PlaylistFavorit::UpdateTreeRow(const QString& key, const QString& text)
 {
-    const int row = m_tree.find(key);
-    TreeRow shown = m_tree.row(row);
-    shown.text = trimBlanks(text);
-    m_tree.setRow(row, shown);
+    m_rows.setText(m_tree.find(key), trimBlanks(text));
 }
 
 void PlaylistFavorit::UpdatePlaylistName(const QString& list)
 {
-    const Pnid number = Pnid(leadingLong(list));
-    rereadRow(rowOfList(number));
-    withDatabase(u"UpdatePlaylistName"_s, [&](Database& database) {
-        database.Execute(u"update pl_name set sicherung=true where grid>0 and nid="_s +
-                         sql::number(numberOf(number)));
-    });
+    m_edits.UpdatePlaylistName(Pnid(leadingLong(list)));
 }
 
 void PlaylistFavorit::UpdateGroupName(const QString& group)
 {
-    const qint64 number = leadingLong(group);
-    const int row = m_tree.find(treekey::group(number));
-    withDatabase(u"UpdateGroupName"_s, [&](Database& database) {
-        const auto lists = database.OpenRecordset(u"select * from VPL_GROUPNAME where grid="_s +
-                                                  sql::number(number));
-        if (row >= 0 && !lists->Eof()) {
-            TreeRow shown = m_tree.row(row);
-            shown.text = lists->value(u"grname").toText();
-            m_tree.setRow(row, shown);
+    m_rows.rereadGroup(leadingLong(group));
+}
+
+// ---- tool bar and menu
+
+bool PlaylistFavorit::canDo(const QString& key) const
+{
+    return key != "all.book"_L1 || m_parts.showDetails;
+}
+
+void PlaylistFavorit::toolPressed(const QString& key)
+{
+    const int row = m_tree.currentRow();
+    if (key == "all.newdoc"_L1) {
+        m_edits.newList();
+    } else if (key == "all.newdir"_L1) {
+        m_edits.newGroup();
+    } else if (key == "all.activate"_L1) {
+        rowActivated(row);
+    } else if (key == "all.lock"_L1) {
+        m_edits.lock(row);
+    } else if (key == "all.book"_L1) {
+        m_bus.SendMessage(bus::kPlaylistEigenschaften, GetPlaylistID(row));
+    } else if (key == "all.refresh"_L1) {
+        Refresh();
+    } else if (key == "all.delete"_L1) {
+        deleteRow(row);
+    }
+}
+
+void PlaylistFavorit::contextMenu(int row)
+{
+    const bool list = m_rows.isList(row);
+    const bool group = leadingLong(GetGroupID(row)) > 0;
+    const auto add = [&](Entry entry, bool enabled, bool checked = false) {
+        m_parts.popup.Append(
+            {entry, m_parts.texts.text(u"lists.menu.%1"_s.arg(int(entry))), enabled, checked});
+    };
+    m_parts.popup.Create();
+    add(Activate, list);
+    add(Rename, list || group);
+    m_parts.popup.Append({FirstLine});
+    add(SortByName, list);
+    add(SortByDate, list);
+    m_parts.popup.Append({SecondLine});
+    add(Properties, list && canDo(u"all.book"_s));
+    m_parts.popup.Append({ThirdLine});
+    add(InPanel, list, list && !m_tree.row(row).dimmed);
+    add(ShowAll, true, m_rows.showsAll());
+    add(SaveFile, list && m_parts.saveList);
+    const QString key = m_tree.row(row).key;
+    const int chosen = m_parts.popup.Show();
+    // The tree may be another one after the menu.
+    row = key.isEmpty() ? -1 : m_tree.find(key);
+    switch (chosen) {
+    case Activate:
+        rowActivated(row);
+        break;
+    case Rename:
+        rename(row);
+        break;
+    case SortByName:
+        m_edits.sort(row, u"name"_s);
+        break;
+    case SortByDate:
+        m_edits.sort(row, u"createtime"_s);
+        break;
+    case Properties:
+        toolPressed(u"all.book"_s);
+        break;
+    case SaveFile:
+        if (m_rows.isList(row) && m_parts.saveList) {
+            m_parts.saveList(m_rows.listOf(row));
         }
-    });
+        break;
+    case InPanel:
+        m_edits.showInPanel(row);
+        break;
+    case ShowAll:
+        m_rows.setShowAll(!m_rows.showsAll());
+        break;
+    default:
+        break;
+    }
 }
 
 // ---- messages
@@ -309,8 +263,8 @@ std::span<const BusRow<PlaylistFavorit>> PlaylistFavorit::busTable()
 void PlaylistFavorit::showDetails(const MLVMessage&)
 {
     const int row = m_tree.currentRow();
-    if (isList(row) && m_parts.showDetails) {
-        m_parts.showDetails(listOf(row));
+    if (m_rows.isList(row) && m_parts.showDetails) {
+        m_parts.showDetails(m_rows.listOf(row));
     }
 }
 
@@ -365,34 +319,30 @@ void PlaylistFavorit::refillAll(const MLVMessage& message)
 void PlaylistFavorit::disconnectDatabase(const MLVMessage&)
 {
     m_restTimer->stop();
-    m_isAway = true;
+    m_rows.leaveLibrary();
 }
 
 void PlaylistFavorit::reconnectDatabase(const MLVMessage&)
 {
-    if (std::exchange(m_isAway, false)) {
-        Refresh();
-    }
+    m_rows.libraryIsBack();
 }
 
 void PlaylistFavorit::changeDatabase(const MLVMessage&)
 {
     // New content of the same file is told by messages of its own.
-    if (m_parts.settings.DbName() != m_library) {
-        Refresh();
-    }
+    m_rows.libraryChanged();
 }
 
 void PlaylistFavorit::rereadList(const MLVMessage& message)
 {
-    rereadRow(rowOfList(Pnid(message.Value1.toLong())));
+    m_rows.rereadRow(m_rows.rowOfList(Pnid(message.Value1.toLong())));
 }
 
 void PlaylistFavorit::listChanged(const MLVMessage& message)
 {
-    const int row = rowOfList(Pnid(message.Value1.toLong()));
+    const int row = m_rows.rowOfList(Pnid(message.Value1.toLong()));
     if (row >= 0) {
-        rereadRow(row);
+        m_rows.rereadRow(row);
         const TreeRow shown = m_tree.row(row);
         m_bus.SendMessage(bus::kUpdateTreeRow, shown.key, shown.text);
     }

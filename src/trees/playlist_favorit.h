@@ -2,9 +2,9 @@
 
 #include "bus/bus_table.h"
 #include "platform/controls/tree_control.h"
-#include "playlists/list_catalogue.h"
 #include "store/error_sink.h"
-#include "trees/favorit_rows.h"
+#include "trees/favorit_edits.h"
+#include "trees/favorit_tree.h"
 
 #include <QObject>
 
@@ -15,7 +15,6 @@
 namespace melovane {
 
 class ConfigObjects;
-class Database;
 class DBEngine;
 class GlobalSettings;
 class MessageLoop;
@@ -54,25 +53,26 @@ public:
     PlaylistFavorit(FavoritParts parts, TreeControl& tree);
     ~PlaylistFavorit() override;
 
-    /// Reads all anew. The current row, what is folded and the place on the screen stay. While the
-    /// user is typing a name it waits until he has finished, and while another program has the
-    /// library until that is back.
-    void Refresh();
+    /// \see FavoritTree::refresh
+    void Refresh() { m_rows.refresh(); }
 
     /// Makes the playing playlist current and opens it; without one the first playlist.
     void ShowActivePlaylist();
 
     /// The name of a playlist row; empty for others.
-    [[nodiscard]] QString GetPlaylistname(int row) const;
-    /// The number of a playlist or jingle list row as a text; empty for others.
-    [[nodiscard]] QString GetPlaylistID(int row) const;
-    /// Likewise of a group; "-1" for that of the jingle lists.
-    [[nodiscard]] QString GetGroupID(int row) const;
-    /// The group of a row: of the nearest one from it upwards that has a number.
-    [[nodiscard]] QString FindGRID(int row) const;
+    [[nodiscard]] QString GetPlaylistname(int row) const { return m_rows.listName(row); }
 
-    /// The group that imported lists go into: that of the current row, else a new one.
-    [[nodiscard]] GroupId importGroup();
+    /// The number of a playlist or jingle list row as a text; empty for others.
+    [[nodiscard]] QString GetPlaylistID(int row) const { return m_rows.listId(row); }
+
+    /// Likewise of a group; "-1" for that of the jingle lists.
+    [[nodiscard]] QString GetGroupID(int row) const { return m_rows.groupId(row); }
+
+    /// The group of a row: of the nearest one from it upwards that has a number.
+    [[nodiscard]] QString FindGRID(int row) const { return GetGroupID(m_rows.groupRow(row)); }
+
+    /// \see FavoritEdits::importGroup
+    [[nodiscard]] GroupId importGroup() { return m_edits.importGroup(); }
 
     /// Gives the row of a key another text.
     void UpdateTreeRow(const QString& key, const QString& text);
@@ -98,13 +98,19 @@ public:
     void rowEntered(int row);
     /// Double click or Enter: the list becomes the playing one.
     void rowActivated(int row);
+
     /// Lets the user type another name.
-    void rename(int row);
-    void rowEdited(int row, const QString& text);
-    void editEnded();
-    void deleteRow(int row);
+    void rename(int row) { m_edits.rename(row); }
+
+    void rowEdited(int row, const QString& text) { m_edits.rowEdited(row, text); }
+
+    void editEnded() { m_rows.editEnded(); }
+
+    void deleteRow(int row) { m_edits.deleteRow(row); }
+
     /// A row was dropped: it moves there, a list dropped into a group behind its last.
-    void rowDropped(int from, int to, DropPlace place);
+    void rowDropped(int from, int to, DropPlace place) { m_edits.rowDropped(from, to, place); }
+
     /// \param row -1 beside all rows
     void contextMenu(int row);
 
@@ -129,32 +135,12 @@ private:
     void listChanged(const MLVMessage& message);
     void start(const MLVMessage& message);
 
-    void fill();
-    void newList();
-    void newGroup();
-    void lock(int row);
-    void sort(int row, const QString& column);
-    void showInPanel(int row);
-    void deleteList(int row);
-    void deleteGroup(int row);
-    [[nodiscard]] std::vector<ListPlace> places(const std::vector<TreeRow>& rows) const;
-    [[nodiscard]] std::vector<TreeRow> rowsFrom(int first, int last) const;
-    [[nodiscard]] Pnid listOf(int row) const;
-    [[nodiscard]] bool isList(int row) const;
-    /// The row as its table has it now; the text stays when there is no such list any more.
-    void rereadRow(int row);
-    [[nodiscard]] std::optional<ListState> readState(Pnid list) const;
-    [[nodiscard]] int rowOfList(Pnid list) const;
-    void withDatabase(const QString& where, const std::function<void(Database&)>& work) const;
-
     FavoritParts m_parts;
-    TreeControl& m_tree;
     BusSender m_bus;
+    TreeControl& m_tree;
+    FavoritTree m_rows;
+    FavoritEdits m_edits;
     std::unique_ptr<Timer> m_restTimer; ///< from an arrow key to the opening of the list
-    bool m_showAll = false;             ///< also lists that are not marked
-    bool m_refillWaits = false;
-    bool m_isAway = false; ///< another program has the library; the rows stay as they are
-    QString m_library;     ///< file that the rows were read from
     EventGuard m_guard;
     MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
 };

@@ -213,6 +213,8 @@ TEST_F(Mp3dbMessagesTest, ADatabaseTakenAwayInMidSearchLeavesTheOldRowsAndTellsW
     EXPECT_EQ(view.Data1().RecordSource(), before);
     ASSERT_EQ(told.texts.size(), 1);
     EXPECT_FALSE(told.texts[0].isEmpty());
+    ASSERT_EQ(logged.size(), 1);
+    EXPECT_TRUE(logged[0].startsWith("ctl_MP3DB.show: "_L1)) << logged[0].toStdString();
     EXPECT_EQ(pointer.depth, 0);
 }
 
@@ -225,7 +227,9 @@ TEST_F(Mp3dbMessagesTest, AFileThatIsGoneWhenAnotherKindOfViewIsWantedLeavesTheO
     view.FindTreeValue({u"playlist"_s, {}, u"1"_s}, true);
     view.lookForChanges();
     EXPECT_EQ(titles().size(), 3);
-    EXPECT_EQ(told.texts.size(), 2);
+    const QString gone = u"Die Datenbankdatei ist nicht vorhanden: "_s + library.databaseName();
+    EXPECT_EQ(told.texts, (QStringList{gone, gone}));
+    EXPECT_EQ(logged.size(), 2);
     EXPECT_EQ(pointer.depth, 0);
 }
 

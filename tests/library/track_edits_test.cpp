@@ -1,8 +1,10 @@
+#include "bus/event_guard.h"
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
 #include "library/track_edits.h"
 #include "store/pending_jobs.h"
 #include "store/track_fields.h"
+#include "support/disk_fixture.h"
 #include "support/suite_fixture.h"
 
 namespace melovane {
@@ -44,13 +46,20 @@ protected:
     QStringList changed;
     QStringList failures;
     ConfigObjects texts{suite.folders.paths(), suite.folders.profile(), suite.folders.files()};
-    TrackEdits edits{rows,
-                     jobs,
-                     *settings,
-                     texts,
-                     suite.clock,
-                     [this](const QString& fid) { changed.append(fid); },
-                     [this](const QString& text) { failures.append(text); }};
+    QStringList logged;
+    EventGuard guard{texts, [this] { return suite.dbName(); },
+                     [this](const QString& text) { failures.append(text); },
+                     [this](const QString& where, const QString& what) {
+                         logged.append(where + u": "_s + what);
+                     }};
+    TrackEdits edits{{.rows = rows,
+                      .jobs = jobs,
+                      .settings = *settings,
+                      .texts = texts,
+                      .clock = suite.clock,
+                      .guard = guard,
+                      .changed = [this](const QString& fid) { changed.append(fid); },
+                      .refused = [this](const QString& text) { failures.append(text); }}};
 };
 
 // ---- fields
@@ -170,6 +179,8 @@ TEST_F(TrackEditsTest, AFailureLeavesAllRowsAsTheyWere)
     edits.toggleDelete({{0, 4}});
     EXPECT_EQ(suite.column(u"select DEL from db_all order by Titel"_s),
               (QStringList{u"0"_s, u"-1"_s, u"3"_s, u"7"_s}));
+    EXPECT_EQ(failures.size(), 1);
+    EXPECT_TRUE(logged.value(0).startsWith("TrackEdits.toggleDelete: "_L1));
 }
 
 // ---- cells
@@ -292,6 +303,35 @@ TEST_F(TrackEditsTest, TheSelectionIsHandedToTheTagTool)
     EXPECT_EQ(suite.column(u"select FID from TEMP_MP3Edit"_s),
               (QStringList{fids[0], fids[1], fids[3]}));
     EXPECT_EQ(suite.column(u"select distinct PLID from TEMP_MP3Edit"_s), (QStringList{u"-1"_s}));
+}
+
+// ---- a disk that is full
+
+class TrackEditsOnAFullDisk : protected test::DiskFixture, public TrackEditsTest
+{
+protected:
+    TrackEditsOnAFullDisk() { fillDisk(); }
+
+    void expectTold(const QString& where)
+    {
+        EXPECT_EQ(failures, QStringList{u"Der Datenträger ist voll: "_s + suite.dbName()});
+        ASSERT_EQ(logged.size(), 1);
+        EXPECT_TRUE(logged[0].startsWith(where + u": "_s)) << logged[0].toStdString();
+        EXPECT_TRUE(changed.isEmpty());
+    }
+};
+
+TEST_F(TrackEditsOnAFullDisk, ACellThatIsNotWrittenIsToldInTheUsersLanguage)
+{
+    edits.commit(0, u"Titel"_s, u"Neu"_s);
+    expectTold(u"TrackEdits.write"_s);
+    EXPECT_EQ(cell(0, u"Titel"_s).toText(), u"A"_s);
+}
+
+TEST_F(TrackEditsOnAFullDisk, TracksThatCannotGoToTheTagToolAreTold)
+{
+    edits.FillTempMp3EditTable({{0, 1}});
+    expectTold(u"TrackEdits.FillTempMp3EditTable"_s);
 }
 
 } // namespace

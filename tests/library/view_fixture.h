@@ -112,8 +112,17 @@ struct LibraryViewTest : public testing::Test
     /// What another view over the same library is made of.
     [[nodiscard]] Mp3dbParts parts()
     {
-        return {*library.engine,         *library.settings, library.texts, library.folders.paths(),
-                library.folders.files(), library.clock,     loop,          library.bus};
+        return {*library.engine,
+                *library.settings,
+                library.texts,
+                library.folders.paths(),
+                library.folders.files(),
+                library.clock,
+                loop,
+                library.bus,
+                [this](const QString& where, const QString& what) {
+                    logged.append(where + QStringLiteral(": ") + what);
+                }};
     }
 
     TestLibrary library;
@@ -123,6 +132,7 @@ struct LibraryViewTest : public testing::Test
     PlainClipboard clipboard;
     NoLoop loop;
     int imports = 0;
+    QStringList logged; ///< "where: what" of every failure
     QStringList tempoSearches;
     QStringList sampled; ///< tracks that the sample tool got
     ctl_MP3DB view{parts(),

@@ -1,5 +1,6 @@
 // What the user's hands do with the rows of the playlist view.
 #include "playlistview/playlist_view_fixture.h"
+#include "support/disk_fixture.h"
 
 namespace melovane {
 namespace {
@@ -389,6 +390,58 @@ TEST_F(PlaylistHands, TheTagToolGetsTracksAndEntries)
     EXPECT_EQ(lists.value(u"select PLID from TEMP_MP3Edit order by FID"_s).toText(),
               cell(0, u"PLID").toText());
     EXPECT_EQ(sentOf(u"show.tageditor"_s).size(), 1);
+}
+
+// ---- a database that fails
+
+TEST_F(PlaylistHands, ADatabaseThatAnotherProgramHasAloneIsToldForButtonsAndDrops)
+{
+    openList(2);
+    clipboard.content = lists.tracksText({3});
+    lists.engine->GiveAway(lists.dbName());
+    view.toolPressed(u"all.clip.append"_s);
+    view.drop(onRow(0, lists.tracksText({3})));
+    const QString told = u"Ein anderes Programm hat die Datenbank gerade für sich allein, deshalb "
+                         "geschieht hier nichts: "_s +
+                         lists.dbName();
+    EXPECT_EQ(takeStatus(), (QStringList{told, told}));
+    EXPECT_EQ(lists.log.filter(u"all.clip.append: "_s).size(), 1);
+    EXPECT_EQ(lists.log.filter(u"ctl_Playlist.drop: "_s).size(), 1);
+    lists.engine->TakeBack(lists.dbName());
+    EXPECT_EQ(rows(), u"1 2"_s);
+}
+
+class PlaylistHandsOnAFullDisk : protected test::DiskFixture, public PlaylistHands
+{
+protected:
+    PlaylistHandsOnAFullDisk()
+    {
+        openList(2);
+        stand(0);
+    }
+
+    void expectTold(const QString& where)
+    {
+        EXPECT_EQ(takeStatus(), QStringList{u"Der Datenträger ist voll: "_s + lists.dbName()});
+        EXPECT_EQ(lists.log.filter(where + u": "_s).size(), 1);
+    }
+};
+
+TEST_F(PlaylistHandsOnAFullDisk, AMarkThatIsNotWrittenIsToldAndNobodyHearsOfIt)
+{
+    fillDisk();
+    view.digitPressed(1);
+    EXPECT_TRUE(sentOf(u"db.refresh.by.fid"_s).isEmpty());
+    expectTold(u"PlaylistEdits.rate"_s);
+}
+
+TEST_F(PlaylistHandsOnAFullDisk, AListThatCannotBeMarkedForItsFileIsTold)
+{
+    view.moveRow(1);
+    EXPECT_EQ(takeStatus(), QStringList());
+    fillDisk();
+    view.end();
+    expectTold(u"PlaylistEdits.saveNow"_s);
 }
 
 } // namespace

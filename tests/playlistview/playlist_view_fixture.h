@@ -133,7 +133,8 @@ protected:
          lists.clock,
          loop,
          bus,
-         {functions, lists.edits, lists.history, lists.snapshots}},
+         {functions, lists.edits, lists.history, lists.snapshots},
+         lists.sink},
         {grid, pointer, clipboard, warnings},
         {program,
          [this](const QString& cmd, const QString& fid, const QString& plid) {

@@ -12,10 +12,15 @@ constexpr int kStartMs = 20'000;
 
 }
 
+QString siblingProgram()
+{
+    return QStringLiteral(MLV_MESSAGE_SIBLING);
+}
+
 Sibling::Sibling(const QString& folder)
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(QStringLiteral(MLV_MESSAGE_SIBLING), {folder});
+    m_process.start(siblingProgram(), {folder});
     while (!m_process.canReadLine() && m_process.waitForReadyRead(kStartMs)) {
     }
     m_handle = m_process.readLine().trimmed().toInt();

@@ -31,6 +31,10 @@ inline constexpr qint32 kPostRefresh = 17;  ///< posts kRefresh with 0, 0 wParam
 inline constexpr qint32 kRefresh = 18;      ///< asks to read again; equal ones may become one
 } // namespace sibling
 
+/// Full path of the sibling program, for a test that starts it in a way of its own. Its argument is
+/// the folder where the controls meet.
+[[nodiscard]] QString siblingProgram();
+
 /// A real second process with a message control. Texts that it gets are answered with their length.
 class Sibling
 {

@@ -5,6 +5,9 @@
 #include <QHash>
 #include <QList>
 
+#include <sys/prctl.h>
+#include <unistd.h>
+
 #include <csignal>
 #include <cstdio>
 #include <functional>
@@ -121,11 +124,22 @@ private:
     };
 };
 
+/// Nobody is left behind by a test that was killed. False when its program has ended before.
+bool endWithParent()
+{
+    const pid_t parent = ::getppid();
+    return ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && ::getppid() == parent;
+}
+
 } // namespace
 
-/// message_sibling FOLDER: prints the handle of its message control and serves until it is killed.
+/// message_sibling FOLDER: prints the handle of its message control and serves until it is killed,
+/// or the program that has started it ends.
 int main(int argc, char** argv)
 {
+    if (!endWithParent()) {
+        return 1;
+    }
     const QCoreApplication application(argc, argv);
     const Program program(QString::fromLocal8Bit(argc > 1 ? argv[1] : ""));
     std::printf("%d\n", program.handle());

@@ -1,5 +1,6 @@
 #include "library/ui/mp3db_widget.h"
 
+#include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "library/library_columns.h"
 #include "platform/qt/data_grid.h"
@@ -103,8 +104,8 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
          {u"open_dir"_s, u"folder"_s, u"mnuPOPDBGRID_7"_s},
          {u"all.data.select"_s, u"selectall"_s, u"ToolTipAllTableSel"_s},
          {u"all.copy"_s, u"copy"_s, u"ToolTipAllTableCopy"_s},
-         {u"all.db.insert"_s, u"insert"_s, u"ToolTipAllTableInsert"_s},
-         {u"all.db.append"_s, u"append"_s, u"ToolTipAllTableAppend"_s},
+         {bus::kAllDbInsert.toString(), u"insert"_s, u"ToolTipAllTableInsert"_s},
+         {bus::kAllDbAppend.toString(), u"append"_s, u"ToolTipAllTableAppend"_s},
          {u"all.sample"_s, u"sampler"_s, u"ToolTipKIV"_s},
          {u"all.delete"_s, u"delete"_s, u"ToolTipDBTableDel"_s}}};
     createHistoryButtons(logic, texts);

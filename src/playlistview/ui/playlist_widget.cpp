@@ -1,5 +1,6 @@
 #include "playlistview/ui/playlist_widget.h"
 
+#include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/elided_label.h"
@@ -41,14 +42,14 @@ const std::vector<std::vector<Tool>>& toolGroups()
          {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s},
          {u"play.zur"_s, u"rewind"_s, u"ToolTipPlayerRemain"_s},
          {u"play.vor"_s, u"fastforward"_s, u"ToolTipPlayerForward"_s},
-         {u"all.volume"_s, u"volume"_s, u"playlist.volume"_s}},
+         {bus::kAllVolume.toString(), u"volume"_s, u"playlist.volume"_s}},
         {{u"all.book"_s, u"edit"_s, u"ToolTipAllTableDetail"_s},
          {u"all.data.select"_s, u"selectall"_s, u"ToolTipAllTableSel"_s},
          {u"all.copy"_s, u"copy"_s, u"ToolTipAllTableCopy"_s},
          {u"all.clip.insert"_s, u"insert"_s, u"ToolTipPlaylistTableInsert"_s},
          {u"all.clip.append"_s, u"append"_s, u"ToolTipPlaylistTableAppend"_s},
          {u"all.sample"_s, u"sampler"_s, u"ToolTipKIV"_s}},
-        {{u"playlist.jingle.loop"_s, u"loop"_s, u"playlist.loop"_s},
+        {{bus::kPlaylistJingleLoop.toString(), u"loop"_s, u"playlist.loop"_s},
          {u"all.refresh"_s, u"reload"_s, u"ToolTipRefresh"_s},
          {u"all.delete"_s, u"delete"_s, u"ToolTipPlaylistTableDel"_s}}};
     return kGroups;
@@ -222,12 +223,12 @@ void PlaylistWidget::attach(ctl_Playlist& logic, const ConfigObjects& texts)
     connect(&logic, &ctl_Playlist::volumeIconChanged, this, [this](int step) {
         static constexpr std::array<QStringView, 6> kPictures = {u"volume",  u"volume1", u"volume1",
                                                                  u"volume2", u"volume",  u"volume"};
-        if (auto* button = findChild<QToolButton*>(u"all.volume"_s)) {
+        if (auto* button = findChild<QToolButton*>(bus::kAllVolume.toString())) {
             button->setIcon(m_icons.icon(kPictures[std::size_t(step)].toString()));
         }
     });
     connect(&logic, &ctl_Playlist::jingleModeChanged, this, [this](bool on) {
-        if (auto* button = findChild<QToolButton*>(u"playlist.jingle.loop"_s)) {
+        if (auto* button = findChild<QToolButton*>(bus::kPlaylistJingleLoop.toString())) {
             button->setVisible(on);
         }
     });

@@ -1,15 +1,14 @@
 #include "shell/wings/suite_wing.h"
 
 #include "bus/message_names.h"
+#include "shell/mlvdb_parts.h"
 #include "shell/wings/machine.h"
 
 namespace melovane {
 
-using namespace Qt::Literals::StringLiterals;
-
 SuiteWing::SuiteWing(Machine& machine)
     : bus(machine.paths, machine.files, machine.clock)
-    , sender(bus, u"MLVDB"_s)
+    , sender(bus, kMainWindowName.toString())
     , message(machine.messages.makeControl())
     , playlistMessage(machine.messages.makeControl())
     , suite(machine.settings, *machine.engine, machine.messages, *message, machine.log())

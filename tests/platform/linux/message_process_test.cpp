@@ -7,6 +7,12 @@
 #include <QTimer>
 
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <cstdio>
 
 namespace melovane {
 namespace {
@@ -343,6 +349,39 @@ TEST_F(MessageProcess, LiveControlsAreListedWithTheirProcesses)
     EXPECT_EQ(found.size(), 2);
     EXPECT_EQ(found.value(other.handle()), other.process());
     EXPECT_EQ(found.value(control->handle()), qint64(QCoreApplication::applicationPid()));
+}
+
+// ---- the sibling itself
+
+/// The next bytes of a pipe; empty at its end, which comes when nobody holds the other side.
+QByteArray nextBytes(int pipe)
+{
+    pollfd wanted{pipe, POLLIN, 0};
+    if (::poll(&wanted, 1, 20'000) != 1) {
+        ADD_FAILURE() << "silent, and somebody holds it still";
+        return "nothing";
+    }
+    std::array<char, 64> bytes{};
+    return {bytes.data(), qMax(qsizetype(0), ::read(pipe, bytes.data(), bytes.size()))};
+}
+
+TEST(MessageSibling, EndsWithTheProgramThatHasStartedIt)
+{
+    const test::TempFolder folder;
+    const QString start = u"'%1' '%2' & echo shell $$ ; wait"_s;
+    const QString command = start.arg(test::siblingProgram(), folder.path());
+    FILE* const starter = ::popen(command.toLocal8Bit().constData(), "r");
+    ASSERT_NE(starter, nullptr);
+    QByteArray told; // the number of the shell and the handle of the sibling, whoever is first
+    while (told.count('\n') < 2) {
+        const QByteArray next = nextBytes(::fileno(starter));
+        ASSERT_FALSE(next.isEmpty());
+        told += next;
+    }
+    const QByteArray shell = told.mid(told.indexOf("shell ") + 6);
+    ASSERT_EQ(::kill(shell.left(shell.indexOf('\n')).toInt(), SIGKILL), 0);
+    EXPECT_TRUE(nextBytes(::fileno(starter)).isEmpty());
+    ::pclose(starter);
 }
 
 } // namespace

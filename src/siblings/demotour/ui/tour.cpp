@@ -1,5 +1,7 @@
 #include "siblings/demotour/ui/tour.h"
 
+#include "bus/message_names.h"
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
@@ -201,7 +203,7 @@ void Tour::appendHits()
 {
     const int hits = rowsOf(kLibraryGrid);
     click(u"ctl_MP3DB1"_s, u"all.data.select"_s);
-    click(u"ctl_MP3DB1"_s, u"all.db.append"_s);
+    click(u"ctl_MP3DB1"_s, bus::kAllDbAppend.toString());
     const int entries = rowsOf(kListGrid);
     say(u"Made the playlist \"%1\" of the hits: %2 entries"_s.arg(kListName).arg(entries));
     if (entries != hits) {
