@@ -88,7 +88,7 @@ void ctl_Playlist::end()
 void ctl_Playlist::open(Pnid list, bool locked, bool jingles)
 {
     if (!m_rows.isConnected()) {
-        tellStatus(m_texts.text(u"library.lent.title"_s));
+        tellLent();
         return;
     }
     const bool former = m_list.jingles;
@@ -242,6 +242,11 @@ void ctl_Playlist::workInLibrary()
 }
 
 // ---- what is told about the list
+
+void ctl_Playlist::tellLent()
+{
+    m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"library.lent.title"_s));
+}
 
 void ctl_Playlist::tellSummary()
 {
@@ -402,7 +407,7 @@ void ctl_Playlist::redo()
 void ctl_Playlist::takeStep(bool isUndo)
 {
     if (!m_rows.isConnected()) {
-        tellStatus(m_texts.text(u"library.lent.title"_s));
+        tellLent();
     } else if (isUndo ? m_steps.undo() : m_steps.redo()) {
         tellHistory();
     }

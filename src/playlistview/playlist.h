@@ -226,6 +226,7 @@ private:
     void entriesChanged(Pnid list);
     void takeStep(bool isUndo);
     void updateEmptyNote();
+    void tellLent();
 
     GlobalSettings& m_settings;
     const ConfigObjects& m_texts;
