@@ -14,6 +14,7 @@ public:
     {
         rows = std::move(wanted);
         current = -1;
+        editing = false;
         foldedKeys.clear();
         ++fills;
     }
