@@ -1,11 +1,14 @@
 #include "platform/controls/status_line.h"
 #include "platform/qt/data_grid.h"
+#include "platform/qt/outline_tree.h"
+#include "platform/qt/search_line.h"
 #include "shell/application_fixture.h"
 #include "shell/ui/mlvdb_window.h"
 #include "support/wait_for.h"
 
 #include <QFile>
 #include <QProcess>
+#include <QToolButton>
 
 #include <gtest/gtest.h>
 
@@ -51,10 +54,22 @@ protected:
         return *window.findChild<DataGrid*>(u"PlaylistGrid1"_s);
     }
 
+    static OutlineTree& tree(QMainWindow& window)
+    {
+        return *window.findChild<OutlineTree*>(u"PlaylistTree"_s);
+    }
+
     static void deleteFirstEntry(QMainWindow& window)
     {
         list(window).selectRow(0);
         QTest::keyClick(&list(window), Qt::Key_Delete);
+    }
+
+    static void undo(QMainWindow& window)
+    {
+        window.findChild<QWidget*>(u"ctl_Playlist1"_s)
+            ->findChild<QToolButton*>(u"all.undo"_s)
+            ->click();
     }
 
     static QString status(QMainWindow& window)
@@ -87,6 +102,55 @@ TEST_F(ChangeOfLibraryTest, EditsGoToTheLibraryOnTheScreenAlsoWhenItsFileIsAwayF
     });
     EXPECT_EQ(entries(other), 2);
     EXPECT_EQ(entries(suite.dbName()), 3);
+}
+
+TEST_F(ChangeOfLibraryTest, EveryViewFollowsTheSettingsToAnotherLibraryAndWorksThere)
+{
+    run([&](QMainWindow& window) {
+        deleteFirstEntry(window);
+        nameLibrary(other);
+        tell(u"1039"_s);
+        EXPECT_TRUE(status(window).endsWith(other)) << qPrintable(status(window));
+        EXPECT_TRUE(tree(window).row(tree(window).rowCount() - 1).text.startsWith(u"Zweite"_s));
+        EXPECT_EQ(list(window).model()->rowCount(), 3) << "its active list is shown";
+        auto* line = window.findChild<SearchLine*>(u"Text1"_s);
+        line->setText({});
+        QTest::keyClicks(line, u"Schat"_s);
+        EXPECT_EQ(window.findChild<DataGrid*>(u"TDBGrid1"_s)->model()->rowCount(), 1);
+
+        undo(window);
+        EXPECT_EQ(list(window).model()->rowCount(), 3) << "there is nothing to undo here";
+        deleteFirstEntry(window);
+        deleteFirstEntry(window);
+        EXPECT_EQ(list(window).model()->rowCount(), 1);
+        EXPECT_EQ(entries(suite.dbName()), 2);
+        EXPECT_EQ(entries(other), 1);
+
+        nameLibrary(suite.dbName());
+        tell(u"1048"_s);
+        EXPECT_EQ(list(window).model()->rowCount(), 2);
+        undo(window);
+        EXPECT_EQ(list(window).model()->rowCount(), 3) << "its own step";
+        EXPECT_EQ(entries(other), 1);
+    });
+    EXPECT_EQ(entries(suite.dbName()), 3);
+    EXPECT_EQ(entries(other), 1);
+}
+
+TEST_F(ChangeOfLibraryTest, ALibraryThatWasLentAndMovedIsTakenBackWhereTheSettingsNameItNow)
+{
+    run([&](QMainWindow& window) {
+        tell(u"1037"_s);
+        EXPECT_EQ(list(window).model()->rowCount(), 0);
+        ASSERT_TRUE(QFile::remove(suite.dbName()));
+        nameLibrary(other);
+        tell(u"1038"_s);
+        EXPECT_TRUE(tree(window).row(tree(window).rowCount() - 1).text.startsWith(u"Zweite"_s));
+        deleteFirstEntry(window);
+        EXPECT_EQ(list(window).model()->rowCount(), 2);
+    });
+    EXPECT_EQ(warnings, QStringList());
+    EXPECT_EQ(entries(other), 2);
 }
 
 } // namespace
