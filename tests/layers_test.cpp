@@ -252,10 +252,8 @@ TEST(Layers, WidgetsAreNamedByFormsAndGeneralControlsAlone)
         "HeaderView|Menu|MenuBar|StatusBar|ProgressBar|Splitter|StyledItemDelegate|Style|"
         "ProxyStyle|BoxLayout|VBoxLayout|HBoxLayout|GridLayout|StackedWidget|SplashScreen))$"_s);
     for (const Include& include : allIncludes()) {
-        const bool root = include.file.endsWith("main.cpp"_L1) ||
-                          include.file.startsWith("shell/application."_L1);
         if (include.system && widget.match(include.header).hasMatch()) {
-            EXPECT_TRUE(isForm(include.file) || root)
+            EXPECT_TRUE(isForm(include.file))
                 << include.file.toStdString() << " includes " << include.header.toStdString();
         }
     }

@@ -19,7 +19,7 @@ struct WindowPosition
     int WindowState = -1; ///< 0 normal, 2 maximised
 
     // Working values of the running window, never stored.
-    int StateBeforeDocking = 0;
+    int StateBeforeDocking = 0; ///< 1 when it was maximised
     int Docked = 0; ///< 1 while it is docked
 
     [[nodiscard]] QRect place() const { return {Left, Top, Whidth, Height}; }

@@ -1,5 +1,6 @@
 #include "intake/imported_track.h"
 
+#include <algorithm>
 #include <array>
 
 namespace melovane {
@@ -56,6 +57,10 @@ bool isNullWhenEmpty(const ImportedField& field)
 
 Value valueOf(const ImportedTrack& track, const ImportedField& field)
 {
+    const auto text = field.text();
+    if (text && (track.*text).isEmpty() && isNullWhenEmpty(field)) {
+        return {};
+    }
     return std::visit([&track](const auto member) { return Value(track.*member); }, field.member);
 }
 
@@ -83,11 +88,16 @@ std::vector<Value> ImportedTrack::values() const
     std::vector<Value> values;
     values.reserve(kFields.size());
     for (const ImportedField& field : kFields) {
-        const auto text = field.text();
-        const bool isNull = text && (this->*text).isEmpty() && isNullWhenEmpty(field);
-        values.push_back(isNull ? Value() : valueOf(*this, field));
+        values.push_back(valueOf(*this, field));
     }
     return values;
+}
+
+Value ImportedTrack::value(TrackField field) const
+{
+    const auto found = std::ranges::find(kFields, field, &ImportedField::field);
+    Q_ASSERT(found != kFields.end());
+    return valueOf(*this, *found);
 }
 
 } // namespace melovane

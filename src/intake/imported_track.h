@@ -52,6 +52,9 @@ struct ImportedTrack
 
     /// Empty extended tags are null, all other texts are written as they are.
     [[nodiscard]] std::vector<Value> values() const;
+
+    /// One of them. \pre fields() has it
+    [[nodiscard]] Value value(TrackField field) const;
 };
 
 /// Where an import keeps a field of a track.

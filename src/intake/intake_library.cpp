@@ -3,6 +3,7 @@
 #include "intake/tag_import.h"
 #include "platform/db/sql_text.h"
 
+#include <array>
 #include <utility>
 
 namespace melovane {
@@ -30,6 +31,21 @@ int delOfFoundFile(int del)
     return del == kMissing ? kNormal : del == kMarkedAndMissing ? kMarked : del;
 }
 
+using F = TrackField;
+
+/// What the file tells of its place on a drive, and of its sound.
+constexpr std::array kPlaceFields = {F::Path, F::DName};
+constexpr std::array kDriveFields = {F::DriveTyp, F::DriveName};
+constexpr std::array kFileFields = {F::DLen, F::DTSDatei};
+constexpr std::array kSoundFields = {F::DTimeMsec, F::DTime, F::DKhz, F::DBit};
+
+void setFields(Recordset& row, const ImportedTrack& track, std::span<const TrackField> fields)
+{
+    for (const TrackField field : fields) {
+        row.setValue(columnOf(field), track.value(field));
+    }
+}
+
 /// What a tag doesn't tell stays as it is stored.
 void setTexts(Recordset& row, const ImportedTrack& track)
 {
@@ -55,15 +71,8 @@ void setPositions(Recordset& row, const ImportedTrack& track)
 
 void setFile(Recordset& row, const ImportedTrack& track)
 {
-    row.setValue(u"DLen", track.DLen);
-    row.setValue(u"DTSDatei", track.DTSDatei);
+    setFields(row, track, kFileFields);
     row.setValue(u"DEL", delOfFoundFile(row.value(u"DEL").toLong()));
-}
-
-void setDrive(Recordset& row, const ImportedTrack& track)
-{
-    row.setValue(u"DriveTyp", track.DriveTyp);
-    row.setValue(u"DriveName", track.DriveName);
 }
 
 bool liesWhereStored(const Recordset& row, const ImportedTrack& track)
@@ -124,8 +133,8 @@ bool IntakeLibrary::readFolder(QHash<QString, StoredPlace>& places)
 
 void IntakeLibrary::openStored()
 {
-    m_stored = m_database->OpenRecordset(
-        u"select FID, Path, DName, DLen, DTSDatei, DEL, DriveTyp from db_all order by Path, DName"_s);
+    m_stored = m_database->OpenRecordset(u"select %1 from db_all order by Path, DName"_s.arg(
+        columnList({F::FID, F::Path, F::DName, F::DLen, F::DTSDatei, F::DEL, F::DriveTyp})));
 }
 
 qint64 IntakeLibrary::storedCount() const
@@ -161,9 +170,8 @@ void IntakeLibrary::move(const StoredPlace& place, const ImportedTrack& track)
     begin();
     const auto row = m_database->OpenRecordset(rowStatement(place.FID));
     row->Edit();
-    row->setValue(u"Path", track.Path);
-    row->setValue(u"DName", track.DName);
-    setDrive(*row, track);
+    setFields(*row, track, kPlaceFields);
+    setFields(*row, track, kDriveFields);
     setFile(*row, track);
     row->Update();
     ++m_changes;
@@ -195,13 +203,10 @@ void IntakeLibrary::update(const QString& fid, const ImportedTrack& track)
     row->Edit();
     setPositions(*row, track);
     if (liesWhereStored(*row, track)) {
-        setDrive(*row, track);
+        setFields(*row, track, kDriveFields);
     }
     setFile(*row, track);
-    row->setValue(u"DTimeMsec", track.DTimeMsec);
-    row->setValue(u"DTime", track.DTime);
-    row->setValue(u"DKhz", track.DKhz);
-    row->setValue(u"DBit", track.DBit);
+    setFields(*row, track, kSoundFields);
     if (!keepTexts) {
         setTexts(*row, track);
     }

@@ -3,6 +3,7 @@
 #include "platform/db/sql_text.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
+#include "store/track_fields.h"
 
 namespace melovane {
 
@@ -29,7 +30,10 @@ LibraryPlaces::~LibraryPlaces() = default;
 
 QString LibraryPlaces::statement(const QString& condition)
 {
-    return u"select FID, Path, DName, DEL, DriveTyp, DriveName from db_all where "_s + condition;
+    using F = TrackField;
+    return u"select %1 from db_all where "_s.arg(
+               columnList({F::FID, F::Path, F::DName, F::DEL, F::DriveTyp, F::DriveName})) +
+           condition;
 }
 
 StoredPlace LibraryPlaces::rowFrom(const Recordset& row)

@@ -333,10 +333,8 @@ DragContent ctl_MP3DB::dragContent()
     }
     const bool isPlaylist =
         m_shown.view() == LibraryView::PLGrid && m_rows.walker().fieldIndex(u"PLID") >= 0;
-    DragContent content = GetDragData(isPlaylist ? DragKind::Plid : DragKind::FidMp3db,
-                                      m_controls.grid, m_rows.walker(), DragOrder::ByPosition);
-    content.files = foundFiles(content.files, m_actions.locate);
-    return content;
+    return GetDragData(isPlaylist ? DragKind::Plid : DragKind::FidMp3db, m_controls.grid,
+                       m_rows.walker(), DragOrder::ByPosition, {}, m_actions.locate);
 }
 
 void ctl_MP3DB::FillTempMp3EditTable()

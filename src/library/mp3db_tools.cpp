@@ -4,6 +4,7 @@
 #include "library/mp3db.h"
 #include "platform/controls/clipboard.h"
 #include "platform/controls/search_box.h"
+#include "views/drag_data.h"
 
 namespace melovane {
 
@@ -133,10 +134,7 @@ void ctl_MP3DB::selectAllRows()
 
 void ctl_MP3DB::copyRows()
 {
-    const QString text = dragContent().text;
-    if (!text.isEmpty()) {
-        m_controls.clipboard.setText(text);
-    }
+    copyDrag(DragKind::FidMp3db, dragContent(), m_controls.grid, m_controls.clipboard);
 }
 
 void ctl_MP3DB::MelovaneKIVShow()

@@ -13,6 +13,8 @@
 #include "playlistfiles/m3u_place.h"
 #include "store/file_locator.h"
 
+#include <array>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -24,7 +26,28 @@ constexpr size_t kAtOnce = 500;
 /// Milliseconds of work between two turns of the message loop.
 constexpr qint64 kBetweenTurns = 40;
 
+using F = TrackField;
+using R = M3uRow;
+constexpr std::array kFields = std::to_array<M3uField>({
+    {F::FID, &R::FID},
+    {F::Path, &R::Path},
+    {F::DName, &R::DName},
+    {F::Volume, &R::Volume},
+    {F::Pitch, &R::Pitch},
+    {F::FrameStart, &R::FrameStart},
+    {F::FrameStop, &R::FrameStop},
+    {F::MixTime, &R::MixTime},
+    {F::MixIn, &R::MixIn},
+    {F::MixOut, &R::MixOut},
+    {F::eq, &R::eq},
+});
+
 } // namespace
+
+std::span<const M3uField> m3uFields()
+{
+    return kFields;
+}
 
 M3uLoader::M3uLoader(const M3uParts& parts,
                      const M3uEvents& events,
@@ -206,13 +229,14 @@ bool M3uLoader::takeFromLibrary(const M3uRecord& record, const Place& place)
 
 void M3uLoader::storeTrack(const Recordset& track, const Place& place)
 {
-    const auto number = [&](QStringView name) { return track.value(name).toLong(); };
-    const auto text = [&](QStringView name) { return track.value(name).toText(); };
-    M3uRow row{text(u"FID"),     place.folder,          place.name,           number(u"Volume"),
-               number(u"Pitch"), number(u"FrameStart"), number(u"FrameStop"), number(u"MixTime"),
-               text(u"MixIn"),   text(u"MixOut"),       text(u"eq")};
+    M3uRow row;
+    for (const M3uField& known : kFields) {
+        known.read(track.value(columnOf(known.field)), row);
+    }
+    row.Path = place.folder;
+    row.DName = place.name;
     if (row.FrameStop == 0) {
-        row.FrameStop = frameStopOf(number(u"DTimeMsec"));
+        row.FrameStop = frameStopOf(track.value(columnOf(TrackField::DTimeMsec)).toLong());
     }
     m_rows.push_back(row);
 }

@@ -2,12 +2,14 @@
 
 #include "platform/media/track_tags.h"
 #include "playlistfiles/m3u_text.h"
+#include "store/record_fields.h"
 
 #include <QElapsedTimer>
 #include <QHash>
 #include <QSet>
 
 #include <functional>
+#include <span>
 #include <vector>
 
 namespace melovane {
@@ -64,6 +66,11 @@ struct M3uRow
     int MixTime = 0; ///< milliseconds
     QString MixIn, MixOut, eq;
 };
+
+using M3uField = RecordField<M3uRow>;
+
+/// The fields of M3uRow.
+[[nodiscard]] std::span<const M3uField> m3uFields();
 
 /// Finds the tracks of one list file. Writes nothing but the log.
 class M3uLoader

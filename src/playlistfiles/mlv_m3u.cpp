@@ -16,6 +16,8 @@
 #include "playlists/undo_redo.h"
 #include "store/row_statements.h"
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace melovane {
@@ -26,10 +28,25 @@ namespace {
 
 const QString kLoaded = u"TEMP_PLImportM3U"_s;
 
-/// Widths of its columns.
-constexpr int kStyleWidth = 255;
+/// Width of the column for the name of a list.
 constexpr int kNameWidth = 255;
-constexpr int kPathWidth = 4096;
+
+/// The fields that an entry takes over from its row, in columns of the same names.
+QString entryColumns()
+{
+    QList<TrackField> fields{TrackField::MixTime};
+    std::ranges::copy(kTakenFields, std::back_inserter(fields));
+    return columnList(fields);
+}
+
+/// A text as it fits into the column of its field.
+Value cellOf(const M3uRow& row, const M3uField& field)
+{
+    if (const auto text = std::get_if<M3uField::Text>(&field.member)) {
+        return tagchoice::cut(row.**text, rowOf(field.field).type.width);
+    }
+    return row.*std::get<M3uField::Number>(field.member);
+}
 
 QString number(Pnid list)
 {
@@ -51,18 +68,18 @@ bool isThere(Database& database, Pnid list)
 void writeLoaded(Database& database, const std::vector<M3uRow>& rows)
 {
     database.Execute(u"delete from TEMP_PLImportM3U"_s);
-    RowInsert insert(database, kLoaded,
-                     writtenColumns(database, kLoaded,
-                                    {u"FID"_s, u"Path"_s, u"DName"_s, u"Volume"_s, u"Pitch"_s,
-                                     u"FrameStart"_s, u"FrameStop"_s, u"MixTime"_s, u"MixIn"_s,
-                                     u"MixOut"_s, u"eq"_s, u"SID"_s, u"PNID"_s}));
+    QStringList columns{u"SID"_s, u"PNID"_s};
+    for (const M3uField& field : m3uFields()) {
+        columns.append(columnOf(field.field).toString());
+    }
+    RowInsert insert(database, kLoaded, writtenColumns(database, kLoaded, columns));
     int position = 0;
     for (const M3uRow& row : rows) {
-        insert.run({row.FID, tagchoice::cut(row.Path, kPathWidth),
-                    tagchoice::cut(row.DName, kNameWidth), row.Volume, row.Pitch, row.FrameStart,
-                    row.FrameStop, row.MixTime, tagchoice::cut(row.MixIn, kStyleWidth),
-                    tagchoice::cut(row.MixOut, kStyleWidth), tagchoice::cut(row.eq, kStyleWidth),
-                    ++position, 0});
+        std::vector<Value> values{++position, 0};
+        for (const M3uField& field : m3uFields()) {
+            values.push_back(cellOf(row, field));
+        }
+        insert.run(values);
     }
 }
 
@@ -168,11 +185,10 @@ int MlvM3U::addLoaded(Database& database, Pnid list, qint64 before)
     const QString position = u"SID+%1"_s.arg(sql::number(before));
     // Those beyond the last position share it, where the younger stands first: they come backwards.
     database.Execute(
-        u"insert into pl_all (FID, MixTime, FrameStart, FrameStop, Pitch, Volume, MixIn, MixOut, "
-        "EQ, SID, PNID, Aktion) select FID, MixTime, FrameStart, FrameStop, Pitch, Volume, MixIn, "
-        "MixOut, eq, iif(%1>%2, %2, %1), %3, %4 from TEMP_PLImportM3U order by iif(%1>%2, -SID, SID)"_s
-            .arg(position, sql::number(qint64{std::numeric_limits<qint32>::max()}), number(list),
-                 sql::number(qint64{m_aktion})));
+        u"insert into pl_all (FID, %5, SID, PNID, Aktion) select FID, %5, iif(%1>%2, %2, %1), %3, "
+        "%4 from TEMP_PLImportM3U order by iif(%1>%2, -SID, SID)"_s.arg(
+            position, sql::number(qint64{std::numeric_limits<qint32>::max()}), number(list),
+            sql::number(qint64{m_aktion}), entryColumns()));
     return database.RecordsAffected();
 }
 

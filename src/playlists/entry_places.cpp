@@ -124,6 +124,7 @@ void swapNeighbours(Database& database,
         return; // another program has taken one of them away
     }
     std::vector<qint64> positions;
+    positions.reserve(places.size());
     for (const EntryPlace& place : places) {
         positions.push_back(numberOf(place.position));
     }

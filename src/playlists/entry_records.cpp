@@ -10,8 +10,10 @@
 #include "playlists/playlist_table.h"
 #include "store/file_locator.h"
 #include "store/milli_sec_to_min.h"
+#include "store/record_fields.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -27,6 +29,31 @@ Value cellOf(const Recordset& row, QStringView column)
     const int index = row.fieldIndex(column);
     return index < 0 ? Value() : row.value(index);
 }
+
+using F = TrackField;
+using D = MlvPlaylistDetail;
+/// What the record of an entry holds of its track.
+constexpr std::array kDetailFields = std::to_array<RecordField<D>>({
+    {F::FID, &D::FID},
+    {F::Titel, &D::Titel},
+    {F::Interpret, &D::Interpret},
+    {F::Pitch, &D::Pitch},
+    {F::Volume, &D::Volume},
+    {F::DName, &D::DName},
+    {F::DKhz, &D::DKhz},
+    {F::DBit, &D::DBit},
+    {F::BPM, &D::BPM},
+    {F::FrameStart, &D::FrameStart},
+    {F::FrameStop, &D::FrameStop},
+    {F::Normalize, &D::Normalize},
+    {F::Path, &D::Path},
+    {F::DriveTyp, &D::DriveTyp},
+    {F::DriveName, &D::DriveName},
+    {F::MixIn, &D::MixIn},
+    {F::MixOut, &D::MixOut},
+    {F::eq, &D::eq},
+    {F::MixTime, &D::MixTime},
+});
 
 void setIfDifferent(Recordset& row, QStringView column, int value)
 {
@@ -75,34 +102,17 @@ void EntryRecords::quiet(const QString& where, const std::function<void(Database
 
 void EntryRecords::fill(const Recordset& row, MlvPlaylistDetail& detail) const
 {
-    const auto text = [&](QStringView column) { return cellOf(row, column).toText(); };
-    const auto number = [&](QStringView column) { return cellOf(row, column).toLong(); };
-    detail.FID = text(u"FID");
-    detail.PLID = Plid(number(u"PLID"));
-    detail.PNID = Pnid(number(u"PNID"));
-    detail.Titel = text(u"Titel");
-    detail.Interpret = text(u"Interpret");
-    detail.Pitch = number(u"Pitch");
-    detail.Volume = number(u"Volume");
-    detail.DName = text(u"DName");
-    detail.DKhz = number(u"DKhz");
-    detail.DBit = number(u"DBit");
-    detail.BPM = text(u"BPM");
-    detail.FrameStart = number(u"FrameStart");
-    detail.FrameStop = number(u"FrameStop");
-    if (detail.FrameStop == 0) {
-        detail.FrameStop = toLongHalfEven(number(u"DTimeMsec") / Mod_MilliSecToMin::kFrameMs);
+    for (const auto& known : kDetailFields) {
+        known.read(cellOf(row, columnOf(known.field)), detail);
     }
-    detail.Normalize = number(u"Normalize");
-    detail.Path = text(u"Path");
-    detail.DriveTyp = number(u"DriveTyp");
-    detail.DriveName = text(u"DriveName");
-    detail.MixIn = text(u"MixIn");
-    detail.MixOut = text(u"MixOut");
-    detail.eq = text(u"eq");
-    detail.MixTime = number(u"MixTime");
-    detail.Aktion = number(u"Aktion");
-    detail.Command = text(u"Command");
+    if (detail.FrameStop == 0) {
+        const int length = cellOf(row, columnOf(F::DTimeMsec)).toLong();
+        detail.FrameStop = toLongHalfEven(length / Mod_MilliSecToMin::kFrameMs);
+    }
+    detail.PLID = Plid(cellOf(row, u"PLID").toLong());
+    detail.PNID = Pnid(cellOf(row, u"PNID").toLong());
+    detail.Aktion = cellOf(row, u"Aktion").toLong();
+    detail.Command = cellOf(row, u"Command").toText();
     detail.commands = CommandToMap(detail.Command).value_or(CommandMap());
     QString folder = detail.Path;
     const QString file = m_parts.locator.ExistFile(folder, detail.DName);

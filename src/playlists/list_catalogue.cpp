@@ -8,6 +8,7 @@
 #include "store/row_statements.h"
 
 #include <QHash>
+#include <QRegularExpression>
 
 namespace melovane {
 
@@ -230,6 +231,27 @@ void ListCatalogue::arrange(const std::vector<ListPlace>& places)
     });
 }
 
+namespace {
+
+/// The moment of now by a pattern of a name. Without a letter of a date it stands for itself.
+QString dateOfNow(Database& database, QString pattern)
+{
+    static const QRegularExpression kDateLetter(u"[dmyhns]"_s,
+                                                QRegularExpression::CaseInsensitiveOption);
+    if (!pattern.contains(kDateLetter)) {
+        return pattern;
+    }
+    // The dialect takes a pattern with a 0 for one of numbers; here it is a sign like others.
+    constexpr QChar kZero(0xE000);
+    pattern.replace(u'0', kZero);
+    return database.OpenRecordset(u"select format(now, "_s + sql::text(pattern) + u')')
+        ->value(0)
+        .toText()
+        .replace(kZero, u'0');
+}
+
+} // namespace
+
 QString ListCatalogue::nameFromFormat(const QString& format) const
 {
     QString name = format;
@@ -243,10 +265,7 @@ QString ListCatalogue::nameFromFormat(const QString& format) const
             } else if (i == parts.size() - 1) {
                 made += u'#' + parts[i];
             } else if (!parts[i].isEmpty()) {
-                made +=
-                    database.OpenRecordset(u"select format(now, "_s + sql::text(parts[i]) + u')')
-                        ->value(0)
-                        .toText();
+                made += dateOfNow(database, parts[i]);
             }
         }
         name = made;

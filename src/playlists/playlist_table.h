@@ -3,10 +3,12 @@
 #include "platform/db/value.h"
 #include "playlists/list_delta.h"
 #include "playlists/playlist_ids.h"
+#include "store/track_fields.h"
 
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <optional>
 #include <vector>
 
@@ -18,6 +20,12 @@ class Database;
 inline constexpr QStringView kEntryTable = u"pl_all";
 inline constexpr QStringView kListTable = u"pl_name";
 inline constexpr QStringView kGroupTable = u"pl_group";
+
+/// The fields of a track that an entry takes over when it is made, and then has values of its own
+/// for, in columns of the same names.
+inline constexpr std::array kTakenFields = {
+    TrackField::FrameStart, TrackField::FrameStop, TrackField::Pitch, TrackField::Volume,
+    TrackField::MixIn,      TrackField::MixOut,    TrackField::eq};
 
 /// The key column of one of the tables above; empty for any other.
 [[nodiscard]] QString keyColumnOf(QStringView table);

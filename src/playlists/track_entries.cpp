@@ -4,10 +4,8 @@
 #include "platform/db/sql_text.h"
 #include "platform/system/letter_case.h"
 #include "playlists/entry_places.h"
-#include "playlists/playlist_table.h"
 #include "store/milli_sec_to_min.h"
 #include "store/row_statements.h"
-#include "store/track_fields.h"
 
 #include <algorithm>
 
@@ -19,6 +17,10 @@ namespace {
 
 /// Tracks asked for with one statement.
 constexpr qsizetype kTracksAtOnce = 1000;
+
+/// Where the stop stands among the values of a track.
+constexpr auto kStop =
+    std::size_t(std::ranges::find(kTakenFields, TrackField::FrameStop) - kTakenFields.begin());
 
 } // namespace
 
@@ -38,21 +40,21 @@ TrackEntries::TrackEntries(Database& database, const QStringList& fids)
 
 void TrackEntries::read(const QString& condition)
 {
-    using F = TrackField;
-    const auto rows =
-        m_database.OpenRecordset(u"select "_s +
-                                 columnList({F::FID, F::DTimeMsec, F::FrameStart, F::FrameStop,
-                                             F::Pitch, F::Volume, F::MixIn, F::MixOut, F::eq}) +
-                                 u" from db_all where "_s + condition);
+    const auto rows = m_database.OpenRecordset(
+        u"select %1, %2 from db_all where "_s.arg(
+            columnList({TrackField::FID, TrackField::DTimeMsec}), columnList(kTakenFields)) +
+        condition);
     for (; !rows->Eof(); rows->MoveNext()) {
         const int length = rows->value(1).toLong();
         if (length <= 0) {
             continue;
         }
-        Track track{rows->value(2), rows->value(3), rows->value(4), rows->value(5),
-                    rows->value(6), rows->value(7), rows->value(8)};
-        if (!track.FrameStop.isNull() && track.FrameStop.toLong() == 0) {
-            track.FrameStop = length / Mod_MilliSecToMin::kFrameMs;
+        Track track;
+        for (std::size_t i = 0; i < track.size(); ++i) {
+            track[i] = rows->value(int(i) + 2);
+        }
+        if (Value& stop = track[kStop]; !stop.isNull() && stop.toLong() == 0) {
+            stop = length / Mod_MilliSecToMin::kFrameMs;
         }
         m_tracks.insert(lowerCase(rows->value(0).toText()), track);
     }
@@ -60,17 +62,17 @@ void TrackEntries::read(const QString& condition)
 
 void TrackEntries::append(Pnid list, qint64 before, int aktion)
 {
-    RowInsert insert(
-        m_database, kEntryTable.toString(),
-        writtenColumns(m_database, kEntryTable.toString(),
-                       {u"FID"_s, u"SID"_s, u"PNID"_s, u"FrameStart"_s, u"FrameStop"_s, u"Pitch"_s,
-                        u"Volume"_s, u"MixIn"_s, u"MixOut"_s, u"EQ"_s, u"Aktion"_s}));
+    const QString table = kEntryTable.toString();
+    RowInsert insert(m_database, table,
+                     writtenColumns(m_database, table,
+                                    QStringList{u"FID"_s, u"SID"_s, u"PNID"_s, u"Aktion"_s} +
+                                        columnNames(kTakenFields)));
     for (const QString& id : m_fids) {
         const auto track = m_tracks.constFind(lowerCase(id));
         if (track != m_tracks.cend()) {
-            insert.run({id, numberOf(clampedSid(++before)), numberOf(list), track->FrameStart,
-                        track->FrameStop, track->Pitch, track->Volume, track->MixIn, track->MixOut,
-                        track->eq, aktion});
+            std::vector<Value> values{id, numberOf(clampedSid(++before)), numberOf(list), aktion};
+            values.insert(values.end(), track->begin(), track->end());
+            insert.run(values);
         }
     }
 }

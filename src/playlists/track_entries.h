@@ -1,11 +1,13 @@
 #pragma once
 
-#include "platform/db/value.h"
 #include "playlists/playlist_ids.h"
+#include "playlists/playlist_table.h"
 
 #include <QHash>
 #include <QString>
 #include <QStringList>
+
+#include <array>
 
 namespace melovane {
 
@@ -23,17 +25,8 @@ public:
     void append(Pnid list, qint64 before, int aktion);
 
 private:
-    /// Columns of `db_all` that an entry takes over.
-    struct Track
-    {
-        Value FrameStart;
-        Value FrameStop;
-        Value Pitch;
-        Value Volume;
-        Value MixIn;
-        Value MixOut;
-        Value eq;
-    };
+    /// Values of kTakenFields.
+    using Track = std::array<Value, kTakenFields.size()>;
 
     void read(const QString& condition);
 

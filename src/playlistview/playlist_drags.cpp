@@ -20,12 +20,13 @@ namespace {
 constexpr QStringView kEntries = u"DRAG_TYP_PLID";
 constexpr QStringView kTracks = u"DRAG_TYP_FID_MP3DB";
 
-/// A file of sound, a list, or what may be a folder of sound.
-bool isWelcome(const QString& place)
+/// A file of sound, a list, or what may be a folder of sound: one without an extension is taken
+/// for that without a look at the disk.
+bool isWelcome(const QString& place, const PlaylistActions& actions)
 {
     const QString extension = path::extension(place);
     return extension.isEmpty() || extension.compare("mp3"_L1, Qt::CaseInsensitive) == 0 ||
-           isListFile(place);
+           isListFile(place) || (actions.isFolder && actions.isFolder(place));
 }
 
 } // namespace
@@ -83,11 +84,10 @@ DragContent PlaylistDrags::content()
     if (!m_rows.isRead()) {
         return {};
     }
-    DragContent content =
-        GetDragData(DragKind::Plid, m_grid, m_rows.walker(), DragOrder::ByPosition, m_selectedIds);
+    DragContent content = GetDragData(DragKind::Plid, m_grid, m_rows.walker(),
+                                      DragOrder::ByPosition, m_selectedIds, m_actions.locate);
     const auto rows = m_grid.selection();
     m_draggedFid = rows.empty() ? QString() : m_rows.cell(rows.front().first, u"FID").toText();
-    content.files = foundFiles(content.files, m_actions.locate);
     return content;
 }
 
@@ -122,7 +122,9 @@ DropEffect PlaylistDrags::effect(const DropOffer& offer)
         return DropEffect::Copy;
     }
     if (list.type != kEntries || list.ids.isEmpty()) {
-        const bool any = std::any_of(offer.files.begin(), offer.files.end(), isWelcome);
+        const bool any =
+            std::any_of(offer.files.begin(), offer.files.end(),
+                        [this](const QString& place) { return isWelcome(place, m_actions); });
         return any ? DropEffect::Copy : DropEffect::None;
     }
     try {

@@ -5,6 +5,7 @@
 #include "platform/controls/grid_control.h"
 #include "platform/system/letter_case.h"
 #include "playlistview/playlist.h"
+#include "views/drag_data.h"
 
 namespace melovane {
 
@@ -97,10 +98,7 @@ void ctl_Playlist::bookPressed()
 
 void ctl_Playlist::copyRows()
 {
-    const QString text = dragContent().text;
-    if (!text.isEmpty()) {
-        m_controls.clipboard.setText(text);
-    }
+    copyDrag(DragKind::Plid, dragContent(), m_controls.grid, m_controls.clipboard);
 }
 
 void ctl_Playlist::selectAllRows()

@@ -11,7 +11,7 @@
 #include "shell/wings/suite_wing.h"
 #include "shell/wings/trees_wing.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 
 namespace melovane {
 
@@ -64,7 +64,7 @@ int Application::run()
     case StartResult::Run:
         break;
     }
-    return QApplication::exec();
+    return QGuiApplication::exec();
 }
 
 } // namespace melovane

@@ -16,7 +16,7 @@ public:
     /// one that it has at the first of several calls.
     void dock();
 
-    /// Back to its former place; nothing when it is not docked.
+    /// Back to its former place, maximised if it was; nothing when it is not docked.
     void undock();
 
     /// True from dock() to undock(): its place is then the player's choice and not to be kept.

@@ -269,6 +269,7 @@ Rows parseRows(const QString& text, const TableDef& table)
             continue;
         }
         std::vector<Value> row;
+        row.reserve(size_t(parts.size()));
         for (qsizetype i = 0; i < parts.size(); ++i) {
             row.push_back(cellValue(parts[i], types[size_t(i)]));
         }

@@ -2,8 +2,6 @@
 
 #include "config/global_settings.h"
 
-#include <QStringList>
-
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -164,20 +162,31 @@ QStringView columnOf(TrackField field)
     return rowOf(field).column;
 }
 
-QString columnList(std::initializer_list<TrackField> fields)
+QStringList columnNames(std::span<const TrackField> fields)
 {
     QStringList names;
     for (const TrackField field : fields) {
         names.append(columnOf(field).toString());
     }
-    return names.join(u", "_s);
+    return names;
+}
+
+QString columnList(std::span<const TrackField> fields)
+{
+    return columnNames(fields).join(u", "_s);
+}
+
+QString columnList(std::initializer_list<TrackField> fields)
+{
+    return columnList(std::span(fields.begin(), fields.size()));
 }
 
 const TrackFieldRow* findTrackField(QStringView column)
 {
-    const auto found = std::find_if(kFields.begin(), kFields.end(), [column](const auto& row) {
-        return row.column.compare(column, Qt::CaseInsensitive) == 0;
-    });
+    const auto* const found =
+        std::find_if(kFields.begin(), kFields.end(), [column](const auto& row) {
+            return row.column.compare(column, Qt::CaseInsensitive) == 0;
+        });
     return found == kFields.end() ? nullptr : &*found;
 }
 

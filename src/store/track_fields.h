@@ -5,6 +5,7 @@
 #include "store/all_data.h"
 
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 #include <cstddef>
@@ -120,6 +121,10 @@ using TrackMember = std::variant<std::monostate,
                                  MlvEQStyle MlvAllData::*>;
 
 /// All that the program knows of one field of a track.
+///
+/// Grids, search and edits need no more than the row. The record of a track, the statement of a
+/// list and the tag of a file name their fields themselves: a field that they hold has a member
+/// there, see docs/house.md.
 struct TrackFieldRow
 {
     TrackField field;
@@ -145,7 +150,11 @@ struct TrackFieldRow
 /// The name of the column, for statements and rows.
 [[nodiscard]] QStringView columnOf(TrackField field);
 
-/// Names of columns in the order given, as a statement lists them: "FID, Titel".
+/// Names of columns in the order given.
+[[nodiscard]] QStringList columnNames(std::span<const TrackField> fields);
+
+/// The same as a statement lists them: "FID, Titel".
+[[nodiscard]] QString columnList(std::span<const TrackField> fields);
 [[nodiscard]] QString columnList(std::initializer_list<TrackField> fields);
 
 /// The row of a column without regard to letter case; null for a name that is no field of a track.

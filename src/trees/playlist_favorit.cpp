@@ -3,6 +3,7 @@
 #include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/update_colors.h"
 #include "platform/controls/popup_menu.h"
 #include "platform/system/leading_number.h"
 #include "platform/system/timers.h"
@@ -244,6 +245,7 @@ std::span<const BusRow<PlaylistFavorit>> PlaylistFavorit::busTable()
         {bus::kPlaylistEigenschaften, &PlaylistFavorit::showDetails},
         {bus::kPlaylistSaveFile, &PlaylistFavorit::saveFile},
         {bus::kCreateToolBars, &PlaylistFavorit::createToolBars},
+        {bus::kUpdateColor, &PlaylistFavorit::updateColor},
         {bus::kUpdatePlaylistName, &PlaylistFavorit::playlistName},
         {bus::kUpdateGroupName, &PlaylistFavorit::groupName},
         {bus::kUpdateTreeRow, &PlaylistFavorit::treeRow},
@@ -277,6 +279,11 @@ void PlaylistFavorit::saveFile(const MLVMessage&)
 void PlaylistFavorit::createToolBars(const MLVMessage&)
 {
     emit toolBarWanted();
+}
+
+void PlaylistFavorit::updateColor(const MLVMessage&)
+{
+    m_tree.setTreeFont(UpdateColors(m_parts.settings).font());
 }
 
 void PlaylistFavorit::playlistName(const MLVMessage& message)

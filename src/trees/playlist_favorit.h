@@ -123,6 +123,7 @@ private:
     void showDetails(const MLVMessage& message);
     void saveFile(const MLVMessage& message);
     void createToolBars(const MLVMessage& message);
+    void updateColor(const MLVMessage& message);
     void playlistName(const MLVMessage& message);
     void groupName(const MLVMessage& message);
     void treeRow(const MLVMessage& message);

@@ -1,5 +1,6 @@
 #include "views/drag_data.h"
 
+#include "platform/controls/clipboard.h"
 #include "platform/db/db_error.h"
 #include "platform/db/recordset.h"
 
@@ -27,11 +28,6 @@ struct DragColumns
     int name;
 };
 
-QString prefixOf(DragKind kind)
-{
-    return kind == DragKind::Plid ? u"DRAG_TYP_PLID:"_s : u"DRAG_TYP_FID_MP3DB:"_s;
-}
-
 std::optional<DraggedRow> readRow(Recordset& rows, const DragColumns& columns, qint64 row)
 {
     try {
@@ -51,21 +47,40 @@ std::optional<DraggedRow> readRow(Recordset& rows, const DragColumns& columns, q
     }
 }
 
+QStringList foundFiles(const QStringList& files,
+                       const std::function<QString(const QString& file)>& locate)
+{
+    QStringList found;
+    for (const QString& file : files) {
+        const QString place = locate(file);
+        if (!place.isEmpty()) {
+            found.append(place);
+        }
+    }
+    return found;
+}
+
 } // namespace
+
+QString dragPrefix(DragKind kind)
+{
+    return kind == DragKind::Plid ? u"DRAG_TYP_PLID:"_s : u"DRAG_TYP_FID_MP3DB:"_s;
+}
 
 QString dragText(DragKind kind, const QStringList& ids)
 {
-    return ids.isEmpty() ? QString() : prefixOf(kind) + ids.join(u',');
+    return ids.isEmpty() ? QString() : dragPrefix(kind) + ids.join(u',');
 }
 
 DragContent GetDragData(DragKind kind,
                         GridControl& grid,
                         Recordset& rows,
                         DragOrder order,
-                        const QString& cached)
+                        const QString& cached,
+                        const std::function<QString(const QString& file)>& locate)
 {
     if (!cached.isEmpty()) {
-        return {prefixOf(kind) + cached, {}};
+        return {dragPrefix(kind) + cached, {}};
     }
     if (grid.selection().empty() && grid.currentRow() >= 0) {
         grid.select({{grid.currentRow(), grid.currentRow()}});
@@ -86,29 +101,26 @@ DragContent GetDragData(DragKind kind,
             return one.id.toLongLong() < two.id.toLongLong();
         });
     }
-    DragContent result;
     QStringList ids;
+    QStringList files;
     for (const DraggedRow& row : dragged) {
         ids.append(row.id);
         if (!row.file.isEmpty()) {
-            result.files.append(row.file);
+            files.append(row.file);
         }
     }
-    result.text = dragText(kind, ids);
+    DragContent result{dragText(kind, ids), {}};
+    if (locate && !files.isEmpty()) {
+        result.files = [files, locate] { return foundFiles(files, locate); };
+    }
     return result;
 }
 
-QStringList foundFiles(const QStringList& files,
-                       const std::function<QString(const QString& file)>& locate)
+void copyDrag(DragKind kind, const DragContent& content, GridControl& grid, Clipboard& clipboard)
 {
-    QStringList found;
-    for (const QString& file : files) {
-        const QString place = locate(file);
-        if (!place.isEmpty()) {
-            found.append(place);
-        }
+    if (!content.text.isEmpty() || !grid.selection().empty()) {
+        clipboard.setText(content.text.isEmpty() ? dragPrefix(kind) : content.text);
     }
-    return found;
 }
 
 } // namespace melovane

@@ -9,6 +9,7 @@
 
 namespace melovane {
 
+class Clipboard;
 class Recordset;
 
 /// What the ids of a drag text are. The prefixes are understood by siblings, too: keep.
@@ -26,6 +27,9 @@ enum class DragOrder
     ById, ///< ids compared as numbers
 };
 
+/// What the text of a drag begins with, and all of it when it carries nothing.
+[[nodiscard]] QString dragPrefix(DragKind kind);
+
 /// Prefix and ids joined by commas; empty without an id.
 [[nodiscard]] QString dragText(DragKind kind, const QStringList& ids);
 
@@ -36,16 +40,18 @@ enum class DragOrder
 /// \param rows   a clone over the rows of the grid; its place is moved. A row that cannot be read
 ///               is left out
 /// \param cached ids that are taken in place of the selection when not empty
-/// Files are Path + DName as they are stored.
-[[nodiscard]] DragContent GetDragData(DragKind kind,
-                                      GridControl& grid,
-                                      Recordset& rows,
-                                      DragOrder order,
-                                      const QString& cached = {});
+/// \param locate gives the place of a stored file (Path + DName) on this machine, empty when it is
+///        nowhere: that one is left out. Asked when the files are; empty for a drag without files
+[[nodiscard]] DragContent
+GetDragData(DragKind kind,
+            GridControl& grid,
+            Recordset& rows,
+            DragOrder order,
+            const QString& cached = {},
+            const std::function<QString(const QString& file)>& locate = {});
 
-/// Where the files of a drag lie on this machine; those that are nowhere are left out.
-/// \param locate gives the place of a stored file, empty when it is not there
-[[nodiscard]] QStringList foundFiles(const QStringList& files,
-                                     const std::function<QString(const QString& file)>& locate);
+/// Copies the text of the rows; rows that carry nothing leave the prefix alone, so that the next
+/// paste does not insert what was copied before. Without a selected row the clipboard stays.
+void copyDrag(DragKind kind, const DragContent& content, GridControl& grid, Clipboard& clipboard);
 
 } // namespace melovane

@@ -88,15 +88,20 @@ void LayoutFiles::repair()
 {
     for (const QStringView view : {kLibraryLayout, kPlaylistLayout}) {
         const QString name = view.toString();
+        const bool hasModel = name == kLibraryLayout;
         const QString version = m_paths.GetUserRegistryValue(name, kVersion);
-        if (version == kVersion || !m_files.fileExists(fileOf(kModel))) {
+        if (version == kVersion || (hasModel && !m_files.fileExists(fileOf(kModel)))) {
             continue;
         }
         try {
             if (m_files.fileExists(fileOf(name))) {
                 m_files.copy(fileOf(name), fileOf(name) + kFormer);
             }
-            m_files.copy(fileOf(kModel), fileOf(name));
+            if (hasModel) {
+                m_files.copy(fileOf(kModel), fileOf(name));
+            } else {
+                m_files.remove(fileOf(name));
+            }
         } catch (const IoError&) {
             // The layout stays as it is; the mark too, so the next start tries again.
         }

@@ -168,15 +168,14 @@ QString DialectCheck::check(const QString& text)
     return judge(text, translation);
 }
 
-QString DialectCheck::judge(const QString& text, const sqlite::Translation& translation) const
+QString DialectCheck::judge(const QString& text, const sqlite::Translation& translation)
 {
     const QString trouble =
         translation.ddl ? checkDefinition(text, translation) : checkTranslation(text, translation);
     return trouble.isEmpty() ? trouble : trouble + u"\n"_s + translation.sql;
 }
 
-QString DialectCheck::checkDefinition(const QString& text,
-                                      const sqlite::Translation& translation) const
+QString DialectCheck::checkDefinition(const QString& text, const sqlite::Translation& translation)
 {
     const QString name = translation.ddl->table.Name;
     if (!text.contains(name, Qt::CaseInsensitive)) {
@@ -201,8 +200,7 @@ QString DialectCheck::checkDefinition(const QString& text,
     return trouble;
 }
 
-QString DialectCheck::checkTranslation(const QString& text,
-                                       const sqlite::Translation& translation) const
+QString DialectCheck::checkTranslation(const QString& text, const sqlite::Translation& translation)
 {
     QStringList reached = m_names.reached(text);
     QStringList writable;

@@ -17,7 +17,7 @@ public:
     [[nodiscard]] QString check(const QString& text);
 
     /// The second half of check(): what a translation of that text may be.
-    [[nodiscard]] QString judge(const QString& text, const sqlite::Translation& translation) const;
+    [[nodiscard]] QString judge(const QString& text, const sqlite::Translation& translation);
 
     /// Texts that were translated, and those that were refused.
     [[nodiscard]] int translated() const { return m_translated; }
@@ -26,9 +26,9 @@ public:
 
 private:
     [[nodiscard]] QString checkTranslation(const QString& text,
-                                           const sqlite::Translation& translation) const;
+                                           const sqlite::Translation& translation);
     [[nodiscard]] QString checkDefinition(const QString& text,
-                                          const sqlite::Translation& translation) const;
+                                          const sqlite::Translation& translation);
     [[nodiscard]] QString checkKeys(const QString& text,
                                     const sqlite::Translation& translation) const;
 

@@ -1,9 +1,9 @@
 #include "fuzz/dialect_check.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <random>
 
 // The fuzzing engine's names: keep.
@@ -104,7 +104,7 @@ LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most, 
         text = changed(std::move(text), random);
     }
     const std::size_t made = std::min(text.size(), most);
-    std::memcpy(data, text.data(), made);
+    std::copy_n(text.begin(), made, data);
     return made;
 }
 

@@ -60,7 +60,7 @@ struct BrokenOut
 
 TEST(DialectReplay, TheCheckRefusesTextThatDoesMoreThanItMay)
 {
-    const DialectCheck check;
+    DialectCheck check;
     const QString text = u"select titel from db_all"_s;
     sqlite::Translation translation;
     translation.sql = u"SELECT Titel FROM main.db_all"_s;
@@ -90,7 +90,7 @@ TEST(DialectReplay, TheCheckRefusesTextThatDoesMoreThanItMay)
 
 TEST(DialectReplay, TheCheckSeesKeysThatGiveOtherRows)
 {
-    const DialectCheck check;
+    DialectCheck check;
     sqlite::Translation translation;
     translation.sql = u"SELECT FID FROM db_all"_s;
     translation.keyed = true;

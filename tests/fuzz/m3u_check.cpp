@@ -179,7 +179,7 @@ QString M3uCheck::checkImport(const QByteArray& bytes)
     const int failures = m_m3u.LoadPlaylist(file);
     m_entries += m_m3u.loaded();
     m_failures += failures;
-    if (size_t(m_m3u.loaded() + failures) != records) {
+    if (size_t(m_m3u.loaded()) + size_t(failures) != records) {
         return u"%1 records, but %2 entries and %3 failures"_s.arg(records)
             .arg(m_m3u.loaded())
             .arg(failures);

@@ -30,7 +30,7 @@ FieldDef fieldOf(const QStringList& words)
 {
     FieldDef field;
     field.Name = words[0];
-    const QString type = words[1];
+    const QString& type = words[1];
     field.Size = type == u"text" ? words.value(2).toInt() : 0;
     field.Type = type == u"long"     ? FieldType::Long
                  : type == u"yesno"  ? FieldType::Boolean
@@ -92,7 +92,7 @@ std::optional<sqlite::Source> ShippedNames::find(const QString& name) const
     return found == m_sources.end() ? std::nullopt : std::optional(found->second);
 }
 
-bool ShippedNames::run(const QString& sql) const
+bool ShippedNames::run(const QString& sql)
 {
     return sqlite3_exec(m_connection, sql.toUtf8().constData(), nullptr, nullptr, nullptr) ==
            SQLITE_OK;
@@ -161,7 +161,7 @@ void ShippedNames::readQueries(const QString& folder)
 }
 
 /// A few rows each, with nulls and with texts that differ in case alone.
-void ShippedNames::addRows() const
+void ShippedNames::addRows()
 {
     run(u"INSERT INTO db_all (FID, Titel, Interpret, Genre, Note, BPM, Path, DLen, DTimeMsec, DEL, "
         "DTSImport, Play) VALUES ('1', 'Blue', 'Ärzte', 'Rock', '5', '98', 'C:\\', 1000, 261224, 0, "

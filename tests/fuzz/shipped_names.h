@@ -28,13 +28,13 @@ public:
     [[nodiscard]] QStringList reached(const QString& text) const;
 
     /// Runs SQLite text as it stands. \return true when it worked
-    bool run(const QString& sql) const;
+    bool run(const QString& sql);
 
 private:
     void readTables(const QString& path);
     void readQueries(const QString& folder);
     void addTable(const QString& name, const std::vector<FieldDef>& fields);
-    void addRows() const;
+    void addRows();
 
     sqlite3* m_connection = nullptr;
     std::map<QString, sqlite::Source> m_sources; ///< by name in lower case

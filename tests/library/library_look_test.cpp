@@ -35,7 +35,7 @@ struct LibraryLookTest : public testing::Test
         look.setColours(GridColours::from(UpdateColors(*settings)));
     }
 
-    Value hoursAgo(double hours) const
+    [[nodiscard]] Value hoursAgo(double hours) const
     {
         return clock.now().addMSecs(static_cast<qint64>(-hours * 3'600'000));
     }

@@ -164,7 +164,7 @@ TEST_F(Mp3dbActionsTest, ADragCarriesTheIdsAndTheFiles)
     grid.selected = {{1, 1}};
     const DragContent content = view.dragContent();
     EXPECT_EQ(content.text, u"DRAG_TYP_FID_MP3DB:"_s + fid(1));
-    EXPECT_EQ(content.files, QStringList{u"/music/b.mp3"_s});
+    EXPECT_EQ(content.files(), QStringList{u"/music/b.mp3"_s});
 }
 
 // ---- looks

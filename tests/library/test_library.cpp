@@ -128,6 +128,7 @@ void TestLibrary::add(const std::vector<TestTrack>& tracks)
 void TestLibrary::addMany(int count)
 {
     std::vector<TestTrack> tracks;
+    tracks.reserve(size_t(count));
     for (int number = 0; number < count; ++number) {
         tracks.push_back(
             {u"Titel %1"_s.arg(number, 5, 10, QChar(u'0')), u"Die Probe"_s, {}, {}, 0});

@@ -17,6 +17,9 @@ constexpr size_t kLongList = 24;
 /// Track 1 has the identifier behind this number.
 constexpr qint64 kFirstTrack = Q_INT64_C(800000000000);
 
+/// Of no entry.
+constexpr int kNoEntry = 1'000'000;
+
 bool isTrack(int id)
 {
     return id < ListModel::kWithoutLength;
@@ -38,6 +41,31 @@ void sort(std::vector<ListModel::Entry>& list)
         return one.sid < two.sid ||
                (one.sid == two.sid && two.plid != 0 && (one.plid == 0 || one.plid > two.plid));
     });
+}
+
+/// A number from 0 to limit - 1.
+int below(std::mt19937& random, int limit)
+{
+    return limit <= 0 ? 0 : std::uniform_int_distribution(0, limit - 1)(random);
+}
+
+int randomEntry(std::mt19937& random, const std::vector<ListModel::Entry>& list)
+{
+    return list.empty() ? kNoEntry : list[size_t(below(random, int(list.size())))].plid;
+}
+
+/// Numbers of tracks or entries; now and then an entry that is not there, or one that was named
+/// before.
+QList<int>
+randomIds(std::mt19937& random, const std::vector<ListModel::Entry>& list, int most, bool ofTracks)
+{
+    QList<int> ids;
+    for (int i = 0; i <= below(random, most); ++i) {
+        const bool isKnown = !list.empty() && below(random, 12) != 0;
+        const int entry = isKnown ? randomEntry(random, list) : kNoEntry;
+        ids.append(ofTracks ? 1 + below(random, ListModel::kTracks) : entry);
+    }
+    return ids;
 }
 
 } // namespace
@@ -104,39 +132,36 @@ bool ListModel::adopt(Database& database)
     return true;
 }
 
+Kind ListModel::randomKind(std::mt19937& random) const
+{
+    const auto kind = Kind(below(random, 10));
+    const bool isLast = m_lists.size() < 2;
+    if ((kind == Kind::Undo && m_undo.empty()) || (kind == Kind::Redo && m_redo.empty()) ||
+        (kind == Kind::DeleteList && (isLast || below(random, 4) != 0))) {
+        return Kind::AppendTracks;
+    }
+    return kind;
+}
+
 ModelStep ListModel::randomStep(std::mt19937& random) const
 {
-    const auto below = [&](int limit) {
-        return limit <= 0 ? 0 : std::uniform_int_distribution(0, limit - 1)(random);
-    };
     ModelStep step;
-    step.kind = Kind(below(10));
-    const bool isUndone = m_lists.size() < 2;
-    if ((step.kind == Kind::Undo && m_undo.empty()) ||
-        (step.kind == Kind::Redo && m_redo.empty()) ||
-        (step.kind == Kind::DeleteList && (isUndone || below(4) != 0))) {
-        step.kind = Kind::AppendTracks;
-    }
+    step.kind = randomKind(random);
     auto chosen = m_lists.begin();
-    std::advance(chosen, below(int(m_lists.size())));
+    std::advance(chosen, below(random, int(m_lists.size())));
     step.list = chosen->first;
     const std::vector<Entry>& entries = chosen->second;
     const bool isLong = entries.size() > kLongList;
     if (isLong && (step.kind == Kind::AppendTracks || step.kind == Kind::InsertCopies)) {
         step.kind = Kind::Delete;
     }
-    step.position = below(highest(entries) + 4);
+    step.position = below(random, highest(entries) + 4);
     const bool ofTracks = step.kind == Kind::AppendTracks || step.kind == Kind::InsertTracks;
-    for (int i = 0; i <= below(isLong ? 12 : 5); ++i) {
-        // Now and then an entry that is not there, or one that was named before.
-        const bool isKnown = !entries.empty() && below(12) != 0;
-        const int entry = isKnown ? entries[size_t(below(int(entries.size())))].plid : 1'000'000;
-        step.ids.append(ofTracks ? 1 + below(kTracks) : entry);
-    }
+    step.ids = randomIds(random, entries, isLong ? 12 : 5, ofTracks);
     if (step.kind == Kind::Swap) {
-        step.ids = {entries.empty() ? 1'000'000 : entries[size_t(below(int(entries.size())))].plid};
-        step.position = below(2) == 0 ? -1 : 1;
-    } else if (!ofTracks && below(5) == 0) {
+        step.ids = {randomEntry(random, entries)};
+        step.position = below(random, 2) == 0 ? -1 : 1;
+    } else if (!ofTracks && below(random, 5) == 0) {
         step.position = -10000;
     }
     return step;

@@ -73,6 +73,7 @@ public:
     [[nodiscard]] static QString textOf(Database& database);
 
 private:
+    [[nodiscard]] ModelStep::Kind randomKind(std::mt19937& random) const;
     [[nodiscard]] static Lists read(Database& database);
     [[nodiscard]] static QString textOf(const Lists& lists);
     void edit(const ModelStep& step);

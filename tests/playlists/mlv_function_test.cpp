@@ -435,9 +435,9 @@ TEST_F(PlayStatistics, TheFirstPlaySetsBothCountersTo1FromNull)
 TEST_F(PlayStatistics, TheDayCountEndsTwelveHoursAfterTheLastPlay)
 {
     function.PlaylistSaveStatistik(function.GetPlaylistDetailByFID(Lists::fid(1)));
-    lists.clock.addSeconds(2 * 3600);
+    lists.clock.addSeconds(qint64{2} * 3600);
     function.PlaylistSaveStatistik(function.GetPlaylistDetailByFID(Lists::fid(2)));
-    lists.clock.addSeconds(11 * 3600);
+    lists.clock.addSeconds(qint64{11} * 3600);
     lists.settings->UpdateLastPlayDayCount();
     EXPECT_TRUE(track(u"PlayCountDay"_s).isNull());
     EXPECT_EQ(lists.column(u"select fid from db_all where PlayCountDay is not null"_s),

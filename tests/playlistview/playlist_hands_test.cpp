@@ -36,8 +36,9 @@ TEST_F(PlaylistHands, ASelectionOfFlaggedRowsCarriesNothingAndInsertsNothing)
     others.SendMessage(u"refresh.playlist"_s);
     grid.selected = {{0, 2}};
     EXPECT_TRUE(view.dragContent().text.isEmpty());
+    clipboard.content = u"DRAG_TYP_PLID:1"_s;
     view.toolPressed(u"all.copy"_s);
-    EXPECT_TRUE(clipboard.content.isEmpty());
+    EXPECT_EQ(clipboard.content, u"DRAG_TYP_PLID:"_s) << "nothing of an earlier copy is pasted";
     for (const QString& empty : {u"DRAG_TYP_PLID:"_s, u"DRAG_TYP_FID_MP3DB:"_s}) {
         EXPECT_EQ(view.dropEffect(onRow(0, empty)), DropEffect::None);
         clipboard.content = empty;
@@ -284,6 +285,10 @@ TEST_F(PlaylistHands, FilesAreTakenAsTheTracksTheyHold)
     DropOffer text = files;
     text.files = {u"/music/notiz.txt"_s};
     EXPECT_EQ(view.dropEffect(text), DropEffect::None);
+    text.files = {u"/music/Vol. 2"_s};
+    EXPECT_EQ(view.dropEffect(text), DropEffect::None) << "nothing of that name is there";
+    folders = {u"/music/Vol. 2"_s};
+    EXPECT_EQ(view.dropEffect(text), DropEffect::Copy);
     fileTracks.clear();
     view.drop(files);
     EXPECT_EQ(rows(), u"1 4 5 2"_s);

@@ -120,6 +120,7 @@ protected:
     QString undoTip;
     QStringList tempoSearches;
     QStringList fileTracks;                 ///< what dropped files hold
+    QStringList folders;                    ///< places that are folders
     std::vector<MlvPlaylistDetail> sampled; ///< entries that the sample tool got
     QStringList insertedLists;
     bool listsHaveEntries = true;
@@ -141,6 +142,7 @@ protected:
              tempoSearches.append(cmd + u' ' + fid + u' ' + plid);
          },
          [](int) {}, [](const QString& file) { return file; },
+         [this](const QString& place) { return folders.contains(place); },
          [this](const QStringList&) { return fileTracks; },
          [](const QString&, const GridControl&) {}, [](const QString&, GridControl&) {},
          [this](const QStringList& files, Pnid target, std::optional<Sid> place, int aktion) {

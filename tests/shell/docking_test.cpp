@@ -32,6 +32,18 @@ TEST_F(DockingTest, UndockingGoesBackToThePlaceBeforeTheFirstOfSeveralDockings)
     EXPECT_FALSE(docking.isDocked());
 }
 
+TEST_F(DockingTest, AMaximisedWindowKeepsItsNormalPlaceAndIsMaximisedAgain)
+{
+    const QRect normal = window.rect;
+    window.maximised = true;
+    // While the window system takes the state away, the window still covers the screen.
+    window.whenNormal = [this] { window.rect = window.area; };
+    docking.dock();
+    docking.undock();
+    EXPECT_EQ(window.rect, normal);
+    EXPECT_TRUE(window.maximised);
+}
+
 TEST_F(DockingTest, UndockingAWindowThatIsNotDockedChangesNothing)
 {
     const QRect before = window.rect;

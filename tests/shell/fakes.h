@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QStringList>
 
+#include <functional>
 #include <map>
 
 namespace melovane::test {
@@ -130,6 +131,9 @@ public:
     {
         maximised = false;
         ++normals;
+        if (whenNormal) {
+            whenNormal();
+        }
     }
 
     [[nodiscard]] int windowHandle32() const override { return 4712; }
@@ -148,6 +152,7 @@ public:
     int raised = 0;
     int closed = 0;
     int normals = 0;
+    std::function<void()> whenNormal;
 };
 
 class PlainSplit : public SplitControl

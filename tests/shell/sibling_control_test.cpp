@@ -17,7 +17,7 @@ using Style = Processes::WindowStyle;
 struct SiblingControlTest : public testing::Test
 {
     /// What was started, without the program folder in front.
-    QStringList commands() const
+    [[nodiscard]] QStringList commands() const
     {
         QStringList result;
         for (const QString& command : processes.commands) {

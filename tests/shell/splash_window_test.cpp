@@ -18,7 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 
 struct SplashWindowTest : testing::Test
 {
-    QWidget* window() const
+    [[nodiscard]] QWidget* window() const
     {
         for (QWidget* widget : QApplication::topLevelWidgets()) {
             if (widget->objectName() == "frmStartUpDB"_L1 && widget->isVisible()) {

@@ -35,7 +35,7 @@ public:
         }
         const size_t before = heard.size();
         // What the source leaves alone shall be seen.
-        heard.resize(before + static_cast<size_t>(moments * format.channels), qint16{-12345});
+        heard.resize(before + size_t(moments) * size_t(format.channels), qint16{-12345});
         source->fill(std::span(heard).subspan(before));
     }
 

@@ -25,15 +25,15 @@ protected:
         BusSender(lists.bus, QStringLiteral("MLVDB")).SendMessage(name, value1, value2);
     }
 
-    int rowOf(int list) const
+    [[nodiscard]] int rowOf(int list) const
     {
         const int row = tree.find(treekey::playlist(list));
         return row >= 0 ? row : tree.find(treekey::jingleList(list));
     }
 
-    int groupRow(int group) const { return tree.find(treekey::group(group)); }
+    [[nodiscard]] int groupRow(int group) const { return tree.find(treekey::group(group)); }
 
-    QString picture(int list) const { return tree.row(rowOf(list)).picture; }
+    [[nodiscard]] QString picture(int list) const { return tree.row(rowOf(list)).picture; }
 
     void press(const QString& tool, int row)
     {

@@ -10,6 +10,8 @@ namespace melovane::test {
 class PlainTree : public TreeControl
 {
 public:
+    void setTreeFont(const GridFont& wanted) override { font = wanted; }
+
     void setRows(std::vector<TreeRow> wanted) override
     {
         rows = std::move(wanted);
@@ -81,7 +83,7 @@ public:
     {
         QStringList result;
         for (const TreeRow& row : rows) {
-            result.append(QString(2 * row.level, u' ') + row.text);
+            result.append(QString(qsizetype{2} * row.level, u' ') + row.text);
         }
         return result;
     }
@@ -89,6 +91,7 @@ public:
     std::vector<TreeRow> rows;
     QStringList foldedKeys;
     QString editedText;
+    GridFont font;
     int current = -1;
     int first = -1;
     int editedRow = -1;

@@ -59,6 +59,14 @@ TEST_F(PlaylistFavoritEdit, EachPairOfMarksInANameFormatIsADateAndALoneOneStays)
     EXPECT_EQ(names.nameFromFormat({}), QString());
 }
 
+TEST_F(PlaylistFavoritEdit, AZeroOrNoLetterOfADateInANameFormatStandsForItself)
+{
+    ListCatalogue& names = lists.lists.catalogue();
+    EXPECT_EQ(names.nameFromFormat(u"#DD.MM.20YY#"_s), u"14.03.2026"_s);
+    EXPECT_EQ(names.nameFromFormat(u"Bar #1.0#"_s), u"Bar 1.0"_s);
+    EXPECT_EQ(names.nameFromFormat(u"#Bar# #007#"_s), u"Bar 007"_s);
+}
+
 TEST_F(PlaylistFavoritEdit, ARenamedPlaylistWaitsToBeSavedAndTheOtherPanelsLearnItsName)
 {
     panel.rowEdited(rowOf(lists.dance), u" Don't stop "_s);

@@ -1,3 +1,4 @@
+#include "config/update_colors.h"
 #include "trees/favorit_panel.h"
 
 namespace melovane {
@@ -292,6 +293,16 @@ TEST_F(PlaylistFavoritTest, NoRefreshTurnsTheMessageLoopInWhichTheNextOneWaits)
     send(u"refresh.playlist.tree"_s, 7);
     send(u"refresh.playlist"_s, 7);
     EXPECT_EQ(loop.turns, before);
+}
+
+TEST_F(PlaylistFavoritTest, TheTreeHasTheFontOfTheGrids)
+{
+    UpdateColors colours(*lists.settings);
+    colours.setFont({u"DejaVu Sans"_s, 17, true});
+    colours.SaveIni();
+    send(u"update.color"_s);
+    EXPECT_EQ(tree.font.size, 17);
+    EXPECT_TRUE(tree.font.bold);
 }
 
 } // namespace

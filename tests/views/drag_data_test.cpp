@@ -21,12 +21,17 @@ protected:
 
     [[nodiscard]] DragContent drag(DragOrder order, const QString& cached = {})
     {
-        return GetDragData(DragKind::FidMp3db, grid, *rows, order, cached);
+        return GetDragData(DragKind::FidMp3db, grid, *rows, order, cached,
+                           [this](const QString& file) {
+                               ++located;
+                               return file;
+                           });
     }
 
     std::unique_ptr<Database> database = suite.open();
     std::unique_ptr<Recordset> rows;
     test::PlainGrid grid;
+    int located = 0;
 
     void SetUp() override
     {
@@ -39,7 +44,8 @@ TEST_F(DragDataTest, IdsAreJoinedByCommasInTheOrderOfTheGrid)
     grid.selected = {{0, 1}, {3, 3}};
     const DragContent content = drag(DragOrder::ByPosition);
     EXPECT_EQ(content.text, u"DRAG_TYP_FID_MP3DB:800000000003,800000000001,800000000004"_s);
-    EXPECT_EQ(content.files,
+    EXPECT_EQ(located, 0) << "the disk is asked when another program takes the files";
+    EXPECT_EQ(content.files(),
               (QStringList{u"/music/a.mp3"_s, u"/music/b.mp3"_s, u"/music/d.mp3"_s}));
 }
 
@@ -48,7 +54,7 @@ TEST_F(DragDataTest, SortedByIdTheyAreComparedAsNumbersAndTheFilesFollow)
     grid.selected = {{0, 3}};
     const DragContent content = drag(DragOrder::ById);
     EXPECT_EQ(content.text, u"DRAG_TYP_FID_MP3DB:800000000001,800000000003,800000000004"_s);
-    EXPECT_EQ(content.files.first(), u"/music/b.mp3"_s);
+    EXPECT_EQ(content.files().first(), u"/music/b.mp3"_s);
 }
 
 TEST_F(DragDataTest, AFlaggedRowIsNeverDraggedASingleOneNeither)

@@ -137,6 +137,21 @@ TEST_F(LayoutFilesTest, ALayoutMarkedForRepairIsTheModelAtTheNextStartAndTheForm
     EXPECT_EQ(version(name), u"3.4"_s);
 }
 
+TEST_F(LayoutFilesTest, ARepairedPlaylistLayoutHasTheColumnsOfPlaylistsAgain)
+{
+    name = kPlaylistLayout.toString();
+    write(u"default.grx"_s, layoutText(libraryColumns()));
+    write(name, twoColumns);
+    layouts.markForRepair();
+    layouts.repair();
+    EXPECT_EQ(read(name + u".bak"_s), twoColumns);
+    grid.layout = {{u"Aktion"_s, u"Aktion"_s, 6}, {u"Nr"_s, u"Nr"_s, 4}};
+    layouts.load(name, grid);
+    ASSERT_EQ(grid.layout.size(), 2U) << "the grid keeps the columns that it was made with";
+    EXPECT_EQ(grid.layout[0].field, u"Aktion"_s);
+    EXPECT_EQ(version(name), u"3.4"_s);
+}
+
 TEST_F(LayoutFilesTest, ALayoutOfThisReleaseOrWithoutAVersionIsNotRepaired)
 {
     write(u"default.grx"_s, layoutText(libraryColumns()));

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/controls/colour.h"
+#include "platform/controls/grid_font.h"
 #include "platform/db/value.h"
 
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -112,17 +114,6 @@ struct RowRange
     bool operator==(const RowRange&) const = default;
 };
 
-/// Font and row height of a grid.
-struct GridFont
-{
-    QString name; ///< a font that is not installed gives that of the desktop
-    int size = 9; ///< points
-    bool bold = false;
-    int rowSpacing = 0; ///< units added to the height of each row
-
-    bool operator==(const GridFont&) const = default;
-};
-
 /// What happens to cells that the user changes in the grid.
 class GridEditing
 {
@@ -141,8 +132,9 @@ public:
 /// What a drag carries.
 struct DragContent
 {
-    QString text;      ///< understood inside the suite; nothing is dragged when it is empty
-    QStringList files; ///< full paths, for other programs
+    QString text; ///< understood inside the suite; nothing is dragged when it is empty
+    /// Full paths, for other programs; asked for once, when one takes them. May be empty.
+    std::function<QStringList()> files;
 };
 
 /// A grid of rows over a data control, as logic sees it. Rows count from 0 in the order shown;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/controls/grid_font.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -73,6 +75,9 @@ public:
     [[nodiscard]] virtual int firstVisibleRow() const = 0;
     /// Scrolls so that it is the first one on the screen, as far as there are rows for that.
     virtual void setFirstVisibleRow(int index) = 0;
+
+    /// Rows of a heading are bold in any font.
+    virtual void setTreeFont(const GridFont& font) = 0;
 
     /// Gives it the keyboard.
     virtual void focus() = 0;

@@ -2,9 +2,9 @@
 #include "platform/qt/data_grid_model.h"
 #include "platform/qt/data_grid_painter.h"
 #include "platform/qt/figures.h"
+#include "platform/qt/grid_font.h"
 #include "platform/qt/grid_header.h"
 
-#include <QFontInfo>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -177,17 +177,10 @@ void DataGrid::setGridFont(const GridFont& wanted)
 {
     // Widths are kept in figures, so they follow the font.
     const std::vector<GridColumn> before = columns();
-    QFont next = QFont();
-    const QFont named(wanted.name);
-    if (!wanted.name.isEmpty() && QFontInfo(named).exactMatch()) {
-        next.setFamily(wanted.name);
-    }
-    if (wanted.size > 0) {
-        next.setPointSize(std::min(wanted.size, 72));
-    }
-    next.setBold(wanted.bold);
-    setFont(next);
-    m_rowSpacing = std::clamp(wanted.rowSpacing, 0, 200);
+    setFont(toQFont(wanted));
+    // Headings don't inherit: the desktop gives them a font of their own.
+    m_header->setFont(font());
+    m_rowSpacing = clampedSpacing(wanted);
     setRowHeight();
     if (!before.empty()) {
         arrange(before);

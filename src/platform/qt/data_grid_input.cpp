@@ -1,15 +1,14 @@
 #include "platform/qt/data_grid.h"
 #include "platform/qt/data_grid_model.h"
 #include "platform/qt/grid_dropping.h"
+#include "platform/qt/row_cargo.h"
 #include "platform/qt/skin.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDrag>
 #include <QKeyEvent>
-#include <QMimeData>
 #include <QPainter>
-#include <QUrl>
 
 #include <utility>
 
@@ -140,17 +139,8 @@ void DataGrid::startDrag(Qt::DropActions actions)
     if (content.text.isEmpty()) {
         return;
     }
-    auto* cargo = new QMimeData;
-    cargo->setText(content.text);
-    QList<QUrl> urls;
-    for (const QString& file : content.files) {
-        urls.append(QUrl::fromLocalFile(file));
-    }
-    if (!urls.isEmpty()) {
-        cargo->setUrls(urls);
-    }
     auto* drag = new QDrag(this);
-    drag->setMimeData(cargo);
+    drag->setMimeData(new RowCargo(content));
     drag->setPixmap(dragPicture(m_skin.theme(), font(), rowsIn(selection()), devicePixelRatioF()));
     drag->setHotSpot(QPoint(-10, -6));
     drag->exec(Qt::CopyAction);

@@ -31,7 +31,7 @@ QString paintedPart(const QString& text)
 
 QFont fontOf(const CellStyle& style, QFont font)
 {
-    font.setBold(style.bold);
+    font.setBold(style.bold || font.bold());
     font.setStrikeOut(style.struckOut);
     return font;
 }

@@ -1,5 +1,6 @@
 #include "platform/qt/grid_dropping.h"
 
+#include "platform/qt/row_cargo.h"
 #include "platform/qt/skin.h"
 
 #include <QDropEvent>
@@ -90,9 +91,11 @@ DropOffer GridDropping::offerOf(const QDropEvent& event, bool onHeadings) const
 {
     DropOffer offer;
     offer.text = event.mimeData()->text();
-    for (const QUrl& url : event.mimeData()->urls()) {
-        if (url.isLocalFile()) {
-            offer.files.append(url.toLocalFile());
+    if (!RowCargo::isIn(*event.mimeData())) {
+        for (const QUrl& url : event.mimeData()->urls()) {
+            if (url.isLocalFile()) {
+                offer.files.append(url.toLocalFile());
+            }
         }
     }
     offer.copyKey = event.modifiers().testFlag(Qt::ControlModifier);

@@ -1,5 +1,6 @@
 #include "platform/qt/outline_tree.h"
 
+#include "platform/qt/grid_font.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/outline_model.h"
 #include "platform/qt/skin.h"
@@ -24,7 +25,7 @@ constexpr int kGap = 7;
 
 QFont fontOf(const TreeRow& row, QFont font)
 {
-    font.setBold(row.bold || row.heading);
+    font.setBold(row.bold || row.heading || font.bold());
     return font;
 }
 
@@ -34,6 +35,7 @@ class OutlineDelegate : public QStyledItemDelegate
 public:
     explicit OutlineDelegate(OutlineTree& tree)
         : QStyledItemDelegate(&tree)
+        , m_tree(tree)
     {}
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
@@ -41,7 +43,7 @@ public:
     {
         const int picture = option.fontMetrics.height();
         return {picture + option.fontMetrics.horizontalAdvance(index.data().toString()) + 3 * kGap,
-                option.fontMetrics.height() + kRowSpacing};
+                option.fontMetrics.height() + kRowSpacing + m_tree.rowSpacing()};
     }
 
     void updateEditorGeometry(QWidget* editor,
@@ -62,6 +64,9 @@ public:
         showWholeText(*event, view, index.data().toString(), fits);
         return true;
     }
+
+private:
+    const OutlineTree& m_tree;
 };
 
 } // namespace
@@ -89,7 +94,7 @@ OutlineTree::OutlineTree(const Skin& skin, const IconSet& icons, QWidget* parent
     setDropIndicatorShown(false);
     constexpr int kUnfoldMs = 600;
     setAutoExpandDelay(kUnfoldMs);
-    QTreeView::setIndentation(fontMetrics().height() * 5 / 4);
+    setTreeFont({{}, 0});
     connect(this, &QTreeView::clicked, this,
             [this](const QModelIndex& index) { emit rowClicked(m_model->placeOf(index)); });
     connect(m_model, &OutlineModel::edited, this, &OutlineTree::rowEdited);
@@ -97,6 +102,14 @@ OutlineTree::OutlineTree(const Skin& skin, const IconSet& icons, QWidget* parent
 }
 
 OutlineTree::~OutlineTree() = default;
+
+void OutlineTree::setTreeFont(const GridFont& wanted)
+{
+    setFont(toQFont(wanted));
+    m_rowSpacing = clampedSpacing(wanted);
+    QTreeView::setIndentation(fontMetrics().height() * 5 / 4);
+    scheduleDelayedItemsLayout();
+}
 
 void OutlineTree::setRows(std::vector<TreeRow> rows)
 {

@@ -39,7 +39,11 @@ public:
     void setFolded(const QStringList& keys) override;
     [[nodiscard]] int firstVisibleRow() const override;
     void setFirstVisibleRow(int index) override;
+    void setTreeFont(const GridFont& font) override;
     void focus() override;
+
+    /// Units added to the height of a row by the font's settings.
+    [[nodiscard]] int rowSpacing() const { return m_rowSpacing; }
 
     /// What a drag of a row carries; only this tree understands it.
     [[nodiscard]] std::unique_ptr<QMimeData> cargo(int index) const;
@@ -104,6 +108,7 @@ private:
     const IconSet& m_icons;
     OutlineModel* m_model;
     Target m_target;
+    int m_rowSpacing = 0;
 };
 
 } // namespace melovane

@@ -2,22 +2,30 @@
 
 #include "platform/controls/font_chooser.h"
 
-class QWidget;
-
 namespace melovane {
 
-/// The font dialog of the tool kit, over a window.
+/// What the font dialog says, in the user's language.
+struct FontDialogTexts
+{
+    QString title;
+    QString name;
+    QString size;
+    QString bold;
+    QString sample; ///< what is shown in the font
+    QString ok;
+    QString cancel;
+};
+
+/// A dialog for just what the settings keep of a font: name, size and boldness, with a sample.
 class QtFontChooser : public FontChooser
 {
 public:
-    /// \param title of the dialog
-    QtFontChooser(QWidget* window, QString title);
+    explicit QtFontChooser(FontDialogTexts texts);
 
     [[nodiscard]] std::optional<GridFont> choose(const GridFont& present) override;
 
 private:
-    QWidget* m_window;
-    QString m_title;
+    FontDialogTexts m_texts;
 };
 
 } // namespace melovane

@@ -68,7 +68,7 @@ QPushButton:pressed { background: {GridColorSelGotFocus}; }
 QPushButton:focus, QPushButton:default { border-color: {Accent}; }
 QPushButton#EmptyButton { border-color: {Accent}; }
 QPushButton:disabled { color: {TextDisabled}; }
-QPushButton:default { font-weight: 600; }
+QPushButton:default { background: {GridColorSelLostFocus}; }
 QPushButton:default:disabled { border-color: {Hairline}; }
 QDialog QPushButton { min-width: {button}px; }
 QCheckBox { spacing: 8px; color: {Text}; }

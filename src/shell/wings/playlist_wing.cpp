@@ -83,6 +83,8 @@ PlaylistActions PlaylistWing::viewActions()
                     below.sound.monitor.run(direction < 0 ? u"play.zur" : u"play.vor", {});
                 },
             .locate = [this](const QString& file) { return below.machine.locator.placeOf(file); },
+            .isFolder =
+                [this](const QString& place) { return below.machine.files.folderExists(place); },
             .tracksOf = [this](const QStringList& places) { return drops.tracksOf(places); },
             .saveLayout = [&layouts](const QString& name,
                                      const GridControl& grid) { layouts.save(name, grid); },

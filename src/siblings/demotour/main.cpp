@@ -5,9 +5,10 @@
 // files, and saves pictures of the windows.
 
 #include "shell/application.h"
+#include "shell/ui/console_application.h"
 #include "siblings/demotour/ui/tour.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QProcess>
 
 #include <cstdio>
@@ -20,7 +21,7 @@ bool import(const QString& music)
 {
     QProcess importer;
     importer.setProcessChannelMode(QProcess::ForwardedChannels);
-    importer.start(QApplication::applicationDirPath() + u"/mediaintake"_s,
+    importer.start(QCoreApplication::applicationDirPath() + u"/mediaintake"_s,
                    {u"1"_s, u"--folder"_s, music, u"--quiet"_s});
     return importer.waitForFinished(-1) && importer.exitStatus() == QProcess::NormalExit &&
            importer.exitCode() == 0;
@@ -31,9 +32,9 @@ bool import(const QString& music)
 int main(int argc, char** argv)
 {
     // The tour answers the dialogs, so they are those of the tool kit.
-    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    QApplication application(argc, argv);
-    const QStringList arguments = QApplication::arguments();
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    melovane::ConsoleApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 3) {
         std::fputs("demotour MUSIC PICTURE [--stay]\n", stderr);
         return 2;

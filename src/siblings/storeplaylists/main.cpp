@@ -11,17 +11,12 @@
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
-#include "platform/qt/desktop_texts.h"
-#include "platform/qt/icon_set.h"
-#include "platform/qt/skin.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "playlistfiles/store_playlists.h"
-#include "shell/show_warning.h"
 #include "shell/skin_files.h"
-#include "shell/ui/msg_dialog.h"
+#include "siblings/storeplaylists/ui/failure_message.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QTextStream>
 
@@ -80,18 +75,10 @@ public:
         return m_texts.text(u"store.failed"_s, failures.size(), toldLines(m_texts, failures));
     }
 
-    void tell(QApplication& application, const QString& text, WarningType type)
+    void tell(int argc, char** argv, const QString& text, WarningType type)
     {
-        setLanguageOfDesktopTexts(application, m_texts.text(u"Sprach.Code"));
-        Skin skin(application);
         const QString theme = SkinFiles(m_paths, m_files).text(m_settings.SkinFileName());
-        if (!theme.isEmpty()) {
-            skin.load(theme);
-        }
-        const IconSet icons(skin);
-        MsgDialog form(icons);
-        frmMsg(m_settings, m_texts, m_paths, form)
-            .ShowWarning(text, type, m_texts.text(u"store.title"_s));
+        showFailure(argc, argv, {m_settings, m_texts, m_paths, theme}, text, type);
     }
 
 private:
@@ -116,8 +103,7 @@ int main(int argc, char** argv)
     if (!text.isEmpty()) {
         QTextStream(stderr) << text << Qt::endl;
         if (argc < 2 || QByteArrayView(argv[1]) != "--quiet") {
-            QApplication application(argc, argv);
-            program.tell(application, text, failed ? WarningType::Stop : WarningType::Note);
+            program.tell(argc, argv, text, failed ? WarningType::Stop : WarningType::Note);
         }
     }
     return failed ? 1 : 0;

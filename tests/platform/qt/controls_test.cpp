@@ -2,7 +2,9 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/panel.h"
 #include "platform/qt/progress_dialog.h"
+#include "platform/qt/qt_font_chooser.h"
 #include "platform/qt/qt_message_loop.h"
+#include "platform/qt/row_cargo.h"
 #include "platform/qt/search_line.h"
 #include "platform/qt/skin.h"
 #include "platform/qt/split_panel.h"
@@ -10,6 +12,8 @@
 #include "support/wait_for.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
 #include <QHBoxLayout>
 #include <QHelpEvent>
 #include <QLabel>
@@ -18,7 +22,9 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 #include <QToolTip>
 
@@ -241,6 +247,77 @@ TEST(ElidedLabelTest, WhatDoesNotFitEndsInAnEllipsisAndTheToolTipShowsItWhole)
     shortened.resize(label.size());
     EXPECT_EQ(label.grab().toImage(), shortened.grab().toImage());
     QToolTip::hideText();
+}
+
+// ---- buttons
+
+/// Dots of a picture that are not of the ground, as text and border make them.
+int inkOf(QPushButton& button, int width)
+{
+    button.resize(width, button.sizeHint().height());
+    const QImage picture = button.grab().toImage();
+    const QRgb ground = picture.pixel(picture.width() / 2, 4);
+    int dots = 0;
+    for (int y = 6; y < picture.height() - 6; ++y) {
+        for (int x = 6; x < picture.width() - 6; ++x) {
+            dots += picture.pixel(x, y) != ground ? 1 : 0;
+        }
+    }
+    return dots;
+}
+
+TEST(ButtonTest, TheDefaultButtonShowsItsWholeTextInItsOwnWidth)
+{
+    Skin skin(*qApp);
+    ASSERT_TRUE(skin.load(u"Text=#ffffff\nGridHeadColor=#202020\n"_s));
+    QDialog dialog;
+    auto* button = new QPushButton(u"Weiteren Ordner hinzufügen ..."_s, &dialog);
+    button->setDefault(true);
+    dialog.show();
+    const int own = button->sizeHint().width();
+    EXPECT_EQ(inkOf(*button, own), inkOf(*button, own + 60));
+    skin.clear();
+}
+
+// ---- drags
+
+TEST(RowCargoTest, FilesAreLookedUpOnceAndOnlyWhenAnotherProgramAsksForThem)
+{
+    int asked = 0;
+    const RowCargo cargo({u"DRAG_TYP_PLID:1"_s, [&asked] {
+                              ++asked;
+                              return QStringList{u"/musik/Ä b.mp3"_s};
+                          }});
+    EXPECT_TRUE(RowCargo::isIn(cargo));
+    EXPECT_TRUE(cargo.hasUrls());
+    EXPECT_EQ(cargo.text(), u"DRAG_TYP_PLID:1"_s);
+    EXPECT_EQ(asked, 0);
+    EXPECT_EQ(cargo.urls(), QList<QUrl>{QUrl::fromLocalFile(u"/musik/Ä b.mp3"_s)});
+    EXPECT_EQ(cargo.data(u"text/uri-list"_s), "file:///musik/%C3%84%20b.mp3\r\n");
+    EXPECT_EQ(asked, 1);
+    EXPECT_FALSE(RowCargo({u"DRAG_TYP_PLID:1"_s, {}}).hasUrls());
+}
+
+// ---- the font dialog
+
+TEST(FontChooserTest, GivesNameSizeAndBoldnessAndOffersNothingElse)
+{
+    QtFontChooser chooser(
+        {u"Schrift"_s, u"Name"_s, u"Größe"_s, u"Fett"_s, u"Muster"_s, u"OK"_s, u"Abbrechen"_s});
+    const GridFont present{u"DejaVu Sans"_s, 9, false, 3};
+    QTimer::singleShot(0, qApp, [] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        dialog->findChild<QSpinBox*>(u"FontSize"_s)->setValue(14);
+        dialog->findChild<QCheckBox*>(u"FontBold"_s)->setChecked(true);
+        auto* sample = dialog->findChild<QLabel*>(u"FontSample"_s);
+        EXPECT_EQ(sample->font().pointSize(), 14);
+        EXPECT_TRUE(sample->font().bold());
+        dialog->findChild<QPushButton*>(u"cmdOk"_s)->click();
+    });
+    EXPECT_EQ(chooser.choose(present), (GridFont{u"DejaVu Sans"_s, 14, true, 3}));
+    QTimer::singleShot(0, qApp,
+                       [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+    EXPECT_EQ(chooser.choose(present), std::nullopt);
 }
 
 } // namespace

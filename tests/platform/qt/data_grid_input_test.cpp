@@ -337,6 +337,21 @@ TEST_F(GridInputTest, RowsFollowTheFontAndTheSpacing)
     EXPECT_EQ(grid.font().pointSize(), 24);
 }
 
+TEST_F(GridInputTest, HeadingsHaveTheFontOfTheRowsAndABoldFontMakesEveryRowBold)
+{
+    show(10);
+    GridFont font;
+    font.size = grid.font().pointSize();
+    grid.setGridFont(font);
+    const QImage plain = grid.grab().toImage();
+    font.bold = true;
+    grid.setGridFont(font);
+    EXPECT_TRUE(grid.horizontalHeader()->font().bold());
+    const QRect row(0, grid.rowViewportPosition(2) + grid.viewport()->y(), grid.columnWidth(0),
+                    grid.rowHeight(2));
+    EXPECT_NE(grid.grab().toImage().copy(row), plain.copy(row));
+}
+
 TEST_F(GridInputTest, NothingIsDraggedWithoutAText)
 {
     show(10);

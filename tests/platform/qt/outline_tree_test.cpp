@@ -145,5 +145,16 @@ TEST_F(OutlineTreeTest, AnEditedTextIsToldAndNotShownByItself)
     EXPECT_FALSE(tree.isEditing());
 }
 
+TEST_F(OutlineTreeTest, RowsFollowTheFontAndTheSpacing)
+{
+    const int before = tree.placeOf(1).height();
+    GridFont font;
+    font.size = 24;
+    font.rowSpacing = 10;
+    tree.setTreeFont(font);
+    EXPECT_EQ(tree.font().pointSize(), 24);
+    EXPECT_GT(tree.placeOf(1).height(), before + 10);
+}
+
 } // namespace
 } // namespace melovane

@@ -22,6 +22,8 @@ constexpr qint64 kWorthKeeping = 20'000;
 constexpr int kMostMarks = 200;
 
 /// Read with the first search, whatever it asks for: what a library is searched and sorted by.
+/// Names of columns, since the engine knows tables and no tracks; one that the table lacks is left
+/// out, one that is missing here is read when it is first asked for.
 const QString kFirstColumns[] = {u"Titel"_s, u"Interpret"_s, u"Album"_s, u"Kommentar"_s,
                                  u"DName"_s, u"Path"_s,      u"Genre"_s, u"Jahr"_s,
                                  u"Track"_s, u"BPM"_s,       u"Note"_s,  u"PlayCountAll"_s,

@@ -38,11 +38,11 @@ constexpr char kMagic[8] = {'M', 'L', 'V', 'I', 'N', 'D', 'E', 'X'};
 constexpr quint32 kFormat = 1;
 
 /// Bytes of one step of writing, and of reading between looks at the checksum.
-constexpr qint64 kPart = 1024 * 1024;
+constexpr qint64 kPart = qint64{1024} * 1024;
 constexpr int kPartsAtOnce = 4;
 
 /// A directory is some dozen entries.
-constexpr qint64 kMostDirectory = 1024 * 1024;
+constexpr qint64 kMostDirectory = qint64{1024} * 1024;
 
 /// Snapshots of how many databases are kept.
 constexpr qsizetype kMostSnapshots = 4;

@@ -174,6 +174,7 @@ std::vector<std::size_t> IndexTable::passing(const SearchCondition& where) const
     std::iota(rows.begin(), rows.end(), 0U);
     for (const std::vector<SearchTest>& group : where) {
         std::vector<std::pair<IndexTest, std::size_t>> tests;
+        tests.reserve(group.size());
         for (const SearchTest& test : group) {
             tests.emplace_back(IndexTest(test), find(test.column));
         }
@@ -216,6 +217,7 @@ qint64 IndexTable::count(const SearchCondition& where)
 std::vector<IndexTable::Key> IndexTable::keysOf(const std::vector<SearchOrder>& order) const
 {
     std::vector<Key> keys;
+    keys.reserve(order.size());
     for (const SearchOrder& term : order) {
         keys.push_back({find(term.column), term.descending});
     }

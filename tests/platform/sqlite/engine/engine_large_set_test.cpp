@@ -29,7 +29,7 @@ protected:
     static qint64 bytes()
     {
         const struct mallinfo2 info = mallinfo2();
-        return qint64(info.uordblks + info.hblkhd);
+        return qint64(info.uordblks) + qint64(info.hblkhd);
     }
 
     static qint64 walk(Recordset& set)

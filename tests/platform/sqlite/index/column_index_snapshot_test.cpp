@@ -509,7 +509,7 @@ TEST_F(ColumnIndexSnapshot, SnapshotsOfDatabasesLongNotUsedMakeRoom)
     const auto leave = [&](const QString& name, int minutes) {
         QFile file(folder() + u'/' + name);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.setFileTime(past.addSecs(60 * minutes), QFileDevice::FileModificationTime);
+        file.setFileTime(past.addSecs(qint64{60} * minutes), QFileDevice::FileModificationTime);
     };
     for (int i = 0; i < 6; ++i) {
         leave(u"%1.index"_s.arg(i), i);

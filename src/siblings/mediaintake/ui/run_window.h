@@ -1,0 +1,12 @@
+#pragma once
+
+namespace melovane {
+
+struct IntakeCommand;
+
+/// Runs the importer with its window until that is closed.
+/// \return exit code of the process: 1 when another importer works on the same library, which then
+/// comes to the front
+[[nodiscard]] int runWindow(int argc, char** argv, const IntakeCommand& command);
+
+} // namespace melovane
