@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// A history is 27 lines; a larger file is none.
-constexpr qint64 kMostHistoryBytes = qint64{4} * 1024 * 1024;
+constexpr qint64 kMaxHistoryBytes = qint64{4} * 1024 * 1024;
 
 } // namespace
 
@@ -25,7 +25,7 @@ void StoredHistory::load()
 {
     try {
         if (m_files.fileExists(file())) {
-            read(m_files.read(file(), kMostHistoryBytes));
+            read(m_files.read(file(), kMaxHistoryBytes));
         }
     } catch (const IoError&) {
         // A run without the history of the former ones.

@@ -205,7 +205,7 @@ qint64 ExportPlan::spaceNeeded(const Files& files, const QString& folder, qint64
     QHash<QString, qint64> onDisk;
     QSet<QString> newFolders;
     qint64 used = 0;
-    qint64 most = 0;
+    qint64 peak = 0;
     for (const ExportItem& item : items) {
         if (item.source.isEmpty() || item.hitsLibrary) {
             continue;
@@ -224,7 +224,7 @@ qint64 ExportPlan::spaceNeeded(const Files& files, const QString& folder, qint64
             onDisk.insert(target, givesBack ? rounded(present->size) : 0);
         }
         // The new file stands beside the old one until it is whole.
-        most = qMax(most, used + rounded(item.size));
+        peak = qMax(peak, used + rounded(item.size));
         used += rounded(item.size) - onDisk[target];
         onDisk[target] = rounded(item.size);
     }
@@ -232,7 +232,7 @@ qint64 ExportPlan::spaceNeeded(const Files& files, const QString& folder, qint64
     for (const ExportItem& item : items) {
         listSize += item.lines.toUtf8().size();
     }
-    return qMax(most, used + rounded(listSize));
+    return qMax(peak, used + rounded(listSize));
 }
 
 } // namespace melovane

@@ -63,15 +63,15 @@ std::vector<ChangedList> changedLists(Database& database)
 }
 
 /// Lines that a message tells one by one.
-constexpr qsizetype kMostTold = 8;
+constexpr qsizetype kMaxTold = 8;
 
 } // namespace
 
 QString toldLines(const ConfigObjects& texts, const QStringList& lines)
 {
-    QStringList told = lines.first(qMin(lines.size(), kMostTold));
-    if (lines.size() > kMostTold) {
-        told.append(texts.text(u"store.more"_s, lines.size() - kMostTold));
+    QStringList told = lines.first(qMin(lines.size(), kMaxTold));
+    if (lines.size() > kMaxTold) {
+        told.append(texts.text(u"store.more"_s, lines.size() - kMaxTold));
     }
     return told.join(u'\n');
 }

@@ -247,7 +247,7 @@ void ListHistory::trim(Database& database)
 {
     const auto sums =
         database.OpenRecordset(u"select count(*) as c, sum(Letters) as l from LIST_HISTORY"_s);
-    if (sums->value(0).toLong() <= kMostSteps && sums->value(1).toInt64() <= kMostLetters) {
+    if (sums->value(0).toLong() <= kMaxSteps && sums->value(1).toInt64() <= kMaxLetters) {
         return;
     }
     const auto steps =
@@ -256,7 +256,7 @@ void ListHistory::trim(Database& database)
     for (int kept = 0; !steps->Eof(); ++kept, steps->MoveNext()) {
         letters += steps->value(1).toInt64();
         // The newest step is kept however long it is.
-        if (kept > 0 && (kept >= kMostSteps || letters > kMostLetters)) {
+        if (kept > 0 && (kept >= kMaxSteps || letters > kMaxLetters)) {
             database.Execute(u"delete from LIST_HISTORY where id<="_s +
                              sql::number(steps->value(0).toInt64()));
             return;

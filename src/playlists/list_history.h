@@ -38,9 +38,9 @@ class ListHistory
 {
 public:
     /// Steps kept; the oldest go first.
-    static constexpr int kMostSteps = 1000;
+    static constexpr int kMaxSteps = 1000;
     /// Letters that all records may have together.
-    static constexpr qint64 kMostLetters = qint64{64} * 1024 * 1024;
+    static constexpr qint64 kMaxLetters = qint64{64} * 1024 * 1024;
 
     enum class Outcome
     {

@@ -67,10 +67,9 @@ PlaylistDetails frmDetailPlaylist::read(Pnid list) const
         u"select count(*) as anz,sum(framestop-framestart) as frtime from pl_all where pnid="_s +
         number);
     const double ms = sums->value(u"frtime").toDouble() * Mod_MilliSecToMin::kFrameMs;
-    const double most = std::numeric_limits<int>::max();
+    const double max = std::numeric_limits<int>::max();
     details.count = sums->value(u"anz").toText();
-    details.totalTime =
-        Mod_MilliSecToMin::MilliSecToMin(int(std::clamp(ms, 0.0, most)), kWithHours);
+    details.totalTime = Mod_MilliSecToMin::MilliSecToMin(int(std::clamp(ms, 0.0, max)), kWithHours);
     details.audioSpace = megabytes(ms / 1000 * kAudioBytesPerSecond);
 
     const auto space =

@@ -3,7 +3,7 @@
 #include "platform/controls/drop_target.h"
 #include "platform/controls/grid_control.h"
 #include "playlistview/open_list.h"
-#include "playlistview/playlist_parts.h"
+#include "playlistview/playlist_view_parts.h"
 
 namespace melovane {
 

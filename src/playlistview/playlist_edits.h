@@ -2,7 +2,7 @@
 
 #include "platform/controls/grid_control.h"
 #include "playlistview/open_list.h"
-#include "playlistview/playlist_parts.h"
+#include "playlistview/playlist_view_parts.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "bus/bus_table.h"
-#include "playlistview/playlist_parts.h"
+#include "playlistview/playlist_view_parts.h"
 
 namespace melovane {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "playlists/list_history.h"
-#include "playlistview/playlist_parts.h"
+#include "playlistview/playlist_view_parts.h"
 
 namespace melovane {
 

@@ -16,10 +16,10 @@ const QString kFirstLine = u"Melovane grid layout 1"_s;
 
 /// Widths that a screen can show, in figures.
 constexpr double kLeastWidth = 1;
-constexpr double kMostWidth = 500;
+constexpr double kMaxWidth = 500;
 
 /// More lines than any view has columns are no layout.
-constexpr int kMostColumns = 500;
+constexpr int kMaxColumns = 500;
 
 QString oneLine(QString text)
 {
@@ -41,7 +41,7 @@ bool readColumn(const QString& line, GridColumn& column)
     }
     column.field = parts[0];
     column.shown = parts[1] == "1"_L1;
-    column.width = std::clamp(width, kLeastWidth, kMostWidth);
+    column.width = std::clamp(width, kLeastWidth, kMaxWidth);
     column.stretched = parts[3] == "1"_L1;
     column.heading = parts.mid(4).join(u'|');
     column.renamed = !column.heading.isEmpty();
@@ -70,7 +70,7 @@ std::vector<GridColumn> readLayout(const QByteArray& bytes)
     for (const QString& line : lines) {
         GridColumn column;
         const bool isNew = readColumn(line, column) && !seen.contains(column.field.toLower());
-        if (isNew && result.size() < kMostColumns) {
+        if (isNew && result.size() < kMaxColumns) {
             seen.insert(column.field.toLower());
             result.push_back(column);
         }

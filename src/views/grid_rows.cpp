@@ -103,7 +103,7 @@ GridRows::Place GridRows::place() const
     place.former = m_clone ? m_clone->Clone() : nullptr;
     for (const RowRange& range : m_grid.selection()) {
         for (qint64 row = range.first; row <= range.last; ++row) {
-            if (place.selected.size() == kMostKeptSelected) {
+            if (place.selected.size() == kMaxKeptSelected) {
                 place.selected.clear();
                 return place;
             }

@@ -47,13 +47,13 @@ public:
     {
         qint64 row = -1;
         qint64 top = 0;
-        std::vector<qint64> selected; ///< empty when more than kMostKeptSelected were
+        std::vector<qint64> selected; ///< empty when more than kMaxKeptSelected were
         std::unique_ptr<Recordset> former;
     };
 
     /// Selected rows that are looked for in a new order, each in all its rows; of more only the
     /// current one stays selected.
-    static constexpr size_t kMostKeptSelected = 500;
+    static constexpr size_t kMaxKeptSelected = 500;
 
     GridRows(DBEngine& engine, GridControl& grid, GridRowsOptions options = {});
 

@@ -23,7 +23,7 @@ const QString kRepair = u"repair"_s;
 const QString kFormer = u".bak"_s;
 
 /// A layout is a few lines; a larger file is none.
-constexpr qint64 kMostBytes = qint64{1024} * 1024;
+constexpr qint64 kMaxBytes = qint64{1024} * 1024;
 
 } // namespace
 
@@ -44,7 +44,7 @@ std::vector<GridColumn> LayoutFiles::read(const QString& name) const
         return {};
     }
     try {
-        return readLayout(m_files.read(file, kMostBytes));
+        return readLayout(m_files.read(file, kMaxBytes));
     } catch (const IoError&) {
         return {};
     }

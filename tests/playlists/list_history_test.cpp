@@ -288,15 +288,14 @@ TEST_F(ListHistoryTest, OnlyTheNewestStepsAreKept)
     {
         const auto database = lists.open();
         Transaction all(*database);
-        for (int i = 0; i < ListHistory::kMostSteps + 5; ++i) {
+        for (int i = 0; i < ListHistory::kMaxSteps + 5; ++i) {
             database->Execute(u"insert into LIST_HISTORY (Undone,Verb,Letters,Changes) "
                               "values (false,'append',10,'')"_s);
         }
         all.commit();
     }
     edits.AppendFromMP3DB(Lists::tracksText({8}), list, kAktionMix);
-    EXPECT_EQ(lists.value(u"select count(*) from LIST_HISTORY"_s).toLong(),
-              ListHistory::kMostSteps);
+    EXPECT_EQ(lists.value(u"select count(*) from LIST_HISTORY"_s).toLong(), ListHistory::kMaxSteps);
     EXPECT_EQ(history.undo().outcome, Outcome::Done);
     history.clear();
     EXPECT_FALSE(history.nextUndo());

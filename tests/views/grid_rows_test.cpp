@@ -113,7 +113,7 @@ TEST_F(GridRowsTest, OneSelectedTrackIsTheCurrentOneAndTooManyAreNotLookedFor)
 {
     stand(1, 0, {{1, 1}});
     const GridRows::Place one = rows.place();
-    stand(1, 0, {{0, qint64(GridRows::kMostKeptSelected)}});
+    stand(1, 0, {{0, qint64(GridRows::kMaxKeptSelected)}});
     const GridRows::Place many = rows.place();
     rows.show(kFalling);
     grid.selected = {{3, 3}};

@@ -23,8 +23,8 @@ constexpr qint64 kHeaderLength = 10;
 constexpr qint64 kLongestFrame = qint64{256} * 1024;
 /// Of an unsynchronised tag so much is read; texts stand in front of pictures in practice.
 constexpr qint64 kLongestUnsynchronised = qint64{1024} * 1024;
-constexpr int kMostFrames = 4096;
-constexpr int kMostTags = 8;
+constexpr int kMaxFrames = 4096;
+constexpr int kMaxTags = 8;
 
 constexpr quint32 frameName(const char (&text)[5])
 {
@@ -311,7 +311,7 @@ public:
 
     void readFrom(qint64 place)
     {
-        for (int i = 0; i < kMostFrames; ++i) {
+        for (int i = 0; i < kMaxFrames; ++i) {
             const auto header = headerAt(place);
             if (!header || header->size > m_body.length() - place - headerLength()) {
                 return;
@@ -477,7 +477,7 @@ LeadingTags readId3v2(MpegFile& file, TrackTags& tags)
 {
     LeadingTags result;
     Collected into{tags, {}, {}};
-    for (int i = 0; i < kMostTags; ++i) {
+    for (int i = 0; i < kMaxTags; ++i) {
         const Bytes header = file.at(result.end, kHeaderLength);
         if (header.size() < kHeaderLength || std::memcmp(header.data(), "ID3", 3) != 0 ||
             header[3] == 0xFF) {

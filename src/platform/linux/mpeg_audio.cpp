@@ -292,8 +292,8 @@ qint64 tagInFrontOf(MpegFile& file, qint64 end)
 qint64 audioEnd(MpegFile& file, qint64 begin)
 {
     qint64 end = file.size();
-    constexpr int kMostTags = 6;
-    for (int i = 0; i < kMostTags; ++i) {
+    constexpr int kMaxTags = 6;
+    for (int i = 0; i < kMaxTags; ++i) {
         // The smallest look is at the last 355 bytes: one piece for all questions.
         static_cast<void>(file.at(std::max<qint64>(0, end - 355), 355));
         const qint64 length = tagInFrontOf(file, end);

@@ -146,9 +146,9 @@ void PlaylistWidget::showSummary(const PlaylistSummary& summary, const ConfigObj
     m_name->setMinimumWidth(0); // a label never asks for less than it already has as its least
     m_name->setMinimumWidth(std::min(m_name->sizeHint().width(),
                                      m_name->fontMetrics().averageCharWidth() * kNameLetters));
-    const qint64 most = std::numeric_limits<int>::max();
+    const qint64 max = std::numeric_limits<int>::max();
     const QString time =
-        Mod_MilliSecToMin::MilliSecToMin(int(std::clamp<qint64>(summary.milliseconds, 0, most)), 4);
+        Mod_MilliSecToMin::MilliSecToMin(int(std::clamp<qint64>(summary.milliseconds, 0, max)), 4);
     m_length->setText(
         shown ? u"  ·  %1  ·  %2"_s.arg(texts.text(u"playlist.summary"_s, summary.entries), time)
               : QString());

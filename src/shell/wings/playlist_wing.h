@@ -1,6 +1,6 @@
 #pragma once
 
-#include "playlistfiles/drop_commands.h"
+#include "intake/drop_commands.h"
 #include "playlistfiles/kopie_file.h"
 #include "playlistfiles/m3u_commands.h"
 #include "playlistfiles/ui/kopie_file_dialog.h"

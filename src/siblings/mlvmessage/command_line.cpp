@@ -20,8 +20,8 @@ struct ActionRow
 {
     QStringView name;
     Action action;
-    qsizetype fewest; ///< words behind the name
-    qsizetype most;
+    qsizetype min; ///< words behind the name
+    qsizetype max;
 };
 
 constexpr std::array kActions = {
@@ -78,8 +78,8 @@ bool readOption(const QString& option, const QString& value, MessageCommand& com
 bool readWords(const QStringList& words, MessageCommand& command)
 {
     command.target = words.value(0);
-    const qsizetype most = command.text ? 3 : 4;
-    return words.size() <= most && (words.size() < 2 || readNumber(words[1], command.id)) &&
+    const qsizetype max = command.text ? 3 : 4;
+    return words.size() <= max && (words.size() < 2 || readNumber(words[1], command.id)) &&
            (words.size() < 3 || readNumber(words[2], command.wParam)) &&
            (words.size() < 4 || readNumber(words[3], command.lParam));
 }
@@ -106,7 +106,7 @@ std::optional<MessageCommand> parseCommandLine(const QStringList& arguments)
             return {};
         }
     }
-    const bool fits = words.size() >= row->fewest && words.size() <= row->most;
+    const bool fits = words.size() >= row->min && words.size() <= row->max;
     return fits && readWords(words, command) ? std::optional(command) : std::nullopt;
 }
 

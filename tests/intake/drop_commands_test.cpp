@@ -1,8 +1,6 @@
-#include "config/config_objects.h"
-#include "config/melovane_configuration.h"
+#include "intake/drop_commands.h"
+#include "intake/intake_fixture.h"
 #include "platform/controls/pointer_control.h"
-#include "playlistfiles/drop_commands.h"
-#include "playlistfiles/m3u_fixture.h"
 
 namespace melovane {
 namespace {
@@ -19,20 +17,30 @@ struct CountingPointer : public PointerControl
     int popped = 0;
 };
 
-class DropCommandsTest : public test::M3uTest
+class DropCommandsTest : public test::IntakeFixture
 {
 protected:
-    DropCommandsTest() { MelovaneConfiguration::fill(texts); }
+    QString addFile(const QString& name)
+    {
+        return music.write(name, test::simpleMp3(name, u"Artist"_s));
+    }
 
-    ConfigObjects texts{lists.folders.paths(), lists.folders.profile(), lists.files};
+    /// The same, with a track of the library for it.
+    QString addTrack(const QString& name)
+    {
+        addFile(name);
+        return suite.library.add({.Titel = name, .Path = music.path() + u'/', .DName = name});
+    }
+
+    std::unique_ptr<GlobalSettings> settings = suite.makeSettings();
     CountingPointer pointer;
     QStringList shown;
-    DropCommands drops{{.engine = *lists.engine,
-                        .settings = *lists.settings,
+    DropCommands drops{{.engine = *suite.engine,
+                        .settings = *settings,
                         .texts = texts,
-                        .files = lists.files,
-                        .reader = *reader,
-                        .clock = lists.clock,
+                        .files = suite.files,
+                        .reader = reader,
+                        .clock = suite.clock,
                         .pointer = pointer,
                         .showStatusText = [this](const QString& text) { shown.append(text); }}};
 };

@@ -1,4 +1,4 @@
-#include "playlistfiles/drop_commands.h"
+#include "intake/drop_commands.h"
 
 #include "intake/dropped_tracks.h"
 #include "platform/controls/pointer_control.h"
