@@ -133,7 +133,7 @@ public:
          {functions, lists.edits, lists.history, lists.snapshots}},
         form.controls(warnings),
         {QStringLiteral("MelovaneDB"), [](const QString&, const QString&, const QString&) {},
-         [](int) {}, [](const QString& file) { return file; },
+         [](int) {}, [](const QString& file) { return file; }, {},
          [this](const QStringList& places) {
              dropped = places;
              return QStringList();
