@@ -128,7 +128,7 @@ void compare(benchmark::State& state, Ours&& ours, Theirs&& theirs)
 {
     std::vector<double> us;
     std::vector<double> them;
-    for (auto round : state) {
+    for ([[maybe_unused]] auto round : state) {
         us.push_back(microseconds(ours));
         them.push_back(microseconds(theirs));
     }

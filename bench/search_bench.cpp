@@ -223,7 +223,7 @@ void search(benchmark::State& state, Texts kind)
     const int size = int(state.range(0));
     KeyPress key(libraryFile(size));
     std::vector<Times> times;
-    for (auto round : state) {
+    for ([[maybe_unused]] auto round : state) {
         for (const SortOrder& order : kOrders) {
             // The order itself is measured by headerClick.
             benchmark::DoNotOptimize(key.run(u"zzz"_s, order).all);
@@ -240,7 +240,7 @@ void headerClick(benchmark::State& state)
 {
     KeyPress key(libraryFile(int(state.range(0))));
     std::vector<Times> times;
-    for (auto round : state) {
+    for ([[maybe_unused]] auto round : state) {
         benchmark::DoNotOptimize(key.run(u"s"_s, {u"FID", u"ASC"}).all);
         for (const SortOrder& order : kOrders) {
             times.push_back(key.sort(order));
@@ -259,7 +259,7 @@ void oneChange(benchmark::State& state)
     const auto sibling = sqlite::makeEngine(clock);
     const auto database = sibling->OpenDatabase(file);
     std::vector<Times> times;
-    for (auto round : state) {
+    for ([[maybe_unused]] auto round : state) {
         for (int i = 0; i < kChanges; ++i) {
             // Its own value, so that the library stays what it is.
             database->Execute(u"update db_all set Titel=Titel where FID='%1'"_s.arg(
@@ -283,7 +283,7 @@ void insertRows(benchmark::State& state)
     SystemClock clock;
     const auto importer = sqlite::makeEngine(clock);
     const auto database = importer->OpenDatabase(file);
-    for (auto round : state) {
+    for ([[maybe_unused]] auto round : state) {
         fillLibrary(*database, 20'000, kSeed);
     }
 }

@@ -37,6 +37,7 @@ public:
 
     /// \param where name of the event, for the log
     /// \return whether the work came to its end
+    // NOLINTNEXTLINE(modernize-use-nodiscard): the work is the point, not how it ended.
     bool run(const QString& where, const Work& work) const;
 
 private:

@@ -28,7 +28,7 @@ const QString kShowEvent = u"ctl_MP3DB.show"_s;
 } // namespace
 
 ShownTracks::ShownTracks(Parts parts)
-    : m_parts(std::move(parts))
+    : m_parts(parts)
     , m_query(m_parts.engine)
 {}
 

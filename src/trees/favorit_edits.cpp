@@ -173,6 +173,7 @@ void FavoritEdits::rowDropped(int from, int to, DropPlace place)
     }
     const Pnid list = m_rows.listOf(from);
     std::vector<TreeRow> rows;
+    rows.reserve(size_t(m_tree.rowCount()) + 1);
     for (int row = 0; row < m_tree.rowCount(); ++row) {
         rows.push_back(m_tree.row(row));
     }

@@ -60,7 +60,7 @@ TEST_F(MonitorSound, ATrackOfTheLibraryIsHeardFromItsStartToItsStopFrame)
     monitor.MonitorPlayer(u"PLAY"_s, m_fid, 0);
     EXPECT_EQ(m_shown, QStringList(u" :: Ein \"Lied\""_s));
     m_output.pull(60 * 1152);
-    expectHeardFrom(qint64{40} * 1152, 60 * 1152);
+    expectHeardFrom(qint64{40} * 1152, qint64{60} * 1152);
     m_output.heard.clear();
     m_output.pull(100);
     EXPECT_EQ(m_output.heard, std::vector<qint16>(200, 0));

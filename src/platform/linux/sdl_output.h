@@ -10,7 +10,7 @@ namespace melovane::linux_media {
 ///
 /// The sound system is asked at the first call that needs it, never at the start of the program. It
 /// takes no signals over: Ctrl-C still ends the program.
-class SdlOutput : public AudioOutput
+class SdlOutput final : public AudioOutput
 {
 public:
     SdlOutput() = default;
