@@ -185,11 +185,34 @@ void GlobalSettings::read(const SettingRow& row)
     }
 }
 
+bool GlobalSettings::isLibrary(const QString& name) const
+{
+    return m_files.fileExists(name) && !path::parent(name).isEmpty();
+}
+
 void GlobalSettings::chooseDbName()
 {
-    if (!m_files.fileExists(DbName()) || path::parent(DbName()).isEmpty()) {
-        m_texts[size_t(Setting::DbName)] = defaultText(rowOf(Setting::DbName));
+    QString& name = m_texts[size_t(Setting::DbName)];
+    m_namedDbName = name;
+    if (!m_heldDbName.isEmpty()) {
+        name = m_heldDbName;
+    } else if (!isLibrary(name)) {
+        name = defaultText(rowOf(Setting::DbName));
     }
+}
+
+void GlobalSettings::holdLibrary(const QString& name)
+{
+    m_heldDbName = name;
+    m_texts[size_t(Setting::DbName)] = name;
+}
+
+GlobalSettings::NamedLibrary GlobalSettings::namedLibrary() const
+{
+    if (!isLibrary(m_namedDbName)) {
+        return NamedLibrary::Missing;
+    }
+    return m_namedDbName == m_heldDbName ? NamedLibrary::Held : NamedLibrary::Other;
 }
 
 void GlobalSettings::Refresh()

@@ -120,8 +120,27 @@ public:
     [[nodiscard]] int CheckDBVersion();
 
     /// Reads everything anew. A DbName whose file is missing, or that has no folder, becomes the
-    /// default, in memory alone.
+    /// default, in memory alone. That of an open library stays: see holdLibrary.
     void Refresh();
+
+    /// A library is open: DbName is its path, in memory alone, and no Refresh changes it. Who
+    /// opens the library by its name then works in the one on the screen, whatever stands in the
+    /// file meanwhile.
+    void holdLibrary(const QString& name);
+
+    /// What the file names as the library, measured by the one that is held.
+    enum class NamedLibrary
+    {
+        Held,
+        Other,  ///< one that is there
+        Missing ///< a path without a file, or without a folder
+    };
+
+    /// As of the last Refresh; the file itself is looked for now.
+    [[nodiscard]] NamedLibrary namedLibrary() const;
+
+    /// The path that the last Refresh has found in the settings.
+    [[nodiscard]] const QString& namedDbName() const { return m_namedDbName; }
 
     /// Writes a position record to its section. \throws UnknownName
     void PositionSave(const QString& name);
@@ -282,6 +301,7 @@ private:
 
     [[nodiscard]] QString defaultText(const SettingRow& row) const;
     void read(const SettingRow& row);
+    [[nodiscard]] bool isLibrary(const QString& name) const;
     void chooseDbName();
     void executeQuietly(const QString& statement);
 
@@ -295,6 +315,8 @@ private:
     std::array<int, kPropertyCount> m_numbers = {};
     std::array<int, 3> m_cards = {}; ///< monitor, player 1, player 2
     QString m_dbVersion;
+    QString m_heldDbName;  ///< empty while no library is open
+    QString m_namedDbName; ///< as it stands in the file
     std::vector<WindowPosition> m_positions;
     std::vector<PluginProperty> m_plugins;
     std::vector<melovane::Tasten> m_tasten;

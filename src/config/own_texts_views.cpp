@@ -35,6 +35,8 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"library.nohits.begin", u"Gesucht wurde am Anfang der Felder."},
     {u"library.nohits.inside", u"Auch mitten im Text kommt das nicht vor."},
     {u"library.nohits.button", u"Auch mitten im Text suchen"},
+    {u"library.lent.title", u"Ein anderes Programm benutzt die Bibliothek"},
+    {u"library.lent.text", u"Sobald es fertig ist, geht es hier weiter."},
     {u"library.nodeleted", u"Keine Titel als gelöscht markiert"},
     {u"library.nomissing", u"Keine Titel ohne Datei"},
     {u"library.norows", u"Hier stehen keine Titel"},

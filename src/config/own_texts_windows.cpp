@@ -52,6 +52,9 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"mnuMoreResult.fulltext", u"Volltextsuche"},
 
     // Status line and messages of the main window.
+    {u"library.changed", u"Jetzt ist eine andere Bibliothek geöffnet: $1"},
+    {u"library.gone", u"Die Bibliothek der Einstellungen ist nicht vorhanden: $1. Geöffnet bleibt $2"},
+    {u"library.refused", u"Die Bibliothek der Einstellungen lässt sich nicht öffnen: $1. $2"},
     {u"status.skin.unreadable", u"Das Farbschema $1 ist nicht lesbar."},
     {u"status.sibling.missing", u"Das Programm $1 ist nicht vorhanden oder lässt sich nicht starten."},
     {u"status.importer.missing", u"Der Importer (mediaintake) lässt sich nicht starten."},

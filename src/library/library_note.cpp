@@ -49,6 +49,9 @@ QString groupedNumber(qint64 number)
 
 Emptiness emptinessOf(const LibraryState& state)
 {
+    if (state.isLent) {
+        return Emptiness::Lent;
+    }
     if (state.rows > 0) {
         return Emptiness::None;
     }
@@ -66,6 +69,8 @@ EmptyNote libraryNote(const LibraryState& state, const ConfigObjects& texts)
     switch (emptinessOf(state)) {
     case Emptiness::None:
         break;
+    case Emptiness::Lent:
+        return {texts.text(u"library.lent.title"_s), texts.text(u"library.lent.text"_s), {}};
     case Emptiness::NoLibrary:
         return {texts.text(u"library.empty.title"_s), texts.text(u"library.empty.text"_s),
                 texts.text(u"library.import"_s)};

@@ -14,6 +14,7 @@ class ConfigObjects;
 enum class Emptiness
 {
     None,        ///< it is not
+    Lent,        ///< another program has the library
     NoLibrary,   ///< there is no track at all
     NoSearch,    ///< nothing was asked for
     NoHits,      ///< nothing was found
@@ -27,6 +28,7 @@ struct LibraryState
     qint64 librarySize = 0;
     LibraryView view = LibraryView::DBGrid;
     QString searchText; ///< of the search line, without blanks around it
+    bool isLent = false;
 };
 
 [[nodiscard]] Emptiness emptinessOf(const LibraryState& state);

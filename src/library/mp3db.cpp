@@ -12,6 +12,8 @@
 #include "platform/system/trim_blanks.h"
 #include "views/drag_data.h"
 
+#include <utility>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -114,7 +116,7 @@ void ctl_MP3DB::end()
 
 void ctl_MP3DB::Refresh()
 {
-    if (!m_rows.isConnected()) {
+    if (tellWhenLent()) {
         return;
     }
     m_shown.refresh();
@@ -125,6 +127,8 @@ void ctl_MP3DB::Refresh()
 void ctl_MP3DB::disconnectDatabase()
 {
     m_rows.disconnect();
+    emit countChanged(-1);
+    updateEmptyNote();
 }
 
 void ctl_MP3DB::reconnectDatabase()
@@ -132,13 +136,18 @@ void ctl_MP3DB::reconnectDatabase()
     if (m_rows.isConnected()) {
         return;
     }
+    const bool isOther = m_rows.data().DatabaseName() != m_settings.DbName();
     m_rows.reconnect(m_settings.DbName());
-    if (!m_rows.isRead()) {
-        // The file was not there at the start either: this is the start.
+    if (isOther || !m_rows.isRead()) {
+        // Another library, or one that was not there at the start either: this is the start.
+        m_searchWaits = false;
         configure();
         return;
     }
     m_watch.count();
+    if (std::exchange(m_searchWaits, false)) {
+        search(m_controls.search.text());
+    }
     tellCount();
     updateEmptyNote();
 }
@@ -158,11 +167,21 @@ void ctl_MP3DB::changeDatabase()
     configure();
 }
 
+/// True while another program has the library, and says why nothing happens.
+bool ctl_MP3DB::tellWhenLent()
+{
+    if (m_rows.isConnected()) {
+        return false;
+    }
+    m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"library.lent.title"_s));
+    return true;
+}
+
 // ---- which tracks
 
 void ctl_MP3DB::FindTreeValue(const TreeRequest& request, bool addToHistory)
 {
-    if (!m_rows.isConnected() || lowerCase(request.field).contains("gruppe"_L1)) {
+    if (tellWhenLent() || lowerCase(request.field).contains("gruppe"_L1)) {
         return;
     }
     if (addToHistory) {
@@ -184,14 +203,14 @@ void ctl_MP3DB::DB_ALL_NOEXIST()
 
 void ctl_MP3DB::showWholeView(LibraryView view)
 {
-    if (m_rows.isConnected()) {
+    if (!tellWhenLent()) {
         tellResult(m_shown.showWhole(view));
     }
 }
 
 void ctl_MP3DB::headerClicked(int column)
 {
-    if (m_rows.isConnected()) {
+    if (!tellWhenLent()) {
         m_shown.sortBy(column);
     }
 }
@@ -206,7 +225,7 @@ void ctl_MP3DB::tellResult(bool shown)
 
 void ctl_MP3DB::tellCount()
 {
-    if (m_shown.isResult()) {
+    if (m_shown.isResult() && m_rows.isConnected()) {
         emit countChanged(m_rows.count());
     }
 }
@@ -222,6 +241,7 @@ void ctl_MP3DB::searchTextChanged(const QString& text)
 
 void ctl_MP3DB::search(const QString& text)
 {
+    m_searchWaits = !m_rows.isConnected();
     tellResult(!trimBlanks(text).isEmpty() && m_rows.isConnected() && m_shown.search(text));
 }
 
@@ -262,7 +282,7 @@ void ctl_MP3DB::SetComboFokus()
 LibraryState ctl_MP3DB::state() const
 {
     return {m_rows.count(), m_watch.librarySize(), m_shown.view(),
-            trimBlanks(m_controls.search.text())};
+            trimBlanks(m_controls.search.text()), !m_rows.isConnected()};
 }
 
 void ctl_MP3DB::updateEmptyNote()
@@ -274,6 +294,7 @@ void ctl_MP3DB::emptyButtonPressed()
 {
     switch (emptinessOf(state())) {
     case Emptiness::None:
+    case Emptiness::Lent:
     case Emptiness::NothingHere:
         break;
     case Emptiness::NoLibrary:

@@ -221,6 +221,7 @@ public:
 
 signals:
     /// A search shows this number of tracks.
+    /// \param count -1 as long as nobody can tell
     void countChanged(qint64 count);
     /// The buttons of the tool bar are to be made.
     void toolBarWanted();
@@ -250,6 +251,7 @@ private:
     void loadGenres();
     void showWholeView(LibraryView view);
     void searchInside();
+    bool tellWhenLent();
     /// A search is over.
     void tellResult(bool shown);
     void tellCount();
@@ -267,6 +269,7 @@ private:
     GridRows m_rows;
     ShownTracks m_shown;
     LibraryWatch m_watch;
+    bool m_searchWaits = false; ///< for the library, which another program has
     PendingJobs m_jobs;
     TrackEdits m_edits;
     LayoutFiles m_layouts;

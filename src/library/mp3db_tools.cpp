@@ -173,17 +173,23 @@ void ctl_MP3DB::openDir()
 
 void ctl_MP3DB::toggleFavorit()
 {
-    m_edits.toggleFavorit(m_controls.grid.currentRow());
+    if (!tellWhenLent()) {
+        m_edits.toggleFavorit(m_controls.grid.currentRow());
+    }
 }
 
 void ctl_MP3DB::deletePressed()
 {
-    m_edits.toggleDelete(m_controls.grid.selection());
+    if (!tellWhenLent()) {
+        m_edits.toggleDelete(m_controls.grid.selection());
+    }
 }
 
 void ctl_MP3DB::digitPressed(int digit)
 {
-    m_edits.rate(m_controls.grid.currentRow(), digit);
+    if (!tellWhenLent()) {
+        m_edits.rate(m_controls.grid.currentRow(), digit);
+    }
 }
 
 void ctl_MP3DB::monitorPressed(const QString& key)

@@ -10,6 +10,7 @@
 #include "platform/system/path_text.h"
 #include "playlistfiles/m3u_writer.h"
 #include "playlistfiles/mlv_m3u.h"
+#include "playlistfiles/store_playlists.h"
 
 #include <QScopedValueRollback>
 
@@ -200,6 +201,15 @@ QString M3uCommands::askTarget(Pnid list)
     return mayReplace ? target : QString();
 }
 
+void M3uCommands::tellLeftOut()
+{
+    const QStringList& entries = m_parts.m3u.leftOut();
+    if (!entries.isEmpty()) {
+        m_parts.warnings.ShowWarning(leftOutText(m_parts.texts, entries), WarningType::Note,
+                                     m_parts.texts.text(u"m3u.save.title"_s));
+    }
+}
+
 void M3uCommands::saveList(Pnid list)
 {
     if (m_busy) {
@@ -223,6 +233,7 @@ void M3uCommands::saveList(Pnid list)
     m_parts.m3u.events = {};
     if (done) {
         tell(m_parts.texts.text(u"m3u.saved"_s, target));
+        tellLeftOut();
         return;
     }
     m_parts.warnings.ShowWarning(m_parts.texts.text(u"m3u.save.failed"_s, target, m_lastFailure),

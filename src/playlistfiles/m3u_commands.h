@@ -70,6 +70,7 @@ private:
     void remember(const QString& key, const QString& file);
     [[nodiscard]] QString askTarget(Pnid list);
     void tell(const QString& text);
+    void tellLeftOut();
 
     M3uCommandParts m_parts;
     BusSender m_bus;

@@ -164,6 +164,21 @@ QByteArray M3uWriter::contents(Pnid list, Names names) const
     return bytes;
 }
 
+QStringList M3uWriter::withoutTrack(Pnid list) const
+{
+    QStringList entries;
+    const auto rows = m_database.OpenRecordset(
+        u"select pl_all.FID, db_all.FID as track from pl_all left join db_all on pl_all.FID="
+        "db_all.FID where pl_all.PNID="_s +
+        sql::number(numberOf(list)) + u" order by pl_all.SID, pl_all.PLID desc"_s);
+    for (int place = 1; !rows->Eof(); rows->MoveNext(), ++place) {
+        if (rows->value(1).isNull()) {
+            entries.append(u"%1: %2"_s.arg(place).arg(rows->value(0).toText()));
+        }
+    }
+    return entries;
+}
+
 QString M3uWriter::nameOf(Pnid list) const
 {
     const auto row = m_database.OpenRecordset(u"select name from pl_name where nid="_s +

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace melovane {
 
@@ -71,6 +72,10 @@ public:
 
     /// The whole file. \throws DbError
     [[nodiscard]] QByteArray contents(Pnid list, Names names) const;
+
+    /// The entries that no file can hold, since the library has lost their track: "3:
+    /// 800000000007" is the third entry and its track's number. \throws DbError
+    [[nodiscard]] QStringList withoutTrack(Pnid list) const;
 
     /// Writes a list; an old file is replaced when the new one is complete.
     /// \param target a file, ".m3u" is put behind it when missing; empty: the name of the list in

@@ -303,10 +303,13 @@ QString MlvM3U::fileNameOf(Pnid list)
 bool MlvM3U::SavePlaylist(Pnid list, QString& target, bool relative, const QString& folder)
 {
     bool done = false;
+    m_leftOut.clear();
     guarded(u"SavePlaylist"_s, target, [&] {
         const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+        M3uWriter writer(*database, m_parts.files);
+        m_leftOut = writer.withoutTrack(list);
         const auto names = relative ? M3uWriter::Names::Relative : M3uWriter::Names::Full;
-        target = M3uWriter(*database, m_parts.files).write(list, target, names, folder);
+        target = writer.write(list, target, names, folder);
         done = true;
     });
     return done;

@@ -78,6 +78,9 @@ public:
     /// False after a failure, which was told; an older file then is as it was.
     bool SavePlaylist(Pnid list, QString& target, bool relative, const QString& folder);
 
+    /// Entries that the last save has left out, see M3uWriter::withoutTrack.
+    [[nodiscard]] const QStringList& leftOut() const { return m_leftOut; }
+
     /// The name that the file of a list gets, without ".m3u".
     [[nodiscard]] QString fileNameOf(Pnid list);
 
@@ -98,6 +101,7 @@ private:
     int m_aktion = 0;
     int m_loaded = 0;
     bool m_givenUp = false;
+    QStringList m_leftOut;
 };
 
 } // namespace melovane

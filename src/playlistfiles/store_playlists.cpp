@@ -1,5 +1,6 @@
 #include "playlistfiles/store_playlists.h"
 
+#include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
@@ -61,7 +62,24 @@ std::vector<ChangedList> changedLists(Database& database)
     return lists;
 }
 
+/// Lines that a message tells one by one.
+constexpr qsizetype kMaxTold = 8;
+
 } // namespace
+
+QString toldLines(const ConfigObjects& texts, const QStringList& lines)
+{
+    QStringList told = lines.first(qMin(lines.size(), kMaxTold));
+    if (lines.size() > kMaxTold) {
+        told.append(texts.text(u"store.more"_s, lines.size() - kMaxTold));
+    }
+    return told.join(u'\n');
+}
+
+QString leftOutText(const ConfigObjects& texts, const QStringList& entries)
+{
+    return texts.text(u"m3u.leftout"_s, entries.size(), toldLines(texts, entries));
+}
 
 StorePlaylists::StorePlaylists(DBEngine& engine, const GlobalSettings& settings, Files& files)
     : m_engine(engine)
@@ -126,6 +144,9 @@ StorePlaylists::Result StorePlaylists::run(const std::function<void(const QStrin
             const QString file = files.value(changed.list);
             store(*database, changed.list, file);
             ++result.written;
+            for (const QString& entry : M3uWriter(*database, m_files).withoutTrack(changed.list)) {
+                result.leftOut.append(changed.name + u", "_s + entry);
+            }
             if (written) {
                 written(file);
             }

@@ -10,10 +10,17 @@
 
 namespace melovane {
 
+class ConfigObjects;
 class Database;
 class DBEngine;
 class Files;
 class GlobalSettings;
+
+/// Lines as a message tells them: the first ones, and how many more there are.
+[[nodiscard]] QString toldLines(const ConfigObjects& texts, const QStringList& lines);
+
+/// What the user reads about entries that no file holds; see M3uWriter::withoutTrack.
+[[nodiscard]] QString leftOutText(const ConfigObjects& texts, const QStringList& entries);
 
 /// Writes all lists that have changed since they were written: one M3U file each in the folder of
 /// the settings, in a folder for each group.
@@ -26,6 +33,7 @@ public:
     {
         int written = 0;
         QStringList failures; ///< "name of the list: reason"
+        QStringList leftOut;  ///< "name of the list, entry": see M3uWriter::withoutTrack
     };
 
     /// A list that was written is marked as saved, in one transaction with its reading: a change

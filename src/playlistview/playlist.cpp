@@ -4,15 +4,19 @@
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/update_colors.h"
+#include "platform/controls/clipboard.h"
 #include "platform/controls/grid_control.h"
 #include "platform/controls/pointer_control.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/db/sql_text.h"
+#include "playlists/drag_list.h"
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
 #include "views/drag_data.h"
 #include "views/layout_files.h"
+
+#include <utility>
 
 namespace melovane {
 
@@ -67,6 +71,7 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
 void ctl_Playlist::start()
 {
     dress();
+    workInLibrary();
     updateEmptyNote();
     tellSummary();
     tellHistory();
@@ -83,6 +88,7 @@ void ctl_Playlist::end()
 void ctl_Playlist::open(Pnid list, bool locked, bool jingles)
 {
     if (!m_rows.isConnected()) {
+        tellLent();
         return;
     }
     const bool former = m_list.jingles;
@@ -99,6 +105,7 @@ void ctl_Playlist::open(Pnid list, bool locked, bool jingles)
 void ctl_Playlist::load(Pnid list, bool locked)
 {
     m_edits.saveWaiting();
+    workInLibrary();
     m_list.active = list;
     // The stored query knows no order among equal positions; the younger entry stands first.
     const QString statement = u"select * from vpl_all where pnid="_s + sql::number(numberOf(list)) +
@@ -116,7 +123,6 @@ void ctl_Playlist::load(Pnid list, bool locked)
         fitColumns();
         m_marks.showNow();
     }
-    m_tools.edits.SetDbName(m_settings.DbName());
     tellSummary();
     updateEmptyNote();
 }
@@ -186,6 +192,7 @@ void ctl_Playlist::disconnectDatabase()
     if (m_rows.isConnected()) {
         m_edits.saveWaiting();
         m_rows.disconnect();
+        updateEmptyNote();
     }
 }
 
@@ -195,10 +202,11 @@ void ctl_Playlist::reconnectDatabase()
         return;
     }
     m_rows.reconnect(m_settings.DbName());
-    m_tools.edits.SetDbName(m_settings.DbName());
+    workInLibrary();
     if (m_list.isOpen()) {
         tellSummaryOrClose();
     }
+    updateEmptyNote();
     tellHistory();
 }
 
@@ -207,18 +215,45 @@ void ctl_Playlist::changeDatabase()
     if (!m_rows.isConnected()) {
         return;
     }
-    if (m_list.isOpen()) {
-        m_rows.changeDatabase(m_settings.DbName());
-        m_tools.edits.SetDbName(m_settings.DbName());
-    }
+    m_edits.saveWaiting();
+    workInLibrary();
     Refresh();
     tellHistory();
 }
 
+/// All that is done from now on is done in the library that the settings name. Numbers of lists and
+/// entries mean others there: none of the former library is kept.
+void ctl_Playlist::workInLibrary()
+{
+    const QString library = m_settings.DbName();
+    const QString former = std::exchange(m_list.library, library);
+    m_tools.edits.SetDbName(library);
+    if (former == library || former.isEmpty()) {
+        return;
+    }
+    showNoList();
+    m_list.active = {};
+    m_marks.set({}, {});
+    m_marks.setHeard({});
+    m_drags.forgetAll();
+    if (parseDragList(m_controls.clipboard.text()).type == "DRAG_TYP_PLID"_L1) {
+        m_controls.clipboard.setText({});
+    }
+}
+
 // ---- what is told about the list
+
+void ctl_Playlist::tellLent()
+{
+    m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"library.lent.title"_s));
+}
 
 void ctl_Playlist::tellSummary()
 {
+    if (!m_rows.isConnected()) {
+        // What was told of the list stands until it can be read again.
+        return;
+    }
     PlaylistSummary summary;
     if (m_list.isOpen() && m_rows.database()) {
         summary = readSummary(*m_rows.database(), m_list.pnid).value_or(PlaylistSummary());
@@ -229,6 +264,11 @@ void ctl_Playlist::tellSummary()
 
 void ctl_Playlist::updateEmptyNote()
 {
+    if (!m_rows.isConnected()) {
+        m_controls.grid.setEmptyNote(
+            {m_texts.text(u"library.lent.title"_s), m_texts.text(u"library.lent.text"_s), {}});
+        return;
+    }
     if (!m_list.isOpen()) {
         m_controls.grid.setEmptyNote(
             {m_texts.text(u"playlist.none.title"_s), m_texts.text(u"playlist.none.text"_s), {}});
@@ -366,7 +406,9 @@ void ctl_Playlist::redo()
 
 void ctl_Playlist::takeStep(bool isUndo)
 {
-    if (m_rows.isConnected() && (isUndo ? m_steps.undo() : m_steps.redo())) {
+    if (!m_rows.isConnected()) {
+        tellLent();
+    } else if (isUndo ? m_steps.undo() : m_steps.redo()) {
         tellHistory();
     }
 }

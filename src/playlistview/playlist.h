@@ -220,11 +220,13 @@ private:
 
     void load(Pnid list, bool locked);
     void applyLock(bool locked);
+    void workInLibrary();
     void showNoList();
     void tellSummaryOrClose();
     void entriesChanged(Pnid list);
     void takeStep(bool isUndo);
     void updateEmptyNote();
+    void tellLent();
 
     GlobalSettings& m_settings;
     const ConfigObjects& m_texts;

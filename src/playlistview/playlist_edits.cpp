@@ -70,10 +70,12 @@ bool PlaylistEdits::canChange() const
     return m_list.isOpen() && !m_list.locked && m_rows.isConnected() && m_rows.isRead();
 }
 
-/// The same, and says so when the list is locked.
+/// The same, and says so when the list is locked or another program has the library.
 bool PlaylistEdits::mayChange()
 {
-    if (m_list.isOpen() && m_rows.isConnected() && m_list.locked) {
+    if (!m_rows.isConnected()) {
+        tellStatus(m_texts.text(u"library.lent.title"_s));
+    } else if (m_list.isOpen() && m_list.locked) {
         tellStatus(m_texts.text(u"playlist.norows.locked"_s));
     }
     return canChange();
@@ -112,14 +114,18 @@ void PlaylistEdits::addTracksAtRow(const QString& dragText)
 {
     if (mayChange() && !parseDragList(dragText).ids.isEmpty()) {
         addTracks(dragText, Sid(m_rows.current(u"SID").toLong()));
-    } else if (!m_list.isOpen()) {
+    } else if (m_rows.isConnected() && !m_list.isOpen()) {
         tellStatus(m_texts.text(u"playlist.none.title"_s));
     }
 }
 
 void PlaylistEdits::appendTracks(const QString& dragText, Pnid list)
 {
-    if (!m_rows.isConnected() || parseDragList(dragText).ids.isEmpty()) {
+    if (parseDragList(dragText).ids.isEmpty()) {
+        return;
+    }
+    if (!m_rows.isConnected()) {
+        tellStatus(m_texts.text(u"library.lent.title"_s));
         return;
     }
     // The table knows: another list than the one that is shown may be meant.
@@ -235,7 +241,7 @@ void PlaylistEdits::valueChanged()
 void PlaylistEdits::setAktion(int aktion)
 {
     const Plid entry = currentEntry();
-    if (entry == Plid{} || !mayChange()) {
+    if (!mayChange() || entry == Plid{}) {
         return;
     }
     m_tools.functions.PlaylistSaveAktion(entry, aktion, u""_s);
@@ -247,7 +253,7 @@ void PlaylistEdits::toggleLoop()
 {
     const qint64 row = m_controls.grid.currentRow();
     const Plid entry = currentEntry();
-    if (entry == Plid{} || !mayChange()) {
+    if (!mayChange() || entry == Plid{}) {
         return;
     }
     auto map = CommandToMap(m_rows.cell(row, u"Command").toText());
@@ -280,7 +286,7 @@ void PlaylistEdits::toggleLoop()
 void PlaylistEdits::cueBySound()
 {
     const Plid entry = currentEntry();
-    if (entry == Plid{} || !mayChange()) {
+    if (!mayChange() || entry == Plid{}) {
         return;
     }
     const MlvPlaylistDetail detail = m_tools.functions.GetPlaylistDetailByPLID(entry);
@@ -312,7 +318,7 @@ bool PlaylistEdits::takeSample(Plid entry, const QString& fid, int start, int st
 void PlaylistEdits::rate(int digit)
 {
     const QString fid = m_rows.current(u"FID").toText();
-    if (digit < 0 || digit > 5 || fid.isEmpty() || !mayChange()) {
+    if (digit < 0 || digit > 5 || !mayChange() || fid.isEmpty()) {
         return;
     }
     const bool written = m_guard.run(u"PlaylistEdits.rate"_s, [&] {

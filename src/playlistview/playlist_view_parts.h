@@ -69,6 +69,7 @@ struct PlaylistActions
     std::function<void(int direction)> monitorStep;
     /// Where a stored file lies on this machine; empty when it is not there.
     std::function<QString(const QString& file)> locate;
+    /// Whether a folder lies there now; without it only a name without an extension counts as one.
     std::function<bool(const QString& place)> isFolder;
     /// Identifiers of the tracks that files and folders hold, in their order; a file that is new
     /// enters the library.

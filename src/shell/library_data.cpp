@@ -3,8 +3,8 @@
 #include "config/global_settings.h"
 #include "config/paths.h"
 #include "platform/db/database.h"
+#include "platform/db/db_error.h"
 #include "platform/db/recordset.h"
-#include "store/check_database.h"
 #include "store/track_reader.h"
 
 namespace melovane {
@@ -30,27 +30,58 @@ LibraryData::~LibraryData() = default;
 void LibraryData::open()
 {
     takeBack();
-    m_databaseName = m_settings.DbName();
-    m_database = m_engine.OpenDatabase(m_databaseName);
+    m_database = m_engine.OpenDatabase(m_settings.DbName());
+    m_settings.holdLibrary(m_settings.DbName());
+}
+
+void LibraryData::openOther(const QString& name)
+{
+    const QString former = m_settings.DbName();
+    const QString version = m_settings.DBVersion();
+    m_settings.holdLibrary(name);
+    try {
+        test();
+        open();
+    } catch (const DbError&) {
+        m_settings.holdLibrary(former);
+        m_settings.SetDBVersion(version);
+        throw;
+    }
+    m_engine.Release(former);
+}
+
+/// What the start of the program asks of a library, and mends in it.
+void LibraryData::test()
+{
+    CheckDatabase check(m_engine, m_files, m_clock, place(), m_sink);
+    const QString fault = check.openTest();
+    if (!fault.isEmpty()) {
+        throw DbError(check.openError(), fault);
+    }
+    if (m_settings.CheckDBVersion() != 0) {
+        throw DbError(dberror::kPreviousEngineFile, m_settings.DBVersion());
+    }
+}
+
+DatabasePlace LibraryData::place() const
+{
+    return {m_settings.DbName(), m_paths.GetConfigPath(), m_paths.programName()};
 }
 
 void LibraryData::release()
 {
     m_database.reset();
     takeBack();
-    // The settings may name another library by now.
-    m_givenAway = {m_databaseName, m_settings.DbName()};
-    for (const QString& name : m_givenAway) {
-        m_engine.GiveAway(name);
-    }
+    m_givenAway = m_settings.DbName();
+    m_engine.GiveAway(m_givenAway);
 }
 
 void LibraryData::takeBack()
 {
-    for (const QString& name : m_givenAway) {
-        m_engine.TakeBack(name);
+    if (!m_givenAway.isEmpty()) {
+        m_engine.TakeBack(m_givenAway);
+        m_givenAway.clear();
     }
-    m_givenAway.clear();
 }
 
 void LibraryData::idle()
@@ -60,8 +91,7 @@ void LibraryData::idle()
 
 bool LibraryData::sideFilesWereStale()
 {
-    const DatabasePlace place{m_settings.DbName(), m_paths.GetConfigPath(), m_paths.programName()};
-    CheckDatabase check(m_engine, m_files, m_clock, place, m_sink);
+    CheckDatabase check(m_engine, m_files, m_clock, place(), m_sink);
     check.checkTempTables();
     return check.checkTreeTables() < 0;
 }

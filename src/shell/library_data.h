@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/window_data.h"
+#include "store/check_database.h"
 #include "store/error_sink.h"
 
 #include <memory>
@@ -28,6 +29,7 @@ public:
     ~LibraryData() override;
 
     void open() override;
+    void openOther(const QString& name) override;
     void release() override;
     void idle() override;
     [[nodiscard]] bool sideFilesWereStale() override;
@@ -37,6 +39,8 @@ public:
 
 private:
     void takeBack();
+    void test();
+    [[nodiscard]] DatabasePlace place() const;
     [[nodiscard]] qint64 count(const QString& statement);
 
     DBEngine& m_engine;
@@ -46,8 +50,7 @@ private:
     const Clock& m_clock;
     ErrorSink m_sink;
     std::unique_ptr<Database> m_database;
-    QString m_databaseName;  ///< of the open file, which the settings may have left behind
-    QStringList m_givenAway; ///< from release() to open()
+    QString m_givenAway; ///< from release() to open()
 };
 
 } // namespace melovane

@@ -54,7 +54,8 @@ MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
                       .docking = m_docking,
                       .suite = m_parts.suite,
                       .reloadLibrary = m_parts.library.reload,
-                      .rebuildTrees = [this] { m_siblings.rebuildTrees(); }},
+                      .rebuildTrees = [this] { m_siblings.rebuildTrees(); },
+                      .showStatusText = [this](const QString& text) { m_statusText.show(text); }},
                      m_parts.bus,
                      kMainWindowName.toString())
     , m_contextMenu({.texts = m_parts.texts,

@@ -20,6 +20,9 @@ namespace {
 /// How often it is asked whether the program that has the database still runs.
 constexpr std::chrono::milliseconds kAskerInterval{1000};
 
+/// How often it is asked whether the work is done that a change of library waits for.
+constexpr std::chrono::milliseconds kLibraryInterval{500};
+
 } // namespace
 
 SuiteHandler::SuiteHandler(SuiteHandlerParts parts, MLVMessageBus& bus, const QString& windowName)
@@ -29,6 +32,7 @@ SuiteHandler::SuiteHandler(SuiteHandlerParts parts, MLVMessageBus& bus, const QS
           m_parts.loop.makeTimer(std::chrono::milliseconds::zero(), [this] { showJobsResult(); }))
     , m_reopenTimer(
           m_parts.loop.makeTimer(std::chrono::milliseconds::zero(), [this] { askForDatabase(); }))
+    , m_libraryTimer(m_parts.loop.makeTimer(kLibraryInterval, [this] { followLibrary(); }))
     , m_askerTimer(m_parts.loop.makeTimer(kAskerInterval, [this] { watchAskers(); }))
 {}
 
@@ -62,15 +66,92 @@ void SuiteHandler::MessageNumber(qint32 id, qint32 wParam, qint32 lParam)
     }
 }
 
-void SuiteHandler::soundCardChanged(Numbers)
+bool SuiteHandler::refreshSettings()
 {
     m_parts.settings.Refresh();
+    return followLibrary();
+}
+
+bool SuiteHandler::followLibrary()
+{
+    using Named = GlobalSettings::NamedLibrary;
+    m_libraryTimer->stop();
+    if (m_isLent) {
+        return false;
+    }
+    const QString name = m_parts.settings.namedDbName();
+    switch (m_parts.settings.namedLibrary()) {
+    case Named::Held:
+        m_refusedLibrary.clear();
+        return false;
+    case Named::Missing:
+        refuseLibrary(name, u"library.gone"_s, m_parts.settings.DbName());
+        return false;
+    case Named::Other:
+        break;
+    }
+    if (m_parts.loop.isNested()) {
+        m_libraryTimer->start();
+        return false;
+    }
+    // Whoever has something to write writes it into the library that it belongs to.
+    m_bus.SendMessage(bus::kDbDisconnect);
+    const bool changed = openOther(name);
+    m_bus.SendMessage(bus::kDbReconnect);
+    if (changed) {
+        showOther();
+    }
+    return changed;
+}
+
+bool SuiteHandler::openOther(const QString& name)
+{
+    try {
+        m_parts.data.openOther(name);
+    } catch (const DbError& error) {
+        refuseLibrary(name, u"library.refused"_s,
+                      databaseFaultText(m_parts.texts, error.number(), error.text(), name));
+        return false;
+    }
+    m_refusedLibrary.clear();
+    return true;
+}
+
+void SuiteHandler::refuseLibrary(const QString& name, const QString& text, const QString& reason)
+{
+    if (m_refusedLibrary != name) {
+        m_refusedLibrary = name;
+        m_parts.showStatusText(m_parts.texts.text(text, name, reason).replace(u'\n', u' '));
+    }
+}
+
+void SuiteHandler::showOther()
+{
+    m_parts.settings.UpdateLastPlayDayCount();
+    showContent();
+    m_parts.showStatusText(m_parts.texts.text(u"library.changed"_s, m_parts.settings.DbName()));
+}
+
+/// The library holds other rows than before, or is another one.
+void SuiteHandler::showContent()
+{
+    m_bus.SendMessage(bus::kDbChange);
+    if (m_parts.data.sideFilesWereStale()) {
+        m_parts.rebuildTrees();
+    }
+    m_bus.SendMessage(bus::kRefreshAll);
+}
+
+void SuiteHandler::soundCardChanged(Numbers)
+{
+    refreshSettings();
     m_parts.monitor.reopen();
 }
 
 void SuiteHandler::releaseDatabase(Numbers numbers)
 {
-    m_parts.settings.Refresh();
+    refreshSettings();
+    m_isLent = true;
     m_bus.SendMessage(bus::kDbDisconnect);
     m_parts.data.release();
     if (numbers.lParam != 0) {
@@ -103,6 +184,9 @@ void SuiteHandler::reopenDatabase()
     try {
         m_parts.data.open();
     } catch (const DbError& error) {
+        if (takeOtherInstead()) {
+            return;
+        }
         // Who has sent the number waits for this handler and must not wait for the user's answer.
         m_reopenFault = databaseFaultText(m_parts.texts, error.number(), error.text(),
                                           m_parts.settings.DbName());
@@ -110,7 +194,23 @@ void SuiteHandler::reopenDatabase()
         return;
     }
     m_reopenTimer->stop();
+    m_isLent = false;
     m_bus.SendMessage(bus::kDbReconnect);
+    followLibrary();
+}
+
+/// The library that was lent is gone, and the settings name another one by now.
+bool SuiteHandler::takeOtherInstead()
+{
+    if (m_parts.settings.namedLibrary() != GlobalSettings::NamedLibrary::Other ||
+        !openOther(m_parts.settings.namedDbName())) {
+        return false;
+    }
+    m_reopenTimer->stop();
+    m_isLent = false;
+    m_bus.SendMessage(bus::kDbReconnect);
+    showOther();
+    return true;
 }
 
 void SuiteHandler::askForDatabase()
@@ -131,7 +231,7 @@ void SuiteHandler::askForDatabase()
 
 void SuiteHandler::settingsChanged(Numbers)
 {
-    m_parts.settings.Refresh();
+    refreshSettings();
     m_bus.SendMessage(bus::kChangeConfig);
 }
 
@@ -150,12 +250,9 @@ void SuiteHandler::entryChanged(Numbers numbers)
 void SuiteHandler::libraryImported(Numbers)
 {
     m_parts.data.idle();
-    m_parts.settings.Refresh();
-    m_bus.SendMessage(bus::kDbChange);
-    if (m_parts.data.sideFilesWereStale()) {
-        m_parts.rebuildTrees();
+    if (!refreshSettings()) {
+        showContent();
     }
-    m_bus.SendMessage(bus::kRefreshAll);
 }
 
 void SuiteHandler::dock(Numbers)

@@ -31,6 +31,7 @@ struct SuiteHandlerParts
     SuiteMessages& suite;
     std::function<void()> reloadLibrary;
     std::function<void()> rebuildTrees;
+    std::function<void(const QString& text)> showStatusText;
 };
 
 /// What the main window does when another program of the suite sends it something.
@@ -47,6 +48,13 @@ public:
     void MessageNumber(qint32 id, qint32 wParam, qint32 lParam);
     /// Ids 3075, 3077 and 3078.
     void MessageText(qint32 id, qint32 number, const QString& text);
+
+    /// Reads the settings anew. When they name another library by now, that is opened and every
+    /// view works in it; one that cannot be opened is told once, and the present one stays. Waits
+    /// while a dialog is open or a work goes on, whose steps are meant for the present one, and
+    /// while another program has that.
+    /// \return true when there is another library now
+    bool refreshSettings();
 
 private:
     /// The two numbers of a message.
@@ -75,7 +83,13 @@ private:
     void stopMonitor(Numbers numbers);
     void playlistTreeChanged(Numbers numbers);
 
+    bool followLibrary();
+    bool openOther(const QString& name);
+    void refuseLibrary(const QString& name, const QString& text, const QString& reason);
+    void showOther();
+    void showContent();
     void reopenDatabase();
+    bool takeOtherInstead();
     void watchAskers();
     void askForDatabase();
 
@@ -86,10 +100,13 @@ private:
     BusSender m_bus;
     qint32 m_changedTracks = 0; ///< of the jobs' last report
     std::unique_ptr<Timer> m_resultTimer;
-    QString m_reopenFault;   ///< why the database could not be taken back
-    bool m_isAsking = false; ///< about it, in a dialog
+    QString m_reopenFault;    ///< why the database could not be taken back
+    bool m_isAsking = false;  ///< about it, in a dialog
+    bool m_isLent = false;    ///< another program has the database
+    QString m_refusedLibrary; ///< named by the settings, told to the user once
     std::unique_ptr<Timer> m_reopenTimer;
-    std::vector<qint32> m_askers; ///< handles of those who have the database
+    std::unique_ptr<Timer> m_libraryTimer; ///< while a change of library has to wait
+    std::vector<qint32> m_askers;          ///< handles of those who have the database
     std::unique_ptr<Timer> m_askerTimer;
 };
 

@@ -13,8 +13,12 @@ class WindowData
 public:
     virtual ~WindowData() = default;
 
-    /// Takes the connection that the window keeps for its life. \throws DbError
+    /// Takes the connection that the window keeps for its life. The library stays that of the
+    /// program, whatever the settings file names, until another one is opened. \throws DbError
     virtual void open() = 0;
+    /// The same with another library, and lets the former one go. \throws DbError for one that
+    /// cannot be opened or is of another version, and the former one stays
+    virtual void openOther(const QString& name) = 0;
     /// Lets another program have the file alone: until open() nobody here opens it, whoever tries
     /// gets kReleased.
     virtual void release() = 0;

@@ -19,18 +19,20 @@ PendingJobs::PendingJobs(DBEngine& engine, const GlobalSettings& settings)
 
 void PendingJobs::ChangeTree(const QString& tree)
 {
-    if (m_noted.contains(tree)) {
+    const QString library = m_settings.DbName();
+    const auto note = std::pair(library, tree);
+    if (m_noted.contains(note)) {
         return;
     }
     try {
-        const auto database = m_engine.OpenDatabase(m_settings.DbName());
+        const auto database = m_engine.OpenDatabase(library);
         const auto found = database->OpenRecordset(
             u"select count(*) as anz from ChangeTree where TreeName="_s + sql::text(tree));
         if (found->value(u"anz").toLong() == 0) {
             database->Execute(u"insert into ChangeTree ( TreeName ) values ( "_s + sql::text(tree) +
                               u" )"_s);
         }
-        m_noted.insert(tree);
+        m_noted.insert(note);
     } catch (const DbError& error) {
         passReleased(error);
         // The next change of the kind notes it.

@@ -3,6 +3,8 @@
 #include <QSet>
 #include <QString>
 
+#include <utility>
+
 namespace melovane {
 
 class Database;
@@ -20,7 +22,7 @@ public:
     PendingJobs(DBEngine& engine, const GlobalSettings& settings);
 
     /// Notes that a tree table must be rebuilt: "Interpret", "Album", "Genre" or "Dir". A name that
-    /// was noted since the program started is not noted again.
+    /// was noted in this library since the program started is not noted again.
     void ChangeTree(const QString& tree);
 
     /// Enters a track for the job that writes tags. A track may be entered several times.
@@ -33,7 +35,7 @@ public:
 private:
     DBEngine& m_engine;
     const GlobalSettings& m_settings;
-    QSet<QString> m_noted;
+    QSet<std::pair<QString, QString>> m_noted; ///< library and tree
 };
 
 } // namespace melovane

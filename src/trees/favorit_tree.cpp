@@ -214,16 +214,30 @@ void FavoritTree::editEnded()
 
 void FavoritTree::libraryIsBack()
 {
-    if (std::exchange(m_isAway, false)) {
+    if (std::exchange(m_isAway, false) && !leftForOther()) {
         refresh();
     }
 }
 
 void FavoritTree::libraryChanged()
 {
-    if (m_settings.DbName() != m_library) {
-        refresh();
+    if (!m_isAway) {
+        leftForOther();
     }
+}
+
+/// Numbers mean other lists and groups in another library: what the user types goes nowhere, and no
+/// row stays current or folded.
+bool FavoritTree::leftForOther()
+{
+    if (m_settings.DbName() == m_library) {
+        return false;
+    }
+    m_refillWaits = false;
+    m_tree.setRows({});
+    m_tree.setFolded({});
+    fill();
+    return true;
 }
 
 void FavoritTree::setShowAll(bool all)

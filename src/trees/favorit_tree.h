@@ -88,6 +88,7 @@ public:
     void setShowAll(bool all);
 
 private:
+    bool leftForOther();
     void fill();
     void withDatabase(const QString& where, const std::function<void(Database&)>& work) const;
 

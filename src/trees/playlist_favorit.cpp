@@ -72,6 +72,7 @@ PlaylistFavorit::~PlaylistFavorit() = default;
 
 void PlaylistFavorit::ShowActivePlaylist()
 {
+    m_shownLibrary = m_parts.settings.DbName();
     const int wanted = m_rows.activeRow();
     if (wanted >= 0) {
         m_tree.setCurrentRow(wanted);
@@ -338,6 +339,9 @@ void PlaylistFavorit::changeDatabase(const MLVMessage&)
 {
     // New content of the same file is told by messages of its own.
     m_rows.libraryChanged();
+    if (!m_shownLibrary.isEmpty() && m_shownLibrary != m_parts.settings.DbName()) {
+        ShowActivePlaylist();
+    }
 }
 
 void PlaylistFavorit::rereadList(const MLVMessage& message)

@@ -141,6 +141,7 @@ private:
     TreeControl& m_tree;
     FavoritTree m_rows;
     FavoritEdits m_edits;
+    QString m_shownLibrary;             ///< whose active list was opened last; empty before that
     std::unique_ptr<Timer> m_restTimer; ///< from an arrow key to the opening of the list
     EventGuard m_guard;
     MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest

@@ -335,6 +335,31 @@ TEST_F(Settings, ADatabaseElsewhereIsUsed)
     EXPECT_EQ(suite.makeSettings()->DbName(), elsewhere);
 }
 
+TEST_F(Settings, AnOpenLibraryStaysWhatEverTheFileNamesMeanwhile)
+{
+    using Named = GlobalSettings::NamedLibrary;
+    const QString open = suite.folder().write(u"a.mdb"_s, "x");
+    const QString other = suite.folder().write(u"b.mdb"_s, "x");
+    write("[Global]\nDBName=" + open.toUtf8() + "\n");
+    const auto settings = suite.makeSettings();
+    settings->holdLibrary(settings->DbName());
+    settings->Refresh();
+    EXPECT_EQ(settings->namedLibrary(), Named::Held);
+
+    ASSERT_TRUE(QFile::remove(open));
+    settings->Refresh();
+    EXPECT_EQ(settings->DbName(), open);
+    EXPECT_EQ(settings->namedLibrary(), Named::Missing);
+
+    write("[Global]\nDBName=" + other.toUtf8() + "\n");
+    settings->Refresh();
+    EXPECT_EQ(settings->DbName(), open);
+    EXPECT_EQ(settings->namedLibrary(), Named::Other);
+    settings->holdLibrary(settings->namedDbName());
+    EXPECT_EQ(settings->DbName(), other);
+    EXPECT_EQ(settings->namedLibrary(), Named::Held);
+}
+
 // ---- writing
 
 TEST_F(Settings, ForeignKeysAndCommentsSurviveEverySetter)

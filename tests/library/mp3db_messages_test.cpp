@@ -40,7 +40,70 @@ TEST_F(Mp3dbMessagesTest, AfterDbDisconnectNothingIsReadUntilDbReconnect)
     view.headerClicked(grid.columnOf(u"Interpret"_s));
     EXPECT_EQ(view.Data1().Database(), nullptr);
     others.SendMessage(u"DB.Reconnect"_s);
-    EXPECT_EQ(titles().size(), 3);
+    EXPECT_EQ(titles(), QStringList{u"Brandung"_s}) << "what was typed meanwhile";
+}
+
+TEST_F(Mp3dbMessagesTest, WhileTheLibraryIsLentTheGridAndEveryCommandSayWhy)
+{
+    const QString note = u"Ein anderes Programm benutzt die Bibliothek"_s;
+    QStringList told;
+    const auto listener = library.bus.subscribe([&](const MLVMessage& message) {
+        if (message.Command == u"show.statustext"_s) {
+            told.append(message.Value1.toText());
+        }
+    });
+    QSignalSpy counts(&view, &ctl_MP3DB::countChanged);
+    type(u"Licht"_s);
+    counts.clear();
+    others.SendMessage(u"db.disconnect"_s);
+    ASSERT_EQ(counts.size(), 1);
+    EXPECT_EQ(counts.takeFirst().at(0).toLongLong(), -1);
+    EXPECT_EQ(grid.note.title, note);
+    type(u"zz"_s);
+    EXPECT_EQ(grid.note.title, note) << "no word of hits";
+    EXPECT_EQ(counts.size(), 0);
+    const std::pair<const char*, std::function<void()>> commands[] = {
+        {"reload", [this] { view.Refresh(); }},
+        {"deleted", [this] { view.DB_ALL_DEL(); }},
+        {"missing", [this] { view.DB_ALL_NOEXIST(); }},
+        {"sort", [this] { view.headerClicked(0); }},
+        {"delete", [this] { view.deletePressed(); }},
+        {"favourite", [this] { view.toggleFavorit(); }},
+        {"rate", [this] { view.digitPressed(4); }},
+        {"tree", [this] {
+             view.FindTreeValue({u"Titel"_s, u"Titel"_s, u"Brandung"_s}, true);
+         }}};
+    for (const auto& [name, work] : commands) {
+        told.clear();
+        work();
+        EXPECT_EQ(told, QStringList{note}) << name;
+    }
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_TRUE(grid.note.title.contains(u"zz"_s)) << qPrintable(grid.note.title);
+}
+
+TEST_F(Mp3dbMessagesTest, AnotherLibraryIsShownAsAtTheStart)
+{
+    type(u"Licht"_s);
+    const QString other = library.folders.configFile(u"other.mdb"_s);
+    library.engine->BackupDatabase(library.databaseName(), other);
+    library.engine->OpenDatabase(other)->Execute(u"delete from db_all where Titel='Licht aus'"_s);
+    view.DB_ALL_DEL();
+    others.SendMessage(u"db.disconnect"_s);
+    library.settings->SetDbName(other);
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(view.Data1().DatabaseName(), other);
+    EXPECT_EQ(view.librarySize(), 3);
+    type(u"Licht"_s);
+    EXPECT_EQ(titles(), (QStringList{u"Brandung"_s, u"Lichtspiel"_s}));
+    grid.current = 0;
+    view.digitPressed(1);
+    EXPECT_EQ(library.engine->OpenDatabase(library.databaseName())
+                  ->OpenRecordset(u"select Note from db_all where Titel='Brandung'"_s)
+                  ->value(0)
+                  .toText(),
+              u"5"_s)
+        << "nothing is written into the former library";
 }
 
 TEST_F(Mp3dbMessagesTest, BetweenDisconnectAndReconnectTheFileCanBeReplaced)

@@ -254,6 +254,23 @@ TEST_F(M3uCommandsTest, AFileThatTheDialogDidNotAskAboutIsReplacedOnlyAfterAQues
     EXPECT_NE(music.read(u"list.txt.m3u"_s), "old");
 }
 
+TEST_F(M3uCommandsTest, EntriesWhoseTrackIsGoneAreToldWithTheirPlaceWhenTheListIsSaved)
+{
+    const Pnid list = lists.addList({10, 20, 30});
+    lists.execute(u"update pl_all set FID='800000000099' where SID=20"_s);
+    hand.save = music.file(u"list.m3u"_s);
+    answers.expectMessage(u"2: 800000000099"_s);
+    commands.saveList(list);
+    ASSERT_EQ(answers.messages.size(), 1);
+    EXPECT_TRUE(answers.messages.first().endsWith(
+        u"1 Einträge stehen nicht in der Datei, weil ihr Titel nicht mehr in der Bibliothek "
+        "ist:\n2: 800000000099"_s));
+    EXPECT_EQ(music.read(u"list.m3u"_s).count("#MLV:FID="), 2);
+    lists.execute(u"delete from pl_all where FID='800000000099'"_s);
+    commands.saveList(list);
+    EXPECT_EQ(answers.messages.size(), 1);
+}
+
 TEST_F(M3uCommandsTest, AFailedSaveIsToldWithFileAndReason)
 {
     hand.save = u"/proc/list.m3u"_s;

@@ -56,6 +56,18 @@ TEST_F(StorePlaylistsTest, EachChangedListIsWrittenIntoTheFolderOfItsGroupAndUnm
     EXPECT_EQ(lists.files.names(music.file(u"Dance"_s)), QStringList{u"C.m3u"_s});
 }
 
+TEST_F(StorePlaylistsTest, EntriesWhoseTrackIsGoneAreNamedWithTheirList)
+{
+    changedList(u"A"_s, rock);
+    const int list = changedList(u"B"_s, rock);
+    lists.execute(
+        u"insert into pl_all (PNID, SID, FID) values (%1, 1, '800000000099')"_s.arg(list));
+    const auto result = run();
+    EXPECT_EQ(result.written, 2);
+    EXPECT_EQ(result.failures, QStringList());
+    EXPECT_EQ(result.leftOut, QStringList{u"B, 1: 800000000099"_s});
+}
+
 TEST_F(StorePlaylistsTest, AListIsStoredInPlaceOfALinkAndNeverThroughIt)
 {
     changedList(u"A"_s, rock);

@@ -486,6 +486,67 @@ TEST_F(PlaylistView, TheSummaryNamesTheListItsEntriesAndItsLength)
     EXPECT_NEAR(double(told.milliseconds), 180'000 - 30 * 26.12, 100);
 }
 
+TEST_F(PlaylistView, InAnotherLibraryNoListIsOpenAndEveryEditGoesThere)
+{
+    const QString other = lists.file(u"andere.mdb"_s);
+    const Pnid former = openList(2);
+    stand(0);
+    view.moveRow(1);
+    view.setPlayed(view.currentEntry(), view.currentEntry());
+    view.toolPressed(u"all.copy"_s);
+    lists.engine->BackupDatabase(lists.dbName(), other);
+    lists.execute(u"update pl_name set sicherung=false"_s);
+    lists.settings->SetDbName(other);
+    others.SendMessage(u"db.change"_s);
+
+    EXPECT_EQ(view.GetPNID(), Pnid{});
+    EXPECT_EQ(view.activeList(), Pnid{});
+    EXPECT_EQ(view.Data1().rowCount(), 0);
+    EXPECT_EQ(view.PLID(), Plid{});
+    EXPECT_EQ(view.NextPlid(), Plid{});
+    EXPECT_EQ(clipboard.content, QString()) << "its numbers mean other entries here";
+    EXPECT_TRUE(
+        lists.value(u"select sicherung from pl_name where nid=%1"_s.arg(numberOf(former))).toBool())
+        << "what waited belongs to the former library";
+    EXPECT_EQ(undoTip, u"Nichts rückgängig zu machen"_s);
+
+    const QString before = lists.entries(former);
+    view.undo();
+    lists.edits.AppendFromMP3DB(lists.tracksText({1}), former, kAktionMix);
+    EXPECT_EQ(lists.entries(former), before);
+    const auto database = lists.engine->OpenDatabase(other);
+    const auto there = database->OpenRecordset(
+        u"select count(*) from pl_all where pnid=%1"_s.arg(numberOf(former)));
+    EXPECT_EQ(there->value(0).toLong(), 3);
+}
+
+TEST_F(PlaylistView, WhileTheLibraryIsLentTheGridAndEveryCommandSayWhy)
+{
+    openList(2);
+    stand(0);
+    view.moveRow(1);
+    others.SendMessage(u"db.disconnect"_s);
+    const QString note = u"Ein anderes Programm benutzt die Bibliothek"_s;
+    EXPECT_EQ(grid.note.title, note);
+    sent.clear();
+    const std::pair<const char*, std::function<void()>> kCommands[] = {
+        {"undo", [this] { view.undo(); }},
+        {"redo", [this] { view.redo(); }},
+        {"delete", [this] { view.deletePressed(); }},
+        {"move", [this] { view.moveRow(1); }},
+        {"rate", [this] { view.digitPressed(3); }},
+        {"action", [this] { view.setAktion(1); }},
+        {"append",
+         [this] { others.SendMessage(u"playlist.append.data"_s, lists.tracksText({1})); }},
+        {"open", [this] { others.SendMessage(u"playlist.aktivieren"_s, numberOf(list), false); }}};
+    for (const auto& [name, work] : kCommands) {
+        work();
+        EXPECT_EQ(takeStatus(), QStringList{note}) << name;
+    }
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_NE(grid.note.title, note);
+}
+
 TEST_F(PlaylistView, AFileThatCannotBeReadYetIsTakenBackByALaterMessage)
 {
     openList(3);

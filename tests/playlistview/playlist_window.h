@@ -123,22 +123,25 @@ public:
     DataGrid source{skin, icons};
     PlaylistWidget form{skin, icons};
     QStringList dropped; ///< places of dropped files
-    ctl_Playlist view{
-        {*lists.engine,
-         *lists.settings,
-         texts,
-         lists.clock,
-         loop,
-         messages,
-         {functions, lists.edits, lists.history, lists.snapshots}},
-        form.controls(warnings),
-        {QStringLiteral("MelovaneDB"), [](const QString&, const QString&, const QString&) {},
-         [](int) {}, [](const QString& file) { return file; },
-         [this](const QStringList& places) {
-             dropped = places;
-             return QStringList();
-         },
-         [](const QString&, const GridControl&) {}, [](const QString&, GridControl&) {}}};
+    ctl_Playlist view{{*lists.engine,
+                       *lists.settings,
+                       texts,
+                       lists.clock,
+                       loop,
+                       messages,
+                       {functions, lists.edits, lists.history, lists.snapshots}},
+                      form.controls(warnings),
+                      {QStringLiteral("MelovaneDB"),
+                       [](const QString&, const QString&, const QString&) {},
+                       [](int) {},
+                       [](const QString& file) { return file; },
+                       {},
+                       [this](const QStringList& places) {
+                           dropped = places;
+                           return QStringList();
+                       },
+                       [](const QString&, const GridControl&) {},
+                       [](const QString&, GridControl&) {}}};
 };
 
 } // namespace melovane::test

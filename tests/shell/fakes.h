@@ -57,6 +57,8 @@ public:
 
     void turn() override {}
 
+    [[nodiscard]] bool isNested() const override { return nested; }
+
     /// Fires the running timers of that interval once; false when there is none.
     bool fire(int milliseconds)
     {
@@ -71,6 +73,7 @@ public:
     }
 
     std::vector<std::shared_ptr<Entry>> timers;
+    bool nested = false;
 
 private:
     class SteppedTimer : public Timer

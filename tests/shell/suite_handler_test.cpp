@@ -10,8 +10,20 @@ struct SuiteHandlerTest : public test::WindowFixture
 {
     SuiteHandlerTest()
     {
+        folders.folder().write(u"a.mdb"_s, "x");
+        settings->SetDbName(folders.folder().file(u"a.mdb"_s));
+        data.hold = [this](const QString& name) { settings->holdLibrary(name); };
+        settings->holdLibrary(settings->DbName());
         mlvdb.load();
         taken();
+    }
+
+    /// Another library, which the settings name from now on.
+    QString nameOther(const QString& name = u"b.mdb"_s)
+    {
+        const QString other = folders.folder().write(name, "x");
+        folders.makeSettings()->SetDbName(other);
+        return other;
     }
 
     QStringList after(qint32 id, qint32 wParam = 0, qint32 lParam = 0)
@@ -111,6 +123,65 @@ TEST_F(SuiteHandlerTest, AMessageTakesTheDatabaseBackWithoutAskingAnyMore)
     data.fault = 0;
     EXPECT_EQ(after(1038), (QStringList{u"open"_s, u"bus db.reconnect"_s}));
     EXPECT_FALSE(loop.fire(0));
+}
+
+TEST_F(SuiteHandlerTest, AnotherLibraryOfTheSettingsIsOpenedForEverybodyByAnyMessageThatReadsThem)
+{
+    const QStringList change = {u"bus db.disconnect"_s, u"open other b.mdb"_s,
+                                u"bus db.reconnect"_s,  u"bus db.change"_s,
+                                u"side files"_s,        u"bus refresh.all"_s};
+    const QString first = settings->DbName();
+    for (const auto& [id, rest] :
+         {std::pair(1039, u"bus change.config"_s), std::pair(1036, u"monitor reopen"_s)}) {
+        settings->holdLibrary(first);
+        const QString other = nameOther();
+        EXPECT_EQ(after(id), change + QStringList(rest)) << id;
+        EXPECT_EQ(settings->DbName(), other);
+        EXPECT_EQ(shown(), u"Jetzt ist eine andere Bibliothek geöffnet: "_s + other);
+        EXPECT_EQ(after(id), QStringList(rest)) << "once";
+    }
+    settings->holdLibrary(first);
+    EXPECT_EQ(after(1048), QStringList{u"idle"_s} + change);
+}
+
+TEST_F(SuiteHandlerTest, ALibraryThatIsMissingOrCannotBeOpenedIsToldOnceAndThePresentOneStays)
+{
+    const QString first = settings->DbName();
+    ASSERT_TRUE(QFile::remove(first));
+    EXPECT_EQ(after(1039), QStringList{u"bus change.config"_s});
+    EXPECT_EQ(settings->DbName(), first);
+    EXPECT_EQ(shown(), u"Die Bibliothek der Einstellungen ist nicht vorhanden: %1. Geöffnet bleibt "
+                       "%1"_s.arg(first));
+    mlvdb.showStatusText(u"-"_s);
+    after(1039);
+    EXPECT_EQ(shown(), u"-"_s);
+
+    const QString other = nameOther();
+    data.fault = dberror::kCorrupt;
+    EXPECT_EQ(after(1039), (QStringList{u"bus db.disconnect"_s, u"open other b.mdb"_s,
+                                        u"bus db.reconnect"_s, u"bus change.config"_s}));
+    EXPECT_EQ(settings->DbName(), first);
+    EXPECT_TRUE(shown().startsWith(u"Die Bibliothek der Einstellungen lässt sich nicht öffnen: "_s +
+                                   other));
+}
+
+TEST_F(SuiteHandlerTest, AChangeOfLibraryWaitsForTheOpenDialogAndForALibraryThatIsLent)
+{
+    nameOther();
+    loop.nested = true;
+    EXPECT_EQ(after(1039), QStringList{u"bus change.config"_s});
+    EXPECT_TRUE(loop.fire(500));
+    EXPECT_EQ(taken(), QStringList());
+    loop.nested = false;
+    EXPECT_TRUE(loop.fire(500));
+    EXPECT_TRUE(taken().contains(u"open other b.mdb"_s));
+    EXPECT_FALSE(loop.fire(500));
+
+    after(1037, 0, 99);
+    nameOther(u"c.mdb"_s);
+    EXPECT_EQ(after(1039), QStringList{u"bus change.config"_s});
+    EXPECT_EQ(after(1038).mid(0, 4), (QStringList{u"open"_s, u"bus db.reconnect"_s,
+                                                  u"bus db.disconnect"_s, u"open other c.mdb"_s}));
 }
 
 TEST_F(SuiteHandlerTest, AViewThatFailsOverAMessageIsToldInTheStatusLineAndTheWindowGoesOn)

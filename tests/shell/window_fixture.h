@@ -88,6 +88,13 @@ public:
         fail();
     }
 
+    void openOther(const QString& name) override
+    {
+        m_log.append(QStringLiteral("open other ") + name.section(u'/', -1));
+        fail();
+        hold(name);
+    }
+
     void release() override { m_log.append(QStringLiteral("release")); }
 
     void idle() override { m_log.append(QStringLiteral("idle")); }
@@ -114,6 +121,7 @@ public:
         return result;
     }
 
+    std::function<void(const QString& name)> hold; ///< what the settings do then
     bool stale = false;
     bool playlistChanged = false;
     qint64 tracks = 1;

@@ -34,6 +34,19 @@ TEST_F(PendingJobsTest, ATreeThatTheJobHasDoneIsNotNotedAgainInTheSameRun)
     EXPECT_TRUE(suite.column(u"select TreeName from ChangeTree"_s).isEmpty());
 }
 
+TEST_F(PendingJobsTest, WhatWasNotedInOneLibraryIsStillToBeNotedInAnother)
+{
+    const QString other = suite.file(u"andere.mdb"_s);
+    suite.engine->BackupDatabase(suite.dbName(), other);
+    jobs.ChangeTree(u"Album"_s);
+    settings->SetDbName(other);
+    jobs.ChangeTree(u"Album"_s);
+    const auto database = suite.engine->OpenDatabase(other);
+    const auto noted = database->OpenRecordset(u"select TreeName from ChangeTree"_s);
+    ASSERT_FALSE(noted->Eof());
+    EXPECT_EQ(noted->value(0).toText(), u"Album"_s);
+}
+
 TEST_F(PendingJobsTest, ATrackIsEnteredEachTimeWithoutBlanksAroundItsId)
 {
     jobs.SaveEditFID(u" 800000000001 "_s);

@@ -16,6 +16,7 @@ public:
     {
         rows = std::move(wanted);
         current = -1;
+        editing = false;
         foldedKeys.clear();
         ++fills;
     }

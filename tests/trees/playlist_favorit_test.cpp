@@ -50,6 +50,33 @@ TEST_F(PlaylistFavoritTest, TheRowsStayAsTheyAreWhileAnotherProgramHasTheLibrary
     EXPECT_TRUE(tree.texts().contains(u"  Anders"_s));
 }
 
+TEST_F(PlaylistFavoritTest, InAnotherLibraryItsActiveListIsOpenedAndWhatWasTypedGoesNowhere)
+{
+    send(u"start"_s);
+    const QString other = lists.file(u"andere.mdb"_s);
+    lists.engine->BackupDatabase(lists.dbName(), other);
+    const auto database = lists.engine->OpenDatabase(other);
+    database->Execute(u"update pl_name set name='Dort '&name"_s);
+    database->Execute(u"update pl_name set isplay=(nid=%1)"_s.arg(lists.dance));
+    tree.setFolded({u"GRUP??%1"_s.arg(lists.friday)});
+    panel.rename(rowOf(lists.main));
+    ASSERT_TRUE(tree.isEditing());
+    lists.messages.clear();
+    send(u"db.disconnect"_s);
+    lists.settings->SetDbName(other);
+    send(u"db.reconnect"_s);
+    send(u"db.change"_s);
+    EXPECT_FALSE(tree.isEditing());
+    EXPECT_TRUE(tree.texts().contains(u"  Dort Tanz"_s)) << qPrintable(tree.texts().join(u'/'));
+    EXPECT_EQ(tree.current, rowOf(lists.dance));
+    EXPECT_EQ(tree.folded(), QStringList());
+    EXPECT_EQ(lists.messages.filter(u"playlist.aktivieren"_s),
+              QStringList{u"playlist.aktivieren|%1|0"_s.arg(lists.dance)});
+    lists.messages.clear();
+    send(u"db.change"_s);
+    EXPECT_EQ(lists.messages, QStringList{u"db.change"_s}) << "new content of the same library";
+}
+
 TEST_F(PlaylistFavoritTest, GroupsOfTheSameNameStayTwo)
 {
     lists.execute(u"update pl_group set name='Freitag'"_s);

@@ -184,6 +184,10 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
 
 void Mp3dbWidget::showCount(qint64 count, const ConfigObjects& texts)
 {
+    if (count < 0) {
+        m_count->clear();
+        return;
+    }
     const QString key = count == 1 ? u"library.count.one"_s : u"library.count"_s;
     m_count->setText(texts.text(key, groupedNumber(count)));
 }

@@ -138,7 +138,7 @@ Replacement::~Replacement()
 
 void Replacement::open()
 {
-    m_file.reset(::open(m_folder.constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
+    m_file.reset(::open(m_folder.constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, kOwnMode));
     if (!m_file.isValid() && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
         openNamed();
     }
@@ -151,7 +151,7 @@ void Replacement::openNamed()
 {
     for (int attempt = 0; attempt < kMaxNames; ++attempt) {
         const QByteArray name = randomName(m_folder);
-        m_file.reset(::open(name.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666));
+        m_file.reset(::open(name.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kOwnMode));
         if (m_file.isValid()) {
             m_name = name;
             return;

@@ -10,6 +10,11 @@
 
 namespace melovane::linuxfiles {
 
+/// Rights of a new file and a new folder: what music somebody has, plays and searches is nobody
+/// else's business. What is there keeps its own rights.
+inline constexpr mode_t kOwnMode = 0600;
+inline constexpr mode_t kOwnFolderMode = 0700;
+
 /// A file descriptor that closes itself. -1 for none.
 class Descriptor
 {

@@ -46,7 +46,8 @@ std::unique_ptr<FileLock> lockFile(const QString& path, std::chrono::millisecond
 {
     const QByteArray name = linuxnames::systemPath(path);
     constexpr int kFlags = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
-    linuxfiles::Descriptor file(::open(name.constData(), O_RDWR | O_CREAT | kFlags, 0666));
+    linuxfiles::Descriptor file(
+        ::open(name.constData(), O_RDWR | O_CREAT | kFlags, linuxfiles::kOwnMode));
     if (!file.isValid() && errno == EACCES) {
         // Another user made it; a lock needs no right to write.
         file.reset(::open(name.constData(), O_RDONLY | kFlags));

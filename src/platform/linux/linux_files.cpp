@@ -330,8 +330,9 @@ void LinuxFiles::append(const QString& path, const QByteArray& bytes)
         errno = S_ISREG(found->st_mode) ? EACCES : EINVAL;
         failWithErrno(name);
     }
-    const Descriptor file(::open(
-        name.constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
+    const Descriptor file(::open(name.constData(),
+                                 O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY,
+                                 linuxfiles::kOwnMode));
     if (!file.isValid()) {
         failWithErrno(name);
     }
@@ -351,7 +352,8 @@ bool LinuxFiles::copyInSteps(const QString& source, const QString& target, const
 bool LinuxFiles::makeFolder(const QString& path)
 {
     const QByteArray name = systemPath(path);
-    return !name.isEmpty() && (::mkdir(name.constData(), 0777) == 0 || folderExists(path));
+    return !name.isEmpty() &&
+           (::mkdir(name.constData(), linuxfiles::kOwnFolderMode) == 0 || folderExists(path));
 }
 
 bool LinuxFiles::makeFolders(const QString& path)

@@ -1,6 +1,8 @@
 #include "platform/qt/qt_message_loop.h"
 
 #include <QCoreApplication>
+#include <QScopeGuard>
+#include <QThread>
 #include <QTimer>
 
 namespace melovane {
@@ -36,7 +38,15 @@ std::unique_ptr<Timer> QtMessageLoop::makeTimer(std::chrono::milliseconds interv
 
 void QtMessageLoop::turn()
 {
+    ++m_turns;
+    const QScopeGuard done([this] { --m_turns; });
     QCoreApplication::processEvents();
+}
+
+bool QtMessageLoop::isNested() const
+{
+    // The application's own loop is the first one.
+    return m_turns > 0 || QThread::currentThread()->loopLevel() > 1;
 }
 
 } // namespace melovane

@@ -85,7 +85,8 @@ public:
                                           qint64 maxBytes = qint64{256} * 1024 * 1024) const = 0;
 
     /// Replaces the file as a whole: written beside, synced, renamed; the mode of an existing file
-    /// is kept. A link is followed, so that what it points at is replaced. \throws IoError
+    /// is kept, a new one is its owner's alone. A link is followed, so that what it points at is
+    /// replaced. \throws IoError
     virtual void writeWhole(const QString& path, const QByteArray& bytes) = 0;
 
     /// The same for a file whose name the user gave: a link of that name is replaced itself, and
@@ -106,7 +107,7 @@ public:
     [[nodiscard]] virtual bool
     copyInSteps(const QString& source, const QString& target, const CopyStep& step) = 0;
 
-    /// Makes one folder; true when it exists afterwards.
+    /// Makes one folder, its owner's alone; true when it exists afterwards.
     virtual bool makeFolder(const QString& path) = 0;
     /// Makes a folder and all above it.
     virtual bool makeFolders(const QString& path) = 0;

@@ -29,6 +29,10 @@ public:
 
     /// Gives pending events their turn. Anything may have changed afterwards.
     virtual void turn() = 0;
+
+    /// True while the loop turns within the work of an event: a dialog is open, a row is dragged,
+    /// a long work gives the window its turns.
+    [[nodiscard]] virtual bool isNested() const { return false; }
 };
 
 } // namespace melovane

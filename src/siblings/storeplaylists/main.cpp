@@ -25,9 +25,6 @@ namespace {
 using namespace melovane;
 using namespace Qt::Literals::StringLiterals;
 
-/// Failures that a message tells one by one.
-constexpr qsizetype kMaxTold = 8;
-
 /// Everything that lives as long as the program, bottom to top.
 class Program
 {
@@ -43,8 +40,8 @@ public:
         MelovaneConfiguration::fill(m_texts);
     }
 
-    /// What failed.
-    [[nodiscard]] QStringList store()
+    /// What it has done, and what not.
+    [[nodiscard]] StorePlaylists::Result store()
     {
         QTextStream out(stdout);
         StorePlaylists::Result result;
@@ -57,22 +54,31 @@ public:
         }
         out << m_texts.text(u"store.written"_s, result.written, m_settings.PlaylistVerzeichnis())
             << Qt::endl;
-        return result.failures;
+        return result;
     }
 
-    [[nodiscard]] QString told(const QStringList& failures) const
+    /// Empty when there is nothing to be told.
+    [[nodiscard]] QString told(const StorePlaylists::Result& result) const
     {
-        QStringList lines = failures.first(qMin(failures.size(), kMaxTold));
-        if (failures.size() > kMaxTold) {
-            lines.append(m_texts.text(u"store.more"_s, failures.size() - kMaxTold));
+        QStringList texts;
+        if (!result.failures.isEmpty()) {
+            texts.append(toldFailures(result.failures));
         }
-        return m_texts.text(u"store.failed"_s, failures.size(), lines.join(u'\n'));
+        if (!result.leftOut.isEmpty()) {
+            texts.append(leftOutText(m_texts, result.leftOut));
+        }
+        return texts.join(u"\n\n"_s);
     }
 
-    void tell(int argc, char** argv, const QString& text)
+    [[nodiscard]] QString toldFailures(const QStringList& failures) const
+    {
+        return m_texts.text(u"store.failed"_s, failures.size(), toldLines(m_texts, failures));
+    }
+
+    void tell(int argc, char** argv, const QString& text, WarningType type)
     {
         const QString theme = SkinFiles(m_paths, m_files).text(m_settings.SkinFileName());
-        showFailure(argc, argv, {m_settings, m_texts, m_paths, theme}, text);
+        showFailure(argc, argv, {m_settings, m_texts, m_paths, theme}, text, type);
     }
 
 private:
@@ -91,14 +97,14 @@ private:
 int main(int argc, char** argv)
 {
     Program program;
-    const QStringList failures = program.store();
-    if (failures.isEmpty()) {
-        return 0;
+    const StorePlaylists::Result result = program.store();
+    const QString text = program.told(result);
+    const bool failed = !result.failures.isEmpty();
+    if (!text.isEmpty()) {
+        QTextStream(stderr) << text << Qt::endl;
+        if (argc < 2 || QByteArrayView(argv[1]) != "--quiet") {
+            program.tell(argc, argv, text, failed ? WarningType::Stop : WarningType::Note);
+        }
     }
-    const QString text = program.told(failures);
-    QTextStream(stderr) << text << Qt::endl;
-    if (argc < 2 || QByteArrayView(argv[1]) != "--quiet") {
-        program.tell(argc, argv, text);
-    }
-    return 1;
+    return failed ? 1 : 0;
 }

@@ -1,3 +1,4 @@
+#include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/system_names.h"
 #include "support/as_nobody.h"
@@ -275,12 +276,24 @@ TEST_F(RealFiles, AFileIsReplacedAsAWholeAndKeepsItsMode)
     EXPECT_EQ(everything(), QStringList{u"a"_s});
 }
 
-TEST_F(RealFiles, ANewFileGetsTheUsersUsualMode)
+TEST_F(RealFiles, WhatIsNewIsItsOwnersAloneAndWhatTheUserHasOpenedStaysOpen)
 {
-    const mode_t old = ::umask(027);
+    const mode_t old = ::umask(0);
     files.writeWhole(path(u"a"_s), "new");
+    files.writeNamed(path(u"b"_s), "new");
+    files.append(path(u"c"_s), "new");
+    EXPECT_TRUE(files.makeFolders(path(u"d/e"_s)));
+    EXPECT_NE(lockFile(path(u"f.lock"_s), std::chrono::milliseconds(0)), nullptr);
     ::umask(old);
-    EXPECT_EQ(modeOf(u"a"_s), 0640U);
+    for (const QString& name : {u"a"_s, u"b"_s, u"c"_s, u"f.lock"_s}) {
+        EXPECT_EQ(modeOf(name), 0600U) << qPrintable(name);
+    }
+    EXPECT_EQ(modeOf(u"d"_s), 0700U);
+    EXPECT_EQ(modeOf(u"d/e"_s), 0700U);
+
+    ASSERT_EQ(::chmod(system(u"c"_s).constData(), 0644), 0);
+    files.append(path(u"c"_s), "more");
+    EXPECT_EQ(modeOf(u"c"_s), 0644U);
 }
 
 TEST_F(RealFiles, TheOwnerIsKeptWhenWeMayGiveFilesAway)

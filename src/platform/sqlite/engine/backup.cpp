@@ -24,6 +24,9 @@ public:
     {
         removeAbandoned(target, now);
         remove();
+        // A library, and what stands beside it, is its owner's alone; journals follow its rights.
+        (void)QFile(m_path).open(QIODevice::WriteOnly | QIODevice::NewOnly,
+                                 QFile::ReadOwner | QFile::WriteOwner);
     }
 
     ~TemporaryFile() { remove(); }
@@ -33,7 +36,13 @@ public:
 
     [[nodiscard]] const QString& path() const { return m_path; }
 
-    void moveIntoPlace(bool replace) const { sqlite::moveIntoPlace(m_path, m_target, replace); }
+    void moveIntoPlace(bool replace) const
+    {
+        if (replace && QFile::exists(m_target)) {
+            QFile::setPermissions(m_path, QFile::permissions(m_target));
+        }
+        sqlite::moveIntoPlace(m_path, m_target, replace);
+    }
 
 private:
     void remove() const

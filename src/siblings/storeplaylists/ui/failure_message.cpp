@@ -13,7 +13,11 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-void showFailure(int argc, char** argv, const FailureMessageParts& parts, const QString& text)
+void showFailure(int argc,
+                 char** argv,
+                 const FailureMessageParts& parts,
+                 const QString& text,
+                 WarningType type)
 {
     QApplication application(argc, argv);
     setLanguageOfDesktopTexts(application, parts.texts.text(u"Sprach.Code"));
@@ -24,7 +28,7 @@ void showFailure(int argc, char** argv, const FailureMessageParts& parts, const 
     const IconSet icons(skin);
     MsgDialog form(icons);
     frmMsg(parts.settings, parts.texts, parts.paths, form)
-        .ShowWarning(text, WarningType::Stop, parts.texts.text(u"store.title"_s));
+        .ShowWarning(text, type, parts.texts.text(u"store.title"_s));
 }
 
 } // namespace melovane

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/controls/warnings.h"
+
 #include <QString>
 
 namespace melovane {
@@ -17,8 +19,12 @@ struct FailureMessageParts
     QString theme; ///< that of the console; empty follows the desktop
 };
 
-/// Shows what failed in a window and waits until the user has read it. The program needs no window
-/// before, so this makes its application object.
-void showFailure(int argc, char** argv, const FailureMessageParts& parts, const QString& text);
+/// Shows what failed, or was left out, in a window and waits until the user has read it. The
+/// program needs no window before, so this makes its application object.
+void showFailure(int argc,
+                 char** argv,
+                 const FailureMessageParts& parts,
+                 const QString& text,
+                 WarningType type);
 
 } // namespace melovane

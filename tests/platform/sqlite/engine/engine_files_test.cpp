@@ -488,6 +488,10 @@ TEST_F(EngineLocks, ASideFileOnReadOnlyMediaIsRead)
     db().Close();
     m_engine->Release(path());
     const QByteArray folder = m_folder.path().toUtf8();
+    // Its owner has opened the library for everybody.
+    for (const QString& name : QDir(m_folder.path()).entryList(QDir::Files)) {
+        ASSERT_EQ(::chmod(m_folder.file(name).toUtf8().constData(), 0644), 0);
+    }
     ASSERT_EQ(::chmod(folder.constData(), 0555), 0);
     {
         const AsNobody nobody;
