@@ -185,7 +185,9 @@ const TrackFieldRow* findTrackField(QStringView column)
 {
     const auto* const found =
         std::find_if(kFields.begin(), kFields.end(), [column](const auto& row) {
-            return row.column.compare(column, Qt::CaseInsensitive) == 0;
+            // Asked for each cell that is painted: the sizes tell most columns apart.
+            return row.column.size() == column.size() &&
+                   row.column.compare(column, Qt::CaseInsensitive) == 0;
         });
     return found == kFields.end() ? nullptr : &*found;
 }
