@@ -64,6 +64,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"status.later", u"Noch nicht in dieser Fassung"},
     {u"status.import", u"Import: $1"},
     {u"status.file.missing", u"Datei nicht gefunden :: $1"},
+    {u"status.player.silent", u"Der Player antwortet nicht; was verlangt war, bekommt er, sobald er weiterläuft."},
     {u"status.file.broken", u"Datei nicht lesbar :: $1"},
     {u"status.file.noaudio", u"Keine gültige MP3 Datei :: $1"},
     {u"status.card.missing", u"Soundkarte zum Vorhören nicht gefunden :: $1"},
