@@ -23,6 +23,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     // Start and information window.
     {u"program.purpose", u"Die Musikdatenbank für DJ und Sendung"},
     {u"startup.loading", u"Bibliothek wird geöffnet ..."},
+    {u"start.died", u"Das Programm wurde beim letzten Mal (Start $1) nicht ordentlich beendet."},
     {u"startup.page", u"Seite des Herstellers öffnen"},
     {u"info.title", u"Über $1"},
     {u"info.database", u"Datenbank: $1"},

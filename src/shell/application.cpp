@@ -64,7 +64,9 @@ int Application::run()
     case StartResult::Run:
         break;
     }
-    return QGuiApplication::exec();
+    const int code = QGuiApplication::exec();
+    m_start->lastRun.end();
+    return code;
 }
 
 } // namespace melovane
