@@ -20,7 +20,7 @@ struct WindowPosition
 
     // Working values of the running window, never stored.
     int StateBeforeDocking = 0; ///< 1 when it was maximised
-    int Docked = 0; ///< 1 while it is docked
+    int Docked = 0;             ///< 1 while it is docked
 
     [[nodiscard]] QRect place() const { return {Left, Top, Whidth, Height}; }
 

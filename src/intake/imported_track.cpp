@@ -95,7 +95,7 @@ std::vector<Value> ImportedTrack::values() const
 
 Value ImportedTrack::value(TrackField field) const
 {
-    const auto found = std::ranges::find(kFields, field, &ImportedField::field);
+    const auto* const found = std::ranges::find(kFields, field, &ImportedField::field);
     Q_ASSERT(found != kFields.end());
     return valueOf(*this, *found);
 }

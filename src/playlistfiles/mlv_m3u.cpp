@@ -42,7 +42,7 @@ QString entryColumns()
 /// A text as it fits into the column of its field.
 Value cellOf(const M3uRow& row, const M3uField& field)
 {
-    if (const auto text = std::get_if<M3uField::Text>(&field.member)) {
+    if (const auto* const text = std::get_if<M3uField::Text>(&field.member)) {
         return tagchoice::cut(row.**text, rowOf(field.field).type.width);
     }
     return row.*std::get<M3uField::Number>(field.member);

@@ -157,7 +157,9 @@ public:
          [this](const QString& cmd, const QString& fid, const QString& plid) {
              mlvdb.siblings().findTempo(cmd, fid, plid);
          },
-         [](int) {}, [](const QString& file) { return file; },
+         [](int) {},
+         [](const QString& file) { return file; },
+         {},
          [this](const QStringList&) { return droppedTracks; },
          [this](const QString& name, const GridControl& layout) { layouts.save(name, layout); },
          [this](const QString& name, GridControl& layout) { layouts.load(name, layout); }}};

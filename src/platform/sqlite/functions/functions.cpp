@@ -207,10 +207,10 @@ void dropNow(void* now)
 void registerClock(sqlite3* connection, const Now& now)
 {
     constexpr FunctionEntry kClock[] = {
-        {"mlv_now", 0, nowFunction},
-        {"mlv_today", 0, todayFunction},
-        {"mlv_timeofday", 0, timeFunction},
-        {"mlv_timer", 0, timerFunction},
+        {"mlv_now", nowFunction, 0},
+        {"mlv_today", todayFunction, 0},
+        {"mlv_timeofday", timeFunction, 0},
+        {"mlv_timer", timerFunction, 0},
     };
     for (const FunctionEntry& entry : kClock) {
         // SQLite calls dropNow also when it refuses.
@@ -237,7 +237,7 @@ void registerFunctions(sqlite3* connection, const std::function<QDateTime()>& no
 {
     check(connection, sqlite3_create_collation_v2(connection, kCollation, SQLITE_UTF8, nullptr,
                                                   collate, nullptr));
-    constexpr FunctionEntry kLike[] = {{"like", 2, like}};
+    constexpr FunctionEntry kLike[] = {{"like", like, 2}};
     registerAll(connection, kLike);
     registerAll(connection, conversionFunctions());
     registerAll(connection, textFunctions());

@@ -353,22 +353,22 @@ void datePartFunction(sqlite3_context* context, int count, sqlite3_value** value
 std::span<const FunctionEntry> dateFunctions()
 {
     static constexpr FunctionEntry kEntries[] = {
-        {"mlv_dateadd", 3, dateAdd},
-        {"mlv_datediff", -1, dateDiff},
-        {"mlv_datepart", -1, datePartFunction},
-        {"mlv_dateserial", 3, dateSerial},
-        {"mlv_datevalue", 1, dateValue},
-        {"mlv_day", 1, part<Part::Day>},
-        {"mlv_hour", 1, part<Part::Hour>},
-        {"mlv_minute", 1, part<Part::Minute>},
-        {"mlv_month", 1, part<Part::Month>},
-        {"mlv_monthname", -1, monthName},
-        {"mlv_second", 1, part<Part::Second>},
-        {"mlv_timeserial", 3, timeSerial},
-        {"mlv_timevalue", 1, timeValue},
-        {"mlv_weekday", -1, weekday},
-        {"mlv_weekdayname", -1, weekdayName},
-        {"mlv_year", 1, part<Part::Year>},
+        {"mlv_dateadd", dateAdd, 3},
+        {"mlv_datediff", dateDiff, -1},
+        {"mlv_datepart", datePartFunction, -1},
+        {"mlv_dateserial", dateSerial, 3},
+        {"mlv_datevalue", dateValue, 1},
+        {"mlv_day", part<Part::Day>, 1},
+        {"mlv_hour", part<Part::Hour>, 1},
+        {"mlv_minute", part<Part::Minute>, 1},
+        {"mlv_month", part<Part::Month>, 1},
+        {"mlv_monthname", monthName, -1},
+        {"mlv_second", part<Part::Second>, 1},
+        {"mlv_timeserial", timeSerial, 3},
+        {"mlv_timevalue", timeValue, 1},
+        {"mlv_weekday", weekday, -1},
+        {"mlv_weekdayname", weekdayName, -1},
+        {"mlv_year", part<Part::Year>, 1},
     };
     return kEntries;
 }

@@ -246,15 +246,15 @@ void isDate(sqlite3_context* context, int, sqlite3_value** values)
 std::span<const FunctionEntry> conversionFunctions()
 {
     static constexpr FunctionEntry kEntries[] = {
-        {"mlv_totext", 2, toText},       {"mlv_tolong", 1, toLong},
-        {"mlv_todouble", 1, toDouble},   {"mlv_todate", 1, toDate},
-        {"mlv_tobool", 1, toBool},       {"mlv_num", 1, comparableNumber},
-        {"mlv_lead", 1, leading},        {"mlv_cdate", 1, cdate},
-        {"mlv_cstr", 1, cstr},           {"mlv_datetext", 1, dateText},
-        {"mlv_same", 1, same},           {"mlv_plus", 2, plus},
-        {"mlv_isnumeric", 1, isNumeric}, {"mlv_isdate", 1, isDate},
-        {"mlv_isempty", 1, isEmpty},     {"mlv_add", 2, addMixed},
-        {"mlv_clng", 1, toLong},         {"mlv_cdbl", 1, toDouble},
+        {"mlv_totext", toText, 2},       {"mlv_tolong", toLong, 1},
+        {"mlv_todouble", toDouble, 1},   {"mlv_todate", toDate, 1},
+        {"mlv_tobool", toBool, 1},       {"mlv_num", comparableNumber, 1},
+        {"mlv_lead", leading, 1},        {"mlv_cdate", cdate, 1},
+        {"mlv_cstr", cstr, 1},           {"mlv_datetext", dateText, 1},
+        {"mlv_same", same, 1},           {"mlv_plus", plus, 2},
+        {"mlv_isnumeric", isNumeric, 1}, {"mlv_isdate", isDate, 1},
+        {"mlv_isempty", isEmpty, 1},     {"mlv_add", addMixed, 2},
+        {"mlv_clng", toLong, 1},         {"mlv_cdbl", toDouble, 1},
     };
     return kEntries;
 }

@@ -288,9 +288,9 @@ void formatDateTime(sqlite3_context* context, int count, sqlite3_value** values)
 std::span<const FunctionEntry> formatFunctions()
 {
     static constexpr FunctionEntry kEntries[] = {
-        {"mlv_format", -1, formatFunction},         {"mlv_formatcurrency", -1, formatCurrency},
-        {"mlv_formatdatetime", -1, formatDateTime}, {"mlv_formatnumber", -1, formatNumberFunction},
-        {"mlv_formatpercent", -1, formatPercent},
+        {"mlv_format", formatFunction, -1},         {"mlv_formatcurrency", formatCurrency, -1},
+        {"mlv_formatdatetime", formatDateTime, -1}, {"mlv_formatnumber", formatNumberFunction, -1},
+        {"mlv_formatpercent", formatPercent, -1},
     };
     return kEntries;
 }

@@ -19,8 +19,8 @@ inline constexpr qsizetype kLongestText = qsizetype{16} * 1024 * 1024;
 struct FunctionEntry
 {
     const char* name;
-    int arguments; ///< -1 for any number; the translator has counted them
     void (*run)(sqlite3_context*, int, sqlite3_value**);
+    int arguments;        ///< -1 for any number; the translator has counted them
     bool constant = true; ///< same arguments, same result
 };
 
