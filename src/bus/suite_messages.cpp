@@ -16,6 +16,11 @@ namespace {
 const QString kJobsKey = u"MessageHandleJobs"_s;
 const QString kVolumeMonitorKey = u"Message.Handle.Volume.Monitor"_s;
 
+/// How long the window stands still for a player that hangs: at its first number, and at those that
+/// follow.
+constexpr std::chrono::milliseconds kPatience{1000};
+constexpr std::chrono::milliseconds kPatienceWithSilent{100};
+
 QString updateTodo(qint32 id, const QString& fid)
 {
     return u"update todo set fid='"_s + sql::quoted(fid) + u"' where id="_s +
@@ -110,22 +115,32 @@ bool SuiteMessages::sendIfAlive(MessageHandle target, qint32 id)
     return true;
 }
 
-void SuiteMessages::SendToPlayer(const QString& fid, qint32 id)
+bool SuiteMessages::ask(MessageHandle player, qint32 id)
+{
+    m_control.setTarget(player);
+    const auto patience = player == m_silentPlayer ? kPatienceWithSilent : kPatience;
+    const bool answered =
+        m_control.SendWithin(patience, id, 0, 0) || !m_messages.IsMsgWindow(player);
+    m_silentPlayer = answered ? 0 : player;
+    return answered;
+}
+
+bool SuiteMessages::SendToPlayer(const QString& fid, qint32 id)
 {
     const MessageHandle target = player();
     // The player reads the row as soon as it gets the number.
     try {
         SetTodo(id, fid);
     } catch (const DbError&) {
-        send(target, id);
+        ask(target, id);
         throw;
     }
-    send(target, id);
+    return ask(target, id);
 }
 
-void SuiteMessages::sendToPlayer(qint32 id)
+bool SuiteMessages::sendToPlayer(qint32 id)
 {
-    send(player(), id);
+    return ask(player(), id);
 }
 
 void SuiteMessages::postToPlayer(qint32 id)

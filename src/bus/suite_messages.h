@@ -49,11 +49,14 @@ public:
     void SetTodo(qint32 id, const QString& fid);
 
     /// Asks the player something about a track: the mailbox row first, then `Send` of kPlayNext or
-    /// kPlayNow. The number is sent even when the row could not be written.
-    void SendToPlayer(const QString& fid, qint32 id);
+    /// kPlayNow. The number is sent even when the row could not be written. False when a player
+    /// that runs does not answer: the window has waited a second for it, and waits for each further
+    /// number a tenth of that until it answers again.
+    bool SendToPlayer(const QString& fid, qint32 id);
 
-    /// `Send` of a number to the player, such as kRefreshPlaylistTree; both numbers 0.
-    void sendToPlayer(qint32 id);
+    /// `Send` of a number to the player, such as kRefreshPlaylistTree; both numbers 0. The same
+    /// result.
+    bool sendToPlayer(qint32 id);
     /// The same by `Post`, such as kRefreshPlaylist.
     void postToPlayer(qint32 id);
 
@@ -81,12 +84,14 @@ private:
     qint32 send(MessageHandle target, qint32 id, qint32 lParam = 0);
     [[nodiscard]] bool sendIfAlive(MessageHandle target, qint32 id);
     [[nodiscard]] MessageHandle player();
+    bool ask(MessageHandle player, qint32 id);
 
     GlobalSettings& m_settings;
     DBEngine& m_engine;
     const Messages& m_messages;
     KSMessage& m_control;
     ErrorSink m_errors;
+    MessageHandle m_silentPlayer = 0; ///< that has not answered the last number
 };
 
 } // namespace melovane

@@ -116,10 +116,10 @@ bool TrackEdits::write(qint64 row, QStringView field, const Value& value, const 
     });
 }
 
-void TrackEdits::commit(qint64 row, const QString& field, const QString& text)
+bool TrackEdits::commit(qint64 row, const QString& field, const QString& text)
 {
     if (!canEdit(row, field)) {
-        return;
+        return false;
     }
     const QString fid = fidOf(row);
     const TrackFieldRow* const known = fieldOf(field);
@@ -131,12 +131,13 @@ void TrackEdits::commit(qint64 row, const QString& field, const QString& text)
     const bool written = value && write(row, field, *value, fid);
     m_parts.rows.refreshCells();
     if (!written || fid.isEmpty()) {
-        return;
+        return written;
     }
     if (known && !known->tree.isEmpty()) {
         m_parts.jobs.ChangeTree(known->tree.toString());
     }
     m_parts.changed(fid);
+    return true;
 }
 
 void TrackEdits::rate(qint64 row, int digit)

@@ -50,7 +50,7 @@ public:
     /// "Track" a text that reads as 0, as one without a number does, empties the cell; "Note" takes
     /// 1 to 5 besides and refuses any other, which is told. A changed artist, album or genre marks
     /// its tree.
-    void commit(qint64 row, const QString& field, const QString& text) override;
+    bool commit(qint64 row, const QString& field, const QString& text) override;
 
     void setGenres(const QStringList& names) { m_genres = names; }
 

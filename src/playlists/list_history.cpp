@@ -10,6 +10,7 @@
 #include "playlists/list_delta.h"
 #include "playlists/playlist_table.h"
 #include "store/create_db.h"
+#include "store/keep_aside.h"
 
 #include <algorithm>
 #include <array>
@@ -213,9 +214,15 @@ bool ListHistory::prepare(Database& database)
 
 void ListHistory::makeSideFile(const QString& mainFile, const QString& sideFile)
 {
-    // Whatever stands under that name cannot be read; its steps are gone, its bytes are kept once.
+    // Whatever stands under that name cannot be read; its steps are gone, its bytes are kept.
     if (m_files.fileExists(sideFile)) {
-        m_files.copy(sideFile, sideFile + u".damaged"_s);
+        const QString kept = keepAside(m_files, sideFile);
+        if (m_sink) {
+            m_sink(u"ListHistory"_s, u"The damaged file was kept as "_s + kept);
+        }
+        if (m_begunAnew) {
+            m_begunAnew(kept);
+        }
     }
     MLVCreateDB maker(m_engine, m_files);
     maker.targetFile = sideFile;

@@ -5,6 +5,7 @@
 
 #include <QStringView>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -69,6 +70,13 @@ public:
                 const Clock& clock,
                 const GlobalSettings& settings,
                 ErrorSink sink);
+
+    /// Hears of a damaged side file that was made anew, with the path under which it is kept: the
+    /// user's steps are gone, and he is told.
+    void setBegunAnew(std::function<void(const QString& kept)> begunAnew)
+    {
+        m_begunAnew = std::move(begunAnew);
+    }
 
     /// The step that undo() or redo() would take; nothing when there is none or the file cannot be
     /// read.
@@ -135,6 +143,7 @@ private:
     const Clock& m_clock;
     const GlobalSettings& m_settings;
     ErrorSink m_sink;
+    std::function<void(const QString& kept)> m_begunAnew;
 };
 
 } // namespace melovane

@@ -22,7 +22,7 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_desk(std::make_unique<Desk>(application, *m_machine))
     , m_suite(std::make_unique<SuiteWing>(*m_machine))
     , m_sound(std::make_unique<SoundWing>(*m_machine, *m_desk, *m_suite))
-    , m_lists(std::make_unique<ListsWing>(*m_machine))
+    , m_lists(std::make_unique<ListsWing>(*m_machine, *m_suite))
     , m_library(std::make_unique<LibraryWing>(*m_machine, *m_desk, *m_suite, *m_lists))
     , m_playlist(std::make_unique<PlaylistWing>(PlaylistWing::Below{.machine = *m_machine,
                                                                     .desk = *m_desk,
@@ -64,7 +64,9 @@ int Application::run()
     case StartResult::Run:
         break;
     }
-    return QGuiApplication::exec();
+    const int code = QGuiApplication::exec();
+    m_start->lastRun.end();
+    return code;
 }
 
 } // namespace melovane

@@ -21,7 +21,9 @@ bool PlayerCommands::play(const QString& fid, qint32 id)
         return false;
     }
     if (m_suite.playerIsAlive()) {
-        m_suite.SendToPlayer(fid, id);
+        if (!m_suite.SendToPlayer(fid, id)) {
+            m_show(m_texts.text(u"status.player.silent"_s));
+        }
     } else {
         m_show(m_texts.text(u"status.player.missing"_s));
     }

@@ -215,7 +215,9 @@ void WindowMessages::forwardToPlayer(const MLVMessage& message)
 {
     // What came from the player was put on the bus in the name of this window: no echo.
     if (message.Sender != m_parts.bus.name()) {
-        m_parts.window.suite.sendToPlayer(message::kRefreshPlaylistTree);
+        if (!m_parts.window.suite.sendToPlayer(message::kRefreshPlaylistTree)) {
+            m_parts.showStatusText(m_parts.window.texts.text(u"status.player.silent"_s));
+        }
     }
 }
 

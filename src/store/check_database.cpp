@@ -8,6 +8,7 @@
 #include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
 #include "store/create_db.h"
+#include "store/keep_aside.h"
 #include "store/vpl_all.h"
 
 #include <algorithm>
@@ -185,6 +186,21 @@ bool CheckDatabase::isLibrary(const QString& file) const
     return here && library && here->device == library->device && here->inode == library->inode;
 }
 
+/// What can be read is made anew from the library; only a file that cannot is kept.
+void CheckDatabase::keepDamaged(const QString& sideFile)
+{
+    const int error = quietly({}, {}, [&] { m_engine.OpenDatabase(sideFile)->Close(); });
+    if (error == 0 || !m_files.fileExists(sideFile)) {
+        return;
+    }
+    quietly(m_sink, u"CheckDatabase"_s, [&] {
+        const QString kept = keepAside(m_files, sideFile);
+        if (m_sink) {
+            m_sink(u"CheckDatabase"_s, u"The damaged file was kept as "_s + kept);
+        }
+    });
+}
+
 bool CheckDatabase::checkSideFile(const QString& testLink,
                                   const QString& fileName,
                                   const std::vector<SideTable>& tables)
@@ -194,6 +210,7 @@ bool CheckDatabase::checkSideFile(const QString& testLink,
     if (isLibrary(sideFile) || !mustRebuild(testLink, sideFile)) {
         return false;
     }
+    keepDamaged(sideFile);
     MLVCreateDB creator(m_engine, m_files);
     creator.targetFile = sideFile;
     creator.sourceFile = m_place.dbName;

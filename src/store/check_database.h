@@ -79,6 +79,7 @@ private:
     void upgrade3464() const;
     /// True when the file is the library itself, under whatever name it is reached.
     [[nodiscard]] bool isLibrary(const QString& file) const;
+    void keepDamaged(const QString& sideFile);
     [[nodiscard]] bool mustRebuild(const QString& testLink, const QString& sideFile) const;
     bool
     checkSideFile(const QString& testLink, const QString& fileName, const std::vector<SideTable>&);

@@ -198,7 +198,7 @@ TEST_F(TrackEditsTest, EveryCellButPlayAndTheKeyCanBeEditedInThatMode)
 
 TEST_F(TrackEditsTest, AChangedCellIsWrittenAndItsTrackEnteredForTheTags)
 {
-    edits.commit(0, u"Titel"_s, u"O'Neil \"[x]\""_s);
+    EXPECT_TRUE(edits.commit(0, u"Titel"_s, u"O'Neil \"[x]\""_s));
     EXPECT_EQ(cell(0, u"Titel"_s).toText(), u"O'Neil \"[x]\""_s);
     EXPECT_EQ(edited(), (QStringList{fids[0]}));
     EXPECT_EQ(changed, (QStringList{fids[0]}));
@@ -208,7 +208,7 @@ TEST_F(TrackEditsTest, AChangedCellIsWrittenAndItsTrackEnteredForTheTags)
 TEST_F(TrackEditsTest, ACellWhoseTrackCannotBeEnteredForTheTagsStaysAsItWas)
 {
     suite.execute(u"drop table db_edit"_s);
-    edits.commit(0, u"Interpret"_s, u"Neu"_s);
+    EXPECT_FALSE(edits.commit(0, u"Interpret"_s, u"Neu"_s)) << "the cell keeps what was typed";
     edits.rate(0, 1);
     EXPECT_EQ(cell(0, u"Interpret"_s).toText(), u"Wer"_s);
     EXPECT_EQ(cell(0, u"Note"_s).toText(), u"3"_s);

@@ -220,9 +220,13 @@ TEST_F(ListHistoryTest, AMissingSideFileStartsANewHistoryAndTheEditRuns)
 TEST_F(ListHistoryTest, ADamagedSideFileIsKeptBesideTheNewOne)
 {
     const Pnid list = lists.addList({1});
+    QStringList kept;
+    lists.history.setBegunAnew([&kept](const QString& file) { kept.append(file); });
     lists.write(u"melovane.undo.mdb"_s, "this is no database");
     edits.AppendFromMP3DB(Lists::tracksText({7}), list, kAktionMix);
     EXPECT_EQ(lists.read(u"melovane.undo.mdb.damaged"_s), "this is no database");
+    EXPECT_EQ(kept, QStringList{lists.file(u"melovane.undo.mdb.damaged"_s)});
+    EXPECT_EQ(lists.log.filter(kept.first()).size(), 1);
     EXPECT_EQ(history.undo().outcome, Outcome::Done);
     EXPECT_EQ(lists.entries(list), u"1:1"_s);
 }

@@ -24,7 +24,12 @@ protected:
     int run(const std::function<void(QMainWindow&)>& inWindow = {})
     {
         suite.engine->Release(suite.dbName());
-        Application console(*qApp, suite.folders.places());
+        EnvironmentPlaces places = suite.folders.places();
+        if (withoutRuntimeFolder) {
+            places.runtimeBase = QLatin1String("");
+            places.temporaryBase = QStringLiteral("/proc");
+        }
+        Application console(*qApp, places);
         running = &console;
         QTimer watcher;
         QObject::connect(&watcher, &QTimer::timeout, qApp, [&] { look(inWindow); });
@@ -64,15 +69,19 @@ protected:
         if (answered()) {
             return;
         }
+        // What the test does in the window may end other windows of the list.
+        QMainWindow* window = nullptr;
         for (QWidget* widget : QApplication::topLevelWidgets()) {
-            auto* window = qobject_cast<QMainWindow*>(widget);
-            if (window != nullptr && window->isVisible()) {
-                if (inWindow) {
-                    inWindow(*window);
-                }
-                window->close();
-            }
+            auto* const found = qobject_cast<QMainWindow*>(widget);
+            window = found != nullptr && found->isVisible() ? found : window;
         }
+        if (window == nullptr) {
+            return;
+        }
+        if (inWindow) {
+            inWindow(*window);
+        }
+        window->close();
     }
 
     /// The start-up window, if it is shown.
@@ -96,7 +105,8 @@ protected:
                     otherSettings + "[Value]\nSprach.Datei=lang_English.ini\n");
     }
 
-    Application* running = nullptr; ///< while the console runs
+    Application* running = nullptr;    ///< while the console runs
+    bool withoutRuntimeFolder = false; ///< and with nothing in its place
     QStringList warnings;
     QString chosenFile;            ///< in the file dialogs
     sqlite::IndexFigures searches; ///< of the last run

@@ -1,12 +1,15 @@
 #include "bus/message_numbers.h"
+#include "platform/controls/status_line.h"
 #include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_messages.h"
 #include "shell/application_fixture.h"
+#include "shell/ui/mlvdb_window.h"
 #include "support/wait_for.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
@@ -70,6 +73,77 @@ TEST_F(ApplicationTest, AListIsImportedFromTheMenuOpenedAndSavedAgain)
     EXPECT_EQ(suite.column(u"select name from pl_name"_s), QStringList{u"Größte Hits"_s});
     EXPECT_EQ(warnings.size(), 1); // the log of what is missing is offered
     EXPECT_TRUE(folder.read(u"out.m3u"_s).contains("#MLV:FID=800000000001\r\n"));
+}
+
+TEST_F(ApplicationTest, ARunThatDiedIsToldAtTheNextStartAndARunThatEndedIsNot)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    const auto marks = [this] {
+        return QDir(suite.dataFolder()).entryList({u"*.running"_s}, QDir::Files);
+    };
+    QStringList during;
+    QString told;
+    const auto look = [&](QMainWindow& window) {
+        during = marks();
+        told = static_cast<MlvdbWindow&>(window).status().panel(StatusPanel::Message);
+    };
+    EXPECT_EQ(run(look), 0);
+    ASSERT_EQ(during.size(), 1);
+    EXPECT_FALSE(told.contains(u"nicht ordentlich beendet"_s));
+    EXPECT_EQ(marks(), QStringList());
+
+    suite.write(during.first(), "21.11.2026 20:15\n");
+    EXPECT_EQ(run(look), 0);
+    EXPECT_EQ(told,
+              u"Das Programm wurde beim letzten Mal (Start 21.11.2026 20:15) nicht ordentlich "
+              "beendet."_s);
+    EXPECT_EQ(marks(), QStringList());
+}
+
+TEST_F(ApplicationTest, WithoutAFolderForMessagesThatIsToldAndOnlyOneCopyRunsAllTheSame)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    withoutRuntimeFolder = true;
+    bool isFree = true;
+    EXPECT_EQ(run([&](QMainWindow&) {
+                  isFree = lockFile(suite.file(u"MelovaneDB.lock"_s), 0ms) != nullptr;
+              }),
+              0);
+    EXPECT_FALSE(isFree);
+    ASSERT_EQ(warnings.size(), 1);
+    EXPECT_TRUE(warnings.first().contains(u"Es gibt keinen Ordner für die Verständigung"_s));
+}
+
+TEST_F(ApplicationTest, ACommandOfTheListsThatFailsSaysWhy)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    QString told;
+    run([&](QMainWindow& window) {
+        suite.execute(u"drop table pl_group"_s);
+        window.findChild<QWidget*>(u"PlaylistFavorit1"_s)
+            ->findChild<QToolButton*>(u"all.newdir"_s)
+            ->click();
+        told = static_cast<MlvdbWindow&>(window).status().panel(StatusPanel::Message);
+    });
+    EXPECT_TRUE(told.startsWith(u"Nicht ausgeführt: "_s)) << qPrintable(told);
+}
+
+TEST_F(ApplicationTest, ADamagedUndoHistoryBeginsAnewAndTheUserIsToldWhereTheOldOneLies)
+{
+    const QString track = suite.library.add({.Titel = u"Brandung"_s});
+    const int group = suite.library.addGroup(u"Freitag"_s);
+    suite.library.addPlaylist(
+        {.Name = u"Hauptset"_s, .GRID = group, .tracks = {track, track}, .IsPlay = true});
+    suite.write(u"melovane.undo.mdb"_s, "this is no database");
+    QString told;
+    run([&](QMainWindow& window) {
+        auto* list = window.findChild<QTableView*>(u"PlaylistGrid1"_s);
+        list->selectRow(0);
+        QTest::keyClick(list, Qt::Key_Delete);
+        told = static_cast<MlvdbWindow&>(window).status().panel(StatusPanel::Message);
+    });
+    EXPECT_TRUE(told.endsWith(u"/melovane.undo.mdb.damaged"_s)) << qPrintable(told);
+    EXPECT_EQ(suite.read(u"melovane.undo.mdb.damaged"_s), "this is no database");
 }
 
 TEST_F(ApplicationTest, AnEmptyDatabaseStartsTheImporterWithArgument1AndDoesNotReadDBPosition)

@@ -26,6 +26,30 @@ TEST_F(PlayerCommandsTest, ATrackIsPlayedNextOrNow)
     EXPECT_TRUE(told.isEmpty());
 }
 
+TEST_F(PlayerCommandsTest, APlayerThatHangsHoldsTheWindowForASecondOnceAndIsTold)
+{
+    const QString silent =
+        u"Der Player antwortet nicht; was verlangt war, bekommt er, sobald er weiterläuft."_s;
+    control.answers = false;
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(commands.playNext(u"1"_s));
+    }
+    EXPECT_EQ(control.patiences, (QList<qint64>{1000, 100, 100}));
+    EXPECT_EQ(told, (QStringList{silent, silent, silent}));
+    EXPECT_EQ(taken().size(), 3) << "it gets them all the same";
+    mlvdb.load();
+    others.SendMessage(u"refresh.playlist.tree"_s);
+    EXPECT_EQ(shown(), silent);
+
+    control.answers = true;
+    told.clear();
+    control.patiences.clear();
+    commands.playNext(u"1"_s);
+    commands.playNext(u"1"_s);
+    EXPECT_EQ(control.patiences, (QList<qint64>{100, 1000}));
+    EXPECT_TRUE(told.isEmpty());
+}
+
 TEST_F(PlayerCommandsTest, WithoutAPlayerThatIsToldAndTheKeyIsTakenAllTheSame)
 {
     messages.alive.clear();

@@ -41,6 +41,14 @@ public:
         return 0;
     }
 
+    bool
+    SendWithin(std::chrono::milliseconds patience, qint32 id, qint32 wParam, qint32 lParam) override
+    {
+        patiences.append(patience.count());
+        Send(id, wParam, lParam);
+        return answers;
+    }
+
     qint32 SendText(qint32, qint32, const QString&) override { return 0; }
 
     void Post(qint32 id, qint32, qint32) override
@@ -56,6 +64,8 @@ public:
 
     NumberHandler number;
     TextHandler text;
+    bool answers = true;
+    QList<qint64> patiences; ///< in milliseconds, of what was sent with one
 
 private:
     QStringList& m_log;

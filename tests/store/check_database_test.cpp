@@ -365,6 +365,9 @@ TEST_F(SideFiles, GarbageInPlaceOfASideFileIsReplacedAndTheLibraryStays)
         EXPECT_EQ(albums(), 0);
     }
     EXPECT_EQ(suite.column(u"select Titel from db_all"_s), QStringList{u"Kept"_s});
+    EXPECT_EQ(suite.read(u"melovane.tree.mdb.damaged.2"_s), "not a database");
+    EXPECT_TRUE(QFile::exists(suite.file(u"melovane.tree.mdb.damaged.4"_s)));
+    EXPECT_FALSE(QFile::exists(suite.file(u"melovane.tree.mdb.damaged.5"_s)));
 }
 
 TEST_F(SideFiles, GarbageInPlaceOfASideFileDoesNotFailTheOpenTest)

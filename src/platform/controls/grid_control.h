@@ -125,8 +125,9 @@ public:
     /// The texts that can be chosen for a field; none lets any text be typed.
     [[nodiscard]] virtual QStringList choices(const QString& field) const = 0;
 
-    /// The user has finished with a cell and left another text in it.
-    virtual void commit(qint64 row, const QString& field, const QString& text) = 0;
+    /// The user has finished with a cell and left another text in it. False when that was not
+    /// taken, which was told: the cell stays open, with the text, until he mends it or leaves it.
+    virtual bool commit(qint64 row, const QString& field, const QString& text) = 0;
 };
 
 /// What a drag carries.

@@ -131,6 +131,7 @@ bool IniProfile::change(const QString& file, const std::function<bool(IniText&)>
         // A file without a name has its lock in whatever folder the program stands.
         return false;
     }
+    m_unwritten.insert(file);
     try {
         const QString real = behindLinks(file);
         const auto lock = lockFile(real + u".lock"_s, m_patience);
@@ -141,12 +142,14 @@ bool IniProfile::change(const QString& file, const std::function<bool(IniText&)>
             m_files.facts(real) ? m_files.read(real, kMaxBytes) : QByteArray();
         IniText text(decode(before));
         if (!edit(text)) {
+            m_unwritten.remove(file);
             return false;
         }
         const QByteArray after = encode(text.toText(), hasMark(before));
         if (after != before) {
             m_files.writeWhole(real, after);
         }
+        m_unwritten.remove(file);
         return true;
     } catch (const IoError&) {
         return false;

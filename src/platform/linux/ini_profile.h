@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QSet>
 
 #include <chrono>
 #include <functional>
@@ -48,6 +49,9 @@ public:
 
     bool replace(const QString& file, const QString& source) override;
 
+    /// Settings files whose last write has failed.
+    [[nodiscard]] QStringList unwritten() const { return m_unwritten.values(); }
+
 private:
     /// What tells one state of a file from the next.
     struct Fingerprint
@@ -77,6 +81,7 @@ private:
     Files& m_files;
     std::chrono::milliseconds m_patience;
     mutable QHash<QString, Known> m_known;
+    QSet<QString> m_unwritten;
 };
 
 } // namespace melovane

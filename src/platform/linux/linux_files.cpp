@@ -314,7 +314,9 @@ QByteArray LinuxFiles::read(const QString& path, qint64 maxBytes) const
 
 void LinuxFiles::writeWhole(const QString& path, const QByteArray& bytes)
 {
+    m_unwritten.insert(path);
     writeBytes(systemPath(path), bytes, TargetLink::Followed);
+    m_unwritten.remove(path);
 }
 
 void LinuxFiles::writeNamed(const QString& path, const QByteArray& bytes)

@@ -4,6 +4,7 @@
 #include "platform/system/files.h"
 
 #include <QHash>
+#include <QSet>
 
 namespace melovane {
 
@@ -50,6 +51,9 @@ public:
     /// What root keeps back for itself does not count.
     [[nodiscard]] std::optional<VolumeSpace> space(const QString& path) const override;
 
+    /// Paths of the files whose last writeWhole has failed.
+    [[nodiscard]] QStringList unwritten() const { return m_unwritten.values(); }
+
 private:
     /// Names of a folder by their folded form, kept while the folder does not change.
     struct Listing
@@ -66,6 +70,7 @@ private:
 
     VolumeSources m_sources;
     mutable QHash<QByteArray, Listing> m_listings;
+    QSet<QString> m_unwritten;
 };
 
 } // namespace melovane

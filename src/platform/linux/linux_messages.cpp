@@ -43,6 +43,17 @@ public:
         return send({PacketType::SendNumber, 0, id, wParam, lParam});
     }
 
+    bool
+    SendWithin(std::chrono::milliseconds patience, qint32 id, qint32 wParam, qint32 lParam) override
+    {
+        if (m_handle == 0) {
+            return false;
+        }
+        static_cast<void>(
+            m_hub->send(m_target, {PacketType::SendNumber, 0, id, wParam, lParam}, patience));
+        return m_hub->lastSendWasAnswered();
+    }
+
     qint32 SendText(qint32 id, qint32 number, const QString& text) override
     {
         return send({PacketType::SendText, 0, id, number, 0, text});

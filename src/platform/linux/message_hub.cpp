@@ -107,7 +107,7 @@ bool MessageHub::isOpen(MessageHandle control) const
     return m_controls.contains(control);
 }
 
-qint32 MessageHub::send(MessageHandle target, Packet packet)
+qint32 MessageHub::send(MessageHandle target, Packet packet, std::optional<milliseconds> patience)
 {
     packet.sequence = ++m_lastSequence;
     m_answered = false;
@@ -119,14 +119,17 @@ qint32 MessageHub::send(MessageHandle target, Packet packet)
     ++m_nesting;
     const auto leave = qScopeGuard([this] { --m_nesting; });
     if (!isOpen(target)) {
-        return sendFar(target, packet.sequence, bytes);
+        return sendFar(target, packet.sequence, bytes, patience.value_or(m_patience));
     }
     const qint32 result = deliver(target, packet);
     m_answered = true;
     return result;
 }
 
-qint32 MessageHub::sendFar(MessageHandle target, quint32 sequence, const QByteArray& bytes)
+qint32 MessageHub::sendFar(MessageHandle target,
+                           quint32 sequence,
+                           const QByteArray& bytes,
+                           milliseconds patience)
 {
     Pending pending{sequence, writeTo(target, bytes)};
     if (pending.link == 0) {
@@ -134,20 +137,20 @@ qint32 MessageHub::sendFar(MessageHandle target, quint32 sequence, const QByteAr
     }
     m_pending.push_back(&pending);
     const auto leave = qScopeGuard([this] { m_pending.pop_back(); });
-    await(pending);
+    await(pending, patience);
     m_answered = pending.answered;
     return pending.result;
 }
 
-void MessageHub::await(Pending& pending)
+void MessageHub::await(Pending& pending, milliseconds patience)
 {
-    const auto end = steady_clock::now() + m_patience;
+    const auto end = steady_clock::now() + patience;
     bool last = false;
     while (!pending.done && !last) {
         const auto left = std::chrono::ceil<milliseconds>(end - steady_clock::now());
         // A handler may have used up the time while the answer lay ready.
         last = left <= milliseconds::zero();
-        pump(std::clamp(left, milliseconds::zero(), m_patience));
+        pump(std::clamp(left, milliseconds::zero(), patience));
     }
 }
 

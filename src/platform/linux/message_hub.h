@@ -12,6 +12,7 @@
 #include <list>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <tuple>
 #include <vector>
@@ -51,7 +52,10 @@ public:
     [[nodiscard]] bool isOpen(MessageHandle control) const;
 
     /// Sends and waits; the answer, or 0. Everything may have changed afterwards.
-    [[nodiscard]] qint32 send(MessageHandle target, Packet packet);
+    /// \param patience instead of that of the hub
+    [[nodiscard]] qint32 send(MessageHandle target,
+                              Packet packet,
+                              std::optional<std::chrono::milliseconds> patience = {});
 
     [[nodiscard]] bool lastSendWasAnswered() const { return m_answered; }
 
@@ -95,8 +99,11 @@ private:
     void settle(LinkNumber number, const Packet& reply);
     void drop(LinkNumber number);
 
-    [[nodiscard]] qint32 sendFar(MessageHandle target, quint32 sequence, const QByteArray& bytes);
-    void await(Pending& pending);
+    [[nodiscard]] qint32 sendFar(MessageHandle target,
+                                 quint32 sequence,
+                                 const QByteArray& bytes,
+                                 std::chrono::milliseconds patience);
+    void await(Pending& pending, std::chrono::milliseconds patience);
     /// The link that took the bytes, or 0.
     [[nodiscard]] LinkNumber writeTo(MessageHandle target, const QByteArray& bytes);
     [[nodiscard]] qint32 deliver(MessageHandle control, const Packet& packet) const;

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -41,7 +42,13 @@ public:
     /// send are served, nothing else is: no timer, no user event, no posted message.
     virtual qint32 Send(qint32 id, qint32 wParam, qint32 lParam) = 0;
 
-    /// Sends a text in the same way. What is longer than the control carries is refused with 0.
+    /// Send with a patience of its own. False when the target has not answered by then: what was
+    /// sent reaches it all the same as soon as it goes on.
+    virtual bool
+    SendWithin(std::chrono::milliseconds patience, qint32 id, qint32 wParam, qint32 lParam) = 0;
+
+    /// Sends a text in the same way as Send. What is longer than the control carries is refused
+    /// with 0.
     virtual qint32 SendText(qint32 id, qint32 number, const QString& text) = 0;
 
     /// Sends without waiting: the receiver gets it from its message loop, in the order posted, each

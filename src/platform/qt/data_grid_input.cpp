@@ -68,6 +68,14 @@ void DataGrid::keyboardSearch(const QString& text)
     Q_UNUSED(text)
 }
 
+void DataGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    // What the user has typed is his until it is taken; Escape gives it up.
+    if (hint == QAbstractItemDelegate::RevertModelCache || !m_model || !m_model->wasRefused()) {
+        QTableView::closeEditor(editor, hint);
+    }
+}
+
 void DataGrid::keyPressEvent(QKeyEvent* event)
 {
     if (state() == EditingState) {

@@ -158,13 +158,14 @@ QStringList DataGridModel::choices(const QModelIndex& index) const
 
 bool DataGridModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
+    m_refused = false;
     const QString text = value.toString();
     if (role != Qt::EditRole || !m_editing || !index.isValid() ||
         text == data(index, Qt::EditRole).toString()) {
         return false;
     }
-    m_editing->commit(index.row(), column(index.column()).field, text);
-    return true;
+    m_refused = !m_editing->commit(index.row(), column(index.column()).field, text);
+    return !m_refused;
 }
 
 void DataGridModel::setHeading(int column, const QString& heading)

@@ -50,6 +50,10 @@ public:
 
     /// Gives a changed text of a cell to the editing.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+    /// True when the editing has not taken the last text.
+    [[nodiscard]] bool wasRefused() const { return m_refused; }
+
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
     [[nodiscard]] int columnOf(const QString& field) const;
@@ -68,6 +72,7 @@ private:
     QHash<QString, int> m_fieldByName; ///< names in lower case
     int m_rows = 0;
     GridEditing* m_editing = nullptr;
+    bool m_refused = false; ///< see wasRefused()
 };
 
 } // namespace melovane

@@ -13,7 +13,9 @@ namespace {
 /// The window that a dialog belongs to; none while the program starts.
 QWidget* owner()
 {
-    if (QWidget* active = QApplication::activeWindow()) {
+    // A splash goes by itself; it must not take the dialog with it.
+    QWidget* const active = QApplication::activeWindow();
+    if (active != nullptr && active->windowType() != Qt::SplashScreen) {
         return active;
     }
     for (QWidget* window : QApplication::topLevelWidgets()) {

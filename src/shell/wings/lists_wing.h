@@ -10,11 +10,12 @@
 namespace melovane {
 
 struct Machine;
+struct SuiteWing;
 
 /// The lists themselves: what reads, changes and undoes them, and their files.
 struct ListsWing
 {
-    explicit ListsWing(Machine& machine);
+    ListsWing(Machine& machine, SuiteWing& suite);
 
     linux_media::LinuxTagReader tagReader;
     ListHistory history;

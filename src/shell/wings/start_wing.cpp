@@ -1,6 +1,7 @@
 #include "shell/wings/start_wing.h"
 
 #include "bus/message_numbers.h"
+#include "platform/controls/status_line.h"
 #include "platform/system/path_text.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/machine.h"
@@ -18,6 +19,9 @@ StartWing::StartWing(Machine& base, Desk& room)
     , desk(room)
     , splashForm(room.skin, room.icons)
     , splash(base.texts, base.loop, splashForm, [this] { openMakersPage(); })
+    , lastRun(base.files,
+              base.clock,
+              path::join(base.paths.GetConfigPath(), base.paths.programName() + u".running"_s))
 {}
 
 StartWing::~StartWing() = default;
@@ -41,6 +45,7 @@ StartResult StartWing::run(const std::function<void()>& showMainWindow)
                             if (nextCopy->handle() == 0) {
                                 tellWithoutMessages();
                             }
+                            tellLastRun();
                         }},
                    {.settings = machine.settings,
                     .texts = machine.texts,
@@ -92,6 +97,15 @@ void StartWing::tellWithoutMessages()
 {
     desk.warnings.ShowWarning(machine.texts.text(u"messages.nowhere"), WarningType::Note,
                               machine.texts.text(u"glob_warn"));
+}
+
+void StartWing::tellLastRun()
+{
+    if (const auto began = lastRun.begin()) {
+        const QString text = machine.texts.text(u"start.died"_s, *began);
+        machine.log()(u"Start"_s, text);
+        desk.window.status().setPanel(StatusPanel::Message, text);
+    }
 }
 
 void StartWing::openMakersPage() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/last_run.h"
 #include "shell/start_up_db.h"
 #include "shell/sub_main.h"
 #include "shell/ui/splash_window.h"
@@ -29,6 +30,7 @@ struct StartWing
     Desk& desk;
     SplashWindow splashForm;
     frmStartUpDB splash;
+    LastRun lastRun;
     std::unique_ptr<KSMessage> nextCopy; ///< hears of later copies; null before the window is up
 
 private:
@@ -37,6 +39,8 @@ private:
     void listenForNextCopy();
     /// Says that no other program of the suite is reached.
     void tellWithoutMessages();
+    /// Says, and logs, that the program died the last time.
+    void tellLastRun();
     void openMakersPage() const;
 };
 

@@ -11,7 +11,7 @@ SuiteWing::SuiteWing(Machine& machine)
     , sender(bus, kMainWindowName.toString())
     , message(machine.messages.makeControl())
     , playlistMessage(machine.messages.makeControl())
-    , suite(machine.settings, *machine.engine, machine.messages, *message, machine.log())
+    , suite(machine.settings, *machine.engine, machine.messages, *message, toUser(machine))
     , siblings(machine.paths, machine.files, machine.processes)
     , commands(siblings, machine.texts, [this](const QString& text) { showStatusText(text); })
     , sampleTool(
@@ -21,6 +21,14 @@ SuiteWing::SuiteWing(Machine& machine)
            .siblings = siblings,
            .tellMissing = [this](const QString& program) { commands.tellUnless(false, program); }})
 {}
+
+ErrorSink SuiteWing::toUser(Machine& machine)
+{
+    return [this, &machine, log = machine.log()](const QString& where, const QString& what) {
+        log(where, what);
+        showStatusText(machine.texts.text(u"status.notdone", what));
+    };
+}
 
 void SuiteWing::showStatusText(const QString& text)
 {

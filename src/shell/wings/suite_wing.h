@@ -20,6 +20,10 @@ struct SuiteWing
     /// Puts a line before the user.
     void showStatusText(const QString& text);
 
+    /// Where operations that stay quiet tell their failures when a user waits for what they do: the
+    /// log and the status line.
+    [[nodiscard]] ErrorSink toUser(Machine& machine);
+
     MLVMessageBus bus;
     BusSender sender;                           ///< in the name of the main window
     std::unique_ptr<KSMessage> message;         ///< `KSMessage1` of the main window

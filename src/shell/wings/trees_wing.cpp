@@ -24,7 +24,7 @@ TreesWing::TreesWing(Machine& machine,
                .bus = suite.bus,
                .warnings = desk.warnings,
                .popup = desk.popup,
-               .sink = machine.log(),
+               .sink = suite.toUser(machine),
                .showDetails = [this](Pnid list) { figures.Show(list); },
                .saveList = [&playlist](Pnid list) { playlist.listFiles.saveList(list); }},
               desk.window.lists().tree())

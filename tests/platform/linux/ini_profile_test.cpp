@@ -158,6 +158,7 @@ TEST_F(SettingsFile, AFolderInItsPlaceReadsAsEmptyAndStays)
     EXPECT_FALSE(write(u"k"_s, u"1"_s));
     EXPECT_TRUE(files.folderExists(file));
     EXPECT_FALSE(profile.write(folder.file(u"missing/x.ini"_s), u"A"_s, u"k"_s, u"1"_s));
+    EXPECT_TRUE(profile.unwritten().contains(folder.file(u"missing/x.ini"_s)));
     EXPECT_FALSE(profile.write(QString(), u"A"_s, u"k"_s, u"1"_s));
 }
 

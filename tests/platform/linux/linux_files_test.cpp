@@ -276,6 +276,17 @@ TEST_F(RealFiles, AFileIsReplacedAsAWholeAndKeepsItsMode)
     EXPECT_EQ(everything(), QStringList{u"a"_s});
 }
 
+TEST_F(RealFiles, AFileThatCouldNotBeWrittenIsKnownUntilItIs)
+{
+    ASSERT_TRUE(files.makeFolder(path(u"a"_s)));
+    EXPECT_THROW(files.writeWhole(path(u"a"_s), "new"), IoError);
+    files.writeWhole(path(u"b"_s), "new");
+    EXPECT_EQ(files.unwritten(), QStringList{path(u"a"_s)});
+    ASSERT_EQ(::rmdir(system(u"a"_s).constData()), 0);
+    files.writeWhole(path(u"a"_s), "new");
+    EXPECT_EQ(files.unwritten(), QStringList());
+}
+
 TEST_F(RealFiles, WhatIsNewIsItsOwnersAloneAndWhatTheUserHasOpenedStaysOpen)
 {
     const mode_t old = ::umask(0);

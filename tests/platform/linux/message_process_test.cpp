@@ -167,6 +167,15 @@ TEST_F(MessageProcess, APeerThatStartedAgainIsReachedUnderItsNewHandle)
     EXPECT_EQ(control->Send(sibling::kAdd, 40, 2), 42);
 }
 
+TEST_F(MessageProcess, ASendWithAPatienceOfItsOwnSaysWhetherItWasAnswered)
+{
+    EXPECT_TRUE(control->SendWithin(1h, sibling::kAdd, 40, 2));
+    other.stop();
+    EXPECT_FALSE(control->SendWithin(150ms, sibling::kAdd, 40, 2));
+    other.killAndWait();
+    EXPECT_FALSE(control->SendWithin(1h, sibling::kAdd, 40, 2));
+}
+
 TEST_F(ImpatientMessageProcess, AHungPeerAnswers0AfterTheTimeAndIsAliveAllTheSame)
 {
     other.stop();

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QPointer>
 #include <QScrollBar>
 #include <QSignalSpy>
 
@@ -23,12 +24,14 @@ public:
 
     [[nodiscard]] QStringList choices(const QString&) const override { return offered; }
 
-    void commit(qint64 row, const QString& field, const QString& text) override
+    bool commit(qint64 row, const QString& field, const QString& text) override
     {
         commits.append(u"%1 %2 %3"_s.arg(row).arg(field, text));
+        return takes;
     }
 
     bool allowed = true;
+    bool takes = true;
     QStringList offered;
     QStringList commits;
 };
@@ -213,6 +216,38 @@ TEST_F(GridInputTest, AChangedTextIsCommittedAndAnUnchangedOneIsNot)
     QTest::keyClick(line, Qt::Key_Return);
     ASSERT_TRUE(test::waitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
     EXPECT_EQ(editing.commits, (QStringList{u"2 titel Anders"_s}));
+}
+
+TEST_F(GridInputTest, ATextThatIsNotTakenStaysInTheOpenCellUntilItIsMendedOrGivenUp)
+{
+    show(10);
+    grid.setEditing(&editing);
+    grid.goToRow(2, 0);
+    editing.takes = false;
+    grid.editCurrentCell();
+    QPointer<QLineEdit> line = grid.findChild<QLineEdit*>();
+    ASSERT_NE(line, nullptr);
+    line->setText(u"Anders"_s);
+    QTest::keyClick(line, Qt::Key_Return);
+    ASSERT_TRUE(test::waitFor([this] { return editing.commits.size() == 1; }));
+    QCoreApplication::processEvents();
+    ASSERT_FALSE(line.isNull());
+    EXPECT_EQ(line->text(), u"Anders"_s);
+
+    editing.takes = true;
+    QTest::keyClick(line, Qt::Key_Return);
+    ASSERT_TRUE(test::waitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
+    EXPECT_EQ(editing.commits.size(), 2);
+
+    editing.takes = false;
+    grid.editCurrentCell();
+    line = grid.findChild<QLineEdit*>();
+    ASSERT_FALSE(line.isNull());
+    line->setText(u"Weg"_s);
+    QTest::keyClick(line, Qt::Key_Return);
+    ASSERT_TRUE(test::waitFor([this] { return editing.commits.size() == 3; }));
+    QTest::keyClick(line, Qt::Key_Escape);
+    EXPECT_TRUE(test::waitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
 }
 
 TEST_F(GridInputTest, KeysOfAnOpenEditorAreNoKeysOfTheGrid)
