@@ -94,7 +94,7 @@ OutlineTree::OutlineTree(const Skin& skin, const IconSet& icons, QWidget* parent
     setDropIndicatorShown(false);
     constexpr int kUnfoldMs = 600;
     setAutoExpandDelay(kUnfoldMs);
-    setTreeFont({{}, 0});
+    OutlineTree::setTreeFont({.name = {}, .size = 0});
     connect(this, &QTreeView::clicked, this,
             [this](const QModelIndex& index) { emit rowClicked(m_model->placeOf(index)); });
     connect(m_model, &OutlineModel::edited, this, &OutlineTree::rowEdited);
