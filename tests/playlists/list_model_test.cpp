@@ -80,20 +80,27 @@ struct LastWords
     int edits = 0;     ///< confirmed ones
 };
 
-LastWords runAndKill(const QString& folder, unsigned seed, int milliseconds)
+/// Kills an editor so many milliseconds after its `edits`th confirmed edit.
+LastWords runAndKill(const QString& folder, unsigned seed, int edits, int milliseconds)
 {
+    constexpr int kLongWait = 60'000;
     QProcess editor;
     editor.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     editor.start(QStringLiteral(MLV_LIST_EDITOR), {folder, QString::number(seed)});
     LastWords words;
-    if (!editor.waitForStarted() || !editor.waitForReadyRead(20'000)) {
-        ADD_FAILURE() << "the editor does not edit";
-        return words;
+    QByteArray told;
+    while (told.count("done\n") < edits) {
+        if (!editor.waitForReadyRead(kLongWait)) {
+            ADD_FAILURE() << "the editor does not edit";
+            return words;
+        }
+        told += editor.readAllStandardOutput();
     }
     EXPECT_FALSE(editor.waitForFinished(milliseconds)) << "the editor ended by itself";
     editor.kill();
     editor.waitForFinished();
-    const QStringList lines = QString::fromUtf8(editor.readAllStandardOutput()).split(u'\n');
+    told += editor.readAllStandardOutput();
+    const QStringList lines = QString::fromUtf8(told).split(u'\n');
     // The last piece is no whole line.
     for (const QString& line : lines.first(lines.size() - 1)) {
         if (line == "done"_L1) {
@@ -117,8 +124,9 @@ TEST_F(ListModelProof, KilledAtAnyMomentTheListsAreWholeAndTheLastConfirmedEditI
     int withoutRecord = 0;
     for (int kill = 0; kill < kills; ++kill) {
         lists.engine->Release(lists.dbName());
-        const int wait = std::uniform_int_distribution(0, 60)(random);
-        const LastWords words = runAndKill(lists.dataFolder(), unsigned(kill), wait);
+        const int least = std::uniform_int_distribution(1, 4)(random);
+        const int wait = std::uniform_int_distribution(0, 30)(random);
+        const LastWords words = runAndKill(lists.dataFolder(), unsigned(kill), least, wait);
         const QString found = ListModel::textOf(*lists.open());
         const bool isConfirmed = found == words.confirmed;
         ASSERT_TRUE(isConfirmed || found == words.begun)
@@ -144,7 +152,7 @@ TEST_F(ListModelProof, KilledAtAnyMomentTheListsAreWholeAndTheLastConfirmedEditI
             lists.history.clear();
         }
     }
-    EXPECT_GT(edits, kills) << "the editor was too slow to prove anything";
+    EXPECT_GE(edits, kills) << "each editor was killed behind an edit";
     std::printf("%d kills, %d confirmed edits, %d times the begun edit was there, %d times a step "
                 "met lists that it did not know\n",
                 kills, edits, begunAndThere, withoutRecord);
