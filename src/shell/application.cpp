@@ -1,5 +1,6 @@
 #include "shell/application.h"
 
+#include "platform/linux/end_signals.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/library_wing.h"
 #include "shell/wings/lists_wing.h"
@@ -64,6 +65,8 @@ int Application::run()
     case StartResult::Run:
         break;
     }
+    // The end of the desktop's session keeps what a closed window keeps.
+    const EndSignals ending([] { QGuiApplication::quit(); });
     const int code = QGuiApplication::exec();
     m_start->lastRun.end();
     return code;

@@ -81,7 +81,9 @@ protected:
         if (inWindow) {
             inWindow(*window);
         }
-        window->close();
+        if (closesWindow) {
+            window->close();
+        }
     }
 
     /// The start-up window, if it is shown.
@@ -106,6 +108,7 @@ protected:
     }
 
     Application* running = nullptr;    ///< while the console runs
+    bool closesWindow = true;          ///< else the test ends the console
     bool withoutRuntimeFolder = false; ///< and with nothing in its place
     QStringList warnings;
     QString chosenFile;            ///< in the file dialogs

@@ -23,6 +23,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 namespace melovane {
 namespace {
 
@@ -98,6 +100,25 @@ TEST_F(ApplicationTest, ARunThatDiedIsToldAtTheNextStartAndARunThatEndedIsNot)
               u"Das Programm wurde beim letzten Mal (Start 21.11.2026 20:15) nicht ordentlich "
               "beendet."_s);
     EXPECT_EQ(marks(), QStringList());
+}
+
+TEST_F(ApplicationTest, TheEndOfTheSessionKeepsWhatAClosedWindowKeeps)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    closesWindow = false;
+    bool isAsked = false;
+    const auto end = [&](QMainWindow& window) {
+        if (!std::exchange(isAsked, true)) {
+            window.setGeometry(10, 20, 740, 650);
+            ::raise(SIGTERM);
+        }
+    };
+    EXPECT_EQ(run(end), 0);
+    EXPECT_TRUE(QDir(suite.dataFolder()).entryList({u"*.running"_s}, QDir::Files).isEmpty());
+    closesWindow = true;
+    QRect place;
+    EXPECT_EQ(run([&](QMainWindow& window) { place = window.geometry(); }), 0);
+    EXPECT_EQ(place, QRect(10, 20, 740, 650));
 }
 
 TEST_F(ApplicationTest, WithoutAFolderForMessagesThatIsToldAndOnlyOneCopyRunsAllTheSame)
