@@ -21,7 +21,7 @@ SqliteRecordset::SqliteRecordset(std::weak_ptr<SessionLease> lease, std::shared_
     : m_lease(std::move(lease))
     , m_rows(std::move(rows))
 {
-    SqliteRecordset::MoveFirst();
+    MoveFirst();
 }
 
 Session& SqliteRecordset::session() const

@@ -6,7 +6,7 @@
 namespace melovane::sqlite {
 
 /// A place in a RowSet, and the row being written there.
-class SqliteRecordset : public Recordset
+class SqliteRecordset final : public Recordset
 {
 public:
     SqliteRecordset(std::weak_ptr<SessionLease> lease, std::shared_ptr<RowSet> rows);
