@@ -69,6 +69,8 @@ public:
     void paste(bool append);
     /// The selected rows, or the current one when none is selected.
     void deleteRows();
+    /// The same; the clipboard holds them, to be pasted with all their values.
+    void cutRows();
     /// Exchanges the current row with its neighbour: -1 above, 1 below. The others are told once
     /// the user's hand rests.
     void moveRow(int step);
@@ -102,6 +104,8 @@ public:
 
 private:
     [[nodiscard]] bool mayChange();
+    [[nodiscard]] QString rowsToTake() const;
+    void takeRows(const std::function<void(const QString& rows)>& take);
     void tellStatus(const QString& text);
     [[nodiscard]] Plid currentEntry() const;
     void valueChanged();

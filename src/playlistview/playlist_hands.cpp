@@ -30,6 +30,7 @@ std::span<const ctl_Playlist::ToolRow> ctl_Playlist::toolTable()
         {u"all.book", [](View& view, const Key&) { view.bookPressed(); }},
         {u"all.delete", [](View& view, const Key&) { view.m_edits.deleteRows(); }},
         {u"all.copy", [](View& view, const Key&) { view.copyRows(); }},
+        {u"all.clip.cut", [](View& view, const Key&) { view.m_edits.cutRows(); }},
         {u"all.clip.insert", [](View& view, const Key&) { view.m_edits.paste(false); }},
         {u"all.clip.append", [](View& view, const Key&) { view.m_edits.paste(true); }},
         {u"all.data.select", [](View& view, const Key&) { view.selectAllRows(); }},
