@@ -60,6 +60,16 @@ void ctl_Playlist::toolPressed(const QString& key)
     }
 }
 
+QString ctl_Playlist::whyNot(QStringView key, bool needsRow) const
+{
+    return m_gate.whyNot(key, {.isLent = !m_rows.isConnected(),
+                               .hasRow = !needsRow || currentEntry() != Plid{},
+                               .hasList = m_list.isOpen(),
+                               .isLocked = m_list.locked,
+                               .canUndo = m_known.undo,
+                               .canRedo = m_known.redo});
+}
+
 bool ctl_Playlist::SendKeyUp(const QString& command, bool asked)
 {
     static constexpr std::pair<QStringView, QStringView> kKeys[] = {
