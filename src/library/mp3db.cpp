@@ -147,6 +147,7 @@ void ctl_MP3DB::reconnectDatabase()
         configure();
         return;
     }
+    loadGenres();
     m_watch.count();
     if (std::exchange(m_searchWaits, false)) {
         search(m_controls.search.text());
