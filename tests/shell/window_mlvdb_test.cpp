@@ -184,6 +184,20 @@ TEST_F(MlvdbTest, AStoredPlaceOutsideTheScreenIsIgnored)
     EXPECT_EQ(window.rect, designed);
 }
 
+TEST_F(MlvdbTest, APlaceOnASecondScreenIsTakenAsLongAsThatScreenIsThere)
+{
+    const QRect designed = window.rect;
+    store(1700, 100, 900, 600, 0);
+    activate(1);
+    EXPECT_EQ(window.rect, designed);
+    window.second = {1600, 0, 1280, 1024};
+    activate(1);
+    EXPECT_EQ(window.rect, QRect(1700, 100, 900, 600));
+    store(2200, 100, 900, 600, 0);
+    activate(1);
+    EXPECT_EQ(window.rect, QRect(1700, 100, 900, 600)) << "it would lie across the edge";
+}
+
 TEST_F(MlvdbTest, WithoutAStoredPlaceTheWindowKeepsTheDesignedOne)
 {
     const QRect designed = window.rect;

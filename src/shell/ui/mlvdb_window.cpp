@@ -13,6 +13,8 @@
 #include "trees/ui/playlist_favorit_widget.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
+#include <QLineEdit>
 #include <QMenu>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -197,6 +199,20 @@ int MlvdbWindow::windowHandle32() const
 QRect MlvdbWindow::screenArea() const
 {
     return screen()->availableGeometry();
+}
+
+QRect MlvdbWindow::screenAreaOf(const QRect& place) const
+{
+    const QScreen* best = screen();
+    int most = 0;
+    for (const QScreen* candidate : QGuiApplication::screens()) {
+        const QRect common = candidate->geometry().intersected(place);
+        if (common.width() * common.height() > most) {
+            most = common.width() * common.height();
+            best = candidate;
+        }
+    }
+    return best->availableGeometry();
 }
 
 void MlvdbWindow::bringToFront()
