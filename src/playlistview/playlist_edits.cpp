@@ -156,8 +156,7 @@ bool PlaylistEdits::addFiles(const QStringList& files, std::optional<Sid> target
     }
     const QStringList fids = m_actions.tracksOf(files);
     if (fids.isEmpty()) {
-        tellStatus(m_texts.text(u"playlist.notracks"_s));
-        return false;
+        return false; // whoever has looked at the files has told what was among them
     }
     addTracks(dragText(DragKind::FidMp3db, fids), target);
     return true;
