@@ -51,6 +51,15 @@ MlvdbWindow::MlvdbWindow(Skin& skin, const IconSet& icons)
         const bool inList = focusWidget() && m_playlist->isAncestorOf(focusWidget());
         return inList ? m_playlist->contextPlace() : m_library->contextPlace();
     });
+    m_menus->setEditPlace([this](QWidget* control) {
+        if (qobject_cast<QLineEdit*>(control)) {
+            return EditPlace::Text;
+        }
+        if (m_library->isAncestorOf(control)) {
+            return EditPlace::Library;
+        }
+        return m_playlist->isAncestorOf(control) ? EditPlace::Playlist : EditPlace::None;
+    });
     const QSize room = MlvdbWindow::screenArea().size();
     resize(kFirstSize.boundedTo(room * 9 / 10));
 }

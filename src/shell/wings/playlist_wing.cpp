@@ -18,6 +18,30 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// A line of the log of imports and exports.
+void logImport(Machine& machine, int code, const QString& source, const QString& what)
+{
+    M3uErrors errors(machine.files, {machine.paths.programFolder(), machine.paths.GetConfigPath()},
+                     machine.clock);
+    errors.add(code, source, what);
+}
+
+} // namespace
+
+std::vector<PlayAction> playActionsOf(const ctl_Playlist& view)
+{
+    std::vector<PlayAction> result;
+    const int present = view.currentAktion();
+    for (const int action : view.aktionChoices()) {
+        if (const AktionLook* const look = aktionLook(action)) {
+            result.push_back({action, look->key.toString(), action == present});
+        }
+    }
+    return result;
+}
+
 PlaylistWing::PlaylistWing(const Below& wings, std::function<GroupId()> importGroup)
     : below(wings)
     , listFiles(listFileParts(std::move(importGroup)))
@@ -28,7 +52,11 @@ PlaylistWing::PlaylistWing(const Below& wings, std::function<GroupId()> importGr
              .reader = wings.lists.tagReader,
              .clock = wings.machine.clock,
              .pointer = wings.desk.pointer,
-             .showStatusText = [this](const QString& text) { below.suite.showStatusText(text); }})
+             .showStatusText = [this](const QString& text) { below.suite.showStatusText(text); },
+             .logRefusal =
+                 [&machine = wings.machine](const Refusal& refusal) {
+                     logImport(machine, refusal.code, u"Drop"_s, refusal.path);
+                 }})
     , view(viewParts(), wings.desk.window.playlist().controls(wings.desk.warnings), viewActions())
     , exportForm(wings.desk.icons, wings.machine.texts)
     , exports(exportParts())
@@ -101,7 +129,8 @@ PlaylistActions PlaylistWing::viewActions()
             .cuesOf =
                 [this](const QString& file, int withinMs, int loudness) {
                     return below.sound.cueFinder.find(file, withinMs, loudness);
-                }};
+                },
+            .world = below.suite.world(below.machine)};
 }
 
 KopieParts PlaylistWing::exportParts()
@@ -117,10 +146,7 @@ KopieParts PlaylistWing::exportParts()
             .warnings = below.desk.warnings,
             .form = exportForm,
             .logFailure = [&machine](int code, const QString& what) {
-                M3uErrors errors(machine.files,
-                                 {machine.paths.programFolder(), machine.paths.GetConfigPath()},
-                                 machine.clock);
-                errors.add(code, u"SavePlaylist"_s, what);
+                logImport(machine, code, u"SavePlaylist"_s, what);
             }};
 }
 
@@ -133,7 +159,12 @@ PlaylistCommands PlaylistWing::commands()
             .undo = [this] { view.undo(); },
             .redo = [this] { view.redo(); },
             .importLists = [this] { listFiles.importLists(); },
-            .saveActive = [this] { listFiles.saveList(view.listOfCommands()); }};
+            .saveActive = [this] { listFiles.saveList(view.listOfCommands()); },
+            .press = [this](const QString& key) { view.toolPressed(key); },
+            .whyNot = [this](QStringView key, bool needsRow) { return view.whyNot(key, needsRow); },
+            .rate = [this](int rating) { view.digitPressed(rating); },
+            .playActions = [this] { return playActionsOf(view); },
+            .setPlayAction = [this](int action) { view.setAktion(action); }};
 }
 
 bool PlaylistWing::editLayout()
