@@ -24,6 +24,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"program.purpose", u"Die Musikdatenbank für DJ und Sendung"},
     {u"startup.loading", u"Bibliothek wird geöffnet ..."},
     {u"start.died", u"Das Programm wurde beim letzten Mal (Start $1) nicht ordentlich beendet."},
+    {u"end.unwritten", u"Diese Dateien ließen sich nicht schreiben, was sich an ihnen geändert hat, ist verloren:\\n\\n$1"},
     {u"startup.page", u"Seite des Herstellers öffnen"},
     {u"info.title", u"Über $1"},
     {u"info.database", u"Datenbank: $1"},
