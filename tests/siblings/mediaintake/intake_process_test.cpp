@@ -12,6 +12,8 @@
 #include <QProcess>
 #include <QTest>
 
+#include <cstdio>
+
 namespace {
 
 using namespace melovane;
@@ -76,6 +78,17 @@ TEST_F(IntakeProcess, ImportsWithoutAWindowAndPrintsItsReport)
         << printed.toStdString();
     EXPECT_TRUE(printed.contains(m_music.file(u"bad.mp3"_s) + u": Fehlerhafte MP3"_s));
     EXPECT_EQ(rows(), 20);
+}
+
+TEST_F(IntakeProcess, ANameThatIsNoUtf8GivesAReadableTitle)
+{
+    const QString made = m_music.write(u"made.mp3"_s, simpleMp3({}, {}));
+    const QByteArray named = QFile::encodeName(m_music.path()) + "/J\xF6rg - Stra\xDF"
+                                                                 "e \x80.mp3";
+    ASSERT_EQ(::rename(QFile::encodeName(made).constData(), named.constData()), 0);
+    static_cast<void>(run(quietly(), 0));
+    EXPECT_EQ(suite.column(u"select Titel from db_all"_s), QStringList{u"Straße €"_s});
+    EXPECT_EQ(suite.column(u"select Interpret from db_all"_s), QStringList{u"Jörg"_s});
 }
 
 TEST_F(IntakeProcess, AWrongCommandLineEndsWithTwo)
