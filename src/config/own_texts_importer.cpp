@@ -16,6 +16,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"intake.choose", u"Ordner mit MP3-Dateien"},
     {u"intake.folders", u"Ordner"},
     {u"intake.folders.tip", u"Ordner, deren MP3-Dateien importiert werden"},
+    {u"intake.folders.none", u"Noch kein Ordner. \"Ordner hinzufügen\" nimmt einen auf."},
     {u"intake.add", u"&Ordner hinzufügen ..."},
     {u"intake.add.tip", u"Einen weiteren Ordner wählen"},
     {u"intake.remove", u"&Entfernen"},

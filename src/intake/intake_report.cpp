@@ -1,6 +1,7 @@
 #include "intake/intake_report.h"
 
 #include "config/config_objects.h"
+#include "platform/system/readable_name.h"
 
 #include <utility>
 
@@ -61,7 +62,8 @@ QStringList reportLines(const ConfigObjects& texts, const IntakeReport& report)
     }
     for (const auto* list : {&report.skipped.refused, &report.duplicates}) {
         for (const Refusal& refusal : *list) {
-            lines.append(refusal.path + u": "_s + reasonText(texts, refusal));
+            lines.append(shortened(refusal.path, kMaxInLog) + u": "_s +
+                         shortened(reasonText(texts, refusal), kMaxInLog));
         }
     }
     return lines;
