@@ -39,6 +39,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"intake.files", u"$1 Dateien"},
     {u"intake.files.one", u"1 Datei"},
     {u"intake.checked", u"$1 geprüft"},
+    {u"intake.found", u"$1 gefunden"},
     {u"intake.added", u"$1 neu"},
     {u"intake.changed", u"$1 neu gelesen"},
     {u"intake.moved", u"$1 am neuen Ort"},

@@ -40,7 +40,9 @@ QString summary(const ConfigObjects& texts, const IntakeReport& report)
             parts.append(texts.text(name, qint64{number}));
         }
     }
-    QString text = texts.text(u"intake.checked", fileCount(texts, report.found));
+    const bool all = report.leftOver() == 0;
+    QString text =
+        texts.text(all ? u"intake.checked" : u"intake.found", fileCount(texts, report.found));
     if (!parts.isEmpty()) {
         text += u": "_s + parts.join(u", "_s);
     }
