@@ -108,6 +108,20 @@ TEST_F(IntakeProcess, AnEmptyFolderAndOneThatIsNotThereAreWrongCalls)
     EXPECT_EQ(rows(), 0);
 }
 
+TEST_F(IntakeProcess, WhenTheLibraryOfTheSettingsIsAwayItImportsIntoNoOther)
+{
+    writeMany(2);
+    suite.write(u"melovane.ini"_s, "[Global]\nDBName=/away/club.mdb\n");
+    QProcess process;
+    process.start(m_program, quietly());
+    ASSERT_TRUE(process.waitForFinished(60'000));
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(QString::fromUtf8(process.readAllStandardError()),
+              u"Die Bibliothek der Einstellungen ist nicht vorhanden: /away/club.mdb. "
+              u"Es wurde nichts getan.\n"_s);
+    EXPECT_EQ(rows(), 0);
+}
+
 TEST_F(IntakeProcess, WhileOneImportsIntoADatabaseAnotherSaysSoAndEnds)
 {
     writeMany(3);
