@@ -181,6 +181,35 @@ TEST_F(DataGridTest, AnEmptyGridShowsItsNoteAndRowsHideIt)
     EXPECT_FALSE(button->isVisible());
 }
 
+TEST_F(DataGridTest, ALowEmptyGridShowsItsTitleWholeAndKeepsTheSentenceInTheToolTip)
+{
+    grid.setEmptyNote(
+        {u"Leer"_s, u"Ein Satz, der hier über mehrere Zeilen geht und keinen Platz hat."_s, {}});
+    show(0);
+    auto* title = grid.findChild<QLabel*>(u"EmptyTitle"_s);
+    auto* text = grid.findChild<QLabel*>(u"EmptyText"_s);
+    const auto isWhole = [&](const QLabel& label) {
+        return label.height() >= label.heightForWidth(label.width()) &&
+               grid.viewport()->rect().contains(
+                   QRect(label.mapTo(grid.viewport(), QPoint()), label.size()));
+    };
+    const int line = grid.fontMetrics().height();
+    int withSentence = 0;
+    for (int height = 5 * line; height < 20 * line; height += line / 2) {
+        grid.resize(200, height);
+        QCoreApplication::processEvents();
+        ASSERT_TRUE(isWhole(*title)) << height;
+        if (text->isVisible()) {
+            ++withSentence;
+            ASSERT_TRUE(isWhole(*text)) << height;
+        } else {
+            ASSERT_TRUE(title->parentWidget()->toolTip().startsWith(u"Ein Satz"_s)) << height;
+        }
+    }
+    EXPECT_GT(withSentence, 10);
+    EXPECT_LT(withSentence, 30);
+}
+
 TEST_F(DataGridTest, AClosedDatabaseLeavesAnEmptyGridWithItsColumns)
 {
     show(3);
