@@ -66,9 +66,13 @@ int Application::run()
         break;
     }
     // The end of the desktop's session keeps what a closed window keeps.
-    const EndSignals ending([] { QGuiApplication::quit(); });
+    bool isAskedFromOutside = false;
+    const EndSignals ending([&isAskedFromOutside] {
+        isAskedFromOutside = true;
+        QGuiApplication::quit();
+    });
     const int code = QGuiApplication::exec();
-    m_start->lastRun.end();
+    m_start->end(!isAskedFromOutside);
     return code;
 }
 

@@ -107,8 +107,14 @@ bool SiblingControl::startPlugIn(const QString& program, const QString& argument
 
 bool SiblingControl::openHelp()
 {
+    const QString file = helpPage();
+    return !file.isEmpty() && m_processes.start(u"explorer.exe "_s + file, Style::Normal);
+}
+
+QString SiblingControl::helpPage() const
+{
     const QString file = path::join(m_paths.programFolder(), u"Melovane.html"_s);
-    return m_files.fileExists(file) && m_processes.start(u"explorer.exe "_s + file, Style::Normal);
+    return m_files.fileExists(file) ? file : QString();
 }
 
 bool SiblingControl::StartBeatGauge(const QString& cmd, const QString& fid, const QString& plid)

@@ -41,6 +41,8 @@ public:
 
     /// Shows the help with the desktop's program for it.
     bool openHelp();
+    /// The file with the help; empty when it is not there.
+    [[nodiscard]] QString helpPage() const;
 
     /// Has the tempo of a track found.
     ///

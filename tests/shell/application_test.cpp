@@ -121,6 +121,39 @@ TEST_F(ApplicationTest, TheEndOfTheSessionKeepsWhatAClosedWindowKeeps)
     EXPECT_EQ(place, QRect(10, 20, 740, 650));
 }
 
+TEST_F(ApplicationTest, WhatCouldNotBeKeptAtTheEndIsToldButNotToAnEndFromOutside)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    // Settings are read but their lock is a folder, as on a disk that takes no more files.
+    QString blocked;
+    const auto block = [&] {
+        blocked = suite.file(u"melovane.ini"_s);
+        QFile::remove(blocked + u".lock"_s);
+        ASSERT_TRUE(QDir().mkpath(blocked + u".lock"_s));
+    };
+    EXPECT_EQ(run([&](QMainWindow& window) {
+                  block();
+                  window.setGeometry(10, 20, 740, 650);
+              }),
+              0);
+    ASSERT_EQ(warnings.size(), 1);
+    EXPECT_TRUE(warnings.first().contains(u"ließen sich nicht schreiben"_s));
+    EXPECT_TRUE(warnings.first().contains(blocked)) << warnings.first().toStdString();
+
+    ASSERT_TRUE(QDir().rmdir(blocked + u".lock"_s));
+    warnings.clear();
+    closesWindow = false;
+    bool isAsked = false;
+    EXPECT_EQ(run([&](QMainWindow&) {
+                  if (!std::exchange(isAsked, true)) {
+                      block();
+                      ::raise(SIGTERM);
+                  }
+              }),
+              0);
+    EXPECT_EQ(warnings, QStringList());
+}
+
 TEST_F(ApplicationTest, WithoutAFolderForMessagesThatIsToldAndOnlyOneCopyRunsAllTheSame)
 {
     suite.library.add({.Titel = u"Brandung"_s});
