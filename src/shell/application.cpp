@@ -41,7 +41,9 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
                                                         .playlist = *m_playlist,
                                                         .trees = *m_trees}))
     , m_start(std::make_unique<StartWing>(*m_machine, *m_desk))
-{}
+{
+    m_suite->siblings.setStarted([this] { m_start->splash.StandAside(); });
+}
 
 Application::~Application() = default;
 
@@ -66,9 +68,13 @@ int Application::run()
         break;
     }
     // The end of the desktop's session keeps what a closed window keeps.
-    const EndSignals ending([] { QGuiApplication::quit(); });
+    bool isAskedFromOutside = false;
+    const EndSignals ending([&isAskedFromOutside] {
+        isAskedFromOutside = true;
+        QGuiApplication::quit();
+    });
     const int code = QGuiApplication::exec();
-    m_start->lastRun.end();
+    m_start->end(!isAskedFromOutside);
     return code;
 }
 

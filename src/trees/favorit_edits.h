@@ -41,7 +41,8 @@ public:
     void newList();
     /// A group, ready to be named.
     void newGroup();
-    /// The group that imported lists go into: that of the current row, else a new one.
+    /// The group that imported lists go into: that of the current row, else a new one. Never that
+    /// of the jingle lists: a list file holds music, and jingles have other play actions.
     [[nodiscard]] GroupId importGroup();
 
     /// Lets the user type another name for a list or group.

@@ -17,12 +17,14 @@ FavoritTree::FavoritTree(DBEngine& engine,
                          GlobalSettings& settings,
                          const ConfigObjects& texts,
                          ErrorSink sink,
-                         TreeControl& tree)
+                         TreeControl& tree,
+                         std::function<Pnid()> openList)
     : m_engine(engine)
     , m_settings(settings)
     , m_texts(texts)
     , m_sink(std::move(sink))
     , m_tree(tree)
+    , m_openList(std::move(openList))
 {}
 
 void FavoritTree::withDatabase(const QString& where,
@@ -181,15 +183,17 @@ void FavoritTree::setText(int row, const QString& text)
 
 void FavoritTree::fill()
 {
-    const QString current = m_tree.row(m_tree.currentRow()).key;
+    const TreeRow current = m_tree.row(m_tree.currentRow());
     const QString top = m_tree.row(m_tree.firstVisibleRow()).key;
     const QStringList folded = m_tree.folded();
     withDatabase(u"PlaylistFavorit.Fill"_s, [&](Database& database) {
         m_tree.setRows(readFavoritRows(database, m_texts.text(u"tree.root.jingle"), m_showAll));
         m_library = m_settings.DbName();
     });
+    m_tree.setCurrentRow(current.heading ? m_tree.find(current.key) : -1);
+    leaveOtherLists();
+    // Behind the marked row, which would unfold its group.
     m_tree.setFolded(folded);
-    m_tree.setCurrentRow(current.isEmpty() ? -1 : m_tree.find(current));
     m_tree.setFirstVisibleRow(top.isEmpty() ? -1 : m_tree.find(top));
 }
 
@@ -244,6 +248,21 @@ void FavoritTree::setShowAll(bool all)
 {
     m_showAll = all;
     refresh();
+}
+
+void FavoritTree::markOpenList()
+{
+    const int row = rowOfList(m_openList());
+    if (row != m_tree.currentRow()) {
+        m_tree.setCurrentRow(row);
+    }
+}
+
+void FavoritTree::leaveOtherLists()
+{
+    if (!m_tree.row(m_tree.currentRow()).heading) {
+        markOpenList();
+    }
 }
 
 } // namespace melovane

@@ -29,7 +29,8 @@ public:
                 GlobalSettings& settings,
                 const ConfigObjects& texts,
                 ErrorSink sink,
-                TreeControl& tree);
+                TreeControl& tree,
+                std::function<Pnid()> openList);
 
     [[nodiscard]] TreeControl& control() const { return m_tree; }
 
@@ -68,7 +69,7 @@ public:
 
     // -- All rows --
 
-    /// Reads all anew. The current row, what is folded and the place on the screen stay. While the
+    /// Reads all anew. The marked row, what is folded and the place on the screen stay. While the
     /// user is typing a name it waits until he has finished, and while another program has the
     /// library until that is back.
     void refresh();
@@ -87,6 +88,16 @@ public:
 
     void setShowAll(bool all);
 
+    // -- The marked row --
+
+    /// The row of the list on the screen becomes the current one; none does while it has no row.
+    void markOpenList();
+    /// The same unless a heading is current, which the user has chosen.
+    void leaveOtherLists();
+
+    /// Whether the list of a row is the one on the screen.
+    [[nodiscard]] bool isOpen(int row) const { return isList(row) && listOf(row) == m_openList(); }
+
 private:
     bool leftForOther();
     void fill();
@@ -97,6 +108,7 @@ private:
     const ConfigObjects& m_texts;
     ErrorSink m_sink;
     TreeControl& m_tree;
+    std::function<Pnid()> m_openList;
     bool m_showAll = false;
     bool m_refillWaits = false;
     bool m_isAway = false;

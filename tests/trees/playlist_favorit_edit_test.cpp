@@ -121,6 +121,7 @@ TEST_F(PlaylistFavoritEdit, TheJingleGroupCannotBeRenamed)
 
 TEST_F(PlaylistFavoritEdit, SortingByNameAscends)
 {
+    lists.open = Pnid(lists.reserve);
     choose(1004, rowOf(lists.reserve));
     EXPECT_EQ(lists.order(lists.friday), u"Hauptset,Reserve,Warm-up"_s);
     EXPECT_EQ(tree.row(groupRow(lists.friday) + 2).text, u"Reserve"_s);
@@ -139,6 +140,7 @@ TEST_F(PlaylistFavoritEdit, SortingByDateOfTheJingleListsWorks)
 
 TEST_F(PlaylistFavoritEdit, ADroppedListMovesToItsNewPlaceAndAllRowsAreCounted)
 {
+    lists.open = Pnid(lists.reserve);
     panel.rowDropped(rowOf(lists.reserve), rowOf(lists.main), DropPlace::Above);
     EXPECT_EQ(lists.order(lists.friday), u"Reserve,Hauptset,Warm-up"_s);
     EXPECT_EQ(lists.of(lists.reserve, u"sid"_s), u"5"_s);

@@ -159,6 +159,7 @@ TEST_F(PlaylistFavoritWindow, ANewPlaylistTakesTheNameThatIsTypedAtOnce)
 
 TEST_F(PlaylistFavoritWindow, ADraggedListMovesToTheUpperOrLowerSideOfARow)
 {
+    lists.open = Pnid(lists.dance);
     EXPECT_TRUE(drop(rowOf(lists.dance), rowOf(lists.warmUp), {0, -5}));
     EXPECT_EQ(lists.order(lists.friday), u"Hauptset,Tanz,Warm-up,Reserve"_s);
     drop(rowOf(lists.dance), rowOf(lists.warmUp), {0, 5});
@@ -180,6 +181,18 @@ TEST_F(PlaylistFavoritWindow, ADragOfAnotherTreeIsRefused)
     text.setText(row.key);
     EXPECT_FALSE(drop(text, pointOf(rowOf(lists.main))));
     EXPECT_EQ(lists.order(lists.saturday), u"Tanz"_s);
+}
+
+TEST_F(PlaylistFavoritWindow, ARowThatWasPressedAndNotClickedIsMarkedNoLonger)
+{
+    ASSERT_EQ(tree.currentRow(), rowOf(lists.main));
+    QTest::mousePress(tree.viewport(), Qt::LeftButton, {}, pointOf(rowOf(lists.dance)));
+    QTest::mouseRelease(tree.viewport(), Qt::LeftButton, {}, pointOf(rowOf(lists.warmUp)));
+    EXPECT_EQ(tree.currentRow(), rowOf(lists.main));
+    EXPECT_EQ(numberOf(lists.open), lists.main);
+    click(rowOf(lists.dance));
+    EXPECT_EQ(tree.currentRow(), rowOf(lists.dance));
+    EXPECT_EQ(numberOf(lists.open), lists.dance);
 }
 
 TEST_F(PlaylistFavoritWindow, ARightClickAndTheMenuKeyOpenTheMenuOfTheRow)

@@ -68,6 +68,8 @@ signals:
     void deletePressed(int row);
     /// A right click or the menu key; the row is the current one then. -1 beside all rows.
     void menuWanted(int row, const QPoint& place);
+    /// The mouse was let go, or a drag has ended; comes behind rowClicked.
+    void handLeft();
     /// A row was dropped on another.
     void rowDropped(int from, int to, DropPlace place);
 
@@ -78,6 +80,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void startDrag(Qt::DropActions actions) override;

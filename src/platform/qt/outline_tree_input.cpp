@@ -78,6 +78,12 @@ void OutlineTree::keyReleaseEvent(QKeyEvent* event)
     QTreeView::keyReleaseEvent(event);
 }
 
+void OutlineTree::mouseReleaseEvent(QMouseEvent* event)
+{
+    QTreeView::mouseReleaseEvent(event);
+    emit handLeft();
+}
+
 void OutlineTree::mouseDoubleClickEvent(QMouseEvent* event)
 {
     const QModelIndex index = indexAt(event->position().toPoint());
@@ -124,6 +130,7 @@ void OutlineTree::startDrag(Qt::DropActions actions)
     drag->setMimeData(cargo(dragged).release());
     drag->exec(Qt::MoveAction);
     setTarget({});
+    emit handLeft();
 }
 
 int OutlineTree::draggedRow(const QMimeData* cargo) const

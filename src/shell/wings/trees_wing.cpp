@@ -25,6 +25,7 @@ TreesWing::TreesWing(Machine& machine,
                .warnings = desk.warnings,
                .popup = desk.popup,
                .sink = suite.toUser(machine),
+               .openList = [&playlist] { return playlist.view.GetPNID(); },
                .showDetails = [this](Pnid list) { figures.Show(list); },
                .saveList = [&playlist](Pnid list) { playlist.listFiles.saveList(list); }},
               desk.window.lists().tree())

@@ -43,6 +43,7 @@ void PlaylistFavoritWidget::attach(PlaylistFavorit& logic, const ConfigObjects& 
         m_menuPlace = place;
         logic.contextMenu(row);
     });
+    connect(m_tree, &OutlineTree::handLeft, &logic, &PlaylistFavorit::handLeft);
     connect(m_tree, &OutlineTree::rowDropped, &logic, &PlaylistFavorit::rowDropped);
     connect(&logic, &PlaylistFavorit::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });
