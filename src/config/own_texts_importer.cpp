@@ -71,9 +71,6 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"media.cutshort", u"endet im ersten Audiobild"},
     {u"media.onlytags", u"nur Tags, keine Audiodaten"},
     {u"media.noaudio", u"keine MPEG-Audiodaten"},
-
-    // On a terminal.
-    {u"intake.usage", u"mediaintake 1 [--folder ORDNER]... [--quiet]   neue MP3-Dateien einlesen\\nmediaintake 2 [--quiet]                        geänderte Dateien neu einlesen"},
 });
 // clang-format on
 

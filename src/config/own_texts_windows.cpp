@@ -66,6 +66,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"status.player.missing", u"Der Player läuft nicht."},
     {u"status.player.silent", u"Der Player antwortet nicht; was verlangt war, bekommt er, sobald er weiterläuft."},
     {u"status.help.missing", u"Die Hilfe ist nicht vorhanden."},
+    {u"status.help.noopener", u"Kein Programm öffnet die Hilfe. Sie liegt hier: $1"},
     {u"status.later", u"Noch nicht in dieser Fassung"},
     {u"status.import", u"Import: $1"},
     {u"status.file.missing", u"Datei nicht gefunden :: $1"},

@@ -165,7 +165,7 @@ TEST(PlaylistColumns, TheirOrderWidthsAndAlignmentsAreThoseOfTheLayoutThatUsersK
 {
     EXPECT_EQ(
         test::textOf(playlistColumns()),
-        u"Aktion|6|C|shown Nr|5|R|shown Note|4|C|shown Titel|40|L|stretched Interpret|18|L|shown "
+        u"Aktion|6|C|shown Nr|5|R|shown Note|4|C|shown Titel|40|L|stretched Interpret|18|L|stretched "
         "BPM|5|R|shown Start|8|R|shown Stop|8|R|shown DTime|6|R|shown MixTime|7|R|shown "
         "Play|8|R|shown Album|15|L|hidden Genre|11|L|hidden Jahr|5|R|hidden Track|5|R|hidden "
         "Kommentar|24|L|hidden Kategorie|12|L|hidden Situation|12|L|hidden "

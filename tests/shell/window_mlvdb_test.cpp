@@ -49,8 +49,22 @@ TEST_F(MlvdbTest, AnEmptyLibraryStartsTheImporterAndDoesNotReadItsPlace)
     activate(0);
     EXPECT_EQ(processes.commands.last(), folders.programFolder() + u"/mediaintake.exe 1"_s);
     EXPECT_EQ(processes.styles.back(), Processes::WindowStyle::Normal);
-    EXPECT_EQ(window.rect.size(), QSize(800, 600));
+    EXPECT_EQ(window.rect.size(), QSize(1067, 667));
     EXPECT_EQ(window.rect.center(), window.area.center());
+}
+
+TEST_F(MlvdbTest, OverAnEmptyLibraryTheWindowTakesTwoThirdsOfTheScreenAndAlwaysFits)
+{
+    const std::map<QString, QSize> sizes{{u"1024x600"_s, {800, 600}},
+                                         {u"1440x900"_s, {960, 600}},
+                                         {u"2560x1440"_s, {1707, 960}},
+                                         {u"640x480"_s, {640, 480}}};
+    for (const auto& [screen, expected] : sizes) {
+        const QStringList numbers = screen.split(u'x');
+        window.area = QRect(0, 0, numbers[0].toInt(), numbers[1].toInt());
+        activate(0);
+        EXPECT_EQ(window.rect.size(), expected) << screen.toStdString();
+    }
 }
 
 TEST_F(MlvdbTest, WithTracksTheWindowTakesItsStoredPlace)

@@ -126,6 +126,16 @@ TEST_F(WindowTest, AnEmptyLibraryOpensTheImporterAndOffersItAgain)
     EXPECT_EQ(console->window.size(), QSize(800, 600));
 }
 
+TEST_F(WindowTest, InASmallWindowTheToolsGiveWayAndTheSearchLineStaysReadable)
+{
+    addTracks();
+    open();
+    console->window.resize(600, 400);
+    const auto& line = console->searchLine();
+    EXPECT_GE(line.width(), line.fontMetrics().averageCharWidth() * 32);
+    EXPECT_TRUE(console->control<QToolButton>(u"MoreTools"_s).isVisible());
+}
+
 TEST_F(WindowTest, TracksThatAnotherProgramAddsAppearByThemselves)
 {
     open();

@@ -78,9 +78,21 @@ TEST_F(IntakeProcess, ImportsWithoutAWindowAndPrintsItsReport)
     EXPECT_EQ(rows(), 20);
 }
 
-TEST_F(IntakeProcess, AWrongCommandLineEndsWithOne)
+TEST_F(IntakeProcess, AWrongCommandLineEndsWithTwo)
 {
-    static_cast<void>(run({u"7"_s}, 1));
+    static_cast<void>(run({u"7"_s}, 2));
+}
+
+TEST_F(IntakeProcess, AnEmptyFolderAndOneThatIsNotThereAreWrongCalls)
+{
+    writeMany(1);
+    const QString file = m_music.file(u"00000.mp3"_s);
+    for (const QString& folder : {QString(), m_music.file(u"nowhere"_s), file}) {
+        EXPECT_EQ(run({u"1"_s, u"--folder"_s, folder, u"--quiet"_s}, 2), QString());
+        // The same with a window, which then does not open.
+        EXPECT_EQ(run({u"1"_s, u"--folder"_s, folder}, 2), QString());
+    }
+    EXPECT_EQ(rows(), 0);
 }
 
 TEST_F(IntakeProcess, WhileOneImportsIntoADatabaseAnotherSaysSoAndEnds)
