@@ -238,7 +238,7 @@ void ctl_Playlist::workInLibrary()
     showNoList();
     m_list.active = {};
     m_marks.set({}, {});
-    m_marks.setHeard({});
+    m_marks.setHeard({}, {});
     m_drags.forgetAll();
     if (parseDragList(m_controls.clipboard.text()).type == "DRAG_TYP_PLID"_L1) {
         m_controls.clipboard.setText({});

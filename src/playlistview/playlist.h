@@ -127,6 +127,9 @@ public:
 
     void setPlayed(Plid now, Plid next) { m_marks.set(now, next); }
 
+    /// What the monitor player plays now; empty for none.
+    void setHeardTrack(const QString& fid) { m_marks.setHeardTrack(fid); }
+
     // -- For the player, whose window hosts the same view; nothing here calls it --
 
     void SetPLID(Plid entry) { setPlayed(entry, NextPlid()); }
