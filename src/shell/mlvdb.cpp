@@ -171,6 +171,11 @@ void MLVDB::unload()
     m_place.saveSplits();
 }
 
+void MLVDB::showHeardTitle(const QString& title)
+{
+    m_statusText.keep(title.isEmpty() ? title : u" :: "_s + title);
+}
+
 std::vector<SkinEntry> MLVDB::skins() const
 {
     std::vector<SkinEntry> result;

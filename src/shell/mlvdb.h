@@ -78,6 +78,10 @@ public:
 
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
+    /// The title of what the monitor player lets hear stands in the status line as long as it
+    /// plays.
+    void showHeardTitle(const QString& title);
+
 private:
     // Load, in this order.
     void loadSkin();

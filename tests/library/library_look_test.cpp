@@ -99,6 +99,21 @@ TEST_F(LibraryLookTest, ARowOutOfUseIsColouredAndStruckOut)
     EXPECT_EQ(look.style(u"Titel"_s, Row({{u"DEL"_s, 0}})).text, std::nullopt);
 }
 
+TEST_F(LibraryLookTest, TheTrackInTheMonitorPlayerCarriesGroundAndLoudspeakerAtItsTitle)
+{
+    const Row heard({{u"FID"_s, u"a"_s}});
+    EXPECT_EQ(look.style(u"Titel"_s, Row({})).ground, CellGround::Plain);
+    look.setHeardTrack(u"a"_s, u"wird vorgehört"_s);
+    EXPECT_EQ(look.style(u"Titel"_s, heard).ground, CellGround::Heard);
+    EXPECT_EQ(look.style(u"Titel"_s, heard).icon, u"volume"_s);
+    EXPECT_EQ(look.style(u"Titel"_s, heard).iconText, u"wird vorgehört"_s);
+    EXPECT_EQ(look.style(u"Titel"_s, Row({{u"FID"_s, u"b"_s}})).ground, CellGround::Plain);
+    EXPECT_EQ(look.style(u"Album"_s, heard).ground, CellGround::Plain);
+    look.setHeardTrack({}, {});
+    EXPECT_EQ(look.style(u"Titel"_s, heard).ground, CellGround::Plain);
+    EXPECT_EQ(look.style(u"Titel"_s, Row({{u"FID"_s, QString()}})).ground, CellGround::Plain);
+}
+
 TEST_F(LibraryLookTest, AZeroAsTextColourIsBlackAndNotUnset)
 {
     const auto settings = folders.makeSettings();

@@ -121,6 +121,19 @@ TEST_F(PlaylistLookTest, PlayingNextAndHeardEntriesDifferByGroundAndPicture)
     EXPECT_EQ(look.style(u"Titel"_s, Row({{u"PLID"_s, 7}})).ground, CellGround::Plain);
 }
 
+TEST_F(PlaylistLookTest, ATrackHeardFromElsewhereMarksEveryEntryOfItAndAnEntryOnlyItself)
+{
+    const Row first({{u"PLID"_s, 1}, {u"FID"_s, u"a"_s}});
+    const Row again({{u"PLID"_s, 2}, {u"FID"_s, u"a"_s}});
+    look.setHeard(Plid{}, u"a"_s);
+    EXPECT_EQ(look.style(u"Nr"_s, first).ground, CellGround::Heard);
+    EXPECT_EQ(look.style(u"Nr"_s, again).ground, CellGround::Heard);
+    EXPECT_FALSE(look.style(u"Nr"_s, again).iconText.isEmpty());
+    look.setHeard(Plid{2}, u"a"_s);
+    EXPECT_EQ(look.style(u"Nr"_s, first).ground, CellGround::Plain);
+    EXPECT_EQ(look.style(u"Nr"_s, again).ground, CellGround::Heard);
+}
+
 TEST_F(PlaylistLookTest, EntriesWithoutANumberAreNeverMarked)
 {
     EXPECT_EQ(look.style(u"Nr"_s, Row({})).ground, CellGround::Plain);

@@ -315,5 +315,36 @@ TEST_F(StatusTextTest, ANewTextStopsTheRun)
     EXPECT_EQ(shown(), u"neu"_s);
 }
 
+TEST_F(StatusTextTest, AKeptTextStandsAsLongAsItIsKept)
+{
+    text.show(u" :: Lied"_s);
+    text.keep(u" :: Lied"_s);
+    EXPECT_FALSE(loop.fire(5000));
+    EXPECT_EQ(shown(), u" :: Lied"_s);
+    text.keep({});
+    EXPECT_EQ(shown(), QString());
+}
+
+TEST_F(StatusTextTest, AKeptTextComesBackBehindAnother)
+{
+    text.keep(u" :: Lied"_s);
+    text.show(u"1234"_s);
+    EXPECT_EQ(shown(), u"1234"_s);
+    loop.fire(5000);
+    loop.fire(50);
+    EXPECT_EQ(shown(), u" :: Lied"_s);
+    EXPECT_FALSE(loop.fire(50));
+}
+
+TEST_F(StatusTextTest, AnotherTextStandsOnWhenTheKeptOneGoes)
+{
+    text.keep(u" :: Lied"_s);
+    text.show(u"Nicht ausgeführt"_s);
+    text.keep({});
+    EXPECT_EQ(shown(), u"Nicht ausgeführt"_s);
+    text.keep(u" :: Anderes"_s);
+    EXPECT_EQ(shown(), u"Nicht ausgeführt"_s);
+}
+
 } // namespace
 } // namespace melovane
