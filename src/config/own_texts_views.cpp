@@ -40,6 +40,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"library.nodeleted", u"Keine Titel als gelöscht markiert"},
     {u"library.nomissing", u"Keine Titel ohne Datei"},
     {u"library.norows", u"Hier stehen keine Titel"},
+    {u"look.heard", u"wird vorgehört"},
     {u"library.edit.note", u"Eine Note geht von 1 bis 5, 5 ist die beste; leer oder 0 nimmt sie weg"},
 
     // Panels beside the library.

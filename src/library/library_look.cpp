@@ -66,6 +66,11 @@ CellStyle LibraryLook::style(const QString& field, const RowValues& row) const
         m_colours.addTo(style, row.value(u"Note"_s));
     } else if (isField(field, "Play"_L1) && playedWithin(row.value(u"Play"_s), kDaySeconds)) {
         style.tint = m_colours.playNow;
+    } else if (isField(field, "Titel"_L1) && !m_heardTrack.isEmpty() &&
+               row.value(u"FID"_s).toText() == m_heardTrack) {
+        style.ground = CellGround::Heard;
+        style.icon = u"volume"_s;
+        style.iconText = m_heardMeaning;
     }
     return style;
 }

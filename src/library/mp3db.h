@@ -9,6 +9,7 @@
 #include "library/shown_tracks.h"
 #include "library/stored_history.h"
 #include "library/track_edits.h"
+#include "library/track_marks.h"
 #include "store/pending_jobs.h"
 #include "views/grid_rows.h"
 #include "views/layout_files.h"
@@ -155,8 +156,8 @@ public:
     /// Paints the rows with the values of now.
     void refreshCells() { m_rows.data().refreshCells(); }
 
-    /// The track that another view shows is marked.
-    void setShownTrack(const QString& fid);
+    /// The tracks that other parts of the program stand on.
+    [[nodiscard]] TrackMarks& marks() { return m_marks; }
 
     /// Takes colours and fonts from the settings.
     void dress();
@@ -267,6 +268,7 @@ private:
     StoredHistory m_history;
     LibraryLook m_look;
     GridRows m_rows;
+    TrackMarks m_marks;
     ShownTracks m_shown;
     LibraryWatch m_watch;
     bool m_searchWaits = false; ///< for the library, which another program has

@@ -114,7 +114,7 @@ void Mp3dbMessages::refreshByFid(const MLVMessage&)
 
 void Mp3dbMessages::showTrackOf(const MLVMessage& message)
 {
-    m_view.setShownTrack(message.Value1.toText());
+    m_view.marks().setShown(message.Value1.toText());
 }
 
 // ---- what is to be done with the rows

@@ -26,6 +26,9 @@ constexpr std::chrono::milliseconds kCardsDelay{1000};
 /// How far a seek button goes.
 constexpr double kStepMs = 5000;
 
+/// In front of a time that is still to come.
+constexpr QChar kMinus{0x2212};
+
 /// Volume without a setting.
 constexpr int kDefaultVolume = 7500;
 
@@ -37,7 +40,10 @@ Monitor::Monitor(MonitorParts parts)
 {
     m_parts.player.setOnLoaded([this] { onLoaded(); });
     m_parts.player.setOnPosition([this](double ms) { showPosition(ms); });
-    m_parts.player.setOnEnded([this](PlayFault fault) { tell(fault); });
+    m_parts.player.setOnEnded([this](PlayFault fault) {
+        tell(fault);
+        showPosition(m_parts.player.positionMs());
+    });
 }
 
 Monitor::~Monitor()
@@ -77,6 +83,8 @@ void Monitor::MonitorPlayer(const QString& action, const QString& fid, int posit
     } else {
         load();
     }
+    showPosition(m_parts.player.positionMs());
+    tellHeard();
 }
 
 bool Monitor::run(QStringView key, const QString& fid)
@@ -107,6 +115,7 @@ void Monitor::stop()
     // What waits for the message loop to turn does not start any more.
     ++m_requests;
     m_parts.player.stop();
+    showPosition(0);
 }
 
 void Monitor::setVolume(int volume)
@@ -117,6 +126,7 @@ void Monitor::setVolume(int volume)
 void Monitor::reopen()
 {
     m_parts.player.close();
+    showPosition(0);
     m_cardTaken = false;
     m_timerCards->start();
 }
@@ -230,13 +240,32 @@ void Monitor::playFromCenter()
     tell(m_parts.player.play());
 }
 
+HeardTrack Monitor::heard() const
+{
+    return m_parts.player.isPlaying() ? HeardTrack{m_loadedFid, m_track.Titel} : HeardTrack{};
+}
+
+void Monitor::tellHeard()
+{
+    m_heard = heard();
+    if (m_onHeard) {
+        m_onHeard(m_heard);
+    }
+}
+
+/// Where it plays, and nothing any longer when it does not.
 void Monitor::showPosition(double ms)
 {
     const auto text = [](double time) {
         return Mod_MilliSecToMin::MilliSecToMin(toLongHalfEven(time));
     };
-    m_parts.status.setPanel(StatusPanel::Elapsed, text(ms));
-    m_parts.status.setPanel(StatusPanel::Remaining, text(m_parts.player.lengthMs() - ms));
+    const bool plays = m_parts.player.isPlaying();
+    m_parts.status.setPanel(StatusPanel::Elapsed, plays ? text(ms) : QString());
+    m_parts.status.setPanel(StatusPanel::Remaining,
+                            plays ? kMinus + text(m_parts.player.lengthMs() - ms) : QString());
+    if (heard() != m_heard) {
+        tellHeard();
+    }
 }
 
 void Monitor::tell(PlayFault fault)

@@ -38,6 +38,15 @@ struct MonitorParts
     std::function<void(const QString& text)> showStatusText;
 };
 
+/// What the monitor player lets hear; empty texts while it is silent.
+struct HeardTrack
+{
+    QString fid;
+    QString title;
+
+    bool operator==(const HeardTrack&) const = default;
+};
+
 /// A command of the monitor as a tool button shows it.
 struct MonitorCommand
 {
@@ -58,8 +67,8 @@ inline constexpr std::array kMonitorCommands = {
 /// The monitor player: lets the user listen to a track without the main player.
 ///
 /// A track is loaded when it is wanted first. Elapsed and remaining time of the file stand in the
-/// status line. A file that cannot be played is told there, a file on a disc that is not inserted
-/// in a dialog; nothing is thrown.
+/// status line as long as it plays. A file that cannot be played is told there, a file on a disc
+/// that is not inserted in a dialog; nothing is thrown.
 class Monitor : public MonitorControl
 {
 public:
@@ -76,6 +85,13 @@ public:
     /// A key of kMonitorCommands; the two seeks go five seconds from where it plays or stands.
     /// False for another key.
     bool run(QStringView key, const QString& fid);
+
+    /// The handler hears what plays: at each change, and behind each request to play, so that a
+    /// mark set beforehand goes when nothing came of it.
+    void setOnHeard(std::function<void(const HeardTrack& track)> handler)
+    {
+        m_onHeard = std::move(handler);
+    }
 
     void stop() override;
     void setVolume(int volume) override;
@@ -101,6 +117,8 @@ private:
     void act();
     [[nodiscard]] PlayFault playFromStart();
     void playFromCenter();
+    [[nodiscard]] HeardTrack heard() const;
+    void tellHeard();
     void showPosition(double ms);
     void tell(PlayFault fault);
     void tellMissing(const MlvAllData& track);
@@ -114,6 +132,8 @@ private:
     int m_position = 0; ///< frames
     int m_requests = 0; ///< counted, so that one overtaken while the loop turned is known
     bool m_cardTaken = false;
+    HeardTrack m_heard; ///< told last
+    std::function<void(const HeardTrack& track)> m_onHeard;
 };
 
 } // namespace melovane

@@ -116,7 +116,7 @@ void ctl_Playlist::monitorPressed(const QString& key)
     if (!stops) {
         m_monitorCommand = key;
     }
-    m_marks.setHeard(stops ? Plid{} : currentEntry());
+    m_marks.setHeard(stops ? Plid{} : currentEntry(), stops ? QString() : fid);
     m_bus.SendMessage(bus::monitorMessage(key), fid, numberOf(currentEntry()),
                       m_rows.current(u"Start"), m_rows.current(u"Stop"));
 }

@@ -41,7 +41,9 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
                                                         .playlist = *m_playlist,
                                                         .trees = *m_trees}))
     , m_start(std::make_unique<StartWing>(*m_machine, *m_desk))
-{}
+{
+    m_suite->siblings.setStarted([this] { m_start->splash.StandAside(); });
+}
 
 Application::~Application() = default;
 

@@ -78,10 +78,15 @@ public:
 
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
+    /// The title of what the monitor player lets hear stands in the status line as long as it
+    /// plays.
+    void showHeardTitle(const QString& title);
+
 private:
     // Load, in this order.
     void loadSkin();
     void startViews();
+    [[nodiscard]] QString skinTitle(const QString& fileName) const;
 
     MlvdbParts m_parts;
     MlvdbControls m_controls;

@@ -27,8 +27,12 @@ SiblingControl::SiblingControl(Mod_API& paths, Files& files, Programs& processes
 bool SiblingControl::start(const QString& program, const QString& arguments, Style style)
 {
     // Never one line of both: a blank in the folder would let a foreign file pass for the program.
-    return m_processes.startProgram(path::join(m_paths.programFolder(), program + u".exe"_s),
-                                    arguments, style);
+    const bool isStarted = m_processes.startProgram(
+        path::join(m_paths.programFolder(), program + u".exe"_s), arguments, style);
+    if (isStarted && style == Style::Normal) {
+        m_started();
+    }
+    return isStarted;
 }
 
 bool SiblingControl::startIfInstalled(const QString& program, const QString& arguments, Style style)

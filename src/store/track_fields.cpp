@@ -211,8 +211,9 @@ GridColumn gridColumn(const TrackFieldRow& row, const TrackColumn& start)
 {
     GridColumn column{row.column.toString(), row.column.toString(), row.gridWidth, row.alignment,
                       start.shown};
-    // One column takes the free width.
-    column.stretched = row.field == TrackField::Titel;
+    // What people read takes the free width.
+    column.stretched = row.field == TrackField::Titel || row.field == TrackField::Interpret ||
+                       row.field == TrackField::Album;
     return column;
 }
 

@@ -24,11 +24,16 @@ public:
 
     void open(int card) override { calls.append(u"open %1"_s.arg(card)); }
 
-    void close() override { calls.append(u"close"_s); }
+    void close() override
+    {
+        calls.append(u"close"_s);
+        playing = false;
+    }
 
     PlayFault load(const QString& file) override
     {
         calls.append(u"load "_s + file.section(u'/', -1));
+        playing = false;
         loaded = loadFault == PlayFault::None;
         if (loaded) {
             onLoaded();
@@ -42,25 +47,40 @@ public:
     {
         calls.append(u"unload"_s);
         loaded = false;
+        playing = false;
     }
 
     PlayFault play() override
     {
         calls.append(u"play"_s);
+        playing = playFault == PlayFault::None;
         return playFault;
     }
 
     PlayFault playRange(double from, double to) override
     {
         calls.append(u"range %1 %2"_s.arg(from, 0, 'f', 3).arg(to, 0, 'f', 3));
+        playing = playFault == PlayFault::None;
         return playFault;
     }
 
-    void stop() override { calls.append(u"stop"_s); }
+    void stop() override
+    {
+        calls.append(u"stop"_s);
+        playing = false;
+    }
+
+    /// As at the end of what was to be played.
+    void end(PlayFault fault = PlayFault::None)
+    {
+        playing = false;
+        onPosition(position);
+        onEnded(fault);
+    }
 
     void seek(double ms) override { calls.append(u"seek %1"_s.arg(ms, 0, 'f', 3)); }
 
-    [[nodiscard]] bool isPlaying() const override { return false; }
+    [[nodiscard]] bool isPlaying() const override { return playing; }
 
     void setVolume(int value) override
     {
@@ -93,6 +113,7 @@ public:
     PlayFault loadFault = PlayFault::None;
     PlayFault playFault = PlayFault::None;
     bool loaded = false;
+    bool playing = false;
     double position = 0;
     int frames = 193;
     std::function<void()> onLoaded;
@@ -324,7 +345,65 @@ TEST_F(MonitorPlayerTest, ThePositionStandsInTheStatusPanels)
     m_player.frames = 9200; // 240326.54 ms
     m_player.onPosition(61500);
     EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), u"01:01"_s);
-    EXPECT_EQ(m_status.panel(StatusPanel::Remaining), u"02:58"_s);
+    EXPECT_EQ(m_status.panel(StatusPanel::Remaining), u"−02:58"_s);
+}
+
+TEST_F(MonitorPlayerTest, TheTimesGoWhenNothingPlaysAnyLonger)
+{
+    const auto times = [this] {
+        return m_status.panel(StatusPanel::Elapsed) + m_status.panel(StatusPanel::Remaining);
+    };
+    addTrack(u"a"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    EXPECT_EQ(times(), u"00:00−00:05"_s);
+    m_monitor.stop();
+    EXPECT_EQ(times(), QString());
+    // What the player still tells of where it stands is no time of anything.
+    m_player.onPosition(1000);
+    EXPECT_EQ(times(), QString());
+    m_monitor.MonitorPlayer(u"PLAY"_s, {}, 0);
+    EXPECT_NE(times(), QString());
+    m_player.end();
+    EXPECT_EQ(times(), QString());
+    m_monitor.MonitorPlayer(u"PLAY"_s, {}, 0);
+    m_monitor.reopen();
+    EXPECT_EQ(times(), QString());
+    m_monitor.MonitorPlayer(u"PLAY"_s, {}, 0);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"nobody"_s, 0);
+    EXPECT_EQ(times(), QString());
+}
+
+TEST_F(MonitorPlayerTest, WhatIsHeardIsToldWithItsTitleUntilItEnds)
+{
+    std::vector<HeardTrack> told;
+    m_monitor.setOnHeard([&](const HeardTrack& track) { told.push_back(track); });
+    addTrack(u"a"_s);
+    addTrack(u"b"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    EXPECT_EQ(told.back(), (HeardTrack{u"a"_s, u"Titel a"_s}));
+    m_monitor.MonitorPlayer(u"PLAYCENTER"_s, u"b"_s, 0);
+    EXPECT_EQ(told.back(), (HeardTrack{u"b"_s, u"Titel b"_s}));
+    const size_t before = told.size();
+    m_player.onPosition(500);
+    EXPECT_EQ(told.size(), before);
+    m_player.end();
+    EXPECT_EQ(told.back(), HeardTrack());
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    m_monitor.stop();
+    EXPECT_EQ(told.back(), HeardTrack());
+}
+
+TEST_F(MonitorPlayerTest, ARequestThatPlaysNothingSaysSo)
+{
+    std::vector<HeardTrack> told;
+    m_monitor.setOnHeard([&](const HeardTrack& track) { told.push_back(track); });
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"nobody"_s, 0);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0], HeardTrack());
+    addTrack(u"a"_s);
+    m_player.playFault = PlayFault::NoCard;
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    EXPECT_EQ(told.back(), HeardTrack());
 }
 
 TEST_F(MonitorPlayerTest, TheCardOfTheSettingsIsTakenByItsName)

@@ -232,6 +232,25 @@ TEST_F(PlaylistView, AnEntryThatIsHeardIsMarkedUntilTheMonitorStops)
     EXPECT_EQ(static_cast<const PlaylistLook&>(view.look()).heard(), Plid{});
 }
 
+TEST_F(PlaylistView, TheMarkOfAHeardEntryGoesWhenItsTrackPlaysNoLonger)
+{
+    openList(2);
+    stand(1);
+    const auto& look = static_cast<const PlaylistLook&>(view.look());
+    const QString fid = view.GetFID();
+    view.toolPressed(u"play.start"_s);
+    view.setHeardTrack(fid);
+    EXPECT_EQ(look.heard(), view.currentEntry());
+    view.setHeardTrack({});
+    EXPECT_EQ(look.heard(), Plid{});
+    // Played from elsewhere it is no longer this entry that is heard.
+    view.setHeardTrack(fid);
+    EXPECT_EQ(look.heard(), Plid{});
+    view.toolPressed(u"play.start"_s);
+    view.setHeardTrack(u"800000000001"_s);
+    EXPECT_EQ(look.heard(), Plid{});
+}
+
 TEST_F(PlaylistView, TheTempoFinderGetsTrackAndEntry)
 {
     openList(2);
@@ -447,6 +466,7 @@ TEST_F(PlaylistView, StartAndStopAreSetToWhereTheSoundBeginsAndEndsAndCanComeBac
     EXPECT_EQ(takeStatus(), QStringList());
     view.undo();
     EXPECT_EQ(cell(0, u"FrameStop").toLong(), former);
+    EXPECT_EQ(takeStatus().size(), 1);
 
     cues.reset();
     stand(0);

@@ -208,7 +208,13 @@ TEST_F(ApplicationTest, AnEmptyDatabaseStartsTheImporterWithArgument1AndDoesNotR
         suite.write(u"mediaintake"_s, "#!/bin/sh\necho \"$1\" > \"$0.started\"\n");
     QFile::setPermissions(importer, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QRect place;
-    EXPECT_EQ(run([&](QMainWindow& window) { place = window.geometry(); }), 0);
+    bool isCovered = true;
+    EXPECT_EQ(run([&](QMainWindow& window) {
+                  place = window.geometry();
+                  isCovered = splash() != nullptr;
+              }),
+              0);
+    EXPECT_FALSE(isCovered) << "the importer's window";
     EXPECT_NE(place.topLeft(), QPoint(7, 9));
     EXPECT_EQ(place.size(), QSize(800, 600));
     const QString trace = importer + u".started"_s;

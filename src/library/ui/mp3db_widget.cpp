@@ -19,6 +19,13 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// Least width of the search line in letters.
+constexpr int kSearchLetters = 32;
+
+} // namespace
+
 Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent)
     : Panel(skin, parent)
     , m_icons(icons)
@@ -28,6 +35,8 @@ Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent
 {
     setObjectName(u"ctl_MP3DB1"_s);
     m_search->setObjectName(u"Text1"_s);
+    // Wide enough to read what was typed; tools for which that leaves no room go into their menu.
+    m_search->setMinimumWidth(fontMetrics().averageCharWidth() * kSearchLetters);
     m_grid->setObjectName(u"TDBGrid1"_s);
     m_count->setObjectName(u"MatchCount"_s);
     toolRow()->addWidget(m_search, 1);

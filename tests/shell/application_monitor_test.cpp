@@ -1,0 +1,89 @@
+#include "platform/controls/status_line.h"
+#include "platform/qt/data_grid.h"
+#include "shell/application_fixture.h"
+#include "shell/ui/mlvdb_window.h"
+#include "support/sounding_mp3.h"
+#include "support/wait_for.h"
+
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+using test::ApplicationTest;
+
+/// The whole console with a track that sounds, and one beside it that does not play.
+class MonitorInWindowTest : public ApplicationTest
+{
+protected:
+    MonitorInWindowTest()
+    {
+        suite.write(u"lied.mp3"_s, test::soundingMp3({44100, 2, 60, {u"-b"_s, u"128"_s}}));
+        for (const QString& title : {u"Lied Eins"_s, u"Lied Zwei"_s}) {
+            suite.library.add(
+                {.Titel = title, .Path = suite.dataFolder() + u'/', .DName = u"lied.mp3"_s});
+        }
+    }
+
+    static DataGrid& gridOf(QMainWindow& window)
+    {
+        return *window.findChild<DataGrid*>(u"TDBGrid1"_s);
+    }
+
+    static void findBoth(QMainWindow& window)
+    {
+        auto* line = window.findChild<QLineEdit*>();
+        line->selectAll();
+        QTest::keyClicks(line, u"Lied"_s);
+        ASSERT_EQ(gridOf(window).model()->rowCount(), 2);
+        gridOf(window).goToRow(0, 0);
+    }
+
+    static void press(QMainWindow& window, const QString& key)
+    {
+        window.findChild<QWidget*>(u"ctl_MP3DB1"_s)->findChild<QToolButton*>(key)->click();
+    }
+
+    static QString panel(QMainWindow& window, StatusPanel panel)
+    {
+        return static_cast<MlvdbWindow&>(window).status().panel(panel);
+    }
+
+    /// Rows of the library that say that they are heard.
+    static QList<int> marked(QMainWindow& window)
+    {
+        DataGrid& grid = gridOf(window);
+        QList<int> rows;
+        for (int row = 0; row < grid.model()->rowCount(); ++row) {
+            const auto cell = grid.model()->index(row, grid.columnOf(u"Titel"_s));
+            if (cell.data(Qt::AccessibleTextRole).toString().endsWith(u", wird vorgehört"_s)) {
+                rows.append(row);
+            }
+        }
+        return rows;
+    }
+};
+
+TEST_F(MonitorInWindowTest, WhatPlaysIsMarkedAndNamedUntilItStops)
+{
+    run([&](QMainWindow& window) {
+        findBoth(window);
+        press(window, u"play.start"_s);
+        EXPECT_EQ(marked(window), QList<int>{0});
+        EXPECT_EQ(panel(window, StatusPanel::Message), u" :: Lied Eins"_s);
+        EXPECT_EQ(panel(window, StatusPanel::Elapsed), u"00:00"_s);
+        EXPECT_EQ(panel(window, StatusPanel::Remaining), u"−01:00"_s);
+        press(window, u"play.stop"_s);
+        EXPECT_EQ(marked(window), QList<int>());
+        EXPECT_EQ(panel(window, StatusPanel::Message), QString());
+        EXPECT_EQ(panel(window, StatusPanel::Elapsed), QString());
+        EXPECT_EQ(panel(window, StatusPanel::Remaining), QString());
+    });
+}
+
+} // namespace
+} // namespace melovane
