@@ -37,7 +37,8 @@ int main(int argc, char** argv)
     if (const auto code = melovane::answerCall(name, call)) {
         return *code;
     }
-    if (call.size() < 2 || call.size() > 3 || (call.size() == 3 && call[2] != "--stay"_L1)) {
+    if (call.size() < 2 || call.size() > 3 || call[0].startsWith(u'-') ||
+        (call.size() == 3 && call[2] != "--stay"_L1)) {
         return melovane::refuseCall(name, call.join(u' '));
     }
     // The tour answers the dialogs, so they are those of the tool kit.

@@ -30,7 +30,7 @@ int main(int argc, char** argv)
     if (const auto code = answerCall(name, call)) {
         return *code;
     }
-    if (call.size() != 2) {
+    if (call.size() != 2 || call[0].startsWith(u'-')) {
         return refuseCall(name, call.join(u' '));
     }
     const SystemClock clock;
