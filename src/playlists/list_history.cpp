@@ -9,6 +9,7 @@
 #include "platform/system/path_text.h"
 #include "playlists/list_delta.h"
 #include "playlists/playlist_table.h"
+#include "playlists/touched_entries.h"
 #include "store/create_db.h"
 #include "store/keep_aside.h"
 
@@ -351,7 +352,7 @@ ListHistory::Result ListHistory::take(Direction direction, Force force)
         if (const std::optional<Record> record = next(*database, direction)) {
             result.step = record->step;
             result.outcome = Outcome::Failed;
-            const Outcome outcome = take(*database, *record, direction, force, result.lists);
+            const Outcome outcome = take(*database, *record, direction, force, result);
             if (outcome != Outcome::ChangedElsewhere) {
                 change.commit();
             }
@@ -360,6 +361,7 @@ ListHistory::Result ListHistory::take(Direction direction, Force force)
     });
     if (error != 0) {
         result.lists.clear();
+        result.entries.clear();
     }
     return result;
 }
@@ -368,7 +370,7 @@ ListHistory::Outcome ListHistory::take(Database& database,
                                        const Record& record,
                                        Direction direction,
                                        Force force,
-                                       std::vector<Pnid>& lists)
+                                       Result& result)
 {
     const bool isUndo = direction == Direction::Undo;
     const std::optional<ListDelta> known = readDelta(record.changes);
@@ -387,8 +389,9 @@ ListHistory::Outcome ListHistory::take(Database& database,
     for (const auto& [list, mark] : marksOf(record.marksAfter)) {
         fitIn(database, list);
         updateEntryCount(database, list);
-        lists.push_back(list);
+        result.lists.push_back(list);
     }
+    result.entries = touchedEntries(delta);
     database.Execute(u"update LIST_HISTORY set undone=%1 where id=%2"_s.arg(
         isUndo ? u"true"_s : u"false"_s, sql::number(record.id)));
     return Outcome::Done;

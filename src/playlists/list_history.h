@@ -60,8 +60,9 @@ public:
     struct Result
     {
         Outcome outcome = Outcome::Nothing;
-        ListStep step;           ///< the step that was meant
-        std::vector<Pnid> lists; ///< whose entries are others now
+        ListStep step;             ///< the step that was meant
+        std::vector<Pnid> lists;   ///< whose entries are others now
+        std::vector<Plid> entries; ///< what changed, to be shown; see touchedEntries()
     };
 
     /// \param sink learns of failures under the name "ListHistory"
@@ -135,7 +136,7 @@ private:
                                const Record& record,
                                Direction direction,
                                Force force,
-                               std::vector<Pnid>& lists);
+                               Result& result);
     [[nodiscard]] Outcome drop(Database& database, const Record& record, const QString& why) const;
 
     DBEngine& m_engine;

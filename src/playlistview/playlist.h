@@ -157,8 +157,9 @@ public:
     /// Opens the current entry in the sample tool.
     void editSample();
 
-    /// Takes back the last change of a list, or does it once more. Asks before it writes over what
-    /// others have changed since.
+    /// Takes back the last change of a list, or does it once more, and shows it: the list is
+    /// opened, the entries that changed are selected. Asks before it writes over what others have
+    /// changed since.
     void undo();
     void redo();
 
@@ -228,6 +229,7 @@ private:
     void tellSummaryOrClose();
     void entriesChanged(Pnid list);
     void takeStep(bool isUndo);
+    void showStep(const ListHistory::Result& step);
     void updateEmptyNote();
     void tellLent();
 

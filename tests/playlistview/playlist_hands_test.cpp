@@ -242,6 +242,58 @@ TEST_F(PlaylistHands, UndoAsksBeforeItWritesOverWhatOthersHaveChanged)
     EXPECT_TRUE(rows().startsWith(u"1"_s));
 }
 
+TEST_F(PlaylistHands, UndoAndRedoOpenTheListSelectWhatChangedAndSaySo)
+{
+    openList(5);
+    const Pnid party = list;
+    grid.selected = {{1, 1}, {3, 3}};
+    view.deletePressed();
+    const Pnid other = lists.addList({10}, u"Andere"_s);
+    others.SendMessage(u"playlist.aktivieren"_s, numberOf(other));
+    sent.clear();
+    view.undo();
+    EXPECT_EQ(view.GetPNID(), party);
+    EXPECT_EQ(rows(), u"1 2 3 4 5"_s);
+    EXPECT_EQ(grid.current, 1);
+    EXPECT_EQ(grid.selected, (std::vector<RowRange>{{1, 1}, {3, 3}}));
+    EXPECT_EQ(sentOf(u"playlist.aktivieren"_s),
+              QStringList{u"playlist.aktivieren %1 0"_s.arg(numberOf(party))});
+    EXPECT_EQ(takeStatus(), QStringList{u"Rückgängig: 2 Titel aus „Party“ gelöscht"_s});
+
+    others.SendMessage(u"playlist.aktivieren"_s, numberOf(other));
+    sent.clear();
+    view.redo();
+    EXPECT_EQ(view.GetPNID(), party);
+    EXPECT_EQ(rows(), u"1 3 5"_s);
+    EXPECT_EQ(takeStatus(), QStringList{u"Wiederholen: 2 Titel aus „Party“ gelöscht"_s});
+}
+
+TEST_F(PlaylistHands, UndoOfAMoveSelectsTheEntryThatMovedAndNotThoseThatMadeRoom)
+{
+    openList(6);
+    view.drop(onRow(1, test::Lists::entriesText({cell(4, u"PLID").toText()})));
+    ASSERT_EQ(rows(), u"1 5 2 3 4 6"_s);
+    view.undo();
+    EXPECT_EQ(rows(), u"1 2 3 4 5 6"_s);
+    EXPECT_EQ(grid.selected, (std::vector<RowRange>{{4, 4}}));
+    view.redo();
+    EXPECT_EQ(rows(), u"1 5 2 3 4 6"_s);
+    EXPECT_EQ(grid.selected, (std::vector<RowRange>{{1, 1}}));
+}
+
+TEST_F(PlaylistHands, AJingleListThatIsUndoneIsOpenedAsOne)
+{
+    openList(2, false, u"jinglelist.aktivieren"_s);
+    lists.execute(u"update pl_name set grid=-1 where nid=%1"_s.arg(numberOf(list)));
+    stand(0);
+    view.deletePressed();
+    const Pnid other = lists.addList({10}, u"Andere"_s);
+    others.SendMessage(u"playlist.aktivieren"_s, numberOf(other));
+    view.undo();
+    EXPECT_EQ(view.GetPNID(), list);
+    EXPECT_TRUE(view.isJingleMode());
+}
+
 TEST_F(PlaylistHands, RatingsAreStoredTheOtherWayRoundAndGoToTheTags)
 {
     openList(1);

@@ -466,6 +466,7 @@ TEST_F(PlaylistView, StartAndStopAreSetToWhereTheSoundBeginsAndEndsAndCanComeBac
     EXPECT_EQ(takeStatus(), QStringList());
     view.undo();
     EXPECT_EQ(cell(0, u"FrameStop").toLong(), former);
+    EXPECT_EQ(takeStatus().size(), 1);
 
     cues.reset();
     stand(0);

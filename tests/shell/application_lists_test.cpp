@@ -51,6 +51,15 @@ protected:
         return window.findChild<QLabel*>(u"ListName"_s)->text();
     }
 
+    static QString status(QMainWindow& window)
+    {
+        QStringList texts;
+        for (const QLabel* label : window.findChildren<QLabel*>()) {
+            texts.append(label->text());
+        }
+        return texts.join(u'|');
+    }
+
     static QModelIndex rowOf(QMainWindow& window, const QString& text)
     {
         const QAbstractItemModel* rows = tree(window).model();
@@ -105,6 +114,25 @@ TEST_F(ListsOnTheScreen, AMenuThatWasBrokenOffLeavesTheOpenListMarked)
         QApplication::sendEvent(tree(window).viewport(), &event);
         EXPECT_EQ(marked(window), u"Hauptset"_s);
         EXPECT_EQ(shown(window), u"Hauptset"_s);
+    });
+}
+
+TEST_F(ListsOnTheScreen, UndoOfAnotherListOpensItMarksItsRowAndSaysSo)
+{
+    run([&](QMainWindow& window) {
+        entries(window).selectRow(0);
+        window.findChild<QWidget*>(u"ctl_Playlist1"_s)
+            ->findChild<QToolButton*>(u"all.delete"_s)
+            ->click();
+        ASSERT_EQ(entries(window).model()->rowCount(), 0);
+        click(window, u"Tanz"_s);
+        ASSERT_EQ(shown(window), u"Tanz"_s);
+        window.findChild<QAction*>(u"mnuUndo"_s)->trigger();
+        EXPECT_EQ(shown(window), u"Hauptset"_s);
+        EXPECT_EQ(marked(window), u"Hauptset"_s);
+        EXPECT_EQ(entries(window).selectionModel()->selectedRows().size(), 1);
+        EXPECT_TRUE(status(window).contains(u"1 Titel aus „Hauptset“ gelöscht"_s))
+            << status(window).toStdString();
     });
 }
 

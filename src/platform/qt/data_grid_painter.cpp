@@ -9,6 +9,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QPainter>
 
 namespace melovane {
@@ -49,6 +50,15 @@ void paintBadge(QPainter& painter, const QRect& cell, const CellStyle& style, co
     painter.drawRoundedRect(field, 3, 3);
     painter.setPen(toQColor(readableOn(style.badgeText.value_or(Colour()), *style.badge)));
     painter.drawText(field, Qt::AlignCenter, text);
+}
+
+/// What is typed stands where the cell showed it.
+void placeText(QLineEdit& line, const QModelIndex& index)
+{
+    // The line keeps two units free by itself, the theme draws a frame of one.
+    constexpr int kSides = DataGridPainter::kPadding - 3;
+    line.setTextMargins(kSides, 0, kSides, 0);
+    line.setAlignment(Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()));
 }
 
 } // namespace
@@ -145,7 +155,11 @@ QWidget* DataGridPainter::createEditor(QWidget* parent,
     const auto* model = qobject_cast<const DataGridModel*>(index.model());
     const QStringList choices = model ? model->choices(index) : QStringList();
     if (choices.isEmpty()) {
-        return QStyledItemDelegate::createEditor(parent, option, index);
+        QWidget* const editor = QStyledItemDelegate::createEditor(parent, option, index);
+        if (auto* line = qobject_cast<QLineEdit*>(editor)) {
+            placeText(*line, index);
+        }
+        return editor;
     }
     auto* list = new QComboBox(parent);
     list->addItems(choices);
