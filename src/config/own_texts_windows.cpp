@@ -53,6 +53,25 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"mnuMoreResult.index", u"Index - Wortsuche"},
     {u"mnuMoreResult.fulltext", u"Volltextsuche"},
 
+    // Why the system refused something.
+    {u"system.notpermitted", u"das ist nicht erlaubt"},
+    {u"system.missing", u"Datei oder Ordner nicht vorhanden"},
+    {u"system.io", u"Fehler beim Lesen oder Schreiben des Datenträgers"},
+    {u"system.denied", u"keine Berechtigung"},
+    {u"system.busy", u"wird gerade benutzt"},
+    {u"system.exists", u"ist schon vorhanden"},
+    {u"system.nodevice", u"das Gerät ist nicht vorhanden"},
+    {u"system.nofolder", u"ist kein Ordner"},
+    {u"system.folder", u"ist ein Ordner"},
+    {u"system.manyfiles", u"zu viele offene Dateien"},
+    {u"system.large", u"die Datei ist zu groß"},
+    {u"system.full", u"auf dem Datenträger ist kein Platz mehr"},
+    {u"system.readonly", u"der Datenträger ist schreibgeschützt"},
+    {u"system.longname", u"der Dateiname ist zu lang"},
+    {u"system.links", u"zu viele Verknüpfungen hintereinander"},
+    {u"system.stale", u"der Datenträger im Netz ist nicht mehr da"},
+    {u"system.quota", u"der zugeteilte Speicherplatz ist aufgebraucht"},
+
     // Status line and messages of the main window.
     {u"library.changed", u"Jetzt ist eine andere Bibliothek geöffnet: $1"},
     {u"library.gone", u"Die Bibliothek der Einstellungen ist nicht vorhanden: $1. Geöffnet bleibt $2"},
