@@ -75,9 +75,11 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     // Status line and messages of the main window.
     {u"library.changed", u"Jetzt ist eine andere Bibliothek geöffnet: $1"},
     {u"library.gone", u"Die Bibliothek der Einstellungen ist nicht vorhanden: $1. Geöffnet bleibt $2"},
+    {u"library.missing", u"Die Bibliothek der Einstellungen ist nicht vorhanden: $1. Es wurde nichts getan."},
     {u"library.refused", u"Die Bibliothek der Einstellungen lässt sich nicht öffnen: $1. $2"},
     {u"status.notdone", u"Nicht ausgeführt: $1"},
     {u"history.anew", u"Die Schritte zum Rückgängigmachen waren beschädigt und beginnen neu; die alten liegen in $1"},
+    {u"sidefile.anew", u"Eine Hilfsdatei der Bibliothek war beschädigt und wurde neu angelegt; die alte liegt in $1"},
     {u"status.skin.unreadable", u"Das Farbschema $1 ist nicht lesbar."},
     {u"status.sibling.missing", u"Das Programm $1 ist nicht vorhanden oder lässt sich nicht starten."},
     {u"status.importer.missing", u"Der Importer (mediaintake) lässt sich nicht starten."},
@@ -94,7 +96,6 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"status.card.missing", u"Soundkarte zum Vorhören nicht gefunden :: $1"},
     {u"status.card.none", u"Keine Soundkarte zum Vorhören"},
     {u"cd.title", u"Titel auf CD - DVD"},
-    {u"library.missing", u"Die Bibliothek der Einstellungen ist nicht vorhanden: $1. Es wurde nichts getan."},
     {u"cd.text", u"Die Datei: \\n\\n$1\\n\\nbefindet sich auf der CD: \\n\\n$2\\n\\n\\nBitte CD einlegen."},
     {u"nofile.text", u"Einige Dateien konnten nicht gefunden werden, genauere Informationen zu diesen Dateien finden Sie in $1\\nDie Einträge in der Datenbank wurden als nicht vorhanden markiert. Wenn die Dateien wieder zur Verfügung stehen, können Sie diese Aktion wiederholen um die Datenbankeinträge wieder zu aktiviere."}, // spelt so
 
