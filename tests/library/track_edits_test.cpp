@@ -81,7 +81,7 @@ TEST_F(TrackEditsTest, EachFieldThatMayBeEditedTakesWhatIsTypedAndTheOthersTakeN
                 << column.toStdString() << ": " << after.toStdString();
         }
     }
-    EXPECT_EQ(barred, 2);
+    EXPECT_EQ(barred, 4);
     EXPECT_EQ(failures, QStringList());
 }
 
