@@ -45,7 +45,8 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
 
     // The monitor player in the status line.
     {u"monitor.seek.name", u"Stelle im Titel, der vorgehört wird"},
-    {u"monitor.seek.tip", u"Stelle im Titel: klicken oder ziehen; Pfeil links und rechts 5 s, Bild auf und ab 30 s, Pos1 zum Anfang, Ende 10 s vor Schluss"},
+    {u"monitor.seek.tip", u"Stelle im Titel: klicken oder ziehen; Pfeil links und rechts 5 s, Bild auf und ab 30 s, Pos1 zum Anfang, Ende 10 s vor Schluss; Mausrad: Lautstärke"},
+    {u"monitor.volume.tip", u"Lautstärke beim Vorhören: klicken, ziehen oder Mausrad; leiser F7, lauter F8"},
 
     // Panels beside the library.
     {u"tree.title", u"Navigation"},

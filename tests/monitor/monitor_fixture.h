@@ -82,7 +82,8 @@ protected:
                     return m_tracks.value(fid);
                 },
                 [this] { m_calls.append(QStringLiteral("others")); },
-                [this](const QString& text) { m_shown.append(text); }};
+                [this](const QString& text) { m_shown.append(text); },
+                [this](int volume) { m_volumes.append(volume); }};
     }
 
     /// A track whose file exists.
@@ -112,8 +113,9 @@ protected:
     RecordingWarnings m_warnings;
     TurningLoop m_loop;
     QHash<QString, MlvAllData> m_tracks;
-    QStringList m_calls; ///< what the monitor asked and told, in order
-    QStringList m_shown; ///< status texts
+    QStringList m_calls;  ///< what the monitor asked and told, in order
+    QStringList m_shown;  ///< status texts
+    QList<int> m_volumes; ///< chosen
 };
 
 } // namespace melovane::test

@@ -54,6 +54,8 @@ protected:
         return static_cast<MlvdbWindow&>(window).status().panel(panel);
     }
 
+    int shown = -1; ///< volume
+
     /// Rows of the library that say that they are heard.
     static QList<int> marked(QMainWindow& window)
     {
@@ -84,6 +86,21 @@ TEST_F(MonitorInWindowTest, WhatPlaysIsMarkedAndNamedUntilItStops)
         EXPECT_EQ(panel(window, StatusPanel::Elapsed), QString());
         EXPECT_EQ(panel(window, StatusPanel::Remaining), QString());
     });
+}
+
+TEST_F(MonitorInWindowTest, F8MakesItLouderAndTheNextStartKnows)
+{
+    const auto key = [this] {
+        run([&](QMainWindow& window) {
+            window.activateWindow();
+            QTest::keyClick(&window, Qt::Key_F8);
+            shown = window.findChild<ValueBar*>(u"MonitorVolume"_s)->value();
+        });
+    };
+    key();
+    EXPECT_EQ(shown, 8000);
+    key();
+    EXPECT_EQ(shown, 8500);
 }
 
 TEST_F(MonitorInWindowTest, AClickIntoTheBarAndItsArrowKeysGoThere)
