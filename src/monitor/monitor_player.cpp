@@ -85,9 +85,8 @@ void Monitor::MonitorPlayer(const QString& action, const QString& fid, int posit
     if (known == kActions.end() || wanted.isEmpty()) {
         return;
     }
-    if (known->second != Action::Seek && m_parts.StopOtherMonitors) {
-        m_parts.StopOtherMonitors();
-    }
+    const bool othersAreSilent =
+        known->second == Action::Seek || !m_parts.StopOtherMonitors || m_parts.StopOtherMonitors();
     ++m_requests;
     m_fid = wanted;
     m_action = known->second;
@@ -100,6 +99,9 @@ void Monitor::MonitorPlayer(const QString& action, const QString& fid, int posit
     }
     showPosition(m_parts.player.positionMs());
     tellHeard();
+    if (!othersAreSilent) {
+        m_parts.showStatusText(m_parts.texts.text(u"status.monitor.silent"));
+    }
 }
 
 bool Monitor::run(QStringView key, const QString& fid)

@@ -36,8 +36,9 @@ struct MonitorParts
     FileLocator& locator;
     MessageLoop& loop;
     std::function<MlvAllData(const QString& fid)> GetAllDataByFid;
-    /// Has all other programs of the suite fall silent on the monitor, and waits for them.
-    std::function<void()> StopOtherMonitors;
+    /// Has all other programs of the suite fall silent on the monitor, and waits for them. False
+    /// when one does not answer.
+    std::function<bool()> StopOtherMonitors;
     std::function<void(const QString& text)> showStatusText;
     /// The user has chosen another volume, 0 to 10000.
     std::function<void(int volume)> volumeChanged = [](int) {};

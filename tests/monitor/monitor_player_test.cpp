@@ -498,6 +498,18 @@ TEST_F(MonitorPlayerTest, ASilentMonitorHasNoPlaceToGoTo)
     EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), QString());
 }
 
+TEST_F(MonitorPlayerTest, AnotherProgramThatHangsIsToldAndTheTrackPlaysAllTheSame)
+{
+    addTrack(u"a"_s);
+    m_othersAnswer = false;
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    EXPECT_TRUE(m_player.playing);
+    EXPECT_TRUE(m_shown.last().contains(u"antwortet nicht"_s)) << m_shown.last().toStdString();
+    m_shown.clear();
+    m_monitor.MonitorPlayer(u"SEEK"_s, {}, 10);
+    EXPECT_TRUE(m_shown.isEmpty());
+}
+
 TEST_F(MonitorPlayerTest, ARequestThatPlaysNothingSaysSo)
 {
     std::vector<HeardTrack> told;

@@ -3,6 +3,7 @@
 #include "platform/qt/value_bar.h"
 #include "shell/application_fixture.h"
 #include "shell/ui/mlvdb_window.h"
+#include "support/message_sibling.h"
 #include "support/sounding_mp3.h"
 #include "support/wait_for.h"
 
@@ -101,6 +102,21 @@ TEST_F(MonitorInWindowTest, F8MakesItLouderAndTheNextStartKnows)
     EXPECT_EQ(shown, 8000);
     key();
     EXPECT_EQ(shown, 8500);
+}
+
+TEST_F(MonitorInWindowTest, APlayerThatHangsIsToldAndWhatIsAskedForPlaysAllTheSame)
+{
+    const test::Sibling player(suite.folders.environment().runtimeFolder());
+    suite.folders.profile().write(suite.file(u"melovane.ini"_s), u"Message"_s, u"Handle.DJ"_s,
+                                  QString::number(player.handle()));
+    player.stop();
+    run([&](QMainWindow& window) {
+        findBoth(window);
+        press(window, u"play.start"_s);
+        EXPECT_EQ(marked(window), QList<int>{0});
+        EXPECT_TRUE(panel(window, StatusPanel::Message).contains(u"antwortet nicht"_s));
+    });
+    player.goOn();
 }
 
 TEST_F(MonitorInWindowTest, AClickIntoTheBarAndItsArrowKeysGoThere)

@@ -21,7 +21,7 @@ SoundWing::SoundWing(Machine& machine, Desk& desk, SuiteWing& suite)
                .loop = machine.loop,
                .GetAllDataByFid =
                    [&machine](const QString& fid) { return machine.data.GetAllDataByFid(fid); },
-               .StopOtherMonitors = [&suite] { suite.suite.StopOtherMonitors(); },
+               .StopOtherMonitors = [&suite] { return suite.suite.StopOtherMonitors(); },
                .showStatusText = [&suite](const QString& text) { suite.showStatusText(text); },
                .volumeChanged =
                    [&suite](int volume) {
