@@ -206,8 +206,8 @@ signals:
     void historyChanged(const QString& undo, bool canUndo, const QString& redo, bool canRedo);
     /// The loop button belongs to jingle lists.
     void jingleModeChanged(bool on);
-    /// Picture of the volume button, 1 to 5; 0 for the plain one.
-    void volumeIconChanged(int step);
+    /// Name of the picture of the volume button.
+    void volumeIconChanged(const QString& picture);
 
 private:
     struct ToolRow

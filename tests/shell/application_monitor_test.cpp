@@ -104,6 +104,26 @@ TEST_F(MonitorInWindowTest, F8MakesItLouderAndTheNextStartKnows)
     EXPECT_EQ(shown, 8500);
 }
 
+TEST_F(MonitorInWindowTest, TheVolumeButtonsOfBothViewsFollowTheVolume)
+{
+    run([&](QMainWindow& window) {
+        const auto pictures = [&] {
+            QList<QImage> result;
+            for (const QString& view : {u"ctl_MP3DB1"_s, u"ctl_Playlist1"_s}) {
+                auto* button =
+                    window.findChild<QWidget*>(view)->findChild<QToolButton*>(u"all.volume"_s);
+                result.append(button->icon().pixmap(32).toImage());
+            }
+            return result;
+        };
+        const QList<QImage> loud = pictures();
+        QTest::keyClick(window.findChild<ValueBar*>(u"MonitorVolume"_s), Qt::Key_Home);
+        const QList<QImage> silent = pictures();
+        EXPECT_NE(silent[0], loud[0]);
+        EXPECT_NE(silent[1], loud[1]);
+    });
+}
+
 TEST_F(MonitorInWindowTest, APlayerThatHangsIsToldAndWhatIsAskedForPlaysAllTheSame)
 {
     const test::Sibling player(suite.folders.environment().runtimeFolder());
