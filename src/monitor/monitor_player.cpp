@@ -127,6 +127,11 @@ void Monitor::step(double ms)
     }
 }
 
+int Monitor::positionFrames() const
+{
+    return toLongHalfEven(m_parts.player.positionMs() / kFrameMs);
+}
+
 void Monitor::seekTo(double ms)
 {
     m_offered = kNotOffered;

@@ -92,6 +92,8 @@ public:
     /// False for another key.
     bool run(QStringView key, const QString& fid);
 
+    [[nodiscard]] int positionFrames() const override;
+
     /// Goes to a place of what plays, in milliseconds. Nothing while it is silent.
     void seekTo(double ms);
     /// The same from where it plays.

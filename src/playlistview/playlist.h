@@ -3,6 +3,7 @@
 #include "bus/event_guard.h"
 #include "bus/mlv_message_bus.h"
 #include "platform/controls/drop_target.h"
+#include "playlistview/monitor_seek.h"
 #include "playlistview/open_list.h"
 #include "playlistview/play_marks.h"
 #include "playlistview/playlist_drags.h"
@@ -244,6 +245,7 @@ private:
     OpenList m_list;
     GridRows m_rows;
     PlayMarks m_marks;
+    MonitorSeek m_seek;
     TrackNews m_news;
     PlaylistEdits m_edits;
     PlaylistDrags m_drags;
