@@ -43,6 +43,10 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"look.heard", u"wird vorgehört"},
     {u"library.edit.note", u"Eine Note geht von 1 bis 5, 5 ist die beste; leer oder 0 nimmt sie weg"},
 
+    // The monitor player in the status line.
+    {u"monitor.seek.name", u"Stelle im Titel, der vorgehört wird"},
+    {u"monitor.seek.tip", u"Stelle im Titel: klicken oder ziehen; Pfeil links und rechts 5 s, Bild auf und ab 30 s, Pos1 zum Anfang, Ende 10 s vor Schluss"},
+
     // Panels beside the library.
     {u"tree.title", u"Navigation"},
     {u"tree.empty", u"Ordner, Genres, Interpreten und Favoriten: noch nicht in dieser Fassung."},

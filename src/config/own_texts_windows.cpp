@@ -75,6 +75,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"status.card.missing", u"Soundkarte zum Vorhören nicht gefunden :: $1"},
     {u"status.card.none", u"Keine Soundkarte zum Vorhören"},
     {u"cd.title", u"Titel auf CD - DVD"},
+    {u"library.missing", u"Die Bibliothek der Einstellungen ist nicht vorhanden: $1. Es wurde nichts getan."},
     {u"cd.text", u"Die Datei: \\n\\n$1\\n\\nbefindet sich auf der CD: \\n\\n$2\\n\\n\\nBitte CD einlegen."},
     {u"nofile.text", u"Einige Dateien konnten nicht gefunden werden, genauere Informationen zu diesen Dateien finden Sie in $1\\nDie Einträge in der Datenbank wurden als nicht vorhanden markiert. Wenn die Dateien wieder zur Verfügung stehen, können Sie diese Aktion wiederholen um die Datenbankeinträge wieder zu aktiviere."}, // spelt so
 

@@ -2,6 +2,7 @@
 
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "platform/controls/monitor_panel.h"
 #include "platform/controls/status_line.h"
 #include "platform/controls/warnings.h"
 #include "platform/system/files.h"
@@ -108,6 +109,26 @@ void Monitor::step(double ms)
     if (m_parts.player.isLoaded()) {
         m_parts.player.seek(m_parts.player.positionMs() + ms);
     }
+}
+
+void Monitor::seekTo(double ms)
+{
+    m_offered = kNotOffered;
+    if (m_parts.player.isPlaying()) {
+        m_parts.player.seek(ms);
+        showPosition(m_parts.player.positionMs());
+    }
+}
+
+void Monitor::seekBy(double ms)
+{
+    seekTo(m_parts.player.positionMs() + ms);
+}
+
+void Monitor::offerPlace(double ms)
+{
+    m_offered = ms;
+    showPosition(m_parts.player.positionMs());
 }
 
 void Monitor::stop()
@@ -253,16 +274,27 @@ void Monitor::tellHeard()
     }
 }
 
-/// Where it plays, and nothing any longer when it does not.
-void Monitor::showPosition(double ms)
+void Monitor::showTimes(double ms)
 {
     const auto text = [](double time) {
         return Mod_MilliSecToMin::MilliSecToMin(toLongHalfEven(time));
     };
-    const bool plays = m_parts.player.isPlaying();
-    m_parts.status.setPanel(StatusPanel::Elapsed, plays ? text(ms) : QString());
-    m_parts.status.setPanel(StatusPanel::Remaining,
-                            plays ? kMinus + text(m_parts.player.lengthMs() - ms) : QString());
+    m_parts.status.setPanel(StatusPanel::Elapsed, text(ms));
+    m_parts.status.setPanel(StatusPanel::Remaining, kMinus + text(m_parts.player.lengthMs() - ms));
+}
+
+/// Where it plays, and nothing any longer when it does not.
+void Monitor::showPosition(double ms)
+{
+    if (m_parts.player.isPlaying()) {
+        showTimes(m_offered < 0 ? ms : m_offered);
+        m_parts.panel.showPlace(ms, m_parts.player.lengthMs());
+    } else {
+        m_offered = kNotOffered;
+        m_parts.status.setPanel(StatusPanel::Elapsed, {});
+        m_parts.status.setPanel(StatusPanel::Remaining, {});
+        m_parts.panel.hidePlace();
+    }
     if (heard() != m_heard) {
         tellHeard();
     }

@@ -17,6 +17,7 @@ class FileLocator;
 class Files;
 class GlobalSettings;
 class MessageLoop;
+class MonitorPanel;
 class StatusLine;
 class Timer;
 class Warnings;
@@ -26,6 +27,7 @@ struct MonitorParts
 {
     Player& player; ///< its events are the monitor's
     StatusLine& status;
+    MonitorPanel& panel;
     Warnings& warnings;
     GlobalSettings& settings;
     const ConfigObjects& texts;
@@ -86,6 +88,15 @@ public:
     /// False for another key.
     bool run(QStringView key, const QString& fid);
 
+    /// Goes to a place of what plays, in milliseconds. Nothing while it is silent.
+    void seekTo(double ms);
+    /// The same from where it plays.
+    void seekBy(double ms);
+
+    /// The times show this place, where the user may want to go, instead of the one that plays;
+    /// not any longer with a negative one. In milliseconds.
+    void offerPlace(double ms);
+
     /// The handler hears what plays: at each change, and behind each request to play, so that a
     /// mark set beforehand goes when nothing came of it.
     void setOnHeard(std::function<void(const HeardTrack& track)> handler)
@@ -101,6 +112,8 @@ public:
     void reopen() override;
 
 private:
+    static constexpr double kNotOffered = -1;
+
     enum class Action
     {
         Play,
@@ -120,6 +133,7 @@ private:
     [[nodiscard]] HeardTrack heard() const;
     void tellHeard();
     void showPosition(double ms);
+    void showTimes(double ms);
     void tell(PlayFault fault);
     void tellMissing(const MlvAllData& track);
 
@@ -132,7 +146,8 @@ private:
     int m_position = 0; ///< frames
     int m_requests = 0; ///< counted, so that one overtaken while the loop turned is known
     bool m_cardTaken = false;
-    HeardTrack m_heard; ///< told last
+    HeardTrack m_heard;             ///< told last
+    double m_offered = kNotOffered; ///< milliseconds
     std::function<void(const HeardTrack& track)> m_onHeard;
 };
 

@@ -86,6 +86,7 @@ private:
     // Load, in this order.
     void loadSkin();
     void startViews();
+    [[nodiscard]] QString skinTitle(const QString& fileName) const;
 
     MlvdbParts m_parts;
     MlvdbControls m_controls;

@@ -3,6 +3,7 @@
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
 #include "monitor/monitor_player.h"
+#include "platform/controls/monitor_panel.h"
 #include "platform/controls/warnings.h"
 #include "shell/fakes.h"
 #include "store/file_locator.h"
@@ -31,6 +32,20 @@ public:
     std::vector<WarningType> types;
 };
 
+/// Keeps what it is to show.
+class PlainMonitorPanel : public MonitorPanel
+{
+public:
+    void showPlace(double ms, double lengthMs) override { place = {ms, lengthMs}; }
+
+    void hidePlace() override { place.reset(); }
+
+    void showVolume(int value) override { volume = value; }
+
+    std::optional<std::pair<double, double>> place; ///< and length, milliseconds
+    int volume = -1;
+};
+
 /// A message loop that does something when it is turned.
 class TurningLoop : public SteppedLoop
 {
@@ -55,6 +70,7 @@ protected:
     {
         return {player,
                 m_status,
+                m_panel,
                 m_warnings,
                 *m_settings,
                 m_texts,
@@ -92,6 +108,7 @@ protected:
     ConfigObjects m_texts{suite.folders.paths(), suite.folders.profile(), suite.files};
     FileLocator m_locator{suite.files, suite.dataFolder()};
     PlainStatusLine m_status;
+    PlainMonitorPanel m_panel;
     RecordingWarnings m_warnings;
     TurningLoop m_loop;
     QHash<QString, MlvAllData> m_tracks;

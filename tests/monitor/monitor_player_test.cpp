@@ -393,6 +393,54 @@ TEST_F(MonitorPlayerTest, WhatIsHeardIsToldWithItsTitleUntilItEnds)
     EXPECT_EQ(told.back(), HeardTrack());
 }
 
+TEST_F(MonitorPlayerTest, ThePlaceIsShownAsLongAsItPlays)
+{
+    addTrack(u"a"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    m_player.frames = 9200; // 240326.54 ms
+    m_player.onPosition(61500);
+    ASSERT_TRUE(m_panel.place);
+    EXPECT_EQ(m_panel.place->first, 61500);
+    EXPECT_NEAR(m_panel.place->second, 240326.54, 0.01);
+    m_monitor.stop();
+    EXPECT_FALSE(m_panel.place);
+}
+
+TEST_F(MonitorPlayerTest, APlaceThatIsLookedForStandsInTheTimesUntilItIsTakenOrGivenUp)
+{
+    addTrack(u"a"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    m_player.frames = 9200;
+    m_monitor.offerPlace(125000);
+    m_player.onPosition(61500);
+    EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), u"02:05"_s);
+    EXPECT_EQ(m_status.panel(StatusPanel::Remaining), u"−01:55"_s);
+    m_monitor.offerPlace(-1);
+    m_player.onPosition(61500);
+    EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), u"01:01"_s);
+    m_monitor.offerPlace(125000);
+    calls();
+    m_monitor.seekTo(125000);
+    EXPECT_EQ(calls(), QStringList(u"seek 125000.000"_s));
+    m_player.onPosition(125100);
+    EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), u"02:05"_s);
+    m_player.position = 20000;
+    m_monitor.seekBy(-5000);
+    EXPECT_EQ(calls(), QStringList(u"seek 15000.000"_s));
+}
+
+TEST_F(MonitorPlayerTest, ASilentMonitorHasNoPlaceToGoTo)
+{
+    addTrack(u"a"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    m_monitor.stop();
+    calls();
+    m_monitor.seekTo(1000);
+    m_monitor.offerPlace(1000);
+    EXPECT_EQ(calls(), QStringList());
+    EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), QString());
+}
+
 TEST_F(MonitorPlayerTest, ARequestThatPlaysNothingSaysSo)
 {
     std::vector<HeardTrack> told;

@@ -1,5 +1,6 @@
 #include "platform/controls/status_line.h"
 #include "platform/qt/data_grid.h"
+#include "platform/qt/value_bar.h"
 #include "shell/application_fixture.h"
 #include "shell/ui/mlvdb_window.h"
 #include "support/sounding_mp3.h"
@@ -82,6 +83,30 @@ TEST_F(MonitorInWindowTest, WhatPlaysIsMarkedAndNamedUntilItStops)
         EXPECT_EQ(panel(window, StatusPanel::Message), QString());
         EXPECT_EQ(panel(window, StatusPanel::Elapsed), QString());
         EXPECT_EQ(panel(window, StatusPanel::Remaining), QString());
+    });
+}
+
+TEST_F(MonitorInWindowTest, AClickIntoTheBarAndItsArrowKeysGoThere)
+{
+    run([&](QMainWindow& window) {
+        findBoth(window);
+        auto* bar = window.findChild<ValueBar*>(u"MonitorSeek"_s);
+        ASSERT_NE(bar, nullptr);
+        EXPECT_FALSE(bar->isVisible());
+        press(window, u"play.start"_s);
+        ASSERT_TRUE(test::waitFor([&] { return bar->isVisible() && bar->width() > 60; }));
+        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->rect().center());
+        const QString half = panel(window, StatusPanel::Elapsed);
+        EXPECT_TRUE(half == "00:30"_L1 || half == "00:29"_L1) << half.toStdString();
+        QTest::keyClick(bar, Qt::Key_PageDown);
+        EXPECT_EQ(panel(window, StatusPanel::Elapsed), u"00:00"_s);
+        QTest::keyClick(bar, Qt::Key_Right);
+        QTest::keyClick(bar, Qt::Key_Right);
+        const QString later = panel(window, StatusPanel::Elapsed);
+        EXPECT_TRUE(later == "00:10"_L1 || later == "00:11"_L1) << later.toStdString();
+        EXPECT_EQ(marked(window), QList<int>{0});
+        press(window, u"play.stop"_s);
+        EXPECT_FALSE(bar->isVisible());
     });
 }
 

@@ -251,6 +251,21 @@ TEST_F(MlvdbTest, TheThemesThatLieReadyAreListedByTitle)
     EXPECT_FALSE(skins[2].active);
 }
 
+TEST_F(MlvdbTest, AThemeThatShipsIsCalledInTheLanguageOfTheWindow)
+{
+    folders.install(u"Skin/melovane-dark.skn"_s, "; theme\nName=Dunkel\n");
+    settings->SetSkinFileName(u"melovane-dark.skn"_s);
+    const auto title = [this] {
+        const std::vector<SkinEntry> skins = mlvdb.skins();
+        const auto chosen = std::find_if(skins.begin(), skins.end(),
+                                         [](const SkinEntry& one) { return one.active; });
+        return chosen == skins.end() ? QString() : chosen->title;
+    };
+    EXPECT_EQ(title(), u"Dunkel"_s);
+    texts.FindObject(u"skin.melovane-dark.skn")->Description = u"Dark"_s;
+    EXPECT_EQ(title(), u"Dark"_s);
+}
+
 TEST_F(MlvdbTest, AChosenThemeIsTakenAndKeptForTheNextStart)
 {
     mlvdb.chooseSkin(u"dark.skn"_s);

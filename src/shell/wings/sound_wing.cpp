@@ -1,5 +1,6 @@
 #include "shell/wings/sound_wing.h"
 
+#include "platform/qt/monitor_bars.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/machine.h"
 #include "shell/wings/suite_wing.h"
@@ -10,6 +11,7 @@ SoundWing::SoundWing(Machine& machine, Desk& desk, SuiteWing& suite)
     : player(output, machine.loop)
     , monitor({.player = player,
                .status = desk.window.status(),
+               .panel = desk.window.monitor(),
                .warnings = desk.warnings,
                .settings = machine.settings,
                .texts = machine.texts,
@@ -20,6 +22,14 @@ SoundWing::SoundWing(Machine& machine, Desk& desk, SuiteWing& suite)
                    [&machine](const QString& fid) { return machine.data.GetAllDataByFid(fid); },
                .StopOtherMonitors = [&suite] { suite.suite.StopOtherMonitors(); },
                .showStatusText = [&suite](const QString& text) { suite.showStatusText(text); }})
-{}
+{
+    MonitorBars& bars = desk.window.monitor();
+    QObject::connect(&bars, &MonitorBars::placePicked, &bars,
+                     [this](double ms) { monitor.seekTo(ms); });
+    QObject::connect(&bars, &MonitorBars::placeOffered, &bars,
+                     [this](double ms) { monitor.offerPlace(ms); });
+    QObject::connect(&bars, &MonitorBars::moveWanted, &bars,
+                     [this](double ms) { monitor.seekBy(ms); });
+}
 
 } // namespace melovane
