@@ -230,6 +230,8 @@ signals:
     void toolTipsWanted();
     /// Whether there is a way back and forward.
     void historyChanged(bool back, bool forward);
+    /// Name of the picture of the volume button.
+    void volumeIconChanged(const QString& picture);
 
 private:
     struct ToolRow

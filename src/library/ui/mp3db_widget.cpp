@@ -108,7 +108,8 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
     const std::vector<std::vector<Tool>> groups = {
         {{u"play.start"_s, u"play"_s, u"ToolTipPlayerPlay"_s},
          {u"play.center"_s, u"playcenter"_s, u"ToolTipPlayerPlayCenter"_s},
-         {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s}},
+         {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s},
+         {bus::kAllVolume.toString(), u"volume"_s, u"playlist.volume"_s}},
         {{u"all.book"_s, u"edit"_s, u"ToolTipAllTableDetail"_s},
          {u"open_dir"_s, u"folder"_s, u"mnuPOPDBGRID_7"_s},
          {u"all.data.select"_s, u"selectall"_s, u"ToolTipAllTableSel"_s},
@@ -186,6 +187,11 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
             [this, &texts](qint64 count) { showCount(count, texts); });
     connect(this, &Mp3dbWidget::reloadWanted, &logic, &ctl_MP3DB::Refresh);
     connect(&logic, &ctl_MP3DB::historyChanged, this, &Mp3dbWidget::showHistory);
+    connect(&logic, &ctl_MP3DB::volumeIconChanged, this, [this](const QString& picture) {
+        if (auto* button = findChild<QToolButton*>(bus::kAllVolume.toString())) {
+            button->setIcon(m_icons.icon(picture));
+        }
+    });
     connect(&logic, &ctl_MP3DB::toolTipsWanted, this, [this, &texts] { renewToolTips(texts); });
     connect(&logic, &ctl_MP3DB::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });
