@@ -40,6 +40,16 @@ if(MLV_COVERAGE)
     target_compile_options(mlv_flags INTERFACE --coverage)
     target_link_options(mlv_flags INTERFACE --coverage)
 endif()
+# Programs read files, tags and messages of others: addresses differ from start to start, and what
+# the loader has filled in cannot be written any more.
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+target_link_options(mlv_flags INTERFACE -Wl,-z,relro -Wl,-z,now)
+# The C library checks only where the compiler optimises, and beside a sanitizer nothing is to.
+if(NOT MLV_SANITIZE)
+    target_compile_options(mlv_flags INTERFACE
+        $<$<CONFIG:Release>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -fstack-protector-strong>)
+endif()
 find_program(MLV_MOLD mold)
 if(MLV_MOLD)
     target_link_options(mlv_flags INTERFACE -fuse-ld=mold)

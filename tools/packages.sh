@@ -8,13 +8,30 @@ test_packages=(libgtest-dev libgmock-dev libtag1-dev)
 fuzz_packages=(clang)
 tidy_packages=(clang clang-format clang-tidy libbenchmark-dev)
 
-install_missing() {
-    local missing=() package
+# find_missing PACKAGE...: leaves those that are not installed in the array `missing`.
+find_missing() {
+    local package
+    missing=()
     for package in "$@"; do
         if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed'; then
             missing+=("$package")
         fi
     done
+}
+
+# require_packages PACKAGE...: installs nothing. Says what is missing and ends with 2.
+require_packages() {
+    local missing
+    find_missing "$@"
+    if [ ${#missing[@]} -gt 0 ]; then
+        echo "Missing packages: ${missing[*]} (\"$0 --install\" installs them)" >&2
+        exit 2
+    fi
+}
+
+install_missing() {
+    local missing
+    find_missing "$@"
     if [ ${#missing[@]} -eq 0 ]; then
         return 0
     fi

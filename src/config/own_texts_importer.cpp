@@ -16,6 +16,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"intake.choose", u"Ordner mit MP3-Dateien"},
     {u"intake.folders", u"Ordner"},
     {u"intake.folders.tip", u"Ordner, deren MP3-Dateien importiert werden"},
+    {u"intake.folders.none", u"Noch kein Ordner. \"Ordner hinzufügen\" nimmt einen auf."},
     {u"intake.add", u"&Ordner hinzufügen ..."},
     {u"intake.add.tip", u"Einen weiteren Ordner wählen"},
     {u"intake.remove", u"&Entfernen"},
@@ -38,6 +39,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"intake.files", u"$1 Dateien"},
     {u"intake.files.one", u"1 Datei"},
     {u"intake.checked", u"$1 geprüft"},
+    {u"intake.found", u"$1 gefunden"},
     {u"intake.added", u"$1 neu"},
     {u"intake.changed", u"$1 neu gelesen"},
     {u"intake.moved", u"$1 am neuen Ort"},
@@ -71,9 +73,6 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"media.cutshort", u"endet im ersten Audiobild"},
     {u"media.onlytags", u"nur Tags, keine Audiodaten"},
     {u"media.noaudio", u"keine MPEG-Audiodaten"},
-
-    // On a terminal.
-    {u"intake.usage", u"mediaintake 1 [--folder ORDNER]... [--quiet]   neue MP3-Dateien einlesen\\nmediaintake 2 [--quiet]                        geänderte Dateien neu einlesen"},
 });
 // clang-format on
 

@@ -58,6 +58,9 @@ CellStyle LibraryLook::style(const QString& field, const RowValues& row) const
     if (!m_shownTrack.isEmpty() && row.value(u"FID"_s).toText() == m_shownTrack) {
         style = m_colours.shownTrack;
     }
+    if (!row.value(u"favorit"_s).isNull()) {
+        style.ground = CellGround::Favourite;
+    }
     if (row.value(u"DEL"_s).toLong() != 0) {
         style.text = m_colours.rowShowDel;
         style.struckOut = true;
@@ -66,6 +69,11 @@ CellStyle LibraryLook::style(const QString& field, const RowValues& row) const
         m_colours.addTo(style, row.value(u"Note"_s));
     } else if (isField(field, "Play"_L1) && playedWithin(row.value(u"Play"_s), kDaySeconds)) {
         style.tint = m_colours.playNow;
+    } else if (isField(field, "Titel"_L1) && !m_heardTrack.isEmpty() &&
+               row.value(u"FID"_s).toText() == m_heardTrack) {
+        style.ground = CellGround::Heard;
+        style.icon = u"volume"_s;
+        style.iconText = m_heardMeaning;
     }
     return style;
 }

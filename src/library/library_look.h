@@ -31,6 +31,14 @@ public:
 
     [[nodiscard]] const QString& shownTrack() const { return m_shownTrack; }
 
+    /// The track in the monitor player; empty for none.
+    /// \param meaning what its mark says
+    void setHeardTrack(const QString& fid, const QString& meaning)
+    {
+        m_heardTrack = fid;
+        m_heardMeaning = meaning;
+    }
+
     /// Whether `Play` is always shown as a time of day with seconds: the plays of one day.
     void setPlayIsTimeOfDay(bool on) { m_playIsTimeOfDay = on; }
 
@@ -39,7 +47,8 @@ public:
     [[nodiscard]] QString text(const QString& field, const Value& value) const override;
 
     /// A row whose `DEL` is not 0 is struck out in its colour, the shown track has its style;
-    /// `Note` 1 to 5 is a badge; a `Play` within the last day is tinted.
+    /// `Note` 1 to 5 is a badge; a `Play` within the last day is tinted. The title of the heard
+    /// track has the ground and the picture that tell it.
     [[nodiscard]] CellStyle style(const QString& field, const RowValues& row) const override;
 
 private:
@@ -48,6 +57,8 @@ private:
     const Clock& m_clock;
     GridColours m_colours;
     QString m_shownTrack;
+    QString m_heardTrack;
+    QString m_heardMeaning;
     bool m_playIsTimeOfDay = false;
 };
 

@@ -5,6 +5,8 @@
 #include "platform/system/timers.h"
 #include "views/grid_rows.h"
 
+#include <utility>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -14,11 +16,18 @@ namespace {
 /// How often the database is asked for changes of other programs.
 constexpr std::chrono::milliseconds kLookInterval{500};
 
+/// Before the first count.
+constexpr qint64 kUnknown = -1;
+
 } // namespace
 
-LibraryWatch::LibraryWatch(GridRows& rows, MessageLoop& loop, std::function<void()> changed)
+LibraryWatch::LibraryWatch(GridRows& rows,
+                           MessageLoop& loop,
+                           std::function<void()> changed,
+                           std::function<void()> filled)
     : m_rows(rows)
     , m_changed(std::move(changed))
+    , m_filled(std::move(filled))
     , m_changeTimer(loop.makeTimer(kLookInterval, [this] { look(); }))
 {}
 
@@ -37,13 +46,18 @@ void LibraryWatch::stop()
 void LibraryWatch::begin()
 {
     m_dataVersion = m_rows.database()->DataVersion();
+    m_librarySize = kUnknown;
     count();
 }
 
 void LibraryWatch::count()
 {
     const auto set = m_rows.database()->OpenRecordset(u"select count(*) as anz from db_all"_s);
-    m_librarySize = set->Eof() ? 0 : set->value(u"anz").toLong();
+    const qint64 before =
+        std::exchange(m_librarySize, set->Eof() ? 0 : set->value(u"anz").toLong());
+    if (before == 0 && m_librarySize > 0) {
+        m_filled();
+    }
 }
 
 void LibraryWatch::look()

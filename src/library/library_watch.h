@@ -17,7 +17,11 @@ class LibraryWatch
 {
 public:
     /// \param changed called when something may be different now
-    LibraryWatch(GridRows& rows, MessageLoop& loop, std::function<void()> changed);
+    /// \param filled  called when a library without tracks has got its first ones
+    LibraryWatch(GridRows& rows,
+                 MessageLoop& loop,
+                 std::function<void()> changed,
+                 std::function<void()> filled);
     ~LibraryWatch();
 
     /// From here to stop() it looks twice a second.
@@ -40,6 +44,7 @@ public:
 private:
     GridRows& m_rows;
     std::function<void()> m_changed;
+    std::function<void()> m_filled;
     qint64 m_librarySize = 0;
     qint64 m_dataVersion = 0;
     std::unique_ptr<Timer> m_changeTimer;

@@ -39,14 +39,22 @@ ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActio
     , m_rows(parts.engine,
              controls.grid,
              {.readsAll = [&settings = m_settings] { return settings.DBGridLoadAllRows() == 1; }})
+    , m_marks(parts.texts, m_rows, m_look)
     , m_shown(
           {parts.engine, parts.settings, controls.grid, controls.pointer, m_rows, m_look, m_guard})
-    , m_watch(m_rows,
-              parts.loop,
-              [this] {
-                  tellCount();
-                  updateEmptyNote();
-              })
+    , m_watch(
+          m_rows,
+          parts.loop,
+          [this] {
+              tellCount();
+              updateEmptyNote();
+          },
+          [this] {
+              // Who has imported his first tracks sees them without asking for them.
+              if (state().view == LibraryView::DBGrid && state().searchText.isEmpty()) {
+                  tellResult(m_shown.search(u"*"_s));
+              }
+          })
     , m_jobs(parts.engine, parts.settings)
     , m_edits({m_rows.data(), m_jobs, parts.settings, parts.texts, parts.clock, m_guard,
                [this](const QString& fid) { m_bus.SendMessage(bus::kDbRefreshByFid, fid); },
@@ -344,12 +352,6 @@ DragContent ctl_MP3DB::dragContent()
 void ctl_MP3DB::FillTempMp3EditTable()
 {
     m_edits.FillTempMp3EditTable(m_controls.grid.selection());
-}
-
-void ctl_MP3DB::setShownTrack(const QString& fid)
-{
-    m_look.setShownTrack(fid);
-    refreshCells();
 }
 
 void ctl_MP3DB::dress()

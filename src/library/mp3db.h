@@ -9,6 +9,7 @@
 #include "library/shown_tracks.h"
 #include "library/stored_history.h"
 #include "library/track_edits.h"
+#include "library/track_marks.h"
 #include "store/pending_jobs.h"
 #include "views/command_gate.h"
 #include "views/grid_rows.h"
@@ -158,8 +159,8 @@ public:
     /// Paints the rows with the values of now.
     void refreshCells() { m_rows.data().refreshCells(); }
 
-    /// The track that another view shows is marked.
-    void setShownTrack(const QString& fid);
+    /// The tracks that other parts of the program stand on.
+    [[nodiscard]] TrackMarks& marks() { return m_marks; }
 
     /// Takes colours and fonts from the settings.
     void dress();
@@ -244,6 +245,8 @@ signals:
     void historyChanged(bool back, bool forward);
     /// Buttons may be able to work now, or no more.
     void commandsChanged();
+    /// Name of the picture of the volume button.
+    void volumeIconChanged(const QString& picture);
 
 private:
     struct ToolRow
@@ -283,6 +286,7 @@ private:
     StoredHistory m_history;
     LibraryLook m_look;
     GridRows m_rows;
+    TrackMarks m_marks;
     ShownTracks m_shown;
     LibraryWatch m_watch;
     bool m_searchWaits = false; ///< for the library, which another program has

@@ -5,6 +5,7 @@
 #include "library/mp3db.h"
 #include "platform/system/letter_case.h"
 #include "views/drag_data.h"
+#include "views/volume_picture.h"
 
 namespace melovane {
 
@@ -50,6 +51,7 @@ std::span<const BusRow<Mp3dbMessages>> Mp3dbMessages::busTable()
         {bus::kLoadLayoutMp3db, &Self::loadLayout},
         {bus::kLoadLayoutChangeMp3db, &Self::loadLayout},
         {bus::kAutosizeMp3db, &Self::autosize},
+        {bus::kVolumeMonitorChangeIcon, &Self::changeVolumeIcon},
     };
     return kRows;
 }
@@ -114,7 +116,7 @@ void Mp3dbMessages::refreshByFid(const MLVMessage&)
 
 void Mp3dbMessages::showTrackOf(const MLVMessage& message)
 {
-    m_view.setShownTrack(message.Value1.toText());
+    m_view.marks().setShown(message.Value1.toText());
 }
 
 // ---- what is to be done with the rows
@@ -174,6 +176,11 @@ void Mp3dbMessages::renewToolTips(const MLVMessage&)
 void Mp3dbMessages::updateColor(const MLVMessage&)
 {
     m_view.dress();
+}
+
+void Mp3dbMessages::changeVolumeIcon(const MLVMessage& message)
+{
+    emit m_view.volumeIconChanged(volumePicture(message.Value1.toLong()));
 }
 
 void Mp3dbMessages::saveLayout(const MLVMessage&)

@@ -2,6 +2,7 @@
 
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "platform/controls/monitor_panel.h"
 #include "platform/controls/status_line.h"
 #include "platform/controls/warnings.h"
 #include "platform/system/files.h"
@@ -11,6 +12,7 @@
 #include "store/file_locator.h"
 #include "store/milli_sec_to_min.h"
 
+#include <algorithm>
 #include <chrono>
 #include <map>
 #include <optional>
@@ -23,25 +25,44 @@ namespace {
 
 constexpr std::chrono::milliseconds kCardsDelay{1000};
 
+/// So long a chosen volume waits for the next one before it is written.
+constexpr std::chrono::milliseconds kVolumeDelay{500};
+
+/// Section and key of the settings, with the volume at the next load: keep, the volume monitor
+/// writes it, too.
+const QString kVolumeSection = u"Global"_s;
+const QString kVolumeKey = u"Volume.Monitor"_s;
+
 /// How far a seek button goes.
 constexpr double kStepMs = 5000;
 
+/// In front of a time that is still to come.
+constexpr QChar kMinus{0x2212};
+
 /// Volume without a setting.
 constexpr int kDefaultVolume = 7500;
+
+constexpr int kLoudest = 10'000;
+constexpr int kVolumeStep = kLoudest / 20;
 
 } // namespace
 
 Monitor::Monitor(MonitorParts parts)
     : m_parts(std::move(parts))
     , m_timerCards(m_parts.loop.makeTimer(kCardsDelay, [this] { listCards(); }))
+    , m_timerVolume(m_parts.loop.makeTimer(kVolumeDelay, [this] { keepVolume(); }))
 {
     m_parts.player.setOnLoaded([this] { onLoaded(); });
     m_parts.player.setOnPosition([this](double ms) { showPosition(ms); });
-    m_parts.player.setOnEnded([this](PlayFault fault) { tell(fault); });
+    m_parts.player.setOnEnded([this](PlayFault fault) {
+        tell(fault);
+        showPosition(m_parts.player.positionMs());
+    });
 }
 
 Monitor::~Monitor()
 {
+    keepVolume();
     m_parts.player.setOnLoaded({});
     m_parts.player.setOnPosition({});
     m_parts.player.setOnEnded({});
@@ -64,9 +85,8 @@ void Monitor::MonitorPlayer(const QString& action, const QString& fid, int posit
     if (known == kActions.end() || wanted.isEmpty()) {
         return;
     }
-    if (known->second != Action::Seek && m_parts.StopOtherMonitors) {
-        m_parts.StopOtherMonitors();
-    }
+    const bool othersAreSilent =
+        known->second == Action::Seek || !m_parts.StopOtherMonitors || m_parts.StopOtherMonitors();
     ++m_requests;
     m_fid = wanted;
     m_action = known->second;
@@ -76,6 +96,11 @@ void Monitor::MonitorPlayer(const QString& action, const QString& fid, int posit
         act();
     } else {
         load();
+    }
+    showPosition(m_parts.player.positionMs());
+    tellHeard();
+    if (!othersAreSilent) {
+        m_parts.showStatusText(m_parts.texts.text(u"status.monitor.silent"));
     }
 }
 
@@ -102,21 +127,83 @@ void Monitor::step(double ms)
     }
 }
 
+int Monitor::positionFrames() const
+{
+    return toLongHalfEven(m_parts.player.positionMs() / kFrameMs);
+}
+
+void Monitor::seekTo(double ms)
+{
+    m_offered = kNotOffered;
+    if (m_parts.player.isPlaying()) {
+        m_parts.player.seek(ms);
+        showPosition(m_parts.player.positionMs());
+    }
+}
+
+void Monitor::seekBy(double ms)
+{
+    seekTo(m_parts.player.positionMs() + ms);
+}
+
+void Monitor::offerPlace(double ms)
+{
+    m_offered = ms;
+    showPosition(m_parts.player.positionMs());
+}
+
 void Monitor::stop()
 {
     // What waits for the message loop to turn does not start any more.
     ++m_requests;
     m_parts.player.stop();
+    showPosition(0);
 }
 
 void Monitor::setVolume(int volume)
 {
-    m_parts.player.setVolume(volume);
+    const int valid = std::clamp(volume, 0, kLoudest);
+    m_parts.player.setVolume(valid);
+    m_parts.panel.showVolume(valid);
+}
+
+int Monitor::volumeOfSettings() const
+{
+    return m_volumeToKeep.value_or(
+        m_parts.settings.GetKeyValueLong(kVolumeSection, kVolumeKey, kDefaultVolume));
+}
+
+void Monitor::chooseVolume(int volume)
+{
+    const int valid = std::clamp(volume, 0, kLoudest);
+    setVolume(valid);
+    m_volumeToKeep = valid;
+    m_timerVolume->start();
+    m_parts.volumeChanged(valid);
+}
+
+void Monitor::changeVolume(int steps)
+{
+    const int present = m_parts.player.isLoaded() ? m_parts.player.volume() : volumeOfSettings();
+    chooseVolume(std::clamp(steps, -kLoudest / kVolumeStep, kLoudest / kVolumeStep) * kVolumeStep +
+                 present);
+}
+
+void Monitor::keepVolume()
+{
+    m_timerVolume->stop();
+    if (m_volumeToKeep) {
+        m_parts.settings.WriteKeyValue(kVolumeSection, kVolumeKey,
+                                       QString::number(*m_volumeToKeep));
+        m_volumeToKeep.reset();
+    }
 }
 
 void Monitor::reopen()
 {
     m_parts.player.close();
+    showPosition(0);
+    m_parts.panel.showVolume(volumeOfSettings());
     m_cardTaken = false;
     m_timerCards->start();
 }
@@ -183,7 +270,7 @@ void Monitor::refreshRange()
 
 void Monitor::onLoaded()
 {
-    setVolume(m_parts.settings.GetKeyValueLong(u"Global"_s, u"Volume.Monitor"_s, kDefaultVolume));
+    setVolume(volumeOfSettings());
     m_parts.showStatusText(u" :: "_s + m_track.Titel);
     act();
 }
@@ -230,13 +317,43 @@ void Monitor::playFromCenter()
     tell(m_parts.player.play());
 }
 
-void Monitor::showPosition(double ms)
+HeardTrack Monitor::heard() const
+{
+    return m_parts.player.isPlaying() ? HeardTrack{m_loadedFid, m_track.Titel} : HeardTrack{};
+}
+
+void Monitor::tellHeard()
+{
+    m_heard = heard();
+    if (m_onHeard) {
+        m_onHeard(m_heard);
+    }
+}
+
+void Monitor::showTimes(double ms)
 {
     const auto text = [](double time) {
         return Mod_MilliSecToMin::MilliSecToMin(toLongHalfEven(time));
     };
     m_parts.status.setPanel(StatusPanel::Elapsed, text(ms));
-    m_parts.status.setPanel(StatusPanel::Remaining, text(m_parts.player.lengthMs() - ms));
+    m_parts.status.setPanel(StatusPanel::Remaining, kMinus + text(m_parts.player.lengthMs() - ms));
+}
+
+/// Where it plays, and nothing any longer when it does not.
+void Monitor::showPosition(double ms)
+{
+    if (m_parts.player.isPlaying()) {
+        showTimes(m_offered < 0 ? ms : m_offered);
+        m_parts.panel.showPlace(ms, m_parts.player.lengthMs());
+    } else {
+        m_offered = kNotOffered;
+        m_parts.status.setPanel(StatusPanel::Elapsed, {});
+        m_parts.status.setPanel(StatusPanel::Remaining, {});
+        m_parts.panel.hidePlace();
+    }
+    if (heard() != m_heard) {
+        tellHeard();
+    }
 }
 
 void Monitor::tell(PlayFault fault)

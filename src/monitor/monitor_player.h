@@ -9,6 +9,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace melovane {
 
@@ -17,6 +18,7 @@ class FileLocator;
 class Files;
 class GlobalSettings;
 class MessageLoop;
+class MonitorPanel;
 class StatusLine;
 class Timer;
 class Warnings;
@@ -26,6 +28,7 @@ struct MonitorParts
 {
     Player& player; ///< its events are the monitor's
     StatusLine& status;
+    MonitorPanel& panel;
     Warnings& warnings;
     GlobalSettings& settings;
     const ConfigObjects& texts;
@@ -33,9 +36,21 @@ struct MonitorParts
     FileLocator& locator;
     MessageLoop& loop;
     std::function<MlvAllData(const QString& fid)> GetAllDataByFid;
-    /// Has all other programs of the suite fall silent on the monitor, and waits for them.
-    std::function<void()> StopOtherMonitors;
+    /// Has all other programs of the suite fall silent on the monitor, and waits for them. False
+    /// when one does not answer.
+    std::function<bool()> StopOtherMonitors;
     std::function<void(const QString& text)> showStatusText;
+    /// The user has chosen another volume, 0 to 10000.
+    std::function<void(int volume)> volumeChanged = [](int) {};
+};
+
+/// What the monitor player lets hear; empty texts while it is silent.
+struct HeardTrack
+{
+    QString fid;
+    QString title;
+
+    bool operator==(const HeardTrack&) const = default;
 };
 
 /// A command of the monitor as a tool button shows it.
@@ -58,8 +73,8 @@ inline constexpr std::array kMonitorCommands = {
 /// The monitor player: lets the user listen to a track without the main player.
 ///
 /// A track is loaded when it is wanted first. Elapsed and remaining time of the file stand in the
-/// status line. A file that cannot be played is told there, a file on a disc that is not inserted
-/// in a dialog; nothing is thrown.
+/// status line as long as it plays. A file that cannot be played is told there, a file on a disc
+/// that is not inserted in a dialog; nothing is thrown.
 class Monitor : public MonitorControl
 {
 public:
@@ -77,14 +92,41 @@ public:
     /// False for another key.
     bool run(QStringView key, const QString& fid);
 
+    [[nodiscard]] int positionFrames() const override;
+
+    /// Goes to a place of what plays, in milliseconds. Nothing while it is silent.
+    void seekTo(double ms);
+    /// The same from where it plays.
+    void seekBy(double ms);
+
+    /// The times show this place, where the user may want to go, instead of the one that plays;
+    /// not any longer with a negative one. In milliseconds.
+    void offerPlace(double ms);
+
+    /// The handler hears what plays: at each change, and behind each request to play, so that a
+    /// mark set beforehand goes when nothing came of it.
+    void setOnHeard(std::function<void(const HeardTrack& track)> handler)
+    {
+        m_onHeard = std::move(handler);
+    }
+
     void stop() override;
+    /// Heard until the next track is loaded: a setting it is for chooseVolume alone.
     void setVolume(int volume) override;
+
+    /// The volume that the user wants from now on, 0 to 10000: heard at once, and in the settings
+    /// (section "Global", key `Volume.Monitor`) when the hand rests, or at the end.
+    void chooseVolume(int volume);
+    /// The same by twentieths of the loudest.
+    void changeVolume(int steps);
 
     /// Lists the sound cards to the settings and takes the one of the settings: before the next
     /// track, or in a second. Asking the sound system takes time that a start has not got.
     void reopen() override;
 
 private:
+    static constexpr double kNotOffered = -1;
+
     enum class Action
     {
         Play,
@@ -93,6 +135,8 @@ private:
     };
 
     void step(double ms);
+    [[nodiscard]] int volumeOfSettings() const;
+    void keepVolume();
     void listCards();
     [[nodiscard]] bool takeCard();
     void load();
@@ -101,19 +145,27 @@ private:
     void act();
     [[nodiscard]] PlayFault playFromStart();
     void playFromCenter();
+    [[nodiscard]] HeardTrack heard() const;
+    void tellHeard();
     void showPosition(double ms);
+    void showTimes(double ms);
     void tell(PlayFault fault);
     void tellMissing(const MlvAllData& track);
 
     MonitorParts m_parts;
     std::unique_ptr<Timer> m_timerCards;
-    QString m_fid;       ///< that was asked for last
-    QString m_loadedFid; ///< empty when nothing is loaded
-    MlvAllData m_track;  ///< of m_loadedFid
+    std::unique_ptr<Timer> m_timerVolume;
+    std::optional<int> m_volumeToKeep; ///< chosen, not in the settings yet
+    QString m_fid;                     ///< that was asked for last
+    QString m_loadedFid;               ///< empty when nothing is loaded
+    MlvAllData m_track;                ///< of m_loadedFid
     Action m_action = Action::Play;
     int m_position = 0; ///< frames
     int m_requests = 0; ///< counted, so that one overtaken while the loop turned is known
     bool m_cardTaken = false;
+    HeardTrack m_heard;             ///< told last
+    double m_offered = kNotOffered; ///< milliseconds
+    std::function<void(const HeardTrack& track)> m_onHeard;
 };
 
 } // namespace melovane

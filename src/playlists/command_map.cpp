@@ -2,6 +2,8 @@
 
 #include "platform/system/trim_blanks.h"
 
+#include <QList>
+
 #include <algorithm>
 
 namespace melovane {

@@ -191,6 +191,17 @@ ListCatalogue::State ListCatalogue::stateOf(Pnid list) const
     return state;
 }
 
+bool ListCatalogue::isJingleList(Pnid list) const
+{
+    bool isJingle = false;
+    quiet(u"Playlist group"_s, [&](Database& database) {
+        const auto row =
+            database.OpenRecordset(u"select grid from pl_name where nid="_s + number(list));
+        isJingle = !row->Eof() && row->value(0).toInt64() == numberOf(kJingleGroup);
+    });
+    return isJingle;
+}
+
 void ListCatalogue::setActiv(Pnid list, bool activ)
 {
     quiet(u"Show playlist"_s, [&](Database& database) {

@@ -58,6 +58,9 @@ public:
     /// What may be done with a list, as the database has it now.
     [[nodiscard]] State stateOf(Pnid list) const;
 
+    /// Whether it stands among the jingle lists; not for a list that is gone.
+    [[nodiscard]] bool isJingleList(Pnid list) const;
+
     /// Whether the playlist panel shows it.
     void setActiv(Pnid list, bool activ);
 

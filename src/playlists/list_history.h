@@ -60,8 +60,9 @@ public:
     struct Result
     {
         Outcome outcome = Outcome::Nothing;
-        ListStep step;           ///< the step that was meant
-        std::vector<Pnid> lists; ///< whose entries are others now
+        ListStep step;             ///< the step that was meant
+        std::vector<Pnid> lists;   ///< whose entries are others now
+        std::vector<Plid> entries; ///< what changed, to be shown; see touchedEntries()
     };
 
     /// \param sink learns of failures under the name "ListHistory"
@@ -125,6 +126,11 @@ private:
     /// True when the side file is there and linked; makes what is missing. Not in a transaction.
     [[nodiscard]] bool prepare(Database& database);
     void makeSideFile(const QString& mainFile, const QString& sideFile);
+    void link(const QString& mainFile, const QString& sideFile) const;
+    /// True when the library is linked to the side file beside it. A library that was copied still
+    /// leads to the file of the folder it came from: it is linked to its own, or to none when it
+    /// brought none. Not in a transaction. \throws DbError
+    [[nodiscard]] bool follow(Database& database) const;
     /// Writes a new step as the last one. \throws DbError
     void write(Database& database, const Record& record);
     void trim(Database& database);
@@ -135,7 +141,7 @@ private:
                                const Record& record,
                                Direction direction,
                                Force force,
-                               std::vector<Pnid>& lists);
+                               Result& result);
     [[nodiscard]] Outcome drop(Database& database, const Record& record, const QString& why) const;
 
     DBEngine& m_engine;

@@ -28,10 +28,17 @@ void PlayMarks::set(Plid now, Plid next)
     showNow();
 }
 
-void PlayMarks::setHeard(Plid entry)
+void PlayMarks::setHeard(Plid entry, const QString& fid)
 {
-    m_look.setHeard(entry);
+    m_heard = entry;
+    m_heardTrack = fid;
+    m_look.setHeard(entry, fid);
     m_rows.data().refreshCells();
+}
+
+void PlayMarks::setHeardTrack(const QString& fid)
+{
+    setHeard(fid == m_heardTrack ? m_heard : Plid{}, fid);
 }
 
 void PlayMarks::showNow()

@@ -27,8 +27,12 @@ public:
     /// Paints the rows, and shows the one that plays now.
     void set(Plid now, Plid next);
 
-    /// The entry in the monitor player.
-    void setHeard(Plid entry);
+    /// The user has the monitor player play an entry of a track.
+    void setHeard(Plid entry, const QString& fid);
+
+    /// What the monitor player plays now, whoever asked for it: the entry that the user asked for,
+    /// as long as it is one of this track, else every entry of the track. Empty for none.
+    void setHeardTrack(const QString& fid);
 
     /// Scrolls to the entry that plays now, unless the setting `View.Current.Playlist.Pos` is off.
     /// A list without it stays where it is.
@@ -41,6 +45,8 @@ private:
     PlaylistLook& m_look;
     Plid m_now{};
     Plid m_next{};
+    Plid m_heard{};
+    QString m_heardTrack;
 };
 
 } // namespace melovane

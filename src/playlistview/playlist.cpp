@@ -13,9 +13,11 @@
 #include "playlists/drag_list.h"
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
+#include "playlistview/entry_selection.h"
 #include "views/drag_data.h"
 #include "views/layout_files.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace melovane {
@@ -47,6 +49,7 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
     , m_look(parts.clock, parts.texts)
     , m_rows(parts.engine, controls.grid, {.key = u"PLID"_s})
     , m_marks(parts.settings, controls.grid, m_rows, m_look)
+    , m_seek(parts.loop, m_bus, m_actions.monitorFrame)
     , m_news(parts.loop, [this](const QString& fid) { m_bus.SendMessage(bus::kInfoFromFid, fid); })
     , m_edits(parts,
               m_controls,
@@ -58,14 +61,16 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
               {[this](Pnid list) { entriesChanged(list); }, [this] { RefreshGrid(); },
                [this] { tellHistory(); }})
     , m_drags(controls.grid, m_rows, m_list, m_edits, m_actions)
-    , m_steps(parts.tools,
-              parts.texts,
-              controls.warnings,
-              m_bus,
-              [this](Pnid list) {
-                  entriesChanged(list);
-                  m_bus.SendMessage(bus::kPlaylistChange, numberOf(list));
-              })
+    , m_steps(
+          parts.tools,
+          parts.texts,
+          controls.warnings,
+          m_bus,
+          [this](Pnid list) {
+              entriesChanged(list);
+              m_bus.SendMessage(bus::kPlaylistChange, numberOf(list));
+          },
+          [this](const ListHistory::Result& step) { showStep(step); })
     , m_messages(parts, m_controls, m_actions, *this, m_edits, m_bus, m_guard)
 {}
 
@@ -237,7 +242,7 @@ void ctl_Playlist::workInLibrary()
     showNoList();
     m_list.active = {};
     m_marks.set({}, {});
-    m_marks.setHeard({});
+    m_marks.setHeard({}, {});
     m_drags.forgetAll();
     if (parseDragList(m_controls.clipboard.text()).type == "DRAG_TYP_PLID"_L1) {
         m_controls.clipboard.setText({});
@@ -274,7 +279,8 @@ void ctl_Playlist::updateEmptyNote()
     }
     if (!m_list.isOpen()) {
         m_controls.grid.setEmptyNote(
-            {m_texts.text(u"playlist.none.title"_s), m_texts.text(u"playlist.none.text"_s), {}});
+            {m_texts.text(u"playlist.none.title"_s), m_texts.text(u"playlist.none.text"_s),
+             m_actions.newList ? m_texts.text(u"playlist.none.button"_s) : QString()});
         return;
     }
     m_controls.grid.setEmptyNote(
@@ -416,6 +422,25 @@ void ctl_Playlist::takeStep(bool isUndo)
     } else if (isUndo ? m_steps.undo() : m_steps.redo()) {
         tellHistory();
     }
+}
+
+/// What the user takes back must not happen where he cannot see it.
+void ctl_Playlist::showStep(const ListHistory::Result& step)
+{
+    const ListCatalogue& lists = m_tools.functions.catalogue();
+    std::vector<Pnid> meant = step.lists;
+    meant.insert(meant.begin(), step.step.list);
+    const bool isShown = m_list.isOpen() && std::find(step.lists.begin(), step.lists.end(),
+                                                      m_list.pnid) != step.lists.end();
+    const auto wanted = std::find_if(meant.begin(), meant.end(), [&](Pnid list) {
+        return lists.stateOf(list) != ListCatalogue::State::Gone;
+    });
+    if (!isShown && wanted != meant.end()) {
+        m_bus.SendMessage(
+            lists.isJingleList(*wanted) ? bus::kJinglelistAktivieren : bus::kPlaylistAktivieren,
+            numberOf(*wanted), lists.stateOf(*wanted) == ListCatalogue::State::Locked);
+    }
+    selectEntries(m_controls.grid, m_rows, step.entries);
 }
 
 } // namespace melovane

@@ -3,6 +3,7 @@
 #include "bus/event_guard.h"
 #include "bus/mlv_message_bus.h"
 #include "platform/controls/drop_target.h"
+#include "playlistview/monitor_seek.h"
 #include "playlistview/open_list.h"
 #include "playlistview/play_marks.h"
 #include "playlistview/playlist_drags.h"
@@ -127,6 +128,9 @@ public:
 
     void setPlayed(Plid now, Plid next) { m_marks.set(now, next); }
 
+    /// What the monitor player plays now; empty for none.
+    void setHeardTrack(const QString& fid) { m_marks.setHeardTrack(fid); }
+
     // -- For the player, whose window hosts the same view; nothing here calls it --
 
     void SetPLID(Plid entry) { setPlayed(entry, NextPlid()); }
@@ -154,10 +158,14 @@ public:
     /// Opens the current entry in the sample tool.
     void editSample();
 
-    /// Takes back the last change of a list, or does it once more. Asks before it writes over what
-    /// others have changed since.
+    /// Takes back the last change of a list, or does it once more, and shows it: the list is
+    /// opened, the entries that changed are selected. Asks before it writes over what others have
+    /// changed since.
     void undo();
     void redo();
+
+    /// What was dropped on a list elsewhere: tracks or entries come to its end, which is told.
+    void append(const QString& dragText, Pnid list);
 
     // -- What the user does --
 
@@ -195,6 +203,9 @@ public:
     void contextMenuWanted();
     void headMenuWanted();
 
+    /// The button of the empty view: a new list.
+    void emptyButtonPressed();
+
     [[nodiscard]] DragContent dragContent() { return m_drags.content(); }
 
     [[nodiscard]] DropEffect dropEffect(const DropOffer& offer) override
@@ -214,8 +225,8 @@ signals:
     void commandsChanged();
     /// The loop button belongs to jingle lists.
     void jingleModeChanged(bool on);
-    /// Picture of the volume button, 1 to 5; 0 for the plain one.
-    void volumeIconChanged(int step);
+    /// Name of the picture of the volume button.
+    void volumeIconChanged(const QString& picture);
 
 private:
     struct ToolRow
@@ -244,6 +255,7 @@ private:
     void tellSummaryOrClose();
     void entriesChanged(Pnid list);
     void takeStep(bool isUndo);
+    void showStep(const ListHistory::Result& step);
     void updateEmptyNote();
     void tellLent();
 
@@ -259,6 +271,7 @@ private:
     OpenList m_list;
     GridRows m_rows;
     PlayMarks m_marks;
+    MonitorSeek m_seek;
     TrackNews m_news;
     PlaylistEdits m_edits;
     PlaylistDrags m_drags;

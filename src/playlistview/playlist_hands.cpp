@@ -35,12 +35,17 @@ std::span<const ctl_Playlist::ToolRow> ctl_Playlist::toolTable()
         {u"all.clip.append", [](View& view, const Key&) { view.m_edits.paste(true); }},
         {u"all.data.select", [](View& view, const Key&) { view.selectAllRows(); }},
         {u"all.sample", [](View& view, const Key&) { view.editSample(); }},
-        {u"all.refresh", [](View& view, const Key&) { view.Refresh(); }},
+        {u"all.refresh",
+         [](View& view, const Key&) {
+             view.Refresh();
+             // Another console over the same library may have taken steps.
+             view.tellHistory();
+         }},
         {u"play.stop", [](View& view, const Key& key) { view.monitorPressed(key); }},
         {u"play.start", [](View& view, const Key& key) { view.monitorPressed(key); }},
         {u"play.center", [](View& view, const Key& key) { view.monitorPressed(key); }},
-        {u"play.zur", [](View& view, const Key&) { view.m_actions.monitorStep(-1); }},
-        {u"play.vor", [](View& view, const Key&) { view.m_actions.monitorStep(1); }},
+        {u"play.zur", [](View& view, const Key&) { view.m_seek.step(-1); }},
+        {u"play.vor", [](View& view, const Key&) { view.m_seek.step(1); }},
         {bus::kAllVolume,
          [](View& view, const Key&) { view.m_bus.SendMessage(bus::kVolumeMonitorShow); }},
         {bus::kPlaylistJingleLoop, [](View& view, const Key&) { view.m_edits.toggleLoop(); }},
@@ -127,7 +132,7 @@ void ctl_Playlist::monitorPressed(const QString& key)
     if (!stops) {
         m_monitorCommand = key;
     }
-    m_marks.setHeard(stops ? Plid{} : currentEntry());
+    m_marks.setHeard(stops ? Plid{} : currentEntry(), stops ? QString() : fid);
     m_bus.SendMessage(bus::monitorMessage(key), fid, numberOf(currentEntry()),
                       m_rows.current(u"Start"), m_rows.current(u"Stop"));
 }
@@ -166,6 +171,18 @@ void ctl_Playlist::contextMenuWanted()
 void ctl_Playlist::headMenuWanted()
 {
     m_bus.SendMessage(bus::kShowGridLayout, u"PL"_s);
+}
+
+void ctl_Playlist::emptyButtonPressed()
+{
+    if (m_actions.newList) {
+        m_actions.newList();
+    }
+}
+
+void ctl_Playlist::append(const QString& dragText, Pnid list)
+{
+    m_guard.run(u"ctl_Playlist.append"_s, [&] { m_edits.appendDropped(dragText, list); });
 }
 
 void ctl_Playlist::drop(const DropOffer& offer)

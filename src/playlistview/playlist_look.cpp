@@ -150,6 +150,14 @@ QString PlaylistLook::rowText(const QString& field, const Value& value, const Ro
                      : MilliSecToMin(msOf(stop - start));
 }
 
+bool PlaylistLook::isHeard(Plid entry, const RowValues& row) const
+{
+    if (m_heard != Plid{}) {
+        return entry == m_heard;
+    }
+    return !m_heardTrack.isEmpty() && row.value(u"FID"_s).toText() == m_heardTrack;
+}
+
 CellGround PlaylistLook::groundOf(const RowValues& row) const
 {
     if (m_jingleMode) {
@@ -165,7 +173,7 @@ CellGround PlaylistLook::groundOf(const RowValues& row) const
     if (entry == m_next) {
         return CellGround::Next;
     }
-    return entry == m_heard ? CellGround::Heard : CellGround::Plain;
+    return isHeard(entry, row) ? CellGround::Heard : CellGround::Plain;
 }
 
 CellStyle PlaylistLook::style(const QString& field, const RowValues& row) const
@@ -192,6 +200,9 @@ CellStyle PlaylistLook::style(const QString& field, const RowValues& row) const
     } else if (!m_jingleMode && style.ground != CellGround::Plain) {
         // Never by colour alone: what is heard carries the loudspeaker, what comes next the arrow.
         style.icon = style.ground == CellGround::Next ? u"forward"_s : u"volume"_s;
+        if (style.ground == CellGround::Heard) {
+            style.iconText = m_texts.text(u"look.heard");
+        }
     }
     return style;
 }

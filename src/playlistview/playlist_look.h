@@ -44,8 +44,13 @@ public:
     /// The entries that play now and next; 0 for none.
     void setPlayed(Plid now, Plid next);
 
-    /// The entry in the monitor player; 0 for none.
-    void setHeard(Plid entry) { m_heard = entry; }
+    /// The entry in the monitor player. Without one, 0, it is every entry of the track that the
+    /// monitor player has; empty for none.
+    void setHeard(Plid entry, const QString& fid = {})
+    {
+        m_heard = entry;
+        m_heardTrack = fid;
+    }
 
     [[nodiscard]] Plid heard() const { return m_heard; }
 
@@ -63,6 +68,7 @@ public:
     [[nodiscard]] CellStyle style(const QString& field, const RowValues& row) const override;
 
 private:
+    [[nodiscard]] bool isHeard(Plid entry, const RowValues& row) const;
     [[nodiscard]] CellGround groundOf(const RowValues& row) const;
 
     const Clock& m_clock;
@@ -76,6 +82,7 @@ private:
     Plid m_now{};
     Plid m_next{};
     Plid m_heard{};
+    QString m_heardTrack;
 };
 
 } // namespace melovane

@@ -14,12 +14,14 @@ UndoSteps::UndoSteps(PlaylistTools tools,
                      const ConfigObjects& texts,
                      Warnings& warnings,
                      BusSender& bus,
-                     std::function<void(Pnid list)> changed)
+                     std::function<void(Pnid list)> changed,
+                     std::function<void(const ListHistory::Result& step)> show)
     : m_tools(tools)
     , m_texts(texts)
     , m_warnings(warnings)
     , m_bus(bus)
     , m_changed(std::move(changed))
+    , m_show(std::move(show))
 {}
 
 bool UndoSteps::undo()
@@ -66,6 +68,9 @@ bool UndoSteps::takeStep(bool isUndo)
     if (result.outcome == Outcome::Done) {
         // A list or a group may be there again, or be gone.
         m_bus.SendMessage(bus::kRefreshPlaylistTree);
+        m_show(result);
+        m_bus.SendMessage(bus::kShowStatusText,
+                          isUndo ? undoText(m_texts, result.step) : redoText(m_texts, result.step));
     }
     return true;
 }

@@ -13,14 +13,17 @@ class UndoSteps
 {
 public:
     /// \param changed told of each list whose entries are others now
+    /// \param show    told of a step that was taken, behind that
     UndoSteps(PlaylistTools tools,
               const ConfigObjects& texts,
               Warnings& warnings,
               BusSender& bus,
-              std::function<void(Pnid list)> changed);
+              std::function<void(Pnid list)> changed,
+              std::function<void(const ListHistory::Result& step)> show);
 
-    /// Asks before it writes over what others have changed since. A locked list, and a step that
-    /// fails, are told in the status line. True when the steps that stand may be others now.
+    /// Asks before it writes over what others have changed since. What was taken back, a locked
+    /// list, and a step that fails are told in the status line. True when the steps that stand may
+    /// be others now.
     bool undo();
     bool redo();
 
@@ -33,6 +36,7 @@ private:
     Warnings& m_warnings;
     BusSender& m_bus;
     std::function<void(Pnid list)> m_changed;
+    std::function<void(const ListHistory::Result& step)> m_show;
 };
 
 } // namespace melovane

@@ -385,9 +385,13 @@ void MenuCommands::mnuAutosizeGrid()
 
 void MenuCommands::mnuInternet()
 {
-    if (!m_parts.window.siblings.openHelp()) {
-        m_parts.showStatusText(m_parts.window.texts.text(u"status.help.missing"_s));
+    if (m_parts.window.siblings.openHelp()) {
+        return;
     }
+    const ConfigObjects& texts = m_parts.window.texts;
+    const QString page = m_parts.window.siblings.helpPage();
+    m_parts.showStatusText(page.isEmpty() ? texts.text(u"status.help.missing"_s)
+                                          : texts.text(u"status.help.noopener"_s, page));
 }
 
 void MenuCommands::mnuUeber()

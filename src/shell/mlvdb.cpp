@@ -192,14 +192,29 @@ void MLVDB::unload()
     m_place.saveSplits();
 }
 
+void MLVDB::showHeardTitle(const QString& title)
+{
+    m_statusText.keep(title.isEmpty() ? title : u" :: "_s + title);
+}
+
+/// The texts know the themes that ship with the program, in the language of the window; others have
+/// their own name.
+QString MLVDB::skinTitle(const QString& fileName) const
+{
+    const QString known = m_parts.texts.text(u"skin."_s + fileName.toLower());
+    if (!known.isEmpty()) {
+        return known;
+    }
+    const QString own = m_controls.skin.titleOf(m_skinFiles.text(fileName));
+    return own.isEmpty() ? path::baseName(fileName) : own;
+}
+
 std::vector<SkinEntry> MLVDB::skins() const
 {
     std::vector<SkinEntry> result;
     const QString chosen = m_parts.settings.SkinFileName();
     for (const QString& name : m_skinFiles.names()) {
-        const QString title = m_controls.skin.titleOf(m_skinFiles.text(name));
-        result.push_back({name, title.isEmpty() ? path::baseName(name) : title,
-                          name.compare(chosen, Qt::CaseInsensitive) == 0});
+        result.push_back({name, skinTitle(name), name.compare(chosen, Qt::CaseInsensitive) == 0});
     }
     std::sort(result.begin(), result.end(), [](const SkinEntry& one, const SkinEntry& two) {
         return one.title.localeAwareCompare(two.title) < 0;

@@ -78,12 +78,17 @@ public:
 
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
+    /// The title of what the monitor player lets hear stands in the status line as long as it
+    /// plays.
+    void showHeardTitle(const QString& title);
+
 private:
     // Load, in this order.
     void loadSkin();
     void startViews();
     /// The title says when nothing can be written into the library, and so does the status line.
     void tellAccess();
+    [[nodiscard]] QString skinTitle(const QString& fileName) const;
 
     MlvdbParts m_parts;
     MlvdbControls m_controls;

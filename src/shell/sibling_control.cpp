@@ -27,8 +27,12 @@ SiblingControl::SiblingControl(Mod_API& paths, Files& files, Programs& processes
 bool SiblingControl::start(const QString& program, const QString& arguments, Style style)
 {
     // Never one line of both: a blank in the folder would let a foreign file pass for the program.
-    return m_processes.startProgram(path::join(m_paths.programFolder(), program + u".exe"_s),
-                                    arguments, style);
+    const bool isStarted = m_processes.startProgram(
+        path::join(m_paths.programFolder(), program + u".exe"_s), arguments, style);
+    if (isStarted && style == Style::Normal) {
+        m_started();
+    }
+    return isStarted;
 }
 
 bool SiblingControl::startIfInstalled(const QString& program, const QString& arguments, Style style)
@@ -107,8 +111,14 @@ bool SiblingControl::startPlugIn(const QString& program, const QString& argument
 
 bool SiblingControl::openHelp()
 {
+    const QString file = helpPage();
+    return !file.isEmpty() && m_processes.start(u"explorer.exe "_s + file, Style::Normal);
+}
+
+QString SiblingControl::helpPage() const
+{
     const QString file = path::join(m_paths.programFolder(), u"Melovane.html"_s);
-    return m_files.fileExists(file) && m_processes.start(u"explorer.exe "_s + file, Style::Normal);
+    return m_files.fileExists(file) ? file : QString();
 }
 
 bool SiblingControl::StartBeatGauge(const QString& cmd, const QString& fid, const QString& plid)

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace melovane {
 
 class Mod_API;
@@ -16,6 +18,9 @@ class SiblingControl
 {
 public:
     SiblingControl(Mod_API& paths, Files& files, Programs& processes);
+
+    /// \param started called behind each start of a program that shows a window
+    void setStarted(std::function<void()> started) { m_started = std::move(started); }
 
     /// Start lines, without the program folder in front. Siblings read the arguments: keep.
     bool startConfig(int ownHandle);
@@ -41,6 +46,8 @@ public:
 
     /// Shows the help with the desktop's program for it.
     bool openHelp();
+    /// The file with the help; empty when it is not there.
+    [[nodiscard]] QString helpPage() const;
 
     /// Has the tempo of a track found.
     ///
@@ -63,6 +70,7 @@ private:
     Mod_API& m_paths;
     Files& m_files;
     Programs& m_processes;
+    std::function<void()> m_started = [] {};
     QString m_lastFid;
 };
 

@@ -32,7 +32,7 @@ void frmStartUpDB::Show()
     m_loaded = true;
     m_form.load({mainWindowCaption(), m_texts.text(u"startup.loading"),
                  m_texts.text(u"startup.page"), m_texts.text(u"schliessen"), [this] { unload(); },
-                 m_openPage, [this] { userWorks(); }});
+                 m_openPage, [this] { userWorks(); }, [this] { StandAside(); }});
 }
 
 void frmStartUpDB::BringToFront()
@@ -54,6 +54,13 @@ void frmStartUpDB::userWorks()
     // Whoever works already must not wait for a window that stands on his tracks.
     if (m_loaded && StartupCloseDelay > 0 && !m_timer3->isActive()) {
         m_timer3->start();
+    }
+}
+
+void frmStartUpDB::StandAside()
+{
+    if (StartupCloseDelay > 0) {
+        unload();
     }
 }
 

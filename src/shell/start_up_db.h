@@ -33,6 +33,9 @@ public:
     /// The window goes five seconds from now.
     void StartTimerCloseWindow();
 
+    /// Goes at once, for a window that it would cover. A plain information window stays.
+    void StandAside();
+
     [[nodiscard]] bool isLoaded() const { return m_loaded; }
 
 private:

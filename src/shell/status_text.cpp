@@ -3,6 +3,8 @@
 #include "platform/controls/status_line.h"
 #include "platform/system/timers.h"
 
+#include <utility>
+
 namespace melovane {
 
 namespace {
@@ -31,6 +33,19 @@ void StatusText::show(const QString& text)
     m_timerMsg1->start();
 }
 
+void StatusText::keep(const QString& text)
+{
+    const QString former = std::exchange(m_kept, text);
+    const QString shown = m_line.panel(StatusPanel::Message);
+    const bool isOther = m_timerMsg1->isActive() || m_timerMsg2->isActive();
+    if (isOther && shown != former && shown != text) {
+        return;
+    }
+    m_timerMsg1->stop();
+    m_timerMsg2->stop();
+    m_line.setPanel(StatusPanel::Message, text);
+}
+
 void StatusText::startRunning()
 {
     m_timerMsg1->stop();
@@ -46,7 +61,7 @@ void StatusText::runOn()
         return;
     }
     m_timerMsg2->stop();
-    m_line.setPanel(StatusPanel::Message, {});
+    m_line.setPanel(StatusPanel::Message, m_kept);
 }
 
 } // namespace melovane

@@ -156,7 +156,7 @@ void SuiteHandler::releaseDatabase(Numbers numbers)
     m_bus.SendMessage(bus::kDbDisconnect);
     m_parts.data.release();
     if (numbers.lParam != 0) {
-        m_askers.push_back(numbers.lParam);
+        m_askers.insert(numbers.lParam);
         m_askerTimer->start();
     }
     m_parts.suite.answerDatabaseRelease(numbers.lParam);

@@ -4,7 +4,7 @@
 
 #include <functional>
 #include <memory>
-#include <vector>
+#include <set>
 
 namespace melovane {
 
@@ -108,7 +108,7 @@ private:
     QString m_refusedLibrary; ///< named by the settings, told to the user once
     std::unique_ptr<Timer> m_reopenTimer;
     std::unique_ptr<Timer> m_libraryTimer; ///< while a change of library has to wait
-    std::vector<qint32> m_askers;          ///< handles of those who have the database
+    std::set<qint32> m_askers;             ///< handles of those who have the database
     std::unique_ptr<Timer> m_askerTimer;
 };
 

@@ -16,7 +16,7 @@ const QString kPosition = u"DBPosition"_s;
 constexpr int kNormal = 0;
 constexpr int kMaximised = 2;
 
-/// Size of the window over an empty library.
+/// The least size of the window over an empty library, where the screen has room for it.
 constexpr QSize kFirstSize{800, 600};
 
 /// Where the splits are kept, and what they are before anybody has moved them, in thousandths.
@@ -57,8 +57,10 @@ void WindowPlace::restore()
 
 void WindowPlace::centre()
 {
-    QRect place(QPoint(), kFirstSize);
-    place.moveCenter(m_window.screenArea().center());
+    const QRect area = m_window.screenArea();
+    // Two thirds of a large screen: the panels show their texts without being cut.
+    QRect place(QPoint(), (area.size() * 2 / 3).expandedTo(kFirstSize).boundedTo(area.size()));
+    place.moveCenter(area.center());
     m_window.setPlace(place);
 }
 

@@ -65,8 +65,8 @@ constexpr std::array<TrackFieldRow, kTrackFieldCount> kFields = {{
     {F::Kommentar,    u"Kommentar",    kMemo,      {u"COMM"},              kFree,   {},           {40, &S::SuchKommentar},       24, kLeft,   hidden(130), hidden(160), 80,  &M::Kommentar},
     {F::Note,         u"Note",         text(1),    {u"POPM"},              kNumber, {},           {},                            4,  kCentre, shown(10),   shown(30),   60,  &M::Note},
     {F::BPM,          u"BPM",          text(10),   {u"TBPM"},              kNumber, {},           {},                            5,  kRight,  shown(60),   shown(60),   200, &M::BPM},
-    {F::Path,         u"Path",         text(4096), {},                     kFree,   {},           {60, &S::SuchPath},            30, kLeft,   hidden(260), hidden(320), 280, &M::Path},
-    {F::DName,        u"DName",        text(255),  {},                     kFree,   {},           {50, &S::SuchDatei, u"Dname"}, 24, kLeft,   hidden(270), hidden(330), 120, &M::DName},
+    {F::Path,         u"Path",         text(4096), {},                     kBarred, {},           {60, &S::SuchPath},            30, kLeft,   hidden(260), hidden(320), 280, &M::Path},
+    {F::DName,        u"DName",        text(255),  {},                     kBarred, {},           {50, &S::SuchDatei, u"Dname"}, 24, kLeft,   hidden(270), hidden(330), 120, &M::DName},
     {F::DLen,         u"DLen",         kLong,      {},                     kFree,   {},           {},                            10, kRight,  hidden(250), kNone,       140, &M::DLen},
     {F::DTime,        u"DTime",        text(20),   {},                     kFree,   {},           {},                            6,  kRight,  shown(70),   shown(90),   150, &M::DTime},
     {F::DTimeMsec,    u"DTimeMsec",    kLong,      {},                     kFree,   {},           {},                            9,  kRight,  hidden(330), kNone,       130, &M::DTimeMsec},
@@ -211,8 +211,9 @@ GridColumn gridColumn(const TrackFieldRow& row, const TrackColumn& start)
 {
     GridColumn column{row.column.toString(), row.column.toString(), row.gridWidth, row.alignment,
                       start.shown};
-    // One column takes the free width.
-    column.stretched = row.field == TrackField::Titel;
+    // What people read takes the free width.
+    column.stretched = row.field == TrackField::Titel || row.field == TrackField::Interpret ||
+                       row.field == TrackField::Album;
     return column;
 }
 

@@ -64,6 +64,31 @@ void FavoritEdits::newList()
     rename(place);
 }
 
+/// The row of the first group that playlists stand in, or -1.
+int FavoritEdits::firstGroup() const
+{
+    int row = 0;
+    while (row < m_tree.rowCount() && leadingLong(m_rows.groupId(row)) <= 0) {
+        ++row;
+    }
+    return row < m_tree.rowCount() ? row : -1;
+}
+
+void FavoritEdits::newPlaylist()
+{
+    int group = m_rows.groupRow(m_tree.currentRow());
+    if (leadingLong(m_rows.groupId(group)) <= 0) {
+        group = firstGroup();
+    }
+    if (group < 0) {
+        const GroupId made = importGroup();
+        m_rows.refresh();
+        group = m_tree.find(treekey::group(numberOf(made)));
+    }
+    m_tree.setCurrentRow(group);
+    newList();
+}
+
 void FavoritEdits::newGroup()
 {
     const QString name =
@@ -82,9 +107,10 @@ void FavoritEdits::newGroup()
 
 GroupId FavoritEdits::importGroup()
 {
-    const int group = m_rows.groupRow(m_tree.currentRow());
-    if (group >= 0) {
-        return GroupId(leadingLong(m_rows.groupId(group)));
+    const int row = m_rows.groupRow(m_tree.currentRow());
+    const GroupId group = row < 0 ? GroupId{} : GroupId(leadingLong(m_rows.groupId(row)));
+    if (group != GroupId{} && group != kJingleGroup) {
+        return group;
     }
     return m_parts.lists.CreateNewGroup(
         m_parts.lists.catalogue().nameFromFormat(m_parts.settings.PlaylistGroupNameFormat()));
@@ -171,7 +197,6 @@ void FavoritEdits::rowDropped(int from, int to, DropPlace place)
     if (!m_rows.groupId(to).isEmpty()) {
         target = m_rows.endOfGroup(to);
     }
-    const Pnid list = m_rows.listOf(from);
     std::vector<TreeRow> rows;
     rows.reserve(size_t(m_tree.rowCount()) + 1);
     for (int row = 0; row < m_tree.rowCount(); ++row) {
@@ -183,8 +208,6 @@ void FavoritEdits::rowDropped(int from, int to, DropPlace place)
     m_parts.lists.catalogue().arrange(FavoritTree::places(rows));
     m_parts.bus.SendMessage(bus::kRefreshPlaylist);
     m_rows.refresh();
-    // A playlist among jingles has another key.
-    m_tree.setCurrentRow(m_rows.rowOfList(list));
 }
 
 // ---- deleting

@@ -17,12 +17,14 @@ FavoritTree::FavoritTree(DBEngine& engine,
                          GlobalSettings& settings,
                          const ConfigObjects& texts,
                          ErrorSink sink,
-                         TreeControl& tree)
+                         TreeControl& tree,
+                         std::function<Pnid()> openList)
     : m_engine(engine)
     , m_settings(settings)
     , m_texts(texts)
     , m_sink(std::move(sink))
     , m_tree(tree)
+    , m_openList(std::move(openList))
 {}
 
 void FavoritTree::withDatabase(const QString& where,
@@ -65,6 +67,11 @@ bool FavoritTree::isList(int row) const
 Pnid FavoritTree::listOf(int row) const
 {
     return Pnid(leadingLong(listId(row)));
+}
+
+bool FavoritTree::isLocked(int row) const
+{
+    return m_tree.row(row).picture == "all.lock"_L1;
 }
 
 int FavoritTree::rowOfList(Pnid list) const
@@ -181,15 +188,17 @@ void FavoritTree::setText(int row, const QString& text)
 
 void FavoritTree::fill()
 {
-    const QString current = m_tree.row(m_tree.currentRow()).key;
+    const TreeRow current = m_tree.row(m_tree.currentRow());
     const QString top = m_tree.row(m_tree.firstVisibleRow()).key;
     const QStringList folded = m_tree.folded();
     withDatabase(u"PlaylistFavorit.Fill"_s, [&](Database& database) {
         m_tree.setRows(readFavoritRows(database, m_texts.text(u"tree.root.jingle"), m_showAll));
         m_library = m_settings.DbName();
     });
+    m_tree.setCurrentRow(current.heading ? m_tree.find(current.key) : -1);
+    leaveOtherLists();
+    // Behind the marked row, which would unfold its group.
     m_tree.setFolded(folded);
-    m_tree.setCurrentRow(current.isEmpty() ? -1 : m_tree.find(current));
     m_tree.setFirstVisibleRow(top.isEmpty() ? -1 : m_tree.find(top));
 }
 
@@ -212,9 +221,19 @@ void FavoritTree::editEnded()
     }
 }
 
+void FavoritTree::leaveLibrary()
+{
+    m_isAway = true;
+    m_tree.setNote({m_texts.text(u"library.lent.title"), m_texts.text(u"library.lent.text"), {}});
+}
+
 void FavoritTree::libraryIsBack()
 {
-    if (std::exchange(m_isAway, false) && !leftForOther()) {
+    if (!std::exchange(m_isAway, false)) {
+        return;
+    }
+    m_tree.setNote({});
+    if (!leftForOther()) {
         refresh();
     }
 }
@@ -244,6 +263,21 @@ void FavoritTree::setShowAll(bool all)
 {
     m_showAll = all;
     refresh();
+}
+
+void FavoritTree::markOpenList()
+{
+    const int row = rowOfList(m_openList());
+    if (row != m_tree.currentRow()) {
+        m_tree.setCurrentRow(row);
+    }
+}
+
+void FavoritTree::leaveOtherLists()
+{
+    if (!m_tree.row(m_tree.currentRow()).heading) {
+        markOpenList();
+    }
 }
 
 } // namespace melovane

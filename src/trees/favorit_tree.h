@@ -29,7 +29,8 @@ public:
                 GlobalSettings& settings,
                 const ConfigObjects& texts,
                 ErrorSink sink,
-                TreeControl& tree);
+                TreeControl& tree,
+                std::function<Pnid()> openList);
 
     [[nodiscard]] TreeControl& control() const { return m_tree; }
 
@@ -45,6 +46,8 @@ public:
     [[nodiscard]] int groupRow(int row) const;
     [[nodiscard]] bool isList(int row) const;
     [[nodiscard]] Pnid listOf(int row) const;
+    /// Whether the list of a row must not be changed: its picture tells.
+    [[nodiscard]] bool isLocked(int row) const;
     [[nodiscard]] int rowOfList(Pnid list) const;
     /// The row behind the last list of a group.
     [[nodiscard]] int endOfGroup(int group) const;
@@ -68,15 +71,17 @@ public:
 
     // -- All rows --
 
-    /// Reads all anew. The current row, what is folded and the place on the screen stay. While the
+    /// Reads all anew. The marked row, what is folded and the place on the screen stay. While the
     /// user is typing a name it waits until he has finished, and while another program has the
     /// library until that is back.
     void refresh();
     /// The user has finished typing a name.
     void editEnded();
 
-    /// Another program takes the library: the rows stay as they are.
-    void leaveLibrary() { m_isAway = true; }
+    /// Another program takes the library: the rows stay as they are, behind a note that says so.
+    void leaveLibrary();
+
+    [[nodiscard]] bool isAway() const { return m_isAway; }
 
     void libraryIsBack();
     /// Reads anew if the library is another file than the one that the rows are from.
@@ -86,6 +91,16 @@ public:
     [[nodiscard]] bool showsAll() const { return m_showAll; }
 
     void setShowAll(bool all);
+
+    // -- The marked row --
+
+    /// The row of the list on the screen becomes the current one; none does while it has no row.
+    void markOpenList();
+    /// The same unless a heading is current, which the user has chosen.
+    void leaveOtherLists();
+
+    /// Whether the list of a row is the one on the screen.
+    [[nodiscard]] bool isOpen(int row) const { return isList(row) && listOf(row) == m_openList(); }
 
 private:
     bool leftForOther();
@@ -97,6 +112,7 @@ private:
     const ConfigObjects& m_texts;
     ErrorSink m_sink;
     TreeControl& m_tree;
+    std::function<Pnid()> m_openList;
     bool m_showAll = false;
     bool m_refillWaits = false;
     bool m_isAway = false;

@@ -51,7 +51,7 @@ PlaylistFavorit::PlaylistFavorit(FavoritParts parts, TreeControl& tree)
     : m_parts(std::move(parts))
     , m_bus(m_parts.bus, u"PlaylistFavorit"_s)
     , m_tree(tree)
-    , m_rows(m_parts.engine, m_parts.settings, m_parts.texts, m_parts.sink, tree)
+    , m_rows(m_parts.engine, m_parts.settings, m_parts.texts, m_parts.sink, tree, m_parts.openList)
     , m_edits({.rows = m_rows,
                .lists = m_parts.lists,
                .settings = m_parts.settings,
@@ -59,6 +59,10 @@ PlaylistFavorit::PlaylistFavorit(FavoritParts parts, TreeControl& tree)
                .warnings = m_parts.warnings,
                .bus = m_bus,
                .open = [this](int row) { rowClicked(row); }})
+    , m_drops({.rows = m_rows,
+               .lists = m_parts.lists,
+               .mayWrite = m_parts.mayWrite,
+               .append = m_parts.append})
     , m_restTimer(m_parts.loop.makeTimer(kRestInterval,
                                          [this] {
                                              m_restTimer->stop();
@@ -108,6 +112,19 @@ void PlaylistFavorit::rowClicked(int row)
                       numberOf(m_rows.listOf(row)), opened.picture == kLockPicture);
 }
 
+/// The row of a list once it is on the screen, -1 when it could not be opened; of others itself.
+int PlaylistFavorit::opened(int row)
+{
+    if (!m_rows.isList(row) || m_rows.isOpen(row)) {
+        return row;
+    }
+    const Pnid list = m_rows.listOf(row);
+    rowClicked(row);
+    // Found anew: an answer to the message may have filled the tree.
+    row = m_rows.rowOfList(list);
+    return m_rows.isOpen(row) ? row : -1;
+}
+
 void PlaylistFavorit::rowEntered(int row)
 {
     if (m_rows.isList(row)) {
@@ -138,6 +155,12 @@ void PlaylistFavorit::rowActivated(int row)
 }
 
 // ---- names
+
+void PlaylistFavorit::editEnded()
+{
+    m_rows.editEnded();
+    m_rows.leaveOtherLists();
+}
 
 void PlaylistFavorit::UpdateTreeRow(const QString& key, const QString& text)
 {
@@ -171,9 +194,9 @@ void PlaylistFavorit::toolPressed(const QString& key)
     } else if (key == "all.activate"_L1) {
         rowActivated(row);
     } else if (key == "all.lock"_L1) {
-        m_edits.lock(row);
+        m_edits.lock(opened(row));
     } else if (key == "all.book"_L1) {
-        m_bus.SendMessage(bus::kPlaylistEigenschaften, GetPlaylistID(row));
+        m_bus.SendMessage(bus::kPlaylistEigenschaften, GetPlaylistID(opened(row)));
     } else if (key == "all.refresh"_L1) {
         Refresh();
     } else if (key == "all.delete"_L1) {
@@ -202,10 +225,18 @@ void PlaylistFavorit::contextMenu(int row)
     add(ShowAll, true, m_rows.showsAll());
     add(SaveFile, list && m_parts.saveList);
     const QString key = m_tree.row(row).key;
-    const int chosen = m_parts.popup.Show();
+    choose(m_parts.popup.Show(), key);
+    // A menu that was broken off leaves the list open that was; a name is typed in its own row.
+    if (!m_tree.isEditing()) {
+        m_rows.leaveOtherLists();
+    }
+}
+
+void PlaylistFavorit::choose(int entry, const QString& key)
+{
     // The tree may be another one after the menu.
-    row = key.isEmpty() ? -1 : m_tree.find(key);
-    switch (chosen) {
+    const int row = key.isEmpty() ? -1 : m_tree.find(key);
+    switch (entry) {
     case Activate:
         rowActivated(row);
         break;
@@ -219,11 +250,11 @@ void PlaylistFavorit::contextMenu(int row)
         m_edits.sort(row, u"createtime"_s);
         break;
     case Properties:
-        toolPressed(u"all.book"_s);
+        m_bus.SendMessage(bus::kPlaylistEigenschaften, GetPlaylistID(opened(row)));
         break;
     case SaveFile:
-        if (m_rows.isList(row) && m_parts.saveList) {
-            m_parts.saveList(m_rows.listOf(row));
+        if (const int saved = opened(row); m_rows.isList(saved) && m_parts.saveList) {
+            m_parts.saveList(m_rows.listOf(saved));
         }
         break;
     case InPanel:
@@ -256,6 +287,8 @@ std::span<const BusRow<PlaylistFavorit>> PlaylistFavorit::busTable()
         {bus::kDbDisconnect, &PlaylistFavorit::disconnectDatabase},
         {bus::kDbReconnect, &PlaylistFavorit::reconnectDatabase},
         {bus::kDbChange, &PlaylistFavorit::changeDatabase},
+        {bus::kPlaylistAktivieren, &PlaylistFavorit::listOpened},
+        {bus::kJinglelistAktivieren, &PlaylistFavorit::listOpened},
         {bus::kPlaylistInsertDataEnd, &PlaylistFavorit::rereadList},
         {bus::kPlaylistChange, &PlaylistFavorit::listChanged},
         {bus::kStart, &PlaylistFavorit::start},
@@ -273,7 +306,7 @@ void PlaylistFavorit::showDetails(const MLVMessage&)
 
 void PlaylistFavorit::saveFile(const MLVMessage&)
 {
-    m_bus.SendMessage(bus::kPlaylistSaveFileShow, GetPlaylistID(m_tree.currentRow()));
+    m_bus.SendMessage(bus::kPlaylistSaveFileShow, GetPlaylistID(opened(m_tree.currentRow())));
 }
 
 void PlaylistFavorit::createToolBars(const MLVMessage&)
@@ -342,6 +375,13 @@ void PlaylistFavorit::changeDatabase(const MLVMessage&)
     if (!m_shownLibrary.isEmpty() && m_shownLibrary != m_parts.settings.DbName()) {
         ShowActivePlaylist();
     }
+}
+
+void PlaylistFavorit::listOpened(const MLVMessage&)
+{
+    // The view of the entries hears it first: what it shows now is open, whatever was wanted.
+    m_restTimer->stop();
+    m_rows.markOpenList();
 }
 
 void PlaylistFavorit::rereadList(const MLVMessage& message)

@@ -3,6 +3,7 @@
 #include "bus/bus_table.h"
 #include "platform/controls/tree_control.h"
 #include "store/error_sink.h"
+#include "trees/favorit_drops.h"
 #include "trees/favorit_edits.h"
 #include "trees/favorit_tree.h"
 
@@ -35,6 +36,12 @@ struct FavoritParts
     Warnings& warnings;
     myPopup& popup;
     ErrorSink sink; ///< learns of failures: what fails leaves tree and data as they were
+    /// The list on the screen, 0 for none: the marked row of the tree follows it.
+    std::function<Pnid()> openList;
+    /// False while the library can only be read.
+    std::function<bool()> mayWrite;
+    /// Appends the tracks or entries of a drag text to a list; tells what it did, or why not.
+    std::function<void(const QString& dragText, Pnid list)> append;
     /// Shows the figures of a list; empty as long as there is no such dialog.
     std::function<void(Pnid list)> showDetails;
     /// Asks for a file and writes the list to it; empty as long as nobody does.
@@ -44,7 +51,9 @@ struct FavoritParts
 /// The tree of the lists that the user has marked, with the jingle lists on top: opens, plays,
 /// makes, names, locks, sorts, moves and deletes them.
 ///
-/// The picture of a row is its state, see pictureOf().
+/// The picture of a row is its state, see pictureOf(). The marked row is that of the list on the
+/// screen, or a heading that the user has chosen; what is done to a list is done to that on the
+/// screen, so a row that he has only reached by an arrow key is opened first.
 class PlaylistFavorit : public QObject
 {
     Q_OBJECT
@@ -86,6 +95,9 @@ public:
 
     // -- What the user does --
 
+    /// \see FavoritEdits::newPlaylist
+    void newPlaylist() { m_edits.newPlaylist(); }
+
     /// A button of the tool bar, by key: "all.newdoc", "all.newdir", "all.activate", "all.lock",
     /// "all.book", "all.refresh" or "all.delete".
     void toolPressed(const QString& key);
@@ -100,16 +112,22 @@ public:
     void rowActivated(int row);
 
     /// Lets the user type another name.
-    void rename(int row) { m_edits.rename(row); }
+    void rename(int row) { m_edits.rename(opened(row)); }
 
     void rowEdited(int row, const QString& text) { m_edits.rowEdited(row, text); }
 
-    void editEnded() { m_rows.editEnded(); }
+    void editEnded();
 
-    void deleteRow(int row) { m_edits.deleteRow(row); }
+    void deleteRow(int row) { m_edits.deleteRow(opened(row)); }
+
+    /// The mouse was let go, or a drag has ended, without a click: what it has touched is not open.
+    void handLeft() { m_rows.leaveOtherLists(); }
 
     /// A row was dropped: it moves there, a list dropped into a group behind its last.
     void rowDropped(int from, int to, DropPlace place) { m_edits.rowDropped(from, to, place); }
+
+    /// What other views' drags may do with the rows.
+    [[nodiscard]] DropTarget& drops() { return m_drops; }
 
     /// \param row -1 beside all rows
     void contextMenu(int row);
@@ -119,6 +137,8 @@ signals:
     void toolBarWanted();
 
 private:
+    [[nodiscard]] int opened(int row);
+    void choose(int entry, const QString& key);
     [[nodiscard]] static std::span<const BusRow<PlaylistFavorit>> busTable();
     void showDetails(const MLVMessage& message);
     void saveFile(const MLVMessage& message);
@@ -132,6 +152,7 @@ private:
     void disconnectDatabase(const MLVMessage& message);
     void reconnectDatabase(const MLVMessage& message);
     void changeDatabase(const MLVMessage& message);
+    void listOpened(const MLVMessage& message);
     void rereadList(const MLVMessage& message);
     void listChanged(const MLVMessage& message);
     void start(const MLVMessage& message);
@@ -141,6 +162,7 @@ private:
     TreeControl& m_tree;
     FavoritTree m_rows;
     FavoritEdits m_edits;
+    FavoritDrops m_drops;
     QString m_shownLibrary;             ///< whose active list was opened last; empty before that
     std::unique_ptr<Timer> m_restTimer; ///< from an arrow key to the opening of the list
     EventGuard m_guard;

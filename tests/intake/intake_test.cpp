@@ -192,6 +192,47 @@ TEST_F(IntakeTest, ACopyOfAFileThatOnlyAMappedFolderHasIsADuplicateAndItsRowStay
     EXPECT_EQ(rows(), 1);
 }
 
+/// Numbers its files on each disk from the same number on, as the disks of one make do.
+class EqualDisks : public LinuxFiles
+{
+public:
+    explicit EqualDisks(QString otherDisk)
+        : m_otherDisk(std::move(otherDisk))
+    {}
+
+    [[nodiscard]] std::optional<FileFacts> facts(const QString& path) const override
+    {
+        auto found = LinuxFiles::facts(path);
+        if (found && !found->isFolder) {
+            found->inode = 12;
+            found->device = path.startsWith(m_otherDisk) ? 2 : 1;
+        }
+        return found;
+    }
+
+private:
+    QString m_otherDisk;
+};
+
+TEST_F(IntakeTest, AFileOfAnotherDiskWithTheSameNumberThereIsACopyAndNotTheFileOfTheRow)
+{
+    const QByteArray bytes = mp3WithFid(u"T"_s, u"A"_s, u"654321000007"_s);
+    const TempFolder elsewhere;
+    elsewhere.write(u"Rock/a.mp3"_s, bytes);
+    suite.write(u"ChangeDir.conf"_s, "C:\\Musik\\ ?? " + elsewhere.path().toUtf8() + '/');
+    suite.library.add(
+        {.FID = u"654321000007"_s, .Path = u"C:\\Musik\\Rock\\"_s, .DName = u"a.mp3"_s});
+    music.write(u"copy.mp3"_s, bytes);
+    EqualDisks disks(elsewhere.path());
+    Intake intake({*suite.engine, disks, reader, suite.clock, texts, suite.dataFolder()}, order());
+    while (intake.step(std::chrono::seconds(1))) {
+    }
+    const IntakeReport report = intake.report();
+    EXPECT_EQ(report.known + report.moved + report.added, 0);
+    ASSERT_EQ(report.duplicates.size(), 1U);
+    EXPECT_EQ(report.duplicates[0].path, music.file(u"copy.mp3"_s));
+}
+
 TEST_F(IntakeTest, WithoutItsMappingTheSameRowMovesToTheCopy)
 {
     suite.library.add(
@@ -434,6 +475,23 @@ TEST_F(IntakeTest, ACancelTakesEffectAtOnceAndKeepsWhatWasRead)
     const IntakeReport rest = import();
     EXPECT_EQ(rest.known, intake.report().added);
     EXPECT_EQ(rows(), 1500);
+}
+
+TEST_F(IntakeTest, WhileItRunsOthersCountTheRowsThatItHasGotTo)
+{
+    // More than stand in one transaction, however fast the machine is.
+    writeMany(2100);
+    Intake intake(parts(), order());
+    int seen = 0;
+    while (intake.step(std::chrono::milliseconds(0)) && seen == 0) {
+        seen = rows();
+    }
+    EXPECT_GT(seen, 0);
+    EXPECT_LT(seen, 2100);
+    EXPECT_EQ(seen, intake.report().added);
+    while (intake.step(std::chrono::seconds(1))) {
+    }
+    EXPECT_EQ(rows(), 2100);
 }
 
 TEST_F(IntakeTest, AStepEndsInTheMiddleOfALargeFolderAndTheWholeStillFindsAll)

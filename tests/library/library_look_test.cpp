@@ -67,6 +67,13 @@ TEST_F(LibraryLookTest, NullIsEmpty)
     EXPECT_EQ(look.text(u"DBit"_s, Value()), QString());
 }
 
+TEST_F(LibraryLookTest, AFavouriteHasTheGroundOfFavourites)
+{
+    EXPECT_EQ(look.style(u"Titel"_s, Row({{u"favorit"_s, hoursAgo(100)}})).ground,
+              CellGround::Favourite);
+    EXPECT_EQ(look.style(u"Titel"_s, Row({})).ground, CellGround::Plain);
+}
+
 TEST_F(LibraryLookTest, ARatingIsABadgeInItsColour)
 {
     const CellStyle best = look.style(u"Note"_s, Row({{u"Note"_s, u"5"_s}}));
@@ -99,6 +106,21 @@ TEST_F(LibraryLookTest, ARowOutOfUseIsColouredAndStruckOut)
     EXPECT_EQ(look.style(u"Titel"_s, Row({{u"DEL"_s, 0}})).text, std::nullopt);
 }
 
+TEST_F(LibraryLookTest, TheTrackInTheMonitorPlayerCarriesGroundAndLoudspeakerAtItsTitle)
+{
+    const Row heard({{u"FID"_s, u"a"_s}});
+    EXPECT_EQ(look.style(u"Titel"_s, Row({})).ground, CellGround::Plain);
+    look.setHeardTrack(u"a"_s, u"wird vorgehört"_s);
+    EXPECT_EQ(look.style(u"Titel"_s, heard).ground, CellGround::Heard);
+    EXPECT_EQ(look.style(u"Titel"_s, heard).icon, u"volume"_s);
+    EXPECT_EQ(look.style(u"Titel"_s, heard).iconText, u"wird vorgehört"_s);
+    EXPECT_EQ(look.style(u"Titel"_s, Row({{u"FID"_s, u"b"_s}})).ground, CellGround::Plain);
+    EXPECT_EQ(look.style(u"Album"_s, heard).ground, CellGround::Plain);
+    look.setHeardTrack({}, {});
+    EXPECT_EQ(look.style(u"Titel"_s, heard).ground, CellGround::Plain);
+    EXPECT_EQ(look.style(u"Titel"_s, Row({{u"FID"_s, QString()}})).ground, CellGround::Plain);
+}
+
 TEST_F(LibraryLookTest, AZeroAsTextColourIsBlackAndNotUnset)
 {
     const auto settings = folders.makeSettings();
@@ -114,7 +136,7 @@ TEST_F(LibraryLookTest, AZeroAsTextColourIsBlackAndNotUnset)
 TEST(LibraryColumns, TheirOrderWidthsAndAlignmentsAreThoseOfTheLayoutThatUsersKnow)
 {
     EXPECT_EQ(test::textOf(libraryColumns()),
-              u"Note|4|C|shown Titel|40|L|stretched Interpret|18|L|shown Album|15|L|shown "
+              u"Note|4|C|shown Titel|40|L|stretched Interpret|18|L|stretched Album|15|L|stretched "
               "Genre|11|L|shown BPM|5|R|shown DTime|6|R|shown Play|8|R|shown "
               "PlayCountDay|6|R|shown PlayCountAll|7|R|shown Jahr|5|R|hidden Track|5|R|hidden "
               "Kommentar|24|L|hidden Kategorie|12|L|hidden Situation|12|L|hidden "
@@ -143,7 +165,7 @@ TEST(LibraryColumns, TenAreShownAndEveryFieldComesOnce)
     }
     EXPECT_EQ(shown, (QStringList{u"Note"_s, u"Titel"_s, u"Interpret"_s, u"Album"_s, u"Genre"_s,
                                   u"BPM"_s, u"Zeit"_s, u"Gespielt"_s, u"Heute"_s, u"Gesamt"_s}));
-    EXPECT_EQ(stretched, 1);
+    EXPECT_EQ(stretched, 3);
     EXPECT_EQ(all.size(), 45);
 }
 

@@ -250,15 +250,29 @@ TEST_F(Mp3dbTest, RefreshStaysOnTheSameTrack)
     EXPECT_EQ(grid.current, 3);
 }
 
-TEST_F(Mp3dbTest, TheFirstTracksOfTheImporterAreNoticed)
+TEST_F(Mp3dbTest, TheFirstTracksOfTheImporterAreShownWhereNothingIsAskedFor)
 {
     start();
     QSignalSpy count(&view, &ctl_MP3DB::countChanged);
     addTracks();
     view.lookForChanges();
     EXPECT_EQ(view.librarySize(), 5);
-    EXPECT_EQ(grid.note.title, u"5 Titel in der Bibliothek"_s);
-    EXPECT_EQ(count.count(), 0);
+    EXPECT_EQ(view.Data1().rowCount(), 4) << "without the deleted one";
+    EXPECT_EQ(search.text(), QString());
+    EXPECT_EQ(grid.note, EmptyNote());
+    ASSERT_GE(count.count(), 1);
+    EXPECT_EQ(count.last().at(0).toLongLong(), 4);
+}
+
+TEST_F(Mp3dbTest, TracksThatComeToOthersAreNotShownUnasked)
+{
+    addTracks();
+    start();
+    library.add({{u"Anfang"_s, u"Licht"_s, {}, {}, 0}});
+    view.lookForChanges();
+    EXPECT_EQ(view.librarySize(), 6);
+    EXPECT_EQ(view.Data1().rowCount(), 0);
+    EXPECT_EQ(grid.note.title, u"6 Titel in der Bibliothek"_s);
 }
 
 TEST_F(Mp3dbTest, ASearchThatWasWaitingForTracksFindsThem)
@@ -316,6 +330,15 @@ TEST_F(Mp3dbTest, WithLiveSearchOffTheLastSearchIsShownAtTheStartAllTheSame)
     addTracks();
     library.settings->SetLiveSuche(0);
     library.settings->WriteKeyValue(u"Default"_s, u"LastDbSearch"_s, u"Brand"_s);
+    start();
+    EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
+}
+
+TEST_F(Mp3dbTest, WithLiveSearchOffARestoredShortFormIsReadAsOne)
+{
+    addTracks();
+    library.settings->SetLiveSuche(0);
+    library.settings->WriteKeyValue(u"Default"_s, u"LastDbSearch"_s, u"Note=1"_s);
     start();
     EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
 }

@@ -81,7 +81,7 @@ TEST_F(TrackEditsTest, EachFieldThatMayBeEditedTakesWhatIsTypedAndTheOthersTakeN
                 << column.toStdString() << ": " << after.toStdString();
         }
     }
-    EXPECT_EQ(barred, 2);
+    EXPECT_EQ(barred, 4);
     EXPECT_EQ(failures, QStringList());
 }
 
@@ -158,6 +158,15 @@ TEST_F(TrackEditsTest, DeleteOnARowWithDel3GivesMinus1AndOtherStatesStay)
     EXPECT_EQ(suite.column(u"select TreeName from ChangeTree"_s), (QStringList{u"Dir"_s}));
 }
 
+TEST_F(TrackEditsTest, TheOtherViewsHearOnceOfTracksThatAreDeletedSoThatTheyStrikeThemThrough)
+{
+    edits.toggleDelete({{1, 2}});
+    EXPECT_EQ(changed, QStringList{fids[1]});
+    suite.execute(u"delete * from db_all where Titel='C'"_s);
+    edits.toggleDelete({{2, 2}});
+    EXPECT_EQ(changed.size(), 1) << "nothing was written";
+}
+
 TEST_F(TrackEditsTest, ARowWithoutAStateStaysWithoutOne)
 {
     suite.execute(u"update db_all set DEL=null where Titel='A'"_s);
@@ -191,6 +200,9 @@ TEST_F(TrackEditsTest, EveryCellButPlayAndTheKeyCanBeEditedInThatMode)
     EXPECT_TRUE(edits.canEdit(0, u"note"_s));
     EXPECT_FALSE(edits.canEdit(0, u"PLAY"_s));
     EXPECT_FALSE(edits.canEdit(0, u"FID"_s));
+    // Who types over these loses the file behind the track.
+    EXPECT_FALSE(edits.canEdit(0, u"Path"_s));
+    EXPECT_FALSE(edits.canEdit(0, u"DName"_s));
     EXPECT_FALSE(edits.canEdit(5, u"Titel"_s));
     settings->SetGridSwapEditPlay(1);
     EXPECT_FALSE(edits.canEdit(0, u"Titel"_s));

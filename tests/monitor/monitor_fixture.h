@@ -3,6 +3,7 @@
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
 #include "monitor/monitor_player.h"
+#include "platform/controls/monitor_panel.h"
 #include "platform/controls/warnings.h"
 #include "shell/fakes.h"
 #include "store/file_locator.h"
@@ -31,6 +32,20 @@ public:
     std::vector<WarningType> types;
 };
 
+/// Keeps what it is to show.
+class PlainMonitorPanel : public MonitorPanel
+{
+public:
+    void showPlace(double ms, double lengthMs) override { place = {ms, lengthMs}; }
+
+    void hidePlace() override { place.reset(); }
+
+    void showVolume(int value) override { volume = value; }
+
+    std::optional<std::pair<double, double>> place; ///< and length, milliseconds
+    int volume = -1;
+};
+
 /// A message loop that does something when it is turned.
 class TurningLoop : public SteppedLoop
 {
@@ -55,6 +70,7 @@ protected:
     {
         return {player,
                 m_status,
+                m_panel,
                 m_warnings,
                 *m_settings,
                 m_texts,
@@ -65,8 +81,12 @@ protected:
                     m_calls.append(QStringLiteral("read ") + fid);
                     return m_tracks.value(fid);
                 },
-                [this] { m_calls.append(QStringLiteral("others")); },
-                [this](const QString& text) { m_shown.append(text); }};
+                [this] {
+                    m_calls.append(QStringLiteral("others"));
+                    return m_othersAnswer;
+                },
+                [this](const QString& text) { m_shown.append(text); },
+                [this](int volume) { m_volumes.append(volume); }};
     }
 
     /// A track whose file exists.
@@ -92,11 +112,14 @@ protected:
     ConfigObjects m_texts{suite.folders.paths(), suite.folders.profile(), suite.files};
     FileLocator m_locator{suite.files, suite.dataFolder()};
     PlainStatusLine m_status;
+    PlainMonitorPanel m_panel;
     RecordingWarnings m_warnings;
     TurningLoop m_loop;
     QHash<QString, MlvAllData> m_tracks;
-    QStringList m_calls; ///< what the monitor asked and told, in order
-    QStringList m_shown; ///< status texts
+    QStringList m_calls;        ///< what the monitor asked and told, in order
+    QStringList m_shown;        ///< status texts
+    QList<int> m_volumes;       ///< chosen
+    bool m_othersAnswer = true; ///< when asked to fall silent
 };
 
 } // namespace melovane::test

@@ -24,11 +24,16 @@ public:
 
     void open(int card) override { calls.append(u"open %1"_s.arg(card)); }
 
-    void close() override { calls.append(u"close"_s); }
+    void close() override
+    {
+        calls.append(u"close"_s);
+        playing = false;
+    }
 
     PlayFault load(const QString& file) override
     {
         calls.append(u"load "_s + file.section(u'/', -1));
+        playing = false;
         loaded = loadFault == PlayFault::None;
         if (loaded) {
             onLoaded();
@@ -42,25 +47,40 @@ public:
     {
         calls.append(u"unload"_s);
         loaded = false;
+        playing = false;
     }
 
     PlayFault play() override
     {
         calls.append(u"play"_s);
+        playing = playFault == PlayFault::None;
         return playFault;
     }
 
     PlayFault playRange(double from, double to) override
     {
         calls.append(u"range %1 %2"_s.arg(from, 0, 'f', 3).arg(to, 0, 'f', 3));
+        playing = playFault == PlayFault::None;
         return playFault;
     }
 
-    void stop() override { calls.append(u"stop"_s); }
+    void stop() override
+    {
+        calls.append(u"stop"_s);
+        playing = false;
+    }
+
+    /// As at the end of what was to be played.
+    void end(PlayFault fault = PlayFault::None)
+    {
+        playing = false;
+        onPosition(position);
+        onEnded(fault);
+    }
 
     void seek(double ms) override { calls.append(u"seek %1"_s.arg(ms, 0, 'f', 3)); }
 
-    [[nodiscard]] bool isPlaying() const override { return false; }
+    [[nodiscard]] bool isPlaying() const override { return playing; }
 
     void setVolume(int value) override
     {
@@ -93,6 +113,7 @@ public:
     PlayFault loadFault = PlayFault::None;
     PlayFault playFault = PlayFault::None;
     bool loaded = false;
+    bool playing = false;
     double position = 0;
     int frames = 193;
     std::function<void()> onLoaded;
@@ -317,6 +338,63 @@ TEST_F(MonitorPlayerTest, TheVolumeOfTheSettingsIsTakenAtEachLoad)
     EXPECT_EQ(m_player.volume(), 1234);
 }
 
+TEST_F(MonitorPlayerTest, AChosenVolumeIsHeardAtOnceAndKeptForTheNextTrackAndTheNextStart)
+{
+    const auto kept = [this] {
+        return suite.makeSettings()->GetKeyValueLong(u"Global"_s, u"Volume.Monitor"_s, 7500);
+    };
+    addTrack(u"a"_s);
+    addTrack(u"b"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    m_monitor.chooseVolume(4000);
+    EXPECT_EQ(m_player.volume(), 4000);
+    EXPECT_EQ(m_panel.volume, 4000);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"b"_s, 0);
+    EXPECT_EQ(m_player.volume(), 4000);
+    // A drag is one change of the settings, not a hundred.
+    EXPECT_EQ(kept(), 7500);
+    EXPECT_TRUE(m_loop.fire(500));
+    EXPECT_EQ(kept(), 4000);
+    EXPECT_FALSE(m_loop.fire(500));
+    EXPECT_EQ(m_volumes, QList<int>{4000});
+}
+
+TEST_F(MonitorPlayerTest, TheVolumeGoesByTwentiethsAndStaysInItsRange)
+{
+    m_monitor.changeVolume(1);
+    EXPECT_EQ(m_volumes.last(), 8000);
+    m_monitor.changeVolume(-2);
+    EXPECT_EQ(m_volumes.last(), 7000);
+    m_monitor.changeVolume(100'000'000);
+    EXPECT_EQ(m_volumes.last(), 10'000);
+    addTrack(u"a"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    EXPECT_EQ(m_player.volume(), 10'000);
+    // The volume monitor's is what is heard, and what the next step starts from.
+    m_monitor.setVolume(2000);
+    EXPECT_EQ(m_panel.volume, 2000);
+    m_monitor.changeVolume(1);
+    EXPECT_EQ(m_player.volume(), 2500);
+    m_monitor.changeVolume(-100);
+    EXPECT_EQ(m_player.volume(), 0);
+}
+
+TEST_F(MonitorPlayerTest, AVolumeThatWasJustChosenIsKeptByTheEnd)
+{
+    {
+        Monitor other(parts(m_player));
+        other.chooseVolume(300);
+    }
+    EXPECT_EQ(suite.makeSettings()->GetKeyValueLong(u"Global"_s, u"Volume.Monitor"_s, 7500), 300);
+}
+
+TEST_F(MonitorPlayerTest, TheVolumeOfTheSettingsIsShownFromTheStartOn)
+{
+    m_settings->WriteKeyValue(u"Global"_s, u"Volume.Monitor"_s, u"1234"_s);
+    m_monitor.reopen();
+    EXPECT_EQ(m_panel.volume, 1234);
+}
+
 TEST_F(MonitorPlayerTest, ThePositionStandsInTheStatusPanels)
 {
     addTrack(u"a"_s);
@@ -324,7 +402,125 @@ TEST_F(MonitorPlayerTest, ThePositionStandsInTheStatusPanels)
     m_player.frames = 9200; // 240326.54 ms
     m_player.onPosition(61500);
     EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), u"01:01"_s);
-    EXPECT_EQ(m_status.panel(StatusPanel::Remaining), u"02:58"_s);
+    EXPECT_EQ(m_status.panel(StatusPanel::Remaining), u"−02:58"_s);
+}
+
+TEST_F(MonitorPlayerTest, TheTimesGoWhenNothingPlaysAnyLonger)
+{
+    const auto times = [this] {
+        return m_status.panel(StatusPanel::Elapsed) + m_status.panel(StatusPanel::Remaining);
+    };
+    addTrack(u"a"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    EXPECT_EQ(times(), u"00:00−00:05"_s);
+    m_monitor.stop();
+    EXPECT_EQ(times(), QString());
+    // What the player still tells of where it stands is no time of anything.
+    m_player.onPosition(1000);
+    EXPECT_EQ(times(), QString());
+    m_monitor.MonitorPlayer(u"PLAY"_s, {}, 0);
+    EXPECT_NE(times(), QString());
+    m_player.end();
+    EXPECT_EQ(times(), QString());
+    m_monitor.MonitorPlayer(u"PLAY"_s, {}, 0);
+    m_monitor.reopen();
+    EXPECT_EQ(times(), QString());
+    m_monitor.MonitorPlayer(u"PLAY"_s, {}, 0);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"nobody"_s, 0);
+    EXPECT_EQ(times(), QString());
+}
+
+TEST_F(MonitorPlayerTest, WhatIsHeardIsToldWithItsTitleUntilItEnds)
+{
+    std::vector<HeardTrack> told;
+    m_monitor.setOnHeard([&](const HeardTrack& track) { told.push_back(track); });
+    addTrack(u"a"_s);
+    addTrack(u"b"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    EXPECT_EQ(told.back(), (HeardTrack{u"a"_s, u"Titel a"_s}));
+    m_monitor.MonitorPlayer(u"PLAYCENTER"_s, u"b"_s, 0);
+    EXPECT_EQ(told.back(), (HeardTrack{u"b"_s, u"Titel b"_s}));
+    const size_t before = told.size();
+    m_player.onPosition(500);
+    EXPECT_EQ(told.size(), before);
+    m_player.end();
+    EXPECT_EQ(told.back(), HeardTrack());
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    m_monitor.stop();
+    EXPECT_EQ(told.back(), HeardTrack());
+}
+
+TEST_F(MonitorPlayerTest, ThePlaceIsShownAsLongAsItPlays)
+{
+    addTrack(u"a"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    m_player.frames = 9200; // 240326.54 ms
+    m_player.onPosition(61500);
+    ASSERT_TRUE(m_panel.place);
+    EXPECT_EQ(m_panel.place->first, 61500);
+    EXPECT_NEAR(m_panel.place->second, 240326.54, 0.01);
+    m_monitor.stop();
+    EXPECT_FALSE(m_panel.place);
+}
+
+TEST_F(MonitorPlayerTest, APlaceThatIsLookedForStandsInTheTimesUntilItIsTakenOrGivenUp)
+{
+    addTrack(u"a"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    m_player.frames = 9200;
+    m_monitor.offerPlace(125000);
+    m_player.onPosition(61500);
+    EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), u"02:05"_s);
+    EXPECT_EQ(m_status.panel(StatusPanel::Remaining), u"−01:55"_s);
+    m_monitor.offerPlace(-1);
+    m_player.onPosition(61500);
+    EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), u"01:01"_s);
+    m_monitor.offerPlace(125000);
+    calls();
+    m_monitor.seekTo(125000);
+    EXPECT_EQ(calls(), QStringList(u"seek 125000.000"_s));
+    m_player.onPosition(125100);
+    EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), u"02:05"_s);
+    m_player.position = 20000;
+    m_monitor.seekBy(-5000);
+    EXPECT_EQ(calls(), QStringList(u"seek 15000.000"_s));
+}
+
+TEST_F(MonitorPlayerTest, ASilentMonitorHasNoPlaceToGoTo)
+{
+    addTrack(u"a"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    m_monitor.stop();
+    calls();
+    m_monitor.seekTo(1000);
+    m_monitor.offerPlace(1000);
+    EXPECT_EQ(calls(), QStringList());
+    EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), QString());
+}
+
+TEST_F(MonitorPlayerTest, AnotherProgramThatHangsIsToldAndTheTrackPlaysAllTheSame)
+{
+    addTrack(u"a"_s);
+    m_othersAnswer = false;
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    EXPECT_TRUE(m_player.playing);
+    EXPECT_TRUE(m_shown.last().contains(u"antwortet nicht"_s)) << m_shown.last().toStdString();
+    m_shown.clear();
+    m_monitor.MonitorPlayer(u"SEEK"_s, {}, 10);
+    EXPECT_TRUE(m_shown.isEmpty());
+}
+
+TEST_F(MonitorPlayerTest, ARequestThatPlaysNothingSaysSo)
+{
+    std::vector<HeardTrack> told;
+    m_monitor.setOnHeard([&](const HeardTrack& track) { told.push_back(track); });
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"nobody"_s, 0);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0], HeardTrack());
+    addTrack(u"a"_s);
+    m_player.playFault = PlayFault::NoCard;
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    EXPECT_EQ(told.back(), HeardTrack());
 }
 
 TEST_F(MonitorPlayerTest, TheCardOfTheSettingsIsTakenByItsName)

@@ -59,15 +59,19 @@ TEST_F(MonitorSound, ATrackOfTheLibraryIsHeardFromItsStartToItsStopFrame)
     Monitor monitor = makeMonitor();
     monitor.MonitorPlayer(u"PLAY"_s, m_fid, 0);
     EXPECT_EQ(m_shown, QStringList(u" :: Ein \"Lied\""_s));
-    m_output.pull(60 * 1152);
+    m_output.pull(59 * 1152);
+    m_loop.fire(100);
+    EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), u"00:02"_s);
+    EXPECT_EQ(m_status.panel(StatusPanel::Remaining), u"−00:01"_s);
+    m_output.pull(1152);
     expectHeardFrom(qint64{40} * 1152, qint64{60} * 1152);
     m_output.heard.clear();
     m_output.pull(100);
     EXPECT_EQ(m_output.heard, std::vector<qint16>(200, 0));
     m_loop.fire(100);
     EXPECT_FALSE(m_player.isPlaying());
-    EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), u"00:02"_s);
-    EXPECT_EQ(m_status.panel(StatusPanel::Remaining), u"00:01"_s);
+    EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), QString());
+    EXPECT_EQ(m_status.panel(StatusPanel::Remaining), QString());
 }
 
 TEST_F(MonitorSound, PlayCenterOfAnOddFrameCountBeginsInTheMiddleOfAFrame)
@@ -98,6 +102,7 @@ TEST_F(MonitorSound, AMonitorThatEndsLeavesThePlayerWithoutHandlers)
         Monitor monitor = makeMonitor();
         monitor.MonitorPlayer(u"PLAY"_s, m_fid, 0);
     }
+    m_status.setPanel(StatusPanel::Elapsed, {});
     m_output.pull(1000);
     EXPECT_TRUE(m_loop.fire(100));
     EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), QString());

@@ -259,6 +259,19 @@ TEST_F(PlaylistHands, AnEntryWhoseTrackIsFlaggedCanStillBeDeleted)
     EXPECT_EQ(rows(), u"2"_s);
 }
 
+TEST_F(PlaylistHands, RefreshingTellsTheStepsThatAnotherConsoleHasTaken)
+{
+    openList(3);
+    stand(0);
+    view.deletePressed();
+    const QString own = undoTip;
+    ASSERT_EQ(lists.history.undo().outcome, ListHistory::Outcome::Done);
+    view.toolPressed(u"all.refresh"_s);
+    EXPECT_EQ(rows(), u"1 2 3"_s);
+    EXPECT_NE(undoTip, own);
+    EXPECT_EQ(undoTip, undoText(texts, std::nullopt));
+}
+
 TEST_F(PlaylistHands, UndoAsksBeforeItWritesOverWhatOthersHaveChanged)
 {
     openList(3);
@@ -272,6 +285,94 @@ TEST_F(PlaylistHands, UndoAsksBeforeItWritesOverWhatOthersHaveChanged)
     warnings.answer = WarningAnswer::Yes;
     view.undo();
     EXPECT_TRUE(rows().startsWith(u"1"_s));
+}
+
+TEST_F(PlaylistHands, UndoAndRedoOpenTheListSelectWhatChangedAndSaySo)
+{
+    openList(5);
+    const Pnid party = list;
+    grid.selected = {{1, 1}, {3, 3}};
+    view.deletePressed();
+    const Pnid other = lists.addList({10}, u"Andere"_s);
+    others.SendMessage(u"playlist.aktivieren"_s, numberOf(other));
+    sent.clear();
+    view.undo();
+    EXPECT_EQ(view.GetPNID(), party);
+    EXPECT_EQ(rows(), u"1 2 3 4 5"_s);
+    EXPECT_EQ(grid.current, 1);
+    EXPECT_EQ(grid.selected, (std::vector<RowRange>{{1, 1}, {3, 3}}));
+    EXPECT_EQ(sentOf(u"playlist.aktivieren"_s),
+              QStringList{u"playlist.aktivieren %1 0"_s.arg(numberOf(party))});
+    EXPECT_EQ(takeStatus(), QStringList{u"Rückgängig: 2 Titel aus „Party“ gelöscht"_s});
+
+    others.SendMessage(u"playlist.aktivieren"_s, numberOf(other));
+    sent.clear();
+    view.redo();
+    EXPECT_EQ(view.GetPNID(), party);
+    EXPECT_EQ(rows(), u"1 3 5"_s);
+    EXPECT_EQ(takeStatus(), QStringList{u"Wiederholen: 2 Titel aus „Party“ gelöscht"_s});
+}
+
+TEST_F(PlaylistHands, UndoOfAMoveSelectsTheEntryThatMovedAndNotThoseThatMadeRoom)
+{
+    openList(6);
+    view.drop(onRow(1, test::Lists::entriesText({cell(4, u"PLID").toText()})));
+    ASSERT_EQ(rows(), u"1 5 2 3 4 6"_s);
+    view.undo();
+    EXPECT_EQ(rows(), u"1 2 3 4 5 6"_s);
+    EXPECT_EQ(grid.selected, (std::vector<RowRange>{{4, 4}}));
+    view.redo();
+    EXPECT_EQ(rows(), u"1 5 2 3 4 6"_s);
+    EXPECT_EQ(grid.selected, (std::vector<RowRange>{{1, 1}}));
+}
+
+TEST_F(PlaylistHands, AJingleListThatIsUndoneIsOpenedAsOne)
+{
+    openList(2, false, u"jinglelist.aktivieren"_s);
+    lists.execute(u"update pl_name set grid=-1 where nid=%1"_s.arg(numberOf(list)));
+    stand(0);
+    view.deletePressed();
+    const Pnid other = lists.addList({10}, u"Andere"_s);
+    others.SendMessage(u"playlist.aktivieren"_s, numberOf(other));
+    view.undo();
+    EXPECT_EQ(view.GetPNID(), list);
+    EXPECT_TRUE(view.isJingleMode());
+}
+
+TEST_F(PlaylistHands, WhatIsDroppedOnAListElsewhereComesToItsEndInOneStepAndIsTold)
+{
+    openList(3);
+    const Pnid other = lists.addList({10}, u"Andere"_s);
+    view.append(test::Lists::tracksText({2, 3}), other);
+    EXPECT_EQ(lists.entryCount(other), 3);
+    EXPECT_EQ(takeStatus(), QStringList{u"2 Titel an „Andere“ angehängt"_s});
+    view.append(test::Lists::entriesText({cell(2, u"PLID").toText()}), other);
+    EXPECT_EQ(lists.entryCount(other), 4);
+    EXPECT_EQ(sentOf(u"playlist.change"_s),
+              QStringList{u"playlist.change %1 "_s.arg(numberOf(other))});
+    EXPECT_EQ(rows(), u"1 2 3"_s) << "they are copies";
+    view.undo();
+    EXPECT_EQ(lists.entryCount(other), 3);
+    view.undo();
+    EXPECT_EQ(lists.entryCount(other), 1);
+    lists.execute(u"update pl_name set lock=true where nid=%1"_s.arg(numberOf(other)));
+    sent.clear();
+    view.append(test::Lists::tracksText({2}), other);
+    EXPECT_EQ(lists.entryCount(other), 1);
+    EXPECT_EQ(takeStatus(), QStringList{u"Die Liste ist schreibgeschützt."_s});
+}
+
+TEST_F(PlaylistHands, TracksThatAreDroppedOnAJingleListAreJingles)
+{
+    openList(1);
+    const Pnid jingles = lists.addList({10}, u"Kennung"_s);
+    lists.execute(u"update pl_name set grid=-1 where nid=%1"_s.arg(numberOf(jingles)));
+    view.append(test::Lists::tracksText({2}), jingles);
+    EXPECT_EQ(lists
+                  .column(u"select aktion from pl_all where pnid=%1 order by sid"_s.arg(
+                      numberOf(jingles)))
+                  .last(),
+              QString::number(kAktionJinglePlay));
 }
 
 TEST_F(PlaylistHands, RatingsAreStoredTheOtherWayRoundAndGoToTheTags)

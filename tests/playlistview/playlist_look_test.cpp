@@ -121,6 +121,19 @@ TEST_F(PlaylistLookTest, PlayingNextAndHeardEntriesDifferByGroundAndPicture)
     EXPECT_EQ(look.style(u"Titel"_s, Row({{u"PLID"_s, 7}})).ground, CellGround::Plain);
 }
 
+TEST_F(PlaylistLookTest, ATrackHeardFromElsewhereMarksEveryEntryOfItAndAnEntryOnlyItself)
+{
+    const Row first({{u"PLID"_s, 1}, {u"FID"_s, u"a"_s}});
+    const Row again({{u"PLID"_s, 2}, {u"FID"_s, u"a"_s}});
+    look.setHeard(Plid{}, u"a"_s);
+    EXPECT_EQ(look.style(u"Nr"_s, first).ground, CellGround::Heard);
+    EXPECT_EQ(look.style(u"Nr"_s, again).ground, CellGround::Heard);
+    EXPECT_FALSE(look.style(u"Nr"_s, again).iconText.isEmpty());
+    look.setHeard(Plid{2}, u"a"_s);
+    EXPECT_EQ(look.style(u"Nr"_s, first).ground, CellGround::Plain);
+    EXPECT_EQ(look.style(u"Nr"_s, again).ground, CellGround::Heard);
+}
+
 TEST_F(PlaylistLookTest, EntriesWithoutANumberAreNeverMarked)
 {
     EXPECT_EQ(look.style(u"Nr"_s, Row({})).ground, CellGround::Plain);
@@ -165,7 +178,7 @@ TEST(PlaylistColumns, TheirOrderWidthsAndAlignmentsAreThoseOfTheLayoutThatUsersK
 {
     EXPECT_EQ(
         test::textOf(playlistColumns()),
-        u"Aktion|6|C|shown Nr|5|R|shown Note|4|C|shown Titel|40|L|stretched Interpret|18|L|shown "
+        u"Aktion|6|C|shown Nr|5|R|shown Note|4|C|shown Titel|40|L|stretched Interpret|18|L|stretched "
         "BPM|5|R|shown Start|8|R|shown Stop|8|R|shown DTime|6|R|shown MixTime|7|R|shown "
         "Play|8|R|shown Album|15|L|hidden Genre|11|L|hidden Jahr|5|R|hidden Track|5|R|hidden "
         "Kommentar|24|L|hidden Kategorie|12|L|hidden Situation|12|L|hidden "

@@ -232,6 +232,47 @@ TEST_F(PlaylistView, AnEntryThatIsHeardIsMarkedUntilTheMonitorStops)
     EXPECT_EQ(static_cast<const PlaylistLook&>(view.look()).heard(), Plid{});
 }
 
+TEST_F(PlaylistView, TheMarkOfAHeardEntryGoesWhenItsTrackPlaysNoLonger)
+{
+    openList(2);
+    stand(1);
+    const auto& look = static_cast<const PlaylistLook&>(view.look());
+    const QString fid = view.GetFID();
+    view.toolPressed(u"play.start"_s);
+    view.setHeardTrack(fid);
+    EXPECT_EQ(look.heard(), view.currentEntry());
+    view.setHeardTrack({});
+    EXPECT_EQ(look.heard(), Plid{});
+    // Played from elsewhere it is no longer this entry that is heard.
+    view.setHeardTrack(fid);
+    EXPECT_EQ(look.heard(), Plid{});
+    view.toolPressed(u"play.start"_s);
+    view.setHeardTrack(u"800000000001"_s);
+    EXPECT_EQ(look.heard(), Plid{});
+}
+
+TEST_F(PlaylistView, RewindAndForwardBeginASeekOverTheBusAndTellItsPlaceAtEachTick)
+{
+    openList(2);
+    const auto seeks = [this] {
+        return sentOf(u"player.monitor.seek"_s) + sentOf(u"player.monitor.seek.set"_s);
+    };
+    monitorFrame = 1000;
+    view.toolPressed(u"play.vor"_s);
+    EXPECT_EQ(seeks(), QStringList{u"player.monitor.seek 0 "_s});
+    view.toolPressed(u"play.vor"_s); // five seconds are 191 frames
+    ASSERT_TRUE(loop.fire(50));
+    EXPECT_EQ(seeks(),
+              (QStringList{u"player.monitor.seek 0 "_s, u"player.monitor.seek.set 1382 "_s}));
+    ASSERT_TRUE(loop.fire(50));
+    EXPECT_FALSE(loop.fire(50));
+    sent.clear();
+    monitorFrame = 100;
+    view.toolPressed(u"play.zur"_s);
+    loop.fire(50);
+    EXPECT_EQ(seeks(), (QStringList{u"player.monitor.seek 0 "_s, u"player.monitor.seek.set 0 "_s}));
+}
+
 TEST_F(PlaylistView, TheTempoFinderGetsTrackAndEntry)
 {
     openList(2);
@@ -447,6 +488,7 @@ TEST_F(PlaylistView, StartAndStopAreSetToWhereTheSoundBeginsAndEndsAndCanComeBac
     EXPECT_EQ(takeStatus(), QStringList());
     view.undo();
     EXPECT_EQ(cell(0, u"FrameStop").toLong(), former);
+    EXPECT_EQ(takeStatus().size(), 1);
 
     cues.reset();
     stand(0);

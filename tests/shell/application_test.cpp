@@ -122,6 +122,39 @@ TEST_F(ApplicationTest, TheEndOfTheSessionKeepsWhatAClosedWindowKeeps)
     EXPECT_EQ(place, QRect(10, 20, 740, 650));
 }
 
+TEST_F(ApplicationTest, WhatCouldNotBeKeptAtTheEndIsToldButNotToAnEndFromOutside)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    // Settings are read but their lock is a folder, as on a disk that takes no more files.
+    QString blocked;
+    const auto block = [&] {
+        blocked = suite.file(u"melovane.ini"_s);
+        QFile::remove(blocked + u".lock"_s);
+        ASSERT_TRUE(QDir().mkpath(blocked + u".lock"_s));
+    };
+    EXPECT_EQ(run([&](QMainWindow& window) {
+                  block();
+                  window.setGeometry(10, 20, 740, 650);
+              }),
+              0);
+    ASSERT_EQ(warnings.size(), 1);
+    EXPECT_TRUE(warnings.first().contains(u"ließen sich nicht schreiben"_s));
+    EXPECT_TRUE(warnings.first().contains(blocked)) << warnings.first().toStdString();
+
+    ASSERT_TRUE(QDir().rmdir(blocked + u".lock"_s));
+    warnings.clear();
+    closesWindow = false;
+    bool isAsked = false;
+    EXPECT_EQ(run([&](QMainWindow&) {
+                  if (!std::exchange(isAsked, true)) {
+                      block();
+                      ::raise(SIGTERM);
+                  }
+              }),
+              0);
+    EXPECT_EQ(warnings, QStringList());
+}
+
 TEST_F(ApplicationTest, WithoutAFolderForMessagesThatIsToldAndOnlyOneCopyRunsAllTheSame)
 {
     suite.library.add({.Titel = u"Brandung"_s});
@@ -185,6 +218,18 @@ TEST_F(ApplicationTest, ADamagedUndoHistoryBeginsAnewAndTheUserIsToldWhereTheOld
     EXPECT_EQ(suite.read(u"melovane.undo.mdb.damaged"_s), "this is no database");
 }
 
+TEST_F(ApplicationTest, ADamagedSideFileIsMadeAnewAndTheUserIsToldWhereTheOldOneLies)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    suite.write(u"melovane.temp.mdb"_s, "this is no database");
+    QString told;
+    run([&](QMainWindow& window) {
+        told = static_cast<MlvdbWindow&>(window).status().panel(StatusPanel::Message);
+    });
+    EXPECT_TRUE(told.endsWith(u"/melovane.temp.mdb.damaged"_s)) << qPrintable(told);
+    EXPECT_EQ(suite.read(u"melovane.temp.mdb.damaged"_s), "this is no database");
+}
+
 TEST_F(ApplicationTest, AnEmptyDatabaseStartsTheImporterWithArgument1AndDoesNotReadDBPosition)
 {
     suite.write(u"melovane.ini"_s, "[DBPosition]\nLeft=7\nTop=9\nWhidth=640\nHeight=400\n");
@@ -193,7 +238,13 @@ TEST_F(ApplicationTest, AnEmptyDatabaseStartsTheImporterWithArgument1AndDoesNotR
         suite.write(u"mediaintake"_s, "#!/bin/sh\necho \"$1\" > \"$0.started\"\n");
     QFile::setPermissions(importer, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QRect place;
-    EXPECT_EQ(run([&](QMainWindow& window) { place = window.geometry(); }), 0);
+    bool isCovered = true;
+    EXPECT_EQ(run([&](QMainWindow& window) {
+                  place = window.geometry();
+                  isCovered = splash() != nullptr;
+              }),
+              0);
+    EXPECT_FALSE(isCovered) << "the importer's window";
     EXPECT_NE(place.topLeft(), QPoint(7, 9));
     EXPECT_EQ(place.size(), QSize(800, 600));
     const QString trace = importer + u".started"_s;

@@ -194,7 +194,7 @@ private:
                     [this](const QString& cmd, const QString& fid, const QString& plid) {
                         mlvdb.siblings().findTempo(cmd, fid, plid);
                     },
-                .monitorStep = [](int) {},
+                .monitorFrame = [] { return 0; },
                 .locate = [](const QString& file) { return file; },
                 .isFolder = {},
                 .tracksOf = [this](const QStringList&) { return droppedTracks; },

@@ -3,6 +3,7 @@
 #include "shell/ui/splash_window.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
@@ -31,7 +32,7 @@ struct SplashWindowTest : testing::Test
     void load()
     {
         form.load({u"Melovane DB"_s, u"Bibliothek wird geöffnet ..."_s, u"Seite"_s, u"Schließen"_s,
-                   [this] { ++closed; }, [this] { ++pages; }, [this] { ++worked; }});
+                   [this] { ++closed; }, [this] { ++pages; }, [this] { ++worked; }, [this] { ++covered; }});
     }
 
     Skin skin{*qApp};
@@ -40,6 +41,7 @@ struct SplashWindowTest : testing::Test
     int closed = 0;
     int pages = 0;
     int worked = 0;
+    int covered = 0;
 };
 
 TEST_F(SplashWindowTest, StandsInTheMiddleAboveAllAndLeavesTheKeyboardWhereItIs)
@@ -78,6 +80,22 @@ TEST_F(SplashWindowTest, KeysAndClicksInOtherWindowsAreTold)
     worked = 0;
     QTest::keyClick(&other, Qt::Key_A);
     EXPECT_EQ(worked, 0);
+}
+
+TEST_F(SplashWindowTest, ADialogAndAnotherProgramInFrontAreToldButNoTipAndNoMainWindow)
+{
+    load();
+    QWidget main;
+    QWidget tip(nullptr, Qt::ToolTip);
+    main.show();
+    tip.show();
+    EXPECT_EQ(covered, 0);
+    QDialog question;
+    question.show();
+    EXPECT_EQ(covered, 1);
+    QEvent away(QEvent::ApplicationDeactivate);
+    QApplication::sendEvent(qApp, &away);
+    EXPECT_EQ(covered, 2);
 }
 
 TEST_F(SplashWindowTest, IsNoReasonForTheProgramToStay)

@@ -77,6 +77,18 @@ TEST_F(StartUpDbTest, AsAnInformationWindowItStaysWhateverTheUserDoes)
     EXPECT_TRUE(splash.isLoaded());
 }
 
+TEST_F(StartUpDbTest, GoesAtOnceForAWindowThatItWouldCover)
+{
+    splash.Show();
+    form.view.otherInFront();
+    EXPECT_TRUE(splash.isLoaded()) << "a plain information window stays";
+    splash.StartupCloseDelay = kStartupCloseDelay;
+    calls.clear();
+    form.view.otherInFront();
+    EXPECT_EQ(calls, QStringList{u"unload"_s});
+    EXPECT_FALSE(splash.isLoaded());
+}
+
 TEST_F(StartUpDbTest, TheLogoOpensThePage)
 {
     splash.Show();

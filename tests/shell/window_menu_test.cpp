@@ -207,6 +207,14 @@ TEST_F(WindowMenuTest, AMissingHelpIsToldAndTheInformationShown)
     EXPECT_EQ(taken(), QStringList{u"info"_s});
 }
 
+TEST_F(WindowMenuTest, WithoutAnOpenerTheHelpSaysWhereItsPageLies)
+{
+    const QString page = folders.install(u"Melovane.html"_s, "x");
+    processes.succeeds = false;
+    click(u"mnuInternet_0"_s);
+    EXPECT_TRUE(shown().contains(page)) << shown().toStdString();
+}
+
 struct PlugInTest : public test::WindowFixture
 {
     PlugInTest()

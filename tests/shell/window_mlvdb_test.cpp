@@ -49,8 +49,22 @@ TEST_F(MlvdbTest, AnEmptyLibraryStartsTheImporterAndDoesNotReadItsPlace)
     activate(0);
     EXPECT_EQ(processes.commands.last(), folders.programFolder() + u"/mediaintake.exe 1"_s);
     EXPECT_EQ(processes.styles.back(), Processes::WindowStyle::Normal);
-    EXPECT_EQ(window.rect.size(), QSize(800, 600));
+    EXPECT_EQ(window.rect.size(), QSize(1067, 667));
     EXPECT_EQ(window.rect.center(), window.area.center());
+}
+
+TEST_F(MlvdbTest, OverAnEmptyLibraryTheWindowTakesTwoThirdsOfTheScreenAndAlwaysFits)
+{
+    const std::map<QString, QSize> sizes{{u"1024x600"_s, {800, 600}},
+                                         {u"1440x900"_s, {960, 600}},
+                                         {u"2560x1440"_s, {1707, 960}},
+                                         {u"640x480"_s, {640, 480}}};
+    for (const auto& [screen, expected] : sizes) {
+        const QStringList numbers = screen.split(u'x');
+        window.area = QRect(0, 0, numbers[0].toInt(), numbers[1].toInt());
+        activate(0);
+        EXPECT_EQ(window.rect.size(), expected) << screen.toStdString();
+    }
 }
 
 TEST_F(MlvdbTest, WithTracksTheWindowTakesItsStoredPlace)
@@ -271,6 +285,21 @@ TEST_F(MlvdbTest, TheThemesThatLieReadyAreListedByTitle)
     EXPECT_FALSE(skins[2].active);
 }
 
+TEST_F(MlvdbTest, AThemeThatShipsIsCalledInTheLanguageOfTheWindow)
+{
+    folders.install(u"Skin/melovane-dark.skn"_s, "; theme\nName=Dunkel\n");
+    settings->SetSkinFileName(u"melovane-dark.skn"_s);
+    const auto title = [this] {
+        const std::vector<SkinEntry> skins = mlvdb.skins();
+        const auto chosen = std::find_if(skins.begin(), skins.end(),
+                                         [](const SkinEntry& one) { return one.active; });
+        return chosen == skins.end() ? QString() : chosen->title;
+    };
+    EXPECT_EQ(title(), u"Dunkel"_s);
+    texts.FindObject(u"skin.melovane-dark.skn")->Description = u"Dark"_s;
+    EXPECT_EQ(title(), u"Dark"_s);
+}
+
 TEST_F(MlvdbTest, AChosenThemeIsTakenAndKeptForTheNextStart)
 {
     mlvdb.chooseSkin(u"dark.skn"_s);
@@ -333,6 +362,37 @@ TEST_F(StatusTextTest, ANewTextStopsTheRun)
     text.show(u"neu"_s);
     EXPECT_FALSE(loop.fire(50));
     EXPECT_EQ(shown(), u"neu"_s);
+}
+
+TEST_F(StatusTextTest, AKeptTextStandsAsLongAsItIsKept)
+{
+    text.show(u" :: Lied"_s);
+    text.keep(u" :: Lied"_s);
+    EXPECT_FALSE(loop.fire(5000));
+    EXPECT_EQ(shown(), u" :: Lied"_s);
+    text.keep({});
+    EXPECT_EQ(shown(), QString());
+}
+
+TEST_F(StatusTextTest, AKeptTextComesBackBehindAnother)
+{
+    text.keep(u" :: Lied"_s);
+    text.show(u"1234"_s);
+    EXPECT_EQ(shown(), u"1234"_s);
+    loop.fire(5000);
+    loop.fire(50);
+    EXPECT_EQ(shown(), u" :: Lied"_s);
+    EXPECT_FALSE(loop.fire(50));
+}
+
+TEST_F(StatusTextTest, AnotherTextStandsOnWhenTheKeptOneGoes)
+{
+    text.keep(u" :: Lied"_s);
+    text.show(u"Nicht ausgeführt"_s);
+    text.keep({});
+    EXPECT_EQ(shown(), u"Nicht ausgeführt"_s);
+    text.keep(u" :: Anderes"_s);
+    EXPECT_EQ(shown(), u"Nicht ausgeführt"_s);
 }
 
 } // namespace

@@ -126,6 +126,26 @@ TEST_F(WindowTest, AnEmptyLibraryOpensTheImporterAndOffersItAgain)
     EXPECT_EQ(console->window.size(), QSize(800, 600));
 }
 
+TEST_F(WindowTest, TheFirstTracksOfAnEmptyLibraryAreShownThoughNothingIsAskedFor)
+{
+    open();
+    EXPECT_EQ(titles(), QStringList());
+    addTracks();
+    EXPECT_TRUE(test::waitFor([this] { return titles().size() == 4; }));
+    EXPECT_EQ(console->searchLine().text(), QString());
+    EXPECT_EQ(console->control<QLabel>(u"MatchCount"_s).text(), u"4 Titel"_s);
+}
+
+TEST_F(WindowTest, InASmallWindowTheToolsGiveWayAndTheSearchLineStaysReadable)
+{
+    addTracks();
+    open();
+    console->window.resize(600, 400);
+    const auto& line = console->searchLine();
+    EXPECT_GE(line.width(), line.fontMetrics().averageCharWidth() * 32);
+    EXPECT_TRUE(console->control<QToolButton>(u"MoreTools"_s).isVisible());
+}
+
 TEST_F(WindowTest, TracksThatAnotherProgramAddsAppearByThemselves)
 {
     open();

@@ -49,6 +49,6 @@ TEST(MakeDatabase, SourcesThatAreNotThereFailWithTheirNameAndMakeNothing)
 TEST(MakeDatabase, MissingArgumentsAreTold)
 {
     const Outcome outcome = makeDatabase({test::schemaFolder()});
-    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.code, 2);
     EXPECT_TRUE(outcome.said.startsWith("makedatabase: "));
 }

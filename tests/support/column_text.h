@@ -15,9 +15,9 @@ inline QString textOf(const std::vector<GridColumn>& columns)
     constexpr QStringView kAlignments[] = {u"L", u"C", u"R"};
     QStringList texts;
     for (const GridColumn& column : columns) {
-        const QStringView state = column.stretched ? u"stretched"
-                                  : column.shown   ? u"shown"
-                                                   : u"hidden";
+        const QStringView state = !column.shown      ? u"hidden"
+                                  : column.stretched ? u"stretched"
+                                                     : u"shown";
         texts.append(QStringLiteral("%1|%2|%3|%4")
                          .arg(column.field, QString::number(column.width),
                               kAlignments[int(column.alignment)], state));

@@ -89,6 +89,10 @@ public:
                 }
             }
             messages.append(words.join(u'|'));
+            if (message.Command.endsWith(QStringLiteral("list.aktivieren"))) {
+                // As the view of the entries does, unless it could not.
+                open = opens ? Pnid(message.Value1.toLong()) : open;
+            }
         });
     }
 
@@ -137,6 +141,12 @@ public:
                 [this](const QString& where, const QString& what) {
                     log.append(where + QStringLiteral(": ") + what);
                 },
+                [this] { return open; },
+                [this] { return mayWrite; },
+                [this](const QString& dragText, Pnid list) {
+                    appended.append(dragText + QStringLiteral(" to ") +
+                                    QString::number(numberOf(list)));
+                },
                 [this](Pnid list) { details.append(int(numberOf(list))); },
                 [this](Pnid list) { saved.append(int(numberOf(list))); }};
     }
@@ -149,6 +159,10 @@ public:
     ListHistory history{*engine, files, clock, *settings, {}};
     MLVFunction lists{{*engine, *settings, files, locator, history, {}}, clock};
     QStringList messages; ///< "name|first value|second value|third value" of all on the bus
+    Pnid open{};          ///< the list on the screen
+    bool opens = true;
+    bool mayWrite = true;
+    QStringList appended; ///< "drag text to list"
     QList<int> details;
     QList<int> saved;
     int friday = 0;

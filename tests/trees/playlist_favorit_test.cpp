@@ -46,7 +46,9 @@ TEST_F(PlaylistFavoritTest, TheRowsStayAsTheyAreWhileAnotherProgramHasTheLibrary
     }
     send(u"playlist.change"_s, lists.main);
     EXPECT_EQ(tree.texts(), rows);
+    EXPECT_EQ(tree.note.title, u"Ein anderes Programm benutzt die Bibliothek"_s);
     send(u"db.reconnect"_s);
+    EXPECT_EQ(tree.note, EmptyNote());
     EXPECT_TRUE(tree.texts().contains(u"  Anders"_s));
 }
 
@@ -116,7 +118,7 @@ TEST_F(PlaylistFavoritTest, AnEmptyDatabaseShowsTheJingleGroupAlone)
 
 TEST_F(PlaylistFavoritTest, ARefillKeepsCurrentRowFoldedGroupsAndThePlaceOnTheScreen)
 {
-    tree.current = rowOf(lists.dance);
+    send(u"playlist.aktivieren"_s, lists.dance);
     tree.first = rowOf(lists.weather);
     tree.foldedKeys = {treekey::group(lists.friday)};
     lists.add(u"Davor"_s, lists.friday, 0);
@@ -161,6 +163,93 @@ TEST_F(PlaylistFavoritTest, WithoutACurrentRowImportedListsGetAGroupOfTheirOwn)
     EXPECT_NE(numberOf(group), lists.saturday);
     send(u"favorit.refresh"_s);
     EXPECT_NE(numberOf(panel.importGroup()), numberOf(group)) << "each import has its own";
+}
+
+TEST_F(PlaylistFavoritTest, WithTheJinglesCurrentImportedListsAreOrdinaryOnes)
+{
+    for (const int row : {tree.find(treekey::jingleGroup()), rowOf(lists.station)}) {
+        tree.current = row;
+        EXPECT_GT(numberOf(panel.importGroup()), 0);
+    }
+}
+
+// ---- the marked row
+
+TEST_F(PlaylistFavoritTest, TheMarkedRowIsThatOfTheOpenListWhoeverOpensIt)
+{
+    ASSERT_EQ(tree.current, rowOf(lists.main));
+    send(u"playlist.aktivieren"_s, lists.dance);
+    EXPECT_EQ(tree.current, rowOf(lists.dance));
+    send(u"jinglelist.aktivieren"_s, lists.weather);
+    EXPECT_EQ(tree.current, rowOf(lists.weather));
+    tree.current = groupRow(lists.friday);
+    send(u"playlist.aktivieren"_s, lists.warmUp);
+    EXPECT_EQ(tree.current, rowOf(lists.warmUp));
+    // One that has no row, since it is not marked for the panel.
+    lists.set(lists.reserve, u"activ=false"_s);
+    send(u"favorit.refresh"_s);
+    send(u"playlist.aktivieren"_s, lists.reserve);
+    EXPECT_EQ(tree.current, -1);
+}
+
+TEST_F(PlaylistFavoritTest, ARefillMarksTheListThatIsOpenByNowAndAChosenHeadingStays)
+{
+    tree.current = rowOf(lists.dance);
+    send(u"refresh.playlist"_s);
+    EXPECT_EQ(tree.current, rowOf(lists.main));
+    tree.current = groupRow(lists.saturday);
+    send(u"refresh.playlist"_s);
+    EXPECT_EQ(tree.current, groupRow(lists.saturday));
+    lists.open = {};
+    tree.current = rowOf(lists.main);
+    send(u"refresh.playlist"_s);
+    EXPECT_EQ(tree.current, -1) << "the list was deleted";
+}
+
+TEST_F(PlaylistFavoritTest, ABrokenOffMenuAndAMouseThatLeavesMarkTheOpenListAgain)
+{
+    choose(0, rowOf(lists.dance));
+    EXPECT_EQ(tree.current, rowOf(lists.main));
+    tree.current = rowOf(lists.warmUp);
+    panel.handLeft();
+    EXPECT_EQ(tree.current, rowOf(lists.main));
+    EXPECT_TRUE(lists.messages.isEmpty()) << "and nothing else is opened";
+}
+
+TEST_F(PlaylistFavoritTest, WhatIsDoneToARowThatTheArrowKeysHaveReachedIsDoneToTheOpenList)
+{
+    const auto isOpenBefore = [&](const QString& message) {
+        const qsizetype place = lists.messages.indexOf(message);
+        const qsizetype open =
+            lists.messages.indexOf(u"playlist.aktivieren|%1|0"_s.arg(numberOf(lists.open)));
+        lists.messages.clear();
+        return open >= 0 && open < place;
+    };
+    press(u"all.lock"_s, rowOf(lists.dance));
+    EXPECT_TRUE(isOpenBefore(u"playlist.set.lock|PLG?Playlist??%1|all.lock|-1"_s.arg(lists.dance)));
+    EXPECT_EQ(numberOf(lists.open), lists.dance);
+    tree.current = rowOf(lists.warmUp);
+    send(u"playlist.save.file"_s);
+    EXPECT_TRUE(isOpenBefore(u"playlist.save.file.show|%1"_s.arg(lists.warmUp)));
+    tree.current = rowOf(lists.reserve);
+    lists.answers.expectMessage(u"Reserve"_s, WarningAnswer::No);
+    panel.deleteRow(tree.current);
+    EXPECT_EQ(numberOf(lists.open), lists.reserve);
+    choose(1011, rowOf(lists.warmUp));
+    EXPECT_EQ(lists.saved, QList<int>{lists.warmUp});
+    EXPECT_EQ(numberOf(lists.open), lists.warmUp);
+}
+
+TEST_F(PlaylistFavoritTest, NothingIsDoneToAListThatCannotBeOpened)
+{
+    lists.opens = false;
+    press(u"all.lock"_s, rowOf(lists.dance));
+    EXPECT_EQ(lists.of(lists.dance, u"lock"_s), u"0"_s);
+    EXPECT_EQ(tree.current, rowOf(lists.main));
+    panel.deleteRow(rowOf(lists.dance)); // asks nothing
+    choose(1011, rowOf(lists.dance));
+    EXPECT_TRUE(lists.saved.isEmpty());
+    EXPECT_EQ(lists.of(lists.main, u"lock"_s), u"0"_s);
 }
 
 TEST_F(PlaylistFavoritTest, TheFoldedGroupsComeBackAfterARestart)

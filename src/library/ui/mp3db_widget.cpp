@@ -26,6 +26,9 @@ namespace {
 const QString kBack = u"all.db.zur"_s;
 const QString kForward = u"all.db.vor"_s;
 
+/// Least width of the search line in letters.
+constexpr int kSearchLetters = 32;
+
 } // namespace
 
 Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent)
@@ -37,6 +40,8 @@ Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent
 {
     setObjectName(u"ctl_MP3DB1"_s);
     m_search->setObjectName(u"Text1"_s);
+    // Wide enough to read what was typed; tools for which that leaves no room go into their menu.
+    m_search->setMinimumWidth(fontMetrics().averageCharWidth() * kSearchLetters);
     m_grid->setObjectName(u"TDBGrid1"_s);
     m_count->setObjectName(u"MatchCount"_s);
     toolRow()->addWidget(m_search, 1);
@@ -122,7 +127,8 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
     const std::vector<std::vector<Tool>> groups = {
         {{u"play.start"_s, u"play"_s, u"ToolTipPlayerPlay"_s},
          {u"play.center"_s, u"playcenter"_s, u"ToolTipPlayerPlayCenter"_s},
-         {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s}},
+         {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s},
+         {bus::kAllVolume.toString(), u"volume"_s, u"playlist.volume"_s}},
         {{u"all.book"_s, u"edit"_s, u"ToolTipAllTableDetail"_s},
          {u"open_dir"_s, u"folder"_s, u"mnuPOPDBGRID_7"_s},
          {u"all.data.select"_s, u"selectall"_s, u"ToolTipAllTableSel"_s},
@@ -205,6 +211,11 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
             [this, &logic, &texts] { renewToolTips(logic, texts); });
     connect(&logic, &ctl_MP3DB::commandsChanged, this,
             [this, &logic, &texts] { judgeTools(logic, texts); });
+    connect(&logic, &ctl_MP3DB::volumeIconChanged, this, [this](const QString& picture) {
+        if (auto* button = findChild<QToolButton*>(bus::kAllVolume.toString())) {
+            button->setIcon(m_icons.icon(picture));
+        }
+    });
     connect(&logic, &ctl_MP3DB::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });
 }

@@ -28,7 +28,7 @@ struct GridColumn
     double width = 10; ///< in figures of the grid's font
     CellAlignment alignment = CellAlignment::Left;
     bool shown = true;
-    bool stretched = false; ///< takes the free width; one column at most
+    bool stretched = false; ///< shares the free width, by its own width
     bool renamed = false;   ///< the heading is one of the user's own
 };
 
@@ -36,6 +36,7 @@ struct GridColumn
 enum class CellGround
 {
     Plain,
+    Favourite, ///< `GridColorFavorit`; the selection goes before it
     Playing, ///< `GridColorAktivePlay`
     Next,    ///< `GridColorNextPlay`
     Heard,   ///< `GridColorAktiveFid`: the entry in the monitor player

@@ -17,6 +17,8 @@ struct SplashView
     std::function<void()> logoClicked;
     /// The user works in another window of the program.
     std::function<void()> workedElsewhere;
+    /// Another window came up that this one would cover: a dialog, or that of another program.
+    std::function<void()> otherInFront;
 };
 
 /// The start-up window, `frmStartUpDB`.

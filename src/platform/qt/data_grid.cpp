@@ -17,8 +17,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Least width of the column that takes the free room, in figures.
-constexpr int kLeastStretched = 26;
+/// Least width of a column that takes free room, in figures, unless its own is smaller.
+constexpr double kLeastStretched = 26;
 
 } // namespace
 
@@ -79,21 +79,41 @@ void DataGrid::applyColumnWidths()
         setColumnWidth(column, unitsOf(description.width));
         setColumnHidden(column, !description.shown);
         if (description.stretched) {
-            m_stretchedColumn = column;
+            m_stretched[column] = description.width;
         }
     }
-    fitStretchedColumn();
+    fitStretchedColumns();
 }
 
-void DataGrid::fitStretchedColumn()
+/// Whether the scroll bar is there or not, so that no column moves when it comes or goes.
+int DataGrid::roomForColumns() const
 {
-    if (m_stretchedColumn < 0 || m_fitting || isColumnHidden(m_stretchedColumn)) {
+    return width() - 2 * frameWidth() - verticalScrollBar()->sizeHint().width();
+}
+
+void DataGrid::fitStretchedColumns()
+{
+    if (m_fitting) {
         return;
     }
     const QScopedValueRollback guard(m_fitting, true);
-    const int others = m_header->length() - columnWidth(m_stretchedColumn);
-    const int least = kLeastStretched * figureWidth(fontMetrics());
-    setColumnWidth(m_stretchedColumn, std::max(least, viewport()->width() - others));
+    double weights = 0;
+    int room = roomForColumns() - m_header->length();
+    for (const auto& [column, figures] : m_stretched) {
+        if (!isColumnHidden(column)) {
+            weights += figures;
+            room += columnWidth(column) - unitsOf(std::min(figures, kLeastStretched));
+        }
+    }
+    for (const auto& [column, figures] : m_stretched) {
+        if (!isColumnHidden(column)) {
+            // What is left over by rounding goes to the last.
+            const int share = room > 0 ? static_cast<int>(room * figures / weights) : 0;
+            setColumnWidth(column, unitsOf(std::min(figures, kLeastStretched)) + share);
+            room -= share;
+            weights -= figures;
+        }
+    }
 }
 
 void DataGrid::noteColumnResized(int column, int oldWidth, int newWidth)
@@ -103,18 +123,15 @@ void DataGrid::noteColumnResized(int column, int oldWidth, int newWidth)
     if (m_fitting || !m_model) {
         return;
     }
-    if (column == m_stretchedColumn) {
-        // The user gave it a width of his own.
-        m_stretchedColumn = -1;
-    }
-    fitStretchedColumn();
+    m_stretched.erase(column); // the user gave it a width of his own
+    fitStretchedColumns();
 }
 
 void DataGrid::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
     m_emptyView->setGeometry(viewport()->rect());
-    fitStretchedColumn();
+    fitStretchedColumns();
 }
 
 void DataGrid::focusInEvent(QFocusEvent* event)
@@ -235,7 +252,7 @@ void DataGrid::fillColumnMenu(QMenu& menu)
         entry->setEnabled(!entry->isChecked() || shown > 1);
         connect(entry, &QAction::toggled, this, [this, column](bool on) {
             setColumnHidden(column, !on);
-            fitStretchedColumn();
+            fitStretchedColumns();
         });
     }
 }

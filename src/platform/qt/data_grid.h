@@ -5,6 +5,7 @@
 #include <QTableView>
 
 #include <functional>
+#include <map>
 #include <vector>
 
 class QMenu;
@@ -114,11 +115,13 @@ protected:
 
 private:
     void applyColumnWidths();
-    void fitStretchedColumn();
+    void fitStretchedColumns();
+    [[nodiscard]] int roomForColumns() const;
     void noteColumnResized(int column, int oldWidth, int newWidth);
     void updateEmptyView();
     [[nodiscard]] int firstShownColumn() const;
     [[nodiscard]] int unitsOf(double figures) const;
+    [[nodiscard]] double figuresOf(int units) const;
     void placeColumn(int column, int place);
     void setRowHeight();
 
@@ -129,7 +132,7 @@ private:
     DataGridModel* m_model = nullptr;
     std::function<DragContent()> m_dragSource;
     int m_rowSpacing = 0;
-    int m_stretchedColumn = -1;
+    std::map<int, double> m_stretched; ///< columns that share the free width, their own in figures
     /// Width of a figure when the columns got their widths: a new style sheet changes the font
     /// before anybody can ask.
     int m_widthFigure = 0;

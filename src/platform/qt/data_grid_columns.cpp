@@ -84,6 +84,12 @@ int DataGrid::unitsOf(double figures) const
     return qRound(figures * figureWidth(fontMetrics())) + 2 * DataGridPainter::kPadding;
 }
 
+double DataGrid::figuresOf(int units) const
+{
+    return double(units - 2 * DataGridPainter::kPadding) /
+           (m_widthFigure > 0 ? m_widthFigure : figureWidth(fontMetrics()));
+}
+
 std::vector<GridColumn> DataGrid::columns() const
 {
     std::vector<GridColumn> result;
@@ -92,15 +98,16 @@ std::vector<GridColumn> DataGrid::columns() const
         const int column = m_header->logicalIndex(place);
         GridColumn description = m_model->column(column);
         description.shown = !isColumnHidden(column);
-        description.stretched = column == m_stretchedColumn;
-        if (description.shown) {
-            const double units = columnWidth(column) - 2 * DataGridPainter::kPadding;
-            description.width =
-                units / (m_widthFigure > 0 ? m_widthFigure : figureWidth(fontMetrics()));
-            result.push_back(description);
-        } else {
-            hidden.push_back(description);
+        const auto stretched = m_stretched.find(column);
+        description.stretched = stretched != m_stretched.end();
+        if (description.stretched) {
+            // Not what it takes in this window, else the window would set its share in the next.
+            description.width = stretched->second;
         }
+        if (description.shown && !description.stretched) {
+            description.width = figuresOf(columnWidth(column));
+        }
+        (description.shown ? result : hidden).push_back(description);
     }
     result.insert(result.end(), hidden.begin(), hidden.end());
     return result;
@@ -121,7 +128,7 @@ void DataGrid::arrange(const std::vector<GridColumn>& layout)
     }
     {
         const QScopedValueRollback guard(m_fitting, true);
-        m_stretchedColumn = -1;
+        m_stretched.clear();
         m_widthFigure = figureWidth(fontMetrics());
         std::vector<bool> named(static_cast<size_t>(m_model->columnCount()), false);
         int place = 0;
@@ -136,7 +143,7 @@ void DataGrid::arrange(const std::vector<GridColumn>& layout)
             setColumnHidden(column, !wanted.shown);
             setColumnWidth(column, unitsOf(wanted.width));
             if (wanted.stretched && wanted.shown) {
-                m_stretchedColumn = column;
+                m_stretched[column] = wanted.width;
             }
         }
         for (int column = 0; column < m_model->columnCount(); ++column) {
@@ -145,7 +152,7 @@ void DataGrid::arrange(const std::vector<GridColumn>& layout)
             }
         }
     }
-    fitStretchedColumn();
+    fitStretchedColumns();
 }
 
 void DataGrid::fitColumns(const QStringList& except, double most)
@@ -162,10 +169,14 @@ void DataGrid::fitColumns(const QStringList& except, double most)
             if (!isColumnHidden(column) && !except.contains(field, Qt::CaseInsensitive)) {
                 resizeColumnToContents(column);
                 setColumnWidth(column, std::min(columnWidth(column), unitsOf(most)));
+                if (const auto stretched = m_stretched.find(column);
+                    stretched != m_stretched.end()) {
+                    stretched->second = figuresOf(columnWidth(column));
+                }
             }
         }
     }
-    fitStretchedColumn();
+    fitStretchedColumns();
 }
 
 void DataGrid::setRowHeight()

@@ -6,6 +6,8 @@
 
 namespace melovane {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 class RowOfModel : public RowValues
@@ -132,10 +134,8 @@ QVariant DataGridModel::data(const QModelIndex& index, int role) const
     const RowOfModel row(*this, index.row());
     const QString text =
         m_look.rowText(column(index.column()).field, m_data.cell(index.row(), field), row);
-    if (role == Qt::AccessibleTextRole && text.isEmpty()) {
-        return style(index).iconText;
-    }
-    return text;
+    const QString meaning = role == Qt::AccessibleTextRole ? style(index).iconText : QString();
+    return text.isEmpty() || meaning.isEmpty() ? text + meaning : text + u", "_s + meaning;
 }
 
 Qt::ItemFlags DataGridModel::flags(const QModelIndex& index) const

@@ -9,6 +9,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QPainter>
 
 namespace melovane {
@@ -51,6 +52,15 @@ void paintBadge(QPainter& painter, const QRect& cell, const CellStyle& style, co
     painter.drawText(field, Qt::AlignCenter, text);
 }
 
+/// What is typed stands where the cell showed it.
+void placeText(QLineEdit& line, const QModelIndex& index)
+{
+    // The line keeps two units free by itself, the theme draws a frame of one.
+    constexpr int kSides = DataGridPainter::kPadding - 3;
+    line.setTextMargins(kSides, 0, kSides, 0);
+    line.setAlignment(Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()));
+}
+
 } // namespace
 
 DataGridPainter::DataGridPainter(const Skin& skin, const IconSet& icons, QObject* parent)
@@ -69,6 +79,7 @@ DataGridPainter::ground(const QStyleOptionViewItem& option, int row, const CellS
     const Theme& theme = m_skin.theme();
     switch (style.ground) {
     case CellGround::Plain:
+    case CellGround::Favourite:
         break;
     case CellGround::Playing:
         return theme.colour(ThemeRole::GridColorAktivePlay);
@@ -81,6 +92,9 @@ DataGridPainter::ground(const QStyleOptionViewItem& option, int row, const CellS
         const bool focus = option.widget && option.widget->hasFocus();
         return theme.colour(focus ? ThemeRole::GridColorSelGotFocus
                                   : ThemeRole::GridColorSelLostFocus);
+    }
+    if (style.ground == CellGround::Favourite) {
+        return theme.colour(ThemeRole::GridColorFavorit);
     }
     return theme.colour(row % 2 == 0 ? ThemeRole::GridColor : ThemeRole::GridColorAlternating);
 }
@@ -145,7 +159,11 @@ QWidget* DataGridPainter::createEditor(QWidget* parent,
     const auto* model = qobject_cast<const DataGridModel*>(index.model());
     const QStringList choices = model ? model->choices(index) : QStringList();
     if (choices.isEmpty()) {
-        return QStyledItemDelegate::createEditor(parent, option, index);
+        QWidget* const editor = QStyledItemDelegate::createEditor(parent, option, index);
+        if (auto* line = qobject_cast<QLineEdit*>(editor)) {
+            placeText(*line, index);
+        }
+        return editor;
     }
     auto* list = new QComboBox(parent);
     list->addItems(choices);

@@ -79,8 +79,24 @@ EmptyView::EmptyView(const IconSet& icons, const QString& icon, QWidget* parent)
 void EmptyView::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
+    fit();
+}
+
+void EmptyView::fit()
+{
     constexpr int kLinesWithPicture = 12;
-    m_picture->setVisible(height() >= kLinesWithPicture * fontMetrics().height());
+    constexpr int kLinesWithMargins = 8;
+    const int line = fontMetrics().height();
+    const int margin = height() >= kLinesWithMargins * line ? line : line / 4;
+    layout()->setContentsMargins(line, margin, line, margin);
+    layout()->setSpacing(margin / 2);
+    m_picture->setVisible(height() >= kLinesWithPicture * line);
+    // A sentence that has no room is read in the tool tip; half of it is read by nobody.
+    m_text->setVisible(!m_note.text.isEmpty());
+    layout()->invalidate();
+    const bool hasRoom = layout()->totalHeightForWidth(width()) <= height();
+    m_text->setVisible(!m_note.text.isEmpty() && hasRoom);
+    setToolTip(hasRoom ? QString() : m_note.text.toHtmlEscaped());
 }
 
 void EmptyView::setQuiet()
@@ -95,9 +111,9 @@ void EmptyView::setNote(const EmptyNote& note)
     m_note = note;
     m_title->setText(note.title);
     m_text->setText(note.text);
-    m_text->setVisible(!note.text.isEmpty());
     m_button->setText(note.button);
     m_button->setVisible(!note.button.isEmpty());
+    fit();
 }
 
 } // namespace melovane

@@ -34,6 +34,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    /// What the height has room for: first the picture goes, then the sentence.
+    void fit();
+
     EmptyNote m_note;
     QWidget* m_picture;
     QLabel* m_title;

@@ -105,7 +105,7 @@ QDialog QTextEdit { background: transparent; color: {Text};
 QTableView { background: {GridColor}; border: none; }
 QTableView QTableCornerButton::section { background: {GridHeadColor}; border: none; }
 QTreeView { background: {GridColor}; border: none; }
-QTreeView QLineEdit { background: {TextField}; color: {Text}; border: 1px solid {Accent};
+QTableView QLineEdit, QTreeView QLineEdit { background: {TextField}; color: {Text}; border: 1px solid {Accent};
   selection-background-color: {GridColorSelGotFocus}; selection-color: {Text}; }
 QLabel#EmptyTitle { color: {Text}; }
 QWidget[quiet="true"] QLabel#EmptyTitle { color: {TextSecond}; }

@@ -6,9 +6,18 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
+#include <utility>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Room behind the controls at the right end.
+constexpr int kEndGap = 6;
+
+} // namespace
 
 StatusBar::StatusBar(QWidget* parent)
     : QWidget(parent)
@@ -26,14 +35,34 @@ StatusBar::StatusBar(QWidget* parent)
     addPanel(StatusPanel::Progress, u"StatusProgress"_s, 18);
 }
 
+QWidget* StatusBar::addDivider()
+{
+    auto* line = new QFrame(this);
+    line->setObjectName(u"StatusLine"_s);
+    line->setFixedWidth(1);
+    m_row->addWidget(line);
+    return line;
+}
+
+void StatusBar::addInFront(StatusPanel panel, QWidget* control)
+{
+    m_row->insertWidget(m_row->indexOf(m_labels.value(static_cast<int>(panel))), control);
+}
+
+void StatusBar::addAtEnd(QWidget* control)
+{
+    if (!std::exchange(m_hasEnd, true)) {
+        addDivider();
+        m_row->setContentsMargins(0, 1, kEndGap, 0);
+    }
+    m_row->addWidget(control);
+}
+
 void StatusBar::addPanel(StatusPanel panel, const QString& name, int figures)
 {
     // Elapsed and remaining time belong together.
     if (m_row->count() > 0 && panel != StatusPanel::Remaining) {
-        auto* line = new QFrame(this);
-        line->setObjectName(u"StatusLine"_s);
-        line->setFixedWidth(1);
-        m_row->addWidget(line);
+        QWidget* line = addDivider();
         m_dividers.insert(static_cast<int>(panel), line);
         line->hide();
     }

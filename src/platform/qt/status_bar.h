@@ -21,12 +21,19 @@ public:
     void setPanel(StatusPanel panel, const QString& text) override;
     [[nodiscard]] QString panel(StatusPanel panel) const override;
 
+    /// A control of somebody else, which the line owns from now on.
+    void addInFront(StatusPanel panel, QWidget* control);
+    /// The same at the right end, behind a line of its own when it is the first one there.
+    void addAtEnd(QWidget* control);
+
 private:
     void addPanel(StatusPanel panel, const QString& name, int figures);
+    QWidget* addDivider();
 
     QHBoxLayout* m_row;
     QHash<int, QLabel*> m_labels;
     QHash<int, QWidget*> m_dividers; ///< left of a panel
+    bool m_hasEnd = false;           ///< there are controls at the right end
 };
 
 } // namespace melovane

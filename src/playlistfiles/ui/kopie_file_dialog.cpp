@@ -14,6 +14,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -23,9 +24,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Width of the fields in letters, heights in lines.
+/// Width of the fields in letters, least heights in lines.
 constexpr int kWidth = 96;
-constexpr int kLogLines = 7;
+constexpr int kLogLines = 3;
+constexpr int kTemplateLines = 4;
+
+/// What the window manager puts around a dialog, and a little of what lies below, in lines.
+constexpr int kAround = 3;
 
 /// Options of file names and of folders.
 constexpr int kFileOptions = 3;
@@ -55,6 +60,19 @@ QLabel* makeHeading(QWidget& parent, const QString& text)
     font.setWeight(QFont::DemiBold);
     label->setFont(font);
     return label;
+}
+
+/// Breaks a text into lines and keeps their room free. Left to the label, no list beside it could
+/// become smaller: layouts take the height that depends on a width for the least one.
+void setWrapped(QLabel& label, const QString& text)
+{
+    label.setText(text);
+    label.setWordWrap(true);
+    QSizePolicy policy = label.sizePolicy();
+    policy.setHeightForWidth(false);
+    label.setSizePolicy(policy);
+    const int least = label.fontMetrics().averageCharWidth() * kWidth;
+    label.setMinimumHeight(label.heightForWidth(std::max(label.width(), least)));
 }
 
 /// A text that does not fit keeps both ends; the whole one stands in the tool tip.
@@ -98,15 +116,17 @@ KopieFileWindow::KopieFileWindow(frmKopieFile& logic, const ConfigObjects& texts
     , m_logic(logic)
 {
     setWindowTitle(texts.text(u"mnuAktivePlaystFiles").remove(u" ..."_s));
-    subject->setWordWrap(true);
     column()->addWidget(subject);
     column()->addSpacing(fontMetrics().height() / 2);
     column()->addLayout(makeFields(texts));
     column()->addSpacing(fontMetrics().height() / 2);
     column()->addLayout(makeChoices(texts));
     column()->addSpacing(fontMetrics().height() / 2);
-    column()->addLayout(makeProgress(texts));
+    column()->addLayout(makeProgress(texts), 1);
     setKeys(cmdStart, cmdAbbruch);
+    // A small screen shows less of the lists, a large window more of the log.
+    layout()->setSizeConstraint(QLayout::SetNoConstraint);
+    static_cast<QBoxLayout*>(layout())->setStretchFactor(column(), 1);
     connectLogic();
 }
 
@@ -154,6 +174,7 @@ QLayout* KopieFileWindow::makeOptions(const ConfigObjects& texts,
         group.addButton(button, index);
         options->addWidget(button);
     }
+    options->addStretch();
     return options;
 }
 
@@ -162,22 +183,17 @@ QLayout* KopieFileWindow::makeChoices(const ConfigObjects& texts)
     list1->setObjectName(u"List1"_s);
     list1->setAccessibleName(texts.text(u"export.templates"));
     list1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    QLabel* markers = makeNote(*this, u"sklMarken"_s, texts.text(u"export.markers"));
-    markers->setWordWrap(true);
+    QLabel* markers = makeNote(*this, u"sklMarken"_s);
+    setWrapped(*markers, texts.text(u"export.markers"));
     auto* templates = new QVBoxLayout;
     templates->setSpacing(fontMetrics().height() / 3);
     templates->addWidget(makeHeading(*this, texts.text(u"export.templates")));
     templates->addWidget(list1);
-    auto* options = new QVBoxLayout;
-    options->setSpacing(0);
-    options->addLayout(makeOptions(texts, u"frExpFile"_s, *fileOptions, kFileOptions));
-    options->addSpacing(fontMetrics().height());
-    options->addLayout(makeOptions(texts, u"frExpNewDir"_s, *folderOptions, kFolderOptions));
-    options->addStretch();
     auto* row = new QHBoxLayout;
     row->setSpacing(fontMetrics().height() * 2);
     row->addLayout(templates, 1);
-    row->addLayout(options, 1);
+    row->addLayout(makeOptions(texts, u"frExpFile"_s, *fileOptions, kFileOptions));
+    row->addLayout(makeOptions(texts, u"frExpNewDir"_s, *folderOptions, kFolderOptions));
     auto* all = new QVBoxLayout;
     all->setSpacing(fontMetrics().height() / 2);
     all->addLayout(row);
@@ -191,14 +207,14 @@ QLayout* KopieFileWindow::makeProgress(const ConfigObjects& texts)
     progressBar->setAccessibleName(texts.text(u"export.log"));
     progressBar->setTextVisible(false);
     progressBar->setRange(0, 1);
-    outcome->setWordWrap(true);
+    setWrapped(*outcome, u" "_s); // so that nothing moves when it speaks
     outcomePicture->hide();
     txProgress->setObjectName(u"txProgress"_s);
     txProgress->setAccessibleName(texts.text(u"export.log"));
     txProgress->setReadOnly(true);
     txProgress->setTabChangesFocus(true);
     txProgress->setLineWrapMode(QPlainTextEdit::NoWrap);
-    txProgress->setFixedHeight(fontMetrics().lineSpacing() * (kLogLines + 1));
+    txProgress->setMinimumHeight(fontMetrics().lineSpacing() * (kLogLines + 1));
     txProgress->setMinimumWidth(fontMetrics().averageCharWidth() * kWidth);
     auto* result = new QHBoxLayout;
     result->addWidget(outcomePicture);
@@ -207,7 +223,7 @@ QLayout* KopieFileWindow::makeProgress(const ConfigObjects& texts)
     progress->setSpacing(fontMetrics().height() / 2);
     progress->addWidget(progressBar);
     progress->addLayout(result);
-    progress->addWidget(txProgress);
+    progress->addWidget(txProgress, 1);
     return progress;
 }
 
@@ -228,6 +244,15 @@ void KopieFileWindow::connectLogic()
     connect(cmdDir, &QPushButton::clicked, this, [this] { m_logic.cmdDir(); });
     connect(cmdStart, &QPushButton::clicked, this, [this] { m_logic.cmdStart(); });
     connect(cmdAbbruch, &QPushButton::clicked, this, [this] { m_logic.cmdAbbruch(); });
+}
+
+void KopieFileWindow::showEvent(QShowEvent* event)
+{
+    DialogFrame::showEvent(event);
+    layout()->invalidate(); // the theme has given its controls their paddings by now
+    const int around = fontMetrics().height() * kAround;
+    setMinimumSize(layout()->totalMinimumSize());
+    resize(sizeHint().boundedTo(screen()->availableSize() - QSize(0, around)));
 }
 
 void KopieFileWindow::reject()
@@ -270,15 +295,14 @@ void KopieFileDialog::close()
 
 void KopieFileDialog::setSubject(const QString& sentence)
 {
-    m_window->subject->setText(sentence);
+    setWrapped(*m_window->subject, sentence);
 }
 
 void KopieFileDialog::setTemplates(const QStringList& offered)
 {
     const QSignalBlocker quiet(m_window->list1);
     m_window->list1->addItems(offered);
-    const int rowHeight = m_window->list1->sizeHintForRow(0);
-    m_window->list1->setMinimumHeight(rowHeight * int(offered.size()) +
+    m_window->list1->setMinimumHeight(m_window->list1->sizeHintForRow(0) * kTemplateLines +
                                       2 * m_window->list1->frameWidth());
 }
 
@@ -367,7 +391,7 @@ void KopieFileDialog::setOutcome(const QString& text, bool isGood)
     m_window->outcomePicture->setVisible(!text.isEmpty());
     m_window->outcomePicture->setPixmap(
         m_icons.icon(isGood ? u"ticked"_s : u"info"_s, ThemeRole::Accent).pixmap(side, side));
-    m_window->outcome->setText(text);
+    setWrapped(*m_window->outcome, text.isEmpty() ? u" "_s : text);
 }
 
 std::optional<QString> KopieFileDialog::chooseFolder(const QString& present)

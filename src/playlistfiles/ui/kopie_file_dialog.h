@@ -43,6 +43,9 @@ public:
     QPushButton* cmdAbbruch;
 
 protected:
+    /// Makes it as large as its content, but never larger than the screen.
+    void showEvent(QShowEvent* event) override;
+
     /// The close box closes the window, as soon as the logic has ended what goes on.
     void closeEvent(QCloseEvent* event) override;
 

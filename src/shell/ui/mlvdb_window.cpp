@@ -4,6 +4,7 @@
 #include "library/ui/mp3db_widget.h"
 #include "platform/qt/empty_view.h"
 #include "platform/qt/icon_set.h"
+#include "platform/qt/monitor_bars.h"
 #include "platform/qt/skin.h"
 #include "platform/qt/split_panel.h"
 #include "platform/qt/status_bar.h"
@@ -96,6 +97,7 @@ void MlvdbWindow::buildPanels()
     m_splits[2]->addWidget(m_playlist);
 
     m_status = new StatusBar(frame);
+    m_monitor = new MonitorBars(m_skin, m_icons, *m_status);
     auto* column = new QVBoxLayout(frame);
     column->setContentsMargins(0, SplitPanel::kGap, 0, 0);
     column->setSpacing(SplitPanel::kGap);
@@ -120,6 +122,10 @@ StatusLine& MlvdbWindow::status()
 void MlvdbWindow::attach(MLVDB& logic, const ConfigObjects& texts)
 {
     m_menus->attach(logic);
+    m_monitor->setTexts({.seekName = texts.text(u"monitor.seek.name"_s),
+                         .seekTip = texts.text(u"monitor.seek.tip"_s),
+                         .volumeName = texts.text(u"playlist.volume"_s),
+                         .volumeTip = texts.text(u"monitor.volume.tip"_s)});
     QMenu* skins = m_menus->filledMenu(u"mnuSkin"_s);
     connect(skins, &QMenu::aboutToShow, this,
             [this, skins, &logic, &texts] { fillSkinMenu(*skins, logic, texts); });

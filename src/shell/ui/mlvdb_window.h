@@ -13,6 +13,7 @@ class ConfigObjects;
 class EmptyView;
 class IconSet;
 class MLVDB;
+class MonitorBars;
 class Mp3dbWidget;
 struct MlvdbControls;
 class Panel;
@@ -36,6 +37,8 @@ public:
     [[nodiscard]] MlvdbControls controls();
 
     [[nodiscard]] StatusLine& status();
+
+    [[nodiscard]] MonitorBars& monitor() { return *m_monitor; }
 
     [[nodiscard]] Mp3dbWidget& library() { return *m_library; }
 
@@ -90,6 +93,7 @@ private:
     PlaylistWidget* m_playlist = nullptr;
     PlaylistFavoritWidget* m_lists = nullptr;
     StatusBar* m_status = nullptr;
+    MonitorBars* m_monitor = nullptr;
     WindowMenuBar* m_menus = nullptr;
     std::vector<LaterPanel> m_later;
     std::array<SplitPanel*, 3> m_splits{};

@@ -46,6 +46,12 @@ private:
     const Skin& m_skin;
 };
 
+bool isDialogShown(const QObject* watched, const QEvent& event)
+{
+    const auto* widget = qobject_cast<const QWidget*>(watched);
+    return event.type() == QEvent::Show && widget && widget->windowType() == Qt::Dialog;
+}
+
 QToolButton* makeButton(QWidget* parent,
                         const QString& name,
                         const QIcon& icon,
@@ -150,6 +156,10 @@ bool SplashWindow::eventFilter(QObject* watched, QEvent* event)
         if (widget && widget->window() != m_window) {
             m_view.workedElsewhere();
         }
+    }
+    if (event->type() == QEvent::ApplicationDeactivate || isDialogShown(watched, *event)) {
+        // A question under this window looks like a program that hangs.
+        m_view.otherInFront();
     }
     return QObject::eventFilter(watched, event);
 }

@@ -104,6 +104,11 @@ void MainWing::connectViews()
         below.playlist.view.judgeCommands();
     });
     below.playlist.hearSampleTool(window.guard());
+    below.sound.monitor.setOnHeard([this](const HeardTrack& track) {
+        window.showHeardTitle(track.title);
+        below.library.view.marks().setHeard(track.fid);
+        below.playlist.view.setHeardTrack(track.fid);
+    });
     desk.popup.setPlace([&desk] { return desk.window.lists().menuPlace(); });
     below.machine.settings.SetKeyboard(&desk.keyboard);
     desk.keyboard.setHandler(&desk.window, [this] { return keys.keyPressed(); });

@@ -42,9 +42,10 @@ std::vector<PlayAction> playActionsOf(const ctl_Playlist& view)
     return result;
 }
 
-PlaylistWing::PlaylistWing(const Below& wings, std::function<GroupId()> importGroup)
+PlaylistWing::PlaylistWing(const Below& wings, TreeActions treeActions)
     : below(wings)
-    , listFiles(listFileParts(std::move(importGroup)))
+    , tree(std::move(treeActions))
+    , listFiles(listFileParts())
     , drops({.engine = *wings.machine.engine,
              .settings = wings.machine.settings,
              .texts = wings.machine.texts,
@@ -62,7 +63,7 @@ PlaylistWing::PlaylistWing(const Below& wings, std::function<GroupId()> importGr
     , exports(exportParts())
 {}
 
-M3uCommandParts PlaylistWing::listFileParts(std::function<GroupId()> importGroup)
+M3uCommandParts PlaylistWing::listFileParts()
 {
     const Machine& machine = below.machine;
     return {.m3u = below.lists.m3u,
@@ -77,7 +78,7 @@ M3uCommandParts PlaylistWing::listFileParts(std::function<GroupId()> importGroup
                     return std::make_unique<ProgressDialog>(title,
                                                             machine.texts.text(u"m3u.cancel"_s));
                 },
-            .targetGroup = std::move(importGroup),
+            .targetGroup = tree.importGroup,
             .openFile =
                 [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }};
 }
@@ -106,10 +107,7 @@ PlaylistActions PlaylistWing::viewActions()
                 [this](const QString& cmd, const QString& fid, const QString& plid) {
                     below.suite.commands.findTempo(cmd, fid, plid);
                 },
-            .monitorStep =
-                [this](int direction) {
-                    below.sound.monitor.run(direction < 0 ? u"play.zur" : u"play.vor", {});
-                },
+            .monitorFrame = [this] { return below.sound.monitor.positionFrames(); },
             .locate = [this](const QString& file) { return below.machine.locator.placeOf(file); },
             .isFolder =
                 [this](const QString& place) { return below.machine.files.folderExists(place); },
@@ -130,6 +128,7 @@ PlaylistActions PlaylistWing::viewActions()
                 [this](const QString& file, int withinMs, int loudness) {
                     return below.sound.cueFinder.find(file, withinMs, loudness);
                 },
+            .newList = tree.newList,
             .world = below.suite.world(below.machine)};
 }
 
@@ -145,8 +144,16 @@ KopieParts PlaylistWing::exportParts()
             .texts = machine.texts,
             .warnings = below.desk.warnings,
             .form = exportForm,
-            .logFailure = [&machine](int code, const QString& what) {
-                logImport(machine, code, u"SavePlaylist"_s, what);
+            .logFailures = [&machine](const std::vector<ExportFault>& faults) {
+                M3uErrors errors(machine.files,
+                                 {machine.paths.programFolder(), machine.paths.GetConfigPath()},
+                                 machine.clock);
+                for (const ExportFault& fault : faults) {
+                    errors.add(fault.code, u"SavePlaylist"_s, fault.what);
+                }
+                // Where it can be written is known when it was.
+                errors.flush();
+                return errors.file();
             }};
 }
 

@@ -1,5 +1,7 @@
 #include "shell/wings/sound_wing.h"
 
+#include "bus/message_names.h"
+#include "platform/qt/monitor_bars.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/machine.h"
 #include "shell/wings/suite_wing.h"
@@ -10,6 +12,7 @@ SoundWing::SoundWing(Machine& machine, Desk& desk, SuiteWing& suite)
     : player(output, machine.loop)
     , monitor({.player = player,
                .status = desk.window.status(),
+               .panel = desk.window.monitor(),
                .warnings = desk.warnings,
                .settings = machine.settings,
                .texts = machine.texts,
@@ -18,8 +21,24 @@ SoundWing::SoundWing(Machine& machine, Desk& desk, SuiteWing& suite)
                .loop = machine.loop,
                .GetAllDataByFid =
                    [&machine](const QString& fid) { return machine.data.GetAllDataByFid(fid); },
-               .StopOtherMonitors = [&suite] { suite.suite.StopOtherMonitors(); },
-               .showStatusText = [&suite](const QString& text) { suite.showStatusText(text); }})
-{}
+               .StopOtherMonitors = [&suite] { return suite.suite.StopOtherMonitors(); },
+               .showStatusText = [&suite](const QString& text) { suite.showStatusText(text); },
+               .volumeChanged =
+                   [&suite](int volume) {
+                       suite.sender.SendMessage(bus::kVolumeMonitorChangeIcon, volume);
+                   }})
+{
+    MonitorBars& bars = desk.window.monitor();
+    QObject::connect(&bars, &MonitorBars::placePicked, &bars,
+                     [this](double ms) { monitor.seekTo(ms); });
+    QObject::connect(&bars, &MonitorBars::placeOffered, &bars,
+                     [this](double ms) { monitor.offerPlace(ms); });
+    QObject::connect(&bars, &MonitorBars::moveWanted, &bars,
+                     [this](double ms) { monitor.seekBy(ms); });
+    QObject::connect(&bars, &MonitorBars::volumePicked, &bars,
+                     [this](int volume) { monitor.chooseVolume(volume); });
+    QObject::connect(&bars, &MonitorBars::volumeStepped, &bars,
+                     [this](int steps) { monitor.changeVolume(steps); });
+}
 
 } // namespace melovane

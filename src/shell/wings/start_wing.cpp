@@ -56,6 +56,27 @@ StartResult StartWing::run(const std::function<void()>& showMainWindow)
         .run();
 }
 
+void StartWing::end(bool mayAsk)
+{
+    lastRun.end();
+    QStringList lost = machine.profile.unwritten();
+    // Files elsewhere are lists and exports; they have told their failure where they were written.
+    for (const QString& file : machine.files.unwritten()) {
+        if (file.startsWith(machine.paths.GetConfigPath()) && !lost.contains(file)) {
+            lost.append(file);
+        }
+    }
+    if (lost.isEmpty()) {
+        return;
+    }
+    lost.sort();
+    const QString text = machine.texts.text(u"end.unwritten"_s, lost.join(u'\n'));
+    machine.log()(u"Ende"_s, text);
+    if (mayAsk) {
+        desk.warnings.ShowWarning(text, WarningType::Note, machine.texts.text(u"glob_warn"));
+    }
+}
+
 OpenFault StartWing::openTest()
 {
     const DatabasePlace place{machine.settings.DbName(), machine.paths.GetConfigPath(),

@@ -26,6 +26,11 @@ struct StartWing
     /// \param showMainWindow loads the main window and shows it
     [[nodiscard]] StartResult run(const std::function<void()>& showMainWindow);
 
+    /// The program has come to its end: what of settings, layouts and the like could not be kept
+    /// is logged and told.
+    /// \param mayAsk false when the end was asked for from outside, where nobody reads a dialog
+    void end(bool mayAsk);
+
     Machine& machine;
     Desk& desk;
     SplashWindow splashForm;

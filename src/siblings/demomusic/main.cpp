@@ -1,3 +1,4 @@
+#include "config/program_call.h"
 #include "siblings/demomusic/demo_library.h"
 #include "siblings/demomusic/id3_writer.h"
 
@@ -12,6 +13,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace melovane::demomusic;
@@ -92,6 +94,23 @@ bool write(const QString& root, const DemoFile& file)
            out.write(file.bytes) == file.bytes.size();
 }
 
+/// The numbers behind the folder; nothing when one of them is none.
+std::optional<DemoOptions> optionsOf(const QStringList& call)
+{
+    if (call.isEmpty() || call.size() > 4 || call[0].isEmpty() || call[0].startsWith(u'-')) {
+        return {};
+    }
+    bool count = false;
+    bool seed = false;
+    bool seconds = false;
+    DemoOptions options;
+    options.count = call.value(1, u"200"_s).toInt(&count);
+    options.seed = call.value(2, u"1"_s).toUInt(&seed);
+    options.seconds = call.value(3, u"0"_s).toInt(&seconds);
+    const bool fits = count && seed && seconds && options.count >= 0 && options.seconds >= 0;
+    return fits ? std::optional(options) : std::nullopt;
+}
+
 DemoFile audibleTrack(int number, const QByteArray& sound)
 {
     Id3v2Writer writer;
@@ -107,19 +126,20 @@ DemoFile audibleTrack(int number, const QByteArray& sound)
 
 } // namespace
 
-/// demomusic FOLDER [COUNT] [SEED] [SECONDS]: fills a folder with MP3 files of an invented library.
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() < 2 || arguments.size() > 5) {
-        return fail(u"FOLDER [COUNT] [SEED] [SECONDS]"_s);
+    const QString name = u"demomusic"_s;
+    const QStringList call = melovane::argumentsOf(argc, argv);
+    if (const auto code = melovane::answerCall(name, call)) {
+        return *code;
     }
-    const QString& root = arguments[1];
-    DemoOptions options;
-    options.count = arguments.value(2, u"200"_s).toInt();
-    options.seed = arguments.value(3, u"1"_s).toUInt();
-    options.seconds = arguments.value(4, u"0"_s).toInt();
+    const auto read = optionsOf(call);
+    if (!read) {
+        return melovane::refuseCall(name, call.join(u' '));
+    }
+    const QString& root = call[0];
+    const DemoOptions& options = *read;
     const DemoLibrary library(options);
     constexpr int kTracksPerCover = 10;
     QByteArray cover;

@@ -4,6 +4,7 @@
 // two searches, makes a playlist of the hits, saves it beside the picture, exports it with its
 // files, and saves pictures of the windows.
 
+#include "config/program_call.h"
 #include "shell/application.h"
 #include "shell/ui/console_application.h"
 #include "siblings/demotour/ui/tour.h"
@@ -31,22 +32,26 @@ bool import(const QString& music)
 
 int main(int argc, char** argv)
 {
+    const QString name = u"demotour"_s;
+    const QStringList call = melovane::argumentsOf(argc, argv);
+    if (const auto code = melovane::answerCall(name, call)) {
+        return *code;
+    }
+    if (call.size() < 2 || call.size() > 3 || call[0].startsWith(u'-') ||
+        (call.size() == 3 && call[2] != "--stay"_L1)) {
+        return melovane::refuseCall(name, call.join(u' '));
+    }
     // The tour answers the dialogs, so they are those of the tool kit.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     melovane::ConsoleApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() < 3) {
-        std::fputs("demotour MUSIC PICTURE [--stay]\n", stderr);
-        return 2;
-    }
     std::puts("Importing the demo library");
     std::fflush(stdout);
-    if (!import(arguments[1])) {
+    if (!import(call[0])) {
         std::puts("The import failed");
         return 1;
     }
     melovane::Application console(application);
-    melovane::Tour tour(arguments[2], arguments.contains(u"--stay"_s));
+    melovane::Tour tour(call[1], call.size() == 3);
     tour.start();
     const int code = console.run();
     return code != 0 ? code : tour.result();

@@ -1,3 +1,4 @@
+#include "config/program_call.h"
 #include "platform/db/db_error.h"
 #include "platform/linux/linux_files.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
@@ -24,15 +25,19 @@ int fail(const QString& what)
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 3) {
-        return fail(u"needs a schema folder and a target file"_s);
+    const QString name = u"makedatabase"_s;
+    const QStringList call = argumentsOf(argc, argv);
+    if (const auto code = answerCall(name, call)) {
+        return *code;
+    }
+    if (call.size() != 2 || call[0].startsWith(u'-')) {
+        return refuseCall(name, call.join(u' '));
     }
     const SystemClock clock;
     const auto engine = sqlite::makeEngine(clock);
     LinuxFiles files;
     try {
-        buildShippedDatabase(*engine, files, arguments[1], arguments[2]);
+        buildShippedDatabase(*engine, files, call[0], call[1]);
     } catch (const DbError& error) {
         return fail(error.text() + u' ' + error.statement());
     } catch (const IoError& error) {

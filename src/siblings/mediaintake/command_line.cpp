@@ -1,7 +1,5 @@
 #include "siblings/mediaintake/command_line.h"
 
-#include "config/config_objects.h"
-
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -25,11 +23,6 @@ std::optional<IntakeCommand> parseCommandLine(const QStringList& arguments)
         return std::nullopt;
     }
     return command;
-}
-
-QString commandLineHelp(const ConfigObjects& texts)
-{
-    return texts.text(u"intake.usage");
 }
 
 } // namespace melovane

@@ -8,8 +8,6 @@
 
 namespace melovane {
 
-class ConfigObjects;
-
 /// What the program was started with.
 struct IntakeCommand
 {
@@ -23,8 +21,5 @@ struct IntakeCommand
 ///
 /// \param arguments without the program's name
 [[nodiscard]] std::optional<IntakeCommand> parseCommandLine(const QStringList& arguments);
-
-/// Two lines for a terminal.
-[[nodiscard]] QString commandLineHelp(const ConfigObjects& texts);
 
 } // namespace melovane

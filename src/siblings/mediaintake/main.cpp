@@ -1,12 +1,15 @@
+#include "config/program_call.h"
 #include "siblings/mediaintake/command_line.h"
 #include "siblings/mediaintake/intake_program.h"
 #include "siblings/mediaintake/ui/run_window.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QTextStream>
 
 #include <chrono>
+#include <optional>
 
 namespace {
 
@@ -15,6 +18,10 @@ using namespace melovane;
 int runQuietly(const IntakeCommand& command)
 {
     IntakeProgram program(command.mode);
+    if (const QString obstacle = program.obstacle(); !obstacle.isEmpty()) {
+        QTextStream(stderr) << obstacle << '\n';
+        return 1;
+    }
     if (!program.claim()) {
         QTextStream(stderr) << program.texts().text(u"intake.running") << '\n';
         return 1;
@@ -31,13 +38,15 @@ int runQuietly(const IntakeCommand& command)
     return session.report().failure.isEmpty() ? 0 : 1;
 }
 
-QStringList argumentsOf(int argc, char** argv)
+/// The first named folder that is none; nothing when all are there.
+std::optional<QString> firstMissing(const QStringList& folders)
 {
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i) {
-        arguments.append(QString::fromLocal8Bit(argv[i]));
+    for (const QString& folder : folders) {
+        if (folder.isEmpty() || !QFileInfo(folder).isDir()) {
+            return folder;
+        }
     }
-    return arguments;
+    return {};
 }
 
 } // namespace
@@ -47,12 +56,17 @@ int main(int argc, char** argv)
     // Without TZ the C library looks at this file again for every date that is turned into local
     // time, several times a track.
     qputenv("TZ", qEnvironmentVariable("TZ", QStringLiteral(":/etc/localtime")).toUtf8());
-    auto command = parseCommandLine(argumentsOf(argc, argv));
+    const QString name = QStringLiteral("mediaintake");
+    const QStringList arguments = argumentsOf(argc, argv);
+    if (const auto code = answerCall(name, arguments)) {
+        return *code;
+    }
+    auto command = parseCommandLine(arguments);
     if (!command) {
-        const QCoreApplication application(argc, argv);
-        const IntakeProgram program(IntakeMode::NewFiles);
-        QTextStream(stderr) << commandLineHelp(program.texts()) << '\n';
-        return 1;
+        return refuseCall(name, arguments.join(u' '));
+    }
+    if (const auto missing = firstMissing(command->folders)) {
+        return refuseCall(name, QStringLiteral("--folder ") + *missing);
     }
     // The program leaves the folder that these names may count from.
     for (QString& folder : command->folders) {

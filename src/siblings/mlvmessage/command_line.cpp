@@ -27,8 +27,7 @@ struct ActionRow
 constexpr std::array kActions = {
     ActionRow{u"list", Action::List, 0, 0},     ActionRow{u"alive", Action::Alive, 1, 1},
     ActionRow{u"send", Action::Send, 2, 4},     ActionRow{u"post", Action::Post, 2, 4},
-    ActionRow{u"listen", Action::Listen, 0, 0}, ActionRow{u"--help", Action::Help, 0, 0},
-    ActionRow{u"-h", Action::Help, 0, 0},
+    ActionRow{u"listen", Action::Listen, 0, 0},
 };
 
 bool readNumber(const QString& word, qint32& number)
@@ -108,33 +107,6 @@ std::optional<MessageCommand> parseCommandLine(const QStringList& arguments)
     }
     const bool fits = words.size() >= row->min && words.size() <= row->max;
     return fits && readWords(words, command) ? std::optional(command) : std::nullopt;
-}
-
-QString commandLineHelp()
-{
-    return u"mlvmessage: Nachrichten zwischen den Programmen der Suite ansehen und senden\n"
-           "\n"
-           "  mlvmessage list                              lebende Gegenstellen: Nummer,\n"
-           "                                               Prozess, Programm, Namen\n"
-           "  mlvmessage alive ZIEL                        lebt sie? gibt ihre Nummer aus\n"
-           "  mlvmessage send ZIEL ID [WPARAM [LPARAM]]    senden, die Antwort ausgeben\n"
-           "  mlvmessage send ZIEL ID [ZAHL] --text TEXT   ebenso einen Text\n"
-           "  mlvmessage post ZIEL ID [WPARAM [LPARAM]]    senden, ohne zu warten\n"
-           "  mlvmessage post ZIEL ID [ZAHL] --text TEXT   ebenso einen Text\n"
-           "  mlvmessage listen                            ausgeben, was ankommt\n"
-           "\n"
-           "ZIEL ist die Nummer einer Gegenstelle oder ein Name aus melovane.ini, etwa\n"
-           "MelovaneDB, Handle.DJ oder kurz DJ.\n"
-           "\n"
-           "  send    --wait SEKUNDEN     höchstens so lange auf die Antwort warten (10)\n"
-           "  listen  --as NAME           sich in melovane.ini eintragen: DB, DJ und Kiv\n"
-           "                              als Handle.NAME, andere als NAME.exe\n"
-           "          --answer ZAHL       so auf alles antworten (0)\n"
-           "          --count ZAHL        nach so vielen Nachrichten enden\n"
-           "          --seconds SEKUNDEN  nach dieser Zeit enden\n"
-           "\n"
-           "Ergebnis: 0 getan, 1 Aufruf unverständlich, 2 Gegenstelle lebt nicht,\n"
-           "3 keine Antwort oder zu wenige Nachrichten in der Zeit"_s;
 }
 
 } // namespace melovane

@@ -13,7 +13,6 @@ struct MessageCommand
 {
     enum class Action
     {
-        Help,
         List,
         Alive,
         Send,
@@ -21,7 +20,7 @@ struct MessageCommand
         Listen
     };
 
-    Action action = Action::Help;
+    Action action = Action::List;
     QString target; ///< handle or name
     qint32 id = 0;
     qint32 wParam = 0; ///< of a text message its number
@@ -39,8 +38,5 @@ struct MessageCommand
 /// Reads the arguments, without the program's name. Nothing when they make no sense: an unknown
 /// word, a number that is none of 32 bits, an option of another action, something missing.
 [[nodiscard]] std::optional<MessageCommand> parseCommandLine(const QStringList& arguments);
-
-/// What the program can do and its exit codes, for a terminal.
-[[nodiscard]] QString commandLineHelp();
 
 } // namespace melovane

@@ -1,4 +1,5 @@
 #include "config/paths.h"
+#include "config/program_call.h"
 #include "config/tool_box.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
@@ -45,10 +46,14 @@ int carryOut(const QCoreApplication& application, const MessageCommand& command)
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    const auto command = parseCommandLine(QCoreApplication::arguments().mid(1));
+    const QString name = QStringLiteral("mlvmessage");
+    const QStringList arguments = argumentsOf(argc, argv);
+    if (const auto code = answerCall(name, arguments)) {
+        return *code;
+    }
+    const auto command = parseCommandLine(arguments);
     if (!command) {
-        QTextStream(stderr) << commandLineHelp() << '\n';
-        return int(MessageResult::WrongArguments);
+        return refuseCall(name, arguments.join(u' '));
     }
     return carryOut(application, *command);
 }

@@ -64,9 +64,6 @@ std::optional<MessageResult> MessageTool::run(const MessageCommand& command,
 {
     m_end = std::move(end);
     switch (command.action) {
-    case MessageCommand::Action::Help:
-        m_print(commandLineHelp());
-        return MessageResult::Done;
     case MessageCommand::Action::List:
         return list();
     case MessageCommand::Action::Alive:

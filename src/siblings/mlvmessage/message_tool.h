@@ -20,8 +20,7 @@ class ToolBox;
 enum class MessageResult
 {
     Done = 0,
-    WrongArguments = 1,
-    NotAlive = 2,
+    NotAlive = 1, // 2 is a wrong call
     NoAnswer = 3,
 };
 

@@ -1,5 +1,3 @@
-// Task.StorePlaylists [--quiet]
-//
 // Writes every list that has changed to its file and tells what it did on the standard output. What
 // fails is told in a window, too, unless it was asked to be quiet. Ends with 0 when nothing failed.
 
@@ -7,6 +5,8 @@
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
+#include "config/program_call.h"
+#include "config/refusals.h"
 #include "platform/db/db_error.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
@@ -39,6 +39,9 @@ public:
         QDir::setCurrent(m_paths.GetConfigPath());
         MelovaneConfiguration::fill(m_texts);
     }
+
+    /// Why nothing may be done; empty when all is well.
+    [[nodiscard]] QString obstacle() const { return missingLibraryText(m_texts, m_settings); }
 
     /// What it has done, and what not.
     [[nodiscard]] StorePlaylists::Result store()
@@ -96,13 +99,31 @@ private:
 
 int main(int argc, char** argv)
 {
+    const QString name = u"Task.StorePlaylists"_s;
+    QStringList call = argumentsOf(argc, argv);
+    // The console starts it with a single blank.
+    call.removeAll(QString());
+    if (const auto code = answerCall(name, call)) {
+        return *code;
+    }
+    const bool quiet = call == QStringList{u"--quiet"_s};
+    if (!quiet && !call.isEmpty()) {
+        return refuseCall(name, call.join(u' '));
+    }
     Program program;
+    if (const QString obstacle = program.obstacle(); !obstacle.isEmpty()) {
+        QTextStream(stderr) << obstacle << Qt::endl;
+        if (!quiet) {
+            program.tell(argc, argv, obstacle, WarningType::Stop);
+        }
+        return 1;
+    }
     const StorePlaylists::Result result = program.store();
     const QString text = program.told(result);
     const bool failed = !result.failures.isEmpty();
     if (!text.isEmpty()) {
         QTextStream(stderr) << text << Qt::endl;
-        if (argc < 2 || QByteArrayView(argv[1]) != "--quiet") {
+        if (!quiet) {
             program.tell(argc, argv, text, failed ? WarningType::Stop : WarningType::Note);
         }
     }

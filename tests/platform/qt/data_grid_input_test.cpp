@@ -2,7 +2,9 @@
 #include "platform/qt/grid_fixture.h"
 #include "support/wait_for.h"
 
+#include <QApplication>
 #include <QComboBox>
+#include <QFile>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPointer>
@@ -270,6 +272,26 @@ TEST_F(GridInputTest, KeysOfAnOpenEditorAreNoKeysOfTheGrid)
     QTest::keyClick(&grid, Qt::Key_Delete);
     QTest::keyClick(&grid, Qt::Key_3, Qt::ControlModifier);
     EXPECT_EQ(digits.count() * 10 + deletes.count(), 11);
+}
+
+TEST_F(GridInputTest, TheTextOfAnEditorStandsWhereTheCellShowedIt)
+{
+    QFile theme(QStringLiteral(MLV_RESOURCES "/themes/melovane-dark.skn"));
+    ASSERT_TRUE(theme.open(QIODevice::ReadOnly));
+    ASSERT_TRUE(skin.load(QString::fromUtf8(theme.readAll())));
+    show(10);
+    grid.setEditing(&editing);
+    grid.goToRow(2, 0);
+    grid.editCurrentCell();
+    auto* line = grid.findChild<QLineEdit*>();
+    ASSERT_NE(line, nullptr);
+    line->setCursorPosition(0);
+    // The rectangle of the cursor has five units before it.
+    const int start = line->inputMethodQuery(Qt::ImCursorRectangle).toRect().left() + 5;
+    EXPECT_NEAR(line->mapTo(grid.viewport(), QPoint(start, 0)).x(),
+                grid.columnViewportPosition(0) + 8, 1);
+    skin.clear();
+    qApp->setStyleSheet({});
 }
 
 TEST_F(GridInputTest, WhatIsTypedStaysWhenTheRowsAreReadAnew)

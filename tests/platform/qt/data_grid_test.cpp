@@ -67,9 +67,47 @@ TEST_F(DataGridTest, RowsAreOneLineOfTextPlusEightUnits)
 TEST_F(DataGridTest, TheStretchedColumnTakesTheFreeWidth)
 {
     show(3);
-    EXPECT_EQ(grid.columnWidth(0) + grid.columnWidth(2), grid.viewport()->width());
+    const auto room = [this] {
+        return grid.width() - grid.verticalScrollBar()->sizeHint().width();
+    };
+    EXPECT_EQ(grid.columnWidth(0) + grid.columnWidth(2), room());
     grid.resize(800, 400);
-    EXPECT_EQ(grid.columnWidth(0) + grid.columnWidth(2), grid.viewport()->width());
+    EXPECT_EQ(grid.columnWidth(0) + grid.columnWidth(2), room());
+}
+
+TEST_F(DataGridTest, SeveralStretchedColumnsShareTheFreeWidthByTheirOwn)
+{
+    show(3);
+    auto columns = grid.columns();
+    columns[1].stretched = true;
+    columns[0].width = 20;
+    columns[1].width = 10;
+    grid.resize(300, 400);
+    grid.arrange(columns);
+    const int first = grid.columnWidth(0);
+    const int second = grid.columnWidth(2);
+    grid.resize(900, 400);
+    EXPECT_NEAR((grid.columnWidth(0) - first) / 2, grid.columnWidth(2) - second, 2);
+    EXPECT_EQ(grid.columnWidth(0) + grid.columnWidth(2),
+              grid.width() - grid.verticalScrollBar()->sizeHint().width());
+    // What is kept does not depend on the window.
+    EXPECT_EQ(grid.columns()[0].width, 20);
+    EXPECT_EQ(grid.columns()[1].width, 10);
+    grid.resize(50, 400);
+    EXPECT_GT(grid.columnWidth(2), second / 2) << "below their own width the view scrolls";
+}
+
+TEST_F(DataGridTest, NoColumnMovesWhenTheScrollBarComesOrGoes)
+{
+    show(3);
+    ASSERT_FALSE(grid.verticalScrollBar()->isVisible());
+    const int first = grid.columnWidth(0);
+    const int place = grid.columnViewportPosition(2);
+    show(1000);
+    ASSERT_TRUE(grid.verticalScrollBar()->isVisible());
+    EXPECT_EQ(grid.columnWidth(0), first);
+    EXPECT_EQ(grid.columnViewportPosition(2), place);
+    EXPECT_FALSE(grid.horizontalScrollBar()->isVisible());
 }
 
 TEST_F(DataGridTest, AWidthGivenByTheUserStays)
@@ -181,6 +219,35 @@ TEST_F(DataGridTest, AnEmptyGridShowsItsNoteAndRowsHideIt)
     EXPECT_FALSE(button->isVisible());
 }
 
+TEST_F(DataGridTest, ALowEmptyGridShowsItsTitleWholeAndKeepsTheSentenceInTheToolTip)
+{
+    grid.setEmptyNote(
+        {u"Leer"_s, u"Ein Satz, der hier über mehrere Zeilen geht und keinen Platz hat."_s, {}});
+    show(0);
+    auto* title = grid.findChild<QLabel*>(u"EmptyTitle"_s);
+    auto* text = grid.findChild<QLabel*>(u"EmptyText"_s);
+    const auto isWhole = [&](const QLabel& label) {
+        return label.height() >= label.heightForWidth(label.width()) &&
+               grid.viewport()->rect().contains(
+                   QRect(label.mapTo(grid.viewport(), QPoint()), label.size()));
+    };
+    const int line = grid.fontMetrics().height();
+    int withSentence = 0;
+    for (int height = 5 * line; height < 20 * line; height += line / 2) {
+        grid.resize(200, height);
+        QCoreApplication::processEvents();
+        ASSERT_TRUE(isWhole(*title)) << height;
+        if (text->isVisible()) {
+            ++withSentence;
+            ASSERT_TRUE(isWhole(*text)) << height;
+        } else {
+            ASSERT_TRUE(title->parentWidget()->toolTip().startsWith(u"Ein Satz"_s)) << height;
+        }
+    }
+    EXPECT_GT(withSentence, 10);
+    EXPECT_LT(withSentence, 30);
+}
+
 TEST_F(DataGridTest, AClosedDatabaseLeavesAnEmptyGridWithItsColumns)
 {
     show(3);
@@ -209,6 +276,24 @@ TEST_F(DataGridTest, AColouredTextIsMadeReadableOnEveryGround)
         }
     }
     EXPECT_GE(best, 3.5);
+    skin.clear();
+    qApp->setStyleSheet({});
+}
+
+TEST_F(DataGridTest, AFavouriteHasAGroundOfItsOwnUntilItIsSelected)
+{
+    show(3);
+    ASSERT_TRUE(skin.load(u"GridColorFavorit=#302010\nGridColorSelLostFocus=#203040\n"
+                          "GridColorSelGotFocus=#203040"_s));
+    look.cellStyle.ground = CellGround::Favourite;
+    const auto ground = [this](int row) {
+        const QPoint corner = grid.visualRect(grid.model()->index(row, 0)).topLeft();
+        const QImage image = grid.grab().toImage();
+        return fromQColor(image.pixelColor(grid.viewport()->mapTo(&grid, corner + QPoint(2, 2))));
+    };
+    EXPECT_EQ(ground(1), (Colour{0x30, 0x20, 0x10}));
+    grid.select({{1, 1}});
+    EXPECT_EQ(ground(1), (Colour{0x20, 0x30, 0x40}));
     skin.clear();
     qApp->setStyleSheet({});
 }

@@ -1,5 +1,7 @@
 #include "siblings/mlvmessage/command_line.h"
 
+#include "config/program_call.h"
+
 #include <gtest/gtest.h>
 
 namespace melovane {
@@ -88,8 +90,7 @@ INSTANTIATE_TEST_SUITE_P(All,
 
 TEST(MessageCommandLine, TheHelpNamesEveryActionAndExitCode)
 {
-    EXPECT_EQ(parsed(u"--help"_s)->action, MessageCommand::Action::Help);
-    const QString help = commandLineHelp();
+    const QString help = programPage(u"mlvmessage", PageLanguage::German);
     for (const QString& word :
          {u"list"_s, u"alive"_s, u"send"_s, u"post"_s, u"listen"_s, u"--wait"_s, u"--as"_s,
           u"--answer"_s, u"--count"_s, u"--seconds"_s, u"--text"_s, u"Ergebnis: 0"_s}) {

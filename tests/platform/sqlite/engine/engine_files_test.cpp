@@ -32,6 +32,16 @@ protected:
         m_siblingEngine->Release(path(name));
     }
 
+    /// Links a table of another file into the database and reads it once.
+    void linkGenresOfASideFile()
+    {
+        makeOther(u"side.mdb"_s, u"side"_s);
+        TableDef linked = link(u"side_genre"_s, path(u"side.mdb"_s));
+        linked.SourceTableName = u"genre"_s;
+        db().tableDefs().Append(linked);
+        EXPECT_EQ(rowsOf(db(), u"select name from side_genre"_s), QStringList{u"side"_s});
+    }
+
     /// Puts a file in the place of another as a file manager does it.
     void replace(const QString& target, const QString& source)
     {
@@ -253,13 +263,7 @@ TEST_F(EngineFiles, ADatabaseThatWasGivenAwayIsNotOpenedByAnyNameUntilItIsTakenB
 
 TEST_F(EngineFiles, AConnectionInUseWhileItsDatabaseIsGivenAwayIsNotKeptForTheNextUse)
 {
-    makeOther(u"side.mdb"_s, u"side"_s);
-    db().tableDefs().Append([&] {
-        TableDef linked = link(u"side_genre"_s, path(u"side.mdb"_s));
-        linked.SourceTableName = u"genre"_s;
-        return linked;
-    }());
-    EXPECT_EQ(rowsOf(db(), u"select name from side_genre"_s), QStringList{u"side"_s});
+    linkGenresOfASideFile();
     m_siblingEngine->Release(path());
     m_engine->GiveAway(path());
     m_engine->GiveAway(path(u"side.mdb"_s));
@@ -270,13 +274,7 @@ TEST_F(EngineFiles, AConnectionInUseWhileItsDatabaseIsGivenAwayIsNotKeptForTheNe
 
 TEST_F(EngineFiles, ReleaseOfASideFileClosesTheConnectionsThatHoldIt)
 {
-    makeOther(u"side.mdb"_s, u"side"_s);
-    db().tableDefs().Append([&] {
-        TableDef linked = link(u"side_genre"_s, path(u"side.mdb"_s));
-        linked.SourceTableName = u"genre"_s;
-        return linked;
-    }());
-    EXPECT_EQ(rowsOf(db(), u"select name from side_genre"_s), QStringList{u"side"_s});
+    linkGenresOfASideFile();
     db().Close();
     m_engine->Release(path(u"side.mdb"_s));
     EXPECT_EQ(ask(u"side.mdb"_s, "PRAGMA journal_mode=DELETE"), u"delete"_s);
