@@ -1,6 +1,7 @@
 #include "intake/intake_report.h"
 
 #include "config/config_objects.h"
+#include "platform/system/readable_name.h"
 
 #include <utility>
 
@@ -39,7 +40,9 @@ QString summary(const ConfigObjects& texts, const IntakeReport& report)
             parts.append(texts.text(name, qint64{number}));
         }
     }
-    QString text = texts.text(u"intake.checked", fileCount(texts, report.found));
+    const bool all = report.leftOver() == 0;
+    QString text =
+        texts.text(all ? u"intake.checked" : u"intake.found", fileCount(texts, report.found));
     if (!parts.isEmpty()) {
         text += u": "_s + parts.join(u", "_s);
     }
@@ -61,7 +64,8 @@ QStringList reportLines(const ConfigObjects& texts, const IntakeReport& report)
     }
     for (const auto* list : {&report.skipped.refused, &report.duplicates}) {
         for (const Refusal& refusal : *list) {
-            lines.append(refusal.path + u": "_s + reasonText(texts, refusal));
+            lines.append(shortened(refusal.path, kMaxInLog) + u": "_s +
+                         shortened(reasonText(texts, refusal), kMaxInLog));
         }
     }
     return lines;

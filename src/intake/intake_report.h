@@ -44,7 +44,8 @@ struct IntakeReport
 [[nodiscard]] QString fileCount(const ConfigObjects& texts, int number);
 
 /// One sentence with all counts that are not 0; they add up to the number of files at its
-/// beginning. A second one names the kinds of sound that were met and are not read.
+/// beginning, which were looked into unless some were left over. A second one names the kinds of
+/// sound that were met and are not read.
 [[nodiscard]] QString summary(const ConfigObjects& texts, const IntakeReport& report);
 
 /// The summary and one line for each refused file and each duplicate: "path: reason".

@@ -3,12 +3,20 @@
 #include "config/config_objects.h"
 #include "intake/import_errors.h"
 #include "platform/system/path_text.h"
+#include "platform/system/readable_name.h"
 
 #include <QHash>
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Letters of a name in a line that tells other things, too.
+constexpr qsizetype kMaxInLine = 100;
+
+} // namespace
 
 QString unreadKind(const QString& fileName)
 {
@@ -34,8 +42,9 @@ QString skippedText(const ConfigObjects& texts, const Skipped& skipped)
 {
     QStringList parts;
     if (!skipped.refused.empty()) {
-        parts.append(texts.text(u"playlist.skipped"_s, qint64(skipped.refused.size()),
-                                path::fileName(skipped.refused.front().path)));
+        parts.append(texts.text(
+            u"playlist.skipped"_s, qint64(skipped.refused.size()),
+            readableName(shortened(path::fileName(skipped.refused.front().path), kMaxInLine))));
     }
     if (!skipped.kinds.isEmpty()) {
         parts.append(texts.text(u"intake.kinds", kindsText(skipped)));

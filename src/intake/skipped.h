@@ -18,6 +18,10 @@ struct Refusal
     QString detail; ///< what was found: a key of the texts, or words; may be empty
 };
 
+/// Letters of a path in a log: longer than any that a system opens, so that each one that leads to
+/// a file stands there whole.
+inline constexpr qsizetype kMaxInLog = 4096;
+
 /// What was met on the way into the library and did not become a track. All ways in fill it: the
 /// importer, lists, drops.
 struct Skipped

@@ -2,6 +2,7 @@
 
 #include "platform/system/leading_number.h"
 #include "platform/system/letter_case.h"
+#include "platform/system/readable_name.h"
 #include "platform/system/trim_blanks.h"
 
 #include <QStringList>
@@ -58,7 +59,7 @@ QString properCase(const QString& text)
 
 TitleAndArtist fromFileName(const QString& name)
 {
-    QString text = name;
+    QString text = readableName(name);
     text.remove(u".mp3"_s, Qt::CaseInsensitive).replace(u'_', u' ');
     const QStringList parts = properCase(text).split(u'-');
     if (parts.size() < 2) {

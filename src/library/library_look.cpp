@@ -58,6 +58,9 @@ CellStyle LibraryLook::style(const QString& field, const RowValues& row) const
     if (!m_shownTrack.isEmpty() && row.value(u"FID"_s).toText() == m_shownTrack) {
         style = m_colours.shownTrack;
     }
+    if (!row.value(u"favorit"_s).isNull()) {
+        style.ground = CellGround::Favourite;
+    }
     if (row.value(u"DEL"_s).toLong() != 0) {
         style.text = m_colours.rowShowDel;
         style.struckOut = true;

@@ -136,11 +136,8 @@ void LibraryQuery::show(LibraryView view)
     m_view = view;
 }
 
-QString LibraryQuery::startStatement(const QString& lastSearch)
+QString LibraryQuery::startStatement()
 {
-    if (!lastSearch.isEmpty()) {
-        m_sql.SetFind(lastSearch);
-    }
     return m_sql.GetSql(kPrefixMode);
 }
 

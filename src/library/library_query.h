@@ -51,7 +51,7 @@ public:
     [[nodiscard]] LibraryView view() const { return m_view; }
 
     /// The statement of the start: what begins with the start word, which is never shown.
-    [[nodiscard]] QString startStatement(const QString& lastSearch);
+    [[nodiscard]] QString startStatement();
 
     /// A text of the search line. `columns` are searched beside title and artist.
     [[nodiscard]] QString searchStatement(const QString& text, const QStringList& columns);

@@ -56,7 +56,12 @@ void ShownTracks::readSorting()
 void ShownTracks::showFirst(const QString& text, bool hasRows)
 {
     if (!hasRows) {
-        m_parts.rows.data().SetRecordSource(m_query.startStatement(text));
+        QString statement;
+        // Half a short form of the last run is no reason to start without the library.
+        const bool isSearch = !text.isEmpty() && m_parts.guard.run(kShowEvent, [&] {
+            statement = m_query.searchStatement(text, chosenSearchColumns(m_parts.settings));
+        });
+        m_parts.rows.data().SetRecordSource(isSearch ? statement : m_query.startStatement());
         m_parts.rows.read();
     }
     m_isResult = !text.isEmpty();

@@ -1,10 +1,12 @@
 #include "playlistfiles/m3u_errors.h"
 
 #include "intake/import_errors.h"
+#include "intake/skipped.h"
 #include "platform/system/clock.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "platform/system/print_line.h"
+#include "platform/system/readable_name.h"
 
 #include <utility>
 
@@ -40,7 +42,8 @@ void M3uErrors::add(int code, const QString& source, const QString& what)
 {
     ++m_count;
     m_waiting += printLine({m_clock.now().toString(u"dd.MM.yyyy HH:mm:ss"_s), QString::number(code),
-                            importerror::GetMessageText(code), u"MlvM3U."_s + source, what})
+                            importerror::GetMessageText(code), u"MlvM3U."_s + source,
+                            shortened(what, kMaxInLog)})
                      .toUtf8() +
                  '\n';
     if (m_waiting.size() >= kPortion) {

@@ -75,14 +75,15 @@ public:
     /// Copies or moves entries, see kInsertCopies, kMove and kAppendCopies; another mode does
     /// nothing. They keep their action, so `aktion` has no effect. Unknown entries are skipped:
     /// their place stays free in an insert, an append gives them none. A list that is gone:
-    /// nothing.
+    /// nothing. A list that entries leave is counted and marked for saving like the other one.
     void InsertORMoveFromPlaylist(int mode,
                                   Sid position,
                                   Pnid list,
                                   const QString& dragText,
                                   int aktion);
 
-    /// Deletes entries, of whatever list, and counts the given one. The snapshot is the caller's.
+    /// Deletes entries, of whatever list, and counts these and the given one. The snapshot is the
+    /// caller's.
     /// \throws DbError, with nothing deleted
     void DeletePlaylistRecords(const QString& dragText, Pnid list);
 

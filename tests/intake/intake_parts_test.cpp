@@ -57,7 +57,7 @@ TEST_F(IntakeReportTest, SaysWhatHappenedInOneSentence)
     report.duplicates.push_back({u"/m/y.mp3"_s, 0, u"Kopie von /m/z.mp3"_s});
     report.cancelled = true;
     EXPECT_EQ(summary(texts, report),
-              u"10 Dateien geprüft: 5 neu, 2 schon in der Datenbank, 1 doppelt, "
+              u"10 Dateien gefunden: 5 neu, 2 schon in der Datenbank, 1 doppelt, "
               u"1 abgelehnt, 1 nicht gelesen (abgebrochen)."_s);
     const QStringList lines = reportLines(texts, report);
     EXPECT_EQ(lines.at(1), u"/m/x.mp3: Fehlerhafte MP3"_s);

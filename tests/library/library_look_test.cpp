@@ -67,6 +67,13 @@ TEST_F(LibraryLookTest, NullIsEmpty)
     EXPECT_EQ(look.text(u"DBit"_s, Value()), QString());
 }
 
+TEST_F(LibraryLookTest, AFavouriteHasTheGroundOfFavourites)
+{
+    EXPECT_EQ(look.style(u"Titel"_s, Row({{u"favorit"_s, hoursAgo(100)}})).ground,
+              CellGround::Favourite);
+    EXPECT_EQ(look.style(u"Titel"_s, Row({})).ground, CellGround::Plain);
+}
+
 TEST_F(LibraryLookTest, ARatingIsABadgeInItsColour)
 {
     const CellStyle best = look.style(u"Note"_s, Row({{u"Note"_s, u"5"_s}}));

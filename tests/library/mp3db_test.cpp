@@ -334,6 +334,15 @@ TEST_F(Mp3dbTest, WithLiveSearchOffTheLastSearchIsShownAtTheStartAllTheSame)
     EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
 }
 
+TEST_F(Mp3dbTest, WithLiveSearchOffARestoredShortFormIsReadAsOne)
+{
+    addTracks();
+    library.settings->SetLiveSuche(0);
+    library.settings->WriteKeyValue(u"Default"_s, u"LastDbSearch"_s, u"Note=1"_s);
+    start();
+    EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
+}
+
 TEST_F(Mp3dbTest, ASortingThatNobodyKnowsFallsBackToTheTitle)
 {
     addTracks();

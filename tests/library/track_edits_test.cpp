@@ -81,7 +81,7 @@ TEST_F(TrackEditsTest, EachFieldThatMayBeEditedTakesWhatIsTypedAndTheOthersTakeN
                 << column.toStdString() << ": " << after.toStdString();
         }
     }
-    EXPECT_EQ(barred, 2);
+    EXPECT_EQ(barred, 4);
     EXPECT_EQ(failures, QStringList());
 }
 
@@ -191,6 +191,9 @@ TEST_F(TrackEditsTest, EveryCellButPlayAndTheKeyCanBeEditedInThatMode)
     EXPECT_TRUE(edits.canEdit(0, u"note"_s));
     EXPECT_FALSE(edits.canEdit(0, u"PLAY"_s));
     EXPECT_FALSE(edits.canEdit(0, u"FID"_s));
+    // Who types over these loses the file behind the track.
+    EXPECT_FALSE(edits.canEdit(0, u"Path"_s));
+    EXPECT_FALSE(edits.canEdit(0, u"DName"_s));
     EXPECT_FALSE(edits.canEdit(5, u"Titel"_s));
     settings->SetGridSwapEditPlay(1);
     EXPECT_FALSE(edits.canEdit(0, u"Titel"_s));

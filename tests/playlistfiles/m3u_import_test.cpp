@@ -197,6 +197,14 @@ TEST_F(M3uImportTest, TheLogGrowsFromLoadToLoad)
     EXPECT_EQ(log().count('\n'), 3);
 }
 
+TEST_F(M3uImportTest, APathOfAMillionLettersIsShortenedInTheLog)
+{
+    EXPECT_EQ(load('/' + QByteArray(1'000'000, 'x') + "/end.mp3\n"), 1);
+    EXPECT_EQ(log().count('\n'), 1);
+    EXPECT_LT(log().size(), 5000);
+    EXPECT_TRUE(log().contains("/end.mp3"));
+}
+
 TEST_F(M3uImportTest, WhereTheProgramFolderIsReadOnlyTheLogStandsBesideTheSettings)
 {
     const TempFolder settings;

@@ -36,6 +36,7 @@ struct GridColumn
 enum class CellGround
 {
     Plain,
+    Favourite, ///< `GridColorFavorit`; the selection goes before it
     Playing, ///< `GridColorAktivePlay`
     Next,    ///< `GridColorNextPlay`
     Heard,   ///< `GridColorAktiveFid`: the entry in the monitor player

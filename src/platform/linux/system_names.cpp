@@ -1,19 +1,13 @@
 #include "platform/linux/system_names.h"
 
 #include "platform/system/path_text.h"
+#include "platform/system/readable_name.h"
 
 #include <sys/stat.h>
 
 namespace melovane::linuxnames {
 
 namespace {
-
-constexpr char16_t kByteBase = 0xEF00;
-
-bool standsForByte(QChar sign)
-{
-    return sign.unicode() >= kByteBase + 0x80 && sign.unicode() <= kByteBase + 0xFF;
-}
 
 uchar byteAt(const QByteArray& bytes, qsizetype at)
 {
@@ -52,7 +46,7 @@ QString decode(const QByteArray& name)
             text += letter;
             at += length;
         } else {
-            text += QChar(char16_t(kByteBase + byteAt(name, at)));
+            text += QChar(char16_t(kByteLetters + byteAt(name, at)));
             ++at;
         }
     }

@@ -82,6 +82,7 @@ DataGridPainter::ground(const QStyleOptionViewItem& option, int row, const CellS
     const Theme& theme = m_skin.theme();
     switch (style.ground) {
     case CellGround::Plain:
+    case CellGround::Favourite:
         break;
     case CellGround::Playing:
         return theme.colour(ThemeRole::GridColorAktivePlay);
@@ -94,6 +95,9 @@ DataGridPainter::ground(const QStyleOptionViewItem& option, int row, const CellS
         const bool focus = option.widget && option.widget->hasFocus();
         return theme.colour(focus ? ThemeRole::GridColorSelGotFocus
                                   : ThemeRole::GridColorSelLostFocus);
+    }
+    if (style.ground == CellGround::Favourite) {
+        return theme.colour(ThemeRole::GridColorFavorit);
     }
     return theme.colour(row % 2 == 0 ? ThemeRole::GridColor : ThemeRole::GridColorAlternating);
 }

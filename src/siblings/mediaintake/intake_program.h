@@ -5,6 +5,7 @@
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
+#include "config/refusals.h"
 #include "intake/intake_session.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
@@ -48,6 +49,9 @@ public:
         MelovaneConfiguration::fill(m_texts);
         m_session.whenOver = [this](const IntakeReport& report) { tellConsole(report); };
     }
+
+    /// Why there must be no import; empty when there may be one.
+    [[nodiscard]] QString obstacle() const { return missingLibraryText(m_texts, m_settings); }
 
     /// True when no other program imports into the database; until this one ends, none can.
     [[nodiscard]] bool claim() { return m_onlyImport.claim(); }

@@ -18,6 +18,10 @@ using namespace melovane;
 int runQuietly(const IntakeCommand& command)
 {
     IntakeProgram program(command.mode);
+    if (const QString obstacle = program.obstacle(); !obstacle.isEmpty()) {
+        QTextStream(stderr) << obstacle << '\n';
+        return 1;
+    }
     if (!program.claim()) {
         QTextStream(stderr) << program.texts().text(u"intake.running") << '\n';
         return 1;

@@ -6,6 +6,7 @@
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
 #include "config/program_call.h"
+#include "config/refusals.h"
 #include "platform/db/db_error.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
@@ -38,6 +39,9 @@ public:
         QDir::setCurrent(m_paths.GetConfigPath());
         MelovaneConfiguration::fill(m_texts);
     }
+
+    /// Why nothing may be done; empty when all is well.
+    [[nodiscard]] QString obstacle() const { return missingLibraryText(m_texts, m_settings); }
 
     /// What it has done, and what not.
     [[nodiscard]] StorePlaylists::Result store()
@@ -107,6 +111,13 @@ int main(int argc, char** argv)
         return refuseCall(name, call.join(u' '));
     }
     Program program;
+    if (const QString obstacle = program.obstacle(); !obstacle.isEmpty()) {
+        QTextStream(stderr) << obstacle << Qt::endl;
+        if (!quiet) {
+            program.tell(argc, argv, obstacle, WarningType::Stop);
+        }
+        return 1;
+    }
     const StorePlaylists::Result result = program.store();
     const QString text = program.told(result);
     const bool failed = !result.failures.isEmpty();

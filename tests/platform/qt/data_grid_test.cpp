@@ -280,6 +280,24 @@ TEST_F(DataGridTest, AColouredTextIsMadeReadableOnEveryGround)
     qApp->setStyleSheet({});
 }
 
+TEST_F(DataGridTest, AFavouriteHasAGroundOfItsOwnUntilItIsSelected)
+{
+    show(3);
+    ASSERT_TRUE(skin.load(u"GridColorFavorit=#302010\nGridColorSelLostFocus=#203040\n"
+                          "GridColorSelGotFocus=#203040"_s));
+    look.cellStyle.ground = CellGround::Favourite;
+    const auto ground = [this](int row) {
+        const QPoint corner = grid.visualRect(grid.model()->index(row, 0)).topLeft();
+        const QImage image = grid.grab().toImage();
+        return fromQColor(image.pixelColor(grid.viewport()->mapTo(&grid, corner + QPoint(2, 2))));
+    };
+    EXPECT_EQ(ground(1), (Colour{0x30, 0x20, 0x10}));
+    grid.select({{1, 1}});
+    EXPECT_EQ(ground(1), (Colour{0x20, 0x30, 0x40}));
+    skin.clear();
+    qApp->setStyleSheet({});
+}
+
 TEST(Figures, AllFiguresTakeTheSameWidth)
 {
     const QFontMetrics metrics{QFont()};

@@ -12,6 +12,8 @@
 #include <QProcess>
 #include <QTest>
 
+#include <cstdio>
+
 namespace {
 
 using namespace melovane;
@@ -78,6 +80,17 @@ TEST_F(IntakeProcess, ImportsWithoutAWindowAndPrintsItsReport)
     EXPECT_EQ(rows(), 20);
 }
 
+TEST_F(IntakeProcess, ANameThatIsNoUtf8GivesAReadableTitle)
+{
+    const QString made = m_music.write(u"made.mp3"_s, simpleMp3({}, {}));
+    const QByteArray named = QFile::encodeName(m_music.path()) + "/J\xF6rg - Stra\xDF"
+                                                                 "e \x80.mp3";
+    ASSERT_EQ(::rename(QFile::encodeName(made).constData(), named.constData()), 0);
+    static_cast<void>(run(quietly(), 0));
+    EXPECT_EQ(suite.column(u"select Titel from db_all"_s), QStringList{u"Straße €"_s});
+    EXPECT_EQ(suite.column(u"select Interpret from db_all"_s), QStringList{u"Jörg"_s});
+}
+
 TEST_F(IntakeProcess, AWrongCommandLineEndsWithTwo)
 {
     static_cast<void>(run({u"7"_s}, 2));
@@ -92,6 +105,20 @@ TEST_F(IntakeProcess, AnEmptyFolderAndOneThatIsNotThereAreWrongCalls)
         // The same with a window, which then does not open.
         EXPECT_EQ(run({u"1"_s, u"--folder"_s, folder}, 2), QString());
     }
+    EXPECT_EQ(rows(), 0);
+}
+
+TEST_F(IntakeProcess, WhenTheLibraryOfTheSettingsIsAwayItImportsIntoNoOther)
+{
+    writeMany(2);
+    suite.write(u"melovane.ini"_s, "[Global]\nDBName=/away/club.mdb\n");
+    QProcess process;
+    process.start(m_program, quietly());
+    ASSERT_TRUE(process.waitForFinished(60'000));
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(QString::fromUtf8(process.readAllStandardError()),
+              u"Die Bibliothek der Einstellungen ist nicht vorhanden: /away/club.mdb. "
+              u"Es wurde nichts getan.\n"_s);
     EXPECT_EQ(rows(), 0);
 }
 

@@ -8,9 +8,12 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QStandardPaths>
 #include <QTest>
 #include <QTreeWidget>
+
+#include <unistd.h>
 
 namespace {
 
@@ -74,6 +77,58 @@ TEST_F(IntakeWindowTest, AChosenFolderIsImportedAndReported)
     EXPECT_EQ(find<QProgressBar>(u"ProgressBar1"_s)->value(), 100);
     EXPECT_TRUE(find<QPushButton>(u"cmdClose"_s)->isDefault());
     EXPECT_EQ(rows(), 1);
+}
+
+TEST_F(IntakeWindowTest, TheReasonStandsInsideTheWindowHoweverLongItIs)
+{
+    const QString deep = QString(200, u'x') + u'/';
+    const QString first = music.write(deep + u"a.mp3"_s, simpleMp3(u"T"_s, u"A"_s));
+    const QString second = music.file(deep + u"b.mp3"_s);
+    ASSERT_EQ(::link(QFile::encodeName(first).constData(), QFile::encodeName(second).constData()),
+              0);
+    chosen = music.path();
+    open();
+    click(u"cmdAddFolder"_s);
+    click(u"cmdStart"_s);
+    ASSERT_TRUE(waitForEnd());
+    auto* report = find<QTreeWidget>(u"lstReport"_s);
+    ASSERT_EQ(report->topLevelItemCount(), 1);
+    QTest::qWait(0);
+    const QRect reason = report->visualItemRect(report->topLevelItem(0)) &
+                         QRect(report->columnViewportPosition(1), 0, report->columnWidth(1),
+                               report->viewport()->height());
+    EXPECT_GT(reason.width(), report->viewport()->width() / 3);
+    EXPECT_LE(report->columnViewportPosition(1) + report->columnWidth(1),
+              report->viewport()->width());
+    EXPECT_EQ(report->horizontalScrollBar()->maximum(), 0);
+}
+
+TEST_F(IntakeWindowTest, TheEmptyListOfFoldersSaysHowOneGetsIn)
+{
+    chosen = music.path();
+    open();
+    auto* hint = find<QLabel>(u"lblNoFolder"_s);
+    EXPECT_TRUE(hint->isVisible());
+    EXPECT_TRUE(hint->text().contains(u"Ordner hinzufügen"_s));
+    click(u"cmdAddFolder"_s);
+    EXPECT_FALSE(hint->isVisible());
+    click(u"cmdRemoveFolder"_s);
+    EXPECT_TRUE(hint->isVisible());
+}
+
+TEST_F(IntakeWindowTest, APathOfAMillionLettersIsShortenedInTheWindowAndInThePrintedReport)
+{
+    open();
+    session->setFolders({u"/music/"_s + QString(1'000'000, u'x') + u"/end"_s});
+    window->start();
+    ASSERT_TRUE(waitForEnd());
+    auto* report = find<QTreeWidget>(u"lstReport"_s);
+    ASSERT_EQ(report->topLevelItemCount(), 1);
+    const QString shown = report->topLevelItem(0)->text(0);
+    EXPECT_LT(shown.size(), 500);
+    EXPECT_TRUE(shown.startsWith(u"/music/"_s) && shown.endsWith(u"/end"_s));
+    EXPECT_LT(report->topLevelItem(0)->toolTip(0).size(), 500);
+    EXPECT_LT(reportLines(texts, session->report()).join(u'\n').size(), 5000);
 }
 
 TEST_F(IntakeWindowTest, SoundOfOtherKindsIsShownByKind)

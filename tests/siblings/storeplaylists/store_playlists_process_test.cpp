@@ -57,6 +57,17 @@ TEST_F(StorePlaylistsProcess, WhatFailsIsToldAndEndsWithOne)
     EXPECT_EQ(suite.value(u"select sicherung from pl_name"_s).toLong(), -1);
 }
 
+TEST_F(StorePlaylistsProcess, WhenTheLibraryOfTheSettingsIsAwayItLeavesTheDefaultOneAlone)
+{
+    const TempFolder folder;
+    suite.write(u"melovane.ini"_s, "[Global]\nDBName=/away/club.mdb\nPlaylistVerzeichnis=" +
+                                       folder.path().toUtf8() + "/Listen/\n");
+    const QString told = run(1);
+    EXPECT_TRUE(told.contains(u"/away/club.mdb"_s)) << told.toStdString();
+    EXPECT_FALSE(QFile::exists(folder.file(u"Listen"_s)));
+    EXPECT_EQ(suite.value(u"select sicherung from pl_name"_s).toLong(), -1);
+}
+
 TEST_F(StorePlaylistsProcess, WithoutItsDatabaseItSaysSo)
 {
     suite.engine->Release(suite.dbName());

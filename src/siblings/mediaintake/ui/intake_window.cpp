@@ -2,6 +2,7 @@
 
 #include "config/config_objects.h"
 #include "intake/intake_session.h"
+#include "platform/system/readable_name.h"
 
 #include <QFileDialog>
 #include <QFontMetrics>
@@ -27,6 +28,9 @@ namespace {
 /// Work between two looks at keyboard and mouse: short enough that the window feels alive.
 constexpr auto kStep = 40ms;
 
+/// Letters of a path or reason in a row and its tool tip: a wrong path may have a million.
+constexpr qsizetype kMaxShown = 400;
+
 /// \param key the name of its caption; with ".tip" behind it that of its tool tip
 QPushButton*
 makeButton(const ConfigObjects& texts, QWidget* parent, const QString& name, const QString& key)
@@ -49,6 +53,7 @@ IntakeWindow::IntakeWindow(IntakeSession& session, QWidget* parent)
     , m_texts(session.texts())
     , m_folderPanel(new QWidget(this))
     , m_folders(new QListWidget(m_folderPanel))
+    , m_noFolder(new QLabel(m_folders->viewport()))
     , m_progress(new QProgressBar(this))
     , m_progressText(new QLabel(this))
     , m_file(new QLabel(this))
@@ -74,6 +79,14 @@ void IntakeWindow::buildFolders()
     m_folders->setAccessibleName(m_texts.text(u"intake.folders"));
     m_folders->setToolTip(m_texts.text(u"intake.folders.tip"));
     m_folders->setTextElideMode(Qt::ElideMiddle);
+    m_noFolder->setObjectName(u"lblNoFolder"_s);
+    m_noFolder->setText(m_texts.text(u"intake.folders.none"));
+    m_noFolder->setAlignment(Qt::AlignCenter);
+    m_noFolder->setWordWrap(true);
+    m_noFolder->setForegroundRole(QPalette::PlaceholderText);
+    m_noFolder->setAttribute(Qt::WA_TransparentForMouseEvents);
+    auto* inside = new QVBoxLayout(m_folders->viewport());
+    inside->addWidget(m_noFolder);
     m_add = makeButton(m_texts, m_folderPanel, u"cmdAddFolder"_s, u"intake.add"_s);
     m_remove = makeButton(m_texts, m_folderPanel, u"cmdRemoveFolder"_s, u"intake.remove"_s);
     connect(m_add, &QPushButton::clicked, this, &IntakeWindow::addFolder);
@@ -109,10 +122,8 @@ void IntakeWindow::buildReport()
     m_report->setAlternatingRowColors(true);
     m_report->setTextElideMode(Qt::ElideMiddle);
     m_report->header()->setStretchLastSection(false);
-    m_report->header()->setSectionResizeMode(0, QHeaderView::Stretch);
-    m_report->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
-    // Reasons of the rows on screen are enough: a report may have thousands.
-    m_report->header()->setResizeContentsPrecision(0);
+    // As wide as their texts, one of them would push the other out of the window.
+    m_report->header()->setSectionResizeMode(QHeaderView::Stretch);
 }
 
 void IntakeWindow::buildButtons()
@@ -234,6 +245,7 @@ void IntakeWindow::showState()
     m_folderPanel->setVisible(m_session.mode() == IntakeMode::NewFiles);
     m_folderPanel->setEnabled(!running);
     m_remove->setEnabled(m_folders->currentRow() >= 0);
+    m_noFolder->setVisible(m_folders->count() == 0);
     m_progress->setVisible(running || over);
     m_progressText->setVisible(running);
     m_file->setVisible(running);
@@ -263,8 +275,9 @@ void IntakeWindow::showProgress()
     m_progress->setRange(0, percent < 0 ? 0 : 100);
     m_progress->setValue(percent);
     m_progressText->setText(m_session.progressText());
-    m_file->setText(m_file->fontMetrics().elidedText(m_session.currentFile(), Qt::ElideMiddle,
-                                                     m_file->width()));
+    m_file->setText(m_file->fontMetrics().elidedText(
+        readableName(shortened(m_session.currentFile(), kMaxShown)), Qt::ElideMiddle,
+        m_file->width()));
 }
 
 void IntakeWindow::showReport()
@@ -277,9 +290,10 @@ void IntakeWindow::showReport()
     for (const auto* list : {&report.skipped.refused, &report.duplicates}) {
         for (const Refusal& refusal : *list) {
             const QString reason = reasonText(m_texts, refusal);
-            auto* row = new QTreeWidgetItem({refusal.path, reason});
-            row->setToolTip(0, refusal.path);
-            row->setToolTip(1, reason);
+            const QString path = readableName(shortened(refusal.path, kMaxShown));
+            auto* row = new QTreeWidgetItem({path, shortened(reason, kMaxShown)});
+            row->setToolTip(0, path.toHtmlEscaped());
+            row->setToolTip(1, row->text(1).toHtmlEscaped());
             rows.append(row);
         }
     }

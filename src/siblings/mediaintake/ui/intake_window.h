@@ -56,6 +56,7 @@ private:
     QTimer m_worker; ///< fires whenever the message loop is idle, while an import runs
     QWidget* m_folderPanel;
     QListWidget* m_folders;
+    QLabel* m_noFolder; ///< in the empty list of folders
     QPushButton* m_add;
     QPushButton* m_remove;
     QProgressBar* m_progress;

@@ -21,6 +21,11 @@ int runWindow(int argc, char** argv, const IntakeCommand& command)
     if (const QString text = program.themeText(); !text.isEmpty()) {
         skin.load(text);
     }
+    if (const QString obstacle = program.obstacle(); !obstacle.isEmpty()) {
+        QTextStream(stderr) << obstacle << '\n';
+        QMessageBox::warning(nullptr, program.session().title(), obstacle);
+        return 1;
+    }
     if (!program.claim()) {
         const QString text = program.texts().text(u"intake.running");
         QTextStream(stderr) << text << '\n';
