@@ -276,7 +276,8 @@ void ctl_Playlist::updateEmptyNote()
     }
     if (!m_list.isOpen()) {
         m_controls.grid.setEmptyNote(
-            {m_texts.text(u"playlist.none.title"_s), m_texts.text(u"playlist.none.text"_s), {}});
+            {m_texts.text(u"playlist.none.title"_s), m_texts.text(u"playlist.none.text"_s),
+             m_actions.newList ? m_texts.text(u"playlist.none.button"_s) : QString()});
         return;
     }
     m_controls.grid.setEmptyNote(

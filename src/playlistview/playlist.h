@@ -164,6 +164,9 @@ public:
     void undo();
     void redo();
 
+    /// What was dropped on a list elsewhere: tracks or entries come to its end, which is told.
+    void append(const QString& dragText, Pnid list);
+
     // -- What the user does --
 
     /// A button of the tool bar, by key: "all.delete", "play.start", "all.undo" ...
@@ -189,6 +192,9 @@ public:
 
     void contextMenuWanted();
     void headMenuWanted();
+
+    /// The button of the empty view: a new list.
+    void emptyButtonPressed();
 
     [[nodiscard]] DragContent dragContent() { return m_drags.content(); }
 

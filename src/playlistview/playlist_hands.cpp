@@ -162,6 +162,18 @@ void ctl_Playlist::headMenuWanted()
     m_bus.SendMessage(bus::kShowGridLayout, u"PL"_s);
 }
 
+void ctl_Playlist::emptyButtonPressed()
+{
+    if (m_actions.newList) {
+        m_actions.newList();
+    }
+}
+
+void ctl_Playlist::append(const QString& dragText, Pnid list)
+{
+    m_guard.run(u"ctl_Playlist.append"_s, [&] { m_edits.appendDropped(dragText, list); });
+}
+
 void ctl_Playlist::drop(const DropOffer& offer)
 {
     m_guard.run(u"ctl_Playlist.drop"_s, [&] { m_drags.drop(offer); });

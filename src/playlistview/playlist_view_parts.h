@@ -86,6 +86,8 @@ struct PlaylistActions
     /// sound being what is louder than so much of 32768. Nothing for a file that cannot be read.
     std::function<std::optional<CueRange>(const QString& file, int withinMs, int loudness)> cuesOf =
         [](const QString&, int, int) { return std::nullopt; };
+    /// Makes a list that the user can name, and opens it; without it there is no button for that.
+    std::function<void()> newList = {};
 };
 
 } // namespace melovane

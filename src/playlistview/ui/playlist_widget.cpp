@@ -215,6 +215,7 @@ void PlaylistWidget::attach(ctl_Playlist& logic, const ConfigObjects& texts)
     });
     connect(&logic, &ctl_Playlist::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });
+    connect(m_grid, &DataGrid::emptyButtonClicked, &logic, &ctl_Playlist::emptyButtonPressed);
     connect(&logic, &ctl_Playlist::toolTipsWanted, this, [this, &texts] { setToolTips(texts); });
     connect(&logic, &ctl_Playlist::historyChanged, this, &PlaylistWidget::showHistory);
     connect(&logic, &ctl_Playlist::summaryChanged, this,
