@@ -129,8 +129,9 @@ void M3uCommands::importLists(const QStringList& files)
     }
     work.window.reset();
     m3u.events = {};
-    tell(goesOn ? m_parts.texts.text(u"m3u.imported"_s, lists, entries)
-                : m_parts.texts.text(u"m3u.import.cancelled"_s, lists));
+    tell(goesOn ? m_parts.texts.text(u"m3u.imported"_s, counted(u"m3u.imported.lists"_s, lists),
+                                     counted(u"m3u.imported.tracks"_s, entries))
+                : counted(u"m3u.import.cancelled"_s, lists));
     if (lists > 0) {
         m_bus.SendMessage(bus::kRefreshPlaylistTree);
         m_bus.SendMessage(isJingle ? bus::kJinglelistAktivieren : bus::kPlaylistAktivieren,
@@ -160,10 +161,16 @@ bool M3uCommands::insertLists(const QStringList& files,
     }
     work.window.reset();
     m3u.events = {};
-    tell(goesOn ? m_parts.texts.text(u"m3u.inserted"_s, entries)
+    tell(goesOn ? counted(u"m3u.inserted"_s, entries)
                 : m_parts.texts.text(u"m3u.insert.cancelled"_s));
     askForLog(work);
     return entries > 0;
+}
+
+/// A text with a number, in the form that fits it.
+QString M3uCommands::counted(const QString& key, int count) const
+{
+    return m_parts.texts.text(count == 1 ? key + u".one"_s : key, count);
 }
 
 void M3uCommands::askForLog(const Work& work)

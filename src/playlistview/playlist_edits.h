@@ -58,6 +58,8 @@ public:
     void addTracksAtRow(const QString& dragText);
     /// Puts tracks at the end of any list. One that is locked or gone says so.
     void appendTracks(const QString& dragText, Pnid list);
+    /// The same for tracks or copies of entries, and says what came.
+    void appendDropped(const QString& dragText, Pnid list);
     /// Puts the tracks of files, or the entries of list files, into the list on the screen; the
     /// first file decides which. False when there were none, which is told.
     bool addFiles(const QStringList& files, std::optional<Sid> target);
@@ -102,6 +104,7 @@ public:
 
 private:
     [[nodiscard]] bool mayChange();
+    [[nodiscard]] bool mayAppendTo(Pnid list);
     void tellStatus(const QString& text);
     [[nodiscard]] Plid currentEntry() const;
     void valueChanged();

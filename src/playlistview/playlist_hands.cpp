@@ -43,8 +43,8 @@ std::span<const ctl_Playlist::ToolRow> ctl_Playlist::toolTable()
         {u"play.stop", [](View& view, const Key& key) { view.monitorPressed(key); }},
         {u"play.start", [](View& view, const Key& key) { view.monitorPressed(key); }},
         {u"play.center", [](View& view, const Key& key) { view.monitorPressed(key); }},
-        {u"play.zur", [](View& view, const Key&) { view.m_actions.monitorStep(-1); }},
-        {u"play.vor", [](View& view, const Key&) { view.m_actions.monitorStep(1); }},
+        {u"play.zur", [](View& view, const Key&) { view.m_seek.step(-1); }},
+        {u"play.vor", [](View& view, const Key&) { view.m_seek.step(1); }},
         {bus::kAllVolume,
          [](View& view, const Key&) { view.m_bus.SendMessage(bus::kVolumeMonitorShow); }},
         {bus::kPlaylistJingleLoop, [](View& view, const Key&) { view.m_edits.toggleLoop(); }},
@@ -160,6 +160,18 @@ void ctl_Playlist::contextMenuWanted()
 void ctl_Playlist::headMenuWanted()
 {
     m_bus.SendMessage(bus::kShowGridLayout, u"PL"_s);
+}
+
+void ctl_Playlist::emptyButtonPressed()
+{
+    if (m_actions.newList) {
+        m_actions.newList();
+    }
+}
+
+void ctl_Playlist::append(const QString& dragText, Pnid list)
+{
+    m_guard.run(u"ctl_Playlist.append"_s, [&] { m_edits.appendDropped(dragText, list); });
 }
 
 void ctl_Playlist::drop(const DropOffer& offer)

@@ -307,6 +307,42 @@ TEST_F(PlaylistHands, AJingleListThatIsUndoneIsOpenedAsOne)
     EXPECT_TRUE(view.isJingleMode());
 }
 
+TEST_F(PlaylistHands, WhatIsDroppedOnAListElsewhereComesToItsEndInOneStepAndIsTold)
+{
+    openList(3);
+    const Pnid other = lists.addList({10}, u"Andere"_s);
+    view.append(test::Lists::tracksText({2, 3}), other);
+    EXPECT_EQ(lists.entryCount(other), 3);
+    EXPECT_EQ(takeStatus(), QStringList{u"2 Titel an „Andere“ angehängt"_s});
+    view.append(test::Lists::entriesText({cell(2, u"PLID").toText()}), other);
+    EXPECT_EQ(lists.entryCount(other), 4);
+    EXPECT_EQ(sentOf(u"playlist.change"_s),
+              QStringList{u"playlist.change %1 "_s.arg(numberOf(other))});
+    EXPECT_EQ(rows(), u"1 2 3"_s) << "they are copies";
+    view.undo();
+    EXPECT_EQ(lists.entryCount(other), 3);
+    view.undo();
+    EXPECT_EQ(lists.entryCount(other), 1);
+    lists.execute(u"update pl_name set lock=true where nid=%1"_s.arg(numberOf(other)));
+    sent.clear();
+    view.append(test::Lists::tracksText({2}), other);
+    EXPECT_EQ(lists.entryCount(other), 1);
+    EXPECT_EQ(takeStatus(), QStringList{u"Die Liste ist schreibgeschützt."_s});
+}
+
+TEST_F(PlaylistHands, TracksThatAreDroppedOnAJingleListAreJingles)
+{
+    openList(1);
+    const Pnid jingles = lists.addList({10}, u"Kennung"_s);
+    lists.execute(u"update pl_name set grid=-1 where nid=%1"_s.arg(numberOf(jingles)));
+    view.append(test::Lists::tracksText({2}), jingles);
+    EXPECT_EQ(lists
+                  .column(u"select aktion from pl_all where pnid=%1 order by sid"_s.arg(
+                      numberOf(jingles)))
+                  .last(),
+              QString::number(kAktionJinglePlay));
+}
+
 TEST_F(PlaylistHands, RatingsAreStoredTheOtherWayRoundAndGoToTheTags)
 {
     openList(1);

@@ -18,9 +18,10 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-PlaylistWing::PlaylistWing(const Below& wings, std::function<GroupId()> importGroup)
+PlaylistWing::PlaylistWing(const Below& wings, TreeActions treeActions)
     : below(wings)
-    , listFiles(listFileParts(std::move(importGroup)))
+    , tree(std::move(treeActions))
+    , listFiles(listFileParts())
     , drops({.engine = *wings.machine.engine,
              .settings = wings.machine.settings,
              .texts = wings.machine.texts,
@@ -34,7 +35,7 @@ PlaylistWing::PlaylistWing(const Below& wings, std::function<GroupId()> importGr
     , exports(exportParts())
 {}
 
-M3uCommandParts PlaylistWing::listFileParts(std::function<GroupId()> importGroup)
+M3uCommandParts PlaylistWing::listFileParts()
 {
     const Machine& machine = below.machine;
     return {.m3u = below.lists.m3u,
@@ -49,7 +50,7 @@ M3uCommandParts PlaylistWing::listFileParts(std::function<GroupId()> importGroup
                     return std::make_unique<ProgressDialog>(title,
                                                             machine.texts.text(u"m3u.cancel"_s));
                 },
-            .targetGroup = std::move(importGroup),
+            .targetGroup = tree.importGroup,
             .openFile =
                 [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }};
 }
@@ -78,10 +79,7 @@ PlaylistActions PlaylistWing::viewActions()
                 [this](const QString& cmd, const QString& fid, const QString& plid) {
                     below.suite.commands.findTempo(cmd, fid, plid);
                 },
-            .monitorStep =
-                [this](int direction) {
-                    below.sound.monitor.run(direction < 0 ? u"play.zur" : u"play.vor", {});
-                },
+            .monitorFrame = [this] { return below.sound.monitor.positionFrames(); },
             .locate = [this](const QString& file) { return below.machine.locator.placeOf(file); },
             .isFolder =
                 [this](const QString& place) { return below.machine.files.folderExists(place); },
@@ -101,7 +99,8 @@ PlaylistActions PlaylistWing::viewActions()
             .cuesOf =
                 [this](const QString& file, int withinMs, int loudness) {
                     return below.sound.cueFinder.find(file, withinMs, loudness);
-                }};
+                },
+            .newList = tree.newList};
 }
 
 KopieParts PlaylistWing::exportParts()
