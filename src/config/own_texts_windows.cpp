@@ -86,6 +86,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"status.jobs.none", u"Es laufen keine Hintergrundaufgaben."},
     {u"status.player.missing", u"Der Player läuft nicht."},
     {u"status.player.silent", u"Der Player antwortet nicht; was verlangt war, bekommt er, sobald er weiterläuft."},
+    {u"status.monitor.silent", u"Ein anderes Programm der Suite antwortet nicht; vielleicht ist es beim Vorhören weiter zu hören."},
     {u"status.help.missing", u"Die Hilfe ist nicht vorhanden."},
     {u"status.help.noopener", u"Kein Programm öffnet die Hilfe. Sie liegt hier: $1"},
     {u"status.later", u"Noch nicht in dieser Fassung"},

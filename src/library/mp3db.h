@@ -223,13 +223,16 @@ public:
 signals:
     /// A search shows this number of tracks.
     /// \param count -1 as long as nobody can tell
-    void countChanged(qint64 count);
+    /// \param name  how the view names itself; empty for the search line
+    void countChanged(qint64 count, const QString& name = {});
     /// The buttons of the tool bar are to be made.
     void toolBarWanted();
     /// Texts have changed with the language or the keys.
     void toolTipsWanted();
     /// Whether there is a way back and forward.
     void historyChanged(bool back, bool forward);
+    /// Name of the picture of the volume button.
+    void volumeIconChanged(const QString& picture);
 
 private:
     struct ToolRow

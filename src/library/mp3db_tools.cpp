@@ -50,6 +50,8 @@ std::span<const ctl_MP3DB::ToolRow> ctl_MP3DB::toolTable()
         {u"play.start", monitor},
         {u"play.center", monitor},
         {u"play.stop", monitor},
+        {bus::kAllVolume,
+         [](View& view, const Key&) { view.m_bus.SendMessage(bus::kVolumeMonitorShow); }},
         {u"all.sample", [](View& view, const Key&) { view.MelovaneKIVShow(); }},
     };
     return kRows;

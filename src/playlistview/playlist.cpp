@@ -48,6 +48,7 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
     , m_look(parts.clock, parts.texts)
     , m_rows(parts.engine, controls.grid, {.key = u"PLID"_s})
     , m_marks(parts.settings, controls.grid, m_rows, m_look)
+    , m_seek(parts.loop, m_bus, m_actions.monitorFrame)
     , m_news(parts.loop, [this](const QString& fid) { m_bus.SendMessage(bus::kInfoFromFid, fid); })
     , m_edits(parts,
               m_controls,

@@ -3,6 +3,7 @@
 #include "bus/event_guard.h"
 #include "bus/mlv_message_bus.h"
 #include "platform/controls/drop_target.h"
+#include "playlistview/monitor_seek.h"
 #include "playlistview/open_list.h"
 #include "playlistview/play_marks.h"
 #include "playlistview/playlist_drags.h"
@@ -212,8 +213,8 @@ signals:
     void historyChanged(const QString& undo, bool canUndo, const QString& redo, bool canRedo);
     /// The loop button belongs to jingle lists.
     void jingleModeChanged(bool on);
-    /// Picture of the volume button, 1 to 5; 0 for the plain one.
-    void volumeIconChanged(int step);
+    /// Name of the picture of the volume button.
+    void volumeIconChanged(const QString& picture);
 
 private:
     struct ToolRow
@@ -250,6 +251,7 @@ private:
     OpenList m_list;
     GridRows m_rows;
     PlayMarks m_marks;
+    MonitorSeek m_seek;
     TrackNews m_news;
     PlaylistEdits m_edits;
     PlaylistDrags m_drags;

@@ -65,8 +65,8 @@ struct PlaylistActions
     QString program;
     /// Starts the BPM finder; cmd is "auto" or "manuell".
     std::function<void(const QString& cmd, const QString& fid, const QString& plid)> startBeatGauge;
-    /// The monitor player goes a few seconds back (-1) or on (1).
-    std::function<void(int direction)> monitorStep;
+    /// Where the monitor player plays or stands, in frames; 0 without a track.
+    std::function<int()> monitorFrame;
     /// Where a stored file lies on this machine; empty when it is not there.
     std::function<QString(const QString& file)> locate;
     /// Whether a folder lies there now; without it only a name without an extension counts as one.

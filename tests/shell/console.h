@@ -157,7 +157,7 @@ public:
          [this](const QString& cmd, const QString& fid, const QString& plid) {
              mlvdb.siblings().findTempo(cmd, fid, plid);
          },
-         [](int) {},
+         [] { return 0; },
          [](const QString& file) { return file; },
          {},
          [this](const QStringList&) { return droppedTracks; },

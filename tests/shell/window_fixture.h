@@ -161,6 +161,8 @@ public:
         m_log.append(QStringLiteral("monitor %1 %2 %3").arg(action, fid).arg(position));
     }
 
+    [[nodiscard]] int positionFrames() const override { return frame; }
+
     void stop() override { m_log.append(QStringLiteral("monitor stop")); }
 
     void setVolume(int volume) override
@@ -169,6 +171,8 @@ public:
     }
 
     void reopen() override { m_log.append(QStringLiteral("monitor reopen")); }
+
+    int frame = 0;
 
 private:
     QStringList& m_log;

@@ -26,6 +26,13 @@ constexpr int kSearchLetters = 32;
 
 } // namespace
 
+namespace {
+
+/// Letters of a view's name that stand beside the number of its tracks.
+constexpr int kNameLetters = 32;
+
+} // namespace
+
 Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent)
     : Panel(skin, parent)
     , m_icons(icons)
@@ -39,6 +46,8 @@ Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent
     m_search->setMinimumWidth(fontMetrics().averageCharWidth() * kSearchLetters);
     m_grid->setObjectName(u"TDBGrid1"_s);
     m_count->setObjectName(u"MatchCount"_s);
+    // A folder may look like markup.
+    m_count->setTextFormat(Qt::PlainText);
     toolRow()->addWidget(m_search, 1);
     toolRow()->addSpacing(6);
     m_count->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -108,7 +117,8 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
     const std::vector<std::vector<Tool>> groups = {
         {{u"play.start"_s, u"play"_s, u"ToolTipPlayerPlay"_s},
          {u"play.center"_s, u"playcenter"_s, u"ToolTipPlayerPlayCenter"_s},
-         {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s}},
+         {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s},
+         {bus::kAllVolume.toString(), u"volume"_s, u"playlist.volume"_s}},
         {{u"all.book"_s, u"edit"_s, u"ToolTipAllTableDetail"_s},
          {u"open_dir"_s, u"folder"_s, u"mnuPOPDBGRID_7"_s},
          {u"all.data.select"_s, u"selectall"_s, u"ToolTipAllTableSel"_s},
@@ -183,22 +193,31 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
         logic.contextMenuWanted();
     });
     connect(&logic, &ctl_MP3DB::countChanged, this,
-            [this, &texts](qint64 count) { showCount(count, texts); });
+            [this, &texts](qint64 count, const QString& name) { showCount(count, name, texts); });
     connect(this, &Mp3dbWidget::reloadWanted, &logic, &ctl_MP3DB::Refresh);
     connect(&logic, &ctl_MP3DB::historyChanged, this, &Mp3dbWidget::showHistory);
+    connect(&logic, &ctl_MP3DB::volumeIconChanged, this, [this](const QString& picture) {
+        if (auto* button = findChild<QToolButton*>(bus::kAllVolume.toString())) {
+            button->setIcon(m_icons.icon(picture));
+        }
+    });
     connect(&logic, &ctl_MP3DB::toolTipsWanted, this, [this, &texts] { renewToolTips(texts); });
     connect(&logic, &ctl_MP3DB::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });
 }
 
-void Mp3dbWidget::showCount(qint64 count, const ConfigObjects& texts)
+void Mp3dbWidget::showCount(qint64 count, const QString& name, const ConfigObjects& texts)
 {
+    m_count->setToolTip(name.toHtmlEscaped());
     if (count < 0) {
         m_count->clear();
         return;
     }
     const QString key = count == 1 ? u"library.count.one"_s : u"library.count"_s;
-    m_count->setText(texts.text(key, groupedNumber(count)));
+    const QString number = texts.text(key, groupedNumber(count));
+    const int room = kNameLetters * fontMetrics().averageCharWidth();
+    const QString shown = fontMetrics().elidedText(name, Qt::ElideMiddle, room);
+    m_count->setText(name.isEmpty() ? number : shown + u"  ·  "_s + number);
 }
 
 void Mp3dbWidget::showColumnMenu(const QPoint& place)

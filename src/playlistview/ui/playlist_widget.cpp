@@ -15,7 +15,6 @@
 #include <QLabel>
 #include <QToolButton>
 
-#include <array>
 #include <limits>
 
 namespace melovane {
@@ -221,11 +220,9 @@ void PlaylistWidget::attach(ctl_Playlist& logic, const ConfigObjects& texts)
     connect(&logic, &ctl_Playlist::historyChanged, this, &PlaylistWidget::showHistory);
     connect(&logic, &ctl_Playlist::summaryChanged, this,
             [this, &texts](const PlaylistSummary& summary) { showSummary(summary, texts); });
-    connect(&logic, &ctl_Playlist::volumeIconChanged, this, [this](int step) {
-        static constexpr std::array<QStringView, 6> kPictures = {u"volume",  u"volume1", u"volume1",
-                                                                 u"volume2", u"volume",  u"volume"};
+    connect(&logic, &ctl_Playlist::volumeIconChanged, this, [this](const QString& picture) {
         if (auto* button = findChild<QToolButton*>(bus::kAllVolume.toString())) {
-            button->setIcon(m_icons.icon(kPictures[std::size_t(step)].toString()));
+            button->setIcon(m_icons.icon(picture));
         }
     });
     connect(&logic, &ctl_Playlist::jingleModeChanged, this, [this](bool on) {

@@ -79,10 +79,7 @@ PlaylistActions PlaylistWing::viewActions()
                 [this](const QString& cmd, const QString& fid, const QString& plid) {
                     below.suite.commands.findTempo(cmd, fid, plid);
                 },
-            .monitorStep =
-                [this](int direction) {
-                    below.sound.monitor.run(direction < 0 ? u"play.zur" : u"play.vor", {});
-                },
+            .monitorFrame = [this] { return below.sound.monitor.positionFrames(); },
             .locate = [this](const QString& file) { return below.machine.locator.placeOf(file); },
             .isFolder =
                 [this](const QString& place) { return below.machine.files.folderExists(place); },
