@@ -116,7 +116,10 @@ void ctl_MP3DB::loadGenres()
 void ctl_MP3DB::end()
 {
     m_watch.stop();
-    m_settings.WriteKeyValue(kStateSection, kLastSearch, trimBlanks(m_controls.search.text()));
+    const bool isSearch = m_shown.request().kind == ShownRequest::Kind::SearchLine;
+    const QString typed = trimBlanks(m_controls.search.text());
+    m_settings.WriteKeyValue(kStateSection, kLastSearch,
+                             typed.isEmpty() && !isSearch ? m_shown.lastSearch() : typed);
     m_shown.storeSorting();
     saveLayout();
 }
@@ -230,6 +233,10 @@ void ctl_MP3DB::headerClicked(int column)
 void ctl_MP3DB::tellResult(bool shown)
 {
     if (shown) {
+        if (m_shown.request().kind != ShownRequest::Kind::SearchLine) {
+            // These rows are no answer to the text that stands there.
+            m_controls.search.setText({});
+        }
         tellCount();
     }
     updateEmptyNote();
@@ -238,7 +245,7 @@ void ctl_MP3DB::tellResult(bool shown)
 void ctl_MP3DB::tellCount()
 {
     if (m_shown.isResult() && m_rows.isConnected()) {
-        emit countChanged(m_rows.count());
+        emit countChanged(m_rows.count(), nameOf(m_shown.request(), m_texts));
     }
 }
 
@@ -293,8 +300,10 @@ void ctl_MP3DB::SetComboFokus()
 
 LibraryState ctl_MP3DB::state() const
 {
-    return {m_rows.count(), m_watch.librarySize(), m_shown.view(),
-            trimBlanks(m_controls.search.text()), !m_rows.isConnected()};
+    const bool isEmptied = trimBlanks(m_controls.search.text()).isEmpty();
+    return {m_rows.count(),        m_watch.librarySize(),
+            m_shown.view(),        isEmptied ? QString() : m_shown.lastSearch(),
+            !m_rows.isConnected(), m_shown.request()};
 }
 
 void ctl_MP3DB::updateEmptyNote()

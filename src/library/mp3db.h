@@ -236,7 +236,8 @@ public:
 signals:
     /// A search shows this number of tracks.
     /// \param count -1 as long as nobody can tell
-    void countChanged(qint64 count);
+    /// \param name  how the view names itself; empty for the search line
+    void countChanged(qint64 count, const QString& name = {});
     /// The buttons of the tool bar are to be made.
     void toolBarWanted();
     /// Texts have changed with the language or the keys.

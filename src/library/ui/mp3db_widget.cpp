@@ -31,6 +31,13 @@ constexpr int kSearchLetters = 32;
 
 } // namespace
 
+namespace {
+
+/// Letters of a view's name that stand beside the number of its tracks.
+constexpr int kNameLetters = 32;
+
+} // namespace
+
 Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent)
     : Panel(skin, parent)
     , m_icons(icons)
@@ -44,6 +51,8 @@ Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent
     m_search->setMinimumWidth(fontMetrics().averageCharWidth() * kSearchLetters);
     m_grid->setObjectName(u"TDBGrid1"_s);
     m_count->setObjectName(u"MatchCount"_s);
+    // A folder may look like markup.
+    m_count->setTextFormat(Qt::PlainText);
     toolRow()->addWidget(m_search, 1);
     toolRow()->addSpacing(6);
     m_count->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -204,7 +213,7 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
         logic.contextMenuWanted();
     });
     connect(&logic, &ctl_MP3DB::countChanged, this,
-            [this, &texts](qint64 count) { showCount(count, texts); });
+            [this, &texts](qint64 count, const QString& name) { showCount(count, name, texts); });
     connect(this, &Mp3dbWidget::reloadWanted, &logic, &ctl_MP3DB::Refresh);
     connect(&logic, &ctl_MP3DB::historyChanged, this, &Mp3dbWidget::showHistory);
     connect(&logic, &ctl_MP3DB::toolTipsWanted, this,
@@ -220,14 +229,18 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
             [this, &logic, &texts] { createToolBar(logic, texts); });
 }
 
-void Mp3dbWidget::showCount(qint64 count, const ConfigObjects& texts)
+void Mp3dbWidget::showCount(qint64 count, const QString& name, const ConfigObjects& texts)
 {
+    m_count->setToolTip(name.toHtmlEscaped());
     if (count < 0) {
         m_count->clear();
         return;
     }
     const QString key = count == 1 ? u"library.count.one"_s : u"library.count"_s;
-    m_count->setText(texts.text(key, groupedNumber(count)));
+    const QString number = texts.text(key, groupedNumber(count));
+    const int room = kNameLetters * fontMetrics().averageCharWidth();
+    const QString shown = fontMetrics().elidedText(name, Qt::ElideMiddle, room);
+    m_count->setText(name.isEmpty() ? number : shown + u"  ·  "_s + number);
 }
 
 void Mp3dbWidget::showColumnMenu(const QPoint& place)

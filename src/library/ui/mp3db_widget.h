@@ -51,7 +51,7 @@ private:
     void createHistoryButtons(ctl_MP3DB& logic, const ConfigObjects& texts);
     void createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts);
     void showHistory(bool back, bool forward);
-    void showCount(qint64 count, const ConfigObjects& texts);
+    void showCount(qint64 count, const QString& name, const ConfigObjects& texts);
     void showColumnMenu(const QPoint& place);
 
     const IconSet& m_icons;

@@ -46,6 +46,7 @@ QWidget#ToolRow { background: {GridHeadColor}; border-bottom: 1px solid {Hairlin
 QWidget#StatusBar1 { background: {GridHeadColor}; border-top: 1px solid {Hairline}; }
 QWidget#StatusBar1 QLabel { color: {TextSecond}; padding: 0 12px; }
 QWidget#StatusBar1 QLabel#StatusElapsed { color: {Text}; }
+QWidget#StatusBar1 QLabel#MonitorLoudspeaker { padding: 0 0 0 10px; }
 QFrame#StatusLine { background: {Hairline}; border: none; }
 QLabel#MatchCount { color: {TextSecond}; }
 QToolButton { background: transparent; border: 1px solid transparent; border-radius: 4px;
