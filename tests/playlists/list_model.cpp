@@ -150,9 +150,13 @@ std::vector<ListModel::Entry> ListModel::entriesOf(int list) const
 
 Kind ListModel::randomKind(std::mt19937& random, Others others) const
 {
-    // What is taken back, changed by others and then done once more is rare by chance alone.
+    // A move that is taken back, and what is taken back, changed by others and then done once more,
+    // are rare by chance alone.
     if (others == Others::Write && m_lastKind == Kind::Undo && below(random, 3) == 0) {
         return Kind::Foreign;
+    }
+    if (m_lastKind == Kind::Move && !m_undo.empty() && below(random, 2) == 0) {
+        return Kind::Undo;
     }
     if (m_lastKind == Kind::Foreign && !m_redo.empty() && below(random, 2) == 0) {
         return Kind::Redo;
