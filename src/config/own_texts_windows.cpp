@@ -53,12 +53,33 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"mnuMoreResult.index", u"Index - Wortsuche"},
     {u"mnuMoreResult.fulltext", u"Volltextsuche"},
 
+    // Why the system refused something.
+    {u"system.notpermitted", u"das ist nicht erlaubt"},
+    {u"system.missing", u"Datei oder Ordner nicht vorhanden"},
+    {u"system.io", u"Fehler beim Lesen oder Schreiben des Datenträgers"},
+    {u"system.denied", u"keine Berechtigung"},
+    {u"system.busy", u"wird gerade benutzt"},
+    {u"system.exists", u"ist schon vorhanden"},
+    {u"system.nodevice", u"das Gerät ist nicht vorhanden"},
+    {u"system.nofolder", u"ist kein Ordner"},
+    {u"system.folder", u"ist ein Ordner"},
+    {u"system.manyfiles", u"zu viele offene Dateien"},
+    {u"system.large", u"die Datei ist zu groß"},
+    {u"system.full", u"auf dem Datenträger ist kein Platz mehr"},
+    {u"system.readonly", u"der Datenträger ist schreibgeschützt"},
+    {u"system.longname", u"der Dateiname ist zu lang"},
+    {u"system.links", u"zu viele Verknüpfungen hintereinander"},
+    {u"system.stale", u"der Datenträger im Netz ist nicht mehr da"},
+    {u"system.quota", u"der zugeteilte Speicherplatz ist aufgebraucht"},
+
     // Status line and messages of the main window.
     {u"library.changed", u"Jetzt ist eine andere Bibliothek geöffnet: $1"},
     {u"library.gone", u"Die Bibliothek der Einstellungen ist nicht vorhanden: $1. Geöffnet bleibt $2"},
+    {u"library.missing", u"Die Bibliothek der Einstellungen ist nicht vorhanden: $1. Es wurde nichts getan."},
     {u"library.refused", u"Die Bibliothek der Einstellungen lässt sich nicht öffnen: $1. $2"},
     {u"status.notdone", u"Nicht ausgeführt: $1"},
     {u"history.anew", u"Die Schritte zum Rückgängigmachen waren beschädigt und beginnen neu; die alten liegen in $1"},
+    {u"sidefile.anew", u"Eine Hilfsdatei der Bibliothek war beschädigt und wurde neu angelegt; die alte liegt in $1"},
     {u"status.skin.unreadable", u"Das Farbschema $1 ist nicht lesbar."},
     {u"status.sibling.missing", u"Das Programm $1 ist nicht vorhanden oder lässt sich nicht starten."},
     {u"status.importer.missing", u"Der Importer (mediaintake) lässt sich nicht starten."},
@@ -75,7 +96,6 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"status.card.missing", u"Soundkarte zum Vorhören nicht gefunden :: $1"},
     {u"status.card.none", u"Keine Soundkarte zum Vorhören"},
     {u"cd.title", u"Titel auf CD - DVD"},
-    {u"library.missing", u"Die Bibliothek der Einstellungen ist nicht vorhanden: $1. Es wurde nichts getan."},
     {u"cd.text", u"Die Datei: \\n\\n$1\\n\\nbefindet sich auf der CD: \\n\\n$2\\n\\n\\nBitte CD einlegen."},
     {u"nofile.text", u"Einige Dateien konnten nicht gefunden werden, genauere Informationen zu diesen Dateien finden Sie in $1\\nDie Einträge in der Datenbank wurden als nicht vorhanden markiert. Wenn die Dateien wieder zur Verfügung stehen, können Sie diese Aktion wiederholen um die Datenbankeinträge wieder zu aktiviere."}, // spelt so
 

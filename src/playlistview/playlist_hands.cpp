@@ -34,7 +34,12 @@ std::span<const ctl_Playlist::ToolRow> ctl_Playlist::toolTable()
         {u"all.clip.append", [](View& view, const Key&) { view.m_edits.paste(true); }},
         {u"all.data.select", [](View& view, const Key&) { view.selectAllRows(); }},
         {u"all.sample", [](View& view, const Key&) { view.editSample(); }},
-        {u"all.refresh", [](View& view, const Key&) { view.Refresh(); }},
+        {u"all.refresh",
+         [](View& view, const Key&) {
+             view.Refresh();
+             // Another console over the same library may have taken steps.
+             view.tellHistory();
+         }},
         {u"play.stop", [](View& view, const Key& key) { view.monitorPressed(key); }},
         {u"play.start", [](View& view, const Key& key) { view.monitorPressed(key); }},
         {u"play.center", [](View& view, const Key& key) { view.monitorPressed(key); }},

@@ -227,6 +227,19 @@ TEST_F(PlaylistHands, AnEntryWhoseTrackIsFlaggedCanStillBeDeleted)
     EXPECT_EQ(rows(), u"2"_s);
 }
 
+TEST_F(PlaylistHands, RefreshingTellsTheStepsThatAnotherConsoleHasTaken)
+{
+    openList(3);
+    stand(0);
+    view.deletePressed();
+    const QString own = undoTip;
+    ASSERT_EQ(lists.history.undo().outcome, ListHistory::Outcome::Done);
+    view.toolPressed(u"all.refresh"_s);
+    EXPECT_EQ(rows(), u"1 2 3"_s);
+    EXPECT_NE(undoTip, own);
+    EXPECT_EQ(undoTip, undoText(texts, std::nullopt));
+}
+
 TEST_F(PlaylistHands, UndoAsksBeforeItWritesOverWhatOthersHaveChanged)
 {
     openList(3);

@@ -200,6 +200,18 @@ TEST_F(ApplicationTest, ADamagedUndoHistoryBeginsAnewAndTheUserIsToldWhereTheOld
     EXPECT_EQ(suite.read(u"melovane.undo.mdb.damaged"_s), "this is no database");
 }
 
+TEST_F(ApplicationTest, ADamagedSideFileIsMadeAnewAndTheUserIsToldWhereTheOldOneLies)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    suite.write(u"melovane.temp.mdb"_s, "this is no database");
+    QString told;
+    run([&](QMainWindow& window) {
+        told = static_cast<MlvdbWindow&>(window).status().panel(StatusPanel::Message);
+    });
+    EXPECT_TRUE(told.endsWith(u"/melovane.temp.mdb.damaged"_s)) << qPrintable(told);
+    EXPECT_EQ(suite.read(u"melovane.temp.mdb.damaged"_s), "this is no database");
+}
+
 TEST_F(ApplicationTest, AnEmptyDatabaseStartsTheImporterWithArgument1AndDoesNotReadDBPosition)
 {
     suite.write(u"melovane.ini"_s, "[DBPosition]\nLeft=7\nTop=9\nWhidth=640\nHeight=400\n");

@@ -116,11 +116,16 @@ KopieParts PlaylistWing::exportParts()
             .texts = machine.texts,
             .warnings = below.desk.warnings,
             .form = exportForm,
-            .logFailure = [&machine](int code, const QString& what) {
+            .logFailures = [&machine](const std::vector<ExportFault>& faults) {
                 M3uErrors errors(machine.files,
                                  {machine.paths.programFolder(), machine.paths.GetConfigPath()},
                                  machine.clock);
-                errors.add(code, u"SavePlaylist"_s, what);
+                for (const ExportFault& fault : faults) {
+                    errors.add(fault.code, u"SavePlaylist"_s, fault.what);
+                }
+                // Where it can be written is known when it was.
+                errors.flush();
+                return errors.file();
             }};
 }
 

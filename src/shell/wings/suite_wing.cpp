@@ -16,6 +16,7 @@ SuiteWing::SuiteWing(Machine& machine)
     , commands(siblings, machine.texts, [this](const QString& text) { showStatusText(text); })
     , sampleTool(
           {.files = machine.files,
+           .dataFolder = machine.paths.GetConfigPath(),
            .programFolder = machine.paths.programFolder(),
            .suite = suite,
            .siblings = siblings,
