@@ -13,9 +13,8 @@ class Files;
 class KivInterface
 {
 public:
-    /// \param dataFolder    where `global.kiv` lies: an installed program cannot write beside
-    /// itself \param programFolder where an older sample tool keeps it; read when it lies only
-    /// there
+    /// \param dataFolder    where `global.kiv` lies: the user may write there
+    /// \param programFolder where an older sample tool keeps it. Read when it lies only there
     KivInterface(Files& files, QString dataFolder, QString programFolder);
 
     QString FID;           ///< line 1

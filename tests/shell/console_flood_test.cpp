@@ -4,6 +4,7 @@
 #include "support/wait_for.h"
 
 #include <QFile>
+#include <QJsonArray>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -17,9 +18,16 @@ using namespace Qt::Literals::StringLiterals;
 constexpr int kTracks = 40;
 
 /// What the console may keep of a flood when it is over, in megabytes. Nothing is kept of a message
-/// that was handled; this much the memory of the waiting ones may be scattered, a quarter of what
-/// they may take together.
-constexpr qint64 kMegabytesKept = 16;
+/// that was handled, so this is memory between what is in use, and less than the long proof's
+/// messages would take if they stayed.
+constexpr qint64 kMegabytesKept = 6;
+
+/// A sanitizer keeps what was freed.
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool kMemoryIsMeasured = false;
+#else
+constexpr bool kMemoryIsMeasured = true;
+#endif
 
 /// Programs that send at once.
 constexpr int kSenders = 2;
@@ -95,13 +103,20 @@ protected:
         settle();
     }
 
-    /// A last message comes behind all that waits; when it has done its work, the flood is over.
+    /// A last message comes behind all that waits; when it has done its work, and the user has seen
+    /// that of one amid the flood, the flood is over.
     void settle()
     {
         control->Post(message::kReconnectDatabase, 0, 0);
         control->PostText(message::kFieldClicked, message::kFieldIsArtist, u"Artist 3"_s);
+        bool isSeen = false;
         EXPECT_TRUE(QTest::qWaitFor(
-            [&] { return console->state()[u"tracks"_s].toInt() == kTracks / 4; }, kFloodMs));
+            [&] {
+                const QJsonObject state = console->state();
+                isSeen = isSeen || !state[u"asked"_s].toArray().isEmpty();
+                return isSeen && state[u"tracks"_s].toInt() == kTracks / 4;
+            },
+            kFloodMs));
         screen = console->act({u"search"_s, u"Track 1"_s});
     }
 
@@ -137,7 +152,9 @@ TEST_F(ConsoleFlood, AConsoleUnderAFloodLivesKeepsNothingOfItAndShowsWhatItShowe
     const qint64 running = megabytes();
     floodStopped(posts / 4);
     const qint64 stopped = megabytes();
-    EXPECT_LE(std::max(running, stopped) - warm, kMegabytesKept);
+    if (kMemoryIsMeasured) {
+        EXPECT_LE(std::max(running, stopped) - warm, kMegabytesKept);
+    }
     EXPECT_TRUE(console->isAlive());
     for (const QString& part : {u"tracks"_s, u"search"_s, u"lists"_s, u"open"_s, u"entries"_s}) {
         EXPECT_EQ(screen[part], before[part]) << part.toStdString();

@@ -557,7 +557,7 @@ int numberFrom(const char* variable, int fallback)
 
 TEST_F(ConsoleWalk, NothingIsWrittenToALibraryThatIsNotOnTheScreenAndEveryStepCanBeTakenBack)
 {
-    const int actions = numberFrom("MLV_WALK_ACTIONS", 60);
+    const int actions = numberFrom("MLV_WALK_ACTIONS", 80);
     const int seed = numberFrom("MLV_WALK_SEED", 1);
     walk(quint32(seed), actions);
     std::printf("proof: %d actions with seed %d, %d steps taken back and done again\n", m_actions,

@@ -66,6 +66,9 @@ public:
             if (i % kRowEvery == 0) {
                 writeRow();
             }
+            if (i == count / 2) {
+                postSeen();
+            }
             if (i % kBatch == 0) {
                 QCoreApplication::processEvents();
             }
@@ -84,6 +87,15 @@ public:
     }
 
 private:
+    /// One whose work the user sees, amid the others.
+    void postSeen()
+    {
+        for (const qint32 target : m_targets) {
+            m_control->setTarget(target);
+            m_control->Post(message::kJobResult, message::kJobChanges, 1);
+        }
+    }
+
     template <typename List> qint32 oneOf(const List& list)
     {
         return list[size_t(m_random.bounded(quint32(list.size())))];
