@@ -31,6 +31,7 @@ ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActio
     , m_texts(parts.texts)
     , m_controls(controls)
     , m_actions(std::move(actions))
+    , m_gate(parts.texts, m_actions.world)
     , m_bus(parts.bus, u"ctl_MP3DB"_s)
     , m_guard(guardOverBus(m_bus, parts.texts, parts.settings, parts.log))
     , m_history(parts.paths, parts.files)
@@ -140,6 +141,7 @@ void ctl_MP3DB::disconnectDatabase()
     m_rows.disconnect();
     emit countChanged(-1);
     updateEmptyNote();
+    judgeCommands();
 }
 
 void ctl_MP3DB::reconnectDatabase()
@@ -149,12 +151,14 @@ void ctl_MP3DB::reconnectDatabase()
     }
     const bool isOther = m_rows.data().DatabaseName() != m_settings.DbName();
     m_rows.reconnect(m_settings.DbName());
+    judgeCommands();
     if (isOther || !m_rows.isRead()) {
         // Another library, or one that was not there at the start either: this is the start.
         m_searchWaits = false;
         configure();
         return;
     }
+    loadGenres();
     m_watch.count();
     if (std::exchange(m_searchWaits, false)) {
         search(m_controls.search.text());

@@ -67,6 +67,12 @@ void ctl_MP3DB::toolPressed(const QString& key)
     }
 }
 
+QString ctl_MP3DB::whyNot(QStringView key, bool needsRow) const
+{
+    return m_gate.whyNot(key, {.isLent = !m_rows.isConnected(),
+                               .hasRow = !needsRow || m_controls.grid.currentRow() >= 0});
+}
+
 bool ctl_MP3DB::SendKeyUp(const QString& command)
 {
     static constexpr std::pair<QStringView, QStringView> kKeys[] = {

@@ -120,6 +120,7 @@ void M3uCommands::importLists(const QStringList& files)
             }
             const Pnid list = m3u.importAsNewList(path::baseName(files[i]), *group);
             work.errors = before + m3u.failures();
+            goesOn = !m3u.wasGivenUp();
             if (numberOf(list) != 0) {
                 ++lists;
                 entries += m3u.loaded();
@@ -154,10 +155,11 @@ bool M3uCommands::insertLists(const QStringList& files,
     Work work{m_parts.openProgress(m_parts.texts.text(u"m3u.import.title"_s)), {}, 0};
     watch(work);
     int entries = 0;
-    const bool goesOn = load(work, files);
+    bool goesOn = load(work, files);
     if (goesOn) {
         entries = target ? m3u.Insert(*target, list) : m3u.Append(list);
         work.errors = m3u.failures();
+        goesOn = !m3u.wasGivenUp();
     }
     work.window.reset();
     m3u.events = {};

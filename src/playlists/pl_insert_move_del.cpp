@@ -211,7 +211,23 @@ GetPLData::Entries cls_PLInsertMoveDel::sourcesOf(const QStringList& ids)
     m_clone->DBOpen(m_dbName);
     GetPLData::Entries entries = m_clone->entries(ids);
     m_clone->DBClose();
+    if (m_cutLibrary == m_dbName && m_cut.columns == entries.columns) {
+        for (auto row = m_cut.rows.cbegin(); row != m_cut.rows.cend(); ++row) {
+            // One that an undo has brought back stands in the table as it is now.
+            if (!entries.rows.contains(row.key())) {
+                entries.rows.insert(row.key(), row.value());
+            }
+        }
+    }
     return entries;
+}
+
+void cls_PLInsertMoveDel::cutPlaylistRecords(const QString& dragText, Pnid list)
+{
+    GetPLData::Entries taken = sourcesOf(parseDragList(dragText).ids);
+    DeletePlaylistRecords(dragText, list);
+    m_cut = std::move(taken);
+    m_cutLibrary = m_dbName;
 }
 
 void cls_PLInsertMoveDel::insertCopies(Sid position, Pnid list, const QStringList& ids)

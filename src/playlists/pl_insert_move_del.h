@@ -87,6 +87,10 @@ public:
     /// \throws DbError, with nothing deleted
     void DeletePlaylistRecords(const QString& dragText, Pnid list);
 
+    /// The same, but the entries can still be copied by their numbers, with all their values, until
+    /// others are cut. \throws DbError, with nothing deleted
+    void cutPlaylistRecords(const QString& dragText, Pnid list);
+
     /// Exchanges the positions of an entry and its neighbour above or below. The entry count and
     /// the save flag stay: the caller tells them when the user's hand rests.
     /// \param step -1 for up, 1 for down
@@ -122,6 +126,8 @@ private:
     QString m_whereColumn;
     GetPLData* m_clone = nullptr;
     std::unique_ptr<GetPLData> m_ownClone;
+    GetPLData::Entries m_cut; ///< what the last cut took away
+    QString m_cutLibrary;     ///< file that it stood in
 };
 
 } // namespace melovane

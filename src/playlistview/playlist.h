@@ -172,6 +172,16 @@ public:
     /// A button of the tool bar, by key: "all.delete", "play.start", "all.undo" ...
     void toolPressed(const QString& key);
 
+    /// Why the button of that key, or a command of the row menu, cannot work now, in the user's
+    /// words; empty when it can. A missing current row is no reason for a button.
+    [[nodiscard]] QString whyNot(QStringView key, bool needsRow = false) const;
+
+    /// The key of a command, see commandKey.
+    [[nodiscard]] QString keyOf(QStringView key) const { return commandKey(m_settings, key); }
+
+    /// Something that decides about commands has changed, here or around the program.
+    void judgeCommands() { emit commandsChanged(); }
+
     /// A command of the main window's keys: "play.start", "play.center", "play.stop", "copy",
     /// "selall", "insert" or "append", which paste. False when the grid has not the keyboard and
     /// nobody has asked for it, or for others.
@@ -211,6 +221,8 @@ signals:
     void summaryChanged(const PlaylistSummary& summary);
     /// Words of what can be undone and redone, and whether there is something.
     void historyChanged(const QString& undo, bool canUndo, const QString& redo, bool canRedo);
+    /// Buttons may be able to work now, or no more.
+    void commandsChanged();
     /// The loop button belongs to jingle lists.
     void jingleModeChanged(bool on);
     /// Name of the picture of the volume button.
@@ -221,6 +233,13 @@ private:
     {
         QStringView key;
         void (*work)(ctl_Playlist& view, const QString& key);
+    };
+
+    /// Whether there is a step to take back or to do again.
+    struct KnownSteps
+    {
+        bool undo = false;
+        bool redo = false;
     };
 
     [[nodiscard]] static std::span<const ToolRow> toolTable();
@@ -245,6 +264,7 @@ private:
     PlaylistTools m_tools;
     PlaylistControls m_controls;
     PlaylistActions m_actions;
+    CommandGate m_gate;
     BusSender m_bus;
     EventGuard m_guard;
     PlaylistLook m_look;
@@ -256,6 +276,7 @@ private:
     PlaylistEdits m_edits;
     PlaylistDrags m_drags;
     UndoSteps m_steps;
+    KnownSteps m_known;
     QString m_monitorCommand;    ///< what a double click asks of the monitor player
     PlaylistMessages m_messages; ///< the last member: nothing arrives without the rest
 };

@@ -182,8 +182,7 @@ bool PlaylistEdits::addFiles(const QStringList& files, std::optional<Sid> target
     }
     const QStringList fids = m_actions.tracksOf(files);
     if (fids.isEmpty()) {
-        tellStatus(m_texts.text(u"playlist.notracks"_s));
-        return false;
+        return false; // whoever has looked at the files has told what was among them
     }
     addTracks(dragText(DragKind::FidMp3db, fids), target);
     return true;
@@ -216,11 +215,9 @@ void PlaylistEdits::paste(bool append)
     }
 }
 
-void PlaylistEdits::deleteRows()
+/// The selected entries as a drag text, or the current one when none is selected.
+QString PlaylistEdits::rowsToTake() const
 {
-    if (!mayChange()) {
-        return;
-    }
     std::vector<RowRange> rows = m_controls.grid.selection();
     const qint64 current = m_controls.grid.currentRow();
     if (rows.empty() && current >= 0) {
@@ -233,13 +230,33 @@ void PlaylistEdits::deleteRows()
             ids.append(m_rows.cell(row, u"PLID").toText());
         }
     }
-    if (ids.isEmpty()) {
+    return dragText(DragKind::Plid, ids);
+}
+
+void PlaylistEdits::takeRows(const std::function<void(const QString& rows)>& take)
+{
+    const QString rows = mayChange() ? rowsToTake() : QString();
+    if (rows.isEmpty()) {
         return;
     }
     m_tools.snapshots.UndoSnapshot(m_list.pnid, *m_rows.database(), undoaction::kDelete);
-    m_tools.edits.DeletePlaylistRecords(dragText(DragKind::Plid, ids), m_list.pnid);
+    take(rows);
     tellChanged(m_list.pnid);
     m_controls.grid.select({});
+}
+
+void PlaylistEdits::deleteRows()
+{
+    takeRows(
+        [this](const QString& rows) { m_tools.edits.DeletePlaylistRecords(rows, m_list.pnid); });
+}
+
+void PlaylistEdits::cutRows()
+{
+    takeRows([this](const QString& rows) {
+        m_tools.edits.cutPlaylistRecords(rows, m_list.pnid);
+        m_controls.clipboard.setText(rows);
+    });
 }
 
 void PlaylistEdits::moveRow(int step)

@@ -71,6 +71,8 @@ public:
     void paste(bool append);
     /// The selected rows, or the current one when none is selected.
     void deleteRows();
+    /// The same; the clipboard holds them, to be pasted with all their values.
+    void cutRows();
     /// Exchanges the current row with its neighbour: -1 above, 1 below. The others are told once
     /// the user's hand rests.
     void moveRow(int step);
@@ -104,6 +106,8 @@ public:
 
 private:
     [[nodiscard]] bool mayChange();
+    [[nodiscard]] QString rowsToTake() const;
+    void takeRows(const std::function<void(const QString& rows)>& take);
     [[nodiscard]] bool mayAppendTo(Pnid list);
     void tellStatus(const QString& text);
     [[nodiscard]] Plid currentEntry() const;

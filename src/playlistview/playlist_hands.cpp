@@ -30,6 +30,7 @@ std::span<const ctl_Playlist::ToolRow> ctl_Playlist::toolTable()
         {u"all.book", [](View& view, const Key&) { view.bookPressed(); }},
         {u"all.delete", [](View& view, const Key&) { view.m_edits.deleteRows(); }},
         {u"all.copy", [](View& view, const Key&) { view.copyRows(); }},
+        {u"all.clip.cut", [](View& view, const Key&) { view.m_edits.cutRows(); }},
         {u"all.clip.insert", [](View& view, const Key&) { view.m_edits.paste(false); }},
         {u"all.clip.append", [](View& view, const Key&) { view.m_edits.paste(true); }},
         {u"all.data.select", [](View& view, const Key&) { view.selectAllRows(); }},
@@ -62,6 +63,16 @@ void ctl_Playlist::toolPressed(const QString& key)
             return;
         }
     }
+}
+
+QString ctl_Playlist::whyNot(QStringView key, bool needsRow) const
+{
+    return m_gate.whyNot(key, {.isLent = !m_rows.isConnected(),
+                               .hasRow = !needsRow || currentEntry() != Plid{},
+                               .hasList = m_list.isOpen(),
+                               .isLocked = m_list.locked,
+                               .canUndo = m_known.undo,
+                               .canRedo = m_known.redo});
 }
 
 bool ctl_Playlist::SendKeyUp(const QString& command, bool asked)

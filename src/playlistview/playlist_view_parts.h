@@ -3,6 +3,7 @@
 #include "platform/media/cue_finder.h"
 #include "playlists/playlist_ids.h"
 #include "store/error_sink.h"
+#include "views/command_gate.h"
 
 #include <QStringList>
 
@@ -72,7 +73,7 @@ struct PlaylistActions
     /// Whether a folder lies there now; without it only a name without an extension counts as one.
     std::function<bool(const QString& place)> isFolder;
     /// Identifiers of the tracks that files and folders hold, in their order; a file that is new
-    /// enters the library.
+    /// enters the library. What could not be taken has been told.
     std::function<QStringList(const QStringList& places)> tracksOf;
     std::function<void(const QString& name, const GridControl& grid)> saveLayout;
     std::function<void(const QString& name, GridControl& grid)> loadLayout;
@@ -88,6 +89,8 @@ struct PlaylistActions
         [](const QString&, int, int) { return std::nullopt; };
     /// Makes a list that the user can name, and opens it; without it there is no button for that.
     std::function<void()> newList = {};
+    /// What commands find around the view.
+    CommandWorld world = {};
 };
 
 } // namespace melovane

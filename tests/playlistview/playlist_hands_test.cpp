@@ -217,6 +217,38 @@ TEST_F(PlaylistHands, DeletedRowsGoWithASnapshotAndCanComeBack)
     EXPECT_EQ(rows(), u"1 4"_s);
 }
 
+TEST_F(PlaylistHands, CutRowsGoAndComeBackWithAllTheirValuesWhereverTheyArePasted)
+{
+    openList(4);
+    stand(1);
+    view.setAktion(kAktionLoop);
+    functions.PlaylistSaveStartStop(Plid(cell(1, u"PLID").toLong()), 1000, 2000);
+    lists.execute(u"update db_all set del=-1 where fid='800000000003'"_s);
+    grid.selected = {{1, 2}};
+    const QString cut = plids({1, 2});
+    view.toolPressed(u"all.clip.cut"_s);
+    EXPECT_EQ(rows(), u"1 4"_s);
+    EXPECT_EQ(clipboard.content, cut) << "a flagged track as well: it is gone from the list";
+    view.toolPressed(u"all.clip.append"_s);
+    EXPECT_EQ(rows(), u"1 4 2 3"_s);
+    EXPECT_EQ(cell(2, u"Start").toLong(), 1000);
+    EXPECT_EQ(cell(2, u"Stop").toLong(), 2000);
+    EXPECT_EQ(aktion(2).toLong(), kAktionLoop);
+    view.undo();
+    view.undo();
+    EXPECT_EQ(rows(), u"1 2 3 4"_s);
+}
+
+TEST_F(PlaylistHands, ALockedListIsNotCut)
+{
+    openList(2, true);
+    stand(0);
+    clipboard.content = u"before"_s;
+    view.toolPressed(u"all.clip.cut"_s);
+    EXPECT_EQ(rows(), u"1 2"_s);
+    EXPECT_EQ(clipboard.content, u"before"_s);
+}
+
 TEST_F(PlaylistHands, AnEntryWhoseTrackIsFlaggedCanStillBeDeleted)
 {
     openList(2);

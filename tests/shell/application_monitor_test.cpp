@@ -94,6 +94,7 @@ TEST_F(MonitorInWindowTest, F8MakesItLouderAndTheNextStartKnows)
     const auto key = [this] {
         run([&](QMainWindow& window) {
             window.activateWindow();
+            ASSERT_TRUE(test::waitFor([&] { return window.isActiveWindow(); }));
             QTest::keyClick(&window, Qt::Key_F8);
             shown = window.findChild<ValueBar*>(u"MonitorVolume"_s)->value();
         });

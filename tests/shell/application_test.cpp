@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTableView>
 #include <QTimer>
 #include <QToolButton>
@@ -180,6 +181,23 @@ TEST_F(ApplicationTest, ACommandOfTheListsThatFailsSaysWhy)
         told = static_cast<MlvdbWindow&>(window).status().panel(StatusPanel::Message);
     });
     EXPECT_TRUE(told.startsWith(u"Nicht ausgeführt: "_s)) << qPrintable(told);
+}
+
+TEST_F(ApplicationTest, AndSaysItInTheLanguageOfTheWindow)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    chooseEnglish();
+    QString told;
+    run([&](QMainWindow& window) {
+        suite.execute(u"drop table pl_group"_s);
+        window.findChild<QWidget*>(u"PlaylistFavorit1"_s)
+            ->findChild<QToolButton*>(u"all.newdir"_s)
+            ->click();
+        told = static_cast<MlvdbWindow&>(window).status().panel(StatusPanel::Message);
+    });
+    EXPECT_TRUE(
+        QRegularExpression(u"^Not done: Error 3\\d+ of the database"_s).match(told).hasMatch())
+        << qPrintable(told);
 }
 
 TEST_F(ApplicationTest, ADamagedUndoHistoryBeginsAnewAndTheUserIsToldWhereTheOldOneLies)

@@ -42,7 +42,8 @@ signals:
 private:
     void buildKeys();
     void setTexts(const ConfigObjects& texts);
-    void renewToolTips(const ConfigObjects& texts);
+    void renewToolTips(const ctl_MP3DB& logic, const ConfigObjects& texts);
+    void judgeTools(const ctl_MP3DB& logic, const ConfigObjects& texts);
     [[nodiscard]] QToolButton* addButton(const QString& key,
                                          const QString& icon,
                                          const QString& textKey,

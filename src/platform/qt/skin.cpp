@@ -33,6 +33,7 @@ QMenu { background: {GridHeadColor}; color: {Text}; border: 1px solid {Hairline}
 QMenu::item { padding: {pad}px 28px {pad}px 10px; border-radius: 4px; min-height: {row}px; }
 QMenu::item:selected { background: {GridColorSelGotFocus}; color: {Text}; }
 QMenu::item:disabled { color: {TextDisabled}; }
+QMenu#mnuMoreResult::item:disabled { color: {Text}; }
 QMenu::icon { padding-left: 8px; }
 QMenu::indicator { width: {line}px; height: {line}px; margin-left: 6px; }
 QMenu::indicator:checked { image: url(:/style/check.svg); }

@@ -18,6 +18,30 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// A line of the log of imports and exports.
+void logImport(Machine& machine, int code, const QString& source, const QString& what)
+{
+    M3uErrors errors(machine.files, {machine.paths.programFolder(), machine.paths.GetConfigPath()},
+                     machine.clock);
+    errors.add(code, source, what);
+}
+
+} // namespace
+
+std::vector<PlayAction> playActionsOf(const ctl_Playlist& view)
+{
+    std::vector<PlayAction> result;
+    const int present = view.currentAktion();
+    for (const int action : view.aktionChoices()) {
+        if (const AktionLook* const look = aktionLook(action)) {
+            result.push_back({action, look->key.toString(), action == present});
+        }
+    }
+    return result;
+}
+
 PlaylistWing::PlaylistWing(const Below& wings, TreeActions treeActions)
     : below(wings)
     , tree(std::move(treeActions))
@@ -29,7 +53,11 @@ PlaylistWing::PlaylistWing(const Below& wings, TreeActions treeActions)
              .reader = wings.lists.tagReader,
              .clock = wings.machine.clock,
              .pointer = wings.desk.pointer,
-             .showStatusText = [this](const QString& text) { below.suite.showStatusText(text); }})
+             .showStatusText = [this](const QString& text) { below.suite.showStatusText(text); },
+             .logRefusal =
+                 [&machine = wings.machine](const Refusal& refusal) {
+                     logImport(machine, refusal.code, u"Drop"_s, refusal.path);
+                 }})
     , view(viewParts(), wings.desk.window.playlist().controls(wings.desk.warnings), viewActions())
     , exportForm(wings.desk.icons, wings.machine.texts)
     , exports(exportParts())
@@ -100,7 +128,8 @@ PlaylistActions PlaylistWing::viewActions()
                 [this](const QString& file, int withinMs, int loudness) {
                     return below.sound.cueFinder.find(file, withinMs, loudness);
                 },
-            .newList = tree.newList};
+            .newList = tree.newList,
+            .world = below.suite.world(below.machine)};
 }
 
 KopieParts PlaylistWing::exportParts()
@@ -137,7 +166,12 @@ PlaylistCommands PlaylistWing::commands()
             .undo = [this] { view.undo(); },
             .redo = [this] { view.redo(); },
             .importLists = [this] { listFiles.importLists(); },
-            .saveActive = [this] { listFiles.saveList(view.listOfCommands()); }};
+            .saveActive = [this] { listFiles.saveList(view.listOfCommands()); },
+            .press = [this](const QString& key) { view.toolPressed(key); },
+            .whyNot = [this](QStringView key, bool needsRow) { return view.whyNot(key, needsRow); },
+            .rate = [this](int rating) { view.digitPressed(rating); },
+            .playActions = [this] { return playActionsOf(view); },
+            .setPlayAction = [this](int action) { view.setAktion(action); }};
 }
 
 bool PlaylistWing::editLayout()

@@ -66,4 +66,7 @@ private:
     [[nodiscard]] KopieParts exportParts();
 };
 
+/// The play actions for the current entry of the view.
+[[nodiscard]] std::vector<PlayAction> playActionsOf(const ctl_Playlist& view);
+
 } // namespace melovane
