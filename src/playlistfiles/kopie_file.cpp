@@ -317,7 +317,9 @@ void frmKopieFile::tell(const ExportResult& result)
         m_parts.logFailure(importerror::kFile, result.listFile + u": "_s + result.detail);
     }
     if (result.end == End::NoSpace || result.end == End::ListNotWritten) {
-        m_parts.warnings.ShowWarning(outcome, WarningType::Note, m_parts.texts.text(u"achtung"));
+        m_parts.warnings.ShowWarning(outcome, WarningType::Note, m_parts.texts.text(u"achtung"),
+                                     result.end == End::NoSpace ? u"export.nospace"_s
+                                                                : u"export.list.failed"_s);
     }
     if (!result.failures.empty() || !result.replaced.isEmpty()) {
         tellFailures(result);
@@ -342,7 +344,8 @@ void frmKopieFile::tellFailures(const ExportResult& result)
         lines.append(texts.text(u"export.failed.more", more));
     }
     m_parts.warnings.ShowWarning(outcomeOf(result) + u"\n\n"_s + lines.join(u'\n'),
-                                 WarningType::Note, texts.text(u"export.failed.title"));
+                                 WarningType::Note, texts.text(u"export.failed.title"),
+                                 u"export.failed.title"_s);
 }
 
 } // namespace melovane
