@@ -16,8 +16,8 @@ namespace {
 const QString kJobsKey = u"MessageHandleJobs"_s;
 const QString kVolumeMonitorKey = u"Message.Handle.Volume.Monitor"_s;
 
-/// How long the window stands still for a player that hangs: at its first number, and at those that
-/// follow.
+/// How long the window stands still for a program that hangs: at its first number, and at those
+/// that follow.
 constexpr std::chrono::milliseconds kPatience{1000};
 constexpr std::chrono::milliseconds kPatienceWithSilent{100};
 
@@ -100,28 +100,27 @@ void SuiteMessages::SetTodo(qint32 id, const QString& fid)
     });
 }
 
-qint32 SuiteMessages::send(MessageHandle target, qint32 id, qint32 lParam)
-{
-    m_control.setTarget(target);
-    return m_control.Send(id, 0, lParam);
-}
-
 bool SuiteMessages::sendIfAlive(MessageHandle target, qint32 id)
 {
     if (!m_messages.IsMsgWindow(target)) {
         return false;
     }
-    send(target, id);
+    ask(target, id);
     return true;
 }
 
-bool SuiteMessages::ask(MessageHandle player, qint32 id)
+/// False when the target runs and does not answer.
+bool SuiteMessages::ask(MessageHandle target, qint32 id, qint32 lParam)
 {
-    m_control.setTarget(player);
-    const auto patience = player == m_silentPlayer ? kPatienceWithSilent : kPatience;
+    m_control.setTarget(target);
+    const auto patience = m_silent.count(target) != 0 ? kPatienceWithSilent : kPatience;
     const bool answered =
-        m_control.SendWithin(patience, id, 0, 0) || !m_messages.IsMsgWindow(player);
-    m_silentPlayer = answered ? 0 : player;
+        m_control.SendWithin(patience, id, 0, lParam) || !m_messages.IsMsgWindow(target);
+    if (answered) {
+        m_silent.erase(target);
+    } else {
+        m_silent.insert(target);
+    }
     return answered;
 }
 
@@ -149,20 +148,22 @@ void SuiteMessages::postToPlayer(qint32 id)
     m_control.Post(id, 0, 0);
 }
 
-void SuiteMessages::StopOtherMonitors()
+bool SuiteMessages::StopOtherMonitors()
 {
+    bool allAnswered = true;
     for (const QString& line : m_settings.toolBox().INI_GetSection(section::kMessage.toString())) {
         const MessageHandle target = handleOf(line);
-        if (target != m_control.handle()) {
-            // Alive or not, the others are still to be told.
-            static_cast<void>(sendIfAlive(target, message::kStopMonitor));
+        if (target != m_control.handle() && m_messages.IsMsgWindow(target)) {
+            // The others are still to be told.
+            allAnswered = ask(target, message::kStopMonitor) && allAnswered;
         }
     }
+    return allAnswered;
 }
 
 void SuiteMessages::answerDatabaseRelease(MessageHandle asker)
 {
-    send(asker, message::kReleaseDatabase, message::kDatabaseIsFree);
+    ask(asker, message::kReleaseDatabase, message::kDatabaseIsFree);
 }
 
 bool SuiteMessages::isAlive(MessageHandle control) const

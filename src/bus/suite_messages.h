@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <set>
+
 namespace melovane {
 
 class DBEngine;
@@ -15,8 +17,10 @@ class Mod_API;
 /// What one view says to the other programs of the suite, over its own message control.
 ///
 /// Each operation reads the handles anew, since a program that was started again has another one.
-/// A program that does not run is no error: nothing is sent then. The target of the control is
-/// left at the last one that was written to.
+/// A program that does not run is no error: nothing is sent then. One that hangs holds the window
+/// for a second, and for a tenth of that at each further number until it answers again; what was
+/// sent it gets when it goes on. The target of the control is left at the last one that was written
+/// to.
 class SuiteMessages
 {
 public:
@@ -50,19 +54,18 @@ public:
 
     /// Asks the player something about a track: the mailbox row first, then `Send` of kPlayNext or
     /// kPlayNow. The number is sent even when the row could not be written. False when a player
-    /// that runs does not answer: the window has waited a second for it, and waits for each further
-    /// number a tenth of that until it answers again.
-    bool SendToPlayer(const QString& fid, qint32 id);
+    /// that runs does not answer.
+    [[nodiscard]] bool SendToPlayer(const QString& fid, qint32 id);
 
     /// `Send` of a number to the player, such as kRefreshPlaylistTree; both numbers 0. The same
     /// result.
-    bool sendToPlayer(qint32 id);
+    [[nodiscard]] bool sendToPlayer(qint32 id);
     /// The same by `Post`, such as kRefreshPlaylist.
     void postToPlayer(qint32 id);
 
     /// Sends kStopMonitor to every live control named in section "Message" but the console's own,
-    /// and waits until each has stopped.
-    void StopOtherMonitors();
+    /// and waits until each has stopped. False when one of them does not answer: it may play on.
+    [[nodiscard]] bool StopOtherMonitors();
 
     /// Answers kReleaseDatabase. \param asker the control that asked
     void answerDatabaseRelease(MessageHandle asker);
@@ -81,17 +84,16 @@ public:
     [[nodiscard]] bool editSample();
 
 private:
-    qint32 send(MessageHandle target, qint32 id, qint32 lParam = 0);
     [[nodiscard]] bool sendIfAlive(MessageHandle target, qint32 id);
     [[nodiscard]] MessageHandle player();
-    bool ask(MessageHandle player, qint32 id);
+    bool ask(MessageHandle target, qint32 id, qint32 lParam = 0);
 
     GlobalSettings& m_settings;
     DBEngine& m_engine;
     const Messages& m_messages;
     KSMessage& m_control;
     ErrorSink m_errors;
-    MessageHandle m_silentPlayer = 0; ///< that has not answered the last number
+    std::set<MessageHandle> m_silent; ///< those that have not answered the last number
 };
 
 } // namespace melovane

@@ -62,7 +62,59 @@ constexpr std::array<KeyRun, 3> kRuns = {
 
 const QString kTail = u"-TASTE"_s;
 
+/// Modifiers first, in the order in which menus show them; the rest are keys.
+constexpr std::array<std::pair<QStringView, QStringView>, 3> kPortableModifiers = {
+    {{u"STRG-TASTE", u"Ctrl+"}, {u"ALT-TASTE", u"Alt+"}, {u"UMSCHALTTASTE", u"Shift+"}}};
+
+constexpr std::array<std::pair<QStringView, QStringView>, 15> kPortableKeys = {{
+    {u"EINGABETASTE", u"Return"},
+    {u"PAUSE-TASTE", u"Pause"},
+    {u"ESC-TASTE", u"Esc"},
+    {u"LEERTASTE", u"Space"},
+    {u"BILD-AUF-TASTE", u"PgUp"},
+    {u"BILD-AB-TASTE", u"PgDown"},
+    {u"ENDE-TASTE", u"End"},
+    {u"POS1-TASTE", u"Home"},
+    {u"NACH-LINKS-TASTE", u"Left"},
+    {u"NACH-OBEN-TASTE", u"Up"},
+    {u"NACH-RECHTS-TASTE", u"Right"},
+    {u"NACH-UNTEN-TASTE", u"Down"},
+    {u"EINFG-TASTE", u"Ins"},
+    {u"LÖSCHEN-TASTE", u"Del"},
+    {u"HILFETASTE", u"Help"},
+}};
+
+/// One key; empty for one that only has a number.
+QString portableKey(const QString& name)
+{
+    for (const auto& [known, portable] : kPortableKeys) {
+        if (known == name) {
+            return portable.toString();
+        }
+    }
+    const QString key = name.endsWith(kTail) ? name.chopped(kTail.size()) : QString();
+    // Letters, digits and the function keys; the number pad has a sign of its own in front.
+    if (key.startsWith("NUM-"_L1)) {
+        return u"Num+"_s + key.mid(4);
+    }
+    const bool isFunction = key.size() > 1 && key.startsWith(u'F') && key[1].isDigit();
+    return key.size() == 1 || isFunction ? key : QString();
+}
+
 } // namespace
+
+QString portableKeys(const QString& combination)
+{
+    QStringList names = combination.split(u" + "_s, Qt::SkipEmptyParts);
+    QString result;
+    for (const auto& [name, portable] : kPortableModifiers) {
+        if (names.removeAll(name.toString()) > 0) {
+            result += portable;
+        }
+    }
+    const QString key = names.size() == 1 ? portableKey(names.first()) : QString();
+    return key.isEmpty() ? QString() : result + key;
+}
 
 QString keyName(int code)
 {

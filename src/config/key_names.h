@@ -18,4 +18,8 @@ class Keyboard;
 /// is. A binding matches when its text equals this one.
 [[nodiscard]] QString keyStatus(const Keyboard& keyboard);
 
+/// A combination as tool kits read it, "Ctrl+C" for "STRG-TASTE + C-TASTE": what menus show. Empty
+/// for one without a key, with several, or with one that has only a number.
+[[nodiscard]] QString portableKeys(const QString& combination);
+
 } // namespace melovane

@@ -36,6 +36,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"export.list.failed", u"Die Liste $1 ließ sich nicht schreiben: $2"},
     {u"export.failed.title", u"Nicht alles wurde kopiert"},
     {u"export.failed.more", u"... und $1 weitere, siehe Protokoll"},
+    {u"export.failed.all", u"... und $1 weitere; alle misslungenen Kopien stehen in $2"},
     {u"export.failure.notfound", u"Datei nicht gefunden"},
     {u"export.failure.nospace", u"kein Platz mehr im Zielordner"},
     {u"export.failure.library", u"dort liegt die Datei eines anderen Titels der Bibliothek"},

@@ -39,13 +39,18 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"library.lent.text", u"Sobald es fertig ist, geht es hier weiter."},
     {u"library.nodeleted", u"Keine Titel als gelöscht markiert"},
     {u"library.nomissing", u"Keine Titel ohne Datei"},
+    {u"library.view.deleted", u"Als gelöscht markiert"},
+    {u"library.view.missing", u"Ohne Datei"},
+    {u"library.view.folder", u"Ordner $1"},
+    {u"library.view.text", u"„$1“"},
     {u"library.norows", u"Hier stehen keine Titel"},
     {u"look.heard", u"wird vorgehört"},
     {u"library.edit.note", u"Eine Note geht von 1 bis 5, 5 ist die beste; leer oder 0 nimmt sie weg"},
 
     // The monitor player in the status line.
     {u"monitor.seek.name", u"Stelle im Titel, der vorgehört wird"},
-    {u"monitor.seek.tip", u"Stelle im Titel: klicken oder ziehen; Pfeil links und rechts 5 s, Bild auf und ab 30 s, Pos1 zum Anfang, Ende 10 s vor Schluss"},
+    {u"monitor.seek.tip", u"Stelle im Titel: klicken oder ziehen; Pfeil links und rechts 5 s, Bild auf und ab 30 s, Pos1 zum Anfang, Ende 10 s vor Schluss; Mausrad: Lautstärke"},
+    {u"monitor.volume.tip", u"Lautstärke beim Vorhören: klicken, ziehen oder Mausrad; leiser F7, lauter F8"},
 
     // Panels beside the library.
     {u"tree.title", u"Navigation"},
@@ -56,6 +61,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"playlist.grid.name", u"Titel der Playlist"},
     {u"playlist.none.title", u"Keine Playlist geöffnet"},
     {u"playlist.none.text", u"Eine Liste im Feld links anklicken."},
+    {u"playlist.none.button", u"Neue Playlist"},
     {u"playlist.norows.title", u"Noch keine Titel in dieser Liste"},
     {u"playlist.norows.text", u"Titel aus der Bibliothek, MP3-Dateien oder M3U-Listen hierher ziehen."},
     {u"playlist.norows.locked", u"Die Liste ist schreibgeschützt."},

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "intake/skipped.h"
+
 #include <QStringList>
 
 #include <functional>
@@ -25,6 +27,8 @@ struct DropParts
     const Clock& clock;
     PointerControl& pointer;
     std::function<void(const QString& text)> showStatusText;
+    /// Writes a file that could not be taken into the log of imports.
+    std::function<void(const Refusal& refusal)> logRefusal = [](const Refusal&) {};
 };
 
 /// Takes what a user drops from a file manager: tracks, and word of what could not be taken.

@@ -21,11 +21,23 @@ constexpr qsizetype kMaxInLine = 100;
 QString unreadKind(const QString& fileName)
 {
     static const QHash<QString, QString> kinds = {
-        {u"flac"_s, u"FLAC"_s}, {u"ogg"_s, u"Ogg"_s},   {u"oga"_s, u"Ogg"_s},
-        {u"opus"_s, u"Opus"_s}, {u"m4a"_s, u"M4A"_s},   {u"m4b"_s, u"M4A"_s},
-        {u"aac"_s, u"AAC"_s},   {u"wma"_s, u"WMA"_s},   {u"wav"_s, u"WAV"_s},
-        {u"aif"_s, u"AIFF"_s},  {u"aiff"_s, u"AIFF"_s}, {u"ape"_s, u"APE"_s},
-        {u"mpc"_s, u"MPC"_s},   {u"wv"_s, u"WavPack"_s}};
+        {u"flac"_s, u"FLAC"_s},
+        {u"ogg"_s, u"Ogg"_s},
+        {u"oga"_s, u"Ogg"_s},
+        {u"opus"_s, u"Opus"_s},
+        {u"m4a"_s, u"M4A"_s},
+        {u"m4b"_s, u"M4A"_s},
+        {u"aac"_s, u"AAC"_s},
+        {u"wma"_s, u"WMA"_s},
+        {u"wav"_s, u"WAV"_s},
+        {u"aif"_s, u"AIFF"_s},
+        {u"aiff"_s, u"AIFF"_s},
+        {u"ape"_s, u"APE"_s},
+        {u"mpc"_s, u"MPC"_s},
+        {u"wv"_s, u"WavPack"_s},
+        // Lists of other programs: what they name is not read either.
+        {u"pls"_s, u"PLS"_s},
+        {u"xspf"_s, u"XSPF"_s}};
     return kinds.value(path::extension(fileName).toLower());
 }
 

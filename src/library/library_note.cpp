@@ -13,8 +13,20 @@ namespace {
 /// Letters of a search text that a title has room for.
 constexpr int kShownLetters = 60;
 
-EmptyNote noteOfView(LibraryView view, const ConfigObjects& texts)
+bool isOfSearchLine(const ShownRequest& request)
 {
+    return request.kind == ShownRequest::Kind::Nothing ||
+           request.kind == ShownRequest::Kind::SearchLine;
+}
+
+EmptyNote noteOfView(LibraryView view, const ShownRequest& request, const ConfigObjects& texts)
+{
+    if (request.kind == ShownRequest::Kind::Text) {
+        return {texts.text(u"library.nohits.title"_s, request.text.left(kShownLetters)), {}, {}};
+    }
+    if (request.kind == ShownRequest::Kind::Folder) {
+        return {texts.text(u"library.norows"_s), nameOf(request, texts), {}};
+    }
     if (view == LibraryView::DBGridDel) {
         return {texts.text(u"library.nodeleted"_s), {}, {}};
     }
@@ -58,7 +70,7 @@ Emptiness emptinessOf(const LibraryState& state)
     if (state.librarySize == 0) {
         return Emptiness::NoLibrary;
     }
-    if (state.view != LibraryView::DBGrid) {
+    if (state.view != LibraryView::DBGrid || !isOfSearchLine(state.request)) {
         return Emptiness::NothingHere;
     }
     return state.searchText.isEmpty() ? Emptiness::NoSearch : Emptiness::NoHits;
@@ -75,7 +87,7 @@ EmptyNote libraryNote(const LibraryState& state, const ConfigObjects& texts)
         return {texts.text(u"library.empty.title"_s), texts.text(u"library.empty.text"_s),
                 texts.text(u"library.import"_s)};
     case Emptiness::NothingHere:
-        return noteOfView(state.view, texts);
+        return noteOfView(state.view, state.request, texts);
     case Emptiness::NoSearch:
         return noteBeforeSearch(state.librarySize, texts);
     case Emptiness::NoHits:

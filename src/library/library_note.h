@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/library_query.h"
+#include "library/shown_request.h"
 #include "platform/controls/grid_control.h"
 
 namespace melovane {
@@ -27,8 +27,9 @@ struct LibraryState
     qint64 rows = 0;
     qint64 librarySize = 0;
     LibraryView view = LibraryView::DBGrid;
-    QString searchText; ///< of the search line, without blanks around it
+    QString searchText; ///< that the search line searched; empty with it
     bool isLent = false;
+    ShownRequest request = {}; ///< what the rows answer
 };
 
 [[nodiscard]] Emptiness emptinessOf(const LibraryState& state);

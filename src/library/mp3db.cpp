@@ -31,6 +31,7 @@ ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActio
     , m_texts(parts.texts)
     , m_controls(controls)
     , m_actions(std::move(actions))
+    , m_gate(parts.texts, m_actions.world)
     , m_bus(parts.bus, u"ctl_MP3DB"_s)
     , m_guard(guardOverBus(m_bus, parts.texts, parts.settings, parts.log))
     , m_history(parts.paths, parts.files)
@@ -115,7 +116,10 @@ void ctl_MP3DB::loadGenres()
 void ctl_MP3DB::end()
 {
     m_watch.stop();
-    m_settings.WriteKeyValue(kStateSection, kLastSearch, trimBlanks(m_controls.search.text()));
+    const bool isSearch = m_shown.request().kind == ShownRequest::Kind::SearchLine;
+    const QString typed = trimBlanks(m_controls.search.text());
+    m_settings.WriteKeyValue(kStateSection, kLastSearch,
+                             typed.isEmpty() && !isSearch ? m_shown.lastSearch() : typed);
     m_shown.storeSorting();
     saveLayout();
 }
@@ -137,6 +141,7 @@ void ctl_MP3DB::disconnectDatabase()
     m_rows.disconnect();
     emit countChanged(-1);
     updateEmptyNote();
+    judgeCommands();
 }
 
 void ctl_MP3DB::reconnectDatabase()
@@ -146,12 +151,14 @@ void ctl_MP3DB::reconnectDatabase()
     }
     const bool isOther = m_rows.data().DatabaseName() != m_settings.DbName();
     m_rows.reconnect(m_settings.DbName());
+    judgeCommands();
     if (isOther || !m_rows.isRead()) {
         // Another library, or one that was not there at the start either: this is the start.
         m_searchWaits = false;
         configure();
         return;
     }
+    loadGenres();
     m_watch.count();
     if (std::exchange(m_searchWaits, false)) {
         search(m_controls.search.text());
@@ -226,6 +233,10 @@ void ctl_MP3DB::headerClicked(int column)
 void ctl_MP3DB::tellResult(bool shown)
 {
     if (shown) {
+        if (m_shown.request().kind != ShownRequest::Kind::SearchLine) {
+            // These rows are no answer to the text that stands there.
+            m_controls.search.setText({});
+        }
         tellCount();
     }
     updateEmptyNote();
@@ -234,7 +245,7 @@ void ctl_MP3DB::tellResult(bool shown)
 void ctl_MP3DB::tellCount()
 {
     if (m_shown.isResult() && m_rows.isConnected()) {
-        emit countChanged(m_rows.count());
+        emit countChanged(m_rows.count(), nameOf(m_shown.request(), m_texts));
     }
 }
 
@@ -289,8 +300,10 @@ void ctl_MP3DB::SetComboFokus()
 
 LibraryState ctl_MP3DB::state() const
 {
-    return {m_rows.count(), m_watch.librarySize(), m_shown.view(),
-            trimBlanks(m_controls.search.text()), !m_rows.isConnected()};
+    const bool isEmptied = trimBlanks(m_controls.search.text()).isEmpty();
+    return {m_rows.count(),        m_watch.librarySize(),
+            m_shown.view(),        isEmptied ? QString() : m_shown.lastSearch(),
+            !m_rows.isConnected(), m_shown.request()};
 }
 
 void ctl_MP3DB::updateEmptyNote()

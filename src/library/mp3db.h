@@ -11,6 +11,7 @@
 #include "library/track_edits.h"
 #include "library/track_marks.h"
 #include "store/pending_jobs.h"
+#include "views/command_gate.h"
 #include "views/grid_rows.h"
 #include "views/layout_files.h"
 
@@ -65,6 +66,8 @@ struct Mp3dbActions
     std::function<QString(const QString& file)> locate;
     /// Opens a track in the sample tool.
     std::function<void(const QString& fid)> editSample = {};
+    /// What commands find around the view.
+    CommandWorld world = {};
 };
 
 /// The library view: which tracks the grid shows, and what the user does with them.
@@ -217,19 +220,34 @@ public:
     /// A button of the tool bar, by key: "all.db.zur", "all.delete", "play.start" ...
     void toolPressed(const QString& key);
 
+    /// Why the button of that key, or a command of the row menu, cannot work now, in the user's
+    /// words; empty when it can. A missing current row is no reason for a button.
+    [[nodiscard]] QString whyNot(QStringView key, bool needsRow = false) const;
+
+    /// The key of a command, see commandKey.
+    [[nodiscard]] QString keyOf(QStringView key) const { return commandKey(m_settings, key); }
+
+    /// Something that decides about commands has changed, here or around the program.
+    void judgeCommands() { emit commandsChanged(); }
+
     /// The selected rows as a drag; files only as far as they are there.
     [[nodiscard]] DragContent dragContent();
 
 signals:
     /// A search shows this number of tracks.
     /// \param count -1 as long as nobody can tell
-    void countChanged(qint64 count);
+    /// \param name  how the view names itself; empty for the search line
+    void countChanged(qint64 count, const QString& name = {});
     /// The buttons of the tool bar are to be made.
     void toolBarWanted();
     /// Texts have changed with the language or the keys.
     void toolTipsWanted();
     /// Whether there is a way back and forward.
     void historyChanged(bool back, bool forward);
+    /// Buttons may be able to work now, or no more.
+    void commandsChanged();
+    /// Name of the picture of the volume button.
+    void volumeIconChanged(const QString& picture);
 
 private:
     struct ToolRow
@@ -263,6 +281,7 @@ private:
     const ConfigObjects& m_texts;
     Mp3dbControls m_controls;
     Mp3dbActions m_actions;
+    CommandGate m_gate;
     BusSender m_bus;
     EventGuard m_guard;
     StoredHistory m_history;

@@ -5,6 +5,7 @@
 #include "library/mp3db.h"
 #include "platform/system/letter_case.h"
 #include "views/drag_data.h"
+#include "views/volume_picture.h"
 
 namespace melovane {
 
@@ -50,6 +51,7 @@ std::span<const BusRow<Mp3dbMessages>> Mp3dbMessages::busTable()
         {bus::kLoadLayoutMp3db, &Self::loadLayout},
         {bus::kLoadLayoutChangeMp3db, &Self::loadLayout},
         {bus::kAutosizeMp3db, &Self::autosize},
+        {bus::kVolumeMonitorChangeIcon, &Self::changeVolumeIcon},
     };
     return kRows;
 }
@@ -174,6 +176,11 @@ void Mp3dbMessages::renewToolTips(const MLVMessage&)
 void Mp3dbMessages::updateColor(const MLVMessage&)
 {
     m_view.dress();
+}
+
+void Mp3dbMessages::changeVolumeIcon(const MLVMessage& message)
+{
+    emit m_view.volumeIconChanged(volumePicture(message.Value1.toLong()));
 }
 
 void Mp3dbMessages::saveLayout(const MLVMessage&)

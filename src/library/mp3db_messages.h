@@ -48,6 +48,7 @@ private:
     void saveLayout(const MLVMessage& message);
     void loadLayout(const MLVMessage& message);
     void autosize(const MLVMessage& message);
+    void changeVolumeIcon(const MLVMessage& message);
 
     ctl_MP3DB& m_view;
     BusSender& m_bus;

@@ -50,6 +50,8 @@ std::span<const ctl_MP3DB::ToolRow> ctl_MP3DB::toolTable()
         {u"play.start", monitor},
         {u"play.center", monitor},
         {u"play.stop", monitor},
+        {bus::kAllVolume,
+         [](View& view, const Key&) { view.m_bus.SendMessage(bus::kVolumeMonitorShow); }},
         {u"all.sample", [](View& view, const Key&) { view.MelovaneKIVShow(); }},
     };
     return kRows;
@@ -63,6 +65,12 @@ void ctl_MP3DB::toolPressed(const QString& key)
             return;
         }
     }
+}
+
+QString ctl_MP3DB::whyNot(QStringView key, bool needsRow) const
+{
+    return m_gate.whyNot(key, {.isLent = !m_rows.isConnected(),
+                               .hasRow = !needsRow || m_controls.grid.currentRow() >= 0});
 }
 
 bool ctl_MP3DB::SendKeyUp(const QString& command)

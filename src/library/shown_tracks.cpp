@@ -7,6 +7,7 @@
 #include "platform/controls/grid_control.h"
 #include "platform/controls/pointer_control.h"
 #include "platform/db/db_error.h"
+#include "platform/system/trim_blanks.h"
 #include "views/grid_rows.h"
 
 namespace melovane {
@@ -64,31 +65,45 @@ void ShownTracks::showFirst(const QString& text, bool hasRows)
         m_parts.rows.read();
     }
     m_isResult = !text.isEmpty();
+    if (m_isResult) {
+        take({ShownRequest::Kind::SearchLine, text});
+    }
+}
+
+void ShownTracks::take(const ShownRequest& request)
+{
+    m_request = request;
+    if (request.kind == ShownRequest::Kind::SearchLine) {
+        m_lastSearch = request.text;
+    }
 }
 
 // ---- which tracks
 
 bool ShownTracks::search(const QString& text)
 {
-    return showResult(text.startsWith(u'*'), [&] {
+    const ShownRequest request{ShownRequest::Kind::SearchLine, trimBlanks(text)};
+    return showResult(text.startsWith(u'*'), request, [&] {
         return m_query.searchStatement(text, chosenSearchColumns(m_parts.settings));
     });
 }
 
 bool ShownTracks::showTree(const TreeRequest& request)
 {
-    return showResult(request.value.startsWith(u'*'), [&] {
+    return showResult(request.value.startsWith(u'*'), shownRequest(request), [&] {
         return m_query.treeStatement(request, chosenSearchColumns(m_parts.settings));
     });
 }
 
 bool ShownTracks::showWhole(LibraryView view)
 {
-    return showResult(false, [&] { return m_query.wholeView(view); });
+    return showResult(false, shownRequest(view), [&] { return m_query.wholeView(view); });
 }
 
 /// \param inside the text stands anywhere in a column, which the pointer tells
-bool ShownTracks::showResult(bool inside, const std::function<QString()>& statement)
+bool ShownTracks::showResult(bool inside,
+                             const ShownRequest& request,
+                             const std::function<QString()>& statement)
 {
     const BusyCursor busy(m_parts.pointer, inside ? PointerShape::Search : PointerShape::Wait);
     QString wanted;
@@ -97,6 +112,7 @@ bool ShownTracks::showResult(bool inside, const std::function<QString()>& statem
         return false;
     }
     m_isResult = true;
+    take(request);
     m_parts.look.setPlayIsTimeOfDay(m_query.view() == LibraryView::DBState);
     fitColumns();
     return true;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/library_query.h"
+#include "library/shown_request.h"
 
 #include <functional>
 
@@ -62,6 +62,12 @@ public:
 
     [[nodiscard]] LibraryView view() const { return m_query.view(); }
 
+    /// What the rows are the answer to.
+    [[nodiscard]] const ShownRequest& request() const { return m_request; }
+
+    /// The text of the search line that was searched last, without blanks around it.
+    [[nodiscard]] const QString& lastSearch() const { return m_lastSearch; }
+
     [[nodiscard]] QString sortColumn() const { return m_query.SortColName(); }
 
     /// "ASC" or "DESC".
@@ -74,7 +80,9 @@ public:
     void fitColumns();
 
 private:
-    bool showResult(bool inside, const std::function<QString()>& statement);
+    bool
+    showResult(bool inside, const ShownRequest& request, const std::function<QString()>& statement);
+    void take(const ShownRequest& request);
     bool apply(const QString& statement);
     void applyKeepingTrack(const QString& statement);
     void readSorting();
@@ -84,6 +92,8 @@ private:
     LibraryQuery m_query;
     int m_sortColIndex = -1;
     bool m_isResult = false;
+    ShownRequest m_request;
+    QString m_lastSearch;
 };
 
 } // namespace melovane

@@ -158,7 +158,7 @@ void TrackEdits::toggleDelete(const std::vector<RowRange>& rows)
         return;
     }
     m_parts.jobs.ChangeTree(u"Dir"_s);
-    m_parts.guard.run(u"TrackEdits.toggleDelete"_s, [&] {
+    const bool written = m_parts.guard.run(u"TrackEdits.toggleDelete"_s, [&] {
         Transaction change(*m_parts.rows.Database());
         const auto set = m_parts.rows.Recordset()->Clone();
         const int del = set->fieldIndex(columnOf(TrackField::DEL));
@@ -175,6 +175,10 @@ void TrackEdits::toggleDelete(const std::vector<RowRange>& rows)
         change.commit();
     });
     m_parts.rows.refreshCells();
+    if (written) {
+        // Once for all of them: who hears it paints every row anew.
+        m_parts.changed(fidOf(rows.front().first));
+    }
 }
 
 void TrackEdits::toggleFavorit(qint64 row)

@@ -15,6 +15,9 @@ public:
     /// \param position for "SEEK", in frames
     virtual void MonitorPlayer(const QString& action, const QString& fid, int position) = 0;
 
+    /// Where it plays or stands, in frames; 0 without a track.
+    [[nodiscard]] virtual int positionFrames() const = 0;
+
     virtual void stop() = 0;
     /// 0 to 10000.
     virtual void setVolume(int volume) = 0;

@@ -12,6 +12,7 @@
 #include "store/file_locator.h"
 #include "store/milli_sec_to_min.h"
 
+#include <algorithm>
 #include <chrono>
 #include <map>
 #include <optional>
@@ -24,6 +25,14 @@ namespace {
 
 constexpr std::chrono::milliseconds kCardsDelay{1000};
 
+/// So long a chosen volume waits for the next one before it is written.
+constexpr std::chrono::milliseconds kVolumeDelay{500};
+
+/// Section and key of the settings, with the volume at the next load: keep, the volume monitor
+/// writes it, too.
+const QString kVolumeSection = u"Global"_s;
+const QString kVolumeKey = u"Volume.Monitor"_s;
+
 /// How far a seek button goes.
 constexpr double kStepMs = 5000;
 
@@ -33,11 +42,15 @@ constexpr QChar kMinus{0x2212};
 /// Volume without a setting.
 constexpr int kDefaultVolume = 7500;
 
+constexpr int kLoudest = 10'000;
+constexpr int kVolumeStep = kLoudest / 20;
+
 } // namespace
 
 Monitor::Monitor(MonitorParts parts)
     : m_parts(std::move(parts))
     , m_timerCards(m_parts.loop.makeTimer(kCardsDelay, [this] { listCards(); }))
+    , m_timerVolume(m_parts.loop.makeTimer(kVolumeDelay, [this] { keepVolume(); }))
 {
     m_parts.player.setOnLoaded([this] { onLoaded(); });
     m_parts.player.setOnPosition([this](double ms) { showPosition(ms); });
@@ -49,6 +62,7 @@ Monitor::Monitor(MonitorParts parts)
 
 Monitor::~Monitor()
 {
+    keepVolume();
     m_parts.player.setOnLoaded({});
     m_parts.player.setOnPosition({});
     m_parts.player.setOnEnded({});
@@ -71,9 +85,8 @@ void Monitor::MonitorPlayer(const QString& action, const QString& fid, int posit
     if (known == kActions.end() || wanted.isEmpty()) {
         return;
     }
-    if (known->second != Action::Seek && m_parts.StopOtherMonitors) {
-        m_parts.StopOtherMonitors();
-    }
+    const bool othersAreSilent =
+        known->second == Action::Seek || !m_parts.StopOtherMonitors || m_parts.StopOtherMonitors();
     ++m_requests;
     m_fid = wanted;
     m_action = known->second;
@@ -86,6 +99,9 @@ void Monitor::MonitorPlayer(const QString& action, const QString& fid, int posit
     }
     showPosition(m_parts.player.positionMs());
     tellHeard();
+    if (!othersAreSilent) {
+        m_parts.showStatusText(m_parts.texts.text(u"status.monitor.silent"));
+    }
 }
 
 bool Monitor::run(QStringView key, const QString& fid)
@@ -109,6 +125,11 @@ void Monitor::step(double ms)
     if (m_parts.player.isLoaded()) {
         m_parts.player.seek(m_parts.player.positionMs() + ms);
     }
+}
+
+int Monitor::positionFrames() const
+{
+    return toLongHalfEven(m_parts.player.positionMs() / kFrameMs);
 }
 
 void Monitor::seekTo(double ms)
@@ -141,13 +162,48 @@ void Monitor::stop()
 
 void Monitor::setVolume(int volume)
 {
-    m_parts.player.setVolume(volume);
+    const int valid = std::clamp(volume, 0, kLoudest);
+    m_parts.player.setVolume(valid);
+    m_parts.panel.showVolume(valid);
+}
+
+int Monitor::volumeOfSettings() const
+{
+    return m_volumeToKeep.value_or(
+        m_parts.settings.GetKeyValueLong(kVolumeSection, kVolumeKey, kDefaultVolume));
+}
+
+void Monitor::chooseVolume(int volume)
+{
+    const int valid = std::clamp(volume, 0, kLoudest);
+    setVolume(valid);
+    m_volumeToKeep = valid;
+    m_timerVolume->start();
+    m_parts.volumeChanged(valid);
+}
+
+void Monitor::changeVolume(int steps)
+{
+    const int present = m_parts.player.isLoaded() ? m_parts.player.volume() : volumeOfSettings();
+    chooseVolume(std::clamp(steps, -kLoudest / kVolumeStep, kLoudest / kVolumeStep) * kVolumeStep +
+                 present);
+}
+
+void Monitor::keepVolume()
+{
+    m_timerVolume->stop();
+    if (m_volumeToKeep) {
+        m_parts.settings.WriteKeyValue(kVolumeSection, kVolumeKey,
+                                       QString::number(*m_volumeToKeep));
+        m_volumeToKeep.reset();
+    }
 }
 
 void Monitor::reopen()
 {
     m_parts.player.close();
     showPosition(0);
+    m_parts.panel.showVolume(volumeOfSettings());
     m_cardTaken = false;
     m_timerCards->start();
 }
@@ -214,7 +270,7 @@ void Monitor::refreshRange()
 
 void Monitor::onLoaded()
 {
-    setVolume(m_parts.settings.GetKeyValueLong(u"Global"_s, u"Volume.Monitor"_s, kDefaultVolume));
+    setVolume(volumeOfSettings());
     m_parts.showStatusText(u" :: "_s + m_track.Titel);
     act();
 }

@@ -9,6 +9,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace melovane {
 
@@ -35,9 +36,12 @@ struct MonitorParts
     FileLocator& locator;
     MessageLoop& loop;
     std::function<MlvAllData(const QString& fid)> GetAllDataByFid;
-    /// Has all other programs of the suite fall silent on the monitor, and waits for them.
-    std::function<void()> StopOtherMonitors;
+    /// Has all other programs of the suite fall silent on the monitor, and waits for them. False
+    /// when one does not answer.
+    std::function<bool()> StopOtherMonitors;
     std::function<void(const QString& text)> showStatusText;
+    /// The user has chosen another volume, 0 to 10000.
+    std::function<void(int volume)> volumeChanged = [](int) {};
 };
 
 /// What the monitor player lets hear; empty texts while it is silent.
@@ -88,6 +92,8 @@ public:
     /// False for another key.
     bool run(QStringView key, const QString& fid);
 
+    [[nodiscard]] int positionFrames() const override;
+
     /// Goes to a place of what plays, in milliseconds. Nothing while it is silent.
     void seekTo(double ms);
     /// The same from where it plays.
@@ -105,7 +111,14 @@ public:
     }
 
     void stop() override;
+    /// Heard until the next track is loaded: a setting it is for chooseVolume alone.
     void setVolume(int volume) override;
+
+    /// The volume that the user wants from now on, 0 to 10000: heard at once, and in the settings
+    /// (section "Global", key `Volume.Monitor`) when the hand rests, or at the end.
+    void chooseVolume(int volume);
+    /// The same by twentieths of the loudest.
+    void changeVolume(int steps);
 
     /// Lists the sound cards to the settings and takes the one of the settings: before the next
     /// track, or in a second. Asking the sound system takes time that a start has not got.
@@ -122,6 +135,8 @@ private:
     };
 
     void step(double ms);
+    [[nodiscard]] int volumeOfSettings() const;
+    void keepVolume();
     void listCards();
     [[nodiscard]] bool takeCard();
     void load();
@@ -139,9 +154,11 @@ private:
 
     MonitorParts m_parts;
     std::unique_ptr<Timer> m_timerCards;
-    QString m_fid;       ///< that was asked for last
-    QString m_loadedFid; ///< empty when nothing is loaded
-    MlvAllData m_track;  ///< of m_loadedFid
+    std::unique_ptr<Timer> m_timerVolume;
+    std::optional<int> m_volumeToKeep; ///< chosen, not in the settings yet
+    QString m_fid;                     ///< that was asked for last
+    QString m_loadedFid;               ///< empty when nothing is loaded
+    MlvAllData m_track;                ///< of m_loadedFid
     Action m_action = Action::Play;
     int m_position = 0; ///< frames
     int m_requests = 0; ///< counted, so that one overtaken while the loop turned is known

@@ -18,6 +18,8 @@ namespace {
 /// A state file is a few hundred bytes; a larger one is none of ours.
 constexpr qint64 kLargest = 64LL * 1024;
 
+constexpr QStringView kName = u"global.kiv";
+
 QString oneLine(QString text)
 {
     for (QChar& sign : text) {
@@ -106,8 +108,9 @@ private:
 
 } // namespace
 
-KivInterface::KivInterface(Files& files, QString programFolder)
+KivInterface::KivInterface(Files& files, QString dataFolder, QString programFolder)
     : m_files(files)
+    , m_dataFolder(std::move(dataFolder))
     , m_programFolder(std::move(programFolder))
 {}
 
@@ -129,7 +132,15 @@ void KivInterface::setEntry(const MlvPlaylistDetail& entry)
 QString KivInterface::place() const
 {
     const QString name = trimBlanks(fileName);
-    return name.isEmpty() ? path::join(m_programFolder, u"global.kiv") : name;
+    return name.isEmpty() ? path::join(m_dataFolder, kName) : name;
+}
+
+QString KivInterface::placeToRead() const
+{
+    const QString wanted = place();
+    const bool isOwn = !trimBlanks(fileName).isEmpty() || m_files.fileExists(wanted);
+    const QString old = path::join(m_programFolder, kName);
+    return isOwn || !m_files.fileExists(old) ? wanted : old;
 }
 
 void KivInterface::KivSave()
@@ -144,7 +155,7 @@ void KivInterface::KivSave()
 void KivInterface::KivLoad()
 {
     QByteArray bytes;
-    quietly({}, u"KivLoad"_s, [&] { bytes = m_files.read(place(), kLargest); });
+    quietly({}, u"KivLoad"_s, [&] { bytes = m_files.read(placeToRead(), kLargest); });
     // The tool may end lines in another system's way.
     QString text = textfile::decode(bytes);
     text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');

@@ -13,8 +13,9 @@ class Files;
 class KivInterface
 {
 public:
-    /// \param programFolder where `global.kiv` lies
-    KivInterface(Files& files, QString programFolder);
+    /// \param dataFolder    where `global.kiv` lies: the user may write there
+    /// \param programFolder where an older sample tool keeps it. Read when it lies only there
+    KivInterface(Files& files, QString dataFolder, QString programFolder);
 
     QString FID;           ///< line 1
     QString DName;         ///< line 2
@@ -29,7 +30,7 @@ public:
     QString Path;          ///< line 11
     qint32 tempo = 0;      ///< line 12, beats a minute
 
-    /// Path of the state file; blanks or nothing mean `global.kiv` of the program folder.
+    /// Path of the state file; blanks or nothing mean `global.kiv` of the data folder.
     QString fileName;
 
     /// Takes an entry over; replyTo stays.
@@ -48,8 +49,10 @@ public:
 
 private:
     [[nodiscard]] QString place() const;
+    [[nodiscard]] QString placeToRead() const;
 
     Files& m_files;
+    QString m_dataFolder;
     QString m_programFolder;
 };
 

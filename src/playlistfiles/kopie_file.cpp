@@ -2,6 +2,7 @@
 
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/refusals.h"
 #include "intake/import_errors.h"
 #include "platform/controls/warnings.h"
 #include "platform/db/db_error.h"
@@ -213,7 +214,7 @@ void frmKopieFile::runExport()
         result = m_export.run({m_list, path::withSeparator(m_folder), m_template});
     } catch (const DbError& error) {
         failure = error.text();
-        m_parts.logFailure(importerror::kDatabase, failure);
+        m_parts.logFailures({{importerror::kDatabase, failure}});
     }
     m_running = false;
     m_parts.form.setRunning(false);
@@ -283,7 +284,8 @@ QString frmKopieFile::outcomeOf(const ExportResult& result) const
         return texts.text(u"export.nospace", sizeText(texts, result.needed),
                           sizeText(texts, result.free));
     case ExportResult::End::ListNotWritten:
-        return texts.text(u"export.list.failed", path::fileName(result.listFile), result.detail);
+        return texts.text(u"export.list.failed", path::fileName(result.listFile),
+                          systemReasonText(texts, result.detail));
     }
     return {};
 }
@@ -300,7 +302,20 @@ QString frmKopieFile::reasonOf(const ExportFailure& failure) const
     case ExportFailure::Reason::System:
         break;
     }
-    return failure.detail;
+    return systemReasonText(m_parts.texts, failure.detail);
+}
+
+QString frmKopieFile::logAll(const ExportResult& result) const
+{
+    std::vector<ExportFault> faults;
+    for (const ExportFailure& failure : result.failures) {
+        const bool isGone = failure.reason == ExportFailure::Reason::NotFound;
+        faults.push_back(
+            {isGone ? importerror::kFileNotFound : importerror::kFile,
+             u"%1 -> %2: %3"_s.arg(failure.DName, path::join(m_folder, failure.relative),
+                                   reasonOf(failure))});
+    }
+    return m_parts.logFailures(faults);
 }
 
 void frmKopieFile::tell(const ExportResult& result)
@@ -314,7 +329,7 @@ void frmKopieFile::tell(const ExportResult& result)
         log(m_parts.texts.text(u"export.replaced", name));
     }
     if (result.end == End::ListNotWritten) {
-        m_parts.logFailure(importerror::kFile, result.listFile + u": "_s + result.detail);
+        m_parts.logFailures({{importerror::kFile, result.listFile + u": "_s + result.detail}});
     }
     if (result.end == End::NoSpace || result.end == End::ListNotWritten) {
         m_parts.warnings.ShowWarning(outcome, WarningType::Note, m_parts.texts.text(u"achtung"),
@@ -329,6 +344,7 @@ void frmKopieFile::tell(const ExportResult& result)
 void frmKopieFile::tellFailures(const ExportResult& result)
 {
     const ConfigObjects& texts = m_parts.texts;
+    const QString kept = result.failures.empty() ? QString() : logAll(result);
     QStringList lines;
     for (const ExportFailure& failure : result.failures) {
         const QString line = failure.DName + u": "_s + reasonOf(failure);
@@ -341,7 +357,8 @@ void frmKopieFile::tellFailures(const ExportResult& result)
     const qsizetype more = lines.size() - qsizetype(kNamedFailures);
     if (more > 0) {
         lines.resize(kNamedFailures);
-        lines.append(texts.text(u"export.failed.more", more));
+        lines.append(kept.isEmpty() ? texts.text(u"export.failed.more", more)
+                                    : texts.text(u"export.failed.all", more, kept));
     }
     m_parts.warnings.ShowWarning(outcomeOf(result) + u"\n\n"_s + lines.join(u'\n'),
                                  WarningType::Note, texts.text(u"export.failed.title"),

@@ -48,6 +48,13 @@ public:
     [[nodiscard]] virtual std::optional<QString> chooseFolder(const QString& present) = 0;
 };
 
+/// A failure as the log of list files keeps it.
+struct ExportFault
+{
+    int code = 0; ///< number of importerror
+    QString what; ///< which file, and why
+};
+
 /// What the export window is made over; all of it outlives the window.
 struct KopieParts
 {
@@ -56,8 +63,8 @@ struct KopieParts
     const ConfigObjects& texts;
     Warnings& warnings;
     KopieForm& form;
-    /// Writes a failure of the whole export to the log of list files.
-    std::function<void(int code, const QString& what)> logFailure;
+    /// Writes failures to the log of list files, one line each. Returns its path.
+    std::function<QString(const std::vector<ExportFault>& faults)> logFailures;
 };
 
 /// Lets the user export a list with its files: `frmKopieFile`. Folder, template and options are
@@ -104,6 +111,8 @@ private:
     void stop();
     void tell(const ExportResult& result);
     void tellFailures(const ExportResult& result);
+    /// Returns the path of the log, which is never cut.
+    QString logAll(const ExportResult& result) const;
     [[nodiscard]] QString outcomeOf(const ExportResult& result) const;
     [[nodiscard]] QString reasonOf(const ExportFailure& failure) const;
 

@@ -120,6 +120,7 @@ void M3uCommands::importLists(const QStringList& files)
             }
             const Pnid list = m3u.importAsNewList(path::baseName(files[i]), *group);
             work.errors = before + m3u.failures();
+            goesOn = !m3u.wasGivenUp();
             if (numberOf(list) != 0) {
                 ++lists;
                 entries += m3u.loaded();
@@ -129,8 +130,9 @@ void M3uCommands::importLists(const QStringList& files)
     }
     work.window.reset();
     m3u.events = {};
-    tell(goesOn ? m_parts.texts.text(u"m3u.imported"_s, lists, entries)
-                : m_parts.texts.text(u"m3u.import.cancelled"_s, lists));
+    tell(goesOn ? m_parts.texts.text(u"m3u.imported"_s, counted(u"m3u.imported.lists"_s, lists),
+                                     counted(u"m3u.imported.tracks"_s, entries))
+                : counted(u"m3u.import.cancelled"_s, lists));
     if (lists > 0) {
         m_bus.SendMessage(bus::kRefreshPlaylistTree);
         m_bus.SendMessage(isJingle ? bus::kJinglelistAktivieren : bus::kPlaylistAktivieren,
@@ -153,17 +155,24 @@ bool M3uCommands::insertLists(const QStringList& files,
     Work work{m_parts.openProgress(m_parts.texts.text(u"m3u.import.title"_s)), {}, 0};
     watch(work);
     int entries = 0;
-    const bool goesOn = load(work, files);
+    bool goesOn = load(work, files);
     if (goesOn) {
         entries = target ? m3u.Insert(*target, list) : m3u.Append(list);
         work.errors = m3u.failures();
+        goesOn = !m3u.wasGivenUp();
     }
     work.window.reset();
     m3u.events = {};
-    tell(goesOn ? m_parts.texts.text(u"m3u.inserted"_s, entries)
+    tell(goesOn ? counted(u"m3u.inserted"_s, entries)
                 : m_parts.texts.text(u"m3u.insert.cancelled"_s));
     askForLog(work);
     return entries > 0;
+}
+
+/// A text with a number, in the form that fits it.
+QString M3uCommands::counted(const QString& key, int count) const
+{
+    return m_parts.texts.text(count == 1 ? key + u".one"_s : key, count);
 }
 
 void M3uCommands::askForLog(const Work& work)

@@ -69,6 +69,7 @@ private:
     [[nodiscard]] QString rememberedFolder(const QString& key) const;
     void remember(const QString& key, const QString& file);
     [[nodiscard]] QString askTarget(Pnid list);
+    [[nodiscard]] QString counted(const QString& key, int count) const;
     void tell(const QString& text);
     void tellLeftOut();
 

@@ -28,6 +28,12 @@ namespace {
 
 const QString kLoaded = u"TEMP_PLImportM3U"_s;
 
+/// The last position that the table can hold.
+constexpr qint64 kLastSid = std::numeric_limits<qint32>::max();
+
+/// Entries written between two turns of the window: some 200 ms on a slow machine.
+constexpr int kEntriesAtOnce = 2000;
+
 /// Width of the column for the name of a list.
 constexpr int kNameWidth = 255;
 
@@ -179,17 +185,34 @@ void MlvM3U::load(const QStringList& files)
     m_loaded = m_givenUp ? 0 : int(loader.rows().size());
 }
 
-int MlvM3U::addLoaded(Database& database, Pnid list, qint64 before)
+int MlvM3U::addSlice(Database& database, Pnid list, qint64 before, int first, int last)
 {
-    // One statement: a list of a hundred thousand entries must not hold the window for long.
     const QString position = u"SID+%1"_s.arg(sql::number(before));
     // Those beyond the last position share it, where the younger stands first: they come backwards.
     database.Execute(
         u"insert into pl_all (FID, %5, SID, PNID, Aktion) select FID, %5, iif(%1>%2, %2, %1), %3, "
-        "%4 from TEMP_PLImportM3U order by iif(%1>%2, -SID, SID)"_s.arg(
-            position, sql::number(qint64{std::numeric_limits<qint32>::max()}), number(list),
-            sql::number(qint64{m_aktion}), entryColumns()));
+        "%4 from TEMP_PLImportM3U where SID between %6 and %7 order by iif(%1>%2, -SID, SID)"_s.arg(
+            position, sql::number(kLastSid), number(list), sql::number(qint64{m_aktion}),
+            entryColumns(), sql::number(qint64{first}), sql::number(qint64{last})));
     return database.RecordsAffected();
+}
+
+/// Nothing when the user has ended it: the caller's transaction is to be left.
+std::optional<int> MlvM3U::addLoaded(Database& database, Pnid list, qint64 before)
+{
+    // Entries that share the last position are written in one go: their order is that of writing.
+    const bool isOneSlice = before + m_loaded > kLastSid;
+    const int slice = isOneSlice ? m_loaded : kEntriesAtOnce;
+    int added = 0;
+    for (int first = 1; first <= m_loaded; first += slice) {
+        const bool isAsked = first > 1 && events.goOn;
+        if (isAsked && !events.goOn(first - 1, m_loaded)) {
+            m_givenUp = true;
+            return {};
+        }
+        added += addSlice(database, list, before, first, first + slice - 1);
+    }
+    return added;
 }
 
 int MlvM3U::Append(Pnid list)
@@ -207,10 +230,13 @@ int MlvM3U::Append(Pnid list)
                 ->OpenRecordset(u"select max(sid) as anz from pl_all where pnid="_s + number(list))
                 ->value(u"anz");
         edit.newEntriesFollow();
-        const int added = addLoaded(*database, list, last.isNull() ? 1 : last.toLong());
+        const auto added = addLoaded(*database, list, last.isNull() ? 1 : last.toLong());
+        if (!added) {
+            return;
+        }
         updateEntryCount(*database, list);
         edit.commit();
-        count = added;
+        count = *added;
     });
     return count;
 }
@@ -230,10 +256,13 @@ int MlvM3U::Insert(Sid position, Pnid list)
         makeRoom(*database, edit, list, position, numberOf(position) + loaded + 1);
         // One place stays free, and the last new entry meets the first that was moved: lists of the
         // suite are numbered so. The new one is younger and stands first.
-        const int added = addLoaded(*database, list, numberOf(position) + 1);
+        const auto added = addLoaded(*database, list, numberOf(position) + 1);
+        if (!added) {
+            return;
+        }
         updateEntryCount(*database, list);
         edit.commit();
-        count = added;
+        count = *added;
     });
     return count;
 }
@@ -248,7 +277,9 @@ Pnid MlvM3U::importAsNewList(const QString& name, GroupId group)
         edit.setName(name);
         edit.alsoChanges(list);
         edit.newEntriesFollow();
-        [[maybe_unused]] const int added = addLoaded(*database, list, 1);
+        if (!addLoaded(*database, list, 1)) {
+            return;
+        }
         updateEntryCount(*database, list);
         database->Execute(u"update pl_name set activ=true where nid="_s + number(list));
         edit.adds(kListTable, u"nid="_s + number(list));

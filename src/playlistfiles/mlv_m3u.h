@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace melovane {
 
@@ -38,7 +39,7 @@ public:
     /// The same for several lists, one behind the other, as if they were one.
     int LoadPlaylists(const QStringList& files);
 
-    /// True when `goOn` ended the last load.
+    /// True when `goOn` ended the last load, or the writing behind it: then nothing was written.
     [[nodiscard]] bool wasGivenUp() const { return m_givenUp; }
 
     /// Entries that the last load has found.
@@ -94,7 +95,8 @@ private:
                  int databaseCode = importerror::kDatabase);
     void runtimeFailure(int code, const QString& source, const QString& file, const QString& text);
     void load(const QStringList& files);
-    [[nodiscard]] int addLoaded(Database& database, Pnid list, qint64 before);
+    int addSlice(Database& database, Pnid list, qint64 before, int first, int last);
+    [[nodiscard]] std::optional<int> addLoaded(Database& database, Pnid list, qint64 before);
 
     M3uParts m_parts;
     M3uErrors m_errors;

@@ -189,6 +189,32 @@ bool ListHistory::isOn() const
     return m_settings.GetKeyValueLong(u"Global"_s, kHistorySetting.toString(), 1) != 0;
 }
 
+void ListHistory::link(const QString& mainFile, const QString& sideFile) const
+{
+    MLVCreateDB linker(m_engine, m_files);
+    linker.targetFile = mainFile;
+    linker.sourceFile = sideFile;
+    linker.LinkTable(kHistoryTable.toString());
+}
+
+bool ListHistory::follow(Database& database) const
+{
+    const QString sideFile = sideFileOf(database.Name());
+    if (isLinkedTo(database, sideFile)) {
+        return true;
+    }
+    const QString table = kHistoryTable.toString();
+    if (!database.tableDefs().Contains(table)) {
+        return false;
+    }
+    if (m_files.fileExists(sideFile)) {
+        link(database.Name(), sideFile);
+        return true;
+    }
+    database.tableDefs().Delete(table);
+    return false;
+}
+
 bool ListHistory::prepare(Database& database)
 {
     const QString mainFile = database.Name();
@@ -196,10 +222,7 @@ bool ListHistory::prepare(Database& database)
     const auto make = [&] { makeSideFile(mainFile, sideFile); };
     const auto use = [&] {
         if (!isLinkedTo(database, sideFile)) {
-            MLVCreateDB linker(m_engine, m_files);
-            linker.targetFile = mainFile;
-            linker.sourceFile = sideFile;
-            linker.LinkTable(kHistoryTable.toString());
+            link(mainFile, sideFile);
         }
         lookAtTable(database);
     };
@@ -293,7 +316,7 @@ std::optional<ListStep> ListHistory::nextStep(Direction direction) const
     std::optional<ListStep> step;
     quietly({}, {}, [&] {
         const auto database = m_engine.OpenDatabase(m_settings.DbName());
-        if (isOn() && isLinkedTo(*database, sideFileOf(database->Name()))) {
+        if (isOn() && follow(*database)) {
             if (const auto record = next(*database, direction)) {
                 step = record->step;
             }
@@ -307,7 +330,7 @@ ListHistory::NextSteps ListHistory::nextSteps() const
     NextSteps steps;
     quietly({}, {}, [&] {
         const auto database = m_engine.OpenDatabase(m_settings.DbName());
-        if (!isOn() || !isLinkedTo(*database, sideFileOf(database->Name()))) {
+        if (!isOn() || !follow(*database)) {
             return;
         }
         const auto row = database->OpenRecordset(kWordsOfBoth);
@@ -344,8 +367,7 @@ ListHistory::Result ListHistory::take(Direction direction, Force force)
     const int error = quietly(m_sink, u"ListHistory"_s, [&] {
         const auto database = m_engine.OpenDatabase(m_settings.DbName());
         // Looked at once before the transaction: a side file can only be attached outside of one.
-        if (!isOn() || !isLinkedTo(*database, sideFileOf(database->Name())) ||
-            !next(*database, direction)) {
+        if (!isOn() || !follow(*database) || !next(*database, direction)) {
             return;
         }
         Transaction change(*database);
@@ -412,7 +434,7 @@ void ListHistory::clear()
 {
     quietly(m_sink, u"ListHistory"_s, [&] {
         const auto database = m_engine.OpenDatabase(m_settings.DbName());
-        if (isLinkedTo(*database, sideFileOf(database->Name()))) {
+        if (follow(*database)) {
             database->Execute(u"delete from LIST_HISTORY"_s);
         }
     });

@@ -126,6 +126,11 @@ private:
     /// True when the side file is there and linked; makes what is missing. Not in a transaction.
     [[nodiscard]] bool prepare(Database& database);
     void makeSideFile(const QString& mainFile, const QString& sideFile);
+    void link(const QString& mainFile, const QString& sideFile) const;
+    /// True when the library is linked to the side file beside it. A library that was copied still
+    /// leads to the file of the folder it came from: it is linked to its own, or to none when it
+    /// brought none. Not in a transaction. \throws DbError
+    [[nodiscard]] bool follow(Database& database) const;
     /// Writes a new step as the last one. \throws DbError
     void write(Database& database, const Record& record);
     void trim(Database& database);

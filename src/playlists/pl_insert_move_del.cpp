@@ -30,6 +30,30 @@ QStringList trackIds(const QString& dragText)
     return parseDragList(u':' + ids).ids;
 }
 
+std::vector<Pnid> listsOfEntries(Database& database, const QStringList& ids)
+{
+    std::vector<Pnid> lists;
+    for (const QString& condition : keyConditions(u"plid", entryNumbers(ids))) {
+        for (const Pnid list : listsOf(database, condition)) {
+            if (std::find(lists.begin(), lists.end(), list) == lists.end()) {
+                lists.push_back(list);
+            }
+        }
+    }
+    return lists;
+}
+
+/// Lists that have lost entries count anew and ask for their files to be saved, like the one that
+/// the edit was done to.
+void countOthers(Database& database, const std::vector<Pnid>& lists, Pnid list)
+{
+    for (const Pnid other : lists) {
+        if (other != list) {
+            updateEntryCount(database, other);
+        }
+    }
+}
+
 /// Forces the auto-number of entries beyond the highest key, so that the user's next try works.
 void repairKey(Database& database)
 {
@@ -187,7 +211,23 @@ GetPLData::Entries cls_PLInsertMoveDel::sourcesOf(const QStringList& ids)
     m_clone->DBOpen(m_dbName);
     GetPLData::Entries entries = m_clone->entries(ids);
     m_clone->DBClose();
+    if (m_cutLibrary == m_dbName && m_cut.columns == entries.columns) {
+        for (auto row = m_cut.rows.cbegin(); row != m_cut.rows.cend(); ++row) {
+            // One that an undo has brought back stands in the table as it is now.
+            if (!entries.rows.contains(row.key())) {
+                entries.rows.insert(row.key(), row.value());
+            }
+        }
+    }
     return entries;
+}
+
+void cls_PLInsertMoveDel::cutPlaylistRecords(const QString& dragText, Pnid list)
+{
+    GetPLData::Entries taken = sourcesOf(parseDragList(dragText).ids);
+    DeletePlaylistRecords(dragText, list);
+    m_cut = std::move(taken);
+    m_cutLibrary = m_dbName;
 }
 
 void cls_PLInsertMoveDel::insertCopies(Sid position, Pnid list, const QStringList& ids)
@@ -219,30 +259,33 @@ void cls_PLInsertMoveDel::move(Sid position, Pnid list, const QStringList& ids)
          [&](Database& database, ListEdit& edit) {
              const qint64 first =
                  position == kEndOfList ? nextSid(database, list) : numberOf(position);
+             const std::vector<Pnid> lists = listsOfEntries(database, ids);
              makeRoom(database, edit, list, Sid(first), first + ids.size());
              moveEntries(database, edit, ids, list, first);
+             countOthers(database, lists, list);
          });
 }
 
 void cls_PLInsertMoveDel::DeletePlaylistRecords(const QString& dragText, Pnid list)
 {
-    const std::vector<qint64> entries = entryNumbers(parseDragList(dragText).ids);
+    const QStringList ids = parseDragList(dragText).ids;
+    const std::vector<qint64> entries = entryNumbers(ids);
     if (entries.empty()) {
         return;
     }
     const Pnid target = list == kPlayingPlaylist ? ExistPNID(list) : list;
     const auto database = m_engine.OpenDatabase(m_dbName);
     ListEdit edit(m_history, *database, ListAction::Delete, target);
-    for (const QString& condition : keyConditions(u"plid", entries)) {
-        for (const Pnid other : listsOf(*database, condition)) {
-            edit.alsoChanges(other);
-        }
+    const std::vector<Pnid> lists = listsOfEntries(*database, ids);
+    for (const Pnid other : lists) {
+        edit.alsoChanges(other);
     }
     for (const QString& condition : keyConditions(u"plid", entries)) {
         edit.before(condition);
         database->Execute(u"delete from pl_all where "_s + condition);
     }
     updateEntryCount(*database, target);
+    countOthers(*database, lists, target);
     edit.commit();
 }
 

@@ -75,16 +75,21 @@ public:
     /// Copies or moves entries, see kInsertCopies, kMove and kAppendCopies; another mode does
     /// nothing. They keep their action, so `aktion` has no effect. Unknown entries are skipped:
     /// their place stays free in an insert, an append gives them none. A list that is gone:
-    /// nothing.
+    /// nothing. A list that entries leave is counted and marked for saving like the other one.
     void InsertORMoveFromPlaylist(int mode,
                                   Sid position,
                                   Pnid list,
                                   const QString& dragText,
                                   int aktion);
 
-    /// Deletes entries, of whatever list, and counts the given one. The snapshot is the caller's.
+    /// Deletes entries, of whatever list, and counts these and the given one. The snapshot is the
+    /// caller's.
     /// \throws DbError, with nothing deleted
     void DeletePlaylistRecords(const QString& dragText, Pnid list);
+
+    /// The same, but the entries can still be copied by their numbers, with all their values, until
+    /// others are cut. \throws DbError, with nothing deleted
+    void cutPlaylistRecords(const QString& dragText, Pnid list);
 
     /// Exchanges the positions of an entry and its neighbour above or below. The entry count and
     /// the save flag stay: the caller tells them when the user's hand rests.
@@ -121,6 +126,8 @@ private:
     QString m_whereColumn;
     GetPLData* m_clone = nullptr;
     std::unique_ptr<GetPLData> m_ownClone;
+    GetPLData::Entries m_cut; ///< what the last cut took away
+    QString m_cutLibrary;     ///< file that it stood in
 };
 
 } // namespace melovane

@@ -43,11 +43,13 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
     , m_tools(parts.tools)
     , m_controls(controls)
     , m_actions(std::move(actions))
+    , m_gate(parts.texts, m_actions.world)
     , m_bus(parts.bus, u"ctl_Playlist"_s)
     , m_guard(guardOverBus(m_bus, parts.texts, parts.settings, parts.log))
     , m_look(parts.clock, parts.texts)
     , m_rows(parts.engine, controls.grid, {.key = u"PLID"_s})
     , m_marks(parts.settings, controls.grid, m_rows, m_look)
+    , m_seek(parts.loop, m_bus, m_actions.monitorFrame)
     , m_news(parts.loop, [this](const QString& fid) { m_bus.SendMessage(bus::kInfoFromFid, fid); })
     , m_edits(parts,
               m_controls,
@@ -147,6 +149,7 @@ void ctl_Playlist::applyLock(bool locked)
     m_look.setJingleMode(m_list.jingles, players);
     m_look.setDefaultMixTime(m_settings.DefaultMixTime());
     RefreshGrid();
+    judgeCommands();
 }
 
 void ctl_Playlist::Refresh()
@@ -197,6 +200,7 @@ void ctl_Playlist::disconnectDatabase()
         m_edits.saveWaiting();
         m_rows.disconnect();
         updateEmptyNote();
+        judgeCommands();
     }
 }
 
@@ -275,7 +279,8 @@ void ctl_Playlist::updateEmptyNote()
     }
     if (!m_list.isOpen()) {
         m_controls.grid.setEmptyNote(
-            {m_texts.text(u"playlist.none.title"_s), m_texts.text(u"playlist.none.text"_s), {}});
+            {m_texts.text(u"playlist.none.title"_s), m_texts.text(u"playlist.none.text"_s),
+             m_actions.newList ? m_texts.text(u"playlist.none.button"_s) : QString()});
         return;
     }
     m_controls.grid.setEmptyNote(
@@ -287,8 +292,10 @@ void ctl_Playlist::updateEmptyNote()
 void ctl_Playlist::tellHistory()
 {
     const ListHistory::NextSteps next = m_tools.history.nextSteps();
+    m_known = {next.undo.has_value(), next.redo.has_value()};
     emit historyChanged(undoText(m_texts, next.undo), next.undo.has_value(),
                         redoText(m_texts, next.redo), next.redo.has_value());
+    judgeCommands();
 }
 
 // ---- rows

@@ -3,6 +3,7 @@
 #include "bus/event_guard.h"
 #include "bus/mlv_message_bus.h"
 #include "platform/controls/drop_target.h"
+#include "playlistview/monitor_seek.h"
 #include "playlistview/open_list.h"
 #include "playlistview/play_marks.h"
 #include "playlistview/playlist_drags.h"
@@ -163,10 +164,23 @@ public:
     void undo();
     void redo();
 
+    /// What was dropped on a list elsewhere: tracks or entries come to its end, which is told.
+    void append(const QString& dragText, Pnid list);
+
     // -- What the user does --
 
     /// A button of the tool bar, by key: "all.delete", "play.start", "all.undo" ...
     void toolPressed(const QString& key);
+
+    /// Why the button of that key, or a command of the row menu, cannot work now, in the user's
+    /// words; empty when it can. A missing current row is no reason for a button.
+    [[nodiscard]] QString whyNot(QStringView key, bool needsRow = false) const;
+
+    /// The key of a command, see commandKey.
+    [[nodiscard]] QString keyOf(QStringView key) const { return commandKey(m_settings, key); }
+
+    /// Something that decides about commands has changed, here or around the program.
+    void judgeCommands() { emit commandsChanged(); }
 
     /// A command of the main window's keys: "play.start", "play.center", "play.stop", "copy",
     /// "selall", "insert" or "append", which paste. False when the grid has not the keyboard and
@@ -189,6 +203,9 @@ public:
     void contextMenuWanted();
     void headMenuWanted();
 
+    /// The button of the empty view: a new list.
+    void emptyButtonPressed();
+
     [[nodiscard]] DragContent dragContent() { return m_drags.content(); }
 
     [[nodiscard]] DropEffect dropEffect(const DropOffer& offer) override
@@ -204,16 +221,25 @@ signals:
     void summaryChanged(const PlaylistSummary& summary);
     /// Words of what can be undone and redone, and whether there is something.
     void historyChanged(const QString& undo, bool canUndo, const QString& redo, bool canRedo);
+    /// Buttons may be able to work now, or no more.
+    void commandsChanged();
     /// The loop button belongs to jingle lists.
     void jingleModeChanged(bool on);
-    /// Picture of the volume button, 1 to 5; 0 for the plain one.
-    void volumeIconChanged(int step);
+    /// Name of the picture of the volume button.
+    void volumeIconChanged(const QString& picture);
 
 private:
     struct ToolRow
     {
         QStringView key;
         void (*work)(ctl_Playlist& view, const QString& key);
+    };
+
+    /// Whether there is a step to take back or to do again.
+    struct KnownSteps
+    {
+        bool undo = false;
+        bool redo = false;
     };
 
     [[nodiscard]] static std::span<const ToolRow> toolTable();
@@ -238,16 +264,19 @@ private:
     PlaylistTools m_tools;
     PlaylistControls m_controls;
     PlaylistActions m_actions;
+    CommandGate m_gate;
     BusSender m_bus;
     EventGuard m_guard;
     PlaylistLook m_look;
     OpenList m_list;
     GridRows m_rows;
     PlayMarks m_marks;
+    MonitorSeek m_seek;
     TrackNews m_news;
     PlaylistEdits m_edits;
     PlaylistDrags m_drags;
     UndoSteps m_steps;
+    KnownSteps m_known;
     QString m_monitorCommand;    ///< what a double click asks of the monitor player
     PlaylistMessages m_messages; ///< the last member: nothing arrives without the rest
 };

@@ -11,6 +11,7 @@
 #include "platform/system/path_text.h"
 #include "platform/system/timers.h"
 #include "playlists/drag_list.h"
+#include "playlists/list_history.h"
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/playlist_table.h"
@@ -121,26 +122,51 @@ void PlaylistEdits::addTracksAtRow(const QString& dragText)
 
 void PlaylistEdits::appendTracks(const QString& dragText, Pnid list)
 {
-    if (parseDragList(dragText).ids.isEmpty()) {
-        return;
+    if (!parseDragList(dragText).ids.isEmpty() && mayAppendTo(list)) {
+        const bool isShown = list == m_list.pnid;
+        m_tools.edits.AppendFromMP3DB(dragText, list, isShown ? m_list.newAktion() : kAktionMix);
+        tellChanged(list);
     }
+}
+
+bool PlaylistEdits::mayAppendTo(Pnid list)
+{
     if (!m_rows.isConnected()) {
         tellStatus(m_texts.text(u"library.lent.title"_s));
-        return;
+        return false;
     }
     // The table knows: another list than the one that is shown may be meant.
     const ListCatalogue::State state = m_tools.functions.catalogue().stateOf(list);
     const bool isShown = list == m_list.pnid;
     if (state == ListCatalogue::State::Locked || (m_list.locked && isShown)) {
         tellStatus(m_texts.text(u"playlist.norows.locked"_s));
-        return;
+        return false;
     }
     if (state == ListCatalogue::State::Gone) {
         tellStatus(m_texts.text(u"playlist.none.title"_s));
+        return false;
+    }
+    return true;
+}
+
+void PlaylistEdits::appendDropped(const QString& dragText, Pnid list)
+{
+    const DragList drag = parseDragList(dragText);
+    if (drag.ids.isEmpty() || !mayAppendTo(list)) {
         return;
     }
-    m_tools.edits.AppendFromMP3DB(dragText, list, isShown ? m_list.newAktion() : kAktionMix);
+    const int aktion =
+        m_tools.functions.catalogue().isJingleList(list) ? kAktionJinglePlay : kAktionMix;
+    if (drag.type == "DRAG_TYP_PLID"_L1) {
+        m_tools.edits.InsertORMoveFromPlaylist(cls_PLInsertMoveDel::kAppendCopies, kEndOfList, list,
+                                               dragText, aktion);
+    } else {
+        m_tools.edits.AppendFromMP3DB(dragText, list, aktion);
+    }
     tellChanged(list);
+    if (const auto step = m_tools.history.nextSteps().undo; step && step->list == list) {
+        tellStatus(stepText(m_texts, *step));
+    }
 }
 
 bool PlaylistEdits::addFiles(const QStringList& files, std::optional<Sid> target)
@@ -156,8 +182,7 @@ bool PlaylistEdits::addFiles(const QStringList& files, std::optional<Sid> target
     }
     const QStringList fids = m_actions.tracksOf(files);
     if (fids.isEmpty()) {
-        tellStatus(m_texts.text(u"playlist.notracks"_s));
-        return false;
+        return false; // whoever has looked at the files has told what was among them
     }
     addTracks(dragText(DragKind::FidMp3db, fids), target);
     return true;
@@ -190,11 +215,9 @@ void PlaylistEdits::paste(bool append)
     }
 }
 
-void PlaylistEdits::deleteRows()
+/// The selected entries as a drag text, or the current one when none is selected.
+QString PlaylistEdits::rowsToTake() const
 {
-    if (!mayChange()) {
-        return;
-    }
     std::vector<RowRange> rows = m_controls.grid.selection();
     const qint64 current = m_controls.grid.currentRow();
     if (rows.empty() && current >= 0) {
@@ -207,13 +230,33 @@ void PlaylistEdits::deleteRows()
             ids.append(m_rows.cell(row, u"PLID").toText());
         }
     }
-    if (ids.isEmpty()) {
+    return dragText(DragKind::Plid, ids);
+}
+
+void PlaylistEdits::takeRows(const std::function<void(const QString& rows)>& take)
+{
+    const QString rows = mayChange() ? rowsToTake() : QString();
+    if (rows.isEmpty()) {
         return;
     }
     m_tools.snapshots.UndoSnapshot(m_list.pnid, *m_rows.database(), undoaction::kDelete);
-    m_tools.edits.DeletePlaylistRecords(dragText(DragKind::Plid, ids), m_list.pnid);
+    take(rows);
     tellChanged(m_list.pnid);
     m_controls.grid.select({});
+}
+
+void PlaylistEdits::deleteRows()
+{
+    takeRows(
+        [this](const QString& rows) { m_tools.edits.DeletePlaylistRecords(rows, m_list.pnid); });
+}
+
+void PlaylistEdits::cutRows()
+{
+    takeRows([this](const QString& rows) {
+        m_tools.edits.cutPlaylistRecords(rows, m_list.pnid);
+        m_controls.clipboard.setText(rows);
+    });
 }
 
 void PlaylistEdits::moveRow(int step)

@@ -58,6 +58,8 @@ public:
     void addTracksAtRow(const QString& dragText);
     /// Puts tracks at the end of any list. One that is locked or gone says so.
     void appendTracks(const QString& dragText, Pnid list);
+    /// The same for tracks or copies of entries, and says what came.
+    void appendDropped(const QString& dragText, Pnid list);
     /// Puts the tracks of files, or the entries of list files, into the list on the screen; the
     /// first file decides which. False when there were none, which is told.
     bool addFiles(const QStringList& files, std::optional<Sid> target);
@@ -69,6 +71,8 @@ public:
     void paste(bool append);
     /// The selected rows, or the current one when none is selected.
     void deleteRows();
+    /// The same; the clipboard holds them, to be pasted with all their values.
+    void cutRows();
     /// Exchanges the current row with its neighbour: -1 above, 1 below. The others are told once
     /// the user's hand rests.
     void moveRow(int step);
@@ -102,6 +106,9 @@ public:
 
 private:
     [[nodiscard]] bool mayChange();
+    [[nodiscard]] QString rowsToTake() const;
+    void takeRows(const std::function<void(const QString& rows)>& take);
+    [[nodiscard]] bool mayAppendTo(Pnid list);
     void tellStatus(const QString& text);
     [[nodiscard]] Plid currentEntry() const;
     void valueChanged();

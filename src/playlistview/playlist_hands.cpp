@@ -30,16 +30,22 @@ std::span<const ctl_Playlist::ToolRow> ctl_Playlist::toolTable()
         {u"all.book", [](View& view, const Key&) { view.bookPressed(); }},
         {u"all.delete", [](View& view, const Key&) { view.m_edits.deleteRows(); }},
         {u"all.copy", [](View& view, const Key&) { view.copyRows(); }},
+        {u"all.clip.cut", [](View& view, const Key&) { view.m_edits.cutRows(); }},
         {u"all.clip.insert", [](View& view, const Key&) { view.m_edits.paste(false); }},
         {u"all.clip.append", [](View& view, const Key&) { view.m_edits.paste(true); }},
         {u"all.data.select", [](View& view, const Key&) { view.selectAllRows(); }},
         {u"all.sample", [](View& view, const Key&) { view.editSample(); }},
-        {u"all.refresh", [](View& view, const Key&) { view.Refresh(); }},
+        {u"all.refresh",
+         [](View& view, const Key&) {
+             view.Refresh();
+             // Another console over the same library may have taken steps.
+             view.tellHistory();
+         }},
         {u"play.stop", [](View& view, const Key& key) { view.monitorPressed(key); }},
         {u"play.start", [](View& view, const Key& key) { view.monitorPressed(key); }},
         {u"play.center", [](View& view, const Key& key) { view.monitorPressed(key); }},
-        {u"play.zur", [](View& view, const Key&) { view.m_actions.monitorStep(-1); }},
-        {u"play.vor", [](View& view, const Key&) { view.m_actions.monitorStep(1); }},
+        {u"play.zur", [](View& view, const Key&) { view.m_seek.step(-1); }},
+        {u"play.vor", [](View& view, const Key&) { view.m_seek.step(1); }},
         {bus::kAllVolume,
          [](View& view, const Key&) { view.m_bus.SendMessage(bus::kVolumeMonitorShow); }},
         {bus::kPlaylistJingleLoop, [](View& view, const Key&) { view.m_edits.toggleLoop(); }},
@@ -57,6 +63,16 @@ void ctl_Playlist::toolPressed(const QString& key)
             return;
         }
     }
+}
+
+QString ctl_Playlist::whyNot(QStringView key, bool needsRow) const
+{
+    return m_gate.whyNot(key, {.isLent = !m_rows.isConnected(),
+                               .hasRow = !needsRow || currentEntry() != Plid{},
+                               .hasList = m_list.isOpen(),
+                               .isLocked = m_list.locked,
+                               .canUndo = m_known.undo,
+                               .canRedo = m_known.redo});
 }
 
 bool ctl_Playlist::SendKeyUp(const QString& command, bool asked)
@@ -155,6 +171,18 @@ void ctl_Playlist::contextMenuWanted()
 void ctl_Playlist::headMenuWanted()
 {
     m_bus.SendMessage(bus::kShowGridLayout, u"PL"_s);
+}
+
+void ctl_Playlist::emptyButtonPressed()
+{
+    if (m_actions.newList) {
+        m_actions.newList();
+    }
+}
+
+void ctl_Playlist::append(const QString& dragText, Pnid list)
+{
+    m_guard.run(u"ctl_Playlist.append"_s, [&] { m_edits.appendDropped(dragText, list); });
 }
 
 void ctl_Playlist::drop(const DropOffer& offer)

@@ -8,17 +8,13 @@
 #include "playlists/pl_insert_move_del.h"
 #include "playlistview/playlist.h"
 #include "playlistview/playlist_edits.h"
-
-#include <algorithm>
+#include "views/volume_picture.h"
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// Volume of the monitor at its loudest, as messages tell it: keep.
-constexpr qint32 kLoudest = 10'000;
 
 /// A lock comes as a truth, a number or a text.
 bool isOn(const Value& value)
@@ -260,9 +256,7 @@ void PlaylistMessages::renewToolTips(const MLVMessage&)
 
 void PlaylistMessages::changeVolumeIcon(const MLVMessage& message)
 {
-    // A fifth of the volume a picture; whatever is heard at all has one of its own.
-    const qint32 volume = std::clamp(message.Value1.toLong(), 0, kLoudest);
-    emit m_view.volumeIconChanged((volume + kLoudest / 5 - 1) / (kLoudest / 5));
+    emit m_view.volumeIconChanged(volumePicture(message.Value1.toLong()));
 }
 
 void PlaylistMessages::saveLayout(const MLVMessage&)

@@ -3,6 +3,7 @@
 #include "platform/media/cue_finder.h"
 #include "playlists/playlist_ids.h"
 #include "store/error_sink.h"
+#include "views/command_gate.h"
 
 #include <QStringList>
 
@@ -65,14 +66,14 @@ struct PlaylistActions
     QString program;
     /// Starts the BPM finder; cmd is "auto" or "manuell".
     std::function<void(const QString& cmd, const QString& fid, const QString& plid)> startBeatGauge;
-    /// The monitor player goes a few seconds back (-1) or on (1).
-    std::function<void(int direction)> monitorStep;
+    /// Where the monitor player plays or stands, in frames; 0 without a track.
+    std::function<int()> monitorFrame;
     /// Where a stored file lies on this machine; empty when it is not there.
     std::function<QString(const QString& file)> locate;
     /// Whether a folder lies there now; without it only a name without an extension counts as one.
     std::function<bool(const QString& place)> isFolder;
     /// Identifiers of the tracks that files and folders hold, in their order; a file that is new
-    /// enters the library.
+    /// enters the library. What could not be taken has been told.
     std::function<QStringList(const QStringList& places)> tracksOf;
     std::function<void(const QString& name, const GridControl& grid)> saveLayout;
     std::function<void(const QString& name, GridControl& grid)> loadLayout;
@@ -86,6 +87,10 @@ struct PlaylistActions
     /// sound being what is louder than so much of 32768. Nothing for a file that cannot be read.
     std::function<std::optional<CueRange>(const QString& file, int withinMs, int loudness)> cuesOf =
         [](const QString&, int, int) { return std::nullopt; };
+    /// Makes a list that the user can name, and opens it; without it there is no button for that.
+    std::function<void()> newList = {};
+    /// What commands find around the view.
+    CommandWorld world = {};
 };
 
 } // namespace melovane

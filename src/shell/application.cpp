@@ -25,13 +25,16 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
     , m_sound(std::make_unique<SoundWing>(*m_machine, *m_desk, *m_suite))
     , m_lists(std::make_unique<ListsWing>(*m_machine, *m_suite))
     , m_library(std::make_unique<LibraryWing>(*m_machine, *m_desk, *m_suite, *m_lists))
-    , m_playlist(std::make_unique<PlaylistWing>(PlaylistWing::Below{.machine = *m_machine,
-                                                                    .desk = *m_desk,
-                                                                    .suite = *m_suite,
-                                                                    .sound = *m_sound,
-                                                                    .lists = *m_lists,
-                                                                    .library = *m_library},
-                                                [this] { return m_trees->favorit.importGroup(); }))
+    , m_playlist(std::make_unique<PlaylistWing>(
+          PlaylistWing::Below{.machine = *m_machine,
+                              .desk = *m_desk,
+                              .suite = *m_suite,
+                              .sound = *m_sound,
+                              .lists = *m_lists,
+                              .library = *m_library},
+          PlaylistWing::TreeActions{
+              .importGroup = [this] { return m_trees->favorit.importGroup(); },
+              .newList = [this] { m_trees->favorit.newPlaylist(); }}))
     , m_trees(std::make_unique<TreesWing>(*m_machine, *m_desk, *m_suite, *m_lists, *m_playlist))
     , m_main(std::make_unique<MainWing>(MainWing::Below{.machine = *m_machine,
                                                         .desk = *m_desk,

@@ -5,11 +5,16 @@
 #include "config/config_objects.h"
 #include "monitor/monitor_control.h"
 #include "platform/system/files.h"
+#include "shell/edit_commands.h"
+#include "shell/mlvdb_parts.h"
 #include "shell/more_result.h"
 #include "shell/player_commands.h"
 #include "shell/sibling_commands.h"
 #include "shell/window_data.h"
 #include "shell/window_menus.h"
+#include "views/command_gate.h"
+
+#include <optional>
 
 namespace melovane {
 
@@ -19,6 +24,19 @@ namespace {
 
 /// `DriveTyp` of a track on a disc.
 constexpr int kOptical = static_cast<int>(VolumeKind::Optical);
+
+constexpr int kBestRating = 5;
+
+/// Tags of the entries that give a track a value, in front of the value.
+const QString kRating = u"note."_s;
+const QString kPlayAction = u"aktion."_s;
+
+std::optional<int> numberBehind(const QString& head, const QString& tag)
+{
+    bool isNumber = false;
+    const int number = tag.startsWith(head) ? tag.mid(head.size()).toInt(&isNumber) : 0;
+    return isNumber ? std::optional(number) : std::nullopt;
+}
 
 } // namespace
 
@@ -57,6 +75,7 @@ void ContextMenu::open(const QString& fid, bool fromLibrary)
 {
     m_track = m_parts.data.GetAllDataByFid(fid);
     m_fromLibrary = fromLibrary;
+    showEntries();
     m_parts.menus.showContextMenu(
         moreResultEntries(m_track.Interpret, m_track.Titel,
                           {m_parts.texts.text(u"mnuMoreResult.index"_s),
@@ -86,11 +105,91 @@ void ContextMenu::clicked(const QString& tag)
             return;
         }
     }
+    if (const EditRow* const row = editRow(tag)) {
+        m_parts.edit.run(*row, m_fromLibrary ? EditPlace::Library : EditPlace::Playlist);
+        return;
+    }
+    if (const auto rating = numberBehind(kRating, tag)) {
+        (m_fromLibrary ? m_parts.library.rate : m_parts.playlist.rate)(*rating);
+    } else if (const auto action = numberBehind(kPlayAction, tag)) {
+        m_parts.playlist.setPlayAction(*action);
+    }
+}
+
+QString ContextMenu::whyNot(QStringView command) const
+{
+    return m_fromLibrary ? m_parts.library.whyNot(command, true)
+                         : m_parts.playlist.whyNot(command, true);
+}
+
+/// Entries that fit the view, grey where they cannot work now.
+void ContextMenu::showEntries()
+{
+    for (const ContextRow& row : contextRows()) {
+        if (!row.isSeparator()) {
+            const QString reason = whyNot(row.tag);
+            m_parts.menus.setEnabled(u"mnuPOPDBGRID_%1"_s.arg(row.index), reason.isEmpty(), reason);
+        }
+    }
+    for (const EditRow& row : editRows()) {
+        showEditRow(row);
+    }
+    showRatings();
+    showPlayActions();
+}
+
+void ContextMenu::showEditRow(const EditRow& row)
+{
+    const QStringView command = m_fromLibrary ? row.library : row.playlist;
+    const QString name = rowEntryName(row.name);
+    m_parts.menus.setVisible(name, !command.isEmpty());
+    if (command.isEmpty()) {
+        return;
+    }
+    const QString reason = whyNot(command);
+    const QStringView text = m_fromLibrary ? row.libraryText : row.playlistText;
+    m_parts.menus.setText(name, m_parts.texts.text(text.toString()), {});
+    m_parts.menus.setKey(name, commandKey(m_parts.settings, command));
+    m_parts.menus.setEnabled(name, reason.isEmpty(), reason);
+}
+
+void ContextMenu::showRatings()
+{
+    std::vector<MenuChoice> choices;
+    for (int rating = kBestRating; rating >= 0; --rating) {
+        const QString stars =
+            rating == 0 ? m_parts.texts.text(u"row.note.none"_s) : QString(rating, QChar(0x2605));
+        choices.push_back({.caption = stars,
+                           .tag = kRating + QString::number(rating),
+                           .key = u"Ctrl+"_s + QString::number(rating)});
+    }
+    const QString reason = whyNot(u"note");
+    m_parts.menus.setText(kRatingMenu.toString(), m_parts.texts.text(u"row.note"_s), {});
+    m_parts.menus.setChoices(kRatingMenu.toString(), choices);
+    m_parts.menus.setEnabled(kRatingMenu.toString(), reason.isEmpty(), reason);
+}
+
+void ContextMenu::showPlayActions()
+{
+    std::vector<MenuChoice> choices;
+    if (!m_fromLibrary) {
+        for (const PlayAction& action : m_parts.playlist.playActions()) {
+            choices.push_back({.caption = m_parts.texts.text(action.textKey),
+                               .tag = kPlayAction + QString::number(action.number),
+                               .checked = action.isPresent});
+        }
+    }
+    const QString reason = whyNot(u"aktion");
+    const QString menu = kPlayActionMenu.toString();
+    m_parts.menus.setText(menu, m_parts.texts.text(u"row.aktion"_s), {});
+    m_parts.menus.setVisible(menu, !choices.empty());
+    m_parts.menus.setChoices(menu, choices);
+    m_parts.menus.setEnabled(menu, reason.isEmpty(), reason);
 }
 
 void ContextMenu::moreResultClicked(const QString& tag, const QString& caption)
 {
-    m_parts.findAll(moreResultSearch(tag, caption));
+    m_parts.library.findAll(moreResultSearch(tag, caption));
 }
 
 void ContextMenu::monitor(const QString& action)

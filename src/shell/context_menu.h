@@ -8,22 +8,30 @@
 namespace melovane {
 
 class ConfigObjects;
+class EditCommands;
+struct EditRow;
+class GlobalSettings;
+struct LibraryCommands;
 class MenuControl;
 class MonitorControl;
 class PlayerCommands;
+struct PlaylistCommands;
 class SiblingCommands;
 class WindowData;
 
 /// What the context menu reaches; outlives it.
 struct ContextMenuParts
 {
+    GlobalSettings& settings;
     const ConfigObjects& texts;
+    const LibraryCommands& library;
+    const PlaylistCommands& playlist;
+    const EditCommands& edit;
     WindowData& data;
     SiblingCommands& siblings;
     PlayerCommands& player;
     MonitorControl& monitor;
     MenuControl& menus;
-    std::function<void(const QString& text)> findAll;
 };
 
 /// `mnuPOPDBGRID`: what can be done with one track of a grid.
@@ -57,6 +65,11 @@ private:
 
     void monitor(const QString& action);
     void sendFromView(QStringView command);
+    void showEntries();
+    void showEditRow(const EditRow& row);
+    void showRatings();
+    void showPlayActions();
+    [[nodiscard]] QString whyNot(QStringView command) const;
 
     ContextMenuParts m_parts;
     BusSender m_bus;

@@ -92,6 +92,7 @@ void LibraryData::idle()
 bool LibraryData::sideFilesWereStale()
 {
     CheckDatabase check(m_engine, m_files, m_clock, place(), m_sink);
+    check.whenKeptAside = whenKeptAside;
     check.checkTempTables();
     return check.checkTreeTables() < 0;
 }

@@ -4,6 +4,7 @@
 #include "store/check_database.h"
 #include "store/error_sink.h"
 
+#include <functional>
 #include <memory>
 
 namespace melovane {
@@ -27,6 +28,10 @@ public:
                 const Clock& clock,
                 ErrorSink sink);
     ~LibraryData() override;
+
+    /// Hears of a side file that was damaged and made anew, with the path under which the old one
+    /// is kept. May be empty.
+    std::function<void(const QString& kept)> whenKeptAside;
 
     void open() override;
     void openOther(const QString& name) override;

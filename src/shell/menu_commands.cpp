@@ -13,6 +13,7 @@
 #include "shell/sibling_commands.h"
 #include "shell/sibling_control.h"
 #include "shell/window_data.h"
+#include "views/command_gate.h"
 #include "views/layout_files.h"
 
 namespace melovane {
@@ -41,10 +42,20 @@ std::span<const MenuRow> MenuCommands::rows()
         {1, Entry, u"mnuExitJobs", {}, {}, {}, &MenuCommands::mnuExitJobs},
         {1, Entry, u"mnuExit", {}, u"exit", u"Ctrl+Q", &MenuCommands::mnuExit},
 
-        {0, Menu,  u"mnuExtra"},
+        // Ctrl+A appends here: it is what the user's key bindings say, and is shown.
+        {0, Menu,  u"mnuBearbeiten"},
         {1, Entry, u"mnuUndo", u"history.undo.nothing", u"undo", u"Ctrl+Z", &MenuCommands::mnuUndo},
         {1, Entry, u"mnuRedo", u"history.redo.nothing", u"redo", u"Ctrl+Shift+Z", &MenuCommands::mnuRedo},
         {1, Separator, {}},
+        {1, Entry, u"mnuCut", {}, u"cut", u"Ctrl+X", &MenuCommands::mnuCut},
+        {1, Entry, u"mnuCopy", {}, u"copy", {}, &MenuCommands::mnuCopy},
+        {1, Entry, u"mnuPaste", {}, u"insert", {}, &MenuCommands::mnuPaste},
+        {1, Entry, u"mnuPasteAppend", {}, u"append", {}, &MenuCommands::mnuPasteAppend},
+        {1, Separator, {}},
+        {1, Entry, u"mnuSelectAll", {}, u"selectall", {}, &MenuCommands::mnuSelectAll},
+        {1, Entry, u"mnuDelete", {}, u"delete", {}, &MenuCommands::mnuDelete},
+
+        {0, Menu,  u"mnuExtra"},
         {1, Entry, u"mnuDelSuchlist", {}, {}, {}, &MenuCommands::mnuDelSuchlist},
         {1, Entry, u"mnuDelDayCount", {}, {}, {}, &MenuCommands::mnuDelDayCount},
         {1, Separator, {}},
@@ -93,16 +104,46 @@ void MenuCommands::setCaptions()
     MenuControl& menus = m_parts.controls.menus;
     for (const MenuRow& row : rows()) {
         if (row.kind != MenuRow::Kind::Separator) {
-            menus.setText(row.name.toString(), text(row.textKey()),
-                          row.isLater() ? text(u"status.later"_s) : QString());
+            menus.setText(row.name.toString(), text(row.textKey()), {});
+        }
+        if (row.shortcut.isEmpty()) {
+            menus.setKey(row.name.toString(), commandKey(m_parts.window.settings, row.name));
         }
     }
     for (const ContextRow& row : contextRows()) {
         if (!row.isSeparator()) {
-            menus.setText(u"mnuPOPDBGRID_%1"_s.arg(row.index), text(row.key.toString()), {});
+            const QString name = u"mnuPOPDBGRID_%1"_s.arg(row.index);
+            menus.setText(name, text(row.key.toString()), {});
+            menus.setKey(name, commandKey(m_parts.window.settings, row.tag));
         }
     }
     menus.setChecked(u"mnuAutosizeGrid"_s, m_parts.window.settings.AutosizeGrid() != 0);
+    judge();
+}
+
+QString MenuCommands::whyNot(const MenuRow& row) const
+{
+    if (row.isLater()) {
+        return text(u"status.later"_s);
+    }
+    if (row.name == u"mnuUndo" || row.name == u"mnuRedo") {
+        return m_parts.window.playlist.whyNot(row.name == u"mnuUndo" ? u"all.undo" : u"all.redo",
+                                              false);
+    }
+    if (const EditRow* const command = editRow(row.name)) {
+        return m_parts.edit.whyNot(*command);
+    }
+    return m_parts.window.library.whyNot(row.name, false);
+}
+
+void MenuCommands::judge()
+{
+    for (const MenuRow& row : rows()) {
+        if (row.kind == MenuRow::Kind::Entry || row.kind == MenuRow::Kind::Check) {
+            const QString reason = whyNot(row);
+            m_parts.controls.menus.setEnabled(row.name.toString(), reason.isEmpty(), reason);
+        }
+    }
 }
 
 void MenuCommands::buildPlugIns()
@@ -119,7 +160,11 @@ void MenuCommands::buildPlugIns()
 
 void MenuCommands::clicked(const MenuRow& row)
 {
-    if (row.action != nullptr) {
+    // A key comes here without a look at the menu.
+    const QString reason = whyNot(row);
+    if (!reason.isEmpty()) {
+        m_parts.showStatusText(reason);
+    } else if (row.action != nullptr) {
         m_parts.guard.run(row.name.toString(), [&] { (this->*row.action)(); });
     }
 }
@@ -251,6 +296,41 @@ void MenuCommands::mnuPlaylist()
     }
 }
 
+void MenuCommands::edit(QStringView name)
+{
+    m_parts.edit.run(*editRow(name));
+}
+
+void MenuCommands::mnuCut()
+{
+    edit(u"mnuCut");
+}
+
+void MenuCommands::mnuCopy()
+{
+    edit(u"mnuCopy");
+}
+
+void MenuCommands::mnuPaste()
+{
+    edit(u"mnuPaste");
+}
+
+void MenuCommands::mnuPasteAppend()
+{
+    edit(u"mnuPasteAppend");
+}
+
+void MenuCommands::mnuSelectAll()
+{
+    edit(u"mnuSelectAll");
+}
+
+void MenuCommands::mnuDelete()
+{
+    edit(u"mnuDelete");
+}
+
 void MenuCommands::mnuUndo()
 {
     m_parts.window.playlist.undo();
@@ -267,6 +347,7 @@ void MenuCommands::setHistoryTexts(const QString& undo, const QString& redo)
     const auto plain = [](QString text) { return text.replace(u'&', u"&&"_s); };
     m_parts.controls.menus.setText(u"mnuUndo"_s, plain(undo), {});
     m_parts.controls.menus.setText(u"mnuRedo"_s, plain(redo), {});
+    judge();
 }
 
 void MenuCommands::mnuFont()

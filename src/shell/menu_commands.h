@@ -2,6 +2,7 @@
 
 #include "bus/event_guard.h"
 #include "bus/mlv_message_bus.h"
+#include "shell/edit_commands.h"
 #include "shell/mlvdb_parts.h"
 #include "shell/window_menus.h"
 
@@ -23,6 +24,7 @@ public:
         BusSender& bus; ///< of the main window
         const EventGuard& guard;
         SiblingCommands& siblings;
+        const EditCommands& edit;
         std::function<void(const QString& text)> showStatusText;
     };
 
@@ -36,7 +38,11 @@ public:
     /// The programs that the user has added, as far as they are installed.
     void buildPlugIns();
 
-    /// Runs the action of an entry; a failure leaves the window running.
+    /// Greys what cannot work now, and says why. Asked for whenever a menu opens.
+    void judge();
+
+    /// Runs the action of an entry, or says why it cannot work now; a failure leaves the window
+    /// running.
     void clicked(const MenuRow& row);
     /// An entry of `mnuPlugIn`, by the name of its record.
     void plugInClicked(const QString& name);
@@ -66,6 +72,14 @@ private:
     void mnuToDatei();
     void mnuRefreshTree();
     void mnuDelSuchlist();
+    [[nodiscard]] QString whyNot(const MenuRow& row) const;
+    void edit(QStringView name);
+    void mnuCut();
+    void mnuCopy();
+    void mnuPaste();
+    void mnuPasteAppend();
+    void mnuSelectAll();
+    void mnuDelete();
     void mnuUndo();
     void mnuRedo();
     void mnuFont();

@@ -54,17 +54,26 @@ MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
                       .docking = m_docking,
                       .suite = m_parts.suite,
                       .reloadLibrary = m_parts.library.reload,
-                      .rebuildTrees = [this] { m_siblings.rebuildTrees(); },
+                      // Nobody has asked for it: a program that is missing is missed silently.
+                      .rebuildTrees = [this] { m_parts.siblings.startRebuildTree(); },
+                      .libraryOpened = [this] { tellAccess(); },
                       .showStatusText = [this](const QString& text) { m_statusText.show(text); }},
                      m_parts.bus,
                      kMainWindowName.toString())
-    , m_contextMenu({.texts = m_parts.texts,
+    , m_edit({.texts = m_parts.texts,
+              .library = m_parts.library,
+              .playlist = m_parts.playlist,
+              .menus = controls.menus})
+    , m_contextMenu({.settings = m_parts.settings,
+                     .texts = m_parts.texts,
+                     .library = m_parts.library,
+                     .playlist = m_parts.playlist,
+                     .edit = m_edit,
                      .data = m_parts.data,
                      .siblings = m_siblings,
                      .player = m_player,
                      .monitor = m_parts.monitor,
-                     .menus = controls.menus,
-                     .findAll = m_parts.library.findAll},
+                     .menus = controls.menus},
                     m_parts.bus,
                     kMainWindowName.toString())
     , m_menu({.window = m_parts,
@@ -72,6 +81,7 @@ MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
               .bus = m_bus,
               .guard = m_guard,
               .siblings = m_siblings,
+              .edit = m_edit,
               .showStatusText = [this](const QString& text) { m_statusText.show(text); }})
     , m_messages({.window = m_parts,
                   .status = controls.status,
@@ -95,7 +105,7 @@ void MLVDB::load()
     m_parts.data.open();
     // Before any view reads them: what was played yesterday does not count for today.
     m_parts.settings.UpdateLastPlayDayCount();
-    m_controls.window.setCaption(mainWindowCaption());
+    tellAccess();
     m_menu.setCaptions();
     m_parts.suite.publishControl(m_parts.paths);
     loadSkin();
@@ -111,6 +121,17 @@ void MLVDB::load()
     m_bus.SendMessage(bus::kLoadLayoutPlaylist, kPlaylistLayout.toString());
     m_parts.loop.turn();
     m_bus.SendMessage(bus::kUpdateColor);
+}
+
+void MLVDB::tellAccess()
+{
+    if (!m_parts.isReadOnly()) {
+        m_controls.window.setCaption(mainWindowCaption());
+        return;
+    }
+    const QString words = m_parts.texts.text(u"library.readonly"_s);
+    m_controls.window.setCaption(mainWindowCaption() + u" - "_s + words);
+    m_statusText.show(m_parts.texts.text(u"library.readonly.told"_s, m_parts.settings.DbName()));
 }
 
 void MLVDB::loadSkin()
@@ -145,7 +166,7 @@ void MLVDB::activateFirst()
     // The message loop stands still here: the window is not on the screen yet, and whoever closed
     // it now would leave it half shown.
     if (m_parts.data.sideFilesWereStale()) {
-        m_siblings.rebuildTrees();
+        m_parts.siblings.startRebuildTree();
     }
     // A library that cannot be counted is not an empty one: nobody is sent to the importer.
     qint64 tracks = 1;

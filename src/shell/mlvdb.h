@@ -86,6 +86,8 @@ private:
     // Load, in this order.
     void loadSkin();
     void startViews();
+    /// The title says when nothing can be written into the library, and so does the status line.
+    void tellAccess();
     [[nodiscard]] QString skinTitle(const QString& fileName) const;
 
     MlvdbParts m_parts;
@@ -100,6 +102,7 @@ private:
     WindowPlace m_place;
     Docking m_docking;
     SuiteHandler m_suiteHandler;
+    EditCommands m_edit;
     ContextMenu m_contextMenu;
     MenuCommands m_menu;
     WindowMessages m_messages; ///< the last member: nothing arrives without the rest

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 namespace melovane {
 
@@ -56,6 +57,22 @@ struct LibraryCommands
     std::function<void()> forgetSearches;
     /// Searches all chosen columns for a text.
     std::function<void(const QString& text)> findAll;
+    /// A button of its tool bar, by key.
+    std::function<void(const QString& key)> press = [](const QString&) {};
+    /// \see ctl_MP3DB::whyNot, also for the menu entries of the window
+    std::function<QString(QStringView key, bool needsRow)> whyNot = [](QStringView, bool) {
+        return QString();
+    };
+    /// Gives the current track a rating, 0 to 5.
+    std::function<void(int rating)> rate = [](int) {};
+};
+
+/// A play action that the entries of the list on the screen can have.
+struct PlayAction
+{
+    int number = 0;
+    QString textKey;
+    bool isPresent = false; ///< the current entry has it
 };
 
 /// What the window asks of the playlist view. Numbers are 0 for none.
@@ -72,6 +89,14 @@ struct PlaylistCommands
     std::function<void()> importLists = [] {};
     /// Asks for a file and writes the active list to it.
     std::function<void()> saveActive = [] {};
+    /// The same as of the library.
+    std::function<void(const QString& key)> press = [](const QString&) {};
+    std::function<QString(QStringView key, bool needsRow)> whyNot = [](QStringView, bool) {
+        return QString();
+    };
+    std::function<void(int rating)> rate = [](int) {};
+    std::function<std::vector<PlayAction>()> playActions = [] { return std::vector<PlayAction>(); };
+    std::function<void(int action)> setPlayAction = [](int) {};
 };
 
 /// Dialogs that the window opens; forms of their own.
@@ -109,6 +134,8 @@ struct MlvdbParts
     PlaylistCommands playlist;
     WindowDialogs dialogs;
     ErrorSink log = {}; ///< hears of events that failed
+    /// Whether nothing can be written into the library.
+    std::function<bool()> isReadOnly = [] { return false; };
 };
 
 } // namespace melovane

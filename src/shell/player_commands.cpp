@@ -42,7 +42,11 @@ bool PlayerCommands::playNow(const QString& fid)
 
 void PlayerCommands::showPlayer()
 {
-    m_suite.postToPlayer(message::kBringToFront);
+    if (m_suite.playerIsAlive()) {
+        m_suite.postToPlayer(message::kBringToFront);
+    } else {
+        m_show(m_texts.text(u"status.player.missing"_s));
+    }
 }
 
 } // namespace melovane

@@ -16,7 +16,7 @@ SampleTool::SampleTool(SampleToolParts parts)
 
 void SampleTool::edit(const MlvPlaylistDetail& entry, qint32 replyTo)
 {
-    KivInterface state(m_parts.files, m_parts.programFolder);
+    KivInterface state(m_parts.files, m_parts.dataFolder, m_parts.programFolder);
     state.setEntry(entry);
     state.replyTo = replyTo;
     state.KivSave();
@@ -27,7 +27,7 @@ void SampleTool::edit(const MlvPlaylistDetail& entry, qint32 replyTo)
 
 SampleEdit SampleTool::read() const
 {
-    KivInterface state(m_parts.files, m_parts.programFolder);
+    KivInterface state(m_parts.files, m_parts.dataFolder, m_parts.programFolder);
     state.KivLoad();
     return {state.PLID, state.FID, state.FrameStart, state.FrameStop};
 }

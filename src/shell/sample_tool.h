@@ -16,7 +16,8 @@ class SuiteMessages;
 struct SampleToolParts
 {
     Files& files;
-    QString programFolder; ///< where the state file lies
+    QString dataFolder;    ///< where the state file lies
+    QString programFolder; ///< where an older tool keeps it
     SuiteMessages& suite;
     SiblingControl& siblings;
     std::function<void(const QString& program)> tellMissing;

@@ -130,6 +130,7 @@ void SuiteHandler::showOther()
     m_parts.settings.UpdateLastPlayDayCount();
     showContent();
     m_parts.showStatusText(m_parts.texts.text(u"library.changed"_s, m_parts.settings.DbName()));
+    m_parts.libraryOpened();
 }
 
 /// The library holds other rows than before, or is another one.

@@ -31,6 +31,8 @@ struct SuiteHandlerParts
     SuiteMessages& suite;
     std::function<void()> reloadLibrary;
     std::function<void()> rebuildTrees;
+    /// Another library is open now.
+    std::function<void()> libraryOpened = [] {};
     std::function<void(const QString& text)> showStatusText;
 };
 

@@ -47,6 +47,24 @@ struct PlugInEntry
     QString caption;
 };
 
+/// Where the keyboard is, or was before a menu took it.
+enum class EditPlace
+{
+    None,
+    Library,
+    Playlist,
+    Text ///< a field that the user types into
+};
+
+/// An entry of a submenu that offers values, such as the rating of a track.
+struct MenuChoice
+{
+    QString caption;
+    QString tag; ///< what ContextMenu::clicked gets
+    bool checked = false;
+    QString key = {}; ///< "Ctrl+5", or empty
+};
+
 /// One entry of the context menu of the grids, `mnuPOPDBGRID`. 3, 6, 10 and 14 are separators.
 struct ContextRow
 {
@@ -62,6 +80,16 @@ struct ContextRow
 
 [[nodiscard]] std::span<const ContextRow> contextRows();
 
+/// Below these stand the commands of `mnuBearbeiten` that fit the view, and two submenus.
+inline constexpr QStringView kRatingMenu = u"mnuRow_Note";
+inline constexpr QStringView kPlayActionMenu = u"mnuRow_Aktion";
+
+/// The entry of such a command in the menu of a row.
+[[nodiscard]] inline QString rowEntryName(QStringView command)
+{
+    return QStringLiteral("mnuRow_") + command.toString();
+}
+
 /// The menus of the main window, as its logic sees them. Entries go by the names of the controls.
 class MenuControl
 {
@@ -70,6 +98,19 @@ public:
 
     virtual void setText(const QString& name, const QString& caption, const QString& toolTip) = 0;
     virtual void setChecked(const QString& name, bool checked) = 0;
+
+    /// \param toolTip why it is grey, when it is
+    virtual void setEnabled(const QString& name, bool enabled, const QString& toolTip) = 0;
+    virtual void setVisible(const QString& name, bool visible) = 0;
+    /// Shows a key that somebody else reacts to, "Ctrl+C"; empty shows none.
+    virtual void setKey(const QString& name, const QString& key) = 0;
+    /// Fills a submenu of the row menu.
+    virtual void setChoices(const QString& menu, const std::vector<MenuChoice>& choices) = 0;
+
+    [[nodiscard]] virtual EditPlace editPlace() const = 0;
+    /// For EditPlace::Text: an entry of `mnuBearbeiten` by its name.
+    [[nodiscard]] virtual bool canEditText(QStringView name) const = 0;
+    virtual void editText(QStringView name) = 0;
 
     /// The entries `mnuPlugIn`, from index 0 on.
     virtual void setPlugIns(const std::vector<PlugInEntry>& entries) = 0;

@@ -126,7 +126,9 @@ void WindowMessages::findTempo(const QString& cmd, const QString& fid)
 
 void WindowMessages::monitorSeek(const MLVMessage&)
 {
-    m_parts.window.monitor.MonitorPlayer(u"SEEK"_s, {}, 0);
+    // A seek begins where it plays: on the way to its place nobody wants to hear another one.
+    MonitorControl& monitor = m_parts.window.monitor;
+    monitor.MonitorPlayer(u"SEEK"_s, {}, monitor.positionFrames());
 }
 
 void WindowMessages::monitorSeekSet(const MLVMessage& message)

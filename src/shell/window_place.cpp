@@ -49,8 +49,8 @@ void WindowPlace::restore()
     const WindowPosition& stored = m_settings.Position(kPosition);
     if (stored.WindowState == kMaximised) {
         m_window.maximise();
-    } else if (liesInside(stored, m_window.screenArea()) && stored.Height >= 0 &&
-               stored.Whidth >= 0) {
+    } else if (stored.Height >= 0 && stored.Whidth >= 0 &&
+               liesInside(stored, m_window.screenAreaOf(stored.place()))) {
         m_window.setPlace(stored.place());
     }
 }

@@ -198,6 +198,9 @@ void CheckDatabase::keepDamaged(const QString& sideFile)
         if (m_sink) {
             m_sink(u"CheckDatabase"_s, u"The damaged file was kept as "_s + kept);
         }
+        if (whenKeptAside) {
+            whenKeptAside(kept);
+        }
     });
 }
 

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 namespace melovane {
@@ -33,6 +34,10 @@ public:
                   const Clock& clock,
                   DatabasePlace place,
                   ErrorSink sink);
+
+    /// Hears of a side file that was damaged, with the path under which it is kept; the new one
+    /// stands in its place. May be empty.
+    std::function<void(const QString& kept)> whenKeptAside;
 
     /// Opens the database and each of its plain tables, in catalogue order, up to the first error.
     /// Returns the description of that error, or an empty text; then the upgrade check has run.

@@ -64,6 +64,31 @@ void FavoritEdits::newList()
     rename(place);
 }
 
+/// The row of the first group that playlists stand in, or -1.
+int FavoritEdits::firstGroup() const
+{
+    int row = 0;
+    while (row < m_tree.rowCount() && leadingLong(m_rows.groupId(row)) <= 0) {
+        ++row;
+    }
+    return row < m_tree.rowCount() ? row : -1;
+}
+
+void FavoritEdits::newPlaylist()
+{
+    int group = m_rows.groupRow(m_tree.currentRow());
+    if (leadingLong(m_rows.groupId(group)) <= 0) {
+        group = firstGroup();
+    }
+    if (group < 0) {
+        const GroupId made = importGroup();
+        m_rows.refresh();
+        group = m_tree.find(treekey::group(numberOf(made)));
+    }
+    m_tree.setCurrentRow(group);
+    newList();
+}
+
 void FavoritEdits::newGroup()
 {
     const QString name =

@@ -39,6 +39,9 @@ public:
     /// A list in the group of the current row, open and ready to be named; without a group the
     /// user is told.
     void newList();
+    /// A playlist wherever the current row is: in its group, unless that is the jingles', else in
+    /// the first group, else in a new one.
+    void newPlaylist();
     /// A group, ready to be named.
     void newGroup();
     /// The group that imported lists go into: that of the current row, else a new one. Never that
@@ -64,6 +67,7 @@ public:
     void deleteRow(int row);
 
 private:
+    [[nodiscard]] int firstGroup() const;
     void deleteList(int row);
     void deleteGroup(int row);
 

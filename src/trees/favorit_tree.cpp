@@ -69,6 +69,11 @@ Pnid FavoritTree::listOf(int row) const
     return Pnid(leadingLong(listId(row)));
 }
 
+bool FavoritTree::isLocked(int row) const
+{
+    return m_tree.row(row).picture == "all.lock"_L1;
+}
+
 int FavoritTree::rowOfList(Pnid list) const
 {
     const int row = m_tree.find(treekey::playlist(numberOf(list)));
@@ -216,9 +221,19 @@ void FavoritTree::editEnded()
     }
 }
 
+void FavoritTree::leaveLibrary()
+{
+    m_isAway = true;
+    m_tree.setNote({m_texts.text(u"library.lent.title"), m_texts.text(u"library.lent.text"), {}});
+}
+
 void FavoritTree::libraryIsBack()
 {
-    if (std::exchange(m_isAway, false) && !leftForOther()) {
+    if (!std::exchange(m_isAway, false)) {
+        return;
+    }
+    m_tree.setNote({});
+    if (!leftForOther()) {
         refresh();
     }
 }

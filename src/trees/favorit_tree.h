@@ -46,6 +46,8 @@ public:
     [[nodiscard]] int groupRow(int row) const;
     [[nodiscard]] bool isList(int row) const;
     [[nodiscard]] Pnid listOf(int row) const;
+    /// Whether the list of a row must not be changed: its picture tells.
+    [[nodiscard]] bool isLocked(int row) const;
     [[nodiscard]] int rowOfList(Pnid list) const;
     /// The row behind the last list of a group.
     [[nodiscard]] int endOfGroup(int group) const;
@@ -76,8 +78,10 @@ public:
     /// The user has finished typing a name.
     void editEnded();
 
-    /// Another program takes the library: the rows stay as they are.
-    void leaveLibrary() { m_isAway = true; }
+    /// Another program takes the library: the rows stay as they are, behind a note that says so.
+    void leaveLibrary();
+
+    [[nodiscard]] bool isAway() const { return m_isAway; }
 
     void libraryIsBack();
     /// Reads anew if the library is another file than the one that the rows are from.

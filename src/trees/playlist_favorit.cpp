@@ -59,6 +59,10 @@ PlaylistFavorit::PlaylistFavorit(FavoritParts parts, TreeControl& tree)
                .warnings = m_parts.warnings,
                .bus = m_bus,
                .open = [this](int row) { rowClicked(row); }})
+    , m_drops({.rows = m_rows,
+               .lists = m_parts.lists,
+               .mayWrite = m_parts.mayWrite,
+               .append = m_parts.append})
     , m_restTimer(m_parts.loop.makeTimer(kRestInterval,
                                          [this] {
                                              m_restTimer->stop();

@@ -3,6 +3,7 @@
 #include "bus/bus_table.h"
 #include "platform/controls/tree_control.h"
 #include "store/error_sink.h"
+#include "trees/favorit_drops.h"
 #include "trees/favorit_edits.h"
 #include "trees/favorit_tree.h"
 
@@ -37,6 +38,10 @@ struct FavoritParts
     ErrorSink sink; ///< learns of failures: what fails leaves tree and data as they were
     /// The list on the screen, 0 for none: the marked row of the tree follows it.
     std::function<Pnid()> openList;
+    /// False while the library can only be read.
+    std::function<bool()> mayWrite;
+    /// Appends the tracks or entries of a drag text to a list; tells what it did, or why not.
+    std::function<void(const QString& dragText, Pnid list)> append;
     /// Shows the figures of a list; empty as long as there is no such dialog.
     std::function<void(Pnid list)> showDetails;
     /// Asks for a file and writes the list to it; empty as long as nobody does.
@@ -90,6 +95,9 @@ public:
 
     // -- What the user does --
 
+    /// \see FavoritEdits::newPlaylist
+    void newPlaylist() { m_edits.newPlaylist(); }
+
     /// A button of the tool bar, by key: "all.newdoc", "all.newdir", "all.activate", "all.lock",
     /// "all.book", "all.refresh" or "all.delete".
     void toolPressed(const QString& key);
@@ -117,6 +125,9 @@ public:
 
     /// A row was dropped: it moves there, a list dropped into a group behind its last.
     void rowDropped(int from, int to, DropPlace place) { m_edits.rowDropped(from, to, place); }
+
+    /// What other views' drags may do with the rows.
+    [[nodiscard]] DropTarget& drops() { return m_drops; }
 
     /// \param row -1 beside all rows
     void contextMenu(int row);
@@ -151,6 +162,7 @@ private:
     TreeControl& m_tree;
     FavoritTree m_rows;
     FavoritEdits m_edits;
+    FavoritDrops m_drops;
     QString m_shownLibrary;             ///< whose active list was opened last; empty before that
     std::unique_ptr<Timer> m_restTimer; ///< from an arrow key to the opening of the list
     EventGuard m_guard;

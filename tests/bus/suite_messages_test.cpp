@@ -81,7 +81,7 @@ TEST_F(SuiteMessagesTest, TheMailboxHoldsTheTrackBeforeThePlayerGetsTheNumber)
         found = todo(id).toText();
         return wParam + lParam;
     });
-    console.SendToPlayer(u"836123456001"_s, message::kPlayNow);
+    EXPECT_TRUE(console.SendToPlayer(u"836123456001"_s, message::kPlayNow));
     EXPECT_EQ(found, u"836123456001"_s);
     EXPECT_EQ(control->target(), player->handle());
 }
@@ -90,7 +90,7 @@ TEST_F(SuiteMessagesTest, AMailboxThatCannotBeWrittenIsToldAndTheNumberIsSentAll
 {
     const auto player = program(u"Message"_s, u"Handle.DJ"_s);
     suite.execute(u"drop table todo"_s);
-    console.SendToPlayer(u"836123456001"_s, message::kPlayNext);
+    EXPECT_TRUE(console.SendToPlayer(u"836123456001"_s, message::kPlayNext));
     EXPECT_EQ(told, QStringList(u"SetTodo"_s));
     EXPECT_EQ(seen, QStringList(u"Handle.DJ 1046 0 0"_s));
 }
@@ -101,7 +101,7 @@ TEST_F(SuiteMessagesTest, AMailboxOfALibraryThatAnotherProgramHasStaysAsItIsAndT
     console.SetTodo(1046, u"836123456001"_s);
     suite.engine->GiveAway(suite.dbName());
     try {
-        console.SendToPlayer(u"836123456002"_s, message::kPlayNext);
+        static_cast<void>(console.SendToPlayer(u"836123456002"_s, message::kPlayNext));
         ADD_FAILURE() << "nobody would be told";
     } catch (const DbError& error) {
         EXPECT_EQ(error.number(), dberror::kReleased);
@@ -114,7 +114,7 @@ TEST_F(SuiteMessagesTest, AMailboxOfALibraryThatAnotherProgramHasStaysAsItIsAndT
 TEST_F(SuiteMessagesTest, AMissingHandleOfThePlayerReadsAs0AndMessagesGoNowhere)
 {
     EXPECT_FALSE(console.playerIsAlive());
-    console.sendToPlayer(message::kRefreshPlaylistTree);
+    EXPECT_TRUE(console.sendToPlayer(message::kRefreshPlaylistTree));
     console.postToPlayer(message::kRefreshPlaylist);
     EXPECT_EQ(control->target(), 0);
 }
@@ -127,17 +127,17 @@ TEST_F(SuiteMessagesTest, TheStaleNumberOfADeadPlayerIsNoPlayer)
         EXPECT_TRUE(console.playerIsAlive());
     }
     EXPECT_FALSE(console.playerIsAlive());
-    console.sendToPlayer(message::kRefreshPlaylistTree);
+    EXPECT_TRUE(console.sendToPlayer(message::kRefreshPlaylistTree));
 }
 
 TEST_F(SuiteMessagesTest, APlayerThatWasStartedAgainIsFoundWithoutARefreshOfTheSettings)
 {
     const test::Sibling first(runtime);
     publish(u"Message"_s, u"Handle.DJ"_s, first.handle());
-    console.sendToPlayer(message::kRefreshPlaylistTree);
+    EXPECT_TRUE(console.sendToPlayer(message::kRefreshPlaylistTree));
     const test::Sibling second(runtime);
     publish(u"Message"_s, u"Handle.DJ"_s, second.handle());
-    console.sendToPlayer(message::kRefreshPlaylistTree);
+    EXPECT_TRUE(console.sendToPlayer(message::kRefreshPlaylistTree));
     const auto count = [&](const test::Sibling& player) {
         control->setTarget(player.handle());
         return control->Send(test::sibling::kSeen, 0, 0);
@@ -170,16 +170,33 @@ TEST_F(SuiteMessagesTest, StopOtherMonitorsReachesEveryLiveHandleButTheOwn)
         seen.append(u"own %1"_s.arg(id));
         return 0;
     });
-    console.StopOtherMonitors();
+    EXPECT_TRUE(console.StopOtherMonitors());
     EXPECT_EQ(seen, (QStringList{u"Handle.Kiv 1078 0 0"_s, u"Some.Plugin 1078 0 0"_s}));
     control->setTarget(player.handle());
     EXPECT_EQ(control->Send(test::sibling::kSeen, 0, 0), 1);
     EXPECT_EQ(control->Send(test::sibling::kSeenId, 0, 0), 1078);
 }
 
+TEST_F(SuiteMessagesTest, AProgramThatHangsIsToldTheOthersAreStoppedAndItHearsOfItLater)
+{
+    const test::Sibling player(runtime);
+    publish(u"Message"_s, u"Handle.DJ"_s, player.handle());
+    const auto sampler = program(u"Message"_s, u"Handle.Kiv"_s);
+    player.stop();
+    EXPECT_FALSE(console.StopOtherMonitors());
+    EXPECT_FALSE(console.StopOtherMonitors());
+    EXPECT_FALSE(console.sendToPlayer(message::kRefreshPlaylistTree));
+    EXPECT_EQ(seen.count(u"Handle.Kiv 1078 0 0"_s), 2);
+    player.goOn();
+    // Answered behind all that has waited for it.
+    control->setTarget(player.handle());
+    EXPECT_EQ(control->Send(test::sibling::kSeen, 0, 0), 3);
+    EXPECT_TRUE(console.StopOtherMonitors());
+}
+
 TEST_F(SuiteMessagesTest, WithoutOtherProgramsStopOtherMonitorsDoesNothing)
 {
-    console.StopOtherMonitors();
+    EXPECT_TRUE(console.StopOtherMonitors());
     EXPECT_TRUE(seen.isEmpty());
 }
 

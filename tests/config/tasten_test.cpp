@@ -196,5 +196,26 @@ TEST_F(TastenTest, RefreshTakesTheUsersKeysAndKeepsTheOthers)
     EXPECT_EQ(settings->Tasten(u"DBKopie"_s).KeyName, u"STRG-TASTE + C-TASTE"_s);
 }
 
+TEST(PortableKeys, AreWhatMenusShowForACombination)
+{
+    const std::pair<QString, QString> rows[] = {
+        {u"STRG-TASTE + C-TASTE"_s, u"Ctrl+C"_s},
+        {u"UMSCHALTTASTE + STRG-TASTE + S-TASTE"_s, u"Ctrl+Shift+S"_s},
+        {u"EINGABETASTE + STRG-TASTE"_s, u"Ctrl+Return"_s},
+        {u"STRG-TASTE + LÖSCHEN-TASTE"_s, u"Ctrl+Del"_s},
+        {u"F11-TASTE"_s, u"F11"_s},
+        {u"F-TASTE"_s, u"F"_s},
+        {u"NUM-5-TASTE"_s, u"Num+5"_s},
+        {u"186-TASTE"_s, QString()},
+        {u"STRG-TASTE"_s, QString()},
+        {u"A-TASTE + B-TASTE"_s, QString()},
+        {u"n/a"_s, QString()},
+        {QString(), QString()},
+    };
+    for (const auto& [combination, keys] : rows) {
+        EXPECT_EQ(portableKeys(combination), keys) << combination.toStdString();
+    }
+}
+
 } // namespace
 } // namespace melovane

@@ -35,14 +35,17 @@ protected:
     std::unique_ptr<GlobalSettings> settings = suite.makeSettings();
     CountingPointer pointer;
     QStringList shown;
-    DropCommands drops{{.engine = *suite.engine,
-                        .settings = *settings,
-                        .texts = texts,
-                        .files = suite.files,
-                        .reader = reader,
-                        .clock = suite.clock,
-                        .pointer = pointer,
-                        .showStatusText = [this](const QString& text) { shown.append(text); }}};
+    QStringList logged;
+    DropCommands drops{
+        {.engine = *suite.engine,
+         .settings = *settings,
+         .texts = texts,
+         .files = suite.files,
+         .reader = reader,
+         .clock = suite.clock,
+         .pointer = pointer,
+         .showStatusText = [this](const QString& text) { shown.append(text); },
+         .logRefusal = [this](const Refusal& refusal) { logged.append(refusal.path); }}};
 };
 
 TEST_F(DropCommandsTest, KnownAndNewFilesAreTracksInTheirOrder)
@@ -64,6 +67,19 @@ TEST_F(DropCommandsTest, FilesWithoutSoundAreLeftOutAndTold)
     const QString bad = music.write(u"noise.mp3"_s, "not a sound");
     EXPECT_EQ(drops.tracksOf({bad, good}).size(), 1);
     EXPECT_EQ(shown, QStringList{texts.text(u"playlist.skipped"_s, 1, u"noise.mp3"_s)});
+    EXPECT_EQ(logged, QStringList{bad}) << "the log of imports has each of them";
+}
+
+TEST_F(DropCommandsTest, KindsThatAreNotReadAreToldWithTheirCounts)
+{
+    QStringList places;
+    for (const QString& name : {u"a.pls"_s, u"b.pls"_s, u"c.xspf"_s, u"d.flac"_s}) {
+        places.append(music.write(name, "x"));
+    }
+    EXPECT_EQ(drops.tracksOf(places), QStringList());
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown.first().contains(u"1 FLAC, 2 PLS, 1 XSPF"_s)) << qPrintable(shown.first());
+    EXPECT_EQ(logged, QStringList());
 }
 
 } // namespace

@@ -477,6 +477,23 @@ TEST_F(IntakeTest, ACancelTakesEffectAtOnceAndKeepsWhatWasRead)
     EXPECT_EQ(rows(), 1500);
 }
 
+TEST_F(IntakeTest, WhileItRunsOthersCountTheRowsThatItHasGotTo)
+{
+    // More than stand in one transaction, however fast the machine is.
+    writeMany(2100);
+    Intake intake(parts(), order());
+    int seen = 0;
+    while (intake.step(std::chrono::milliseconds(0)) && seen == 0) {
+        seen = rows();
+    }
+    EXPECT_GT(seen, 0);
+    EXPECT_LT(seen, 2100);
+    EXPECT_EQ(seen, intake.report().added);
+    while (intake.step(std::chrono::seconds(1))) {
+    }
+    EXPECT_EQ(rows(), 2100);
+}
+
 TEST_F(IntakeTest, AStepEndsInTheMiddleOfALargeFolderAndTheWholeStillFindsAll)
 {
     constexpr int kFiles = 3000;

@@ -49,6 +49,24 @@ struct Mp3dbActionsTest : public test::LibraryViewTest
     BusSender others{library.bus, u"MLVDB"_s};
 };
 
+// ---- the monitor player
+
+TEST_F(Mp3dbActionsTest, TheVolumeButtonShowsHowLoudTheMonitorIsAndAsksForItsWindow)
+{
+    QStringList pictures;
+    QObject::connect(&view, &ctl_MP3DB::volumeIconChanged,
+                     [&](const QString& picture) { pictures.append(picture); });
+    for (const int volume : {0, 1, 4000, 4001, 6000, 6001, 10'000, 70'000, -1}) {
+        others.SendMessage(u"Volume.Monitor.Change.Icon"_s, volume);
+    }
+    EXPECT_EQ(pictures,
+              (QStringList{u"volume0"_s, u"volume1"_s, u"volume1"_s, u"volume2"_s, u"volume2"_s,
+                           u"volume"_s, u"volume"_s, u"volume"_s, u"volume0"_s}));
+    sent.clear();
+    view.toolPressed(u"all.volume"_s);
+    EXPECT_EQ(sent, QStringList{u"Volume.Monitor.Show"_s});
+}
+
 // ---- double click
 
 TEST_F(Mp3dbActionsTest, ADoubleClickWithSetting0OpensTheCellEdit)

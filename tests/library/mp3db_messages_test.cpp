@@ -299,6 +299,35 @@ TEST_F(Mp3dbMessagesTest, AnEmptyColumnLeavesTheRowsAsTheyWere)
     EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
 }
 
+TEST_F(Mp3dbMessagesTest, AViewThatIsNoSearchNamesItselfAndLeavesTheSearchLineEmpty)
+{
+    QSignalSpy counts(&view, &ctl_MP3DB::countChanged);
+    type(u"Licht"_s);
+    EXPECT_EQ(counts.last()[1].toString(), QString());
+    view.FindTreeValue({u"Titel"_s, u"Titel"_s, u"Brandung"_s}, true);
+    EXPECT_EQ(titles(), QStringList{u"Brandung"_s});
+    EXPECT_EQ(search.text(), QString());
+    EXPECT_EQ(counts.last()[1].toString(), u"„Brandung“"_s);
+    type(u"Lichtsp"_s);
+    EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
+    EXPECT_EQ(counts.last()[1].toString(), QString());
+    view.FindTreeValue({u"Interpret"_s, u"Interpret"_s, u"Niemand"_s}, true);
+    EXPECT_EQ(grid.note.title, u"Keine Treffer für „Niemand“"_s);
+    // The next start begins with the last search all the same.
+    view.end();
+    EXPECT_EQ(library.settings->GetKeyValue(u"Default"_s, u"LastDbSearch"_s, {}), u"Lichtsp"_s);
+}
+
+TEST_F(Mp3dbMessagesTest, ASearchThatWaitsForEnterIsNotNamedBefore)
+{
+    library.settings->SetLiveSuche(0);
+    search.setText(u"zz"_s);
+    view.search(search.text());
+    search.setText(u"Licht"_s);
+    view.Refresh();
+    EXPECT_EQ(grid.note.title, u"Keine Treffer für „zz“"_s);
+}
+
 TEST_F(Mp3dbMessagesTest, MarkedAndMissingTracksAreShownUntilTheNextSearch)
 {
     const auto database = library.engine->OpenDatabase(library.databaseName());

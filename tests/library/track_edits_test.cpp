@@ -158,6 +158,15 @@ TEST_F(TrackEditsTest, DeleteOnARowWithDel3GivesMinus1AndOtherStatesStay)
     EXPECT_EQ(suite.column(u"select TreeName from ChangeTree"_s), (QStringList{u"Dir"_s}));
 }
 
+TEST_F(TrackEditsTest, TheOtherViewsHearOnceOfTracksThatAreDeletedSoThatTheyStrikeThemThrough)
+{
+    edits.toggleDelete({{1, 2}});
+    EXPECT_EQ(changed, QStringList{fids[1]});
+    suite.execute(u"delete * from db_all where Titel='C'"_s);
+    edits.toggleDelete({{2, 2}});
+    EXPECT_EQ(changed.size(), 1) << "nothing was written";
+}
+
 TEST_F(TrackEditsTest, ARowWithoutAStateStaysWithoutOne)
 {
     suite.execute(u"update db_all set DEL=null where Titel='A'"_s);

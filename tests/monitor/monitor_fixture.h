@@ -81,8 +81,12 @@ protected:
                     m_calls.append(QStringLiteral("read ") + fid);
                     return m_tracks.value(fid);
                 },
-                [this] { m_calls.append(QStringLiteral("others")); },
-                [this](const QString& text) { m_shown.append(text); }};
+                [this] {
+                    m_calls.append(QStringLiteral("others"));
+                    return m_othersAnswer;
+                },
+                [this](const QString& text) { m_shown.append(text); },
+                [this](int volume) { m_volumes.append(volume); }};
     }
 
     /// A track whose file exists.
@@ -112,8 +116,10 @@ protected:
     RecordingWarnings m_warnings;
     TurningLoop m_loop;
     QHash<QString, MlvAllData> m_tracks;
-    QStringList m_calls; ///< what the monitor asked and told, in order
-    QStringList m_shown; ///< status texts
+    QStringList m_calls;        ///< what the monitor asked and told, in order
+    QStringList m_shown;        ///< status texts
+    QList<int> m_volumes;       ///< chosen
+    bool m_othersAnswer = true; ///< when asked to fall silent
 };
 
 } // namespace melovane::test

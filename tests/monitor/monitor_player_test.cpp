@@ -338,6 +338,63 @@ TEST_F(MonitorPlayerTest, TheVolumeOfTheSettingsIsTakenAtEachLoad)
     EXPECT_EQ(m_player.volume(), 1234);
 }
 
+TEST_F(MonitorPlayerTest, AChosenVolumeIsHeardAtOnceAndKeptForTheNextTrackAndTheNextStart)
+{
+    const auto kept = [this] {
+        return suite.makeSettings()->GetKeyValueLong(u"Global"_s, u"Volume.Monitor"_s, 7500);
+    };
+    addTrack(u"a"_s);
+    addTrack(u"b"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    m_monitor.chooseVolume(4000);
+    EXPECT_EQ(m_player.volume(), 4000);
+    EXPECT_EQ(m_panel.volume, 4000);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"b"_s, 0);
+    EXPECT_EQ(m_player.volume(), 4000);
+    // A drag is one change of the settings, not a hundred.
+    EXPECT_EQ(kept(), 7500);
+    EXPECT_TRUE(m_loop.fire(500));
+    EXPECT_EQ(kept(), 4000);
+    EXPECT_FALSE(m_loop.fire(500));
+    EXPECT_EQ(m_volumes, QList<int>{4000});
+}
+
+TEST_F(MonitorPlayerTest, TheVolumeGoesByTwentiethsAndStaysInItsRange)
+{
+    m_monitor.changeVolume(1);
+    EXPECT_EQ(m_volumes.last(), 8000);
+    m_monitor.changeVolume(-2);
+    EXPECT_EQ(m_volumes.last(), 7000);
+    m_monitor.changeVolume(100'000'000);
+    EXPECT_EQ(m_volumes.last(), 10'000);
+    addTrack(u"a"_s);
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    EXPECT_EQ(m_player.volume(), 10'000);
+    // The volume monitor's is what is heard, and what the next step starts from.
+    m_monitor.setVolume(2000);
+    EXPECT_EQ(m_panel.volume, 2000);
+    m_monitor.changeVolume(1);
+    EXPECT_EQ(m_player.volume(), 2500);
+    m_monitor.changeVolume(-100);
+    EXPECT_EQ(m_player.volume(), 0);
+}
+
+TEST_F(MonitorPlayerTest, AVolumeThatWasJustChosenIsKeptByTheEnd)
+{
+    {
+        Monitor other(parts(m_player));
+        other.chooseVolume(300);
+    }
+    EXPECT_EQ(suite.makeSettings()->GetKeyValueLong(u"Global"_s, u"Volume.Monitor"_s, 7500), 300);
+}
+
+TEST_F(MonitorPlayerTest, TheVolumeOfTheSettingsIsShownFromTheStartOn)
+{
+    m_settings->WriteKeyValue(u"Global"_s, u"Volume.Monitor"_s, u"1234"_s);
+    m_monitor.reopen();
+    EXPECT_EQ(m_panel.volume, 1234);
+}
+
 TEST_F(MonitorPlayerTest, ThePositionStandsInTheStatusPanels)
 {
     addTrack(u"a"_s);
@@ -439,6 +496,18 @@ TEST_F(MonitorPlayerTest, ASilentMonitorHasNoPlaceToGoTo)
     m_monitor.offerPlace(1000);
     EXPECT_EQ(calls(), QStringList());
     EXPECT_EQ(m_status.panel(StatusPanel::Elapsed), QString());
+}
+
+TEST_F(MonitorPlayerTest, AnotherProgramThatHangsIsToldAndTheTrackPlaysAllTheSame)
+{
+    addTrack(u"a"_s);
+    m_othersAnswer = false;
+    m_monitor.MonitorPlayer(u"PLAY"_s, u"a"_s, 0);
+    EXPECT_TRUE(m_player.playing);
+    EXPECT_TRUE(m_shown.last().contains(u"antwortet nicht"_s)) << m_shown.last().toStdString();
+    m_shown.clear();
+    m_monitor.MonitorPlayer(u"SEEK"_s, {}, 10);
+    EXPECT_TRUE(m_shown.isEmpty());
 }
 
 TEST_F(MonitorPlayerTest, ARequestThatPlaysNothingSaysSo)

@@ -31,9 +31,10 @@ protected:
     }
 
     test::TempFolder folder;
+    test::TempFolder program;
     LinuxFiles files;
-    KivInterface state{files, folder.path()};
-    KivInterface other{files, folder.path()};
+    KivInterface state{files, folder.path(), program.path()};
+    KivInterface other{files, folder.path(), program.path()};
 };
 
 TEST_F(KivFile, IsWrittenByteByByteAsTheToolReadsIt)

@@ -149,10 +149,13 @@ protected:
     test::AnswerQueue answers;
     PlainForm form;
     QStringList failures;
-    frmKopieFile window{
-        {parts, *settings, catalogue.texts, answers, form, [this](int code, const QString& what) {
-             failures.append(u"%1 %2"_s.arg(code).arg(what));
-         }}};
+    frmKopieFile window{{parts, *settings, catalogue.texts, answers, form,
+                         [this](const std::vector<ExportFault>& faults) {
+                             for (const ExportFault& fault : faults) {
+                                 failures.append(u"%1 %2"_s.arg(fault.code).arg(fault.what));
+                             }
+                             return u"/logs/M3UImportError.log"_s;
+                         }}};
 };
 
 TEST_F(KopieFile, OpensWithFolderTemplateAndPreviewOfTheLastTime)
@@ -348,8 +351,29 @@ TEST_F(KopieFile, OfManyFailuresTheMessageNamesTheFirstAndTheLogAll)
         form.logic->folderTyped(target);
         form.logic->cmdStart();
     });
-    EXPECT_EQ(form.log.count(u"No space left on device"_s), 20);
-    EXPECT_EQ(answers.messages.last().count(u"No space left on device"_s), 8);
+    EXPECT_EQ(form.log.count(u"auf dem Datenträger ist kein Platz mehr"_s), 20);
+    EXPECT_EQ(answers.messages.last().count(u"auf dem Datenträger ist kein Platz mehr"_s), 8);
+}
+
+TEST_F(KopieFile, EveryCopyThatFailedStandsInTheLogFileAndTheMessageSaysWhere)
+{
+    QStringList tracks;
+    for (int number = 0; number < 300; ++number) {
+        tracks.append(addTrack({.Titel = u"x%1"_s.arg(number, 3, 10, QChar(u'0'))}));
+    }
+    addList(tracks, u"Viele"_s);
+    files.broken = u"/x"_s;
+    files.remove(music + u"/x007.mp3"_s);
+    answers.expectMessage(u"stehen in /logs/M3UImportError.log"_s);
+    show([this] {
+        form.logic->folderTyped(target);
+        form.logic->cmdStart();
+    });
+    ASSERT_EQ(failures.size(), 300);
+    EXPECT_EQ(
+        failures[0],
+        u"20002 x000.mp3 -> %1/x000.mp3: auf dem Datenträger ist kein Platz mehr"_s.arg(target));
+    EXPECT_TRUE(failures[7].endsWith(u"Datei nicht gefunden"_s)) << failures[7].toStdString();
 }
 
 TEST_F(KopieFile, TooLittleSpaceIsToldBeforeAnythingIsWritten)

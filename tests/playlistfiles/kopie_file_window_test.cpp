@@ -73,7 +73,7 @@ protected:
                         catalogue.texts,
                         answers,
                         form,
-                        [](int, const QString&) {}}};
+                        [](const std::vector<ExportFault>&) { return QString(); }}};
 };
 
 TEST_F(KopieFileWindowTest, TypingATemplateRenewsThePreviewAndDropsForbiddenSigns)

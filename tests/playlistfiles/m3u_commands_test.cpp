@@ -115,6 +115,13 @@ TEST_F(M3uCommandsTest, EachFileBecomesAListOfTheGroupAndTheFirstIsOpened)
                            u"refresh.playlist.tree "_s, u"playlist.aktivieren %1"_s.arg(first)}));
 }
 
+TEST_F(M3uCommandsTest, OneListAndOneTrackAreToldInTheSingular)
+{
+    hand.open = {writeList(entry(1), u"eins.m3u"_s)};
+    commands.importLists();
+    EXPECT_EQ(sent.first(), u"show.statustext 1 Playlist mit 1 Titel importiert"_s);
+}
+
 TEST_F(M3uCommandsTest, TheFolderOfTheLastImportIsRemembered)
 {
     const QString folder = music.file(u"sub"_s);
@@ -163,7 +170,7 @@ TEST_F(M3uCommandsTest, ACancelledImportKeepsTheListsThatAreDoneAndChangesNothin
     commands.importLists({done, large, writeList(entry(2), u"never.m3u"_s)});
     EXPECT_EQ(listNames(), QStringList{u"done"_s});
     EXPECT_EQ(progress, QStringList{u"large.m3u"_s});
-    EXPECT_EQ(sent.first(), u"show.statustext Import abgebrochen, 1 Playlisten sind da"_s);
+    EXPECT_EQ(sent.first(), u"show.statustext Import abgebrochen, 1 Playlist ist da"_s);
 }
 
 TEST_F(M3uCommandsTest, WhileAnImportRunsAnotherCommandDoesNothing)

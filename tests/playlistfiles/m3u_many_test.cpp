@@ -59,6 +59,53 @@ protected:
     Pnid list = Pnid(lists.library.addPlaylist({}));
 };
 
+/// Entries of a list that is written in several slices.
+QByteArray linesOf(int count)
+{
+    QByteArray many;
+    for (int line = 0; line < count; ++line) {
+        many += "#MLV:FID=" + Lists::fid(1 + line % 7).toUtf8() + "\r\nx.mp3\r\n";
+    }
+    return many;
+}
+
+TEST_F(M3uMany, ALongListIsWrittenInSlicesBetweenWhichTheWindowTurnsAsOneStepOfUndo)
+{
+    constexpr int kCount = 5000;
+    EXPECT_EQ(m3u.LoadPlaylist(writeList(linesOf(kCount))), 0);
+    QList<qint64> turns;
+    m3u.events.goOn = [&](qint64 done, qint64 whole) {
+        EXPECT_EQ(whole, kCount);
+        turns.append(done);
+        return true;
+    };
+    EXPECT_EQ(m3u.Append(list), kCount);
+    EXPECT_EQ(turns, (QList<qint64>{2000, 4000}));
+    EXPECT_EQ(lists.value(u"select count(*) from pl_all where sid<>plid+1"_s).toLong(), 0)
+        << "the order of the file";
+    EXPECT_EQ(lists.history.undo().outcome, ListHistory::Outcome::Done);
+    EXPECT_EQ(lists.entryCount(list), 0);
+}
+
+TEST_F(M3uMany, AListThatIsGivenUpWhileItIsWrittenLeavesNothing)
+{
+    const auto endsBehindTheFirstSlice = [](qint64, qint64) { return false; };
+    for (const int way : {0, 1, 2}) {
+        m3u.events.goOn = {};
+        EXPECT_EQ(m3u.LoadPlaylist(writeList(linesOf(5000))), 0);
+        m3u.events.goOn = endsBehindTheFirstSlice;
+        if (way == 2) {
+            EXPECT_EQ(m3u.importAsNewList(u"Neu"_s, GroupId(1)), Pnid{});
+        } else {
+            EXPECT_EQ(way == 0 ? m3u.Append(list) : m3u.Insert(Sid{0}, list), 0);
+        }
+        EXPECT_TRUE(m3u.wasGivenUp());
+        EXPECT_EQ(lists.value(u"select count(*) from pl_all"_s).toLong(), 0);
+        EXPECT_EQ(lists.value(u"select count(*) from pl_name"_s).toLong(), 1);
+        EXPECT_FALSE(lists.history.nextUndo().has_value());
+    }
+}
+
 TEST_F(M3uMany, LinesOfKnownIdentifiersLeaveTheWindowAlive)
 {
     QByteArray many;

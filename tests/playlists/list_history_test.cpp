@@ -2,6 +2,7 @@
 #include "platform/db/db_error.h"
 #include "playlists/list_delta.h"
 #include "playlists/list_fixture.h"
+#include "support/temp_folder.h"
 
 #include <QFile>
 
@@ -317,6 +318,48 @@ TEST_F(ListHistoryTest, AnotherDatabaseHasAHistoryOfItsOwn)
     EXPECT_EQ(history.undo().outcome, Outcome::Nothing);
     lists.settings->SetDbName(lists.dbName());
     EXPECT_TRUE(history.nextUndo());
+}
+
+TEST_F(ListHistoryTest, ACopyOfTheDataFolderFollowsItsOwnFileAndLeavesTheOldOneAlone)
+{
+    const Pnid list = lists.addList({1});
+    edits.AppendFromMP3DB(Lists::tracksText({7}), list, kAktionMix);
+    const test::TempFolder elsewhere;
+    const QString copy = elsewhere.file(u"melovane.mdb"_s);
+    const QString copiedSteps = elsewhere.file(u"melovane.undo.mdb"_s);
+    const QString steps = lists.file(u"melovane.undo.mdb"_s);
+    lists.engine->BackupDatabase(lists.dbName(), copy);
+    lists.engine->BackupDatabase(steps, copiedSteps);
+    lists.settings->SetDbName(copy);
+    EXPECT_TRUE(history.nextSteps().undo);
+    EXPECT_EQ(history.undo().outcome, Outcome::Done);
+    const auto link = lists.engine->OpenDatabase(copy)->tableDefs().Item(u"LIST_HISTORY"_s);
+    EXPECT_EQ(link.Connect.toUpper(), (u";DATABASE="_s + copiedSteps).toUpper());
+    const auto undone = [&](const QString& file) {
+        return lists.engine->OpenDatabase(file)
+            ->OpenRecordset(u"select Undone from LIST_HISTORY"_s)
+            ->value(0)
+            .toBool();
+    };
+    EXPECT_TRUE(undone(copiedSteps));
+    EXPECT_FALSE(undone(steps));
+    EXPECT_EQ(lists.entries(list), u"1:1 3:7"_s);
+}
+
+TEST_F(ListHistoryTest, ACopyOfTheLibraryAloneLeadsToTheOldFileNoMore)
+{
+    const Pnid list = lists.addList({1});
+    edits.AppendFromMP3DB(Lists::tracksText({7}), list, kAktionMix);
+    const test::TempFolder elsewhere;
+    const QString copy = elsewhere.file(u"melovane.mdb"_s);
+    lists.engine->BackupDatabase(lists.dbName(), copy);
+    lists.settings->SetDbName(copy);
+    EXPECT_FALSE(history.nextSteps().undo);
+    EXPECT_FALSE(lists.engine->OpenDatabase(copy)->tableDefs().Contains(u"LIST_HISTORY"_s));
+    edits.SetDbName(copy);
+    edits.AppendFromMP3DB(Lists::tracksText({8}), list, kAktionMix);
+    EXPECT_TRUE(lists.files.fileExists(elsewhere.file(u"melovane.undo.mdb"_s)));
+    EXPECT_EQ(history.undo().outcome, Outcome::Done);
 }
 
 TEST_F(ListHistoryTest, AJingleListThatComesBackPlaysOnBesideThePlayingPlaylist)

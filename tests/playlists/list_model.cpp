@@ -3,6 +3,7 @@
 #include "platform/db/database.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace melovane::test {
 
@@ -54,19 +55,23 @@ int randomEntry(std::mt19937& random, const std::vector<ListModel::Entry>& list)
     return list.empty() ? kNoEntry : list[size_t(below(random, int(list.size())))].plid;
 }
 
-/// Numbers of tracks or entries; now and then an entry that is not there, or one that was named
-/// before.
-QList<int>
-randomIds(std::mt19937& random, const std::vector<ListModel::Entry>& list, int most, bool ofTracks)
+QList<int> randomTracks(std::mt19937& random, int most)
 {
     QList<int> ids;
     for (int i = 0; i <= below(random, most); ++i) {
-        const bool isKnown = !list.empty() && below(random, 12) != 0;
-        const int entry = isKnown ? randomEntry(random, list) : kNoEntry;
-        ids.append(ofTracks ? 1 + below(random, ListModel::kTracks) : entry);
+        ids.append(1 + below(random, ListModel::kTracks));
     }
     return ids;
 }
+
+/// What another program does to a list.
+enum Foreign
+{
+    kAppends,
+    kRemoves,
+    kMovesToTheEnd,
+    kForeignChanges
+};
 
 } // namespace
 
@@ -129,24 +134,61 @@ bool ListModel::adopt(Database& database)
             list[i].plid = rows[i].plid;
         }
     }
+    if (std::exchange(m_isNew, false)) {
+        for (auto& [number, list] : m_undo.back().after) {
+            list = m_lists.at(number);
+        }
+    }
     return true;
 }
 
-Kind ListModel::randomKind(std::mt19937& random) const
+std::vector<ListModel::Entry> ListModel::entriesOf(int list) const
 {
-    const auto kind = Kind(below(random, 10));
+    const auto found = m_lists.find(list);
+    return found == m_lists.end() ? std::vector<Entry>() : found->second;
+}
+
+Kind ListModel::randomKind(std::mt19937& random, Others others) const
+{
+    // What is taken back, changed by others and then done once more is rare by chance alone.
+    if (others == Others::Write && m_lastKind == Kind::Undo && below(random, 3) == 0) {
+        return Kind::Foreign;
+    }
+    if (m_lastKind == Kind::Foreign && !m_redo.empty() && below(random, 2) == 0) {
+        return Kind::Redo;
+    }
+    const auto kind = Kind(below(random, others == Others::Write ? 11 : 10));
     const bool isLast = m_lists.size() < 2;
-    if ((kind == Kind::Undo && m_undo.empty()) || (kind == Kind::Redo && m_redo.empty()) ||
-        (kind == Kind::DeleteList && (isLast || below(random, 4) != 0))) {
+    const bool isIdle =
+        (kind == Kind::Undo && m_undo.empty()) || (kind == Kind::Redo && m_redo.empty());
+    // Of an editor that was killed there are steps of which its follower knows nothing.
+    const bool mayBeIdle = others == Others::Write && below(random, 4) == 0;
+    if ((isIdle && !mayBeIdle) || (kind == Kind::DeleteList && (isLast || below(random, 4) != 0))) {
         return Kind::AppendTracks;
     }
     return kind;
 }
 
-ModelStep ListModel::randomStep(std::mt19937& random) const
+/// Entries of a list, now and then of any other; now and then one that is not there, or one that
+/// was named before.
+QList<int> ListModel::randomEntries(std::mt19937& random, int list, int most) const
+{
+    QList<int> ids;
+    for (int i = 0; i <= below(random, most); ++i) {
+        auto source = m_lists.find(list);
+        if (below(random, 3) == 0) {
+            source = m_lists.begin();
+            std::advance(source, below(random, int(m_lists.size())));
+        }
+        ids.append(below(random, 12) == 0 ? kNoEntry : randomEntry(random, source->second));
+    }
+    return ids;
+}
+
+ModelStep ListModel::randomStep(std::mt19937& random, Others others) const
 {
     ModelStep step;
-    step.kind = randomKind(random);
+    step.kind = randomKind(random, others);
     auto chosen = m_lists.begin();
     std::advance(chosen, below(random, int(m_lists.size())));
     step.list = chosen->first;
@@ -155,48 +197,150 @@ ModelStep ListModel::randomStep(std::mt19937& random) const
     if (isLong && (step.kind == Kind::AppendTracks || step.kind == Kind::InsertCopies)) {
         step.kind = Kind::Delete;
     }
+    const int most = isLong ? 12 : 5;
     step.position = below(random, highest(entries) + 4);
     const bool ofTracks = step.kind == Kind::AppendTracks || step.kind == Kind::InsertTracks;
-    step.ids = randomIds(random, entries, isLong ? 12 : 5, ofTracks);
+    step.ids = ofTracks ? randomTracks(random, most) : randomEntries(random, step.list, most);
     if (step.kind == Kind::Swap) {
         step.ids = {randomEntry(random, entries)};
         step.position = below(random, 2) == 0 ? -1 : 1;
+    } else if (step.kind == Kind::Foreign) {
+        step.ids = {randomEntry(random, entries)};
+        step.position = below(random, kForeignChanges);
     } else if (!ofTracks && below(random, 5) == 0) {
         step.position = -10000;
     }
     return step;
 }
 
-void ListModel::apply(const ModelStep& step)
+std::vector<ListModel::Entry> ListModel::allEntries() const
 {
-    if (step.kind == Kind::Undo || step.kind == Kind::Redo) {
-        auto& from = step.kind == Kind::Undo ? m_undo : m_redo;
-        auto& to = step.kind == Kind::Undo ? m_redo : m_undo;
-        if (!from.empty()) {
-            to.push_back(m_lists);
-            m_lists = from.back();
-            from.pop_back();
+    std::vector<Entry> all;
+    for (const auto& [number, list] : m_lists) {
+        all.insert(all.end(), list.begin(), list.end());
+    }
+    return all;
+}
+
+ListHistory::Outcome
+ListModel::take(std::vector<Change>& from, std::vector<Change>& to, bool isUndo)
+{
+    if (from.empty()) {
+        return ListHistory::Outcome::Nothing;
+    }
+    const Change change = from.back();
+    const Lists& known = isUndo ? change.after : change.before;
+    const Lists& target = isUndo ? change.before : change.after;
+    Lists concerned = change.before;
+    concerned.insert(change.after.begin(), change.after.end());
+    for (const auto& [number, list] : concerned) {
+        const auto expected = known.find(number);
+        if (entriesOf(number) !=
+            (expected == known.end() ? std::vector<Entry>() : expected->second)) {
+            return ListHistory::Outcome::ChangedElsewhere;
         }
+    }
+    for (const auto& [number, list] : concerned) {
+        m_lists.erase(number);
+    }
+    m_lists.insert(target.begin(), target.end());
+    to.push_back(change);
+    from.pop_back();
+    return ListHistory::Outcome::Done;
+}
+
+/// Keeps a step that changed something; the list it was done to belongs to it in any case.
+void ListModel::note(const Lists& former, const ModelStep& step)
+{
+    if (m_lists == former) {
         return;
     }
-    const Lists former = m_lists;
-    edit(step);
-    if (m_lists != former) {
-        m_undo.push_back(former);
-        m_redo.clear();
+    Change change;
+    for (const auto& [number, list] : former) {
+        const auto now = m_lists.find(number);
+        if (number != step.list && now != m_lists.end() && now->second == list) {
+            continue;
+        }
+        change.before[number] = list;
+        if (now != m_lists.end()) {
+            change.after[number] = now->second;
+        }
+    }
+    m_undo.push_back(change);
+    m_redo.clear();
+    m_isNew = true;
+}
+
+ListHistory::Outcome ListModel::apply(const ModelStep& step)
+{
+    m_lastKind = step.kind;
+    switch (step.kind) {
+    case Kind::Undo:
+        return take(m_undo, m_redo, true);
+    case Kind::Redo:
+        return take(m_redo, m_undo, false);
+    case Kind::Foreign:
+        writeElsewhere(step);
+        break;
+    default: {
+        const Lists former = m_lists;
+        edit(step);
+        note(former, step);
+    }
+    }
+    return ListHistory::Outcome::Done;
+}
+
+void ListModel::writeElsewhere(const ModelStep& step)
+{
+    std::vector<Entry>& list = m_lists.at(step.list);
+    const int next = highest(list) + 1;
+    for (Entry& entry : list) {
+        if (step.position == kMovesToTheEnd && entry.plid == step.ids.first()) {
+            entry.sid = next;
+        }
+    }
+    if (step.position == kAppends) {
+        list.push_back({0, next, 1});
+    } else if (step.position == kRemoves) {
+        std::erase_if(list, [&](const Entry& entry) { return entry.plid == step.ids.first(); });
+    }
+    sort(list);
+}
+
+/// Entries of all lists go to one place of this one, behind another in the order of their names.
+void ListModel::move(const ModelStep& step, int first)
+{
+    std::vector<Entry>& target = m_lists.at(step.list);
+    for (const int id : step.ids) {
+        for (auto& [number, list] : m_lists) {
+            const auto found = std::find_if(list.begin(), list.end(),
+                                            [&](const Entry& entry) { return entry.plid == id; });
+            if (found != list.end()) {
+                const int track = found->track;
+                list.erase(found);
+                target.push_back({id, first, track});
+                break;
+            }
+        }
+        ++first;
     }
 }
 
 void ListModel::insert(const ModelStep& step, std::vector<Entry>& list)
 {
     const bool ofTracks = step.kind == Kind::InsertTracks;
-    const std::vector<Entry> sources = list;
     const int first = step.position == -10000 ? highest(list) + 1 : step.position;
+    const std::vector<Entry> sources = allEntries();
     int next = first + int(step.ids.size()) + (ofTracks ? 1 : 0);
     for (Entry& entry : list) {
         if (entry.sid >= first) {
             entry.sid = next++;
         }
+    }
+    if (step.kind == Kind::Move) {
+        move(step, first);
+        return;
     }
     int place = ofTracks ? first + 1 : first;
     for (const int id : step.ids) {
@@ -206,14 +350,9 @@ void ListModel::insert(const ModelStep& step, std::vector<Entry>& list)
             }
             continue;
         }
-        const auto source = std::find_if(sources.begin(), sources.end(),
-                                         [&](const Entry& entry) { return entry.plid == id; });
-        if (source != sources.end() && step.kind == Kind::InsertCopies) {
-            list.push_back({0, place, source->track});
-        }
-        for (Entry& entry : list) {
-            if (step.kind == Kind::Move && entry.plid == id) {
-                entry.sid = place;
+        for (const Entry& source : sources) {
+            if (source.plid == id) {
+                list.push_back({0, place, source.track});
             }
         }
         ++place;
@@ -223,11 +362,11 @@ void ListModel::insert(const ModelStep& step, std::vector<Entry>& list)
 void ListModel::edit(const ModelStep& step)
 {
     std::vector<Entry>& list = m_lists.at(step.list);
-    const std::vector<Entry> sources = list;
     const auto place = [&](int plid) {
         return std::find_if(list.begin(), list.end(),
                             [&](const Entry& entry) { return entry.plid == plid; });
     };
+    const std::vector<Entry> sources = allEntries();
     int next = highest(list) + 1;
     switch (step.kind) {
     case Kind::AppendTracks:
@@ -252,7 +391,9 @@ void ListModel::edit(const ModelStep& step)
         insert(step, list);
         break;
     case Kind::Delete:
-        std::erase_if(list, [&](const Entry& entry) { return step.ids.contains(entry.plid); });
+        for (auto& [number, each] : m_lists) {
+            std::erase_if(each, [&](const Entry& entry) { return step.ids.contains(entry.plid); });
+        }
         break;
     case Kind::Swap: {
         const auto self = place(step.ids.first());
@@ -267,12 +408,43 @@ void ListModel::edit(const ModelStep& step)
         return;
     case Kind::Undo:
     case Kind::Redo:
+    case Kind::Foreign:
         return;
     }
     sort(list);
 }
 
-void perform(const ListTools& tools, const ModelStep& step)
+namespace {
+
+void writeElsewhere(Database& database, const ModelStep& step)
+{
+    Transaction change(database);
+    const QString list = QString::number(step.list);
+    const int next = database.OpenRecordset(u"select max(sid) from pl_all where pnid="_s + list)
+                         ->value(0)
+                         .toLong() +
+                     1;
+    const QString entry = u" where pnid=%1 and plid=%2"_s.arg(list).arg(step.ids.first());
+    if (step.position == kAppends) {
+        database.Execute(
+            u"insert into pl_all (pnid, sid, fid) values (%1, %2, '%3')"_s.arg(list).arg(next).arg(
+                kFirstTrack + 1));
+    } else if (step.position == kRemoves) {
+        database.Execute(u"delete from pl_all"_s + entry);
+    } else {
+        database.Execute(u"update pl_all set sid=%1"_s.arg(next) + entry);
+    }
+    const QString count =
+        database.OpenRecordset(u"select count(*) from pl_all where pnid="_s + list)
+            ->value(0)
+            .toText();
+    database.Execute(u"update pl_name set anzahl=%1 where nid=%2"_s.arg(count, list));
+    change.commit();
+}
+
+} // namespace
+
+ListHistory::Outcome perform(const ListTools& tools, const ModelStep& step)
 {
     const Pnid list{step.list};
     const Sid position{step.position};
@@ -310,12 +482,14 @@ void perform(const ListTools& tools, const ModelStep& step)
         tools.names.deleteList(list);
         break;
     case Kind::Undo:
-        tools.history.undo();
-        break;
+        return tools.history.undo().outcome;
     case Kind::Redo:
-        tools.history.redo();
+        return tools.history.redo().outcome;
+    case Kind::Foreign:
+        writeElsewhere(tools.others, step);
         break;
     }
+    return ListHistory::Outcome::Done;
 }
 
 } // namespace melovane::test

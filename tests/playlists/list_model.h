@@ -27,13 +27,14 @@ struct ModelStep
         Swap,
         DeleteList,
         Undo,
-        Redo
+        Redo,
+        Foreign ///< another program writes into a list, without a word to the history
     };
 
     Kind kind = Kind::AppendTracks;
     int list = 0;
-    int position = 0; ///< or -1 and 1 for a swap
-    QList<int> ids;   ///< numbers of tracks or entries
+    int position = 0; ///< or -1 and 1 for a swap, or which foreign change
+    QList<int> ids;   ///< numbers of tracks or entries; moved and copied ones of any list
 };
 
 /// Lists in memory that follow the rules of the tables by themselves: a second opinion.
@@ -59,9 +60,16 @@ public:
     /// Takes over what the tables hold.
     explicit ListModel(Database& database);
 
-    [[nodiscard]] ModelStep randomStep(std::mt19937& random) const;
+    enum class Others
+    {
+        Away,
+        Write ///< foreign changes are among the steps
+    };
 
-    void apply(const ModelStep& step);
+    [[nodiscard]] ModelStep randomStep(std::mt19937& random, Others others) const;
+
+    /// What an undo or redo must tell; Done for an edit.
+    ListHistory::Outcome apply(const ModelStep& step);
 
     /// Takes the numbers of new entries from the tables; false when these hold anything else than
     /// the model.
@@ -73,15 +81,31 @@ public:
     [[nodiscard]] static QString textOf(Database& database);
 
 private:
-    [[nodiscard]] ModelStep::Kind randomKind(std::mt19937& random) const;
+    /// The lists that a step concerned, as they were and as it left them; a deleted one is absent.
+    struct Change
+    {
+        Lists before;
+        Lists after;
+    };
+
+    [[nodiscard]] ModelStep::Kind randomKind(std::mt19937& random, Others others) const;
+    [[nodiscard]] QList<int> randomEntries(std::mt19937& random, int list, int most) const;
     [[nodiscard]] static Lists read(Database& database);
     [[nodiscard]] static QString textOf(const Lists& lists);
+    [[nodiscard]] std::vector<Entry> entriesOf(int list) const;
+    [[nodiscard]] std::vector<Entry> allEntries() const;
+    ListHistory::Outcome take(std::vector<Change>& from, std::vector<Change>& to, bool isUndo);
+    void note(const Lists& former, const ModelStep& step);
     void edit(const ModelStep& step);
     void insert(const ModelStep& step, std::vector<Entry>& list);
+    void move(const ModelStep& step, int first);
+    void writeElsewhere(const ModelStep& step);
 
     Lists m_lists;
-    std::vector<Lists> m_undo;
-    std::vector<Lists> m_redo;
+    std::vector<Change> m_undo;
+    std::vector<Change> m_redo;
+    ModelStep::Kind m_lastKind = ModelStep::Kind::AppendTracks;
+    bool m_isNew = false; ///< the newest step waits for the numbers of its entries
 };
 
 /// The program's classes that do the steps.
@@ -90,8 +114,10 @@ struct ListTools
     cls_PLInsertMoveDel& edits;
     ListHistory& history;
     ListCatalogue& names;
+    Database& others; ///< the connection of another program
 };
 
-void perform(const ListTools& tools, const ModelStep& step);
+/// \return what undo and redo have told; Done for others
+ListHistory::Outcome perform(const ListTools& tools, const ModelStep& step);
 
 } // namespace melovane::test

@@ -10,7 +10,7 @@ namespace {
 using namespace Qt::Literals::StringLiterals;
 using namespace test;
 
-constexpr int kStepsOfASequence = 10;
+constexpr int kStepsOfASequence = 14;
 constexpr unsigned kSeed = 20260314;
 
 /// How often a proof is done: a few times in the normal run, as often as told by the named command.
@@ -47,27 +47,31 @@ protected:
 TEST_F(ListModelProof, RandomSequencesLeaveTheTablesAsThePlainListHasThem)
 {
     const int sequences = timesOf("MLV_LIST_SEQUENCES", 30);
-    const ListTools tools{lists.edits, lists.history, lists.names};
+    const auto others = lists.open();
+    const ListTools tools{lists.edits, lists.history, lists.names, *others};
     for (int sequence = 0; sequence < sequences; ++sequence) {
         lists.history.clear();
         lists.execute(u"delete from pl_all"_s);
         lists.execute(u"delete from pl_name"_s);
         lists.addList({1, 2, 5});
+        lists.addList({1, 3});
         lists.addList({});
         std::mt19937 random(kSeed + unsigned(sequence));
         ListModel model(*lists.open());
         for (int step = 0; step < kStepsOfASequence; ++step) {
-            const ModelStep next = model.randomStep(random);
+            const ModelStep next = model.randomStep(random, ListModel::Others::Write);
             const QString before = model.text();
-            model.apply(next);
-            perform(tools, next);
-            ASSERT_TRUE(model.adopt(*lists.open()))
+            const ListHistory::Outcome expected = model.apply(next);
+            const ListHistory::Outcome outcome = perform(tools, next);
+            ASSERT_TRUE(outcome == expected && model.adopt(*lists.open()))
                 << "sequence " << sequence << " step " << step << " kind " << int(next.kind)
-                << " list " << next.list << " position " << next.position << "\nbefore "
+                << " list " << next.list << " position " << next.position << " outcome "
+                << int(outcome) << " instead of " << int(expected) << "\nbefore "
                 << before.toStdString() << "\nmodel  " << model.text().toStdString() << "\ntables "
                 << ListModel::textOf(*lists.open()).toStdString() << '\n'
                 << lists.log.join(u'\n').toStdString();
-            ASSERT_EQ(broken(), QStringList());
+            ASSERT_EQ(broken(), QStringList())
+                << "sequence " << sequence << " step " << step << " kind " << int(next.kind);
         }
     }
 }
@@ -80,10 +84,46 @@ struct LastWords
     int edits = 0;     ///< confirmed ones
 };
 
+void take(const QByteArray& told, LastWords& words)
+{
+    const QStringList lines = QString::fromUtf8(told).split(u'\n');
+    // The last piece is no whole line.
+    for (const QString& line : lines.first(lines.size() - 1)) {
+        if (line == "done"_L1) {
+            words.confirmed = std::exchange(words.begun, {});
+            ++words.edits;
+        } else if (line.startsWith("next "_L1)) {
+            words.begun = line.sliced(5);
+        } else {
+            words.confirmed = line.sliced(6); // "lists "
+        }
+    }
+}
+
+constexpr int kLongWait = 60'000;
+
+/// Runs an editor that kills itself at the moment at which an edit is committed, the first one
+/// behind so many.
+LastWords runToCommit(const QString& folder, unsigned seed, int edits)
+{
+    QProcess editor;
+    editor.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    editor.start(QStringLiteral(MLV_LIST_EDITOR),
+                 {folder, QString::number(seed), QString::number(edits)});
+    LastWords words;
+    if (!editor.waitForFinished(kLongWait) || editor.exitStatus() != QProcess::CrashExit) {
+        ADD_FAILURE() << "the editor does not end at a commit";
+        editor.kill();
+        editor.waitForFinished();
+        return words;
+    }
+    take(editor.readAllStandardOutput(), words);
+    return words;
+}
+
 /// Kills an editor so many milliseconds after its `edits`th confirmed edit.
 LastWords runAndKill(const QString& folder, unsigned seed, int edits, int milliseconds)
 {
-    constexpr int kLongWait = 60'000;
     QProcess editor;
     editor.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     editor.start(QStringLiteral(MLV_LIST_EDITOR), {folder, QString::number(seed)});
@@ -100,18 +140,7 @@ LastWords runAndKill(const QString& folder, unsigned seed, int edits, int millis
     editor.kill();
     editor.waitForFinished();
     told += editor.readAllStandardOutput();
-    const QStringList lines = QString::fromUtf8(told).split(u'\n');
-    // The last piece is no whole line.
-    for (const QString& line : lines.first(lines.size() - 1)) {
-        if (line == "done"_L1) {
-            words.confirmed = std::exchange(words.begun, {});
-            ++words.edits;
-        } else if (line.startsWith("next "_L1)) {
-            words.begun = line.sliced(5);
-        } else {
-            words.confirmed = line.sliced(6); // "lists "
-        }
-    }
+    take(told, words);
     return words;
 }
 
@@ -156,6 +185,41 @@ TEST_F(ListModelProof, KilledAtAnyMomentTheListsAreWholeAndTheLastConfirmedEditI
     std::printf("%d kills, %d confirmed edits, %d times the begun edit was there, %d times a step "
                 "met lists that it did not know\n",
                 kills, edits, begunAndThere, withoutRecord);
+}
+
+/// Whether one step back, or forth when the last one was a step back, leads to these lists.
+bool isOneStepFrom(test::Lists& lists, const QString& text)
+{
+    const auto stands = [&] { return ListModel::textOf(*lists.open()) == text; };
+    const ListHistory::Outcome back = lists.history.undo().outcome;
+    if (back == ListHistory::Outcome::Done) {
+        if (stands()) {
+            return true;
+        }
+        EXPECT_EQ(lists.history.redo().outcome, ListHistory::Outcome::Done);
+    }
+    return lists.history.redo().outcome == ListHistory::Outcome::Done && stands();
+}
+
+TEST_F(ListModelProof, KilledAtTheMomentOfACommitTheRecordOfTheEditIsThereWithIt)
+{
+    const int kills = timesOf("MLV_LIST_KILLS", 20);
+    int changes = 0;
+    for (int kill = 0; kill < kills; ++kill) {
+        lists.engine->Release(lists.dbName());
+        const LastWords words = runToCommit(lists.dataFolder(), unsigned(kill), 1 + kill % 5);
+        ASSERT_EQ(ListModel::textOf(*lists.open()).toStdString(), words.begun.toStdString())
+            << "kill " << kill;
+        ASSERT_EQ(broken(), QStringList()) << "kill " << kill;
+        if (words.begun != words.confirmed) {
+            ++changes;
+            ASSERT_TRUE(isOneStepFrom(lists, words.confirmed))
+                << "kill " << kill << "\nconfirmed " << words.confirmed.toStdString()
+                << "\nbegun     " << words.begun.toStdString();
+        }
+        lists.history.clear();
+    }
+    EXPECT_GT(changes, kills / 2);
 }
 
 } // namespace

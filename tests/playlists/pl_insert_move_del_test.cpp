@@ -239,6 +239,24 @@ TEST_F(PlInsertMoveDel, EveryOperationCountsAfreshAndAsksForTheFileToBeSaved)
     EXPECT_EQ(lists.value(u"select UpdateTime from pl_name"_s).toDateTime(), lists.clock.now());
 }
 
+TEST_F(PlInsertMoveDel, AListThatEntriesLeaveIsCountedAndAsksForItsFileToBeSaved)
+{
+    const Pnid from = lists.addList({1, 2, 3});
+    const Pnid to = lists.addList({1});
+    const QStringList plids = lists.plids(from);
+    const auto facts = [&](Pnid list) {
+        return lists.column(
+            u"select anzahl & '|' & sicherung from pl_name where nid=%1"_s.arg(int(list)));
+    };
+    lists.execute(u"update pl_name set sicherung=false"_s);
+    edits.InsertORMoveFromPlaylist(2, kEndOfList, to, Lists::entriesText({plids[0]}), 0);
+    EXPECT_EQ(facts(from), QStringList(u"2|-1"_s));
+    EXPECT_EQ(facts(to), QStringList(u"2|-1"_s));
+    lists.execute(u"update pl_name set sicherung=false"_s);
+    edits.DeletePlaylistRecords(Lists::entriesText({plids[1]}), to);
+    EXPECT_EQ(facts(from), QStringList(u"1|-1"_s));
+}
+
 TEST_F(PlInsertMoveDel, ADuplicateKeyEndsTheAppendKeepsItsRowsAndRepairsTheAutoNumber)
 {
     // A rule of this test stands for an auto-number that has fallen behind: both are error 3022.

@@ -217,6 +217,38 @@ TEST_F(PlaylistHands, DeletedRowsGoWithASnapshotAndCanComeBack)
     EXPECT_EQ(rows(), u"1 4"_s);
 }
 
+TEST_F(PlaylistHands, CutRowsGoAndComeBackWithAllTheirValuesWhereverTheyArePasted)
+{
+    openList(4);
+    stand(1);
+    view.setAktion(kAktionLoop);
+    functions.PlaylistSaveStartStop(Plid(cell(1, u"PLID").toLong()), 1000, 2000);
+    lists.execute(u"update db_all set del=-1 where fid='800000000003'"_s);
+    grid.selected = {{1, 2}};
+    const QString cut = plids({1, 2});
+    view.toolPressed(u"all.clip.cut"_s);
+    EXPECT_EQ(rows(), u"1 4"_s);
+    EXPECT_EQ(clipboard.content, cut) << "a flagged track as well: it is gone from the list";
+    view.toolPressed(u"all.clip.append"_s);
+    EXPECT_EQ(rows(), u"1 4 2 3"_s);
+    EXPECT_EQ(cell(2, u"Start").toLong(), 1000);
+    EXPECT_EQ(cell(2, u"Stop").toLong(), 2000);
+    EXPECT_EQ(aktion(2).toLong(), kAktionLoop);
+    view.undo();
+    view.undo();
+    EXPECT_EQ(rows(), u"1 2 3 4"_s);
+}
+
+TEST_F(PlaylistHands, ALockedListIsNotCut)
+{
+    openList(2, true);
+    stand(0);
+    clipboard.content = u"before"_s;
+    view.toolPressed(u"all.clip.cut"_s);
+    EXPECT_EQ(rows(), u"1 2"_s);
+    EXPECT_EQ(clipboard.content, u"before"_s);
+}
+
 TEST_F(PlaylistHands, AnEntryWhoseTrackIsFlaggedCanStillBeDeleted)
 {
     openList(2);
@@ -225,6 +257,19 @@ TEST_F(PlaylistHands, AnEntryWhoseTrackIsFlaggedCanStillBeDeleted)
     stand(0);
     view.deletePressed();
     EXPECT_EQ(rows(), u"2"_s);
+}
+
+TEST_F(PlaylistHands, RefreshingTellsTheStepsThatAnotherConsoleHasTaken)
+{
+    openList(3);
+    stand(0);
+    view.deletePressed();
+    const QString own = undoTip;
+    ASSERT_EQ(lists.history.undo().outcome, ListHistory::Outcome::Done);
+    view.toolPressed(u"all.refresh"_s);
+    EXPECT_EQ(rows(), u"1 2 3"_s);
+    EXPECT_NE(undoTip, own);
+    EXPECT_EQ(undoTip, undoText(texts, std::nullopt));
 }
 
 TEST_F(PlaylistHands, UndoAsksBeforeItWritesOverWhatOthersHaveChanged)
@@ -292,6 +337,42 @@ TEST_F(PlaylistHands, AJingleListThatIsUndoneIsOpenedAsOne)
     view.undo();
     EXPECT_EQ(view.GetPNID(), list);
     EXPECT_TRUE(view.isJingleMode());
+}
+
+TEST_F(PlaylistHands, WhatIsDroppedOnAListElsewhereComesToItsEndInOneStepAndIsTold)
+{
+    openList(3);
+    const Pnid other = lists.addList({10}, u"Andere"_s);
+    view.append(test::Lists::tracksText({2, 3}), other);
+    EXPECT_EQ(lists.entryCount(other), 3);
+    EXPECT_EQ(takeStatus(), QStringList{u"2 Titel an „Andere“ angehängt"_s});
+    view.append(test::Lists::entriesText({cell(2, u"PLID").toText()}), other);
+    EXPECT_EQ(lists.entryCount(other), 4);
+    EXPECT_EQ(sentOf(u"playlist.change"_s),
+              QStringList{u"playlist.change %1 "_s.arg(numberOf(other))});
+    EXPECT_EQ(rows(), u"1 2 3"_s) << "they are copies";
+    view.undo();
+    EXPECT_EQ(lists.entryCount(other), 3);
+    view.undo();
+    EXPECT_EQ(lists.entryCount(other), 1);
+    lists.execute(u"update pl_name set lock=true where nid=%1"_s.arg(numberOf(other)));
+    sent.clear();
+    view.append(test::Lists::tracksText({2}), other);
+    EXPECT_EQ(lists.entryCount(other), 1);
+    EXPECT_EQ(takeStatus(), QStringList{u"Die Liste ist schreibgeschützt."_s});
+}
+
+TEST_F(PlaylistHands, TracksThatAreDroppedOnAJingleListAreJingles)
+{
+    openList(1);
+    const Pnid jingles = lists.addList({10}, u"Kennung"_s);
+    lists.execute(u"update pl_name set grid=-1 where nid=%1"_s.arg(numberOf(jingles)));
+    view.append(test::Lists::tracksText({2}), jingles);
+    EXPECT_EQ(lists
+                  .column(u"select aktion from pl_all where pnid=%1 order by sid"_s.arg(
+                      numberOf(jingles)))
+                  .last(),
+              QString::number(kAktionJinglePlay));
 }
 
 TEST_F(PlaylistHands, RatingsAreStoredTheOtherWayRoundAndGoToTheTags)

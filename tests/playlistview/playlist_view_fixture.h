@@ -118,6 +118,7 @@ protected:
     SteppedLoop loop;
     Pnid list{};
     QString undoTip;
+    int monitorFrame = 0; ///< where the monitor player plays
     QStringList tempoSearches;
     QStringList fileTracks;                 ///< what dropped files hold
     QStringList folders;                    ///< places that are folders
@@ -141,7 +142,7 @@ protected:
          [this](const QString& cmd, const QString& fid, const QString& plid) {
              tempoSearches.append(cmd + u' ' + fid + u' ' + plid);
          },
-         [](int) {}, [](const QString& file) { return file; },
+         [this] { return monitorFrame; }, [](const QString& file) { return file; },
          [this](const QString& place) { return folders.contains(place); },
          [this](const QStringList&) { return fileTracks; },
          [](const QString&, const GridControl&) {}, [](const QString&, GridControl&) {},

@@ -251,6 +251,28 @@ TEST_F(PlaylistView, TheMarkOfAHeardEntryGoesWhenItsTrackPlaysNoLonger)
     EXPECT_EQ(look.heard(), Plid{});
 }
 
+TEST_F(PlaylistView, RewindAndForwardBeginASeekOverTheBusAndTellItsPlaceAtEachTick)
+{
+    openList(2);
+    const auto seeks = [this] {
+        return sentOf(u"player.monitor.seek"_s) + sentOf(u"player.monitor.seek.set"_s);
+    };
+    monitorFrame = 1000;
+    view.toolPressed(u"play.vor"_s);
+    EXPECT_EQ(seeks(), QStringList{u"player.monitor.seek 0 "_s});
+    view.toolPressed(u"play.vor"_s); // five seconds are 191 frames
+    ASSERT_TRUE(loop.fire(50));
+    EXPECT_EQ(seeks(),
+              (QStringList{u"player.monitor.seek 0 "_s, u"player.monitor.seek.set 1382 "_s}));
+    ASSERT_TRUE(loop.fire(50));
+    EXPECT_FALSE(loop.fire(50));
+    sent.clear();
+    monitorFrame = 100;
+    view.toolPressed(u"play.zur"_s);
+    loop.fire(50);
+    EXPECT_EQ(seeks(), (QStringList{u"player.monitor.seek 0 "_s, u"player.monitor.seek.set 0 "_s}));
+}
+
 TEST_F(PlaylistView, TheTempoFinderGetsTrackAndEntry)
 {
     openList(2);

@@ -133,7 +133,7 @@ public:
                       form.controls(warnings),
                       {QStringLiteral("MelovaneDB"),
                        [](const QString&, const QString&, const QString&) {},
-                       [](int) {},
+                       [] { return 0; },
                        [](const QString& file) { return file; },
                        {},
                        [this](const QStringList& places) {

@@ -146,6 +146,9 @@ TEST_F(PlaylistWindowTest, TheVolumeButtonShowsHowLoudTheMonitorIs)
     EXPECT_NE(picture(), plain);
     window.bus.SendMessage(u"Volume.Monitor.Change.Icon"_s, 10'000);
     EXPECT_EQ(picture(), plain);
+    window.bus.SendMessage(u"Volume.Monitor.Change.Icon"_s, 0);
+    EXPECT_NE(picture(), plain);
+    EXPECT_NE(picture(), quiet);
 }
 
 TEST_F(PlaylistWindowTest, TheActionOfARowIsChosenFromAMenuByClickOrSpaceBar)

@@ -136,5 +136,42 @@ TEST_F(ListsOnTheScreen, UndoOfAnotherListOpensItMarksItsRowAndSaysSo)
     });
 }
 
+TEST_F(ListsOnTheScreen, ATrackThatIsDeletedInTheLibraryIsStruckThroughInTheOpenListAtOnce)
+{
+    run([&](QMainWindow& window) {
+        auto* library = window.findChild<QTableView*>(u"TDBGrid1"_s);
+        const auto painted = [&] { return entries(window).viewport()->grab().toImage(); };
+        library->selectAll();
+        library->setFocus();
+        const QImage before = painted();
+        window.findChild<QWidget*>(u"ctl_MP3DB1"_s)
+            ->findChild<QToolButton*>(u"all.delete"_s)
+            ->click();
+        const QImage atOnce = painted();
+        EXPECT_NE(atOnce, before);
+        window.findChild<QWidget*>(u"ctl_Playlist1"_s)
+            ->findChild<QToolButton*>(u"all.refresh"_s)
+            ->click();
+        EXPECT_EQ(painted(), atOnce) << "what a new reading shows was there before";
+    });
+}
+
+TEST_F(ListsOnTheScreen, TheEmptyViewOffersANewListAlsoWhereThereIsNone)
+{
+    suite.execute(u"delete from pl_all"_s);
+    suite.execute(u"delete from pl_name"_s);
+    suite.execute(u"delete from pl_group"_s);
+    run([&](QMainWindow& window) {
+        for (QPushButton* button : entries(window).findChildren<QPushButton*>()) {
+            if (button->isVisible()) {
+                EXPECT_EQ(button->text(), u"Neue Playlist"_s);
+                button->click();
+            }
+        }
+        EXPECT_EQ(suite.column(u"select name from pl_name where grid>0"_s).size(), 1);
+        EXPECT_EQ(shown(window), suite.value(u"select name from pl_name"_s).toText());
+    });
+}
+
 } // namespace
 } // namespace melovane

@@ -3,6 +3,7 @@
 #include "platform/qt/value_bar.h"
 #include "shell/application_fixture.h"
 #include "shell/ui/mlvdb_window.h"
+#include "support/message_sibling.h"
 #include "support/sounding_mp3.h"
 #include "support/wait_for.h"
 
@@ -54,6 +55,8 @@ protected:
         return static_cast<MlvdbWindow&>(window).status().panel(panel);
     }
 
+    int shown = -1; ///< volume
+
     /// Rows of the library that say that they are heard.
     static QList<int> marked(QMainWindow& window)
     {
@@ -84,6 +87,57 @@ TEST_F(MonitorInWindowTest, WhatPlaysIsMarkedAndNamedUntilItStops)
         EXPECT_EQ(panel(window, StatusPanel::Elapsed), QString());
         EXPECT_EQ(panel(window, StatusPanel::Remaining), QString());
     });
+}
+
+TEST_F(MonitorInWindowTest, F8MakesItLouderAndTheNextStartKnows)
+{
+    const auto key = [this] {
+        run([&](QMainWindow& window) {
+            window.activateWindow();
+            ASSERT_TRUE(test::waitFor([&] { return window.isActiveWindow(); }));
+            QTest::keyClick(&window, Qt::Key_F8);
+            shown = window.findChild<ValueBar*>(u"MonitorVolume"_s)->value();
+        });
+    };
+    key();
+    EXPECT_EQ(shown, 8000);
+    key();
+    EXPECT_EQ(shown, 8500);
+}
+
+TEST_F(MonitorInWindowTest, TheVolumeButtonsOfBothViewsFollowTheVolume)
+{
+    run([&](QMainWindow& window) {
+        const auto pictures = [&] {
+            QList<QImage> result;
+            for (const QString& view : {u"ctl_MP3DB1"_s, u"ctl_Playlist1"_s}) {
+                auto* button =
+                    window.findChild<QWidget*>(view)->findChild<QToolButton*>(u"all.volume"_s);
+                result.append(button->icon().pixmap(32).toImage());
+            }
+            return result;
+        };
+        const QList<QImage> loud = pictures();
+        QTest::keyClick(window.findChild<ValueBar*>(u"MonitorVolume"_s), Qt::Key_Home);
+        const QList<QImage> silent = pictures();
+        EXPECT_NE(silent[0], loud[0]);
+        EXPECT_NE(silent[1], loud[1]);
+    });
+}
+
+TEST_F(MonitorInWindowTest, APlayerThatHangsIsToldAndWhatIsAskedForPlaysAllTheSame)
+{
+    const test::Sibling player(suite.folders.environment().runtimeFolder());
+    suite.folders.profile().write(suite.file(u"melovane.ini"_s), u"Message"_s, u"Handle.DJ"_s,
+                                  QString::number(player.handle()));
+    player.stop();
+    run([&](QMainWindow& window) {
+        findBoth(window);
+        press(window, u"play.start"_s);
+        EXPECT_EQ(marked(window), QList<int>{0});
+        EXPECT_TRUE(panel(window, StatusPanel::Message).contains(u"antwortet nicht"_s));
+    });
+    player.goOn();
 }
 
 TEST_F(MonitorInWindowTest, AClickIntoTheBarAndItsArrowKeysGoThere)

@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTableView>
 #include <QTimer>
 #include <QToolButton>
@@ -182,6 +183,23 @@ TEST_F(ApplicationTest, ACommandOfTheListsThatFailsSaysWhy)
     EXPECT_TRUE(told.startsWith(u"Nicht ausgeführt: "_s)) << qPrintable(told);
 }
 
+TEST_F(ApplicationTest, AndSaysItInTheLanguageOfTheWindow)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    chooseEnglish();
+    QString told;
+    run([&](QMainWindow& window) {
+        suite.execute(u"drop table pl_group"_s);
+        window.findChild<QWidget*>(u"PlaylistFavorit1"_s)
+            ->findChild<QToolButton*>(u"all.newdir"_s)
+            ->click();
+        told = static_cast<MlvdbWindow&>(window).status().panel(StatusPanel::Message);
+    });
+    EXPECT_TRUE(
+        QRegularExpression(u"^Not done: Error 3\\d+ of the database"_s).match(told).hasMatch())
+        << qPrintable(told);
+}
+
 TEST_F(ApplicationTest, ADamagedUndoHistoryBeginsAnewAndTheUserIsToldWhereTheOldOneLies)
 {
     const QString track = suite.library.add({.Titel = u"Brandung"_s});
@@ -198,6 +216,18 @@ TEST_F(ApplicationTest, ADamagedUndoHistoryBeginsAnewAndTheUserIsToldWhereTheOld
     });
     EXPECT_TRUE(told.endsWith(u"/melovane.undo.mdb.damaged"_s)) << qPrintable(told);
     EXPECT_EQ(suite.read(u"melovane.undo.mdb.damaged"_s), "this is no database");
+}
+
+TEST_F(ApplicationTest, ADamagedSideFileIsMadeAnewAndTheUserIsToldWhereTheOldOneLies)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    suite.write(u"melovane.temp.mdb"_s, "this is no database");
+    QString told;
+    run([&](QMainWindow& window) {
+        told = static_cast<MlvdbWindow&>(window).status().panel(StatusPanel::Message);
+    });
+    EXPECT_TRUE(told.endsWith(u"/melovane.temp.mdb.damaged"_s)) << qPrintable(told);
+    EXPECT_EQ(suite.read(u"melovane.temp.mdb.damaged"_s), "this is no database");
 }
 
 TEST_F(ApplicationTest, AnEmptyDatabaseStartsTheImporterWithArgument1AndDoesNotReadDBPosition)

@@ -70,8 +70,18 @@ TEST_F(PlayerCommandsTest, WithoutATrackNothingIsAskedNorTold)
 TEST_F(PlayerCommandsTest, ThePlayersWindowIsAskedToTheFrontUnderItsPresentHandle)
 {
     folders.makeSettings()->SetMessageHandleDJ(66);
+    messages.alive = {66};
     commands.showPlayer();
     EXPECT_EQ(taken(), QStringList{u"post 2001 to 66"_s});
+    EXPECT_TRUE(told.isEmpty());
+}
+
+TEST_F(PlayerCommandsTest, APlayerThatDoesNotRunHasNoWindowAndThatIsTold)
+{
+    messages.alive.clear();
+    commands.showPlayer();
+    EXPECT_EQ(told, QStringList{u"Der Player läuft nicht."_s});
+    EXPECT_TRUE(taken().isEmpty());
 }
 
 struct SiblingCommandsTest : public test::WindowFixture

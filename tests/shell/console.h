@@ -13,6 +13,7 @@
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/undo_redo.h"
 #include "playlistview/playlist.h"
+#include "playlistview/playlist_look.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/library_data.h"
 #include "shell/ui/mlvdb_window.h"
@@ -69,12 +70,34 @@ public:
         return *found;
     }
 
+    /// What commands find around the views.
+    CommandWorld world()
+    {
+        return {
+            .isInstalled = [this](const QString& program) { return !missing.contains(program); },
+            .isPlayerThere = [this] { return playerThere; },
+            .isReadOnly = [this] { return readOnly; }};
+    }
+
+    std::vector<PlayAction> playActions()
+    {
+        std::vector<PlayAction> result;
+        for (const int action : playlist.aktionChoices()) {
+            result.push_back(
+                {action, aktionLook(action)->key.toString(), action == playlist.currentAktion()});
+        }
+        return result;
+    }
+
     DataGrid& grid() { return control<DataGrid>(QStringLiteral("TDBGrid1")); }
 
     SearchLine& searchLine() { return control<SearchLine>(QStringLiteral("Text1")); }
 
     TestLibrary& library;
-    QStringList log; ///< monitor and warnings
+    QStringList log;     ///< monitor and warnings
+    QStringList missing; ///< programs that are not installed
+    bool playerThere = true;
+    bool readOnly = false;
     RecordingProcesses processes;
     QtMessageLoop loop;
     Skin skin{*qApp};
@@ -112,10 +135,17 @@ public:
           [this] { view.DelSuchlist(); },
           [this](const QString& text) {
               view.FindTreeValue({QStringLiteral("allfind"), {}, text}, true);
-          }},
+          },
+          [this](const QString& key) { view.toolPressed(key); },
+          [this](QStringView key, bool needsRow) { return view.whyNot(key, needsRow); },
+          [this](int rating) { view.digitPressed(rating); }},
          {[this] { return int(numberOf(playlist.GetPNID())); },
           [this] { return int(numberOf(playlist.currentEntry())); }, [this] { playlist.start(); },
-          [this] { playlist.end(); }, [this] { playlist.undo(); }, [this] { playlist.redo(); }},
+          [this] { playlist.end(); }, [this] { playlist.undo(); }, [this] { playlist.redo(); },
+          [] {}, [] {}, [this](const QString& key) { playlist.toolPressed(key); },
+          [this](QStringView key, bool needsRow) { return playlist.whyNot(key, needsRow); },
+          [this](int rating) { playlist.digitPressed(rating); }, [this] { return playActions(); },
+          [this](int action) { playlist.setAktion(action); }},
          {[] {}, [] {},
           [this] {
               log.append(QStringLiteral("layout dialog"));
@@ -130,7 +160,9 @@ public:
                     [this](const QString& cmd, const QString& fid) {
                         mlvdb.siblings().findTempo(cmd, fid, {});
                     },
-                    [](const QString& file) { return file; }}};
+                    [](const QString& file) { return file; },
+                    {},
+                    world()}};
     FileLocator locator{library.folders.files(), library.folders.programFolder()};
     ListHistory history{*library.engine,
                         library.folders.files(),
@@ -144,25 +176,34 @@ public:
     cls_PLInsertMoveDel edits{*library.engine, snapshots, history};
     LayoutFiles layouts{library.folders.paths(), library.folders.files()};
     QStringList droppedTracks; ///< what dropped files hold
-    ctl_Playlist playlist{
-        {*library.engine,
-         *library.settings,
-         library.texts,
-         library.clock,
-         loop,
-         library.bus,
-         {functions, edits, history, snapshots}},
-        window.playlist().controls(warnings),
-        {QStringLiteral("MelovaneDB"),
-         [this](const QString& cmd, const QString& fid, const QString& plid) {
-             mlvdb.siblings().findTempo(cmd, fid, plid);
-         },
-         [](int) {},
-         [](const QString& file) { return file; },
-         {},
-         [this](const QStringList&) { return droppedTracks; },
-         [this](const QString& name, const GridControl& layout) { layouts.save(name, layout); },
-         [this](const QString& name, GridControl& layout) { layouts.load(name, layout); }}};
+    ctl_Playlist playlist{{*library.engine,
+                           *library.settings,
+                           library.texts,
+                           library.clock,
+                           loop,
+                           library.bus,
+                           {functions, edits, history, snapshots}},
+                          window.playlist().controls(warnings),
+                          playlistActions()};
+
+private:
+    PlaylistActions playlistActions()
+    {
+        return {.program = QStringLiteral("MelovaneDB"),
+                .startBeatGauge =
+                    [this](const QString& cmd, const QString& fid, const QString& plid) {
+                        mlvdb.siblings().findTempo(cmd, fid, plid);
+                    },
+                .monitorFrame = [] { return 0; },
+                .locate = [](const QString& file) { return file; },
+                .isFolder = {},
+                .tracksOf = [this](const QStringList&) { return droppedTracks; },
+                .saveLayout = [this](const QString& name,
+                                     const GridControl& layout) { layouts.save(name, layout); },
+                .loadLayout = [this](const QString& name,
+                                     GridControl& layout) { layouts.load(name, layout); },
+                .world = world()};
+    }
 };
 
 } // namespace melovane::test

@@ -20,11 +20,12 @@ protected:
 
     [[nodiscard]] QByteArray state()
     {
-        return folders.files().read(folders.programFolder() + u"/global.kiv"_s, 10'000);
+        return folders.files().read(data.file(u"global.kiv"_s), 10'000);
     }
 
+    test::TempFolder data;
     MlvPlaylistDetail entry;
-    SampleTool tool{{folders.files(), folders.programFolder(), suite, siblings,
+    SampleTool tool{{folders.files(), data.path(), folders.programFolder(), suite, siblings,
                      [this](const QString& program) { log.append(u"missing "_s + program); }}};
 };
 
@@ -66,6 +67,17 @@ TEST_F(SampleToolTest, WhatTheToolHasWrittenIsReadBack)
     EXPECT_EQ(edit.PLID, Plid{17});
     EXPECT_EQ(edit.FrameStart, 40);
     EXPECT_EQ(edit.FrameStop, 900);
+}
+
+TEST_F(SampleToolTest, WhatLiesInTheDataFolderComesBeforeWhatAnOlderToolHasLeft)
+{
+    folders.install(u"global.kiv"_s, "823456789012\nx.mp3\n/x.mp3\n 1 \n 17 \n 0 \n 40 \n 900 \n");
+    entry.PLID = Plid{18};
+    tool.edit(entry, 4711);
+    EXPECT_EQ(tool.read().PLID, Plid{18});
+    EXPECT_TRUE(folders.files()
+                    .read(folders.programFolder() + u"/global.kiv"_s, 10'000)
+                    .contains("\n 17 \n"));
 }
 
 TEST_F(SampleToolTest, WithoutAStateFileThereIsNoEntry)

@@ -47,6 +47,9 @@ TEST_F(WindowBusTest, TheMonitorIsPlayedAndSought)
     EXPECT_EQ(after(u"player.monitor.play.center"_s, u"1"_s),
               QStringList{u"monitor PLAYCENTER 1 0"_s});
     EXPECT_EQ(after(u"player.monitor.seek"_s, 0), QStringList{u"monitor SEEK  0"_s});
+    monitor.frame = 400;
+    EXPECT_EQ(after(u"player.monitor.seek"_s, 0), QStringList{u"monitor SEEK  400"_s})
+        << "it begins where it plays";
     EXPECT_EQ(after(u"player.monitor.seek.set"_s, u"250"_s), QStringList{u"monitor SEEK  250"_s});
 }
 

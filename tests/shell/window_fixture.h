@@ -161,6 +161,8 @@ public:
         m_log.append(QStringLiteral("monitor %1 %2 %3").arg(action, fid).arg(position));
     }
 
+    [[nodiscard]] int positionFrames() const override { return frame; }
+
     void stop() override { m_log.append(QStringLiteral("monitor stop")); }
 
     void setVolume(int volume) override
@@ -169,6 +171,8 @@ public:
     }
 
     void reopen() override { m_log.append(QStringLiteral("monitor reopen")); }
+
+    int frame = 0;
 
 private:
     QStringList& m_log;
@@ -214,6 +218,27 @@ public:
 
     void setPlugIns(const std::vector<PlugInEntry>& entries) override { plugIns = entries; }
 
+    void setEnabled(const QString& name, bool on, const QString& toolTip) override
+    {
+        enabled[name] = on;
+        toolTips[name] = toolTip;
+    }
+
+    void setVisible(const QString& name, bool on) override { visible[name] = on; }
+
+    void setKey(const QString& name, const QString& key) override { keys[name] = key; }
+
+    void setChoices(const QString& menu, const std::vector<MenuChoice>& entries) override
+    {
+        choices[menu] = entries;
+    }
+
+    [[nodiscard]] EditPlace editPlace() const override { return place; }
+
+    [[nodiscard]] bool canEditText(QStringView name) const override { return name == canEdit; }
+
+    void editText(QStringView name) override { edited.append(name.toString()); }
+
     void showContextMenu(const std::vector<MoreResultEntry>& entries) override
     {
         ++opened;
@@ -223,6 +248,13 @@ public:
     QHash<QString, QString> captions;
     QHash<QString, QString> toolTips;
     QHash<QString, bool> checked;
+    QHash<QString, bool> enabled;
+    QHash<QString, bool> visible;
+    QHash<QString, QString> keys;
+    QHash<QString, std::vector<MenuChoice>> choices;
+    EditPlace place = EditPlace::Playlist; ///< where the keyboard is
+    QString canEdit;                       ///< the one command that a text field can do
+    QStringList edited;                    ///< what it was asked for
     std::vector<PlugInEntry> plugIns;
     std::vector<MoreResultEntry> more;
     int opened = 0;
@@ -304,6 +336,7 @@ struct WindowFixture : public testing::Test
     SuiteMessages suite{*settings, engine, messages, control};
     SiblingControl siblings{folders.paths(), folders.files(), processes};
     std::function<void()> onLibrarySave = noted(QStringLiteral("library save"));
+    bool readOnly = false;
     bool layoutChosen = false;
     std::optional<GridFont> chosenFont;
     int shownPnid = 12;
@@ -337,7 +370,9 @@ struct WindowFixture : public testing::Test
               return chosenFont;
           },
           [] { return false; },
-          [this](int list) { log.append(QStringLiteral("export list %1").arg(list)); }}},
+          [this](int list) { log.append(QStringLiteral("export list %1").arg(list)); }},
+         {},
+         [this] { return readOnly; }},
         {window, status, skin, menus, {&splits[0], &splits[1], &splits[2]}}};
     BusSender others{bus, QStringLiteral("Tree")};
 };

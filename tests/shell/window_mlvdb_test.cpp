@@ -93,6 +93,14 @@ TEST_F(MlvdbTest, StaleTreesAreRebuiltByTheirSiblingAtTheFirstActivation)
     EXPECT_EQ(processes.styles, std::vector{Processes::WindowStyle::Minimised});
 }
 
+TEST_F(MlvdbTest, AProgramThatNobodyHasAskedForIsMissedSilently)
+{
+    data.stale = true;
+    processes.succeeds = false;
+    activate(1);
+    EXPECT_EQ(shown(), QString());
+}
+
 TEST_F(MlvdbTest, TheSideFilesAreCheckedBeforeTheTracksAreCounted)
 {
     activate(1);
@@ -196,6 +204,32 @@ TEST_F(MlvdbTest, AStoredPlaceOutsideTheScreenIsIgnored)
     store(std::numeric_limits<int>::max(), 0, std::numeric_limits<int>::max(), 10, 0);
     activate(1);
     EXPECT_EQ(window.rect, designed);
+}
+
+TEST_F(MlvdbTest, APlaceOnASecondScreenIsTakenAsLongAsThatScreenIsThere)
+{
+    const QRect designed = window.rect;
+    store(1700, 100, 900, 600, 0);
+    activate(1);
+    EXPECT_EQ(window.rect, designed);
+    window.second = {1600, 0, 1280, 1024};
+    activate(1);
+    EXPECT_EQ(window.rect, QRect(1700, 100, 900, 600));
+    store(2200, 100, 900, 600, 0);
+    activate(1);
+    EXPECT_EQ(window.rect, QRect(1700, 100, 900, 600)) << "it would lie across the edge";
+}
+
+TEST_F(MlvdbTest, AReadOnlyLibraryIsAnnouncedInTheTitleAndTheStatusLine)
+{
+    readOnly = true;
+    mlvdb.load();
+    EXPECT_EQ(window.caption, mainWindowCaption() + u" - Die Bibliothek ist schreibgeschützt"_s);
+    EXPECT_TRUE(shown().contains(settings->DbName()));
+    EXPECT_TRUE(shown().startsWith(u"Die Bibliothek ist schreibgeschützt"_s));
+    readOnly = false;
+    mlvdb.load();
+    EXPECT_EQ(window.caption, mainWindowCaption());
 }
 
 TEST_F(MlvdbTest, WithoutAStoredPlaceTheWindowKeepsTheDesignedOne)

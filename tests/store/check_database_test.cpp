@@ -354,6 +354,19 @@ TEST_F(SideFiles, AFileThatLacksTheTestTableIsMadeAnew)
     EXPECT_TRUE(suite.open()->OpenRecordset(u"tree_dir"_s)->Eof());
 }
 
+TEST_F(SideFiles, AFileThatWasDamagedIsToldWithItsNewNameAndOneThatIsMissingIsNot)
+{
+    QStringList kept;
+    auto check = suite.check();
+    check.whenKeptAside = [&kept](const QString& file) { kept.append(file); };
+    replaceTree("not a database");
+    EXPECT_EQ(check.checkTreeTables(), -1);
+    EXPECT_EQ(kept, QStringList{suite.file(u"melovane.tree.mdb.damaged"_s)});
+    removeTree();
+    EXPECT_EQ(check.checkTreeTables(), -1);
+    EXPECT_EQ(kept.size(), 1);
+}
+
 TEST_F(SideFiles, GarbageInPlaceOfASideFileIsReplacedAndTheLibraryStays)
 {
     suite.library.add({.Titel = u"Kept"_s});

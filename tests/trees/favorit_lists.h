@@ -142,6 +142,11 @@ public:
                     log.append(where + QStringLiteral(": ") + what);
                 },
                 [this] { return open; },
+                [this] { return mayWrite; },
+                [this](const QString& dragText, Pnid list) {
+                    appended.append(dragText + QStringLiteral(" to ") +
+                                    QString::number(numberOf(list)));
+                },
                 [this](Pnid list) { details.append(int(numberOf(list))); },
                 [this](Pnid list) { saved.append(int(numberOf(list))); }};
     }
@@ -156,6 +161,8 @@ public:
     QStringList messages; ///< "name|first value|second value|third value" of all on the bus
     Pnid open{};          ///< the list on the screen
     bool opens = true;
+    bool mayWrite = true;
+    QStringList appended; ///< "drag text to list"
     QList<int> details;
     QList<int> saved;
     int friday = 0;

@@ -35,6 +35,12 @@ protected:
 
     [[nodiscard]] QString picture(int list) const { return tree.row(rowOf(list)).picture; }
 
+    [[nodiscard]] static DropOffer onRow(int row, const QString& text)
+    {
+        return {
+            text, {}, false, row < 0 ? DropOffer::Spot::BelowRows : DropOffer::Spot::OnRow, row};
+    }
+
     void press(const QString& tool, int row)
     {
         tree.current = row;

@@ -12,6 +12,8 @@ class PlainTree : public TreeControl
 public:
     void setTreeFont(const GridFont& wanted) override { font = wanted; }
 
+    void setNote(const EmptyNote& wanted) override { note = wanted; }
+
     void setRows(std::vector<TreeRow> wanted) override
     {
         rows = std::move(wanted);
@@ -92,6 +94,7 @@ public:
     QStringList foldedKeys;
     QString editedText;
     GridFont font;
+    EmptyNote note;
     int current = -1;
     int first = -1;
     int editedRow = -1;

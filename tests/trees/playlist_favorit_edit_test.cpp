@@ -39,6 +39,26 @@ TEST_F(PlaylistFavoritEdit, ANewPlaylistWithoutAGroupIsNotMade)
     EXPECT_TRUE(lists.messages.first().startsWith(u"show.statustext|"_s));
 }
 
+TEST_F(PlaylistFavoritEdit, ANewPlaylistFromTheEmptyViewFindsItsGroupOrMakesOne)
+{
+    tree.current = tree.find(treekey::jingleGroup());
+    panel.newPlaylist();
+    EXPECT_EQ(lists.order(lists.friday).count(u','), 3) << "it stands in the first group";
+    EXPECT_EQ(numberOf(lists.open), lists.value(u"select max(nid) from pl_name"_s).toLong());
+    tree.editing = false;
+    tree.current = rowOf(lists.dance);
+    panel.newPlaylist();
+    EXPECT_EQ(lists.order(lists.saturday).count(u','), 1);
+    tree.editing = false;
+    lists.execute(u"delete from pl_name"_s);
+    lists.execute(u"delete from pl_group"_s);
+    send(u"favorit.refresh"_s);
+    panel.newPlaylist();
+    EXPECT_EQ(lists.column(u"select grid from pl_name"_s),
+              lists.column(u"select grid from pl_group"_s));
+    EXPECT_TRUE(tree.editing) << "it waits for its name";
+}
+
 TEST_F(PlaylistFavoritEdit, ANewGroupComesLastAndWaitsForItsName)
 {
     press(u"all.newdir"_s, -1);
@@ -188,6 +208,66 @@ TEST_F(PlaylistFavoritEdit, AGroupIsNotMovedByADrop)
 }
 
 // ---- marks
+
+// ---- drops of other views
+
+TEST_F(PlaylistFavoritEdit, TracksAndEntriesDroppedOnAListAreAppendedToIt)
+{
+    const QString fid = lists.library.add({.Titel = u"Licht"_s});
+    const int set = lists.library.addPlaylist(
+        {.Name = u"Satz"_s, .GRID = lists.friday, .tracks = {fid}, .SID = 9});
+    const QString entry = lists.value(u"select plid from pl_all where pnid=%1"_s.arg(set)).toText();
+    for (const QString& text : {u"DRAG_TYP_FID_MP3DB:"_s + fid, u"DRAG_TYP_PLID:"_s + entry}) {
+        const DropOffer offer = onRow(rowOf(lists.dance), text);
+        EXPECT_EQ(panel.drops().dropEffect(offer), DropEffect::Copy);
+        panel.drops().drop(offer);
+        EXPECT_EQ(lists.appended.takeLast(), text + u" to %1"_s.arg(lists.dance));
+    }
+}
+
+TEST_F(PlaylistFavoritEdit, WhatCannotBeAppendedIsRefused)
+{
+    const QString tracks = u"DRAG_TYP_FID_MP3DB:800000000001"_s;
+    const auto effect = [&](int row, const QString& text) {
+        return panel.drops().dropEffect(onRow(row, text));
+    };
+    ASSERT_EQ(effect(rowOf(lists.dance), tracks), DropEffect::Copy);
+    EXPECT_EQ(effect(rowOf(lists.station), tracks), DropEffect::Copy);
+    EXPECT_EQ(effect(groupRow(lists.friday), tracks), DropEffect::None);
+    EXPECT_EQ(effect(-1, tracks), DropEffect::None);
+    EXPECT_EQ(effect(rowOf(lists.dance), u"DRAG_TYP_FID_MP3DB:"_s), DropEffect::None);
+    EXPECT_EQ(effect(rowOf(lists.dance), u"some words"_s), DropEffect::None);
+    lists.mayWrite = false;
+    EXPECT_EQ(effect(rowOf(lists.dance), tracks), DropEffect::None) << "a library on a disc";
+    lists.mayWrite = true;
+    send(u"db.disconnect"_s);
+    EXPECT_EQ(effect(rowOf(lists.dance), tracks), DropEffect::None) << "a library that was lent";
+    send(u"db.reconnect"_s);
+    lists.set(lists.dance, u"lock=true"_s);
+    send(u"favorit.refresh"_s);
+    EXPECT_EQ(effect(rowOf(lists.dance), tracks), DropEffect::None);
+    EXPECT_TRUE(lists.appended.isEmpty());
+}
+
+TEST_F(PlaylistFavoritEdit, EntriesStayWithinTheirKindOfLists)
+{
+    const QString fid = lists.library.add({.Titel = u"Kennmelodie"_s});
+    const auto entryOf = [&](int group) {
+        const int list = lists.library.addPlaylist(
+            {.Name = u"Satz"_s, .GRID = group, .tracks = {fid}, .SID = 9});
+        return u"DRAG_TYP_PLID:"_s +
+               lists.value(u"select plid from pl_all where pnid=%1"_s.arg(list)).toText();
+    };
+    const QString jingle = entryOf(-1);
+    const QString ordinary = entryOf(lists.friday);
+    const auto effect = [&](int list, const QString& text) {
+        return panel.drops().dropEffect(onRow(rowOf(list), text));
+    };
+    EXPECT_EQ(effect(lists.weather, jingle), DropEffect::Copy);
+    EXPECT_EQ(effect(lists.dance, jingle), DropEffect::None);
+    EXPECT_EQ(effect(lists.weather, ordinary), DropEffect::None);
+    EXPECT_EQ(effect(lists.dance, ordinary), DropEffect::Copy);
+}
 
 TEST_F(PlaylistFavoritEdit, AListCanBeTakenOutOfThePanelAndPutBack)
 {

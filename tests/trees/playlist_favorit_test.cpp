@@ -46,7 +46,9 @@ TEST_F(PlaylistFavoritTest, TheRowsStayAsTheyAreWhileAnotherProgramHasTheLibrary
     }
     send(u"playlist.change"_s, lists.main);
     EXPECT_EQ(tree.texts(), rows);
+    EXPECT_EQ(tree.note.title, u"Ein anderes Programm benutzt die Bibliothek"_s);
     send(u"db.reconnect"_s);
+    EXPECT_EQ(tree.note, EmptyNote());
     EXPECT_TRUE(tree.texts().contains(u"  Anders"_s));
 }
 

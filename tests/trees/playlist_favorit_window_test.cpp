@@ -183,6 +183,33 @@ TEST_F(PlaylistFavoritWindow, ADragOfAnotherTreeIsRefused)
     EXPECT_EQ(lists.order(lists.saturday), u"Tanz"_s);
 }
 
+TEST_F(PlaylistFavoritWindow, TracksAreDroppedOnAListAndRefusedByAGroup)
+{
+    QMimeData tracks;
+    tracks.setText(u"DRAG_TYP_FID_MP3DB:800000000001"_s);
+    EXPECT_FALSE(drop(tracks, pointOf(tree.find(treekey::group(lists.friday)))));
+    EXPECT_TRUE(lists.appended.isEmpty());
+    EXPECT_TRUE(drop(tracks, pointOf(rowOf(lists.dance))));
+    EXPECT_EQ(lists.appended, QStringList{tracks.text() + u" to %1"_s.arg(lists.dance)});
+    EXPECT_EQ(tree.currentRow(), rowOf(lists.main)) << "the open list is what it was";
+}
+
+TEST_F(PlaylistFavoritWindow, AGroupUnfoldsWhileADragRestsOnItAndItsListTakesTheDrop)
+{
+    const QString group = treekey::group(lists.saturday);
+    tree.setFolded({group});
+    QMimeData tracks;
+    tracks.setText(u"DRAG_TYP_FID_MP3DB:800000000001"_s);
+    const QPoint place = pointOf(tree.find(group));
+    QDragEnterEvent enter(place, Qt::CopyAction, &tracks, Qt::LeftButton, {});
+    QApplication::sendEvent(tree.viewport(), &enter);
+    QDragMoveEvent move(place, Qt::CopyAction, &tracks, Qt::LeftButton, {});
+    QApplication::sendEvent(tree.viewport(), &move);
+    EXPECT_FALSE(move.isAccepted()) << "the pointer is the forbidden one";
+    EXPECT_TRUE(test::waitFor([&] { return tree.folded().isEmpty(); }));
+    EXPECT_TRUE(drop(tracks, pointOf(rowOf(lists.dance))));
+}
+
 TEST_F(PlaylistFavoritWindow, ARowThatWasPressedAndNotClickedIsMarkedNoLonger)
 {
     ASSERT_EQ(tree.currentRow(), rowOf(lists.main));

@@ -4,6 +4,7 @@
 #include "config/config_objects.h"
 #include "library/library_columns.h"
 #include "platform/qt/data_grid.h"
+#include "platform/qt/desktop_texts.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/search_line.h"
 #include "store/track_fields.h"
@@ -21,8 +22,19 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// The buttons of the search history, which decides about them.
+const QString kBack = u"all.db.zur"_s;
+const QString kForward = u"all.db.vor"_s;
+
 /// Least width of the search line in letters.
 constexpr int kSearchLetters = 32;
+
+} // namespace
+
+namespace {
+
+/// Letters of a view's name that stand beside the number of its tracks.
+constexpr int kNameLetters = 32;
 
 } // namespace
 
@@ -39,6 +51,8 @@ Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent
     m_search->setMinimumWidth(fontMetrics().averageCharWidth() * kSearchLetters);
     m_grid->setObjectName(u"TDBGrid1"_s);
     m_count->setObjectName(u"MatchCount"_s);
+    // A folder may look like markup.
+    m_count->setTextFormat(Qt::PlainText);
     toolRow()->addWidget(m_search, 1);
     toolRow()->addSpacing(6);
     m_count->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -53,6 +67,8 @@ void Mp3dbWidget::setTexts(const ConfigObjects& texts)
 {
     m_search->lineEdit()->setPlaceholderText(texts.text(u"library.search.hint"_s));
     m_search->setAccessibleName(texts.text(u"library.search.name"_s));
+    // The keyboard is in the field, not in the box around it.
+    m_search->lineEdit()->setAccessibleName(texts.text(u"library.search.name"_s));
     m_search->setClearTip(texts.text(u"library.search.clear"_s));
     m_grid->setAccessibleName(texts.text(u"library.grid.name"_s));
     // Room for a million, so that the search line keeps its width while the user types.
@@ -70,12 +86,24 @@ QToolButton* Mp3dbWidget::addButton(const QString& key,
     return button;
 }
 
-void Mp3dbWidget::renewToolTips(const ConfigObjects& texts)
+void Mp3dbWidget::renewToolTips(const ctl_MP3DB& logic, const ConfigObjects& texts)
 {
     setTexts(texts);
+    judgeTools(logic, texts);
+}
+
+/// What each button does, its key, and why it is grey.
+void Mp3dbWidget::judgeTools(const ctl_MP3DB& logic, const ConfigObjects& texts)
+{
     for (auto tip = m_tips.cbegin(); tip != m_tips.cend(); ++tip) {
-        tip.key()->setToolTip(texts.text(tip.value()));
-        tip.key()->setAccessibleName(texts.text(tip.value()));
+        const QString key = tip.key()->objectName();
+        const bool isWay = key == kBack || key == kForward;
+        const bool canGo = tip.key()->isEnabled();
+        tellTool(*tip.key(), texts.text(tip.value()), nativeKeys(logic.keyOf(key)),
+                 logic.whyNot(key));
+        if (isWay) {
+            tip.key()->setEnabled(canGo);
+        }
     }
 }
 
@@ -89,8 +117,8 @@ void Mp3dbWidget::createHistoryButtons(ctl_MP3DB& logic, const ConfigObjects& te
         connect(button, &QToolButton::clicked, &logic, [&logic, key] { logic.toolPressed(key); });
         return button;
     };
-    QToolButton* back = add(0, u"all.db.zur"_s, u"back"_s, u"ToolTipHistoryRemain"_s);
-    QToolButton* forward = add(1, u"all.db.vor"_s, u"forward"_s, u"ToolTipHistoryForward"_s);
+    QToolButton* back = add(0, kBack, u"back"_s, u"ToolTipHistoryRemain"_s);
+    QToolButton* forward = add(1, kForward, u"forward"_s, u"ToolTipHistoryForward"_s);
     toolRow()->insertSpacing(2, 6);
     setTabOrder(back, forward);
     setTabOrder(forward, m_search);
@@ -108,7 +136,8 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
     const std::vector<std::vector<Tool>> groups = {
         {{u"play.start"_s, u"play"_s, u"ToolTipPlayerPlay"_s},
          {u"play.center"_s, u"playcenter"_s, u"ToolTipPlayerPlayCenter"_s},
-         {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s}},
+         {u"play.stop"_s, u"stop"_s, u"ToolTipPlayerStop"_s},
+         {bus::kAllVolume.toString(), u"volume"_s, u"playlist.volume"_s}},
         {{u"all.book"_s, u"edit"_s, u"ToolTipAllTableDetail"_s},
          {u"open_dir"_s, u"folder"_s, u"mnuPOPDBGRID_7"_s},
          {u"all.data.select"_s, u"selectall"_s, u"ToolTipAllTableSel"_s},
@@ -132,11 +161,12 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
     connect(columns, &QToolButton::clicked, this, [this, columns] {
         showColumnMenu(columns->mapToGlobal(QPoint(0, columns->height())));
     });
+    judgeTools(logic, texts);
 }
 
 void Mp3dbWidget::showHistory(bool back, bool forward)
 {
-    for (const auto& [key, on] : {std::pair{u"all.db.zur"_s, back}, {u"all.db.vor"_s, forward}}) {
+    for (const auto& [key, on] : {std::pair{kBack, back}, {kForward, forward}}) {
         if (auto* button = findChild<QToolButton*>(key)) {
             button->setEnabled(on);
         }
@@ -183,22 +213,34 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
         logic.contextMenuWanted();
     });
     connect(&logic, &ctl_MP3DB::countChanged, this,
-            [this, &texts](qint64 count) { showCount(count, texts); });
+            [this, &texts](qint64 count, const QString& name) { showCount(count, name, texts); });
     connect(this, &Mp3dbWidget::reloadWanted, &logic, &ctl_MP3DB::Refresh);
     connect(&logic, &ctl_MP3DB::historyChanged, this, &Mp3dbWidget::showHistory);
-    connect(&logic, &ctl_MP3DB::toolTipsWanted, this, [this, &texts] { renewToolTips(texts); });
+    connect(&logic, &ctl_MP3DB::toolTipsWanted, this,
+            [this, &logic, &texts] { renewToolTips(logic, texts); });
+    connect(&logic, &ctl_MP3DB::commandsChanged, this,
+            [this, &logic, &texts] { judgeTools(logic, texts); });
+    connect(&logic, &ctl_MP3DB::volumeIconChanged, this, [this](const QString& picture) {
+        if (auto* button = findChild<QToolButton*>(bus::kAllVolume.toString())) {
+            button->setIcon(m_icons.icon(picture));
+        }
+    });
     connect(&logic, &ctl_MP3DB::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });
 }
 
-void Mp3dbWidget::showCount(qint64 count, const ConfigObjects& texts)
+void Mp3dbWidget::showCount(qint64 count, const QString& name, const ConfigObjects& texts)
 {
+    m_count->setToolTip(name.toHtmlEscaped());
     if (count < 0) {
         m_count->clear();
         return;
     }
     const QString key = count == 1 ? u"library.count.one"_s : u"library.count"_s;
-    m_count->setText(texts.text(key, groupedNumber(count)));
+    const QString number = texts.text(key, groupedNumber(count));
+    const int room = kNameLetters * fontMetrics().averageCharWidth();
+    const QString shown = fontMetrics().elidedText(name, Qt::ElideMiddle, room);
+    m_count->setText(name.isEmpty() ? number : shown + u"  ·  "_s + number);
 }
 
 void Mp3dbWidget::showColumnMenu(const QPoint& place)

@@ -42,7 +42,8 @@ signals:
 private:
     void buildKeys();
     void setTexts(const ConfigObjects& texts);
-    void renewToolTips(const ConfigObjects& texts);
+    void renewToolTips(const ctl_MP3DB& logic, const ConfigObjects& texts);
+    void judgeTools(const ctl_MP3DB& logic, const ConfigObjects& texts);
     [[nodiscard]] QToolButton* addButton(const QString& key,
                                          const QString& icon,
                                          const QString& textKey,
@@ -50,7 +51,7 @@ private:
     void createHistoryButtons(ctl_MP3DB& logic, const ConfigObjects& texts);
     void createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts);
     void showHistory(bool back, bool forward);
-    void showCount(qint64 count, const ConfigObjects& texts);
+    void showCount(qint64 count, const QString& name, const ConfigObjects& texts);
     void showColumnMenu(const QPoint& place);
 
     const IconSet& m_icons;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/controls/grid_font.h"
+#include "platform/controls/grid_control.h"
 
 #include <QString>
 #include <QStringList>
@@ -75,6 +75,9 @@ public:
     [[nodiscard]] virtual int firstVisibleRow() const = 0;
     /// Scrolls so that it is the first one on the screen, as far as there are rows for that.
     virtual void setFirstVisibleRow(int index) = 0;
+
+    /// Stands in front of the rows until an empty one comes; they keep what they are.
+    virtual void setNote(const EmptyNote& note) = 0;
 
     /// Rows of a heading are bold in any font.
     virtual void setTreeFont(const GridFont& font) = 0;

@@ -1,5 +1,11 @@
 #include "platform/db/db_fault.h"
 
+#include "platform/db/fault_of_text.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <algorithm>
 #include <array>
 
 namespace melovane {
@@ -160,7 +166,37 @@ consteval bool inOrder()
 
 static_assert(inOrder());
 
+/// Whether a sentence is this one, with any names in it.
+bool says(const QString& sentence, const Sentence& known)
+{
+    static const QRegularExpression kName(QStringLiteral("%[12]"));
+    const QStringList parts = QString::fromUtf16(known.text).split(kName);
+    if (parts.size() == 1) {
+        return sentence == parts.first();
+    }
+    qsizetype at = parts.first().size();
+    if (!sentence.startsWith(parts.first()) || !sentence.endsWith(parts.last())) {
+        return false;
+    }
+    for (const QString& part : parts.mid(1)) {
+        const qsizetype found = sentence.indexOf(part, at);
+        if (found < 0) {
+            return false;
+        }
+        at = found + part.size();
+    }
+    return true;
+}
+
 } // namespace
+
+int errorNumberOf(const QString& sentence)
+{
+    const auto* const found =
+        std::find_if(kSentences.begin(), kSentences.end(),
+                     [&sentence](const Sentence& known) { return says(sentence, known); });
+    return found == kSentences.end() ? 0 : found->number;
+}
 
 DbError dbError(DbFault fault, const QString& first, const QString& second)
 {

@@ -29,7 +29,10 @@ QByteArray folderOf(const QByteArray& path)
 
 [[noreturn]] void fail(const QByteArray& path, int error)
 {
-    throw IoError(linuxnames::decode(path), QString::fromLocal8Bit(std::strerror(error)));
+    // Words of one language: the user's are found for them where he reads them.
+    const char* const words = ::strerrordesc_np(error);
+    throw IoError(linuxnames::decode(path),
+                  QString::fromLocal8Bit(words != nullptr ? words : std::strerror(error)));
 }
 
 /// True when the file system refuses what it cannot hold: modes on a FAT stick, dates on a network

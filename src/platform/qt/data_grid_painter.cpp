@@ -21,6 +21,9 @@ namespace {
 /// How strongly a tint colours the ground.
 constexpr double kTint = 0.16;
 
+/// Between a picture and the text behind it.
+constexpr int kIconGap = 5;
+
 /// Longest text that is laid out; nothing behind it would fit a cell.
 constexpr int kLongestPainted = 500;
 
@@ -110,7 +113,7 @@ QRect DataGridPainter::paintIcon(QPainter& painter,
     const ThemeRole role =
         style.ground == CellGround::Plain ? ThemeRole::TextSecond : ThemeRole::Text;
     m_icons.icon(style.icon, role).paint(&painter, place);
-    return room.adjusted(side + 2, 0, 0, 0);
+    return room.adjusted(side + kIconGap, 0, 0, 0);
 }
 
 void DataGridPainter::paint(QPainter* painter,

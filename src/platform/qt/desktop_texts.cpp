@@ -1,6 +1,7 @@
 #include "platform/qt/desktop_texts.h"
 
 #include <QApplication>
+#include <QKeySequence>
 #include <QLibraryInfo>
 #include <QTranslator>
 
@@ -22,6 +23,11 @@ void setLanguageOfDesktopTexts(QApplication& application, const QString& code)
     if (texts->load(u"qtbase_"_s + code, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QApplication::installTranslator(texts);
     }
+}
+
+QString nativeKeys(const QString& portable)
+{
+    return QKeySequence(portable, QKeySequence::PortableText).toString(QKeySequence::NativeText);
 }
 
 } // namespace melovane

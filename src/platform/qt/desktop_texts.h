@@ -1,7 +1,8 @@
 #pragma once
 
+#include <QString>
+
 class QApplication;
-class QString;
 
 namespace melovane {
 
@@ -9,5 +10,8 @@ namespace melovane {
 ///
 /// \param code "de", "en" ...; a language that the machine has no texts for leaves them English
 void setLanguageOfDesktopTexts(QApplication& application, const QString& code);
+
+/// A key combination in the words of that language: "Strg+C" for "Ctrl+C".
+[[nodiscard]] QString nativeKeys(const QString& portable);
 
 } // namespace melovane

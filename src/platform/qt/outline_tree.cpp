@@ -1,5 +1,6 @@
 #include "platform/qt/outline_tree.h"
 
+#include "platform/qt/empty_view.h"
 #include "platform/qt/grid_font.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/outline_model.h"
@@ -76,7 +77,10 @@ OutlineTree::OutlineTree(const Skin& skin, const IconSet& icons, QWidget* parent
     , m_skin(skin)
     , m_icons(icons)
     , m_model(new OutlineModel(this))
+    , m_note(new EmptyView(icons, u"note"_s, viewport()))
 {
+    m_note->setAutoFillBackground(true);
+    m_note->hide();
     setModel(m_model);
     setItemDelegate(new OutlineDelegate(*this));
     setHeaderHidden(true);
@@ -94,6 +98,10 @@ OutlineTree::OutlineTree(const Skin& skin, const IconSet& icons, QWidget* parent
     setDropIndicatorShown(false);
     constexpr int kUnfoldMs = 600;
     setAutoExpandDelay(kUnfoldMs);
+    m_unfold.setSingleShot(true);
+    m_unfold.setInterval(kUnfoldMs);
+    connect(&m_unfold, &QTimer::timeout, this,
+            [this] { expand(m_model->indexOf(m_rowUnderPointer)); });
     OutlineTree::setTreeFont({.name = {}, .size = 0});
     connect(this, &QTreeView::clicked, this,
             [this](const QModelIndex& index) { emit rowClicked(m_model->placeOf(index)); });
@@ -109,6 +117,19 @@ void OutlineTree::setTreeFont(const GridFont& wanted)
     m_rowSpacing = clampedSpacing(wanted);
     QTreeView::setIndentation(fontMetrics().height() * 5 / 4);
     scheduleDelayedItemsLayout();
+}
+
+void OutlineTree::setNote(const EmptyNote& note)
+{
+    m_note->setNote(note);
+    m_note->setGeometry(viewport()->rect());
+    m_note->setVisible(note != EmptyNote());
+}
+
+void OutlineTree::resizeEvent(QResizeEvent* event)
+{
+    QTreeView::resizeEvent(event);
+    m_note->setGeometry(viewport()->rect());
 }
 
 void OutlineTree::setRows(std::vector<TreeRow> rows)

@@ -2,6 +2,7 @@
 
 #include "platform/controls/tree_control.h"
 
+#include <QTimer>
 #include <QTreeView>
 
 #include <memory>
@@ -10,6 +11,9 @@ class QMimeData;
 
 namespace melovane {
 
+class DropTarget;
+struct DropOffer;
+class EmptyView;
 class IconSet;
 class OutlineModel;
 class Skin;
@@ -39,8 +43,14 @@ public:
     void setFolded(const QStringList& keys) override;
     [[nodiscard]] int firstVisibleRow() const override;
     void setFirstVisibleRow(int index) override;
+    void setNote(const EmptyNote& note) override;
     void setTreeFont(const GridFont& font) override;
     void focus() override;
+
+    /// Lets drags of others be dropped on the rows: asks the target at each move, a refused place
+    /// shows the forbidden pointer. A folded row unfolds when the pointer rests on it. The target
+    /// outlives the last event of the tree.
+    void setDropTarget(DropTarget& target) { m_dropTarget = &target; }
 
     /// Units added to the height of a row by the font's settings.
     [[nodiscard]] int rowSpacing() const { return m_rowSpacing; }
@@ -78,6 +88,7 @@ protected:
                  const QStyleOptionViewItem& option,
                  const QModelIndex& index) const override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -105,12 +116,19 @@ private:
     [[nodiscard]] int draggedRow(const QMimeData* cargo) const;
     [[nodiscard]] Target targetAt(const QPoint& place, const QMimeData* cargo) const;
     void setTarget(const Target& target);
+    [[nodiscard]] DropOffer offerOf(const QDropEvent& event) const;
+    void moveOfOthers(QDragMoveEvent& event);
+    void unfoldLater(int row);
     void paintTarget(QPainter& painter) const;
 
     const Skin& m_skin;
     const IconSet& m_icons;
     OutlineModel* m_model;
     Target m_target;
+    EmptyView* m_note;
+    DropTarget* m_dropTarget = nullptr;
+    QTimer m_unfold;            ///< from the pointer's rest on a row to its unfolding
+    int m_rowUnderPointer = -1; ///< of a drag of others
     int m_rowSpacing = 0;
 };
 

@@ -1,3 +1,4 @@
+#include "platform/controls/drop_target.h"
 #include "platform/qt/outline_model.h"
 #include "platform/qt/outline_tree.h"
 #include "platform/qt/skin.h"
@@ -164,20 +165,60 @@ void OutlineTree::setTarget(const Target& target)
 
 void OutlineTree::dragEnterEvent(QDragEnterEvent* event)
 {
-    event->setAccepted(draggedRow(event->mimeData()) >= 0);
+    // Of others' drags each place is asked about as the pointer comes there.
+    event->setAccepted(draggedRow(event->mimeData()) >= 0 ||
+                       (m_dropTarget && event->mimeData()->hasText()));
 }
 
 void OutlineTree::dragMoveEvent(QDragMoveEvent* event)
 {
     // Scrolls at the borders and unfolds the row that the pointer rests on.
     QTreeView::dragMoveEvent(event);
+    if (draggedRow(event->mimeData()) < 0 && m_dropTarget) {
+        moveOfOthers(*event);
+        return;
+    }
     setTarget(targetAt(event->position().toPoint(), event->mimeData()));
     event->setAccepted(m_target.row >= 0);
+}
+
+DropOffer OutlineTree::offerOf(const QDropEvent& event) const
+{
+    DropOffer offer;
+    offer.text = event.mimeData()->text();
+    offer.copyKey = event.modifiers().testFlag(Qt::ControlModifier);
+    offer.row = m_model->placeOf(indexAt(event.position().toPoint()));
+    offer.spot = offer.row >= 0 ? DropOffer::Spot::OnRow : DropOffer::Spot::BelowRows;
+    return offer;
+}
+
+void OutlineTree::moveOfOthers(QDragMoveEvent& event)
+{
+    const DropOffer offer = offerOf(event);
+    unfoldLater(int(offer.row));
+    if (m_dropTarget->dropEffect(offer) == DropEffect::None) {
+        setTarget({});
+        event.ignore();
+        return;
+    }
+    setTarget({int(offer.row), DropPlace::Into});
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
+
+void OutlineTree::unfoldLater(int row)
+{
+    if (row != m_rowUnderPointer) {
+        m_rowUnderPointer = row;
+        m_unfold.start();
+    }
 }
 
 void OutlineTree::dragLeaveEvent(QDragLeaveEvent* event)
 {
     QTreeView::dragLeaveEvent(event);
+    m_unfold.stop();
+    m_rowUnderPointer = -1;
     setTarget({});
 }
 
@@ -186,8 +227,20 @@ void OutlineTree::dropEvent(QDropEvent* event)
     const Target target = targetAt(event->position().toPoint(), event->mimeData());
     const int from = draggedRow(event->mimeData());
     setTarget({});
+    m_unfold.stop();
+    m_rowUnderPointer = -1;
     stopAutoScroll();
     setState(NoState);
+    if (from < 0 && m_dropTarget) {
+        const DropOffer offer = offerOf(*event);
+        const bool isWelcome = m_dropTarget->dropEffect(offer) != DropEffect::None;
+        event->setDropAction(Qt::CopyAction);
+        event->setAccepted(isWelcome);
+        if (isWelcome) {
+            m_dropTarget->drop(offer);
+        }
+        return;
+    }
     event->setAccepted(target.row >= 0);
     if (target.row >= 0) {
         emit rowDropped(from, target.row, target.place);

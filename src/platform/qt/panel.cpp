@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QPainterPath>
+#include <QTextDocument>
 #include <QToolButton>
 
 namespace melovane {
@@ -96,6 +97,23 @@ QToolButton* Panel::addTool(const QString& name, const QIcon& icon, const QStrin
     m_row->show();
     m_row->add(button);
     return button;
+}
+
+void Panel::tellTool(QToolButton& button,
+                     const QString& text,
+                     const QString& key,
+                     const QString& whyNot)
+{
+    QString tip = key.isEmpty() ? text : text + u" ("_s + key + u')';
+    if (!whyNot.isEmpty() && whyNot != text) {
+        tip += u'\n' + whyNot;
+    }
+    button.setEnabled(whyNot.isEmpty());
+    // Names of lists may hold what looks like a mark of a rich text.
+    button.setToolTip(Qt::mightBeRichText(tip) ? tip.toHtmlEscaped().replace(u'\n', u"<br>"_s)
+                                               : tip);
+    button.setAccessibleName(text);
+    button.setAccessibleDescription(whyNot == text ? QString() : whyNot);
 }
 
 void Panel::setView(QWidget* view)

@@ -26,6 +26,13 @@ public:
     /// A flat button at the end of the tool row.
     QToolButton* addTool(const QString& name, const QIcon& icon, const QString& tip);
 
+    /// Says what a button does, its key, and why it is grey.
+    ///
+    /// \param key    in the user's words, or empty
+    /// \param whyNot empty for a button that can work
+    static void
+    tellTool(QToolButton& button, const QString& text, const QString& key, const QString& whyNot);
+
     void setView(QWidget* view);
 
 protected:

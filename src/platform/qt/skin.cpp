@@ -33,6 +33,7 @@ QMenu { background: {GridHeadColor}; color: {Text}; border: 1px solid {Hairline}
 QMenu::item { padding: {pad}px 28px {pad}px 10px; border-radius: 4px; min-height: {row}px; }
 QMenu::item:selected { background: {GridColorSelGotFocus}; color: {Text}; }
 QMenu::item:disabled { color: {TextDisabled}; }
+QMenu#mnuMoreResult::item:disabled { color: {Text}; }
 QMenu::icon { padding-left: 8px; }
 QMenu::indicator { width: {line}px; height: {line}px; margin-left: 6px; }
 QMenu::indicator:checked { image: url(:/style/check.svg); }
@@ -45,6 +46,7 @@ QWidget#ToolRow { background: {GridHeadColor}; border-bottom: 1px solid {Hairlin
 QWidget#StatusBar1 { background: {GridHeadColor}; border-top: 1px solid {Hairline}; }
 QWidget#StatusBar1 QLabel { color: {TextSecond}; padding: 0 12px; }
 QWidget#StatusBar1 QLabel#StatusElapsed { color: {Text}; }
+QWidget#StatusBar1 QLabel#MonitorLoudspeaker { padding: 0 0 0 10px; }
 QFrame#StatusLine { background: {Hairline}; border: none; }
 QLabel#MatchCount { color: {TextSecond}; }
 QToolButton { background: transparent; border: 1px solid transparent; border-radius: 4px;

@@ -3,6 +3,7 @@
 #include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "platform/qt/data_grid.h"
+#include "platform/qt/desktop_texts.h"
 #include "platform/qt/elided_label.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_popup.h"
@@ -15,7 +16,6 @@
 #include <QLabel>
 #include <QToolButton>
 
-#include <array>
 #include <limits>
 
 namespace melovane {
@@ -85,7 +85,7 @@ PlaylistControls PlaylistWidget::controls(Warnings& warnings)
 void PlaylistWidget::createToolBar(ctl_Playlist& logic, const ConfigObjects& texts)
 {
     if (findChild<QToolButton*>(u"all.undo"_s)) {
-        setToolTips(texts);
+        judgeTools(logic, texts);
         return;
     }
     for (const std::vector<Tool>& group : toolGroups()) {
@@ -104,33 +104,25 @@ void PlaylistWidget::createToolBar(ctl_Playlist& logic, const ConfigObjects& tex
     toolRow()->addWidget(m_name);
     toolRow()->addWidget(m_length);
     toolRow()->addSpacing(4);
+    judgeTools(logic, texts);
 }
 
-void PlaylistWidget::setToolTips(const ConfigObjects& texts)
+/// What each button does, its key, and why it is grey.
+void PlaylistWidget::judgeTools(const ctl_Playlist& logic, const ConfigObjects& texts)
 {
     for (const std::vector<Tool>& group : toolGroups()) {
         for (const Tool& tool : group) {
             if (auto* button = findChild<QToolButton*>(tool.key)) {
-                button->setToolTip(texts.text(tool.text));
-                button->setAccessibleName(texts.text(tool.text));
+                tellTool(*button, m_steps.value(tool.key, texts.text(tool.text)),
+                         nativeKeys(logic.keyOf(tool.key)), logic.whyNot(tool.key));
             }
         }
     }
 }
 
-void PlaylistWidget::showHistory(const QString& undo,
-                                 bool canUndo,
-                                 const QString& redo,
-                                 bool canRedo)
+void PlaylistWidget::showHistory(const QString& undo, const QString& redo)
 {
-    for (const auto& [key, text, on] :
-         {std::tuple{u"all.undo"_s, undo, canUndo}, std::tuple{u"all.redo"_s, redo, canRedo}}) {
-        if (auto* button = findChild<QToolButton*>(key)) {
-            button->setEnabled(on);
-            button->setToolTip(text.toHtmlEscaped());
-            button->setAccessibleName(text);
-        }
-    }
+    m_steps = {{u"all.undo"_s, undo}, {u"all.redo"_s, redo}};
 }
 
 void PlaylistWidget::showSummary(const PlaylistSummary& summary, const ConfigObjects& texts)
@@ -216,15 +208,18 @@ void PlaylistWidget::attach(ctl_Playlist& logic, const ConfigObjects& texts)
     });
     connect(&logic, &ctl_Playlist::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });
-    connect(&logic, &ctl_Playlist::toolTipsWanted, this, [this, &texts] { setToolTips(texts); });
-    connect(&logic, &ctl_Playlist::historyChanged, this, &PlaylistWidget::showHistory);
+    connect(
+        &logic, &ctl_Playlist::historyChanged, this,
+        [this](const QString& undo, bool, const QString& redo, bool) { showHistory(undo, redo); });
+    const auto judge = [this, &logic, &texts] { judgeTools(logic, texts); };
+    connect(&logic, &ctl_Playlist::toolTipsWanted, this, judge);
+    connect(&logic, &ctl_Playlist::commandsChanged, this, judge);
+    connect(m_grid, &DataGrid::emptyButtonClicked, &logic, &ctl_Playlist::emptyButtonPressed);
     connect(&logic, &ctl_Playlist::summaryChanged, this,
             [this, &texts](const PlaylistSummary& summary) { showSummary(summary, texts); });
-    connect(&logic, &ctl_Playlist::volumeIconChanged, this, [this](int step) {
-        static constexpr std::array<QStringView, 6> kPictures = {u"volume",  u"volume1", u"volume1",
-                                                                 u"volume2", u"volume",  u"volume"};
+    connect(&logic, &ctl_Playlist::volumeIconChanged, this, [this](const QString& picture) {
         if (auto* button = findChild<QToolButton*>(bus::kAllVolume.toString())) {
-            button->setIcon(m_icons.icon(kPictures[std::size_t(step)].toString()));
+            button->setIcon(m_icons.icon(picture));
         }
     });
     connect(&logic, &ctl_Playlist::jingleModeChanged, this, [this](bool on) {

@@ -5,6 +5,8 @@
 #include "platform/qt/qt_pointer.h"
 #include "playlistview/playlist.h"
 
+#include <QHash>
+
 class QLabel;
 
 namespace melovane {
@@ -32,10 +34,10 @@ public:
 
 private:
     void createToolBar(ctl_Playlist& logic, const ConfigObjects& texts);
-    void setToolTips(const ConfigObjects& texts);
+    void judgeTools(const ctl_Playlist& logic, const ConfigObjects& texts);
     void showSummary(const PlaylistSummary& summary, const ConfigObjects& texts);
     void chooseAktion(ctl_Playlist& logic, const ConfigObjects& texts);
-    void showHistory(const QString& undo, bool canUndo, const QString& redo, bool canRedo);
+    void showHistory(const QString& undo, const QString& redo);
 
     const IconSet& m_icons;
     DataGrid* m_grid;
@@ -45,6 +47,7 @@ private:
     QtPointer m_pointer;
     QtClipboard m_clipboard;
     QPoint m_contextPlace;
+    QHash<QString, QString> m_steps; ///< what the buttons of the history would do, by key
 };
 
 } // namespace melovane

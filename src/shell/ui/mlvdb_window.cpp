@@ -14,6 +14,8 @@
 #include "trees/ui/playlist_favorit_widget.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
+#include <QLineEdit>
 #include <QMenu>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -49,6 +51,15 @@ MlvdbWindow::MlvdbWindow(Skin& skin, const IconSet& icons)
     m_menus->setContextPlace([this] {
         const bool inList = focusWidget() && m_playlist->isAncestorOf(focusWidget());
         return inList ? m_playlist->contextPlace() : m_library->contextPlace();
+    });
+    m_menus->setEditPlace([this](QWidget* control) {
+        if (qobject_cast<QLineEdit*>(control)) {
+            return EditPlace::Text;
+        }
+        if (m_library->isAncestorOf(control)) {
+            return EditPlace::Library;
+        }
+        return m_playlist->isAncestorOf(control) ? EditPlace::Playlist : EditPlace::None;
     });
     const QSize room = MlvdbWindow::screenArea().size();
     resize(kFirstSize.boundedTo(room * 9 / 10));
@@ -203,6 +214,20 @@ int MlvdbWindow::windowHandle32() const
 QRect MlvdbWindow::screenArea() const
 {
     return screen()->availableGeometry();
+}
+
+QRect MlvdbWindow::screenAreaOf(const QRect& place) const
+{
+    const QScreen* best = screen();
+    int most = 0;
+    for (const QScreen* candidate : QGuiApplication::screens()) {
+        const QRect common = candidate->geometry().intersected(place);
+        if (common.width() * common.height() > most) {
+            most = common.width() * common.height();
+            best = candidate;
+        }
+    }
+    return best->availableGeometry();
 }
 
 void MlvdbWindow::bringToFront()

@@ -1,12 +1,18 @@
 #include "shell/ui/window_menu_bar.h"
 
 #include "platform/qt/icon_set.h"
+#include "shell/edit_commands.h"
 #include "shell/mlvdb.h"
 #include "shell/more_result.h"
 
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 
 namespace melovane {
 
@@ -29,6 +35,13 @@ QString usedBeside(const QAction* entry)
         }
     }
     return used;
+}
+
+/// Names a key in an entry without reacting to it.
+void showKey(QAction& entry, const QString& key)
+{
+    entry.setShortcutContext(Qt::WidgetShortcut);
+    entry.setShortcut(QKeySequence(key, QKeySequence::PortableText));
 }
 
 } // namespace
@@ -55,6 +68,35 @@ WindowMenuBar::WindowMenuBar(QMainWindow& window, const IconSet& icons)
 {
     buildBar();
     buildContextMenu();
+    buildKeys();
+}
+
+void WindowMenuBar::buildKeys()
+{
+    auto* bar = new QShortcut(Qt::Key_F10, &m_window);
+    connect(bar, &QShortcut::activated, this, [this] {
+        m_window.menuBar()->setActiveAction(m_window.menuBar()->actions().constFirst());
+    });
+    auto* row = new QShortcut(Qt::SHIFT | Qt::Key_F10, &m_window);
+    connect(row, &QShortcut::activated, this, [this] {
+        // What the menu key does: the control with the keyboard opens its menu.
+        if (QWidget* const control = m_window.focusWidget()) {
+            const QPoint middle = control->rect().center();
+            QContextMenuEvent event(QContextMenuEvent::Keyboard, middle,
+                                    control->mapToGlobal(middle));
+            QApplication::sendEvent(control, &event);
+        }
+    });
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { noteFocus(now); });
+}
+
+/// The keyboard goes to the menu bar while its menus are walked through with keys.
+void WindowMenuBar::noteFocus(QWidget* control)
+{
+    if (control != nullptr && control->window() == &m_window && control != m_window.menuBar()) {
+        m_focus = control;
+    }
 }
 
 QMenu* WindowMenuBar::addMenu(QMenu* parent, const QString& name)
@@ -74,6 +116,7 @@ void WindowMenuBar::buildBar()
         if (row.kind == MenuRow::Kind::Menu || row.kind == MenuRow::Kind::Filled) {
             QMenu* menu = addMenu(parents.last(), row.name.toString());
             menu->setIcon(m_icons.icon(row.icon.toString()));
+            connect(menu, &QMenu::aboutToShow, this, [this] { m_logic->menu().judge(); });
             parents.append(menu);
         } else {
             addRow(parents.last(), row);
@@ -90,11 +133,15 @@ void WindowMenuBar::addRow(QMenu* parent, const MenuRow& row)
     }
     QAction* entry = parent->addAction(m_icons.icon(row.icon.toString()), QString());
     entry->setObjectName(row.name.toString());
-    entry->setShortcut(QKeySequence(row.shortcut.toString()));
     entry->setCheckable(row.kind == MenuRow::Kind::Check);
-    entry->setEnabled(!row.isLater());
     // Table rows stay where they are as long as the program runs.
     connect(entry, &QAction::triggered, this, [this, &row] { m_logic->menu().clicked(row); });
+    showKey(*entry, row.shortcut.toString());
+    if (!row.shortcut.isEmpty()) {
+        // Not the entry's own: it is as grey as it was when the menu was last seen.
+        auto* key = new QShortcut(QKeySequence(row.shortcut.toString()), &m_window);
+        connect(key, &QShortcut::activated, this, [this, &row] { m_logic->menu().clicked(row); });
+    }
 }
 
 void WindowMenuBar::buildContextMenu()
@@ -119,6 +166,27 @@ void WindowMenuBar::buildContextMenu()
         }
         entry->setIcon(m_icons.icon(row.icon.toString()));
         entry->setObjectName(u"mnuPOPDBGRID_%1"_s.arg(row.index));
+    }
+    buildEditRows();
+}
+
+/// What the views' own rows can be made to do, below what the suite's menu has.
+void WindowMenuBar::buildEditRows()
+{
+    m_context->addSeparator();
+    for (const EditRow& row : editRows()) {
+        QAction* entry = m_context->addAction(m_icons.icon(row.icon.toString()), QString());
+        entry->setObjectName(rowEntryName(row.name));
+        connect(entry, &QAction::triggered, this,
+                [this, tag = row.name.toString()] { m_logic->contextMenu().clicked(tag); });
+    }
+    m_context->addSeparator();
+    for (const auto& [name, icon] :
+         {std::pair{kRatingMenu, u"star"_s}, std::pair{kPlayActionMenu, u"mix"_s}}) {
+        QMenu* menu = m_context->addMenu(m_icons.icon(icon), QString());
+        menu->setObjectName(name.toString());
+        menu->menuAction()->setObjectName(name.toString());
+        menu->setToolTipsVisible(true);
     }
 }
 
@@ -159,6 +227,85 @@ void WindowMenuBar::setChecked(const QString& name, bool checked)
     }
 }
 
+void WindowMenuBar::setEnabled(const QString& name, bool enabled, const QString& toolTip)
+{
+    if (QAction* entry = find(name)) {
+        entry->setEnabled(enabled);
+        entry->setToolTip(toolTip);
+    }
+}
+
+void WindowMenuBar::setVisible(const QString& name, bool visible)
+{
+    if (QAction* entry = find(name)) {
+        entry->setVisible(visible);
+    }
+}
+
+void WindowMenuBar::setKey(const QString& name, const QString& key)
+{
+    if (QAction* entry = find(name)) {
+        showKey(*entry, key);
+    }
+}
+
+void WindowMenuBar::setChoices(const QString& menu, const std::vector<MenuChoice>& choices)
+{
+    auto* const into = m_context->findChild<QMenu*>(menu);
+    if (into == nullptr) {
+        return;
+    }
+    into->clear();
+    for (const MenuChoice& choice : choices) {
+        QAction* entry = into->addAction(choice.caption);
+        entry->setObjectName(choice.tag);
+        entry->setCheckable(choice.checked);
+        entry->setChecked(choice.checked);
+        showKey(*entry, choice.key);
+        connect(entry, &QAction::triggered, this,
+                [this, tag = choice.tag] { m_logic->contextMenu().clicked(tag); });
+    }
+}
+
+EditPlace WindowMenuBar::editPlace() const
+{
+    return m_focus && m_editPlace ? m_editPlace(m_focus) : EditPlace::None;
+}
+
+bool WindowMenuBar::canEditText(QStringView name) const
+{
+    const auto* const line = qobject_cast<QLineEdit*>(m_focus);
+    if (line == nullptr) {
+        return false;
+    }
+    if (name == u"mnuPaste") {
+        return !QApplication::clipboard()->text().isEmpty();
+    }
+    if (name == u"mnuSelectAll") {
+        return !line->text().isEmpty();
+    }
+    return name != u"mnuPasteAppend" && line->hasSelectedText();
+}
+
+void WindowMenuBar::editText(QStringView name)
+{
+    auto* const line = qobject_cast<QLineEdit*>(m_focus);
+    if (line == nullptr) {
+        return;
+    }
+    if (name == u"mnuCut") {
+        line->cut();
+    } else if (name == u"mnuCopy") {
+        line->copy();
+    } else if (name == u"mnuPaste") {
+        line->paste();
+    } else if (name == u"mnuSelectAll") {
+        line->selectAll();
+    } else if (name == u"mnuDelete") {
+        line->del();
+    }
+}
+
 void WindowMenuBar::setPlugIns(const std::vector<PlugInEntry>& entries)
 {
     m_plugIns->clear();
@@ -192,6 +339,10 @@ void WindowMenuBar::fillMoreResult(const std::vector<MoreResultEntry>& entries)
         action->setObjectName(u"mnuMoreResult_%1"_s.arg(index++));
         action->setVisible(entry.visible);
         action->setEnabled(entry.kind == MoreResultEntry::Kind::Search);
+        // A heading is no entry that waits for something: it is as readable as the rest.
+        QFont font = m_moreResult->font();
+        font.setBold(entry.kind != MoreResultEntry::Kind::Search);
+        action->setFont(font);
         connect(action, &QAction::triggered, this, [this, tag = entry.tag, text = entry.caption] {
             m_logic->contextMenu().moreResultClicked(tag, text);
         });

@@ -3,6 +3,7 @@
 #include "shell/window_menus.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <functional>
 
@@ -32,17 +33,34 @@ public:
     /// \param place where a context menu that the keyboard or mouse has asked for is to open
     void setContextPlace(std::function<QPoint()> place) { m_contextPlace = std::move(place); }
 
+    /// \param place what the control with the keyboard belongs to; asked for the last one that was
+    ///        none of the menu bar's, and never for null
+    void setEditPlace(std::function<EditPlace(QWidget* control)> place)
+    {
+        m_editPlace = std::move(place);
+    }
+
     /// A menu whose entries are made at run time, such as `mnuSkin`.
     [[nodiscard]] QMenu* filledMenu(const QString& name) const;
 
     void setText(const QString& name, const QString& caption, const QString& toolTip) override;
     void setChecked(const QString& name, bool checked) override;
+    void setEnabled(const QString& name, bool enabled, const QString& toolTip) override;
+    void setVisible(const QString& name, bool visible) override;
+    void setKey(const QString& name, const QString& key) override;
+    void setChoices(const QString& menu, const std::vector<MenuChoice>& choices) override;
+    [[nodiscard]] EditPlace editPlace() const override;
+    [[nodiscard]] bool canEditText(QStringView name) const override;
+    void editText(QStringView name) override;
     void setPlugIns(const std::vector<PlugInEntry>& entries) override;
     void showContextMenu(const std::vector<MoreResultEntry>& more) override;
 
 private:
     void buildBar();
     void buildContextMenu();
+    void buildEditRows();
+    void buildKeys();
+    void noteFocus(QWidget* control);
     void addRow(QMenu* parent, const MenuRow& row);
     QMenu* addMenu(QMenu* parent, const QString& name);
     void fillMoreResult(const std::vector<MoreResultEntry>& entries);
@@ -55,6 +73,8 @@ private:
     QMenu* m_context = nullptr; ///< `popupDBGRID`
     QMenu* m_moreResult = nullptr;
     std::function<QPoint()> m_contextPlace;
+    std::function<EditPlace(QWidget* control)> m_editPlace;
+    QPointer<QWidget> m_focus; ///< the last control of the window with the keyboard, but the bar
 };
 
 /// The caption with an accelerator before the first letter whose upper case form is not in `used`,

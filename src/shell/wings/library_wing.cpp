@@ -31,7 +31,8 @@ LibraryWing::LibraryWing(Machine& machine, Desk& room, SuiteWing& suite, ListsWi
                 [&suite, &lists](const QString& fid) {
                     suite.sampleTool.edit(lists.functions.GetPlaylistDetailByFID(fid),
                                           suite.playlistMessage->handle());
-                }})
+                },
+            .world = suite.world(machine)})
 {}
 
 LibraryCommands LibraryWing::commands()
@@ -49,7 +50,10 @@ LibraryCommands LibraryWing::commands()
             .findAll =
                 [this](const QString& text) {
                     view.FindTreeValue({u"allfind"_s, {}, text}, true);
-                }};
+                },
+            .press = [this](const QString& key) { view.toolPressed(key); },
+            .whyNot = [this](QStringView key, bool needsRow) { return view.whyNot(key, needsRow); },
+            .rate = [this](int rating) { view.digitPressed(rating); }};
 }
 
 bool LibraryWing::editLayout()

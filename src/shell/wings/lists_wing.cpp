@@ -29,6 +29,9 @@ ListsWing::ListsWing(Machine& machine, SuiteWing& suite)
     history.setBegunAnew([&machine, &suite](const QString& kept) {
         suite.showStatusText(machine.texts.text(u"history.anew", kept));
     });
+    machine.data.whenKeptAside = [&machine, &suite](const QString& kept) {
+        suite.showStatusText(machine.texts.text(u"sidefile.anew", kept));
+    };
 }
 
 } // namespace melovane

@@ -14,6 +14,8 @@
 #include "shell/wings/trees_wing.h"
 #include "trees/ui/playlist_favorit_widget.h"
 
+#include <QApplication>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -45,7 +47,8 @@ MlvdbParts MainWing::windowParts()
             .library = below.library.commands(),
             .playlist = below.playlist.commands(),
             .dialogs = dialogs(),
-            .log = machine.log()};
+            .log = machine.log(),
+            .isReadOnly = suite.world(machine).isReadOnly};
 }
 
 WindowDialogs MainWing::dialogs()
@@ -95,6 +98,11 @@ void MainWing::connectViews()
                      [this](const QString& undo, bool, const QString& redo, bool) {
                          window.menu().setHistoryTexts(undo, redo);
                      });
+    // Programs come and go while other windows are used.
+    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &desk.window, [this] {
+        below.library.view.judgeCommands();
+        below.playlist.view.judgeCommands();
+    });
     below.playlist.hearSampleTool(window.guard());
     below.sound.monitor.setOnHeard([this](const HeardTrack& track) {
         window.showHeardTitle(track.title);

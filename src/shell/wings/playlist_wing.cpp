@@ -18,9 +18,34 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-PlaylistWing::PlaylistWing(const Below& wings, std::function<GroupId()> importGroup)
+namespace {
+
+/// A line of the log of imports and exports.
+void logImport(Machine& machine, int code, const QString& source, const QString& what)
+{
+    M3uErrors errors(machine.files, {machine.paths.programFolder(), machine.paths.GetConfigPath()},
+                     machine.clock);
+    errors.add(code, source, what);
+}
+
+} // namespace
+
+std::vector<PlayAction> playActionsOf(const ctl_Playlist& view)
+{
+    std::vector<PlayAction> result;
+    const int present = view.currentAktion();
+    for (const int action : view.aktionChoices()) {
+        if (const AktionLook* const look = aktionLook(action)) {
+            result.push_back({action, look->key.toString(), action == present});
+        }
+    }
+    return result;
+}
+
+PlaylistWing::PlaylistWing(const Below& wings, TreeActions treeActions)
     : below(wings)
-    , listFiles(listFileParts(std::move(importGroup)))
+    , tree(std::move(treeActions))
+    , listFiles(listFileParts())
     , drops({.engine = *wings.machine.engine,
              .settings = wings.machine.settings,
              .texts = wings.machine.texts,
@@ -28,13 +53,17 @@ PlaylistWing::PlaylistWing(const Below& wings, std::function<GroupId()> importGr
              .reader = wings.lists.tagReader,
              .clock = wings.machine.clock,
              .pointer = wings.desk.pointer,
-             .showStatusText = [this](const QString& text) { below.suite.showStatusText(text); }})
+             .showStatusText = [this](const QString& text) { below.suite.showStatusText(text); },
+             .logRefusal =
+                 [&machine = wings.machine](const Refusal& refusal) {
+                     logImport(machine, refusal.code, u"Drop"_s, refusal.path);
+                 }})
     , view(viewParts(), wings.desk.window.playlist().controls(wings.desk.warnings), viewActions())
     , exportForm(wings.desk.icons, wings.machine.texts)
     , exports(exportParts())
 {}
 
-M3uCommandParts PlaylistWing::listFileParts(std::function<GroupId()> importGroup)
+M3uCommandParts PlaylistWing::listFileParts()
 {
     const Machine& machine = below.machine;
     return {.m3u = below.lists.m3u,
@@ -49,7 +78,7 @@ M3uCommandParts PlaylistWing::listFileParts(std::function<GroupId()> importGroup
                     return std::make_unique<ProgressDialog>(title,
                                                             machine.texts.text(u"m3u.cancel"_s));
                 },
-            .targetGroup = std::move(importGroup),
+            .targetGroup = tree.importGroup,
             .openFile =
                 [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }};
 }
@@ -78,10 +107,7 @@ PlaylistActions PlaylistWing::viewActions()
                 [this](const QString& cmd, const QString& fid, const QString& plid) {
                     below.suite.commands.findTempo(cmd, fid, plid);
                 },
-            .monitorStep =
-                [this](int direction) {
-                    below.sound.monitor.run(direction < 0 ? u"play.zur" : u"play.vor", {});
-                },
+            .monitorFrame = [this] { return below.sound.monitor.positionFrames(); },
             .locate = [this](const QString& file) { return below.machine.locator.placeOf(file); },
             .isFolder =
                 [this](const QString& place) { return below.machine.files.folderExists(place); },
@@ -101,7 +127,9 @@ PlaylistActions PlaylistWing::viewActions()
             .cuesOf =
                 [this](const QString& file, int withinMs, int loudness) {
                     return below.sound.cueFinder.find(file, withinMs, loudness);
-                }};
+                },
+            .newList = tree.newList,
+            .world = below.suite.world(below.machine)};
 }
 
 KopieParts PlaylistWing::exportParts()
@@ -116,11 +144,16 @@ KopieParts PlaylistWing::exportParts()
             .texts = machine.texts,
             .warnings = below.desk.warnings,
             .form = exportForm,
-            .logFailure = [&machine](int code, const QString& what) {
+            .logFailures = [&machine](const std::vector<ExportFault>& faults) {
                 M3uErrors errors(machine.files,
                                  {machine.paths.programFolder(), machine.paths.GetConfigPath()},
                                  machine.clock);
-                errors.add(code, u"SavePlaylist"_s, what);
+                for (const ExportFault& fault : faults) {
+                    errors.add(fault.code, u"SavePlaylist"_s, fault.what);
+                }
+                // Where it can be written is known when it was.
+                errors.flush();
+                return errors.file();
             }};
 }
 
@@ -133,7 +166,12 @@ PlaylistCommands PlaylistWing::commands()
             .undo = [this] { view.undo(); },
             .redo = [this] { view.redo(); },
             .importLists = [this] { listFiles.importLists(); },
-            .saveActive = [this] { listFiles.saveList(view.listOfCommands()); }};
+            .saveActive = [this] { listFiles.saveList(view.listOfCommands()); },
+            .press = [this](const QString& key) { view.toolPressed(key); },
+            .whyNot = [this](QStringView key, bool needsRow) { return view.whyNot(key, needsRow); },
+            .rate = [this](int rating) { view.digitPressed(rating); },
+            .playActions = [this] { return playActionsOf(view); },
+            .setPlayAction = [this](int action) { view.setAktion(action); }};
 }
 
 bool PlaylistWing::editLayout()

@@ -30,8 +30,14 @@ struct PlaylistWing
         LibraryWing& library;
     };
 
-    /// \param importGroup the group that imported lists go into
-    PlaylistWing(const Below& below, std::function<GroupId()> importGroup);
+    /// What the view has the tree of lists do, which is made behind it.
+    struct TreeActions
+    {
+        std::function<GroupId()> importGroup; ///< the group that imported lists go into
+        std::function<void()> newList;        ///< makes a list and opens it
+    };
+
+    PlaylistWing(const Below& below, TreeActions tree);
 
     /// What the main window asks of the view.
     [[nodiscard]] PlaylistCommands commands();
@@ -46,6 +52,7 @@ struct PlaylistWing
     void hearSampleTool(const EventGuard& guard);
 
     Below below;
+    TreeActions tree;
     M3uCommands listFiles;
     DropCommands drops;
     ctl_Playlist view;
@@ -53,10 +60,13 @@ struct PlaylistWing
     frmKopieFile exports;
 
 private:
-    [[nodiscard]] M3uCommandParts listFileParts(std::function<GroupId()> importGroup);
+    [[nodiscard]] M3uCommandParts listFileParts();
     [[nodiscard]] PlaylistViewParts viewParts();
     [[nodiscard]] PlaylistActions viewActions();
     [[nodiscard]] KopieParts exportParts();
 };
+
+/// The play actions for the current entry of the view.
+[[nodiscard]] std::vector<PlayAction> playActionsOf(const ctl_Playlist& view);
 
 } // namespace melovane

@@ -1,5 +1,6 @@
 #include "shell/wings/sound_wing.h"
 
+#include "bus/message_names.h"
 #include "platform/qt/monitor_bars.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/machine.h"
@@ -20,8 +21,12 @@ SoundWing::SoundWing(Machine& machine, Desk& desk, SuiteWing& suite)
                .loop = machine.loop,
                .GetAllDataByFid =
                    [&machine](const QString& fid) { return machine.data.GetAllDataByFid(fid); },
-               .StopOtherMonitors = [&suite] { suite.suite.StopOtherMonitors(); },
-               .showStatusText = [&suite](const QString& text) { suite.showStatusText(text); }})
+               .StopOtherMonitors = [&suite] { return suite.suite.StopOtherMonitors(); },
+               .showStatusText = [&suite](const QString& text) { suite.showStatusText(text); },
+               .volumeChanged =
+                   [&suite](int volume) {
+                       suite.sender.SendMessage(bus::kVolumeMonitorChangeIcon, volume);
+                   }})
 {
     MonitorBars& bars = desk.window.monitor();
     QObject::connect(&bars, &MonitorBars::placePicked, &bars,
@@ -30,6 +35,10 @@ SoundWing::SoundWing(Machine& machine, Desk& desk, SuiteWing& suite)
                      [this](double ms) { monitor.offerPlace(ms); });
     QObject::connect(&bars, &MonitorBars::moveWanted, &bars,
                      [this](double ms) { monitor.seekBy(ms); });
+    QObject::connect(&bars, &MonitorBars::volumePicked, &bars,
+                     [this](int volume) { monitor.chooseVolume(volume); });
+    QObject::connect(&bars, &MonitorBars::volumeStepped, &bars,
+                     [this](int steps) { monitor.changeVolume(steps); });
 }
 
 } // namespace melovane

@@ -5,6 +5,7 @@
 #include "shell/sample_tool.h"
 #include "shell/sibling_commands.h"
 #include "shell/sibling_control.h"
+#include "views/command_gate.h"
 
 #include <memory>
 
@@ -23,6 +24,9 @@ struct SuiteWing
     /// Where operations that stay quiet tell their failures when a user waits for what they do: the
     /// log and the status line.
     [[nodiscard]] ErrorSink toUser(Machine& machine);
+
+    /// What commands find around the views: programs, the player, the library.
+    [[nodiscard]] CommandWorld world(const Machine& machine);
 
     MLVMessageBus bus;
     BusSender sender;                           ///< in the name of the main window

@@ -7,6 +7,8 @@
 #include "shell/wings/suite_wing.h"
 #include "trees/ui/playlist_favorit_widget.h"
 
+#include <QFileInfo>
+
 namespace melovane {
 
 TreesWing::TreesWing(Machine& machine,
@@ -26,6 +28,9 @@ TreesWing::TreesWing(Machine& machine,
                .popup = desk.popup,
                .sink = suite.toUser(machine),
                .openList = [&playlist] { return playlist.view.GetPNID(); },
+               .mayWrite = [&machine] { return QFileInfo(machine.settings.DbName()).isWritable(); },
+               .append = [&playlist](const QString& dragText,
+                                     Pnid list) { playlist.view.append(dragText, list); },
                .showDetails = [this](Pnid list) { figures.Show(list); },
                .saveList = [&playlist](Pnid list) { playlist.listFiles.saveList(list); }},
               desk.window.lists().tree())

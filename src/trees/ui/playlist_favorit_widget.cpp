@@ -44,6 +44,7 @@ void PlaylistFavoritWidget::attach(PlaylistFavorit& logic, const ConfigObjects& 
         logic.contextMenu(row);
     });
     connect(m_tree, &OutlineTree::handLeft, &logic, &PlaylistFavorit::handLeft);
+    m_tree->setDropTarget(logic.drops());
     connect(m_tree, &OutlineTree::rowDropped, &logic, &PlaylistFavorit::rowDropped);
     connect(&logic, &PlaylistFavorit::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });

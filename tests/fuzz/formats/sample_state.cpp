@@ -16,7 +16,7 @@ QString check(const QByteArray& bytes)
     static const Scratch scratch;
     static LinuxFiles files;
     scratch.file(kName, bytes);
-    KivInterface state(files, scratch.folder());
+    KivInterface state(files, scratch.folder(), scratch.folder());
     state.KivLoad();
     for (const QString& text :
          {state.FID, state.DName, state.file, state.Interpret, state.Titel, state.Path}) {
@@ -28,7 +28,7 @@ QString check(const QByteArray& bytes)
     state.FID = u"800000000001"_s;
     state.KivSave();
     const QByteArray written = scratch.read(kName);
-    KivInterface again(files, scratch.folder());
+    KivInterface again(files, scratch.folder(), scratch.folder());
     again.KivLoad();
     again.KivSave();
     return scratch.read(kName) == written
@@ -40,7 +40,7 @@ std::vector<QByteArray> seeds()
 {
     const Scratch scratch;
     LinuxFiles files;
-    KivInterface state(files, scratch.folder());
+    KivInterface state(files, scratch.folder(), scratch.folder());
     state.KivSave();
     const QByteArray empty = scratch.read(kName);
     state.FID = u"800000000001"_s;

@@ -132,6 +132,53 @@ TEST_F(MonitorBarsTest, TheSeekBarIsThereWhileItPlaysAndHandsTheKeyboardOn)
     EXPECT_EQ(status.focusWidget(), &volume);
 }
 
+TEST_F(MonitorBarsTest, TheWheelOverEitherBarChangesTheVolume)
+{
+    QSignalSpy stepped(bars, &MonitorBars::volumeStepped);
+    turnWheel(seek, 1);
+    turnWheel(volume, -2);
+    ASSERT_EQ(stepped.size(), 2);
+    EXPECT_EQ(stepped[0][0].toInt(), 1);
+    EXPECT_EQ(stepped[1][0].toInt(), -2);
+    EXPECT_EQ(seek.value(), 60'000);
+}
+
+TEST_F(MonitorBarsTest, TheVolumeIsDraggedAndComesBackWithEscape)
+{
+    bars->showVolume(7500);
+    QSignalSpy picked(bars, &MonitorBars::volumePicked);
+    QTest::mousePress(&volume, Qt::LeftButton, {}, at(volume, 0.5));
+    EXPECT_NEAR(picked.last()[0].toInt(), 5000, 200);
+    QTest::keyClick(&volume, Qt::Key_Escape);
+    EXPECT_EQ(picked.last()[0].toInt(), 7500);
+    QTest::mouseRelease(&volume, Qt::LeftButton, {}, at(volume, 0.5));
+    QTest::mouseClick(&volume, Qt::LeftButton, {}, at(volume, 1));
+    EXPECT_EQ(picked.last()[0].toInt(), 10'000);
+}
+
+TEST_F(MonitorBarsTest, ArrowKeysInTheBarsAndF7AndF8FromAnywhereChangeTheVolume)
+{
+    QSignalSpy stepped(bars, &MonitorBars::volumeStepped);
+    QTest::keyClick(&seek, Qt::Key_Up);
+    QTest::keyClick(&volume, Qt::Key_Down);
+    QTest::keyClick(&volume, Qt::Key_Right);
+    QTest::keyClick(&volume, Qt::Key_PageDown);
+    status.activateWindow();
+    QTest::keyClick(&status, Qt::Key_F7);
+    QTest::keyClick(&status, Qt::Key_F8);
+    QList<int> steps;
+    for (const auto& call : stepped) {
+        steps.append(call[0].toInt());
+    }
+    EXPECT_EQ(steps, (QList<int>{1, -1, 1, -4, -1, 1}));
+    QSignalSpy picked(bars, &MonitorBars::volumePicked);
+    QTest::keyClick(&volume, Qt::Key_Home);
+    QTest::keyClick(&volume, Qt::Key_End);
+    ASSERT_EQ(picked.size(), 2);
+    EXPECT_EQ(picked[0][0].toInt(), 0);
+    EXPECT_EQ(picked[1][0].toInt(), 10'000);
+}
+
 TEST_F(MonitorBarsTest, BothBarsSayWhatTheyAreAndWhichKeysTheyTake)
 {
     for (const auto& [bar, name, tip] : {std::tuple{&seek, u"Stelle"_s, u"Pfeile 5 s"_s},

@@ -1,0 +1,187 @@
+#include "views/command_gate.h"
+
+#include "config/config_objects.h"
+#include "config/global_settings.h"
+#include "config/key_names.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// What a command needs; added.
+enum Need : unsigned
+{
+    kLibrary = 1,   ///< that no other program has it
+    kWriting = 2,   ///< that it can be written, too
+    kRow = 4,       ///< a current row
+    kList = 8,      ///< an open playlist
+    kUnlocked = 16, ///< that may be changed
+    kPlayer = 32,   ///< the player
+    kUndo = 64,     ///< a step to take back
+    kRedo = 128,    ///< a step to do again
+};
+
+constexpr unsigned kWrites = kLibrary | kWriting;
+constexpr unsigned kEditsList = kWrites | kList | kUnlocked;
+
+struct Command
+{
+    QStringView name;
+    unsigned needs;
+    QStringView program = {};
+};
+
+constexpr Command kCommands[] = {
+    // Menu bar.
+    {u"mnuConfig", 0, u"mlvconfig"},
+    {u"mnuImpMP3_0", kWrites, u"mediaintake"},
+    {u"mnuImpMP3_1", kWrites, u"tagbench"},
+    {u"mnuImpMP3_2", kWrites, u"mediaintake"},
+    {u"mnuImpPlaylistBas", kWrites},
+    {u"mnuExpPlaylistBas", kLibrary, u"Task.StorePlaylists"},
+    {u"mnuAktivePlaylist", kLibrary},
+    {u"mnuAktivePlaystFiles", kLibrary},
+    {u"mnuDelDayCount", kWrites},
+    {u"mnuViewDel", kLibrary},
+    {u"mnuNoExistAnzeigen", kLibrary},
+    {u"mnuToDatei", kWrites, u"Task.WriteTags"},
+    {u"mnuRefreshTree", kLibrary, u"Task.RebuildTree"},
+    // Tool bars and row menus.
+    {u"all.import", kWrites, u"mediaintake"},
+    {u"all.undo", kWrites | kUndo},
+    {u"all.redo", kWrites | kRedo},
+    {u"all.copy", kRow},
+    {u"all.db.insert", kWrites | kRow},
+    {u"all.db.append", kWrites | kRow},
+    {u"all.delete", kEditsList | kRow},
+    {u"all.clip.cut", kEditsList | kRow},
+    {u"all.clip.insert", kEditsList},
+    {u"all.clip.append", kEditsList},
+    {u"playlist.jingle.loop", kEditsList | kRow},
+    {u"note", kEditsList | kRow},
+    {u"aktion", kEditsList | kRow},
+    {u"all.book", kWrites | kRow, u"tagbench"},
+    {u"all.sample", kLibrary | kRow, u"Melovanekiv"},
+    {u"all.volume", 0, u"LevelPanel"},
+    {u"play_next", kRow | kPlayer},
+    {u"play_sofort", kRow | kPlayer},
+    {u"play.next", kRow | kPlayer},
+    {u"play.sofort", kRow | kPlayer},
+    {u"mark.for.edit", kWrites},
+    {u"show.tageditor", kWrites, u"tagbench"},
+    {u"show.melovane.kiv", kLibrary, u"Melovanekiv"},
+    {u"BeatGauge.Menu.Click", kWrites, u"beatgauge"},
+    {u"BeatGauge.Menu.Manuell.Click", kWrites, u"beatgauge"},
+};
+
+struct Key
+{
+    QStringView command;
+    QStringView binding;    ///< of the user
+    QStringView fixed = {}; ///< of a command that none can be bound to
+};
+
+constexpr Key kKeys[] = {
+    {u"play.start", u"PLPLMonitorPlay"},
+    {u"play", u"PLPLMonitorPlay"},
+    {u"play.center", u"PLPLMonitorPlayCenter"},
+    {u"play.stop", u"PLPLMonitorStop"},
+    {u"stop", u"PLPLMonitorStop"},
+    {u"all.data.select", u"DBSelall"},
+    {u"mnuSelectAll", u"DBSelall"},
+    {u"all.copy", u"DBKopie"},
+    {u"mnuCopy", u"DBKopie"},
+    {u"all.db.insert", u"DBInsert"},
+    {u"all.clip.insert", u"DBInsert"},
+    {u"mnuPaste", u"DBInsert"},
+    {u"all.db.append", u"DBAppend"},
+    {u"all.clip.append", u"DBAppend"},
+    {u"mnuPasteAppend", u"DBAppend"},
+    {u"play.next", u"DBALLNEXTPLAY"},
+    {u"play.sofort", u"DBALLSOFORTPLAY"},
+    {u"all.clip.cut", {}, u"Ctrl+X"},
+    {u"all.delete", {}, u"Del"},
+    {u"mnuDelete", {}, u"Del"},
+    {u"all.undo", {}, u"Ctrl+Z"},
+    {u"all.redo", {}, u"Ctrl+Shift+Z"},
+    {u"all.import", {}, u"Ctrl+I"},
+};
+
+} // namespace
+
+CommandGate::CommandGate(const ConfigObjects& texts, CommandWorld world)
+    : m_texts(texts)
+    , m_world(std::move(world))
+{}
+
+QString CommandGate::missing(QStringView program) const
+{
+    const QString name = program.toString();
+    const QString known = m_texts.text(u"command.missing."_s + name);
+    return known.isEmpty() ? m_texts.text(u"status.sibling.missing"_s, name) : known;
+}
+
+QString CommandGate::whyNot(QStringView name, const CommandPlace& place) const
+{
+    const auto* const command =
+        std::find_if(std::begin(kCommands), std::end(kCommands),
+                     [name](const Command& entry) { return entry.name == name; });
+    if (command == std::end(kCommands)) {
+        return {};
+    }
+    const auto needs = [command](unsigned need) { return (command->needs & need) != 0; };
+    if (!command->program.isEmpty() && !m_world.isInstalled(command->program.toString())) {
+        return missing(command->program);
+    }
+    // What no click of the user can change comes first.
+    if (needs(kLibrary) && place.isLent) {
+        return m_texts.text(u"library.lent.title"_s);
+    }
+    if (needs(kWriting) && m_world.isReadOnly()) {
+        return m_texts.text(u"library.readonly"_s);
+    }
+    if (needs(kList) && !place.hasList) {
+        return m_texts.text(u"playlist.none.title"_s);
+    }
+    if (needs(kUnlocked) && place.isLocked) {
+        return m_texts.text(u"playlist.norows.locked"_s);
+    }
+    if (needs(kUndo) && !place.canUndo) {
+        return m_texts.text(u"history.undo.nothing"_s);
+    }
+    if (needs(kRedo) && !place.canRedo) {
+        return m_texts.text(u"history.redo.nothing"_s);
+    }
+    if (needs(kRow) && !place.hasRow) {
+        return m_texts.text(u"command.norow"_s);
+    }
+    if (needs(kPlayer) && !m_world.isPlayerThere()) {
+        return m_texts.text(u"status.player.missing"_s);
+    }
+    return {};
+}
+
+QString commandKey(GlobalSettings& settings, QStringView command)
+{
+    const auto* const key = std::find_if(std::begin(kKeys), std::end(kKeys),
+                                         [command](const Key& k) { return k.command == command; });
+    if (key == std::end(kKeys)) {
+        return {};
+    }
+    if (key->binding.isEmpty()) {
+        return key->fixed.toString();
+    }
+    for (const Tasten& binding : settings.TastenAll()) {
+        if (binding.Id == key->binding) {
+            return portableKeys(binding.KeyName);
+        }
+    }
+    return {};
+}
+
+} // namespace melovane
