@@ -124,7 +124,7 @@ bool hasKey(const QStringList& arguments)
 
 TEST(ContractWithoutCaller, EachNameStandsWhereThePageSaysOrIsAbsentThere)
 {
-    const std::vector<Row> rows = rowsOf(textOf(kRoot + u"../docs/contract-without-caller.md"));
+    const std::vector<Row> rows = rowsOf(textOf(kRoot + u"../docs/contract-without-caller.md"_s));
     ASSERT_GT(rows.size(), 30U);
     for (const Row& row : rows) {
         EXPECT_TRUE(holds(row, sources())) << row.name.toStdString();
