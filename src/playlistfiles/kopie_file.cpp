@@ -63,8 +63,16 @@ frmKopieFile::frmKopieFile(KopieParts parts)
     , m_export(m_parts.exports, [this](const QString& name, qint64 position, qint64 count) {
         log(u"Copy: ( %1 / %2 ) --> "_s.arg(position).arg(count) + name);
         m_parts.form.setProgress(position, count);
+        tellProgress(name, position, count);
     })
 {}
+
+void frmKopieFile::tellProgress(const QString& name, qint64 position, qint64 count)
+{
+    if (m_parts.progressSave) {
+        m_parts.progressSave(name, position, count);
+    }
+}
 
 void frmKopieFile::Show()
 {
@@ -217,6 +225,7 @@ void frmKopieFile::runExport()
         m_parts.logFailures({{importerror::kDatabase, failure}});
     }
     m_running = false;
+    tellProgress({}, 0, 0);
     m_parts.form.setRunning(false);
     logSection(m_parts.texts.text(u"meldExpEnd"));
     noteFolder();
