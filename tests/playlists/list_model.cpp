@@ -70,6 +70,7 @@ enum Foreign
     kAppends,
     kRemoves,
     kMovesToTheEnd,
+    kSwapsWithTheFirst,
     kForeignChanges
 };
 
@@ -150,12 +151,16 @@ std::vector<ListModel::Entry> ListModel::entriesOf(int list) const
 
 Kind ListModel::randomKind(std::mt19937& random, Others others) const
 {
-    // What is taken back, changed by others and then done once more is rare by chance alone.
+    // A move that is taken back, and what is taken back, changed by others and then done once more,
+    // are rare by chance alone.
     if (others == Others::Write && m_lastKind == Kind::Undo && below(random, 3) == 0) {
         return Kind::Foreign;
     }
-    if (m_lastKind == Kind::Foreign && !m_redo.empty() && below(random, 2) == 0) {
-        return Kind::Redo;
+    if (m_lastKind == Kind::Move && !m_undo.empty() && below(random, 2) == 0) {
+        return Kind::Undo;
+    }
+    if (m_lastKind == Kind::Foreign && below(random, 2) == 0) {
+        return m_redo.empty() ? Kind::Undo : Kind::Redo;
     }
     const auto kind = Kind(below(random, others == Others::Write ? 11 : 10));
     const bool isLast = m_lists.size() < 2;
@@ -300,6 +305,12 @@ void ListModel::writeElsewhere(const ModelStep& step)
             entry.sid = next;
         }
     }
+    const auto self = std::find_if(list.begin(), list.end(), [&](const Entry& entry) {
+        return entry.plid == step.ids.first();
+    });
+    if (step.position == kSwapsWithTheFirst && self != list.end()) {
+        std::swap(self->sid, list.front().sid);
+    }
     if (step.position == kAppends) {
         list.push_back({0, next, 1});
     } else if (step.position == kRemoves) {
@@ -416,6 +427,20 @@ void ListModel::edit(const ModelStep& step)
 
 namespace {
 
+void swapWithTheFirst(Database& database, const QString& list, const QString& entry)
+{
+    const auto self = database.OpenRecordset(u"select sid from pl_all"_s + entry);
+    const auto first = database.OpenRecordset(
+        u"select top 1 plid, sid from pl_all where pnid=%1 order by sid, plid desc"_s.arg(list));
+    if (!self->Eof()) {
+        const QString plid = first->value(0).toText();
+        const QString sid = first->value(1).toText();
+        database.Execute(
+            u"update pl_all set sid=%1 where plid=%2"_s.arg(self->value(0).toText(), plid));
+        database.Execute(u"update pl_all set sid=%1"_s.arg(sid) + entry);
+    }
+}
+
 void writeElsewhere(Database& database, const ModelStep& step)
 {
     Transaction change(database);
@@ -431,8 +456,10 @@ void writeElsewhere(Database& database, const ModelStep& step)
                 kFirstTrack + 1));
     } else if (step.position == kRemoves) {
         database.Execute(u"delete from pl_all"_s + entry);
-    } else {
+    } else if (step.position == kMovesToTheEnd) {
         database.Execute(u"update pl_all set sid=%1"_s.arg(next) + entry);
+    } else {
+        swapWithTheFirst(database, list, entry);
     }
     const QString count =
         database.OpenRecordset(u"select count(*) from pl_all where pnid="_s + list)

@@ -1,3 +1,4 @@
+#include "platform/linux/file_writing.h"
 #include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/system_names.h"
@@ -469,6 +470,16 @@ TEST_F(RealFiles, AFailureInTheMiddleLeavesTheTargetUntouchedAndNothingBehind)
     }
     EXPECT_EQ(folder.read(u"a"_s), "old");
     EXPECT_EQ(everything(), (QStringList{u"a"_s, u"large"_s}));
+}
+
+TEST_F(RealFiles, AFileThatCannotTakeItsPlaceAtTheEndLeavesNothingBesideIt)
+{
+    {
+        linuxfiles::Replacement late(system(u"a"_s), linuxfiles::TargetLink::Followed);
+        ASSERT_EQ(::mkdir(system(u"a"_s).constData(), 0700), 0);
+        EXPECT_THROW(late.commit(), IoError);
+    }
+    EXPECT_EQ(everything(), QStringList(u"a"_s));
 }
 
 TEST_F(RealFiles, AppendMakesTheFileAndGoesOnBehindIt)

@@ -222,6 +222,20 @@ TEST_F(ColumnIndexSnapshot, ASingleChangedByteAnywhereShowsNoWrongRow)
     }
 }
 
+TEST_F(ColumnIndexSnapshot, ATextOfWhichALetterFellOverIsNotBelieved)
+{
+    keep();
+    QFile file(snapshot());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const qsizetype place = file.readAll().indexOf("adele");
+    ASSERT_GT(place, 0);
+    change(file.fileName(), place);
+    const auto run = start();
+    EXPECT_EQ(rowsOf(*run->database, kAll), m_rows);
+    run->finish();
+    EXPECT_EQ(rowsOf(*run->database, kAll), m_rows);
+}
+
 TEST_F(ColumnIndexSnapshot, AFileCutOffAnywhereIsReadAsFarAsItIsWhole)
 {
     keep();
