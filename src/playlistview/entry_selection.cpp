@@ -5,23 +5,25 @@
 
 #include <QSet>
 
+#include <functional>
+
 namespace melovane {
 
-void selectEntries(GridControl& grid, const GridRows& rows, const std::vector<Plid>& entries)
+namespace {
+
+void selectMeant(GridControl& grid,
+                 const GridRows& rows,
+                 const std::function<bool(qint64 entry)>& isMeant)
 {
-    if (entries.empty() || !rows.isRead()) {
+    if (!rows.isRead()) {
         return;
-    }
-    QSet<qint64> wanted;
-    for (const Plid entry : entries) {
-        wanted.insert(numberOf(entry));
     }
     std::vector<RowRange> found;
     const auto walk = rows.walker().Clone();
     const int column = walk->fieldIndex(u"PLID");
     qint64 row = 0;
     for (walk->MoveFirst(); !walk->Eof(); walk->MoveNext(), ++row) {
-        if (!wanted.contains(walk->value(column).toInt64())) {
+        if (!isMeant(walk->value(column).toInt64())) {
             continue;
         }
         if (!found.empty() && found.back().last == row - 1) {
@@ -34,6 +36,25 @@ void selectEntries(GridControl& grid, const GridRows& rows, const std::vector<Pl
         grid.goToRow(found.front().first, grid.firstVisibleRow());
         grid.select(found);
     }
+}
+
+} // namespace
+
+void selectEntries(GridControl& grid, const GridRows& rows, const std::vector<Plid>& entries)
+{
+    if (entries.empty()) {
+        return;
+    }
+    QSet<qint64> wanted;
+    for (const Plid entry : entries) {
+        wanted.insert(numberOf(entry));
+    }
+    selectMeant(grid, rows, [&](qint64 entry) { return wanted.contains(entry); });
+}
+
+void selectNewerEntries(GridControl& grid, const GridRows& rows, Plid entry)
+{
+    selectMeant(grid, rows, [&](qint64 other) { return other > numberOf(entry); });
 }
 
 } // namespace melovane

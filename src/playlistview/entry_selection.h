@@ -13,4 +13,7 @@ class GridRows;
 /// Entries without a row are left out, and without any everything stays as it is. \throws DbError
 void selectEntries(GridControl& grid, const GridRows& rows, const std::vector<Plid>& entries);
 
+/// The same for the entries that are newer than one.
+void selectNewerEntries(GridControl& grid, const GridRows& rows, Plid entry);
+
 } // namespace melovane

@@ -16,6 +16,7 @@
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/playlist_table.h"
 #include "playlists/undo_redo.h"
+#include "playlistview/entry_selection.h"
 #include "store/pending_jobs.h"
 #include "views/drag_data.h"
 #include "views/grid_rows.h"
@@ -101,14 +102,30 @@ Plid PlaylistEdits::currentEntry() const
 
 // ---- entries and their order
 
+/// The newest entry of all lists: those that come next have higher numbers.
+Plid PlaylistEdits::newestEntry() const
+{
+    const auto newest =
+        m_rows.database()->OpenRecordset(u"select max(plid) as mplid from pl_all"_s);
+    return Plid(newest->value(0).toLong());
+}
+
+/// Entries newer than `before` have come to the list on the screen.
+void PlaylistEdits::tellCame(Plid before)
+{
+    tellChanged(m_list.pnid);
+    selectNewerEntries(m_controls.grid, m_rows, before);
+}
+
 void PlaylistEdits::addTracks(const QString& dragText, std::optional<Sid> target)
 {
+    const Plid before = newestEntry();
     if (target) {
         m_tools.edits.InsertFromMP3DB(*target, m_list.pnid, dragText, m_list.newAktion());
     } else {
         m_tools.edits.AppendFromMP3DB(dragText, m_list.pnid, m_list.newAktion());
     }
-    tellChanged(m_list.pnid);
+    tellCame(before);
 }
 
 void PlaylistEdits::addTracksAtRow(const QString& dragText)
@@ -174,10 +191,11 @@ bool PlaylistEdits::addFiles(const QStringList& files, std::optional<Sid> target
     if (isListFile(files.first())) {
         QStringList lists;
         std::copy_if(files.begin(), files.end(), std::back_inserter(lists), isListFile);
+        const Plid before = newestEntry();
         if (!m_actions.insertLists(lists, m_list.pnid, target, m_list.newAktion())) {
             return false;
         }
-        tellChanged(m_list.pnid);
+        tellCame(before);
         return true;
     }
     const QStringList fids = m_actions.tracksOf(files);
@@ -191,10 +209,18 @@ bool PlaylistEdits::addFiles(const QStringList& files, std::optional<Sid> target
 void PlaylistEdits::placeEntries(const QString& dragText, std::optional<Sid> target, bool copies)
 {
     using Edits = cls_PLInsertMoveDel;
+    const Plid before = newestEntry();
     m_tools.edits.InsertORMoveFromPlaylist(copies ? Edits::kInsertCopies : Edits::kMove,
                                            target.value_or(kEndOfList), m_list.pnid, dragText,
                                            m_list.newAktion());
-    tellChanged(m_list.pnid);
+    tellCame(before);
+    if (!copies) {
+        std::vector<Plid> moved;
+        for (const qint64 entry : entryNumbers(parseDragList(dragText).ids)) {
+            moved.push_back(Plid(entry));
+        }
+        selectEntries(m_controls.grid, m_rows, moved);
+    }
 }
 
 void PlaylistEdits::paste(bool append)
@@ -209,9 +235,10 @@ void PlaylistEdits::paste(bool append)
         addTracks(text, append ? std::nullopt : std::optional(row));
     } else if (list.type == "DRAG_TYP_PLID"_L1) {
         using Edits = cls_PLInsertMoveDel;
+        const Plid before = newestEntry();
         m_tools.edits.InsertORMoveFromPlaylist(append ? Edits::kAppendCopies : Edits::kInsertCopies,
                                                Sid{0}, m_list.pnid, text, m_list.newAktion());
-        tellChanged(m_list.pnid);
+        tellCame(before);
     }
 }
 

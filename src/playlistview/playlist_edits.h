@@ -49,7 +49,7 @@ public:
     /// Tells the view and the others that the entries of a list are others now.
     void tellChanged(Pnid list);
 
-    // -- Entries and their order --
+    // -- Entries and their order: what comes to the list on the screen is selected --
 
     /// Puts tracks into the list on the screen: at a position, or at the end without one.
     /// \param dragText of tracks
@@ -109,6 +109,8 @@ private:
     [[nodiscard]] QString rowsToTake() const;
     void takeRows(const std::function<void(const QString& rows)>& take);
     [[nodiscard]] bool mayAppendTo(Pnid list);
+    [[nodiscard]] Plid newestEntry() const;
+    void tellCame(Plid before);
     void tellStatus(const QString& text);
     [[nodiscard]] Plid currentEntry() const;
     void valueChanged();

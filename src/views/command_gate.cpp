@@ -1,5 +1,6 @@
 #include "views/command_gate.h"
 
+#include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/key_names.h"
@@ -56,25 +57,25 @@ constexpr Command kCommands[] = {
     {u"all.undo", kWrites | kUndo},
     {u"all.redo", kWrites | kRedo},
     {u"all.copy", kRow},
-    {u"all.db.insert", kWrites | kRow},
-    {u"all.db.append", kWrites | kRow},
+    {bus::kAllDbInsert, kWrites | kRow},
+    {bus::kAllDbAppend, kWrites | kRow},
     {u"all.delete", kEditsList | kRow},
     {u"all.clip.cut", kEditsList | kRow},
     {u"all.clip.insert", kEditsList},
     {u"all.clip.append", kEditsList},
-    {u"playlist.jingle.loop", kEditsList | kRow},
+    {bus::kPlaylistJingleLoop, kEditsList | kRow},
     {u"note", kEditsList | kRow},
     {u"aktion", kEditsList | kRow},
     {u"all.book", kWrites | kRow, u"tagbench"},
     {u"all.sample", kLibrary | kRow, u"Melovanekiv"},
-    {u"all.volume", 0, u"LevelPanel"},
+    {bus::kAllVolume, 0, u"LevelPanel"},
     {u"play_next", kRow | kPlayer},
     {u"play_sofort", kRow | kPlayer},
     {u"play.next", kRow | kPlayer},
     {u"play.sofort", kRow | kPlayer},
     {u"mark.for.edit", kWrites},
-    {u"show.tageditor", kWrites, u"tagbench"},
-    {u"show.melovane.kiv", kLibrary, u"Melovanekiv"},
+    {bus::kShowTagEditor, kWrites, u"tagbench"},
+    {bus::kShowMelovaneKiv, kLibrary, u"Melovanekiv"},
     {u"BeatGauge.Menu.Click", kWrites, u"beatgauge"},
     {u"BeatGauge.Menu.Manuell.Click", kWrites, u"beatgauge"},
 };
@@ -96,10 +97,10 @@ constexpr Key kKeys[] = {
     {u"mnuSelectAll", u"DBSelall"},
     {u"all.copy", u"DBKopie"},
     {u"mnuCopy", u"DBKopie"},
-    {u"all.db.insert", u"DBInsert"},
+    {bus::kAllDbInsert, u"DBInsert"},
     {u"all.clip.insert", u"DBInsert"},
     {u"mnuPaste", u"DBInsert"},
-    {u"all.db.append", u"DBAppend"},
+    {bus::kAllDbAppend, u"DBAppend"},
     {u"all.clip.append", u"DBAppend"},
     {u"mnuPasteAppend", u"DBAppend"},
     {u"play.next", u"DBALLNEXTPLAY"},

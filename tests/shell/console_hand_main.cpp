@@ -131,6 +131,7 @@ private:
         }
         result[u"lists"_s] = lists;
         result[u"open"_s] = window()->findChild<QLabel*>(u"ListName"_s)->text();
+        result[u"marked"_s] = treekey::playlistId(tree().row(tree().currentRow()).key);
         QJsonArray entries;
         DataGrid& list = playlist();
         for (int row = 0; row < list.model()->rowCount(); ++row) {

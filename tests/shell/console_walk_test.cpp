@@ -453,6 +453,14 @@ protected:
             << "\ntold: " << screen[u"status"_s].toString().toStdString();
         EXPECT_EQ(screen[u"tracks"_s].toInt(), library.number("select count(*) from db_all"));
         if (const QString open = screen[u"open"_s].toString(); !open.isEmpty()) {
+            // The user may have gone on to a group, whose row opens nothing.
+            if (const QString marked = screen[u"marked"_s].toString(); !marked.isEmpty()) {
+                EXPECT_EQ(difference(library.rows("select Name from pl_name where NID = " +
+                                                  marked.toUtf8()),
+                                     {open}),
+                          "")
+                    << "the marked list is not the open one";
+            }
             EXPECT_EQ(
                 difference(
                     textsOf(screen[u"entries"_s]),

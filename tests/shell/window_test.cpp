@@ -264,7 +264,7 @@ TEST_F(WindowTest, EveryToolButtonSaysWhatItDoes)
             EXPECT_FALSE(button->icon().isNull());
         }
     }
-    EXPECT_EQ(named, 14 + 16) << "library and playlist";
+    EXPECT_EQ(named, 15 + 16) << "library and playlist";
 }
 
 } // namespace

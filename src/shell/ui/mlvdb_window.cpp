@@ -53,7 +53,7 @@ MlvdbWindow::MlvdbWindow(Skin& skin, const IconSet& icons)
         return inList ? m_playlist->contextPlace() : m_library->contextPlace();
     });
     m_menus->setEditPlace([this](QWidget* control) {
-        if (qobject_cast<QLineEdit*>(control)) {
+        if (WindowMenuBar::textFieldOf(control) != nullptr) {
             return EditPlace::Text;
         }
         if (m_library->isAncestorOf(control)) {

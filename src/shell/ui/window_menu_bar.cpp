@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -92,6 +93,13 @@ void WindowMenuBar::buildKeys()
 }
 
 /// The keyboard goes to the menu bar while its menus are walked through with keys.
+QLineEdit* WindowMenuBar::textFieldOf(QWidget* control)
+{
+    // The line of a box with a list leaves the keyboard to the box.
+    const auto* const box = qobject_cast<QComboBox*>(control);
+    return box != nullptr ? box->lineEdit() : qobject_cast<QLineEdit*>(control);
+}
+
 void WindowMenuBar::noteFocus(QWidget* control)
 {
     if (control != nullptr && control->window() == &m_window && control != m_window.menuBar()) {
@@ -274,7 +282,7 @@ EditPlace WindowMenuBar::editPlace() const
 
 bool WindowMenuBar::canEditText(QStringView name) const
 {
-    const auto* const line = qobject_cast<QLineEdit*>(m_focus);
+    const QLineEdit* const line = textFieldOf(m_focus);
     if (line == nullptr) {
         return false;
     }
@@ -289,7 +297,7 @@ bool WindowMenuBar::canEditText(QStringView name) const
 
 void WindowMenuBar::editText(QStringView name)
 {
-    auto* const line = qobject_cast<QLineEdit*>(m_focus);
+    QLineEdit* const line = textFieldOf(m_focus);
     if (line == nullptr) {
         return;
     }

@@ -8,6 +8,7 @@
 #include <functional>
 
 class QAction;
+class QLineEdit;
 class QMainWindow;
 class QMenu;
 class QPoint;
@@ -54,6 +55,9 @@ public:
     void editText(QStringView name) override;
     void setPlugIns(const std::vector<PlugInEntry>& entries) override;
     void showContextMenu(const std::vector<MoreResultEntry>& more) override;
+
+    /// The line that takes what is typed into a control; null for a control without one.
+    [[nodiscard]] static QLineEdit* textFieldOf(QWidget* control);
 
 private:
     void buildBar();

@@ -14,7 +14,7 @@
 #include "shell/wings/trees_wing.h"
 #include "trees/ui/playlist_favorit_widget.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 
 namespace melovane {
 
@@ -99,7 +99,7 @@ void MainWing::connectViews()
                          window.menu().setHistoryTexts(undo, redo);
                      });
     // Programs come and go while other windows are used.
-    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &desk.window, [this] {
+    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &desk.window, [this] {
         below.library.view.judgeCommands();
         below.playlist.view.judgeCommands();
     });

@@ -3,6 +3,7 @@
 #include "platform/qt/grid_fixture.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
+#include "support/wait_for.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -104,7 +105,7 @@ TEST_F(DataGridTest, NoColumnMovesWhenTheScrollBarComesOrGoes)
     const int first = grid.columnWidth(0);
     const int place = grid.columnViewportPosition(2);
     show(1000);
-    ASSERT_TRUE(grid.verticalScrollBar()->isVisible());
+    ASSERT_TRUE(test::waitFor([this] { return grid.verticalScrollBar()->isVisible(); }));
     EXPECT_EQ(grid.columnWidth(0), first);
     EXPECT_EQ(grid.columnViewportPosition(2), place);
     EXPECT_FALSE(grid.horizontalScrollBar()->isVisible());

@@ -6,6 +6,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -132,7 +133,7 @@ TEST_F(OutlineTreeTest, AnEditedTextIsToldAndNotShownByItself)
     const QSignalSpy edited(&tree, &OutlineTree::rowEdited);
     tree.editRow(2, u"Anders"_s);
     ASSERT_TRUE(tree.isEditing());
-    auto* line = tree.viewport()->findChild<QWidget*>();
+    auto* line = tree.viewport()->findChild<QLineEdit*>();
     ASSERT_NE(line, nullptr);
     QTest::keyClicks(line, u"Neu"_s);
     QTest::keyClick(line, Qt::Key_Return);
