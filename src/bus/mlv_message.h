@@ -4,6 +4,8 @@
 
 #include <QString>
 
+class QObject;
+
 namespace melovane {
 
 /// A named message among the views.
@@ -13,8 +15,15 @@ namespace melovane {
 class MLVMessage
 {
 public:
+    // In the order of the suite's record: keep. What is spare travels with the message and has no
+    // reader in the console.
+
+    /// Spare: the object that a message is about. Not owned, valid during delivery.
+    QObject* Source = nullptr;
     /// The name, such as "refresh.all". Receivers compare it in lower case.
     QString Command;
+    qint32 Spare1 = 0;
+    qint32 Spare2 = 0;
     /// The sending view; set once, when the view starts.
     QString Sender;
 
@@ -24,7 +33,9 @@ public:
     Value Value3;
     Value Value4;
 
-    /// Takes the four values of another message; name and sender stay.
+    QString Spare3;
+
+    /// Takes the four values of another message; all else stays.
     void SetMessageValue(const MLVMessage& other)
     {
         Value1 = other.Value1;
@@ -35,6 +46,9 @@ public:
 
     /// Makes the four values null.
     void ClearValue() { SetMessageValue({}); }
+
+    /// Empty: where a debugger can stop at a message.
+    void PrintValue() const {}
 };
 
 /// A failure that a part of the program reports to whoever listens.

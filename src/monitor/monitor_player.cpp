@@ -385,7 +385,8 @@ void Monitor::tellMissing(const MlvAllData& track)
 {
     if (track.DriveTyp == static_cast<int>(VolumeKind::Optical)) {
         m_parts.warnings.ShowWarning(m_parts.texts.text(u"cd.text", track.DName, track.DriveName),
-                                     WarningType::Note, m_parts.texts.text(u"cd.title"));
+                                     WarningType::Note, m_parts.texts.text(u"cd.title"),
+                                     u"cd.text"_s);
         return;
     }
     m_parts.showStatusText(m_parts.texts.text(u"status.file.missing", track.DName));

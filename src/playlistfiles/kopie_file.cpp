@@ -63,8 +63,16 @@ frmKopieFile::frmKopieFile(KopieParts parts)
     , m_export(m_parts.exports, [this](const QString& name, qint64 position, qint64 count) {
         log(u"Copy: ( %1 / %2 ) --> "_s.arg(position).arg(count) + name);
         m_parts.form.setProgress(position, count);
+        tellProgress(name, position, count);
     })
 {}
+
+void frmKopieFile::tellProgress(const QString& name, qint64 position, qint64 count)
+{
+    if (m_parts.progressSave) {
+        m_parts.progressSave(name, position, count);
+    }
+}
 
 void frmKopieFile::Show()
 {
@@ -217,6 +225,7 @@ void frmKopieFile::runExport()
         m_parts.logFailures({{importerror::kDatabase, failure}});
     }
     m_running = false;
+    tellProgress({}, 0, 0);
     m_parts.form.setRunning(false);
     logSection(m_parts.texts.text(u"meldExpEnd"));
     noteFolder();
@@ -332,7 +341,9 @@ void frmKopieFile::tell(const ExportResult& result)
         m_parts.logFailures({{importerror::kFile, result.listFile + u": "_s + result.detail}});
     }
     if (result.end == End::NoSpace || result.end == End::ListNotWritten) {
-        m_parts.warnings.ShowWarning(outcome, WarningType::Note, m_parts.texts.text(u"achtung"));
+        m_parts.warnings.ShowWarning(outcome, WarningType::Note, m_parts.texts.text(u"achtung"),
+                                     result.end == End::NoSpace ? u"export.nospace"_s
+                                                                : u"export.list.failed"_s);
     }
     if (!result.failures.empty() || !result.replaced.isEmpty()) {
         tellFailures(result);
@@ -359,7 +370,8 @@ void frmKopieFile::tellFailures(const ExportResult& result)
                                     : texts.text(u"export.failed.all", more, kept));
     }
     m_parts.warnings.ShowWarning(outcomeOf(result) + u"\n\n"_s + lines.join(u'\n'),
-                                 WarningType::Note, texts.text(u"export.failed.title"));
+                                 WarningType::Note, texts.text(u"export.failed.title"),
+                                 u"export.failed.title"_s);
 }
 
 } // namespace melovane

@@ -65,6 +65,9 @@ struct KopieParts
     KopieForm& form;
     /// Writes failures to the log of list files, one line each. Returns its path.
     std::function<QString(const std::vector<ExportFault>& faults)> logFailures;
+    /// Told after each row, see SavePlaylistFiles::ProgressSave; a count of 0 says that the export
+    /// is over.
+    SavePlaylistFiles::ProgressSave progressSave = {};
 };
 
 /// Lets the user export a list with its files: `frmKopieFile`. Folder, template and options are
@@ -104,6 +107,7 @@ private:
     void composeTemplate();
     void showOptions();
     void noteFolder();
+    void tellProgress(const QString& name, qint64 position, qint64 count);
     void storeSettings();
     void runExport();
     void log(const QString& line);

@@ -182,7 +182,7 @@ void M3uCommands::askForLog(const Work& work)
     }
     const WarningAnswer answer = m_parts.warnings.ShowWarning(
         m_parts.texts.text(u"warnM3UErrors"_s), WarningType::Question,
-        m_parts.texts.text(u"achtung"_s), {}, u"warnM3UErrors.plctl"_s);
+        m_parts.texts.text(u"achtung"_s), u"warnM3UErrors"_s, u"warnM3UErrors.plctl"_s);
     if (answer == WarningAnswer::Yes) {
         m_parts.openFile(m_parts.m3u.logFile());
     }
@@ -203,10 +203,10 @@ QString M3uCommands::askTarget(Pnid list)
     // The dialog asked about the name that was typed, not about the one with its extension.
     const QString target = m3uline::withExtension(chosen);
     const bool isOther = target != chosen && m_parts.files.fileExists(target);
-    const bool mayReplace =
-        !isOther || m_parts.warnings.ShowWarning(
-                        m_parts.texts.text(u"m3u.save.replace"_s, target), WarningType::Question,
-                        m_parts.texts.text(u"achtung"_s)) == WarningAnswer::Yes;
+    const bool mayReplace = !isOther || m_parts.warnings.ShowWarning(
+                                            m_parts.texts.text(u"m3u.save.replace"_s, target),
+                                            WarningType::Question, m_parts.texts.text(u"achtung"_s),
+                                            u"m3u.save.replace"_s) == WarningAnswer::Yes;
     return mayReplace ? target : QString();
 }
 
@@ -215,7 +215,7 @@ void M3uCommands::tellLeftOut()
     const QStringList& entries = m_parts.m3u.leftOut();
     if (!entries.isEmpty()) {
         m_parts.warnings.ShowWarning(leftOutText(m_parts.texts, entries), WarningType::Note,
-                                     m_parts.texts.text(u"m3u.save.title"_s));
+                                     m_parts.texts.text(u"m3u.save.title"_s), u"m3u.leftout"_s);
     }
 }
 
@@ -246,7 +246,8 @@ void M3uCommands::saveList(Pnid list)
         return;
     }
     m_parts.warnings.ShowWarning(m_parts.texts.text(u"m3u.save.failed"_s, target, m_lastFailure),
-                                 WarningType::Stop, m_parts.texts.text(u"achtung"_s));
+                                 WarningType::Stop, m_parts.texts.text(u"achtung"_s),
+                                 u"m3u.save.failed"_s);
 }
 
 } // namespace melovane

@@ -51,9 +51,9 @@ bool UndoSteps::takeStep(bool isUndo)
     }
     ListHistory::Result result = take(isUndo, Force::No);
     if (result.outcome == Outcome::ChangedElsewhere) {
-        const WarningAnswer answer =
-            m_warnings.ShowWarning(changedElsewhereText(m_texts, result.step),
-                                   WarningType::Question, m_texts.text(u"glob_warn"_s));
+        const WarningAnswer answer = m_warnings.ShowWarning(
+            changedElsewhereText(m_texts, result.step), WarningType::Question,
+            m_texts.text(u"glob_warn"_s), u"history.elsewhere"_s);
         if (answer != WarningAnswer::Yes) {
             return false;
         }

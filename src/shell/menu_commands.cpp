@@ -14,19 +14,11 @@
 #include "shell/sibling_control.h"
 #include "shell/window_data.h"
 #include "views/command_gate.h"
+#include "views/layout_files.h"
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-/// Layout files that are made anew at the next start when this word stands under their names.
-const QString kRepair = u"repair"_s;
-const QString kLibraryLayout = u"gridlayout_db.grx"_s;
-const QString kPlaylistLayout = u"gridlayout_dbpl.grx"_s;
-
-} // namespace
 
 std::span<const MenuRow> MenuCommands::rows()
 {
@@ -234,7 +226,8 @@ void MenuCommands::mnuExpPlaylistBas()
         return;
     }
     m_parts.window.warnings.ShowWarning(text(u"nochangeplaylist"_s), WarningType::Note,
-                                        text(u"achtung"_s));
+                                        text(u"achtung"_s), u"nochangeplaylist"_s,
+                                        u"nochangeplaylist"_s);
 }
 
 void MenuCommands::mnuAktivePlaystFiles()
@@ -291,7 +284,7 @@ void MenuCommands::mnuDatenbank()
 {
     m_parts.bus.SendMessage(bus::kSaveLayoutMp3db);
     if (m_parts.window.dialogs.editLibraryLayout()) {
-        m_parts.bus.SendMessage(bus::kLoadLayoutChangeMp3db, kLibraryLayout);
+        m_parts.bus.SendMessage(bus::kLoadLayoutChangeMp3db, kLibraryLayout.toString());
     }
 }
 
@@ -299,7 +292,7 @@ void MenuCommands::mnuPlaylist()
 {
     m_parts.bus.SendMessage(bus::kSaveLayoutPlaylist);
     if (m_parts.window.dialogs.editPlaylistLayout()) {
-        m_parts.bus.SendMessage(bus::kLoadLayoutChangePlaylist, kPlaylistLayout);
+        m_parts.bus.SendMessage(bus::kLoadLayoutChangePlaylist, kPlaylistLayout.toString());
     }
 }
 
@@ -369,11 +362,11 @@ void MenuCommands::mnuFont()
 
 void MenuCommands::mnuRepairGridLayout()
 {
-    m_parts.window.paths.SetUserRegistryValue(kLibraryLayout, kRepair);
-    m_parts.window.paths.SetUserRegistryValue(kPlaylistLayout, kRepair);
+    LayoutFiles(m_parts.window.paths, m_parts.window.files).markForRepair();
     const ConfigObject* item = m_parts.window.texts.FindObject(u"mnuRepairGridLayout"_s);
     m_parts.window.warnings.ShowWarning(item ? item->GetDescriptionEx(u"Melovane DB"_s) : QString(),
-                                        WarningType::Note, u"Achtung !"_s);
+                                        WarningType::Note, u"Achtung !"_s,
+                                        u"mnuRepairGridLayout"_s, u"mnuRepairGridLayout"_s);
 }
 
 void MenuCommands::mnuAutosizeGrid()

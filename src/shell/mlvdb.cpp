@@ -238,7 +238,8 @@ void MLVDB::chooseLanguage(const QString& fileName)
 {
     if (m_languages.choose(fileName)) {
         m_parts.warnings.ShowWarning(m_parts.texts.text(u"language.restart"_s, u"Melovane DB"_s),
-                                     WarningType::Note, m_parts.texts.text(u"mnuSprache"_s));
+                                     WarningType::Note, m_parts.texts.text(u"mnuSprache"_s),
+                                     u"language.restart"_s, u"language.restart"_s);
     }
 }
 

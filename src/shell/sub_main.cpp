@@ -38,14 +38,17 @@ StartResult SubMain::run()
     const ConfigObjects& texts = m_parts.texts;
     const QString database = m_parts.settings.DbName();
     if (!fault.text.isEmpty()) {
-        return refuse(texts.text(u"glob_warn"), texts.text(u"dbopenerror", reasonOf(fault)));
+        return refuse(texts.text(u"glob_warn"), texts.text(u"dbopenerror", reasonOf(fault)),
+                      u"dbopenerror"_s);
     }
     if (!m_steps.databaseExists()) {
-        return refuse(texts.text(u"glob_warn"), texts.text(u"nodb", database));
+        return refuse(texts.text(u"glob_warn"), texts.text(u"nodb", database), u"nodb"_s);
     }
     if (!m_steps.versionFits()) {
-        return refuse(kVersionTitle, texts.text(u"dbverserr", database,
-                                                m_parts.settings.DBVersion(), kDatabaseVersion));
+        return refuse(
+            kVersionTitle,
+            texts.text(u"dbverserr", database, m_parts.settings.DBVersion(), kDatabaseVersion),
+            u"dbverserr"_s);
     }
     if (m_parts.messages.IsMsgWindow(m_parts.settings.MessageHandleDJ())) {
         m_steps.showMainWindow();
@@ -70,9 +73,9 @@ QString SubMain::reasonOf(const OpenFault& fault) const
     return databaseFaultText(m_parts.texts, fault.number, fault.text, m_parts.settings.DbName());
 }
 
-StartResult SubMain::refuse(const QString& title, const QString& text)
+StartResult SubMain::refuse(const QString& title, const QString& text, const QString& messageKey)
 {
-    m_parts.warnings.ShowWarning(text, WarningType::Stop, title);
+    m_parts.warnings.ShowWarning(text, WarningType::Stop, title, messageKey);
     return StartResult::Refused;
 }
 

@@ -65,7 +65,8 @@ public:
 
 private:
     [[nodiscard]] QString reasonOf(const OpenFault& fault) const;
-    [[nodiscard]] StartResult refuse(const QString& title, const QString& text);
+    [[nodiscard]] StartResult
+    refuse(const QString& title, const QString& text, const QString& messageKey);
     void showWithSplash();
 
     StartSteps m_steps;

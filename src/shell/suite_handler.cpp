@@ -221,9 +221,9 @@ void SuiteHandler::askForDatabase()
         return;
     }
     m_isAsking = true;
-    const WarningAnswer answer =
-        m_parts.warnings.ShowWarning(m_parts.texts.text(u"db.reconnect.failed"_s, m_reopenFault),
-                                     WarningType::Question, m_parts.texts.text(u"glob_warn"_s));
+    const WarningAnswer answer = m_parts.warnings.ShowWarning(
+        m_parts.texts.text(u"db.reconnect.failed"_s, m_reopenFault), WarningType::Question,
+        m_parts.texts.text(u"glob_warn"_s), u"db.reconnect.failed"_s);
     m_isAsking = false;
     if (answer == WarningAnswer::Yes) {
         reopenDatabase();
@@ -290,9 +290,9 @@ void SuiteHandler::jobsDone(Numbers numbers)
 void SuiteHandler::showJobsResult()
 {
     m_resultTimer->stop();
-    const QString text = m_changedTracks > 0 ? m_parts.texts.text(u"msg-001"_s, m_changedTracks)
-                                             : m_parts.texts.text(u"msg-002"_s);
-    m_parts.warnings.ShowWarning(text, WarningType::Note, u"Melovane"_s);
+    const QString key = m_changedTracks > 0 ? u"msg-001"_s : u"msg-002"_s;
+    m_parts.warnings.ShowWarning(m_parts.texts.text(key, m_changedTracks), WarningType::Note,
+                                 u"Melovane"_s, key, key);
 }
 
 void SuiteHandler::tempoFound(Numbers numbers)

@@ -3,7 +3,45 @@
 #include <QString>
 #include <QStringView>
 
+#include <functional>
+#include <utility>
+
 namespace melovane {
+
+/// Whom a style tells that it was changed.
+///
+/// The listener belongs to the one object, not to its value: a copy tells nobody, an object keeps
+/// its listener when another style is assigned to it, and styles are equal whoever listens.
+class StyleEvent
+{
+public:
+    StyleEvent() = default;
+    ~StyleEvent() = default;
+
+    StyleEvent(const StyleEvent&) {}
+
+    StyleEvent& operator=(const StyleEvent&) { return *this; }
+
+    /// An empty one ends the listening.
+    StyleEvent& operator=(std::function<void()> listener)
+    {
+        m_listener = std::move(listener);
+        return *this;
+    }
+
+    /// Tells the listener, if there is one.
+    void operator()() const
+    {
+        if (m_listener) {
+            m_listener();
+        }
+    }
+
+    bool operator==(const StyleEvent&) const { return true; }
+
+private:
+    std::function<void()> m_listener;
+};
 
 /// How the player fades into or out of an entry. The program stores and passes on the values and
 /// never interprets them; each lies on a scale of 0 to 10000.
@@ -17,6 +55,10 @@ struct MLVMixStyle
     int MixReserved = 0; ///< never written
     int MixExtra = 0;    ///< optional sixth value of a text; read and not written back
     bool IsSet = false;  ///< a text of at least five values was read
+    StyleEvent Change;   ///< \see ChangeMix
+
+    /// Called by the control that edits the style, when it has changed values: raises Change.
+    void ChangeMix() const { Change(); }
 
     bool operator==(const MLVMixStyle&) const = default;
 };
@@ -30,6 +72,10 @@ struct MlvEQStyle
     int EQValue4 = 0;
     int EQValue5 = 0;   ///< stands first in the text
     bool IsSet = false; ///< a text of exactly five values was read
+    StyleEvent Change;  ///< \see ChangeEQ
+
+    /// As MLVMixStyle::ChangeMix.
+    void ChangeEQ() const { Change(); }
 
     bool operator==(const MlvEQStyle&) const = default;
 };

@@ -68,7 +68,8 @@ enum class RootKey
                                      const QString& text);
 
 /// A text of a program's key as above, or of "Software\Melovane" for the machine; up to its first
-/// zero character and at most 1023 letters. Empty when there is none. All values are texts here.
+/// zero character and at most 1023 letters. Empty when there is none. A number reads as its decimal
+/// digits.
 [[nodiscard]] QString readRegistryValue(const Environment& environment,
                                         RootKey root,
                                         const QString& path,

@@ -226,7 +226,8 @@ void FavoritEdits::deleteList(int row)
     const TreeRow doomed = m_tree.row(row);
     const QString caption = m_parts.texts.text(u"achtung");
     const auto refuse = [&](QStringView key) {
-        m_parts.warnings.ShowWarning(m_parts.texts.text(key), WarningType::Stop, caption);
+        m_parts.warnings.ShowWarning(m_parts.texts.text(key), WarningType::Stop, caption,
+                                     key.toString());
     };
     if (doomed.picture == "all.lock"_L1) {
         refuse(u"warnDelPlaylistLock");
@@ -239,7 +240,7 @@ void FavoritEdits::deleteList(int row)
     }
     const Pnid list = m_rows.listOf(row);
     const QString question = m_parts.texts.text(u"warnDelPlaylist", m_rows.listName(row));
-    if (m_parts.warnings.ShowWarning(question, WarningType::Question, caption, {},
+    if (m_parts.warnings.ShowWarning(question, WarningType::Question, caption, u"warnDelPlaylist"_s,
                                      kDeleteQuestion) != WarningAnswer::Yes) {
         return;
     }
@@ -262,7 +263,8 @@ void FavoritEdits::deleteGroup(int row)
         return;
     }
     m_parts.warnings.ShowWarning(m_parts.texts.text(u"warnDelGroup", m_tree.row(row).text),
-                                 WarningType::Stop, m_parts.texts.text(u"achtung"));
+                                 WarningType::Stop, m_parts.texts.text(u"achtung"),
+                                 u"warnDelGroup"_s);
 }
 
 } // namespace melovane

@@ -162,6 +162,20 @@ QSet<QString> namesOf(std::span<const QStringView> list)
     return result;
 }
 
+/// What names lack here, by the table of messages; a row without an owner is none.
+std::map<QString, QString> missingOn(const QString& page)
+{
+    static const QRegularExpression form(
+        u"^\\| `([^`]+)` \\| ((?:sender|receiver)[a-z, ]*) \\| [^|]{4,} \\|$"_s,
+        QRegularExpression::MultilineOption);
+    std::map<QString, QString> result;
+    for (auto it = form.globalMatch(page); it.hasNext();) {
+        const auto match = it.next();
+        result.emplace(match.captured(1).toLower(), match.captured(2));
+    }
+    return result;
+}
+
 class MessageNamesTest : public testing::Test
 {
 protected:
@@ -248,6 +262,31 @@ TEST_F(MessageNamesTest, EachNameIsUsedOrListedAsUnused)
     }
 }
 
+TEST_F(MessageNamesTest, ANameWithoutSenderOrReceiverStandsOnItsPageWithTheOneItBelongsTo)
+{
+    QFile page(QString::fromUtf8(MLV_SOURCE_ROOT) + u"/../docs/contract-without-caller.md"_s);
+    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+    const std::map<QString, QString> missing = missingOn(QString::fromUtf8(page.readAll()));
+    ASSERT_GT(missing.size(), 20U);
+    for (const auto& [constant, name] : names) {
+        QStringList lacks;
+        if (!used.contains(constant)) {
+            lacks.append(u"sender"_s);
+        }
+        if (!handled.contains(constant)) {
+            lacks.append(u"receiver"_s);
+        }
+        const auto row = missing.find(name);
+        EXPECT_EQ(lacks.join(u", "_s), row == missing.end() ? QString() : row->second)
+            << constant.toStdString();
+    }
+    for (const auto& [name, what] : missing) {
+        EXPECT_TRUE(std::ranges::any_of(names, [&](const auto& known) {
+            return known.second == name;
+        })) << name.toStdString();
+    }
+}
+
 TEST_F(MessageNamesTest, TheReaderFindsWhatItForbids)
 {
     EXPECT_TRUE(isWrittenOut(sentIn(u"m_bus.SendMessage(u\"playlist.\"_s + key, fid);"_s).first()));
@@ -258,6 +297,8 @@ TEST_F(MessageNamesTest, TheReaderFindsWhatItForbids)
         isWrittenOut(sentIn(u"SendMessage(key == \"a\"_L1 ? bus::kA : bus::kB);"_s).first()));
     EXPECT_EQ(literalsIn(u"send(u\"Refresh.All\"_s, u\"start\"_s);"_s, names),
               QStringList{u"Refresh.All"_s});
+    EXPECT_EQ(missingOn(u"| `A.b` | sender, receiver | the player |\n| `c` | sender |  |\n"_s),
+              (std::map<QString, QString>{{u"a.b"_s, u"sender, receiver"_s}}));
     const QString table = u"BusRow<View> kRows[] = {\n        {bus::kRefreshAll, &View::a},\n    };"
                           "x(bus::kStart)"_s;
     EXPECT_EQ(constantsIn(tablesIn(table), names), QSet<QString>{u"kRefreshAll"_s});

@@ -66,6 +66,30 @@ TEST_F(MLVMessageBusTest, ANameInAnotherCaseIsMatchedByAReceiverThatLowersIt)
     EXPECT_EQ(refreshed, 1);
 }
 
+TEST_F(MLVMessageBusTest, SpareFieldsReachTheReceiverAndStayWhenTheValuesAreTakenOrCleared)
+{
+    QObject view;
+    MLVMessage received;
+    const auto receiver = bus.subscribe([&](const MLVMessage& message) { received = message; });
+    MLVMessage sent;
+    EXPECT_EQ(sent.Source, nullptr);
+    sent.Source = &view;
+    sent.Spare1 = 7;
+    sent.Spare2 = -8;
+    sent.Spare3 = u"frei"_s;
+    sent.Value1 = 1;
+    sent.PrintValue();
+    bus.SendBusMessage(sent);
+    EXPECT_EQ(received.Value1.toLong(), 1);
+    received.SetMessageValue({});
+    received.ClearValue();
+    EXPECT_TRUE(received.Value1.isNull());
+    EXPECT_EQ(received.Source, &view);
+    EXPECT_EQ(received.Spare1, 7);
+    EXPECT_EQ(received.Spare2, -8);
+    EXPECT_EQ(received.Spare3, u"frei"_s);
+}
+
 TEST_F(MLVMessageBusTest, AValueLeftOutIsNullAndNotAnEmptyText)
 {
     MLVMessage seen;

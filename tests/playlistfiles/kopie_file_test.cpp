@@ -148,13 +148,16 @@ protected:
     test::TextCatalogue catalogue;
     test::AnswerQueue answers;
     PlainForm form;
-    QStringList failures;
+    QStringList failures, told;
     frmKopieFile window{{parts, *settings, catalogue.texts, answers, form,
                          [this](const std::vector<ExportFault>& faults) {
                              for (const ExportFault& fault : faults) {
                                  failures.append(u"%1 %2"_s.arg(fault.code).arg(fault.what));
                              }
                              return u"/logs/M3UImportError.log"_s;
+                         },
+                         [this](const QString& name, qint64 position, qint64 count) {
+                             told.append(u"%1 %2/%3"_s.arg(name).arg(position).arg(count));
                          }}};
 };
 
@@ -248,6 +251,7 @@ TEST_F(KopieFile, StartRunsTheExportAndTellsEachFile)
                             QString(60, u'*') +
                             u"\r\nExport beendet\r\n2 von 2 Titeln kopiert.\r\n"_s);
     EXPECT_EQ(form.progress, (QStringList{u"1/2"_s, u"2/2"_s}));
+    EXPECT_EQ(told, (QStringList{u"a 1/2"_s, u"b 2/2"_s, u" 0/0"_s}));
     EXPECT_EQ(form.running, (QList{true, false}));
     EXPECT_TRUE(form.outcomeIsGood);
     EXPECT_EQ(setting(u"Global"_s, u"SavePlaylistFilesPath"_s), target);

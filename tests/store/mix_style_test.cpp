@@ -100,3 +100,36 @@ TEST(MixTimeOrDefault, OnlyZeroTakesTheDefaultAndADefaultBelowOneIsNone)
     EXPECT_EQ(mixTimeOrDefault(0, 0), 0);
     EXPECT_EQ(mixTimeOrDefault(0, -3), 0);
 }
+
+TEST(StyleChange, TheOwnerOfAStyleHearsOfItsChange)
+{
+    int heard = 0;
+    MLVMixStyle mix = MixStyleSplit(kDefaultMixStyleIn);
+    MlvEQStyle eq = EQStyleSplit(kDefaultEqStyle);
+    mix.ChangeMix();
+    eq.ChangeEQ();
+    mix.Change = [&heard] { heard += 1; };
+    eq.Change = [&heard] { heard += 10; };
+    mix.ChangeMix();
+    EXPECT_EQ(heard, 1);
+    eq.ChangeEQ();
+    EXPECT_EQ(heard, 11);
+    mix.Change = std::function<void()>();
+    mix.ChangeMix();
+    EXPECT_EQ(heard, 11);
+}
+
+TEST(StyleChange, ACopyTellsNobodyAndAnAssignmentKeepsTheListener)
+{
+    int heard = 0;
+    MLVMixStyle style = MixStyleSplit(u"1,2,3,4,5");
+    style.Change = [&heard] { ++heard; };
+    const MLVMixStyle copy = style;
+    copy.ChangeMix();
+    EXPECT_EQ(heard, 0);
+    EXPECT_EQ(copy, style);
+    style = MixStyleSplit(u"5,4,3,2,1");
+    style.ChangeMix();
+    EXPECT_EQ(heard, 1);
+    EXPECT_EQ(style.MixValue1, 5);
+}

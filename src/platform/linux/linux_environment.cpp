@@ -48,6 +48,20 @@ QString home()
     return folderVariable("HOME", u"/"_s);
 }
 
+/// A number among the values: this word and up to eight hexadecimal digits, "number:1f". Keep, the
+/// programs of the suite share the files.
+constexpr QStringView kNumberMark = u"number:";
+constexpr qsizetype kNumberDigits = 8;
+
+/// A value as its reader gets it: a text as it stands, a number of 32 bits in decimal digits.
+QString readable(const QString& stored)
+{
+    const QStringView digits = QStringView(stored).sliced(qMin(kNumberMark.size(), stored.size()));
+    bool isNumber = stored.startsWith(kNumberMark) && digits.size() <= kNumberDigits;
+    const uint number = isNumber ? digits.toUInt(&isNumber, 16) : 0;
+    return isNumber ? QString::number(qint32(number)) : stored;
+}
+
 void fill(QString& place, const std::function<QString()>& ofTheMachine)
 {
     if (place.isNull()) {
@@ -136,12 +150,12 @@ QString LinuxEnvironment::specialFolder(int csidl) const
 
 QString LinuxEnvironment::machineValue(const QString& name) const
 {
-    return m_values.value(m_places.machineFile, QString(), name).value_or(QString());
+    return readable(m_values.value(m_places.machineFile, QString(), name).value_or(QString()));
 }
 
 QString LinuxEnvironment::userValue(const QString& program, const QString& name) const
 {
-    return m_values.value(m_places.userFile, program, name).value_or(QString());
+    return readable(m_values.value(m_places.userFile, program, name).value_or(QString()));
 }
 
 void LinuxEnvironment::setUserValue(const QString& program,

@@ -1,6 +1,7 @@
 #include "shell/wings/playlist_wing.h"
 
 #include "bus/message_numbers.h"
+#include "platform/controls/status_progress.h"
 #include "platform/qt/progress_dialog.h"
 #include "playlistfiles/m3u_errors.h"
 #include "playlistview/ui/playlist_widget.h"
@@ -66,21 +67,23 @@ PlaylistWing::PlaylistWing(const Below& wings, TreeActions treeActions)
 M3uCommandParts PlaylistWing::listFileParts()
 {
     const Machine& machine = below.machine;
-    return {.m3u = below.lists.m3u,
-            .settings = below.machine.settings,
-            .texts = machine.texts,
-            .files = machine.files,
-            .warnings = below.desk.warnings,
-            .chooser = below.desk.fileChooser,
-            .bus = below.suite.bus,
-            .openProgress =
-                [&machine](const QString& title) {
-                    return std::make_unique<ProgressDialog>(title,
-                                                            machine.texts.text(u"m3u.cancel"_s));
-                },
-            .targetGroup = tree.importGroup,
-            .openFile =
-                [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }};
+    return {
+        .m3u = below.lists.m3u,
+        .settings = below.machine.settings,
+        .texts = machine.texts,
+        .files = machine.files,
+        .warnings = below.desk.warnings,
+        .chooser = below.desk.fileChooser,
+        .bus = below.suite.bus,
+        .openProgress =
+            [&machine, this](const QString& title) {
+                return std::make_unique<StatusProgress>(
+                    std::make_unique<ProgressDialog>(title, machine.texts.text(u"m3u.cancel"_s)),
+                    below.desk.window.status());
+            },
+        .targetGroup = tree.importGroup,
+        .openFile =
+            [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }};
 }
 
 PlaylistViewParts PlaylistWing::viewParts()
@@ -144,17 +147,27 @@ KopieParts PlaylistWing::exportParts()
             .texts = machine.texts,
             .warnings = below.desk.warnings,
             .form = exportForm,
-            .logFailures = [&machine](const std::vector<ExportFault>& faults) {
-                M3uErrors errors(machine.files,
-                                 {machine.paths.programFolder(), machine.paths.GetConfigPath()},
-                                 machine.clock);
-                for (const ExportFault& fault : faults) {
-                    errors.add(fault.code, u"SavePlaylist"_s, fault.what);
-                }
-                // Where it can be written is known when it was.
-                errors.flush();
-                return errors.file();
-            }};
+            .logFailures =
+                [&machine](const std::vector<ExportFault>& faults) {
+                    M3uErrors errors(machine.files,
+                                     {machine.paths.programFolder(), machine.paths.GetConfigPath()},
+                                     machine.clock);
+                    for (const ExportFault& fault : faults) {
+                        errors.add(fault.code, u"SavePlaylist"_s, fault.what);
+                    }
+                    // Where it can be written is known when it was.
+                    errors.flush();
+                    return errors.file();
+                },
+            .progressSave =
+                [this](const QString& name, qint64 position, qint64 count) {
+                    below.desk.window.status().setPanel(StatusPanel::Progress,
+                                                        progressText(position, count));
+                    if (count > 0) {
+                        below.suite.showStatusText(
+                            u"%1 (%2 / %3)"_s.arg(name).arg(position).arg(count));
+                    }
+                }};
 }
 
 PlaylistCommands PlaylistWing::commands()

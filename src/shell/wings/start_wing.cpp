@@ -73,7 +73,8 @@ void StartWing::end(bool mayAsk)
     const QString text = machine.texts.text(u"end.unwritten"_s, lost.join(u'\n'));
     machine.log()(u"Ende"_s, text);
     if (mayAsk) {
-        desk.warnings.ShowWarning(text, WarningType::Note, machine.texts.text(u"glob_warn"));
+        desk.warnings.ShowWarning(text, WarningType::Note, machine.texts.text(u"glob_warn"),
+                                  u"end.unwritten"_s);
     }
 }
 
@@ -117,7 +118,7 @@ void StartWing::listenForNextCopy()
 void StartWing::tellWithoutMessages()
 {
     desk.warnings.ShowWarning(machine.texts.text(u"messages.nowhere"), WarningType::Note,
-                              machine.texts.text(u"glob_warn"));
+                              machine.texts.text(u"glob_warn"), u"messages.nowhere"_s);
 }
 
 void StartWing::tellLastRun()

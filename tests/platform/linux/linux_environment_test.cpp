@@ -127,6 +127,24 @@ TEST_F(Machine, UserValuesAreKeptPerProgram)
     EXPECT_EQ(later.userValue(u"MelovaneDB"_s, u"blank"_s), u" "_s);
 }
 
+TEST_F(Machine, ANumberAmongTheValuesReadsAsItsDecimalDigits)
+{
+    folder.write(places.machineFile, "Limit=number:ff\n");
+    folder.write(places.userFile, "[MelovaneDB]\na=number:0000001F\nb=number:ffffffff\n"
+                                  "c=number:\nd=number:1x\ne=number:123456789\nf=1f\n");
+    const LinuxEnvironment environment = start();
+    EXPECT_EQ(environment.machineValue(u"Limit"_s), u"255"_s);
+    const auto value = [&](const QString& name) {
+        return environment.userValue(u"MelovaneDB"_s, name);
+    };
+    EXPECT_EQ(value(u"a"_s), u"31"_s);
+    EXPECT_EQ(value(u"b"_s), u"-1"_s);
+    EXPECT_EQ(value(u"c"_s), u"number:"_s);
+    EXPECT_EQ(value(u"d"_s), u"number:1x"_s);
+    EXPECT_EQ(value(u"e"_s), u"number:123456789"_s);
+    EXPECT_EQ(value(u"f"_s), u"1f"_s);
+}
+
 TEST_F(Machine, AUserValueThatCannotBeWrittenStaysAsItWas)
 {
     folder.write(u"config/Melovane"_s, "a file in the place of the folder");

@@ -28,7 +28,7 @@ void showFailure(int argc,
     const IconSet icons(skin);
     MsgDialog form(icons);
     frmMsg(parts.settings, parts.texts, parts.paths, form)
-        .ShowWarning(text, type, parts.texts.text(u"store.title"_s));
+        .ShowWarning(text, type, parts.texts.text(u"store.title"_s), u"store.title"_s);
 }
 
 } // namespace melovane
