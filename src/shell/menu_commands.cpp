@@ -365,8 +365,8 @@ void MenuCommands::mnuRepairGridLayout()
     LayoutFiles(m_parts.window.paths, m_parts.window.files).markForRepair();
     const ConfigObject* item = m_parts.window.texts.FindObject(u"mnuRepairGridLayout"_s);
     m_parts.window.warnings.ShowWarning(item ? item->GetDescriptionEx(u"Melovane DB"_s) : QString(),
-                                        WarningType::Note, u"Achtung !"_s,
-                                        u"mnuRepairGridLayout"_s, u"mnuRepairGridLayout"_s);
+                                        WarningType::Note, u"Achtung !"_s, u"mnuRepairGridLayout"_s,
+                                        u"mnuRepairGridLayout"_s);
 }
 
 void MenuCommands::mnuAutosizeGrid()

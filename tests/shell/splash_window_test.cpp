@@ -32,7 +32,8 @@ struct SplashWindowTest : testing::Test
     void load()
     {
         form.load({u"Melovane DB"_s, u"Bibliothek wird geöffnet ..."_s, u"Seite"_s, u"Schließen"_s,
-                   [this] { ++closed; }, [this] { ++pages; }, [this] { ++worked; }, [this] { ++covered; }});
+                   [this] { ++closed; }, [this] { ++pages; }, [this] { ++worked; },
+                   [this] { ++covered; }});
     }
 
     Skin skin{*qApp};

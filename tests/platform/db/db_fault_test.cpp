@@ -1,5 +1,4 @@
 #include "platform/db/db_fault.h"
-
 #include "platform/db/fault_of_text.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,5 @@
-#include "siblings/mlvmessage/command_line.h"
-
 #include "config/program_call.h"
+#include "siblings/mlvmessage/command_line.h"
 
 #include <gtest/gtest.h>
 
