@@ -10,6 +10,7 @@ namespace {
 // clang-format off
 constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"column.Note", u"Note"},
+    {u"column.Note.tip", u"Bewertung von 1 bis 5, 5 ist die beste. Strg+1 bis Strg+5 vergeben Schulnoten, Strg+1 also die 5; ebenso findet Note=1 in der Suchzeile die 5."},
     {u"column.Titel", u"Titel"},
     {u"column.Interpret", u"Interpret"},
     {u"column.Album", u"Album"},

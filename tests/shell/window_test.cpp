@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
+#include <QTableView>
 #include <QTest>
 #include <QToolButton>
 
@@ -134,6 +135,22 @@ TEST_F(WindowTest, TheFirstTracksOfAnEmptyLibraryAreShownThoughNothingIsAskedFor
     EXPECT_TRUE(test::waitFor([this] { return titles().size() == 4; }));
     EXPECT_EQ(console->searchLine().text(), QString());
     EXPECT_EQ(console->control<QLabel>(u"MatchCount"_s).text(), u"4 Titel"_s);
+}
+
+TEST_F(WindowTest, TheScaleOfTheRatingIsToldAtItsHeadingAndAtTheSearchLine)
+{
+    open();
+    EXPECT_TRUE(console->searchLine().toolTip().contains(u"Note=1 (Schulnote"_s));
+    for (QTableView* grid : console->window.findChildren<QTableView*>()) {
+        const auto* rows = grid->model();
+        QString tip;
+        for (int column = 0; column < rows->columnCount(); ++column) {
+            if (rows->headerData(column, Qt::Horizontal).toString() == "Note"_L1) {
+                tip = rows->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString();
+            }
+        }
+        EXPECT_TRUE(tip.startsWith(u"Bewertung von 1 bis 5"_s)) << qPrintable(grid->objectName());
+    }
 }
 
 TEST_F(WindowTest, InASmallWindowTheToolsGiveWayAndTheSearchLineStaysReadable)

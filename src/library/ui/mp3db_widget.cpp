@@ -69,6 +69,7 @@ void Mp3dbWidget::setTexts(const ConfigObjects& texts)
     m_search->setAccessibleName(texts.text(u"library.search.name"_s));
     // The keyboard is in the field, not in the box around it.
     m_search->lineEdit()->setAccessibleName(texts.text(u"library.search.name"_s));
+    m_search->setToolTip(texts.text(u"library.search.tip"_s));
     m_search->setClearTip(texts.text(u"library.search.clear"_s));
     m_grid->setAccessibleName(texts.text(u"library.grid.name"_s));
     // Room for a million, so that the search line keeps its width while the user types.
@@ -196,6 +197,7 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
     std::vector<GridColumn> columns = libraryColumns();
     for (GridColumn& column : columns) {
         column.heading = texts.text(headingKey(column.field));
+        column.headingTip = texts.text(headingKey(column.field) + u".tip"_s);
     }
     m_grid->setSource(logic.Data1(), logic.look(), std::move(columns));
     m_grid->setEditing(&logic.editing());

@@ -28,8 +28,9 @@ struct GridColumn
     double width = 10; ///< in figures of the grid's font
     CellAlignment alignment = CellAlignment::Left;
     bool shown = true;
-    bool stretched = false; ///< shares the free width, by its own width
-    bool renamed = false;   ///< the heading is one of the user's own
+    bool stretched = false;  ///< shares the free width, by its own width
+    bool renamed = false;    ///< the heading is one of the user's own
+    QString headingTip = {}; ///< what the values mean, where the heading does not say it
 };
 
 /// What the whole ground of a cell tells; the theme has a colour for each.
@@ -37,9 +38,9 @@ enum class CellGround
 {
     Plain,
     Favourite, ///< `GridColorFavorit`; the selection goes before it
-    Playing, ///< `GridColorAktivePlay`
-    Next,    ///< `GridColorNextPlay`
-    Heard,   ///< `GridColorAktiveFid`: the entry in the monitor player
+    Playing,   ///< `GridColorAktivePlay`
+    Next,      ///< `GridColorNextPlay`
+    Heard,     ///< `GridColorAktiveFid`: the entry in the monitor player
 };
 
 /// How a cell differs from the plain ones. Text colours are moved towards black or white as far as

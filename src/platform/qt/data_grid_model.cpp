@@ -184,6 +184,9 @@ QVariant DataGridModel::headerData(int section, Qt::Orientation orientation, int
     if (role == Qt::DisplayRole) {
         return column(section).heading;
     }
+    if (role == Qt::ToolTipRole) {
+        return column(section).headingTip;
+    }
     return role == Qt::TextAlignmentRole ? alignmentFlags(column(section).alignment) : QVariant();
 }
 

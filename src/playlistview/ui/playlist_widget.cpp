@@ -187,6 +187,7 @@ void PlaylistWidget::attach(ctl_Playlist& logic, const ConfigObjects& texts)
     std::vector<GridColumn> columns = playlistColumns();
     for (GridColumn& column : columns) {
         column.heading = texts.text(headingKey(column.field));
+        column.headingTip = texts.text(headingKey(column.field) + u".tip"_s);
     }
     m_grid->setSource(logic.Data1(), logic.look(), std::move(columns));
     m_grid->setDragSource([&logic] { return logic.dragContent(); });
