@@ -58,6 +58,32 @@ struct PlaylistWindowTest : public testing::Test
     bool markerSeen = false;
 };
 
+TEST_F(PlaylistWindowTest, AHostTakesAButtonAwayAndAsksForTheToolBar)
+{
+    show();
+    const int tools = int(window.form.findChildren<QToolButton*>().size());
+    EXPECT_GT(window.form.ToolBarHeight(), 0);
+    EXPECT_EQ(window.form.ToolBarHWND(), window.window.winId());
+    window.form.RemoveToolbarButton(u"all.sample"_s);
+    EXPECT_EQ(window.form.findChild<QToolButton*>(u"all.sample"_s), nullptr);
+    window.form.RemoveToolbarButton(u"all.sample"_s);
+    // Made anew for other texts, the bar stays without it.
+    window.view.judgeCommands();
+    EXPECT_EQ(window.form.findChildren<QToolButton*>().size(), tools - 1);
+    // Where the bar gets too narrow, what is left goes into its menu.
+    window.form.resize(window.form.width() / 4, window.form.height());
+    EXPECT_TRUE(window.form.findChild<QToolButton*>(u"MoreTools"_s)->isVisible());
+}
+
+TEST_F(PlaylistWindowTest, AHostGivesTheKeyboardToTheGrid)
+{
+    show();
+    window.grid().clearFocus();
+    EXPECT_FALSE(window.grid().hasFocus());
+    window.form.SetTBGridFocus();
+    EXPECT_TRUE(window.grid().hasFocus());
+}
+
 TEST_F(PlaylistWindowTest, AnOpenedListShowsItsRowsNameAndLength)
 {
     show();

@@ -122,6 +122,21 @@ void Panel::setView(QWidget* view)
     m_frame->raise();
 }
 
+int Panel::ToolBarHeight() const
+{
+    return m_row->isHidden() ? 0 : m_row->height();
+}
+
+WId Panel::ToolBarHWND() const
+{
+    return m_row->effectiveWinId();
+}
+
+void Panel::RemoveToolbarButton(const QString& key)
+{
+    m_row->remove(key);
+}
+
 void Panel::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);

@@ -35,6 +35,15 @@ public:
 
     void setView(QWidget* view);
 
+    // -- For programs that host a view in a window of their own; nothing here calls it --
+
+    /// In units of the screen; 0 before the tool bar is made.
+    [[nodiscard]] int ToolBarHeight() const;
+    /// The window of the system that the tool bar is drawn in; 0 before it is on the screen.
+    [[nodiscard]] WId ToolBarHWND() const;
+    /// Takes a button away, by key; none of that key is no failure.
+    void RemoveToolbarButton(const QString& key);
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;

@@ -44,6 +44,18 @@ void ToolRow::add(QToolButton* button)
     setTabOrder(button, m_more);
 }
 
+void ToolRow::remove(const QString& name)
+{
+    const auto found = std::ranges::find(m_tools, name, &QToolButton::objectName);
+    if (found != m_tools.end()) {
+        QToolButton* const button = *found;
+        m_tools.erase(found);
+        std::erase(m_hidden, button);
+        delete button;
+        fit();
+    }
+}
+
 QSize ToolRow::minimumSizeHint() const
 {
     return {0, QWidget::minimumSizeHint().height()};

@@ -21,6 +21,9 @@ public:
     /// Adds a button at the end.
     void add(QToolButton* button);
 
+    /// Deletes the button of that name, in the menu or not; none of that name is no failure.
+    void remove(const QString& name);
+
     /// As narrow as one likes.
     [[nodiscard]] QSize minimumSizeHint() const override;
 

@@ -82,6 +82,11 @@ PlaylistControls PlaylistWidget::controls(Warnings& warnings)
     return {*m_grid, m_pointer, m_clipboard, warnings};
 }
 
+void PlaylistWidget::SetTBGridFocus()
+{
+    m_grid->setFocus(Qt::OtherFocusReason);
+}
+
 void PlaylistWidget::createToolBar(ctl_Playlist& logic, const ConfigObjects& texts)
 {
     if (findChild<QToolButton*>(u"all.undo"_s)) {

@@ -29,6 +29,9 @@ public:
     /// Connects the form with its logic, which outlives the last event of the form.
     void attach(ctl_Playlist& logic, const ConfigObjects& texts);
 
+    /// The keyboard goes to the grid. For the player, whose window hosts the same view.
+    void SetTBGridFocus();
+
     /// Where the last context menu was asked for, on the screen.
     [[nodiscard]] QPoint contextPlace() const { return m_contextPlace; }
 

@@ -82,15 +82,4 @@ void PlaylistFavoritWidget::createToolBar(PlaylistFavorit& logic, const ConfigOb
     toolRow()->addStretch(1);
 }
 
-int PlaylistFavoritWidget::ToolBarHeight() const
-{
-    const auto* row = findChild<QWidget*>(u"ToolRow"_s);
-    return row->isHidden() ? 0 : row->height();
-}
-
-void PlaylistFavoritWidget::RemoveToolbarButton(const QString& key)
-{
-    delete findChild<QToolButton*>(key);
-}
-
 } // namespace melovane

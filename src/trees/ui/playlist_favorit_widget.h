@@ -27,11 +27,6 @@ public:
     /// Where the last context menu was asked for, on the screen.
     [[nodiscard]] QPoint menuPlace() const { return m_menuPlace; }
 
-    /// In units of the screen; 0 before the tool bar is made.
-    [[nodiscard]] int ToolBarHeight() const;
-    /// Takes a button away, by key.
-    void RemoveToolbarButton(const QString& key);
-
 private:
     void createToolBar(PlaylistFavorit& logic, const ConfigObjects& texts);
 
