@@ -41,7 +41,7 @@ QString check(const QByteArray& bytes)
         return range ? u"a beginning in what is no music"_s : QString();
     }
     const qint64 whole = readToTheEnd(stream);
-    if (whole > stream.length() || (whole < stream.length() && !stream.isBroken())) {
+    if (whole > stream.length()) {
         return u"%1 samples of %2"_s.arg(whole).arg(stream.length());
     }
     for (const qint64 place : {stream.length() - 1, stream.length() / 2, qint64(0)}) {
