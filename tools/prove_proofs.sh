@@ -157,7 +157,8 @@ try() {
     local told
     if [ -z "${clean[$program $filter]:-}" ]; then
         clean[$program $filter]=fails
-        if passes "$program" "$filter"; then
+        # What stands there may still hold the fault before this one.
+        if build "$program" && passes "$program" "$filter"; then
             clean[$program $filter]=passes
         fi
     fi
