@@ -72,6 +72,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"playlist.cue.failed", u"Der Ton von „$1“ lässt sich nicht lesen."},
     {u"playlist.summary", u"$1 Titel"},
     {u"playlist.undo.failed", u"Das ließ sich nicht rückgängig machen oder wiederholen."},
+    {u"playlist.listsonly", u"Listen gelesen, die anderen Dateien daneben nicht: $1"},
     {u"playlist.notracks", u"Keine lesbaren MP3-Dateien darunter"},
     {u"playlist.skipped", u"$1 Dateien ohne lesbaren Ton ausgelassen, zuerst „$2“"},
     {u"playlist.loop", u"Endlos spielen ein- oder ausschalten"},

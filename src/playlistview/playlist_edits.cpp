@@ -196,6 +196,10 @@ bool PlaylistEdits::addFiles(const QStringList& files, std::optional<Sid> target
             return false;
         }
         tellCame(before);
+        if (lists.size() < files.size()) {
+            tellStatus(m_texts.text(u"playlist.listsonly"_s,
+                                    QString::number(files.size() - lists.size())));
+        }
         return true;
     }
     const QStringList fids = m_actions.tracksOf(files);

@@ -471,6 +471,10 @@ TEST_F(PlaylistHands, DroppedListsAreReadWhereTheyFall)
                                           u"/m/a.m3u,/m/B.M3U8 into list at 0 as 0"_s,
                                           u"/m/a.m3u,/m/B.M3U8 into list at the end as 0"_s}));
     EXPECT_EQ(sentOf(u"playlist.change"_s).size(), 3);
+    ASSERT_EQ(sentOf(u"show.statustext"_s).size(), 3);
+    EXPECT_TRUE(sentOf(u"show.statustext"_s)
+                    .last()
+                    .contains(u"Listen gelesen, die anderen Dateien daneben nicht: 1"_s));
 }
 
 TEST_F(PlaylistHands, ADroppedListInAJingleListGivesJingles)
