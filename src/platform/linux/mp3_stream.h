@@ -38,8 +38,8 @@ public:
 
     [[nodiscard]] const AudioFormat& format() const { return m_format; }
 
-    /// In samples of one channel, as the headers of the frames tell it. A damaged frame gives fewer:
-    /// then the end comes earlier than this, never later.
+    /// In samples of one channel, as the headers of the frames tell it. Where a frame is damaged
+    /// the end comes earlier than this, never later.
     [[nodiscard]] qint64 length() const { return m_length; }
 
     /// The next read gives this sample and those behind it. False for a place that cannot be read.

@@ -24,7 +24,7 @@ public:
     [[nodiscard]] QString folder() const { return m_folder.path(); }
 
     /// \return full name of the file, which holds these bytes and nothing else
-    QString file(const QString& name, const QByteArray& bytes) const
+    [[nodiscard]] QString file(const QString& name, const QByteArray& bytes) const
     {
         QFile file(path(name));
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
