@@ -38,6 +38,13 @@ std::optional<int> numberBehind(const QString& head, const QString& tag)
     return isNumber ? std::optional(number) : std::nullopt;
 }
 
+/// The digit of the keys that gives a rating. Digits are school marks, 1 the best; 0 takes the
+/// rating away.
+int digitOf(int rating)
+{
+    return rating == 0 ? 0 : kBestRating + 1 - rating;
+}
+
 } // namespace
 
 std::span<const ContextRow> contextRows()
@@ -110,7 +117,7 @@ void ContextMenu::clicked(const QString& tag)
         return;
     }
     if (const auto rating = numberBehind(kRating, tag)) {
-        (m_fromLibrary ? m_parts.library.rate : m_parts.playlist.rate)(*rating);
+        (m_fromLibrary ? m_parts.library.rate : m_parts.playlist.rate)(digitOf(*rating));
     } else if (const auto action = numberBehind(kPlayAction, tag)) {
         m_parts.playlist.setPlayAction(*action);
     }
@@ -161,7 +168,7 @@ void ContextMenu::showRatings()
             rating == 0 ? m_parts.texts.text(u"row.note.none"_s) : QString(rating, QChar(0x2605));
         choices.push_back({.caption = stars,
                            .tag = kRating + QString::number(rating),
-                           .key = u"Ctrl+"_s + QString::number(rating)});
+                           .key = u"Ctrl+"_s + QString::number(digitOf(rating))});
     }
     const QString reason = whyNot(u"note");
     m_parts.menus.setText(kRatingMenu.toString(), m_parts.texts.text(u"row.note"_s), {});

@@ -350,7 +350,7 @@ TEST_F(WindowMenuBarTest, MenusAndToolTipsNameTheKeysOfTheUser)
     openContextMenu(u"Brand"_s);
     EXPECT_EQ(key(u"mnuRow_mnuPasteAppend"_s), u"Ctrl+A"_s);
     EXPECT_EQ(key(u"mnuRow_mnuDelete"_s), u"Del"_s);
-    EXPECT_EQ(key(u"note.5"_s), u"Ctrl+5"_s);
+    EXPECT_EQ(key(u"note.5"_s), u"Ctrl+1"_s);
     context().close();
     const auto tip = [](QWidget& view, const QString& button) {
         return view.findChild<QToolButton*>(button)->toolTip();
@@ -368,7 +368,7 @@ TEST_F(WindowMenuBarTest, TheRowMenuOfATrackMarksAndRatesIt)
     EXPECT_FALSE(entry(u"mnuRow_Aktion"_s).isVisible());
     EXPECT_TRUE(entry(u"mnuRow_mnuPasteAppend"_s).isEnabled());
     entry(u"note.4"_s).trigger();
-    EXPECT_EQ(storedNumber(u"Note"_s), 2) << "four stars, stored the other way round";
+    EXPECT_EQ(storedNumber(u"Note"_s), 4) << "stars are ratings, not the school marks of the keys";
     entry(u"mnuRow_mnuDelete"_s).trigger();
     EXPECT_EQ(storedNumber(u"DEL"_s), -1);
     context().close();
