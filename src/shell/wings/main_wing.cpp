@@ -112,8 +112,10 @@ void MainWing::connectViews()
     desk.popup.setPlace([&desk] { return desk.window.lists().menuPlace(); });
     below.machine.settings.SetKeyboard(&desk.keyboard);
     desk.keyboard.setHandler(&desk.window, [this] { return keys.keyPressed(); });
-    QObject::connect(&desk.window, &MlvdbWindow::firstShown, &below.library.view,
-                     [this] { window.activateFirst(); });
+    QObject::connect(&desk.window, &MlvdbWindow::firstShown, &below.library.view, [this] {
+        window.activateFirst();
+        below.library.view.SetComboFokus();
+    });
     QObject::connect(&desk.window, &MlvdbWindow::closing, &below.library.view, [this] {
         window.unload();
         below.trees.favorit.end();
