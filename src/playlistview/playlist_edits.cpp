@@ -339,11 +339,9 @@ void PlaylistEdits::toggleLoop()
     int wanted = kAktionLoop;
     if (present == kAktionLoop) {
         const auto former = map->value(kFormerAktion);
-        wanted = former ? leadingLong(*former) : kAktionMix;
+        const int otherwise = m_list.jingles ? kAktionJinglePlay : kAktionMix;
+        wanted = former ? leadingLong(*former) : otherwise;
         map->remove(kFormerAktion);
-        if (m_list.jingles) {
-            wanted = kAktionJinglePlay;
-        }
     } else {
         CommandMapAdd(*map, kFormerAktion.toString(), QString::number(present));
     }

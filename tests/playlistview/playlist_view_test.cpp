@@ -108,8 +108,7 @@ TEST_F(PlaylistView, ALockedListKeepsItsActions)
 TEST_F(PlaylistView, AToggledLoopRestoresTheEarlierActionExactlyIncludingJingleBanks)
 {
     openList(1);
-    for (const int former :
-         {kAktionMix, kAktionStop, kAktionJinglePlay, kAktionJingle1, kAktionJingle2}) {
+    const auto turnTwice = [this](int former) {
         setAktion(0, former, u"a=b&"_s);
         stand(0);
         view.toolPressed(u"playlist.jingle.loop"_s);
@@ -118,8 +117,17 @@ TEST_F(PlaylistView, AToggledLoopRestoresTheEarlierActionExactlyIncludingJingleB
         view.toolPressed(u"playlist.jingle.loop"_s);
         EXPECT_EQ(aktion(0).toLong(), former);
         EXPECT_EQ(cell(0, u"Command").toText(), u"a=b&"_s);
+    };
+    for (const int former :
+         {kAktionMix, kAktionStop, kAktionJinglePlay, kAktionJingle1, kAktionJingle2}) {
+        turnTwice(former);
     }
     EXPECT_EQ(sentOf(u"playlist.loop"_s).size(), 10);
+    others.SendMessage(u"jinglelist.aktivieren"_s, numberOf(list), false);
+    ASSERT_TRUE(view.isJingleMode());
+    for (const int former : {kAktionJinglePlay, kAktionJingle1, kAktionJingle2}) {
+        turnTwice(former);
+    }
 }
 
 TEST_F(PlaylistView, ALoopWithoutAFormerActionMixesAndAJingleListAlwaysPlaysJingles)
