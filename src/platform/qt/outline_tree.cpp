@@ -97,7 +97,6 @@ OutlineTree::OutlineTree(const Skin& skin, const IconSet& icons, QWidget* parent
     setDefaultDropAction(Qt::MoveAction);
     setDropIndicatorShown(false);
     constexpr int kUnfoldMs = 600;
-    setAutoExpandDelay(kUnfoldMs);
     m_unfold.setSingleShot(true);
     m_unfold.setInterval(kUnfoldMs);
     connect(&m_unfold, &QTimer::timeout, this,

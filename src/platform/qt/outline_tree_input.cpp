@@ -172,8 +172,9 @@ void OutlineTree::dragEnterEvent(QDragEnterEvent* event)
 
 void OutlineTree::dragMoveEvent(QDragMoveEvent* event)
 {
-    // Scrolls at the borders and unfolds the row that the pointer rests on.
-    QTreeView::dragMoveEvent(event);
+    QTreeView::dragMoveEvent(event); // scrolls at the borders
+    // The view's own delay would also fold a row that is open, under the pointer of the user.
+    unfoldLater(m_model->placeOf(indexAt(event->position().toPoint())));
     if (draggedRow(event->mimeData()) < 0 && m_dropTarget) {
         moveOfOthers(*event);
         return;
@@ -195,7 +196,6 @@ DropOffer OutlineTree::offerOf(const QDropEvent& event) const
 void OutlineTree::moveOfOthers(QDragMoveEvent& event)
 {
     const DropOffer offer = offerOf(event);
-    unfoldLater(int(offer.row));
     if (m_dropTarget->dropEffect(offer) == DropEffect::None) {
         setTarget({});
         event.ignore();
