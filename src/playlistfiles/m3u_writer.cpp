@@ -106,6 +106,9 @@ QString fileName(const Value& listName, qsizetype room)
     if (name.count(u'.') == name.size()) {
         name.replace(u'.', u'_');
     }
+    if (name.startsWith(u'.')) {
+        name[0] = u'_'; // a hidden file, which no player shows
+    }
     return name.isEmpty() ? u"_"_s : name;
 }
 

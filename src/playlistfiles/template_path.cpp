@@ -166,6 +166,9 @@ QString nameForPath(const QString& text, qsizetype room)
     if (isOnlyDots(name)) {
         name.replace(u'.', u'_');
     }
+    if (name.startsWith(u'.')) {
+        name[0] = u'_'; // a hidden file or folder, which no player shows
+    }
     return name;
 }
 

@@ -193,7 +193,7 @@ TEST_F(PlaylistExport, HostileTagsNeverLeaveTheTargetFolder)
     for (const QString& text : Template2Path::offered()) {
         const ExportResult result = run(text);
         EXPECT_EQ(result.copied, titles.size()) << text.toStdString();
-        EXPECT_EQ(result.listFile, target + u"/.._Liste_ _1__2.m3u"_s);
+        EXPECT_EQ(result.listFile, target + u"/_._Liste_ _1__2.m3u"_s);
         EXPECT_TRUE(files.fileExists(result.listFile));
     }
     (void)run(u"../../%N/../%A"_s);

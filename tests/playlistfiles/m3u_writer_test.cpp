@@ -148,6 +148,8 @@ TEST_F(M3uWriterTest, NamesOfListsThatNoFileCanHaveAreMadeOnesThatItCan)
 {
     EXPECT_EQ(m3uline::fileName(Value()), u"_"_s);
     EXPECT_EQ(m3uline::fileName(u"  "_s), u"_"_s);
+    EXPECT_EQ(m3uline::fileName(u".Test:x"_s), u"_Test_x"_s)
+        << "a hidden file is shown by no player";
     EXPECT_EQ(m3uline::fileName(u"a\nb"_s), u"a_b"_s);
     EXPECT_EQ(m3uline::fileName(QString(255, u'ä')).toUtf8().size(), 250);
     EXPECT_EQ(m3uline::replaced(Value(), u"ab", u'_'), QString());

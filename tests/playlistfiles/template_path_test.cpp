@@ -158,11 +158,18 @@ TEST(Template2Path, NamesOfDotsLeadNowhere)
     values.Album = u".."_s;
     values.Genre = u"."_s;
     values.Titel = u"../../etc/passwd"_s;
-    EXPECT_EQ(pathOf(u"%G/%A/%N"_s, values), u"_/__/.._.._etc_passwd.mp3"_s);
-    EXPECT_EQ(pathOf(u"../../%A/ . ./%N"_s, values), u"__/__/__/_ _/.._.._etc_passwd.mp3"_s);
+    EXPECT_EQ(pathOf(u"%G/%A/%N"_s, values), u"_/__/_._.._etc_passwd.mp3"_s);
+    EXPECT_EQ(pathOf(u"../../%A/ . ./%N"_s, values), u"__/__/__/_ _/_._.._etc_passwd.mp3"_s);
     EXPECT_EQ(pathOf(u"/../%N"_s, track()), u"__/Lichter.mp3"_s);
     values.DName = u"../x.mp3"_s;
-    EXPECT_EQ(pathOf(u"%O"_s, values), u".._x.mp3"_s);
+    EXPECT_EQ(pathOf(u"%O"_s, values), u"_._x.mp3"_s);
+}
+
+TEST(Template2Path, NoNameIsHidden)
+{
+    TemplateValues values = track();
+    values.Interpret = u".38 Kaliber"_s;
+    EXPECT_EQ(pathOf(u"%I/%I - %N"_s, values), u"_38 Kaliber/_38 Kaliber - Lichter.mp3"_s);
 }
 
 TEST(Template2Path, AValueOfTwoHalvesOfAStepUpIsOneName)
