@@ -69,6 +69,13 @@ SearchRequest readSearchText(const QString& text)
     return {SearchForm::Text, {}, text};
 }
 
+bool isHalfShortForm(const SearchRequest& request)
+{
+    const bool compares =
+        request.form == SearchForm::TextGreater || request.form == SearchForm::NumberGreater;
+    return compares && trimBlanks(request.value).isEmpty();
+}
+
 QStringList searchExamples()
 {
     return {u"Count>1"_s, u"Note=1"_s, u"BPM=130"_s};

@@ -32,6 +32,10 @@ struct SearchRequest
 /// leaves the value empty. "C=" compares as "C>" does: greater or equal.
 [[nodiscard]] SearchRequest readSearchText(const QString& text);
 
+/// Whether a comparison has nothing to compare with yet: "B>", "C>" and the like. It asks for
+/// nothing, so the rows stay.
+[[nodiscard]] bool isHalfShortForm(const SearchRequest& request);
+
 /// The examples of short forms that the list of the search line begins with.
 [[nodiscard]] QStringList searchExamples();
 

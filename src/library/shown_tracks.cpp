@@ -82,6 +82,9 @@ void ShownTracks::take(const ShownRequest& request)
 
 bool ShownTracks::search(const QString& text)
 {
+    if (isHalfShortForm(readSearchText(text))) {
+        return false; // its other half is being typed
+    }
     const ShownRequest request{ShownRequest::Kind::SearchLine, trimBlanks(text)};
     return showResult(text.startsWith(u'*'), request, [&] {
         return m_query.searchStatement(text, chosenSearchColumns(m_parts.settings));
@@ -107,9 +110,14 @@ bool ShownTracks::showResult(bool inside,
 {
     const BusyCursor busy(m_parts.pointer, inside ? PointerShape::Search : PointerShape::Wait);
     QString wanted;
-    if (!m_parts.guard.run(kShowEvent, [&] { wanted = statement(); }) ||
-        (wanted != m_parts.rows.data().RecordSource() && !apply(wanted))) {
+    if (!m_parts.guard.run(kShowEvent, [&] { wanted = statement(); })) {
         return false;
+    }
+    if (wanted != m_parts.rows.data().RecordSource()) {
+        if (!apply(wanted)) {
+            return false;
+        }
+        goToFirst();
     }
     m_isResult = true;
     take(request);
@@ -133,6 +141,18 @@ bool ShownTracks::apply(const QString& statement)
         }
     });
     return ran && isWhole;
+}
+
+/// Other tracks begin at their first; the keyboard in the grid has a row to act on.
+void ShownTracks::goToFirst()
+{
+    if (m_parts.rows.count() == 0) {
+        return;
+    }
+    m_parts.grid.showRow(0);
+    if (m_parts.grid.hasKeyboard()) {
+        m_parts.grid.goToRow(0, 0);
+    }
 }
 
 void ShownTracks::fitColumns()

@@ -77,6 +77,7 @@ public:
     void storeSorting();
 
     /// Fits the columns to their contents, when the setting `AutosizeGrid` asks for it.
+    void goToFirst();
     void fitColumns();
 
 private:

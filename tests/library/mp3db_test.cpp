@@ -90,6 +90,32 @@ TEST_F(Mp3dbTest, WithLiveSearchOffTypingHasNoEffectUntilEnter)
     EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s});
 }
 
+TEST_F(Mp3dbTest, HalfAComparisonLeavesTheRowsAsTheyAre)
+{
+    addTracks();
+    start();
+    search.setText(u"Lichtsp"_s);
+    for (const QString& half : {u"BPM>"_s, u"b>"_s, u"Note<"_s, u"C>"_s}) {
+        search.setText(half);
+        EXPECT_EQ(titles(), QStringList{u"Lichtspiel"_s}) << half.toStdString();
+    }
+}
+
+TEST_F(Mp3dbTest, OtherTracksBeginAtTheirFirst)
+{
+    addTracks();
+    start();
+    search.setText(u"L"_s);
+    grid.goToRow(2, 2);
+    search.setText(u"Li"_s);
+    EXPECT_EQ(grid.shownRow, 0);
+    EXPECT_EQ(grid.current, 2) << "while the user types nothing is selected for him";
+    grid.keyboard = true;
+    search.setText(u"L"_s);
+    EXPECT_EQ(grid.current, 0);
+    EXPECT_EQ(grid.top, 0);
+}
+
 TEST_F(Mp3dbTest, TheSettingsSayWhichColumnsAreSearchedToo)
 {
     addTracks();
