@@ -116,7 +116,7 @@ private:
     void tell(const ExportResult& result);
     void tellFailures(const ExportResult& result);
     /// Returns the path of the log, which is never cut.
-    QString logAll(const ExportResult& result) const;
+    [[nodiscard]] QString logAll(const ExportResult& result) const;
     [[nodiscard]] QString outcomeOf(const ExportResult& result) const;
     [[nodiscard]] QString reasonOf(const ExportFailure& failure) const;
 

@@ -74,7 +74,7 @@ std::span<const ContextRow> contextRows()
 }
 
 ContextMenu::ContextMenu(ContextMenuParts parts, MLVMessageBus& bus, const QString& windowName)
-    : m_parts(std::move(parts))
+    : m_parts(parts)
     , m_bus(bus, windowName)
 {}
 
