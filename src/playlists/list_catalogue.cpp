@@ -109,6 +109,8 @@ void ListCatalogue::renameGroup(GroupId group, const QString& name)
     quiet(u"UpdateGroupName"_s, [&](Database& database) {
         database.Execute(u"update pl_group set name="_s + sql::text(cleaned(name)) +
                          u" where grid="_s + number(group));
+        // The files of its lists lie in a folder of that name.
+        database.Execute(u"update pl_name set sicherung=true where grid="_s + number(group));
     });
 }
 

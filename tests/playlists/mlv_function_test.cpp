@@ -365,9 +365,12 @@ TEST_F(MlvFunctionTest, NamesLoseTheirQuotesAndAListWaitsToBeSaved)
     function.UpdatePlaylistName(list, u"Rock'n'Roll\" [x] *\n"_s);
     EXPECT_EQ(lists.value(u"select name from pl_name"_s).toText(), u"Rock*n*Roll\" [x] *\n"_s);
     EXPECT_TRUE(lists.value(u"select sicherung from pl_name"_s).toBool());
+    lists.execute(u"update pl_name set sicherung=false"_s);
     function.UpdateGroupName(GroupId(lists.value(u"select grid from pl_group"_s).toLong()),
                              u"O'Neill"_s);
     EXPECT_EQ(lists.value(u"select name from pl_group"_s).toText(), u"O*Neill"_s);
+    EXPECT_TRUE(lists.value(u"select sicherung from pl_name"_s).toBool())
+        << "the files of its lists lie in a folder of that name";
 }
 
 TEST_F(MlvFunctionTest, TheListsOfAGroupAreRenumberedByAColumn)
