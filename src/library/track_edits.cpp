@@ -60,15 +60,22 @@ std::optional<int> toggled(const Value& del)
 /// What a cell of numbers holds for a typed text; nothing for one that the field does not take.
 std::optional<Value> numberText(TrackField field, const QString& text)
 {
-    if (leadingNumber(text) == 0) {
+    const QString typed = trimBlanks(text);
+    if (field == TrackField::Note) {
+        // Nothing and 0 take the rating away; a slip of the finger must not.
+        const bool isMark = typed.size() == 1 && typed[0] >= u'1' && typed[0] <= u'5';
+        const bool isNone = typed.isEmpty() || typed == "0"_L1;
+        return isMark   ? std::optional(Value(typed))
+               : isNone ? std::optional(Value(QString()))
+                        : std::nullopt;
+    }
+    const double number = leadingNumber(typed);
+    if (number == 0) {
         return Value(QString());
     }
-    if (field != TrackField::Note) {
-        return Value(text);
-    }
-    const QString mark = trimBlanks(text);
-    const bool isMark = mark.size() == 1 && mark[0] >= u'1' && mark[0] <= u'5';
-    return isMark ? std::optional(Value(mark)) : std::nullopt;
+    bool isWhole = false;
+    typed.toDouble(&isWhole);
+    return Value(isWhole ? typed : QString::number(number));
 }
 
 } // namespace

@@ -252,7 +252,7 @@ TEST_F(TrackEditsTest, AZeroInNoteTempoOrTrackEmptiesTheCell)
 
 TEST_F(TrackEditsTest, ATextWithoutANumberEmptiesTheFieldsThatAreNumbers)
 {
-    for (const QString& field : {u"Note"_s, u"BPM"_s, u"Track"_s}) {
+    for (const QString& field : {u"BPM"_s, u"Track"_s}) {
         edits.commit(0, field, u"4"_s);
         edits.commit(0, field, u"x"_s);
         EXPECT_EQ(cell(0, field).toText(), QString()) << field.toStdString();
@@ -261,6 +261,8 @@ TEST_F(TrackEditsTest, ATextWithoutANumberEmptiesTheFieldsThatAreNumbers)
     EXPECT_EQ(cell(0, u"BPM"_s).toText(), QString());
     edits.commit(0, u"BPM"_s, u"128.5"_s);
     EXPECT_EQ(cell(0, u"BPM"_s).toText(), u"128.5"_s);
+    edits.commit(0, u"BPM"_s, u"12abc"_s);
+    EXPECT_EQ(cell(0, u"BPM"_s).toText(), u"12"_s) << "the number in front";
     edits.commit(0, u"Titel"_s, u"abc"_s);
     EXPECT_EQ(cell(0, u"Titel"_s).toText(), u"abc"_s);
     EXPECT_EQ(failures, QStringList());
@@ -270,7 +272,7 @@ TEST_F(TrackEditsTest, ANoteIsOneToFiveAndAnyOtherIsRefusedWithTheReason)
 {
     edits.commit(0, u"Note"_s, u" 5 "_s);
     EXPECT_EQ(cell(0, u"Note"_s).toText(), u"5"_s);
-    const QStringList refused{u"9"_s, u"6"_s, u"-1"_s, u"2,5"_s, u"1a"_s, u"12"_s};
+    const QStringList refused{u"9"_s, u"6"_s, u"-1"_s, u"2,5"_s, u"1a"_s, u"12"_s, u"x"_s};
     for (const QString& text : refused) {
         edits.commit(0, u"note"_s, text);
         EXPECT_EQ(cell(0, u"Note"_s).toText(), u"5"_s) << text.toStdString();
