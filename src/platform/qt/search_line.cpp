@@ -27,6 +27,8 @@ SearchLine::SearchLine(const IconSet& icons, QWidget* parent)
         m_clear->setVisible(!now.isEmpty());
         emit textChanged(now);
     });
+    // At the end of typing the box takes a text that stands in its list for a choice from it.
+    disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
     connect(this, &QComboBox::activated, this, [this] { emit entered(text()); });
 }
 

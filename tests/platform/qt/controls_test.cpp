@@ -71,6 +71,19 @@ TEST_F(SearchLineTest, DownGoesToTheListAndEnterSearches)
     EXPECT_EQ(line.text(), u"Meer"_s);
 }
 
+TEST_F(SearchLineTest, LeavingTheLineIsNoEnterThoughItsTextStandsInTheList)
+{
+    line.setList({u"Note=1"_s, u"BPM=130"_s});
+    QSignalSpy entered(&line, &SearchLine::entered);
+    QTest::keyClicks(&line, u"Note=1"_s);
+    QFocusEvent left(QEvent::FocusOut, Qt::TabFocusReason);
+    QApplication::sendEvent(line.lineEdit(), &left);
+    EXPECT_EQ(entered.count(), 0);
+    EXPECT_EQ(line.text(), u"Note=1"_s);
+    emit line.activated(1);
+    EXPECT_EQ(entered.count(), 1) << "a choice from the list";
+}
+
 TEST_F(SearchLineTest, KeysOfTheListDoNotReplaceWhatIsTyped)
 {
     line.setList({u"BPM=120"_s, u"BPM=130"_s});
