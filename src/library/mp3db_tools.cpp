@@ -202,7 +202,9 @@ void ctl_MP3DB::digitPressed(int digit)
 
 void ctl_MP3DB::monitorPressed(const QString& key)
 {
-    m_monitorCommand = key;
+    if (key != "play.stop"_L1) {
+        m_monitorCommand = key; // a double click plays in the same way
+    }
     m_bus.SendMessage(bus::monitorMessage(key), GetFID());
 }
 
