@@ -122,6 +122,8 @@ void DataGrid::mouseDoubleClickEvent(QMouseEvent* event)
 {
     const QModelIndex index = indexAt(event->position().toPoint());
     if (index.isValid() && event->button() == Qt::LeftButton) {
+        // The first press with Ctrl has taken the row out of a selection that held it.
+        selectionModel()->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
         emit rowActivated(index.row());
     }
 }

@@ -252,6 +252,18 @@ TEST_F(GridInputTest, ATextThatIsNotTakenStaysInTheOpenCellUntilItIsMendedOrGive
     EXPECT_TRUE(test::waitFor([this] { return grid.findChild<QLineEdit*>() == nullptr; }));
 }
 
+TEST_F(GridInputTest, ADoubleClickWithCtrlKeepsTheClickedRowAmongTheSelected)
+{
+    show(10);
+    grid.goToRow(2, 0);
+    grid.select({{2, 4}});
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::ControlModifier, middleOf(3));
+    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, Qt::ControlModifier, middleOf(3));
+    ASSERT_EQ(grid.selection().size(), 1U);
+    EXPECT_EQ(grid.selection()[0].first, 2);
+    EXPECT_EQ(grid.selection()[0].last, 4);
+}
+
 TEST_F(GridInputTest, KeysOfAnOpenEditorAreNoKeysOfTheGrid)
 {
     show(10);
