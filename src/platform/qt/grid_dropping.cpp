@@ -127,8 +127,9 @@ bool GridDropping::handle(QDropEvent& event, bool onHeadings)
         m_target.drop(offer);
         return true;
     }
+    m_pointerY = onHeadings ? 0 : event.position().toPoint().y();
     showMarker(offer);
-    watchEdges(onHeadings ? 0 : event.position().toPoint().y());
+    watchEdges(m_pointerY);
     return true;
 }
 
@@ -176,11 +177,17 @@ void GridDropping::watchEdges(int y)
 void GridDropping::scrollOneRow()
 {
     QScrollBar* bar = m_grid.verticalScrollBar();
-    bar->setValue(bar->value() + m_scrollStep);
-    // A drag that has left the window without a word must not scroll for ever.
-    if (!m_timerVisibleDrag.isActive()) {
-        hideMarker();
+    const int before = bar->value();
+    bar->setValue(before + m_scrollStep);
+    if (bar->value() == before) {
+        m_timerRowScroll.stop(); // the end of the rows; one that has left scrolls no further, too
+        return;
     }
+    // The rows have carried the line away; it stays where the drop would fall.
+    DropOffer offer;
+    offer.row = m_grid.rowAt(m_pointerY);
+    offer.spot = offer.row >= 0 ? DropOffer::Spot::OnRow : DropOffer::Spot::BelowRows;
+    showMarker(offer);
 }
 
 } // namespace melovane

@@ -39,6 +39,7 @@ private:
     QWidget* m_marker;         ///< `frame_InsertPos`
     QTimer m_timerRowScroll;   ///< `Timer_RowScroll`
     QTimer m_timerVisibleDrag; ///< `TimerVisibleDrag`
+    int m_pointerY = 0;        ///< of the drag, in the viewport
     int m_scrollStep = 0;      ///< rows per tick: -1, 0 or 1
 };
 
