@@ -122,6 +122,20 @@ TEST_F(ApplicationTest, TheEndOfTheSessionKeepsWhatAClosedWindowKeeps)
     EXPECT_EQ(place, QRect(10, 20, 740, 650));
 }
 
+TEST_F(ApplicationTest, InANarrowWindowTheSearchLineHasTheKeyboardAtTheStart)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    suite.write(u"melovane.ini"_s, "[DBPosition]\nLeft=0\nTop=0\nWhidth=640\nHeight=400\n");
+    const QWidget* first = nullptr;
+    const QWidget* line = nullptr;
+    run([&](QMainWindow& window) {
+        first = window.focusWidget();
+        line = window.findChild<QComboBox*>(u"Text1"_s);
+    });
+    ASSERT_NE(line, nullptr);
+    EXPECT_EQ(first, line);
+}
+
 TEST_F(ApplicationTest, WhatCouldNotBeKeptAtTheEndIsToldButNotToAnEndFromOutside)
 {
     suite.library.add({.Titel = u"Brandung"_s});
