@@ -63,6 +63,7 @@ ExportPlan readRows(const ExportParts& parts, const ExportOrder& order)
         item.lines = (order.withData ? lines.of(*rows) : QString()) + m3uline::place(item.relative);
         plan.items.push_back(std::move(item));
     }
+    plan.leftOut = M3uWriter(*database, parts.files).withoutTrack(order.list);
     return plan;
 }
 

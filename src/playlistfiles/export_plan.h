@@ -3,6 +3,7 @@
 #include "playlists/playlist_ids.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -45,6 +46,7 @@ struct ExportPlan
     QString listFile; ///< full path
     QString header;
     std::vector<ExportItem> items;
+    QStringList leftOut; ///< see M3uWriter::withoutTrack
 
     /// Bytes that the target volume must have free when its files take up whole blocks.
     [[nodiscard]] qint64 spaceNeeded(const Files& files, const QString& folder, qint64 block) const;

@@ -31,6 +31,9 @@ ExportResult SavePlaylistFiles::run(ExportOrder order)
     m_result = {};
     m_written.clear();
     const auto plan = planExport(m_parts, order, [this] { return !m_stop; });
+    if (plan) {
+        m_result.leftOut = plan->leftOut;
+    }
     if (!plan) {
         m_result.end = ExportResult::End::Stopped;
     } else if (plan->items.empty()) {

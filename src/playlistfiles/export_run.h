@@ -45,6 +45,7 @@ struct ExportResult
     QString listFile;
     QString detail;
     std::vector<ExportFailure> failures;
+    QStringList leftOut; ///< entries whose track is gone, see M3uWriter::withoutTrack
     /// Copies that a later row of another track has replaced, since both got the same path.
     QStringList replaced;
 };

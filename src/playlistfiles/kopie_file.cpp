@@ -9,6 +9,7 @@
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "platform/system/trim_blanks.h"
+#include "playlistfiles/store_playlists.h"
 
 #include <QLocale>
 #include <QScopedValueRollback>
@@ -331,7 +332,8 @@ void frmKopieFile::tell(const ExportResult& result)
 {
     using End = ExportResult::End;
     const QString outcome = outcomeOf(result);
-    const bool isGood = result.end == End::Done && result.failures.empty();
+    const bool isGood =
+        result.end == End::Done && result.failures.empty() && result.leftOut.isEmpty();
     log(outcome);
     m_parts.form.setOutcome(outcome, isGood);
     for (const QString& name : result.replaced) {
@@ -347,6 +349,12 @@ void frmKopieFile::tell(const ExportResult& result)
     }
     if (!result.failures.empty() || !result.replaced.isEmpty()) {
         tellFailures(result);
+    }
+    if (!result.leftOut.isEmpty()) {
+        const QString missing = leftOutText(m_parts.texts, result.leftOut);
+        log(missing);
+        m_parts.warnings.ShowWarning(missing, WarningType::Note,
+                                     m_parts.texts.text(u"export.failed.title"), u"m3u.leftout"_s);
     }
 }
 

@@ -342,6 +342,19 @@ TEST_F(KopieFile, AFailedCopyIsToldAtTheEndWithItsName)
     EXPECT_TRUE(form.log.endsWith(u"a.mp3: Datei nicht gefunden\r\n"_s));
 }
 
+TEST_F(KopieFile, AnEntryWhoseTrackIsGoneIsToldAndNoGoodEnd)
+{
+    suite.execute(u"delete from db_all where DName='a.mp3'"_s);
+    answers.expectMessage(u"1: "_s);
+    show([this] {
+        form.logic->folderTyped(target);
+        form.logic->cmdStart();
+    });
+    EXPECT_EQ(copies(), QStringList{u"b.mp3"_s});
+    EXPECT_FALSE(form.outcomeIsGood);
+    EXPECT_TRUE(form.log.contains(u"weil ihr Titel nicht mehr in der Bibliothek ist"_s));
+}
+
 TEST_F(KopieFile, OfManyFailuresTheMessageNamesTheFirstAndTheLogAll)
 {
     QStringList tracks;
