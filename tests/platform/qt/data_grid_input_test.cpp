@@ -110,6 +110,42 @@ TEST_F(GridInputTest, ADoubleClickBesideTheRowsActivatesNothing)
     EXPECT_EQ(activated.count(), 0);
 }
 
+TEST_F(GridInputTest, AHeldDeleteKeyIsToldOnceAlsoWhenARepeatDoesNotSayThatItIsOne)
+{
+    show(10);
+    const auto hold = [this] {
+        const auto send = [this](QEvent::Type type, bool isTold, quint64 time) {
+            QKeyEvent event(type, Qt::Key_Delete, Qt::NoModifier, QString(), isTold);
+            event.setTimestamp(time);
+            QApplication::sendEvent(&grid, &event);
+        };
+        send(QEvent::KeyPress, false, 100);
+        for (const quint64 time : {600, 640, 680, 720}) {
+            send(QEvent::KeyRelease, time < 640, time);
+            send(QEvent::KeyPress, time < 640, time);
+        }
+        send(QEvent::KeyRelease, false, 730);
+    };
+    QSignalSpy deleted(&grid, &DataGrid::deletePressed);
+    hold();
+    EXPECT_EQ(deleted.count(), 1);
+    grid.setDeleteAtPress();
+    hold();
+    EXPECT_EQ(deleted.count(), 2);
+}
+
+TEST_F(GridInputTest, DeleteIsToldAtThePressWhereTheGridIsMadeSo)
+{
+    show(10);
+    grid.setDeleteAtPress();
+    QSignalSpy deleted(&grid, &DataGrid::deletePressed);
+    QTest::keyPress(&grid, Qt::Key_Delete);
+    EXPECT_EQ(deleted.count(), 1);
+    QTest::keyRelease(&grid, Qt::Key_Delete);
+    QTest::keyClick(&grid, Qt::Key_Delete, Qt::ShiftModifier);
+    EXPECT_EQ(deleted.count(), 1);
+}
+
 TEST_F(GridInputTest, DeleteIsToldWhenTheKeyIsLetGoAndDigitsOnlyWithCtrl)
 {
     show(10);
