@@ -20,7 +20,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"m3u.import.cancelled.one", u"Import abgebrochen, $1 Playlist ist da"},
     {u"m3u.inserted", u"$1 Titel aus Listen eingefügt"},
     {u"m3u.inserted.one", u"$1 Titel aus Listen eingefügt"},
-    {u"m3u.insert.cancelled", u"Einfügen abgebrochen, nichts wurde geändert"},
+    {u"m3u.insert.cancelled", u"Einfügen abgebrochen, die Playliste ist unverändert"},
     {u"m3u.cancel", u"Abbrechen"},
     {u"m3u.save.title", u"Playliste speichern"},
     {u"m3u.save.nolist", u"Es ist keine Playliste geöffnet."},

@@ -37,6 +37,7 @@ struct M3uCommands::Work
     std::unique_ptr<ProgressWindow> window;
     QString text;
     int errors = 0;
+    int entered = 0; ///< tracks that are new in the library
 };
 
 M3uCommands::M3uCommands(M3uCommandParts parts)
@@ -77,7 +78,16 @@ bool M3uCommands::load(Work& work, const QStringList& files)
 {
     work.text = path::fileName(files.first());
     work.errors += m_parts.m3u.LoadPlaylists(files);
+    work.entered += m_parts.m3u.entered();
     return !m_parts.m3u.wasGivenUp();
+}
+
+/// The views of the library show new tracks at once, as behind the importer.
+void M3uCommands::tellEntered(const Work& work)
+{
+    if (work.entered > 0) {
+        m_bus.SendMessage(bus::kDbChange);
+    }
 }
 
 void M3uCommands::importLists()
@@ -133,6 +143,7 @@ void M3uCommands::importLists(const QStringList& files)
     tell(goesOn ? m_parts.texts.text(u"m3u.imported"_s, counted(u"m3u.imported.lists"_s, lists),
                                      counted(u"m3u.imported.tracks"_s, entries))
                 : counted(u"m3u.import.cancelled"_s, lists));
+    tellEntered(work);
     if (lists > 0) {
         m_bus.SendMessage(bus::kRefreshPlaylistTree);
         m_bus.SendMessage(isJingle ? bus::kJinglelistAktivieren : bus::kPlaylistAktivieren,
@@ -165,6 +176,7 @@ bool M3uCommands::insertLists(const QStringList& files,
     m3u.events = {};
     tell(goesOn ? counted(u"m3u.inserted"_s, entries)
                 : m_parts.texts.text(u"m3u.insert.cancelled"_s));
+    tellEntered(work);
     askForLog(work);
     return entries > 0;
 }

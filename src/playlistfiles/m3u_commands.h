@@ -65,6 +65,7 @@ private:
 
     void watch(Work& work);
     [[nodiscard]] bool load(Work& work, const QStringList& files);
+    void tellEntered(const Work& work);
     void askForLog(const Work& work);
     [[nodiscard]] QString rememberedFolder(const QString& key) const;
     void remember(const QString& key, const QString& file);

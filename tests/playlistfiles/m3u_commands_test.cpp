@@ -122,6 +122,23 @@ TEST_F(M3uCommandsTest, OneListAndOneTrackAreToldInTheSingular)
     EXPECT_EQ(sent.first(), u"show.statustext 1 Playlist mit 1 Titel importiert"_s);
 }
 
+TEST_F(M3uCommandsTest, TracksThatAListBringsAreToldToTheViewsOfTheLibrary)
+{
+    addFile(u"neu.mp3"_s);
+    const QString file = writeList("neu.mp3\n");
+    commands.importLists({file});
+    EXPECT_EQ(sent.count(u"db.change "_s), 1);
+    EXPECT_LT(sent.indexOf(u"db.change "_s), sent.indexOf(u"refresh.playlist.tree "_s));
+    addFile(u"noch einer.mp3"_s);
+    const Pnid list = Pnid(lists.value(u"select min(nid) from pl_name"_s).toLong());
+    sent.clear();
+    EXPECT_TRUE(commands.insertLists({writeList("noch einer.mp3\n")}, list, {}, 0));
+    EXPECT_EQ(sent.count(u"db.change "_s), 1);
+    sent.clear();
+    EXPECT_TRUE(commands.insertLists({file}, list, {}, 0));
+    EXPECT_EQ(sent.count(u"db.change "_s), 0) << "the library has it";
+}
+
 TEST_F(M3uCommandsTest, TheFolderOfTheLastImportIsRemembered)
 {
     const QString folder = music.file(u"sub"_s);
@@ -207,7 +224,8 @@ TEST_F(M3uCommandsTest, ACancelledDropChangesNothing)
     answers.expectMessage(u"Protokoll"_s, WarningAnswer::No);
     EXPECT_FALSE(commands.insertLists({writeList(entry(2) + manyLines())}, list, Sid{10}, 0));
     EXPECT_EQ(lists.entries(list), u"10:1"_s);
-    EXPECT_EQ(sent, QStringList{u"show.statustext Einfügen abgebrochen, nichts wurde geändert"_s});
+    EXPECT_EQ(sent, QStringList{
+                        u"show.statustext Einfügen abgebrochen, die Playliste ist unverändert"_s});
 }
 
 TEST_F(M3uCommandsTest, ADroppedListWithFailuresInsertsTheGoodRowsAndThenAsksAboutTheLog)

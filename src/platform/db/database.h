@@ -187,10 +187,10 @@ public:
     /// Lets go of every file handle on that database that no open Database needs.
     virtual void Release(const QString& name) = 0;
 
-    /// Leaves that database to another program: lets go as Release does, and refuses every open of
-    /// it with kReleased, by whatever name, until TakeBack. What this program wrote meanwhile would
-    /// be lost, for the other one may put another file in its place. A Database that is still open
-    /// works on.
+    /// Leaves that database to another program: lets go of it as Release does, and of its side
+    /// files, and refuses every open of it with kReleased, by whatever name, until TakeBack. What
+    /// this program wrote meanwhile would be lost, for the other one may put another file in its
+    /// place. A Database that is still open works on.
     virtual void GiveAway(const QString& name) = 0;
 
     /// The database may be opened again, whether or not it was given away.
