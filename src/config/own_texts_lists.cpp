@@ -32,6 +32,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"store.title", u"Playlisten speichern"},
     {u"store.written", u"$1 Playlisten in $2 gespeichert"},
     {u"store.failed", u"$1 Playlisten wurden nicht gespeichert:\\n\\n$2"},
+    {u"store.nofolder", u"der Ordner $1 lässt sich nicht anlegen"},
     {u"store.more", u"und $1 weitere"},
 });
 // clang-format on

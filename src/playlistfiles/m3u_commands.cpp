@@ -3,6 +3,7 @@
 #include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/refusals.h"
 #include "platform/controls/file_chooser.h"
 #include "platform/controls/progress_window.h"
 #include "platform/controls/warnings.h"
@@ -257,7 +258,8 @@ void M3uCommands::saveList(Pnid list)
         tellLeftOut();
         return;
     }
-    m_parts.warnings.ShowWarning(m_parts.texts.text(u"m3u.save.failed"_s, target, m_lastFailure),
+    m_parts.warnings.ShowWarning(m_parts.texts.text(u"m3u.save.failed"_s, target,
+                                                    systemReasonText(m_parts.texts, m_lastFailure)),
                                  WarningType::Stop, m_parts.texts.text(u"achtung"_s),
                                  u"m3u.save.failed"_s);
 }
