@@ -197,7 +197,10 @@ void M3uCommands::askForLog(const Work& work)
         m_parts.texts.text(u"warnM3UErrors"_s), WarningType::Question,
         m_parts.texts.text(u"achtung"_s), u"warnM3UErrors"_s, u"warnM3UErrors.plctl"_s);
     if (answer == WarningAnswer::Yes) {
-        m_parts.openFile(m_parts.m3u.logFile());
+        // The place is told in any case: whether the desktop's program really shows it is not seen.
+        const QString file = m_parts.m3u.logFile();
+        const bool isOpened = m_parts.openFile(file);
+        tell(m_parts.texts.text(isOpened ? u"m3u.log.opened"_s : u"m3u.log.noopener"_s, file));
     }
 }
 
