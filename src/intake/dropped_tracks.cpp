@@ -58,7 +58,7 @@ DroppedTracks::Result DroppedTracks::take(const QStringList& places)
         }
     }
     Transaction all(*database);
-    tracks.write();
+    [[maybe_unused]] const bool isDone = tracks.write();
     all.commit();
     for (qsizetype i = 0; i < files.size(); ++i) {
         const QString fid = known.at(i).isEmpty() ? tracks.fidOf(files.at(i)) : known.at(i);

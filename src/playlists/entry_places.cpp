@@ -66,13 +66,16 @@ std::optional<EntryPlace> neighbourOf(Database& database, const EntryPlace& plac
     // Of equal positions the younger entry stands first, so numbers run against positions.
     const QString side = step < 0 ? u"<"_s : u">"_s;
     const QString ofNumber = step < 0 ? u">"_s : u"<"_s;
-    const QString order = step < 0 ? u"sid desc, plid"_s : u"sid, plid desc"_s;
+    const QString order =
+        step < 0 ? u"pl_all.sid desc, pl_all.plid"_s : u"pl_all.sid, pl_all.plid desc"_s;
     const QString sid = sql::number(numberOf(place.position));
-    const auto found =
-        readPlaces(database, u"select top 1 plid, pnid, sid from pl_all where pnid=%1 and sid%2=%3 "
-                             "and (sid%2%3 or plid%4%5) order by %6"_s.arg(
-                                 sql::number(numberOf(place.list)), side, sid, ofNumber,
-                                 sql::number(numberOf(place.entry)), order));
+    const auto found = readPlaces(
+        database,
+        u"select top 1 pl_all.plid, pl_all.pnid, pl_all.sid from pl_all inner join db_all on "
+        "pl_all.fid = db_all.fid where pl_all.pnid=%1 and pl_all.sid%2=%3 "
+        "and (pl_all.sid%2%3 or pl_all.plid%4%5) order by %6"_s.arg(
+            sql::number(numberOf(place.list)), side, sid, ofNumber,
+            sql::number(numberOf(place.entry)), order));
     return found.empty() ? std::nullopt : std::optional(found.front());
 }
 
@@ -118,9 +121,13 @@ void swapNeighbours(Database& database,
         return;
     }
     std::vector<EntryPlace> places = placesFrom(database, list, upper.position);
-    const auto isUpper = [&](const EntryPlace& place) { return place.entry == upper.entry; };
-    const auto first = std::find_if(places.begin(), places.end(), isUpper);
-    if (places.end() - first < 2) {
+    const auto placeIn = [&places](Plid entry) {
+        return std::find_if(places.begin(), places.end(),
+                            [entry](const EntryPlace& place) { return place.entry == entry; });
+    };
+    const auto first = placeIn(upper.entry);
+    const auto second = placeIn(lower.entry);
+    if (first == places.end() || second == places.end()) {
         return; // another program has taken one of them away
     }
     std::vector<qint64> positions;
@@ -128,7 +135,7 @@ void swapNeighbours(Database& database,
     for (const EntryPlace& place : places) {
         positions.push_back(numberOf(place.position));
     }
-    std::iter_swap(first, first + 1);
+    std::iter_swap(first, second);
     for (size_t i = 0; i < places.size(); ++i) {
         const bool follows = i == 0 || positions[i] > positions[i - 1] ||
                              (positions[i] == positions[i - 1] &&

@@ -36,6 +36,7 @@ struct EntryPlace
 [[nodiscard]] std::optional<EntryPlace> placeOf(Database& database, Plid entry);
 
 /// The entry in front of another (step -1) or behind it (1) in the same list; nothing at the ends.
+/// One whose track is gone is passed over: no grid shows it, so the user cannot mean it.
 [[nodiscard]] std::optional<EntryPlace>
 neighbourOf(Database& database, const EntryPlace& place, int step);
 
@@ -55,8 +56,9 @@ private:
     RowUpdate m_update;
 };
 
-/// Exchanges two entries of a list, `lower` right behind `upper`. Where others share their
-/// positions, those behind move on as far as the order needs it; the two never end on one.
+/// Exchanges two entries of a list, `lower` behind `upper`; what stands between them stays. Where
+/// others share their positions, those behind move on as far as the order needs it; the two never
+/// end on one.
 void swapNeighbours(Database& database,
                     ListEdit& edit,
                     const EntryPlace& upper,

@@ -253,6 +253,8 @@ void ListHistory::makeSideFile(const QString& mainFile, const QString& sideFile)
     maker.sourceFile = mainFile;
     maker.CreateDB();
     m_engine.OpenDatabase(sideFile)->tableDefs().Append(historyTable());
+    // From now on it is reached through its library, and let go with it.
+    m_engine.Release(sideFile);
 }
 
 void ListHistory::write(Database& database, const Record& record)

@@ -95,6 +95,7 @@ PlaylistLook::PlaylistLook(const Clock& clock, const ConfigObjects& texts)
 void PlaylistLook::setColours(const UpdateColors& colours)
 {
     m_notes = NoteColours::from(colours);
+    m_notes.noteTextBold = false; // the setting is the library's
     m_flagged = colours.colour(u"RowShowDEL"_s);
 }
 

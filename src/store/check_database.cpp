@@ -222,6 +222,8 @@ bool CheckDatabase::checkSideFile(const QString& testLink,
         quietly(m_sink, u"ClonTableStrukt"_s,
                 [&] { creator.ClonTableStrukt(table.templateName, table.name); });
     }
+    // From now on it is reached through its library, and let go with it.
+    m_engine.Release(sideFile);
     std::swap(creator.targetFile, creator.sourceFile);
     for (const SideTable& table : tables) {
         quietly(m_sink, u"LinkTable"_s, [&] { creator.LinkTable(table.name, {}); });

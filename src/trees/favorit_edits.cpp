@@ -193,6 +193,8 @@ void FavoritEdits::rowDropped(int from, int to, DropPlace place)
     if (!m_rows.isList(from) || from == to || to < 0 || to >= m_tree.rowCount()) {
         return;
     }
+    const Pnid list = m_rows.listOf(from);
+    const bool wasJingle = treekey::isJingleRow(m_tree.row(from).key);
     int target = place == DropPlace::Above ? to : to + 1;
     if (!m_rows.groupId(to).isEmpty()) {
         target = m_rows.endOfGroup(to);
@@ -208,6 +210,10 @@ void FavoritEdits::rowDropped(int from, int to, DropPlace place)
     m_parts.lists.catalogue().arrange(FavoritTree::places(rows));
     m_parts.bus.SendMessage(bus::kRefreshPlaylist);
     m_rows.refresh();
+    const int now = m_rows.rowOfList(list);
+    if (m_rows.isOpen(now) && treekey::isJingleRow(m_tree.row(now).key) != wasJingle) {
+        m_parts.open(now); // who shows it knows its kind by the message that opened it
+    }
 }
 
 // ---- deleting

@@ -302,6 +302,32 @@ TEST_F(PlInsertMoveDel, ARowIsSwappedWithItsNeighbourAndStaysAtTheEnds)
     EXPECT_EQ(lists.history.nextUndo()->action, ListAction::MoveUp);
 }
 
+TEST_F(PlInsertMoveDel, ARowIsSwappedOverEntriesWhoseTrackIsGone)
+{
+    const Pnid list = lists.addList({10, 20, 30, 40});
+    const QStringList plids = lists.plids(list);
+    lists.execute(u"delete from db_all where fid in ('800000000002','800000000004')"_s);
+    edits.swapWithNeighbour(Plid(plids[2].toInt()), list, -1);
+    EXPECT_EQ(lists.entries(list), u"10:3 20:2 30:1 40:4"_s);
+    edits.swapWithNeighbour(Plid(plids[0].toInt()), list, 1);
+    EXPECT_EQ(lists.entries(list), u"10:3 20:2 30:1 40:4"_s) << "behind it stands none to be seen";
+    EXPECT_EQ(lists.history.undo().outcome, ListHistory::Outcome::Done);
+    EXPECT_EQ(lists.entries(list), u"10:1 20:2 30:3 40:4"_s);
+    EXPECT_FALSE(lists.history.nextUndo().has_value());
+}
+
+TEST_F(PlInsertMoveDel, ASwapOverAGoneTrackOnASharedPositionExchangesTheTwoRows)
+{
+    const Pnid list = lists.addList({5, 5, 5, 9});
+    EXPECT_EQ(lists.entries(list), u"5:3 5:2 5:1 9:4"_s);
+    const Plid last{lists.plids(list)[2].toInt()};
+    lists.execute(u"delete from db_all where fid='800000000002'"_s);
+    edits.swapWithNeighbour(last, list, -1);
+    EXPECT_EQ(lists.entries(list), u"5:1 6:2 7:3 9:4"_s);
+    edits.swapWithNeighbour(last, list, 1);
+    EXPECT_EQ(lists.entries(list), u"5:3 6:2 7:1 9:4"_s);
+}
+
 TEST_F(PlInsertMoveDel, ASwapAmongEqualPositionsGivesDifferentOnesAndMovesOneRow)
 {
     const Pnid list = lists.addList({5, 8, 8, 9, 20});

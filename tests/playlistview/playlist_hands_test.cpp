@@ -172,6 +172,24 @@ TEST_F(PlaylistHands, CtrlDownOnTheLastRowDoesNothingAndTakesNoSnapshot)
     EXPECT_EQ(lists.value(u"select count(*) from TEMP_PL_UNDO"_s).toLong(), 3);
 }
 
+TEST_F(PlaylistHands, OnePressMovesARowOverAnEntryThatTheGridDoesNotShow)
+{
+    openList(4);
+    lists.execute(u"delete from db_all where fid in ('800000000002','800000000004')"_s);
+    view.Refresh();
+    ASSERT_EQ(rows(), u"1 3"_s);
+    stand(1);
+    view.moveRow(-1);
+    EXPECT_EQ(rows(), u"3 1"_s);
+    EXPECT_EQ(grid.current, 0);
+    stand(1);
+    view.moveRow(1);
+    EXPECT_EQ(rows(), u"3 1"_s);
+    view.undo();
+    EXPECT_EQ(rows(), u"1 3"_s);
+    EXPECT_FALSE(lists.history.nextUndo().has_value()) << "what is not seen is no step";
+}
+
 TEST_F(PlaylistHands, AMovedRowStaysCurrentAndIsToldOnceTheHandRests)
 {
     openList(4);

@@ -166,6 +166,15 @@ TEST_F(PlaylistLookTest, RatingsAreBadgesAndFlaggedTracksAreStruckOut)
     EXPECT_TRUE(look.style(u"Titel"_s, Row({{u"DEL"_s, 2}})).struckOut);
 }
 
+TEST_F(PlaylistLookTest, ARatingIsNeverBoldHereWhateverTheLibrarysIs)
+{
+    settings->WriteKeyValue(u"Color"_s, u"NoteTextBold"_s, u"-1"_s);
+    look.setColours(UpdateColors(*settings));
+    const CellStyle style = look.style(u"Note"_s, Row({{u"Note"_s, u"5"_s}}));
+    EXPECT_TRUE(style.badge.has_value());
+    EXPECT_FALSE(style.bold);
+}
+
 TEST_F(PlaylistLookTest, ALockedListStepsBack)
 {
     look.setLocked(true);

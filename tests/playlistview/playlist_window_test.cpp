@@ -121,6 +121,29 @@ TEST_F(PlaylistWindowTest, TheDeleteKeyTakesTheSelectedRowsAndTheUndoButtonNames
     EXPECT_EQ(tool(u"all.undo"_s).accessibleName(), u"Rückgängig: 2 Titel aus „Party“ gelöscht"_s);
 }
 
+TEST_F(PlaylistWindowTest, TheDeleteKeyActsAtThePressAndOnceForAsLongAsItIsHeld)
+{
+    show();
+    window.grid().goToRow(1, 0);
+    QTest::keyPress(&window.grid(), Qt::Key_Delete);
+    EXPECT_EQ(window.rows(), u"1 3 4"_s);
+    const auto repeat = [this](bool isTold, quint64 time) {
+        for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+            QKeyEvent event(type, Qt::Key_Delete, Qt::NoModifier, QString(), isTold);
+            event.setTimestamp(time);
+            QApplication::sendEvent(&window.grid(), &event);
+        }
+    };
+    repeat(true, 660);
+    repeat(false, 700); // what comes late is not told as a repeat
+    repeat(true, 740);
+    EXPECT_EQ(window.rows(), u"1 3 4"_s);
+    QTest::keyRelease(&window.grid(), Qt::Key_Delete);
+    EXPECT_EQ(window.rows(), u"1 3 4"_s);
+    QTest::keyClick(&window.grid(), Qt::Key_Delete);
+    EXPECT_EQ(window.rows(), u"1 4"_s);
+}
+
 TEST_F(PlaylistWindowTest, ADropShowsTheInsertionLineAndInsertsInFrontOfTheRow)
 {
     show();

@@ -4,6 +4,7 @@
 #include "platform/qt/search_line.h"
 #include "shell/application_fixture.h"
 #include "shell/ui/mlvdb_window.h"
+#include "support/open_files.h"
 #include "support/wait_for.h"
 
 #include <QFile>
@@ -135,6 +136,23 @@ TEST_F(ChangeOfLibraryTest, EveryViewFollowsTheSettingsToAnotherLibraryAndWorksT
     });
     EXPECT_EQ(entries(suite.dbName()), 3);
     EXPECT_EQ(entries(other), 1);
+}
+
+TEST_F(ChangeOfLibraryTest, TheMediumOfTheFormerLibraryCanBeTakenOut)
+{
+    const test::TempFolder medium;
+    suite.engine->Release(other);
+    const QString library = medium.file(u"andere.mdb"_s);
+    ASSERT_TRUE(QFile::rename(other, library));
+    nameLibrary(library);
+    run([&](QMainWindow& window) {
+        deleteFirstEntry(window);
+        ASSERT_TRUE(QFile::exists(medium.file(u"andere.undo.mdb"_s)));
+        nameLibrary(suite.dbName());
+        tell(u"1048"_s);
+        EXPECT_EQ(list(window).model()->rowCount(), 3);
+        EXPECT_EQ(test::openDatabasesIn(medium.path()), "");
+    });
 }
 
 TEST_F(ChangeOfLibraryTest, ALibraryThatWasLentAndMovedIsTakenBackWhereTheSettingsNameItNow)

@@ -197,6 +197,28 @@ TEST_F(PlaylistFavoritEdit, APlayingPlaylistDroppedAmongJinglesStopsBeingThePlay
     EXPECT_EQ(tree.row(tree.current).key, treekey::jingleList(lists.main));
 }
 
+TEST_F(PlaylistFavoritEdit, AnOpenListThatChangesItsKindIsOpenedAnewAsWhatItIsNow)
+{
+    lists.open = Pnid(lists.main);
+    const QString asJingles = u"jinglelist.aktivieren|%1|"_s.arg(lists.main);
+    const QString asPlaylist = u"playlist.aktivieren|%1|"_s.arg(lists.main);
+    panel.rowDropped(rowOf(lists.main), 0, DropPlace::Into);
+    EXPECT_EQ(lists.messages.filter(asJingles).size(), 1);
+    EXPECT_TRUE(lists.messages.filter(asPlaylist).isEmpty());
+    lists.messages.clear();
+    panel.rowDropped(rowOf(lists.main), groupRow(lists.saturday), DropPlace::Into);
+    EXPECT_EQ(lists.messages.filter(asPlaylist).size(), 1);
+    EXPECT_TRUE(lists.messages.filter(asJingles).isEmpty());
+}
+
+TEST_F(PlaylistFavoritEdit, AListThatKeepsItsKindOrIsNotOpenIsNotOpenedByADrop)
+{
+    lists.open = Pnid(lists.main);
+    panel.rowDropped(rowOf(lists.main), groupRow(lists.saturday), DropPlace::Into);
+    panel.rowDropped(rowOf(lists.reserve), 0, DropPlace::Into);
+    EXPECT_TRUE(lists.messages.filter(u"list.aktivieren"_s).isEmpty());
+}
+
 TEST_F(PlaylistFavoritEdit, AGroupIsNotMovedByADrop)
 {
     const QStringList before = tree.texts();

@@ -148,7 +148,7 @@ void DataGrid::focusInEvent(QFocusEvent* event)
 void DataGrid::focusOutEvent(QFocusEvent* event)
 {
     QTableView::focusOutEvent(event);
-    m_deleteIsDown = false;
+    m_deleteKey.forget();
     viewport()->update();
 }
 

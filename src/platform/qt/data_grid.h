@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/grid_control.h"
+#include "platform/qt/held_key.h"
 
 #include <QTableView>
 
@@ -67,6 +68,9 @@ public:
     /// `target` outlives the grid's last event.
     void setDropTarget(DropTarget& target);
 
+    /// The delete key acts when it goes down, and not when it is let go.
+    void setDeleteAtPress() { m_deleteKey.setAtPress(); }
+
     [[nodiscard]] SortArrow sortArrow(int column) const;
     [[nodiscard]] EmptyNote emptyNote() const;
 
@@ -84,7 +88,7 @@ signals:
     void rowActivated(qint64 row);
     /// A right click on a row, which is then selected, or the menu key.
     void rowMenuWanted(qint64 row, const QPoint& place);
-    /// The delete key was pressed and let go.
+    /// The delete key was pressed and let go, or just pressed; once for as long as it is held.
     void deletePressed();
     /// The space bar, with a current row.
     void spacePressed();
@@ -137,7 +141,7 @@ private:
     /// before anybody can ask.
     int m_widthFigure = 0;
     bool m_fitting = false;
-    bool m_deleteIsDown = false;
+    HeldKey m_deleteKey;
 };
 
 } // namespace melovane

@@ -68,7 +68,9 @@ void DataGrid::keyPressEvent(QKeyEvent* event)
             emit rowActivated(currentRow());
         }
     } else if (event->key() == Qt::Key_Delete && modifiers == Qt::NoModifier) {
-        m_deleteIsDown = true;
+        if (m_deleteKey.pressed(*event)) {
+            emit deletePressed();
+        }
     } else if (event->key() == Qt::Key_Space && modifiers == Qt::NoModifier && currentRow() >= 0) {
         emit spacePressed();
     } else if (isDigit && modifiers == Qt::ControlModifier) {
@@ -84,9 +86,8 @@ void DataGrid::keyPressEvent(QKeyEvent* event)
 
 void DataGrid::keyReleaseEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Delete && !event->isAutoRepeat()) {
-        // One that went down elsewhere, in a question say, is not meant here.
-        if (std::exchange(m_deleteIsDown, false) && state() != EditingState) {
+    if (event->key() == Qt::Key_Delete) {
+        if (m_deleteKey.released(*event) && state() != EditingState) {
             emit deletePressed();
         }
         return;

@@ -24,6 +24,13 @@ constexpr double kTint = 0.16;
 /// Between a picture and the text behind it.
 constexpr int kIconGap = 5;
 
+/// The least between the border of a cell, a picture that has little room, and the number behind
+/// it.
+constexpr int kTightGap = 2;
+
+/// Side of the smallest picture that still says something.
+constexpr int kLeastIcon = 6;
+
 /// Longest text that is laid out; nothing behind it would fit a cell.
 constexpr int kLongestPainted = 500;
 
@@ -38,6 +45,29 @@ QFont fontOf(const CellStyle& style, QFont font)
     font.setBold(style.bold || font.bold());
     font.setStrikeOut(style.struckOut);
     return font;
+}
+
+/// Where the picture of a cell stands: alone in the middle, else in front of the text.
+QRect iconPlace(const QRect& room, int side, bool alone)
+{
+    QRect place(room.left(), 0, side, side);
+    place.moveCenter({alone ? room.center().x() : room.left() + side / 2, room.center().y()});
+    return place;
+}
+
+/// The same beside a number, which is never cut: the picture moves into the padding, then shrinks,
+/// and goes when there is no room at all.
+QRect besideNumber(const QRect& place, int border, int number)
+{
+    const int wanted = std::min(place.left(), number - kIconGap - place.width());
+    const int left = std::max(border + kTightGap, wanted);
+    const int side = std::min(place.width(), number - kTightGap - left);
+    if (side < kLeastIcon) {
+        return {};
+    }
+    QRect result(left, 0, side, side);
+    result.moveCenter({left + side / 2, place.center().y()});
+    return result;
 }
 
 void paintBadge(QPainter& painter, const QRect& cell, const CellStyle& style, const QString& text)
@@ -102,18 +132,11 @@ DataGridPainter::ground(const QStyleOptionViewItem& option, int row, const CellS
     return theme.colour(row % 2 == 0 ? ThemeRole::GridColor : ThemeRole::GridColorAlternating);
 }
 
-QRect DataGridPainter::paintIcon(QPainter& painter,
-                                 const QRect& room,
-                                 const CellStyle& style,
-                                 bool alone) const
+void DataGridPainter::paintIcon(QPainter& painter, const QRect& place, const CellStyle& style) const
 {
-    const int side = painter.fontMetrics().height();
-    QRect place(room.left(), 0, side, side);
-    place.moveCenter({alone ? room.center().x() : room.left() + side / 2, room.center().y()});
     const ThemeRole role =
         style.ground == CellGround::Plain ? ThemeRole::TextSecond : ThemeRole::Text;
     m_icons.icon(style.icon, role).paint(&painter, place);
-    return room.adjusted(side + kIconGap, 0, 0, 0);
 }
 
 void DataGridPainter::paint(QPainter* painter,
@@ -134,8 +157,17 @@ void DataGridPainter::paint(QPainter* painter,
     const QString shown = paintedPart(index.data().toString());
     painter->setFont(fontOf(style, option.font));
     QRect inner = option.rect.adjusted(kPadding, 0, -kPadding, 0);
+    const bool isNumber = model->column(index.column()).alignment == CellAlignment::Right;
     if (!style.icon.isEmpty()) {
-        inner = paintIcon(*painter, inner, style, shown.isEmpty());
+        const QFontMetrics metrics = painter->fontMetrics();
+        QRect place = iconPlace(inner, metrics.height(), shown.isEmpty());
+        if (isNumber && !shown.isEmpty()) {
+            place = besideNumber(place, option.rect.left(),
+                                 inner.right() + 1 - figureTextWidth(metrics, shown));
+        } else {
+            inner.setLeft(inner.left() + place.width() + kIconGap);
+        }
+        paintIcon(*painter, place, style);
     }
     if (style.badge && !shown.isEmpty()) {
         paintBadge(*painter, option.rect, style, shown);
@@ -145,7 +177,7 @@ void DataGridPainter::paint(QPainter* painter,
         painter->setPen(toQColor(readableOn(ink, colour)));
         const QString fitting =
             painter->fontMetrics().elidedText(shown, Qt::ElideRight, inner.width());
-        if (model->column(index.column()).alignment == CellAlignment::Right) {
+        if (isNumber) {
             drawFigures(*painter, inner, fitting);
         } else {
             const QVariant flags = index.data(Qt::TextAlignmentRole);
@@ -203,10 +235,25 @@ void DataGridPainter::setModelData(QWidget* editor,
     QStyledItemDelegate::setModelData(editor, model, index);
 }
 
+/// What paint() needs to show a cell whole.
+int DataGridPainter::wholeWidth(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const auto* model = qobject_cast<const DataGridModel*>(index.model());
+    const CellStyle style = model ? model->style(index) : CellStyle();
+    const QString text = paintedPart(index.data().toString());
+    const QFont font = fontOf(style, option.font);
+    const QFontMetrics metrics(font, option.widget);
+    int width = wholeTextWidth(font, text, option.widget);
+    if (model && model->column(index.column()).alignment == CellAlignment::Right) {
+        width = std::max(width, figureTextWidth(metrics, text));
+    }
+    const int icon = style.icon.isEmpty() ? 0 : metrics.height() + kIconGap;
+    return icon + width + 2 * kPadding;
+}
+
 QSize DataGridPainter::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    const QString text = paintedPart(index.data().toString());
-    return {option.fontMetrics.horizontalAdvance(text) + 2 * kPadding, option.fontMetrics.height()};
+    return {wholeWidth(option, index), option.fontMetrics.height()};
 }
 
 bool DataGridPainter::helpEvent(QHelpEvent* event,
@@ -219,8 +266,7 @@ bool DataGridPainter::helpEvent(QHelpEvent* event,
     if (isPicture) {
         text = index.data(Qt::AccessibleTextRole).toString();
     }
-    const int room = view->visualRect(index).width() - 2 * kPadding;
-    const bool fits = !isPicture && option.fontMetrics.horizontalAdvance(text) <= room;
+    const bool fits = !isPicture && wholeWidth(option, index) <= view->visualRect(index).width();
     showWholeText(*event, view, text, fits);
     return true;
 }

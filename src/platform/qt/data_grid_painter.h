@@ -46,11 +46,11 @@ public:
                    const QModelIndex& index) override;
 
 private:
+    [[nodiscard]] int wholeWidth(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const;
     [[nodiscard]] Colour
     ground(const QStyleOptionViewItem& option, int row, const CellStyle& style) const;
-    /// Draws the picture of a cell; the room that is left for its text.
-    [[nodiscard]] QRect
-    paintIcon(QPainter& painter, const QRect& room, const CellStyle& style, bool alone) const;
+    void paintIcon(QPainter& painter, const QRect& place, const CellStyle& style) const;
 
     const Skin& m_skin;
     const IconSet& m_icons;

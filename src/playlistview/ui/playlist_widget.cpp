@@ -192,6 +192,7 @@ void PlaylistWidget::attach(ctl_Playlist& logic, const ConfigObjects& texts)
     m_grid->setSource(logic.Data1(), logic.look(), std::move(columns));
     m_grid->setDragSource([&logic] { return logic.dragContent(); });
     m_grid->setDropTarget(logic);
+    m_grid->setDeleteAtPress();
     connect(m_grid, &DataGrid::rowActivated, &logic, &ctl_Playlist::rowActivated);
     connect(m_grid, &DataGrid::digitPressed, &logic, &ctl_Playlist::digitPressed);
     connect(m_grid, &DataGrid::deletePressed, &logic, &ctl_Playlist::deletePressed);

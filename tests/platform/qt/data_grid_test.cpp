@@ -281,6 +281,29 @@ TEST_F(DataGridTest, AColouredTextIsMadeReadableOnEveryGround)
     qApp->setStyleSheet({});
 }
 
+TEST_F(DataGridTest, ANumberStaysWholeBesideAPictureThatTakesTheRoomThatIsLeft)
+{
+    show(1000);
+    constexpr int kNumber = 1;
+    grid.setColumnHidden(kNumber, false);
+    grid.showRow(201);
+    const int text = figureTextWidth(grid.fontMetrics(), u"201"_s);
+    const auto shown = [&](const QString& picture, int room) {
+        look.cellStyle.icon = picture;
+        grid.setColumnWidth(kNumber, room);
+        const QRect cell = grid.visualRect(grid.model()->index(201, kNumber));
+        return grid.viewport()->grab(cell).toImage();
+    };
+    for (const int free : {12, 18, 30, 100}) {
+        const int room = text + free;
+        const QImage plain = shown({}, room);
+        const QImage marked = shown(u"volume"_s, room);
+        const QRect number(room - 8 - text, 0, text + 8, plain.height());
+        EXPECT_EQ(marked.copy(number), plain.copy(number)) << "free units: " << free;
+        EXPECT_EQ(marked != plain, free > 12) << "free units: " << free;
+    }
+}
+
 TEST_F(DataGridTest, AFavouriteHasAGroundOfItsOwnUntilItIsSelected)
 {
     show(3);
