@@ -126,6 +126,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"status.help.missing", u"Die Hilfe ist nicht vorhanden."},
     {u"status.help.noopener", u"Kein Programm öffnet die Hilfe. Sie liegt hier: $1"},
     {u"status.later", u"Noch nicht in dieser Fassung"},
+    {u"status.tree.rebuilding", u"Der Baum wird neu aufgebaut ..."},
     {u"status.import", u"Import: $1"},
     {u"status.file.missing", u"Datei nicht gefunden :: $1"},
     {u"status.file.broken", u"Datei nicht lesbar :: $1"},

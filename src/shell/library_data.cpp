@@ -6,6 +6,7 @@
 #include "platform/db/db_error.h"
 #include "platform/db/recordset.h"
 #include "store/track_reader.h"
+#include "trees/rebuild_trees.h"
 
 namespace melovane {
 
@@ -95,6 +96,25 @@ bool LibraryData::sideFilesWereStale()
     check.whenKeptAside = whenKeptAside;
     check.checkTempTables();
     return check.checkTreeTables() < 0;
+}
+
+void LibraryData::requireLibrary()
+{
+    m_engine.OpenDatabase(m_settings.DbName())->Close();
+}
+
+void LibraryData::rebuildTree(const QString& tree)
+{
+    RebuildTrees trees({.engine = m_engine,
+                        .files = m_files,
+                        .clock = m_clock,
+                        .dataFolder = m_paths.GetConfigPath()},
+                       m_settings.DbName());
+    for (const QString& failure : trees.runOne(tree).failures) {
+        if (m_sink) {
+            m_sink(u"RefreshDB"_s, failure);
+        }
+    }
 }
 
 qint64 LibraryData::count(const QString& statement)

@@ -38,6 +38,8 @@ public:
     void release() override;
     void idle() override;
     [[nodiscard]] bool sideFilesWereStale() override;
+    void requireLibrary() override;
+    void rebuildTree(const QString& tree) override;
     [[nodiscard]] qint64 trackCount() override;
     [[nodiscard]] bool IsChangePlaylist() override;
     [[nodiscard]] MlvAllData GetAllDataByFid(const QString& fid) override;

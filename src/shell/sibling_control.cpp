@@ -74,9 +74,9 @@ bool SiblingControl::startWriteTags(int ownHandle)
     return start(u"Task.WriteTags"_s, u" %1"_s.arg(ownHandle), Style::Minimised);
 }
 
-bool SiblingControl::startRebuildTree()
+bool SiblingControl::startRebuildTree(const QString& tree)
 {
-    return start(u"Task.RebuildTree"_s, u" 1"_s, Style::Minimised);
+    return start(u"Task.RebuildTree"_s, u' ' + tree, Style::Minimised);
 }
 
 bool SiblingControl::startSleeveViewer(const QString& argument)

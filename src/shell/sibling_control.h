@@ -28,7 +28,8 @@ public:
     bool startImport(int index);
     bool startStorePlaylists();
     bool startWriteTags(int ownHandle);
-    bool startRebuildTree();
+    /// \param tree one of "Dir", "Genre", "Album", "Interpret"; "1" for all of them
+    bool startRebuildTree(const QString& tree = QStringLiteral("1"));
     bool startSleeveViewer(const QString& argument);
 
     bool startSampleTool();

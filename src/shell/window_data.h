@@ -30,6 +30,13 @@ public:
     /// them and have to be filled.
     [[nodiscard]] virtual bool sideFilesWereStale() = 0;
 
+    /// \throws DbError kReleased while another program has the library, and for one that cannot be
+    /// opened
+    virtual void requireLibrary() = 0;
+
+    /// Fills the table of a tree anew, here and at once: "Dir", "Genre", "Album", "Interpret".
+    virtual void rebuildTree(const QString& tree) = 0;
+
     /// Tracks in the library. \throws DbError
     [[nodiscard]] virtual qint64 trackCount() = 0;
 

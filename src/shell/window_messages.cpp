@@ -29,10 +29,10 @@ constexpr std::chrono::milliseconds kRefreshPlayerInterval{100};
 std::span<const BusRow<WindowMessages>> WindowMessages::busTable()
 {
     static constexpr BusRow<WindowMessages> kRows[] = {
-        {bus::kRefreshTreeGenre, &WindowMessages::notYet},
-        {bus::kRefreshTreeDir, &WindowMessages::notYet},
-        {bus::kRefreshTreeAlbum, &WindowMessages::notYet},
-        {bus::kRefreshTreeInterpret, &WindowMessages::notYet},
+        {bus::kRefreshTreeGenre, &WindowMessages::refreshTreeGenre},
+        {bus::kRefreshTreeDir, &WindowMessages::refreshTreeDir},
+        {bus::kRefreshTreeAlbum, &WindowMessages::refreshTreeAlbum},
+        {bus::kRefreshTreeInterpret, &WindowMessages::refreshTreeInterpret},
         {bus::kEditTagShowEditBoxNewGenre, &WindowMessages::editBoxNewGenre},
         {bus::kPlaylistSaveFileShow, &WindowMessages::exportList},
         {bus::kShowGridLayout, &WindowMessages::showGridLayout},
@@ -220,6 +220,52 @@ void WindowMessages::forwardToPlayer(const MLVMessage& message)
         if (!m_parts.window.suite.sendToPlayer(message::kRefreshPlaylistTree)) {
             m_parts.showStatusText(m_parts.window.texts.text(u"status.player.silent"_s));
         }
+    }
+}
+
+/// A program of its own does it, so that the window never waits, and tells when the rows stand; the
+/// old ones are shown until then. Without that program it is done here.
+bool WindowMessages::rebuildTree(const QString& tree)
+{
+    m_parts.window.data.requireLibrary();
+    SiblingControl& siblings = m_parts.window.siblings;
+    if (siblings.isInstalled(u"Task.RebuildTree"_s) && siblings.startRebuildTree(tree)) {
+        m_parts.showStatusText(m_parts.window.texts.text(u"status.tree.rebuilding"_s));
+        return false;
+    }
+    m_parts.window.data.rebuildTree(tree);
+    return true;
+}
+
+void WindowMessages::reloadTrees()
+{
+    m_parts.bus.SendMessage(bus::kRefreshTree, u"1111111"_s);
+}
+
+void WindowMessages::refreshTreeDir(const MLVMessage&)
+{
+    if (rebuildTree(u"Dir"_s)) {
+        reloadTrees();
+    }
+}
+
+void WindowMessages::refreshTreeGenre(const MLVMessage&)
+{
+    // The one that is not loaded again: who sends it does that.
+    static_cast<void>(rebuildTree(u"Genre"_s));
+}
+
+void WindowMessages::refreshTreeAlbum(const MLVMessage&)
+{
+    if (rebuildTree(u"Album"_s)) {
+        reloadTrees();
+    }
+}
+
+void WindowMessages::refreshTreeInterpret(const MLVMessage&)
+{
+    if (rebuildTree(u"Interpret"_s)) {
+        reloadTrees();
     }
 }
 

@@ -22,7 +22,7 @@ public:
     {
         MlvdbParts& window;
         StatusLine& status;
-        const BusSender& bus; ///< of the main window: what it sends itself is not passed on
+        BusSender& bus; ///< of the main window: what it sends itself is not passed on
         const EventGuard& guard;
         SiblingCommands& siblings;
         PlayerCommands& player;
@@ -60,9 +60,17 @@ private:
     void volumeMonitor(const MLVMessage& message);
     void forwardToPlayer(const MLVMessage& message);
     void notYet(const MLVMessage& message);
+    void refreshTreeDir(const MLVMessage& message);
+    void refreshTreeGenre(const MLVMessage& message);
+    void refreshTreeAlbum(const MLVMessage& message);
+    void refreshTreeInterpret(const MLVMessage& message);
     void showGridLayout(const MLVMessage& message);
 
     void refreshPlayerData();
+    /// \param tree as the program that rebuilds trees names it
+    /// True when the trees are to be loaded again at once.
+    [[nodiscard]] bool rebuildTree(const QString& tree);
+    void reloadTrees();
     void findTempo(const QString& cmd, const QString& fid);
 
     Parts m_parts;

@@ -123,13 +123,45 @@ TEST_F(WindowBusTest, ANewGenreIsAskedForInItsDialog)
 
 TEST_F(WindowBusTest, WhatIsNotThereYetIsSaid)
 {
-    for (const QString& name :
-         {u"refresh.tree.genre"_s, u"refresh.tree.dir"_s, u"refresh.tree.album"_s,
-          u"refresh.tree.interpret"_s, u"show.tagedit.mp3db"_s, u"show.tagedit.playlist"_s}) {
+    for (const QString& name : {u"show.tagedit.mp3db"_s, u"show.tagedit.playlist"_s}) {
         status.setPanel(StatusPanel::Message, {});
         EXPECT_EQ(after(name, u"DB"_s), QStringList());
         EXPECT_FALSE(shown().isEmpty()) << name.toStdString();
     }
+}
+
+TEST_F(WindowBusTest, ATreeIsRebuiltByItsProgramSoThatTheWindowNeverWaits)
+{
+    install(u"Task.RebuildTree"_s);
+    for (const auto& [name, tree] : {std::pair(u"refresh.tree.genre"_s, u"Genre"_s),
+                                     {u"refresh.tree.dir"_s, u"Dir"_s},
+                                     {u"refresh.tree.album"_s, u"Album"_s},
+                                     {u"refresh.tree.interpret"_s, u"Interpret"_s}}) {
+        processes.commands.clear();
+        EXPECT_EQ(after(name), QStringList());
+        EXPECT_EQ(processes.commands, QStringList{command(u"Task.RebuildTree.exe "_s + tree)});
+        EXPECT_EQ(shown(), u"Der Baum wird neu aufgebaut ..."_s);
+    }
+}
+
+TEST_F(WindowBusTest, WithoutThatProgramATreeIsRebuiltHereAndAllButTheGenresLoadedAgain)
+{
+    EXPECT_EQ(after(u"refresh.tree.genre"_s), QStringList{u"rebuild Genre"_s});
+    for (const auto& [name, tree] : {std::pair(u"refresh.tree.dir"_s, u"Dir"_s),
+                                     {u"refresh.tree.album"_s, u"Album"_s},
+                                     {u"refresh.tree.interpret"_s, u"Interpret"_s}}) {
+        EXPECT_EQ(after(name), (QStringList{u"rebuild "_s + tree, u"bus refresh.tree 1111111"_s}));
+    }
+    EXPECT_EQ(processes.commands, QStringList());
+}
+
+TEST_F(WindowBusTest, NoTreeIsRebuiltWhileAnotherProgramHasTheLibrary)
+{
+    install(u"Task.RebuildTree"_s);
+    data.fault = dberror::kReleased;
+    EXPECT_EQ(after(u"refresh.tree.album"_s), QStringList());
+    EXPECT_EQ(processes.commands, QStringList());
+    EXPECT_FALSE(shown().isEmpty());
 }
 
 TEST_F(WindowBusTest, TheExportOpensForTheChosenListElseForTheOneOnTheScreen)

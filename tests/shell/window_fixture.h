@@ -115,6 +115,13 @@ public:
         return stale;
     }
 
+    void requireLibrary() override { fail(); }
+
+    void rebuildTree(const QString& tree) override
+    {
+        m_log.append(QStringLiteral("rebuild ") + tree);
+    }
+
     [[nodiscard]] qint64 trackCount() override
     {
         m_log.append(QStringLiteral("count"));
