@@ -36,7 +36,7 @@ public:
     /// Adds up; to be called once, behind the last add().
     void addUp();
 
-    [[nodiscard]] qint64 below(QStringView path) const;
+    [[nodiscard]] qint64 below(const QString& folded) const;
 
 private:
     std::vector<PathCount> m_counts; ///< then one per folder, in the order of the folded paths
@@ -66,9 +66,8 @@ void Totals::addUp()
     m_counts = std::move(summed);
 }
 
-qint64 Totals::below(QStringView path) const
+qint64 Totals::below(const QString& folded) const
 {
-    const QString folded = textcompare::fold(path);
     const auto found =
         std::lower_bound(m_counts.begin(), m_counts.end(), folded,
                          [](const PathCount& a, const QString& b) { return a.folded < b; });
@@ -82,7 +81,9 @@ QStringList componentsOf(const QString& path)
     const QChar separator = path::separatorOf(path);
     const QString network = QString(2, separator);
     const bool isNetwork = path.startsWith(network);
-    QStringList components = path.mid(isNetwork ? 2 : 0).chopped(1).split(separator);
+    QString rest = path.mid(isNetwork ? 2 : 0);
+    rest.chop(1);
+    QStringList components = rest.split(separator);
     if (isNetwork) {
         components.first().prepend(network);
     }
@@ -97,20 +98,19 @@ QString imageOf(const FolderRow& row)
     return row.anzahl == 0 ? u"DIR"_s : u"Audio"_s;
 }
 
-} // namespace
-
-std::vector<FolderRow> rowsOfFolder(const TrackFolder& folder)
+/// Adds the rows of a folder and of all folders above it to `rows`, the drive first.
+/// \param known path whose folders have their rows already
+void addRows(const TrackFolder& folder, QStringView known, std::vector<FolderRow>& rows)
 {
-    std::vector<FolderRow> rows;
-    if (folder.Path.size() < 1) {
-        return rows;
-    }
     const QChar separator = path::separatorOf(folder.Path);
     const QStringList components = componentsOf(folder.Path);
     QString path;
     for (qsizetype i = 0; i < components.size(); ++i) {
         const bool isLast = i == components.size() - 1;
         path += components[i] + separator;
+        if (known.startsWith(path)) {
+            continue;
+        }
         FolderRow& row = rows.emplace_back();
         row.rLevel = int(i);
         // The root of this system has no name but its separator.
@@ -121,54 +121,80 @@ std::vector<FolderRow> rowsOfFolder(const TrackFolder& folder)
         row.Path = isLast ? folder.Path : path;
         row.Name = folder.DriveTyp == kDisc ? row.bname + u' ' + folder.DriveName : row.bname;
         row.imgkey = imageOf(row);
+        row.folded = textcompare::fold(row.Path);
     }
-    return rows;
 }
+
+} // namespace
 
 std::vector<FolderRow> folderRows(const std::vector<TrackFolder>& folders)
 {
     std::vector<FolderRow> rows;
+    std::vector<FolderRow> added;
     // As the unique key of the table would refuse them.
-    QSet<std::pair<QString, QString>> known;
+    QSet<std::pair<QString, QString>> taken;
+    const TrackFolder* previous = nullptr;
     for (const TrackFolder& folder : folders) {
-        for (FolderRow& row : rowsOfFolder(folder)) {
-            const auto key = std::pair(textcompare::fold(row.Path), textcompare::fold(row.vName));
-            if (!known.contains(key)) {
-                known.insert(key);
+        // Folders come in the order of their paths: most of those above are the last one's, too.
+        const bool goesOn = previous && previous->DriveName == folder.DriveName;
+        added.clear();
+        addRows(folder, goesOn ? QStringView(previous->Path) : QStringView(), added);
+        const QString label = textcompare::fold(folder.DriveName);
+        for (FolderRow& row : added) {
+            const auto key = std::pair(row.folded, label);
+            if (!taken.contains(key)) {
+                taken.insert(key);
                 rows.push_back(std::move(row));
             }
         }
+        previous = &folder;
     }
     return rows;
 }
 
+namespace {
+
+/// The totals of each label that a disc carries.
+QHash<QString, Totals> totalsOfDiscs(const std::vector<FolderRow>& rows)
+{
+    QHash<QString, Totals> labels;
+    for (const FolderRow& row : rows) {
+        if (row.Drive == kDisc) {
+            labels[textcompare::fold(row.vName)];
+        }
+    }
+    if (labels.isEmpty()) {
+        return labels;
+    }
+    for (const FolderRow& row : rows) {
+        if (const auto label = labels.find(textcompare::fold(row.vName)); label != labels.end()) {
+            label->add(row.folded, row.anzahl);
+        }
+    }
+    for (Totals& label : labels) {
+        label.addUp();
+    }
+    return labels;
+}
+
+} // namespace
+
 void fillTotals(std::vector<FolderRow>& rows, const std::vector<TrackFolder>& folders)
 {
     Totals all;
-    QHash<QString, Totals> ofLabel;
     for (const TrackFolder& folder : folders) {
-        all.add(folder.Path, folder.anzahl);
+        all.add(textcompare::fold(folder.Path), folder.anzahl);
     }
     for (const FolderRow& row : rows) {
-        all.add(row.Path, 0);
-        if (row.Drive == kDisc) {
-            ofLabel[textcompare::fold(row.vName)];
-        }
-    }
-    for (const FolderRow& row : rows) {
-        if (const auto label = ofLabel.find(textcompare::fold(row.vName)); label != ofLabel.end()) {
-            label->add(row.Path, row.anzahl);
-        }
+        all.add(row.folded, 0);
     }
     all.addUp();
-    for (Totals& label : ofLabel) {
-        label.addUp();
-    }
+    QHash<QString, Totals> discs = totalsOfDiscs(rows);
     for (FolderRow& row : rows) {
         if (row.Drive != kDisc) {
-            row.BAnzahl = int(all.below(row.Path));
+            row.BAnzahl = int(all.below(row.folded));
         } else if (row.anzahl == 0) {
-            row.BAnzahl = int(ofLabel[textcompare::fold(row.vName)].below(row.Path));
+            row.BAnzahl = int(discs[textcompare::fold(row.vName)].below(row.folded));
         }
     }
 }

@@ -28,10 +28,8 @@ struct FolderRow
     std::optional<int> BAnzahl; ///< tracks in it and below; none: left empty
     QString Path;
     QString imgkey;
+    QString folded; ///< Path in the form in which paths compare; no column
 };
-
-/// The rows of a folder with tracks and of all folders above it, the drive first, without totals.
-[[nodiscard]] std::vector<FolderRow> rowsOfFolder(const TrackFolder& folder);
 
 /// The rows of all folders in the order of their writing: of each folder of a volume the first row
 /// alone. Without totals.

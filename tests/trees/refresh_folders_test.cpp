@@ -55,6 +55,15 @@ TEST_F(RefreshFolders, AFolderOfThisSystemBeginsWithTheRoot)
                            u"2|What?|What?|/home/What?/|1|1|Audio"_s}));
 }
 
+TEST_F(RefreshFolders, APathOfNothingButSeparatorsIsARow)
+{
+    suite.library.add({.Path = u"\\\\"_s});
+    suite.library.add({.Path = u"\\"_s});
+    trees.TreeDir();
+    EXPECT_EQ(folders(u"rLevel, Path, anzahl"_s), (QStringList{u"0|\\|1"_s, u"0|\\\\|1"_s}));
+    EXPECT_EQ(failures, QStringList());
+}
+
 TEST_F(RefreshFolders, DiscsWithTheSameFolderAreToldApartByTheirLabel)
 {
     suite.library.add({.Path = u"D:\\cd\\"_s, .DriveTyp = 4, .DriveName = u"HITS"_s});
