@@ -102,6 +102,9 @@ bool isWork(const QString& word)
 
 int main(int argc, char** argv)
 {
+    // Without TZ the C library looks at this file again for every date that is turned into local
+    // time, several times a track.
+    qputenv("TZ", qEnvironmentVariable("TZ", u":/etc/localtime"_s).toUtf8());
     const QString name = u"Task.RebuildTree"_s;
     QStringList call = argumentsOf(argc, argv);
     call.removeAll(QString());
