@@ -62,7 +62,8 @@ protected:
         warnings.append(dialog->findChild<QLabel*>(QStringLiteral("SkinLabel1"))->text() +
                         QStringLiteral(": ") +
                         dialog->findChild<QTextEdit*>(QStringLiteral("SkinLabel2"))->toPlainText());
-        auto* no = dialog->findChild<QPushButton*>(QStringLiteral("cmdNein"));
+        auto* no = dialog->findChild<QPushButton*>(saysYes ? QStringLiteral("cmdJa")
+                                                           : QStringLiteral("cmdNein"));
         (no != nullptr ? no : dialog->findChild<QPushButton*>(QStringLiteral("cmdOk")))->click();
         return true;
     }
@@ -113,6 +114,7 @@ protected:
     Application* running = nullptr;    ///< while the console runs
     bool closesWindow = true;          ///< else the test ends the console
     bool withoutRuntimeFolder = false; ///< and with nothing in its place
+    bool saysYes = false;              ///< to warnings that ask
     QStringList warnings;
     QString chosenFile;            ///< in the file dialogs
     sqlite::IndexFigures searches; ///< of the last run

@@ -12,9 +12,6 @@
 #include "shell/wings/sound_wing.h"
 #include "shell/wings/suite_wing.h"
 
-#include <QDesktopServices>
-#include <QUrl>
-
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -83,7 +80,10 @@ M3uCommandParts PlaylistWing::listFileParts()
             },
         .targetGroup = tree.importGroup,
         .openFile =
-            [](const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }};
+            [this](const QString& file) {
+                return below.machine.processes.start(u"notepad.exe "_s + file,
+                                                     Processes::WindowStyle::Normal);
+            }};
 }
 
 PlaylistViewParts PlaylistWing::viewParts()

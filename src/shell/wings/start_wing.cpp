@@ -8,9 +8,6 @@
 #include "shell/wings/machine.h"
 #include "store/check_database.h"
 
-#include <QDesktopServices>
-#include <QUrl>
-
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -134,7 +131,14 @@ void StartWing::tellLastRun()
 void StartWing::openMakersPage() const
 {
     const QString page = path::join(machine.paths.programFolder(), kHelpPage);
-    QDesktopServices::openUrl(QUrl::fromLocalFile(page));
+    const bool isThere = machine.files.fileExists(page);
+    if (isThere &&
+        machine.processes.start(u"explorer.exe "_s + page, Processes::WindowStyle::Normal)) {
+        return;
+    }
+    desk.window.status().setPanel(StatusPanel::Message,
+                                  isThere ? machine.texts.text(u"status.help.noopener"_s, page)
+                                          : machine.texts.text(u"status.help.missing"_s));
 }
 
 } // namespace melovane
