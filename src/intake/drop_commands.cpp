@@ -1,6 +1,6 @@
 #include "intake/drop_commands.h"
 
-#include "config/config_objects.h"
+#include "config/counted_text.h"
 #include "platform/controls/pointer_control.h"
 #include "platform/controls/progress_window.h"
 #include "platform/system/path_text.h"
@@ -53,8 +53,7 @@ QString DropCommands::told(const DroppedTracks::Result& result) const
         words.append(texts.text(u"playlist.notracks"_s));
     }
     if (result.beyond > 0) {
-        words.append(texts.text(result.beyond == 1 ? u"drop.beyond.one"_s : u"drop.beyond"_s,
-                                result.beyond, DroppedTracks::kMaxFiles));
+        words.append(countedText(texts, u"drop.beyond"_s, result.beyond, DroppedTracks::kMaxFiles));
     }
     if (!result.skipped.isEmpty()) {
         words.append(skippedText(texts, result.skipped));

@@ -126,7 +126,7 @@ TEST_F(DropCommandsTest, FilesWithoutSoundAreLeftOutAndTold)
     const QString good = addFile(u"a.mp3"_s);
     const QString bad = music.write(u"noise.mp3"_s, "not a sound");
     EXPECT_EQ(drops.tracksOf({bad, good}).size(), 1);
-    EXPECT_EQ(shown, QStringList{texts.text(u"playlist.skipped"_s, 1, u"noise.mp3"_s)});
+    EXPECT_EQ(shown, QStringList{texts.text(u"playlist.skipped.one"_s, 1, u"noise.mp3"_s)});
     EXPECT_EQ(logged, QStringList{bad}) << "the log of imports has each of them";
 }
 

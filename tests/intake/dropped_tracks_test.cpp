@@ -129,7 +129,7 @@ TEST_F(DroppedTracksTest, WhatCannotBeReadIsTold)
     ASSERT_EQ(result.skipped.refused.size(), 1U);
     EXPECT_EQ(result.skipped.refused[0].path, music.file(u"bad.mp3"_s));
     EXPECT_EQ(skippedText(texts, result.skipped),
-              u"1 Dateien ohne lesbaren Ton ausgelassen, zuerst „bad.mp3“ "
+              u"1 Datei ohne lesbaren Ton ausgelassen: „bad.mp3“ "
               u"Nicht gelesen, weil keine MP3-Dateien: 1 FLAC."_s);
 }
 

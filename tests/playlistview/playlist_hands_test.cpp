@@ -377,7 +377,7 @@ TEST_F(PlaylistHands, WhatIsDroppedOnAListElsewhereComesToItsEndInOneStepAndIsTo
     sent.clear();
     view.append(test::Lists::tracksText({2}), other);
     EXPECT_EQ(lists.entryCount(other), 1);
-    EXPECT_EQ(takeStatus(), QStringList{u"Die Liste ist schreibgeschützt."_s});
+    EXPECT_EQ(takeStatus(), QStringList{u"Die Playliste ist schreibgeschützt."_s});
 }
 
 TEST_F(PlaylistHands, TracksThatAreDroppedOnAJingleListAreJingles)
@@ -505,7 +505,7 @@ TEST_F(PlaylistHands, DroppedListsAreReadWhereTheyFall)
     ASSERT_EQ(sentOf(u"show.statustext"_s).size(), 3);
     EXPECT_TRUE(sentOf(u"show.statustext"_s)
                     .last()
-                    .contains(u"Listen gelesen, die anderen Dateien daneben nicht: 1"_s));
+                    .contains(u"Playlisten gelesen, die anderen Dateien daneben nicht: 1"_s));
 }
 
 TEST_F(PlaylistHands, ADroppedListInAJingleListGivesJingles)

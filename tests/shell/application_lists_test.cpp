@@ -192,7 +192,7 @@ TEST_F(ListsOnTheScreen, TheEmptyViewOffersANewListAlsoWhereThereIsNone)
     run([&](QMainWindow& window) {
         for (QPushButton* button : entries(window).findChildren<QPushButton*>()) {
             if (button->isVisible()) {
-                EXPECT_EQ(button->text(), u"Neue Playlist"_s);
+                EXPECT_EQ(button->text(), u"Neue Playliste"_s);
                 button->click();
             }
         }
