@@ -57,6 +57,11 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"tree.title", u"Navigation"},
     {u"tree.empty", u"Ordner, Genres, Interpreten und Favoriten: noch nicht in dieser Fassung."},
     {u"lists.title", u"Listen"},
+    {u"tree.row.level", u"Ebene"},
+    {u"tree.row.open", u"aufgeklappt"},
+    {u"tree.row.folded", u"zugeklappt"},
+    {u"tree.row.ticked", u"angehakt"},
+    {u"tree.row.unticked", u"nicht angehakt"},
 
     // Playlist view.
     {u"playlist.grid.name", u"Titel der Playlist"},

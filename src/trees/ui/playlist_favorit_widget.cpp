@@ -4,6 +4,7 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/outline_tree.h"
 #include "trees/playlist_favorit.h"
+#include "trees/ui/tree_words.h"
 
 #include <QHBoxLayout>
 #include <QToolButton>
@@ -32,6 +33,7 @@ TreeControl& PlaylistFavoritWidget::tree()
 void PlaylistFavoritWidget::attach(PlaylistFavorit& logic, const ConfigObjects& texts)
 {
     m_tree->setAccessibleName(texts.text(u"lists.title"));
+    m_tree->setWords(treeWords(texts));
     connect(m_tree, &OutlineTree::rowClicked, &logic, &PlaylistFavorit::rowClicked);
     connect(m_tree, &OutlineTree::rowEntered, &logic, &PlaylistFavorit::rowEntered);
     connect(m_tree, &OutlineTree::rowActivated, &logic, &PlaylistFavorit::rowActivated);
