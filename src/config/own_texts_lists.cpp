@@ -26,12 +26,15 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"m3u.save.nolist", u"Es ist keine Playliste geöffnet."},
     {u"m3u.save.replace", u"Die Datei\\n$1\\nist schon da. Soll sie ersetzt werden?"},
     {u"m3u.save.failed", u"Die Playliste wurde nicht gespeichert:\\n$1\\n\\n$2"},
+    {u"m3u.log.opened", u"Das Protokoll liegt hier: $1"},
+    {u"m3u.log.noopener", u"Kein Programm öffnet das Protokoll. Es liegt hier: $1"},
     {u"m3u.leftout", u"$1 Einträge stehen nicht in der Datei, weil ihr Titel nicht mehr in der Bibliothek ist:\\n$2"},
     {u"m3u.storing", u"Geänderte Playlisten werden gespeichert: $1"},
     {u"m3u.saved", u"Gespeichert: $1"},
     {u"store.title", u"Playlisten speichern"},
     {u"store.written", u"$1 Playlisten in $2 gespeichert"},
     {u"store.failed", u"$1 Playlisten wurden nicht gespeichert:\\n\\n$2"},
+    {u"store.nofolder", u"der Ordner $1 lässt sich nicht anlegen"},
     {u"store.more", u"und $1 weitere"},
 });
 // clang-format on

@@ -3,6 +3,7 @@
 #include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/refusals.h"
 #include "platform/controls/file_chooser.h"
 #include "platform/controls/progress_window.h"
 #include "platform/controls/warnings.h"
@@ -196,7 +197,10 @@ void M3uCommands::askForLog(const Work& work)
         m_parts.texts.text(u"warnM3UErrors"_s), WarningType::Question,
         m_parts.texts.text(u"achtung"_s), u"warnM3UErrors"_s, u"warnM3UErrors.plctl"_s);
     if (answer == WarningAnswer::Yes) {
-        m_parts.openFile(m_parts.m3u.logFile());
+        // The place is told in any case: whether the desktop's program really shows it is not seen.
+        const QString file = m_parts.m3u.logFile();
+        const bool isOpened = m_parts.openFile(file);
+        tell(m_parts.texts.text(isOpened ? u"m3u.log.opened"_s : u"m3u.log.noopener"_s, file));
     }
 }
 
@@ -257,7 +261,8 @@ void M3uCommands::saveList(Pnid list)
         tellLeftOut();
         return;
     }
-    m_parts.warnings.ShowWarning(m_parts.texts.text(u"m3u.save.failed"_s, target, m_lastFailure),
+    m_parts.warnings.ShowWarning(m_parts.texts.text(u"m3u.save.failed"_s, target,
+                                                    systemReasonText(m_parts.texts, m_lastFailure)),
                                  WarningType::Stop, m_parts.texts.text(u"achtung"_s),
                                  u"m3u.save.failed"_s);
 }

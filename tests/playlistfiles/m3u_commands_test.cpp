@@ -94,10 +94,14 @@ protected:
     QStringList progress;
     std::function<void()> whileShown;
     QStringList opened;
+    bool opens = true; ///< there is a program for logs
     M3uCommands commands{{m3u, *lists.settings, texts, lists.files, answers, hand, bus,
                           [this](const QString&) { return std::make_unique<Window>(*this); },
                           [this] { return GroupId(group); },
-                          [this](const QString& file) { opened.append(file); }}};
+                          [this](const QString& file) {
+                              opened.append(file);
+                              return opens;
+                          }}};
 };
 
 TEST_F(M3uCommandsTest, EachFileBecomesAListOfTheGroupAndTheFirstIsOpened)
@@ -166,7 +170,19 @@ TEST_F(M3uCommandsTest, AListWithFailuresComesInAndThenTheLogIsOffered)
     EXPECT_EQ(listNames().size(), 1);
     EXPECT_EQ(answers.lastMessage.title, texts.text(u"achtung"_s));
     EXPECT_EQ(answers.lastMessage.suppressCaption, u"warnM3UErrors.plctl"_s);
-    EXPECT_EQ(opened, QStringList{lists.file(u"M3UImportError.log"_s)});
+    const QString log = lists.file(u"M3UImportError.log"_s);
+    EXPECT_EQ(opened, QStringList{log});
+    EXPECT_EQ(sent.last(), u"show.statustext Das Protokoll liegt hier: "_s + log);
+}
+
+TEST_F(M3uCommandsTest, ALogThatNoProgramOpensIsToldWithItsPlace)
+{
+    opens = false;
+    answers.expectMessage(u"Protokoll"_s, WarningAnswer::Yes);
+    commands.importLists({writeList("gone.mp3\n")});
+    EXPECT_EQ(sent.last(),
+              u"show.statustext Kein Programm öffnet das Protokoll. Es liegt hier: "_s +
+                  lists.file(u"M3UImportError.log"_s));
 }
 
 TEST_F(M3uCommandsTest, AFileWithFailuresAloneMakesNoListAndAnEmptyOneMakesAnEmptyList)
@@ -302,7 +318,8 @@ TEST_F(M3uCommandsTest, AFailedSaveIsToldWithFileAndReason)
     answers.expectMessage(u"/proc/list.m3u"_s);
     commands.saveList(lists.addList({10}));
     EXPECT_TRUE(answers.messages.first().contains(u"nicht gespeichert"_s));
-    EXPECT_FALSE(answers.messages.first().endsWith(u"\n\n"_s)); // the system's reason
+    EXPECT_TRUE(answers.messages.first().endsWith(u"\n\n"_s + texts.text(u"system.missing"_s)))
+        << answers.messages.first().toStdString(); // the system's reason
     EXPECT_EQ(sent, QStringList());
 }
 

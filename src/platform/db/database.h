@@ -119,6 +119,10 @@ public:
     /// failed, every further change fails until Rollback was called for each level: the rest of a
     /// change is never written without its beginning.
     virtual void BeginTrans() = 0;
+    /// The same for a change of side files: takes the write lock of the file that holds the table,
+    /// and none of this file as long as nothing in it is changed. So the library stays free for
+    /// others. \throws DbError kObjectNotFound, kFileNotFound, kLocked
+    virtual void BeginTransOn(const QString& table) = 0;
     virtual void CommitTrans() = 0;
     /// Never throws.
     virtual void Rollback() = 0;
@@ -136,6 +140,8 @@ class Transaction
 {
 public:
     explicit Transaction(Database& database);
+    /// See Database::BeginTransOn.
+    Transaction(Database& database, const QString& table);
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;

@@ -254,6 +254,16 @@ void SqliteDatabase::BeginTrans()
     session().transactions().begin();
 }
 
+void SqliteDatabase::BeginTransOn(const QString& table)
+{
+    Session& open = session();
+    const std::optional<Source> source = open.catalogue().find(table);
+    if (!source || source->kind != Source::Kind::Table) {
+        throw dbError(DbFault::SourceNotFound, table);
+    }
+    open.transactions().begin(source->schema);
+}
+
 void SqliteDatabase::CommitTrans()
 {
     session().transactions().commit();

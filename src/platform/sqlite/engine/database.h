@@ -62,6 +62,7 @@ public:
 
     std::unique_ptr<QueryDef> CreateQueryDef(const QString& name, const QString& sql) override;
     void BeginTrans() override;
+    void BeginTransOn(const QString& table) override;
     void CommitTrans() override;
     void Rollback() override;
     [[nodiscard]] qint64 DataVersion() override;
