@@ -311,14 +311,18 @@ TEST_F(RealFiles, WhatIsNewIsItsOwnersAloneAndWhatTheUserHasOpenedStaysOpen)
 TEST_F(RealFiles, TheOwnerIsKeptWhenWeMayGiveFilesAway)
 {
     folder.write(u"a"_s, "old");
-    if (::chown(system(u"a"_s).constData(), 1234, 1235) != 0) {
-        GTEST_SKIP() << "only root can give files away";
-    }
+    // Root may give a file to anybody, others to the groups that they are in.
+    std::vector<gid_t> groups(size_t(std::max(0, ::getgroups(0, nullptr))));
+    ASSERT_EQ(::getgroups(int(groups.size()), groups.data()), int(groups.size()));
+    const bool isRoot = ::geteuid() == 0;
+    const uid_t user = isRoot ? 1234 : ::geteuid();
+    const gid_t group = isRoot ? 1235 : groups.empty() ? ::getegid() : groups.back();
+    ASSERT_EQ(::chown(system(u"a"_s).constData(), user, group), 0);
     files.writeWhole(path(u"a"_s), "new");
     struct stat facts = {};
     ASSERT_EQ(::stat(system(u"a"_s).constData(), &facts), 0);
-    EXPECT_EQ(facts.st_uid, 1234U);
-    EXPECT_EQ(facts.st_gid, 1235U);
+    EXPECT_EQ(facts.st_uid, user);
+    EXPECT_EQ(facts.st_gid, group);
 }
 
 TEST_F(RealFiles, ALinkIsFollowedAndStaysALink)
