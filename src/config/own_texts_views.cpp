@@ -107,6 +107,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"lists.menu.1009", u"In dieser Auswahl zeigen"},
     {u"lists.menu.1010", u"Alle Playlisten zeigen"},
     {u"lists.menu.1011", u"Als M3U-Datei speichern ..."},
+    {u"lists.norow", u"Erst eine Playliste auswählen"},
     {u"lists.nogroup", u"Erst eine Gruppe oder Playliste auswählen"},
     {u"lists.gone", u"Diese Playliste gibt es nicht mehr"},
 

@@ -78,6 +78,20 @@ constexpr Command kCommands[] = {
     {bus::kShowMelovaneKiv, kLibrary, u"Melovanekiv"},
     {u"BeatGauge.Menu.Click", kWrites, u"beatgauge"},
     {u"BeatGauge.Menu.Manuell.Click", kWrites, u"beatgauge"},
+    // The tree of lists; its buttons have the keys of other views' ones.
+    {u"lists.all.newdoc", kWrites},
+    {u"lists.all.newdir", kWrites},
+    {u"lists.all.activate", kWrites},
+    {u"lists.all.lock", kWrites},
+    {u"lists.all.book", kLibrary},
+    {u"lists.all.refresh", kLibrary},
+    {u"lists.all.delete", kWrites},
+    {u"lists.rename", kWrites},
+    {u"lists.sort", kWrites},
+    {u"lists.move", kWrites},
+    {u"lists.panel", kWrites},
+    {u"lists.showall", kLibrary},
+    {u"lists.save", kLibrary},
 };
 
 struct Key

@@ -102,6 +102,7 @@ void MainWing::connectViews()
     QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &desk.window, [this] {
         below.library.view.judgeCommands();
         below.playlist.view.judgeCommands();
+        below.trees.favorit.judgeCommands();
     });
     below.playlist.hearSampleTool(window.guard());
     below.sound.monitor.setOnHeard([this](const HeardTrack& track) {
