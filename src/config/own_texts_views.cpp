@@ -61,6 +61,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     // Playlist view.
     {u"playlist.grid.name", u"Titel der Playlist"},
     {u"playlist.none.title", u"Keine Playlist geöffnet"},
+    {u"playlist.noplaying", u"Keine Playliste wird gespielt"},
     {u"playlist.none.text", u"Eine Liste im Feld links anklicken."},
     {u"playlist.none.button", u"Neue Playlist"},
     {u"playlist.norows.title", u"Noch keine Titel in dieser Liste"},

@@ -18,6 +18,7 @@ struct CommandPlace
     bool isLocked = false; ///< and must not be changed
     bool canUndo = true;
     bool canRedo = true;
+    bool knowsPlay = true; ///< which entry plays, and which comes next
 };
 
 /// What commands find around the views; asked at each judgement, so that a program that is
