@@ -128,6 +128,8 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"status.monitor.silent", u"Ein anderes Programm der Suite antwortet nicht; vielleicht ist es beim Vorhören weiter zu hören."},
     {u"status.help.missing", u"Die Hilfe ist nicht vorhanden."},
     {u"status.help.noopener", u"Kein Programm öffnet die Hilfe. Sie liegt hier: $1"},
+    {u"status.page.missing", u"Die Seite ist nicht vorhanden: $1"},
+    {u"status.page.noopener", u"Kein Programm öffnet die Seite. Sie liegt hier: $1"},
     {u"status.later", u"Noch nicht in dieser Fassung"},
     {u"status.import", u"Import: $1"},
     {u"status.file.missing", u"Datei nicht gefunden :: $1"},

@@ -73,18 +73,25 @@ NewTracks::Reading NewTracks::read(const QString& file)
             known->index < 0 ? nullptr : &m_tracks[size_t(known->index)]};
 }
 
-void NewTracks::write()
+bool NewTracks::write(const GoOn& goOn)
 {
     if (m_tracks.empty()) {
-        return;
+        return true;
     }
     TrackInsert insert(m_database, m_places, m_clock);
-    for (ImportedTrack& track : m_tracks) {
-        const auto result = insert.add(track, TrackInsert::TakenFid::MakeNew);
+    for (size_t i = 0; i < m_tracks.size(); ++i) {
+        const bool isAsked = goOn && i > 0 && i % kTracksAtOnce == 0;
+        if (isAsked && !goOn(qint64(i), qint64(m_tracks.size()))) {
+            return false;
+        }
+        const auto result = insert.add(m_tracks[i], TrackInsert::TakenFid::MakeNew);
         if (result.kind == TrackInsert::Result::Kind::FileIsKnown) {
-            track.FID = result.row.FID;
+            m_tracks[i].FID = result.row.FID;
+        } else {
+            ++m_entered;
         }
     }
+    return true;
 }
 
 QString NewTracks::fidOf(const QString& file) const

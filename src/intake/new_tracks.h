@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -50,9 +51,19 @@ public:
     /// True when read() would not open the file.
     [[nodiscard]] bool wasRead(const QString& file) const { return m_byFile.contains(file); }
 
+    /// Asked between two slices of a long work: how many of how many are done. False ends it.
+    using GoOn = std::function<bool(qint64 done, qint64 size)>;
+
+    /// Tracks entered between two questions: some 200 ms on a slow machine.
+    static constexpr size_t kTracksAtOnce = 100;
+
     /// Enters what was read, as part of the caller's transaction. A file that was entered by
-    /// another program meanwhile keeps the row that it has. \throws DbError
-    void write();
+    /// another program meanwhile keeps the row that it has. False when it was ended by `goOn`: the
+    /// transaction is to be left. \throws DbError
+    [[nodiscard]] bool write(const GoOn& goOn = {});
+
+    /// Rows that write() has made.
+    [[nodiscard]] int entered() const { return m_entered; }
 
     /// The row that a file has since write(); empty for one that was not read or could not be.
     [[nodiscard]] QString fidOf(const QString& file) const;
@@ -78,6 +89,7 @@ private:
     std::unique_ptr<QueryDef> m_find;
     std::vector<ImportedTrack> m_tracks;
     QHash<QString, Outcome> m_byFile;
+    int m_entered = 0;
 };
 
 } // namespace melovane

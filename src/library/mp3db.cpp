@@ -151,6 +151,7 @@ void ctl_MP3DB::reconnectDatabase()
     }
     const bool isOther = m_rows.data().DatabaseName() != m_settings.DbName();
     m_rows.reconnect(m_settings.DbName());
+    m_shown.fitColumns();
     judgeCommands();
     if (isOther || !m_rows.isRead()) {
         // Another library, or one that was not there at the start either: this is the start.
@@ -379,6 +380,7 @@ void ctl_MP3DB::saveLayout()
 void ctl_MP3DB::loadLayout(const QString& name)
 {
     m_layouts.load(name, m_controls.grid);
+    m_shown.fitColumns();
 }
 
 void ctl_MP3DB::focusRows()

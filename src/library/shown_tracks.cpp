@@ -68,6 +68,7 @@ void ShownTracks::showFirst(const QString& text, bool hasRows)
     if (m_isResult) {
         take({ShownRequest::Kind::SearchLine, text});
     }
+    fitColumns();
 }
 
 void ShownTracks::take(const ShownRequest& request)
@@ -195,6 +196,7 @@ void ShownTracks::applyKeepingTrack(const QString& statement)
     if (apply(statement)) {
         m_parts.rows.restore(place, GridRows::Stays::Track);
         m_parts.rows.restoreSelection(place);
+        fitColumns();
     }
 }
 

@@ -76,8 +76,8 @@ public:
     /// Keeps the sorting for the next run.
     void storeSorting();
 
-    /// Fits the columns to their contents, when the setting `AutosizeGrid` asks for it.
-    void goToFirst();
+    /// Fits the columns to their contents, when the setting `AutosizeGrid` asks for it; so does
+    /// every way to the rows here.
     void fitColumns();
 
 private:
@@ -87,6 +87,7 @@ private:
     bool apply(const QString& statement);
     void applyKeepingTrack(const QString& statement);
     void readSorting();
+    void goToFirst();
     void showArrow();
 
     Parts m_parts;

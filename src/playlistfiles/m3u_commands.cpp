@@ -3,6 +3,7 @@
 #include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/refusals.h"
 #include "platform/controls/file_chooser.h"
 #include "platform/controls/progress_window.h"
 #include "platform/controls/warnings.h"
@@ -37,6 +38,7 @@ struct M3uCommands::Work
     std::unique_ptr<ProgressWindow> window;
     QString text;
     int errors = 0;
+    int entered = 0; ///< tracks that are new in the library
 };
 
 M3uCommands::M3uCommands(M3uCommandParts parts)
@@ -77,7 +79,16 @@ bool M3uCommands::load(Work& work, const QStringList& files)
 {
     work.text = path::fileName(files.first());
     work.errors += m_parts.m3u.LoadPlaylists(files);
+    work.entered += m_parts.m3u.entered();
     return !m_parts.m3u.wasGivenUp();
+}
+
+/// The views of the library show new tracks at once, as behind the importer.
+void M3uCommands::tellEntered(const Work& work)
+{
+    if (work.entered > 0) {
+        m_bus.SendMessage(bus::kDbChange);
+    }
 }
 
 void M3uCommands::importLists()
@@ -133,6 +144,7 @@ void M3uCommands::importLists(const QStringList& files)
     tell(goesOn ? m_parts.texts.text(u"m3u.imported"_s, counted(u"m3u.imported.lists"_s, lists),
                                      counted(u"m3u.imported.tracks"_s, entries))
                 : counted(u"m3u.import.cancelled"_s, lists));
+    tellEntered(work);
     if (lists > 0) {
         m_bus.SendMessage(bus::kRefreshPlaylistTree);
         m_bus.SendMessage(isJingle ? bus::kJinglelistAktivieren : bus::kPlaylistAktivieren,
@@ -165,6 +177,7 @@ bool M3uCommands::insertLists(const QStringList& files,
     m3u.events = {};
     tell(goesOn ? counted(u"m3u.inserted"_s, entries)
                 : m_parts.texts.text(u"m3u.insert.cancelled"_s));
+    tellEntered(work);
     askForLog(work);
     return entries > 0;
 }
@@ -184,7 +197,10 @@ void M3uCommands::askForLog(const Work& work)
         m_parts.texts.text(u"warnM3UErrors"_s), WarningType::Question,
         m_parts.texts.text(u"achtung"_s), u"warnM3UErrors"_s, u"warnM3UErrors.plctl"_s);
     if (answer == WarningAnswer::Yes) {
-        m_parts.openFile(m_parts.m3u.logFile());
+        // The place is told in any case: whether the desktop's program really shows it is not seen.
+        const QString file = m_parts.m3u.logFile();
+        const bool isOpened = m_parts.openFile(file);
+        tell(m_parts.texts.text(isOpened ? u"m3u.log.opened"_s : u"m3u.log.noopener"_s, file));
     }
 }
 
@@ -245,7 +261,8 @@ void M3uCommands::saveList(Pnid list)
         tellLeftOut();
         return;
     }
-    m_parts.warnings.ShowWarning(m_parts.texts.text(u"m3u.save.failed"_s, target, m_lastFailure),
+    m_parts.warnings.ShowWarning(m_parts.texts.text(u"m3u.save.failed"_s, target,
+                                                    systemReasonText(m_parts.texts, m_lastFailure)),
                                  WarningType::Stop, m_parts.texts.text(u"achtung"_s),
                                  u"m3u.save.failed"_s);
 }

@@ -32,8 +32,8 @@ struct M3uCommandParts
     std::function<std::unique_ptr<ProgressWindow>(const QString& title)> openProgress;
     /// The group that imported lists go into; asked once for an import.
     std::function<GroupId()> targetGroup;
-    /// Shows a file with the desktop's program for it.
-    std::function<void(const QString& file)> openFile;
+    /// Shows a file with the desktop's program for it; false when there is none.
+    std::function<bool(const QString& file)> openFile;
 };
 
 /// What a user does with list files: imports some as new lists, drops some on a list, saves a list.
@@ -65,6 +65,7 @@ private:
 
     void watch(Work& work);
     [[nodiscard]] bool load(Work& work, const QStringList& files);
+    void tellEntered(const Work& work);
     void askForLog(const Work& work);
     [[nodiscard]] QString rememberedFolder(const QString& key) const;
     void remember(const QString& key, const QString& file);

@@ -71,7 +71,8 @@ bool isThere(Database& database, Pnid list)
     return countOf(database, u"pl_name where nid="_s + number(list)) > 0;
 }
 
-void writeLoaded(Database& database, const std::vector<M3uRow>& rows)
+/// False when it was ended by `goOn`.
+bool writeLoaded(Database& database, const std::vector<M3uRow>& rows, const NewTracks::GoOn& goOn)
 {
     database.Execute(u"delete from TEMP_PLImportM3U"_s);
     QStringList columns{u"SID"_s, u"PNID"_s};
@@ -81,12 +82,17 @@ void writeLoaded(Database& database, const std::vector<M3uRow>& rows)
     RowInsert insert(database, kLoaded, writtenColumns(database, kLoaded, columns));
     int position = 0;
     for (const M3uRow& row : rows) {
+        const bool isAsked = goOn && position > 0 && position % kEntriesAtOnce == 0;
+        if (isAsked && !goOn(position, qint64(rows.size()))) {
+            return false;
+        }
         std::vector<Value> values{++position, 0};
         for (const M3uField& field : m3uFields()) {
             values.push_back(cellOf(row, field));
         }
         insert.run(values);
     }
+    return true;
 }
 
 Pnid createPlaylist(Database& database, const QString& name, GroupId group)
@@ -153,6 +159,7 @@ int MlvM3U::LoadPlaylists(const QStringList& files)
     m_errors.restart();
     m_givenUp = false;
     m_loaded = 0;
+    m_entered = 0;
     guarded(
         u"LoadPlaylist"_s, files.join(u", "_s), [&] { load(files); }, importerror::kFile);
     return m_errors.count();
@@ -173,16 +180,28 @@ void MlvM3U::load(const QStringList& files)
             runtimeFailure(importerror::kFile, u"LoadPlaylist"_s, file, error.reason());
         }
     }
-    Transaction all(*database);
+    m_givenUp = m_givenUp || !keep(*database, tracks, loader);
     if (m_givenUp) {
-        writeLoaded(*database, {});
-    } else {
-        tracks.write();
-        loader.takeWritten();
-        writeLoaded(*database, loader.rows());
+        database->Execute(u"delete from TEMP_PLImportM3U"_s);
+    }
+}
+
+/// Writes the new tracks and the rows of the list; false when the user has ended that, and nothing
+/// was written.
+bool MlvM3U::keep(Database& database, NewTracks& tracks, M3uLoader& loader)
+{
+    Transaction all(database);
+    if (!tracks.write(events.goOn)) {
+        return false;
+    }
+    loader.takeWritten();
+    if (!writeLoaded(database, loader.rows(), events.goOn)) {
+        return false;
     }
     all.commit();
-    m_loaded = m_givenUp ? 0 : int(loader.rows().size());
+    m_loaded = int(loader.rows().size());
+    m_entered = tracks.entered();
+    return true;
 }
 
 int MlvM3U::addSlice(Database& database, Pnid list, qint64 before, int first, int last)

@@ -13,6 +13,7 @@
 namespace melovane {
 
 class ListEdit;
+class NewTracks;
 
 /// Lists as files: reads M3U files of this suite and of other programs into lists, and writes them.
 ///
@@ -39,11 +40,15 @@ public:
     /// The same for several lists, one behind the other, as if they were one.
     int LoadPlaylists(const QStringList& files);
 
-    /// True when `goOn` ended the last load, or the writing behind it: then nothing was written.
+    /// True when `goOn` ended the last load, or the writing behind it. Then that one has written
+    /// nothing; tracks that a load has entered stay when the list behind it is given up.
     [[nodiscard]] bool wasGivenUp() const { return m_givenUp; }
 
     /// Entries that the last load has found.
     [[nodiscard]] int loaded() const { return m_loaded; }
+
+    /// Tracks that have entered the library with the last load: whoever shows the library is told.
+    [[nodiscard]] int entered() const { return m_entered; }
 
     /// Failures since the last load began, those of what was done with it included.
     [[nodiscard]] int failures() const { return m_errors.count(); }
@@ -95,6 +100,7 @@ private:
                  int databaseCode = importerror::kDatabase);
     void runtimeFailure(int code, const QString& source, const QString& file, const QString& text);
     void load(const QStringList& files);
+    [[nodiscard]] bool keep(Database& database, NewTracks& tracks, M3uLoader& loader);
     int addSlice(Database& database, Pnid list, qint64 before, int first, int last);
     [[nodiscard]] std::optional<int> addLoaded(Database& database, Pnid list, qint64 before);
 
@@ -102,6 +108,7 @@ private:
     M3uErrors m_errors;
     int m_aktion = 0;
     int m_loaded = 0;
+    int m_entered = 0;
     bool m_givenUp = false;
     QStringList m_leftOut;
 };

@@ -1,7 +1,9 @@
 #include "playlistfiles/store_playlists.h"
 
+#include "bus/event_guard.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/refusals.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/db/recordset.h"
@@ -81,10 +83,14 @@ QString leftOutText(const ConfigObjects& texts, const QStringList& entries)
     return texts.text(u"m3u.leftout"_s, entries.size(), toldLines(texts, entries));
 }
 
-StorePlaylists::StorePlaylists(DBEngine& engine, const GlobalSettings& settings, Files& files)
+StorePlaylists::StorePlaylists(DBEngine& engine,
+                               const GlobalSettings& settings,
+                               Files& files,
+                               const ConfigObjects& texts)
     : m_engine(engine)
     , m_settings(settings)
     , m_files(files)
+    , m_texts(texts)
 {}
 
 QHash<Pnid, QString> StorePlaylists::places(Database& database) const
@@ -123,7 +129,7 @@ void StorePlaylists::store(Database& database, Pnid list, const QString& file)
 {
     const QString folder = path::parent(file);
     if (!m_files.makeFolders(folder)) {
-        throw IoError(folder, u"the folder cannot be made"_s);
+        throw IoError(folder, m_texts.text(u"store.nofolder"_s, folder));
     }
     // The write lock is held from the reading on, so that nobody's change is marked as saved.
     Transaction whole(database);
@@ -151,9 +157,12 @@ StorePlaylists::Result StorePlaylists::run(const std::function<void(const QStrin
                 written(file);
             }
         } catch (const DbError& error) {
-            result.failures.append(changed.name + u": "_s + error.text());
+            result.failures.append(
+                changed.name + u": "_s +
+                databaseFaultText(m_texts, error.number(), error.text(), m_settings.DbName()));
         } catch (const IoError& error) {
-            result.failures.append(changed.name + u": "_s + error.reason());
+            result.failures.append(changed.name + u": "_s +
+                                   systemReasonText(m_texts, error.reason()));
         }
     }
     return result;

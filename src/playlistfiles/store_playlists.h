@@ -27,12 +27,15 @@ class GlobalSettings;
 class StorePlaylists
 {
 public:
-    StorePlaylists(DBEngine& engine, const GlobalSettings& settings, Files& files);
+    StorePlaylists(DBEngine& engine,
+                   const GlobalSettings& settings,
+                   Files& files,
+                   const ConfigObjects& texts);
 
     struct Result
     {
         int written = 0;
-        QStringList failures; ///< "name of the list: reason"
+        QStringList failures; ///< "name of the list: reason", in the user's language
         QStringList leftOut;  ///< "name of the list, entry": see M3uWriter::withoutTrack
     };
 
@@ -51,6 +54,7 @@ private:
     DBEngine& m_engine;
     const GlobalSettings& m_settings;
     Files& m_files;
+    const ConfigObjects& m_texts;
 };
 
 } // namespace melovane

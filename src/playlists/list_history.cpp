@@ -81,8 +81,8 @@ bool isLinkedTo(Database& database, const QString& sideFile)
 {
     const QString name = kHistoryTable.toString();
     return database.tableDefs().Contains(name) &&
-           database.tableDefs().Item(name).Connect.compare(u";DATABASE="_s + sideFile,
-                                                           Qt::CaseInsensitive) == 0;
+           database.tableDefs().connectOf(name).compare(u";DATABASE="_s + sideFile,
+                                                        Qt::CaseInsensitive) == 0;
 }
 
 /// Reads the columns that every step needs. \throws DbError
@@ -253,6 +253,8 @@ void ListHistory::makeSideFile(const QString& mainFile, const QString& sideFile)
     maker.sourceFile = mainFile;
     maker.CreateDB();
     m_engine.OpenDatabase(sideFile)->tableDefs().Append(historyTable());
+    // From now on it is reached through its library, and let go with it.
+    m_engine.Release(sideFile);
 }
 
 void ListHistory::write(Database& database, const Record& record)

@@ -236,6 +236,32 @@ TEST_F(Mp3dbActionsTest, ColumnsAreFittedAfterASearchUnlessTheSettingIsOff)
     EXPECT_EQ(grid.fits, 2);
 }
 
+TEST_F(Mp3dbActionsTest, ColumnsAreFittedAfterEveryWayToTheRows)
+{
+    library.settings->SetAutosizeGrid(1);
+    const auto fitsOf = [this](const std::function<void()>& way) {
+        const int before = grid.fits;
+        way();
+        return grid.fits - before;
+    };
+    EXPECT_EQ(fitsOf([this] { view.headerClicked(columnOf(u"BPM"_s)); }), 1);
+    EXPECT_EQ(fitsOf([this] { view.Refresh(); }), 1);
+    EXPECT_EQ(fitsOf([this] { others.SendMessage(u"load.layout.mp3db"_s, u"none.grx"_s); }), 1);
+    others.SendMessage(u"db.disconnect"_s);
+    EXPECT_EQ(fitsOf([this] { others.SendMessage(u"db.reconnect"_s); }), 1);
+}
+
+struct FittedStart : public test::LibraryViewTest
+{};
+
+TEST_F(FittedStart, TheRowsOfTheStartHaveFittedColumns)
+{
+    library.add({{u"Licht"_s, u"Ostwind"_s, {}, {}, 0}});
+    library.settings->SetAutosizeGrid(1);
+    start();
+    EXPECT_EQ(grid.fits, 1);
+}
+
 TEST_F(Mp3dbActionsTest, AMessageAboutNewContentKeepsSelectionAndPosition)
 {
     grid.selected = {{0, 0}, {2, 2}};

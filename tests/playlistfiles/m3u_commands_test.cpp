@@ -94,10 +94,14 @@ protected:
     QStringList progress;
     std::function<void()> whileShown;
     QStringList opened;
+    bool opens = true; ///< there is a program for logs
     M3uCommands commands{{m3u, *lists.settings, texts, lists.files, answers, hand, bus,
                           [this](const QString&) { return std::make_unique<Window>(*this); },
                           [this] { return GroupId(group); },
-                          [this](const QString& file) { opened.append(file); }}};
+                          [this](const QString& file) {
+                              opened.append(file);
+                              return opens;
+                          }}};
 };
 
 TEST_F(M3uCommandsTest, EachFileBecomesAListOfTheGroupAndTheFirstIsOpened)
@@ -120,6 +124,23 @@ TEST_F(M3uCommandsTest, OneListAndOneTrackAreToldInTheSingular)
     hand.open = {writeList(entry(1), u"eins.m3u"_s)};
     commands.importLists();
     EXPECT_EQ(sent.first(), u"show.statustext 1 Playlist mit 1 Titel importiert"_s);
+}
+
+TEST_F(M3uCommandsTest, TracksThatAListBringsAreToldToTheViewsOfTheLibrary)
+{
+    addFile(u"neu.mp3"_s);
+    const QString file = writeList("neu.mp3\n");
+    commands.importLists({file});
+    EXPECT_EQ(sent.count(u"db.change "_s), 1);
+    EXPECT_LT(sent.indexOf(u"db.change "_s), sent.indexOf(u"refresh.playlist.tree "_s));
+    addFile(u"noch einer.mp3"_s);
+    const Pnid list = Pnid(lists.value(u"select min(nid) from pl_name"_s).toLong());
+    sent.clear();
+    EXPECT_TRUE(commands.insertLists({writeList("noch einer.mp3\n")}, list, {}, 0));
+    EXPECT_EQ(sent.count(u"db.change "_s), 1);
+    sent.clear();
+    EXPECT_TRUE(commands.insertLists({file}, list, {}, 0));
+    EXPECT_EQ(sent.count(u"db.change "_s), 0) << "the library has it";
 }
 
 TEST_F(M3uCommandsTest, TheFolderOfTheLastImportIsRemembered)
@@ -149,7 +170,19 @@ TEST_F(M3uCommandsTest, AListWithFailuresComesInAndThenTheLogIsOffered)
     EXPECT_EQ(listNames().size(), 1);
     EXPECT_EQ(answers.lastMessage.title, texts.text(u"achtung"_s));
     EXPECT_EQ(answers.lastMessage.suppressCaption, u"warnM3UErrors.plctl"_s);
-    EXPECT_EQ(opened, QStringList{lists.file(u"M3UImportError.log"_s)});
+    const QString log = lists.file(u"M3UImportError.log"_s);
+    EXPECT_EQ(opened, QStringList{log});
+    EXPECT_EQ(sent.last(), u"show.statustext Das Protokoll liegt hier: "_s + log);
+}
+
+TEST_F(M3uCommandsTest, ALogThatNoProgramOpensIsToldWithItsPlace)
+{
+    opens = false;
+    answers.expectMessage(u"Protokoll"_s, WarningAnswer::Yes);
+    commands.importLists({writeList("gone.mp3\n")});
+    EXPECT_EQ(sent.last(),
+              u"show.statustext Kein Programm öffnet das Protokoll. Es liegt hier: "_s +
+                  lists.file(u"M3UImportError.log"_s));
 }
 
 TEST_F(M3uCommandsTest, AFileWithFailuresAloneMakesNoListAndAnEmptyOneMakesAnEmptyList)
@@ -207,7 +240,8 @@ TEST_F(M3uCommandsTest, ACancelledDropChangesNothing)
     answers.expectMessage(u"Protokoll"_s, WarningAnswer::No);
     EXPECT_FALSE(commands.insertLists({writeList(entry(2) + manyLines())}, list, Sid{10}, 0));
     EXPECT_EQ(lists.entries(list), u"10:1"_s);
-    EXPECT_EQ(sent, QStringList{u"show.statustext Einfügen abgebrochen, nichts wurde geändert"_s});
+    EXPECT_EQ(sent, QStringList{
+                        u"show.statustext Einfügen abgebrochen, die Playliste ist unverändert"_s});
 }
 
 TEST_F(M3uCommandsTest, ADroppedListWithFailuresInsertsTheGoodRowsAndThenAsksAboutTheLog)
@@ -284,7 +318,8 @@ TEST_F(M3uCommandsTest, AFailedSaveIsToldWithFileAndReason)
     answers.expectMessage(u"/proc/list.m3u"_s);
     commands.saveList(lists.addList({10}));
     EXPECT_TRUE(answers.messages.first().contains(u"nicht gespeichert"_s));
-    EXPECT_FALSE(answers.messages.first().endsWith(u"\n\n"_s)); // the system's reason
+    EXPECT_TRUE(answers.messages.first().endsWith(u"\n\n"_s + texts.text(u"system.missing"_s)))
+        << answers.messages.first().toStdString(); // the system's reason
     EXPECT_EQ(sent, QStringList());
 }
 

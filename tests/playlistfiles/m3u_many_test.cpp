@@ -106,6 +106,52 @@ TEST_F(M3uMany, AListThatIsGivenUpWhileItIsWrittenLeavesNothing)
     }
 }
 
+TEST_F(M3uMany, LoadedRowsAreKeptInSlicesAndALoadThatIsGivenUpThereLeavesNothing)
+{
+    QList<std::pair<qint64, qint64>> turns;
+    m3u.events.goOn = [&](qint64 done, qint64 whole) {
+        turns.append({done, whole});
+        return true;
+    };
+    const QString file = writeList(linesOf(5000));
+    EXPECT_EQ(m3u.LoadPlaylist(file), 0);
+    EXPECT_TRUE(turns.contains({2000, 5000}));
+    EXPECT_TRUE(turns.contains({4000, 5000}));
+    EXPECT_EQ(loaded().size(), 5000);
+    m3u.events.goOn = [](qint64 done, qint64 whole) { return done != 4000 || whole != 5000; };
+    EXPECT_EQ(m3u.LoadPlaylist(file), 0);
+    EXPECT_TRUE(m3u.wasGivenUp());
+    EXPECT_EQ(m3u.loaded(), 0);
+    EXPECT_TRUE(loaded().isEmpty());
+}
+
+TEST_F(M3uMany, NewTracksEnterInSlicesAndNoneOfThemWhenThatIsGivenUp)
+{
+    constexpr int kNew = 250;
+    QByteArray lines;
+    for (int i = 0; i < kNew; ++i) {
+        lines += addFile(u"neu%1.mp3"_s.arg(i)).toUtf8() + '\n';
+    }
+    const QString file = writeList(lines);
+    m3u.events.goOn = [](qint64 done, qint64 whole) { return done != 200 || whole != kNew; };
+    EXPECT_EQ(m3u.LoadPlaylist(file), 0);
+    EXPECT_TRUE(m3u.wasGivenUp());
+    EXPECT_EQ(m3u.entered(), 0);
+    EXPECT_EQ(lists.value(u"select count(*) from db_all"_s).toLong(), m_count);
+    EXPECT_TRUE(loaded().isEmpty());
+    QList<qint64> turns;
+    m3u.events.goOn = [&](qint64 done, qint64 whole) {
+        if (whole == kNew) {
+            turns.append(done);
+        }
+        return true;
+    };
+    EXPECT_EQ(m3u.LoadPlaylist(file), 0);
+    EXPECT_EQ(turns, (QList<qint64>{100, 200}));
+    EXPECT_EQ(m3u.entered(), kNew);
+    EXPECT_EQ(lists.value(u"select count(*) from db_all"_s).toLong(), m_count + kNew);
+}
+
 TEST_F(M3uMany, LinesOfKnownIdentifiersLeaveTheWindowAlive)
 {
     QByteArray many;

@@ -1,3 +1,5 @@
+#include "config/config_objects.h"
+#include "config/melovane_configuration.h"
 #include "platform/system/io_error.h"
 #include "playlistfiles/m3u_fixture.h"
 #include "playlistfiles/store_playlists.h"
@@ -12,7 +14,11 @@ using namespace Qt::Literals::StringLiterals;
 class StorePlaylistsTest : public M3uTest
 {
 protected:
-    StorePlaylistsTest() { lists.settings->SetPlaylistVerzeichnis(music.path() + u'/'); }
+    StorePlaylistsTest()
+    {
+        MelovaneConfiguration::fill(texts);
+        lists.settings->SetPlaylistVerzeichnis(music.path() + u'/');
+    }
 
     int changedList(const QString& name, int group)
     {
@@ -29,11 +35,12 @@ protected:
     StorePlaylists::Result run()
     {
         written.clear();
-        return StorePlaylists(*lists.engine, *lists.settings, lists.files)
+        return StorePlaylists(*lists.engine, *lists.settings, lists.files, texts)
             .run(
                 [this](const QString& file) { written.append(file.mid(music.path().size() + 1)); });
     }
 
+    ConfigObjects texts{lists.folders.paths(), lists.folders.profile(), lists.files};
     QString track = lists.library.add({});
     int rock = lists.library.addGroup(u"Rock/Pop"_s);
     int dance = lists.library.addGroup(u"Dance"_s);
@@ -161,7 +168,8 @@ TEST_F(StorePlaylistsTest, AListThatCannotBeWrittenStaysMarkedAndTheOthersAreWri
     const auto result = run();
     EXPECT_EQ(result.written, 1);
     ASSERT_EQ(result.failures.size(), 1);
-    EXPECT_TRUE(result.failures[0].startsWith(u"bad: "_s));
+    EXPECT_EQ(result.failures[0],
+              u"bad: der Ordner %1 lässt sich nicht anlegen"_s.arg(music.file(u"Rock_Pop"_s)));
     EXPECT_EQ(marked(), QStringList{u"bad"_s});
 }
 
@@ -180,9 +188,10 @@ TEST_F(StorePlaylistsTest, OnAFullDiskAllStayMarkedAndTheReasonIsTold)
     changedList(u"A"_s, rock);
     changedList(u"B"_s, rock);
     FullDisk full;
-    const auto result = StorePlaylists(*lists.engine, *lists.settings, full).run();
-    EXPECT_EQ(result.failures,
-              (QStringList{u"A: No space left on device"_s, u"B: No space left on device"_s}));
+    const auto result = StorePlaylists(*lists.engine, *lists.settings, full, texts).run();
+    const QString reason = texts.text(u"system.full"_s);
+    EXPECT_EQ(reason, u"auf dem Datenträger ist kein Platz mehr"_s);
+    EXPECT_EQ(result.failures, (QStringList{u"A: "_s + reason, u"B: "_s + reason}));
     EXPECT_EQ(marked(), (QStringList{u"A"_s, u"B"_s}));
 }
 

@@ -25,6 +25,9 @@ protected:
     {
         suite.engine->Release(suite.dbName());
         EnvironmentPlaces places = suite.folders.places();
+        if (!copyOfFolder.isEmpty()) {
+            places.programFolder = copyOfFolder;
+        }
         if (withoutRuntimeFolder) {
             places.runtimeBase = QLatin1String("");
             places.temporaryBase = QStringLiteral("/proc");
@@ -62,7 +65,8 @@ protected:
         warnings.append(dialog->findChild<QLabel*>(QStringLiteral("SkinLabel1"))->text() +
                         QStringLiteral(": ") +
                         dialog->findChild<QTextEdit*>(QStringLiteral("SkinLabel2"))->toPlainText());
-        auto* no = dialog->findChild<QPushButton*>(QStringLiteral("cmdNein"));
+        auto* no = dialog->findChild<QPushButton*>(saysYes ? QStringLiteral("cmdJa")
+                                                           : QStringLiteral("cmdNein"));
         (no != nullptr ? no : dialog->findChild<QPushButton*>(QStringLiteral("cmdOk")))->click();
         return true;
     }
@@ -111,8 +115,10 @@ protected:
     }
 
     Application* running = nullptr;    ///< while the console runs
+    QString copyOfFolder;              ///< of the suite, which runs then in its place
     bool closesWindow = true;          ///< else the test ends the console
     bool withoutRuntimeFolder = false; ///< and with nothing in its place
+    bool saysYes = false;              ///< to warnings that ask
     QStringList warnings;
     QString chosenFile;            ///< in the file dialogs
     sqlite::IndexFigures searches; ///< of the last run

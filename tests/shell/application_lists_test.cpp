@@ -2,10 +2,12 @@
 #include "platform/controls/status_line.h"
 #include "shell/application_fixture.h"
 #include "shell/ui/mlvdb_window.h"
+#include "support/mp3_maker.h"
 
 #include <QAction>
 #include <QComboBox>
 #include <QContextMenuEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QTableView>
 #include <QToolButton>
@@ -107,6 +109,29 @@ TEST_F(ListsOnTheScreen, AnImportWithTheJinglesCurrentMakesAnOrdinaryListThatIsO
     EXPECT_GT(suite.value(u"select grid from pl_name where name='Neues'"_s).toLong(), 0);
     EXPECT_EQ(suite.value(u"select aktion from pl_all where pnid>%1"_s.arg(dance)).toLong(), 0);
     EXPECT_EQ(suite.column(u"select name from pl_name where lock=true"_s), QStringList{u"Neues"_s});
+}
+
+TEST_F(ListsOnTheScreen, TracksThatAnImportedListBringsStandInTheLibraryAtOnce)
+{
+    const test::TempFolder folder;
+    folder.write(u"neu.mp3"_s, test::simpleMp3(u"Brandungszone"_s, u"Ostwind"_s));
+    chosenFile = folder.write(u"Neues.m3u"_s, "neu.mp3\n");
+    QTimer user; // the watcher waits for the entries of the menu
+    QObject::connect(&user, &QTimer::timeout, qApp, [&] { answered(); });
+    user.start(10ms);
+    int before = -1;
+    int after = -1;
+    run([&](QMainWindow& window) {
+        auto* line = window.findChild<QComboBox*>(u"Text1"_s)->lineEdit();
+        line->selectAll();
+        QTest::keyClicks(line, u"brand"_s);
+        const auto* rows = window.findChild<QTableView*>(u"TDBGrid1"_s)->model();
+        before = rows->rowCount();
+        window.findChild<QAction*>(u"mnuImpPlaylistBas"_s)->trigger();
+        after = rows->rowCount();
+    });
+    EXPECT_EQ(before, 1);
+    EXPECT_EQ(after, 2);
 }
 
 TEST_F(ListsOnTheScreen, AMenuThatWasBrokenOffLeavesTheOpenListMarked)

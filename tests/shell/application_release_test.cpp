@@ -3,6 +3,7 @@
 #include "platform/qt/outline_tree.h"
 #include "shell/application_fixture.h"
 #include "shell/ui/mlvdb_window.h"
+#include "support/open_files.h"
 #include "support/wait_for.h"
 
 #include <QAction>
@@ -114,6 +115,37 @@ TEST_F(ReleasedLibraryTest, NothingIsWrittenUntilItIsGivenBackAndTheUserIsToldWh
         afterTool(window, u"PlaylistFavorit1"_s, u"all.newdir"_s);
     });
     EXPECT_EQ(suite.value(u"select count(*) as anz from pl_group"_s).toLong(), 2);
+}
+
+TEST_F(ReleasedLibraryTest, NoFileOfItStaysOpenBehindTheAnswer)
+{
+    run([&](QMainWindow& window) {
+        auto* grid = window.findChild<DataGrid*>(u"PlaylistGrid1"_s);
+        grid->selectRow(0);
+        QTest::keyClick(grid, Qt::Key_Delete);
+        ASSERT_NE(test::openDatabasesIn(suite.dataFolder()), "");
+        ASSERT_TRUE(takeLibrary());
+        EXPECT_EQ(test::openDatabasesIn(suite.dataFolder()), "");
+        other.kill();
+    });
+}
+
+TEST_F(ReleasedLibraryTest, NoSideFileThatThisRunHasMadeStaysOpenBehindTheAnswer)
+{
+    suite.engine->Release(suite.dbName());
+    for (const QString& name : {u"melovane.temp.mdb"_s, u"melovane.tree.mdb"_s}) {
+        ASSERT_TRUE(QFile::remove(suite.file(name)));
+    }
+    run([&](QMainWindow& window) {
+        auto* grid = window.findChild<DataGrid*>(u"PlaylistGrid1"_s);
+        grid->selectRow(0);
+        QTest::keyClick(grid, Qt::Key_Delete);
+        ASSERT_TRUE(QFile::exists(suite.file(u"melovane.tree.mdb"_s)));
+        ASSERT_TRUE(QFile::exists(suite.file(u"melovane.undo.mdb"_s)));
+        ASSERT_TRUE(takeLibrary());
+        EXPECT_EQ(test::openDatabasesIn(suite.dataFolder()), "");
+        other.kill();
+    });
 }
 
 TEST_F(ReleasedLibraryTest, WhatTheOtherProgramHasPutThereIsShownInTheTreeOfLists)

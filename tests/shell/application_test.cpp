@@ -78,6 +78,49 @@ TEST_F(ApplicationTest, AListIsImportedFromTheMenuOpenedAndSavedAgain)
     EXPECT_TRUE(folder.read(u"out.m3u"_s).contains("#MLV:FID=800000000001\r\n"));
 }
 
+/// A desktop that has no program for any file, as long as it lives.
+class WithoutOpener
+{
+public:
+    WithoutOpener() { qputenv("PATH", "/proc"); }
+
+    ~WithoutOpener() { qputenv("PATH", m_former); }
+
+    WithoutOpener(const WithoutOpener&) = delete;
+    WithoutOpener& operator=(const WithoutOpener&) = delete;
+
+private:
+    QByteArray m_former = qgetenv("PATH");
+};
+
+TEST_F(ApplicationTest, ALogOrAPageThatNothingOpensIsToldWithItsPlace)
+{
+    const WithoutOpener desktop;
+    suite.library.add({.Titel = u"Brandung"_s});
+    suite.write(u"melovane.ini"_s, "[Message]\nHandle.DJ=99\n");
+    const QString page = suite.write(u"Melovane.html"_s, "<html></html>");
+    chosenFile = suite.write(u"fort.m3u"_s, "missing.mp3\n");
+    saysYes = true;
+    QString ofPage;
+    QString ofLog;
+    QTimer user; // the watcher waits for the entries of the menu
+    QObject::connect(&user, &QTimer::timeout, qApp, [&] { answered(); });
+    user.start(10ms);
+    run([&](QMainWindow& window) {
+        const auto told = [&] {
+            return static_cast<MlvdbWindow&>(window).status().panel(StatusPanel::Message);
+        };
+        ASSERT_NE(splash(), nullptr);
+        splash()->findChild<QToolButton*>(u"cmdLogo"_s)->click();
+        ofPage = told();
+        window.findChild<QAction*>(u"mnuImpPlaylistBas"_s)->trigger();
+        ofLog = told();
+    });
+    EXPECT_EQ(ofPage, u"Kein Programm öffnet die Hilfe. Sie liegt hier: "_s + page);
+    EXPECT_TRUE(ofLog.startsWith(u"Kein Programm öffnet das Protokoll. Es liegt hier: "_s))
+        << ofLog.toStdString();
+}
+
 TEST_F(ApplicationTest, ARunThatDiedIsToldAtTheNextStartAndARunThatEndedIsNot)
 {
     suite.library.add({.Titel = u"Brandung"_s});

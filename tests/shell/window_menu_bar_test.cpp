@@ -391,6 +391,33 @@ TEST_F(WindowMenuBarTest, F10OpensTheMenuBarAndShiftF10TheMenuOfTheCurrentRow)
     context().close();
 }
 
+TEST_F(WindowMenuBarTest, AMenuThatWasClosedAndOpenedAgainGivesTheKeyboardBack)
+{
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, test::kLongWaitMs));
+    QTest::keyClicks(&console.searchLine(), u"Brand"_s);
+    console.grid().setFocus();
+    auto& file = *console.window.menuBar()->actions().constFirst()->menu();
+    const Qt::Key letter = Qt::Key(file.title().section(u'&', 1).at(0).toUpper().unicode());
+    for (const bool chosen : {true, false}) {
+        console.window.activateWindow();
+        ASSERT_TRUE(test::waitFor([&] { return console.grid().hasFocus(); }));
+        QTest::keyClick(QApplication::focusWidget(), letter, Qt::AltModifier);
+        ASSERT_TRUE(file.isVisible());
+        QTest::keyClick(&file, Qt::Key_Escape);
+        QTest::keyClick(QApplication::focusWidget(), letter, Qt::AltModifier);
+        ASSERT_TRUE(file.isVisible());
+        if (chosen) {
+            file.setActiveAction(&entry(u"mnuExpPlaylistBas"_s));
+            QTest::keyClick(&file, Qt::Key_Return);
+        } else {
+            QTest::keyClick(&file, Qt::Key_Escape);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        }
+        EXPECT_TRUE(test::waitFor([&] { return console.window.focusWidget() == &console.grid(); }))
+            << chosen;
+    }
+}
+
 TEST(Accelerator, IsTheFirstLetterThatNobodyHas)
 {
     QString used = u"D"_s;

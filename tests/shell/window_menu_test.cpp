@@ -215,6 +215,32 @@ TEST_F(WindowMenuTest, WithoutAnOpenerTheHelpSaysWhereItsPageLies)
     EXPECT_TRUE(shown().contains(page)) << shown().toStdString();
 }
 
+TEST_F(WindowMenuTest, TheMakersPagesAreOpenedAndToldWhereTheyAreMissing)
+{
+    click(u"mnuInternet_3"_s);
+    EXPECT_TRUE(shown().contains(u"Versionen.html"_s)) << shown().toStdString();
+    const QString maker = folders.install(u"Melovane.html"_s, "x");
+    const QString versions = folders.install(u"Versionen.html"_s, "x");
+    click(u"mnuInternet_1"_s);
+    click(u"mnuInternet_3"_s);
+    EXPECT_EQ(processes.commands,
+              (QStringList{u"explorer.exe "_s + maker, u"explorer.exe "_s + versions}));
+    processes.succeeds = false;
+    click(u"mnuInternet_3"_s);
+    EXPECT_TRUE(shown().contains(versions)) << shown().toStdString();
+}
+
+TEST_F(WindowMenuTest, OnlyTheCareOfTheLibraryIsLeftToALaterVersion)
+{
+    QStringList later;
+    for (const MenuRow& row : MenuCommands::rows()) {
+        if (row.isLater()) {
+            later.append(row.name.toString());
+        }
+    }
+    EXPECT_EQ(later, (QStringList{u"mnuDatenbereinigung"_s, u"mnuNoExistSuchen"_s}));
+}
+
 struct PlugInTest : public test::WindowFixture
 {
     PlugInTest()

@@ -49,10 +49,15 @@ public:
         rows.insert(rows.begin() + index, row);
     }
 
+    void insertRows(int index, std::vector<TreeRow> wanted) override
+    {
+        rows.insert(rows.begin() + index, wanted.begin(), wanted.end());
+    }
+
     void removeRow(int index) override
     {
         if (has(index)) {
-            rows.erase(rows.begin() + index);
+            rows.erase(rows.begin() + index, rows.begin() + endOf(index));
             current = std::min(current, rowCount() - 1);
         }
     }
@@ -69,6 +74,34 @@ public:
     }
 
     [[nodiscard]] bool isEditing() const override { return editing; }
+
+    [[nodiscard]] std::vector<int> selectedRows() const override
+    {
+        return selected.empty() && current >= 0 ? std::vector<int>{current} : selected;
+    }
+
+    [[nodiscard]] bool isOpen(int index) const override
+    {
+        return has(index) && endOf(index) > index + 1 && !foldedKeys.contains(row(index).key);
+    }
+
+    void setOpen(int index, bool open) override
+    {
+        foldedKeys.removeAll(row(index).key);
+        if (!open && has(index)) {
+            foldedKeys.append(row(index).key);
+        }
+    }
+
+    void foldTo(int level) override
+    {
+        foldedKeys.clear();
+        for (int index = 0; index < rowCount(); ++index) {
+            if (row(index).level >= level && endOf(index) > index + 1) {
+                foldedKeys.append(row(index).key);
+            }
+        }
+    }
 
     [[nodiscard]] QStringList folded() const override { return foldedKeys; }
 
@@ -91,6 +124,7 @@ public:
     }
 
     std::vector<TreeRow> rows;
+    std::vector<int> selected;
     QStringList foldedKeys;
     QString editedText;
     GridFont font;
@@ -102,6 +136,16 @@ public:
     bool editing = false;
 
 private:
+    /// The row behind the last one below it.
+    [[nodiscard]] int endOf(int index) const
+    {
+        int end = index + 1;
+        while (end < rowCount() && rows[size_t(end)].level > rows[size_t(index)].level) {
+            ++end;
+        }
+        return end;
+    }
+
     [[nodiscard]] bool has(int index) const { return index >= 0 && index < rowCount(); }
 };
 

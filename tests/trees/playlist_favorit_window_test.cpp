@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
@@ -207,7 +208,14 @@ TEST_F(PlaylistFavoritWindow, AGroupUnfoldsWhileADragRestsOnItAndItsListTakesThe
     QApplication::sendEvent(tree.viewport(), &move);
     EXPECT_FALSE(move.isAccepted()) << "the pointer is the forbidden one";
     EXPECT_TRUE(test::waitFor([&] { return tree.folded().isEmpty(); }));
-    EXPECT_LT(tree.autoExpandDelay(), 0) << "the toolkit's own delay folds an open group, too";
+    // On an open group nothing happens, however long it rests there.
+    QDragMoveEvent aside(pointOf(rowOf(lists.main)), Qt::CopyAction, &tracks, Qt::LeftButton, {});
+    QApplication::sendEvent(tree.viewport(), &aside);
+    QApplication::sendEvent(tree.viewport(), &move);
+    auto* const rest = tree.findChild<QTimer*>(u"Timer_DragRest"_s);
+    ASSERT_TRUE(rest->isActive());
+    EXPECT_TRUE(test::waitFor([&] { return !rest->isActive(); }));
+    EXPECT_TRUE(tree.folded().isEmpty());
     EXPECT_TRUE(drop(tracks, pointOf(rowOf(lists.dance))));
 }
 

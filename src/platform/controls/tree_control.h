@@ -9,6 +9,14 @@
 
 namespace melovane {
 
+/// The check box at the end of a row.
+enum class RowTick : quint8
+{
+    None, ///< the row has no box
+    Off,
+    On
+};
+
 /// A row of a tree.
 struct TreeRow
 {
@@ -20,6 +28,15 @@ struct TreeRow
     bool bold = false;
     bool dimmed = false; ///< steps back
     bool movable = false;
+    /// Its rows are read when it is opened for the first time: it can be opened while none is
+    /// below it.
+    bool fillable = false;
+    RowTick tick = RowTick::None;
+    int countLetters = 0; ///< letters at the end of the text that are a count, in second text
+    QString toolTip;      ///< said over the text, whether it fits or not
+    /// Full path of a picture that stands in place of text and picture, as wide as the tree at
+    /// most and never enlarged.
+    QString image;
 
     bool operator==(const TreeRow&) const = default;
 };
@@ -53,6 +70,9 @@ public:
     /// Puts a row in front of another, or behind the last. It must not part a row from those below
     /// it.
     virtual void insertRow(int index, const TreeRow& row) = 0;
+    /// The same with many, in their order; a row in front of them that had none below it stays
+    /// closed.
+    virtual void insertRows(int index, std::vector<TreeRow> rows) = 0;
     /// The rows below it go, too. The current row becomes one of its neighbours without an event.
     virtual void removeRow(int index) = 0;
 
@@ -60,6 +80,9 @@ public:
     [[nodiscard]] virtual int currentRow() const = 0;
     /// Also brings it on the screen; -1 for none. No event tells of it.
     virtual void setCurrentRow(int index) = 0;
+
+    /// From top to bottom; the current row alone while the user has not selected more.
+    [[nodiscard]] virtual std::vector<int> selectedRows() const = 0;
 
     /// Lets the user change the text of a row.
     virtual void editRow(int index, const QString& text) = 0;
@@ -70,6 +93,13 @@ public:
     [[nodiscard]] virtual QStringList folded() const = 0;
     /// Folds the rows of these keys and unfolds all others.
     virtual void setFolded(const QStringList& keys) = 0;
+
+    /// Whether the rows below a row are shown, as far as those above it are open, too. False
+    /// without any.
+    [[nodiscard]] virtual bool isOpen(int index) const = 0;
+    virtual void setOpen(int index, bool open) = 0;
+    /// Folds every row of that level and of deeper ones, and opens all others.
+    virtual void foldTo(int level) = 0;
 
     /// The first row on the screen, or -1.
     [[nodiscard]] virtual int firstVisibleRow() const = 0;

@@ -8,6 +8,12 @@ Transaction::Transaction(Database& database)
     m_database.BeginTrans();
 }
 
+Transaction::Transaction(Database& database, const QString& table)
+    : m_database(database)
+{
+    m_database.BeginTransOn(table);
+}
+
 Transaction::~Transaction()
 {
     if (m_open) {

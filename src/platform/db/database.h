@@ -25,6 +25,14 @@ public:
 
     [[nodiscard]] virtual bool Contains(const QString& name) const = 0;
 
+    /// Names of the tables that are no links, in catalogue order. Opens no side file.
+    [[nodiscard]] virtual QStringList ownNames() const = 0;
+
+    /// What TableDef::Connect says, without a look at the side file that All() and Item() open for
+    /// its columns: nobody's file is touched that the link may lead to by mistake. Empty for a
+    /// table that is no link. \throws DbError kItemNotFound when there is none of that name
+    [[nodiscard]] virtual QString connectOf(const QString& name) const = 0;
+
     /// Makes the table, or the link when Connect is not empty. A link needs no existing file.
     /// \throws DbError kObjectExists when the name is taken by a table or a query
     virtual void Append(const TableDef& table) = 0;
@@ -111,6 +119,10 @@ public:
     /// failed, every further change fails until Rollback was called for each level: the rest of a
     /// change is never written without its beginning.
     virtual void BeginTrans() = 0;
+    /// The same for a change of side files: takes the write lock of the file that holds the table,
+    /// and none of this file as long as nothing in it is changed. So the library stays free for
+    /// others. \throws DbError kObjectNotFound, kFileNotFound, kLocked
+    virtual void BeginTransOn(const QString& table) = 0;
     virtual void CommitTrans() = 0;
     /// Never throws.
     virtual void Rollback() = 0;
@@ -128,6 +140,8 @@ class Transaction
 {
 public:
     explicit Transaction(Database& database);
+    /// See Database::BeginTransOn.
+    Transaction(Database& database, const QString& table);
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
@@ -181,10 +195,10 @@ public:
     /// Lets go of every file handle on that database that no open Database needs.
     virtual void Release(const QString& name) = 0;
 
-    /// Leaves that database to another program: lets go as Release does, and refuses every open of
-    /// it with kReleased, by whatever name, until TakeBack. What this program wrote meanwhile would
-    /// be lost, for the other one may put another file in its place. A Database that is still open
-    /// works on.
+    /// Leaves that database to another program: lets go of it as Release does, and of its side
+    /// files, and refuses every open of it with kReleased, by whatever name, until TakeBack. What
+    /// this program wrote meanwhile would be lost, for the other one may put another file in its
+    /// place. A Database that is still open works on.
     virtual void GiveAway(const QString& name) = 0;
 
     /// The database may be opened again, whether or not it was given away.

@@ -18,6 +18,9 @@ namespace {
 /// Units above and below the line of text of a row, together.
 constexpr int kRowSpace = 8;
 
+/// How many rows decide the width of a fitted column in a grid that isn't shown yet.
+constexpr int kRowsMeasuredUnseen = 100;
+
 } // namespace
 
 std::vector<RowRange> DataGrid::selection() const
@@ -162,8 +165,9 @@ void DataGrid::fitColumns(const QStringList& except, double most)
     }
     {
         const QScopedValueRollback guard(m_fitting, true);
-        // Only what is on the screen is measured; a million rows are not read for a width.
-        m_header->setResizeContentsPrecision(0);
+        // Only what is on the screen is measured; a million rows are not read for a width. Before
+        // the first show no row is on the screen, and all would be measured.
+        m_header->setResizeContentsPrecision(isVisible() ? 0 : kRowsMeasuredUnseen);
         for (int column = 0; column < m_model->columnCount(); ++column) {
             const QString field = m_model->column(column).field;
             if (!isColumnHidden(column) && !except.contains(field, Qt::CaseInsensitive)) {

@@ -6,9 +6,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QDrag>
 #include <QKeyEvent>
-#include <QPainter>
 
 #include <utility>
 
@@ -19,28 +17,6 @@ namespace melovane {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// What hangs on the pointer during a drag: how many rows it carries.
-QPixmap dragPicture(const Theme& theme, const QFont& font, qint64 rows, double ratio)
-{
-    const QString text = QString::number(rows);
-    const QFontMetrics metrics(font);
-    const QSize size(metrics.horizontalAdvance(text) + 16, metrics.height() + 6);
-    QPixmap picture(size * ratio);
-    picture.setDevicePixelRatio(ratio);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setFont(font);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(theme.qcolor(ThemeRole::Accent));
-    const QRect field(QPoint(), size);
-    painter.drawRoundedRect(field, 4, 4);
-    painter.setPen(
-        toQColor(readableOn(theme.colour(ThemeRole::TextField), theme.colour(ThemeRole::Accent))));
-    painter.drawText(field, Qt::AlignCenter, text);
-    return picture;
-}
 
 qint64 rowsIn(const std::vector<RowRange>& ranges)
 {
@@ -150,11 +126,7 @@ void DataGrid::startDrag(Qt::DropActions actions)
     if (content.text.isEmpty()) {
         return;
     }
-    auto* drag = new QDrag(this);
-    drag->setMimeData(new RowCargo(content));
-    drag->setPixmap(dragPicture(m_skin.theme(), font(), rowsIn(selection()), devicePixelRatioF()));
-    drag->setHotSpot(QPoint(-10, -6));
-    drag->exec(Qt::CopyAction);
+    dragRows(*this, m_skin.theme(), content, rowsIn(selection()));
 }
 
 } // namespace melovane

@@ -235,10 +235,25 @@ void DataGridPainter::setModelData(QWidget* editor,
     QStyledItemDelegate::setModelData(editor, model, index);
 }
 
+/// What paint() needs to show a cell whole.
+int DataGridPainter::wholeWidth(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const auto* model = qobject_cast<const DataGridModel*>(index.model());
+    const CellStyle style = model ? model->style(index) : CellStyle();
+    const QString text = paintedPart(index.data().toString());
+    const QFont font = fontOf(style, option.font);
+    const QFontMetrics metrics(font, option.widget);
+    int width = wholeTextWidth(font, text, option.widget);
+    if (model && model->column(index.column()).alignment == CellAlignment::Right) {
+        width = std::max(width, figureTextWidth(metrics, text));
+    }
+    const int icon = style.icon.isEmpty() ? 0 : metrics.height() + kIconGap;
+    return icon + width + 2 * kPadding;
+}
+
 QSize DataGridPainter::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    const QString text = paintedPart(index.data().toString());
-    return {option.fontMetrics.horizontalAdvance(text) + 2 * kPadding, option.fontMetrics.height()};
+    return {wholeWidth(option, index), option.fontMetrics.height()};
 }
 
 bool DataGridPainter::helpEvent(QHelpEvent* event,
@@ -251,8 +266,7 @@ bool DataGridPainter::helpEvent(QHelpEvent* event,
     if (isPicture) {
         text = index.data(Qt::AccessibleTextRole).toString();
     }
-    const int room = view->visualRect(index).width() - 2 * kPadding;
-    const bool fits = !isPicture && option.fontMetrics.horizontalAdvance(text) <= room;
+    const bool fits = !isPicture && wholeWidth(option, index) <= view->visualRect(index).width();
     showWholeText(*event, view, text, fits);
     return true;
 }

@@ -46,6 +46,8 @@ public:
                    const QModelIndex& index) override;
 
 private:
+    [[nodiscard]] int wholeWidth(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const;
     [[nodiscard]] Colour
     ground(const QStyleOptionViewItem& option, int row, const CellStyle& style) const;
     void paintIcon(QPainter& painter, const QRect& place, const CellStyle& style) const;

@@ -2,6 +2,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QtMath>
 
 #include <algorithm>
 #include <utility>
@@ -70,6 +71,11 @@ int figureTextWidth(const QFontMetrics& metrics, const QString& text)
         width += widthOf(metrics, sign, figures.widest);
     }
     return width;
+}
+
+int wholeTextWidth(const QFont& font, const QString& text, const QPaintDevice* device)
+{
+    return qCeil(QFontMetricsF(font, device).horizontalAdvance(text));
 }
 
 void drawFigures(QPainter& painter, const QRect& rect, const QString& text)

@@ -3,7 +3,9 @@
 #include <QRect>
 #include <QString>
 
+class QFont;
 class QPainter;
+class QPaintDevice;
 class QFontMetrics;
 
 namespace melovane {
@@ -14,8 +16,15 @@ namespace melovane {
 /// Width of a text whose figures all have the same width: their own, or that of the widest one.
 [[nodiscard]] int figureTextWidth(const QFontMetrics& metrics, const QString& text);
 
-/// Draws such a text at the right end of a rectangle, so that figures of rows below each other
-/// stand below each other.
+/// The room that a text needs so that nothing of it is cut: text is cut by its exact width, which
+/// may be a part of a unit more than the rounded one.
+///
+/// \param device what it is painted on; null for the screen
+[[nodiscard]] int
+wholeTextWidth(const QFont& font, const QString& text, const QPaintDevice* device);
+
+/// Draws a text of figures of equal width at the right end of a rectangle, so that figures of rows
+/// below each other stand below each other.
 void drawFigures(QPainter& painter, const QRect& rect, const QString& text);
 
 } // namespace melovane

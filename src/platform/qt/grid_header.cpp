@@ -1,5 +1,6 @@
 #include "platform/qt/grid_header.h"
 
+#include "platform/qt/figures.h"
 #include "platform/qt/skin.h"
 
 #include <QPaintEvent>
@@ -33,10 +34,22 @@ void GridHeader::setSortArrow(int column, SortArrow arrow)
     viewport()->update();
 }
 
+int GridHeader::arrowSize() const
+{
+    return fontMetrics().ascent() * 4 / 5;
+}
+
+int GridHeader::arrowSpaceOf(int section) const
+{
+    const bool arrow = section == m_arrowColumn && m_arrow != SortArrow::None;
+    return arrow ? arrowSize() + kArrowGap : 0;
+}
+
 QSize GridHeader::sectionSizeFromContents(int section) const
 {
     const QString text = model()->headerData(section, Qt::Horizontal).toString();
-    return {fontMetrics().horizontalAdvance(text) + 2 * kPadding, fontMetrics().height() + 10};
+    const int width = wholeTextWidth(font(), text, this) + arrowSpaceOf(section) + 2 * kPadding;
+    return {width, fontMetrics().height() + 10};
 }
 
 void GridHeader::paintEvent(QPaintEvent* event)
@@ -62,9 +75,8 @@ void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section)
     const QString heading = model()->headerData(section, Qt::Horizontal).toString();
     const QVariant flags = model()->headerData(section, Qt::Horizontal, Qt::TextAlignmentRole);
     const auto alignment = static_cast<Qt::Alignment>(flags.toInt());
-    const bool arrow = section == m_arrowColumn && m_arrow != SortArrow::None;
-    const int arrowSize = fontMetrics().ascent() * 4 / 5;
-    const int arrowSpace = arrow ? arrowSize + kArrowGap : 0;
+    const int arrowSpace = arrowSpaceOf(section);
+    const bool arrow = arrowSpace > 0;
     const bool centred = alignment & Qt::AlignHCenter;
     const int padding = centred ? 2 : kPadding;
     const QRect inner = rect.adjusted(padding, 0, -padding, 0);
@@ -81,8 +93,8 @@ void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section)
     painter->setPen(theme.qcolor(arrow ? ThemeRole::Text : ThemeRole::TextSecond));
     painter->drawText(QRect(left, inner.top(), width + 1, inner.height()), Qt::AlignVCenter, text);
     if (arrow) {
-        const QRect field(left + width + kArrowGap, inner.center().y() - arrowSize / 2, arrowSize,
-                          arrowSize);
+        const int side = arrowSize();
+        const QRect field(left + width + kArrowGap, inner.center().y() - side / 2, side, side);
         drawArrow(*painter, field);
     }
 }

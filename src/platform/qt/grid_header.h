@@ -29,6 +29,9 @@ protected:
 
 private:
     void drawArrow(QPainter& painter, const QRect& rect) const;
+    [[nodiscard]] int arrowSize() const;
+    /// The room that the sort arrow of a column takes; 0 for a column without one.
+    [[nodiscard]] int arrowSpaceOf(int section) const;
 
     const Skin& m_skin;
     int m_arrowColumn = -1;

@@ -1,76 +1,116 @@
 #pragma once
 
-#include "platform/controls/tree_control.h"
+#include "platform/qt/outline_keys.h"
+#include "platform/qt/outline_rows.h"
+#include "platform/qt/outline_texts.h"
 
-#include <QAbstractItemModel>
+#include <QAbstractTableModel>
 
-#include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace melovane {
 
-/// The rows of an outline, reachable by their number from top to bottom and as a tree.
-class OutlineModel : public QAbstractItemModel
+/// What a reader of the screen is told of a row beside its text.
+struct OutlineWords
+{
+    QString level; ///< "%1" is the level, from 1
+    QString open;
+    QString folded;
+    QString ticked;
+    QString unticked;
+};
+
+/// The lines of an outline: what is neither folded away nor left out by the filter.
+///
+/// Rows are counted from top to bottom whatever is shown; an index stands for a line.
+class OutlineModel : public QAbstractTableModel
 {
     Q_OBJECT
 
 public:
-    using QObject::parent;
-
     explicit OutlineModel(QObject* parent = nullptr);
     ~OutlineModel() override;
 
+    [[nodiscard]] const OutlineRows& rows() const { return m_rows; }
+
     void setRows(std::vector<TreeRow> rows);
-    void setRow(int place, const TreeRow& row);
-    void insertRow(int place, const TreeRow& row);
-    void removeRow(int place);
+    void setRow(int row, const TreeRow& value);
+    void insertRows(int row, std::vector<TreeRow> rows);
+    void removeRow(int row);
 
-    [[nodiscard]] int count() const { return int(m_nodes.size()); }
-
-    [[nodiscard]] const TreeRow& row(int place) const { return m_nodes[size_t(place)]->row; }
-
-    [[nodiscard]] bool has(int place) const { return place >= 0 && place < count(); }
-
+    /// The first row of a key, or -1.
     [[nodiscard]] int find(const QString& key) const;
 
-    /// -1 for no row.
-    [[nodiscard]] int placeOf(const QModelIndex& index) const;
-    [[nodiscard]] QModelIndex indexOf(int place) const;
+    /// -1 for no line.
+    [[nodiscard]] int rowOf(const QModelIndex& index) const;
+    /// No index for a row that is no line.
+    [[nodiscard]] QModelIndex indexOf(int row) const;
+
+    /// A row that it cannot be said of is left as it is.
+    void setOpen(int row, bool open);
+    void setBranchOpen(int row, bool open);
+    void foldTo(int level);
+    void foldOnly(const QStringList& keys);
+    [[nodiscard]] QStringList folded() const;
+    /// Opens all above a row and lets it through the filter.
+    void reveal(int row);
+
+    /// Only rows that hold the text, without regard to case, and those above them; an empty text
+    /// ends it and what was folded is so again.
+    void setFilter(const QString& text);
+    /// Rows that hold the text of the filter; -1 without one.
+    [[nodiscard]] int filterHits() const;
+
+    /// The first line behind `line` - 1, round to it again, whose text begins with a text, or else
+    /// holds it, without regard to case; -1 for none.
+    [[nodiscard]] int findText(int line, const QString& text) const;
+
+    /// The rows with an image, rising.
+    [[nodiscard]] const std::vector<int>& imageRows() const { return m_imageRows; }
 
     /// The row that may be edited at present, or none.
     void setEdited(const QModelIndex& index, const QString& text);
 
-    [[nodiscard]] QModelIndex index(int row, int column, const QModelIndex& parent) const override;
-    [[nodiscard]] QModelIndex parent(const QModelIndex& index) const override;
+    /// Rows that stay may be dragged, too.
+    void setAllDraggable() { m_allDraggable = true; }
+
+    void setWords(OutlineWords words) { m_words = std::move(words); }
+
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    /// Lines have no headings, for a reader of the screen neither.
+    [[nodiscard]] QVariant
+    headerData(int section, Qt::Orientation orientation, int role) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 signals:
     /// The user has left this text in the row that was edited.
-    void edited(int place, const QString& text);
+    void edited(int row, const QString& text);
 
 private:
-    struct Node
-    {
-        TreeRow row;
-        Node* parent = nullptr;
-        std::vector<Node*> children;
-        int place = 0; ///< among all rows
-        int order = 0; ///< among the children of its parent
-    };
+    void showLines(const OutlineRows::NewLines& lines);
+    void hideLines(const OutlineRows::Run& run);
+    void becomeLines(const std::vector<std::uint32_t>& wanted);
+    void filterAgain();
+    void noteImages(int at, int gone, int come);
+    [[nodiscard]] const std::vector<std::uint32_t>& findHits();
+    [[nodiscard]] QString description(int row) const;
+    [[nodiscard]] const OutlineTexts& texts() const;
 
-    [[nodiscard]] static Node* nodeOf(const QModelIndex& index);
-    [[nodiscard]] const Node& parentNode(const QModelIndex& parent) const;
-    [[nodiscard]] Node* parentFor(int place, int level);
-    void number(size_t from);
-
-    std::vector<std::unique_ptr<Node>> m_nodes; ///< top to bottom
-    Node m_root;
+    OutlineRows m_rows;
+    mutable OutlineKeys m_keys;
+    mutable OutlineTexts m_texts;
+    std::string m_filter;              ///< folded; empty for none
+    std::vector<std::uint32_t> m_hits; ///< of the filter
+    std::vector<int> m_imageRows;
     QPersistentModelIndex m_edited;
     QString m_editedText;
+    OutlineWords m_words;
+    bool m_allDraggable = false;
 };
 
 } // namespace melovane

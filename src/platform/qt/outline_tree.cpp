@@ -2,90 +2,47 @@
 
 #include "platform/qt/empty_view.h"
 #include "platform/qt/grid_font.h"
-#include "platform/qt/icon_set.h"
+#include "platform/qt/outline_drags.h"
 #include "platform/qt/outline_model.h"
+#include "platform/qt/outline_painter.h"
 #include "platform/qt/skin.h"
-#include "platform/qt/whole_text_tip.h"
 
-#include <QHelpEvent>
+#include <QHeaderView>
+#include <QMimeData>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
+
+#include <algorithm>
+
+// Rows, folding, filter and place; keys and mouse are in outline_tree_input.cpp.
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-/// Units added to the height of a line of text.
-constexpr int kRowSpacing = 8;
-
-/// Units between picture and text, and between text and border.
-constexpr int kGap = 7;
-
-QFont fontOf(const TreeRow& row, QFont font)
-{
-    font.setBold(row.bold || row.heading || font.bold());
-    return font;
-}
-
-/// Height of a row, the editor of its text, and the tool tip of a text that has no room.
-class OutlineDelegate : public QStyledItemDelegate
-{
-public:
-    explicit OutlineDelegate(OutlineTree& tree)
-        : QStyledItemDelegate(&tree)
-        , m_tree(tree)
-    {}
-
-    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
-                                 const QModelIndex& index) const override
-    {
-        const int picture = option.fontMetrics.height();
-        return {picture + option.fontMetrics.horizontalAdvance(index.data().toString()) + 3 * kGap,
-                option.fontMetrics.height() + kRowSpacing + m_tree.rowSpacing()};
-    }
-
-    void updateEditorGeometry(QWidget* editor,
-                              const QStyleOptionViewItem& option,
-                              const QModelIndex& index) const override
-    {
-        Q_UNUSED(index)
-        editor->setGeometry(option.rect.adjusted(option.fontMetrics.height() + kGap - 3, 0, 0, 0));
-    }
-
-    bool helpEvent(QHelpEvent* event,
-                   QAbstractItemView* view,
-                   const QStyleOptionViewItem& option,
-                   const QModelIndex& index) override
-    {
-        const int room = view->viewport()->width() - view->visualRect(index).left();
-        const bool fits = !index.isValid() || sizeHint(option, index).width() <= room;
-        showWholeText(*event, view, index.data().toString(), fits);
-        return true;
-    }
-
-private:
-    const OutlineTree& m_tree;
-};
-
-} // namespace
-
 OutlineTree::OutlineTree(const Skin& skin, const IconSet& icons, QWidget* parent)
-    : QTreeView(parent)
-    , m_skin(skin)
-    , m_icons(icons)
+    : QTableView(parent)
     , m_model(new OutlineModel(this))
+    , m_painter(new OutlinePainter(skin, icons, *m_model, *this))
+    , m_drags(new OutlineDrags(skin, *m_model, *m_painter, *this))
     , m_note(new EmptyView(icons, u"note"_s, viewport()))
 {
     m_note->setAutoFillBackground(true);
     m_note->hide();
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->hide();
+    horizontalHeader()->setMinimumSectionSize(1);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     setModel(m_model);
-    setItemDelegate(new OutlineDelegate(*this));
-    setHeaderHidden(true);
-    setUniformRowHeights(true);
+    setItemDelegate(m_painter);
+    setShowGrid(false);
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
     setFrameShape(QFrame::NoFrame);
+    setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
     setVerticalScrollMode(ScrollPerItem);
@@ -96,15 +53,18 @@ OutlineTree::OutlineTree(const Skin& skin, const IconSet& icons, QWidget* parent
     setDragDropMode(DragDrop);
     setDefaultDropAction(Qt::MoveAction);
     setDropIndicatorShown(false);
-    constexpr int kUnfoldMs = 600;
-    m_unfold.setSingleShot(true);
-    m_unfold.setInterval(kUnfoldMs);
-    connect(&m_unfold, &QTimer::timeout, this,
-            [this] { expand(m_model->indexOf(m_rowUnderPointer)); });
     OutlineTree::setTreeFont({.name = {}, .size = 0});
-    connect(this, &QTreeView::clicked, this,
-            [this](const QModelIndex& index) { emit rowClicked(m_model->placeOf(index)); });
+    connect(this, &QTableView::clicked, this,
+            [this](const QModelIndex& index) { emit rowClicked(m_model->rowOf(index)); });
     connect(m_model, &OutlineModel::edited, this, &OutlineTree::rowEdited);
+    connect(m_model, &QAbstractItemModel::modelAboutToBeReset, this, [this] {
+        m_kept = {currentRow(), firstVisibleRow(), selectedRows()};
+    });
+    connect(m_model, &QAbstractItemModel::modelReset, this, &OutlineTree::afterReset);
+    connect(m_model, &QAbstractItemModel::rowsInserted, this, &OutlineTree::fitImages);
+    connect(m_drags, &OutlineDrags::rowDropped, this, &OutlineTree::rowDropped);
+    // Opens only: a row that is open must not fold under the pointer of the user.
+    connect(m_drags, &OutlineDrags::restedOn, this, [this](int row) { toggle(row, true); });
     connect(&skin, &Skin::changed, viewport(), qOverload<>(&QWidget::update));
 }
 
@@ -113,13 +73,29 @@ OutlineTree::~OutlineTree() = default;
 void OutlineTree::setTreeFont(const GridFont& wanted)
 {
     setFont(toQFont(wanted));
-    m_rowSpacing = clampedSpacing(wanted);
-    QTreeView::setIndentation(fontMetrics().height() * 5 / 4);
-    scheduleDelayedItemsLayout();
+    m_painter->setSpacing(clampedSpacing(wanted));
+    verticalHeader()->setDefaultSectionSize(m_painter->lineHeight());
+    fitImages();
 }
 
 void OutlineTree::setNote(const EmptyNote& note)
 {
+    m_wantedNote = note;
+    updateNote();
+}
+
+void OutlineTree::setFilterNote(const QString& text)
+{
+    m_filterNote = text;
+    updateNote();
+}
+
+void OutlineTree::updateNote()
+{
+    EmptyNote note = m_wantedNote;
+    if (note == EmptyNote() && m_model->filterHits() == 0 && m_model->rows().lineCount() == 0) {
+        note.title = m_filterNote;
+    }
     m_note->setNote(note);
     m_note->setGeometry(viewport()->rect());
     m_note->setVisible(note != EmptyNote());
@@ -127,24 +103,34 @@ void OutlineTree::setNote(const EmptyNote& note)
 
 void OutlineTree::resizeEvent(QResizeEvent* event)
 {
-    QTreeView::resizeEvent(event);
+    QTableView::resizeEvent(event);
     m_note->setGeometry(viewport()->rect());
+    fitImages();
+}
+
+void OutlineTree::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    QPainter painter(viewport());
+    m_drags->paint(painter);
 }
 
 void OutlineTree::setRows(std::vector<TreeRow> rows)
 {
+    const QScopedValueRollback forgets(m_forgets, true);
+    m_currentUnfiltered.clear();
+    m_firstUnfiltered.clear();
     m_model->setRows(std::move(rows));
-    expandAll();
 }
 
 int OutlineTree::rowCount() const
 {
-    return m_model->count();
+    return m_model->rows().count();
 }
 
 TreeRow OutlineTree::row(int index) const
 {
-    return m_model->has(index) ? m_model->row(index) : TreeRow();
+    return m_model->rows().has(index) ? m_model->rows().row(index) : TreeRow();
 }
 
 int OutlineTree::find(const QString& key) const
@@ -155,36 +141,78 @@ int OutlineTree::find(const QString& key) const
 void OutlineTree::setRow(int index, const TreeRow& row)
 {
     m_model->setRow(index, row);
+    const QModelIndex line = m_model->indexOf(index);
+    if (line.isValid() && rowHeight(line.row()) != m_painter->heightOf(index)) {
+        setRowHeight(line.row(), m_painter->heightOf(index));
+    }
+    fitImages();
+    updateNote();
 }
 
 void OutlineTree::insertRow(int index, const TreeRow& row)
 {
-    m_model->insertRow(index, row);
+    m_model->insertRows(index, {row});
+    updateNote();
+}
+
+void OutlineTree::insertRows(int index, std::vector<TreeRow> rows)
+{
+    m_model->insertRows(index, std::move(rows));
+    updateNote();
 }
 
 void OutlineTree::removeRow(int index)
 {
     m_model->removeRow(index);
+    if (currentIndex().isValid() && !selectionModel()->hasSelection()) {
+        // The row that became the current one because another has gone.
+        selectionModel()->select(currentIndex(), QItemSelectionModel::Select);
+    }
+    updateNote();
 }
 
 int OutlineTree::currentRow() const
 {
-    return m_model->placeOf(currentIndex());
+    return m_model->rowOf(currentIndex());
 }
 
 void OutlineTree::setCurrentRow(int index)
 {
+    m_model->reveal(index);
     const QModelIndex wanted = m_model->indexOf(index);
     if (!wanted.isValid()) {
         selectionModel()->clear();
         return;
     }
+    updateNote();
     setCurrentIndex(wanted);
+    updateGeometries();
     scrollTo(wanted);
+}
+
+std::vector<int> OutlineTree::selectedRows() const
+{
+    std::vector<int> rows;
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        for (int line = range.top(); line <= range.bottom(); ++line) {
+            rows.push_back(m_model->rows().rowOfLine(line));
+        }
+    }
+    std::sort(rows.begin(), rows.end());
+    if (rows.empty() && currentIndex().isValid()) {
+        rows.push_back(currentRow());
+    }
+    return rows;
+}
+
+void OutlineTree::setMultiSelection(bool on)
+{
+    setSelectionMode(on ? ExtendedSelection : SingleSelection);
 }
 
 void OutlineTree::editRow(int index, const QString& text)
 {
+    m_model->reveal(index);
     const QModelIndex wanted = m_model->indexOf(index);
     if (!wanted.isValid()) {
         return;
@@ -202,34 +230,141 @@ bool OutlineTree::isEditing() const
 
 QStringList OutlineTree::folded() const
 {
-    QStringList keys;
-    for (int place = 0; place < m_model->count(); ++place) {
-        const QModelIndex index = m_model->indexOf(place);
-        if (m_model->rowCount(index) > 0 && !isExpanded(index)) {
-            keys.append(m_model->row(place).key);
-        }
-    }
-    return keys;
+    return m_model->folded();
 }
 
 void OutlineTree::setFolded(const QStringList& keys)
 {
-    expandAll();
-    for (const QString& key : keys) {
-        collapse(m_model->indexOf(m_model->find(key)));
+    m_model->foldOnly(keys);
+}
+
+bool OutlineTree::isOpen(int index) const
+{
+    return m_model->rows().has(index) && m_model->rows().isOpen(index);
+}
+
+void OutlineTree::setOpen(int index, bool open)
+{
+    const int current = currentRow();
+    if (!open && current > index && m_model->rows().has(index) &&
+        current < m_model->rows().end(index)) {
+        setCurrentIndex(m_model->indexOf(index)); // nobody sees the one that goes
+    }
+    m_model->setOpen(index, open);
+}
+
+void OutlineTree::foldTo(int level)
+{
+    m_model->foldTo(level);
+}
+
+void OutlineTree::setFilter(const QString& text)
+{
+    const OutlineRows& rows = m_model->rows();
+    const int chosen = currentRow();
+    if (!rows.isFiltered()) {
+        m_currentUnfiltered = row(chosen).key;
+        m_firstUnfiltered = row(firstVisibleRow()).key;
+    }
+    const bool wasFiltered = rows.isFiltered();
+    m_model->setFilter(text);
+    if (!wasFiltered || rows.isFiltered()) {
+        return;
+    }
+    const int before = m_currentUnfiltered.isEmpty() ? -1 : find(m_currentUnfiltered);
+    setFirstVisibleRow(m_firstUnfiltered.isEmpty() ? 0 : find(m_firstUnfiltered));
+    const int current = chosen >= 0 ? chosen : before;
+    if (current >= 0 && current == before) {
+        choose({current, -1, {current}});
+    } else if (current >= 0) {
+        setCurrentRow(current); // chosen in what the filter had opened
+    }
+}
+
+int OutlineTree::filterHits() const
+{
+    return m_model->filterHits();
+}
+
+/// Puts what was chosen back, as far as it is still to be seen.
+void OutlineTree::choose(const Choice& choice)
+{
+    const OutlineRows& rows = m_model->rows();
+    QItemSelection selection;
+    int first = -1;
+    int last = -2;
+    const auto take = [&] {
+        if (first >= 0) {
+            selection.select(m_model->index(first, 0), m_model->index(last, 0));
+        }
+    };
+    for (const int row : choice.selected) {
+        const int line = rows.has(row) ? rows.lineOf(row) : -1;
+        if (line >= 0 && line != last + 1) {
+            take();
+            first = line;
+        }
+        last = line >= 0 ? line : last;
+    }
+    take();
+    // What is folded away goes over to the row that it is folded into; the filter just hides.
+    const bool isKnown = rows.has(choice.current);
+    const int current = !isKnown            ? -1
+                        : rows.isFiltered() ? rows.lineOf(choice.current)
+                                            : rows.nearestLine(choice.current);
+    if (current < 0) {
+        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+        return;
+    }
+    const QModelIndex index = m_model->index(current, 0);
+    if (selection.isEmpty()) {
+        selection.select(index, index);
+    }
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+}
+
+void OutlineTree::afterReset()
+{
+    fitImages();
+    updateNote();
+    if (m_forgets) {
+        return;
+    }
+    choose(m_kept);
+    setFirstVisibleRow(m_kept.first);
+    if (!m_model->rows().isFiltered() && currentIndex().isValid()) {
+        scrollTo(currentIndex());
+    }
+}
+
+/// Rows with an image are as high as it is.
+void OutlineTree::fitImages()
+{
+    const std::vector<int>& images = m_model->imageRows();
+    setVerticalScrollMode(images.empty() ? ScrollPerItem : ScrollPerPixel);
+    for (const int image : images) {
+        const QModelIndex line = m_model->indexOf(image);
+        if (line.isValid() && rowHeight(line.row()) != m_painter->heightOf(image)) {
+            setRowHeight(line.row(), m_painter->heightOf(image));
+        }
     }
 }
 
 int OutlineTree::firstVisibleRow() const
 {
-    return m_model->placeOf(indexAt(QPoint(0, 0)));
+    return m_model->rowOf(indexAt(QPoint(0, 0)));
 }
 
 void OutlineTree::setFirstVisibleRow(int index)
 {
-    const QModelIndex wanted = m_model->indexOf(index);
-    if (wanted.isValid()) {
-        scrollTo(wanted, PositionAtTop);
+    if (!m_model->rows().has(index)) {
+        return;
+    }
+    const int line = m_model->rows().nearestLine(index);
+    if (line >= 0) {
+        updateGeometries(); // the bar knows how many lines there are
+        scrollTo(m_model->index(line, 0), PositionAtTop);
     }
 }
 
@@ -240,73 +375,44 @@ void OutlineTree::focus()
 
 QRect OutlineTree::placeOf(int index) const
 {
-    return visualRect(m_model->indexOf(index));
+    const QModelIndex line = m_model->indexOf(index);
+    QRect place = line.isValid() ? visualRect(line) : QRect();
+    if (place.isValid()) {
+        place.setLeft(m_painter->placesOf(place, index).picture.left());
+    }
+    return place;
 }
 
-QColor OutlineTree::ground(bool selected) const
+QRect OutlineTree::tickPlaceOf(int index) const
 {
-    if (!selected) {
-        return m_skin.theme().qcolor(ThemeRole::GridColor);
-    }
-    return m_skin.theme().qcolor(hasFocus() ? ThemeRole::GridColorSelGotFocus
-                                            : ThemeRole::GridColorSelLostFocus);
+    const QModelIndex line = m_model->indexOf(index);
+    return line.isValid() ? m_painter->placesOf(visualRect(line), index).tick : QRect();
 }
 
-void OutlineTree::drawRow(QPainter* painter,
-                          const QStyleOptionViewItem& option,
-                          const QModelIndex& index) const
+void OutlineTree::setDropTarget(DropTarget& target)
 {
-    const TreeRow& shown = m_model->row(m_model->placeOf(index));
-    const QColor colour = ground(selectionModel()->isSelected(index));
-    painter->save();
-    painter->fillRect(QRect(0, option.rect.top(), viewport()->width(), option.rect.height()),
-                      colour);
-    const QRect place = visualRect(index);
-    const int side = fontMetrics().height();
-    const int top = place.top() + (place.height() - side) / 2;
-    if (m_model->rowCount(index) > 0) {
-        const QRect mark(place.left() - (indentation() + side) / 2, top, side, side);
-        const QString name = isExpanded(index) ? u"tree.open"_s : u"tree.close"_s;
-        m_icons.icon(name, ThemeRole::TextSecond).paint(painter, mark);
-    }
-    const ThemeRole pictureRole = shown.heading  ? ThemeRole::Accent
-                                  : shown.dimmed ? ThemeRole::TextDisabled
-                                                 : ThemeRole::TextSecond;
-    m_icons.icon(shown.picture.toLower(), pictureRole)
-        .paint(painter, QRect(place.left(), top, side, side));
-    const ThemeRole textRole = shown.dimmed ? ThemeRole::TextSecond : ThemeRole::Text;
-    painter->setPen(toQColor(readableOn(m_skin.theme().colour(textRole), fromQColor(colour))));
-    painter->setFont(fontOf(shown, font()));
-    const QRect room(place.left() + side + kGap, place.top(),
-                     viewport()->width() - place.left() - side - 2 * kGap, place.height());
-    const QString line = shown.text.left(500).section(u'\n', 0, 0);
-    painter->drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                      painter->fontMetrics().elidedText(line, Qt::ElideRight, room.width()));
-    painter->restore();
+    m_drags->setDropTarget(target);
 }
 
-void OutlineTree::paintTarget(QPainter& painter) const
+void OutlineTree::setDragSource(std::function<DragContent(const std::vector<int>& rows)> source)
 {
-    const QRect place = placeOf(m_target.row);
-    if (!place.isValid()) {
-        return;
-    }
-    painter.setPen(QPen(m_skin.theme().qcolor(ThemeRole::Accent), 2));
-    if (m_target.place == DropPlace::Into) {
-        painter.drawRect(QRect(1, place.top() + 1, viewport()->width() - 2, place.height() - 2));
-        return;
-    }
-    const int y = m_target.place == DropPlace::Above ? place.top() : place.bottom() + 1;
-    painter.drawLine(place.left(), y, viewport()->width() - kGap, y);
+    m_drags->setDragSource(std::move(source));
+    m_model->setAllDraggable();
 }
 
-void OutlineTree::paintEvent(QPaintEvent* event)
+void OutlineTree::setTickTip(std::function<QString(int row)> tip)
 {
-    QTreeView::paintEvent(event);
-    if (m_target.row >= 0) {
-        QPainter painter(viewport());
-        paintTarget(painter);
-    }
+    m_painter->setTickTip(std::move(tip));
+}
+
+void OutlineTree::setWords(const OutlineWords& words)
+{
+    m_model->setWords(words);
+}
+
+std::unique_ptr<QMimeData> OutlineTree::cargo(int index) const
+{
+    return m_drags->cargo(index);
 }
 
 } // namespace melovane

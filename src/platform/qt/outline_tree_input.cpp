@@ -1,71 +1,186 @@
-#include "platform/controls/drop_target.h"
+#include "platform/qt/outline_drags.h"
 #include "platform/qt/outline_model.h"
+#include "platform/qt/outline_painter.h"
 #include "platform/qt/outline_tree.h"
-#include "platform/qt/skin.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
-#include <QDrag>
 #include <QKeyEvent>
-#include <QMimeData>
+#include <QMetaMethod>
 
-// Keys, mouse and drags of the tree.
+#include <utility>
+
+// Keys and mouse of the tree.
 
 namespace melovane {
 
-using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-/// Form of what a dragged row carries: the tree it comes from, ":", its key.
-const QString kRowFormat = u"application/x-melovane-tree-row"_s;
-
-QByteArray nameOf(const OutlineTree* tree)
-{
-    return QByteArray::number(reinterpret_cast<quintptr>(tree)) + ':';
-}
-
-} // namespace
-
 void OutlineTree::keyPressEvent(QKeyEvent* event)
 {
-    const int before = currentRow();
     if (isEditing()) {
         // What the line of text has no use for comes here; it must not start anything.
-        QTreeView::keyPressEvent(event);
+        QTableView::keyPressEvent(event);
         return;
     }
-    switch (event->key()) {
+    const int before = currentRow();
+    m_selectionMoved = false;
+    if (!takesKey(*event)) {
+        QTableView::keyPressEvent(event);
+    }
+    const bool hasMoved = m_selectionMoved && selectionMode() == ExtendedSelection;
+    if (currentRow() >= 0 && (hasMoved || currentRow() != before)) {
+        emit rowEntered(currentRow());
+    }
+}
+
+/// False for a key that is the list's own.
+bool OutlineTree::takesKey(const QKeyEvent& event)
+{
+    const int current = currentRow();
+    const bool isPlain =
+        !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (before >= 0) {
-            emit rowActivated(before);
+        if (current >= 0) {
+            emit rowActivated(current);
         }
-        return;
+        return true;
     case Qt::Key_F2:
-        if (before >= 0) {
-            emit editPressed(before);
+        if (current >= 0) {
+            emit editPressed(current);
         }
-        return;
+        return true;
     case Qt::Key_Left:
-        // Never sideways: there is nothing to scroll to.
         foldOrGoUp();
+        return true;
+    case Qt::Key_Right:
+        openOrGoDown();
+        return true;
+    case Qt::Key_Plus:
+        toggle(current, true);
+        return isPlain;
+    case Qt::Key_Minus:
+        toggle(current, false);
+        return isPlain;
+    case Qt::Key_Asterisk:
+        openBranch(current);
+        return isPlain;
+    case Qt::Key_Space:
+        if (event.modifiers().testFlag(Qt::ControlModifier)) {
+            flipTick(current);
+            return true;
+        }
         break;
     default:
-        QTreeView::keyPressEvent(event);
+        break;
     }
-    if (currentRow() >= 0 && currentRow() != before) {
-        emit rowEntered(currentRow());
+    if (isPlain && !event.text().isEmpty() && event.text().front().isPrint()) {
+        typed(event.text());
+        return true;
+    }
+    return false;
+}
+
+/// A blank belongs to a name that is being typed; alone it opens a row or flips its box.
+void OutlineTree::typed(const QString& text)
+{
+    static const QMetaMethod kTyped = QMetaMethod::fromSignal(&OutlineTree::letterTyped);
+    const bool isListenedTo = isSignalConnected(kTyped);
+    const bool goesOn = !isListenedTo && !m_typed.isEmpty() &&
+                        m_typing.elapsed() <= QApplication::keyboardInputInterval();
+    if (text != QStringLiteral(" ") || goesOn) {
+        if (isListenedTo) {
+            emit letterTyped(text);
+        } else {
+            keyboardSearch(text);
+        }
+        return;
+    }
+    const int current = currentRow();
+    if (current < 0) {
+        return;
+    }
+    if (m_model->rows().isParent(current) || m_model->rows().row(current).fillable) {
+        toggle(current, !isOpen(current));
+    } else {
+        flipTick(current);
+    }
+}
+
+void OutlineTree::keyboardSearch(const QString& text)
+{
+    const bool goesOn = m_typing.isValid() && !m_typed.isEmpty() &&
+                        m_typing.elapsed() <= QApplication::keyboardInputInterval();
+    m_typing.start();
+    // The same letter again and again goes from one row to the next.
+    const bool isAgain = goesOn && m_typed == text;
+    if (!isAgain) {
+        m_typed = goesOn ? m_typed + text : text;
+    }
+    const bool stays = goesOn && !isAgain;
+    const int start = currentIndex().isValid() ? currentIndex().row() + (stays ? 0 : 1) : 0;
+    const int line = m_model->findText(start, m_typed);
+    if (line >= 0) {
+        setCurrentIndex(m_model->index(line, 0));
+    }
+}
+
+/// As far as it can be: of a row that is filled only now, whoever fills it is told.
+void OutlineTree::toggle(int row, bool open)
+{
+    if (!m_model->rows().has(row)) {
+        return;
+    }
+    if (!m_model->rows().isParent(row)) {
+        if (open && m_model->rows().row(row).fillable) {
+            emit rowOpening(row);
+        }
+    } else if (isOpen(row) != open) {
+        setOpen(row, open);
+        emit rowToggled(row, open);
+    }
+}
+
+void OutlineTree::openBranch(int row)
+{
+    if (row >= 0 && m_model->rows().isParent(row)) {
+        m_model->setBranchOpen(row, true);
+        emit rowToggled(row, true);
+    } else {
+        toggle(row, true);
+    }
+}
+
+void OutlineTree::openOrGoDown()
+{
+    const int current = currentRow();
+    if (isOpen(current)) {
+        setCurrentIndex(m_model->index(currentIndex().row() + 1, 0));
+    } else {
+        toggle(current, true);
     }
 }
 
 void OutlineTree::foldOrGoUp()
 {
-    const QModelIndex index = currentIndex();
-    if (m_model->rowCount(index) > 0 && isExpanded(index)) {
-        collapse(index);
-    } else if (index.parent().isValid()) {
-        setCurrentIndex(index.parent());
+    const int current = currentRow();
+    if (isOpen(current)) {
+        toggle(current, false);
+    } else if (current >= 0 && m_model->rows().parent(current) >= 0) {
+        setCurrentIndex(m_model->indexOf(m_model->rows().parent(current)));
     }
+}
+
+void OutlineTree::flipTick(int row)
+{
+    TreeRow changed = this->row(row);
+    if (changed.tick == RowTick::None) {
+        return;
+    }
+    const bool on = changed.tick == RowTick::Off;
+    changed.tick = on ? RowTick::On : RowTick::Off;
+    m_model->setRow(row, changed);
+    emit rowTicked(row, on);
 }
 
 void OutlineTree::keyReleaseEvent(QKeyEvent* event)
@@ -76,175 +191,143 @@ void OutlineTree::keyReleaseEvent(QKeyEvent* event)
         }
         return;
     }
-    QTreeView::keyReleaseEvent(event);
+    QTableView::keyReleaseEvent(event);
+}
+
+QModelIndex OutlineTree::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const int lines = m_model->rowCount();
+    if (lines > 0 && (action == MoveHome || action == MoveEnd)) {
+        return m_model->index(action == MoveHome ? 0 : lines - 1, 0);
+    }
+    return QTableView::moveCursor(action, modifiers);
+}
+
+void OutlineTree::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
+{
+    QTableView::selectionChanged(selected, deselected);
+    m_selectionMoved = true;
+}
+
+OutlineTree::Part OutlineTree::partAt(const QPoint& place) const
+{
+    const QModelIndex index = indexAt(place);
+    if (!index.isValid()) {
+        return {};
+    }
+    const int row = m_model->rowOf(index);
+    const OutlinePlaces places = m_painter->placesOf(visualRect(index), row);
+    // A little beside still counts: nobody aims at a mark by the pixel.
+    if (places.tick.adjusted(-4, -4, 4, 4).contains(place)) {
+        return {Part::Kind::Tick, row};
+    }
+    if (!places.mark.isEmpty() && place.x() < places.picture.left() &&
+        place.x() >= places.mark.left() - 4) {
+        return {Part::Kind::Mark, row};
+    }
+    return {};
+}
+
+void OutlineTree::mousePressEvent(QMouseEvent* event)
+{
+    m_pressed = event->button() == Qt::LeftButton ? partAt(event->position().toPoint()) : Part();
+    if (m_pressed.kind == Part::Kind::None) {
+        QTableView::mousePressEvent(event);
+    } else if (m_pressed.kind == Part::Kind::Mark) {
+        toggle(m_pressed.row, !isOpen(m_pressed.row));
+    }
+}
+
+void OutlineTree::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_pressed.kind == Part::Kind::None) {
+        QTableView::mouseMoveEvent(event);
+    }
 }
 
 void OutlineTree::mouseReleaseEvent(QMouseEvent* event)
 {
-    QTreeView::mouseReleaseEvent(event);
+    const Part pressed = std::exchange(m_pressed, {});
+    if (pressed.kind == Part::Kind::None) {
+        QTableView::mouseReleaseEvent(event);
+    } else if (pressed.kind == Part::Kind::Tick && partAt(event->position().toPoint()) == pressed) {
+        flipTick(pressed.row);
+    }
     emit handLeft();
 }
 
 void OutlineTree::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    const QModelIndex index = indexAt(event->position().toPoint());
-    QTreeView::mouseDoubleClickEvent(event);
-    if (index.isValid() && event->button() == Qt::LeftButton) {
-        emit rowActivated(m_model->placeOf(index));
+    const QPoint place = event->position().toPoint();
+    if (event->button() == Qt::LeftButton && partAt(place).kind != Part::Kind::None) {
+        mousePressEvent(event); // two quick clicks are two
+        return;
     }
+    const QModelIndex index = indexAt(place);
+    QTableView::mouseDoubleClickEvent(event);
+    if (!index.isValid() || event->button() != Qt::LeftButton) {
+        return;
+    }
+    const int row = m_model->rowOf(index);
+    if (selectionMode() == ExtendedSelection) {
+        // The first press with Ctrl has taken the row out of a selection that held it.
+        selectionModel()->select(index, QItemSelectionModel::Select);
+    }
+    toggle(row, !isOpen(row));
+    emit rowActivated(row);
 }
 
 void OutlineTree::contextMenuEvent(QContextMenuEvent* event)
 {
     const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
     const QModelIndex index = byMouse ? indexAt(event->pos()) : currentIndex();
-    if (index.isValid()) {
+    if (index.isValid() && selectionModel()->isSelected(index)) {
+        selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    } else if (index.isValid()) {
         setCurrentIndex(index);
     }
-    const QPoint below = viewport()->mapToGlobal(visualRect(index).bottomLeft());
-    emit menuWanted(m_model->placeOf(index), byMouse ? event->globalPos() : below);
+    const QRect place = placeOf(m_model->rowOf(index));
+    const QPoint below = viewport()->mapToGlobal(place.bottomLeft());
+    emit menuWanted(m_model->rowOf(index), byMouse ? event->globalPos() : below);
 }
 
 void OutlineTree::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
 {
     Q_UNUSED(hint)
-    QTreeView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
     m_model->setEdited({}, {});
     emit editEnded();
-}
-
-std::unique_ptr<QMimeData> OutlineTree::cargo(int index) const
-{
-    auto result = std::make_unique<QMimeData>();
-    result->setData(kRowFormat, nameOf(this) + row(index).key.toUtf8());
-    return result;
 }
 
 void OutlineTree::startDrag(Qt::DropActions actions)
 {
     Q_UNUSED(actions)
-    const int dragged = currentRow();
-    if (!row(dragged).movable) {
-        return;
-    }
-    auto* drag = new QDrag(this);
-    drag->setMimeData(cargo(dragged).release());
-    drag->exec(Qt::MoveAction);
-    setTarget({});
+    m_drags->drag(currentRow(), selectedRows());
     emit handLeft();
-}
-
-int OutlineTree::draggedRow(const QMimeData* cargo) const
-{
-    const QByteArray bytes = cargo->data(kRowFormat);
-    const QByteArray mine = nameOf(this);
-    return bytes.startsWith(mine) ? find(QString::fromUtf8(bytes.mid(mine.size()))) : -1;
-}
-
-OutlineTree::Target OutlineTree::targetAt(const QPoint& place, const QMimeData* cargo) const
-{
-    const int from = draggedRow(cargo);
-    const int to = m_model->placeOf(indexAt(place));
-    if (from < 0 || to < 0 || from == to) {
-        return {};
-    }
-    if (row(to).heading) {
-        return {to, DropPlace::Into};
-    }
-    const bool isUpper = place.y() < placeOf(to).center().y();
-    return {to, isUpper ? DropPlace::Above : DropPlace::Below};
-}
-
-void OutlineTree::setTarget(const Target& target)
-{
-    if (!(m_target == target)) {
-        m_target = target;
-        viewport()->update();
-    }
 }
 
 void OutlineTree::dragEnterEvent(QDragEnterEvent* event)
 {
-    // Of others' drags each place is asked about as the pointer comes there.
-    event->setAccepted(draggedRow(event->mimeData()) >= 0 ||
-                       (m_dropTarget && event->mimeData()->hasText()));
+    m_drags->enter(*event);
 }
 
 void OutlineTree::dragMoveEvent(QDragMoveEvent* event)
 {
-    QTreeView::dragMoveEvent(event); // scrolls at the borders
-    // The view's own delay would also fold a row that is open, under the pointer of the user.
-    unfoldLater(m_model->placeOf(indexAt(event->position().toPoint())));
-    if (draggedRow(event->mimeData()) < 0 && m_dropTarget) {
-        moveOfOthers(*event);
-        return;
-    }
-    setTarget(targetAt(event->position().toPoint(), event->mimeData()));
-    event->setAccepted(m_target.row >= 0);
-}
-
-DropOffer OutlineTree::offerOf(const QDropEvent& event) const
-{
-    DropOffer offer;
-    offer.text = event.mimeData()->text();
-    offer.copyKey = event.modifiers().testFlag(Qt::ControlModifier);
-    offer.row = m_model->placeOf(indexAt(event.position().toPoint()));
-    offer.spot = offer.row >= 0 ? DropOffer::Spot::OnRow : DropOffer::Spot::BelowRows;
-    return offer;
-}
-
-void OutlineTree::moveOfOthers(QDragMoveEvent& event)
-{
-    const DropOffer offer = offerOf(event);
-    if (m_dropTarget->dropEffect(offer) == DropEffect::None) {
-        setTarget({});
-        event.ignore();
-        return;
-    }
-    setTarget({int(offer.row), DropPlace::Into});
-    event.setDropAction(Qt::CopyAction);
-    event.accept();
-}
-
-void OutlineTree::unfoldLater(int row)
-{
-    if (row != m_rowUnderPointer) {
-        m_rowUnderPointer = row;
-        m_unfold.start();
-    }
+    QTableView::dragMoveEvent(event); // scrolls at the borders
+    m_drags->move(*event);
 }
 
 void OutlineTree::dragLeaveEvent(QDragLeaveEvent* event)
 {
-    QTreeView::dragLeaveEvent(event);
-    m_unfold.stop();
-    m_rowUnderPointer = -1;
-    setTarget({});
+    QTableView::dragLeaveEvent(event);
+    m_drags->leave();
 }
 
 void OutlineTree::dropEvent(QDropEvent* event)
 {
-    const Target target = targetAt(event->position().toPoint(), event->mimeData());
-    const int from = draggedRow(event->mimeData());
-    setTarget({});
-    m_unfold.stop();
-    m_rowUnderPointer = -1;
     stopAutoScroll();
     setState(NoState);
-    if (from < 0 && m_dropTarget) {
-        const DropOffer offer = offerOf(*event);
-        const bool isWelcome = m_dropTarget->dropEffect(offer) != DropEffect::None;
-        event->setDropAction(Qt::CopyAction);
-        event->setAccepted(isWelcome);
-        if (isWelcome) {
-            m_dropTarget->drop(offer);
-        }
-        return;
-    }
-    event->setAccepted(target.row >= 0);
-    if (target.row >= 0) {
-        emit rowDropped(from, target.row, target.place);
-    }
+    m_drags->drop(*event);
 }
 
 } // namespace melovane

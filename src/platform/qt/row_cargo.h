@@ -6,7 +6,11 @@
 
 #include <optional>
 
+class QWidget;
+
 namespace melovane {
+
+class Theme;
 
 /// What a drag of rows holds: the text for the suite, and files that are looked up when another
 /// program asks for them.
@@ -30,5 +34,9 @@ private:
     DragContent m_content;
     mutable std::optional<QVariantList> m_urls;
 };
+
+/// Lets the user drag rows of a view as copies until he lets them go; their number hangs on the
+/// pointer. `content` has a text.
+void dragRows(QWidget& view, const Theme& theme, const DragContent& content, qint64 rows);
 
 } // namespace melovane

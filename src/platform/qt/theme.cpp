@@ -28,6 +28,7 @@ constexpr std::array<QLatin1StringView, kThemeRoles> kNames{
     "TextDisabled"_L1,
     "Accent"_L1,
     "TextField"_L1,
+    "TextSecondSelected"_L1,
 };
 
 constexpr Colour kGreen{0x32, 0xC4, 0x6A};
@@ -111,6 +112,7 @@ Theme Theme::fromPalette(const QPalette& palette)
     theme.setColour(ThemeRole::TextDisabled, mixed(text, base, 0.6));
     theme.setColour(ThemeRole::Accent, accent);
     theme.setColour(ThemeRole::TextField, base);
+    theme.setColour(ThemeRole::TextSecondSelected, mixed(text, base, 0.2));
     return theme;
 }
 

@@ -34,10 +34,11 @@ enum class ThemeRole
     TextDisabled,
     Accent, ///< focus ring, ticks, active tool
     TextField,
+    TextSecondSelected, ///< second text on a selection
 };
 
 /// Number of roles.
-inline constexpr int kThemeRoles = static_cast<int>(ThemeRole::TextField) + 1;
+inline constexpr int kThemeRoles = static_cast<int>(ThemeRole::TextSecondSelected) + 1;
 
 /// The colours of everything that is drawn.
 class Theme

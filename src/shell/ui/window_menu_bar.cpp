@@ -90,9 +90,9 @@ void WindowMenuBar::buildKeys()
     });
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { noteFocus(now); });
+    m_window.menuBar()->installEventFilter(this);
 }
 
-/// The keyboard goes to the menu bar while its menus are walked through with keys.
 QLineEdit* WindowMenuBar::textFieldOf(QWidget* control)
 {
     // The line of a box with a list leaves the keyboard to the box.
@@ -100,11 +100,31 @@ QLineEdit* WindowMenuBar::textFieldOf(QWidget* control)
     return box != nullptr ? box->lineEdit() : qobject_cast<QLineEdit*>(control);
 }
 
+/// The keyboard goes to the menu bar while its menus are walked through with keys.
 void WindowMenuBar::noteFocus(QWidget* control)
 {
     if (control != nullptr && control->window() == &m_window && control != m_window.menuBar()) {
         m_focus = control;
     }
+}
+
+/// A bar that had the keyboard when a menu was opened takes itself for the control to go back to,
+/// and no key would reach anybody.
+void WindowMenuBar::giveKeyboardBack()
+{
+    const QMenuBar* const bar = m_window.menuBar();
+    if (m_focus && m_window.focusWidget() == bar && bar->activeAction() == nullptr) {
+        m_focus->setFocus(Qt::MenuBarFocusReason);
+    }
+}
+
+bool WindowMenuBar::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        // Behind the key, when the bar knows whether it was left.
+        QMetaObject::invokeMethod(this, &WindowMenuBar::giveKeyboardBack, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 QMenu* WindowMenuBar::addMenu(QMenu* parent, const QString& name)
@@ -113,6 +133,8 @@ QMenu* WindowMenuBar::addMenu(QMenu* parent, const QString& name)
     menu->setObjectName(name);
     menu->menuAction()->setObjectName(name);
     menu->setToolTipsVisible(true);
+    connect(menu, &QMenu::aboutToHide, this, &WindowMenuBar::giveKeyboardBack,
+            Qt::QueuedConnection);
     return menu;
 }
 

@@ -59,12 +59,16 @@ public:
     /// The line that takes what is typed into a control; null for a control without one.
     [[nodiscard]] static QLineEdit* textFieldOf(QWidget* control);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void buildBar();
     void buildContextMenu();
     void buildEditRows();
     void buildKeys();
     void noteFocus(QWidget* control);
+    void giveKeyboardBack();
     void addRow(QMenu* parent, const MenuRow& row);
     QMenu* addMenu(QMenu* parent, const QString& name);
     void fillMoreResult(const std::vector<MoreResultEntry>& entries);

@@ -3,12 +3,10 @@
 #include "bus/message_numbers.h"
 #include "platform/controls/status_line.h"
 #include "platform/system/path_text.h"
+#include "shell/sibling_control.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/machine.h"
 #include "store/check_database.h"
-
-#include <QDesktopServices>
-#include <QUrl>
 
 namespace melovane {
 
@@ -132,8 +130,15 @@ void StartWing::tellLastRun()
 
 void StartWing::openMakersPage() const
 {
-    const QString page = path::join(machine.paths.programFolder(), u"Melovane.html"_s);
-    QDesktopServices::openUrl(QUrl::fromLocalFile(page));
+    const QString page = path::join(machine.paths.programFolder(), kHelpPage);
+    const bool isThere = machine.files.fileExists(page);
+    if (isThere &&
+        machine.processes.start(u"explorer.exe "_s + page, Processes::WindowStyle::Normal)) {
+        return;
+    }
+    desk.window.status().setPanel(StatusPanel::Message,
+                                  isThere ? machine.texts.text(u"status.help.noopener"_s, page)
+                                          : machine.texts.text(u"status.help.missing"_s));
 }
 
 } // namespace melovane

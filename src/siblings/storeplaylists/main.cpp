@@ -1,6 +1,7 @@
 // Writes every list that has changed to its file and tells what it did on the standard output. What
 // fails is told in a window, too, unless it was asked to be quiet. Ends with 0 when nothing failed.
 
+#include "bus/event_guard.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
@@ -49,11 +50,11 @@ public:
         QTextStream out(stdout);
         StorePlaylists::Result result;
         try {
-            result = StorePlaylists(*m_engine, m_settings, m_files).run([&](const QString& file) {
-                out << file << Qt::endl;
-            });
+            result = StorePlaylists(*m_engine, m_settings, m_files, m_texts)
+                         .run([&](const QString& file) { out << file << Qt::endl; });
         } catch (const DbError& error) {
-            result.failures.append(error.text());
+            result.failures.append(
+                databaseFaultText(m_texts, error.number(), error.text(), m_settings.DbName()));
         }
         out << m_texts.text(u"store.written"_s, result.written, m_settings.PlaylistVerzeichnis())
             << Qt::endl;

@@ -142,6 +142,8 @@ public:
 
     void BeginTrans() override {}
 
+    void BeginTransOn(const QString&) override {}
+
     void CommitTrans() override {}
 
     void Rollback() override {}

@@ -430,6 +430,97 @@ TEST_F(GridInputTest, FittingMeasuresTheScreenOnlyAndSparesTheExceptions)
     EXPECT_LT(engine.counter.reads, 200);
 }
 
+TEST_F(GridInputTest, FittingBeforeTheFirstShowMeasuresTheFirstRowsOnly)
+{
+    engine.counter.rows = 1'000'000;
+    rows.SetRecordSource(u"select"_s);
+    rows.Refresh();
+    engine.counter.reads = 0;
+    grid.fitColumns({}, 30);
+    EXPECT_LT(engine.counter.reads, 2000);
+}
+
+/// Texts whose exact widths hold parts of a unit.
+struct FittedColumns : public test::GridTest
+{
+    struct Look : test::PlainLook
+    {
+        [[nodiscard]] QString text(const QString&, const Value&) const override { return shown; }
+
+        QString shown;
+    };
+
+    FittedColumns()
+    {
+        QFont exact = grid.font();
+        exact.setHintingPreference(QFont::PreferNoHinting);
+        exact.setPointSizeF(9.3);
+        grid.setFont(exact);
+        grid.horizontalHeader()->setFont(exact);
+        engine.counter.rows = 3;
+        rows.SetRecordSource(u"select"_s);
+        grid.resize(900, 400);
+        grid.show();
+    }
+
+    /// Whether a text is painted whole in so many units beside the padding.
+    bool isWhole(const QString& text, int room, const QFont& font)
+    {
+        const QFontMetrics metrics(font, &grid);
+        return metrics.elidedText(text, Qt::ElideRight, room) == text;
+    }
+
+    static constexpr int kSides = 16; ///< padding of cells and headings, both sides
+
+    Look fitted;
+    const QStringList texts{u"Electronic"_s, u"Gespielt"_s,    u"Heute"_s,
+                            u"Genre"_s,      u"Wilde Fahrt"_s, u"AVAVAV"_s,
+                            u"illi"_s,       u"Tom.Tom"_s,     u"128,5"_s};
+};
+
+TEST_F(FittedColumns, ShowTheirTextsWhole)
+{
+    for (const CellAlignment alignment : {CellAlignment::Left, CellAlignment::Right}) {
+        grid.setSource(rows, fitted, {{u"Titel"_s, u"."_s, 3, alignment}});
+        for (const QString& text : texts) {
+            fitted.shown = text;
+            rows.Refresh();
+            grid.fitColumns({}, 90);
+            EXPECT_TRUE(isWhole(text, grid.columnWidth(0) - kSides, grid.font()))
+                << text.toStdString();
+        }
+    }
+}
+
+TEST_F(FittedColumns, ShowTheirHeadingsWholeTheOneWithTheArrowToo)
+{
+    for (const SortArrow arrow : {SortArrow::None, SortArrow::Ascending}) {
+        for (const QString& heading : texts) {
+            grid.setSource(rows, fitted, {{u"Titel"_s, heading, 3}});
+            rows.Refresh();
+            grid.setSortArrow(0, arrow);
+            grid.fitColumns({}, 90);
+            const int sign = arrow == SortArrow::None
+                                 ? 0
+                                 : grid.horizontalHeader()->fontMetrics().ascent() * 4 / 5 + 5;
+            EXPECT_TRUE(isWhole(heading, grid.columnWidth(0) - kSides - sign,
+                                grid.horizontalHeader()->font()))
+                << heading.toStdString() << int(arrow);
+        }
+    }
+}
+
+TEST_F(FittedColumns, LeaveRoomForThePictureBeforeTheText)
+{
+    fitted.shown = u"146."_s;
+    fitted.cellStyle.icon = u"play"_s;
+    grid.setSource(rows, fitted, {{u"Titel"_s, u"."_s, 3}});
+    rows.Refresh();
+    grid.fitColumns({}, 90);
+    const int picture = grid.fontMetrics().height() + 5;
+    EXPECT_TRUE(isWhole(u"146."_s, grid.columnWidth(0) - kSides - picture, grid.font()));
+}
+
 TEST_F(GridInputTest, RowsFollowTheFontAndTheSpacing)
 {
     show(10);

@@ -1,11 +1,6 @@
-#include "platform/qt/icon_set.h"
-#include "platform/qt/outline_model.h"
-#include "platform/qt/outline_tree.h"
-#include "platform/qt/skin.h"
+#include "platform/qt/outline_fixture.h"
 #include "support/wait_for.h"
 
-#include <QAbstractItemModelTester>
-#include <QApplication>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
@@ -19,42 +14,31 @@ using namespace Qt::Literals::StringLiterals;
 
 TreeRow row(const QString& key, int level)
 {
-    TreeRow result;
-    result.key = key;
-    result.text = u"Text "_s + key;
-    result.level = level;
-    result.heading = level == 0;
-    return result;
+    return test::outlineRow(key, level);
 }
 
-struct OutlineTreeTest : public testing::Test
+struct OutlineTreeTest : public test::OutlineFixture
 {
-    OutlineTreeTest()
+    /// The keys of all rows as they are indented on the screen, in brackets below their row.
+    [[nodiscard]] QString shape() const
     {
-        tree.setRows({row(u"a"_s, 0), row(u"a1"_s, 1), row(u"a2"_s, 1), row(u"b"_s, 0),
-                      row(u"b1"_s, 1), row(u"b11"_s, 2), row(u"c"_s, 0)});
-        tree.resize(200, 300);
-        tree.show();
-    }
-
-    /// The keys of all rows as the model has them as a tree, in brackets below their row.
-    [[nodiscard]] QString shape(const QModelIndex& parent = {}) const
-    {
-        QStringList parts;
-        for (int child = 0; child < tree.model()->rowCount(parent); ++child) {
-            const QModelIndex index = tree.model()->index(child, 0, parent);
-            const QString below = shape(index);
-            const QString key = index.data().toString().mid(5);
-            parts.append(below.isEmpty() ? key : key + u'(' + below + u')');
+        QString result;
+        std::vector<int> path; // left borders of the rows that a next one may stand below
+        for (int row = 0; row < tree.rowCount(); ++row) {
+            const int left = tree.placeOf(row).left();
+            const bool isBelow = !path.empty() && left > path.back();
+            while (!path.empty() && path.back() > left) {
+                path.pop_back();
+                result.append(u')');
+            }
+            if (isBelow || path.empty()) {
+                path.push_back(left);
+            }
+            result.append(row == 0 ? u""_s : isBelow ? u"("_s : u" "_s);
+            result.append(tree.row(row).text.mid(5));
         }
-        return parts.join(u' ');
+        return result + QString(std::max(qsizetype(path.size()) - 1, qsizetype(0)), u')');
     }
-
-    Skin skin{*qApp};
-    IconSet icons{skin};
-    OutlineTree tree{skin, icons};
-    QAbstractItemModelTester check{tree.model(),
-                                   QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
 TEST_F(OutlineTreeTest, LevelsMakeATreeOfRowsThatAreCountedFromTopToBottom)

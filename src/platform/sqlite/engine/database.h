@@ -16,6 +16,8 @@ public:
     [[nodiscard]] std::vector<TableDef> All() const override;
     [[nodiscard]] TableDef Item(const QString& name) const override;
     [[nodiscard]] bool Contains(const QString& name) const override;
+    [[nodiscard]] QStringList ownNames() const override;
+    [[nodiscard]] QString connectOf(const QString& name) const override;
     void Append(const TableDef& table) override;
     void Delete(const QString& name) override;
 
@@ -60,6 +62,7 @@ public:
 
     std::unique_ptr<QueryDef> CreateQueryDef(const QString& name, const QString& sql) override;
     void BeginTrans() override;
+    void BeginTransOn(const QString& table) override;
     void CommitTrans() override;
     void Rollback() override;
     [[nodiscard]] qint64 DataVersion() override;

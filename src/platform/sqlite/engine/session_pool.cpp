@@ -58,7 +58,8 @@ std::unique_ptr<Session> SessionPool::takeWaiting(const QString& path)
 void SessionPool::giveBack(std::unique_ptr<Session> session)
 {
     session->settle();
-    if (!isUsable(*session) || holdsGivenAway(*session)) {
+    // Side files of a lent one are opened by names of their own, too: meanwhile none waits.
+    if (!isUsable(*session) || !m_givenAway.isEmpty()) {
         return;
     }
     const QString path = session->connection().path();
@@ -139,6 +140,7 @@ void SessionPool::release(const QString& path)
 void SessionPool::giveAway(const QString& path)
 {
     release(path);
+    m_waiting.clear();
     takeBack(path);
     m_givenAway.append(path);
 }
@@ -160,15 +162,6 @@ void SessionPool::requireOwn(const QString& path) const
     if (isGivenAway(path)) {
         throw dbError(DbFault::FileGivenAway, path);
     }
-}
-
-bool SessionPool::holdsGivenAway(Session& session) const
-{
-    return isGivenAway(session.connection().path()) ||
-           std::any_of(m_givenAway.begin(), m_givenAway.end(), [&](const QString& given) {
-               const std::optional<FileId> file = fileId(given);
-               return file && session.attachments().holds(*file);
-           });
 }
 
 void SessionPool::refreshAll()

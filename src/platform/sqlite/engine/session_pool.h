@@ -33,8 +33,9 @@ public:
     /// Closes the waiting sessions that have the file open, as their own or as a side file.
     void release(const QString& path);
 
-    /// The same, and open() refuses the file until takeBack(); a session in use that holds it is
-    /// closed when it is given back.
+    /// The same, and open() refuses the file until takeBack(). No session waits until then, for
+    /// those of its side files do not know whose they are: one in use is closed when it is given
+    /// back.
     void giveAway(const QString& path);
 
     void takeBack(const QString& path) { m_givenAway.removeAll(path); }
@@ -60,7 +61,6 @@ private:
     [[nodiscard]] QString snapshotOf(const QString& path) const;
     [[nodiscard]] bool loadSlice(const QString& path, ColumnIndex& index);
     [[nodiscard]] bool isGivenAway(const QString& path) const;
-    [[nodiscard]] bool holdsGivenAway(Session& session) const;
     void giveBack(std::unique_ptr<Session> session);
     std::unique_ptr<Session> takeWaiting(const QString& path);
 

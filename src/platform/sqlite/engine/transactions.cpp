@@ -23,7 +23,7 @@ Transactions::Transactions(Connection& connection)
     , m_rollback(connection.handle(), u"ROLLBACK"_s)
 {}
 
-void Transactions::begin()
+void Transactions::begin(const QString& schema)
 {
     requireWritable();
     if (m_depth > 0) {
@@ -31,7 +31,7 @@ void Transactions::begin()
     } else {
         m_connection.statements().take(u"BEGIN"_s)->run();
         try {
-            m_connection.lock(u"main"_s);
+            m_connection.lock(schema);
             ++m_number;
         } catch (const DbError&) {
             undoEverything();

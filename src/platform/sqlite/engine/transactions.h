@@ -4,8 +4,9 @@
 
 namespace melovane::sqlite {
 
-/// Nested transactions of a connection. The outermost takes the write lock of the main file at
-/// once, so that nothing read inside it is stale when it is written; inner ones are savepoints.
+/// Nested transactions of a connection. The outermost takes the write lock of one file, as a rule
+/// the main one, at once, so that nothing read inside it is stale when it is written; inner ones
+/// are savepoints.
 ///
 /// An error may undo the whole transaction (a full disk), or a level that cannot be undone alone.
 /// All levels are lost then, and nothing more is written until the outermost was rolled back.
@@ -19,8 +20,10 @@ public:
     /// Another number for each outermost transaction.
     [[nodiscard]] qint64 number() const { return m_number; }
 
+    /// \param schema whose write lock the outermost takes: the main file, or an attached one that
+    ///               alone is to be changed
     /// \throws DbError kLocked, kReadOnly, kCannotOpen when the file was replaced
-    void begin();
+    void begin(const QString& schema = QStringLiteral("main"));
 
     /// When it throws, the level is still open and waits for rollback().
     /// \throws DbError when there is none, or it could not be written

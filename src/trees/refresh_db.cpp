@@ -1,0 +1,282 @@
+#include "trees/refresh_db.h"
+
+#include "platform/db/database.h"
+#include "platform/system/clock.h"
+#include "platform/system/files.h"
+#include "platform/system/path_text.h"
+#include "trees/folder_rows.h"
+#include "trees/soundex.h"
+#include "trees/tree_statements.h"
+
+#include <QScopeGuard>
+
+#include <array>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// The fields that MusicMatch looks after, in its order.
+constexpr std::array kSelectionFields{"Kategorie"_L1, "Stimmung"_L1, "Situation"_L1, "Tempo"_L1};
+
+std::vector<TrackFolder> readFolders(Database& database)
+{
+    std::vector<TrackFolder> folders;
+    const auto rows = database.OpenRecordset(u"v_tree_dir"_s);
+    const int path = rows->fieldIndex(u"Path");
+    const int driveName = rows->fieldIndex(u"DriveName");
+    const int driveTyp = rows->fieldIndex(u"DriveTyp");
+    const int count = rows->fieldIndex(u"anzahl");
+    for (; !rows->Eof(); rows->MoveNext()) {
+        folders.push_back({rows->value(path).toText(), rows->value(driveName).toText(),
+                           rows->value(driveTyp).toLong(), rows->value(count).toLong()});
+    }
+    return folders;
+}
+
+/// Adds rows to `tree_dir`.
+class FolderWriter
+{
+public:
+    explicit FolderWriter(Database& database)
+        : m_insert(database.CreateQueryDef(
+              {},
+              u"insert into TREE_DIR ( rLevel, Name, bname, vName, Drive, anzahl, BAnzahl, Path, "
+              u"imgkey ) values ( pLevel, pName, pBname, pVname, pDrive, pAnzahl, pBAnzahl, pPath, "
+              u"pImgkey )"_s))
+    {}
+
+    void write(const FolderRow& row)
+    {
+        m_insert->SetParameter(u"pLevel"_s, row.rLevel);
+        m_insert->SetParameter(u"pName"_s, row.Name);
+        m_insert->SetParameter(u"pBname"_s, row.bname);
+        m_insert->SetParameter(u"pVname"_s, row.vName);
+        m_insert->SetParameter(u"pDrive"_s, row.Drive);
+        m_insert->SetParameter(u"pAnzahl"_s, row.anzahl);
+        m_insert->SetParameter(u"pBAnzahl"_s, row.BAnzahl ? Value(*row.BAnzahl) : Value());
+        m_insert->SetParameter(u"pPath"_s, row.Path);
+        m_insert->SetParameter(u"pImgkey"_s, row.imgkey);
+        m_insert->Execute();
+    }
+
+private:
+    std::unique_ptr<QueryDef> m_insert;
+};
+
+} // namespace
+
+RefreshDB::RefreshDB(Parts parts)
+    : m_parts(std::move(parts))
+{}
+
+QString RefreshDB::parkedFile() const
+{
+    return path::join(m_parts.dataFolder, u"~tree.tmp");
+}
+
+void RefreshDB::yield() const
+{
+    if (m_parts.yield) {
+        m_parts.yield();
+    }
+}
+
+void RefreshDB::quiet(const QString& where, const std::function<void()>& step) const
+{
+    quietly(m_parts.sink, u"RefreshDB."_s + where, step);
+}
+
+std::unique_ptr<Database> RefreshDB::open() const
+{
+    return m_parts.engine.OpenDatabase(m_dbName);
+}
+
+void RefreshDB::PlnameCount()
+{
+    quiet(u"PlnameCount"_s, [this] {
+        const auto database = open();
+        const auto lists = database->OpenRecordset(u"select * from pl_name"_s);
+        for (; !lists->Eof(); lists->MoveNext()) {
+            const auto entries =
+                database->OpenRecordset(u"select count(*) as anz from pl_all where pnid="_s +
+                                        QString::number(lists->value(u"NID").toLong()));
+            const Value count = entries->value(u"anz");
+            if (count.toLong() != lists->value(u"anzahl").toLong()) {
+                lists->Edit();
+                lists->setValue(u"anzahl", count);
+                lists->setValue(u"UpdateTime", m_parts.clock.now());
+                lists->Update();
+            }
+        }
+    });
+}
+
+void RefreshDB::MusicMatch()
+{
+    quiet(u"MusicMatch"_s, [this] {
+        const auto database = open();
+        const auto execute = [&](const QString& statement) {
+            quiet(u"MusicMatch"_s, [&] { database->Execute(statement); });
+        };
+        execute(u"delete from config where value='User'"_s);
+        for (const auto column : kSelectionFields) {
+            execute(treesql::addTypedValues(column));
+        }
+        for (const auto column : kSelectionFields) {
+            execute(treesql::dropKnownValues(column));
+        }
+    });
+}
+
+/// The old rows stay when anything throws, and with them the favourites.
+void RefreshDB::refill(Database& database, const Refill& refill) const
+{
+    Transaction transaction(database, refill.table);
+    {
+        // Behind the commit it could be that of another rebuild.
+        const auto cleanUp = qScopeGuard([&] { m_parts.files.remove(parkedFile()); });
+        park(database, refill);
+        database.Execute(treesql::empty(refill.table));
+        refill.fill(database);
+        restore(database, refill);
+    }
+    transaction.commit();
+}
+
+void RefreshDB::park(Database& database, const Refill& refill) const
+{
+    if (refill.keys.isEmpty()) {
+        return;
+    }
+    std::vector<ParkedFavorit> favorits;
+    const auto rows = database.OpenRecordset(treesql::favorits(refill.table));
+    for (; !rows->Eof(); rows->MoveNext()) {
+        ParkedFavorit& favorit = favorits.emplace_back();
+        for (const QString& key : refill.keys) {
+            favorit.names.append(rows->value(key).toText());
+        }
+        favorit.stamp = parkedStamp(rows->value(u"tstamp"));
+    }
+    m_parts.files.writeWhole(parkedFile(), parkedText(favorits).toUtf8());
+}
+
+void RefreshDB::restore(Database& database, const Refill& refill) const
+{
+    if (refill.keys.isEmpty()) {
+        return;
+    }
+    const QString text = QString::fromUtf8(m_parts.files.read(parkedFile()));
+    for (const ParkedFavorit& favorit : readParked(text, int(refill.keys.size()))) {
+        const auto step = [&] { database.Execute(refill.restore(favorit)); };
+        if (refill.skipsErrors) {
+            quiet(u"TreeDir"_s, step);
+        } else {
+            step();
+        }
+    }
+}
+
+void RefreshDB::refillNamed(Database& database, const QString& table, const QString& query) const
+{
+    refill(database, {.table = table,
+                      .keys = {u"Name"_s},
+                      .fill = [&](Database& target) { target.Execute(query); },
+                      .restore =
+                          [&](const ParkedFavorit& favorit) {
+                              return treesql::restoreName(table, favorit);
+                          }});
+}
+
+void RefreshDB::refillGenreArtists(Database& database) const
+{
+    refill(database,
+           {.table = u"tree_genre_interpret"_s,
+            .keys = {u"Genre"_s, u"Name"_s},
+            .fill = [](Database& target) { target.Execute(u"UPDATE_TREE_GENRE_interpret"_s); },
+            .restore = treesql::restoreGenreName});
+}
+
+void RefreshDB::TreeGenre()
+{
+    quiet(u"TreeGenre"_s, [this] {
+        const auto database = open();
+        yield();
+        refillNamed(*database, u"tree_genre"_s, u"UPDATE_TREE_GENRE"_s);
+        refillGenreArtists(*database);
+    });
+}
+
+void RefreshDB::TreeAlbum()
+{
+    quiet(u"TreeAlbum"_s, [this] {
+        const auto database = open();
+        yield();
+        refillNamed(*database, u"tree_album"_s, u"UPDATE_TREE_ALBUM"_s);
+    });
+}
+
+void RefreshDB::TreeInterpret()
+{
+    quiet(u"TreeInterpret"_s, [this] {
+        const auto database = open();
+        yield();
+        refillNamed(*database, u"tree_interpret"_s, u"UPDATE_TREE_interpret"_s);
+    });
+}
+
+void RefreshDB::TreeTable(const QString& column)
+{
+    const auto named = [&](QString statement) { return statement.replace(u"table"_s, column); };
+    const auto database = open();
+    yield();
+    refill(*database,
+           {.table = named(u"tree_table"_s),
+            .keys = {u"name"_s},
+            .fill = [&](Database& target) { target.Execute(named(treesql::fillTable())); },
+            .restore =
+                [&](const ParkedFavorit& favorit) {
+                    return named(treesql::restoreName(u"tree_table"_s, favorit));
+                }});
+}
+
+void RefreshDB::TreeTableImportDate()
+{
+    const auto database = open();
+    refill(*database, {.table = u"tree_importdate"_s, .fill = [](Database& target) {
+                           target.Execute(treesql::fillImportDate());
+                       }});
+}
+
+void RefreshDB::TreeDir()
+{
+    quiet(u"TreeDir"_s, [this] {
+        const auto database = open();
+        yield();
+        refill(*database, {.table = u"tree_dir"_s,
+                           .keys = {u"Path"_s},
+                           .fill = [this](Database& target) { writeFolders(target); },
+                           .restore = treesql::restorePath,
+                           .skipsErrors = true});
+    });
+}
+
+void RefreshDB::writeFolders(Database& database) const
+{
+    const std::vector<TrackFolder> folders = readFolders(database);
+    std::vector<FolderRow> rows = folderRows(folders);
+    fillTotals(rows, folders);
+    FolderWriter writer(database);
+    for (const FolderRow& row : rows) {
+        quiet(u"TreeDir"_s, [&] { writer.write(row); });
+    }
+}
+
+QString RefreshDB::Soundex(const QString& word)
+{
+    return soundexOf(word);
+}
+
+} // namespace melovane
