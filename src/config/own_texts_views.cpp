@@ -61,6 +61,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     // Playlist view.
     {u"playlist.grid.name", u"Titel der Playlist"},
     {u"playlist.none.title", u"Keine Playlist geöffnet"},
+    {u"playlist.noplaying", u"Keine Playliste wird gespielt"},
     {u"playlist.none.text", u"Eine Liste im Feld links anklicken."},
     {u"playlist.none.button", u"Neue Playlist"},
     {u"playlist.norows.title", u"Noch keine Titel in dieser Liste"},
@@ -110,6 +111,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"lists.menu.1009", u"In dieser Auswahl zeigen"},
     {u"lists.menu.1010", u"Alle Playlisten zeigen"},
     {u"lists.menu.1011", u"Als M3U-Datei speichern ..."},
+    {u"lists.norow", u"Erst eine Playliste auswählen"},
     {u"lists.nogroup", u"Erst eine Gruppe oder Playliste auswählen"},
     {u"lists.gone", u"Diese Playliste gibt es nicht mehr"},
 
