@@ -66,6 +66,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     // Playlist view.
     {u"playlist.grid.name", u"Titel der Playlist"},
     {u"playlist.none.title", u"Keine Playlist geöffnet"},
+    {u"playlist.noplaying", u"Keine Playliste wird gespielt"},
     {u"playlist.none.text", u"Eine Liste im Feld links anklicken."},
     {u"playlist.none.button", u"Neue Playlist"},
     {u"playlist.norows.title", u"Noch keine Titel in dieser Liste"},
@@ -79,6 +80,9 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"playlist.undo.failed", u"Das ließ sich nicht rückgängig machen oder wiederholen."},
     {u"playlist.listsonly", u"Listen gelesen, die anderen Dateien daneben nicht: $1"},
     {u"playlist.notracks", u"Keine lesbaren MP3-Dateien darunter"},
+    {u"drop.title", u"Dateien in die Playliste aufnehmen"},
+    {u"drop.beyond", u"Höchstens $2 Dateien auf einmal, $1 weitere ausgelassen"},
+    {u"drop.beyond.one", u"Höchstens $2 Dateien auf einmal, $1 weitere ausgelassen"},
     {u"playlist.skipped", u"$1 Dateien ohne lesbaren Ton ausgelassen, zuerst „$2“"},
     {u"playlist.loop", u"Endlos spielen ein- oder ausschalten"},
     {u"playlist.volume", u"Lautstärke beim Vorhören"},
@@ -112,6 +116,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"lists.menu.1009", u"In dieser Auswahl zeigen"},
     {u"lists.menu.1010", u"Alle Playlisten zeigen"},
     {u"lists.menu.1011", u"Als M3U-Datei speichern ..."},
+    {u"lists.norow", u"Erst eine Playliste auswählen"},
     {u"lists.nogroup", u"Erst eine Gruppe oder Playliste auswählen"},
     {u"lists.gone", u"Diese Playliste gibt es nicht mehr"},
 

@@ -58,10 +58,8 @@ QString CheckDatabase::firstTableError()
     m_openError = 0;
     try {
         const auto database = m_engine.OpenDatabase(m_place.dbName);
-        for (const TableDef& table : database->tableDefs().All()) {
-            if (table.Attributes == 0) {
-                database->OpenRecordset(table.Name)->Close();
-            }
+        for (const QString& table : database->tableDefs().ownNames()) {
+            database->OpenRecordset(table)->Close();
         }
     } catch (const DbError& error) {
         m_openError = error.number();
@@ -169,7 +167,7 @@ bool CheckDatabase::mustRebuild(const QString& testLink, const QString& sideFile
     }
     bool elsewhere = false;
     const int error = quietly({}, {}, [&] {
-        const QString connect = database->tableDefs().Item(testLink).Connect;
+        const QString connect = database->tableDefs().connectOf(testLink);
         elsewhere = upperCase(connect) != u";DATABASE="_s + upperCase(sideFile);
         if (!elsewhere) {
             database->OpenRecordset(testLink)->Close();
@@ -231,6 +229,37 @@ bool CheckDatabase::checkSideFile(const QString& testLink,
     return true;
 }
 
+bool CheckDatabase::isMissing(const QString& table) const
+{
+    const int error = quietly({}, {}, [&] {
+        m_engine.OpenDatabase(m_place.dbName)
+            ->OpenRecordset(u"select top 1 id from "_s + table)
+            ->Close();
+    });
+    return error == dberror::kObjectNotFound || error == dberror::kItemNotFound;
+}
+
+/// The others keep their rows, and with them what the user has marked there.
+bool CheckDatabase::addMissing(const QString& fileName, const std::vector<SideTable>& tables)
+{
+    const QString sideFile = path::join(m_place.dataFolder, fileName);
+    bool added = false;
+    for (const SideTable& table : tables) {
+        if (isLibrary(sideFile) || !isMissing(table.name)) {
+            continue;
+        }
+        added = true;
+        MLVCreateDB creator(m_engine, m_files);
+        creator.targetFile = sideFile;
+        creator.sourceFile = m_place.dbName;
+        // A table that lacks its link alone is there, with its rows.
+        quietly({}, {}, [&] { creator.ClonTableStrukt(table.templateName, table.name); });
+        std::swap(creator.targetFile, creator.sourceFile);
+        quietly(m_sink, u"LinkTable"_s, [&] { creator.LinkTable(table.name, {}); });
+    }
+    return added;
+}
+
 void CheckDatabase::checkTempTables()
 {
     checkSideFile(u"TEMP_MP3Edit"_s, u"melovane.temp.mdb"_s,
@@ -254,7 +283,9 @@ int CheckDatabase::checkTreeTables()
                     "TREE_USER5"_L1, "TREE_IMPORTDATE"_L1}) {
         tables.push_back({u"x_TREE_default"_s, QString(name)});
     }
-    return checkSideFile(u"TREE_DIR"_s, u"melovane.tree.mdb"_s, tables) ? -1 : 0;
+    const QString fileName = u"melovane.tree.mdb"_s;
+    const bool isNew = checkSideFile(u"TREE_DIR"_s, fileName, tables);
+    return isNew || addMissing(fileName, tables) ? -1 : 0;
 }
 
 } // namespace melovane

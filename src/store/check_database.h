@@ -60,8 +60,8 @@ public:
     /// cannot be opened is left alone.
     void checkTempTables();
 
-    /// The same for `melovane.tree.mdb`. -1 when it was made anew, so that its trees have to be
-    /// filled, else 0.
+    /// The same for `melovane.tree.mdb`, of which a single missing table is made beside the others,
+    /// which keep their rows. -1 when anything was made, so that trees have to be filled, else 0.
     [[nodiscard]] int checkTreeTables();
 
     /// Copies the database, as it is now, to "Melovane.Backup.(<upgrade>).<time>.mdb" in the data
@@ -86,6 +86,8 @@ private:
     [[nodiscard]] bool isLibrary(const QString& file) const;
     void keepDamaged(const QString& sideFile);
     [[nodiscard]] bool mustRebuild(const QString& testLink, const QString& sideFile) const;
+    [[nodiscard]] bool isMissing(const QString& table) const;
+    [[nodiscard]] bool addMissing(const QString& fileName, const std::vector<SideTable>& tables);
     bool
     checkSideFile(const QString& testLink, const QString& fileName, const std::vector<SideTable>&);
 
