@@ -57,10 +57,16 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"tree.title", u"Navigation"},
     {u"tree.empty", u"Ordner, Genres, Interpreten und Favoriten: noch nicht in dieser Fassung."},
     {u"lists.title", u"Playlisten"},
+    {u"tree.row.level", u"Ebene"},
+    {u"tree.row.open", u"aufgeklappt"},
+    {u"tree.row.folded", u"zugeklappt"},
+    {u"tree.row.ticked", u"angehakt"},
+    {u"tree.row.unticked", u"nicht angehakt"},
 
     // Playlist view.
     {u"playlist.grid.name", u"Titel der Playliste"},
     {u"playlist.none.title", u"Keine Playliste geöffnet"},
+    {u"playlist.noplaying", u"Keine Playliste wird gespielt"},
     {u"playlist.none.text", u"Eine Playliste im Feld links anklicken."},
     {u"playlist.none.button", u"Neue Playliste"},
     {u"playlist.norows.title", u"Noch keine Titel in dieser Playliste"},
@@ -112,6 +118,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"lists.menu.1009", u"In dieser Auswahl zeigen"},
     {u"lists.menu.1010", u"Alle Playlisten zeigen"},
     {u"lists.menu.1011", u"Als M3U-Datei speichern ..."},
+    {u"lists.norow", u"Erst eine Playliste auswählen"},
     {u"lists.nogroup", u"Erst eine Gruppe oder Playliste auswählen"},
     {u"lists.gone", u"Diese Playliste gibt es nicht mehr"},
 

@@ -542,6 +542,15 @@ TEST_F(PlaylistHands, TheSelectionGoesToThePlayingList)
     EXPECT_EQ(rows(), u"1 2"_s);
 }
 
+TEST_F(PlaylistHands, WithoutAPlayingListTheSelectionGoesNowhereAndThatIsSaid)
+{
+    openList(2);
+    stand(0);
+    others.SendMessage(u"ToAktivPlaylist"_s);
+    EXPECT_EQ(rows(), u"1 2"_s);
+    EXPECT_EQ(takeStatus(), QStringList(u"Keine Playliste wird gespielt"_s));
+}
+
 TEST_F(PlaylistHands, KeysOfTheWindowActOnlyWithTheKeyboardOrWhenAsked)
 {
     openList(1);
