@@ -511,7 +511,9 @@ TEST_F(PlaylistView, MixStylesAreSpreadAndTakenAwayOverTheBus)
     lists.execute(u"update pl_all set mixout='1,1,1,1,1' where plid="_s +
                   cell(0, u"PLID").toText());
     lists.execute(u"update pl_all set mixin='2,2,2,2,2' where plid="_s + cell(1, u"PLID").toText());
+    EXPECT_EQ(view.whyNot(u"mixstyle.all.copy"), u"Der Player spielt keine Playliste"_s);
     others.SendMessage(u"refresh.playlist.plid"_s, cell(0, u"PLID"), cell(1, u"PLID"));
+    EXPECT_EQ(view.whyNot(u"mixstyle.all.copy"), QString());
     others.SendMessage(u"mixstyle.all.copy"_s);
     EXPECT_EQ(lists
                   .value(u"select count(*) from pl_all where mixout='1,1,1,1,1' and "

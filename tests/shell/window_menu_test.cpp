@@ -375,6 +375,28 @@ TEST_F(ContextMenuTest, TheViewThatItCameFromIsAskedForTheRest)
     EXPECT_EQ(after(u"no such tag"_s), QStringList());
 }
 
+TEST_F(ContextMenuTest, TheMenuOfAnEntryOffersWhatIsDoneToItsWholeList)
+{
+    EXPECT_FALSE(menus.visible.value(u"mnuRow_List"_s)) << "not in the library";
+    others.SendMessage(u"show.context.menu.playlist"_s, kFid);
+    taken();
+    EXPECT_TRUE(menus.visible.value(u"mnuRow_List"_s));
+    EXPECT_EQ(menus.captions.value(u"mnuRow_List"_s), u"Ganze Playliste"_s);
+    QStringList offered;
+    for (const MenuChoice& choice : menus.choices.value(u"mnuRow_List"_s)) {
+        offered.append(choice.caption);
+        EXPECT_EQ(choice.whyNot, QString());
+    }
+    EXPECT_EQ(offered, (QStringList{u"An die aktive Playliste anhängen"_s,
+                                    u"Mixstil für alle Titel übernehmen"_s,
+                                    u"Mixstile aller Titel entfernen"_s,
+                                    u"Einstellungen aller Titel zurücksetzen"_s}));
+    EXPECT_EQ(after(u"playlist.reset"_s), QStringList{u"bus playlist.reset 12"_s});
+    EXPECT_EQ(after(u"mixstyle.all.del"_s), QStringList{u"bus mixstyle.all.del"_s});
+    EXPECT_EQ(after(u"mixstyle.all.copy"_s), QStringList{u"bus mixstyle.all.copy"_s});
+    EXPECT_EQ(after(u"ToAktivPlaylist"_s), QStringList{u"bus ToAktivPlaylist"_s});
+}
+
 TEST_F(ContextMenuTest, MoreOfTheSameSearchesTheWholeLibrary)
 {
     ASSERT_EQ(menus.more.size(), 1U);
