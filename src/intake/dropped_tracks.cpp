@@ -5,6 +5,7 @@
 #include "intake/new_tracks.h"
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
+#include "platform/system/files.h"
 #include "platform/system/path_text.h"
 
 namespace melovane {
@@ -23,31 +24,58 @@ DroppedTracks::DroppedTracks(DBEngine& engine,
     , m_clock(clock)
 {}
 
-QStringList DroppedTracks::filesOf(const QStringList& places, Skipped& skipped) const
+QStringList
+DroppedTracks::filesOf(const QStringList& places, const GoOn& goOn, Result& result) const
 {
-    QStringList result;
-    FolderWalk walk(m_files, places, skipped);
-    for (auto found = walk.next(); found && result.size() < kMaxFiles; found = walk.next()) {
+    QStringList files;
+    QStringList roots;
+    for (const QString& place : places) {
+        const QString extension = path::extension(place).toLower();
+        const bool isList = extension == "m3u"_L1 || extension == "m3u8"_L1;
+        if (isList && !m_files.folderExists(place)) {
+            ++result.skipped.kinds[u"M3U"_s];
+        } else {
+            roots.append(place);
+        }
+    }
+    FolderWalk walk(m_files, roots, result.skipped);
+    for (auto found = walk.next(); found && !result.isGivenUp; found = walk.next()) {
         for (const FoundFile& file : *found) {
-            if (result.size() < kMaxFiles) {
-                result.append(file.path());
+            if (files.size() < kMaxFiles) {
+                files.append(file.path());
+            } else {
+                ++result.beyond;
             }
         }
+        result.isGivenUp = goOn && !goOn(found->empty() ? QString() : found->back().folder, 0, 0);
+    }
+    return files;
+}
+
+DroppedTracks::Result DroppedTracks::take(const QStringList& places, const GoOn& goOn)
+{
+    Result result;
+    const QStringList files = filesOf(places, goOn, result);
+    if (!files.isEmpty() && !result.isGivenUp) {
+        enter(files, goOn, result);
+    }
+    if (result.isGivenUp) {
+        result = {};
+        result.isGivenUp = true;
     }
     return result;
 }
 
-DroppedTracks::Result DroppedTracks::take(const QStringList& places)
+void DroppedTracks::enter(const QStringList& files, const GoOn& goOn, Result& result)
 {
-    Result result;
-    const QStringList files = filesOf(places, result.skipped);
-    if (files.isEmpty()) {
-        return result;
-    }
     const auto database = m_engine.OpenDatabase(m_settings.DbName());
     NewTracks tracks(*database, m_settings, m_files, m_reader, m_clock);
     QStringList known; // an empty one for each file that is to be entered
     for (const QString& file : files) {
+        if (goOn && !goOn(file, known.size(), files.size())) {
+            result.isGivenUp = true;
+            return;
+        }
         const auto row = tracks.find(path::withSeparator(path::parent(file)), path::fileName(file));
         known.append(row->Eof() ? QString() : row->value(u"FID").toText());
         if (!row->Eof()) {
@@ -58,15 +86,20 @@ DroppedTracks::Result DroppedTracks::take(const QStringList& places)
         }
     }
     Transaction all(*database);
-    [[maybe_unused]] const bool isDone = tracks.write();
+    const bool isWritten = tracks.write(
+        [&](qint64 done, qint64 size) { return !goOn || goOn(files.last(), done, size); });
+    if (!isWritten) {
+        result.isGivenUp = true;
+        return;
+    }
     all.commit();
+    result.entered = tracks.entered();
     for (qsizetype i = 0; i < files.size(); ++i) {
         const QString fid = known.at(i).isEmpty() ? tracks.fidOf(files.at(i)) : known.at(i);
         if (!fid.isEmpty()) {
             result.fids.append(fid);
         }
     }
-    return result;
 }
 
 } // namespace melovane

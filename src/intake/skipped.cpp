@@ -1,6 +1,7 @@
 #include "intake/skipped.h"
 
 #include "config/config_objects.h"
+#include "config/counted_text.h"
 #include "intake/import_errors.h"
 #include "platform/system/path_text.h"
 #include "platform/system/readable_name.h"
@@ -54,8 +55,8 @@ QString skippedText(const ConfigObjects& texts, const Skipped& skipped)
 {
     QStringList parts;
     if (!skipped.refused.empty()) {
-        parts.append(texts.text(
-            u"playlist.skipped"_s, qint64(skipped.refused.size()),
+        parts.append(countedText(
+            texts, u"playlist.skipped"_s, qint64(skipped.refused.size()),
             readableName(shortened(path::fileName(skipped.refused.front().path), kMaxInLine))));
     }
     if (!skipped.kinds.isEmpty()) {

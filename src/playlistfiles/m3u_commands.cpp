@@ -2,6 +2,7 @@
 
 #include "bus/message_names.h"
 #include "config/config_objects.h"
+#include "config/counted_text.h"
 #include "config/global_settings.h"
 #include "config/refusals.h"
 #include "platform/controls/file_chooser.h"
@@ -185,7 +186,7 @@ bool M3uCommands::insertLists(const QStringList& files,
 /// A text with a number, in the form that fits it.
 QString M3uCommands::counted(const QString& key, int count) const
 {
-    return m_parts.texts.text(count == 1 ? key + u".one"_s : key, count);
+    return countedText(m_parts.texts, key, count);
 }
 
 void M3uCommands::askForLog(const Work& work)

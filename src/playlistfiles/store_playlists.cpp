@@ -2,6 +2,7 @@
 
 #include "bus/event_guard.h"
 #include "config/config_objects.h"
+#include "config/counted_text.h"
 #include "config/global_settings.h"
 #include "config/refusals.h"
 #include "platform/db/database.h"
@@ -73,14 +74,14 @@ QString toldLines(const ConfigObjects& texts, const QStringList& lines)
 {
     QStringList told = lines.first(qMin(lines.size(), kMaxTold));
     if (lines.size() > kMaxTold) {
-        told.append(texts.text(u"store.more"_s, lines.size() - kMaxTold));
+        told.append(countedText(texts, u"store.more"_s, lines.size() - kMaxTold));
     }
     return told.join(u'\n');
 }
 
 QString leftOutText(const ConfigObjects& texts, const QStringList& entries)
 {
-    return texts.text(u"m3u.leftout"_s, entries.size(), toldLines(texts, entries));
+    return countedText(texts, u"m3u.leftout"_s, entries.size(), toldLines(texts, entries));
 }
 
 StorePlaylists::StorePlaylists(DBEngine& engine,

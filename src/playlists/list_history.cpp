@@ -81,8 +81,8 @@ bool isLinkedTo(Database& database, const QString& sideFile)
 {
     const QString name = kHistoryTable.toString();
     return database.tableDefs().Contains(name) &&
-           database.tableDefs().Item(name).Connect.compare(u";DATABASE="_s + sideFile,
-                                                           Qt::CaseInsensitive) == 0;
+           database.tableDefs().connectOf(name).compare(u";DATABASE="_s + sideFile,
+                                                        Qt::CaseInsensitive) == 0;
 }
 
 /// Reads the columns that every step needs. \throws DbError

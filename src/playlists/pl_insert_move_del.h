@@ -91,8 +91,9 @@ public:
     /// others are cut. \throws DbError, with nothing deleted
     void cutPlaylistRecords(const QString& dragText, Pnid list);
 
-    /// Exchanges the positions of an entry and its neighbour above or below. The entry count and
-    /// the save flag stay: the caller tells them when the user's hand rests.
+    /// Exchanges the positions of an entry and its neighbour above or below, the next one whose
+    /// track is there: others stand in no grid. The entry count and the save flag stay: the caller
+    /// tells them when the user's hand rests.
     /// \param step -1 for up, 1 for down
     void swapWithNeighbour(Plid entry, Pnid list, int step);
 

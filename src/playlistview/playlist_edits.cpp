@@ -202,9 +202,14 @@ bool PlaylistEdits::addFiles(const QStringList& files, std::optional<Sid> target
         }
         return true;
     }
+    const Pnid list = m_list.pnid;
     const QStringList fids = m_actions.tracksOf(files);
     if (fids.isEmpty()) {
         return false; // whoever has looked at the files has told what was among them
+    }
+    // The window was alive meanwhile: another program may have taken the library.
+    if (!mayChange() || m_list.pnid != list) {
+        return false;
     }
     addTracks(dragText(DragKind::FidMp3db, fids), target);
     return true;

@@ -72,7 +72,8 @@ QString ctl_Playlist::whyNot(QStringView key, bool needsRow) const
                                .hasList = m_list.isOpen(),
                                .isLocked = m_list.locked,
                                .canUndo = m_known.undo,
-                               .canRedo = m_known.redo});
+                               .canRedo = m_known.redo,
+                               .knowsPlay = PLID() != Plid{} && NextPlid() != Plid{}});
 }
 
 bool ctl_Playlist::SendKeyUp(const QString& command, bool asked)

@@ -160,9 +160,14 @@ void PlaylistMessages::appendData(const MLVMessage& message)
 void PlaylistMessages::toActivePlaylist(const MLVMessage&)
 {
     const QString tracks = m_view.selectedTracks();
-    const Pnid target = tracks.isEmpty() ? kNoPlaylist : m_lists.ExistPNID(kPlayingPlaylist);
+    if (tracks.isEmpty()) {
+        return;
+    }
+    const Pnid target = m_lists.ExistPNID(kPlayingPlaylist);
     if (target != kNoPlaylist) {
         m_edits.appendTracks(tracks, target);
+    } else {
+        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"playlist.noplaying"_s));
     }
 }
 

@@ -14,6 +14,7 @@
 #include "shell/window_menus.h"
 #include "views/command_gate.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace melovane {
@@ -30,6 +31,14 @@ constexpr int kBestRating = 5;
 /// Tags of the entries that give a track a value, in front of the value.
 const QString kRating = u"note."_s;
 const QString kPlayAction = u"aktion."_s;
+
+/// What is done to the whole list, by the message that asks for it, and the key of its text.
+constexpr std::pair<QStringView, QStringView> kListCommands[] = {
+    {bus::kToAktivPlaylist, u"player.mnuToAktivPlaylist"},
+    {bus::kMixstyleAllCopy, u"player.mnuMixstyleCopyToAll"},
+    {bus::kMixstyleAllDel, u"player.mnuMixStyleAllDel"},
+    {bus::kPlaylistReset, u"row.reset"},
+};
 
 std::optional<int> numberBehind(const QString& head, const QString& tag)
 {
@@ -112,6 +121,9 @@ void ContextMenu::clicked(const QString& tag)
             return;
         }
     }
+    if (changeList(tag)) {
+        return;
+    }
     if (const EditRow* const row = editRow(tag)) {
         m_parts.edit.run(*row, m_fromLibrary ? EditPlace::Library : EditPlace::Playlist);
         return;
@@ -143,6 +155,7 @@ void ContextMenu::showEntries()
     }
     showRatings();
     showPlayActions();
+    showListCommands();
 }
 
 void ContextMenu::showEditRow(const EditRow& row)
@@ -192,6 +205,33 @@ void ContextMenu::showPlayActions()
     m_parts.menus.setVisible(menu, !choices.empty());
     m_parts.menus.setChoices(menu, choices);
     m_parts.menus.setEnabled(menu, reason.isEmpty(), reason);
+}
+
+void ContextMenu::showListCommands()
+{
+    std::vector<MenuChoice> choices;
+    for (const auto& [command, text] : kListCommands) {
+        choices.push_back({.caption = m_parts.texts.text(text),
+                           .tag = command.toString(),
+                           .whyNot = m_fromLibrary ? QString() : whyNot(command)});
+    }
+    const QString menu = kListMenu.toString();
+    m_parts.menus.setText(menu, m_parts.texts.text(u"row.list"_s), {});
+    m_parts.menus.setVisible(menu, !m_fromLibrary);
+    m_parts.menus.setChoices(menu, choices);
+}
+
+/// False for what is no command of a whole list.
+bool ContextMenu::changeList(const QString& command)
+{
+    const auto isIt = [&](const auto& row) { return row.first == command; };
+    if (!std::ranges::any_of(kListCommands, isIt)) {
+        return false;
+    }
+    // The others mean the list on the screen.
+    const bool isReset = bus::kPlaylistReset == command;
+    m_bus.SendMessage(command, isReset ? Value(m_parts.playlist.pnid()) : Value());
+    return true;
 }
 
 void ContextMenu::moreResultClicked(const QString& tag, const QString& caption)

@@ -69,6 +69,8 @@ private:
     void showEditRow(const EditRow& row);
     void showRatings();
     void showPlayActions();
+    void showListCommands();
+    [[nodiscard]] bool changeList(const QString& command);
     [[nodiscard]] QString whyNot(QStringView command) const;
 
     ContextMenuParts m_parts;

@@ -3,6 +3,7 @@
 #include "config/global_settings.h"
 #include "platform/system/timers.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 
@@ -74,11 +75,25 @@ KeyCommands::KeyCommands(GlobalSettings& settings, MessageLoop& loop, KeyActions
 
 KeyCommands::~KeyCommands() = default;
 
+/// Whether these keys are the way to the last combination and no command of their own: who lets go
+/// of everything presses Ctrl alone before the second Ctrl+V.
+bool KeyCommands::beginsTheLast(const QString& keys) const
+{
+    const auto isBound = [&](const Command& command) {
+        return m_settings.Tasten(command.binding.toString()).matches(keys);
+    };
+    return !keys.isEmpty() && m_last.startsWith(keys + u" + "_s) &&
+           std::none_of(std::begin(kCommands), std::end(kCommands), isBound);
+}
+
 bool KeyCommands::keyPressed()
 {
     const QString keys = m_settings.GetKeyStatusString();
     if (keys == m_last) {
         return m_lastActed;
+    }
+    if (beginsTheLast(keys)) {
+        return false;
     }
     m_last = keys;
     m_lastActed = false;

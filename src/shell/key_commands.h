@@ -29,7 +29,8 @@ struct KeyActions
 
 /// Runs the user's key bindings.
 ///
-/// A combination that stays down runs its binding once; the lock ends half a second after the last
+/// A combination that stays down, or comes a second time at once, runs its binding once; the lock
+/// ends half a second after the last
 /// press that was handled.
 class KeyCommands
 {
@@ -43,6 +44,7 @@ public:
 
 private:
     [[nodiscard]] bool run(const QString& keys);
+    [[nodiscard]] bool beginsTheLast(const QString& keys) const;
 
     GlobalSettings& m_settings;
     KeyActions m_actions;

@@ -81,8 +81,8 @@ std::span<const MenuRow> MenuCommands::rows()
 
         {0, Menu,  u"mnuHelp"},
         {1, Entry, u"mnuInternet_0", {}, {}, u"F1", &MenuCommands::mnuInternet},
-        {1, Entry, u"mnuInternet_1"},
-        {1, Entry, u"mnuInternet_3"},
+        {1, Entry, u"mnuInternet_1", {}, {}, {}, &MenuCommands::mnuInternetPage},
+        {1, Entry, u"mnuInternet_3", {}, {}, {}, &MenuCommands::mnuInternetVersions},
         {1, Separator, {}},
         {1, Entry, u"mnuUeber", {}, u"info", {}, &MenuCommands::mnuUeber},
     };
@@ -378,13 +378,35 @@ void MenuCommands::mnuAutosizeGrid()
 
 void MenuCommands::mnuInternet()
 {
-    if (m_parts.window.siblings.openHelp()) {
+    if (m_parts.window.siblings.openPage(kHelpPage)) {
         return;
     }
     const ConfigObjects& texts = m_parts.window.texts;
-    const QString page = m_parts.window.siblings.helpPage();
+    const QString page = m_parts.window.siblings.pageFile(kHelpPage);
     m_parts.showStatusText(page.isEmpty() ? texts.text(u"status.help.missing"_s)
                                           : texts.text(u"status.help.noopener"_s, page));
+}
+
+void MenuCommands::openMakersPage(const QString& name)
+{
+    if (m_parts.window.siblings.openPage(name)) {
+        return;
+    }
+    const ConfigObjects& texts = m_parts.window.texts;
+    const QString page = m_parts.window.siblings.pageFile(name);
+    m_parts.showStatusText(page.isEmpty() ? texts.text(u"status.page.missing"_s, name)
+                                          : texts.text(u"status.page.noopener"_s, page));
+}
+
+/// What the logo of the start opens, too.
+void MenuCommands::mnuInternetPage()
+{
+    openMakersPage(kHelpPage);
+}
+
+void MenuCommands::mnuInternetVersions()
+{
+    openMakersPage(kVersionsPage);
 }
 
 void MenuCommands::mnuUeber()

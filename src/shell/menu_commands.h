@@ -86,6 +86,9 @@ private:
     void mnuRepairGridLayout();
     void mnuAutosizeGrid();
     void mnuInternet();
+    void openMakersPage(const QString& name);
+    void mnuInternetPage();
+    void mnuInternetVersions();
     void mnuUeber();
 
     [[nodiscard]] QString text(const QString& id) const;

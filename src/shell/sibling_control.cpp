@@ -109,15 +109,15 @@ bool SiblingControl::startPlugIn(const QString& program, const QString& argument
     return start(program, u' ' + argument, Style::Normal);
 }
 
-bool SiblingControl::openHelp()
+bool SiblingControl::openPage(const QString& name)
 {
-    const QString file = helpPage();
+    const QString file = pageFile(name);
     return !file.isEmpty() && m_processes.start(u"explorer.exe "_s + file, Style::Normal);
 }
 
-QString SiblingControl::helpPage() const
+QString SiblingControl::pageFile(const QString& name) const
 {
-    const QString file = path::join(m_paths.programFolder(), u"Melovane.html"_s);
+    const QString file = path::join(m_paths.programFolder(), name);
     return m_files.fileExists(file) ? file : QString();
 }
 

@@ -10,6 +10,11 @@ namespace melovane {
 
 class Mod_API;
 
+/// Pages of the program folder: the help, which says where the program comes from, too, and what
+/// is to be known about versions.
+inline const QString kHelpPage = QStringLiteral("Melovane.html");
+inline const QString kVersionsPage = QStringLiteral("Versionen.html");
+
 /// Starts the other programs of the suite, which lie in the program folder. Nothing waits for
 /// their end.
 ///
@@ -45,10 +50,10 @@ public:
     bool startPlugIn(const QString& program, const QString& argument);
     [[nodiscard]] bool isInstalled(const QString& program) const;
 
-    /// Shows the help with the desktop's program for it.
-    bool openHelp();
-    /// The file with the help; empty when it is not there.
-    [[nodiscard]] QString helpPage() const;
+    /// Shows a page with the desktop's program for it.
+    bool openPage(const QString& name);
+    /// The file of a page of the program folder; empty when it is not there.
+    [[nodiscard]] QString pageFile(const QString& name) const;
 
     /// Has the tempo of a track found.
     ///

@@ -62,7 +62,8 @@ struct MenuChoice
     QString caption;
     QString tag; ///< what ContextMenu::clicked gets
     bool checked = false;
-    QString key = {}; ///< "Ctrl+5", or empty
+    QString key = {};    ///< "Ctrl+5", or empty
+    QString whyNot = {}; ///< why it is grey; empty when it can work
 };
 
 /// One entry of the context menu of the grids, `mnuPOPDBGRID`. 3, 6, 10 and 14 are separators.
@@ -80,9 +81,11 @@ struct ContextRow
 
 [[nodiscard]] std::span<const ContextRow> contextRows();
 
-/// Below these stand the commands of `mnuBearbeiten` that fit the view, and two submenus.
+/// Below these stand the commands of `mnuBearbeiten` that fit the view, and submenus: the last one
+/// holds what is done to a whole list.
 inline constexpr QStringView kRatingMenu = u"mnuRow_Note";
 inline constexpr QStringView kPlayActionMenu = u"mnuRow_Aktion";
+inline constexpr QStringView kListMenu = u"mnuRow_List";
 
 /// The entry of such a command in the menu of a row.
 [[nodiscard]] inline QString rowEntryName(QStringView command)

@@ -28,12 +28,17 @@ QString splitKey(size_t index)
     return u"DBGridSplit-%1"_s.arg(index);
 }
 
-/// Sums of numbers from a file may leave the 32 bits.
-bool liesInside(const WindowPosition& stored, const QRect& area)
+/// The part of a window that must be on the screen for the hand to get hold of it.
+constexpr int kReachable = 100;
+
+/// Right and lower edge decide: a window may be closed half over the left edge. Its title bar must
+/// be in reach. Sums of numbers from a file may leave the 32 bits.
+bool liesInside(const WindowPosition& stored, const QRect& screen)
 {
-    return stored.Left >= area.left() && stored.Top >= area.top() &&
-           qint64{stored.Left} + stored.Whidth <= qint64{area.left()} + area.width() &&
-           qint64{stored.Top} + stored.Height <= qint64{area.top()} + area.height();
+    const qint64 right = qint64{stored.Left} + stored.Whidth;
+    return stored.Top >= screen.top() && right >= qint64{screen.left()} + kReachable &&
+           right <= qint64{screen.left()} + screen.width() &&
+           qint64{stored.Top} + stored.Height <= qint64{screen.top()} + screen.height();
 }
 
 } // namespace
@@ -47,10 +52,12 @@ WindowPlace::WindowPlace(GlobalSettings& settings, WindowFrame& window, SplitCon
 void WindowPlace::restore()
 {
     const WindowPosition& stored = m_settings.Position(kPosition);
+    if (!liesInside(stored, m_window.screenOf(stored.place()))) {
+        return;
+    }
     if (stored.WindowState == kMaximised) {
         m_window.maximise();
-    } else if (stored.Height >= 0 && stored.Whidth >= 0 &&
-               liesInside(stored, m_window.screenAreaOf(stored.place()))) {
+    } else if (stored.Height >= 0 && stored.Whidth >= 0) {
         m_window.setPlace(stored.place());
     }
 }

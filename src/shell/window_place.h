@@ -20,7 +20,8 @@ class WindowPlace
 public:
     WindowPlace(GlobalSettings& settings, WindowFrame& window, SplitControls splits);
 
-    /// Takes the stored place, if it lies inside the screen; else the window stays as it is.
+    /// Takes the stored place, maximised or not, if its right and lower edge lie inside the screen;
+    /// else the window stays as it is.
     void restore();
     /// The middle of the screen, for an empty library.
     void centre();

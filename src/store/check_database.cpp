@@ -58,10 +58,8 @@ QString CheckDatabase::firstTableError()
     m_openError = 0;
     try {
         const auto database = m_engine.OpenDatabase(m_place.dbName);
-        for (const TableDef& table : database->tableDefs().All()) {
-            if (table.Attributes == 0) {
-                database->OpenRecordset(table.Name)->Close();
-            }
+        for (const QString& table : database->tableDefs().ownNames()) {
+            database->OpenRecordset(table)->Close();
         }
     } catch (const DbError& error) {
         m_openError = error.number();
@@ -169,7 +167,7 @@ bool CheckDatabase::mustRebuild(const QString& testLink, const QString& sideFile
     }
     bool elsewhere = false;
     const int error = quietly({}, {}, [&] {
-        const QString connect = database->tableDefs().Item(testLink).Connect;
+        const QString connect = database->tableDefs().connectOf(testLink);
         elsewhere = upperCase(connect) != u";DATABASE="_s + upperCase(sideFile);
         if (!elsewhere) {
             database->OpenRecordset(testLink)->Close();

@@ -61,8 +61,9 @@ PlaylistFavorit::PlaylistFavorit(FavoritParts parts, TreeControl& tree)
                .open = [this](int row) { rowClicked(row); }})
     , m_drops({.rows = m_rows,
                .lists = m_parts.lists,
-               .mayWrite = m_parts.mayWrite,
+               .mayWrite = [this] { return !m_parts.world.isReadOnly(); },
                .append = m_parts.append})
+    , m_gate(m_parts.texts, m_parts.world)
     , m_restTimer(m_parts.loop.makeTimer(kRestInterval,
                                          [this] {
                                              m_restTimer->stop();
@@ -145,6 +146,10 @@ void PlaylistFavorit::rowActivated(int row)
         Refresh();
         return;
     }
+    if (!may(u"all.activate")) {
+        rowClicked(row);
+        return;
+    }
     const bool isJingle = treekey::isJingleRow(m_tree.row(row).key);
     m_parts.lists.catalogue().activate(list);
     m_rows.rereadPlaying(isJingle);
@@ -152,6 +157,58 @@ void PlaylistFavorit::rowActivated(int row)
     m_tree.setCurrentRow(row);
     rowClicked(row);
     m_bus.SendMessage(isJingle ? bus::kPlaylistJinglePlay : bus::kPlaylistPlay, numberOf(list));
+}
+
+// ---- what the library allows
+
+QString PlaylistFavorit::whyNot(QStringView key) const
+{
+    return m_gate.whyNot(QString(u"lists."_s + key.toString()), {.isLent = m_rows.isAway()});
+}
+
+/// Keys and drags come also where the button is grey: then the user is told why.
+bool PlaylistFavorit::may(QStringView command)
+{
+    const QString reason = whyNot(command);
+    if (!reason.isEmpty()) {
+        m_bus.SendMessage(bus::kShowStatusText, reason);
+    }
+    return reason.isEmpty();
+}
+
+void PlaylistFavorit::newPlaylist()
+{
+    if (may(u"all.newdoc")) {
+        m_edits.newPlaylist();
+    }
+}
+
+void PlaylistFavorit::rename(int row)
+{
+    if (may(u"rename")) {
+        m_edits.rename(opened(row));
+    }
+}
+
+void PlaylistFavorit::rowEdited(int row, const QString& text)
+{
+    if (may(u"rename")) {
+        m_edits.rowEdited(row, text);
+    }
+}
+
+void PlaylistFavorit::deleteRow(int row)
+{
+    if (may(u"all.delete")) {
+        m_edits.deleteRow(opened(row));
+    }
+}
+
+void PlaylistFavorit::rowDropped(int from, int to, DropPlace place)
+{
+    if (may(u"move")) {
+        m_edits.rowDropped(from, to, place);
+    }
 }
 
 // ---- names
@@ -187,6 +244,9 @@ bool PlaylistFavorit::canDo(const QString& key) const
 void PlaylistFavorit::toolPressed(const QString& key)
 {
     const int row = m_tree.currentRow();
+    if (!may(key)) {
+        return;
+    }
     if (key == "all.newdoc"_L1) {
         m_edits.newList();
     } else if (key == "all.newdir"_L1) {
@@ -208,22 +268,30 @@ void PlaylistFavorit::contextMenu(int row)
 {
     const bool list = m_rows.isList(row);
     const bool group = leadingLong(GetGroupID(row)) > 0;
-    const auto add = [&](Entry entry, bool enabled, bool checked = false) {
-        m_parts.popup.Append(
-            {entry, m_parts.texts.text(u"lists.menu.%1"_s.arg(int(entry))), enabled, checked});
+    const QString noList = list ? QString() : m_parts.texts.text(u"lists.norow");
+    const QString later = m_parts.texts.text(u"status.later");
+    const QString noName = list || group ? QString() : m_parts.texts.text(u"lists.nogroup");
+    const auto add = [&](Entry entry, QStringView command, const QString& noRow,
+                         bool checked = false) {
+        const QString reason = noRow.isEmpty() ? whyNot(command) : noRow;
+        m_parts.popup.Append({.id = entry,
+                              .caption = m_parts.texts.text(u"lists.menu.%1"_s.arg(int(entry))),
+                              .enabled = reason.isEmpty(),
+                              .checked = checked,
+                              .tip = reason});
     };
     m_parts.popup.Create();
-    add(Activate, list);
-    add(Rename, list || group);
+    add(Activate, u"all.activate", noList);
+    add(Rename, u"rename", noName);
     m_parts.popup.Append({FirstLine});
-    add(SortByName, list);
-    add(SortByDate, list);
+    add(SortByName, u"sort", noList);
+    add(SortByDate, u"sort", noList);
     m_parts.popup.Append({SecondLine});
-    add(Properties, list && canDo(u"all.book"_s));
+    add(Properties, u"all.book", canDo(u"all.book"_s) ? noList : later);
     m_parts.popup.Append({ThirdLine});
-    add(InPanel, list, list && !m_tree.row(row).dimmed);
-    add(ShowAll, true, m_rows.showsAll());
-    add(SaveFile, list && m_parts.saveList);
+    add(InPanel, u"panel", noList, list && !m_tree.row(row).dimmed);
+    add(ShowAll, u"showall", {}, m_rows.showsAll());
+    add(SaveFile, u"save", m_parts.saveList ? noList : later);
     const QString key = m_tree.row(row).key;
     choose(m_parts.popup.Show(), key);
     // A menu that was broken off leaves the list open that was; a name is typed in its own row.
@@ -361,11 +429,13 @@ void PlaylistFavorit::disconnectDatabase(const MLVMessage&)
 {
     m_restTimer->stop();
     m_rows.leaveLibrary();
+    judgeCommands();
 }
 
 void PlaylistFavorit::reconnectDatabase(const MLVMessage&)
 {
     m_rows.libraryIsBack();
+    judgeCommands();
 }
 
 void PlaylistFavorit::changeDatabase(const MLVMessage&)
@@ -375,6 +445,7 @@ void PlaylistFavorit::changeDatabase(const MLVMessage&)
     if (!m_shownLibrary.isEmpty() && m_shownLibrary != m_parts.settings.DbName()) {
         ShowActivePlaylist();
     }
+    judgeCommands();
 }
 
 void PlaylistFavorit::listOpened(const MLVMessage&)

@@ -6,6 +6,7 @@
 #include "trees/favorit_drops.h"
 #include "trees/favorit_edits.h"
 #include "trees/favorit_tree.h"
+#include "views/command_gate.h"
 
 #include <QObject>
 
@@ -38,14 +39,13 @@ struct FavoritParts
     ErrorSink sink; ///< learns of failures: what fails leaves tree and data as they were
     /// The list on the screen, 0 for none: the marked row of the tree follows it.
     std::function<Pnid()> openList;
-    /// False while the library can only be read.
-    std::function<bool()> mayWrite;
     /// Appends the tracks or entries of a drag text to a list; tells what it did, or why not.
     std::function<void(const QString& dragText, Pnid list)> append;
     /// Shows the figures of a list; empty as long as there is no such dialog.
     std::function<void(Pnid list)> showDetails;
     /// Asks for a file and writes the list to it; empty as long as nobody does.
     std::function<void(Pnid list)> saveList = {};
+    CommandWorld world = {};
 };
 
 /// The tree of the lists that the user has marked, with the jingle lists on top: opens, plays,
@@ -96,13 +96,18 @@ public:
     // -- What the user does --
 
     /// \see FavoritEdits::newPlaylist
-    void newPlaylist() { m_edits.newPlaylist(); }
+    void newPlaylist();
 
     /// A button of the tool bar, by key: "all.newdoc", "all.newdir", "all.activate", "all.lock",
     /// "all.book", "all.refresh" or "all.delete".
     void toolPressed(const QString& key);
     /// False for what can do nothing at all in this program.
     [[nodiscard]] bool canDo(const QString& key) const;
+    /// Why the button of that key cannot work now, in the user's words; empty when it can.
+    [[nodiscard]] QString whyNot(QStringView key) const;
+
+    /// Something that decides about commands has changed, here or around the program.
+    void judgeCommands() { emit commandsChanged(); }
 
     /// A click: the playlist view opens the list. A heading does nothing.
     void rowClicked(int row);
@@ -112,19 +117,18 @@ public:
     void rowActivated(int row);
 
     /// Lets the user type another name.
-    void rename(int row) { m_edits.rename(opened(row)); }
-
-    void rowEdited(int row, const QString& text) { m_edits.rowEdited(row, text); }
+    void rename(int row);
+    void rowEdited(int row, const QString& text);
 
     void editEnded();
 
-    void deleteRow(int row) { m_edits.deleteRow(opened(row)); }
+    void deleteRow(int row);
 
     /// The mouse was let go, or a drag has ended, without a click: what it has touched is not open.
     void handLeft() { m_rows.leaveOtherLists(); }
 
     /// A row was dropped: it moves there, a list dropped into a group behind its last.
-    void rowDropped(int from, int to, DropPlace place) { m_edits.rowDropped(from, to, place); }
+    void rowDropped(int from, int to, DropPlace place);
 
     /// What other views' drags may do with the rows.
     [[nodiscard]] DropTarget& drops() { return m_drops; }
@@ -135,8 +139,11 @@ public:
 signals:
     /// The buttons of the tool bar are to be made.
     void toolBarWanted();
+    /// Buttons may be able to work now, or no more.
+    void commandsChanged();
 
 private:
+    [[nodiscard]] bool may(QStringView command);
     [[nodiscard]] int opened(int row);
     void choose(int entry, const QString& key);
     [[nodiscard]] static std::span<const BusRow<PlaylistFavorit>> busTable();
@@ -163,6 +170,7 @@ private:
     FavoritTree m_rows;
     FavoritEdits m_edits;
     FavoritDrops m_drops;
+    CommandGate m_gate;
     QString m_shownLibrary;             ///< whose active list was opened last; empty before that
     std::unique_ptr<Timer> m_restTimer; ///< from an arrow key to the opening of the list
     EventGuard m_guard;

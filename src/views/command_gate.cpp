@@ -25,6 +25,7 @@ enum Need : unsigned
     kPlayer = 32,   ///< the player
     kUndo = 64,     ///< a step to take back
     kRedo = 128,    ///< a step to do again
+    kPlay = 256,    ///< an entry that plays, and one that comes next
 };
 
 constexpr unsigned kWrites = kLibrary | kWriting;
@@ -66,6 +67,10 @@ constexpr Command kCommands[] = {
     {bus::kPlaylistJingleLoop, kEditsList | kRow},
     {u"note", kEditsList | kRow},
     {u"aktion", kEditsList | kRow},
+    {bus::kToAktivPlaylist, kWrites | kRow},
+    {bus::kMixstyleAllDel, kEditsList},
+    {bus::kMixstyleAllCopy, kEditsList | kPlay},
+    {bus::kPlaylistReset, kEditsList},
     {u"all.book", kWrites | kRow, u"tagbench"},
     {u"all.sample", kLibrary | kRow, u"Melovanekiv"},
     {bus::kAllVolume, 0, u"LevelPanel"},
@@ -78,6 +83,20 @@ constexpr Command kCommands[] = {
     {bus::kShowMelovaneKiv, kLibrary, u"Melovanekiv"},
     {u"BeatGauge.Menu.Click", kWrites, u"beatgauge"},
     {u"BeatGauge.Menu.Manuell.Click", kWrites, u"beatgauge"},
+    // The tree of lists; its buttons have the keys of other views' ones.
+    {u"lists.all.newdoc", kWrites},
+    {u"lists.all.newdir", kWrites},
+    {u"lists.all.activate", kWrites},
+    {u"lists.all.lock", kWrites},
+    {u"lists.all.book", kLibrary},
+    {u"lists.all.refresh", kLibrary},
+    {u"lists.all.delete", kWrites},
+    {u"lists.rename", kWrites},
+    {u"lists.sort", kWrites},
+    {u"lists.move", kWrites},
+    {u"lists.panel", kWrites},
+    {u"lists.showall", kLibrary},
+    {u"lists.save", kLibrary},
 };
 
 struct Key
@@ -160,6 +179,9 @@ QString CommandGate::whyNot(QStringView name, const CommandPlace& place) const
     }
     if (needs(kRow) && !place.hasRow) {
         return m_texts.text(u"command.norow"_s);
+    }
+    if (needs(kPlay) && !place.knowsPlay) {
+        return m_texts.text(u"command.noplay"_s);
     }
     if (needs(kPlayer) && !m_world.isPlayerThere()) {
         return m_texts.text(u"status.player.missing"_s);

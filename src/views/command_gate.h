@@ -18,6 +18,7 @@ struct CommandPlace
     bool isLocked = false; ///< and must not be changed
     bool canUndo = true;
     bool canRedo = true;
+    bool knowsPlay = true; ///< which entry plays, and which comes next
 };
 
 /// What commands find around the views; asked at each judgement, so that a program that is
@@ -34,7 +35,7 @@ struct CommandWorld
 /// The one judge of whether a command of the console can work now; menus, buttons and keys ask it.
 ///
 /// A command is known by the name of its menu entry, the tag of its row menu entry or the key of
-/// its button.
+/// its button; one of the tree of lists by "lists." in front of that.
 class CommandGate
 {
 public:

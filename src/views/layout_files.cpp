@@ -89,8 +89,8 @@ void LayoutFiles::repair()
     for (const QStringView view : {kLibraryLayout, kPlaylistLayout}) {
         const QString name = view.toString();
         const bool hasModel = name == kLibraryLayout;
-        const QString version = m_paths.GetUserRegistryValue(name, kVersion);
-        if (version == kVersion || (hasModel && !m_files.fileExists(fileOf(kModel)))) {
+        const bool isMarked = m_paths.GetUserRegistryValue(name, kVersion) == kRepair;
+        if (!isMarked || (hasModel && !m_files.fileExists(fileOf(kModel)))) {
             continue;
         }
         try {

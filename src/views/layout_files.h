@@ -40,10 +40,10 @@ public:
     /// Has all layouts put back at the next start.
     void markForRepair();
 
-    /// At the start: puts back each layout that is marked, or whose version is not that of this
-    /// release. The library gets the model "default.grx"; the playlist, whose columns the model
-    /// does not have, goes back to those it is made with. What stood there is kept with ".bak"
-    /// behind its name.
+    /// At the start: puts back each layout that is marked; one of another version stays the user's
+    /// own, see load(). The library gets the model "default.grx"; the playlist, whose columns the
+    /// model does not have, goes back to those it is made with. What stood there is kept with
+    /// ".bak" behind its name.
     void repair();
 
 private:

@@ -1,3 +1,4 @@
+#include "config/counted_text.h"
 #include "platform/system/ini_text.h"
 #include "platform/system/text_file.h"
 #include "support/text_catalogue.h"
@@ -138,6 +139,20 @@ TEST_F(English, PlaceholdersAndLineEndsAgree)
     forEachText([](const QString& name, const QString& one, const QString& other) {
         EXPECT_EQ(marksOf(one), marksOf(other)) << name.toStdString();
     });
+}
+
+TEST_F(English, WhatIsCountedHasAFormForOne)
+{
+    for (const QString& key :
+         {u"playlist.summary"_s, u"playlist.skipped"_s, u"store.written"_s, u"store.failed"_s,
+          u"store.more"_s, u"m3u.leftout"_s, u"m3u.inserted"_s, u"drop.beyond"_s}) {
+        for (const auto* catalogue : {german.get(), english.get()}) {
+            EXPECT_FALSE(countedText(catalogue->texts, key, 1).isEmpty()) << key.toStdString();
+        }
+        EXPECT_NE(countedText(english->texts, key, 2), countedText(english->texts, key, 1));
+    }
+    EXPECT_EQ(countedText(english->texts, u"playlist.summary"_s, 1), u"1 track"_s);
+    EXPECT_EQ(countedText(english->texts, u"playlist.summary"_s, 2), u"2 tracks"_s);
 }
 
 TEST_F(English, NoTextStaysGerman)

@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <limits>
+
 namespace {
 
 using namespace melovane;
@@ -68,6 +70,52 @@ TEST_F(DroppedTracksTest, FiveThousandFilesAreTakenAndNoMore)
     const DroppedTracks::Result result = drop({music.path()});
     EXPECT_EQ(result.skipped.refused.size(), size_t{5000});
     EXPECT_EQ(result.skipped.refused.back().path, music.file(u"04999.mp3"_s));
+    EXPECT_EQ(result.beyond, 1) << "what is left out is counted";
+}
+
+TEST_F(DroppedTracksTest, AQuestionStandsBeforeEachFileAndADropThatIsEndedLeavesNothing)
+{
+    for (int i = 0; i < 250; ++i) {
+        write(u"%1.mp3"_s.arg(i, 3, 10, QChar(u'0')));
+    }
+    QList<std::pair<qint64, qint64>> asked;
+    qsizetype last = std::numeric_limits<qsizetype>::max();
+    const auto goOn = [&](const QString&, qint64 done, qint64 size) {
+        asked.append({done, size});
+        return asked.size() < last;
+    };
+    DroppedTracks drops(*suite.engine, *m_settings, suite.files, reader, suite.clock);
+    const auto isEndedBy = [&](qsizetype question) {
+        asked.clear();
+        last = question;
+        const DroppedTracks::Result result = drops.take({music.path()}, goOn);
+        return result.isGivenUp && result.fids.isEmpty() && result.entered == 0 && rows() == 0;
+    };
+    EXPECT_TRUE(isEndedBy(1)) << "while folders are looked through";
+    EXPECT_EQ(asked.last(), std::pair(qint64{0}, qint64{0})) << "nobody knows how long";
+    EXPECT_TRUE(isEndedBy(10)) << "while files are read";
+    EXPECT_EQ(asked.last().second, 250);
+    last = std::numeric_limits<qsizetype>::max();
+    asked.clear();
+    suite.execute(u"delete from db_all"_s);
+    const DroppedTracks::Result whole = drops.take({music.path()}, goOn);
+    EXPECT_FALSE(whole.isGivenUp);
+    EXPECT_EQ(whole.entered, 250);
+    EXPECT_EQ(asked.last(), std::pair(qint64{200}, qint64{250})) << "while tracks are written";
+    const qsizetype questions = asked.size();
+    suite.execute(u"delete from db_all"_s);
+    EXPECT_TRUE(isEndedBy(questions)) << "in the midst of the writing";
+}
+
+TEST_F(DroppedTracksTest, ListsBesideFilesAreNamedByTheirKind)
+{
+    write(u"a.mp3"_s);
+    music.write(u"a.m3u"_s, "a.mp3");
+    music.write(u"b.M3U8"_s, "a.mp3");
+    const DroppedTracks::Result result =
+        drop({music.file(u"a.mp3"_s), music.file(u"a.m3u"_s), music.file(u"b.M3U8"_s)});
+    EXPECT_EQ(result.fids.size(), 1);
+    EXPECT_EQ(kindsText(result.skipped), u"2 M3U"_s);
 }
 
 TEST_F(DroppedTracksTest, WhatCannotBeReadIsTold)
@@ -81,7 +129,7 @@ TEST_F(DroppedTracksTest, WhatCannotBeReadIsTold)
     ASSERT_EQ(result.skipped.refused.size(), 1U);
     EXPECT_EQ(result.skipped.refused[0].path, music.file(u"bad.mp3"_s));
     EXPECT_EQ(skippedText(texts, result.skipped),
-              u"1 Dateien ohne lesbaren Ton ausgelassen, zuerst „bad.mp3“ "
+              u"1 Datei ohne lesbaren Ton ausgelassen: „bad.mp3“ "
               u"Nicht gelesen, weil keine MP3-Dateien: 1 FLAC."_s);
 }
 

@@ -123,7 +123,7 @@ TEST_F(M3uCommandsTest, OneListAndOneTrackAreToldInTheSingular)
 {
     hand.open = {writeList(entry(1), u"eins.m3u"_s)};
     commands.importLists();
-    EXPECT_EQ(sent.first(), u"show.statustext 1 Playlist mit 1 Titel importiert"_s);
+    EXPECT_EQ(sent.first(), u"show.statustext 1 Playliste mit 1 Titel importiert"_s);
 }
 
 TEST_F(M3uCommandsTest, TracksThatAListBringsAreToldToTheViewsOfTheLibrary)
@@ -203,7 +203,7 @@ TEST_F(M3uCommandsTest, ACancelledImportKeepsTheListsThatAreDoneAndChangesNothin
     commands.importLists({done, large, writeList(entry(2), u"never.m3u"_s)});
     EXPECT_EQ(listNames(), QStringList{u"done"_s});
     EXPECT_EQ(progress, QStringList{u"large.m3u"_s});
-    EXPECT_EQ(sent.first(), u"show.statustext Import abgebrochen, 1 Playlist ist da"_s);
+    EXPECT_EQ(sent.first(), u"show.statustext Import abgebrochen, 1 Playliste ist da"_s);
 }
 
 TEST_F(M3uCommandsTest, WhileAnImportRunsAnotherCommandDoesNothing)
@@ -230,7 +230,7 @@ TEST_F(M3uCommandsTest, DroppedListsStandInTheirOrderWhereverTheyFall)
     EXPECT_TRUE(commands.insertLists(files, list, Sid{0}, kAktionJinglePlay));
     EXPECT_EQ(lists.column(u"select fid from pl_all where aktion=3 order by sid"_s),
               (QStringList{Lists::fid(3), Lists::fid(1), Lists::fid(2)}));
-    EXPECT_TRUE(sent.last().endsWith(u"3 Titel aus Listen eingefügt"_s));
+    EXPECT_TRUE(sent.last().endsWith(u"3 Titel aus Playlisten eingefügt"_s));
 }
 
 TEST_F(M3uCommandsTest, ACancelledDropChangesNothing)
@@ -304,7 +304,7 @@ TEST_F(M3uCommandsTest, EntriesWhoseTrackIsGoneAreToldWithTheirPlaceWhenTheListI
     commands.saveList(list);
     ASSERT_EQ(answers.messages.size(), 1);
     EXPECT_TRUE(answers.messages.first().endsWith(
-        u"1 Einträge stehen nicht in der Datei, weil ihr Titel nicht mehr in der Bibliothek "
+        u"1 Eintrag steht nicht in der Datei, weil sein Titel nicht mehr in der Bibliothek "
         "ist:\n2: 800000000099"_s));
     EXPECT_EQ(music.read(u"list.m3u"_s).count("#MLV:FID="), 2);
     lists.execute(u"delete from pl_all where FID='800000000099'"_s);

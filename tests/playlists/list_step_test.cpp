@@ -29,7 +29,7 @@ TEST_F(ListStepText, TellsWhatWillBeUndoneAndRedone)
 TEST_F(ListStepText, OneEntryHasWordsOfItsOwn)
 {
     EXPECT_EQ(stepText(texts, {ListAction::DeleteList, Pnid{3}, u"A"_s, 1, {}}),
-              u"Playlist „A“ mit 1 Titel gelöscht"_s);
+              u"Playliste „A“ mit 1 Titel gelöscht"_s);
     EXPECT_EQ(stepText(texts, {ListAction::Aktion, Pnid{3}, u"A"_s, 1, {}}),
               u"Abspielaktion in „A“ geändert"_s);
 }

@@ -377,7 +377,7 @@ TEST_F(PlaylistHands, WhatIsDroppedOnAListElsewhereComesToItsEndInOneStepAndIsTo
     sent.clear();
     view.append(test::Lists::tracksText({2}), other);
     EXPECT_EQ(lists.entryCount(other), 1);
-    EXPECT_EQ(takeStatus(), QStringList{u"Die Liste ist schreibgeschützt."_s});
+    EXPECT_EQ(takeStatus(), QStringList{u"Die Playliste ist schreibgeschützt."_s});
 }
 
 TEST_F(PlaylistHands, TracksThatAreDroppedOnAJingleListAreJingles)
@@ -474,6 +474,19 @@ TEST_F(PlaylistHands, FilesAreTakenAsTheTracksTheyHold)
         << "who has looked into the files has told what was among them";
 }
 
+TEST_F(PlaylistHands, FilesThatWereReadWhileTheLibraryWasTakenStandInNoList)
+{
+    openList(2);
+    fileTracks = {lists.fid(4)};
+    whileFilesAreRead = [this] { others.SendMessage(u"db.disconnect"_s); };
+    view.drop({u""_s, {u"/m/a.mp3"_s}, false, DropOffer::Spot::BelowRows, -1});
+    ASSERT_EQ(sentOf(u"show.statustext"_s).size(), 1);
+    EXPECT_TRUE(sentOf(u"show.statustext"_s).last().contains(texts.text(u"library.lent.title"_s)));
+    whileFilesAreRead = {};
+    others.SendMessage(u"db.reconnect"_s);
+    EXPECT_EQ(rows(), u"1 2"_s);
+}
+
 TEST_F(PlaylistHands, DroppedListsAreReadWhereTheyFall)
 {
     openList(2);
@@ -492,7 +505,7 @@ TEST_F(PlaylistHands, DroppedListsAreReadWhereTheyFall)
     ASSERT_EQ(sentOf(u"show.statustext"_s).size(), 3);
     EXPECT_TRUE(sentOf(u"show.statustext"_s)
                     .last()
-                    .contains(u"Listen gelesen, die anderen Dateien daneben nicht: 1"_s));
+                    .contains(u"Playlisten gelesen, die anderen Dateien daneben nicht: 1"_s));
 }
 
 TEST_F(PlaylistHands, ADroppedListInAJingleListGivesJingles)
@@ -527,6 +540,15 @@ TEST_F(PlaylistHands, TheSelectionGoesToThePlayingList)
     others.SendMessage(u"ToAktivPlaylist"_s);
     EXPECT_EQ(lists.entryCount(playing), 3);
     EXPECT_EQ(rows(), u"1 2"_s);
+}
+
+TEST_F(PlaylistHands, WithoutAPlayingListTheSelectionGoesNowhereAndThatIsSaid)
+{
+    openList(2);
+    stand(0);
+    others.SendMessage(u"ToAktivPlaylist"_s);
+    EXPECT_EQ(rows(), u"1 2"_s);
+    EXPECT_EQ(takeStatus(), QStringList(u"Keine Playliste wird gespielt"_s));
 }
 
 TEST_F(PlaylistHands, KeysOfTheWindowActOnlyWithTheKeyboardOrWhenAsked)

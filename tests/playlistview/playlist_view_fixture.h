@@ -120,7 +120,8 @@ protected:
     QString undoTip;
     int monitorFrame = 0; ///< where the monitor player plays
     QStringList tempoSearches;
-    QStringList fileTracks;                 ///< what dropped files hold
+    QStringList fileTracks; ///< what dropped files hold
+    std::function<void()> whileFilesAreRead;
     QStringList folders;                    ///< places that are folders
     std::vector<MlvPlaylistDetail> sampled; ///< entries that the sample tool got
     QStringList insertedLists;
@@ -144,7 +145,12 @@ protected:
          },
          [this] { return monitorFrame; }, [](const QString& file) { return file; },
          [this](const QString& place) { return folders.contains(place); },
-         [this](const QStringList&) { return fileTracks; },
+         [this](const QStringList&) {
+             if (whileFilesAreRead) {
+                 whileFilesAreRead();
+             }
+             return fileTracks;
+         },
          [](const QString&, const GridControl&) {}, [](const QString&, GridControl&) {},
          [this](const QStringList& files, Pnid target, std::optional<Sid> place, int aktion) {
              insertedLists.append(

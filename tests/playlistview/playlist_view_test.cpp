@@ -23,7 +23,7 @@ TEST_F(PlaylistView, ShowsNothingBeforeAListIsOpened)
 {
     EXPECT_EQ(view.GetPNID(), Pnid{});
     EXPECT_EQ(view.Data1().rowCount(), 0);
-    EXPECT_EQ(grid.note.title, u"Keine Playlist geöffnet"_s);
+    EXPECT_EQ(grid.note.title, u"Keine Playliste geöffnet"_s);
     view.toolPressed(u"all.delete"_s);
     view.toolPressed(u"all.clip.append"_s);
     view.moveRow(1);
@@ -388,7 +388,7 @@ TEST_F(PlaylistView, AListDeletedElsewhereIsNoLongerOpen)
     others.SendMessage(u"refresh.playlist"_s, numberOf(list));
     EXPECT_EQ(view.GetPNID(), Pnid{});
     EXPECT_EQ(view.Data1().rowCount(), 0);
-    EXPECT_EQ(grid.note.title, u"Keine Playlist geöffnet"_s);
+    EXPECT_EQ(grid.note.title, u"Keine Playliste geöffnet"_s);
     others.SendMessage(u"playlist.append.data"_s, test::Lists::tracksText({1}));
     view.toolPressed(u"all.clip.append"_s);
     EXPECT_EQ(lists.entryCount(other), 0);
@@ -406,7 +406,7 @@ TEST_F(PlaylistView, TracksNeverEnterALockedListThatIsNotTheOneShown)
     stand(0);
     others.SendMessage(u"ToAktivPlaylist"_s);
     EXPECT_EQ(lists.entryCount(playing), 1);
-    EXPECT_EQ(takeStatus(), QStringList{u"Die Liste ist schreibgeschützt."_s});
+    EXPECT_EQ(takeStatus(), QStringList{u"Die Playliste ist schreibgeschützt."_s});
     lists.execute(u"update pl_name set lock=false where nid=%1"_s.arg(numberOf(playing)));
     others.SendMessage(u"ToAktivPlaylist"_s);
     EXPECT_EQ(lists.entryCount(playing), 2);
@@ -445,7 +445,7 @@ TEST_F(PlaylistView, ALockedListSaysSoWhenTheUserTriesToChangeIt)
         [this] { view.AutocueTitel(); }};
     for (const auto& attempt : attempts) {
         attempt();
-        EXPECT_EQ(takeStatus(), QStringList{u"Die Liste ist schreibgeschützt."_s});
+        EXPECT_EQ(takeStatus(), QStringList{u"Die Playliste ist schreibgeschützt."_s});
     }
 }
 
@@ -511,7 +511,9 @@ TEST_F(PlaylistView, MixStylesAreSpreadAndTakenAwayOverTheBus)
     lists.execute(u"update pl_all set mixout='1,1,1,1,1' where plid="_s +
                   cell(0, u"PLID").toText());
     lists.execute(u"update pl_all set mixin='2,2,2,2,2' where plid="_s + cell(1, u"PLID").toText());
+    EXPECT_EQ(view.whyNot(u"mixstyle.all.copy"), u"Der Player spielt keine Playliste"_s);
     others.SendMessage(u"refresh.playlist.plid"_s, cell(0, u"PLID"), cell(1, u"PLID"));
+    EXPECT_EQ(view.whyNot(u"mixstyle.all.copy"), QString());
     others.SendMessage(u"mixstyle.all.copy"_s);
     EXPECT_EQ(lists
                   .value(u"select count(*) from pl_all where mixout='1,1,1,1,1' and "

@@ -113,6 +113,30 @@ TEST_F(ApplicationCommands, TheMenuOfAnEntrySetsItsPlayActionAndCutsIt)
     });
 }
 
+TEST_F(ApplicationCommands, TheMenuOfAnEntryClearsAndResetsItsWholeListAndUndoBringsItBack)
+{
+    suite.execute(u"update pl_all set mixin='1,2,3,0,5', mixtime=4000, framestart=700, volume=3"_s);
+    const auto count = [this](const QString& condition) {
+        return suite.value(u"select count(*) from pl_all where "_s + condition).toLong();
+    };
+    inList([&] {
+        QTest::keyClick(list, Qt::Key_F10, Qt::ShiftModifier);
+        auto* menu = window->findChild<QMenu*>(u"popupDBGRID"_s);
+        ASSERT_TRUE(menu->isVisible());
+        EXPECT_FALSE(entry(u"mixstyle.all.copy"_s).isEnabled());
+        EXPECT_EQ(entry(u"mixstyle.all.copy"_s).toolTip(), u"Der Player spielt keine Playliste"_s);
+        entry(u"mixstyle.all.del"_s).trigger();
+        EXPECT_EQ(count(u"mixin is null and mixtime=0 and framestart=700"_s), 3);
+        entry(u"playlist.reset"_s).trigger();
+        EXPECT_EQ(count(u"framestart=0 and volume=0"_s), 3);
+        menu->close();
+        choose(u"mnuUndo"_s);
+        EXPECT_EQ(count(u"mixin is null and framestart=700 and volume=3"_s), 3);
+        choose(u"mnuUndo"_s);
+        EXPECT_EQ(count(u"mixin='1,2,3,0,5' and mixtime=4000"_s), 3);
+    });
+}
+
 TEST_F(ApplicationCommands, ThatHaveNoProgramAreGreyFromTheStart)
 {
     inList([this] {

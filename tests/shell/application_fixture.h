@@ -25,6 +25,9 @@ protected:
     {
         suite.engine->Release(suite.dbName());
         EnvironmentPlaces places = suite.folders.places();
+        if (!copyOfFolder.isEmpty()) {
+            places.programFolder = copyOfFolder;
+        }
         if (withoutRuntimeFolder) {
             places.runtimeBase = QLatin1String("");
             places.temporaryBase = QStringLiteral("/proc");
@@ -112,6 +115,7 @@ protected:
     }
 
     Application* running = nullptr;    ///< while the console runs
+    QString copyOfFolder;              ///< of the suite, which runs then in its place
     bool closesWindow = true;          ///< else the test ends the console
     bool withoutRuntimeFolder = false; ///< and with nothing in its place
     bool saysYes = false;              ///< to warnings that ask

@@ -7,6 +7,7 @@
 #include "support/open_files.h"
 #include "support/wait_for.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QToolButton>
@@ -136,6 +137,27 @@ TEST_F(ChangeOfLibraryTest, EveryViewFollowsTheSettingsToAnotherLibraryAndWorksT
     });
     EXPECT_EQ(entries(suite.dbName()), 3);
     EXPECT_EQ(entries(other), 1);
+}
+
+TEST_F(ChangeOfLibraryTest, ACopiedFolderNeverOpensAFileOfTheFolderThatItWasCopiedFrom)
+{
+    run([](QMainWindow& window) { deleteFirstEntry(window); });
+    const test::TempFolder copy;
+    for (const QString& name : QDir(suite.dataFolder()).entryList(QDir::Files)) {
+        ASSERT_TRUE(QFile::copy(suite.file(name), copy.file(name)));
+    }
+    ASSERT_TRUE(QFile::exists(copy.file(u"melovane.undo.mdb"_s)));
+    suite.engine->Release(suite.dbName());
+    suite.engine->Release(other);
+    copyOfFolder = copy.path();
+    test::OpenWatch watch(suite.dataFolder());
+    run([&](QMainWindow& window) {
+        EXPECT_EQ(test::openDatabasesIn(suite.dataFolder()), "");
+        undo(window);
+        EXPECT_EQ(list(window).model()->rowCount(), 3);
+        deleteFirstEntry(window);
+    });
+    EXPECT_EQ(watch.opened(), "");
 }
 
 TEST_F(ChangeOfLibraryTest, TheMediumOfTheFormerLibraryCanBeTakenOut)

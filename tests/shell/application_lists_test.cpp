@@ -1,5 +1,7 @@
 // The list tree and the playlist view beside each other in the running console.
+#include "platform/controls/status_line.h"
 #include "shell/application_fixture.h"
+#include "shell/ui/mlvdb_window.h"
 #include "support/mp3_maker.h"
 
 #include <QAction>
@@ -192,12 +194,35 @@ TEST_F(ListsOnTheScreen, TheEmptyViewOffersANewListAlsoWhereThereIsNone)
     run([&](QMainWindow& window) {
         for (QPushButton* button : entries(window).findChildren<QPushButton*>()) {
             if (button->isVisible()) {
-                EXPECT_EQ(button->text(), u"Neue Playlist"_s);
+                EXPECT_EQ(button->text(), u"Neue Playliste"_s);
                 button->click();
             }
         }
         EXPECT_EQ(suite.column(u"select name from pl_name where grid>0"_s).size(), 1);
         EXPECT_EQ(shown(window), suite.value(u"select name from pl_name"_s).toText());
+    });
+}
+
+TEST_F(ListsOnTheScreen, WithoutAnOpenListTheLibrarysInsertAndAppendSaySo)
+{
+    suite.execute(u"delete from pl_all"_s);
+    suite.execute(u"delete from pl_name"_s);
+    run([&](QMainWindow& window) {
+        QTest::keyClicks(window.findChild<QComboBox*>(u"Text1"_s)->lineEdit(), u"*"_s);
+        auto* library = window.findChild<QTableView*>(u"TDBGrid1"_s);
+        ASSERT_GT(library->model()->rowCount(), 0);
+        library->setFocus();
+        library->selectRow(0);
+        StatusLine& status = static_cast<MlvdbWindow&>(window).status();
+        for (const QString& key : {u"all.db.insert"_s, u"all.db.append"_s}) {
+            status.setPanel(StatusPanel::Message, {});
+            auto* button =
+                window.findChild<QWidget*>(u"ctl_MP3DB1"_s)->findChild<QToolButton*>(key);
+            ASSERT_TRUE(button->isEnabled());
+            button->click();
+            EXPECT_EQ(status.panel(StatusPanel::Message), u"Keine Playliste geöffnet"_s)
+                << key.toStdString();
+        }
     });
 }
 

@@ -140,7 +140,7 @@ public:
 
     [[nodiscard]] QRect screenArea() const override { return area; }
 
-    [[nodiscard]] QRect screenAreaOf(const QRect& place) const override
+    [[nodiscard]] QRect screenOf(const QRect& place) const override
     {
         return second.contains(place.topLeft()) ? second : area;
     }
@@ -153,7 +153,7 @@ public:
     QSize leastSize;
     QRect rect{10, 20, 1000, 700};
     QRect area{0, 0, 1600, 1000};
-    QRect second; ///< the work area of another screen, when there is one
+    QRect second; ///< another screen, when there is one
     bool maximised = false;
     int raised = 0;
     int closed = 0;

@@ -107,6 +107,24 @@ TEST_F(KeyCommandsTest, PressingTheSameCombinationTwiceWithin500MsFiresOnce)
     EXPECT_EQ(done.size(), 2);
 }
 
+TEST_F(KeyCommandsTest, LettingGoOfCtrlBetweenTwoPressesKeepsTheLock)
+{
+    EXPECT_TRUE(press({17, 'V'}));
+    EXPECT_FALSE(press({17})) << "Ctrl comes down first";
+    EXPECT_TRUE(press({17, 'V'}));
+    EXPECT_EQ(done.size(), 1);
+    press({17});
+    EXPECT_TRUE(press({17, 'C'}));
+    EXPECT_EQ(done, (QStringList{u"insert"_s, u"copy"_s}));
+    bind(u"PLPLMonitorStop"_s, u"STRG-TASTE"_s);
+    EXPECT_TRUE(press({17})) << "bound by itself";
+    EXPECT_EQ(done.last(), u"stop"_s);
+    EXPECT_TRUE(press({17, 'C'}));
+    ASSERT_TRUE(loop.fire(kLockMs));
+    EXPECT_TRUE(press({17, 'C'}));
+    EXPECT_EQ(done.count(u"copy"_s), 3);
+}
+
 TEST_F(KeyCommandsTest, TheLockEndsOnceAndStopsItself)
 {
     press({17, 'C'});

@@ -132,9 +132,9 @@ TEST_F(SiblingControlTest, APlidOf0OrNoneAddsNoArgument)
 
 TEST_F(SiblingControlTest, TheHelpIsOpenedWhereItIsInstalled)
 {
-    EXPECT_FALSE(siblings.openHelp());
+    EXPECT_FALSE(siblings.openPage(kHelpPage));
     const QString file = folders.install(u"Melovane.html"_s, "x");
-    EXPECT_TRUE(siblings.openHelp());
+    EXPECT_TRUE(siblings.openPage(kHelpPage));
     EXPECT_EQ(processes.commands, QStringList{u"explorer.exe "_s + file});
 }
 

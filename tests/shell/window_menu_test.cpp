@@ -215,6 +215,32 @@ TEST_F(WindowMenuTest, WithoutAnOpenerTheHelpSaysWhereItsPageLies)
     EXPECT_TRUE(shown().contains(page)) << shown().toStdString();
 }
 
+TEST_F(WindowMenuTest, TheMakersPagesAreOpenedAndToldWhereTheyAreMissing)
+{
+    click(u"mnuInternet_3"_s);
+    EXPECT_TRUE(shown().contains(u"Versionen.html"_s)) << shown().toStdString();
+    const QString maker = folders.install(u"Melovane.html"_s, "x");
+    const QString versions = folders.install(u"Versionen.html"_s, "x");
+    click(u"mnuInternet_1"_s);
+    click(u"mnuInternet_3"_s);
+    EXPECT_EQ(processes.commands,
+              (QStringList{u"explorer.exe "_s + maker, u"explorer.exe "_s + versions}));
+    processes.succeeds = false;
+    click(u"mnuInternet_3"_s);
+    EXPECT_TRUE(shown().contains(versions)) << shown().toStdString();
+}
+
+TEST_F(WindowMenuTest, OnlyTheCareOfTheLibraryIsLeftToALaterVersion)
+{
+    QStringList later;
+    for (const MenuRow& row : MenuCommands::rows()) {
+        if (row.isLater()) {
+            later.append(row.name.toString());
+        }
+    }
+    EXPECT_EQ(later, (QStringList{u"mnuDatenbereinigung"_s, u"mnuNoExistSuchen"_s}));
+}
+
 struct PlugInTest : public test::WindowFixture
 {
     PlugInTest()
@@ -347,6 +373,28 @@ TEST_F(ContextMenuTest, TheViewThatItCameFromIsAskedForTheRest)
               QStringList{u"bus playlist.BeatGauge.Menu.Manuell.Click"_s});
     EXPECT_EQ(after(u"show.melovane.kiv"_s), QStringList{u"bus show.melovane.kiv 1"_s});
     EXPECT_EQ(after(u"no such tag"_s), QStringList());
+}
+
+TEST_F(ContextMenuTest, TheMenuOfAnEntryOffersWhatIsDoneToItsWholeList)
+{
+    EXPECT_FALSE(menus.visible.value(u"mnuRow_List"_s)) << "not in the library";
+    others.SendMessage(u"show.context.menu.playlist"_s, kFid);
+    taken();
+    EXPECT_TRUE(menus.visible.value(u"mnuRow_List"_s));
+    EXPECT_EQ(menus.captions.value(u"mnuRow_List"_s), u"Ganze Playliste"_s);
+    QStringList offered;
+    for (const MenuChoice& choice : menus.choices.value(u"mnuRow_List"_s)) {
+        offered.append(choice.caption);
+        EXPECT_EQ(choice.whyNot, QString());
+    }
+    EXPECT_EQ(offered, (QStringList{u"An die aktive Playliste anhängen"_s,
+                                    u"Mixstil für alle Titel übernehmen"_s,
+                                    u"Mixstile aller Titel entfernen"_s,
+                                    u"Einstellungen aller Titel zurücksetzen"_s}));
+    EXPECT_EQ(after(u"playlist.reset"_s), QStringList{u"bus playlist.reset 12"_s});
+    EXPECT_EQ(after(u"mixstyle.all.del"_s), QStringList{u"bus mixstyle.all.del"_s});
+    EXPECT_EQ(after(u"mixstyle.all.copy"_s), QStringList{u"bus mixstyle.all.copy"_s});
+    EXPECT_EQ(after(u"ToAktivPlaylist"_s), QStringList{u"bus ToAktivPlaylist"_s});
 }
 
 TEST_F(ContextMenuTest, MoreOfTheSameSearchesTheWholeLibrary)

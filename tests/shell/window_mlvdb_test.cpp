@@ -196,14 +196,24 @@ TEST_F(MlvdbTest, AStoredPlaceOutsideTheScreenIsIgnored)
 {
     const QRect designed = window.rect;
     for (const QRect& place : {QRect(800, 0, 900, 600), QRect(0, 500, 900, 600),
-                               QRect(-200, 0, 900, 600), QRect(0, -50, 900, 600)}) {
-        store(place.left(), place.top(), place.width(), place.height(), 0);
-        activate(1);
-        EXPECT_EQ(window.rect, designed);
+                               QRect(-850, 0, 900, 600), QRect(0, -50, 900, 600)}) {
+        for (const int state : {0, 2}) {
+            store(place.left(), place.top(), place.width(), place.height(), state);
+            activate(1);
+            EXPECT_EQ(window.rect, designed);
+            EXPECT_FALSE(window.maximised);
+        }
     }
     store(std::numeric_limits<int>::max(), 0, std::numeric_limits<int>::max(), 10, 0);
     activate(1);
     EXPECT_EQ(window.rect, designed);
+}
+
+TEST_F(MlvdbTest, AWindowThatWasClosedOverTheLeftEdgeComesBackThere)
+{
+    store(-200, 0, 900, 600, 0);
+    activate(1);
+    EXPECT_EQ(window.rect, QRect(-200, 0, 900, 600));
 }
 
 TEST_F(MlvdbTest, APlaceOnASecondScreenIsTakenAsLongAsThatScreenIsThere)

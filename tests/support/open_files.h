@@ -4,9 +4,12 @@
 #include <QFile>
 #include <QStringList>
 
+#include <sys/inotify.h>
 #include <unistd.h>
 
+#include <array>
 #include <climits>
+#include <cstring>
 #include <string>
 
 namespace melovane::test {
@@ -30,5 +33,45 @@ inline std::string openDatabasesIn(const QString& folder)
     result.sort();
     return result.join(QLatin1Char(' ')).toStdString();
 }
+
+/// Watches who opens or makes a database file of a folder, whichever process it is.
+class OpenWatch
+{
+public:
+    explicit OpenWatch(const QString& folder)
+        : m_queue(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
+    {
+        ::inotify_add_watch(m_queue, QFile::encodeName(folder).constData(), IN_OPEN | IN_CREATE);
+    }
+
+    ~OpenWatch() { ::close(m_queue); }
+
+    OpenWatch(const OpenWatch&) = delete;
+    OpenWatch& operator=(const OpenWatch&) = delete;
+
+    /// Names of the files that were opened since the last call, each once, sorted.
+    std::string opened()
+    {
+        QStringList names;
+        alignas(inotify_event) std::array<char, 65536> bytes = {};
+        for (ssize_t size = 0; (size = ::read(m_queue, bytes.data(), bytes.size())) > 0;) {
+            for (ssize_t at = 0; at < size;) {
+                inotify_event event = {};
+                std::memcpy(&event, bytes.data() + at, sizeof event);
+                const QString name = QFile::decodeName(bytes.data() + at + sizeof event);
+                if (event.len > 0 && name.contains(QLatin1String(".mdb"))) {
+                    names.append(name);
+                }
+                at += ssize_t(sizeof event + event.len);
+            }
+        }
+        names.removeDuplicates();
+        names.sort();
+        return names.join(QLatin1Char(' ')).toStdString();
+    }
+
+private:
+    int m_queue;
+};
 
 } // namespace melovane::test

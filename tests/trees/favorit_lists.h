@@ -142,13 +142,13 @@ public:
                     log.append(where + QStringLiteral(": ") + what);
                 },
                 [this] { return open; },
-                [this] { return mayWrite; },
                 [this](const QString& dragText, Pnid list) {
                     appended.append(dragText + QStringLiteral(" to ") +
                                     QString::number(numberOf(list)));
                 },
                 [this](Pnid list) { details.append(int(numberOf(list))); },
-                [this](Pnid list) { saved.append(int(numberOf(list))); }};
+                [this](Pnid list) { saved.append(int(numberOf(list))); },
+                {.isReadOnly = [this] { return !mayWrite; }}};
     }
 
     std::unique_ptr<GlobalSettings> settings = makeSettings();

@@ -320,6 +320,52 @@ TEST_F(PlaylistFavoritEdit, TheMenuHoldsItsEntriesWithLinesUnderTheirNumbers)
     EXPECT_FALSE(lists.answers.lastPopup[1].enabled);
 }
 
+TEST_F(PlaylistFavoritEdit, WhatTheMenuCannotDoIsGreyAndSaysWhy)
+{
+    const auto reason = [this](int entry) {
+        const auto& shown = lists.answers.lastPopup;
+        const auto found = std::find_if(shown.begin(), shown.end(),
+                                        [entry](const PopupEntry& e) { return e.id == entry; });
+        return found == shown.end() || found->enabled != found->tip.isEmpty() ? u"?"_s : found->tip;
+    };
+    lists.mayWrite = false;
+    choose(0, rowOf(lists.dance));
+    for (const int writes : {1001, 1002, 1004, 1005, 1009}) {
+        EXPECT_EQ(reason(writes), lists.texts.text(u"library.readonly"_s)) << writes;
+    }
+    for (const int reads : {1007, 1010, 1011}) {
+        EXPECT_EQ(reason(reads), QString()) << reads;
+    }
+    lists.mayWrite = true;
+    choose(0, groupRow(lists.friday));
+    EXPECT_EQ(reason(1001), u"Erst eine Playliste auswählen"_s);
+    EXPECT_EQ(reason(1002), QString());
+    EXPECT_EQ(reason(1011), u"Erst eine Playliste auswählen"_s);
+    choose(0, -1);
+    EXPECT_EQ(reason(1002), u"Erst eine Gruppe oder Playliste auswählen"_s);
+}
+
+TEST_F(PlaylistFavoritEdit, KeysAndDragsChangeNothingInALibraryThatCanOnlyBeReadAndSaySo)
+{
+    lists.mayWrite = false;
+    const QStringList before = tree.texts();
+    const QString told = u"show.statustext|"_s + lists.texts.text(u"library.readonly"_s);
+    const int row = rowOf(lists.dance);
+    for (const std::function<void()>& hand : std::initializer_list<std::function<void()>>{
+             [&] { panel.rename(row); }, [&] { panel.deleteRow(row); },
+             [&] { panel.rowDropped(row, groupRow(lists.friday), DropPlace::Into); },
+             [&] { panel.newPlaylist(); }, [&] { press(u"all.newdir"_s, row); },
+             [&] { panel.rowEdited(row, u"Anders"_s); }, [&] { panel.rowActivated(row); }}) {
+        lists.messages.clear();
+        hand();
+        EXPECT_EQ(lists.messages.filter(u"show.statustext"_s), QStringList(told));
+    }
+    EXPECT_EQ(lists.open, Pnid(lists.dance)) << "it can still be looked at";
+    EXPECT_EQ(tree.texts(), before);
+    EXPECT_EQ(lists.playing(), u"%1,%2"_s.arg(lists.main).arg(lists.station));
+    EXPECT_EQ(lists.of(lists.dance, u"name"_s), u"Tanz"_s);
+}
+
 TEST_F(PlaylistFavoritEdit, AListCanBeSavedToAFileFromTheMenu)
 {
     choose(1011, rowOf(lists.dance));

@@ -265,6 +265,32 @@ TEST_F(PlaylistFavoritWindow, EveryToolHasATipAndAnAccessibleNameAndCanBeTakenAw
     EXPECT_EQ(lists.of(lists.main, u"lock"_s), u"-1"_s);
 }
 
+TEST_F(PlaylistFavoritWindow, ToolsThatCannotWorkAreGreyAndSayWhy)
+{
+    const auto tool = [this](const QString& key) { return form.findChild<QToolButton*>(key); };
+    const QStringList writing{u"all.newdoc"_s, u"all.newdir"_s, u"all.activate"_s, u"all.lock"_s,
+                              u"all.delete"_s};
+    lists.mayWrite = false;
+    panel.judgeCommands();
+    for (const QString& key : writing) {
+        EXPECT_FALSE(tool(key)->isEnabled()) << key.toStdString();
+        EXPECT_TRUE(tool(key)->toolTip().endsWith(lists.texts.text(u"library.readonly"_s)));
+    }
+    EXPECT_TRUE(tool(u"all.book"_s)->isEnabled());
+    EXPECT_TRUE(tool(u"all.refresh"_s)->isEnabled());
+    lists.mayWrite = true;
+    send(u"db.disconnect"_s);
+    for (const QString& key : writing + QStringList{u"all.book"_s, u"all.refresh"_s}) {
+        EXPECT_FALSE(tool(key)->isEnabled()) << key.toStdString();
+        EXPECT_TRUE(tool(key)->toolTip().endsWith(lists.texts.text(u"library.lent.title"_s)));
+    }
+    send(u"db.reconnect"_s);
+    for (const QString& key : writing + QStringList{u"all.book"_s, u"all.refresh"_s}) {
+        EXPECT_TRUE(tool(key)->isEnabled()) << key.toStdString();
+        EXPECT_FALSE(tool(key)->toolTip().contains(u'\n'));
+    }
+}
+
 TEST_F(PlaylistFavoritWindow, ManyListsKeepTheirPlaceOnTheScreenOverARefill)
 {
     for (int list = 0; list < 60; ++list) {

@@ -163,6 +163,18 @@ TEST_F(LayoutFilesTest, ALayoutOfThisReleaseOrWithoutAVersionIsNotRepaired)
     EXPECT_EQ(read(name), twoColumns);
 }
 
+TEST_F(LayoutFilesTest, AtTheStartALayoutOfAnotherVersionStaysTheUsersOwn)
+{
+    write(u"default.grx"_s, layoutText(libraryColumns()));
+    write(name, twoColumns);
+    suite.paths().SetUserRegistryValue(name, u"3.3"_s);
+    layouts.repair();
+    EXPECT_EQ(read(name), twoColumns);
+    layouts.load(name, grid);
+    EXPECT_EQ(grid.layout.size(), 2U);
+    EXPECT_EQ(version(name), u"3.4"_s);
+}
+
 TEST_F(LayoutFilesTest, WithoutTheModelARepairLeavesTheLayout)
 {
     write(name, twoColumns);

@@ -14,6 +14,7 @@ struct PopupEntry
     bool enabled = true;
     bool checked = false; ///< has a tick
     QString icon = {};    ///< name of a picture; empty for none
+    QString tip = {};     ///< why it is grey
 };
 
 /// A pop-up menu of free entries, `myPopup`, which its user makes anew each time.

@@ -29,8 +29,8 @@ public:
 
     /// The part of the screen that windows may cover.
     [[nodiscard]] virtual QRect screenArea() const = 0;
-    /// The same of the screen that has most of a place.
-    [[nodiscard]] virtual QRect screenAreaOf(const QRect& place) const = 0;
+    /// The whole screen that has most of a place.
+    [[nodiscard]] virtual QRect screenOf(const QRect& place) const = 0;
 
     /// Puts the window in front of all others and gives it the keyboard, also out of the task bar;
     /// it keeps its place and stays maximised.

@@ -25,6 +25,14 @@ public:
 
     [[nodiscard]] virtual bool Contains(const QString& name) const = 0;
 
+    /// Names of the tables that are no links, in catalogue order. Opens no side file.
+    [[nodiscard]] virtual QStringList ownNames() const = 0;
+
+    /// What TableDef::Connect says, without a look at the side file that All() and Item() open for
+    /// its columns: nobody's file is touched that the link may lead to by mistake. Empty for a
+    /// table that is no link. \throws DbError kItemNotFound when there is none of that name
+    [[nodiscard]] virtual QString connectOf(const QString& name) const = 0;
+
     /// Makes the table, or the link when Connect is not empty. A link needs no existing file.
     /// \throws DbError kObjectExists when the name is taken by a table or a query
     virtual void Append(const TableDef& table) = 0;

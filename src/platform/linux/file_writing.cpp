@@ -3,11 +3,17 @@
 #include "platform/linux/system_names.h"
 #include "platform/system/io_error.h"
 
+#include <QList>
+#include <QMutex>
 #include <QRandomGenerator>
+#include <QSet>
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstring>
@@ -42,9 +48,75 @@ bool cannotHoldIt()
     return errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS;
 }
 
+/// Begins the name of a file that is being written: keep, leftovers are known by it.
+constexpr char kUnfinished[] = ".mlv-";
+
 QByteArray randomName(const QByteArray& folder)
 {
-    return folder + "/.mlv-" + QByteArray::number(QRandomGenerator::system()->generate64(), 36);
+    return folder + '/' + kUnfinished +
+           QByteArray::number(QRandomGenerator::system()->generate64(), 36);
+}
+
+bool isUnfinishedName(const QByteArray& name)
+{
+    const auto isDigit = [](char sign) {
+        return (sign >= '0' && sign <= '9') || (sign >= 'a' && sign <= 'z');
+    };
+    const qsizetype head = qsizetype(sizeof kUnfinished) - 1;
+    return name.startsWith(kUnfinished) && name.size() > head &&
+           std::all_of(name.begin() + head, name.end(), isDigit);
+}
+
+/// Says that the file has a living writer, to whoever would sweep it away. False when somebody has
+/// done that in the moment between its making and this.
+bool takeAsWriter(int file)
+{
+    int result = -1;
+    do {
+        result = ::flock(file, LOCK_EX);
+    } while (result != 0 && errno == EINTR);
+    struct stat facts = {};
+    return ::fstat(file, &facts) != 0 || facts.st_nlink > 0;
+}
+
+/// Removes a file that was being written when its program was killed; one that has a writer, in
+/// whatever process, is locked by it, and one of another user is his business.
+void removeLeftover(const QByteArray& path)
+{
+    const Descriptor file(
+        ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY));
+    struct stat facts = {};
+    if (file.isValid() && ::fstat(file.number(), &facts) == 0 && S_ISREG(facts.st_mode) &&
+        facts.st_uid == ::geteuid() && ::flock(file.number(), LOCK_EX | LOCK_NB) == 0) {
+        ::unlink(path.constData());
+    }
+}
+
+/// Once per folder and run: what is left behind there later has its writer in this run.
+bool isFirstWriteInto(const QByteArray& folder)
+{
+    static QMutex guard;
+    static QSet<QByteArray> known;
+    const QMutexLocker locker(&guard);
+    const qsizetype before = known.size();
+    known.insert(folder);
+    return known.size() > before;
+}
+
+void sweepLeftovers(const QByteArray& folder)
+{
+    DIR* const stream = ::opendir(folder.constData());
+    if (stream == nullptr) {
+        return;
+    }
+    QList<QByteArray> leftovers;
+    while (const dirent* entry = ::readdir(stream)) {
+        if (isUnfinishedName(entry->d_name)) {
+            leftovers.append(folder + '/' + entry->d_name);
+        }
+    }
+    ::closedir(stream);
+    std::for_each(leftovers.cbegin(), leftovers.cend(), removeLeftover);
 }
 
 } // namespace
@@ -111,6 +183,9 @@ Replacement::Replacement(const QByteArray& target, TargetLink link)
     } else {
         m_replaced = {};
     }
+    if (isFirstWriteInto(m_folder)) {
+        sweepLeftovers(m_folder);
+    }
     open();
 }
 
@@ -155,11 +230,11 @@ void Replacement::openNamed()
     for (int attempt = 0; attempt < kMaxNames; ++attempt) {
         const QByteArray name = randomName(m_folder);
         m_file.reset(::open(name.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kOwnMode));
-        if (m_file.isValid()) {
+        if (m_file.isValid() && takeAsWriter(m_file.number())) {
             m_name = name;
             return;
         }
-        if (errno != EEXIST) {
+        if (!m_file.isValid() && errno != EEXIST) {
             return;
         }
     }
@@ -168,6 +243,10 @@ void Replacement::openNamed()
 void Replacement::giveName()
 {
     const QByteArray open = "/proc/self/fd/" + QByteArray::number(m_file.number());
+    if (m_name.isEmpty()) {
+        // It has a name for a moment.
+        (void)::flock(m_file.number(), LOCK_EX);
+    }
     for (int attempt = 0; m_name.isEmpty(); ++attempt) {
         const QByteArray name = randomName(m_folder);
         if (::linkat(AT_FDCWD, open.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) ==

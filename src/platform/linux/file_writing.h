@@ -71,7 +71,9 @@ enum class TargetLink
 /// A file that takes the place of another one as a whole.
 ///
 /// Written in the target's folder, without a name where the file system knows that, so that even a
-/// killed program leaves nothing behind. Before commit() the target is untouched; a replacement
+/// killed program leaves nothing behind. Elsewhere (a FAT stick) it is called ".mlv-" and letters,
+/// and locked as long as its writer lives: the first write of a run into a folder removes what has
+/// such a name there and no writer. Before commit() the target is untouched; a replacement
 /// that is not committed vanishes.
 class Replacement
 {

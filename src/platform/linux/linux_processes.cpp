@@ -4,6 +4,7 @@
 #include "platform/linux/system_names.h"
 #include "platform/system/path_text.h"
 #include "platform/system/trim_blanks.h"
+#include "platform/system/window_start.h"
 
 #include <QStandardPaths>
 
@@ -24,6 +25,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 using linuxfiles::Descriptor;
+using WindowStyle = Processes::WindowStyle;
 
 /// Beyond the usual limit of open files.
 constexpr int kMaxDescriptors = 65536;
@@ -85,7 +87,8 @@ void closeAllAtExec()
 }
 
 /// In the child, between fork and exec: only calls that are safe there.
-[[noreturn]] void becomeProgram(const char* path, char* const* arguments, int report)
+[[noreturn]] void
+becomeProgram(const char* path, char* const* arguments, char* const* environment, int report)
 {
     ::setsid();
     sigset_t none;
@@ -102,7 +105,7 @@ void closeAllAtExec()
     // The grandchild belongs to nobody, so no sibling is ever left behind as a zombie.
     const pid_t child = ::fork();
     if (child == 0) {
-        ::execv(path, arguments);
+        ::execve(path, arguments, environment);
     }
     if (child <= 0) {
         const int reason = errno;
@@ -111,17 +114,43 @@ void closeAllAtExec()
     ::_exit(0);
 }
 
-bool run(const QByteArray& path, const QStringList& arguments)
+/// What exec takes: pointers to the texts, which outlive them, and a null behind.
+std::vector<char*> pointersTo(QList<QByteArray>& texts)
 {
-    QList<QByteArray> texts = {path};
-    for (const QString& argument : arguments) {
-        texts.append(linuxnames::encode(argument));
-    }
     std::vector<char*> pointers;
     for (QByteArray& text : texts) {
         pointers.push_back(text.data());
     }
     pointers.push_back(nullptr);
+    return pointers;
+}
+
+/// The environment of this program, with the style of the window in place of the own one.
+QList<QByteArray> environmentFor(WindowStyle style)
+{
+    const QByteArray head = QByteArray(windowstart::kVariable) + '=';
+    QList<QByteArray> result;
+    for (char** entry = ::environ; *entry != nullptr; ++entry) {
+        if (!QByteArrayView(*entry).startsWith(head)) {
+            result.append(*entry);
+        }
+    }
+    if (style != WindowStyle::Normal) {
+        result.append(
+            head + (style == WindowStyle::Hidden ? windowstart::kHidden : windowstart::kMinimised));
+    }
+    return result;
+}
+
+bool run(const QByteArray& path, const QStringList& arguments, WindowStyle style)
+{
+    QList<QByteArray> texts = {path};
+    for (const QString& argument : arguments) {
+        texts.append(linuxnames::encode(argument));
+    }
+    QList<QByteArray> surroundings = environmentFor(style);
+    const std::vector<char*> pointers = pointersTo(texts);
+    const std::vector<char*> environment = pointersTo(surroundings);
 
     int ends[2] = {-1, -1};
     if (::pipe2(ends, O_CLOEXEC) != 0) {
@@ -131,7 +160,7 @@ bool run(const QByteArray& path, const QStringList& arguments)
     Descriptor writer(ends[1]);
     const pid_t child = ::fork();
     if (child == 0) {
-        becomeProgram(path.constData(), pointers.data(), writer.number());
+        becomeProgram(path.constData(), pointers.data(), environment.data(), writer.number());
     }
     writer.reset();
     if (child < 0) {
@@ -149,11 +178,11 @@ bool run(const QByteArray& path, const QStringList& arguments)
 }
 
 /// Starts the first spelling of a program that may be run.
-bool runAnySpelling(const CommandLine& wanted)
+bool runAnySpelling(const CommandLine& wanted, WindowStyle style)
 {
     for (const QString& program : spellingsOf(wanted.program)) {
         const QByteArray path = linuxnames::systemPath(program);
-        if (isRunnable(path) && run(path, wanted.arguments)) {
+        if (isRunnable(path) && run(path, wanted.arguments, style)) {
             return true;
         }
     }
@@ -201,24 +230,28 @@ LinuxProcesses::LinuxProcesses(QString opener)
     : m_opener(std::move(opener))
 {}
 
-bool LinuxProcesses::start(const QString& commandLine, WindowStyle)
+bool LinuxProcesses::start(const QString& commandLine, WindowStyle style)
 {
     if (const auto path = pathToOpen(commandLine)) {
         const QString opener =
             m_opener.contains(u'/') ? m_opener : QStandardPaths::findExecutable(m_opener);
         const QByteArray target = linuxnames::systemPath(*path);
         return !target.isEmpty() && isRunnable(linuxnames::encode(opener)) &&
-               run(linuxnames::encode(opener), {linuxnames::decode(target)});
+               run(linuxnames::encode(opener), {linuxnames::decode(target)}, WindowStyle::Normal);
     }
     const auto readings = readingsOf(commandLine);
-    return std::any_of(readings.begin(), readings.end(), runAnySpelling);
+    return std::any_of(readings.begin(), readings.end(), [style](const CommandLine& reading) {
+        return runAnySpelling(reading, style);
+    });
 }
 
-bool LinuxProcesses::startProgram(const QString& program, const QString& arguments, WindowStyle)
+bool LinuxProcesses::startProgram(const QString& program,
+                                  const QString& arguments,
+                                  WindowStyle style)
 {
     const QChar end(u'\0');
     return !program.contains(end) && !arguments.contains(end) &&
-           runAnySpelling({program, readArguments(arguments)});
+           runAnySpelling({program, readArguments(arguments)}, style);
 }
 
 } // namespace melovane

@@ -29,7 +29,8 @@ struct CommandLine
 /// The first reading of the command line whose program exists and may be run is started, "X.exe"
 /// as it stands and then without ".exe" (also when the first turns out not to be a program of this
 /// system). The new process leads a session of its own, inherits no file, socket or lock, and its
-/// input and output lead nowhere. Window styles have no counterpart and are accepted.
+/// input and output lead nowhere. The style of its window is an environment variable, see
+/// platform/system/window_start.h, which programs of the suite follow.
 ///
 /// "notepad.exe" and "explorer.exe" without a folder stand for the desktop's opener; all that
 /// follows, quotes left out, is one path.

@@ -319,7 +319,7 @@ QString OutlineModel::description(int row) const
     const TreeRow& shown = m_rows.row(row);
     QStringList parts;
     if (!m_words.level.isEmpty()) {
-        parts.append(m_words.level.arg(shown.level + 1));
+        parts.append(m_words.level + u' ' + QString::number(shown.level + 1));
     }
     if (m_rows.isParent(row) || shown.fillable) {
         parts.append(m_rows.isOpen(row) ? m_words.open : m_words.folded);

@@ -3,6 +3,7 @@
 #include "platform/qt/outline_keys.h"
 #include "platform/qt/outline_rows.h"
 #include "platform/qt/outline_texts.h"
+#include "platform/qt/outline_words.h"
 
 #include <QAbstractTableModel>
 
@@ -11,16 +12,6 @@
 #include <vector>
 
 namespace melovane {
-
-/// What a reader of the screen is told of a row beside its text.
-struct OutlineWords
-{
-    QString level; ///< "%1" is the level, from 1
-    QString open;
-    QString folded;
-    QString ticked;
-    QString unticked;
-};
 
 /// The lines of an outline: what is neither folded away nor left out by the filter.
 ///

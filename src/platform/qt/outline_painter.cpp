@@ -6,6 +6,7 @@
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
+#include <QItemSelectionModel>
 #include <QPainter>
 #include <QPainterPath>
 #include <QScrollBar>
@@ -210,6 +211,14 @@ void OutlinePainter::paintTick(QPainter& painter,
     painter.restore();
 }
 
+/// Whether the ground alone does not say that it is the current row.
+bool OutlinePainter::isOneOfSeveral(const QModelIndex& index) const
+{
+    const QItemSelection selection = m_view.selectionModel()->selection();
+    return selection.size() > 1 || (selection.size() == 1 && selection.first().height() > 1) ||
+           !m_view.selectionModel()->isSelected(index);
+}
+
 void OutlinePainter::paint(QPainter* painter,
                            const QStyleOptionViewItem& option,
                            const QModelIndex& index) const
@@ -220,6 +229,10 @@ void OutlinePainter::paint(QPainter* painter,
     const bool selected = option.state.testFlag(QStyle::State_Selected);
     painter->save();
     painter->fillRect(option.rect, toQColor(colour));
+    if (option.state.testFlag(QStyle::State_HasFocus) && isOneOfSeveral(index)) {
+        painter->setPen(m_skin.theme().qcolor(ThemeRole::Accent));
+        painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+    }
     const QPixmap image = shown.image.isEmpty() ? QPixmap() : imageOf(shown);
     if (!image.isNull()) {
         QRectF place(QPointF(), image.deviceIndependentSize());

@@ -70,6 +70,7 @@ public:
 private:
     [[nodiscard]] QString tipAt(const QPoint& place, const QRect& line, int row) const;
     [[nodiscard]] QPixmap imageOf(const TreeRow& row) const;
+    [[nodiscard]] bool isOneOfSeveral(const QModelIndex& index) const;
     [[nodiscard]] Colour ground(const QStyleOptionViewItem& option) const;
     void
     paintIcon(QPainter& painter, const QRect& place, const QString& name, ThemeRole role) const;

@@ -30,6 +30,7 @@ int QtPopup::Show()
 {
     QMenu menu(QApplication::activeWindow());
     menu.setObjectName(u"myPopup"_s);
+    menu.setToolTipsVisible(true);
     for (const PopupEntry& entry : std::exchange(m_entries, {})) {
         if (entry.caption.isEmpty()) {
             menu.addSeparator();
@@ -40,6 +41,7 @@ int QtPopup::Show()
             menu.addAction(m_icons.icon(entry.icon), QString(entry.caption).replace(u'&', u"&&"_s));
         action->setData(entry.id);
         action->setEnabled(entry.enabled);
+        action->setToolTip(entry.tip);
         action->setCheckable(entry.checked);
         action->setChecked(entry.checked);
     }

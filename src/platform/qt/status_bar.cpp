@@ -86,6 +86,11 @@ void StatusBar::setPanel(StatusPanel panel, const QString& text)
     m_labels.value(key)->setText(text);
     if (panel != StatusPanel::Message) {
         m_labels.value(key)->setVisible(!text.isEmpty());
+    } else if (text.isEmpty() || !m_message.endsWith(text)) {
+        // Else it is the message that runs off letter by letter.
+        m_message = text;
+        const QString tip = u"<qt>%1</qt>"_s.arg(text.toHtmlEscaped());
+        m_labels.value(key)->setToolTip(text.isEmpty() ? QString() : tip);
     }
     if (QWidget* divider = m_dividers.value(key)) {
         divider->setVisible(!text.isEmpty());

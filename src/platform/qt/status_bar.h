@@ -32,6 +32,7 @@ private:
 
     QHBoxLayout* m_row;
     QHash<int, QLabel*> m_labels;
+    QString m_message;               ///< the last one, whole, as its tool tip shows it
     QHash<int, QWidget*> m_dividers; ///< left of a panel
     bool m_hasEnd = false;           ///< there are controls at the right end
 };

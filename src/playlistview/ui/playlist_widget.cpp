@@ -2,6 +2,7 @@
 
 #include "bus/message_names.h"
 #include "config/config_objects.h"
+#include "config/counted_text.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/elided_label.h"
@@ -146,9 +147,9 @@ void PlaylistWidget::showSummary(const PlaylistSummary& summary, const ConfigObj
     const qint64 max = std::numeric_limits<int>::max();
     const QString time =
         Mod_MilliSecToMin::MilliSecToMin(int(std::clamp<qint64>(summary.milliseconds, 0, max)), 4);
-    m_length->setText(
-        shown ? u"  ·  %1  ·  %2"_s.arg(texts.text(u"playlist.summary"_s, summary.entries), time)
-              : QString());
+    m_length->setText(shown ? u"  ·  %1  ·  %2"_s.arg(
+                                  countedText(texts, u"playlist.summary"_s, summary.entries), time)
+                            : QString());
 }
 
 /// The menu of the cell with the play action: the actions that fit the list, and the cues.

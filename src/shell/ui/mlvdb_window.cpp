@@ -216,7 +216,7 @@ QRect MlvdbWindow::screenArea() const
     return screen()->availableGeometry();
 }
 
-QRect MlvdbWindow::screenAreaOf(const QRect& place) const
+QRect MlvdbWindow::screenOf(const QRect& place) const
 {
     const QScreen* best = screen();
     int most = 0;
@@ -227,7 +227,7 @@ QRect MlvdbWindow::screenAreaOf(const QRect& place) const
             best = candidate;
         }
     }
-    return best->availableGeometry();
+    return best->geometry();
 }
 
 void MlvdbWindow::bringToFront()

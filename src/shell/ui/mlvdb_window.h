@@ -59,7 +59,7 @@ public:
     void setNormal() override;
     [[nodiscard]] int windowHandle32() const override;
     [[nodiscard]] QRect screenArea() const override;
-    [[nodiscard]] QRect screenAreaOf(const QRect& place) const override;
+    [[nodiscard]] QRect screenOf(const QRect& place) const override;
     void bringToFront() override;
     void closeWindow() override;
 

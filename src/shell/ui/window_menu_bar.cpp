@@ -212,7 +212,8 @@ void WindowMenuBar::buildEditRows()
     }
     m_context->addSeparator();
     for (const auto& [name, icon] :
-         {std::pair{kRatingMenu, u"star"_s}, std::pair{kPlayActionMenu, u"mix"_s}}) {
+         {std::pair{kRatingMenu, u"star"_s}, std::pair{kPlayActionMenu, u"mix"_s},
+          std::pair{kListMenu, u"playlist"_s}}) {
         QMenu* menu = m_context->addMenu(m_icons.icon(icon), QString());
         menu->setObjectName(name.toString());
         menu->menuAction()->setObjectName(name.toString());
@@ -291,6 +292,8 @@ void WindowMenuBar::setChoices(const QString& menu, const std::vector<MenuChoice
         entry->setObjectName(choice.tag);
         entry->setCheckable(choice.checked);
         entry->setChecked(choice.checked);
+        entry->setEnabled(choice.whyNot.isEmpty());
+        entry->setToolTip(choice.whyNot);
         showKey(*entry, choice.key);
         connect(entry, &QAction::triggered, this,
                 [this, tag = choice.tag] { m_logic->contextMenu().clicked(tag); });

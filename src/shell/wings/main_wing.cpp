@@ -25,6 +25,7 @@ MainWing::MainWing(const Below& wings)
     , editBox(wings.machine.texts, wings.suite.bus, inputBox)
     , info(wings.machine.settings, wings.machine.texts, wings.machine.paths, infoForm)
     , window(windowParts(), wings.desk.window.controls())
+    , dayCounts(dayCountParts())
     , keys(wings.machine.settings, wings.machine.loop, keyActions())
 {}
 
@@ -49,6 +50,19 @@ MlvdbParts MainWing::windowParts()
             .dialogs = dialogs(),
             .log = machine.log(),
             .isReadOnly = suite.world(machine).isReadOnly};
+}
+
+DayCountParts MainWing::dayCountParts()
+{
+    return {.settings = below.machine.settings,
+            .clock = below.machine.clock,
+            .loop = below.machine.loop,
+            .mayWrite = [this] { return below.library.view.whyNot(u"mnuDelDayCount").isEmpty(); },
+            .changed =
+                [this] {
+                    below.library.view.refreshCells();
+                    below.playlist.view.RefreshGrid();
+                }};
 }
 
 WindowDialogs MainWing::dialogs()
@@ -102,6 +116,8 @@ void MainWing::connectViews()
     QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &desk.window, [this] {
         below.library.view.judgeCommands();
         below.playlist.view.judgeCommands();
+        below.trees.favorit.judgeCommands();
+        dayCounts.look();
     });
     below.playlist.hearSampleTool(window.guard());
     below.sound.monitor.setOnHeard([this](const HeardTrack& track) {
@@ -127,7 +143,10 @@ void MainWing::show()
     connectViews();
     try {
         window.load();
-        below.trees.favorit.toolPressed(u"all.activate"_s);
+        dayCounts.start();
+        if (below.trees.favorit.whyNot(u"all.activate").isEmpty()) {
+            below.trees.favorit.toolPressed(u"all.activate"_s);
+        }
     } catch (const DbError& error) {
         below.machine.log()(u"MLVDB.Load"_s, error.text());
         window.showStatusText(below.machine.texts.text(u"fehler.unerwartet", error.text()));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/day_counts.h"
 #include "shell/edit_box.h"
 #include "shell/info.h"
 #include "shell/key_commands.h"
@@ -44,12 +45,14 @@ struct MainWing
     InfoDialog infoForm;
     frmInfo info;
     MLVDB window;
+    DayCounts dayCounts;
     KeyCommands keys;
 
 private:
     [[nodiscard]] MlvdbParts windowParts();
     [[nodiscard]] WindowDialogs dialogs();
     [[nodiscard]] KeyActions keyActions();
+    [[nodiscard]] DayCountParts dayCountParts();
     void connectViews();
 };
 

@@ -1,5 +1,6 @@
 #include "shell/wings/playlist_wing.h"
 
+#include "bus/message_names.h"
 #include "bus/message_numbers.h"
 #include "platform/controls/status_progress.h"
 #include "platform/qt/progress_dialog.h"
@@ -24,6 +25,17 @@ void logImport(Machine& machine, int code, const QString& source, const QString&
     M3uErrors errors(machine.files, {machine.paths.programFolder(), machine.paths.GetConfigPath()},
                      machine.clock);
     errors.add(code, source, what);
+}
+
+/// Shows a long work with files: in the status line, and in a window that can end it.
+std::function<std::unique_ptr<ProgressWindow>(const QString& title)>
+progressOf(const PlaylistWing::Below& wings)
+{
+    return [&machine = wings.machine, &desk = wings.desk](const QString& title) {
+        return std::make_unique<StatusProgress>(
+            std::make_unique<ProgressDialog>(title, machine.texts.text(u"m3u.cancel"_s)),
+            desk.window.status());
+    };
 }
 
 } // namespace
@@ -52,6 +64,8 @@ PlaylistWing::PlaylistWing(const Below& wings, TreeActions treeActions)
              .clock = wings.machine.clock,
              .pointer = wings.desk.pointer,
              .showStatusText = [this](const QString& text) { below.suite.showStatusText(text); },
+             .openProgress = progressOf(wings),
+             .libraryChanged = [this] { below.suite.sender.SendMessage(bus::kDbChange); },
              .logRefusal =
                  [&machine = wings.machine](const Refusal& refusal) {
                      logImport(machine, refusal.code, u"Drop"_s, refusal.path);
@@ -64,23 +78,16 @@ PlaylistWing::PlaylistWing(const Below& wings, TreeActions treeActions)
 M3uCommandParts PlaylistWing::listFileParts()
 {
     const Machine& machine = below.machine;
-    return {
-        .m3u = below.lists.m3u,
-        .settings = below.machine.settings,
-        .texts = machine.texts,
-        .files = machine.files,
-        .warnings = below.desk.warnings,
-        .chooser = below.desk.fileChooser,
-        .bus = below.suite.bus,
-        .openProgress =
-            [&machine, this](const QString& title) {
-                return std::make_unique<StatusProgress>(
-                    std::make_unique<ProgressDialog>(title, machine.texts.text(u"m3u.cancel"_s)),
-                    below.desk.window.status());
-            },
-        .targetGroup = tree.importGroup,
-        .openFile =
-            [this](const QString& file) {
+    return {.m3u = below.lists.m3u,
+            .settings = below.machine.settings,
+            .texts = machine.texts,
+            .files = machine.files,
+            .warnings = below.desk.warnings,
+            .chooser = below.desk.fileChooser,
+            .bus = below.suite.bus,
+            .openProgress = progressOf(below),
+            .targetGroup = tree.importGroup,
+            .openFile = [this](const QString& file) {
                 return below.machine.processes.start(u"notepad.exe "_s + file,
                                                      Processes::WindowStyle::Normal);
             }};

@@ -3,6 +3,7 @@
 #include "bus/message_numbers.h"
 #include "platform/controls/status_line.h"
 #include "platform/system/path_text.h"
+#include "shell/sibling_control.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/machine.h"
 #include "store/check_database.h"
@@ -129,7 +130,7 @@ void StartWing::tellLastRun()
 
 void StartWing::openMakersPage() const
 {
-    const QString page = path::join(machine.paths.programFolder(), u"Melovane.html"_s);
+    const QString page = path::join(machine.paths.programFolder(), kHelpPage);
     const bool isThere = machine.files.fileExists(page);
     if (isThere &&
         machine.processes.start(u"explorer.exe "_s + page, Processes::WindowStyle::Normal)) {

@@ -7,8 +7,6 @@
 #include "shell/wings/suite_wing.h"
 #include "trees/ui/playlist_favorit_widget.h"
 
-#include <QFileInfo>
-
 namespace melovane {
 
 TreesWing::TreesWing(Machine& machine,
@@ -28,11 +26,11 @@ TreesWing::TreesWing(Machine& machine,
                .popup = desk.popup,
                .sink = suite.toUser(machine),
                .openList = [&playlist] { return playlist.view.GetPNID(); },
-               .mayWrite = [&machine] { return QFileInfo(machine.settings.DbName()).isWritable(); },
                .append = [&playlist](const QString& dragText,
                                      Pnid list) { playlist.view.append(dragText, list); },
                .showDetails = [this](Pnid list) { figures.Show(list); },
-               .saveList = [&playlist](Pnid list) { playlist.listFiles.saveList(list); }},
+               .saveList = [&playlist](Pnid list) { playlist.listFiles.saveList(list); },
+               .world = suite.world(machine)},
               desk.window.lists().tree())
 {}
 

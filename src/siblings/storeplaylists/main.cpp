@@ -3,6 +3,7 @@
 
 #include "bus/event_guard.h"
 #include "config/config_objects.h"
+#include "config/counted_text.h"
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
@@ -56,7 +57,8 @@ public:
             result.failures.append(
                 databaseFaultText(m_texts, error.number(), error.text(), m_settings.DbName()));
         }
-        out << m_texts.text(u"store.written"_s, result.written, m_settings.PlaylistVerzeichnis())
+        out << countedText(m_texts, u"store.written"_s, result.written,
+                           m_settings.PlaylistVerzeichnis())
             << Qt::endl;
         return result;
     }
@@ -76,7 +78,8 @@ public:
 
     [[nodiscard]] QString toldFailures(const QStringList& failures) const
     {
-        return m_texts.text(u"store.failed"_s, failures.size(), toldLines(m_texts, failures));
+        return countedText(m_texts, u"store.failed"_s, failures.size(),
+                           toldLines(m_texts, failures));
     }
 
     void tell(int argc, char** argv, const QString& text, WarningType type)

@@ -4,6 +4,7 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/outline_tree.h"
 #include "trees/playlist_favorit.h"
+#include "trees/ui/tree_words.h"
 
 #include <QHBoxLayout>
 #include <QToolButton>
@@ -11,6 +12,31 @@
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Tool
+{
+    QString key;
+    QString icon;
+    QString text; ///< key of the tool tip
+};
+
+/// The tool bar from left to right; a gap stands between the groups.
+const std::vector<std::vector<Tool>>& toolGroups()
+{
+    static const std::vector<std::vector<Tool>> kGroups = {
+        {{u"all.newdoc"_s, u"all.newdoc"_s, u"ToolTipPlaylistNew"_s},
+         {u"all.newdir"_s, u"all.newdir"_s, u"tooltip.all.newdir"_s},
+         {u"all.activate"_s, u"all.activate"_s, u"ToolTipPlaylistActiv"_s},
+         {u"all.lock"_s, u"all.lock"_s, u"ToolTipPlaylistLock"_s}},
+        {{u"all.book"_s, u"info"_s, u"ToolTipPlaylistDetail"_s},
+         {u"all.refresh"_s, u"reload"_s, u"ToolTipRefresh"_s}},
+        {{u"all.delete"_s, u"delete"_s, u"ToolTipPlaylistDel"_s}}};
+    return kGroups;
+}
+
+} // namespace
 
 PlaylistFavoritWidget::PlaylistFavoritWidget(const Skin& skin,
                                              const IconSet& icons,
@@ -32,6 +58,7 @@ TreeControl& PlaylistFavoritWidget::tree()
 void PlaylistFavoritWidget::attach(PlaylistFavorit& logic, const ConfigObjects& texts)
 {
     m_tree->setAccessibleName(texts.text(u"lists.title"));
+    m_tree->setWords(treeWords(texts));
     connect(m_tree, &OutlineTree::rowClicked, &logic, &PlaylistFavorit::rowClicked);
     connect(m_tree, &OutlineTree::rowEntered, &logic, &PlaylistFavorit::rowEntered);
     connect(m_tree, &OutlineTree::rowActivated, &logic, &PlaylistFavorit::rowActivated);
@@ -48,38 +75,37 @@ void PlaylistFavoritWidget::attach(PlaylistFavorit& logic, const ConfigObjects& 
     connect(m_tree, &OutlineTree::rowDropped, &logic, &PlaylistFavorit::rowDropped);
     connect(&logic, &PlaylistFavorit::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });
+    connect(&logic, &PlaylistFavorit::commandsChanged, this,
+            [this, &logic, &texts] { judgeTools(logic, texts); });
 }
 
 void PlaylistFavoritWidget::createToolBar(PlaylistFavorit& logic, const ConfigObjects& texts)
 {
-    struct Tool
-    {
-        QString key;
-        QString icon;
-        QString text;
-    };
-
-    const std::vector<std::vector<Tool>> groups = {
-        {{u"all.newdoc"_s, u"all.newdoc"_s, u"ToolTipPlaylistNew"_s},
-         {u"all.newdir"_s, u"all.newdir"_s, u"tooltip.all.newdir"_s},
-         {u"all.activate"_s, u"all.activate"_s, u"ToolTipPlaylistActiv"_s},
-         {u"all.lock"_s, u"all.lock"_s, u"ToolTipPlaylistLock"_s}},
-        {{u"all.book"_s, u"info"_s, u"ToolTipPlaylistDetail"_s},
-         {u"all.refresh"_s, u"reload"_s, u"ToolTipRefresh"_s}},
-        {{u"all.delete"_s, u"delete"_s, u"ToolTipPlaylistDel"_s}}};
-    for (const std::vector<Tool>& group : groups) {
+    for (const std::vector<Tool>& group : toolGroups()) {
         for (const Tool& tool : group) {
-            QToolButton* button = addTool(tool.key, m_icons.icon(tool.icon), texts.text(tool.text));
-            if (!logic.canDo(tool.key)) {
-                button->setEnabled(false);
-                button->setToolTip(texts.text(u"status.later"));
-            }
+            const QToolButton* button =
+                addTool(tool.key, m_icons.icon(tool.icon), texts.text(tool.text));
             connect(button, &QToolButton::clicked, &logic,
                     [&logic, key = tool.key] { logic.toolPressed(key); });
         }
         toolRow()->addSpacing(6);
     }
     toolRow()->addStretch(1);
+    judgeTools(logic, texts);
+}
+
+/// What each button does, and why it is grey.
+void PlaylistFavoritWidget::judgeTools(const PlaylistFavorit& logic, const ConfigObjects& texts)
+{
+    for (const std::vector<Tool>& group : toolGroups()) {
+        for (const Tool& tool : group) {
+            if (auto* button = findChild<QToolButton*>(tool.key)) {
+                tellTool(*button, texts.text(tool.text), {},
+                         logic.canDo(tool.key) ? logic.whyNot(tool.key)
+                                               : texts.text(u"status.later"));
+            }
+        }
+    }
 }
 
 } // namespace melovane

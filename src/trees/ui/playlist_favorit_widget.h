@@ -29,6 +29,7 @@ public:
 
 private:
     void createToolBar(PlaylistFavorit& logic, const ConfigObjects& texts);
+    void judgeTools(const PlaylistFavorit& logic, const ConfigObjects& texts);
 
     const IconSet& m_icons;
     OutlineTree* m_tree;

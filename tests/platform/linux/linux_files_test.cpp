@@ -311,14 +311,18 @@ TEST_F(RealFiles, WhatIsNewIsItsOwnersAloneAndWhatTheUserHasOpenedStaysOpen)
 TEST_F(RealFiles, TheOwnerIsKeptWhenWeMayGiveFilesAway)
 {
     folder.write(u"a"_s, "old");
-    if (::chown(system(u"a"_s).constData(), 1234, 1235) != 0) {
-        GTEST_SKIP() << "only root can give files away";
-    }
+    // Root may give a file to anybody, others to the groups that they are in.
+    std::vector<gid_t> groups(size_t(std::max(0, ::getgroups(0, nullptr))));
+    ASSERT_EQ(::getgroups(int(groups.size()), groups.data()), int(groups.size()));
+    const bool isRoot = ::geteuid() == 0;
+    const uid_t user = isRoot ? 1234 : ::geteuid();
+    const gid_t group = isRoot ? 1235 : groups.empty() ? ::getegid() : groups.back();
+    ASSERT_EQ(::chown(system(u"a"_s).constData(), user, group), 0);
     files.writeWhole(path(u"a"_s), "new");
     struct stat facts = {};
     ASSERT_EQ(::stat(system(u"a"_s).constData(), &facts), 0);
-    EXPECT_EQ(facts.st_uid, 1234U);
-    EXPECT_EQ(facts.st_gid, 1235U);
+    EXPECT_EQ(facts.st_uid, user);
+    EXPECT_EQ(facts.st_gid, group);
 }
 
 TEST_F(RealFiles, ALinkIsFollowedAndStaysALink)
@@ -480,6 +484,39 @@ TEST_F(RealFiles, AFileThatCannotTakeItsPlaceAtTheEndLeavesNothingBesideIt)
         EXPECT_THROW(late.commit(), IoError);
     }
     EXPECT_EQ(everything(), QStringList(u"a"_s));
+}
+
+TEST_F(RealFiles, WhatAKilledWriterHasLeftIsRemovedByTheNextWriteIntoTheFolder)
+{
+    folder.write(u".mlv-3w5e11264sgsf"_s, "half");
+    folder.write(u"stick/.mlv-0"_s, "half");
+    files.writeWhole(path(u"a"_s), "new");
+    EXPECT_EQ(everything(), (QStringList{u"a"_s, u"stick"_s}));
+    ASSERT_TRUE(files.copyInSteps(path(u"a"_s), path(u"stick/a"_s), [](qint64) { return true; }));
+    EXPECT_EQ(files.names(path(u"stick"_s)), QStringList{u"a"_s});
+}
+
+TEST_F(RealFiles, WhatALivingProgramIsWritingAndWhatOnlyLooksLikeItStays)
+{
+    folder.write(u".mlv-1living"_s, "of a sibling");
+    folder.write(u".mlv-Notes.txt"_s, "of the user");
+    folder.write(u".mlv-"_s, "of the user");
+    folder.write(u".mlv-2folder/a"_s, "of the user");
+    ASSERT_EQ(::symlink(".mlv-Notes.txt", system(u".mlv-3link"_s).constData()), 0);
+    const auto writer = lockFile(path(u".mlv-1living"_s), std::chrono::milliseconds(0));
+    ASSERT_NE(writer, nullptr);
+    const QStringList before = everything();
+    files.writeWhole(path(u"a"_s), "new");
+    EXPECT_EQ(everything(), before + QStringList{u"a"_s});
+}
+
+TEST_F(RealFiles, AFileThatIsBeingWrittenIsLockedByItsWriter)
+{
+    linuxfiles::Replacement writing(system(u"a"_s), linuxfiles::TargetLink::Followed);
+    linuxfiles::writeAll(writing.descriptor(), "new", system(u"a"_s));
+    writing.commit();
+    const auto other = lockFile(path(u"a"_s), std::chrono::milliseconds(0));
+    EXPECT_EQ(other, nullptr) << "it had a name of its own before, and a sweep could have met it";
 }
 
 TEST_F(RealFiles, AppendMakesTheFileAndGoesOnBehindIt)

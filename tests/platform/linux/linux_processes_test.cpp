@@ -60,7 +60,8 @@ protected:
     {
         const QString path =
             folder.write(name, "#!/bin/sh\nexec >" + quoted(u"out.tmp"_s) +
-                                   "\nprintf '%s\\n' \"$0\" \"$@\"\nls -l /proc/$$/fd\nmv " +
+                                   "\nprintf '%s\\n' \"$0\" \"$@\"\nls -l /proc/$$/fd\n"
+                                   "echo \"window ${MELOVANE_WINDOW-normal}\"\nmv " +
                                    quoted(u"out.tmp"_s) + " " + quoted(u"out"_s) + "\n");
         EXPECT_EQ(::chmod(path.toUtf8().constData(), 0755), 0);
         return path;
@@ -164,6 +165,24 @@ TEST_F(Starting, AStartedProgramInheritsNoFileAndNoLock)
     ::close(careless);
     EXPECT_FALSE(list.contains(u"lock"_s)) << list.toStdString();
     EXPECT_TRUE(list.contains(u" 0 -> /dev/null"_s)) << list.toStdString();
+}
+
+TEST_F(Starting, AProgramIsToldHowItsWindowIsToComeUpAndInheritsNothingOfThat)
+{
+    using Style = Processes::WindowStyle;
+    const QString program = install(u"x"_s);
+    ::setenv("MELOVANE_WINDOW", "hidden", 1);
+    for (const auto& [style, told] : {std::pair(Style::Minimised, u"window minimised"_s),
+                                      {Style::Hidden, u"window hidden"_s},
+                                      {Style::Normal, u"window normal"_s}}) {
+        EXPECT_TRUE(LinuxProcesses().startProgram(program, {}, style));
+        EXPECT_TRUE(output().contains(told)) << qPrintable(told);
+        ASSERT_TRUE(files.remove(folder.file(u"out"_s)));
+        EXPECT_TRUE(LinuxProcesses().start(program, style));
+        EXPECT_TRUE(output().contains(told)) << qPrintable(told);
+        ASSERT_TRUE(files.remove(folder.file(u"out"_s)));
+    }
+    ::unsetenv("MELOVANE_WINDOW");
 }
 
 TEST_F(Starting, AnEditorOfTheDesktopStandsForItsOpener)

@@ -182,6 +182,22 @@ TEST_F(SplitPanelTest, NumbersThatAreNoPositionChangeNothing)
     EXPECT_NEAR(split.position(), 400, 2);
 }
 
+TEST(StatusBarTest, TheToolTipOfTheMessageCarriesItWholeAlsoWhileItRunsOff)
+{
+    StatusBar bar;
+    const auto* label = bar.findChild<QLabel*>(u"StatusMessage"_s);
+    ASSERT_NE(label, nullptr);
+    bar.setPanel(StatusPanel::Message, u"Datei nicht gefunden :: /M/<b>A & B.mp3"_s);
+    const QString whole = u"<qt>Datei nicht gefunden :: /M/&lt;b&gt;A &amp; B.mp3</qt>"_s;
+    EXPECT_EQ(label->toolTip(), whole);
+    bar.setPanel(StatusPanel::Message, u"gefunden :: /M/<b>A & B.mp3"_s);
+    EXPECT_EQ(label->toolTip(), whole);
+    bar.setPanel(StatusPanel::Message, u"Anderes"_s);
+    EXPECT_EQ(label->toolTip(), u"<qt>Anderes</qt>"_s);
+    bar.setPanel(StatusPanel::Message, {});
+    EXPECT_EQ(label->toolTip(), QString());
+}
+
 TEST(StatusBarTest, EachPanelHasItsText)
 {
     StatusBar bar;

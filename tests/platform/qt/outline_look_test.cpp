@@ -1,5 +1,5 @@
 #include "platform/qt/outline_fixture.h"
-#include "platform/qt/outline_model.h"
+#include "platform/qt/outline_words.h"
 
 #include <QAccessible>
 #include <QFile>
@@ -92,6 +92,25 @@ TEST_F(OutlineLookTest, ARowThatCanBeFilledShowsTheMarkThoughNothingIsBelowIt)
     EXPECT_NE(tree.viewport()->grab(mark).toImage(), before);
 }
 
+TEST_F(OutlineLookTest, AmongSeveralSelectedRowsTheCurrentOneHasAFrame)
+{
+    tree.setMultiSelection(true);
+    tree.activateWindow();
+    tree.setFocus();
+    if (!QTest::qWaitForWindowActive(&tree)) {
+        FAIL() << "the window has no keyboard";
+    }
+    tree.setCurrentRow(1);
+    const auto isFramed = [this](int row) {
+        const int y = tree.placeOf(row).top();
+        return shows(QRect(0, y, tree.viewport()->width(), 1), ThemeRole::Accent);
+    };
+    EXPECT_FALSE(isFramed(1));
+    QTest::keyClick(&tree, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_TRUE(isFramed(2));
+    EXPECT_FALSE(isFramed(1));
+}
+
 TEST_F(OutlineLookTest, ATextWithoutRoomIsSaidWithABlankOnEitherSide)
 {
     EXPECT_EQ(tipAt(tree.placeOf(1).center()), QString());
@@ -174,7 +193,7 @@ TEST_F(OutlineLookTest, AFileThatIsNoPictureLeavesARowOfText)
 
 TEST_F(OutlineLookTest, AReaderOfTheScreenHearsTextLevelFoldingAndTick)
 {
-    tree.setWords({u"Ebene %1"_s, u"offen"_s, u"zu"_s, u"angehakt"_s, u"ohne Haken"_s});
+    tree.setWords({u"Ebene"_s, u"offen"_s, u"zu"_s, u"angehakt"_s, u"ohne Haken"_s});
     change(4, [](TreeRow& row) { row.tick = RowTick::On; });
     tree.setOpen(0, false);
     QAccessibleInterface* const view = QAccessible::queryAccessibleInterface(&tree);

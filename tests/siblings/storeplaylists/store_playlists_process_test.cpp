@@ -41,7 +41,7 @@ TEST_F(StorePlaylistsProcess, WritesTheChangedListsOfTheSettingsAndTellsThem)
     suite.write(u"melovane.ini"_s,
                 "[Global]\nPlaylistVerzeichnis=" + folder.path().toUtf8() + "/Listen/\n");
     const QString file = folder.file(u"Listen/Rock/Größte Hits.m3u"_s);
-    EXPECT_TRUE(run(0).startsWith(file + u"\n1 Playlisten in "_s));
+    EXPECT_TRUE(run(0).startsWith(file + u"\n1 Playliste in "_s));
     EXPECT_TRUE(folder.read(file).startsWith("#Melovane-M3U "));
     EXPECT_EQ(suite.value(u"select sicherung from pl_name"_s).toLong(), 0);
     EXPECT_TRUE(run(0).startsWith(u"0 Playlisten in "_s));
@@ -53,7 +53,7 @@ TEST_F(StorePlaylistsProcess, WhatFailsIsToldAndEndsWithOne)
     folder.write(u"Listen"_s, "no folder");
     suite.write(u"melovane.ini"_s,
                 "[Global]\nPlaylistVerzeichnis=" + folder.path().toUtf8() + "/Listen/\n");
-    EXPECT_TRUE(run(1).contains(u"1 Playlisten wurden nicht gespeichert:\n\nGrößte Hits: "_s));
+    EXPECT_TRUE(run(1).contains(u"1 Playliste wurde nicht gespeichert:\n\nGrößte Hits: "_s));
     EXPECT_EQ(suite.value(u"select sicherung from pl_name"_s).toLong(), -1);
 }
 

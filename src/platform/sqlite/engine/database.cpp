@@ -102,6 +102,26 @@ bool SqliteTableDefs::Contains(const QString& name) const
     return objectOf(openSession(m_lease).catalogue(), name, false) != nullptr;
 }
 
+QStringList SqliteTableDefs::ownNames() const
+{
+    QStringList names;
+    for (const CatalogueObject& object : openSession(m_lease).catalogue().objects()) {
+        if (object.kind == CatalogueObject::Kind::Table) {
+            names.append(object.name);
+        }
+    }
+    return names;
+}
+
+QString SqliteTableDefs::connectOf(const QString& name) const
+{
+    const CatalogueObject* object = objectOf(openSession(m_lease).catalogue(), name, false);
+    if (!object) {
+        throwItemNotFound(name);
+    }
+    return object->connect;
+}
+
 void SqliteTableDefs::Append(const TableDef& table)
 {
     SchemaChange change = openSession(m_lease).schemaChange();

@@ -16,6 +16,8 @@ public:
     [[nodiscard]] std::vector<TableDef> All() const override;
     [[nodiscard]] TableDef Item(const QString& name) const override;
     [[nodiscard]] bool Contains(const QString& name) const override;
+    [[nodiscard]] QStringList ownNames() const override;
+    [[nodiscard]] QString connectOf(const QString& name) const override;
     void Append(const TableDef& table) override;
     void Delete(const QString& name) override;
 

@@ -2,6 +2,7 @@
 
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/skin.h"
+#include "platform/qt/started_window.h"
 #include "siblings/mediaintake/command_line.h"
 #include "siblings/mediaintake/intake_program.h"
 #include "siblings/mediaintake/ui/intake_window.h"
@@ -43,7 +44,7 @@ int runWindow(int argc, char** argv, const IntakeCommand& command)
         window.raise();
         window.activateWindow();
     });
-    window.show();
+    showAsStarted(window);
     if (!command.folders.isEmpty()) {
         window.start();
     }
