@@ -352,7 +352,7 @@ TEST_F(KopieFile, AnEntryWhoseTrackIsGoneIsToldAndNoGoodEnd)
     });
     EXPECT_EQ(copies(), QStringList{u"b.mp3"_s});
     EXPECT_FALSE(form.outcomeIsGood);
-    EXPECT_TRUE(form.log.contains(u"weil ihr Titel nicht mehr in der Bibliothek ist"_s));
+    EXPECT_TRUE(form.log.contains(u"weil sein Titel nicht mehr in der Bibliothek ist"_s));
 }
 
 TEST_F(KopieFile, OfManyFailuresTheMessageNamesTheFirstAndTheLogAll)
@@ -419,7 +419,7 @@ TEST_F(KopieFile, CopiesThatReplacedEachOtherAreTold)
 TEST_F(KopieFile, AListFileThatCannotBeWrittenIsToldAndLogged)
 {
     files.makeFolder(target + u"/Hauptset.m3u"_s);
-    answers.expectMessage(u"Die Liste Hauptset.m3u ließ sich nicht schreiben"_s);
+    answers.expectMessage(u"Die Playliste Hauptset.m3u ließ sich nicht schreiben"_s);
     show([this] {
         form.logic->folderTyped(target);
         form.logic->cmdStart();

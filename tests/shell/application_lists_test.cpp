@@ -11,7 +11,6 @@
 #include <QMenu>
 #include <QTableView>
 #include <QToolButton>
-#include <QTreeView>
 
 #include <gtest/gtest.h>
 
@@ -35,9 +34,9 @@ protected:
         dance = suite.library.addPlaylist({.Name = u"Tanz"_s, .GRID = group, .tracks = {surf}});
     }
 
-    static QTreeView& tree(QMainWindow& window)
+    static QTableView& tree(QMainWindow& window)
     {
-        return *window.findChild<QTreeView*>(u"PlaylistTree"_s);
+        return *window.findChild<QTableView*>(u"PlaylistTree"_s);
     }
 
     static QTableView& entries(QMainWindow& window)

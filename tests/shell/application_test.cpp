@@ -2,6 +2,8 @@
 #include "platform/controls/status_line.h"
 #include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_messages.h"
+#include "platform/qt/outline_tree.h"
+#include "platform/qt/outline_tree.h"
 #include "shell/application_fixture.h"
 #include "shell/ui/mlvdb_window.h"
 #include "support/wait_for.h"
@@ -20,7 +22,6 @@
 #include <QTimer>
 #include <QToolButton>
 #include <QTranslator>
-#include <QTreeView>
 
 #include <gtest/gtest.h>
 
@@ -329,24 +330,29 @@ TEST_F(ApplicationTest, TheListsStandInTheirPanelThePlayingOneChosenAndFoldedGro
     const int other = suite.library.addGroup(u"Samstag"_s, 9);
     suite.library.addPlaylist({.Name = u"Tanz"_s, .GRID = other});
     const auto lists = [](QMainWindow& window) {
-        return window.findChild<QTreeView*>(u"PlaylistTree"_s);
+        return window.findChild<OutlineTree*>(u"PlaylistTree"_s);
+    };
+    const auto rowOf = [](const OutlineTree& tree, const QString& text) {
+        int row = 0;
+        while (row < tree.rowCount() && tree.row(row).text != text) {
+            ++row;
+        }
+        return row;
     };
     QString chosen;
     run([&](QMainWindow& window) {
-        chosen = lists(window)->currentIndex().data().toString();
-        const QModelIndexList found = lists(window)->model()->match(
-            lists(window)->model()->index(0, 0), Qt::DisplayRole, u"Samstag"_s);
-        ASSERT_EQ(found.size(), 1);
-        lists(window)->collapse(found[0]);
+        OutlineTree& tree = *lists(window);
+        chosen = tree.currentIndex().data().toString();
+        ASSERT_LT(rowOf(tree, u"Samstag"_s), tree.rowCount());
+        tree.setOpen(rowOf(tree, u"Samstag"_s), false);
         EXPECT_NE(window.findChild<QToolButton*>(u"all.newdoc"_s), nullptr);
         EXPECT_FALSE(window.findChild<QToolButton*>(u"all.lock"_s)->toolTip().isEmpty());
     });
     EXPECT_EQ(chosen, u"Hauptset"_s);
     bool folded = false;
     run([&](QMainWindow& window) {
-        const QAbstractItemModel* rows = lists(window)->model();
-        folded = !lists(window)->isExpanded(rows->index(rows->rowCount() - 1, 0)) &&
-                 lists(window)->isExpanded(rows->index(rows->rowCount() - 2, 0));
+        const OutlineTree& tree = *lists(window);
+        folded = !tree.isOpen(rowOf(tree, u"Samstag"_s)) && tree.isOpen(rowOf(tree, u"Freitag"_s));
     });
     EXPECT_TRUE(folded);
 }
