@@ -16,6 +16,7 @@ MLVFunction::MLVFunction(PlaylistParts parts, const Clock& clock)
     , m_bulkEdits(m_parts)
     , m_catalogue(m_parts)
     , m_jobs(m_parts.engine, m_parts.settings)
+    , m_favorites(m_parts.engine, m_parts.settings, m_parts.sink)
 {}
 
 MlvPlaylistDetail MLVFunction::GetPlaylistDetailByPLID(Plid entry) const

@@ -4,6 +4,7 @@
 #include "playlists/entry_records.h"
 #include "playlists/list_catalogue.h"
 #include "playlists/playlist_walk.h"
+#include "playlists/tree_favorites.h"
 #include "store/pending_jobs.h"
 
 #include <memory>
@@ -65,8 +66,12 @@ public:
     /// What the trees do with lists beyond these.
     [[nodiscard]] ListCatalogue& catalogue() { return m_catalogue; }
 
+    // The library tree. \see TreeFavorites
+
     /// Notes that a tree must be rebuilt. \see PendingJobs
     void ChangeTree(const QString& tree);
+
+    [[nodiscard]] TreeFavorites& favorites() { return m_favorites; }
 
 private:
     PlaylistParts m_parts;
@@ -76,6 +81,7 @@ private:
     ListCatalogue m_catalogue;
     PlaylistWalk m_walk;
     PendingJobs m_jobs;
+    TreeFavorites m_favorites;
     Pnid m_list{};
 };
 
