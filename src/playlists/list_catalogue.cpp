@@ -212,7 +212,8 @@ void ListCatalogue::setActiv(Pnid list, bool activ)
     });
 }
 
-void ListCatalogue::arrange(const std::vector<ListPlace>& places)
+void ListCatalogue::arrange(const std::vector<ListPlace>& places,
+                            const std::vector<GroupPlace>& groups)
 {
     quiet(u"Sort playlists"_s, [&](Database& database) {
         QHash<qint64, std::pair<qint64, qint64>> former;
@@ -239,6 +240,10 @@ void ListCatalogue::arrange(const std::vector<ListPlace>& places)
                 database.Execute(u"update pl_name set isplay=false where nid="_s +
                                  number(wanted.list));
             }
+        }
+        for (const GroupPlace& wanted : groups) {
+            database.Execute(u"update pl_group set sid="_s + sql::number(qint64{wanted.position}) +
+                             u" where grid="_s + sql::number(numberOf(wanted.group)));
         }
         change.commit();
     });

@@ -14,6 +14,13 @@ struct ListPlace
     int position = 0;
 };
 
+/// Where a group stands there.
+struct GroupPlace
+{
+    GroupId group{};
+    int position = 0;
+};
+
 /// Makes, names, marks, sorts and deletes lists and their groups. Quiet: what fails changes
 /// nothing.
 class ListCatalogue
@@ -66,7 +73,8 @@ public:
 
     /// Puts lists into groups and gives them their positions, all or none. One that becomes a
     /// jingle list, or no longer is one, stops being the playing one: there is one of each kind.
-    void arrange(const std::vector<ListPlace>& places);
+    /// \param groups where groups stand, too; none leaves them where they are
+    void arrange(const std::vector<ListPlace>& places, const std::vector<GroupPlace>& groups = {});
 
     /// A name by a format of the settings: each text between two "#" becomes the date and time of
     /// now by that pattern. The format itself when that fails.

@@ -137,7 +137,8 @@ void FavoritEdits::rowEdited(int row, const QString& text)
     if (m_rows.isList(row)) {
         m_parts.lists.UpdatePlaylistName(m_rows.listOf(row), name);
         UpdatePlaylistName(m_rows.listOf(row));
-        m_parts.bus.SendMessage(bus::kUpdateTreeRow, key, QString(m_tree.row(row).text + u' '));
+        m_parts.bus.SendMessage(bus::kUpdateTreeRow, key,
+                                QString(withoutCount(m_tree.row(row).text) + u' '));
     } else if (!m_rows.groupId(row).isEmpty()) {
         m_parts.lists.UpdateGroupName(GroupId(leadingLong(m_rows.groupId(row))), name);
         m_rows.rereadGroup(leadingLong(m_rows.groupId(row)));
@@ -207,8 +208,10 @@ void FavoritEdits::rowDropped(int from, int to, DropPlace place)
     const TreeRow moved = rows[size_t(from)];
     rows.insert(rows.begin() + target, moved);
     rows.erase(rows.begin() + (target <= from ? from + 1 : from));
-    m_parts.lists.catalogue().arrange(FavoritTree::places(rows));
-    m_parts.bus.SendMessage(bus::kRefreshPlaylist);
+    const std::vector<GroupPlace> groups = m_rows.groupPlaces(rows);
+    m_parts.lists.catalogue().arrange(FavoritTree::places(rows), groups);
+    // The tree of all groups names the list that was moved.
+    m_parts.bus.SendMessage(bus::kRefreshPlaylist, groups.empty() ? Value() : numberOf(list));
     m_rows.refresh();
     const int now = m_rows.rowOfList(list);
     if (m_rows.isOpen(now) && treekey::isJingleRow(m_tree.row(now).key) != wasJingle) {

@@ -23,6 +23,7 @@ public:
         , m_isPlay(rows.fieldIndex(u"IsPlay"))
         , m_lock(rows.fieldIndex(u"Lock"))
         , m_activ(rows.fieldIndex(u"Activ"))
+        , m_entries(rows.fieldIndex(u"anzahl"))
     {}
 
     /// Null for a group without lists.
@@ -30,9 +31,13 @@ public:
 
     [[nodiscard]] ListState list() const
     {
-        return {Pnid(m_rows.value(m_nid).toLong()), group() == numberOf(kJingleGroup),
-                m_rows.value(m_name).toText(),      m_rows.value(m_isPlay).toBool(),
-                m_rows.value(m_lock).toBool(),      m_rows.value(m_activ).toBool()};
+        return {Pnid(m_rows.value(m_nid).toLong()),
+                group() == numberOf(kJingleGroup),
+                m_rows.value(m_name).toText(),
+                m_rows.value(m_isPlay).toBool(),
+                m_rows.value(m_lock).toBool(),
+                m_rows.value(m_activ).toBool(),
+                m_entries < 0 ? 0 : m_rows.value(m_entries).toLong()};
     }
 
     [[nodiscard]] qint64 group() const { return m_rows.value(m_grid).toLong(); }
@@ -45,6 +50,7 @@ private:
     int m_isPlay;
     int m_lock;
     int m_activ;
+    int m_entries; ///< -1 in a source without counts
 };
 
 TreeRow heading(const QString& key, const QString& text, const QString& picture)
@@ -111,6 +117,17 @@ std::vector<TreeRow> readFavoritRows(Database& database, const QString& jingleCa
         }
     }
     return rows;
+}
+
+std::vector<ListState> readListsOfGroup(Database& database, qint64 group)
+{
+    std::vector<ListState> result;
+    const auto lists = database.OpenRecordset(u"select * from pl_name where GRID="_s +
+                                              sql::number(group) + u" order by sid asc"_s);
+    for (const ListReader reader(*lists, u"Name"); !lists->Eof(); lists->MoveNext()) {
+        result.push_back(reader.list());
+    }
+    return result;
 }
 
 std::optional<ListState> readList(Database& database, Pnid list)

@@ -19,6 +19,7 @@ struct ListState
     bool isPlay = false;
     bool lock = false;
     bool activ = true; ///< marked for the playlist panel
+    int entries = 0;   ///< as the list itself counts them
 
     bool operator==(const ListState&) const = default;
 };
@@ -34,6 +35,9 @@ struct ListState
 /// \param all also the lists that are not marked for the panel, dimmed
 [[nodiscard]] std::vector<TreeRow>
 readFavoritRows(Database& database, const QString& jingleCaption, bool all);
+
+/// The lists of a group in their order. \throws DbError
+[[nodiscard]] std::vector<ListState> readListsOfGroup(Database& database, qint64 group);
 
 /// Nothing when there is no such list. \throws DbError
 [[nodiscard]] std::optional<ListState> readList(Database& database, Pnid list);

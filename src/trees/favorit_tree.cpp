@@ -18,13 +18,15 @@ FavoritTree::FavoritTree(DBEngine& engine,
                          const ConfigObjects& texts,
                          ErrorSink sink,
                          TreeControl& tree,
-                         std::function<Pnid()> openList)
+                         std::function<Pnid()> openList,
+                         ListTreeForm form)
     : m_engine(engine)
     , m_settings(settings)
     , m_texts(texts)
     , m_sink(std::move(sink))
     , m_tree(tree)
     , m_openList(std::move(openList))
+    , m_form(std::move(form))
 {}
 
 void FavoritTree::withDatabase(const QString& where,
@@ -114,11 +116,26 @@ std::vector<ListPlace> FavoritTree::places(const std::vector<TreeRow>& rows)
     for (const TreeRow& row : rows) {
         ++position;
         const QString groupId = treekey::groupId(row.key);
-        const QString list = treekey::playlistId(row.key);
+        // One that was ticked in place is a list, too.
+        const QString list = treekey::playlistId(treekey::unmadeFavourite(row.key));
         if (!groupId.isEmpty()) {
             group = GroupId(leadingLong(groupId));
         } else if (!list.isEmpty() && group != GroupId{}) {
             result.push_back({Pnid(leadingLong(list)), group, position});
+        }
+    }
+    return result;
+}
+
+std::vector<GroupPlace> FavoritTree::groupPlaces(const std::vector<TreeRow>& rows) const
+{
+    std::vector<GroupPlace> result;
+    int position = 0;
+    for (const TreeRow& row : rows) {
+        ++position;
+        if (const auto group = leadingLong(treekey::groupId(row.key));
+            m_form.ordersGroups && group > 0) {
+            result.push_back({GroupId(group), position});
         }
     }
     return result;
@@ -140,7 +157,7 @@ void FavoritTree::rereadRow(int row)
         return;
     }
     if (const auto state = readState(listOf(row))) {
-        TreeRow shown = rowOf(*state);
+        TreeRow shown = m_form.row(*state);
         // The kind of a row changes with a refill only.
         shown.key = m_tree.row(row).key;
         m_tree.setRow(row, shown);
@@ -192,10 +209,11 @@ void FavoritTree::fill()
     const QString top = m_tree.row(m_tree.firstVisibleRow()).key;
     const QStringList folded = m_tree.folded();
     withDatabase(u"PlaylistFavorit.Fill"_s, [&](Database& database) {
-        m_tree.setRows(readFavoritRows(database, m_texts.text(u"tree.root.jingle"), m_showAll));
+        m_tree.setRows(m_form.read(database, m_showAll));
         m_library = m_settings.DbName();
     });
-    m_tree.setCurrentRow(current.heading ? m_tree.find(current.key) : -1);
+    const bool stays = current.heading || !m_form.followsOpenList;
+    m_tree.setCurrentRow(stays ? m_tree.find(current.key) : -1);
     leaveOtherLists();
     // Behind the marked row, which would unfold its group.
     m_tree.setFolded(folded);
@@ -267,6 +285,9 @@ void FavoritTree::setShowAll(bool all)
 
 void FavoritTree::markOpenList()
 {
+    if (!m_form.followsOpenList) {
+        return;
+    }
     const int row = rowOfList(m_openList());
     if (row != m_tree.currentRow()) {
         m_tree.setCurrentRow(row);

@@ -16,8 +16,20 @@ class Database;
 class DBEngine;
 class GlobalSettings;
 
-/// The rows of the playlist panel: what each one stands for, and that they are those of the
-/// library.
+/// What tells one tree of lists from another.
+struct ListTreeForm
+{
+    /// All rows. \param all also lists that are not marked for the panel
+    std::function<std::vector<TreeRow>(Database& database, bool all)> read;
+    /// The row of a list.
+    std::function<TreeRow(const ListState& list)> row;
+    /// Whether the row of the list on the screen is the current one.
+    bool followsOpenList = true;
+    /// Whether the order of its groups is that of all, and is written with that of the lists.
+    bool ordersGroups = false;
+};
+
+/// The rows of a tree of lists: what each one stands for, and that they are those of the library.
 ///
 /// A failing read goes to the sink and leaves the rows as they are.
 class FavoritTree
@@ -30,7 +42,8 @@ public:
                 const ConfigObjects& texts,
                 ErrorSink sink,
                 TreeControl& tree,
-                std::function<Pnid()> openList);
+                std::function<Pnid()> openList,
+                ListTreeForm form);
 
     [[nodiscard]] TreeControl& control() const { return m_tree; }
 
@@ -55,6 +68,8 @@ public:
     [[nodiscard]] int activeRow() const;
     /// Where each list stands, when the rows are these.
     [[nodiscard]] static std::vector<ListPlace> places(const std::vector<TreeRow>& rows);
+    /// Where each group stands then; none in a tree that doesn't order them.
+    [[nodiscard]] std::vector<GroupPlace> groupPlaces(const std::vector<TreeRow>& rows) const;
 
     // -- As the library has it --
 
@@ -113,6 +128,7 @@ private:
     ErrorSink m_sink;
     TreeControl& m_tree;
     std::function<Pnid()> m_openList;
+    ListTreeForm m_form;
     bool m_showAll = false;
     bool m_refillWaits = false;
     bool m_isAway = false;

@@ -51,7 +51,18 @@ PlaylistFavorit::PlaylistFavorit(FavoritParts parts, TreeControl& tree)
     : m_parts(std::move(parts))
     , m_bus(m_parts.bus, u"PlaylistFavorit"_s)
     , m_tree(tree)
-    , m_rows(m_parts.engine, m_parts.settings, m_parts.texts, m_parts.sink, tree, m_parts.openList)
+    , m_rows(m_parts.engine,
+             m_parts.settings,
+             m_parts.texts,
+             m_parts.sink,
+             tree,
+             m_parts.openList,
+             {.read =
+                  [this](Database& database, bool all) {
+                      return readFavoritRows(database, m_parts.texts.text(u"tree.root.jingle"),
+                                             all);
+                  },
+              .row = [](const ListState& list) { return rowOf(list); }})
     , m_edits({.rows = m_rows,
                .lists = m_parts.lists,
                .settings = m_parts.settings,
