@@ -1,0 +1,417 @@
+#include "trees/tree_rows.h"
+
+#include "config/config_objects.h"
+#include "platform/db/database.h"
+#include "platform/db/sql_text.h"
+#include "trees/favorit_rows.h"
+#include "trees/tree_key.h"
+
+#include <array>
+#include <functional>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr std::array<QStringView, kTreeKinds> kNames{
+    u"TreeDir",      u"TreeGenre", u"TreeAlbum", u"TreeInterpret",     u"TreeFavorit",
+    u"TreePlaylist", u"TreeState", u"info",      u"TreeAlbumErweitert"};
+
+/// Value of `Drive` for an optical disc.
+constexpr int kDisc = 4;
+
+using KeyOf = std::function<QString(const QString& name)>;
+
+/// A row of a tree table with one name and one count, read by column number.
+class NamedRows
+{
+public:
+    NamedRows(Database& database, const QString& statement)
+        : m_rows(database.OpenRecordset(statement))
+        , m_name(m_rows->fieldIndex(u"Name"))
+        , m_count(m_rows->fieldIndex(u"anzahl"))
+        , m_imgkey(m_rows->fieldIndex(u"imgkey"))
+        , m_favorit(m_rows->fieldIndex(u"favorit"))
+    {}
+
+    [[nodiscard]] bool next()
+    {
+        if (m_begun) {
+            m_rows->MoveNext();
+        }
+        m_begun = true;
+        return !m_rows->Eof();
+    }
+
+    [[nodiscard]] QString name() const { return m_rows->value(m_name).toText(); }
+
+    [[nodiscard]] QString count() const
+    {
+        return u'[' + QString::number(m_rows->value(m_count).toLong()) + u']';
+    }
+
+    [[nodiscard]] QString picture() const
+    {
+        return treerows::pictureOf(m_rows->value(m_imgkey).toText());
+    }
+
+    [[nodiscard]] bool favorit() const { return m_rows->value(m_favorit).toBool(); }
+
+    [[nodiscard]] const Recordset& set() const { return *m_rows; }
+
+private:
+    std::unique_ptr<Recordset> m_rows;
+    int m_name;
+    int m_count;
+    int m_imgkey;
+    int m_favorit;
+    bool m_begun = false;
+};
+
+RowTick tickOf(bool on)
+{
+    return on ? RowTick::On : RowTick::Off;
+}
+
+/// Name, count and tick of the table's row.
+/// \param keyed what the key is made of; the name of most
+TreeRow
+countedRow(const NamedRows& rows, int level, const KeyOf& keyOf, RowTick tick, const QString& keyed)
+{
+    TreeRow row = treerows::row(level, {}, keyOf(keyed), rows.picture());
+    treerows::setCounted(row, rows.name(), rows.count());
+    row.tick = tick;
+    return row;
+}
+
+TreeRow countedRow(const NamedRows& rows, int level, const KeyOf& keyOf, RowTick tick)
+{
+    return countedRow(rows, level, keyOf, tick, rows.name());
+}
+
+void addFavourites(Database& database,
+                   QStringView table,
+                   const KeyOf& keyOf,
+                   RowTick tick,
+                   std::vector<TreeRow>& to)
+{
+    NamedRows rows(database, "select * from "_L1 + table.toString() +
+                                 " where favorit=true order by tstamp desc"_L1);
+    const int path = rows.set().fieldIndex(u"Path"); // of folders alone
+    while (rows.next()) {
+        const QString keyed = path < 0 ? rows.name() : rows.set().value(path).toText();
+        to.push_back(countedRow(rows, 1, keyOf, tick, keyed));
+    }
+}
+
+/// The same for genres, which stand there without a count and open to their artists.
+void addFavouriteGenres(Database& database,
+                        const KeyOf& keyOf,
+                        RowTick tick,
+                        const QString& picture,
+                        std::vector<TreeRow>& to)
+{
+    NamedRows rows(database, u"select * from tree_genre where favorit=true order by tstamp desc"_s);
+    while (rows.next()) {
+        TreeRow row = treerows::row(1, rows.name(), keyOf(rows.name()),
+                                    picture.isEmpty() ? rows.picture() : picture);
+        row.tick = tick;
+        row.fillable = true;
+        to.push_back(std::move(row));
+    }
+}
+
+/// A folder of `tree_dir` with its tick and its key.
+class DirectoryRows
+{
+public:
+    explicit DirectoryRows(const Recordset& rows)
+        : m_rows(rows)
+        , m_level(rows.fieldIndex(u"rLevel"))
+        , m_name(rows.fieldIndex(u"Name"))
+        , m_path(rows.fieldIndex(u"Path"))
+        , m_volume(rows.fieldIndex(u"vName"))
+        , m_drive(rows.fieldIndex(u"Drive"))
+        , m_own(rows.fieldIndex(u"anzahl"))
+        , m_total(rows.fieldIndex(u"BAnzahl"))
+        , m_imgkey(rows.fieldIndex(u"imgkey"))
+        , m_favorit(rows.fieldIndex(u"favorit"))
+    {}
+
+    [[nodiscard]] TreeRow row() const
+    {
+        const FolderText folder{
+            m_rows.value(m_level).toLong(),  m_rows.value(m_name).toText(),
+            m_rows.value(m_volume).toText(), m_rows.value(m_drive).toLong() == kDisc,
+            m_rows.value(m_own).toLong(),    m_rows.value(m_total).toLong()};
+        const QString path = m_rows.value(m_path).toText();
+        const bool isDiscFolder = folder.isDisc && folder.own > 0;
+        TreeRow row = treerows::row(folder.level, {},
+                                    isDiscFolder ? treekey::discDirectory(folder.volume, path)
+                                                 : treekey::directory(path),
+                                    treerows::pictureOf(m_rows.value(m_imgkey).toText()));
+        row.heading = folder.level == 0;
+        const QString count = folder.count();
+        row.text = folder.title() + count;
+        row.countLetters = int(count.size());
+        if (folder.own > 0 && !folder.isDisc) {
+            row.tick = tickOf(m_rows.value(m_favorit).toBool());
+        }
+        return row;
+    }
+
+private:
+    const Recordset& m_rows;
+    int m_level;
+    int m_name;
+    int m_path;
+    int m_volume;
+    int m_drive;
+    int m_own;
+    int m_total;
+    int m_imgkey;
+    int m_favorit;
+};
+
+/// Artists of a genre, with the two forms of the key and the two orders that they are told in.
+std::vector<TreeRow> artistsOf(Database& database, const QString& statement, const KeyOf& keyOf)
+{
+    std::vector<TreeRow> result;
+    NamedRows rows(database, statement);
+    while (rows.next()) {
+        result.push_back(countedRow(rows, 2, keyOf, tickOf(rows.favorit())));
+    }
+    return result;
+}
+
+std::vector<TreeRow> artistsOfLetter(Database& database, const QString& predicate)
+{
+    return artistsOf(database,
+                     "select * from tree_interpret where name "_L1 + predicate +
+                         " order by id desc"_L1,
+                     treekey::artist);
+}
+
+} // namespace
+
+QStringView nameOf(TreeKind kind)
+{
+    return kNames[size_t(kind)];
+}
+
+QString FolderText::count() const
+{
+    if (own > 0 && total > 0 && total != own) {
+        return u'[' + QString::number(own) + " - "_L1 + QString::number(total) + u']';
+    }
+    return u'[' + QString::number(own > 0 ? own : total) + u']';
+}
+
+QString FolderText::title() const
+{
+    if (level == 0 && !isDisc) {
+        return name + u' ' + (volume.isEmpty() ? QString() : volume + u' ');
+    }
+    // A disc's name carries its volume at the end, which its root alone shows.
+    const bool isTold = level > 0 && isDisc && !volume.isEmpty() && name.endsWith(u' ' + volume);
+    return (isTold ? name.chopped(volume.size() + 1) : name) + u' ';
+}
+
+namespace treerows {
+
+TreeRow root(const QString& caption, const QString& key, const QString& picture)
+{
+    TreeRow result = row(0, caption, key, picture);
+    result.heading = true;
+    return result;
+}
+
+TreeRow row(int level, const QString& text, const QString& key, const QString& picture)
+{
+    TreeRow result;
+    result.level = level;
+    result.text = text;
+    result.key = key;
+    result.picture = picture;
+    return result;
+}
+
+void setCounted(TreeRow& row, const QString& name, const QString& count)
+{
+    row.text = name + u' ' + count;
+    row.countLetters = int(count.size());
+}
+
+QString pictureOf(const QString& imgkey)
+{
+    return "tree."_L1 + imgkey;
+}
+
+std::vector<TreeRow> directories(Database& database, const ConfigObjects& texts)
+{
+    std::vector<TreeRow> rows{root(texts.text(u"tree.root.favorit"), {}, u"tree.Favorit"_s)};
+    addFavourites(database, u"tree_dir", treekey::favouriteDirectory, RowTick::On, rows);
+    const auto folders = database.OpenRecordset(u"select * from tree_dir order by id asc"_s);
+    rows.reserve(rows.size() + size_t(folders->rowCount()));
+    for (const DirectoryRows reader(*folders); !folders->Eof(); folders->MoveNext()) {
+        rows.push_back(reader.row());
+    }
+    return rows;
+}
+
+std::vector<TreeRow> genres(Database& database, const ConfigObjects& texts)
+{
+    std::vector<TreeRow> rows{root(texts.text(u"tree.root.favorit"), {}, u"tree.Favorit"_s)};
+    addFavouriteGenres(database, treekey::favouriteGenre, RowTick::On, {}, rows);
+    rows.push_back(root(texts.text(u"tree.root.genre"), {}, u"tree.dir"_s));
+    NamedRows all(database, u"select * from tree_genre  order by id asc"_s);
+    while (all.next()) {
+        rows.push_back(countedRow(all, 1, treekey::genre, tickOf(all.favorit())));
+        rows.back().fillable = true;
+    }
+    return rows;
+}
+
+std::vector<TreeRow> albums(Database& database, const ConfigObjects& texts, int threshold)
+{
+    std::vector<TreeRow> rows{root(texts.text(u"tree.root.favorit"), {}, u"tree.Favorit"_s)};
+    addFavourites(database, u"tree_album", treekey::favouriteAlbum, RowTick::On, rows);
+    rows.push_back(root(texts.text(u"tree.root.album"), {}, u"tree.dir"_s));
+    NamedRows all(database, "select * from tree_album where anzahl>"_L1 +
+                                sql::number(qint64{threshold}) + " order by id asc"_L1);
+    rows.reserve(rows.size() + size_t(all.set().rowCount()));
+    while (all.next()) {
+        rows.push_back(countedRow(all, 1, treekey::album, tickOf(all.favorit())));
+    }
+    return rows;
+}
+
+std::vector<TreeRow> artists(Database& database, const ConfigObjects& texts)
+{
+    std::vector<TreeRow> rows{root(texts.text(u"tree.root.favorit"), {}, u"tree.Favorit"_s)};
+    addFavourites(database, u"tree_interpret", treekey::favouriteArtist, RowTick::On, rows);
+    rows.push_back(root(texts.text(u"tree.root.interpret"), {}, u"tree.dir"_s));
+    const auto add = [&](const QString& caption, const QString& key) {
+        rows.push_back(row(1, caption, key, u"tree.dir"_s));
+        rows.back().fillable = true;
+    };
+    for (char16_t letter = u'A'; letter <= u'Z'; ++letter) {
+        add(QString(QChar(letter)), treekey::artistLetter(QChar(letter)));
+    }
+    add(u"0-9"_s, treekey::artistDigits());
+    add(texts.text(u"tree.root.other"), treekey::artistOthers());
+    return rows;
+}
+
+std::vector<TreeRow> favourites(Database& database, const ConfigObjects& texts)
+{
+    std::vector<TreeRow> rows;
+    rows.push_back(root(texts.text(u"tree.root.interpret"), {}, u"tree.interpret"_s));
+    addFavourites(database, u"tree_interpret", treekey::inFavouritesArtist, RowTick::None, rows);
+    rows.push_back(root(texts.text(u"tree.root.directory"), {}, u"tree.dir"_s));
+    addFavourites(database, u"tree_dir", treekey::inFavouritesDirectory, RowTick::None, rows);
+    rows.push_back(root(texts.text(u"tree.root.album"), {}, u"tree.album"_s));
+    addFavourites(database, u"tree_album", treekey::inFavouritesAlbum, RowTick::None, rows);
+    rows.push_back(root(texts.text(u"tree.root.genre"), {}, u"tree.genre"_s));
+    addFavouriteGenres(database, treekey::inFavouritesGenre, RowTick::None, u"tree.genre"_s, rows);
+    return rows;
+}
+
+std::vector<TreeRow> statistics(Database& database)
+{
+    std::vector<TreeRow> rows;
+    const auto days = database.OpenRecordset(u"select * from v_state"_s);
+    int year = 0;
+    int month = 0;
+    for (; !days->Eof(); days->MoveNext()) {
+        const int dayYear = days->value(u"tyear").toLong();
+        const int dayMonth = days->value(u"tmon").toLong();
+        if (dayYear != year) {
+            year = dayYear;
+            rows.push_back(
+                row(1, QString::number(year) + u' ', treekey::statisticsYear(year), u"tree.dir"_s));
+        }
+        if (dayMonth != month) {
+            month = dayMonth;
+            rows.push_back(row(2, days->value(u"monat").toText(),
+                               treekey::statisticsMonth(year, month), u"tree.dir"_s));
+        }
+        const QString date = days->value(u"datum").toText();
+        rows.push_back(row(3, date, treekey::statisticsDay(date, days->value(u"tday").toLong()),
+                           u"tree.playlist"_s));
+    }
+    return rows;
+}
+
+std::vector<TreeRow> playlists(Database& database)
+{
+    std::vector<TreeRow> rows;
+    const auto groups = database.OpenRecordset(u"select * from pl_group order by sid"_s);
+    for (; !groups->Eof(); groups->MoveNext()) {
+        const qint64 group = groups->value(u"GRID").toLong();
+        TreeRow heading =
+            row(1, groups->value(u"Name").toText(), treekey::group(group), u"tree.dir"_s);
+        heading.tick = tickOf(groups->value(u"Activ").toBool());
+        rows.push_back(std::move(heading));
+        for (const ListState& list : readListsOfGroup(database, group)) {
+            rows.push_back(playlist(list));
+        }
+    }
+    return rows;
+}
+
+TreeRow playlist(const ListState& list)
+{
+    TreeRow row = rowOf(list);
+    row.level = 2;
+    row.dimmed = false;
+    row.tick = tickOf(list.activ);
+    setCounted(row, list.name, u'[' + QString::number(list.entries) + u']');
+    return row;
+}
+
+std::vector<TreeRow> children(Database& database, const QString& key)
+{
+    const auto parts = treekey::split(key);
+    if (!parts) {
+        return {};
+    }
+    const QString& name = parts->value;
+    switch (treekey::typeOf(key)) {
+    case treekey::Type::ArtistLetter: {
+        // Each goes in directly below the letter, so the last one read ends on top.
+        std::vector<TreeRow> rows = artistsOfLetter(database, name);
+        return {rows.rbegin(), rows.rend()};
+    }
+    case treekey::Type::Genre:
+        return artistsOf(database,
+                         "select * from tree_genre_interpret where genre="_L1 + sql::text(name) +
+                             " order by id"_L1,
+                         [&](const QString& artist) { return treekey::genreArtist(name, artist); });
+    case treekey::Type::FavouriteGenre:
+        return artistsOf(
+            database,
+            "select * from tree_genre_interpret where favorit=true and genre="_L1 +
+                sql::text(name) + " order by id"_L1,
+            [&](const QString& artist) { return treekey::favouriteGenreArtist(name, artist); });
+    case treekey::Type::InFavouritesGenre: {
+        std::vector<TreeRow> rows =
+            artistsOf(database,
+                      "select * from tree_genre_interpret where favorit=true and genre ="_L1 +
+                          sql::text(name) + " order by id desc"_L1,
+                      treekey::inFavouritesGenreArtist);
+        for (TreeRow& shown : rows) {
+            shown.tick = RowTick::None;
+        }
+        return {rows.rbegin(), rows.rend()};
+    }
+    default:
+        return {};
+    }
+}
+
+} // namespace treerows
+
+} // namespace melovane
