@@ -108,6 +108,23 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"tree.menu.1001", u"An Playliste anhängen"},
     {u"tree.menu.1002", u"In Playliste einfühgen"}, // spelt so
     {u"tree.menu.1004", u"An aktuelle gespielte Playliste anhängen"},
+    {u"tree.menu.1006", u"Umbenennen"},
+    {u"tree.menu.1007", u"Löschen"},
+    {u"tree.filter", u"Filtern"},
+    {u"tree.filter.tip", u"Nur Zeilen zeigen, die das enthalten; Esc zeigt wieder alle"},
+    {u"tree.filter.none", u"Keine Zeile enthält das"},
+    {u"tree.fold.open", u"Alle öffnen"},
+    {u"tree.selected", u"$1 Zeilen"},
+    {u"tree.info.title", u"Kein Titel gewählt"},
+    {u"tree.info.none", u"Hier steht, was über den gewählten Titel bekannt ist."},
+    {u"tree.damaged.title", u"Dieser Baum kann nicht gelesen werden"},
+    {u"tree.damaged.text", u"Er wird neu aufgebaut."},
+    {u"tree.item.wrong", u"Die Zeilen dieser Überschrift können nicht gelesen werden:\\n$1"},
+    {u"tree.item.columns", u"Das Ergebnis hat keine Spalten Name, anzahl und imgkey"},
+    {u"tree.tick.apostrophe", u"Wird nicht behalten: der Name enthält ein Hochkomma"},
+    {u"tree.tick.artist", u"Bleibt ein Favorit: unter „Favorit“ wegnehmen"},
+    {u"tree.tick.folder", u"Bleibt ein Favorit: beim Verzeichnis selbst wegnehmen"},
+    {u"tree.tick.again", u"Wirkt hier erst nach dem Neuladen wieder"},
 
     // Playlist tree: its menu.
     {u"lists.menu.1001", u"Aktivieren"},
