@@ -191,7 +191,7 @@ inline constexpr QStringView kRefreshTreeInterpret = u"refresh.tree.interpret";
 inline constexpr QStringView kStart = u"start";
 /// From Tree: the current row is another. To nobody here.
 inline constexpr QStringView kTreeEnterCell = u"tree.enter.cell";
-/// From PlaylistFavorit: a list was made the playing one. To the player: its number.
+/// From PlaylistFavorit: a list was made the playing one. To the player, Tree: its number.
 inline constexpr QStringView kPlaylistPlay = u"playlist.play";
 /// From PlaylistFavorit. To the player: the same for a jingle list.
 inline constexpr QStringView kPlaylistJinglePlay = u"playlist.Jingle.play";
@@ -271,10 +271,8 @@ inline constexpr QStringView kForOthers[] = {
     kJinglePlaylistChange,
     kPlaylistPositionDblclick,
     kJinglelistPositionDblclick,
-    kPlaylistPlay,
     kPlaylistJinglePlay,
     kPlaylistAllDbInsertAktuellData,
-    kRefreshTree,
     kTreeEnterCell,
     kEditBoxAddNewGenre,
 };
@@ -286,7 +284,6 @@ inline constexpr QStringView kButtonKeys[] = {kAllVolume, kPlaylistJingleLoop};
 inline constexpr QStringView kUnused[] = {
     kPrintSendCommands,
     kJinglePlayerSetVolume,
-    kUpdateSortPlaylist,
 };
 
 } // namespace melovane::bus
