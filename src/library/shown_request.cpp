@@ -25,7 +25,7 @@ ShownRequest shownRequest(const TreeRequest& request)
     if (kFolderNames.contains(kind) || kFolderNames.contains(lowerCase(request.field))) {
         return {Kind::Folder, request.value};
     }
-    if (kNumberKinds.contains(kind) || request.byNumber != 0) {
+    if (kNumberKinds.contains(kind) || request.byNumber != 0 || kind.endsWith(":where"_L1)) {
         return {Kind::Other, {}};
     }
     // Stars are the search's own, at either end.

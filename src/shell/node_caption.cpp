@@ -9,7 +9,9 @@ using namespace Qt::Literals::StringLiterals;
 QString nodeCaption(const QString& value, const QString& field)
 {
     static constexpr QStringView kNodes = u",interpret,titel,album,genre,statistik,playlist,path,";
-    if (lowerCase(value) == upperCase(value) || value.contains(u'*')) {
+    // A condition is no name either.
+    if (lowerCase(value) == upperCase(value) || value.contains(u'*') ||
+        field.endsWith(":where"_L1)) {
         return {};
     }
     const bool known = kNodes.contains(lowerCase(field));

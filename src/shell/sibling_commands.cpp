@@ -25,6 +25,11 @@ void SiblingCommands::editTags()
     tellUnless(m_siblings.startTagEditor(), u"tagbench"_s);
 }
 
+void SiblingCommands::viewCovers()
+{
+    tellUnless(m_siblings.startSleeveViewer({}), u"SleeveViewer"_s);
+}
+
 void SiblingCommands::rebuildTrees()
 {
     tellUnless(m_siblings.startRebuildTree(), u"Task.RebuildTree"_s);

@@ -24,6 +24,9 @@ public:
     /// Opens the tag editor, where it is installed.
     void editTags();
 
+    /// Opens the viewer of covers, where it is installed.
+    void viewCovers();
+
     /// Has the tables of the trees filled anew.
     void rebuildTrees();
 

@@ -207,6 +207,7 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
     connect(m_grid, &DataGrid::headerClicked, &logic, &ctl_MP3DB::headerClicked);
     connect(m_grid, &DataGrid::headMenuWanted, &logic, &ctl_MP3DB::headMenuWanted);
     connect(m_grid, &DataGrid::rowActivated, &logic, &ctl_MP3DB::rowActivated);
+    connect(m_grid, &DataGrid::currentRowChanged, this, &Mp3dbWidget::currentTrackChanged);
     connect(m_grid, &DataGrid::digitPressed, &logic, &ctl_MP3DB::digitPressed);
     connect(m_grid, &DataGrid::deletePressed, &logic, &ctl_MP3DB::deletePressed);
     connect(m_grid, &DataGrid::emptyButtonClicked, &logic, &ctl_MP3DB::emptyButtonPressed);

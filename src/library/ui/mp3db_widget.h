@@ -38,6 +38,8 @@ signals:
     void importWanted();
     /// F5.
     void reloadWanted();
+    /// Another row is the current one.
+    void currentTrackChanged();
 
 private:
     void buildKeys();

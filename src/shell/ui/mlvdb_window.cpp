@@ -2,7 +2,6 @@
 
 #include "config/config_objects.h"
 #include "library/ui/mp3db_widget.h"
-#include "platform/qt/empty_view.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/monitor_bars.h"
 #include "platform/qt/skin.h"
@@ -12,6 +11,7 @@
 #include "shell/mlvdb.h"
 #include "shell/ui/window_menu_bar.h"
 #include "trees/ui/playlist_favorit_widget.h"
+#include "trees/ui/tree_widget.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -65,21 +65,10 @@ MlvdbWindow::MlvdbWindow(Skin& skin, const IconSet& icons)
     resize(kFirstSize.boundedTo(room * 9 / 10));
 }
 
-Panel* MlvdbWindow::laterPanel(const QString& name, const QString& icon, const QString& key)
-{
-    auto* panel = new Panel(m_skin, this);
-    panel->setObjectName(name);
-    auto* view = new EmptyView(m_icons, icon, panel);
-    view->setQuiet();
-    panel->setView(view);
-    m_later.push_back({view, key + u".title"_s, key + u".empty"_s});
-    return panel;
-}
-
 void MlvdbWindow::buildPanels()
 {
     m_library = new Mp3dbWidget(m_skin, m_icons, this);
-    auto* tree = laterPanel(u"Tree1"_s, u"tree"_s, u"tree"_s);
+    m_tree = new TreeWidget(m_skin, m_icons, this);
     m_lists = new PlaylistFavoritWidget(m_skin, m_icons, this);
     m_playlist = new PlaylistWidget(m_skin, m_icons, this);
     auto* frame = new QWidget(this);
@@ -91,7 +80,7 @@ void MlvdbWindow::buildPanels()
     }
     m_splits[0]->addWidget(m_splits[1]);
     m_splits[0]->addWidget(m_splits[2]);
-    m_splits[1]->addWidget(tree);
+    m_splits[1]->addWidget(m_tree);
     m_splits[1]->addWidget(m_library);
     m_splits[2]->addWidget(m_lists);
     m_splits[2]->addWidget(m_playlist);
@@ -132,9 +121,6 @@ void MlvdbWindow::attach(MLVDB& logic, const ConfigObjects& texts)
     QMenu* languages = m_menus->filledMenu(u"mnuSprache"_s);
     connect(languages, &QMenu::aboutToShow, this,
             [this, languages, &logic] { fillLanguageMenu(*languages, logic); });
-    for (const LaterPanel& panel : m_later) {
-        panel.view->setNote({texts.text(panel.title), texts.text(panel.text), {}});
-    }
     connect(m_library, &Mp3dbWidget::importWanted, this,
             [&logic] { logic.siblings().importMusic(); });
 }

@@ -10,7 +10,6 @@
 namespace melovane {
 
 class ConfigObjects;
-class EmptyView;
 class IconSet;
 class MLVDB;
 class MonitorBars;
@@ -23,6 +22,7 @@ class Skin;
 class SplitPanel;
 class StatusBar;
 class StatusLine;
+class TreeWidget;
 class WindowMenuBar;
 
 /// The main window: menus, three splits, status line, and the views in their places.
@@ -45,6 +45,8 @@ public:
     [[nodiscard]] PlaylistWidget& playlist() { return *m_playlist; }
 
     [[nodiscard]] PlaylistFavoritWidget& lists() { return *m_lists; }
+
+    [[nodiscard]] TreeWidget& tree() { return *m_tree; }
 
     /// Connects the form with its logic, which outlives its last event.
     void attach(MLVDB& logic, const ConfigObjects& texts);
@@ -74,28 +76,19 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    /// A panel whose view does not exist yet.
-    struct LaterPanel
-    {
-        EmptyView* view;
-        QString title; ///< keys of its texts
-        QString text;
-    };
-
     void buildPanels();
     void fillSkinMenu(QMenu& menu, MLVDB& logic, const ConfigObjects& texts);
     void fillLanguageMenu(QMenu& menu, MLVDB& logic);
-    [[nodiscard]] Panel* laterPanel(const QString& name, const QString& icon, const QString& key);
 
     Skin& m_skin;
     const IconSet& m_icons;
     Mp3dbWidget* m_library = nullptr;
     PlaylistWidget* m_playlist = nullptr;
     PlaylistFavoritWidget* m_lists = nullptr;
+    TreeWidget* m_tree = nullptr;
     StatusBar* m_status = nullptr;
     MonitorBars* m_monitor = nullptr;
     WindowMenuBar* m_menus = nullptr;
-    std::vector<LaterPanel> m_later;
     std::array<SplitPanel*, 3> m_splits{};
     bool m_shown = false;
 };

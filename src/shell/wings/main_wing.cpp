@@ -13,6 +13,7 @@
 #include "shell/wings/suite_wing.h"
 #include "shell/wings/trees_wing.h"
 #include "trees/ui/playlist_favorit_widget.h"
+#include "trees/ui/tree_widget.h"
 
 #include <QGuiApplication>
 
@@ -108,6 +109,9 @@ void MainWing::connectViews()
     desk.window.library().attach(below.library.view, texts);
     desk.window.playlist().attach(below.playlist.view, texts);
     desk.window.lists().attach(below.trees.favorit, texts);
+    desk.window.tree().attach(below.trees.tree, texts);
+    QObject::connect(&desk.window.library(), &Mp3dbWidget::currentTrackChanged, &below.trees.tree,
+                     [this] { below.trees.tree.trackEntered(below.library.view.GetFID()); });
     QObject::connect(&below.playlist.view, &ctl_Playlist::historyChanged, &desk.window,
                      [this](const QString& undo, bool, const QString& redo, bool) {
                          window.menu().setHistoryTexts(undo, redo);
@@ -130,11 +134,13 @@ void MainWing::connectViews()
     desk.keyboard.setHandler(&desk.window, [this] { return keys.keyPressed(); });
     QObject::connect(&desk.window, &MlvdbWindow::firstShown, &below.library.view, [this] {
         window.activateFirst();
+        below.trees.tree.start();
         below.library.view.SetComboFokus();
     });
     QObject::connect(&desk.window, &MlvdbWindow::closing, &below.library.view, [this] {
         window.unload();
         below.trees.favorit.end();
+        below.trees.tree.end();
     });
 }
 

@@ -5,7 +5,9 @@
 #include "shell/wings/machine.h"
 #include "shell/wings/playlist_wing.h"
 #include "shell/wings/suite_wing.h"
+#include "trees/info_cover.h"
 #include "trees/ui/playlist_favorit_widget.h"
+#include "trees/ui/tree_widget.h"
 
 namespace melovane {
 
@@ -32,6 +34,38 @@ TreesWing::TreesWing(Machine& machine,
                .saveList = [&playlist](Pnid list) { playlist.listFiles.saveList(list); },
                .world = suite.world(machine)},
               desk.window.lists().tree())
-{}
+    , popup(desk.icons)
+    , tree(treeParts(machine, desk, suite, lists, playlist), desk.window.tree())
+{
+    popup.setPlace([&desk] { return desk.window.tree().menuPlace(); });
+}
+
+TreeParts TreesWing::treeParts(Machine& machine,
+                               Desk& desk,
+                               SuiteWing& suite,
+                               ListsWing& lists,
+                               PlaylistWing& playlist)
+{
+    return {.engine = *machine.engine,
+            .settings = machine.settings,
+            .texts = machine.texts,
+            .lists = lists.functions,
+            .loop = machine.loop,
+            .bus = suite.bus,
+            .warnings = desk.warnings,
+            .popup = popup,
+            .sink = suite.toUser(machine),
+            .mayWrite = [world = suite.world(machine)] { return !world.isReadOnly(); },
+            .track = [&machine](const QString& fid) { return machine.data.GetAllDataByFid(fid); },
+            .cover =
+                [&machine](const MlvAllData& track) {
+                    return coverFile(machine.files, machine.paths.GetConfigPath(), track.Image);
+                },
+            .placeOf = [&machine](const QString& file) { return machine.locator.placeOf(file); },
+            .append = [&playlist](const QString& dragText,
+                                  Pnid list) { playlist.view.append(dragText, list); },
+            .startViewer = [&suite] { suite.commands.viewCovers(); },
+            .rebuildTables = [&suite] { suite.commands.rebuildTrees(); }};
+}
 
 } // namespace melovane

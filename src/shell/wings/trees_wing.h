@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/qt/qt_popup.h"
 #include "playlistview/list_figures.h"
 #include "playlistview/ui/list_figures_dialog.h"
+#include "trees/library_tree.h"
 #include "trees/playlist_favorit.h"
 
 namespace melovane {
@@ -12,7 +14,7 @@ struct Machine;
 struct PlaylistWing;
 struct SuiteWing;
 
-/// The panel of the lists.
+/// The panel of the lists and the library tree.
 struct TreesWing
 {
     TreesWing(Machine& machine,
@@ -24,6 +26,15 @@ struct TreesWing
     ListFiguresDialog figuresForm;
     frmDetailPlaylist figures;
     PlaylistFavorit favorit;
+    QtPopup popup; ///< of the library tree
+    Tree tree;
+
+private:
+    [[nodiscard]] TreeParts treeParts(Machine& machine,
+                                      Desk& desk,
+                                      SuiteWing& suite,
+                                      ListsWing& lists,
+                                      PlaylistWing& playlist);
 };
 
 } // namespace melovane

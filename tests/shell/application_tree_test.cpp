@@ -1,0 +1,120 @@
+// The library tree beside the library in the running console.
+#include "platform/qt/outline_tree.h"
+#include "shell/application_fixture.h"
+#include "trees/ui/tree_widget.h"
+
+#include <QTableView>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+/// A console over a library of three tracks whose tree tables are filled.
+class TreeInWindow : public test::ApplicationTest
+{
+protected:
+    TreeInWindow()
+    {
+        suite.library.add({.Titel = u"Licht"_s, .Interpret = u"Kaja"_s, .Album = u"Hafen"_s});
+        suite.library.add({.Titel = u"Brandung"_s, .Interpret = u"Kaja"_s, .Album = u"Hafen"_s});
+        suite.library.add({.Titel = u"Ebbe"_s,
+                           .Interpret = u"Mara"_s,
+                           .Album = u"Watt"_s,
+                           .Path = u"/music/tief/"_s});
+        const auto database = suite.open();
+        database->Execute(u"insert into tree_album (Name,anzahl,imgkey) values "
+                          u"('Hafen',2,'album')"_s);
+        database->Execute(u"insert into tree_interpret (Name,anzahl,imgkey) values "
+                          u"('Mara',1,'interpret')"_s);
+        for (const auto& [path, level] :
+             {std::pair{u"/"_s, 0}, {u"/music/"_s, 1}, {u"/music/tief/"_s, 2}}) {
+            database->Execute(u"insert into tree_dir (Path,Name,rLevel,anzahl,BAnzahl,imgkey,Drive)"
+                              u" values ('%1','%1',%2,1,1,'DIR',2)"_s.arg(path)
+                                  .arg(level));
+        }
+    }
+
+    static TreeWidget& tree(QMainWindow& window)
+    {
+        return *window.findChild<TreeWidget*>(u"Tree1"_s);
+    }
+
+    static void press(QMainWindow& window, const QString& tool)
+    {
+        // In a small window it may stand in the menu of the row.
+        tree(window).findChild<QToolButton*>(tool)->click();
+    }
+
+    static void click(QMainWindow& window, const QString& key)
+    {
+        OutlineTree& outline = tree(window).outline();
+        const int row = outline.find(key);
+        ASSERT_GE(row, 0) << qPrintable(key);
+        QTest::mouseClick(outline.viewport(), Qt::LeftButton, {}, outline.placeOf(row).center());
+    }
+
+    static int shown(QMainWindow& window)
+    {
+        return window.findChild<QTableView*>(u"TDBGrid1"_s)->model()->rowCount();
+    }
+};
+
+TEST_F(TreeInWindow, AClickInATreeShowsItsTracksInTheLibrary)
+{
+    run([](QMainWindow& window) {
+        press(window, u"tree.album"_s);
+        click(window, u"ABM?Album??Hafen"_s);
+        EXPECT_EQ(shown(window), 2);
+        press(window, u"tree.dir"_s);
+        click(window, u"DIR?Path?\?/music/tief/*"_s);
+        EXPECT_EQ(shown(window), 1);
+        press(window, u"tree.interpret"_s);
+        click(window, u"INP?RootInterpret?\?like '[M]*'"_s);
+        EXPECT_EQ(shown(window), 1) << "a letter leaves the rows as they are";
+    });
+    EXPECT_EQ(warnings, QStringList());
+}
+
+TEST_F(TreeInWindow, TicksAreThereAfterARestart)
+{
+    run([](QMainWindow& window) {
+        press(window, u"tree.album"_s);
+        OutlineTree& outline = tree(window).outline();
+        const int row = outline.find(u"ABM?Album??Hafen"_s);
+        QTest::mouseClick(outline.viewport(), Qt::LeftButton, {},
+                          outline.tickPlaceOf(row).center());
+    });
+    run([](QMainWindow& window) {
+        EXPECT_EQ(tree(window).outline().objectName(), u"TreeAlbum"_s) << "seen last";
+        EXPECT_GE(tree(window).outline().find(u"AFAV?Album??Hafen"_s), 0);
+    });
+}
+
+TEST_F(TreeInWindow, TheInformationTreeFollowsTheTrackThatIsChosenInTheLibrary)
+{
+    run([](QMainWindow& window) {
+        click(window, u"DIR?Path?\?/*"_s);
+        press(window, u"tree.info"_s);
+        auto* grid = window.findChild<QTableView*>(u"TDBGrid1"_s);
+        grid->setFocus();
+        QStringList titles;
+        for (int row = 0; row < 3; ++row) {
+            grid->setCurrentIndex(grid->model()->index(row, 0));
+            const OutlineTree& outline = tree(window).outline();
+            for (int line = 0; line < outline.rowCount(); ++line) {
+                if (outline.row(line).key.startsWith(u"INFO?Titel"_s)) {
+                    titles.append(outline.row(line).text);
+                }
+            }
+        }
+        titles.sort();
+        EXPECT_EQ(titles, (QStringList{u"Brandung "_s, u"Ebbe "_s, u"Licht "_s}));
+    });
+}
+
+} // namespace
+} // namespace melovane
