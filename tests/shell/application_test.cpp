@@ -3,7 +3,6 @@
 #include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_messages.h"
 #include "platform/qt/outline_tree.h"
-#include "platform/qt/outline_tree.h"
 #include "shell/application_fixture.h"
 #include "shell/ui/mlvdb_window.h"
 #include "support/wait_for.h"
