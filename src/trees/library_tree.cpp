@@ -334,7 +334,6 @@ void Tree::goToRow(int row)
         return;
     }
     int first = row;
-    level = tree.row(row).level;
     for (int above = row - 1, shown = 0; above >= 0 && shown < kRowsAbove; --above) {
         // Rows below a closed one are not on the screen.
         bool isSeen = true;

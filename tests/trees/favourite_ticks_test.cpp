@@ -5,7 +5,6 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 using test::LibraryTreeTest;
-using test::PlainTree;
 
 TEST_F(LibraryTreeTest, ATickedFolderBecomesAFavouriteAndLosesTheFlagAgainInPlace)
 {
