@@ -177,17 +177,31 @@ bool SuiteMessages::endJobs()
                        message::kEndJobs);
 }
 
+MessageHandle SuiteMessages::volumeMonitor()
+{
+    return m_settings.GetKeyValueLong(section::kGlobal.toString(), kVolumeMonitorKey, 0);
+}
+
+MessageHandle SuiteMessages::sampleTool()
+{
+    m_settings.RefreshMessageHandle();
+    return m_settings.MessageHandleKiv();
+}
+
+bool SuiteMessages::isRunning(const QString& program)
+{
+    return (program == "LevelPanel"_L1 && isAlive(volumeMonitor())) ||
+           (program == "Melovanekiv"_L1 && isAlive(sampleTool()));
+}
+
 bool SuiteMessages::showVolumeMonitor()
 {
-    const QString global = section::kGlobal.toString();
-    return sendIfAlive(m_settings.GetKeyValueLong(global, kVolumeMonitorKey, 0),
-                       message::kShowVolumeMonitor);
+    return sendIfAlive(volumeMonitor(), message::kShowVolumeMonitor);
 }
 
 bool SuiteMessages::editSample()
 {
-    m_settings.RefreshMessageHandle();
-    return sendIfAlive(m_settings.MessageHandleKiv(), message::kEditSample);
+    return sendIfAlive(sampleTool(), message::kEditSample);
 }
 
 } // namespace melovane

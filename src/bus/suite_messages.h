@@ -73,6 +73,10 @@ public:
     /// True for the control of a program that runs.
     [[nodiscard]] bool isAlive(MessageHandle control) const;
 
+    /// True for the volume monitor ("LevelPanel") or the sample tool ("Melovanekiv") that runs;
+    /// they are the programs that get a number instead of being started.
+    [[nodiscard]] bool isRunning(const QString& program);
+
     /// Asks the jobs program to end. False when it does not run.
     [[nodiscard]] bool endJobs();
 
@@ -86,6 +90,8 @@ public:
 private:
     [[nodiscard]] bool sendIfAlive(MessageHandle target, qint32 id);
     [[nodiscard]] MessageHandle player();
+    [[nodiscard]] MessageHandle volumeMonitor();
+    [[nodiscard]] MessageHandle sampleTool();
     bool ask(MessageHandle target, qint32 id, qint32 lParam = 0);
 
     GlobalSettings& m_settings;

@@ -139,6 +139,12 @@ CommandGate::CommandGate(const ConfigObjects& texts, CommandWorld world)
     , m_world(std::move(world))
 {}
 
+bool CommandGate::isThere(QStringView program) const
+{
+    const QString name = program.toString();
+    return m_world.isRunning(name) || m_world.isInstalled(name);
+}
+
 QString CommandGate::missing(QStringView program) const
 {
     const QString name = program.toString();
@@ -155,7 +161,7 @@ QString CommandGate::whyNot(QStringView name, const CommandPlace& place) const
         return {};
     }
     const auto needs = [command](unsigned need) { return (command->needs & need) != 0; };
-    if (!command->program.isEmpty() && !m_world.isInstalled(command->program.toString())) {
+    if (!command->program.isEmpty() && !isThere(command->program)) {
         return missing(command->program);
     }
     // What no click of the user can change comes first.

@@ -27,6 +27,8 @@ struct CommandWorld
 {
     /// Whether a program lies in the program folder.
     std::function<bool(const QString& program)> isInstalled = [](const QString&) { return true; };
+    /// Whether it runs, wherever it was started from, and can be told what to do.
+    std::function<bool(const QString& program)> isRunning = [](const QString&) { return false; };
     std::function<bool()> isPlayerThere = [] { return true; };
     /// Whether nothing can be written into the library.
     std::function<bool()> isReadOnly = [] { return false; };
@@ -47,6 +49,7 @@ public:
     [[nodiscard]] QString whyNot(QStringView command, const CommandPlace& place = {}) const;
 
 private:
+    [[nodiscard]] bool isThere(QStringView program) const;
     [[nodiscard]] QString missing(QStringView program) const;
 
     const ConfigObjects& m_texts;

@@ -218,8 +218,11 @@ TEST_F(SuiteMessagesTest, TheJobsProgramIsAskedToEnd)
 TEST_F(SuiteMessagesTest, AVolumeMonitorThatRunsIsShownAndOneThatDoesNotIsToldToTheCaller)
 {
     EXPECT_FALSE(console.showVolumeMonitor());
+    EXPECT_FALSE(console.isRunning(u"LevelPanel"_s));
     const auto monitor = program(u"Global"_s, u"Message.Handle.Volume.Monitor"_s);
     EXPECT_TRUE(console.showVolumeMonitor());
+    EXPECT_TRUE(console.isRunning(u"LevelPanel"_s));
+    EXPECT_FALSE(console.isRunning(u"Melovanekiv"_s));
     EXPECT_EQ(seen, QStringList(u"Message.Handle.Volume.Monitor 1075 0 0"_s));
 }
 
@@ -228,6 +231,7 @@ TEST_F(SuiteMessagesTest, ASampleToolThatRunsGetsTheEntryAndOneThatDoesNotIsTold
     EXPECT_FALSE(console.editSample());
     const auto tool = program(u"Message"_s, u"Handle.Kiv"_s);
     EXPECT_TRUE(console.editSample());
+    EXPECT_TRUE(console.isRunning(u"Melovanekiv"_s));
     EXPECT_EQ(seen, QStringList(u"Handle.Kiv 1229 0 0"_s));
 }
 

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTableView>
@@ -164,6 +165,17 @@ TEST_F(WindowTest, InASmallWindowTheToolsGiveWayAndTheSearchLineStaysReadable)
     const auto& line = console->searchLine();
     EXPECT_GE(line.width(), line.fontMetrics().averageCharWidth() * 32);
     EXPECT_TRUE(console->control<QToolButton>(u"MoreTools"_s).isVisible());
+}
+
+TEST_F(WindowTest, InTheFirstWindowTheSearchLineShowsItsHintWhole)
+{
+    addTracks();
+    open();
+    console->window.resize(960, 600);
+    const QLineEdit& line = *console->searchLine().lineEdit();
+    const int hint = line.fontMetrics().horizontalAdvance(line.placeholderText());
+    // Left of the hint stands the lens, with room on both sides.
+    EXPECT_GE(line.width(), hint + 2 * line.fontMetrics().height());
 }
 
 TEST_F(WindowTest, TracksThatAnotherProgramAddsAppearByThemselves)

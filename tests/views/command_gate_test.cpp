@@ -19,11 +19,13 @@ struct CommandGateTest : public testing::Test
     std::unique_ptr<GlobalSettings> settings = folders.makeSettings();
     ConfigObjects texts{folders.paths(), folders.profile(), folders.files()};
     QStringList installed;
+    QStringList running;
     bool playerThere = true;
     bool readOnly = false;
     CommandGate gate{
         texts,
         {.isInstalled = [this](const QString& program) { return installed.contains(program); },
+         .isRunning = [this](const QString& program) { return running.contains(program); },
          .isPlayerThere = [this] { return playerThere; },
          .isReadOnly = [this] { return readOnly; }}};
 };
@@ -47,6 +49,15 @@ TEST_F(CommandGateTest, ACommandWithoutItsProgramSaysWhichIsMissingInTheUsersWor
     for (const QString& command : commands) {
         EXPECT_EQ(gate.whyNot(command), QString()) << command.toStdString();
     }
+}
+
+TEST_F(CommandGateTest, AProgramThatRunsNeedsNoFileInTheProgramFolder)
+{
+    running = QStringList{u"Melovanekiv"_s, u"LevelPanel"_s};
+    for (const QString& command : {u"all.sample"_s, u"all.volume"_s, u"show.melovane.kiv"_s}) {
+        EXPECT_EQ(gate.whyNot(command), QString()) << command.toStdString();
+    }
+    EXPECT_NE(gate.whyNot(u"all.book"), QString());
 }
 
 TEST_F(CommandGateTest, WhatWritesIsRefusedInAReadOnlyLibraryAndWhatReadsIsNot)

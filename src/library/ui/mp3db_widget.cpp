@@ -16,6 +16,8 @@
 #include <QShortcut>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -65,7 +67,12 @@ Mp3dbWidget::Mp3dbWidget(const Skin& skin, const IconSet& icons, QWidget* parent
 
 void Mp3dbWidget::setTexts(const ConfigObjects& texts)
 {
-    m_search->lineEdit()->setPlaceholderText(texts.text(u"library.search.hint"_s));
+    const QString hint = texts.text(u"library.search.hint"_s);
+    m_search->lineEdit()->setPlaceholderText(hint);
+    // The hint is read whole, too, beside the lens, the arrow of the list and their room.
+    const QFontMetrics metrics = m_search->fontMetrics();
+    m_search->setMinimumWidth(std::max(metrics.averageCharWidth() * kSearchLetters,
+                                       metrics.horizontalAdvance(hint) + 5 * metrics.height()));
     m_search->setAccessibleName(texts.text(u"library.search.name"_s));
     // The keyboard is in the field, not in the box around it.
     m_search->lineEdit()->setAccessibleName(texts.text(u"library.search.name"_s));

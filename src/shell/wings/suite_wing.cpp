@@ -53,6 +53,7 @@ ErrorSink SuiteWing::toUser(Machine& machine)
 CommandWorld SuiteWing::world(const Machine& machine)
 {
     return {.isInstalled = [this](const QString& program) { return siblings.isInstalled(program); },
+            .isRunning = [this](const QString& program) { return suite.isRunning(program); },
             .isPlayerThere = [this] { return suite.playerIsAlive(); },
             .isReadOnly = [&machine] { return !canWriteDatabase(machine.settings.DbName()); }};
 }
