@@ -3,6 +3,7 @@
 #include "bus/message_names.h"
 #include "bus/view_number.h"
 #include "config/config_objects.h"
+#include "config/tool_tip_text.h"
 #include "monitor/monitor_control.h"
 #include "platform/system/files.h"
 #include "shell/edit_commands.h"
@@ -147,7 +148,8 @@ void ContextMenu::showEntries()
     for (const ContextRow& row : contextRows()) {
         if (!row.isSeparator()) {
             const QString reason = whyNot(row.tag);
-            m_parts.menus.setEnabled(u"mnuPOPDBGRID_%1"_s.arg(row.index), reason.isEmpty(), reason);
+            m_parts.menus.setEnabled(u"mnuPOPDBGRID_%1"_s.arg(row.index), reason.isEmpty(),
+                                     toolTipText(m_parts.texts, row.key, reason));
         }
     }
     for (const EditRow& row : editRows()) {
@@ -170,7 +172,7 @@ void ContextMenu::showEditRow(const EditRow& row)
     const QStringView text = m_fromLibrary ? row.libraryText : row.playlistText;
     m_parts.menus.setText(name, m_parts.texts.text(text.toString()), {});
     m_parts.menus.setKey(name, commandKey(m_parts.settings, command));
-    m_parts.menus.setEnabled(name, reason.isEmpty(), reason);
+    m_parts.menus.setEnabled(name, reason.isEmpty(), toolTipText(m_parts.texts, text, reason));
 }
 
 void ContextMenu::showRatings()

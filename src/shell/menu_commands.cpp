@@ -5,6 +5,7 @@
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/paths.h"
+#include "config/tool_tip_text.h"
 #include "config/update_colors.h"
 #include "platform/controls/warnings.h"
 #include "platform/controls/window_frame.h"
@@ -104,7 +105,8 @@ void MenuCommands::setCaptions()
     MenuControl& menus = m_parts.controls.menus;
     for (const MenuRow& row : rows()) {
         if (row.kind != MenuRow::Kind::Separator) {
-            menus.setText(row.name.toString(), text(row.textKey()), {});
+            menus.setText(row.name.toString(), text(row.textKey()),
+                          toolTipText(m_parts.window.texts, row.textKey()));
         }
         if (row.shortcut.isEmpty()) {
             menus.setKey(row.name.toString(), commandKey(m_parts.window.settings, row.name));
@@ -113,7 +115,8 @@ void MenuCommands::setCaptions()
     for (const ContextRow& row : contextRows()) {
         if (!row.isSeparator()) {
             const QString name = u"mnuPOPDBGRID_%1"_s.arg(row.index);
-            menus.setText(name, text(row.key.toString()), {});
+            menus.setText(name, text(row.key.toString()),
+                          toolTipText(m_parts.window.texts, row.key));
             menus.setKey(name, commandKey(m_parts.window.settings, row.tag));
         }
     }
@@ -141,7 +144,9 @@ void MenuCommands::judge()
     for (const MenuRow& row : rows()) {
         if (row.kind == MenuRow::Kind::Entry || row.kind == MenuRow::Kind::Check) {
             const QString reason = whyNot(row);
-            m_parts.controls.menus.setEnabled(row.name.toString(), reason.isEmpty(), reason);
+            m_parts.controls.menus.setEnabled(
+                row.name.toString(), reason.isEmpty(),
+                toolTipText(m_parts.window.texts, row.textKey(), reason));
         }
     }
 }

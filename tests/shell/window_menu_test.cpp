@@ -303,6 +303,17 @@ struct ContextMenuTest : public test::WindowFixture
     }
 };
 
+TEST_F(ContextMenuTest, AToolTipOfTheLanguageFileIsShownUnlessTheEntryIsGrey)
+{
+    for (const QString& name : {u"mnuUeber"_s, u"mnuExtra"_s, u"mnuNoExistSuchen"_s}) {
+        texts.FindObject(name)->ToolTip = u"Mehr über "_s + name;
+    }
+    mlvdb.menu().setCaptions();
+    EXPECT_EQ(menus.toolTips.value(u"mnuUeber"_s), u"Mehr über mnuUeber"_s);
+    EXPECT_EQ(menus.toolTips.value(u"mnuExtra"_s), u"Mehr über mnuExtra"_s);
+    EXPECT_EQ(menus.toolTips.value(u"mnuNoExistSuchen"_s), texts.text(u"status.later"_s));
+}
+
 TEST_F(ContextMenuTest, ItsEntriesHaveTheirIndexesAndTexts)
 {
     EXPECT_EQ(menus.opened, 1);
