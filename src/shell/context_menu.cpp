@@ -283,7 +283,9 @@ void ContextMenu::showFolder()
 
 void ContextMenu::showInTree()
 {
-    m_bus.SendMessage(bus::kContextShowDir, m_track.Path);
+    // A folder of a disc is known by the disc, too.
+    m_bus.SendMessage(bus::kContextShowDir, m_track.Path,
+                      m_track.DriveTyp == kOptical ? m_track.DriveName : QString());
 }
 
 void ContextMenu::sendFromView(QStringView command)

@@ -355,7 +355,7 @@ TEST_F(ContextMenuTest, TheFolderOfADiscIsKnownByTheDisc)
     others.SendMessage(u"show.context.menu.mp3db"_s, kFid);
     taken();
     EXPECT_EQ(after(u"show.dir"_s), QStringList{u"bus context.click.row /music/ CDDIR DISC 1"_s});
-    EXPECT_EQ(after(u"show.tree"_s), QStringList{u"bus context.show.dir /music/"_s});
+    EXPECT_EQ(after(u"show.tree"_s), QStringList{u"bus context.show.dir /music/ DISC 1"_s});
 }
 
 TEST_F(ContextMenuTest, TracksAreMarkedBeforeTheTagEditorIsStarted)
