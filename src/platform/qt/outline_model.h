@@ -6,6 +6,7 @@
 #include "platform/qt/outline_words.h"
 
 #include <QAbstractTableModel>
+#include <QTimer>
 
 #include <optional>
 #include <string>
@@ -91,6 +92,7 @@ private:
     [[nodiscard]] const std::vector<std::uint32_t>& findHits();
     [[nodiscard]] QString description(int row) const;
     [[nodiscard]] const OutlineTexts& texts() const;
+    void prepare();
 
     OutlineRows m_rows;
     mutable OutlineKeys m_keys;
@@ -100,6 +102,7 @@ private:
     std::vector<int> m_imageRows;
     QPersistentModelIndex m_edited;
     QString m_editedText;
+    QTimer m_preparing; ///< runs until what is searched in large trees is made
     OutlineWords m_words;
     bool m_allDraggable = false;
 };
