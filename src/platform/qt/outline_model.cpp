@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace melovane {
 
@@ -332,6 +333,12 @@ void OutlineModel::setEdited(const QModelIndex& index, const QString& text)
 {
     m_edited = index;
     m_editedText = text;
+    m_isEdited = index.isValid();
+}
+
+bool OutlineModel::takeLostEdit()
+{
+    return m_isEdited && !m_edited.isValid() && std::exchange(m_isEdited, false);
 }
 
 int OutlineModel::rowCount(const QModelIndex& parent) const

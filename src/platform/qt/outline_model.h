@@ -64,6 +64,8 @@ public:
 
     /// The row that may be edited at present, or none.
     void setEdited(const QModelIndex& index, const QString& text);
+    /// Whether all lines were made anew since. True once.
+    [[nodiscard]] bool takeLostEdit();
 
     /// Rows that stay may be dragged, too.
     void setAllDraggable() { m_allDraggable = true; }
@@ -105,6 +107,7 @@ private:
     QTimer m_preparing; ///< runs until what is searched in large trees is made
     OutlineWords m_words;
     bool m_allDraggable = false;
+    bool m_isEdited = false;
 };
 
 } // namespace melovane
