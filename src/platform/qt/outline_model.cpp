@@ -219,7 +219,8 @@ void OutlineModel::foldTo(int level)
     endResetModel();
 }
 
-void OutlineModel::foldOnly(const QStringList& keys)
+/// Keys that no row has are left out.
+std::vector<int> OutlineModel::rowsOf(const QStringList& keys) const
 {
     std::vector<int> rows;
     rows.reserve(std::size_t(keys.size()));
@@ -229,8 +230,29 @@ void OutlineModel::foldOnly(const QStringList& keys)
             rows.push_back(row);
         }
     }
+    return rows;
+}
+
+void OutlineModel::foldOnly(const QStringList& keys)
+{
+    const std::vector<int> rows = rowsOf(keys);
     beginResetModel();
     m_rows.foldOnly(rows);
+    m_rows.collect();
+    endResetModel();
+}
+
+void OutlineModel::setFolds(const QStringList& folded, const QStringList& open)
+{
+    const std::vector<int> closing = rowsOf(folded);
+    const std::vector<int> opening = rowsOf(open);
+    beginResetModel();
+    for (const int row : closing) {
+        m_rows.setOpen(row, false);
+    }
+    for (const int row : opening) {
+        m_rows.setOpen(row, true);
+    }
     m_rows.collect();
     endResetModel();
 }

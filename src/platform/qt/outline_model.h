@@ -45,6 +45,8 @@ public:
     void setBranchOpen(int row, bool open);
     void foldTo(int level);
     void foldOnly(const QStringList& keys);
+    /// Folds some, then opens others; the rest stays as it is.
+    void setFolds(const QStringList& folded, const QStringList& open);
     [[nodiscard]] QStringList folded() const;
     /// Opens all above a row and lets it through the filter.
     void reveal(int row);
@@ -86,6 +88,7 @@ signals:
     void edited(int row, const QString& text);
 
 private:
+    [[nodiscard]] std::vector<int> rowsOf(const QStringList& keys) const;
     void showLines(const OutlineRows::NewLines& lines);
     void hideLines(const OutlineRows::Run& run);
     void becomeLines(const std::vector<std::uint32_t>& wanted);

@@ -245,6 +245,11 @@ void OutlineTree::setFolded(const QStringList& keys)
     m_model->foldOnly(keys);
 }
 
+void OutlineTree::setFolds(const QStringList& folded, const QStringList& open)
+{
+    m_model->setFolds(folded, open);
+}
+
 bool OutlineTree::isOpen(int index) const
 {
     return m_model->rows().has(index) && m_model->rows().isOpen(index);

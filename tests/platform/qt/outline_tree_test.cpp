@@ -112,6 +112,21 @@ TEST_F(OutlineTreeTest, AClickOnTheMarkFoldsAndOpensNothing)
     EXPECT_EQ(clicked.size(), 1);
 }
 
+TEST_F(OutlineTreeTest, SomeRowsFoldAndOthersOpenInOneGoAndTheRestStays)
+{
+    tree.foldTo(1);
+    ASSERT_EQ(lines(), u"a a1 a2 b b1 c"_s);
+    const QSignalSpy reset(tree.model(), &QAbstractItemModel::modelReset);
+    const QSignalSpy come(tree.model(), &QAbstractItemModel::rowsInserted);
+    const QSignalSpy gone(tree.model(), &QAbstractItemModel::rowsRemoved);
+    tree.setFolds({u"a"_s, u"unknown"_s}, {u"b1"_s});
+    EXPECT_EQ(lines(), u"a b b1 b11 c"_s);
+    EXPECT_EQ(reset.size(), 1);
+    EXPECT_TRUE(come.isEmpty() && gone.isEmpty());
+    tree.setFolds({u"b"_s}, {u"b"_s, u"a"_s});
+    EXPECT_EQ(lines(), u"a a1 a2 b b1 b11 c"_s) << "what is both is open";
+}
+
 TEST_F(OutlineTreeTest, AnEditEndsWhenAllLinesAreMadeAnewAndWhenItsLineGoes)
 {
     const QSignalSpy edited(&tree, &OutlineTree::rowEdited);
