@@ -55,7 +55,6 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
 
     // Panels beside the library.
     {u"tree.title", u"Navigation"},
-    {u"tree.empty", u"Ordner, Genres, Interpreten und Favoriten: noch nicht in dieser Fassung."},
     {u"lists.title", u"Playlisten"},
     {u"tree.row.level", u"Ebene"},
     {u"tree.row.open", u"aufgeklappt"},
@@ -117,6 +116,10 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"tree.selected", u"$1 Zeilen"},
     {u"tree.info.title", u"Kein Titel gewählt"},
     {u"tree.info.none", u"Hier steht, was über den gewählten Titel bekannt ist."},
+    {u"tree.state.title", u"Noch nichts gespielt"},
+    {u"tree.state.none", u"Hier stehen die Tage, an denen Titel gespielt wurden."},
+    {u"tree.lists.title", u"Noch keine Playlisten"},
+    {u"tree.lists.none", u"Eine neue Gruppe entsteht mit dem Knopf neben dem Filter."},
     {u"tree.damaged.title", u"Dieser Baum kann nicht gelesen werden"},
     {u"tree.damaged.text", u"Er wird neu aufgebaut."},
     {u"tree.item.wrong", u"Die Zeilen dieser Überschrift können nicht gelesen werden:\\n$1"},

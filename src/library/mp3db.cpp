@@ -24,6 +24,14 @@ namespace {
 const QString kStateSection = u"Default"_s;
 const QString kLastSearch = u"LastDbSearch"_s;
 
+/// Whether a node stands for no tracks: a group of lists, the letter of an artist tree, a heading,
+/// a year or month. The rows stay then. \param field in lower case
+bool isHeading(QStringView field)
+{
+    return field.contains(u"gruppe") || field == u"rootinterpret" || field == u"info" ||
+           field == u"dir" || field == u"dirmon";
+}
+
 } // namespace
 
 ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActions actions)
@@ -197,7 +205,7 @@ bool ctl_MP3DB::tellWhenLent()
 
 void ctl_MP3DB::FindTreeValue(const TreeRequest& request, bool addToHistory)
 {
-    if (tellWhenLent() || lowerCase(request.field).contains("gruppe"_L1)) {
+    if (tellWhenLent() || isHeading(lowerCase(request.field))) {
         return;
     }
     if (addToHistory) {

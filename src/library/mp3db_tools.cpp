@@ -1,5 +1,6 @@
 // What the user does with the rows of the library view: buttons, keys, history, double clicks.
 #include "bus/message_lookup.h"
+#include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "library/mp3db.h"
 #include "platform/controls/clipboard.h"
@@ -102,7 +103,9 @@ bool ctl_MP3DB::SendKeyUp(const QString& command)
 
 void ctl_MP3DB::LoadHist()
 {
-    m_history.load();
+    if (const auto kept = m_history.load()) {
+        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"search.anew"_s, *kept));
+    }
     tellHistory();
 }
 

@@ -61,21 +61,23 @@ std::optional<HistoryEntry> SearchHistory::forward()
     return m_entries[static_cast<size_t>(++m_cursor)];
 }
 
-void SearchHistory::read(const QByteArray& bytes)
+bool SearchHistory::read(const QByteArray& bytes)
 {
     std::vector<HistoryEntry> entries;
+    bool isWhole = true;
     for (const QString& line : textfile::lines(textfile::decode(bytes))) {
         if (line.isEmpty()) {
             continue;
         }
         const auto entry = entryOf(line);
         if (!entry) {
+            isWhole = false;
             break;
         }
         entries.push_back(*entry);
     }
     if (entries.empty()) {
-        return;
+        return isWhole;
     }
     if (entries.size() > size_t{kLastIndex} + 1) {
         entries.erase(entries.begin(), entries.end() - (kLastIndex + 1));
@@ -83,6 +85,7 @@ void SearchHistory::read(const QByteArray& bytes)
     m_entries = std::move(entries);
     m_last = static_cast<int>(m_entries.size()) - 1;
     m_cursor = m_last;
+    return isWhole;
 }
 
 QByteArray SearchHistory::toText() const

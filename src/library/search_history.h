@@ -51,7 +51,8 @@ public:
 
     /// Reads `suche.his`: from index 0 on, up to the first line that is broken. Of more lines than
     /// fit the newest stay. A file without a readable line changes nothing.
-    void read(const QByteArray& bytes);
+    /// \return false when a line was broken
+    bool read(const QByteArray& bytes);
 
     /// The text of `suche.his`; entries whose kind or value is empty are left out.
     [[nodiscard]] QByteArray toText() const;

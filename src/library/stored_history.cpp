@@ -4,6 +4,7 @@
 #include "platform/system/files.h"
 #include "platform/system/io_error.h"
 #include "platform/system/path_text.h"
+#include "store/keep_aside.h"
 
 namespace melovane {
 
@@ -21,15 +22,24 @@ QString StoredHistory::file() const
     return path::join(m_paths.GetConfigPath(), u"suche.his"_s);
 }
 
-void StoredHistory::load()
+std::optional<QString> StoredHistory::load()
 {
     try {
-        if (m_files.fileExists(file())) {
-            read(m_files.read(file(), kMaxHistoryBytes));
+        if (m_files.fileExists(file()) && !read(m_files.read(file(), kMaxHistoryBytes))) {
+            return keepDamaged();
         }
     } catch (const IoError&) {
         // A run without the history of the former ones.
     }
+    return std::nullopt;
+}
+
+/// Mended at once, so that nobody is told a second time of one damage.
+std::optional<QString> StoredHistory::keepDamaged()
+{
+    QString kept = keepAside(m_files, file());
+    save();
+    return kept;
 }
 
 void StoredHistory::save()

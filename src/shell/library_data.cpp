@@ -74,6 +74,9 @@ void LibraryData::release()
     m_database.reset();
     takeBack();
     m_givenAway = m_settings.DbName();
+    if (whenLent) {
+        whenLent(m_givenAway);
+    }
     m_engine.GiveAway(m_givenAway);
 }
 
@@ -82,6 +85,9 @@ void LibraryData::takeBack()
     if (!m_givenAway.isEmpty()) {
         m_engine.TakeBack(m_givenAway);
         m_givenAway.clear();
+        if (whenLent) {
+            whenLent(m_givenAway);
+        }
     }
 }
 

@@ -33,6 +33,10 @@ public:
     /// is kept. May be empty.
     std::function<void(const QString& kept)> whenKeptAside;
 
+    /// Hears which library is lent from now on, before the other program learns that it may have
+    /// it; an empty text when it is back. May be empty.
+    std::function<void(const QString& library)> whenLent;
+
     void open() override;
     void openOther(const QString& name) override;
     void release() override;

@@ -141,9 +141,11 @@ void Tree::fillKind(TreeKind kind)
         m_pages.save(kind);
         m_pages.fill(kind);
         m_pages.restore(kind);
+        setNoteWhenEmpty(kind, u"tree.state.title", u"tree.state.none");
         break;
     case TreeKind::Playlist:
         fillLists();
+        setNoteWhenEmpty(kind, u"tree.lists.title", u"tree.lists.none");
         break;
     case TreeKind::Info:
         fillInfo();
@@ -183,6 +185,14 @@ void Tree::fillLists()
 int Tree::bpmRange() const
 {
     return m_parts.settings.GetKeyValueLong(u"Global"_s, u"BPMShowRange"_s, 3);
+}
+
+/// What a tree without rows says.
+void Tree::setNoteWhenEmpty(TreeKind kind, QStringView title, QStringView text)
+{
+    if (m_pages.control(kind).rowCount() == 0) {
+        m_pages.control(kind).setNote({m_parts.texts.text(title), m_parts.texts.text(text), {}});
+    }
 }
 
 void Tree::fillInfo()

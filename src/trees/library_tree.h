@@ -187,6 +187,7 @@ private:
     void fill(TreeKind kind);
     void fillKind(TreeKind kind);
     void fillInfo();
+    void setNoteWhenEmpty(TreeKind kind, QStringView title, QStringView text);
     [[nodiscard]] int bpmRange() const;
     void fillLists();
     void reload();

@@ -1,4 +1,5 @@
 #include "platform/controls/status_line.h"
+#include "platform/linux/library_loan.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/outline_tree.h"
 #include "shell/application_fixture.h"
@@ -145,6 +146,20 @@ TEST_F(ReleasedLibraryTest, NoSideFileThatThisRunHasMadeStaysOpenBehindTheAnswer
         ASSERT_TRUE(takeLibrary());
         EXPECT_EQ(test::openDatabasesIn(suite.dataFolder()), "");
         other.kill();
+    });
+}
+
+TEST_F(ReleasedLibraryTest, AProgramThatIsStartedMeanwhileSeesThatItIsLent)
+{
+    const LibraryLoan loan(suite.files, {suite.folders.environment().runtimeFolder()});
+    run([&](QMainWindow& window) {
+        EXPECT_FALSE(loan.isLent(suite.dbName()));
+        ASSERT_TRUE(takeLibrary());
+        EXPECT_TRUE(loan.isLent(suite.dbName()));
+        EXPECT_FALSE(loan.isLent(suite.file(u"other.mdb"_s)));
+        other.kill();
+        EXPECT_TRUE(test::waitFor([&] { return titles(window) == 2; }));
+        EXPECT_FALSE(loan.isLent(suite.dbName()));
     });
 }
 

@@ -287,6 +287,42 @@ TEST_F(ApplicationTest, ADamagedSideFileIsMadeAnewAndTheUserIsToldWhereTheOldOne
     EXPECT_EQ(suite.read(u"melovane.temp.mdb.damaged"_s), "this is no database");
 }
 
+TEST_F(ApplicationTest, ADamagedSearchHistoryIsKeptAsideAndTheUserIsToldOnceWhere)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    const QByteArray damaged = "\"TextSuche\",\"0\",\"\",\"Licht\"\n\x8f\x03\xff\"no line\n";
+    suite.write(u"suche.his"_s, damaged);
+    QStringList told;
+    for (int start = 0; start < 2; ++start) {
+        run([&](QMainWindow& window) {
+            told.append(static_cast<MlvdbWindow&>(window).status().panel(StatusPanel::Message));
+        });
+    }
+    EXPECT_TRUE(told.value(0).endsWith(u"/suche.his.damaged"_s)) << qPrintable(told.value(0));
+    EXPECT_FALSE(told.value(1).contains(u"suche.his"_s)) << qPrintable(told.value(1));
+    EXPECT_EQ(suite.read(u"suche.his.damaged"_s), damaged);
+    EXPECT_TRUE(suite.read(u"suche.his"_s).contains("Licht"));
+    EXPECT_FALSE(QFile::exists(suite.file(u"suche.his.damaged.2"_s)));
+}
+
+TEST_F(ApplicationTest, TheDefaultLibraryIsNeverOpenedInPlaceOfAMissingOneWithoutAWord)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    suite.write(u"melovane.ini"_s, "[Global]\nDBName=/away/club.mdb\n");
+    EXPECT_EQ(run(), 0);
+    ASSERT_EQ(warnings.size(), 1);
+    EXPECT_TRUE(warnings.first().contains(u"/away/club.mdb"_s)) << qPrintable(warnings.first());
+    EXPECT_TRUE(warnings.first().endsWith(suite.dbName())) << qPrintable(warnings.first());
+}
+
+TEST_F(ApplicationTest, WhatAKilledProgramHasLeftOfAFileIsGoneBehindTheStart)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    suite.write(u".mlv-1a2b3c"_s, "half of a file");
+    run();
+    EXPECT_FALSE(QFile::exists(suite.file(u".mlv-1a2b3c"_s)));
+}
+
 TEST_F(ApplicationTest, AnEmptyDatabaseStartsTheImporterWithArgument1AndDoesNotReadDBPosition)
 {
     suite.write(u"melovane.ini"_s, "[DBPosition]\nLeft=7\nTop=9\nWhidth=640\nHeight=400\n");

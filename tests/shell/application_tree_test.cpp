@@ -75,6 +75,12 @@ TEST_F(TreeInWindow, AClickInATreeShowsItsTracksInTheLibrary)
         press(window, u"tree.interpret"_s);
         click(window, u"INP?RootInterpret?\?like '[M]*'"_s);
         EXPECT_EQ(shown(window), 1) << "a letter leaves the rows as they are";
+        press(window, u"tree.erweitert"_s);
+        click(window, tree(window).outline().row(0).key);
+        EXPECT_EQ(shown(window), 1) << "a heading neither";
+        for (const QLabel* label : window.findChildren<QLabel*>()) {
+            EXPECT_FALSE(label->text().contains(u"keine Spalte"_s)) << "and says nothing";
+        }
     });
     EXPECT_EQ(warnings, QStringList());
 }

@@ -27,6 +27,7 @@ TEST_F(LibraryTreeTest, ANewLibraryShowsOnlyRootRowsAnd28LetterRowsAmongTheArtis
     EXPECT_EQ(show(TreeKind::Favorit, u"tree.favorit"_s).texts(),
               (QStringList{u"Interpret"_s, u"Directory"_s, u"Album"_s, u"Genre"_s}));
     EXPECT_TRUE(show(TreeKind::State, u"tree.state"_s).texts().isEmpty());
+    EXPECT_EQ(form.pages[size_t(TreeKind::State)].note.title, u"Noch nichts gespielt"_s);
     EXPECT_EQ(failures, QStringList());
 }
 

@@ -99,6 +99,11 @@ QToolButton* Panel::addTool(const QString& name, const QIcon& icon, const QStrin
     return button;
 }
 
+void Panel::setTightTools()
+{
+    m_row->setTight();
+}
+
 void Panel::tellTool(QToolButton& button,
                      const QString& text,
                      const QString& key,

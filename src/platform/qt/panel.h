@@ -23,6 +23,9 @@ public:
     /// The row above the view, hidden until something is put into it.
     [[nodiscard]] QHBoxLayout* toolRow();
 
+    /// \see ToolRow::setTight
+    void setTightTools();
+
     /// A flat button at the end of the tool row.
     QToolButton* addTool(const QString& name, const QIcon& icon, const QString& tip);
 

@@ -17,6 +17,9 @@ constexpr int kMargin = 7;
 constexpr int kMarginAbove = 5;
 constexpr int kSpacing = 3;
 
+/// Units that a button of a tight row is wider than its icon.
+constexpr int kTight = 6;
+
 } // namespace
 
 ToolRow::ToolRow(QWidget* parent)
@@ -42,6 +45,23 @@ void ToolRow::add(QToolButton* button)
     m_tools.push_back(button);
     m_row->addWidget(button);
     setTabOrder(button, m_more);
+}
+
+void ToolRow::setTight()
+{
+    m_isTight = true;
+    m_row->setSpacing(0);
+    for (QToolButton* const tool : m_tools) {
+        // The padding of other buttons would leave too little for the icon.
+        tool->setStyleSheet(u"QToolButton { padding: 4px 2px; }"_s);
+        tool->setFixedWidth(widthOf(tool));
+    }
+    fit();
+}
+
+int ToolRow::widthOf(const QToolButton* tool) const
+{
+    return m_isTight ? tool->iconSize().width() + kTight : tool->sizeHint().width();
 }
 
 void ToolRow::remove(const QString& name)
@@ -110,19 +130,17 @@ void ToolRow::fit()
             shown.push_back(tool);
         }
     }
-    const auto widthOf = [](const QToolButton* tool) {
-        return tool->sizeHint().width() + kSpacing;
-    };
+    const int spacing = m_row->spacing();
     int needed = widthOfOthers();
     for (const QToolButton* const tool : shown) {
-        needed += widthOf(tool);
+        needed += widthOf(tool) + spacing;
     }
     std::vector<QToolButton*> hidden;
     const int more = m_more->sizeHint().width();
     const int room = needed <= width() ? width() : width() - more;
     // The space between the buttons that are gone stays.
     while (needed > room && !shown.empty()) {
-        needed -= widthOf(shown.back()) - kSpacing;
+        needed -= widthOf(shown.back());
         hidden.insert(hidden.begin(), shown.back());
         shown.pop_back();
     }
@@ -136,8 +154,9 @@ void ToolRow::fit()
     // Not hide(): whether a button is there at all is the business of others.
     for (QToolButton* const tool : m_tools) {
         const bool inMenu = std::find(m_hidden.begin(), m_hidden.end(), tool) != m_hidden.end();
-        tool->setMaximumWidth(inMenu ? 0 : QWIDGETSIZE_MAX);
-        tool->setMinimumWidth(inMenu ? 0 : tool->sizeHint().width());
+        tool->setMinimumWidth(0);
+        tool->setMaximumWidth(inMenu ? 0 : m_isTight ? widthOf(tool) : QWIDGETSIZE_MAX);
+        tool->setMinimumWidth(inMenu ? 0 : widthOf(tool));
         tool->setFocusPolicy(inMenu ? Qt::NoFocus : Qt::TabFocus);
     }
     QStringList names;

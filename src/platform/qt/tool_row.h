@@ -21,6 +21,9 @@ public:
     /// Adds a button at the end.
     void add(QToolButton* button);
 
+    /// Leaves the buttons no more room than their icons need, so that a row of many fits.
+    void setTight();
+
     /// Deletes the button of that name, in the menu or not; none of that name is no failure.
     void remove(const QString& name);
 
@@ -34,6 +37,7 @@ protected:
 
 private:
     [[nodiscard]] int widthOfOthers() const;
+    [[nodiscard]] int widthOf(const QToolButton* tool) const;
     void fit();
     void fillMenu();
 
@@ -41,6 +45,7 @@ private:
     QToolButton* m_more;
     std::vector<QToolButton*> m_tools;
     std::vector<QToolButton*> m_hidden; ///< those in the menu, in their order
+    bool m_isTight = false;
 };
 
 } // namespace melovane

@@ -27,6 +27,7 @@ Machine::Machine(EnvironmentPlaces places)
     , paths(environment, files)
     , messages(messagePlace(environment))
     , onlyCopy({environment.runtimeFolder(), paths.GetConfigPath()}, paths.programName())
+    , loan(files, {environment.runtimeFolder(), paths.GetConfigPath()})
     , searchFigures(std::make_shared<sqlite::IndexFigures>())
     , engine(sqlite::makeEngine(
           clock,
@@ -38,7 +39,15 @@ Machine::Machine(EnvironmentPlaces places)
     , idle(loop)
     , data(*engine, settings, paths, files, clock, log())
     , locator(files, paths.GetConfigPath())
-{}
+{
+    data.whenLent = [this](const QString& library) {
+        if (library.isEmpty()) {
+            loan.end();
+        } else {
+            loan.begin(library);
+        }
+    };
+}
 
 void Machine::loadConfig()
 {

@@ -5,6 +5,7 @@
 #include "config/log4mlv.h"
 #include "config/paths.h"
 #include "platform/linux/ini_profile.h"
+#include "platform/linux/library_loan.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
@@ -40,6 +41,7 @@ struct Machine
     Mod_API paths;
     LinuxMessages messages;
     OnlyCopy onlyCopy;
+    LibraryLoan loan;
     std::shared_ptr<sqlite::IndexFigures> searchFigures;
     std::unique_ptr<DBEngine> engine;
     GlobalSettings settings;

@@ -43,6 +43,7 @@ StartResult StartWing::run(const std::function<void()>& showMainWindow)
                             if (nextCopy->handle() == 0) {
                                 tellWithoutMessages();
                             }
+                            tellOtherLibrary();
                             tellLastRun();
                         }},
                    {.settings = machine.settings,
@@ -117,6 +118,19 @@ void StartWing::tellWithoutMessages()
 {
     desk.warnings.ShowWarning(machine.texts.text(u"messages.nowhere"), WarningType::Note,
                               machine.texts.text(u"glob_warn"), u"messages.nowhere"_s);
+}
+
+void StartWing::tellOtherLibrary()
+{
+    const GlobalSettings& settings = machine.settings;
+    if (settings.namedLibrary() == GlobalSettings::NamedLibrary::Missing &&
+        settings.namedDbName() != settings.DbName()) {
+        const QString text =
+            machine.texts.text(u"library.other", settings.namedDbName(), settings.DbName());
+        machine.log()(u"Start"_s, text);
+        desk.warnings.ShowWarning(text, WarningType::Note, machine.texts.text(u"glob_warn"),
+                                  u"library.other"_s);
+    }
 }
 
 void StartWing::tellLastRun()

@@ -45,6 +45,7 @@ private:
     /// Says that no other program of the suite is reached.
     void tellWithoutMessages();
     /// Says, and logs, that the program died the last time.
+    void tellOtherLibrary();
     void tellLastRun();
     void openMakersPage() const;
 };

@@ -8,6 +8,7 @@
 #include "config/refusals.h"
 #include "intake/intake_session.h"
 #include "platform/linux/ini_profile.h"
+#include "platform/linux/library_loan.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
@@ -39,6 +40,7 @@ public:
         , m_control(m_messages.makeControl())
         , m_onlyImport({m_environment.runtimeFolder(), m_paths.GetConfigPath()},
                        importLockName(m_files, m_settings.DbName()))
+        , m_loan(m_files, {m_environment.runtimeFolder(), m_paths.GetConfigPath()})
         , m_texts(m_paths, m_profile, m_files)
         , m_session({*m_engine, m_files, *m_reader, m_clock, m_texts, m_paths.GetConfigPath()},
                     m_settings,
@@ -51,7 +53,12 @@ public:
     }
 
     /// Why there must be no import; empty when there may be one.
-    [[nodiscard]] QString obstacle() const { return missingLibraryText(m_texts, m_settings); }
+    [[nodiscard]] QString obstacle() const
+    {
+        const QString missing = missingLibraryText(m_texts, m_settings);
+        const bool isLent = missing.isEmpty() && m_loan.isLent(m_settings.DbName());
+        return isLent ? m_texts.text(u"library.lent.refused") : missing;
+    }
 
     /// True when no other program imports into the database; until this one ends, none can.
     [[nodiscard]] bool claim() { return m_onlyImport.claim(); }
@@ -109,6 +116,7 @@ private:
     LinuxMessages m_messages;
     std::unique_ptr<KSMessage> m_control;
     OnlyCopy m_onlyImport;
+    LibraryLoan m_loan;
     ConfigObjects m_texts;
     IntakeSession m_session;
 };

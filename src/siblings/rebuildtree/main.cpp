@@ -9,6 +9,7 @@
 #include "config/program_call.h"
 #include "config/refusals.h"
 #include "platform/linux/ini_profile.h"
+#include "platform/linux/library_loan.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
@@ -37,6 +38,7 @@ public:
         : m_paths(m_environment, m_files)
         , m_engine(sqlite::makeEngine(m_clock))
         , m_settings(m_paths, m_profile, m_files, *m_engine)
+        , m_loan(m_files, {m_environment.runtimeFolder(), m_paths.GetConfigPath()})
         , m_messages(MessagePlace(m_environment.runtimeFolder()))
         , m_control(m_messages.makeControl())
         , m_texts(m_paths, m_profile, m_files)
@@ -47,7 +49,12 @@ public:
     }
 
     /// Why nothing may be done; empty when all is well.
-    [[nodiscard]] QString obstacle() const { return missingLibraryText(m_texts, m_settings); }
+    [[nodiscard]] QString obstacle() const
+    {
+        const QString missing = missingLibraryText(m_texts, m_settings);
+        const bool isLent = missing.isEmpty() && m_loan.isLent(m_settings.DbName());
+        return isLent ? m_texts.text(u"library.lent.refused") : missing;
+    }
 
     /// \param work "1" for all, a tree, or empty for what has changed
     [[nodiscard]] QStringList rebuild(const QString& work)
@@ -88,6 +95,7 @@ private:
     Mod_API m_paths;
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
+    LibraryLoan m_loan;
     LinuxMessages m_messages;
     std::unique_ptr<KSMessage> m_control;
     ConfigObjects m_texts;

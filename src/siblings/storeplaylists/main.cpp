@@ -11,6 +11,7 @@
 #include "config/refusals.h"
 #include "platform/db/db_error.h"
 #include "platform/linux/ini_profile.h"
+#include "platform/linux/library_loan.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
@@ -35,6 +36,7 @@ public:
         : m_paths(m_environment, m_files)
         , m_engine(sqlite::makeEngine(m_clock))
         , m_settings(m_paths, m_profile, m_files, *m_engine)
+        , m_loan(m_files, {m_environment.runtimeFolder(), m_paths.GetConfigPath()})
         , m_texts(m_paths, m_profile, m_files)
     {
         // Language files are looked for in the current folder.
@@ -43,7 +45,12 @@ public:
     }
 
     /// Why nothing may be done; empty when all is well.
-    [[nodiscard]] QString obstacle() const { return missingLibraryText(m_texts, m_settings); }
+    [[nodiscard]] QString obstacle() const
+    {
+        const QString missing = missingLibraryText(m_texts, m_settings);
+        const bool isLent = missing.isEmpty() && m_loan.isLent(m_settings.DbName());
+        return isLent ? m_texts.text(u"library.lent.refused"_s) : missing;
+    }
 
     /// What it has done, and what not.
     [[nodiscard]] StorePlaylists::Result store()
@@ -96,6 +103,7 @@ private:
     Mod_API m_paths;
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
+    LibraryLoan m_loan;
     ConfigObjects m_texts;
 };
 

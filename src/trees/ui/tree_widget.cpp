@@ -26,9 +26,6 @@ namespace {
 /// Units around the filter line.
 constexpr int kMargin = 6;
 
-/// Units that a button of a kind is wider than its icon.
-constexpr int kAroundIcon = 6;
-
 struct KindButton
 {
     QString key;
@@ -202,8 +199,6 @@ void TreeWidget::createToolBar(Tree& logic, const ConfigObjects& texts)
 {
     for (const KindButton& kind : kindButtons()) {
         QToolButton* button = addTool(kind.key, m_icons.icon(kind.icon), texts.text(kind.text));
-        // All ten stand in one row of the panel as it is at first.
-        button->setFixedWidth(button->iconSize().width() + kAroundIcon);
         if (kind.kind >= 0) {
             button->setCheckable(true);
             m_kinds->addButton(button, kind.kind);
@@ -212,8 +207,9 @@ void TreeWidget::createToolBar(Tree& logic, const ConfigObjects& texts)
         connect(button, &QToolButton::clicked, &logic,
                 [&logic, key = kind.key] { logic.toolPressed(key); });
     }
-    toolRow()->setSpacing(0);
     toolRow()->addStretch(1);
+    // All ten stand in one row of the panel as it is at first.
+    setTightTools();
     m_kinds->button(m_stack->currentIndex())->setChecked(true);
     m_filter->setPlaceholderText(texts.text(u"tree.filter"));
     m_filter->setToolTip(texts.text(u"tree.filter.tip"));

@@ -1,4 +1,5 @@
 #include "bus/message_numbers.h"
+#include "platform/linux/library_loan.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_messages.h"
 #include "platform/linux/only_copy.h"
@@ -49,6 +50,7 @@ protected:
         process.start(m_program, arguments);
         EXPECT_TRUE(process.waitForFinished(60'000));
         EXPECT_EQ(process.exitCode(), code);
+        errors = QString::fromUtf8(process.readAllStandardError());
         return QString::fromUtf8(process.readAllStandardOutput());
     }
 
@@ -65,6 +67,7 @@ protected:
         EXPECT_TRUE(process.waitForFinished());
     }
 
+    QString errors; ///< what the last one printed as such
     QString m_program;
     TempFolder m_music;
 };
@@ -78,6 +81,20 @@ TEST_F(IntakeProcess, ImportsWithoutAWindowAndPrintsItsReport)
         << printed.toStdString();
     EXPECT_TRUE(printed.contains(m_music.file(u"bad.mp3"_s) + u": Fehlerhafte MP3"_s));
     EXPECT_EQ(rows(), 20);
+}
+
+TEST_F(IntakeProcess, NothingIsWrittenIntoALibraryThatTheConsoleHasLent)
+{
+    writeMany(1);
+    LibraryLoan loan(suite.files, {LinuxEnvironment().runtimeFolder()});
+    loan.begin(suite.dbName());
+    EXPECT_EQ(run(quietly(), 1), QString());
+    EXPECT_TRUE(errors.startsWith(u"Ein anderes Programm hat die Bibliothek gerade für sich"_s))
+        << errors.toStdString();
+    EXPECT_EQ(rows(), 0);
+    loan.end();
+    static_cast<void>(run(quietly(), 0));
+    EXPECT_EQ(rows(), 1);
 }
 
 TEST_F(IntakeProcess, ANameThatIsNoUtf8GivesAReadableTitle)

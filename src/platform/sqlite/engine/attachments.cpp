@@ -152,6 +152,15 @@ bool Attachments::holds(const FileId& file) const
                        [&](const Entry& entry) { return entry.file.id() == file; });
 }
 
+void Attachments::keepOnly(const QStringList& paths)
+{
+    for (std::size_t i = m_entries.size(); i-- > 0;) {
+        if (!paths.contains(m_entries[i].file.path())) {
+            detach(i);
+        }
+    }
+}
+
 qint64 Attachments::pragma(const QString& schema, const QString& name)
 {
     return m_connection.number(u"PRAGMA %1.%2"_s.arg(schema, name));

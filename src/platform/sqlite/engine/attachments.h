@@ -41,6 +41,9 @@ public:
 
     [[nodiscard]] bool holds(const FileId& file) const;
 
+    /// Lets go of every file but these; for after a change of the links.
+    void keepOnly(const QStringList& paths);
+
 private:
     struct Entry
     {

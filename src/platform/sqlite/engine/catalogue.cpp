@@ -89,6 +89,7 @@ void Catalogue::load() const
     // A reading that failed half-way must leave nothing behind.
     m_objects.clear();
     m_byName.clear();
+    QStringList linkedFiles;
     const auto statement = m_connection.statements().take(
         u"SELECT kind, name, sql, type, connect, source FROM main.mlv_object ORDER BY ord"_s);
     while (statement->step()) {
@@ -99,10 +100,15 @@ void Catalogue::load() const
         object.type = QueryType(int(statement->number(3)));
         object.connect = statement->text(4);
         object.source = statement->text(5);
+        if (object.kind == CatalogueObject::Kind::Link) {
+            linkedFiles.append(linkedFile(object.connect));
+        }
         m_byName.insert(nameKey(object.name), m_objects.size());
         m_objects.push_back(std::move(object));
     }
     m_loaded = true;
+    // What no link leads to any more may lie on a medium that somebody wants to take out.
+    m_attachments.keepOnly(linkedFiles);
 }
 
 const TableDef& Catalogue::localTable(const QString& name) const

@@ -1,5 +1,6 @@
 #include "platform/db/sql_text.h"
 #include "platform/sqlite/engine/engine_fixture.h"
+#include "support/open_files.h"
 
 #include <QFile>
 
@@ -83,6 +84,36 @@ TEST_F(EngineLinks, ALinkIsDescribedByTheCatalogue)
     EXPECT_EQ(found.SourceTableName, u"TREE_DIR"_s);
     EXPECT_EQ(found.Connect.toUpper(), (u";DATABASE="_s + sidePath()).toUpper());
     EXPECT_EQ(found.Fields.size(), 3U);
+}
+
+TEST_F(EngineLinks, ALinkIsToldWithoutOpeningItsFile)
+{
+    makeSide(sidePath());
+    linkBoth(sidePath());
+    m_siblingEngine->Release(sidePath());
+    OpenWatch watch(m_folder.path());
+    const auto database = sibling();
+    EXPECT_EQ(database->tableDefs().connectOf(u"tree_dir"_s).toUpper(),
+              (u";DATABASE="_s + sidePath()).toUpper());
+    EXPECT_EQ(database->tableDefs().connectOf(u"genre"_s), QString());
+    EXPECT_EQ(errorOf([&] { (void)database->tableDefs().connectOf(u"nothing"_s); }), 3265);
+    EXPECT_EQ(database->tableDefs().ownNames().size(), 9);
+    EXPECT_EQ(watch.opened().find("side"), std::string::npos);
+}
+
+TEST_F(EngineLinks, AFileThatNoLinkLeadsToAnyMoreIsLetGo)
+{
+    makeSide(sidePath(), u"old"_s);
+    makeSide(path(u"other.mdb"_s), u"new"_s);
+    linkBoth(sidePath());
+    const QString statement = u"select fid from temp_mp3edit"_s;
+    EXPECT_EQ(rowsOf(db(), statement), QStringList{u"old"_s});
+    m_siblingEngine->Release(sidePath());
+    m_siblingEngine->Release(path(u"other.mdb"_s));
+    ASSERT_NE(openDatabasesIn(m_folder.path()).find("side"), std::string::npos);
+    linkBoth(path(u"other.mdb"_s));
+    EXPECT_EQ(rowsOf(db(), statement), QStringList{u"new"_s});
+    EXPECT_EQ(openDatabasesIn(m_folder.path()).find("side"), std::string::npos);
 }
 
 TEST_F(EngineLinks, ALinkNeedsNoFileUntilItIsUsed)
