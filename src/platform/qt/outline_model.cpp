@@ -1,12 +1,29 @@
 #include "platform/qt/outline_model.h"
 
 #include <algorithm>
+#include <chrono>
+#include <utility>
 
 namespace melovane {
 
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Fewer rows are searched at once without anything made before.
+constexpr int kManyRows = 10000;
+
+/// After which a large tree gets ready to be searched: its first page stands by then.
+constexpr auto kPrepareAfter = 20ms;
+
+} // namespace
+
 OutlineModel::OutlineModel(QObject* parent)
     : QAbstractTableModel(parent)
-{}
+{
+    m_preparing.setInterval(kPrepareAfter);
+    connect(&m_preparing, &QTimer::timeout, this, &OutlineModel::prepare);
+}
 
 OutlineModel::~OutlineModel() = default;
 
@@ -23,6 +40,20 @@ void OutlineModel::setRows(std::vector<TreeRow> rows)
         m_rows.collect();
     }
     endResetModel();
+    if (m_rows.count() >= kManyRows) {
+        m_preparing.start();
+    }
+}
+
+/// One step a turn, so that no turn is long.
+void OutlineModel::prepare()
+{
+    if (!m_texts.isMade()) {
+        m_texts.make(m_rows.all());
+    } else {
+        m_keys.make(m_rows.all());
+        m_preparing.stop();
+    }
 }
 
 void OutlineModel::setRow(int row, const TreeRow& value)
@@ -302,6 +333,12 @@ void OutlineModel::setEdited(const QModelIndex& index, const QString& text)
 {
     m_edited = index;
     m_editedText = text;
+    m_isEdited = index.isValid();
+}
+
+bool OutlineModel::takeLostEdit()
+{
+    return m_isEdited && !m_edited.isValid() && std::exchange(m_isEdited, false);
 }
 
 int OutlineModel::rowCount(const QModelIndex& parent) const

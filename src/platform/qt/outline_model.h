@@ -6,6 +6,7 @@
 #include "platform/qt/outline_words.h"
 
 #include <QAbstractTableModel>
+#include <QTimer>
 
 #include <optional>
 #include <string>
@@ -63,6 +64,8 @@ public:
 
     /// The row that may be edited at present, or none.
     void setEdited(const QModelIndex& index, const QString& text);
+    /// Whether all lines were made anew since. True once.
+    [[nodiscard]] bool takeLostEdit();
 
     /// Rows that stay may be dragged, too.
     void setAllDraggable() { m_allDraggable = true; }
@@ -91,6 +94,7 @@ private:
     [[nodiscard]] const std::vector<std::uint32_t>& findHits();
     [[nodiscard]] QString description(int row) const;
     [[nodiscard]] const OutlineTexts& texts() const;
+    void prepare();
 
     OutlineRows m_rows;
     mutable OutlineKeys m_keys;
@@ -100,8 +104,10 @@ private:
     std::vector<int> m_imageRows;
     QPersistentModelIndex m_edited;
     QString m_editedText;
+    QTimer m_preparing; ///< runs until what is searched in large trees is made
     OutlineWords m_words;
     bool m_allDraggable = false;
+    bool m_isEdited = false;
 };
 
 } // namespace melovane

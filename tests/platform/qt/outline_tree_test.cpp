@@ -112,6 +112,28 @@ TEST_F(OutlineTreeTest, AClickOnTheMarkFoldsAndOpensNothing)
     EXPECT_EQ(clicked.size(), 1);
 }
 
+TEST_F(OutlineTreeTest, AnEditEndsWhenAllLinesAreMadeAnewAndWhenItsLineGoes)
+{
+    const QSignalSpy edited(&tree, &OutlineTree::rowEdited);
+    const QSignalSpy ended(&tree, &OutlineTree::editEnded);
+    const std::vector<std::pair<const char*, std::function<void()>>> changes = {
+        {"fold all", [&] { tree.foldTo(1); }},
+        {"filter", [&] { tree.setFilter(u"a"_s); }},
+        {"end of the filter", [&] { tree.setFilter({}); }},
+        {"fold its parent", [&] { tree.setOpen(0, false); }},
+        {"remove it", [&] { tree.removeRow(1); }},
+    };
+    for (const auto& [name, change] : changes) {
+        const auto before = ended.size();
+        tree.editRow(1, u"Anders"_s);
+        ASSERT_TRUE(tree.isEditing()) << name;
+        change();
+        EXPECT_FALSE(tree.isEditing()) << name;
+        EXPECT_TRUE(test::waitFor([&] { return ended.size() == before + 1; })) << name;
+    }
+    EXPECT_TRUE(edited.isEmpty());
+}
+
 TEST_F(OutlineTreeTest, AnEditedTextIsToldAndNotShownByItself)
 {
     const QSignalSpy edited(&tree, &OutlineTree::rowEdited);
