@@ -150,6 +150,9 @@ RebuildTrees::Result RebuildTrees::run(Scope scope)
     run([&](Database& library) {
         const bool all = repairTables() || scope == Scope::All;
         const QStringList noted = notedTrees();
+        if (all) {
+            m_trees.countOnce(library);
+        }
         for (const TreeOperation& tree : kTrees) {
             if (all || noted.contains(tree.word, Qt::CaseInsensitive)) {
                 rebuildTree(library, tree.word);

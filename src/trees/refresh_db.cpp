@@ -6,6 +6,7 @@
 #include "platform/system/path_text.h"
 #include "trees/folder_rows.h"
 #include "trees/soundex.h"
+#include "trees/track_counts.h"
 #include "trees/tree_statements.h"
 
 #include <QScopeGuard>
@@ -66,11 +67,60 @@ private:
     std::unique_ptr<QueryDef> m_insert;
 };
 
+/// Columns of the library that are counted for a tree table, apart from folders and days.
+const QList<QStringList>& countedColumns()
+{
+    static const QList<QStringList> columns{{u"Genre"_s},     {u"Genre"_s, u"Interpret"_s},
+                                            {u"Album"_s},     {u"Interpret"_s},
+                                            {u"Situation"_s}, {u"Stimmung"_s},
+                                            {u"Tempo"_s},     {u"Kategorie"_s},
+                                            {u"User1"_s},     {u"User2"_s},
+                                            {u"User3"_s},     {u"User4"_s},
+                                            {u"User5"_s}};
+    return columns;
+}
+
 } // namespace
+
+/// What one walk through the library has counted.
+struct LibraryCounts
+{
+    Database& library;
+    qint64 version = 0; ///< of the library, before it was walked
+    std::vector<ValueCounter> values{};
+    DayCounter days{};
+    FolderCounter folders{};
+};
 
 RefreshDB::RefreshDB(Parts parts)
     : m_parts(std::move(parts))
 {}
+
+RefreshDB::~RefreshDB() = default;
+
+void RefreshDB::countOnce(Database& library)
+{
+    auto counts = std::make_unique<LibraryCounts>(LibraryCounts{library, library.DataVersion()});
+    for (const QStringList& columns : countedColumns()) {
+        counts->values.emplace_back(columns);
+    }
+    std::vector<TrackCounter*> counters{&counts->days, &counts->folders};
+    for (ValueCounter& counter : counts->values) {
+        counters.push_back(&counter);
+    }
+    m_counts.reset();
+    try {
+        countTracks(library, counters);
+    } catch (const DbError&) {
+        return; // each operation counts by itself then, and only the one concerned fails
+    }
+    m_counts = std::move(counts);
+}
+
+bool RefreshDB::isCounted() const
+{
+    return m_counts && m_counts->library.DataVersion() == m_counts->version;
+}
 
 QString RefreshDB::parkedFile() const
 {
@@ -179,24 +229,51 @@ void RefreshDB::restore(Database& database, const Refill& refill) const
     }
 }
 
-void RefreshDB::refillNamed(Database& database, const QString& table, const QString& query) const
+void RefreshDB::fillNames(Database& database, const NamedFill& fill) const
 {
-    refill(database, {.table = table,
-                      .keys = {u"Name"_s},
-                      .fill = [&](Database& target) { target.Execute(query); },
-                      .restore =
-                          [&](const ParkedFavorit& favorit) {
-                              return treesql::restoreName(table, favorit);
-                          }});
+    std::vector<ValueCounter::Group> groups;
+    const qsizetype known = isCounted() ? countedColumns().indexOf(fill.columns) : qsizetype(-1);
+    if (known >= 0) {
+        groups = m_counts->values[size_t(known)].groups();
+    } else {
+        ValueCounter counter(fill.columns);
+        countTracks(database, {&counter});
+        groups = counter.groups();
+    }
+    const bool hasGenre = fill.columns.size() > 1;
+    const auto add =
+        database.CreateQueryDef({}, treesql::addName(fill.table, fill.imgkey, hasGenre));
+    for (const ValueCounter::Group& group : groups) {
+        if (hasGenre) {
+            add->SetParameter(u"pGenre"_s, group.names.first());
+        }
+        add->SetParameter(u"pName"_s, group.names.last());
+        add->SetParameter(u"pCount"_s, group.count);
+        add->Execute();
+    }
 }
 
-void RefreshDB::refillGenreArtists(Database& database) const
+/// Counts by itself what the stored query would group by comparing, many times faster. A query that
+/// says something else is run.
+void RefreshDB::refillStored(Database& database, const NamedFill& fill, const QString& query) const
 {
+    const bool hasGenre = fill.columns.size() > 1;
+    const auto rows = [&](Database& target) {
+        if (treesql::isShipped(target, query)) {
+            fillNames(target, fill);
+        } else {
+            target.Execute(query);
+        }
+    };
+    const auto restore = [&](const ParkedFavorit& favorit) {
+        return hasGenre ? treesql::restoreGenreName(favorit)
+                        : treesql::restoreName(fill.table, favorit);
+    };
     refill(database,
-           {.table = u"tree_genre_interpret"_s,
-            .keys = {u"Genre"_s, u"Name"_s},
-            .fill = [](Database& target) { target.Execute(u"UPDATE_TREE_GENRE_interpret"_s); },
-            .restore = treesql::restoreGenreName});
+           {.table = fill.table,
+            .keys = hasGenre ? QStringList{u"Genre"_s, u"Name"_s} : QStringList{u"Name"_s},
+            .fill = rows,
+            .restore = restore});
 }
 
 void RefreshDB::TreeGenre()
@@ -204,8 +281,11 @@ void RefreshDB::TreeGenre()
     quiet(u"TreeGenre"_s, [this] {
         const auto database = open();
         yield();
-        refillNamed(*database, u"tree_genre"_s, u"UPDATE_TREE_GENRE"_s);
-        refillGenreArtists(*database);
+        refillStored(*database, {u"tree_genre"_s, {u"Genre"_s}, u"genre"_s},
+                     u"UPDATE_TREE_GENRE"_s);
+        refillStored(*database,
+                     {u"tree_genre_interpret"_s, {u"Genre"_s, u"Interpret"_s}, u"interpret"_s},
+                     u"UPDATE_TREE_GENRE_interpret"_s);
     });
 }
 
@@ -214,7 +294,8 @@ void RefreshDB::TreeAlbum()
     quiet(u"TreeAlbum"_s, [this] {
         const auto database = open();
         yield();
-        refillNamed(*database, u"tree_album"_s, u"UPDATE_TREE_ALBUM"_s);
+        refillStored(*database, {u"tree_album"_s, {u"Album"_s}, u"album"_s},
+                     u"UPDATE_TREE_ALBUM"_s);
     });
 }
 
@@ -223,7 +304,8 @@ void RefreshDB::TreeInterpret()
     quiet(u"TreeInterpret"_s, [this] {
         const auto database = open();
         yield();
-        refillNamed(*database, u"tree_interpret"_s, u"UPDATE_TREE_interpret"_s);
+        refillStored(*database, {u"tree_interpret"_s, {u"Interpret"_s}, u"interpret"_s},
+                     u"UPDATE_TREE_interpret"_s);
     });
 }
 
@@ -235,7 +317,10 @@ void RefreshDB::TreeTable(const QString& column)
     refill(*database,
            {.table = named(u"tree_table"_s),
             .keys = {u"name"_s},
-            .fill = [&](Database& target) { target.Execute(named(treesql::fillTable())); },
+            .fill =
+                [&](Database& target) {
+                    fillNames(target, {named(u"tree_table"_s), {column}, named(u"Tree.table"_s)});
+                },
             .restore =
                 [&](const ParkedFavorit& favorit) {
                     return named(treesql::restoreName(u"tree_table"_s, favorit));
@@ -245,9 +330,29 @@ void RefreshDB::TreeTable(const QString& column)
 void RefreshDB::TreeTableImportDate()
 {
     const auto database = open();
-    refill(*database, {.table = u"tree_importdate"_s, .fill = [](Database& target) {
-                           target.Execute(treesql::fillImportDate());
-                       }});
+    refill(*database, {.table = u"tree_importdate"_s,
+                       .fill = [this](Database& target) { fillImportDates(target); }});
+}
+
+void RefreshDB::fillImportDates(Database& database) const
+{
+    DayCounter counter;
+    const bool isKnown = isCounted();
+    if (!isKnown) {
+        countTracks(database, {&counter});
+    }
+    const auto days = isKnown ? m_counts->days.groups() : counter.groups();
+    if (!days) {
+        database.Execute(treesql::fillImportDate());
+        return;
+    }
+    const auto add = database.CreateQueryDef(
+        {}, treesql::addName(u"tree_importdate"_s, u"Tree.Imprtdate"_s, false));
+    for (const DayCounter::Group& day : *days) {
+        add->SetParameter(u"pName"_s, day.name);
+        add->SetParameter(u"pCount"_s, day.count);
+        add->Execute();
+    }
 }
 
 void RefreshDB::TreeDir()
@@ -263,11 +368,24 @@ void RefreshDB::TreeDir()
     });
 }
 
+std::vector<TrackFolder> RefreshDB::folders(Database& database) const
+{
+    if (!treesql::isShipped(database, u"v_tree_dir"_s)) {
+        return readFolders(database);
+    }
+    if (isCounted()) {
+        return m_counts->folders.folders();
+    }
+    FolderCounter counter;
+    countTracks(database, {&counter});
+    return counter.folders();
+}
+
 void RefreshDB::writeFolders(Database& database) const
 {
-    const std::vector<TrackFolder> folders = readFolders(database);
-    std::vector<FolderRow> rows = folderRows(folders);
-    fillTotals(rows, folders);
+    const std::vector<TrackFolder> tracked = folders(database);
+    std::vector<FolderRow> rows = folderRows(tracked);
+    fillTotals(rows, tracked);
     FolderWriter writer(database);
     for (const FolderRow& row : rows) {
         quiet(u"TreeDir"_s, [&] { writer.write(row); });

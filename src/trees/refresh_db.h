@@ -15,6 +15,8 @@ class Clock;
 class Database;
 class DBEngine;
 class Files;
+struct LibraryCounts;
+struct TrackFolder;
 
 /// Refills the tables that the navigation trees show from the tracks of the library, and keeps a
 /// few other derived values. Nobody else writes rows of tree tables, favourite marks apart.
@@ -40,6 +42,7 @@ public:
     };
 
     explicit RefreshDB(Parts parts);
+    ~RefreshDB();
 
     /// The library of all operations; to be called before any of them.
     void SetDbName(const QString& name) { m_dbName = name; }
@@ -74,6 +77,12 @@ public:
     /// it is; from there on a row or mark that fails is left out.
     void TreeDir();
 
+    /// Counts the tracks for all tables in one walk. The operations that follow fill their tables
+    /// from that, as long as nobody else has written the library since.
+    /// \param library outlives this, and is used for no tree table.
+    /// Quiet: after an error each operation counts by itself.
+    void countOnce(Database& library);
+
     /// \see soundexOf
     [[nodiscard]] static QString Soundex(const QString& word);
 
@@ -95,12 +104,25 @@ private:
     void refill(Database& database, const Refill& refill) const;
     void park(Database& database, const Refill& refill) const;
     void restore(Database& database, const Refill& refill) const;
-    void refillNamed(Database& database, const QString& table, const QString& query) const;
-    void refillGenreArtists(Database& database) const;
+
+    /// How the rows of a table with names are made.
+    struct NamedFill
+    {
+        QString table;
+        QStringList columns; ///< of the library; with two the first is the genre
+        QString imgkey;
+    };
+
+    [[nodiscard]] bool isCounted() const;
+    void fillNames(Database& database, const NamedFill& fill) const;
+    void refillStored(Database& database, const NamedFill& fill, const QString& query) const;
+    void fillImportDates(Database& database) const;
+    [[nodiscard]] std::vector<TrackFolder> folders(Database& database) const;
     void writeFolders(Database& database) const;
 
     Parts m_parts;
     QString m_dbName;
+    std::unique_ptr<LibraryCounts> m_counts; ///< of countOnce()
 };
 
 } // namespace melovane

@@ -189,18 +189,12 @@ void TreePages::restore(TreeKind kind)
 {
     TreeControl& tree = control(kind);
     const State& state = m_states[size_t(kind)];
-    for (const QString& key : state.folded) {
-        if (!key.isEmpty()) {
-            tree.setOpen(tree.find(key), false);
-        }
-    }
-    const QStringList keys =
+    QStringList folded = state.folded;
+    folded.removeAll(QString());
+    QStringList open =
         state.openKeys.split(treekey::kStateSeparator.toString(), Qt::SkipEmptyParts);
-    for (const QString& key : keys) {
-        if (const int row = tree.find(key); row > 0) {
-            tree.setOpen(row, true);
-        }
-    }
+    open.removeIf([&](const QString& key) { return tree.find(key) <= 0; });
+    tree.setFolds(folded, open);
     const int same = state.currentKey.isEmpty() ? -1 : tree.find(state.currentKey);
     tree.setCurrentRow(same >= 0 ? same : state.current);
     tree.setFirstVisibleRow(state.top);

@@ -1,7 +1,7 @@
 #include "trees/tree_rows.h"
 
 #include "config/config_objects.h"
-#include "platform/db/database.h"
+#include "platform/db/row_walk.h"
 #include "platform/db/sql_text.h"
 #include "trees/favorit_rows.h"
 #include "trees/tree_key.h"
@@ -24,51 +24,39 @@ constexpr int kDisc = 4;
 
 using KeyOf = std::function<QString(const QString& name)>;
 
-/// A row of a tree table with one name and one count, read by column number.
-class NamedRows
+/// A row of a tree table with one name and one count.
+class NamedRow
 {
 public:
-    NamedRows(Database& database, const QString& statement)
-        : m_rows(database.OpenRecordset(statement))
-        , m_name(m_rows->fieldIndex(u"Name"))
-        , m_count(m_rows->fieldIndex(u"anzahl"))
-        , m_imgkey(m_rows->fieldIndex(u"imgkey"))
-        , m_favorit(m_rows->fieldIndex(u"favorit"))
+    explicit NamedRow(const WalkedRow& row)
+        : m_row(row)
     {}
 
-    [[nodiscard]] bool next()
-    {
-        if (m_begun) {
-            m_rows->MoveNext();
-        }
-        m_begun = true;
-        return !m_rows->Eof();
-    }
+    [[nodiscard]] QString name() const { return m_row.text(0); }
 
-    [[nodiscard]] QString name() const { return m_rows->value(m_name).toText(); }
+    [[nodiscard]] QString count() const { return u'[' + QString::number(m_row.number(1)) + u']'; }
 
-    [[nodiscard]] QString count() const
-    {
-        return u'[' + QString::number(m_rows->value(m_count).toLong()) + u']';
-    }
+    [[nodiscard]] QString picture() const { return treerows::pictureOf(m_row.text(2)); }
 
-    [[nodiscard]] QString picture() const
-    {
-        return treerows::pictureOf(m_rows->value(m_imgkey).toText());
-    }
+    [[nodiscard]] bool favorit() const { return m_row.number(3) != 0; }
 
-    [[nodiscard]] bool favorit() const { return m_rows->value(m_favorit).toBool(); }
-
-    [[nodiscard]] const Recordset& set() const { return *m_rows; }
+    /// What the key is made of.
+    [[nodiscard]] QString keyed() const { return m_row.text(4); }
 
 private:
-    std::unique_ptr<Recordset> m_rows;
-    int m_name;
-    int m_count;
-    int m_imgkey;
-    int m_favorit;
-    bool m_begun = false;
+    const WalkedRow& m_row;
 };
+
+/// \param from " from ..." and what follows
+/// \param keyed column that the key is made of
+void walkNamed(Database& database,
+               const QString& from,
+               const std::function<void(const NamedRow&)>& visit,
+               const QString& keyed = u"Name"_s)
+{
+    walkRows(database, "select Name, anzahl, imgkey, favorit, "_L1 + keyed + from,
+             [&](const WalkedRow& row) { visit(NamedRow(row)); });
+}
 
 RowTick tickOf(bool on)
 {
@@ -76,19 +64,12 @@ RowTick tickOf(bool on)
 }
 
 /// Name, count and tick of the table's row.
-/// \param keyed what the key is made of; the name of most
-TreeRow
-countedRow(const NamedRows& rows, int level, const KeyOf& keyOf, RowTick tick, const QString& keyed)
+TreeRow countedRow(const NamedRow& named, int level, const KeyOf& keyOf, RowTick tick)
 {
-    TreeRow row = treerows::row(level, {}, keyOf(keyed), rows.picture());
-    treerows::setCounted(row, rows.name(), rows.count());
+    TreeRow row = treerows::row(level, {}, keyOf(named.keyed()), named.picture());
+    treerows::setCounted(row, named.name(), named.count());
     row.tick = tick;
     return row;
-}
-
-TreeRow countedRow(const NamedRows& rows, int level, const KeyOf& keyOf, RowTick tick)
-{
-    return countedRow(rows, level, keyOf, tick, rows.name());
 }
 
 void addFavourites(Database& database,
@@ -97,13 +78,10 @@ void addFavourites(Database& database,
                    RowTick tick,
                    std::vector<TreeRow>& to)
 {
-    NamedRows rows(database, "select * from "_L1 + table.toString() +
-                                 " where favorit=true order by tstamp desc"_L1);
-    const int path = rows.set().fieldIndex(u"Path"); // of folders alone
-    while (rows.next()) {
-        const QString keyed = path < 0 ? rows.name() : rows.set().value(path).toText();
-        to.push_back(countedRow(rows, 1, keyOf, tick, keyed));
-    }
+    walkNamed(
+        database, " from "_L1 + table.toString() + " where favorit=true order by tstamp desc"_L1,
+        [&](const NamedRow& named) { to.push_back(countedRow(named, 1, keyOf, tick)); },
+        table == u"tree_dir" ? u"Path"_s : u"Name"_s);
 }
 
 /// The same for genres, which stand there without a count and open to their artists.
@@ -113,84 +91,55 @@ void addFavouriteGenres(Database& database,
                         const QString& picture,
                         std::vector<TreeRow>& to)
 {
-    NamedRows rows(database, u"select * from tree_genre where favorit=true order by tstamp desc"_s);
-    while (rows.next()) {
-        TreeRow row = treerows::row(1, rows.name(), keyOf(rows.name()),
-                                    picture.isEmpty() ? rows.picture() : picture);
-        row.tick = tick;
-        row.fillable = true;
-        to.push_back(std::move(row));
-    }
+    walkNamed(database, u" from tree_genre where favorit=true order by tstamp desc"_s,
+              [&](const NamedRow& named) {
+                  TreeRow row = treerows::row(1, named.name(), keyOf(named.name()),
+                                              picture.isEmpty() ? named.picture() : picture);
+                  row.tick = tick;
+                  row.fillable = true;
+                  to.push_back(std::move(row));
+              });
 }
 
+/// The columns that directoryRow() reads, in their order.
+const QString kFolderColumns =
+    u"rLevel, Name, Path, vName, Drive, anzahl, BAnzahl, imgkey, favorit"_s;
+
 /// A folder of `tree_dir` with its tick and its key.
-class DirectoryRows
+TreeRow directoryRow(const WalkedRow& cells)
 {
-public:
-    explicit DirectoryRows(const Recordset& rows)
-        : m_rows(rows)
-        , m_level(rows.fieldIndex(u"rLevel"))
-        , m_name(rows.fieldIndex(u"Name"))
-        , m_path(rows.fieldIndex(u"Path"))
-        , m_volume(rows.fieldIndex(u"vName"))
-        , m_drive(rows.fieldIndex(u"Drive"))
-        , m_own(rows.fieldIndex(u"anzahl"))
-        , m_total(rows.fieldIndex(u"BAnzahl"))
-        , m_imgkey(rows.fieldIndex(u"imgkey"))
-        , m_favorit(rows.fieldIndex(u"favorit"))
-    {}
-
-    [[nodiscard]] TreeRow row() const
-    {
-        const FolderText folder{
-            m_rows.value(m_level).toLong(),  m_rows.value(m_name).toText(),
-            m_rows.value(m_volume).toText(), m_rows.value(m_drive).toLong() == kDisc,
-            m_rows.value(m_own).toLong(),    m_rows.value(m_total).toLong()};
-        const QString path = m_rows.value(m_path).toText();
-        const bool isDiscFolder = folder.isDisc && folder.own > 0;
-        TreeRow row = treerows::row(folder.level, {},
-                                    isDiscFolder ? treekey::discDirectory(folder.volume, path)
-                                                 : treekey::directory(path),
-                                    treerows::pictureOf(m_rows.value(m_imgkey).toText()));
-        row.heading = folder.level == 0;
-        const QString count = folder.count();
-        row.text = folder.title() + count;
-        row.countLetters = int(count.size());
-        if (folder.own > 0 && !folder.isDisc) {
-            row.tick = tickOf(m_rows.value(m_favorit).toBool());
-        }
-        return row;
+    const FolderText folder{int(cells.number(0)),     cells.text(1),        cells.text(3),
+                            cells.number(4) == kDisc, int(cells.number(5)), int(cells.number(6))};
+    const QString path = cells.text(2);
+    const bool isDiscFolder = folder.isDisc && folder.own > 0;
+    TreeRow row = treerows::row(folder.level, {},
+                                isDiscFolder ? treekey::discDirectory(folder.volume, path)
+                                             : treekey::directory(path),
+                                treerows::pictureOf(cells.text(7)));
+    row.heading = folder.level == 0;
+    const QString count = folder.count();
+    row.text = folder.title() + count;
+    row.countLetters = int(count.size());
+    if (folder.own > 0 && !folder.isDisc) {
+        row.tick = tickOf(cells.number(8) != 0);
     }
-
-private:
-    const Recordset& m_rows;
-    int m_level;
-    int m_name;
-    int m_path;
-    int m_volume;
-    int m_drive;
-    int m_own;
-    int m_total;
-    int m_imgkey;
-    int m_favorit;
-};
+    return row;
+}
 
 /// Artists of a genre, with the two forms of the key and the two orders that they are told in.
-std::vector<TreeRow> artistsOf(Database& database, const QString& statement, const KeyOf& keyOf)
+std::vector<TreeRow> artistsOf(Database& database, const QString& from, const KeyOf& keyOf)
 {
     std::vector<TreeRow> result;
-    NamedRows rows(database, statement);
-    while (rows.next()) {
-        result.push_back(countedRow(rows, 2, keyOf, tickOf(rows.favorit())));
-    }
+    walkNamed(database, from, [&](const NamedRow& named) {
+        result.push_back(countedRow(named, 2, keyOf, tickOf(named.favorit())));
+    });
     return result;
 }
 
 std::vector<TreeRow> artistsOfLetter(Database& database, const QString& predicate)
 {
     return artistsOf(database,
-                     "select * from tree_interpret where name "_L1 + predicate +
-                         " order by id desc"_L1,
+                     " from tree_interpret where name "_L1 + predicate + " order by id desc"_L1,
                      treekey::artist);
 }
 
@@ -253,11 +202,8 @@ std::vector<TreeRow> directories(Database& database, const ConfigObjects& texts)
 {
     std::vector<TreeRow> rows{root(texts.text(u"tree.root.favorit"), {}, u"tree.Favorit"_s)};
     addFavourites(database, u"tree_dir", treekey::favouriteDirectory, RowTick::On, rows);
-    const auto folders = database.OpenRecordset(u"select * from tree_dir order by id asc"_s);
-    rows.reserve(rows.size() + size_t(folders->rowCount()));
-    for (const DirectoryRows reader(*folders); !folders->Eof(); folders->MoveNext()) {
-        rows.push_back(reader.row());
-    }
+    walkRows(database, "select "_L1 + kFolderColumns + " from tree_dir order by id asc"_L1,
+             [&](const WalkedRow& cells) { rows.push_back(directoryRow(cells)); });
     return rows;
 }
 
@@ -266,11 +212,10 @@ std::vector<TreeRow> genres(Database& database, const ConfigObjects& texts)
     std::vector<TreeRow> rows{root(texts.text(u"tree.root.favorit"), {}, u"tree.Favorit"_s)};
     addFavouriteGenres(database, treekey::favouriteGenre, RowTick::On, {}, rows);
     rows.push_back(root(texts.text(u"tree.root.genre"), {}, u"tree.dir"_s));
-    NamedRows all(database, u"select * from tree_genre  order by id asc"_s);
-    while (all.next()) {
-        rows.push_back(countedRow(all, 1, treekey::genre, tickOf(all.favorit())));
+    walkNamed(database, u" from tree_genre  order by id asc"_s, [&](const NamedRow& named) {
+        rows.push_back(countedRow(named, 1, treekey::genre, tickOf(named.favorit())));
         rows.back().fillable = true;
-    }
+    });
     return rows;
 }
 
@@ -279,12 +224,12 @@ std::vector<TreeRow> albums(Database& database, const ConfigObjects& texts, int 
     std::vector<TreeRow> rows{root(texts.text(u"tree.root.favorit"), {}, u"tree.Favorit"_s)};
     addFavourites(database, u"tree_album", treekey::favouriteAlbum, RowTick::On, rows);
     rows.push_back(root(texts.text(u"tree.root.album"), {}, u"tree.dir"_s));
-    NamedRows all(database, "select * from tree_album where anzahl>"_L1 +
-                                sql::number(qint64{threshold}) + " order by id asc"_L1);
-    rows.reserve(rows.size() + size_t(all.set().rowCount()));
-    while (all.next()) {
-        rows.push_back(countedRow(all, 1, treekey::album, tickOf(all.favorit())));
-    }
+    walkNamed(database,
+              " from tree_album where anzahl>"_L1 + sql::number(qint64{threshold}) +
+                  " order by id asc"_L1,
+              [&](const NamedRow& named) {
+                  rows.push_back(countedRow(named, 1, treekey::album, tickOf(named.favorit())));
+              });
     return rows;
 }
 
@@ -387,19 +332,19 @@ std::vector<TreeRow> children(Database& database, const QString& key)
     }
     case treekey::Type::Genre:
         return artistsOf(database,
-                         "select * from tree_genre_interpret where genre="_L1 + sql::text(name) +
+                         " from tree_genre_interpret where genre="_L1 + sql::text(name) +
                              " order by id"_L1,
                          [&](const QString& artist) { return treekey::genreArtist(name, artist); });
     case treekey::Type::FavouriteGenre:
         return artistsOf(
             database,
-            "select * from tree_genre_interpret where favorit=true and genre="_L1 +
-                sql::text(name) + " order by id"_L1,
+            " from tree_genre_interpret where favorit=true and genre="_L1 + sql::text(name) +
+                " order by id"_L1,
             [&](const QString& artist) { return treekey::favouriteGenreArtist(name, artist); });
     case treekey::Type::InFavouritesGenre: {
         std::vector<TreeRow> rows =
             artistsOf(database,
-                      "select * from tree_genre_interpret where favorit=true and genre ="_L1 +
+                      " from tree_genre_interpret where favorit=true and genre ="_L1 +
                           sql::text(name) + " order by id desc"_L1,
                       treekey::inFavouritesGenreArtist);
         for (TreeRow& shown : rows) {

@@ -1,12 +1,51 @@
 #include "trees/tree_statements.h"
 
+#include "platform/db/database.h"
 #include "platform/db/sql_text.h"
+
+#include <algorithm>
+#include <array>
 
 namespace melovane::treesql {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+struct StoredQuery
+{
+    QLatin1StringView name;
+    QLatin1StringView text;
+};
+
+/// As `resources/schema/queries` ships them.
+constexpr std::array kShipped{
+    StoredQuery{"UPDATE_TREE_ALBUM"_L1,
+                "INSERT INTO tree_album (Name, anzahl, imgkey) "
+                "SELECT Album, Count(*), 'album' FROM db_all "
+                "WHERE DEL = False AND Album <> '' GROUP BY Album ORDER BY Album"_L1},
+    StoredQuery{"UPDATE_TREE_GENRE"_L1,
+                "INSERT INTO tree_genre (Name, anzahl, imgkey) "
+                "SELECT Genre, Count(*), 'genre' FROM db_all "
+                "WHERE DEL = False AND Genre <> '' GROUP BY Genre ORDER BY Genre"_L1},
+    StoredQuery{"UPDATE_TREE_GENRE_interpret"_L1,
+                "INSERT INTO tree_genre_interpret (Genre, Name, anzahl, imgkey) "
+                "SELECT Genre, Interpret, Count(*), 'interpret' FROM db_all "
+                "WHERE DEL = False AND Genre <> '' AND Interpret <> '' "
+                "GROUP BY Genre, Interpret ORDER BY Genre, Interpret"_L1},
+    StoredQuery{"UPDATE_TREE_interpret"_L1,
+                "INSERT INTO tree_interpret (Name, anzahl, imgkey) "
+                "SELECT Interpret, Count(*), 'interpret' FROM db_all "
+                "WHERE DEL = False AND Interpret <> '' GROUP BY Interpret ORDER BY Interpret"_L1},
+    StoredQuery{"v_tree_dir"_L1,
+                "SELECT db_all.Path, Nz(Max(db_all.DriveName), '') AS DriveName, "
+                "Max(db_all.DriveTyp) AS DriveTyp, Count(*) AS anzahl "
+                "FROM db_all "
+                "WHERE DEL = False AND Path <> '' "
+                "GROUP BY db_all.Path, IIf(db_all.DriveTyp = 4, 1, 0), "
+                "IIf(db_all.DriveTyp = 4, Nz(db_all.DriveName, ''), '') "
+                "ORDER BY db_all.Path, IIf(db_all.DriveTyp = 4, Nz(db_all.DriveName, ''), '')"_L1},
+};
 
 QString restore(const QString& table, const QString& stamp)
 {
@@ -54,14 +93,20 @@ QString restorePath(const ParkedFavorit& favorit)
            u"' "_s;
 }
 
-QString fillTable()
+bool isShipped(Database& database, const QString& query)
 {
-    return u"INSERT INTO tree_table ( name, anzahl, imgkey ) "
-           u"SELECT db_all.table AS name, Count(*) AS anzahl, 'Tree.table' AS imgkey "
-           u"From db_all "
-           u"Where db_all.table <> '' And del = False "
-           u"GROUP BY db_all.table "
-           u"ORDER BY db_all.table "_s;
+    const auto* const shipped =
+        std::find_if(kShipped.begin(), kShipped.end(),
+                     [&](const StoredQuery& stored) { return stored.name == query; });
+    return shipped != kShipped.end() && database.queryDefs().Contains(query) &&
+           database.queryDefs().Item(query)->SQL().simplified() == shipped->text;
+}
+
+QString addName(const QString& table, const QString& imgkey, bool hasGenre)
+{
+    return u"insert into "_s + table + (hasGenre ? u" ( Genre, Name"_s : u" ( Name"_s) +
+           u", anzahl, imgkey ) values ( "_s + (hasGenre ? u"pGenre, "_s : QString()) +
+           u"pName, pCount, "_s + sql::text(imgkey) + u" )"_s;
 }
 
 QString fillImportDate()

@@ -4,6 +4,10 @@
 
 #include <QString>
 
+namespace melovane {
+class Database;
+} // namespace melovane
+
 /// The statements that refill the tree tables. Their wording is given, doubled blanks included:
 /// keep.
 namespace melovane::treesql {
@@ -25,8 +29,13 @@ namespace melovane::treesql {
 /// The same by folder, for `tree_dir`.
 [[nodiscard]] QString restorePath(const ParkedFavorit& favorit);
 
-/// The rows of a table that TreeTable refills, before `table` is replaced by the column's name.
-[[nodiscard]] QString fillTable();
+/// True when the stored query of that name says what it says in a new library, whatever its blanks
+/// and line ends: only then its rows may be made in another way.
+[[nodiscard]] bool isShipped(Database& database, const QString& query);
+
+/// Adds a row with the parameters pCount and pName, behind pGenre where the table has genres.
+[[nodiscard]] QString addName(const QString& table, const QString& imgkey, bool hasGenre);
+
 [[nodiscard]] QString fillImportDate();
 
 /// The steps of MusicMatch for one of the four selection fields.

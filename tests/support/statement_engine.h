@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/db/database.h"
+#include "platform/db/row_walk.h"
 
 #include <QStringList>
 
@@ -28,7 +28,7 @@ struct Statements
 };
 
 /// A database of the real engine that notes its statements.
-class StatementDatabase : public Database
+class StatementDatabase : public Database, public RowWalk
 {
 public:
     StatementDatabase(std::unique_ptr<Database> database, Statements& statements)
@@ -42,6 +42,12 @@ public:
     {
         m_statements.note(source);
         return m_database->OpenRecordset(source);
+    }
+
+    void walk(const QString& statement, const RowVisit& visit) override
+    {
+        m_statements.note(statement);
+        walkRows(*m_database, statement, visit);
     }
 
     void Execute(const QString& statement) override

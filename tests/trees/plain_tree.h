@@ -107,6 +107,16 @@ public:
 
     void setFolded(const QStringList& keys) override { foldedKeys = keys; }
 
+    void setFolds(const QStringList& folded, const QStringList& open) override
+    {
+        for (const QString& key : folded) {
+            setOpen(find(key), false);
+        }
+        for (const QString& key : open) {
+            setOpen(find(key), true);
+        }
+    }
+
     [[nodiscard]] int firstVisibleRow() const override { return first; }
 
     void setFirstVisibleRow(int index) override { first = index; }

@@ -101,7 +101,7 @@ TEST_F(RebuildTreesTest, ATreeThatFailsKeepsItsNoteAndTheOthersGoOn)
     note(u"Album"_s);
     note(u"Interpret"_s);
     engine.statements.before = [](const QString& statement) {
-        if (statement == u"UPDATE_TREE_ALBUM"_s) {
+        if (statement == u"select Album from db_all where DEL = False"_s) {
             throw DbError(dberror::kDiskError, u"broken"_s);
         }
     };

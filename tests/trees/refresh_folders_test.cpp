@@ -175,7 +175,7 @@ TEST_F(RefreshFolders, AnErrorBeforeTheRowsAreWrittenLeavesTheFolders)
     suite.library.add({.Path = u"/alt/"_s});
     trees.TreeDir();
     suite.execute(u"update db_all set Path='/neu/'"_s);
-    for (const auto& step : {u"select * from tree_dir"_s, u"v_tree_dir"_s, u"delete"_s}) {
+    for (const auto& step : {u"select * from tree_dir"_s, u"select Path,DriveTyp"_s, u"delete"_s}) {
         engine.statements.before = [&](const QString& statement) {
             if (statement.startsWith(step)) {
                 throw DbError(dberror::kDiskError, u"broken"_s);

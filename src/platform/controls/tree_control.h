@@ -93,6 +93,9 @@ public:
     [[nodiscard]] virtual QStringList folded() const = 0;
     /// Folds the rows of these keys and unfolds all others.
     virtual void setFolded(const QStringList& keys) = 0;
+    /// Folds the rows of some keys, then unfolds those of others, in one go however many they are;
+    /// all other rows stay as they are.
+    virtual void setFolds(const QStringList& folded, const QStringList& open) = 0;
 
     /// Whether the rows below a row are shown, as far as those above it are open, too. False
     /// without any.

@@ -2,6 +2,8 @@
 
 #include <QHash>
 
+#include <algorithm>
+
 namespace melovane {
 
 namespace {
@@ -11,13 +13,14 @@ std::uint32_t hashOf(const QString& key)
     return std::uint32_t(qHash(key) * 0x9E3779B97F4A7C15ULL >> 32);
 }
 
+/// Rows that memory is asked for before their turn comes.
+constexpr std::size_t kAhead = 16;
+
 } // namespace
 
 int OutlineKeys::find(const std::vector<TreeRow>& rows, const QString& key)
 {
-    if (m_slots.empty()) {
-        build(rows);
-    }
+    make(rows);
     const std::uint32_t hash = hashOf(key);
     const std::size_t mask = m_slots.size() - 1;
     for (std::size_t at = hash & mask; m_slots[at].row != kFree; at = (at + 1) & mask) {
@@ -29,24 +32,35 @@ int OutlineKeys::find(const std::vector<TreeRow>& rows, const QString& key)
     return -1;
 }
 
-void OutlineKeys::build(const std::vector<TreeRow>& rows)
+void OutlineKeys::make(const std::vector<TreeRow>& rows)
 {
+    if (!m_slots.empty()) {
+        return;
+    }
     std::size_t size = 64;
-    while (size < rows.size() * 2) {
+    while (size * 2 < rows.size() * 3) {
         size *= 2;
     }
     m_slots.assign(size, {});
     m_used = 0;
     m_hasTwins = false;
+    // The keys and their slots lie all over memory: without asking ahead, waiting for them would be
+    // nearly all of the time.
+    std::vector<std::uint32_t> hashes(rows.size());
     for (std::size_t row = 0; row < rows.size(); ++row) {
-        add(rows, std::uint32_t(row));
+        __builtin_prefetch(rows[std::min(row + kAhead, rows.size() - 1)].key.constData());
+        hashes[row] = hashOf(rows[row].key);
+    }
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const std::uint32_t next = hashes[std::min(row + kAhead, rows.size() - 1)];
+        __builtin_prefetch(&m_slots[next & (size - 1)], 1);
+        add(rows, std::uint32_t(row), hashes[row]);
     }
 }
 
-void OutlineKeys::add(const std::vector<TreeRow>& rows, std::uint32_t row)
+void OutlineKeys::add(const std::vector<TreeRow>& rows, std::uint32_t row, std::uint32_t hash)
 {
     const QString& key = rows[row].key;
-    const std::uint32_t hash = hashOf(key);
     const std::size_t mask = m_slots.size() - 1;
     std::size_t at = hash & mask;
     while (m_slots[at].row != kFree) {
@@ -67,7 +81,7 @@ void OutlineKeys::inserted(const std::vector<TreeRow>& rows, int at, int count)
     if (m_slots.empty()) {
         return;
     }
-    if ((m_used + std::size_t(count)) * 3 > m_slots.size() * 2) {
+    if ((m_used + std::size_t(count)) * 5 > m_slots.size() * 4) {
         clear(); // too full
         return;
     }
@@ -77,7 +91,7 @@ void OutlineKeys::inserted(const std::vector<TreeRow>& rows, int at, int count)
         }
     }
     for (int row = at; row < at + count; ++row) {
-        add(rows, std::uint32_t(row));
+        add(rows, std::uint32_t(row), hashOf(rows[std::size_t(row)].key));
     }
 }
 

@@ -12,6 +12,9 @@ namespace melovane {
 class OutlineKeys
 {
 public:
+    /// Nothing happens when it is done already.
+    void make(const std::vector<TreeRow>& rows);
+
     /// The first row of a key, or -1.
     [[nodiscard]] int find(const std::vector<TreeRow>& rows, const QString& key);
 
@@ -33,8 +36,7 @@ private:
     static constexpr std::uint32_t kFree = 0xFFFFFFFF;
     static constexpr std::uint32_t kGone = 0xFFFFFFFE;
 
-    void build(const std::vector<TreeRow>& rows);
-    void add(const std::vector<TreeRow>& rows, std::uint32_t row);
+    void add(const std::vector<TreeRow>& rows, std::uint32_t row, std::uint32_t hash);
 
     std::vector<Slot> m_slots; ///< a power of two of them; empty while not made
     std::size_t m_used = 0;    ///< slots that are not free

@@ -1,12 +1,29 @@
 #include "platform/qt/outline_model.h"
 
 #include <algorithm>
+#include <chrono>
+#include <utility>
 
 namespace melovane {
 
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Fewer rows are searched at once without anything made before.
+constexpr int kManyRows = 10000;
+
+/// After which a large tree gets ready to be searched: its first page stands by then.
+constexpr auto kPrepareAfter = 20ms;
+
+} // namespace
+
 OutlineModel::OutlineModel(QObject* parent)
     : QAbstractTableModel(parent)
-{}
+{
+    m_preparing.setInterval(kPrepareAfter);
+    connect(&m_preparing, &QTimer::timeout, this, &OutlineModel::prepare);
+}
 
 OutlineModel::~OutlineModel() = default;
 
@@ -23,6 +40,20 @@ void OutlineModel::setRows(std::vector<TreeRow> rows)
         m_rows.collect();
     }
     endResetModel();
+    if (m_rows.count() >= kManyRows) {
+        m_preparing.start();
+    }
+}
+
+/// One step a turn, so that no turn is long.
+void OutlineModel::prepare()
+{
+    if (!m_texts.isMade()) {
+        m_texts.make(m_rows.all());
+    } else {
+        m_keys.make(m_rows.all());
+        m_preparing.stop();
+    }
 }
 
 void OutlineModel::setRow(int row, const TreeRow& value)
@@ -188,7 +219,8 @@ void OutlineModel::foldTo(int level)
     endResetModel();
 }
 
-void OutlineModel::foldOnly(const QStringList& keys)
+/// Keys that no row has are left out.
+std::vector<int> OutlineModel::rowsOf(const QStringList& keys) const
 {
     std::vector<int> rows;
     rows.reserve(std::size_t(keys.size()));
@@ -198,8 +230,29 @@ void OutlineModel::foldOnly(const QStringList& keys)
             rows.push_back(row);
         }
     }
+    return rows;
+}
+
+void OutlineModel::foldOnly(const QStringList& keys)
+{
+    const std::vector<int> rows = rowsOf(keys);
     beginResetModel();
     m_rows.foldOnly(rows);
+    m_rows.collect();
+    endResetModel();
+}
+
+void OutlineModel::setFolds(const QStringList& folded, const QStringList& open)
+{
+    const std::vector<int> closing = rowsOf(folded);
+    const std::vector<int> opening = rowsOf(open);
+    beginResetModel();
+    for (const int row : closing) {
+        m_rows.setOpen(row, false);
+    }
+    for (const int row : opening) {
+        m_rows.setOpen(row, true);
+    }
     m_rows.collect();
     endResetModel();
 }
@@ -302,6 +355,12 @@ void OutlineModel::setEdited(const QModelIndex& index, const QString& text)
 {
     m_edited = index;
     m_editedText = text;
+    m_isEdited = index.isValid();
+}
+
+bool OutlineModel::takeLostEdit()
+{
+    return m_isEdited && !m_edited.isValid() && std::exchange(m_isEdited, false);
 }
 
 int OutlineModel::rowCount(const QModelIndex& parent) const

@@ -6,6 +6,7 @@
 #include "platform/qt/outline_words.h"
 
 #include <QAbstractTableModel>
+#include <QTimer>
 
 #include <optional>
 #include <string>
@@ -44,6 +45,8 @@ public:
     void setBranchOpen(int row, bool open);
     void foldTo(int level);
     void foldOnly(const QStringList& keys);
+    /// Folds some, then opens others; the rest stays as it is.
+    void setFolds(const QStringList& folded, const QStringList& open);
     [[nodiscard]] QStringList folded() const;
     /// Opens all above a row and lets it through the filter.
     void reveal(int row);
@@ -63,6 +66,8 @@ public:
 
     /// The row that may be edited at present, or none.
     void setEdited(const QModelIndex& index, const QString& text);
+    /// Whether all lines were made anew since. True once.
+    [[nodiscard]] bool takeLostEdit();
 
     /// Rows that stay may be dragged, too.
     void setAllDraggable() { m_allDraggable = true; }
@@ -83,6 +88,7 @@ signals:
     void edited(int row, const QString& text);
 
 private:
+    [[nodiscard]] std::vector<int> rowsOf(const QStringList& keys) const;
     void showLines(const OutlineRows::NewLines& lines);
     void hideLines(const OutlineRows::Run& run);
     void becomeLines(const std::vector<std::uint32_t>& wanted);
@@ -91,6 +97,7 @@ private:
     [[nodiscard]] const std::vector<std::uint32_t>& findHits();
     [[nodiscard]] QString description(int row) const;
     [[nodiscard]] const OutlineTexts& texts() const;
+    void prepare();
 
     OutlineRows m_rows;
     mutable OutlineKeys m_keys;
@@ -100,8 +107,10 @@ private:
     std::vector<int> m_imageRows;
     QPersistentModelIndex m_edited;
     QString m_editedText;
+    QTimer m_preparing; ///< runs until what is searched in large trees is made
     OutlineWords m_words;
     bool m_allDraggable = false;
+    bool m_isEdited = false;
 };
 
 } // namespace melovane

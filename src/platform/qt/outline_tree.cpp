@@ -62,6 +62,13 @@ OutlineTree::OutlineTree(const Skin& skin, const IconSet& icons, QWidget* parent
     });
     connect(m_model, &QAbstractItemModel::modelReset, this, &OutlineTree::afterReset);
     connect(m_model, &QAbstractItemModel::rowsInserted, this, &OutlineTree::fitImages);
+    // The view drops its editor then without a word. Told in a turn of its own: whoever waits for
+    // the end fills the tree anew, and that must not be in the midst of a change.
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
+        if (m_model->takeLostEdit()) {
+            QMetaObject::invokeMethod(this, &OutlineTree::editEnded, Qt::QueuedConnection);
+        }
+    });
     connect(m_drags, &OutlineDrags::rowDropped, this, &OutlineTree::rowDropped);
     // Opens only: a row that is open must not fold under the pointer of the user.
     connect(m_drags, &OutlineDrags::restedOn, this, [this](int row) { toggle(row, true); });
@@ -236,6 +243,11 @@ QStringList OutlineTree::folded() const
 void OutlineTree::setFolded(const QStringList& keys)
 {
     m_model->foldOnly(keys);
+}
+
+void OutlineTree::setFolds(const QStringList& folded, const QStringList& open)
+{
+    m_model->setFolds(folded, open);
 }
 
 bool OutlineTree::isOpen(int index) const

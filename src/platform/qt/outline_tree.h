@@ -51,6 +51,7 @@ public:
     [[nodiscard]] bool isEditing() const override;
     [[nodiscard]] QStringList folded() const override;
     void setFolded(const QStringList& keys) override;
+    void setFolds(const QStringList& folded, const QStringList& open) override;
     [[nodiscard]] bool isOpen(int index) const override;
     void setOpen(int index, bool open) override;
     void foldTo(int level) override;

@@ -4,6 +4,7 @@
 #include <QAccessible>
 #include <QFile>
 #include <QHelpEvent>
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolTip>
@@ -164,6 +165,33 @@ TEST_F(OutlineLookTest, AnImageIsScaledDownToTheWidthAndNeverUp)
     EXPECT_GE(tree.placeOf(3).height(), 60) << "when all lines are made anew, too";
     change(3, [](TreeRow& row) { row.image.clear(); });
     EXPECT_EQ(tree.placeOf(3).height(), line);
+}
+
+TEST_F(OutlineLookTest, ALargeImageIsScaledSmoothlyWhateverItsFormat)
+{
+    const QTemporaryDir folder;
+    QImage lines(2400, 300, QImage::Format_RGB32);
+    lines.fill(Qt::black);
+    QPainter painter(&lines);
+    for (int x = 0; x < lines.width(); x += 3) {
+        painter.fillRect(x, 0, 1, lines.height(), Qt::white);
+    }
+    painter.end();
+    for (const QString& name : {u"lines.png"_s, u"lines.jpg"_s, u"lines.bmp"_s}) {
+        ASSERT_TRUE(lines.save(folder.filePath(name), nullptr, 100));
+        change(2, [&](TreeRow& row) { row.image = folder.filePath(name); });
+        const QRect place = tree.placeOf(2);
+        const QImage shown = tree.viewport()->grab().toImage();
+        int darkest = 255;
+        int lightest = 0;
+        for (int x = 30; x < tree.viewport()->width() - 30; ++x) {
+            const int grey = qGray(shown.pixel(x, place.center().y()));
+            darkest = std::min(darkest, grey);
+            lightest = std::max(lightest, grey);
+        }
+        EXPECT_GT(darkest, 60) << name.toStdString();
+        EXPECT_LT(lightest, 110) << name.toStdString();
+    }
 }
 
 TEST_F(OutlineLookTest, AnImageFollowsTheWidthOfTheTree)

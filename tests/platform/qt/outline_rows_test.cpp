@@ -141,6 +141,20 @@ TEST(OutlineKeysTest, ManyInsertionsFindWhatAPlainSearchFinds)
     }
 }
 
+TEST(OutlineTextsTest, LettersOfAllKindsAreFoldedWhereverTheyStandInALongText)
+{
+    const QString capitals = u"ÄÖÜÞÀ×÷ßµ ŁŻĐ ΣΩ ЖЯ ABZ@[`{ \U00010400 \U0001F600"_s;
+    for (int place = 0; place < 40; ++place) {
+        const QString text = QString(place, u'x') + capitals + QString(place, u'Y');
+        QString wanted;
+        for (const char32_t code : text.toUcs4()) {
+            const char32_t folded = QChar::toCaseFolded(code);
+            wanted += QString::fromUcs4(&folded, 1);
+        }
+        EXPECT_EQ(QString::fromStdString(OutlineTexts::folded(text)), wanted) << place;
+    }
+}
+
 TEST(OutlineTextsTest, APieceIsFoundWithoutRegardToCaseAndOnceARow)
 {
     std::vector<TreeRow> rows = rowsOf(u"Ärger BÄR anna nichts"_s);

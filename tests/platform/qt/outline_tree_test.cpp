@@ -112,6 +112,43 @@ TEST_F(OutlineTreeTest, AClickOnTheMarkFoldsAndOpensNothing)
     EXPECT_EQ(clicked.size(), 1);
 }
 
+TEST_F(OutlineTreeTest, SomeRowsFoldAndOthersOpenInOneGoAndTheRestStays)
+{
+    tree.foldTo(1);
+    ASSERT_EQ(lines(), u"a a1 a2 b b1 c"_s);
+    const QSignalSpy reset(tree.model(), &QAbstractItemModel::modelReset);
+    const QSignalSpy come(tree.model(), &QAbstractItemModel::rowsInserted);
+    const QSignalSpy gone(tree.model(), &QAbstractItemModel::rowsRemoved);
+    tree.setFolds({u"a"_s, u"unknown"_s}, {u"b1"_s});
+    EXPECT_EQ(lines(), u"a b b1 b11 c"_s);
+    EXPECT_EQ(reset.size(), 1);
+    EXPECT_TRUE(come.isEmpty() && gone.isEmpty());
+    tree.setFolds({u"b"_s}, {u"b"_s, u"a"_s});
+    EXPECT_EQ(lines(), u"a a1 a2 b b1 b11 c"_s) << "what is both is open";
+}
+
+TEST_F(OutlineTreeTest, AnEditEndsWhenAllLinesAreMadeAnewAndWhenItsLineGoes)
+{
+    const QSignalSpy edited(&tree, &OutlineTree::rowEdited);
+    const QSignalSpy ended(&tree, &OutlineTree::editEnded);
+    const std::vector<std::pair<const char*, std::function<void()>>> changes = {
+        {"fold all", [&] { tree.foldTo(1); }},
+        {"filter", [&] { tree.setFilter(u"a"_s); }},
+        {"end of the filter", [&] { tree.setFilter({}); }},
+        {"fold its parent", [&] { tree.setOpen(0, false); }},
+        {"remove it", [&] { tree.removeRow(1); }},
+    };
+    for (const auto& [name, change] : changes) {
+        const auto before = ended.size();
+        tree.editRow(1, u"Anders"_s);
+        ASSERT_TRUE(tree.isEditing()) << name;
+        change();
+        EXPECT_FALSE(tree.isEditing()) << name;
+        EXPECT_TRUE(test::waitFor([&] { return ended.size() == before + 1; })) << name;
+    }
+    EXPECT_TRUE(edited.isEmpty());
+}
+
 TEST_F(OutlineTreeTest, AnEditedTextIsToldAndNotShownByItself)
 {
     const QSignalSpy edited(&tree, &OutlineTree::rowEdited);

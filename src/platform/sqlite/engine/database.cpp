@@ -7,6 +7,8 @@
 #include "platform/sqlite/engine/recordset.h"
 #include "platform/sqlite/engine/sqlite_error.h"
 
+#include <sqlite3.h>
+
 namespace melovane::sqlite {
 
 namespace {
@@ -65,6 +67,44 @@ TableDef tableOf(const Catalogue& catalogue, const CatalogueObject& object)
     link.SourceTableName = object.source;
     return link;
 }
+
+/// The present row of a statement.
+class StatementRow : public WalkedRow
+{
+public:
+    explicit StatementRow(const Statement& statement)
+        : m_statement(statement)
+    {}
+
+    [[nodiscard]] bool isNull(int column) const override { return m_statement.isNull(column); }
+
+    [[nodiscard]] bool isNumber(int column) const override
+    {
+        const int type = sqlite3_column_type(m_statement.handle(), column);
+        return type == SQLITE_INTEGER || type == SQLITE_FLOAT;
+    }
+
+    [[nodiscard]] qint64 number(int column) const override { return m_statement.number(column); }
+
+    [[nodiscard]] double real(int column) const override
+    {
+        return sqlite3_column_double(m_statement.handle(), column);
+    }
+
+    [[nodiscard]] std::string_view bytes(int column) const override
+    {
+        const auto* const begin =
+            reinterpret_cast<const char*>(sqlite3_column_text(m_statement.handle(), column));
+        return begin ? std::string_view(
+                           begin, std::size_t(sqlite3_column_bytes(m_statement.handle(), column)))
+                     : std::string_view();
+    }
+
+    [[nodiscard]] QString text(int column) const override { return m_statement.text(column); }
+
+private:
+    const Statement& m_statement;
+};
 
 const CatalogueObject* objectOf(const Catalogue& catalogue, const QString& name, bool query)
 {
@@ -192,6 +232,28 @@ std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(const QString& source)
                       statement->translation.parameters.front().Name);
     }
     return openRecordset(m_lease, statement, {});
+}
+
+void SqliteDatabase::walk(const QString& statement, const RowVisit& visit)
+{
+    Session& open = session();
+    const std::shared_ptr<const Prepared> prepared = open.translate(statement, false);
+    withStatement(statement, [&] {
+        if (prepared->translation.kind != StatementKind::Select) {
+            throw dbError(DbFault::ActionOpened);
+        }
+        if (!prepared->translation.parameters.empty()) {
+            throw dbError(DbFault::ParameterWithoutValue,
+                          prepared->translation.parameters.front().Name);
+        }
+        open.requireReadable(*prepared);
+        const auto rows =
+            open.connection().statements().take(prepared->translation.sql, prepared->seenAgain);
+        const StatementRow row(*rows);
+        while (rows->step()) {
+            visit(row);
+        }
+    });
 }
 
 void SqliteDatabase::Execute(const QString& statement)
