@@ -29,6 +29,20 @@ const QString kKindKey = u"Tree.Kind"_s;
 /// Rows that stand above a folder that is brought on the screen.
 constexpr int kRowsAbove = 5;
 
+/// The row that stands on the screen for a row: itself, or the outermost closed one above it.
+int lineOf(const TreeControl& tree, int row)
+{
+    int line = row;
+    int level = tree.row(row).level;
+    for (int above = row - 1; above >= 0 && level > 0; --above) {
+        if (tree.row(above).level < level) {
+            level = tree.row(above).level;
+            line = tree.isOpen(above) ? line : above;
+        }
+    }
+    return line;
+}
+
 /// The lists as the tree of groups shows them: with their counts, and ticked while the panel of
 /// lists has them.
 ListTreeForm listForm()
@@ -344,20 +358,8 @@ void Tree::goToRow(int row)
         return;
     }
     int first = row;
-    for (int above = row - 1, shown = 0; above >= 0 && shown < kRowsAbove; --above) {
-        // Rows below a closed one are not on the screen.
-        bool isSeen = true;
-        int inner = tree.row(above).level;
-        for (int parent = above - 1; parent >= 0 && inner > 0 && isSeen; --parent) {
-            if (tree.row(parent).level < inner) {
-                inner = tree.row(parent).level;
-                isSeen = tree.isOpen(parent);
-            }
-        }
-        if (isSeen) {
-            first = above;
-            ++shown;
-        }
+    for (int line = 0; line < kRowsAbove && first > 0; ++line) {
+        first = lineOf(tree, first - 1);
     }
     tree.setFirstVisibleRow(first);
 }

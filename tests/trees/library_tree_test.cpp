@@ -186,6 +186,21 @@ TEST_F(LibraryTreeTest, AFolderIsShownWithAllAboveItOpen)
     EXPECT_EQ(page.rowCount(), 2);
 }
 
+TEST_F(LibraryTreeTest, AFolderThatIsShownStandsFiveLinesFromTheTopFoldedRowsNotCounted)
+{
+    addDirectory(u"/"_s, 0, u"/"_s, 0, 9);
+    for (char16_t name = u'a'; name <= u'h'; ++name) {
+        addDirectory(u"/%1/"_s.arg(QChar(name)), 1, QString(QChar(name)), 1, 2);
+        addDirectory(u"/%1/x/"_s.arg(QChar(name)), 2, u"x"_s, 0, 1);
+        addDirectory(u"/%1/x/y/"_s.arg(QChar(name)), 3, u"y"_s, 1, 1);
+    }
+    auto& page = show(TreeKind::Dir, u"tree.dir"_s);
+    page.scrolls = true;
+    send(u"context.show.dir"_s, u"/h/"_s);
+    EXPECT_EQ(page.row(page.first).key, u"DIR?Path?\?/e/x/*"_s)
+        << "behind it f, its x, g and its x: every y is folded away";
+}
+
 TEST_F(LibraryTreeTest, AFolderOfADiscIsShownByItsVolume)
 {
     addDirectory(u"E:\\"_s, 0, u"E: Eins"_s, 0, 5, false, 4, u"Eins"_s);

@@ -64,7 +64,11 @@ public:
 
     [[nodiscard]] int currentRow() const override { return current; }
 
-    void setCurrentRow(int index) override { current = has(index) ? index : -1; }
+    void setCurrentRow(int index) override
+    {
+        current = has(index) ? index : -1;
+        first = scrolls ? current : first;
+    }
 
     void editRow(int index, const QString& text) override
     {
@@ -143,6 +147,7 @@ public:
     int first = -1;
     int editedRow = -1;
     int fills = 0;
+    bool scrolls = false; ///< a row that becomes current comes to the top
     bool editing = false;
 
 private:
