@@ -146,6 +146,16 @@ void FavouriteTicks::setChildTicks(int row, bool on)
     }
 }
 
+/// Puts a row on top of the favourite section, which opens for its first one.
+void FavouriteTicks::insertFavourite(const TreeRow& row)
+{
+    const bool isFirst = endOfFavourites() == 1;
+    tree().insertRow(1, row);
+    if (isFirst) {
+        tree().setOpen(0, true);
+    }
+}
+
 /// The row becomes a favourite in place, and a row of the same key heads the favourite section.
 /// \return where the row is then
 int FavouriteTicks::makeFavourite(int row, const QString& picture)
@@ -164,7 +174,7 @@ int FavouriteTicks::makeFavourite(int row, const QString& picture)
         shown.fillable = true;
         m_pages.forget(shown.key);
     }
-    tree().insertRow(1, shown);
+    insertFavourite(shown);
     return row + 1;
 }
 
@@ -258,7 +268,7 @@ void FavouriteTicks::genreArtist(int row, bool on)
         shown.tick = RowTick::On;
         shown.fillable = true;
         m_pages.forget(genreKey);
-        tree().insertRow(1, shown);
+        insertFavourite(shown);
         ++row;
         if (const int genreRow = findBelowFavourites(treekey::genre(parts->aux)); genreRow >= 0) {
             setTick(genreRow, true);

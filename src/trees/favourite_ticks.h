@@ -44,6 +44,7 @@ private:
     [[nodiscard]] TreeControl& tree() const;
     void setTick(int row, bool on);
     void setChildTicks(int row, bool on);
+    void insertFavourite(const TreeRow& row);
     int makeFavourite(int row, const QString& picture);
     void addFavouriteArtist(int row, const QString& genreKey);
     void unmake(int row);

@@ -164,6 +164,8 @@ TEST_F(LibraryTreeWindow, ABoxIsTickedByTheMouseWithoutASearch)
                       outline().tickPlaceOf(row).center());
     EXPECT_EQ(flag(u"tree_dir"_s, u"path"_s, u"/a/"_s), u"-1"_s);
     EXPECT_EQ(lists.messages.filter(u"tree.click.row"_s), QStringList());
+    EXPECT_EQ(seen().mid(0, 2), (QStringList{u"Favorit"_s, u"a [3 - 8]"_s}))
+        << "the first favourite is seen at once";
 }
 
 TEST_F(LibraryTreeWindow, TheGroupButtonsStandBesideTheFilterInTheTreeOfListsAlone)
