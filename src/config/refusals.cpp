@@ -46,10 +46,15 @@ QString systemReasonText(const ConfigObjects& texts, const QString& reason)
     return known == kReasons.end() ? reason : texts.text(known->text);
 }
 
-QString missingLibraryText(const ConfigObjects& texts, const GlobalSettings& settings)
+QString refusedLibraryText(const ConfigObjects& texts,
+                           const GlobalSettings& settings,
+                           const std::function<bool(const QString& library)>& isLent)
 {
     const QString& named = settings.namedDbName();
-    return named == settings.DbName() ? QString() : texts.text(u"library.missing", named);
+    if (named != settings.DbName()) {
+        return texts.text(u"library.missing", named);
+    }
+    return isLent(named) ? texts.text(u"library.lent.refused") : QString();
 }
 
 } // namespace melovane

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace melovane {
 
 class ConfigObjects;
@@ -15,8 +17,10 @@ class GlobalSettings;
 
 /// For a program that works in the library without showing it: the sentence with which it ends when
 /// the settings name a library that is not there, and that it would work in the default one
-/// instead. Empty when all is well.
-[[nodiscard]] QString missingLibraryText(const ConfigObjects& texts,
-                                         const GlobalSettings& settings);
+/// instead, or one that the console has lent. Empty when all is well.
+/// \param isLent whether the library of that path is lent; asked for one that is there
+[[nodiscard]] QString refusedLibraryText(const ConfigObjects& texts,
+                                         const GlobalSettings& settings,
+                                         const std::function<bool(const QString& library)>& isLent);
 
 } // namespace melovane

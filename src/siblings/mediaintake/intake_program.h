@@ -55,9 +55,8 @@ public:
     /// Why there must be no import; empty when there may be one.
     [[nodiscard]] QString obstacle() const
     {
-        const QString missing = missingLibraryText(m_texts, m_settings);
-        const bool isLent = missing.isEmpty() && m_loan.isLent(m_settings.DbName());
-        return isLent ? m_texts.text(u"library.lent.refused") : missing;
+        return refusedLibraryText(
+            m_texts, m_settings, [this](const QString& library) { return m_loan.isLent(library); });
     }
 
     /// True when no other program imports into the database; until this one ends, none can.

@@ -51,9 +51,8 @@ public:
     /// Why nothing may be done; empty when all is well.
     [[nodiscard]] QString obstacle() const
     {
-        const QString missing = missingLibraryText(m_texts, m_settings);
-        const bool isLent = missing.isEmpty() && m_loan.isLent(m_settings.DbName());
-        return isLent ? m_texts.text(u"library.lent.refused") : missing;
+        return refusedLibraryText(
+            m_texts, m_settings, [this](const QString& library) { return m_loan.isLent(library); });
     }
 
     /// \param work "1" for all, a tree, or empty for what has changed

@@ -47,9 +47,8 @@ public:
     /// Why nothing may be done; empty when all is well.
     [[nodiscard]] QString obstacle() const
     {
-        const QString missing = missingLibraryText(m_texts, m_settings);
-        const bool isLent = missing.isEmpty() && m_loan.isLent(m_settings.DbName());
-        return isLent ? m_texts.text(u"library.lent.refused"_s) : missing;
+        return refusedLibraryText(
+            m_texts, m_settings, [this](const QString& library) { return m_loan.isLent(library); });
     }
 
     /// What it has done, and what not.
