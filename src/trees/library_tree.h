@@ -196,6 +196,7 @@ private:
     void setNote(const EmptyNote& note);
     void sendRow(QStringView command, const TreeRow& row);
     void sendSelected(const std::vector<int>& rows);
+    [[nodiscard]] bool refusesChange();
     void goToRow(int row);
     [[nodiscard]] QStringList keysOf(const std::vector<int>& rows) const;
 

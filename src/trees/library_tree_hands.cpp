@@ -96,9 +96,11 @@ void Tree::toolPressed(const QString& key)
     } else if (name == "sleeve.viewer"_L1) {
         m_parts.startViewer();
     } else if (name == "newgenre"_L1) {
-        guarded(u"newgenre", [&] { m_listEdits.newGroup(); });
+        if (!refusesChange()) {
+            guarded(u"newgenre", [&] { m_listEdits.newGroup(); });
+        }
     } else if (name == "delete"_L1) {
-        guarded(u"delete", [&] { m_listEdits.deleteRow(m_pages.top().currentRow()); });
+        deletePressed(m_pages.top().currentRow());
     }
 }
 
@@ -181,14 +183,23 @@ void Tree::rowToggled(int row, bool open)
     }
 }
 
+/// Whether nothing can be written now, which the user is told then.
+bool Tree::refusesChange()
+{
+    if (!m_isAway && m_parts.mayWrite()) {
+        return false;
+    }
+    m_bus.SendMessage(bus::kShowStatusText,
+                      m_parts.texts.text(m_isAway ? u"library.lent.title" : u"library.readonly"));
+    return true;
+}
+
 void Tree::rowTicked(int row, bool on)
 {
-    if (m_isAway || !m_parts.mayWrite()) {
+    if (refusesChange()) {
         TreeRow shown = m_pages.top().row(row);
         shown.tick = on ? RowTick::Off : RowTick::On;
         m_pages.top().setRow(row, shown);
-        m_bus.SendMessage(bus::kShowStatusText, m_parts.texts.text(m_isAway ? u"library.lent.title"
-                                                                            : u"library.readonly"));
         return;
     }
     guarded(u"Tree.Tick", [&] { m_ticks.ticked(row, on); });
@@ -231,7 +242,7 @@ DragContent Tree::dragContent(const std::vector<int>& rows)
 void Tree::rename(int row)
 {
     if (m_pages.kind() == TreeKind::Playlist &&
-        treekey::isPlaylistRow(m_pages.top().row(row).key)) {
+        treekey::isPlaylistRow(m_pages.top().row(row).key) && !refusesChange()) {
         m_listEdits.rename(row);
     }
 }
@@ -248,14 +259,16 @@ void Tree::editEnded()
 
 void Tree::deletePressed(int row)
 {
-    if (m_pages.kind() == TreeKind::Playlist) {
+    if (m_pages.kind() == TreeKind::Playlist && row >= 0 && !refusesChange()) {
         guarded(u"Tree.Delete", [&] { m_listEdits.deleteRow(row); });
     }
 }
 
 void Tree::rowDropped(int from, int to, DropPlace place)
 {
-    guarded(u"Tree.Drop", [&] { m_listEdits.rowDropped(from, to, place); });
+    if (!refusesChange()) {
+        guarded(u"Tree.Drop", [&] { m_listEdits.rowDropped(from, to, place); });
+    }
 }
 
 void Tree::contextMenu(int row)

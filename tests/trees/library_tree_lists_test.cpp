@@ -111,6 +111,23 @@ TEST_F(LibraryTreeTest, AGroupWithListsIsNotDeletedAndALockedListNeither)
     EXPECT_EQ(page.rowCount(), 4) << "an empty group goes";
 }
 
+TEST_F(LibraryTreeTest, InALibraryThatCannotBeWrittenNoListIsChangedAndEachTrySaysWhy)
+{
+    auto& page = show(TreeKind::Playlist, u"tree.playlist"_s);
+    mayWrite = false;
+    page.current = 1;
+    tree.rename(1);
+    tree.deletePressed(1);
+    tree.toolPressed(u"NEWGENRE"_s);
+    tree.toolPressed(u"DELETE"_s);
+    tree.rowDropped(1, 4, DropPlace::Into);
+    EXPECT_FALSE(page.editing);
+    EXPECT_EQ(page.rowCount(), 6);
+    EXPECT_EQ(lists.order(lists.friday), u"Hauptset,Warm-up,Reserve"_s);
+    EXPECT_EQ(lists.messages.count(u"show.statustext|Die Bibliothek ist schreibgeschützt"_s), 5);
+    EXPECT_EQ(lists.messages.size(), 5);
+}
+
 TEST_F(LibraryTreeTest, AListThatIsDroppedMovesAndGroupsGetTheirPlaces)
 {
     auto& page = show(TreeKind::Playlist, u"tree.playlist"_s);
