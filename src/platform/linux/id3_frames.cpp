@@ -165,14 +165,15 @@ bool FrameWalk::startsFrame(qint64 place) const
 
 Bytes FrameWalk::contentAt(const FrameHeader& header,
                            qint64 place,
-                           std::vector<quint8>& decoded) const
+                           std::vector<quint8>& decoded,
+                           qint64 longest) const
 {
     const qint64 extra = (header.grouped ? 1 : 0) + (header.hasLength ? 4 : 0);
     const qint64 length = header.size - extra;
     if (length <= 0 || header.encrypted) {
         return {};
     }
-    const Bytes stored = m_body.at(place + headerLength() + extra, std::min(length, kLongestFrame));
+    const Bytes stored = m_body.at(place + headerLength() + extra, std::min(length, longest));
     if (!header.unsynchronised && !header.compressed) {
         return stored;
     }

@@ -111,10 +111,13 @@ public:
     /// beyond its tag.
     [[nodiscard]] std::optional<FrameHeader> headerAt(qint64 place) const;
 
-    /// The plain content of the frame whose header stands at `place`, up to kLongestFrame; empty
-    /// for an encrypted one. `decoded` holds it where it had to be decoded first.
-    [[nodiscard]] Bytes
-    contentAt(const FrameHeader& header, qint64 place, std::vector<quint8>& decoded) const;
+    /// The plain content of the frame whose header stands at `place`, up to `longest` bytes, what
+    /// has to be unpacked up to kLongestFrame; empty for an encrypted one. `decoded` holds it where
+    /// it had to be decoded first.
+    [[nodiscard]] Bytes contentAt(const FrameHeader& header,
+                                  qint64 place,
+                                  std::vector<quint8>& decoded,
+                                  qint64 longest = kLongestFrame) const;
 
 private:
     [[nodiscard]] std::optional<FrameHeader> anyHeaderAt(qint64 place) const;

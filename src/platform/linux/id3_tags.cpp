@@ -165,13 +165,6 @@ void readFrames(MpegFile& file,
     readFramesFrom(skip, FrameWalk(body, version, unsynchronised), into);
 }
 
-/// The first four digits of "2004-05-06T07:08:09" are the year; other texts stay as they are.
-QString yearOf(const QString& recordingTime)
-{
-    return recordingTime.size() > 4 && recordingTime.at(4) == u'-' ? recordingTime.left(4)
-                                                                   : recordingTime;
-}
-
 } // namespace
 
 QString ratingOfByte(int byte)
@@ -209,7 +202,7 @@ LeadingTags readId3v2(MpegFile& file, TrackTags& tags)
         }
         result.end = begin + size + footer;
     }
-    tags.id3v2.Jahr = into.year.isEmpty() ? yearOf(into.recordingTime) : into.year;
+    tags.id3v2.Jahr = into.year.isEmpty() ? yearOfRecordingTime(into.recordingTime) : into.year;
     return result;
 }
 

@@ -155,4 +155,9 @@ QString decodeSingleBytes(std::span<const quint8> bytes)
     return decodeText(kLatin1, bytes);
 }
 
+QString yearOfRecordingTime(const QString& text)
+{
+    return text.size() > 4 && text.at(4) == u'-' ? text.left(4) : text;
+}
+
 } // namespace melovane::linux_media

@@ -33,6 +33,10 @@ struct NamedText
 /// The content of a frame TXXX; of long names the beginning. Both empty when there is no content.
 [[nodiscard]] NamedText decodeUserText(std::span<const quint8> content);
 
+/// The year of a time of recording as frame TDRC has it: the first four digits of
+/// "2004-05-06T07:08:09"; other texts stay as they are.
+[[nodiscard]] QString yearOfRecordingTime(const QString& text);
+
 /// No column keeps more.
 inline constexpr qsizetype kLongestText = qsizetype{64} * 1024;
 
