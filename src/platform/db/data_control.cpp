@@ -5,7 +5,7 @@
 namespace melovane {
 
 DataControl::DataControl(DBEngine& engine, QObject* parent)
-    : QObject(parent)
+    : GridSource(parent)
     , m_engine(engine)
 {}
 

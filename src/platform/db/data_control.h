@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/controls/grid_source.h"
 #include "platform/db/database.h"
 
-#include <QObject>
 #include <QString>
 
 #include <memory>
@@ -13,7 +13,7 @@ namespace melovane {
 ///
 /// Holds a connection from its first Refresh until closeDatabase(). The grid reads cells by row and
 /// column through it; rows are fetched a page at a time as they come on the screen.
-class DataControl : public QObject
+class DataControl : public GridSource
 {
     Q_OBJECT
 
@@ -46,21 +46,19 @@ public:
     /// Lets go of the file. The rows are gone with it; refreshed() is emitted with none.
     void closeDatabase();
 
-    [[nodiscard]] qint64 rowCount() const;
-    [[nodiscard]] int columnCount() const;
+    [[nodiscard]] qint64 rowCount() const override;
+    [[nodiscard]] int columnCount() const override;
     /// Only after a Refresh, for an index below columnCount().
     [[nodiscard]] const FieldDef& column(int index) const;
 
+    [[nodiscard]] QString columnName(int index) const override { return column(index).Name; }
+
     /// A cell for painting: never moves the current row, and reads as null when the row is gone or
     /// the file cannot be read.
-    [[nodiscard]] Value cell(qint64 row, int column) const;
+    [[nodiscard]] Value cell(qint64 row, int column) const override;
 
     /// Forgets fetched cells, so that the next paint shows the values of now; emits cellsChanged().
     void refreshCells();
-
-signals:
-    void refreshed();
-    void cellsChanged();
 
 private:
     [[nodiscard]] std::unique_ptr<melovane::Recordset> openSet();

@@ -61,7 +61,7 @@ DataGrid::DataGrid(const Skin& skin, const IconSet& icons, QWidget* parent)
 
 DataGrid::~DataGrid() = default;
 
-void DataGrid::setSource(const DataControl& rows,
+void DataGrid::setSource(const GridSource& rows,
                          const GridLook& look,
                          std::vector<GridColumn> columns)
 {

@@ -13,16 +13,16 @@ class QMenu;
 
 namespace melovane {
 
-class DataControl;
 class DataGridModel;
 class DropTarget;
 class EmptyView;
 class GridDropping;
 class GridHeader;
+class GridSource;
 class IconSet;
 class Skin;
 
-/// A grid of rows over a data control.
+/// A grid of rows over a data control, or over rows that a program holds itself.
 ///
 /// Rows are one line of text high, headings can be moved and hidden, and only the cells on the
 /// screen are ever fetched. Has no rows before setSource.
@@ -35,7 +35,7 @@ public:
     ~DataGrid() override;
 
     /// Once. `rows` and `look` outlive the grid's last paint.
-    void setSource(const DataControl& rows, const GridLook& look, std::vector<GridColumn> columns);
+    void setSource(const GridSource& rows, const GridLook& look, std::vector<GridColumn> columns);
 
     [[nodiscard]] qint64 currentRow() const override;
     [[nodiscard]] qint64 firstVisibleRow() const override;

@@ -1,6 +1,6 @@
 #include "platform/qt/data_grid_model.h"
 
-#include "platform/db/data_control.h"
+#include "platform/controls/grid_source.h"
 
 #include <limits>
 
@@ -45,7 +45,7 @@ QVariant alignmentFlags(CellAlignment alignment)
 
 } // namespace
 
-DataGridModel::DataGridModel(const DataControl& data,
+DataGridModel::DataGridModel(const GridSource& data,
                              const GridLook& look,
                              std::vector<GridColumn> columns,
                              QObject* parent)
@@ -58,8 +58,8 @@ DataGridModel::DataGridModel(const DataControl& data,
     for (const GridColumn& column : m_columns) {
         m_headings.append(column.heading);
     }
-    connect(&data, &DataControl::refreshed, this, &DataGridModel::takeRows);
-    connect(&data, &DataControl::cellsChanged, this, &DataGridModel::repaintAll);
+    connect(&data, &GridSource::refreshed, this, &DataGridModel::takeRows);
+    connect(&data, &GridSource::cellsChanged, this, &DataGridModel::repaintAll);
     takeRows();
 }
 
@@ -68,7 +68,7 @@ void DataGridModel::takeRows()
     beginResetModel();
     m_fieldByName.clear();
     for (int field = 0; field < m_data.columnCount(); ++field) {
-        m_fieldByName.insert(m_data.column(field).Name.toLower(), field);
+        m_fieldByName.insert(m_data.columnName(field).toLower(), field);
     }
     for (size_t index = 0; index < m_columns.size(); ++index) {
         m_fields[index] = m_fieldByName.value(m_columns[index].field.toLower(), -1);

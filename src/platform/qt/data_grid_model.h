@@ -9,9 +9,9 @@
 
 namespace melovane {
 
-class DataControl;
+class GridSource;
 
-/// Rows of a data control for a table view. Keeps nothing: a cell is fetched when it is painted.
+/// Rows of a source for a table view. Keeps nothing: a cell is fetched when it is painted.
 ///
 /// The columns are the grid's own and stay when the statement changes; each finds its field by
 /// name after every refresh.
@@ -21,7 +21,7 @@ class DataGridModel : public QAbstractTableModel
 
 public:
     /// `data` and `look` outlive the model.
-    DataGridModel(const DataControl& data,
+    DataGridModel(const GridSource& data,
                   const GridLook& look,
                   std::vector<GridColumn> columns,
                   QObject* parent = nullptr);
@@ -64,7 +64,7 @@ private:
     void takeRows();
     void repaintAll();
 
-    const DataControl& m_data;
+    const GridSource& m_data;
     const GridLook& m_look;
     std::vector<GridColumn> m_columns;
     QStringList m_headings;            ///< as they were at first
