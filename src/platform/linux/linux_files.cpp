@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -41,6 +42,14 @@ std::optional<struct stat> statOf(const QByteArray& path)
 {
     struct stat facts = {};
     const bool found = !path.isEmpty() && ::stat(path.constData(), &facts) == 0;
+    return found ? std::optional(facts) : std::nullopt;
+}
+
+/// Of a link itself.
+std::optional<struct stat> linkStatOf(const QByteArray& path)
+{
+    struct stat facts = {};
+    const bool found = !path.isEmpty() && ::lstat(path.constData(), &facts) == 0;
     return found ? std::optional(facts) : std::nullopt;
 }
 
@@ -371,6 +380,35 @@ bool LinuxFiles::remove(const QString& path)
 {
     const QByteArray name = systemPath(path);
     return !name.isEmpty() && ::unlink(name.constData()) == 0;
+}
+
+void LinuxFiles::rename(const QString& source, const QString& target)
+{
+    const QByteArray from = systemPath(source);
+    const QByteArray to = systemPath(target);
+    if (from.isEmpty() || to.isEmpty()) {
+        throw IoError(from.isEmpty() ? source : target, u"Invalid argument"_s);
+    }
+    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0) {
+        return;
+    }
+    const int fault = errno;
+    const auto own = linkStatOf(from);
+    const auto there = linkStatOf(to);
+    const bool isItself = own && there && own->st_dev == there->st_dev &&
+                          own->st_ino == there->st_ino && own->st_nlink == 1;
+    // The second case is that of file systems that cannot tell.
+    const bool mayTry = (fault == EEXIST && isItself) || (fault == EINVAL && !there);
+    if (!mayTry || ::rename(from.constData(), to.constData()) != 0) {
+        errno = mayTry ? errno : fault;
+        failWithErrno(to);
+    }
+}
+
+bool LinuxFiles::removeFolder(const QString& path)
+{
+    const QByteArray name = systemPath(path);
+    return !name.isEmpty() && ::rmdir(name.constData()) == 0;
 }
 
 bool LinuxFiles::setModified(const QString& path, const QDateTime& moment)

@@ -42,6 +42,8 @@ public:
 
     /// Removes a file or a link, never a folder.
     bool remove(const QString& path) override;
+    void rename(const QString& source, const QString& target) override;
+    bool removeFolder(const QString& path) override;
     bool setModified(const QString& path, const QDateTime& moment) override;
     bool makeWritable(const QString& path) override;
 

@@ -114,6 +114,14 @@ public:
 
     virtual bool remove(const QString& path) = 0;
 
+    /// Gives a file another name on the same volume; a link is renamed itself. What has that name
+    /// already is never replaced, but for the file itself, when the names differ in letter case or
+    /// Unicode form alone and the volume does not tell them apart. \throws IoError
+    virtual void rename(const QString& source, const QString& target) = 0;
+
+    /// Removes an empty folder; false for one that holds something.
+    virtual bool removeFolder(const QString& path) = 0;
+
     /// Sets the modification time of a file; false when that fails.
     virtual bool setModified(const QString& path, const QDateTime& moment) = 0;
 

@@ -614,5 +614,33 @@ TEST_F(RealFiles, RemoveTakesFilesAndLinksNeverFolders)
     EXPECT_FALSE(files.remove(path(u"real"_s)));
 }
 
+TEST_F(RealFiles, ARenamedFileReplacesNothing)
+{
+    folder.write(u"a"_s, "a");
+    folder.write(u"b"_s, "b");
+    ASSERT_EQ(::symlink("b", system(u"link"_s).constData()), 0);
+    EXPECT_THROW(files.rename(path(u"a"_s), path(u"b"_s)), IoError);
+    EXPECT_THROW(files.rename(path(u"a"_s), path(u"link"_s)), IoError);
+    EXPECT_THROW(files.rename(path(u"gone"_s), path(u"c"_s)), IoError);
+    EXPECT_THROW(files.rename(path(u"a"_s), path(u"none/c"_s)), IoError);
+    EXPECT_THROW(files.rename(path(u"a"_s), QString()), IoError);
+    EXPECT_EQ(folder.read(u"b"_s), "b");
+    files.rename(path(u"a"_s), path(u"A"_s));
+    files.rename(path(u"link"_s), path(u"other"_s));
+    EXPECT_EQ(everything(), (QStringList{u"A"_s, u"b"_s, u"other"_s}));
+    EXPECT_TRUE(isLink(u"other"_s));
+}
+
+TEST_F(RealFiles, OnlyAnEmptyFolderIsRemoved)
+{
+    folder.write(u"full/file"_s, "x");
+    ASSERT_TRUE(files.makeFolder(path(u"empty"_s)));
+    EXPECT_FALSE(files.removeFolder(path(u"full"_s)));
+    EXPECT_FALSE(files.removeFolder(path(u"full/file"_s)));
+    EXPECT_TRUE(files.removeFolder(path(u"empty"_s)));
+    EXPECT_FALSE(files.removeFolder(path(u"empty"_s)));
+    EXPECT_FALSE(files.removeFolder(QString()));
+}
+
 } // namespace
 } // namespace melovane
