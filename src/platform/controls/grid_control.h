@@ -57,6 +57,7 @@ struct CellStyle
     bool dimmed = false; ///< in the colour of second texts, for rows that cannot be changed
     bool bold = false;
     bool struckOut = false;
+    bool pending = false; ///< holds what is not stored yet: a bar at its left edge
 };
 
 /// The fields of the row being painted, by name without regard to case; an unknown name is null.

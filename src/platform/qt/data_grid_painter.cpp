@@ -21,6 +21,12 @@ namespace {
 /// How strongly a tint colours the ground.
 constexpr double kTint = 0.16;
 
+/// How strongly the accent colours the ground of a cell that is not stored yet.
+constexpr double kPending = 0.18;
+
+/// Width of the bar in front of such a cell.
+constexpr int kPendingBar = 2;
+
 /// Between a picture and the text behind it.
 constexpr int kIconGap = 5;
 
@@ -152,8 +158,17 @@ void DataGridPainter::paint(QPainter* painter,
     if (style.tint && !(option.state & QStyle::State_Selected)) {
         colour = mixed(colour, *style.tint, kTint);
     }
+    const Colour accent = m_skin.theme().colour(ThemeRole::Accent);
+    if (style.pending) {
+        colour = mixed(colour, accent, kPending);
+    }
     painter->save();
     painter->fillRect(option.rect, toQColor(colour));
+    if (style.pending) {
+        const QRect& cell = option.rect;
+        painter->fillRect(cell.left(), cell.top() + 2, kPendingBar, cell.height() - 4,
+                          toQColor(accent));
+    }
     const QString shown = paintedPart(index.data().toString());
     painter->setFont(fontOf(style, option.font));
     QRect inner = option.rect.adjusted(kPadding, 0, -kPadding, 0);
