@@ -30,10 +30,11 @@ const std::vector<std::pair<QString, int>> kLayers = {
     {u"playlistfiles/"_s, 10},
     {u"trackedit/"_s, 11},
     {u"trees/"_s, 12},
-    {u"care/"_s, 13},
-    {u"monitor/"_s, 14},
-    {u"shell/"_s, 15},
-    {u"siblings/"_s, 16},
+    {u"tagbench/"_s, 13},
+    {u"care/"_s, 14},
+    {u"monitor/"_s, 15},
+    {u"shell/"_s, 16},
+    {u"siblings/"_s, 17},
 };
 
 /// Drawers of platform/sqlite/, ordered in the same way.

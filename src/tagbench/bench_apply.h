@@ -1,0 +1,83 @@
+#pragma once
+
+#include "store/track_writing.h"
+#include "tagbench/bench_tracks.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <vector>
+
+namespace melovane {
+
+class Database;
+class Files;
+class NewTracks;
+
+/// Why a track on the bench was left as it is stored.
+enum class BenchFault
+{
+    Gone,        ///< no row has its identifier any more
+    ChangedElse, ///< somebody else has changed the same field since it was read
+    NotImported, ///< a new file that could not enter the library
+    NotRenamed,  ///< all else of it was written
+};
+
+struct BenchProblem
+{
+    int track = 0;
+    BenchFault fault = BenchFault::Gone;
+    QString reason; ///< of the system, mostly empty
+};
+
+/// What applying has come to.
+struct BenchOutcome
+{
+    std::vector<int> written; ///< tracks whose changes are stored, new ones included
+    std::vector<BenchProblem> problems;
+    QStringList trees; ///< that are out of date with it
+    int imported = 0;
+    int renamed = 0;
+    bool isCancelled = false; ///< nothing has changed then
+
+    [[nodiscard]] bool hasChanged() const { return !written.empty(); }
+};
+
+/// Writes what was changed on the bench: into the rows, into the order for the job that writes tags
+/// and, for new names, on the disk. All of it is one transaction: it stands whole, or, when the
+/// database fails or the user cancels, not at all, and every file has its former name again.
+///
+/// A file gets its name first and its row follows. Lists that hold a renamed track are marked to be
+/// written again, since their files name its place.
+class BenchApply
+{
+public:
+    struct Parts
+    {
+        Database& database;
+        Files& files;
+        QString dataFolder;             ///< of `ChangeDir.conf`
+        NewTracks* newTracks = nullptr; ///< that has read the tracks without an identifier
+        bool removeEmptyFolders = false;
+    };
+
+    /// How many of how many tracks are written. False ends the work and takes all of it back.
+    using GoOn = std::function<bool(int done, int size)>;
+
+    /// Tracks written between two questions: some 20 ms.
+    static constexpr int kTracksAtOnce = 50;
+
+    explicit BenchApply(Parts parts);
+
+    /// `tracks` itself stays as it is, but for identifiers that new files have got.
+    /// \throws DbError, and nothing has changed
+    [[nodiscard]] BenchOutcome apply(BenchTracks& tracks, const GoOn& goOn = {});
+
+private:
+    class Run;
+
+    Parts m_parts;
+};
+
+} // namespace melovane
