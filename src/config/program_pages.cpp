@@ -74,6 +74,29 @@ constexpr std::array kPages = std::to_array<ProgramPage>({
       "\n"
       "Result: 0 read, 1 failed or another import is running, 2 wrong call or no\n"
       "such folder"},
+    {u"tagbench",
+     u"tagbench: Tags und Dateinamen vieler Titel auf einmal ändern\n"
+      "\n"
+      "Aufruf: tagbench [edit]\n"
+      "        tagbench import\n"
+      "\n"
+      "  edit           die Titel, die in der Konsole markiert wurden\n"
+      "  import         neue MP3-Dateien, vor dem Import\n"
+      "  -h, --help     diesen Text ausgeben\n"
+      "      --version  Name und Version ausgeben\n"
+      "\n"
+      "Ergebnis: 0 beendet, 1 nicht gestartet, 2 Aufruf unverständlich",
+     u"tagbench: changes tags and file names of many tracks at once\n"
+      "\n"
+      "Usage: tagbench [edit]\n"
+      "       tagbench import\n"
+      "\n"
+      "  edit           the tracks that were marked in the console\n"
+      "  import         new MP3 files, before they are imported\n"
+      "  -h, --help     print this text\n"
+      "      --version  print name and version\n"
+      "\n"
+      "Result: 0 ended, 1 not started, 2 wrong call"},
     {u"mlvmessage",
      u"mlvmessage: Nachrichten zwischen den Programmen der Suite ansehen und senden\n"
       "\n"

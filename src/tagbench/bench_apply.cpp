@@ -90,18 +90,15 @@ private:
     bool import()
     {
         NewTracks* const fresh = m_parts.newTracks;
-        if (!fresh) {
-            return true;
-        }
         const int size = int(m_waiting.size());
-        if (!fresh->write([&](qint64, qint64) { return isWanted(0, size); })) {
+        if (fresh && !fresh->write([&](qint64, qint64) { return isWanted(0, size); })) {
             return false;
         }
         std::erase_if(m_waiting, [&](int track) {
             if (!m_tracks.at(track).fid.isEmpty()) {
                 return false;
             }
-            const QString fid = fresh->fidOf(m_tracks.at(track).storedPlace());
+            const QString fid = fresh ? fresh->fidOf(m_tracks.at(track).storedPlace()) : QString();
             if (fid.isEmpty()) {
                 m_result.problems.push_back({track, BenchFault::NotImported, {}});
                 return true;
@@ -109,7 +106,7 @@ private:
             m_newFids.emplace(track, fid);
             return false;
         });
-        m_result.imported = fresh->entered();
+        m_result.imported = fresh ? fresh->entered() : 0;
         if (m_result.imported > 0) {
             m_result.trees += {u"Interpret"_s, u"Album"_s, u"Genre"_s, u"Dir"_s};
         }

@@ -41,6 +41,14 @@ std::vector<BenchTrack> markedTracks(Database& database)
     return result;
 }
 
+void forgetMarked(Database& database)
+{
+    // The library stays free for others.
+    Transaction forgetting(database, u"TEMP_MP3Edit"_s);
+    database.Execute(u"delete from TEMP_MP3Edit"_s);
+    forgetting.commit();
+}
+
 QStringList genres(Database& database)
 {
     return firstColumn(database, u"select Name from genre where Genre_ID<>255 order by Name"_s);

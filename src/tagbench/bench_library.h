@@ -17,6 +17,9 @@ namespace benchlibrary {
 /// files.
 [[nodiscard]] std::vector<BenchTrack> markedTracks(Database& database);
 
+/// Empties TEMP_MP3Edit: what is marked next stands there alone.
+void forgetMarked(Database& database);
+
 /// Names of the genres, sorted.
 [[nodiscard]] QStringList genres(Database& database);
 

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "bus/message_numbers.h"
+#include "config/config_objects.h"
+#include "config/global_settings.h"
+#include "config/melovane_configuration.h"
+#include "config/paths.h"
+#include "config/refusals.h"
+#include "config/update_colors.h"
+#include "platform/linux/ini_profile.h"
+#include "platform/linux/library_loan.h"
+#include "platform/linux/linux_environment.h"
+#include "platform/linux/linux_files.h"
+#include "platform/linux/linux_messages.h"
+#include "platform/linux/tag_reader.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
+#include "platform/system/clock.h"
+#include "shell/skin_files.h"
+#include "tagbench/bench_session.h"
+#include "views/track_look.h"
+
+#include <QDir>
+
+#include <memory>
+
+namespace melovane {
+
+/// Everything that lives as long as the program, bottom to top.
+class BenchProgram
+{
+public:
+    explicit BenchProgram(BenchMode mode)
+        : m_paths(m_environment, m_files)
+        , m_engine(sqlite::makeEngine(m_clock))
+        , m_reader(linux_media::makeTagReader())
+        , m_settings(m_paths, m_profile, m_files, *m_engine)
+        , m_messages(MessagePlace(m_environment.runtimeFolder()))
+        , m_control(m_messages.makeControl())
+        , m_loan(m_files, {m_environment.runtimeFolder(), m_paths.GetConfigPath()})
+        , m_texts(m_paths, m_profile, m_files)
+        , m_session({*m_engine, m_settings, m_files, *m_reader, m_clock, m_texts,
+                     m_paths.GetConfigPath()},
+                    mode)
+    {
+        // Language files are looked for in the current folder.
+        QDir::setCurrent(m_paths.GetConfigPath());
+        MelovaneConfiguration::fill(m_texts);
+        m_session.whenWritten = [this] { tellConsole(); };
+    }
+
+    /// Why nothing may be changed; empty when all is well.
+    [[nodiscard]] QString obstacle() const
+    {
+        return refusedLibraryText(
+            m_texts, m_settings, [this](const QString& library) { return m_loan.isLent(library); });
+    }
+
+    [[nodiscard]] const ConfigObjects& texts() const { return m_texts; }
+
+    [[nodiscard]] BenchSession& session() { return m_session; }
+
+    /// The theme that the console was given, so that both look alike; empty without one.
+    [[nodiscard]] QString themeText()
+    {
+        return SkinFiles(m_paths, m_files).text(m_settings.SkinFileName());
+    }
+
+    [[nodiscard]] NoteColours noteColours() { return NoteColours::from(UpdateColors(m_settings)); }
+
+private:
+    void tellConsole()
+    {
+        // It may have been started meanwhile.
+        m_settings.Refresh();
+        m_control->setTarget(m_settings.MessageHandleDB());
+        m_control->Post(message::kDatabaseChanged, 0, 0);
+    }
+
+    SystemClock m_clock;
+    LinuxFiles m_files;
+    LinuxEnvironment m_environment;
+    IniProfile m_profile{m_files};
+    Mod_API m_paths;
+    std::unique_ptr<DBEngine> m_engine;
+    std::unique_ptr<TagReader> m_reader;
+    GlobalSettings m_settings;
+    LinuxMessages m_messages;
+    std::unique_ptr<KSMessage> m_control;
+    LibraryLoan m_loan;
+    ConfigObjects m_texts;
+    BenchSession m_session;
+};
+
+} // namespace melovane

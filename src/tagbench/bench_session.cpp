@@ -1,0 +1,200 @@
+#include "tagbench/bench_session.h"
+
+#include "config/config_objects.h"
+#include "config/counted_text.h"
+#include "config/global_settings.h"
+#include "config/refusals.h"
+#include "intake/folder_walk.h"
+#include "intake/new_tracks.h"
+#include "platform/db/database.h"
+#include "platform/system/path_text.h"
+#include "store/pending_jobs.h"
+#include "tagbench/bench_library.h"
+
+#include <QSet>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Language numbers of the table `config`: keep.
+constexpr int kGerman = 49;
+constexpr int kEnglish = 44;
+
+BenchTrack newTrack(const FoundFile& file, const ImportedTrack& read)
+{
+    BenchTrack track;
+    track.folder = file.folder;
+    for (const TrackField field : benchFields()) {
+        track.stored[size_t(benchSlot(field))] = read.value(field).toText();
+    }
+    track.stored.back() = file.path();
+    track.now = track.stored;
+    return track;
+}
+
+QString faultKey(BenchFault fault)
+{
+    switch (fault) {
+    case BenchFault::Gone:
+        return u"bench.fault.gone"_s;
+    case BenchFault::ChangedElse:
+        return u"bench.fault.changed"_s;
+    case BenchFault::NotImported:
+        return u"bench.fault.import"_s;
+    case BenchFault::NotRenamed:
+        return u"bench.fault.rename"_s;
+    }
+    return {};
+}
+
+} // namespace
+
+BenchSession::BenchSession(const Parts& parts, BenchMode mode)
+    : m_parts(parts)
+    , m_mode(mode)
+{}
+
+BenchSession::~BenchSession() = default;
+
+Database& BenchSession::database()
+{
+    if (!m_database) {
+        m_database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+    }
+    return *m_database;
+}
+
+NewTracks& BenchSession::newTracks()
+{
+    if (!m_newTracks) {
+        m_newTracks = std::make_unique<NewTracks>(database(), m_parts.settings, m_parts.files,
+                                                  m_parts.reader, m_parts.clock);
+    }
+    return *m_newTracks;
+}
+
+void BenchSession::load()
+{
+    if (m_mode == BenchMode::Import) {
+        return;
+    }
+    auto marked = benchlibrary::markedTracks(database());
+    benchlibrary::forgetMarked(database());
+    m_tracks.setTracks(std::move(marked));
+}
+
+void BenchSession::addFiles(const QStringList& places, const GoOn& goOn)
+{
+    Skipped skipped;
+    FolderWalk walk(m_parts.files, places, skipped);
+    std::vector<FoundFile> files;
+    QSet<QString> there;
+    for (int track = 0; track < m_tracks.count(); ++track) {
+        there.insert(m_tracks.at(track).storedPlace());
+    }
+    for (auto found = walk.next(); found; found = walk.next()) {
+        if (!goOn(0, 0)) {
+            return;
+        }
+        files.insert(files.end(), found->begin(), found->end());
+    }
+    std::vector<BenchTrack> tracks;
+    int known = 0;
+    int refused = 0;
+    for (size_t at = 0; at < files.size() && goOn(int(at), int(files.size())); ++at) {
+        const FoundFile& file = files[at];
+        if (there.contains(file.path()) || !newTracks().find(file.folder, file.name)->Eof()) {
+            ++known;
+        } else if (const auto reading = newTracks().read(file.path()); reading.track) {
+            tracks.push_back(newTrack(file, *reading.track));
+        } else {
+            ++refused;
+        }
+    }
+    m_addedText = texts().text(u"bench.added"_s, qint64(tracks.size()), known, refused);
+    m_tracks.addTracks(std::move(tracks));
+}
+
+BenchOutcome BenchSession::apply(bool removeEmptyFolders, const GoOn& goOn)
+{
+    BenchApply work({.database = database(),
+                     .files = m_parts.files,
+                     .dataFolder = m_parts.dataFolder,
+                     .newTracks = m_newTracks.get(),
+                     .removeEmptyFolders = removeEmptyFolders});
+    const BenchOutcome outcome = work.apply(m_tracks, goOn);
+    if (outcome.isCancelled) {
+        return outcome;
+    }
+    m_newTracks.reset(); // its files are tracks of the library now
+    if (outcome.hasChanged()) {
+        PendingJobs jobs(m_parts.engine, m_parts.settings);
+        for (const QString& tree : outcome.trees) {
+            jobs.ChangeTree(tree);
+        }
+        m_tracks.setStored(outcome.written);
+        if (whenWritten) {
+            whenWritten();
+        }
+    }
+    return outcome;
+}
+
+QStringList BenchSession::outcomeLines(const BenchOutcome& outcome) const
+{
+    if (outcome.isCancelled) {
+        return {texts().text(u"bench.cancelled")};
+    }
+    QStringList lines{countedText(texts(), u"bench.written"_s, qint64(outcome.written.size()))};
+    if (outcome.renamed > 0) {
+        lines.first() += u' ' + countedText(texts(), u"bench.renamed"_s, outcome.renamed);
+    }
+    if (!outcome.problems.empty()) {
+        lines.first() +=
+            u' ' + countedText(texts(), u"bench.left"_s, qint64(outcome.problems.size()));
+    }
+    for (const BenchProblem& problem : outcome.problems) {
+        QString line = m_tracks.at(problem.track).storedPlace() + u": "_s +
+                       texts().text(faultKey(problem.fault));
+        if (!problem.reason.isEmpty()) {
+            line += u" ("_s + systemReasonText(texts(), problem.reason) + u')';
+        }
+        lines.append(line);
+    }
+    return lines;
+}
+
+bool BenchSession::canApply() const
+{
+    if (m_tracks.changedCells() > 0) {
+        return true;
+    }
+    for (int track = 0; track < m_tracks.count(); ++track) {
+        if (m_tracks.at(track).fid.isEmpty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+QStringList BenchSession::genres()
+{
+    return benchlibrary::genres(database());
+}
+
+QStringList BenchSession::choices(TrackField field)
+{
+    const bool isGerman = texts().text(u"Sprach.Code") != "en"_L1;
+    return benchlibrary::choices(database(), field, isGerman ? kGerman : kEnglish);
+}
+
+QString BenchSession::title() const
+{
+    return texts().text(m_mode == BenchMode::Edit ? u"bench.title.edit"_s
+                                                  : u"bench.title.import"_s);
+}
+
+} // namespace melovane

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/qt/panel.h"
+#include "tagbench/bench_fields.h"
+
+#include <vector>
+
+class QAction;
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+
+namespace melovane {
+
+class BenchSession;
+class IconSet;
+
+/// The values that the chosen tracks have in common. Where they differ the field is empty and says
+/// so; what is typed changes all of them.
+class CommonForm : public Panel
+{
+    Q_OBJECT
+
+public:
+    CommonForm(const Skin& skin, const IconSet& icons, BenchSession& session, QWidget* parent);
+
+    void setChosen(const std::vector<int>& tracks);
+
+    /// Reads the selection lists of genre and the four selection fields. \throws DbError
+    void loadChoices();
+
+private:
+    struct Line
+    {
+        TrackField field;
+        QLabel* label;
+        QLineEdit* edit;
+        QAction* revert;
+    };
+
+    void addField(QFormLayout& rows, const IconSet& icons, TrackField field);
+    [[nodiscard]] QWidget* ratingRow();
+    void typed(TrackField field, const QString& text);
+    void showAll();
+    void showLine(const Line& line);
+
+    const Skin& m_skin;
+    BenchSession& m_session;
+    std::vector<int> m_chosen;
+    std::vector<Line> m_lines;
+    QLabel* m_for;
+};
+
+} // namespace melovane

@@ -1,0 +1,188 @@
+#include "tagbench/ui/preview_page.h"
+
+#include "config/config_objects.h"
+#include "platform/qt/data_grid.h"
+#include "platform/qt/icon_set.h"
+#include "tagbench/bench_session.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Width of the left side in letters.
+constexpr int kLeft = 44;
+
+} // namespace
+
+PreviewPage::PreviewPage(const Skin& skin,
+                         const IconSet& icons,
+                         BenchSession& session,
+                         const QString& name,
+                         bool ticks,
+                         QWidget* parent)
+    : QWidget(parent)
+    , m_skin(skin)
+    , m_icons(icons)
+    , m_session(session)
+    , m_name(name)
+    , m_look(m_rows, session.texts(), ticks)
+    , m_right(new QWidget(this))
+    , m_warning(new QLabel(this))
+    , m_take(new QPushButton(session.texts().text(u"bench.take"), this))
+    , m_ticks(ticks)
+{
+    setObjectName(u"Page_"_s + name);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    auto* scroll = new QScrollArea(this);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setFixedWidth(fontMetrics().averageCharWidth() * kLeft);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    auto* left = new QWidget(scroll);
+    m_choices = new QVBoxLayout(left);
+    m_choices->setContentsMargins(14, 10, 14, 10);
+    m_choices->setSpacing(8);
+    scroll->setWidget(left);
+    auto* right = new QVBoxLayout(m_right);
+    right->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(scroll);
+    row->addWidget(m_right, 1);
+    m_warning->setObjectName(u"lblWarning"_s);
+    m_warning->setWordWrap(true);
+    m_warning->hide();
+    m_take->setObjectName(u"cmdTake"_s);
+    m_take->setToolTip(session.texts().text(u"bench.take.tip"));
+    m_take->setAutoDefault(false);
+    connect(m_take, &QPushButton::clicked, this, &PreviewPage::take);
+}
+
+QString PreviewPage::title() const
+{
+    return m_session.texts().text(u"bench."_s + m_name);
+}
+
+QLineEdit* PreviewPage::addLine(const QString& name, const QString& caption)
+{
+    auto* label = new QLabel(caption, this);
+    label->setProperty("second", true);
+    auto* line = new QLineEdit(this);
+    line->setObjectName(name);
+    line->setAccessibleName(caption);
+    label->setBuddy(line);
+    m_choices->addWidget(label);
+    m_choices->addWidget(line);
+    connect(line, &QLineEdit::textChanged, this, &PreviewPage::refresh);
+    connect(line, &QLineEdit::returnPressed, this, &PreviewPage::take);
+    return line;
+}
+
+QCheckBox* PreviewPage::addBox(const QString& name, const QString& caption, bool ticked)
+{
+    auto* box = new QCheckBox(caption, this);
+    box->setObjectName(name);
+    box->setChecked(ticked);
+    m_choices->addWidget(box);
+    connect(box, &QCheckBox::toggled, this, &PreviewPage::refresh);
+    return box;
+}
+
+void PreviewPage::addSamples(QLineEdit* line, const QStringList& samples)
+{
+    auto* row = new QHBoxLayout;
+    row->setSpacing(4);
+    for (const QString& sample : samples) {
+        auto* button = new QToolButton(this);
+        button->setText(sample);
+        button->setAccessibleName(sample);
+        connect(button, &QToolButton::clicked, line, [line, sample] { line->setText(sample); });
+        row->addWidget(button);
+    }
+    row->addStretch(1);
+    m_choices->addLayout(row);
+}
+
+void PreviewPage::finish()
+{
+    m_choices->addStretch(1);
+    m_choices->addWidget(m_warning);
+    m_choices->addWidget(m_take);
+}
+
+void PreviewPage::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    refresh();
+}
+
+void PreviewPage::refresh()
+{
+    if (!isVisible() || !make) {
+        return;
+    }
+    m_rows.show(make());
+    if (m_headings != m_rows.preview().headings) {
+        arrangeColumns();
+    }
+    const QString& warning = m_rows.preview().warning;
+    m_warning->setText(warning);
+    m_warning->setVisible(!warning.isEmpty());
+    m_take->setEnabled(!m_rows.preview().cells().empty());
+    emit refreshed();
+}
+
+/// A grid has its columns for good, so other columns are another grid.
+void PreviewPage::arrangeColumns()
+{
+    m_headings = m_rows.preview().headings;
+    delete m_grid;
+    m_grid = new DataGrid(m_skin, m_icons, m_right);
+    m_grid->setObjectName(u"TDBGrid2"_s);
+    m_grid->setAccessibleName(title());
+    std::vector<GridColumn> columns;
+    for (int index = 0; index < m_headings.size(); ++index) {
+        const bool isNarrow = m_ticks ? index == 1 : index == m_headings.size() - 1;
+        columns.push_back({.field = QString::number(index),
+                           .heading = m_headings[index],
+                           .width = isNarrow ? 24.0 : 30.0,
+                           .stretched = !isNarrow});
+    }
+    m_grid->setSource(m_rows, m_look, columns);
+    m_grid->setDragEnabled(false);
+    m_grid->setSortButtons(false);
+    m_right->layout()->addWidget(m_grid);
+    if (m_ticks) {
+        const auto toggle = [this](qint64 row) {
+            m_rows.toggle(row);
+            m_take->setEnabled(!m_rows.preview().cells().empty());
+        };
+        connect(m_grid, &DataGrid::spacePressed, this,
+                [this, toggle] { toggle(m_grid->currentRow()); });
+        connect(m_grid, &QAbstractItemView::clicked, this, [toggle](const QModelIndex& index) {
+            if (index.column() == 0) {
+                toggle(index.row());
+            }
+        });
+    }
+}
+
+void PreviewPage::take()
+{
+    if (m_session.tracks().change(m_rows.preview().cells())) {
+        refresh();
+    }
+}
+
+} // namespace melovane
