@@ -2,6 +2,8 @@
 
 #include "config/config_objects.h"
 
+#include <algorithm>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -10,6 +12,9 @@ namespace {
 
 /// The column of the pencil; it stands over the identifier, which nobody wants to read.
 const QString kMark = u"FID"_s;
+
+/// Of a column, in figures: all that begin on the screen fit a window of 1400 units.
+constexpr double kWidest = 20;
 
 TrackField fieldOf(const QString& column)
 {
@@ -57,7 +62,7 @@ std::vector<GridColumn> BenchLook::columns() const
         const TrackFieldRow& known = rowOf(field);
         return GridColumn{.field = known.column.toString(),
                           .heading = m_texts.text(headingKey(known.column)),
-                          .width = known.gridWidth,
+                          .width = std::min(known.gridWidth, kWidest),
                           .alignment = known.alignment,
                           .shown = shown,
                           .stretched = stretched};
@@ -66,11 +71,10 @@ std::vector<GridColumn> BenchLook::columns() const
     result.push_back(
         {.field = kMark, .heading = {}, .width = 3, .alignment = CellAlignment::Centre});
     result.push_back(column(kBenchPlace, true, true));
-    for (const TrackField field : {TrackField::Titel, TrackField::Interpret, TrackField::Album}) {
-        result.push_back(column(field, true, true));
-    }
-    for (const TrackField field : {TrackField::Genre, TrackField::Jahr, TrackField::Track,
-                                   TrackField::BPM, TrackField::Note}) {
+    result.push_back(column(TrackField::Titel, true, true));
+    for (const TrackField field :
+         {TrackField::Interpret, TrackField::Album, TrackField::Genre, TrackField::Jahr,
+          TrackField::Track, TrackField::BPM, TrackField::Note}) {
         result.push_back(column(field, true));
     }
     for (const TrackField field : benchFields()) {

@@ -103,6 +103,27 @@ QDialog QPlainTextEdit { background: {TextField}; color: {Text}; border: 1px sol
   selection-color: {Text}; }
 QDialog QTextEdit { background: transparent; color: {Text};
   selection-background-color: {GridColorSelGotFocus}; selection-color: {Text}; }
+QTabBar { background: transparent; }
+QTabBar::tab { background: transparent; color: {TextSecond}; border: none;
+  border-bottom: 2px solid transparent; padding: {pad}px 12px; }
+QTabBar::tab:hover { color: {Text}; }
+QTabBar::tab:selected { color: {Text}; border-bottom-color: {Accent}; }
+QTabBar::tab:focus { color: {Accent}; }
+QDialog#BenchWindow QComboBox, QDialog#BenchWindow QSpinBox { background: {TextField};
+  color: {Text}; border: 1px solid {Hairline}; border-radius: 4px; padding: {pad}px 6px;
+  selection-background-color: {GridColorSelGotFocus}; selection-color: {Text}; }
+QDialog#BenchWindow QComboBox:focus, QDialog#BenchWindow QSpinBox:focus { border-color: {Accent}; }
+QDialog#BenchWindow QComboBox:disabled, QDialog#BenchWindow QSpinBox:disabled {
+  color: {TextDisabled}; }
+QDialog#BenchWindow QComboBox::drop-down { border: none; width: {line}px; }
+QDialog#BenchWindow QComboBox::down-arrow { image: url(:/style/down.svg); width: {arrow}px;
+  height: {arrow}px; }
+QDialog#BenchWindow QComboBox QLineEdit { border: none; padding: 0; background: transparent; }
+QDialog#BenchWindow QScrollArea, QDialog#BenchWindow QScrollArea > QWidget > QWidget {
+  background: transparent; }
+QDialog#BenchWindow QLineEdit[pending="true"], QDialog#BenchWindow QComboBox[pending="true"] {
+  border-color: {Accent}; }
+QWidget#BenchChoices QToolButton { border-color: {Hairline}; }
 QTableView { background: {GridColor}; border: none; }
 QTableView QTableCornerButton::section { background: {GridHeadColor}; border: none; }
 QTreeView { background: {GridColor}; border: none; }

@@ -15,6 +15,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <QToolButton>
 #include <QWheelEvent>
 
@@ -23,6 +24,9 @@ namespace melovane {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+/// Beginning of the names of the buttons that rate.
+const QString kRating = u"cmdNote"_s;
 
 bool hasChoices(TrackField field)
 {
@@ -35,6 +39,18 @@ bool hasChoices(TrackField field)
         return true;
     default:
         return false;
+    }
+}
+
+/// The frame of a field that holds what is not stored yet.
+void showPending(QLineEdit& edit, bool on)
+{
+    auto* const box = qobject_cast<QComboBox*>(edit.parentWidget());
+    QWidget* const framed = box ? static_cast<QWidget*>(box) : &edit;
+    if (framed->property("pending").toBool() != on) {
+        framed->setProperty("pending", on);
+        framed->style()->unpolish(framed);
+        framed->style()->polish(framed);
     }
 }
 
@@ -132,13 +148,15 @@ void CommonForm::addField(QFormLayout& rows, const IconSet& icons, TrackField fi
 QWidget* CommonForm::ratingRow()
 {
     auto* row = new QWidget(this);
+    row->setObjectName(u"BenchChoices"_s);
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(3);
     for (const QString& mark : {u""_s, u"5"_s, u"4"_s, u"3"_s, u"2"_s, u"1"_s}) {
         auto* button = new QToolButton(row);
+        button->setCheckable(true);
         button->setText(mark.isEmpty() ? u"–"_s : mark);
-        button->setObjectName(u"cmdNote"_s + mark);
+        button->setObjectName(kRating + mark);
         button->setToolTip(mark.isEmpty() ? m_session.texts().text(u"bench.note.none")
                                           : m_session.texts().text(u"bench.note.set"_s, mark));
         button->setAccessibleName(button->toolTip());
@@ -202,10 +220,18 @@ void CommonForm::showLine(const Line& line)
         const QSignalBlocker quiet(line.edit);
         line.edit->setText(shown);
     }
+    if (line.field == TrackField::Note) {
+        for (QToolButton* button : line.edit->parentWidget()->findChildren<QToolButton*>()) {
+            const QString mark = button->objectName().mid(kRating.size());
+            button->setChecked(common && *common == mark);
+            button->setEnabled(!m_chosen.empty());
+        }
+    }
     const bool differ = !common && !m_chosen.empty();
     line.edit->setPlaceholderText(differ ? m_session.texts().text(u"bench.several") : QString());
     line.edit->setEnabled(!m_chosen.empty());
     line.revert->setVisible(isChanged);
+    showPending(*line.edit, isChanged);
     QFont font = line.label->font();
     font.setBold(isChanged);
     line.label->setFont(font);

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -20,8 +21,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Width of the left side in letters.
-constexpr int kLeft = 44;
+/// Least width of the left side in letters.
+constexpr int kLeft = 48;
 
 } // namespace
 
@@ -49,9 +50,10 @@ PreviewPage::PreviewPage(const Skin& skin,
     auto* scroll = new QScrollArea(this);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidgetResizable(true);
-    scroll->setFixedWidth(fontMetrics().averageCharWidth() * kLeft);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setFocusPolicy(Qt::NoFocus);
     auto* left = new QWidget(scroll);
+    left->setObjectName(u"BenchChoices"_s);
     m_choices = new QVBoxLayout(left);
     m_choices->setContentsMargins(14, 10, 14, 10);
     m_choices->setSpacing(8);
@@ -119,11 +121,23 @@ void PreviewPage::finish()
     m_choices->addStretch(1);
     m_choices->addWidget(m_warning);
     m_choices->addWidget(m_take);
+    fitChoices();
+}
+
+/// As wide as its widest line, beside its scroll bar.
+void PreviewPage::fitChoices()
+{
+    QWidget* const left = m_choices->parentWidget();
+    auto* const scroll = static_cast<QScrollArea*>(left->parentWidget()->parentWidget());
+    const int bar = scroll->verticalScrollBar()->sizeHint().width();
+    scroll->setFixedWidth(
+        std::max(left->minimumSizeHint().width(), fontMetrics().averageCharWidth() * kLeft) + bar);
 }
 
 void PreviewPage::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    fitChoices();
     refresh();
 }
 

@@ -67,6 +67,7 @@ protected:
 private:
     void take();
     void arrangeColumns();
+    void fitChoices();
 
     const Skin& m_skin;
     const IconSet& m_icons;

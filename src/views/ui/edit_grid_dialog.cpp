@@ -1,6 +1,7 @@
 #include "views/ui/edit_grid_dialog.h"
 
 #include "config/config_objects.h"
+#include "platform/db/data_control.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/icon_set.h"
 #include "views/edit_grid.h"
