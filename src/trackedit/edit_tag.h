@@ -58,6 +58,8 @@ public:
     /// Shows the panel, or closes it. Shown once more while it is away, it is closed first, so that
     /// it begins anew.
     void ShowTagEdit(bool show);
+    /// Colours of the ratings, from the settings.
+    void UpdateUserControlSkinColors();
 
     // -- Which track --
 
@@ -113,7 +115,7 @@ public:
     void cmdStop();
     void ButtonShowDir();
     /// The close button.
-    void close();
+    void closePressed();
 
 private:
     [[nodiscard]] static std::span<const BusRow<EditTag>> busTable();
@@ -126,6 +128,10 @@ private:
     void reconnectDatabase(const MLVMessage&) { libraryIsBack(); }
 
     void changeDatabase(const MLVMessage&) { libraryChanged(); }
+
+    void updateColor(const MLVMessage&) { UpdateUserControlSkinColors(); }
+
+    void close();
 
     void fillLists();
     void fillGenres();
@@ -141,6 +147,7 @@ private:
     bool commit(std::vector<ColumnValue> values = {});
     bool write(const QString& fid, const std::vector<ColumnValue>& values);
     void keepForLater();
+    void keepHeight();
     void writeKept();
 
     EditTagParts m_parts;
