@@ -100,7 +100,7 @@ RefreshDB::~RefreshDB() = default;
 
 void RefreshDB::countOnce(Database& library)
 {
-    auto counts = std::make_unique<LibraryCounts>(LibraryCounts{library, library.DataVersion()});
+    auto counts = std::make_unique<LibraryCounts>(LibraryCounts{library, library.fileVersion()});
     for (const QStringList& columns : countedColumns()) {
         counts->values.emplace_back(columns);
     }
@@ -119,7 +119,7 @@ void RefreshDB::countOnce(Database& library)
 
 bool RefreshDB::isCounted() const
 {
-    return m_counts && m_counts->library.DataVersion() == m_counts->version;
+    return m_counts && m_counts->library.fileVersion() == m_counts->version;
 }
 
 QString RefreshDB::parkedFile() const

@@ -77,6 +77,8 @@ public:
 
     [[nodiscard]] qint64 DataVersion() override { return m_database->DataVersion(); }
 
+    [[nodiscard]] qint64 fileVersion() override { return m_database->fileVersion(); }
+
     void Close() override { m_database->Close(); }
 
 private:

@@ -196,6 +196,21 @@ TEST_F(TrackCountsTest, CountsOfOneWalkServeAllTablesUntilTheLibraryIsWritten)
     EXPECT_EQ(failures, QStringList());
 }
 
+TEST_F(TrackCountsTest, AFilledTableIsNoWriteIntoTheLibrary)
+{
+    suite.library.add({.Interpret = u"A"_s, .Album = u"Eins"_s, .Path = u"/a/"_s});
+    const auto library = suite.open();
+    // From now on this connection has the side file of the trees open, too.
+    EXPECT_TRUE(library->OpenRecordset(u"select Name from tree_album"_s)->Eof());
+    trees.countOnce(*library);
+    engine.statements.take();
+    trees.TreeInterpret();
+    trees.TreeAlbum();
+    trees.TreeDir();
+    EXPECT_EQ(engine.statements.take().filter(u"from db_all"_s), QStringList());
+    EXPECT_EQ(rows(u"select Name from tree_album"_s), QStringList{u"Eins"_s});
+}
+
 TEST_F(TrackCountsTest, AWalkShowsEachRowOnceInItsOrderWithItsKinds)
 {
     suite.library.add({.FID = u"000000000002"_s, .Interpret = u"Zoë"_s});

@@ -130,6 +130,8 @@ public:
     /// A number that changes whenever another connection has committed a change to this file or to
     /// one of its side files. Costs about a microsecond.
     [[nodiscard]] virtual qint64 DataVersion() = 0;
+    /// The same for this file alone: it stays when others change a side file only.
+    [[nodiscard]] virtual qint64 fileVersion() = 0;
 
     /// Ends the connection. Recordsets opened on it then fail with kObjectClosed.
     virtual void Close() = 0;

@@ -150,6 +150,8 @@ public:
 
     [[nodiscard]] qint64 DataVersion() override { return 1; }
 
+    [[nodiscard]] qint64 fileVersion() override { return 1; }
+
     void Close() override {}
 
 private:

@@ -344,6 +344,11 @@ qint64 SqliteDatabase::DataVersion()
     return session().dataVersion();
 }
 
+qint64 SqliteDatabase::fileVersion()
+{
+    return session().fileVersion();
+}
+
 void SqliteDatabase::Close()
 {
     m_lease.reset();

@@ -67,6 +67,7 @@ public:
     void CommitTrans() override;
     void Rollback() override;
     [[nodiscard]] qint64 DataVersion() override;
+    [[nodiscard]] qint64 fileVersion() override;
     void Close() override;
 
 private:
