@@ -127,6 +127,14 @@ public:
         return std::make_unique<CountingRecordset>(m_counter);
     }
 
+    void walkRows(const QString&, const RowVisit&) override { throw refused(); }
+
+    [[nodiscard]] std::unique_ptr<BulkInsert> bulkInsert(const QString&,
+                                                         const QStringList&) override
+    {
+        throw refused();
+    }
+
     void Execute(const QString&) override {}
 
     [[nodiscard]] int RecordsAffected() const override { return 0; }
