@@ -190,7 +190,13 @@ void DayCounter::add(const WalkedRow& row)
         m_isPlain = false;
         return;
     }
-    ++m_days[shownDay(day)];
+    const qint64 shown = shownDay(day);
+    const std::uint32_t place =
+        m_places.placeOf(std::uint64_t(shown), std::uint32_t(m_days.size()));
+    if (place == m_days.size()) {
+        m_days.emplace_back(shown, 0);
+    }
+    ++m_days[place].second;
 }
 
 std::optional<std::vector<DayCounter::Group>> DayCounter::groups() const
@@ -198,7 +204,7 @@ std::optional<std::vector<DayCounter::Group>> DayCounter::groups() const
     if (!m_isPlain) {
         return std::nullopt;
     }
-    std::vector<std::pair<qint64, qint64>> days(m_days.begin(), m_days.end());
+    std::vector<std::pair<qint64, qint64>> days = m_days;
     std::sort(days.begin(), days.end());
     std::vector<Group> groups;
     groups.reserve(days.size());

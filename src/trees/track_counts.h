@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace melovane {
@@ -120,7 +120,8 @@ public:
 
 private:
     int m_column = 0;
-    std::unordered_map<qint64, qint64> m_days;
+    PlaceMap m_places;
+    std::vector<std::pair<qint64, qint64>> m_days; ///< day and tracks, in the order of meeting
     bool m_isPlain = true;
 };
 
