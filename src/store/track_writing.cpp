@@ -48,4 +48,21 @@ TrackChange writeTrack(Database& database,
     return change;
 }
 
+void SaveImage(Database& database, const QString& fid, const QString& image, const QString& former)
+{
+    QString sharing = u"select FID from db_all where image="_s + sql::text(former + u".jpg"_s);
+    if (!former.isEmpty()) {
+        // The name stands with or without its extension, by the program that wrote it.
+        sharing += u" or image="_s + sql::text(former);
+    }
+    Transaction writing(database);
+    const std::vector<ColumnValue> values{{u"Image"_s, image}};
+    writeTrack(database, fid, values, TagOrder::Enter);
+    const auto others = database.OpenRecordset(sharing);
+    for (; !others->Eof(); others->MoveNext()) {
+        writeTrack(database, others->value(u"FID").toText(), values, TagOrder::None);
+    }
+    writing.commit();
+}
+
 } // namespace melovane

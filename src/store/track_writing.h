@@ -56,4 +56,10 @@ TrackChange writeTrack(Database& database,
                        std::span<const ColumnValue> values,
                        TagOrder order);
 
+/// Gives a track another cover, and with it every track that shared the former one; the track is
+/// entered for its tags.
+/// \param image  name of the new picture, \param former the name that the track had, or empty
+/// \throws DbError, and all tracks keep the former one
+void SaveImage(Database& database, const QString& fid, const QString& image, const QString& former);
+
 } // namespace melovane
