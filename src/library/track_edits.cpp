@@ -103,21 +103,27 @@ QString TrackEdits::fidOf(qint64 row) const
                : QString();
 }
 
-bool TrackEdits::write(qint64 row, QStringView field, const Value& value, const QString& tagsOf)
+bool TrackEdits::write(qint64 row, const QString& column, const Value& value, TagOrder order)
 {
     if (!m_parts.rows.Recordset() || !m_parts.rows.Database()) {
         return false;
     }
     return m_parts.guard.run(u"TrackEdits.write"_s, [&] {
-        Transaction change(*m_parts.rows.Database());
+        Database& database = *m_parts.rows.Database();
+        if (const TrackFieldRow* const known = fieldOf(column)) {
+            const std::vector<ColumnValue> values{{known->column.toString(), value}};
+            writeTrack(database, fidOf(row), values, order);
+            return;
+        }
+        Transaction change(database);
         // A clone, so that the grid's own row stays where it is.
         const auto set = m_parts.rows.Recordset()->Clone();
         set->SetAbsolutePosition(row);
         set->Edit();
-        set->setValue(field, value);
+        set->setValue(column, value);
         set->Update();
-        if (!tagsOf.isEmpty()) {
-            PendingJobs::SaveEditFID(*m_parts.rows.Database(), tagsOf);
+        if (order == TagOrder::Enter) {
+            PendingJobs::SaveEditFID(database, fidOf(row));
         }
         change.commit();
     });
@@ -135,7 +141,7 @@ bool TrackEdits::commit(qint64 row, const QString& field, const QString& text)
     if (!value) {
         m_parts.refused(m_parts.texts.text(u"library.edit.note"));
     }
-    const bool written = value && write(row, field, *value, fid);
+    const bool written = value && write(row, field, *value, TagOrder::Enter);
     m_parts.rows.refreshCells();
     if (!written || fid.isEmpty()) {
         return written;
@@ -153,7 +159,7 @@ void TrackEdits::rate(qint64 row, int digit)
     if (fid.isEmpty()) {
         return;
     }
-    if (write(row, columnOf(TrackField::Note), storedRating(digit), fid)) {
+    if (write(row, columnOf(TrackField::Note).toString(), storedRating(digit), TagOrder::Enter)) {
         m_parts.rows.refreshCells();
         m_parts.changed(fid);
     }
@@ -197,8 +203,8 @@ void TrackEdits::toggleFavorit(qint64 row)
     }
     const bool isFavorit =
         !m_parts.rows.cell(row, set->fieldIndex(columnOf(TrackField::favorit))).isNull();
-    if (write(row, columnOf(TrackField::favorit), isFavorit ? Value() : Value(m_parts.clock.now()),
-              {})) {
+    const Value since = isFavorit ? Value() : Value(m_parts.clock.now());
+    if (write(row, columnOf(TrackField::favorit).toString(), since, TagOrder::None)) {
         m_parts.rows.refreshCells();
         m_parts.changed(fid);
     }

@@ -2,6 +2,7 @@
 
 #include "platform/controls/grid_control.h"
 #include "platform/db/data_control.h"
+#include "store/track_writing.h"
 
 #include <QString>
 #include <QStringList>
@@ -70,8 +71,7 @@ public:
 
 private:
     [[nodiscard]] QString fidOf(qint64 row) const;
-    /// \param tagsOf track that is entered for its tags with it; empty enters none
-    bool write(qint64 row, QStringView field, const Value& value, const QString& tagsOf);
+    bool write(qint64 row, const QString& column, const Value& value, TagOrder order);
 
     Parts m_parts;
     QStringList m_genres;

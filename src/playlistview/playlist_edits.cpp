@@ -17,7 +17,7 @@
 #include "playlists/playlist_table.h"
 #include "playlists/undo_redo.h"
 #include "playlistview/entry_selection.h"
-#include "store/pending_jobs.h"
+#include "store/track_writing.h"
 #include "views/drag_data.h"
 #include "views/grid_rows.h"
 #include "views/track_look.h"
@@ -398,15 +398,9 @@ void PlaylistEdits::rate(int digit)
     if (digit < 0 || digit > 5 || !mayChange() || fid.isEmpty()) {
         return;
     }
+    const std::vector<ColumnValue> values{{u"Note"_s, storedRating(digit)}};
     const bool written = m_guard.run(u"PlaylistEdits.rate"_s, [&] {
-        Transaction change(*m_rows.database());
-        const auto set = m_rows.walker().Clone();
-        set->SetAbsolutePosition(m_controls.grid.currentRow());
-        set->Edit();
-        set->setValue(u"Note", storedRating(digit));
-        set->Update();
-        PendingJobs::SaveEditFID(*m_rows.database(), fid);
-        change.commit();
+        writeTrack(*m_rows.database(), fid, values, TagOrder::Enter);
     });
     if (written) {
         m_bus.SendMessage(bus::kDbRefreshByFid, fid);

@@ -127,9 +127,37 @@ std::span<const quint8> behindText(int encoding, std::span<const quint8> bytes)
     return skip < bytes.size() ? bytes.subspan(skip) : std::span<const quint8>();
 }
 
+NamedText decodeComment(std::span<const quint8> content)
+{
+    constexpr size_t kLanguage = 3;
+    if (content.size() < 1 + kLanguage) {
+        return {};
+    }
+    const int encoding = content[0];
+    const auto texts = content.subspan(1 + kLanguage);
+    return {decodeText(encoding, texts), decodeText(encoding, behindText(encoding, texts))};
+}
+
+NamedText decodeUserText(std::span<const quint8> content)
+{
+    if (content.empty()) {
+        return {};
+    }
+    constexpr size_t kLongestName = 64;
+    const int encoding = content[0];
+    const auto texts = content.subspan(1);
+    return {decodeText(encoding, texts.first(std::min(texts.size(), kLongestName))),
+            decodeText(encoding, behindText(encoding, texts))};
+}
+
 QString decodeSingleBytes(std::span<const quint8> bytes)
 {
     return decodeText(kLatin1, bytes);
+}
+
+QString yearOfRecordingTime(const QString& text)
+{
+    return text.size() > 4 && text.at(4) == u'-' ? text.left(4) : text;
 }
 
 } // namespace melovane::linux_media

@@ -20,6 +20,23 @@ namespace melovane::linux_media {
 /// A text of single bytes with a fixed place, padded with zeros or blanks.
 [[nodiscard]] QString decodeSingleBytes(std::span<const quint8> bytes);
 
+/// A text with the name that stands in front of it.
+struct NamedText
+{
+    QString name;
+    QString text;
+};
+
+/// The content of a frame COMM, whose language is not looked at; both empty when it is cut short.
+[[nodiscard]] NamedText decodeComment(std::span<const quint8> content);
+
+/// The content of a frame TXXX; of long names the beginning. Both empty when there is no content.
+[[nodiscard]] NamedText decodeUserText(std::span<const quint8> content);
+
+/// The year of a time of recording as frame TDRC has it: the first four digits of
+/// "2004-05-06T07:08:09"; other texts stay as they are.
+[[nodiscard]] QString yearOfRecordingTime(const QString& text);
+
 /// No column keeps more.
 inline constexpr qsizetype kLongestText = qsizetype{64} * 1024;
 

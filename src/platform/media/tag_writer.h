@@ -19,22 +19,23 @@ struct CoverPicture
 /// What shall stand in a tag. An absent member stays as the file has it, an empty one is taken out.
 struct TagChanges
 {
-    std::optional<QString> Titel;
-    std::optional<QString> Interpret;
-    std::optional<QString> Album;
-    std::optional<QString> Genre; ///< the plain name
-    std::optional<QString> Jahr;
-    std::optional<QString> Kommentar; ///< of the comment without a description
-    std::optional<QString> Track;     ///< the number; a total behind a slash in the file stays
-    std::optional<QString> BPM;
-    std::optional<QString> Note; ///< "1" to "5", in our own rating frame
-    std::optional<QString> FID;
-    std::optional<QString> Kategorie;
-    std::optional<QString> Situation;
-    std::optional<QString> Stimmung;
-    std::optional<QString> Tempo;
-    std::optional<QString> User1, User2, User3, User4, User5;
-    std::optional<CoverPicture> cover; ///< the front cover with an empty description
+    std::optional<QString> Titel = {};
+    std::optional<QString> Interpret = {};
+    std::optional<QString> Album = {};
+    std::optional<QString> Genre = {}; ///< the plain name
+    int genreNumber = 255; ///< of Genre, for a tag that knows only numbers; 255 for none
+    std::optional<QString> Jahr = {};
+    std::optional<QString> Kommentar = {}; ///< of the comment without a description
+    std::optional<QString> Track = {};     ///< the number; a total behind a slash in the file stays
+    std::optional<QString> BPM = {};
+    std::optional<QString> Note = {}; ///< "1" to "5", in our own rating frame
+    std::optional<QString> FID = {};
+    std::optional<QString> Kategorie = {};
+    std::optional<QString> Situation = {};
+    std::optional<QString> Stimmung = {};
+    std::optional<QString> Tempo = {};
+    std::optional<QString> User1 = {}, User2 = {}, User3 = {}, User4 = {}, User5 = {};
+    std::optional<CoverPicture> cover = {}; ///< the front cover with an empty description
 };
 
 /// One file and what shall stand in its tag.

@@ -1,0 +1,307 @@
+#include "platform/linux/tag_splice.h"
+
+#include "platform/linux/id3_text.h"
+#include "platform/linux/own_frames.h"
+
+#include <array>
+
+namespace melovane::linux_media {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using Change = std::optional<QString> TagChanges::*;
+
+struct TextField
+{
+    Change change;
+    FrameContent content;
+    const char16_t* name; ///< of a text with a name of its own: it lies in the files, keep
+};
+
+/// In the order in which new frames are written.
+constexpr std::array kTextFields = std::to_array<TextField>({
+    {&TagChanges::Titel, FrameContent::Titel, u""},
+    {&TagChanges::Interpret, FrameContent::Interpret, u""},
+    {&TagChanges::Album, FrameContent::Album, u""},
+    {&TagChanges::Genre, FrameContent::Genre, u""},
+    {&TagChanges::Track, FrameContent::Track, u""},
+    {&TagChanges::BPM, FrameContent::BPM, u""},
+    {&TagChanges::Kommentar, FrameContent::Comment, u""},
+    {&TagChanges::Note, FrameContent::Rating, u""},
+    {&TagChanges::FID, FrameContent::UserText, u"FID"},
+    {&TagChanges::Kategorie, FrameContent::UserText, u"Kategorie"},
+    {&TagChanges::Situation, FrameContent::UserText, u"Situation"},
+    {&TagChanges::Stimmung, FrameContent::UserText, u"Stimmung"},
+    {&TagChanges::Tempo, FrameContent::UserText, u"Tempo"},
+    {&TagChanges::User1, FrameContent::UserText, u"User1"},
+    {&TagChanges::User2, FrameContent::UserText, u"User2"},
+    {&TagChanges::User3, FrameContent::UserText, u"User3"},
+    {&TagChanges::User4, FrameContent::UserText, u"User4"},
+    {&TagChanges::User5, FrameContent::UserText, u"User5"},
+});
+
+/// What of a text can stand in a tag: up to the first zero character, without blanks at its end and
+/// without halves of UTF-16 pairs.
+QString storable(const QString& text)
+{
+    QString result = text.left(text.indexOf(QChar(u'\0'))).left(kLongestText);
+    result = QString::fromUtf8(result.toUtf8());
+    while (result.endsWith(u' ')) {
+        result.chop(1);
+    }
+    return result;
+}
+
+/// "3/12" and "03" are the number 3, as long as nobody asks for a total.
+bool isSameNumber(FrameContent content, const QString& shown, const QString& wanted)
+{
+    bool isNumber = false;
+    bool wasNumber = false;
+    if (content == FrameContent::Track && !wanted.contains(u'/')) {
+        const int before = shown.section(u'/', 0, 0).toInt(&wasNumber);
+        return before == wanted.toInt(&isNumber) && isNumber && wasNumber;
+    }
+    if (content == FrameContent::BPM) {
+        const double before = shown.toDouble(&wasNumber);
+        const double after = wanted.toDouble(&isNumber);
+        return isNumber && wasNumber && !(before < after) && !(after < before);
+    }
+    return false;
+}
+
+/// The number with the total that the file knows.
+QString withTotal(FrameContent content, const QString& shown, const QString& wanted)
+{
+    const qsizetype slash = shown.indexOf(u'/');
+    const bool keeps = content == FrameContent::Track && slash >= 0 && !wanted.contains(u'/');
+    return keeps ? wanted + shown.mid(slash) : wanted;
+}
+
+} // namespace
+
+TagSplice::TagSplice(Bytes front, const TagChanges& changes)
+{
+    takeApart(front);
+    if (!m_possible) {
+        return;
+    }
+    for (const TextField& field : kTextFields) {
+        if (const auto& wanted = changes.*field.change) {
+            setText({field.content, QString::fromUtf16(field.name)}, *wanted);
+        }
+        // Where a new tag shows the year.
+        if (field.content == FrameContent::Genre && changes.Jahr) {
+            setYear(storable(*changes.Jahr));
+        }
+    }
+    if (changes.cover) {
+        setCover(*changes.cover);
+    }
+}
+
+void TagSplice::takeApart(Bytes front)
+{
+    while (!front.empty()) {
+        const size_t length = std::min(front.size(), size_t(tagLength(front)));
+        if (length == 0) {
+            break;
+        }
+        if (auto parts = TagParts::of(front.first(length))) {
+            m_tags.emplace_back(std::move(*parts));
+        } else {
+            m_tags.emplace_back(
+                QByteArray(reinterpret_cast<const char*>(front.data()), qsizetype(length)));
+        }
+        front = front.subspan(length);
+    }
+    if (m_tags.empty()) {
+        m_tags.emplace_back(TagParts());
+    }
+    m_possible = front.empty() && std::holds_alternative<TagParts>(m_tags.front());
+}
+
+QString TagSplice::shown(const OwnField& field) const
+{
+    for (const Tag& tag : m_tags) {
+        const auto* const parts = std::get_if<TagParts>(&tag);
+        if (parts == nullptr) {
+            continue;
+        }
+        for (const StoredFrame& frame : parts->frames()) {
+            if (frame.content == field.content) {
+                const QString text = fieldText(field, frame.plainBytes());
+                if (!text.isEmpty()) {
+                    return text;
+                }
+            }
+        }
+    }
+    return {};
+}
+
+void TagSplice::setText(const OwnField& field, const QString& wanted)
+{
+    const QString before = shown(field);
+    const QString text = storable(wanted);
+    if (text == before || isSameNumber(field.content, before, text)) {
+        return;
+    }
+    if (text.isEmpty()) {
+        takeOut(field, 0);
+    } else {
+        put(field, withTotal(field.content, before, text));
+    }
+}
+
+void TagSplice::setYear(const QString& wanted)
+{
+    const OwnField year{FrameContent::Year};
+    const OwnField time{FrameContent::RecordingTime};
+    const QString shownYear = shown(year);
+    const QString before = shownYear.isEmpty() ? yearOfRecordingTime(shown(time)) : shownYear;
+    if (wanted == before) {
+        return;
+    }
+    if (wanted.isEmpty()) {
+        takeOut(year, 0);
+        takeOut(time, 0);
+        return;
+    }
+    const auto has = [this](FrameContent content) {
+        const auto& frames = first().frames();
+        return std::any_of(frames.begin(), frames.end(),
+                           [content](const auto& frame) { return frame.content == content; });
+    };
+    const bool hasYear = has(FrameContent::Year);
+    const bool hasTime = has(FrameContent::RecordingTime);
+    if (hasYear || !hasTime) {
+        put(first().version() == 4 && !hasYear ? time : year, wanted);
+    }
+    if (hasTime) {
+        put(time, wanted);
+    }
+    // A year wins over a time, also one of a further tag.
+    takeOut(year, hasYear ? m_tags.size() : 1);
+}
+
+void TagSplice::put(const OwnField& field, const QString& text)
+{
+    TagParts& tag = first();
+    auto& frames = tag.frames();
+    const auto isField = [&](const StoredFrame& frame) {
+        return frame.content == field.content && holdsField(field, frame.plainBytes());
+    };
+    const auto place = std::find_if(frames.begin(), frames.end(), isField);
+    m_changed = true;
+    if (place == frames.end()) {
+        const QByteArray content = contentWith(field, text, tag.version(), {});
+        addInFront(tag.frameWith(frameNameOf(field.content, tag.version()), content, nullptr));
+        return;
+    }
+    StoredFrame frame =
+        tag.frameWith({}, contentWith(field, text, tag.version(), place->plainBytes()), &*place);
+    if (std::none_of(frames.begin(), place, [](const auto& other) { return other.isEmpty; })) {
+        *place = std::move(frame);
+        return;
+    }
+    frames.erase(place);
+    addInFront(std::move(frame));
+}
+
+void TagSplice::addInFront(StoredFrame frame)
+{
+    auto& frames = first().frames();
+    frames.insert(frames.begin() + qsizetype(m_added), std::move(frame));
+    ++m_added;
+}
+
+void TagSplice::takeOut(const OwnField& field, size_t firstTag)
+{
+    for (size_t i = firstTag; i < m_tags.size(); ++i) {
+        auto* const parts = std::get_if<TagParts>(&m_tags[i]);
+        if (parts == nullptr) {
+            continue;
+        }
+        auto& frames = parts->frames();
+        for (size_t at = 0; at < frames.size();) {
+            StoredFrame& frame = frames[at];
+            if (frame.content != field.content || !holdsField(field, frame.plainBytes())) {
+                ++at;
+                continue;
+            }
+            m_changed = true;
+            const QByteArray counted = field.content == FrameContent::Rating
+                                           ? contentWithoutRating(frame.plainBytes())
+                                           : QByteArray();
+            if (!counted.isEmpty()) {
+                frame = parts->frameWith({}, counted, &frame);
+                ++at;
+            } else {
+                frames.erase(frames.begin() + qsizetype(at));
+                m_added -= i == 0 && at < m_added ? 1 : 0;
+            }
+        }
+    }
+}
+
+void TagSplice::setCover(const CoverPicture& wanted)
+{
+    TagParts& tag = first();
+    auto& frames = tag.frames();
+    const auto isCover = [&](const StoredFrame& frame) {
+        return frame.content == FrameContent::Picture &&
+               isFrontCover(tag.version(), frame.plainBytes());
+    };
+    if (wanted.bytes.isEmpty()) {
+        m_changed = std::erase_if(frames, isCover) > 0 || m_changed;
+        return;
+    }
+    const auto place = std::find_if(frames.begin(), frames.end(), isCover);
+    if (place != frames.end() && showsPicture(tag.version(), place->plainBytes(), wanted)) {
+        return;
+    }
+    m_changed = true;
+    const QByteArray content = coverContent(tag.version(), wanted);
+    if (place != frames.end()) {
+        *place = tag.frameWith({}, content, &*place);
+        return;
+    }
+    StoredFrame frame =
+        tag.frameWith(frameNameOf(FrameContent::Picture, tag.version()), content, nullptr);
+    if (std::any_of(frames.begin(), frames.end(),
+                    [](const auto& other) { return other.isEmpty; })) {
+        addInFront(std::move(frame));
+    } else {
+        frames.push_back(std::move(frame));
+    }
+}
+
+qint64 TagSplice::needed() const
+{
+    qint64 size = 0;
+    for (const Tag& tag : m_tags) {
+        const auto* const parts = std::get_if<TagParts>(&tag);
+        size += parts != nullptr ? parts->needed() : std::get<QByteArray>(tag).size();
+    }
+    return size;
+}
+
+QByteArray TagSplice::front(qint64 room) const
+{
+    const qint64 padding = room - needed();
+    QByteArray bytes;
+    bytes.reserve(room);
+    for (const Tag& tag : m_tags) {
+        const auto* const parts = std::get_if<TagParts>(&tag);
+        if (parts == nullptr) {
+            bytes += std::get<QByteArray>(tag);
+        } else {
+            bytes += parts->bytes(parts->needed() + (bytes.isEmpty() ? padding : 0));
+        }
+    }
+    return bytes;
+}
+
+} // namespace melovane::linux_media
