@@ -1,6 +1,6 @@
 #include "trees/track_counts.h"
 
-#include "platform/db/row_walk.h"
+#include "platform/db/database.h"
 #include "platform/db/text_compare.h"
 #include "platform/system/files.h"
 
@@ -79,7 +79,7 @@ void countTracks(Database& library, const std::vector<TrackCounter*>& counters)
     }
     const QString statement =
         u"select "_s + columns.join(u',') + u" from db_all where DEL = False"_s;
-    walkRows(library, statement, [&](const WalkedRow& row) {
+    library.walkRows(statement, [&](const WalkedRow& row) {
         for (const auto& [counter, first] : placed) {
             counter->add(row, first);
         }

@@ -1,4 +1,3 @@
-#include "platform/db/row_walk.h"
 #include "refresh_fixture.h"
 #include "trees/track_counts.h"
 
@@ -196,23 +195,38 @@ TEST_F(TrackCountsTest, CountsOfOneWalkServeAllTablesUntilTheLibraryIsWritten)
     EXPECT_EQ(failures, QStringList());
 }
 
+TEST_F(TrackCountsTest, AFilledTableIsNoWriteIntoTheLibrary)
+{
+    suite.library.add({.Interpret = u"A"_s, .Album = u"Eins"_s, .Path = u"/a/"_s});
+    const auto library = suite.open();
+    // From now on this connection has the side file of the trees open, too.
+    EXPECT_TRUE(library->OpenRecordset(u"select Name from tree_album"_s)->Eof());
+    trees.countOnce(*library);
+    engine.statements.take();
+    trees.TreeInterpret();
+    trees.TreeAlbum();
+    trees.TreeDir();
+    EXPECT_EQ(engine.statements.take().filter(u"from db_all"_s), QStringList());
+    EXPECT_EQ(rows(u"select Name from tree_album"_s), QStringList{u"Eins"_s});
+}
+
 TEST_F(TrackCountsTest, AWalkShowsEachRowOnceInItsOrderWithItsKinds)
 {
     suite.library.add({.FID = u"000000000002"_s, .Interpret = u"Zoë"_s});
     suite.library.add({.FID = u"000000000001"_s, .Interpret = {}});
     suite.execute(u"update db_all set Interpret=null where FID='000000000001'"_s);
     QStringList seen;
-    walkRows(*suite.open(), u"select FID, Interpret, DEL, DTSImport from db_all order by FID"_s,
-             [&](const WalkedRow& row) {
-                 EXPECT_EQ(row.isNull(1), row.bytes(1).empty());
-                 EXPECT_FALSE(row.isNumber(0));
-                 EXPECT_TRUE(row.isNumber(2));
-                 EXPECT_EQ(row.number(2), 0);
-                 EXPECT_GT(row.real(3), 40000.0);
-                 seen.append(row.text(0) + u'|' + row.text(1));
-             });
+    suite.open()->walkRows(u"select FID, Interpret, DEL, DTSImport from db_all order by FID"_s,
+                           [&](const WalkedRow& row) {
+                               EXPECT_EQ(row.isNull(1), row.bytes(1).empty());
+                               EXPECT_FALSE(row.isNumber(0));
+                               EXPECT_TRUE(row.isNumber(2));
+                               EXPECT_EQ(row.number(2), 0);
+                               EXPECT_GT(row.real(3), 40000.0);
+                               seen.append(row.text(0) + u'|' + row.text(1));
+                           });
     EXPECT_EQ(seen, (QStringList{u"000000000001|"_s, u"000000000002|Zoë"_s}));
-    EXPECT_THROW(walkRows(*suite.open(), u"select nothing from nowhere"_s, [](const auto&) {}),
+    EXPECT_THROW(suite.open()->walkRows(u"select nothing from nowhere"_s, [](const auto&) {}),
                  DbError);
 }
 
