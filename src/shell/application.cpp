@@ -36,7 +36,7 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
           PlaylistWing::TreeActions{
               .importGroup = [this] { return m_trees->favorit.importGroup(); },
               .newList = [this] { m_trees->favorit.newPlaylist(); }}))
-    , m_edit(std::make_unique<EditWing>(*m_machine, *m_desk, *m_suite))
+    , m_edit(std::make_unique<EditWing>(*m_machine, *m_desk, *m_suite, *m_lists))
     , m_trees(std::make_unique<TreesWing>(
           *m_machine,
           *m_desk,

@@ -6,6 +6,8 @@
 #include "store/pending_jobs.h"
 #include "store/track_fields.h"
 
+#include <algorithm>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,6 +22,14 @@ QStringList TrackChange::trees() const
         }
     }
     return result;
+}
+
+bool TrackChange::isInFile() const
+{
+    return std::any_of(columns.begin(), columns.end(), [](const ColumnChange& change) {
+        const TrackFieldRow* const field = findTrackField(change.column);
+        return field && !field->frame.id.isEmpty();
+    });
 }
 
 TrackChange writeTrack(Database& database,
@@ -46,23 +56,6 @@ TrackChange writeTrack(Database& database,
     }
     writing.commit();
     return change;
-}
-
-void SaveImage(Database& database, const QString& fid, const QString& image, const QString& former)
-{
-    QString sharing = u"select FID from db_all where image="_s + sql::text(former + u".jpg"_s);
-    if (!former.isEmpty()) {
-        // The name stands with or without its extension, by the program that wrote it.
-        sharing += u" or image="_s + sql::text(former);
-    }
-    Transaction writing(database);
-    const std::vector<ColumnValue> values{{u"Image"_s, image}};
-    writeTrack(database, fid, values, TagOrder::Enter);
-    const auto others = database.OpenRecordset(sharing);
-    for (; !others->Eof(); others->MoveNext()) {
-        writeTrack(database, others->value(u"FID").toText(), values, TagOrder::None);
-    }
-    writing.commit();
 }
 
 } // namespace melovane

@@ -35,6 +35,9 @@ struct TrackChange
 
     /// The trees that are out of date with it, in the words of PendingJobs::ChangeTree.
     [[nodiscard]] QStringList trees() const;
+
+    /// Whether the file holds one of the columns in its tag.
+    [[nodiscard]] bool isInFile() const;
 };
 
 /// Whether a change of a track is to reach its file.
@@ -55,11 +58,5 @@ TrackChange writeTrack(Database& database,
                        const QString& fid,
                        std::span<const ColumnValue> values,
                        TagOrder order);
-
-/// Gives a track another cover, and with it every track that shared the former one; the track is
-/// entered for its tags.
-/// \param image  name of the new picture, \param former the name that the track had, or empty
-/// \throws DbError, and all tracks keep the former one
-void SaveImage(Database& database, const QString& fid, const QString& image, const QString& former);
 
 } // namespace melovane

@@ -64,7 +64,7 @@ void CoverChange::take(const Covers::Track& track,
         return;
     }
     if (track.image != ready.image) {
-        m_parts.covers.remove(track.image);
+        m_parts.covers.setAside(track.image);
     }
     m_parts.changed(track.fid);
     m_parts.covers.write(track.file, ready.jpeg,
@@ -78,7 +78,7 @@ void CoverChange::written(const QString& file, const TagWriting& how) const
         return;
     }
     m_parts.warnings.ShowWarning(m_parts.texts.text(u"edittag.save.text", file), WarningType::Stop,
-                                 m_parts.texts.text(u"edittag.save.title"));
+                                 m_parts.texts.text(u"edittag.save.title"), u"edittag.save"_s);
 }
 
 } // namespace melovane

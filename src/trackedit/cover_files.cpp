@@ -22,15 +22,15 @@ QString waitingFolder(const QString& dataFolder)
     return path::join(imageFolder(dataFolder), u"temp");
 }
 
-/// Moves a waiting cover to its place. Quiet: one that cannot be moved is shown where it is.
-QString takeOver(Files& files, const QString& waiting, const QString& place)
+/// Moves a cover and gives its place. Quiet: one that cannot be moved stays where it is.
+QString move(Files& files, const QString& from, const QString& to)
 {
     try {
-        files.copy(waiting, place);
-        files.remove(waiting);
-        return place;
+        files.copy(from, to);
+        files.remove(from);
+        return to;
     } catch (const IoError&) {
-        return waiting;
+        return from;
     }
 }
 
@@ -58,7 +58,16 @@ QString coverFile(Files& files, const QString& dataFolder, const QString& image)
         return there;
     }
     const QString waiting = files.resolve(path::join(waitingFolder(dataFolder), image + u".jpg"_s));
-    return waiting.isEmpty() ? QString() : takeOver(files, waiting, place);
+    return waiting.isEmpty() ? QString() : move(files, waiting, place);
+}
+
+void setCoverAside(Files& files, const QString& dataFolder, const QString& image)
+{
+    const QString place = coverPlace(dataFolder, image);
+    const QString there = place.isEmpty() ? QString() : files.resolve(place);
+    if (!there.isEmpty() && files.makeFolders(waitingFolder(dataFolder))) {
+        move(files, there, path::join(waitingFolder(dataFolder), path::fileName(there)));
+    }
 }
 
 QString coverName(const QString& fid, const QDateTime& pictureDate)

@@ -12,6 +12,10 @@ class Files;
 /// there. Empty when there is no such file, and for a name that leads out of the folder.
 [[nodiscard]] QString coverFile(Files& files, const QString& dataFolder, const QString& image);
 
+/// Moves the picture file of that image name into the folder of covers that wait, if there is one;
+/// quiet.
+void setCoverAside(Files& files, const QString& dataFolder, const QString& image);
+
 /// Where the picture file of that image name belongs, whether it is there or not. Empty for a name
 /// that leads out of the folder.
 [[nodiscard]] QString coverPlace(const QString& dataFolder, const QString& image);

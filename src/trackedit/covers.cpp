@@ -127,12 +127,9 @@ void Covers::write(const QString& file,
         [how, done = std::move(done)] { done(*how); });
 }
 
-void Covers::remove(const QString& image)
+void Covers::setAside(const QString& image)
 {
-    const QString file = m_parts.files.resolve(coverPlace(m_parts.dataFolder, image));
-    if (!file.isEmpty()) {
-        m_parts.files.remove(file);
-    }
+    setCoverAside(m_parts.files, m_parts.dataFolder, image);
 }
 
 } // namespace melovane

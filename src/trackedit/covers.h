@@ -73,8 +73,10 @@ public:
                const QByteArray& jpeg,
                std::function<void(const TagWriting& how)> done);
 
-    /// Deletes the picture file of that image name, if there is one.
-    void remove(const QString& image);
+    /// Takes the picture file of that image name out of the folder, if there is one. It waits in
+    /// the folder of covers that are taken over when a track asks for them: a change that is taken
+    /// back finds it there.
+    void setAside(const QString& image);
 
 private:
     /// The bytes of a picture file; empty when it cannot be read.

@@ -5,11 +5,11 @@
 #include "platform/media/cover_reader.h"
 #include "platform/media/picture_maker.h"
 #include "platform/system/worker.h"
-#include "store/track_writing.h"
 #include "trackedit/cover_change.h"
 #include "trackedit/cover_files.h"
 #include "trackedit/covers.h"
 #include "trackedit/panel_fixture.h"
+#include "trackedit/save_image.h"
 
 #include <deque>
 
@@ -165,7 +165,7 @@ protected:
                         .guard = guard,
                         .save =
                             [this](const Covers::Track& of, const QString& image) {
-                                SaveImage(*suite.open(), of.fid, image, of.image);
+                                SaveImage(history, *suite.open(), of.fid, image, of.image);
                             },
                         .changed = [this](const QString& fid) { changed.append(fid); },
                         .tell = [this](const QString& text) { told.append(text); }}};
@@ -331,6 +331,19 @@ TEST_F(CoverTest, ALibraryThatTakesNothingKeepsTheFormerCover)
     EXPECT_TRUE(suite.files.fileExists(suite.file(u"Image/alt.jpg"_s)));
     EXPECT_TRUE(writer.written.isEmpty());
     EXPECT_EQ(told.size(), 1);
+}
+
+TEST_F(CoverTest, ANewCoverCanBeTakenBackAndTheFormerPictureIsThereAgain)
+{
+    suite.files.makeFolders(suite.file(u"Image"_s));
+    suite.write(u"Image/alt.jpg"_s, "alt");
+    suite.execute(u"update db_all set Image='alt' where fid='%1'"_s.arg(two));
+    choose();
+    ASSERT_NE(cell(u"Image"_s, two), u"alt"_s);
+    history.undo();
+    EXPECT_EQ(cell(u"Image"_s, one), u"alt"_s);
+    EXPECT_EQ(cell(u"Image"_s, two), u"alt"_s);
+    EXPECT_EQ(shown(track()), "jpeg of alt");
 }
 
 TEST_F(CoverTest, TheSamePictureChosenTwiceStays)

@@ -5,9 +5,11 @@
 #include "platform/system/path_text.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/wings/desk.h"
+#include "shell/wings/lists_wing.h"
 #include "shell/wings/machine.h"
 #include "shell/wings/suite_wing.h"
 #include "store/track_writing.h"
+#include "trackedit/save_image.h"
 #include "trackedit/ui/edit_tag_widget.h"
 
 namespace melovane {
@@ -22,9 +24,10 @@ constexpr QStringView kTagJournal = u"tagjournal";
 
 } // namespace
 
-EditWing::EditWing(Machine& base, Desk& room, SuiteWing& talk)
+EditWing::EditWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     : machine(base)
     , suite(talk)
+    , lists(steps)
     , desk(room)
     , tagWriter(path::join(base.paths.GetConfigPath(), kTagJournal))
     , guard(
@@ -61,8 +64,8 @@ CoverChange::Parts EditWing::coverParts()
 
 void EditWing::saveCover(const Covers::Track& track, const QString& image)
 {
-    SaveImage(*machine.engine->OpenDatabase(machine.settings.DbName()), track.fid, image,
-              track.image);
+    SaveImage(lists.history, *machine.engine->OpenDatabase(machine.settings.DbName()), track.fid,
+              image, track.image);
 }
 
 QString EditWing::coverOf(const MlvAllData& track)
@@ -107,6 +110,7 @@ EditTagParts EditWing::parts()
             .texts = machine.texts,
             .loop = machine.loop,
             .bus = suite.bus,
+            .history = lists.history,
             .log = machine.log(),
             .mayWrite = [world = suite.world(machine)] { return !world.isReadOnly(); },
             .placeOf = [this](const QString& file) { return machine.locator.placeOf(file); },

@@ -15,13 +15,14 @@
 namespace melovane {
 
 struct Desk;
+struct ListsWing;
 struct Machine;
 struct SuiteWing;
 
 /// The tag panel, and the covers of tracks.
 struct EditWing
 {
-    EditWing(Machine& machine, Desk& desk, SuiteWing& suite);
+    EditWing(Machine& machine, Desk& desk, SuiteWing& suite, ListsWing& lists);
 
     /// What the main window asks of the panel.
     [[nodiscard]] TagPanelCommands commands();
@@ -32,6 +33,7 @@ struct EditWing
 
     Machine& machine;
     SuiteWing& suite;
+    ListsWing& lists;
     Desk& desk;
     bool isOfLibrary = true; ///< the view that opened the panel last
     linux_media::Id3CoverReader coverReader;
