@@ -57,6 +57,21 @@ std::vector<Value> cellsOf(const FolderRow& row)
             row.imgkey};
 }
 
+/// Does what treesql::addTypedValues() does, with values that were counted before.
+void addTypedValues(Database& database,
+                    const QString& column,
+                    const std::vector<ValueCounter::Group>& values)
+{
+    Transaction transaction(database, u"config"_s);
+    const auto rows =
+        database.bulkInsert(u"config"_s, {u"Lang"_s, u"Name"_s, u"Value"_s, u"Beschreibung"_s});
+    for (const ValueCounter::Group& value : values) {
+        rows->add({-1, column, u"User"_s, value.names.first()});
+    }
+    rows->finish();
+    transaction.commit();
+}
+
 /// Columns of the library that are counted for a tree table, apart from folders and days.
 const QList<QStringList>& countedColumns()
 {
@@ -78,6 +93,7 @@ struct LibraryCounts
     Database& library;
     qint64 version = 0; ///< of the library, before it was walked
     std::vector<ValueCounter> values{};
+    std::vector<ValueCounter> typed{}; ///< of the selection fields
     DayCounter days{};
     FolderCounter folders{};
 };
@@ -94,9 +110,14 @@ void RefreshDB::countOnce(Database& library)
     for (const QStringList& columns : countedColumns()) {
         counts->values.emplace_back(columns);
     }
+    for (const auto column : kSelectionFields) {
+        counts->typed.emplace_back(QStringList{column}, ValueCounter::Tracks::All);
+    }
     std::vector<TrackCounter*> counters{&counts->days, &counts->folders};
-    for (ValueCounter& counter : counts->values) {
-        counters.push_back(&counter);
+    for (auto* values : {&counts->values, &counts->typed}) {
+        for (ValueCounter& counter : *values) {
+            counters.push_back(&counter);
+        }
     }
     m_counts.reset();
     try {
@@ -158,12 +179,20 @@ void RefreshDB::MusicMatch()
 {
     quiet(u"MusicMatch"_s, [this] {
         const auto database = open();
+        // The first step is itself a write into the library.
+        const bool isKnown = isCounted();
         const auto execute = [&](const QString& statement) {
             quiet(u"MusicMatch"_s, [&] { database->Execute(statement); });
         };
         execute(u"delete from config where value='User'"_s);
-        for (const auto column : kSelectionFields) {
-            execute(treesql::addTypedValues(column));
+        for (std::size_t i = 0; i < kSelectionFields.size(); ++i) {
+            if (isKnown) {
+                quiet(u"MusicMatch"_s, [&] {
+                    addTypedValues(*database, kSelectionFields[i], m_counts->typed[i].groups());
+                });
+            } else {
+                execute(treesql::addTypedValues(kSelectionFields[i]));
+            }
         }
         for (const auto column : kSelectionFields) {
             execute(treesql::dropKnownValues(column));

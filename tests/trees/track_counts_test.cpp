@@ -210,6 +210,30 @@ TEST_F(TrackCountsTest, AFilledTableIsNoWriteIntoTheLibrary)
     EXPECT_EQ(rows(u"select Name from tree_album"_s), QStringList{u"Eins"_s});
 }
 
+TEST_F(TrackCountsTest, TypedValuesOfOneWalkAreThoseOfTheStatements)
+{
+    fill(7);
+    const QString shown =
+        u"select Lang, Name, [Value], Beschreibung from config where [Value]='User'"_s;
+    suite.execute(u"update db_all set Kategorie=User5, Situation=Genre, Stimmung=Interpret, "
+                  u"Tempo=Album"_s);
+    // The first spelling in the library may stand in a deleted track.
+    suite.execute(u"update db_all set Tempo='aNNa', DEL=-1 where FID='100000000000'"_s);
+    suite.execute(u"update db_all set Tempo='only deleted', DEL=-1 where FID='100000000001'"_s);
+    trees.MusicMatch();
+    const QStringList stated = rows(shown);
+    EXPECT_GT(stated.size(), 30);
+    EXPECT_TRUE(stated.contains(u"-1|Tempo|User|only deleted"_s));
+    suite.execute(u"delete from config where [Value]='User'"_s);
+    const auto library = suite.open();
+    trees.countOnce(*library);
+    engine.statements.take();
+    trees.MusicMatch();
+    EXPECT_EQ(engine.statements.take().filter(u"from db_all"_s), QStringList());
+    EXPECT_EQ(rows(shown), stated);
+    EXPECT_EQ(failures, QStringList());
+}
+
 TEST_F(TrackCountsTest, AWalkShowsEachRowOnceInItsOrderWithItsKinds)
 {
     suite.library.add({.FID = u"000000000002"_s, .Interpret = u"Zoë"_s});
