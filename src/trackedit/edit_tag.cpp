@@ -10,7 +10,8 @@
 #include "platform/system/path_text.h"
 #include "platform/system/timers.h"
 #include "platform/system/trim_blanks.h"
-#include "store/track_writing.h"
+#include "playlists/track_step.h"
+#include "store/track_fields.h"
 #include "trackedit/panel_texts.h"
 #include "views/track_look.h"
 
@@ -284,12 +285,17 @@ bool EditTag::commit(std::vector<ColumnValue> values)
 
 bool EditTag::write(const QString& fid, const std::vector<ColumnValue>& values)
 {
-    TrackChange change;
+    const bool isRating = values.size() == 1 && values.front().column == columnOf(TrackField::Note);
+    const ListAction action = isRating ? ListAction::Rating : ListAction::Tracks;
+    QStringList trees;
     const bool written = m_guard.run(u"EditTag.write"_s, [&] {
         // The library that the row is from, also when the settings name another one by now.
         const auto database = m_parts.engine.OpenDatabase(m_data1.DatabaseName());
         try {
-            change = writeTrack(*database, fid, values, TagOrder::Enter);
+            TrackStep step(m_parts.history, *database, action);
+            step.write(fid, values, TagOrder::Enter);
+            step.commit();
+            trees = step.trees();
         } catch (const DbError& error) {
             if (error.number() != dberror::kNoCurrentRecord) {
                 throw;
@@ -298,7 +304,7 @@ bool EditTag::write(const QString& fid, const std::vector<ColumnValue>& values)
             m_bus.SendMessage(bus::kShowStatusText, m_parts.texts.text(u"edittag.gone"));
         }
     });
-    for (const QString& tree : change.trees()) {
+    for (const QString& tree : trees) {
         m_jobs.ChangeTree(tree);
     }
     return written;

@@ -16,6 +16,7 @@ namespace melovane {
 
 class ConfigObjects;
 class GlobalSettings;
+class ListHistory;
 class MessageLoop;
 class Timer;
 
@@ -27,6 +28,7 @@ struct EditTagParts
     const ConfigObjects& texts;
     MessageLoop& loop;
     MLVMessageBus& bus;
+    ListHistory& history; ///< takes each change as a step
     ErrorSink log = {};
     /// False while the library can only be read.
     std::function<bool()> mayWrite = [] { return true; };

@@ -484,5 +484,22 @@ TEST_F(TagPanel, TheFolderOfTheTrackOpensOrItsPlaceIsTold)
               u"show.statustext|Kein Programm öffnet den Ordner. Er liegt hier: /music/"_s);
 }
 
+// ---- steps
+
+TEST_F(TagPanel, WhatWasTypedAndARatingAreStepsThatAreTakenBack)
+{
+    open(one);
+    type(PanelField::Titel, u"Neu"_s);
+    loop.pass();
+    panel.rate(5);
+    ASSERT_TRUE(history.nextUndo());
+    EXPECT_EQ(history.undo().step.action, ListAction::Rating);
+    EXPECT_EQ(cell(u"Note"_s, one), u"5"_s);
+    EXPECT_EQ(history.undo().step.action, ListAction::Tracks);
+    EXPECT_EQ(cell(u"Titel"_s, one), u"Lichter"_s);
+    send(bus::kDbRefreshByFid, one);
+    EXPECT_EQ(shown(PanelField::Titel), u"Lichter"_s);
+}
+
 } // namespace
 } // namespace melovane

@@ -3,6 +3,7 @@
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
 #include "platform/system/timers.h"
+#include "playlists/list_history.h"
 #include "support/suite_fixture.h"
 #include "trackedit/edit_tag.h"
 
@@ -121,6 +122,7 @@ protected:
                 .texts = texts,
                 .loop = loop,
                 .bus = bus,
+                .history = history,
                 .log = [this](const QString& where,
                               const QString& what) { logged.append(where + what); },
                 .mayWrite = [this] { return mayWrite; },
@@ -159,6 +161,7 @@ protected:
     std::unique_ptr<GlobalSettings> settings = suite.makeSettings();
     ConfigObjects texts{suite.folders.paths(), suite.folders.profile(), suite.folders.files()};
     MLVMessageBus bus{suite.folders.paths(), suite.folders.files(), suite.clock};
+    ListHistory history{*suite.engine, suite.folders.files(), suite.clock, *settings, {}};
     HeldLoop loop;
     QStringList messages;
     MLVMessageBus::Subscription heard;
