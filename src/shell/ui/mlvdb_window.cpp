@@ -35,7 +35,8 @@ namespace {
 constexpr QSize kFirstSize{1280, 800};
 
 /// How often and how long after one another it is looked whether a frame stands where it shall.
-/// Half a second is more than a window manager takes and less than a hand needs to move the window.
+/// Half a second is more than a window manager takes and less than a hand needs to move the
+/// window.
 constexpr int kFrameLooks = 5;
 constexpr std::chrono::milliseconds kFrameWait{100};
 
@@ -206,8 +207,8 @@ void MlvdbWindow::setOuterPlace(const QRect& place)
     fitFrame();
 }
 
-/// A window that comes out of the maximised state gets its frame from the window manager some turns
-/// later, which no event tells, and is put into its place once more then.
+/// A window that comes out of the maximised state gets its frame from the window manager some
+/// turns later, which no event tells, and is put into its place once more then.
 void MlvdbWindow::fitFrame()
 {
     if (m_looks == 0) {

@@ -40,6 +40,7 @@ SuiteWing::SuiteWing(Machine& machine)
            .suite = suite,
            .siblings = siblings,
            .tellMissing = [this](const QString& program) { commands.tellUnless(false, program); }})
+    , jobs(bus, machine.settings, machine.messages, siblings)
 {}
 
 ErrorSink SuiteWing::toUser(Machine& machine)

@@ -2,6 +2,7 @@
 
 #include "bus/mlv_message_bus.h"
 #include "bus/suite_messages.h"
+#include "shell/jobs_link.h"
 #include "shell/sample_tool.h"
 #include "shell/sibling_commands.h"
 #include "shell/sibling_control.h"
@@ -36,6 +37,7 @@ struct SuiteWing
     SiblingControl siblings;
     SiblingCommands commands;
     SampleTool sampleTool;
+    JobsLink jobs;
 };
 
 } // namespace melovane
