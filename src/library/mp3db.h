@@ -27,6 +27,7 @@ class Clock;
 class ConfigObjects;
 class Files;
 class GlobalSettings;
+class ListHistory;
 class MessageLoop;
 class Mod_API;
 class PointerControl;
@@ -52,7 +53,8 @@ struct Mp3dbParts
     const Clock& clock;
     MessageLoop& loop;
     MLVMessageBus& bus;
-    ErrorSink log = {}; ///< hears of messages that the view failed on
+    ListHistory& history; ///< takes what the user changes in tracks
+    ErrorSink log = {};   ///< hears of messages that the view failed on
 };
 
 /// What the library view has other parts of the program do.

@@ -18,7 +18,10 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QScreen>
+#include <QTimer>
 #include <QVBoxLayout>
+
+#include <chrono>
 
 namespace melovane {
 
@@ -28,6 +31,11 @@ namespace {
 
 /// Size of the window before it was ever closed; less on a smaller screen.
 constexpr QSize kFirstSize{1280, 800};
+
+/// How often and how long after one another it is looked whether a frame stands where it shall.
+/// Half a second is more than a window manager takes and less than a hand needs to move the window.
+constexpr int kFrameLooks = 5;
+constexpr std::chrono::milliseconds kFrameWait{100};
 
 /// An entry of a menu of files, one of which is chosen.
 QAction* addChoice(QMenu& menu, const QString& title, const QString& fileName, bool active)
@@ -166,15 +174,33 @@ QRect MlvdbWindow::place() const
 
 void MlvdbWindow::setPlace(const QRect& place)
 {
+    m_looks = 0;
     setGeometry(place);
 }
 
 void MlvdbWindow::setOuterPlace(const QRect& place)
 {
+    m_outer = place;
+    m_looks = kFrameLooks;
+    fitFrame();
+}
+
+/// A window that comes out of the maximised state gets its frame from the window manager some turns
+/// later, which no event tells, and is put into its place once more then.
+void MlvdbWindow::fitFrame()
+{
+    if (m_looks == 0) {
+        return;
+    }
+    --m_looks;
     const QRect outer = frameGeometry();
     const QRect inner = geometry();
-    setGeometry(place.adjusted(inner.left() - outer.left(), inner.top() - outer.top(),
-                               inner.right() - outer.right(), inner.bottom() - outer.bottom()));
+    if (outer != m_outer) {
+        setGeometry(m_outer.adjusted(inner.left() - outer.left(), inner.top() - outer.top(),
+                                     inner.right() - outer.right(),
+                                     inner.bottom() - outer.bottom()));
+    }
+    QTimer::singleShot(kFrameWait, this, &MlvdbWindow::fitFrame);
 }
 
 bool MlvdbWindow::isMaximisedNow() const

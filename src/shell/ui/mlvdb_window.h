@@ -76,6 +76,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void fitFrame();
     void buildPanels();
     void fillSkinMenu(QMenu& menu, MLVDB& logic, const ConfigObjects& texts);
     void fillLanguageMenu(QMenu& menu, MLVDB& logic);
@@ -91,6 +92,8 @@ private:
     WindowMenuBar* m_menus = nullptr;
     std::array<SplitPanel*, 3> m_splits{};
     bool m_shown = false;
+    QRect m_outer;   ///< where the frame shall stand
+    int m_looks = 0; ///< how often it is still looked whether the frame stands there
 };
 
 } // namespace melovane
