@@ -151,6 +151,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"edittag.image.filter", u"Bilddateien (*.bmp *.jpg *.gif *.png)"},
     {u"edittag.save.title", u"Fehler beim Speichern des ID3v2-Tag"},
     {u"edittag.save.text", u"Beim Speichern ist ein Fehler aufgetreten:\\n$1"},
+    {u"library.tagpanel", u"Tag-Bereich zeigen oder schließen"},
     {u"edittag.name", u"Titel bearbeiten"},
     {u"edittag.none", u"Kein Titel gewählt - wählen Sie in der Bibliothek oder in der Playliste einen aus"},
     {u"edittag.kept", u"Was im Tag-Bereich getippt wurde, ließ sich noch nicht speichern; es wird nachgeholt."},

@@ -56,6 +56,7 @@ ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActio
           [this] {
               tellCount();
               updateEmptyNote();
+              emit changedByOthers();
           },
           [this] {
               // Who has imported his first tracks sees them without asking for them.

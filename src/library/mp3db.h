@@ -248,6 +248,8 @@ signals:
     void historyChanged(bool back, bool forward);
     /// Buttons may be able to work now, or no more.
     void commandsChanged();
+    /// Another program may have changed tracks.
+    void changedByOthers();
     /// Name of the picture of the volume button.
     void volumeIconChanged(const QString& picture);
 

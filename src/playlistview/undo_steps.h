@@ -8,8 +8,8 @@ namespace melovane {
 
 class BusSender;
 
-/// Takes back the last change of a list or of tracks, or does it once more, with what the user has to be asked
-/// and told. All of what it is made with outlives it.
+/// Takes back the last change of a list or of tracks, or does it once more, with what the user has
+/// to be asked and told. All of what it is made with outlives it.
 class UndoSteps
 {
 public:

@@ -3,6 +3,7 @@
 #include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/update_colors.h"
 #include "platform/db/db_error.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
@@ -23,6 +24,9 @@ namespace melovane {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+/// Key of the height of the panel, in units of the screen.
+const QString kHeightKey = u"EditTag.Height"_s;
 
 /// `Table name` of the row.
 const QString kTable = u"db_all"_s;
@@ -71,6 +75,7 @@ std::span<const BusRow<EditTag>> EditTag::busTable()
         {bus::kDbDisconnect, &EditTag::disconnectDatabase},
         {bus::kDbReconnect, &EditTag::reconnectDatabase},
         {bus::kDbChange, &EditTag::changeDatabase},
+        {bus::kUpdateColor, &EditTag::updateColor},
     };
     return kRows;
 }
@@ -84,8 +89,24 @@ void EditTag::ShowTagEdit(bool show)
     }
     if (show) {
         m_isActive = true;
+        const bool isThere = m_form.isPanelShown();
         m_form.setPanelShown(true);
+        if (!isThere) {
+            UpdateUserControlSkinColors();
+            m_form.setPanelHeight(m_parts.settings.GetKeyValueLong(u"Global"_s, kHeightKey, 0));
+        }
     }
+}
+
+void EditTag::UpdateUserControlSkinColors()
+{
+    m_form.setRatingColours(NoteColours::from(UpdateColors(m_parts.settings)));
+}
+
+void EditTag::closePressed()
+{
+    close();
+    m_parts.left();
 }
 
 void EditTag::close()
@@ -93,6 +114,7 @@ void EditTag::close()
     if (m_isActive) {
         commit();
         keepForLater();
+        keepHeight();
     }
     m_isActive = false;
     m_timerChange->stop();
@@ -101,11 +123,15 @@ void EditTag::close()
     m_form.setPanelShown(false);
 }
 
+void EditTag::keepHeight()
+{
+    m_parts.settings.WriteKeyValue(u"Global"_s, kHeightKey, QString::number(m_form.panelHeight()));
+}
+
 void EditTag::showTrack(const QString& fid, bool edits)
 {
     if (m_isActive && !edits && (fid == m_fid || fid.isEmpty())) {
-        close();
-        m_parts.left();
+        closePressed();
         return;
     }
     ShowTagEdit(true);
@@ -385,6 +411,7 @@ void EditTag::end()
 {
     if (m_isActive) {
         commit();
+        keepHeight();
     }
     writeKept();
     m_data1.closeDatabase();

@@ -60,6 +60,8 @@ public:
     /// Shows the panel, or closes it. Shown once more while it is away, it is closed first, so that
     /// it begins anew.
     void ShowTagEdit(bool show);
+    /// Colours of the ratings, from the settings.
+    void UpdateUserControlSkinColors();
 
     // -- Which track --
 
@@ -115,7 +117,7 @@ public:
     void cmdStop();
     void ButtonShowDir();
     /// The close button.
-    void close();
+    void closePressed();
 
 private:
     [[nodiscard]] static std::span<const BusRow<EditTag>> busTable();
@@ -128,6 +130,10 @@ private:
     void reconnectDatabase(const MLVMessage&) { libraryIsBack(); }
 
     void changeDatabase(const MLVMessage&) { libraryChanged(); }
+
+    void updateColor(const MLVMessage&) { UpdateUserControlSkinColors(); }
+
+    void close();
 
     void fillLists();
     void fillGenres();
@@ -143,6 +149,7 @@ private:
     bool commit(std::vector<ColumnValue> values = {});
     bool write(const QString& fid, const std::vector<ColumnValue>& values);
     void keepForLater();
+    void keepHeight();
     void writeKept();
 
     EditTagParts m_parts;

@@ -10,6 +10,8 @@
 
 namespace melovane {
 
+struct NoteColours;
+
 /// What the head and the foot of the panel say about its track.
 struct PanelTrack
 {
@@ -52,6 +54,11 @@ public:
     virtual void setPanelShown(bool shown) = 0;
     [[nodiscard]] virtual bool isPanelShown() const = 0;
 
+    /// In units of the screen.
+    [[nodiscard]] virtual int panelHeight() const = 0;
+    /// 0 or less is as high as the form needs.
+    virtual void setPanelHeight(int height) = 0;
+
     /// Gives the keyboard to the first field.
     virtual void focusFirst() = 0;
 
@@ -61,6 +68,7 @@ public:
     virtual void setChoices(PanelField field, const QStringList& texts) = 0;
     /// Marks one of the options of `opNote`, 0 to 5.
     virtual void setRating(int option) = 0;
+    virtual void setRatingColours(const NoteColours& colours) = 0;
     virtual void setTrack(const PanelTrack& track) = 0;
     /// \param why shown unless the fields can be edited
     virtual void setUse(PanelUse use, const QString& why) = 0;

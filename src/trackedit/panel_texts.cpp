@@ -4,8 +4,10 @@
 #include "platform/system/trim_blanks.h"
 #include "store/milli_sec_to_min.h"
 #include "trackedit/ks_edit_fid.h"
+#include "views/track_look.h"
 
 #include <QDateTime>
+#include <QLocale>
 
 #include <algorithm>
 #include <cmath>
@@ -26,15 +28,14 @@ constexpr double kFullScale = 65534;
 /// A level that nobody has measured.
 constexpr double kUnknown = 1;
 
-/// What `DBit` holds for a variable bit rate.
-constexpr int kVariableBitRate = -99;
-
 /// Bytes in a megabyte of the desktop.
 constexpr double kMegabyte = 1'000'000;
 
-QString sizeText(double bytes)
+/// In the numbers of the language of the window.
+QString sizeText(double bytes, const ConfigObjects& texts)
 {
-    return bytes <= 0 ? QString() : QString::number(bytes / kMegabyte, 'f', 1);
+    const QLocale locale(texts.text(u"Sprach.Code"));
+    return texts.text(u"edittag.size", locale.toString(bytes / kMegabyte, 'f', 1));
 }
 
 } // namespace
@@ -82,7 +83,7 @@ QString factText(const KsField& field, const ConfigObjects& texts)
         return moment.toString(isDay ? u"dd.MM.yyyy"_s : u"dd.MM.yyyy HH:mm"_s);
     }
     case KsDisplay::BitRate:
-        return value.toLong() == kVariableBitRate ? u"VBR"_s : value.toText();
+        return bitRateText(value);
     case KsDisplay::Position:
         return startText(value.toLong());
     case KsDisplay::Level:
@@ -97,7 +98,7 @@ QString factText(const KsField& field, const ConfigObjects& texts)
         break;
     }
     if (field.DatabaseName == "DLen"_L1) {
-        return texts.text(u"edittag.size", sizeText(value.toDouble()));
+        return value.toDouble() > 0 ? sizeText(value.toDouble(), texts) : QString();
     }
     return value.toText();
 }

@@ -274,14 +274,14 @@ void RefreshDB::fillNames(Database& database, const NamedFill& fill) const
 
 /// Counts by itself what the stored query would group by comparing, many times faster. A query that
 /// says something else is run.
-void RefreshDB::refillStored(Database& database, const NamedFill& fill, const QString& query) const
+void RefreshDB::refillStored(Database& database, const NamedFill& fill) const
 {
     const bool hasGenre = fill.columns.size() > 1;
     const auto rows = [&](Database& target) {
-        if (treesql::isShipped(target, query)) {
+        if (treesql::isShipped(target, fill.query)) {
             fillNames(target, fill);
         } else {
-            target.Execute(query);
+            target.Execute(fill.query);
         }
     };
     const auto restore = [&](const ParkedFavorit& favorit) {
@@ -295,37 +295,38 @@ void RefreshDB::refillStored(Database& database, const NamedFill& fill, const QS
             .restore = restore});
 }
 
-void RefreshDB::TreeGenre()
+void RefreshDB::refillQuietly(const QString& where, const std::vector<NamedFill>& fills) const
 {
-    quiet(u"TreeGenre"_s, [this] {
+    quiet(where, [&] {
         const auto database = open();
         yield();
-        refillStored(*database, {u"tree_genre"_s, {u"Genre"_s}, u"genre"_s},
-                     u"UPDATE_TREE_GENRE"_s);
-        refillStored(*database,
-                     {u"tree_genre_interpret"_s, {u"Genre"_s, u"Interpret"_s}, u"interpret"_s},
-                     u"UPDATE_TREE_GENRE_interpret"_s);
+        for (const NamedFill& fill : fills) {
+            refillStored(*database, fill);
+        }
     });
+}
+
+void RefreshDB::TreeGenre()
+{
+    refillQuietly(u"TreeGenre"_s,
+                  {{u"tree_genre"_s, {u"Genre"_s}, u"genre"_s, u"UPDATE_TREE_GENRE"_s},
+                   {u"tree_genre_interpret"_s,
+                    {u"Genre"_s, u"Interpret"_s},
+                    u"interpret"_s,
+                    u"UPDATE_TREE_GENRE_interpret"_s}});
 }
 
 void RefreshDB::TreeAlbum()
 {
-    quiet(u"TreeAlbum"_s, [this] {
-        const auto database = open();
-        yield();
-        refillStored(*database, {u"tree_album"_s, {u"Album"_s}, u"album"_s},
-                     u"UPDATE_TREE_ALBUM"_s);
-    });
+    refillQuietly(u"TreeAlbum"_s,
+                  {{u"tree_album"_s, {u"Album"_s}, u"album"_s, u"UPDATE_TREE_ALBUM"_s}});
 }
 
 void RefreshDB::TreeInterpret()
 {
-    quiet(u"TreeInterpret"_s, [this] {
-        const auto database = open();
-        yield();
-        refillStored(*database, {u"tree_interpret"_s, {u"Interpret"_s}, u"interpret"_s},
-                     u"UPDATE_TREE_interpret"_s);
-    });
+    refillQuietly(
+        u"TreeInterpret"_s,
+        {{u"tree_interpret"_s, {u"Interpret"_s}, u"interpret"_s, u"UPDATE_TREE_interpret"_s}});
 }
 
 void RefreshDB::TreeTable(const QString& column)

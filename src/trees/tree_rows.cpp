@@ -317,6 +317,31 @@ TreeRow playlist(const ListState& list)
     return row;
 }
 
+bool isWithoutTracks(Database& database, TreeKind kind)
+{
+    const QString table = [&] {
+        switch (kind) {
+        case TreeKind::Dir:
+        case TreeKind::Favorit: // whatever can be one has a folder
+            return u"tree_dir"_s;
+        case TreeKind::Genre:
+            return u"tree_genre"_s;
+        case TreeKind::Album:
+            return u"tree_album"_s;
+        case TreeKind::Interpret:
+            return u"tree_interpret"_s;
+        case TreeKind::Playlist:
+        case TreeKind::State:
+        case TreeKind::Info:
+        case TreeKind::Erweitert:
+            break;
+        }
+        return QString();
+    }();
+    return !table.isEmpty() && database.OpenRecordset("select top 1 id from "_L1 + table)->Eof() &&
+           database.OpenRecordset(u"select top 1 FID from db_all"_s)->Eof();
+}
+
 std::vector<TreeRow> children(Database& database, const QString& key)
 {
     const auto parts = treekey::split(key);

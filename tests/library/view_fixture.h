@@ -1,12 +1,12 @@
 #pragma once
 
 #include "library/mp3db.h"
-#include "playlists/list_history.h"
 #include "library/test_library.h"
 #include "platform/controls/clipboard.h"
 #include "platform/controls/pointer_control.h"
 #include "platform/controls/search_box.h"
 #include "platform/system/timers.h"
+#include "playlists/list_history.h"
 #include "views/plain_grid.h"
 
 #include <gtest/gtest.h>

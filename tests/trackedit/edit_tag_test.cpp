@@ -71,12 +71,27 @@ TEST_F(TagPanel, WhoWantsToEditATrackNeverClosesItByThat)
 TEST_F(TagPanel, ShownAgainAfterItWasClosedItBeginsAnew)
 {
     open(one);
-    panel.close();
+    panel.closePressed();
     panel.ShowTagEdit(true);
     EXPECT_TRUE(form.shown);
     EXPECT_TRUE(panel.fid().isEmpty());
     panel.ShowTagEdit(false);
     EXPECT_FALSE(form.shown);
+}
+
+TEST_F(TagPanel, ItsHeightIsKeptAndItsRatingsHaveTheColoursOfTheSettings)
+{
+    open(one);
+    EXPECT_EQ(form.height, 0) << "as high as it needs";
+    form.height = 311;
+    panel.closePressed();
+    EXPECT_EQ(settings->GetKeyValue(u"Global"_s, u"EditTag.Height"_s, QString()), u"311"_s);
+    form.height = 0;
+    open(one);
+    EXPECT_EQ(form.height, 311);
+    settings->WriteKeyValue(u"Color"_s, u"Note5Color"_s, u"255"_s);
+    send(bus::kUpdateColor);
+    EXPECT_EQ(form.colours.note[4].toText(), u"#ff0000"_s);
 }
 
 // ---- the track
@@ -217,7 +232,7 @@ TEST_F(TagPanel, ClosingItAndTheEndOfTheProgramWriteWhatWasTyped)
 {
     open(one);
     type(PanelField::Titel, u"Zu"_s);
-    panel.close();
+    panel.closePressed();
     EXPECT_EQ(cell(u"Titel"_s, one), u"Zu"_s);
     open(one);
     type(PanelField::Titel, u"Ende"_s);

@@ -6,6 +6,7 @@
 #include "playlists/list_history.h"
 #include "support/suite_fixture.h"
 #include "trackedit/edit_tag.h"
+#include "views/track_look.h"
 
 #include <array>
 #include <map>
@@ -19,6 +20,12 @@ public:
     void setPanelShown(bool wanted) override { shown = wanted; }
 
     [[nodiscard]] bool isPanelShown() const override { return shown; }
+
+    [[nodiscard]] int panelHeight() const override { return height; }
+
+    void setPanelHeight(int wanted) override { height = wanted; }
+
+    void setRatingColours(const NoteColours& wanted) override { colours = wanted; }
 
     void focusFirst() override { ++focused; }
 
@@ -43,6 +50,8 @@ public:
 
     bool shown = false;
     int focused = 0;
+    int height = -1;
+    NoteColours colours;
     std::array<QString, kPanelFields> texts;
     std::map<PanelField, QStringList> choices;
     int rating = -1;

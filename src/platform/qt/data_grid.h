@@ -142,7 +142,7 @@ private:
     /// before anybody can ask.
     int m_widthFigure = 0;
     bool m_fitting = false;
-    int m_columnsTaken = 0; ///< how many columns have their width
+    int m_columnsTaken = 0;            ///< how many columns have their width
     std::vector<GridColumn> m_waiting; ///< a layout that shows columns which no rows had yet
     HeldKey m_deleteKey;
 };

@@ -10,6 +10,7 @@
 namespace melovane {
 
 class ConfigObjects;
+class EditTagWidget;
 class IconSet;
 class MLVDB;
 class MonitorBars;
@@ -48,6 +49,8 @@ public:
 
     [[nodiscard]] TreeWidget& tree() { return *m_tree; }
 
+    [[nodiscard]] EditTagWidget& tags() { return *m_tags; }
+
     /// Connects the form with its logic, which outlives its last event.
     void attach(MLVDB& logic, const ConfigObjects& texts);
 
@@ -78,6 +81,8 @@ protected:
 private:
     void fitFrame();
     void buildPanels();
+    /// Library above, tag panel below.
+    [[nodiscard]] QWidget* buildLibraryArea();
     void fillSkinMenu(QMenu& menu, MLVDB& logic, const ConfigObjects& texts);
     void fillLanguageMenu(QMenu& menu, MLVDB& logic);
 
@@ -87,6 +92,7 @@ private:
     PlaylistWidget* m_playlist = nullptr;
     PlaylistFavoritWidget* m_lists = nullptr;
     TreeWidget* m_tree = nullptr;
+    EditTagWidget* m_tags = nullptr;
     StatusBar* m_status = nullptr;
     MonitorBars* m_monitor = nullptr;
     WindowMenuBar* m_menus = nullptr;

@@ -69,9 +69,9 @@ TEST_F(DataGridTest, ALayoutFromBeforeTheRowsFindsTheirColumnsWhenTheyCome)
 TEST_F(DataGridTest, AColumnOfAFixedWidthIsNeitherDraggedNorStretchedByALayout)
 {
     DataGrid plain(skin, icons);
-    plain.setSource(
-        rows, look,
-        {{.field = u"Note"_s, .heading = u"Note"_s, .width = 4, .fixed = true}, {u"Titel"_s, u""_s}});
+    plain.setSource(rows, look,
+                    {{.field = u"Note"_s, .heading = u"Note"_s, .width = 4, .fixed = true},
+                     {u"Titel"_s, u""_s}});
     plain.arrange({{u"Note"_s, u"Note"_s, 40}, {u"Titel"_s, u"Titel"_s, 30}});
     EXPECT_DOUBLE_EQ(plain.columns()[0].width, 4);
     EXPECT_EQ(plain.horizontalHeader()->sectionResizeMode(0), QHeaderView::Fixed);
