@@ -12,8 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Keys of section "Global": keep.
-const QString kJobsKey = u"MessageHandleJobs"_s;
+/// Key of section "Global": keep.
 const QString kVolumeMonitorKey = u"Message.Handle.Volume.Monitor"_s;
 
 /// How long the window stands still for a program that hangs: at its first number, and at those
@@ -173,8 +172,12 @@ bool SuiteMessages::isAlive(MessageHandle control) const
 
 bool SuiteMessages::endJobs()
 {
-    return sendIfAlive(m_settings.GetKeyValueLong(section::kGlobal.toString(), kJobsKey, 0),
-                       message::kEndJobs);
+    return sendIfAlive(jobs(), message::kEndJobs);
+}
+
+MessageHandle SuiteMessages::jobs()
+{
+    return m_settings.GetKeyValueLong(section::kGlobal.toString(), kJobsHandleKey.toString(), 0);
 }
 
 MessageHandle SuiteMessages::volumeMonitor()

@@ -14,6 +14,9 @@ class DBEngine;
 class GlobalSettings;
 class Mod_API;
 
+/// Key of section "Global" that holds the message control of the jobs program: keep.
+inline constexpr QStringView kJobsHandleKey = u"MessageHandleJobs";
+
 /// What one view says to the other programs of the suite, over its own message control.
 ///
 /// Each operation reads the handles anew, since a program that was started again has another one.
@@ -90,6 +93,7 @@ public:
 private:
     [[nodiscard]] bool sendIfAlive(MessageHandle target, qint32 id);
     [[nodiscard]] MessageHandle player();
+    [[nodiscard]] MessageHandle jobs();
     [[nodiscard]] MessageHandle volumeMonitor();
     [[nodiscard]] MessageHandle sampleTool();
     bool ask(MessageHandle target, qint32 id, qint32 lParam = 0);

@@ -35,6 +35,8 @@ namespace owntexts {
 [[nodiscard]] std::span<const BuiltInText> importer();
 [[nodiscard]] std::span<const BuiltInText> exporting();
 [[nodiscard]] std::span<const BuiltInText> lists();
+[[nodiscard]] std::span<const BuiltInText> tagWriting();
+[[nodiscard]] std::span<const BuiltInText> viewer();
 [[nodiscard]] std::span<const BuiltInText> bench();
 } // namespace owntexts
 

@@ -47,6 +47,8 @@ void fill(ConfigObjects& catalogue)
     add(catalogue, owntexts::importer());
     add(catalogue, owntexts::exporting());
     add(catalogue, owntexts::lists());
+    add(catalogue, owntexts::tagWriting());
+    add(catalogue, owntexts::viewer());
     add(catalogue, owntexts::bench());
     catalogue.LoadAllValue();
     catalogue.LoadAllLang(catalogue.value(u"Sprach.Datei"));

@@ -39,8 +39,10 @@ public:
                          [this](const QString& undo, bool, const QString& redo, bool) {
                              mlvdb.menu().setHistoryTexts(undo, redo);
                          });
-        QObject::connect(&window, &MlvdbWindow::firstShown, &view,
-                         [this] { mlvdb.activateFirst(); });
+        QObject::connect(&window, &MlvdbWindow::firstShown, &view, [this] {
+            mlvdb.activateFirst();
+            view.SetComboFokus();
+        });
         QObject::connect(&window, &MlvdbWindow::closing, &view, [this] { mlvdb.unload(); });
         mlvdb.load();
     }
@@ -153,8 +155,13 @@ public:
           },
           [this](const GridFont&) { return chosenFont; }}},
         window.controls()};
+    ListHistory history{*library.engine,
+                        library.folders.files(),
+                        library.clock,
+                        *library.settings,
+                        {}};
     ctl_MP3DB view{{*library.engine, *library.settings, library.texts, library.folders.paths(),
-                    library.folders.files(), library.clock, loop, library.bus},
+                    library.folders.files(), library.clock, loop, library.bus, history},
                    window.library().controls(),
                    {[this] { mlvdb.siblings().importMusic(); },
                     [this](const QString& cmd, const QString& fid) {
@@ -164,11 +171,6 @@ public:
                     {},
                     world()}};
     FileLocator locator{library.folders.files(), library.folders.programFolder()};
-    ListHistory history{*library.engine,
-                        library.folders.files(),
-                        library.clock,
-                        *library.settings,
-                        {}};
     ModUndoRedo snapshots{library.folders.files(), library.folders.programFolder()};
     MLVFunction functions{
         {*library.engine, *library.settings, library.folders.files(), locator, history, {}},

@@ -40,6 +40,8 @@ SuiteWing::SuiteWing(Machine& machine)
            .suite = suite,
            .siblings = siblings,
            .tellMissing = [this](const QString& program) { commands.tellUnless(false, program); }})
+    , jobs(bus, machine.settings, machine.messages, siblings)
+    , viewer(bus, machine.settings, machine.messages, machine.loop)
 {}
 
 ErrorSink SuiteWing::toUser(Machine& machine)

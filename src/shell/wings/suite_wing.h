@@ -2,9 +2,11 @@
 
 #include "bus/mlv_message_bus.h"
 #include "bus/suite_messages.h"
+#include "shell/jobs_link.h"
 #include "shell/sample_tool.h"
 #include "shell/sibling_commands.h"
 #include "shell/sibling_control.h"
+#include "shell/viewer_link.h"
 #include "views/command_gate.h"
 
 #include <memory>
@@ -36,6 +38,8 @@ struct SuiteWing
     SiblingControl siblings;
     SiblingCommands commands;
     SampleTool sampleTool;
+    JobsLink jobs;
+    ViewerLink viewer;
 };
 
 } // namespace melovane

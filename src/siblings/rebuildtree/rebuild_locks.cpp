@@ -1,10 +1,8 @@
 #include "siblings/rebuildtree/rebuild_locks.h"
 
+#include "platform/linux/job_locks.h"
 #include "platform/linux/linux_file_lock.h"
 #include "platform/system/files.h"
-#include "platform/system/path_text.h"
-
-#include <algorithm>
 
 namespace melovane {
 
@@ -15,11 +13,7 @@ namespace {
 /// Longer than a rebuild of the largest library takes on the slowest disk.
 constexpr std::chrono::minutes kLongestRebuild{5};
 
-QString nameFor(const Files& files, const QString& library)
-{
-    const FileFacts facts = files.facts(library).value_or(FileFacts{});
-    return u"rebuildtree-%1-%2"_s.arg(facts.device, 0, 16).arg(facts.inode, 0, 16);
-}
+const QString kEnd = u".lock"_s;
 
 } // namespace
 
@@ -28,13 +22,8 @@ RebuildLocks::RebuildLocks(const Files& files,
                            const QString& library,
                            const QString& work)
 {
-    const auto folder = std::find_if(folders.begin(), folders.end(), [&](const QString& path) {
-        return !path.isEmpty() && files.folderExists(path);
-    });
-    if (folder != folders.end()) {
-        m_running = path::join(*folder, nameFor(files, library) + u".lock"_s);
-        m_waiting = path::join(*folder, nameFor(files, library) + u'-' + work + u".lock"_s);
-    }
+    m_running = jobLockFile(files, folders, u"rebuildtree"_s, library);
+    m_waiting = m_running.chopped(m_running.isEmpty() ? 0 : kEnd.size()) + u'-' + work + kEnd;
 }
 
 RebuildLocks::~RebuildLocks() = default;

@@ -11,8 +11,10 @@
 #include "config/refusals.h"
 #include "platform/db/db_error.h"
 #include "platform/linux/ini_profile.h"
+#include "platform/linux/job_locks.h"
 #include "platform/linux/library_loan.h"
 #include "platform/linux/linux_environment.h"
+#include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_files.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
@@ -28,6 +30,9 @@ namespace {
 using namespace melovane;
 using namespace Qt::Literals::StringLiterals;
 
+/// Longer than storing all lists of the largest library takes.
+constexpr std::chrono::minutes kLongest{5};
+
 /// Everything that lives as long as the program, bottom to top.
 class Program
 {
@@ -36,7 +41,7 @@ public:
         : m_paths(m_environment, m_files)
         , m_engine(sqlite::makeEngine(m_clock))
         , m_settings(m_paths, m_profile, m_files, *m_engine)
-        , m_loan(m_files, {m_environment.runtimeFolder(), m_paths.GetConfigPath()})
+        , m_loan(m_files, lockFolders())
         , m_texts(m_paths, m_profile, m_files)
     {
         // Language files are looked for in the current folder.
@@ -51,9 +56,13 @@ public:
             m_texts, m_settings, [this](const QString& library) { return m_loan.isLent(library); });
     }
 
-    /// What it has done, and what not.
+    /// What it has done, and what not. Waits for another one that stores lists of the library, so
+    /// that two never write one file.
     [[nodiscard]] StorePlaylists::Result store()
     {
+        const auto lock =
+            lockFile(jobLockFile(m_files, lockFolders(), u"storeplaylists"_s, m_settings.DbName()),
+                     kLongest);
         QTextStream out(stdout);
         StorePlaylists::Result result;
         try {
@@ -95,6 +104,11 @@ public:
     }
 
 private:
+    [[nodiscard]] QStringList lockFolders()
+    {
+        return {m_environment.runtimeFolder(), m_paths.GetConfigPath()};
+    }
+
     SystemClock m_clock;
     LinuxFiles m_files;
     LinuxEnvironment m_environment;

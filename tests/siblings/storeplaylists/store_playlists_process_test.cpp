@@ -1,7 +1,14 @@
+#include "platform/linux/job_locks.h"
+#include "platform/linux/linux_environment.h"
+#include "platform/linux/linux_file_lock.h"
 #include "support/suite_fixture.h"
+#include "support/wait_for.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
+
+#include <algorithm>
 
 namespace melovane::test {
 namespace {
@@ -73,6 +80,33 @@ TEST_F(StorePlaylistsProcess, WithoutItsDatabaseItSaysSo)
     suite.engine->Release(suite.dbName());
     QFile::remove(suite.dbName());
     EXPECT_TRUE(run(1).contains(u"nicht gespeichert"_s));
+}
+
+TEST_F(StorePlaylistsProcess, ASecondOneWaitsForTheFirstOfItsLibrary)
+{
+    suite.write(u"melovane.ini"_s,
+                "[Global]\nPlaylistVerzeichnis=" + suite.file(u"Listen"_s).toUtf8() + "/\n");
+    const QString path = jobLockFile(suite.files, {LinuxEnvironment().runtimeFolder()},
+                                     u"storeplaylists"_s, suite.dbName());
+    auto first = lockFile(path, std::chrono::milliseconds::zero());
+    ASSERT_TRUE(first);
+    QProcess second;
+    second.start(m_program, {u"--quiet"_s});
+    ASSERT_TRUE(second.waitForStarted());
+    const QDir open(u"/proc/%1/fd"_s.arg(second.processId()));
+    const auto isAtTheLock = [&] {
+        const QStringList files = open.entryList(QDir::Files | QDir::System);
+        return std::any_of(files.begin(), files.end(), [&](const QString& file) {
+            return QFile::symLinkTarget(open.filePath(file)) == path;
+        });
+    };
+    ASSERT_TRUE(waitFor(isAtTheLock));
+    EXPECT_EQ(second.state(), QProcess::Running);
+    EXPECT_FALSE(QFile::exists(suite.file(u"Listen/Rock/Größte Hits.m3u"_s)));
+    first.reset();
+    EXPECT_TRUE(second.waitForFinished(60'000));
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_TRUE(QFile::exists(suite.file(u"Listen/Rock/Größte Hits.m3u"_s)));
 }
 
 } // namespace
