@@ -218,9 +218,14 @@ inline constexpr QStringView kUpdateTreeRow = u"update.tree.row";
 inline constexpr QStringView kEditBoxAddNewGenre = u"editbox.add.new.genre";
 /// From EditTag. To MLVDB: the box for a new genre opens.
 inline constexpr QStringView kEditTagShowEditBoxNewGenre = u"edittag.show.editbox.new.genre";
-/// From ctl_MP3DB. To MLVDB: the tag panel shows or hides. FID.
+/// From EditTag. To MLVDB: the track is heard from where it starts. FID, position in frames.
+inline constexpr QStringView kPlayFromStartPos = u"play.from.start.pos";
+/// From EditTag. To MLVDB: the same from where it stops; 0 or less is its end.
+inline constexpr QStringView kPlayFromStopPos = u"play.from.stop.pos";
+/// From ctl_MP3DB. To MLVDB: the tag panel shows or hides. FID, whether the user wants to edit, so
+/// that it is never hidden.
 inline constexpr QStringView kShowTagEditMp3db = u"show.tagedit.mp3db";
-/// From ctl_Playlist. To MLVDB: the tag panel shows or hides. FID.
+/// From ctl_Playlist. To MLVDB: the same.
 inline constexpr QStringView kShowTagEditPlaylist = u"show.tagedit.playlist";
 /// From ctl_MP3DB, ctl_Playlist. To MLVDB: the tag editor opens. The entry of the context menu has
 /// the same word as its tag.
@@ -274,7 +279,6 @@ inline constexpr QStringView kForOthers[] = {
     kPlaylistJinglePlay,
     kPlaylistAllDbInsertAktuellData,
     kTreeEnterCell,
-    kEditBoxAddNewGenre,
 };
 
 /// Here they are keys of tool buttons, which a view answers itself: nobody sends them.

@@ -30,6 +30,8 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"export.sample.list", u"Playlistname"},
     {u"export.sample.file", u"Original-Dateiname"},
     {u"export.done", u"$1 von $2 Titeln kopiert."},
+    {u"export.done.one", u"$1 von $2 Titel kopiert."},
+    {u"export.stopped.one", u"Abgebrochen, $1 von $2 Titel kopiert."},
     {u"export.stopped", u"Abgebrochen, $1 von $2 Titeln kopiert."},
     {u"export.empty", u"Die Playliste hat keine Titel."},
     {u"export.nospace", u"Der Platz im Zielordner reicht nicht: gebraucht werden $1, frei sind $2. Es wurde nichts kopiert."},

@@ -56,6 +56,7 @@ ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActio
           [this] {
               tellCount();
               updateEmptyNote();
+              emit changedByOthers();
           },
           [this] {
               // Who has imported his first tracks sees them without asking for them.
@@ -64,7 +65,8 @@ ctl_MP3DB::ctl_MP3DB(const Mp3dbParts& parts, Mp3dbControls controls, Mp3dbActio
               }
           })
     , m_jobs(parts.engine, parts.settings)
-    , m_edits({m_rows.data(), m_jobs, parts.settings, parts.texts, parts.clock, m_guard,
+    , m_edits({m_rows.data(), m_jobs, parts.history, parts.settings, parts.texts, parts.clock,
+               m_guard,
                [this](const QString& fid) { m_bus.SendMessage(bus::kDbRefreshByFid, fid); },
                [this](const QString& text) { m_bus.SendMessage(bus::kShowStatusText, text); }})
     , m_layouts(parts.paths, parts.files)

@@ -27,6 +27,7 @@ class Clock;
 class ConfigObjects;
 class Files;
 class GlobalSettings;
+class ListHistory;
 class MessageLoop;
 class Mod_API;
 class PointerControl;
@@ -52,7 +53,8 @@ struct Mp3dbParts
     const Clock& clock;
     MessageLoop& loop;
     MLVMessageBus& bus;
-    ErrorSink log = {}; ///< hears of messages that the view failed on
+    ListHistory& history; ///< takes what the user changes in tracks
+    ErrorSink log = {};   ///< hears of messages that the view failed on
 };
 
 /// What the library view has other parts of the program do.
@@ -246,6 +248,8 @@ signals:
     void historyChanged(bool back, bool forward);
     /// Buttons may be able to work now, or no more.
     void commandsChanged();
+    /// Another program may have changed tracks.
+    void changedByOthers();
     /// Name of the picture of the volume button.
     void volumeIconChanged(const QString& picture);
 

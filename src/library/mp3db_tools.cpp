@@ -54,6 +54,10 @@ std::span<const ctl_MP3DB::ToolRow> ctl_MP3DB::toolTable()
         {bus::kAllVolume,
          [](View& view, const Key&) { view.m_bus.SendMessage(bus::kVolumeMonitorShow); }},
         {u"all.sample", [](View& view, const Key&) { view.MelovaneKIVShow(); }},
+        {u"all.tagpanel",
+         [](View& view, const Key&) {
+             view.m_bus.SendMessage(bus::kShowTagEditMp3db, view.GetFID());
+         }},
     };
     return kRows;
 }
@@ -161,10 +165,17 @@ void ctl_MP3DB::findTempo(const QString& cmd)
     m_actions.startBeatGauge(cmd, GetFID());
 }
 
+/// One track is edited in the panel, several in the tag tool.
 void ctl_MP3DB::bookPressed()
 {
-    FillTempMp3EditTable();
-    m_bus.SendMessage(bus::kShowTagEditor);
+    const std::vector<RowRange> rows = m_controls.grid.selection();
+    const bool several = rows.size() > 1 || (!rows.empty() && rows[0].first != rows[0].last);
+    if (several) {
+        FillTempMp3EditTable();
+        m_bus.SendMessage(bus::kShowTagEditor);
+    } else if (!GetFID().isEmpty()) {
+        m_bus.SendMessage(bus::kShowTagEditMp3db, GetFID(), true);
+    }
 }
 
 void ctl_MP3DB::toPlayer(QStringView message)
@@ -223,7 +234,13 @@ void ctl_MP3DB::rowActivated(qint64 row)
         m_controls.grid.select({{row, row}});
         monitorPressed(m_monitorCommand.isEmpty() ? u"play.start"_s : m_monitorCommand);
     } else if (swap == kSwapEdit) {
-        m_controls.grid.editCurrentCell();
+        const QString field = m_controls.grid.dataField(m_controls.grid.currentColumn());
+        if (m_edits.canEdit(row, field)) {
+            m_controls.grid.editCurrentCell();
+        } else {
+            // What the cell does not take, the panel beside the rows does.
+            bookPressed();
+        }
     }
 }
 

@@ -8,6 +8,7 @@
 #include "platform/system/clock.h"
 #include "platform/system/leading_number.h"
 #include "platform/system/trim_blanks.h"
+#include "playlists/track_step.h"
 #include "store/pending_jobs.h"
 #include "store/track_fields.h"
 #include "views/track_look.h"
@@ -103,16 +104,19 @@ QString TrackEdits::fidOf(qint64 row) const
                : QString();
 }
 
-bool TrackEdits::write(qint64 row, const QString& column, const Value& value, TagOrder order)
+bool TrackEdits::write(ListAction action, qint64 row, const QString& column, const Value& value)
 {
     if (!m_parts.rows.Recordset() || !m_parts.rows.Database()) {
         return false;
     }
+    const TagOrder order = action == ListAction::Favorit ? TagOrder::None : TagOrder::Enter;
     return m_parts.guard.run(u"TrackEdits.write"_s, [&] {
         Database& database = *m_parts.rows.Database();
         if (const TrackFieldRow* const known = fieldOf(column)) {
+            TrackStep step(m_parts.history, database, action);
             const std::vector<ColumnValue> values{{known->column.toString(), value}};
-            writeTrack(database, fidOf(row), values, order);
+            step.write(fidOf(row), values, order);
+            step.commit();
             return;
         }
         Transaction change(database);
@@ -141,7 +145,7 @@ bool TrackEdits::commit(qint64 row, const QString& field, const QString& text)
     if (!value) {
         m_parts.refused(m_parts.texts.text(u"library.edit.note"));
     }
-    const bool written = value && write(row, field, *value, TagOrder::Enter);
+    const bool written = value && write(ListAction::Tracks, row, field, *value);
     m_parts.rows.refreshCells();
     if (!written || fid.isEmpty()) {
         return written;
@@ -159,7 +163,8 @@ void TrackEdits::rate(qint64 row, int digit)
     if (fid.isEmpty()) {
         return;
     }
-    if (write(row, columnOf(TrackField::Note).toString(), storedRating(digit), TagOrder::Enter)) {
+    if (write(ListAction::Rating, row, columnOf(TrackField::Note).toString(),
+              storedRating(digit))) {
         m_parts.rows.refreshCells();
         m_parts.changed(fid);
     }
@@ -172,16 +177,19 @@ void TrackEdits::toggleDelete(const std::vector<RowRange>& rows)
     }
     m_parts.jobs.ChangeTree(u"Dir"_s);
     const bool written = m_parts.guard.run(u"TrackEdits.toggleDelete"_s, [&] {
-        Transaction change(*m_parts.rows.Database());
+        TrackStep change(m_parts.history, *m_parts.rows.Database(), ListAction::Flag);
         const auto set = m_parts.rows.Recordset()->Clone();
         const int del = set->fieldIndex(columnOf(TrackField::DEL));
         for (const RowRange& range : rows) {
             for (qint64 row = range.first; row <= range.last; ++row) {
                 set->SetAbsolutePosition(row);
                 if (const auto state = toggled(set->value(del))) {
+                    const QString name = columnOf(TrackField::DEL).toString();
+                    const TrackChange flag{fidOf(row), {{name, set->value(del), *state}}};
                     set->Edit();
                     set->setValue(del, *state);
                     set->Update();
+                    change.wrote(flag);
                 }
             }
         }
@@ -204,7 +212,7 @@ void TrackEdits::toggleFavorit(qint64 row)
     const bool isFavorit =
         !m_parts.rows.cell(row, set->fieldIndex(columnOf(TrackField::favorit))).isNull();
     const Value since = isFavorit ? Value() : Value(m_parts.clock.now());
-    if (write(row, columnOf(TrackField::favorit).toString(), since, TagOrder::None)) {
+    if (write(ListAction::Favorit, row, columnOf(TrackField::favorit).toString(), since)) {
         m_parts.rows.refreshCells();
         m_parts.changed(fid);
     }

@@ -16,12 +16,14 @@ class Clock;
 class ConfigObjects;
 class EventGuard;
 class GlobalSettings;
+class ListHistory;
+enum class ListAction;
 class PendingJobs;
 
 /// What the user changes in the rows of the library grid.
 ///
-/// Works on the rows of a data control. One action on many rows is one transaction; one that fails
-/// leaves them all as they were, which the guard tells.
+/// Works on the rows of a data control. One action on many rows is one transaction and one step
+/// that can be taken back; one that fails leaves them all as they were, which the guard tells.
 class TrackEdits : public GridEditing
 {
 public:
@@ -30,6 +32,7 @@ public:
     {
         DataControl& rows;
         PendingJobs& jobs;
+        ListHistory& history;
         const GlobalSettings& settings;
         const ConfigObjects& texts;
         const Clock& clock;
@@ -71,7 +74,7 @@ public:
 
 private:
     [[nodiscard]] QString fidOf(qint64 row) const;
-    bool write(qint64 row, const QString& column, const Value& value, TagOrder order);
+    bool write(ListAction action, qint64 row, const QString& column, const Value& value);
 
     Parts m_parts;
     QStringList m_genres;

@@ -1,6 +1,7 @@
 #include "playlistfiles/kopie_file.h"
 
 #include "config/config_objects.h"
+#include "config/counted_text.h"
 #include "config/global_settings.h"
 #include "config/refusals.h"
 #include "intake/import_errors.h"
@@ -285,9 +286,10 @@ QString frmKopieFile::outcomeOf(const ExportResult& result) const
     const ConfigObjects& texts = m_parts.texts;
     switch (result.end) {
     case ExportResult::End::Done:
-        return texts.text(u"export.done", result.copied, result.count);
+        return texts.text(countedKey(u"export.done"_s, result.count), result.copied, result.count);
     case ExportResult::End::Stopped:
-        return texts.text(u"export.stopped", result.copied, result.count);
+        return texts.text(countedKey(u"export.stopped"_s, result.count), result.copied,
+                          result.count);
     case ExportResult::End::Empty:
         return texts.text(u"export.empty");
     case ExportResult::End::NoSpace:

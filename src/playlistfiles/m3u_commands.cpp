@@ -1,5 +1,6 @@
 #include "playlistfiles/m3u_commands.h"
 
+#include "bus/event_guard.h"
 #include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/counted_text.h"
@@ -262,8 +263,11 @@ void M3uCommands::saveList(Pnid list)
         tellLeftOut();
         return;
     }
-    m_parts.warnings.ShowWarning(m_parts.texts.text(u"m3u.save.failed"_s, target,
-                                                    systemReasonText(m_parts.texts, m_lastFailure)),
+    const int number = m_parts.m3u.databaseFailure();
+    const QString reason = number != 0 ? databaseFaultText(m_parts.texts, number, m_lastFailure,
+                                                           m_parts.settings.DbName())
+                                       : systemReasonText(m_parts.texts, m_lastFailure);
+    m_parts.warnings.ShowWarning(m_parts.texts.text(u"m3u.save.failed"_s, target, reason),
                                  WarningType::Stop, m_parts.texts.text(u"achtung"_s),
                                  u"m3u.save.failed"_s);
 }

@@ -139,9 +139,11 @@ void MlvM3U::guarded(const QString& source,
                      const std::function<void()>& work,
                      int databaseCode)
 {
+    m_databaseFailure = 0;
     try {
         work();
     } catch (const DbError& error) {
+        m_databaseFailure = error.number();
         runtimeFailure(databaseCode, source, file, error.text());
     } catch (const IoError& error) {
         runtimeFailure(importerror::kFile, source, error.path(), error.reason());

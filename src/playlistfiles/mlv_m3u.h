@@ -87,6 +87,9 @@ public:
     /// Entries that the last save has left out, see M3uWriter::withoutTrack.
     [[nodiscard]] const QStringList& leftOut() const { return m_leftOut; }
 
+    /// Number of the error with which the library ended the last operation; 0 when it did not.
+    [[nodiscard]] int databaseFailure() const { return m_databaseFailure; }
+
     /// The name that the file of a list gets, without ".m3u".
     [[nodiscard]] QString fileNameOf(Pnid list);
 
@@ -110,6 +113,7 @@ private:
     int m_loaded = 0;
     int m_entered = 0;
     bool m_givenUp = false;
+    int m_databaseFailure = 0;
     QStringList m_leftOut;
 };
 

@@ -94,7 +94,7 @@ PlaceWriter::PlaceWriter(Database& database, ListEdit& edit)
     : m_edit(edit)
     , m_update(database,
                kEntryTable.toString(),
-               keyColumnOf(kEntryTable),
+               {keyColumnOf(kEntryTable), FieldType::Long},
                {{u"SID"_s, FieldType::Long}, {u"PNID"_s, FieldType::Long}})
 {}
 

@@ -223,7 +223,7 @@ void ListCatalogue::arrange(const std::vector<ListPlace>& places,
                           {rows->value(1).toLong(), rows->value(2).toLong()});
         }
         Transaction change(database);
-        RowUpdate place(database, u"pl_name"_s, u"NID"_s,
+        RowUpdate place(database, u"pl_name"_s, {u"NID"_s, FieldType::Long},
                         writtenColumns(database, u"pl_name"_s, {u"SID"_s, u"GRID"_s}));
         for (const ListPlace& wanted : places) {
             const qint64 nid = numberOf(wanted.list);

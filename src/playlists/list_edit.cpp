@@ -6,6 +6,7 @@
 #include "platform/db/sql_text.h"
 #include "playlists/list_history.h"
 #include "playlists/playlist_table.h"
+#include "store/track_writing.h"
 
 #include <algorithm>
 
@@ -36,7 +37,7 @@ int rowsOf(const ListDelta& delta, ListAction action)
         return 1;
     }
     const auto entries = std::find_if(delta.begin(), delta.end(), [](const TableDelta& table) {
-        return table.table == kEntryTable;
+        return table.table == kEntryTable || table.table == kTrackTable;
     });
     if (entries == delta.end()) {
         return 0;
@@ -132,6 +133,21 @@ void ListEdit::moved(Plid entry, const Place& from, const Place& to)
     maker.cell(numberOf(entry), m_positionColumn, numberOf(from.position), numberOf(to.position));
     if (from.list != to.list) {
         maker.cell(numberOf(entry), m_listColumn, numberOf(from.list), numberOf(to.list));
+    }
+}
+
+void ListEdit::changes(const TrackChange& track)
+{
+    const qint64 key = track.fid.toLongLong();
+    if (!m_records || QString::number(key) != track.fid) {
+        return;
+    }
+    DeltaMaker& maker = makerOf(kTrackTable);
+    for (const ColumnChange& change : track.columns) {
+        const int column = columnOf(maker.columns(), change.column);
+        if (column < maker.columns().size()) {
+            maker.cell(key, column, change.before, change.after);
+        }
     }
 }
 

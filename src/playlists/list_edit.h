@@ -13,6 +13,7 @@ namespace melovane {
 
 class Database;
 class ListHistory;
+struct TrackChange;
 
 /// One change of lists while it is being made: a transaction on the caller's database, with a
 /// record of what it does.
@@ -48,6 +49,9 @@ public:
 
     /// A list that changes besides the one given at first; before its rows are touched.
     void alsoChanges(Pnid list);
+
+    /// What a write has done to the row of a track. A key that is no plain number is in no step.
+    void changes(const TrackChange& track);
 
     /// The name by which the step is told, when it belongs to no list.
     void setName(const QString& name) { m_name = name; }

@@ -12,6 +12,8 @@
 #include "playlists/touched_entries.h"
 #include "store/create_db.h"
 #include "store/keep_aside.h"
+#include "store/pending_jobs.h"
+#include "store/track_writing.h"
 
 #include <algorithm>
 #include <array>
@@ -143,6 +145,29 @@ bool writeUnlessLost(Database& database, const ListDelta& delta, const QString& 
     }
     part.commit();
     return true;
+}
+
+/// The tracks that a difference has altered and their trees. What stands in files is entered for
+/// the job that writes them, so that the files follow.
+void tellTracks(Database& database, const ListDelta& delta, QStringList& tracks, QStringList& trees)
+{
+    for (const TableDelta& table : delta) {
+        if (table.table != kTrackTable) {
+            continue;
+        }
+        for (const RowChange& row : table.rows) {
+            TrackChange change{QString::number(row.key), {}};
+            for (const int column : row.columns) {
+                change.columns.push_back({table.columns[column], {}, {}});
+            }
+            tracks.append(change.fid);
+            trees.append(change.trees());
+            if (change.isInFile()) {
+                PendingJobs::SaveEditFID(database, change.fid);
+            }
+        }
+    }
+    trees.removeDuplicates();
 }
 
 /// A list that comes back keeps the rules of its table: one plays at most, and its group is there.
@@ -416,6 +441,7 @@ ListHistory::Outcome ListHistory::take(Database& database,
         result.lists.push_back(list);
     }
     result.entries = touchedEntries(delta);
+    tellTracks(database, delta, result.tracks, result.trees);
     database.Execute(u"update LIST_HISTORY set undone=%1 where id=%2"_s.arg(
         isUndo ? u"true"_s : u"false"_s, sql::number(record.id)));
     return Outcome::Done;

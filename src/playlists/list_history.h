@@ -63,6 +63,8 @@ public:
         ListStep step;             ///< the step that was meant
         std::vector<Pnid> lists;   ///< whose entries are others now
         std::vector<Plid> entries; ///< what changed, to be shown; see touchedEntries()
+        QStringList tracks;        ///< whose fields are others now
+        QStringList trees;         ///< that are out of date with them
     };
 
     /// \param sink learns of failures under the name "ListHistory"

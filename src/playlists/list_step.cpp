@@ -32,6 +32,11 @@ constexpr std::array kActions = std::to_array<ActionName>({
     {ListAction::Import, u"import"},
     {ListAction::DeleteList, u"deletelist"},
     {ListAction::DeleteGroup, u"deletegroup"},
+    {ListAction::Tracks, u"tracks"},
+    {ListAction::Rating, u"rating"},
+    {ListAction::Cover, u"cover"},
+    {ListAction::Favorit, u"favorit"},
+    {ListAction::Flag, u"flag"},
 });
 
 } // namespace
@@ -72,7 +77,10 @@ QString redoText(const ConfigObjects& texts, const std::optional<ListStep>& step
 
 QString changedElsewhereText(const ConfigObjects& texts, const ListStep& step)
 {
-    return texts.text(u"history.elsewhere", step.listName, stepText(texts, step));
+    // Several tracks have no name together.
+    return step.listName.isEmpty()
+               ? texts.text(u"history.elsewhere.tracks", stepText(texts, step))
+               : texts.text(u"history.elsewhere", step.listName, stepText(texts, step));
 }
 
 } // namespace melovane

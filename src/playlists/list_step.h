@@ -11,7 +11,7 @@ namespace melovane {
 
 class ConfigObjects;
 
-/// What a user did to a list.
+/// What a user did to a list, or to tracks.
 enum class ListAction
 {
     Append,
@@ -28,15 +28,20 @@ enum class ListAction
     Import,
     DeleteList,
     DeleteGroup,
+    Tracks,  ///< fields of tracks
+    Rating,  ///< the rating of a track
+    Cover,   ///< the cover of tracks
+    Favorit, ///< the mark of a favourite
+    Flag,    ///< the mark of tracks out of use
 };
 
 /// One step of the history, as it can be told to the user.
 struct ListStep
 {
     ListAction action = ListAction::Entry;
-    Pnid list{};      ///< the list it belongs to; 0 for a group
-    QString listName; ///< its name at that time, or the group's
-    int count = 0;    ///< entries that came, went or got other values
+    Pnid list{};      ///< the list it belongs to; 0 for a group and for tracks
+    QString listName; ///< its name at that time, or the group's, or the title of a single track
+    int count = 0;    ///< entries that came, went or got other values; tracks that did
     QDateTime moment;
 };
 

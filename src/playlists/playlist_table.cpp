@@ -19,11 +19,25 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// Keys in one condition: fewer cost more statements, more cost a longer one to understand.
-constexpr size_t kKeysAtOnce = 2000;
+constexpr qsizetype kKeysAtOnce = 2000;
 
 QString bracketed(const QString& name)
 {
     return u'[' + name + u']';
+}
+
+bool isOfTracks(const TableDelta& delta)
+{
+    return kTrackTable.compare(delta.table, Qt::CaseInsensitive) == 0;
+}
+
+bool altersFieldsOnly(const TableDelta& delta)
+{
+    return std::all_of(delta.rows.begin(), delta.rows.end(), [&](const RowChange& row) {
+        return row.kind == RowChange::Kind::Altered &&
+               std::all_of(row.columns.begin(), row.columns.end(),
+                           [&](int column) { return isTakenBack(delta.columns[column]); });
+    });
 }
 
 /// The columns of a difference. \throws DbError for what is no table or column of lists: a
@@ -33,6 +47,9 @@ std::vector<WrittenColumn> columnsOf(Database& database, const TableDelta& delta
     const QString key = keyColumnOf(delta.table);
     if (key.isEmpty() || delta.columns.value(0).compare(key, Qt::CaseInsensitive) != 0) {
         throw DbError(dberror::kObjectNotFound, u"No table of lists: "_s + delta.table);
+    }
+    if (isOfTracks(delta) && !altersFieldsOnly(delta)) {
+        throw DbError(dberror::kObjectNotFound, u"More than fields of tracks"_s);
     }
     return writtenColumns(database, delta.table, delta.columns);
 }
@@ -48,9 +65,35 @@ std::vector<qint64> keysOf(const TableDelta& delta, RowChange::Kind kind)
     return keys;
 }
 
+QStringList conditions(QStringView column, const QStringList& values)
+{
+    QStringList result;
+    for (qsizetype first = 0; first < values.size(); first += kKeysAtOnce) {
+        result.append(bracketed(column.toString()) + u" in ("_s +
+                      values.mid(first, kKeysAtOnce).join(u',') + u')');
+    }
+    return result;
+}
+
+/// The key of a track is a text.
+QStringList trackConditions(const std::vector<qint64>& keys)
+{
+    QStringList values;
+    for (const qint64 key : keys) {
+        values.append(sql::text(QString::number(key)));
+    }
+    return conditions(columnOf(TrackField::FID), values);
+}
+
+/// Conditions that name rows of the table.
+QStringList rowConditions(const TableDelta& delta, const std::vector<qint64>& keys)
+{
+    return isOfTracks(delta) ? trackConditions(keys) : keyConditions(delta.columns.front(), keys);
+}
+
 void removeRows(Database& database, const TableDelta& delta, RowChange::Kind kind)
 {
-    for (const QString& condition : keyConditions(delta.columns.front(), keysOf(delta, kind))) {
+    for (const QString& condition : rowConditions(delta, keysOf(delta, kind))) {
         database.Execute(u"delete from %1 where %2"_s.arg(delta.table, condition));
     }
 }
@@ -72,10 +115,11 @@ void alterRows(Database& database,
                 written.push_back(columns[size_t(column)]);
             }
             updates.emplace_back(row.columns,
-                                 RowUpdate(database, delta.table, delta.columns.front(), written));
+                                 RowUpdate(database, delta.table, columns.front(), written));
             update = std::prev(updates.end());
         }
-        update->second.run(row.key, row.after);
+        const Value key = isOfTracks(delta) ? Value(QString::number(row.key)) : row.key;
+        update->second.run(key, row.after);
     }
 }
 
@@ -105,8 +149,16 @@ bool isAsBefore(const RowChange& change, const std::vector<Value>& row, bool con
     return true;
 }
 
+/// The number of a row; that of a track is written as text.
+qint64 keyOf(const std::vector<Value>& row)
+{
+    const Value& key = row.front();
+    return key.isText() ? key.toText().toLongLong() : key.toInt64();
+}
+
 bool tableStandsBefore(Database& database, const TableDelta& delta)
 {
+    const bool contentCounts = delta.table == kEntryTable || isOfTracks(delta);
     QHash<qint64, const RowChange*> changes;
     std::vector<qint64> keys;
     for (const RowChange& row : delta.rows) {
@@ -114,12 +166,12 @@ bool tableStandsBefore(Database& database, const TableDelta& delta)
         keys.push_back(row.key);
     }
     qsizetype found = 0;
-    for (const QString& condition : keyConditions(delta.columns.front(), keys)) {
+    for (const QString& condition : rowConditions(delta, keys)) {
         for (const std::vector<Value>& row :
              readRows(database, delta.table, delta.columns, condition)) {
-            const RowChange* change = changes.value(row.front().toInt64());
+            const RowChange* change = changes.value(keyOf(row));
             if (!change || change->kind == RowChange::Kind::Added ||
-                !isAsBefore(*change, row, delta.table == kEntryTable)) {
+                !isAsBefore(*change, row, contentCounts)) {
                 return false;
             }
             ++found;
@@ -131,10 +183,21 @@ bool tableStandsBefore(Database& database, const TableDelta& delta)
 
 } // namespace
 
+bool isTakenBack(QStringView trackColumn)
+{
+    constexpr std::array kNever{TrackField::FID, TrackField::Path, TrackField::DName,
+                                TrackField::DriveTyp, TrackField::DriveName};
+    return std::none_of(kNever.begin(), kNever.end(), [&](TrackField field) {
+        return trackColumn.compare(columnOf(field), Qt::CaseInsensitive) == 0;
+    });
+}
+
 QString keyColumnOf(QStringView table)
 {
-    static const std::array<std::pair<QStringView, QStringView>, 3> kKeys{
-        {{kEntryTable, u"PLID"}, {kListTable, u"NID"}, {kGroupTable, u"GRID"}}};
+    static const std::array<std::pair<QStringView, QStringView>, 4> kKeys{{{kEntryTable, u"PLID"},
+                                                                           {kListTable, u"NID"},
+                                                                           {kGroupTable, u"GRID"},
+                                                                           {kTrackTable, u"FID"}}};
     for (const auto& [name, key] : kKeys) {
         if (table.compare(name, Qt::CaseInsensitive) == 0) {
             return key.toString();
@@ -201,15 +264,11 @@ std::vector<qint64> entryNumbers(const QStringList& texts)
 
 QStringList keyConditions(QStringView column, const std::vector<qint64>& keys)
 {
-    QStringList conditions;
-    for (size_t first = 0; first < keys.size(); first += kKeysAtOnce) {
-        QStringList numbers;
-        for (size_t i = first; i < std::min(first + kKeysAtOnce, keys.size()); ++i) {
-            numbers.append(sql::number(keys[i]));
-        }
-        conditions.append(bracketed(column.toString()) + u" in ("_s + numbers.join(u',') + u')');
+    QStringList values;
+    for (const qint64 key : keys) {
+        values.append(sql::number(key));
     }
-    return conditions;
+    return conditions(column, values);
 }
 
 void updateEntryCount(Database& database, Pnid list)

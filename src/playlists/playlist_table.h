@@ -21,6 +21,13 @@ inline constexpr QStringView kEntryTable = u"pl_all";
 inline constexpr QStringView kListTable = u"pl_name";
 inline constexpr QStringView kGroupTable = u"pl_group";
 
+/// The table of the tracks, whose changes are steps, too. Its key is a number written as text.
+inline constexpr QStringView kTrackTable = u"db_all";
+
+/// Whether a column of a track can be taken back: its key cannot, and where its file lies neither,
+/// for the file would not follow.
+[[nodiscard]] bool isTakenBack(QStringView trackColumn);
+
 /// The fields of a track that an entry takes over when it is made, and then has values of its own
 /// for, in columns of the same names.
 inline constexpr std::array kTakenFields = {

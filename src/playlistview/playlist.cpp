@@ -63,6 +63,7 @@ ctl_Playlist::ctl_Playlist(const PlaylistViewParts& parts,
     , m_drags(controls.grid, m_rows, m_list, m_edits, m_actions)
     , m_steps(
           parts.tools,
+          PendingJobs(parts.engine, parts.settings),
           parts.texts,
           controls.warnings,
           m_bus,

@@ -15,9 +15,9 @@
 #include "playlists/mlv_function.h"
 #include "playlists/pl_insert_move_del.h"
 #include "playlists/playlist_table.h"
+#include "playlists/track_step.h"
 #include "playlists/undo_redo.h"
 #include "playlistview/entry_selection.h"
-#include "store/track_writing.h"
 #include "views/drag_data.h"
 #include "views/grid_rows.h"
 #include "views/track_look.h"
@@ -400,7 +400,9 @@ void PlaylistEdits::rate(int digit)
     }
     const std::vector<ColumnValue> values{{u"Note"_s, storedRating(digit)}};
     const bool written = m_guard.run(u"PlaylistEdits.rate"_s, [&] {
-        writeTrack(*m_rows.database(), fid, values, TagOrder::Enter);
+        TrackStep step(m_tools.history, *m_rows.database(), ListAction::Rating);
+        step.write(fid, values, TagOrder::Enter);
+        step.commit();
     });
     if (written) {
         m_bus.SendMessage(bus::kDbRefreshByFid, fid);

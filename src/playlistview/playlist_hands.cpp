@@ -152,7 +152,7 @@ void ctl_Playlist::rowActivated(qint64 row)
     if (swap == kSwapPlay) {
         toolPressed(m_monitorCommand.isEmpty() ? u"play.start"_s : m_monitorCommand);
     } else if (swap == kSwapEdit) {
-        m_bus.SendMessage(bus::kShowTagEditPlaylist, GetFID());
+        m_bus.SendMessage(bus::kShowTagEditPlaylist, GetFID(), true);
     }
 }
 

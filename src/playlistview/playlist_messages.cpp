@@ -239,6 +239,7 @@ void PlaylistMessages::refreshPlayed(const MLVMessage& message)
 void PlaylistMessages::refreshCells(const MLVMessage&)
 {
     m_view.RefreshGrid();
+    m_view.tellHistory(); // a change of a track is a step, too
 }
 
 void PlaylistMessages::updateColor(const MLVMessage&)

@@ -11,12 +11,14 @@ namespace melovane {
 using namespace Qt::Literals::StringLiterals;
 
 UndoSteps::UndoSteps(PlaylistTools tools,
+                     PendingJobs jobs,
                      const ConfigObjects& texts,
                      Warnings& warnings,
                      BusSender& bus,
                      std::function<void(Pnid list)> changed,
                      std::function<void(const ListHistory::Result& step)> show)
     : m_tools(tools)
+    , m_jobs(std::move(jobs))
     , m_texts(texts)
     , m_warnings(warnings)
     , m_bus(bus)
@@ -64,6 +66,13 @@ bool UndoSteps::takeStep(bool isUndo)
     }
     for (const Pnid list : result.lists) {
         m_changed(list);
+    }
+    for (const QString& tree : result.trees) {
+        m_jobs.ChangeTree(tree);
+    }
+    if (!result.tracks.isEmpty()) {
+        // Once for all of them: who hears it paints every row anew.
+        m_bus.SendMessage(bus::kDbRefreshByFid, result.tracks.first());
     }
     if (result.outcome == Outcome::Done) {
         // A list or a group may be there again, or be gone.

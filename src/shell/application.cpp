@@ -2,6 +2,7 @@
 
 #include "platform/linux/end_signals.h"
 #include "shell/wings/desk.h"
+#include "shell/wings/edit_wing.h"
 #include "shell/wings/library_wing.h"
 #include "shell/wings/lists_wing.h"
 #include "shell/wings/machine.h"
@@ -36,13 +37,15 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
               .importGroup = [this] { return m_trees->favorit.importGroup(); },
               .newList = [this] { m_trees->favorit.newPlaylist(); }}))
     , m_trees(std::make_unique<TreesWing>(*m_machine, *m_desk, *m_suite, *m_lists, *m_playlist))
+    , m_edit(std::make_unique<EditWing>(*m_machine, *m_desk, *m_suite, *m_lists))
     , m_main(std::make_unique<MainWing>(MainWing::Below{.machine = *m_machine,
                                                         .desk = *m_desk,
                                                         .suite = *m_suite,
                                                         .sound = *m_sound,
                                                         .library = *m_library,
                                                         .playlist = *m_playlist,
-                                                        .trees = *m_trees}))
+                                                        .trees = *m_trees,
+                                                        .edit = *m_edit}))
     , m_start(std::make_unique<StartWing>(*m_machine, *m_desk))
 {
     m_suite->siblings.setStarted([this] { m_start->splash.StandAside(); });

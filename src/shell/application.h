@@ -14,6 +14,7 @@ struct IndexFigures;
 }
 
 struct Desk;
+struct EditWing;
 struct LibraryWing;
 struct ListsWing;
 struct Machine;
@@ -55,6 +56,7 @@ private:
     std::unique_ptr<LibraryWing> m_library;
     std::unique_ptr<PlaylistWing> m_playlist;
     std::unique_ptr<TreesWing> m_trees;
+    std::unique_ptr<EditWing> m_edit;
     std::unique_ptr<MainWing> m_main;
     std::unique_ptr<StartWing> m_start;
 };

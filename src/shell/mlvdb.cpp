@@ -187,6 +187,7 @@ void MLVDB::unload()
     if (!m_docking.isDocked()) {
         m_place.save();
     }
+    m_guard.run(u"MLVDB.Unload"_s, m_parts.tags.saveState);
     m_guard.run(u"MLVDB.Unload"_s, m_parts.library.saveState);
     m_guard.run(u"MLVDB.Unload"_s, m_parts.playlist.saveState);
     m_place.saveSplits();

@@ -99,6 +99,18 @@ struct PlaylistCommands
     std::function<void(int action)> setPlayAction = [](int) {};
 };
 
+/// What the window asks of the tag panel.
+struct TagPanelCommands
+{
+    /// Shows the panel with a track, or takes it away when it shows that track already.
+    /// \param edits      the user wants to edit: it is never taken away
+    /// \param inLibrary  the view that the keyboard goes back to
+    std::function<void(const QString& fid, bool edits, bool inLibrary)> show =
+        [](const QString&, bool, bool) {};
+    /// Writes what was typed, and keeps the height for the next start.
+    std::function<void()> saveState = [] {};
+};
+
 /// Dialogs that the window opens; forms of their own.
 struct WindowDialogs
 {
@@ -136,6 +148,7 @@ struct MlvdbParts
     ErrorSink log = {}; ///< hears of events that failed
     /// Whether nothing can be written into the library.
     std::function<bool()> isReadOnly = [] { return false; };
+    TagPanelCommands tags = {};
 };
 
 } // namespace melovane

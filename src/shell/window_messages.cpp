@@ -14,6 +14,9 @@
 #include "shell/sibling_commands.h"
 #include "shell/sibling_control.h"
 #include "shell/window_data.h"
+#include "store/milli_sec_to_min.h"
+
+#include <algorithm>
 
 namespace melovane {
 
@@ -23,6 +26,9 @@ namespace {
 
 /// Within this time several changes of playlists cost the player one message.
 constexpr std::chrono::milliseconds kRefreshPlayerInterval{100};
+
+/// What is heard of a track that is played to its end, in milliseconds.
+constexpr double kLastPartMs = 5000;
 
 } // namespace
 
@@ -48,8 +54,10 @@ std::span<const BusRow<WindowMessages>> WindowMessages::busTable()
         {bus::kDjPlayerPlayNext, &WindowMessages::playNext},
         {bus::kDjPlayerPlaySofort, &WindowMessages::playNow},
         {bus::kShowStatusText, &WindowMessages::statusText},
-        {bus::kShowTagEditMp3db, &WindowMessages::notYet},
-        {bus::kShowTagEditPlaylist, &WindowMessages::notYet},
+        {bus::kShowTagEditMp3db, &WindowMessages::tagPanelOfLibrary},
+        {bus::kShowTagEditPlaylist, &WindowMessages::tagPanelOfPlaylist},
+        {bus::kPlayFromStartPos, &WindowMessages::playFromStart},
+        {bus::kPlayFromStopPos, &WindowMessages::playFromStop},
         {bus::kShowTagEditor, &WindowMessages::tagEditor},
         {bus::kShowContextMenuMp3db, &WindowMessages::contextMenuLibrary},
         {bus::kShowContextMenuPlaylist, &WindowMessages::contextMenuPlaylist},
@@ -269,9 +277,32 @@ void WindowMessages::refreshTreeInterpret(const MLVMessage&)
     }
 }
 
-void WindowMessages::notYet(const MLVMessage&)
+void WindowMessages::tagPanelOfLibrary(const MLVMessage& message)
 {
-    m_parts.showStatusText(m_parts.window.texts.text(u"status.later"_s));
+    m_parts.window.tags.show(message.Value1.toText(), message.Value2.toBool(), true);
+}
+
+void WindowMessages::tagPanelOfPlaylist(const MLVMessage& message)
+{
+    m_parts.window.tags.show(message.Value1.toText(), message.Value2.toBool(), false);
+}
+
+void WindowMessages::playFromStart(const MLVMessage& message)
+{
+    m_parts.window.monitor.MonitorPlayer(u"SEEK"_s, message.Value1.toText(),
+                                         message.Value2.toLong());
+}
+
+void WindowMessages::playFromStop(const MLVMessage& message)
+{
+    const QString fid = message.Value1.toText();
+    int frames = message.Value2.toLong();
+    if (frames <= 0) {
+        // Behind the end there is nothing to hear.
+        const double length = m_parts.window.data.GetAllDataByFid(fid).DTimeMsec;
+        frames = int(std::max(0.0, length - kLastPartMs) / Mod_MilliSecToMin::kFrameMs);
+    }
+    m_parts.window.monitor.MonitorPlayer(u"SEEK"_s, fid, frames);
 }
 
 } // namespace melovane

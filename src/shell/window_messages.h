@@ -59,7 +59,10 @@ private:
     void treeClick(const MLVMessage& message);
     void volumeMonitor(const MLVMessage& message);
     void forwardToPlayer(const MLVMessage& message);
-    void notYet(const MLVMessage& message);
+    void tagPanelOfLibrary(const MLVMessage& message);
+    void tagPanelOfPlaylist(const MLVMessage& message);
+    void playFromStart(const MLVMessage& message);
+    void playFromStop(const MLVMessage& message);
     void refreshTreeDir(const MLVMessage& message);
     void refreshTreeGenre(const MLVMessage& message);
     void refreshTreeAlbum(const MLVMessage& message);

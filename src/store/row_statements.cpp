@@ -102,7 +102,7 @@ void RowInsert::run(const std::vector<Value>& values)
 
 RowUpdate::RowUpdate(Database& database,
                      const QString& table,
-                     const QString& key,
+                     const WrittenColumn& key,
                      const std::vector<WrittenColumn>& columns)
     : m_names(parameterNames(columns.size()))
 {
@@ -111,16 +111,16 @@ RowUpdate::RowUpdate(Database& database,
         changes.append(bracketed(columns[i].name) + u'=' + m_names[qsizetype(i)]);
     }
     m_query = database.CreateQueryDef(
-        {}, u"parameters %1, pKey long; update %2 set %3 where %4=pKey"_s.arg(
-                declarations(m_names, columns).join(u", "_s), table, changes.join(u", "_s),
-                bracketed(key)));
+        {}, u"parameters %1, pKey %2; update %3 set %4 where %5=pKey"_s.arg(
+                declarations(m_names, columns).join(u", "_s), typeWord(key.type), table,
+                changes.join(u", "_s), bracketed(key.name)));
 }
 
 RowUpdate::~RowUpdate() = default;
 RowUpdate::RowUpdate(RowUpdate&&) noexcept = default;
 RowUpdate& RowUpdate::operator=(RowUpdate&&) noexcept = default;
 
-void RowUpdate::run(qint64 key, const std::vector<Value>& values)
+void RowUpdate::run(const Value& key, const std::vector<Value>& values)
 {
     setAll(*m_query, m_names, values);
     m_query->SetParameter(u"pKey"_s, key);

@@ -47,14 +47,14 @@ class RowUpdate
 public:
     RowUpdate(Database& database,
               const QString& table,
-              const QString& key,
+              const WrittenColumn& key,
               const std::vector<WrittenColumn>& columns);
     ~RowUpdate();
     RowUpdate(RowUpdate&&) noexcept;
     RowUpdate& operator=(RowUpdate&&) noexcept;
 
     /// A key that no row has changes nothing.
-    void run(qint64 key, const std::vector<Value>& values);
+    void run(const Value& key, const std::vector<Value>& values);
 
 private:
     QStringList m_names;

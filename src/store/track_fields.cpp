@@ -214,6 +214,7 @@ GridColumn gridColumn(const TrackFieldRow& row, const TrackColumn& start)
     // What people read takes the free width.
     column.stretched = row.field == TrackField::Titel || row.field == TrackField::Interpret ||
                        row.field == TrackField::Album;
+    column.fixed = row.field == TrackField::Note; // one figure
     return column;
 }
 

@@ -6,6 +6,8 @@
 #include "store/pending_jobs.h"
 #include "store/track_fields.h"
 
+#include <algorithm>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,6 +22,14 @@ QStringList TrackChange::trees() const
         }
     }
     return result;
+}
+
+bool TrackChange::isInFile() const
+{
+    return std::any_of(columns.begin(), columns.end(), [](const ColumnChange& change) {
+        const TrackFieldRow* const field = findTrackField(change.column);
+        return field && !field->frame.id.isEmpty();
+    });
 }
 
 TrackChange writeTrack(Database& database,

@@ -35,6 +35,9 @@ struct TrackChange
 
     /// The trees that are out of date with it, in the words of PendingJobs::ChangeTree.
     [[nodiscard]] QStringList trees() const;
+
+    /// Whether the file holds one of the columns in its tag.
+    [[nodiscard]] bool isInFile() const;
 };
 
 /// Whether a change of a track is to reach its file.

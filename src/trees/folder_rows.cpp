@@ -17,78 +17,40 @@ namespace {
 
 constexpr int kDisc = int(VolumeKind::Optical);
 
-/// Rows and tracks of one folder, whatever the volume: "C:\Music\" and "c:\music\" are one.
-struct PathCount
-{
-    QString folded;
-    qint64 below = 0; ///< tracks with a path that begins so
-};
-
-/// What counts for the rows of one label, or for all.
+/// What counts for the rows of one label, or for all: "C:\\Music\\" and "c:\\music\\" are one.
+///
+/// Paths are given in the form in which they compare, and outlive this.
 class Totals
 {
 public:
-    void add(QStringView path, qint64 count)
+    /// A folder whose total is asked for; all of them come before the tracks.
+    void addFolder(QStringView path)
     {
-        m_counts.push_back({textcompare::fold(path), count});
+        m_below.insert(path, 0);
+        if (!path.isEmpty() && !m_ends.contains(path.back())) {
+            m_ends.append(path.back());
+        }
     }
 
-    /// Adds up; to be called once, behind the last add().
-    void addUp();
+    /// Counts for every folder whose path the tracks' begins with.
+    void addTracks(QStringView path, qint64 count)
+    {
+        for (qsizetype i = 0; i < path.size(); ++i) {
+            if (!m_ends.contains(path[i])) {
+                continue;
+            }
+            if (const auto folder = m_below.find(path.first(i + 1)); folder != m_below.end()) {
+                *folder += count;
+            }
+        }
+    }
 
-    [[nodiscard]] qint64 below(const QString& folded) const;
+    [[nodiscard]] qint64 below(QStringView path) const { return m_below.value(path); }
 
 private:
-    std::vector<PathCount> m_counts; ///< then one per folder, in the order of the folded paths
+    QHash<QStringView, qint64> m_below;
+    QString m_ends; ///< letters with which paths of folders end: the separators, as a rule
 };
-
-void Totals::addUp()
-{
-    std::sort(m_counts.begin(), m_counts.end(),
-              [](const PathCount& a, const PathCount& b) { return a.folded < b.folded; });
-    std::vector<PathCount> summed;
-    summed.reserve(m_counts.size());
-    // What begins with an open folder's path follows it without a gap.
-    std::vector<std::size_t> open;
-    for (PathCount& next : m_counts) {
-        while (!open.empty() && !next.folded.startsWith(summed[open.back()].folded)) {
-            open.pop_back();
-        }
-        const bool isSame = !open.empty() && summed[open.back()].folded == next.folded;
-        for (const std::size_t above : open) {
-            summed[above].below += next.below;
-        }
-        if (!isSame) {
-            open.push_back(summed.size());
-            summed.push_back(std::move(next));
-        }
-    }
-    m_counts = std::move(summed);
-}
-
-qint64 Totals::below(const QString& folded) const
-{
-    const auto found =
-        std::lower_bound(m_counts.begin(), m_counts.end(), folded,
-                         [](const PathCount& a, const QString& b) { return a.folded < b; });
-    return found != m_counts.end() && found->folded == folded ? found->below : 0;
-}
-
-/// The path with the closing separator taken off, in components; a network's "\\" stays with the
-/// name of the server.
-QStringList componentsOf(const QString& path)
-{
-    const QChar separator = path::separatorOf(path);
-    const QString network = QString(2, separator);
-    const bool isNetwork = path.startsWith(network);
-    QString rest = path.mid(isNetwork ? 2 : 0);
-    rest.chop(1);
-    QStringList components = rest.split(separator);
-    if (isNetwork) {
-        components.first().prepend(network);
-    }
-    return components;
-}
 
 QString imageOf(const FolderRow& row)
 {
@@ -98,27 +60,35 @@ QString imageOf(const FolderRow& row)
     return row.anzahl == 0 ? u"DIR"_s : u"Audio"_s;
 }
 
-/// Adds the rows of a folder and of all folders above it to `rows`, the drive first.
+/// Adds the rows of a folder and of all folders above it to `rows`, the drive first. A network's
+/// "\\\\" stays with the name of the server.
 /// \param known path whose folders have their rows already
 void addRows(const TrackFolder& folder, QStringView known, std::vector<FolderRow>& rows)
 {
+    const QStringView path = folder.Path;
     const QChar separator = path::separatorOf(folder.Path);
-    const QStringList components = componentsOf(folder.Path);
-    QString path;
-    for (qsizetype i = 0; i < components.size(); ++i) {
-        const bool isLast = i == components.size() - 1;
-        path += components[i] + separator;
-        if (known.startsWith(path)) {
+    const QString network = QString(2, separator);
+    const qsizetype first = path.startsWith(network) ? network.size() : 0;
+    const qsizetype close = std::max(first, path.size() - 1); // of the closing separator
+    qsizetype begin = first;
+    for (int level = 0; begin <= close; ++level) {
+        const qsizetype next = path.indexOf(separator, begin);
+        const bool isLast = next < 0 || next >= close;
+        const qsizetype end = isLast ? close : next;
+        const QStringView component =
+            level == 0 ? path.first(end) : path.sliced(begin, end - begin);
+        begin = end + 1;
+        if (known.size() > end && known[end] == separator && known.startsWith(path.first(end))) {
             continue;
         }
         FolderRow& row = rows.emplace_back();
-        row.rLevel = int(i);
+        row.rLevel = level;
         // The root of this system has no name but its separator.
-        row.bname = components[i].isEmpty() && i == 0 ? QString(separator) : components[i];
+        row.bname = component.isEmpty() && level == 0 ? QString(separator) : component.toString();
         row.vName = folder.DriveName;
         row.Drive = folder.DriveTyp;
         row.anzahl = isLast ? folder.anzahl : 0;
-        row.Path = isLast ? folder.Path : path;
+        row.Path = isLast ? folder.Path : path.first(end + 1).toString();
         row.Name = folder.DriveTyp == kDisc ? row.bname + u' ' + folder.DriveName : row.bname;
         row.imgkey = imageOf(row);
         row.folded = textcompare::fold(row.Path);
@@ -166,14 +136,16 @@ QHash<QString, Totals> totalsOfDiscs(const std::vector<FolderRow>& rows)
     if (labels.isEmpty()) {
         return labels;
     }
-    for (const FolderRow& row : rows) {
-        if (const auto label = labels.find(textcompare::fold(row.vName)); label != labels.end()) {
-            label->add(row.folded, row.anzahl);
+    const auto ofLabel = [&](const auto& work) {
+        for (const FolderRow& row : rows) {
+            if (const auto label = labels.find(textcompare::fold(row.vName));
+                label != labels.end()) {
+                work(*label, row);
+            }
         }
-    }
-    for (Totals& label : labels) {
-        label.addUp();
-    }
+    };
+    ofLabel([](Totals& label, const FolderRow& row) { label.addFolder(row.folded); });
+    ofLabel([](Totals& label, const FolderRow& row) { label.addTracks(row.folded, row.anzahl); });
     return labels;
 }
 
@@ -182,13 +154,12 @@ QHash<QString, Totals> totalsOfDiscs(const std::vector<FolderRow>& rows)
 void fillTotals(std::vector<FolderRow>& rows, const std::vector<TrackFolder>& folders)
 {
     Totals all;
-    for (const TrackFolder& folder : folders) {
-        all.add(textcompare::fold(folder.Path), folder.anzahl);
-    }
     for (const FolderRow& row : rows) {
-        all.add(row.folded, 0);
+        all.addFolder(row.folded);
     }
-    all.addUp();
+    for (const TrackFolder& folder : folders) {
+        all.addTracks(textcompare::fold(folder.Path), folder.anzahl);
+    }
     QHash<QString, Totals> discs = totalsOfDiscs(rows);
     for (FolderRow& row : rows) {
         if (row.Drive != kDisc) {

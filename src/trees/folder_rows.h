@@ -35,7 +35,7 @@ struct FolderRow
 /// alone. Without totals.
 [[nodiscard]] std::vector<FolderRow> folderRows(const std::vector<TrackFolder>& folders);
 
-/// Fills the totals in one pass over the folders in the order of their paths.
+/// Fills the totals in one pass over the folders.
 ///
 /// A folder of a fixed volume counts all tracks whose path begins with its own, whatever volume
 /// they are on. Discs share their drive's letter, so on a disc only the rows of its own label

@@ -173,6 +173,18 @@ void Tree::fillKind(TreeKind kind)
     }
     default:
         m_pages.fill(kind);
+        noteWithoutTracks(kind);
+    }
+}
+
+/// Headings alone would say nothing to somebody who has just begun.
+void Tree::noteWithoutTracks(TreeKind kind)
+{
+    const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+    if (treerows::isWithoutTracks(*database, kind)) {
+        m_pages.control(kind).setNote({m_parts.texts.text(u"library.empty.title"),
+                                       m_parts.texts.text(u"library.empty.text"),
+                                       {}});
     }
 }
 

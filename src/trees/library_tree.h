@@ -187,6 +187,7 @@ private:
     void fill(TreeKind kind);
     void fillKind(TreeKind kind);
     void fillInfo();
+    void noteWithoutTracks(TreeKind kind);
     void setNoteWhenEmpty(TreeKind kind, QStringView title, QStringView text);
     [[nodiscard]] int bpmRange() const;
     void fillLists();

@@ -92,7 +92,7 @@ void RebuildTrees::rebuildTree(Database& library, const QString& tree)
     if (!operation) {
         return;
     }
-    const qint64 version = library.DataVersion();
+    const qint64 version = library.fileVersion();
     const qsizetype rebuilt = m_result.rebuilt.size();
     rebuild(operation->word, [&] { (m_trees.*operation->rebuild)(); });
     if (m_result.rebuilt.size() > rebuilt) {
@@ -105,7 +105,7 @@ void RebuildTrees::rebuildTree(Database& library, const QString& tree)
 void RebuildTrees::clearNote(Database& library, const QString& tree, qint64 version)
 {
     Transaction transaction(library);
-    if (library.DataVersion() == version) {
+    if (library.fileVersion() == version) {
         library.Execute(u"delete from ChangeTree where TreeName="_s + sql::text(tree));
         transaction.commit();
     }

@@ -37,35 +37,40 @@ std::vector<TrackFolder> readFolders(Database& database)
     return folders;
 }
 
-/// Adds rows to `tree_dir`.
-class FolderWriter
+/// Columns of `tree_dir` that are written.
+QStringList folderColumns()
 {
-public:
-    explicit FolderWriter(Database& database)
-        : m_insert(database.CreateQueryDef(
-              {},
-              u"insert into TREE_DIR ( rLevel, Name, bname, vName, Drive, anzahl, BAnzahl, Path, "
-              u"imgkey ) values ( pLevel, pName, pBname, pVname, pDrive, pAnzahl, pBAnzahl, pPath, "
-              u"pImgkey )"_s))
-    {}
+    return {u"rLevel"_s, u"Name"_s,    u"bname"_s, u"vName"_s, u"Drive"_s,
+            u"anzahl"_s, u"BAnzahl"_s, u"Path"_s,  u"imgkey"_s};
+}
 
-    void write(const FolderRow& row)
-    {
-        m_insert->SetParameter(u"pLevel"_s, row.rLevel);
-        m_insert->SetParameter(u"pName"_s, row.Name);
-        m_insert->SetParameter(u"pBname"_s, row.bname);
-        m_insert->SetParameter(u"pVname"_s, row.vName);
-        m_insert->SetParameter(u"pDrive"_s, row.Drive);
-        m_insert->SetParameter(u"pAnzahl"_s, row.anzahl);
-        m_insert->SetParameter(u"pBAnzahl"_s, row.BAnzahl ? Value(*row.BAnzahl) : Value());
-        m_insert->SetParameter(u"pPath"_s, row.Path);
-        m_insert->SetParameter(u"pImgkey"_s, row.imgkey);
-        m_insert->Execute();
+std::vector<Value> cellsOf(const FolderRow& row)
+{
+    return {row.rLevel,
+            row.Name,
+            row.bname,
+            row.vName,
+            row.Drive,
+            row.anzahl,
+            row.BAnzahl ? Value(*row.BAnzahl) : Value(),
+            row.Path,
+            row.imgkey};
+}
+
+/// Does what treesql::addTypedValues() does, with values that were counted before.
+void addTypedValues(Database& database,
+                    const QString& column,
+                    const std::vector<ValueCounter::Group>& values)
+{
+    Transaction transaction(database, u"config"_s);
+    const auto rows =
+        database.bulkInsert(u"config"_s, {u"Lang"_s, u"Name"_s, u"Value"_s, u"Beschreibung"_s});
+    for (const ValueCounter::Group& value : values) {
+        rows->add({-1, column, u"User"_s, value.names.first()});
     }
-
-private:
-    std::unique_ptr<QueryDef> m_insert;
-};
+    rows->finish();
+    transaction.commit();
+}
 
 /// Columns of the library that are counted for a tree table, apart from folders and days.
 const QList<QStringList>& countedColumns()
@@ -88,6 +93,7 @@ struct LibraryCounts
     Database& library;
     qint64 version = 0; ///< of the library, before it was walked
     std::vector<ValueCounter> values{};
+    std::vector<ValueCounter> typed{}; ///< of the selection fields
     DayCounter days{};
     FolderCounter folders{};
 };
@@ -100,13 +106,18 @@ RefreshDB::~RefreshDB() = default;
 
 void RefreshDB::countOnce(Database& library)
 {
-    auto counts = std::make_unique<LibraryCounts>(LibraryCounts{library, library.DataVersion()});
+    auto counts = std::make_unique<LibraryCounts>(LibraryCounts{library, library.fileVersion()});
     for (const QStringList& columns : countedColumns()) {
         counts->values.emplace_back(columns);
     }
+    for (const auto column : kSelectionFields) {
+        counts->typed.emplace_back(QStringList{column}, ValueCounter::Tracks::All);
+    }
     std::vector<TrackCounter*> counters{&counts->days, &counts->folders};
-    for (ValueCounter& counter : counts->values) {
-        counters.push_back(&counter);
+    for (auto* values : {&counts->values, &counts->typed}) {
+        for (ValueCounter& counter : *values) {
+            counters.push_back(&counter);
+        }
     }
     m_counts.reset();
     try {
@@ -119,7 +130,7 @@ void RefreshDB::countOnce(Database& library)
 
 bool RefreshDB::isCounted() const
 {
-    return m_counts && m_counts->library.DataVersion() == m_counts->version;
+    return m_counts && m_counts->library.fileVersion() == m_counts->version;
 }
 
 QString RefreshDB::parkedFile() const
@@ -168,12 +179,20 @@ void RefreshDB::MusicMatch()
 {
     quiet(u"MusicMatch"_s, [this] {
         const auto database = open();
+        // The first step is itself a write into the library.
+        const bool isKnown = isCounted();
         const auto execute = [&](const QString& statement) {
             quiet(u"MusicMatch"_s, [&] { database->Execute(statement); });
         };
         execute(u"delete from config where value='User'"_s);
-        for (const auto column : kSelectionFields) {
-            execute(treesql::addTypedValues(column));
+        for (std::size_t i = 0; i < kSelectionFields.size(); ++i) {
+            if (isKnown) {
+                quiet(u"MusicMatch"_s, [&] {
+                    addTypedValues(*database, kSelectionFields[i], m_counts->typed[i].groups());
+                });
+            } else {
+                execute(treesql::addTypedValues(kSelectionFields[i]));
+            }
         }
         for (const auto column : kSelectionFields) {
             execute(treesql::dropKnownValues(column));
@@ -240,29 +259,29 @@ void RefreshDB::fillNames(Database& database, const NamedFill& fill) const
         countTracks(database, {&counter});
         groups = counter.groups();
     }
-    const bool hasGenre = fill.columns.size() > 1;
-    const auto add =
-        database.CreateQueryDef({}, treesql::addName(fill.table, fill.imgkey, hasGenre));
-    for (const ValueCounter::Group& group : groups) {
-        if (hasGenre) {
-            add->SetParameter(u"pGenre"_s, group.names.first());
-        }
-        add->SetParameter(u"pName"_s, group.names.last());
-        add->SetParameter(u"pCount"_s, group.count);
-        add->Execute();
+    QStringList columns{u"Name"_s, u"anzahl"_s, u"imgkey"_s};
+    if (fill.columns.size() > 1) {
+        columns.prepend(u"Genre"_s);
     }
+    const auto rows = database.bulkInsert(fill.table, columns);
+    for (const ValueCounter::Group& group : groups) {
+        std::vector<Value> row(group.names.begin(), group.names.end());
+        row.insert(row.end(), {group.count, fill.imgkey});
+        rows->add(std::move(row));
+    }
+    rows->finish();
 }
 
 /// Counts by itself what the stored query would group by comparing, many times faster. A query that
 /// says something else is run.
-void RefreshDB::refillStored(Database& database, const NamedFill& fill, const QString& query) const
+void RefreshDB::refillStored(Database& database, const NamedFill& fill) const
 {
     const bool hasGenre = fill.columns.size() > 1;
     const auto rows = [&](Database& target) {
-        if (treesql::isShipped(target, query)) {
+        if (treesql::isShipped(target, fill.query)) {
             fillNames(target, fill);
         } else {
-            target.Execute(query);
+            target.Execute(fill.query);
         }
     };
     const auto restore = [&](const ParkedFavorit& favorit) {
@@ -276,37 +295,38 @@ void RefreshDB::refillStored(Database& database, const NamedFill& fill, const QS
             .restore = restore});
 }
 
-void RefreshDB::TreeGenre()
+void RefreshDB::refillQuietly(const QString& where, const std::vector<NamedFill>& fills) const
 {
-    quiet(u"TreeGenre"_s, [this] {
+    quiet(where, [&] {
         const auto database = open();
         yield();
-        refillStored(*database, {u"tree_genre"_s, {u"Genre"_s}, u"genre"_s},
-                     u"UPDATE_TREE_GENRE"_s);
-        refillStored(*database,
-                     {u"tree_genre_interpret"_s, {u"Genre"_s, u"Interpret"_s}, u"interpret"_s},
-                     u"UPDATE_TREE_GENRE_interpret"_s);
+        for (const NamedFill& fill : fills) {
+            refillStored(*database, fill);
+        }
     });
+}
+
+void RefreshDB::TreeGenre()
+{
+    refillQuietly(u"TreeGenre"_s,
+                  {{u"tree_genre"_s, {u"Genre"_s}, u"genre"_s, u"UPDATE_TREE_GENRE"_s},
+                   {u"tree_genre_interpret"_s,
+                    {u"Genre"_s, u"Interpret"_s},
+                    u"interpret"_s,
+                    u"UPDATE_TREE_GENRE_interpret"_s}});
 }
 
 void RefreshDB::TreeAlbum()
 {
-    quiet(u"TreeAlbum"_s, [this] {
-        const auto database = open();
-        yield();
-        refillStored(*database, {u"tree_album"_s, {u"Album"_s}, u"album"_s},
-                     u"UPDATE_TREE_ALBUM"_s);
-    });
+    refillQuietly(u"TreeAlbum"_s,
+                  {{u"tree_album"_s, {u"Album"_s}, u"album"_s, u"UPDATE_TREE_ALBUM"_s}});
 }
 
 void RefreshDB::TreeInterpret()
 {
-    quiet(u"TreeInterpret"_s, [this] {
-        const auto database = open();
-        yield();
-        refillStored(*database, {u"tree_interpret"_s, {u"Interpret"_s}, u"interpret"_s},
-                     u"UPDATE_TREE_interpret"_s);
-    });
+    refillQuietly(
+        u"TreeInterpret"_s,
+        {{u"tree_interpret"_s, {u"Interpret"_s}, u"interpret"_s, u"UPDATE_TREE_interpret"_s}});
 }
 
 void RefreshDB::TreeTable(const QString& column)
@@ -346,13 +366,12 @@ void RefreshDB::fillImportDates(Database& database) const
         database.Execute(treesql::fillImportDate());
         return;
     }
-    const auto add = database.CreateQueryDef(
-        {}, treesql::addName(u"tree_importdate"_s, u"Tree.Imprtdate"_s, false));
+    const auto rows =
+        database.bulkInsert(u"tree_importdate"_s, {u"Name"_s, u"anzahl"_s, u"imgkey"_s});
     for (const DayCounter::Group& day : *days) {
-        add->SetParameter(u"pName"_s, day.name);
-        add->SetParameter(u"pCount"_s, day.count);
-        add->Execute();
+        rows->add({day.name, day.count, u"Tree.Imprtdate"_s});
     }
+    rows->finish();
 }
 
 void RefreshDB::TreeDir()
@@ -386,10 +405,14 @@ void RefreshDB::writeFolders(Database& database) const
     const std::vector<TrackFolder> tracked = folders(database);
     std::vector<FolderRow> rows = folderRows(tracked);
     fillTotals(rows, tracked);
-    FolderWriter writer(database);
+    const auto added = database.bulkInsert(u"TREE_DIR"_s, folderColumns());
+    added->whenRefused = [this](const DbError& error) {
+        quiet(u"TreeDir"_s, [&] { throw error; });
+    };
     for (const FolderRow& row : rows) {
-        quiet(u"TreeDir"_s, [&] { writer.write(row); });
+        added->add(cellsOf(row));
     }
+    added->finish();
 }
 
 QString RefreshDB::Soundex(const QString& word)

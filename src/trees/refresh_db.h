@@ -111,11 +111,15 @@ private:
         QString table;
         QStringList columns; ///< of the library; with two the first is the genre
         QString imgkey;
+        QString query{}; ///< stored, that fills the table; empty for none
     };
 
     [[nodiscard]] bool isCounted() const;
     void fillNames(Database& database, const NamedFill& fill) const;
-    void refillStored(Database& database, const NamedFill& fill, const QString& query) const;
+    void refillStored(Database& database, const NamedFill& fill) const;
+    /// Opens the library, lets the window work once and refills tables one behind the other, up to
+    /// the first failure.
+    void refillQuietly(const QString& where, const std::vector<NamedFill>& fills) const;
     void fillImportDates(Database& database) const;
     [[nodiscard]] std::vector<TrackFolder> folders(Database& database) const;
     void writeFolders(Database& database) const;

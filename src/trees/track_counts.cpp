@@ -1,12 +1,10 @@
 #include "trees/track_counts.h"
 
-#include "platform/db/row_walk.h"
-#include "platform/db/text_compare.h"
+#include "platform/db/database.h"
 #include "platform/system/files.h"
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 #include <tuple>
 
 namespace melovane {
@@ -35,94 +33,134 @@ qint64 shownDay(double day)
 
 } // namespace
 
-std::uint32_t Spellings::add(const WalkedRow& row, int column)
-{
-    const std::string_view bytes = row.bytes(column);
-    if (const auto known = m_numbers.find(bytes); known != m_numbers.end()) {
-        return known->second;
-    }
-    const auto number = std::uint32_t(m_texts.size());
-    m_numbers.emplace(bytes, number);
-    m_texts.push_back(row.text(column));
-    return number;
-}
+namespace {
 
-std::vector<std::uint32_t> Spellings::ranks() const
+/// The columns of a walk, each once.
+class WalkedColumns
 {
-    std::vector<QString> keys;
-    keys.reserve(m_texts.size());
-    for (const QString& text : m_texts) {
-        keys.push_back(textcompare::sortKey(text));
-    }
-    std::vector<std::uint32_t> order(m_texts.size());
-    std::iota(order.begin(), order.end(), 0U);
-    std::sort(order.begin(), order.end(),
-              [&](std::uint32_t a, std::uint32_t b) { return keys[a] < keys[b]; });
-    std::vector<std::uint32_t> ranks(m_texts.size());
-    std::uint32_t rank = 0;
-    for (std::size_t i = 0; i < order.size(); ++i) {
-        if (i > 0 && keys[order[i - 1]] != keys[order[i]]) {
-            ++rank;
+public:
+    CountedColumn add(const TrackCounter::Column& column)
+    {
+        qsizetype number = m_names.indexOf(column.name);
+        if (number < 0) {
+            number = m_names.size();
+            m_names.append(column.name);
+            m_texts.emplace_back();
         }
-        ranks[order[i]] = rank;
+        std::shared_ptr<Spellings>& texts = m_texts[std::size_t(number)];
+        if (column.isText && !texts) {
+            texts = std::make_shared<Spellings>();
+        }
+        return {int(number), texts};
     }
-    return ranks;
-}
+
+    [[nodiscard]] const QStringList& names() const { return m_names; }
+
+    void read(const WalkedRow& row) const
+    {
+        for (std::size_t i = 0; i < m_texts.size(); ++i) {
+            if (m_texts[i]) {
+                m_texts[i]->read(row, int(i));
+            }
+        }
+    }
+
+private:
+    QStringList m_names;
+    std::vector<std::shared_ptr<Spellings>> m_texts; ///< by column; null where none is told apart
+};
+
+} // namespace
 
 void countTracks(Database& library, const std::vector<TrackCounter*>& counters)
 {
-    QStringList columns;
-    std::vector<std::pair<TrackCounter*, int>> placed;
+    WalkedColumns columns;
+    std::vector<TrackCounter*> ofAll;
     for (TrackCounter* counter : counters) {
-        placed.emplace_back(counter, int(columns.size()));
-        columns += counter->columns();
+        std::vector<CountedColumn> own;
+        for (const TrackCounter::Column& column : counter->columns()) {
+            own.push_back(columns.add(column));
+        }
+        counter->begin(std::move(own));
+        if (counter->countsDeleted()) {
+            ofAll.push_back(counter);
+        }
     }
-    const QString statement =
-        u"select "_s + columns.join(u',') + u" from db_all where DEL = False"_s;
-    walkRows(library, statement, [&](const WalkedRow& row) {
-        for (const auto& [counter, first] : placed) {
-            counter->add(row, first);
+    QString statement = u"select "_s + columns.names().join(u',');
+    if (ofAll.empty()) {
+        library.walkRows(statement + u" from db_all where DEL = False"_s,
+                         [&](const WalkedRow& row) {
+                             columns.read(row);
+                             for (TrackCounter* counter : counters) {
+                                 counter->add(row);
+                             }
+                         });
+        return;
+    }
+    const auto isLive = int(columns.names().size());
+    library.walkRows(statement + u",DEL = False from db_all"_s, [&](const WalkedRow& row) {
+        columns.read(row);
+        for (TrackCounter* counter : row.number(isLive) != 0 ? counters : ofAll) {
+            counter->add(row);
         }
     });
 }
 
 // ---- values
 
-void ValueCounter::add(const WalkedRow& row, int first)
+std::vector<TrackCounter::Column> ValueCounter::columns() const
 {
-    const bool isPair = m_columns.size() > 1;
-    if (row.bytes(first).empty() || (isPair && row.bytes(first + 1).empty())) {
+    std::vector<Column> columns;
+    for (const QString& name : m_names) {
+        columns.push_back({name});
+    }
+    return columns;
+}
+
+void ValueCounter::begin(std::vector<CountedColumn> columns)
+{
+    m_columns = std::move(columns);
+}
+
+void ValueCounter::add(const WalkedRow& row)
+{
+    Q_UNUSED(row)
+    const std::uint32_t first = m_columns.front().texts->present();
+    const std::uint32_t last = m_columns.back().texts->present();
+    if (first == 0 || last == 0) {
         return;
     }
-    const std::uint64_t key =
-        paired(m_first.add(row, first), isPair ? m_second.add(row, first + 1) : 0);
-    const auto [place, isNew] = m_places.try_emplace(key, m_counted.size());
-    if (isNew) {
+    const std::uint64_t key = paired(first, last);
+    const std::uint32_t place = m_places.placeOf(key, std::uint32_t(m_counted.size()));
+    if (place == m_counted.size()) {
         m_counted.push_back({key, 0});
     }
-    ++m_counted[place->second].count;
+    ++m_counted[place].count;
 }
 
 std::vector<ValueCounter::Group> ValueCounter::groups() const
 {
-    const bool isPair = m_columns.size() > 1;
-    const std::vector<std::uint32_t> first = m_first.ranks();
-    const std::vector<std::uint32_t> second = m_second.ranks();
+    std::vector<Group> groups;
+    if (m_counted.empty()) {
+        return groups;
+    }
+    const Spellings& firsts = *m_columns.front().texts;
+    const Spellings& lasts = *m_columns.back().texts;
     std::vector<std::pair<std::uint64_t, std::size_t>> order;
     order.reserve(m_counted.size());
     for (std::size_t i = 0; i < m_counted.size(); ++i) {
         const std::uint64_t key = m_counted[i].key;
-        order.emplace_back(paired(first[key >> 32U], isPair ? second[std::uint32_t(key)] : 0), i);
+        order.emplace_back(paired(firsts.ranks()[key >> 32U], lasts.ranks()[std::uint32_t(key)]),
+                           i);
     }
     std::sort(order.begin(), order.end());
-    std::vector<Group> groups;
     for (std::size_t i = 0; i < order.size(); ++i) {
         const Counted& counted = m_counted[order[i].second];
         if (i == 0 || order[i - 1].first != order[i].first) {
             Group& group = groups.emplace_back();
-            group.names.append(m_first.texts()[counted.key >> 32U]);
-            if (isPair) {
-                group.names.append(m_second.texts()[std::uint32_t(counted.key)]);
+            group.names.append(firsts.texts()[counted.key >> 32U]);
+            if (m_columns.size() > 1) {
+                group.names.append(lasts.texts()[std::uint32_t(counted.key)]);
             }
         }
         groups.back().count += counted.count;
@@ -132,17 +170,33 @@ std::vector<ValueCounter::Group> ValueCounter::groups() const
 
 // ---- days
 
-void DayCounter::add(const WalkedRow& row, int first)
+std::vector<TrackCounter::Column> DayCounter::columns() const
 {
-    if (row.isNull(first)) {
+    return {{u"DTSImport"_s, false}};
+}
+
+void DayCounter::begin(std::vector<CountedColumn> columns)
+{
+    m_column = columns.front().number;
+}
+
+void DayCounter::add(const WalkedRow& row)
+{
+    if (row.isNull(m_column)) {
         return;
     }
-    const double day = row.real(first);
-    if (!row.isNumber(first) || !isDayNumber(day) || !isDayNumber(day + 1)) {
+    const double day = row.real(m_column);
+    if (!row.isNumber(m_column) || !isDayNumber(day) || !isDayNumber(day + 1)) {
         m_isPlain = false;
         return;
     }
-    ++m_days[shownDay(day)];
+    const qint64 shown = shownDay(day);
+    const std::uint32_t place =
+        m_places.placeOf(std::uint64_t(shown), std::uint32_t(m_days.size()));
+    if (place == m_days.size()) {
+        m_days.emplace_back(shown, 0);
+    }
+    ++m_days[place].second;
 }
 
 std::optional<std::vector<DayCounter::Group>> DayCounter::groups() const
@@ -150,7 +204,7 @@ std::optional<std::vector<DayCounter::Group>> DayCounter::groups() const
     if (!m_isPlain) {
         return std::nullopt;
     }
-    std::vector<std::pair<qint64, qint64>> days(m_days.begin(), m_days.end());
+    std::vector<std::pair<qint64, qint64>> days = m_days;
     std::sort(days.begin(), days.end());
     std::vector<Group> groups;
     groups.reserve(days.size());
@@ -162,41 +216,51 @@ std::optional<std::vector<DayCounter::Group>> DayCounter::groups() const
 
 // ---- folders
 
-QStringList FolderCounter::columns() const
+std::vector<TrackCounter::Column> FolderCounter::columns() const
 {
-    return {u"Path"_s, u"DriveTyp"_s, u"DriveName"_s};
+    return {{u"Path"_s}, {u"DriveTyp"_s, false}, {u"DriveName"_s}};
 }
 
-std::uint32_t FolderCounter::volumeOf(const WalkedRow& row, int first)
+void FolderCounter::begin(std::vector<CountedColumn> columns)
 {
-    const int typ = int(row.number(first + 1));
-    const std::uint32_t label = m_labels.add(row, first + 2);
-    const auto [place, isNew] = m_volumeNumbers.try_emplace(paired(std::uint32_t(typ), label),
-                                                            std::uint32_t(m_volumes.size()));
-    if (isNew) {
+    m_paths = std::move(columns[0]);
+    m_types = std::move(columns[1]);
+    m_labels = std::move(columns[2]);
+}
+
+std::uint32_t FolderCounter::volumeOf(int typ, std::uint32_t label)
+{
+    const std::uint32_t number =
+        m_volumeNumbers.placeOf(paired(std::uint32_t(typ), label), std::uint32_t(m_volumes.size()));
+    if (number == m_volumes.size()) {
         m_volumes.push_back({typ, label});
     }
-    return place->second;
+    return number;
 }
 
-void FolderCounter::add(const WalkedRow& row, int first)
+void FolderCounter::add(const WalkedRow& row)
 {
-    if (row.bytes(first).empty()) {
+    const std::uint32_t path = m_paths.texts->present();
+    if (path == 0) {
         return;
     }
-    const std::uint32_t path = m_paths.add(row, first);
-    const std::uint32_t volume = volumeOf(row, first);
-    const auto [place, isNew] = m_places.try_emplace(paired(path, volume), m_counted.size());
-    if (isNew) {
+    const std::uint32_t volume =
+        volumeOf(int(row.number(m_types.number)), m_labels.texts->present());
+    const std::uint32_t place =
+        m_places.placeOf(paired(path, volume), std::uint32_t(m_counted.size()));
+    if (place == m_counted.size()) {
         m_counted.push_back({path, volume, 0});
     }
-    ++m_counted[place->second].count;
+    ++m_counted[place].count;
 }
 
 std::vector<TrackFolder> FolderCounter::folders() const
 {
-    const std::vector<std::uint32_t> paths = m_paths.ranks();
-    const std::vector<std::uint32_t> labels = m_labels.ranks();
+    if (m_counted.empty()) {
+        return {};
+    }
+    const std::vector<std::uint32_t>& paths = m_paths.texts->ranks();
+    const std::vector<std::uint32_t>& labels = m_labels.texts->ranks();
 
     struct Key
     {
@@ -220,10 +284,10 @@ std::vector<TrackFolder> FolderCounter::folders() const
     for (std::size_t i = 0; i < order.size(); ++i) {
         const Counted& counted = m_counted[order[i].place];
         const Volume& volume = m_volumes[counted.volume];
-        const QString& label = m_labels.texts()[volume.label];
+        const QString& label = m_labels.texts->texts()[volume.label];
         const int tracks = int(counted.count);
         if (i == 0 || order[i - 1].path != order[i].path || order[i - 1].label != order[i].label) {
-            folders.push_back({m_paths.texts()[counted.path], label, volume.typ, tracks});
+            folders.push_back({m_paths.texts->texts()[counted.path], label, volume.typ, tracks});
             labelRank = labels[volume.label];
             continue;
         }
@@ -234,7 +298,7 @@ std::vector<TrackFolder> FolderCounter::folders() const
         }
         if (volume.typ > folder.DriveTyp) {
             // The view shows the spelling beside the greatest type.
-            folder.Path = m_paths.texts()[counted.path];
+            folder.Path = m_paths.texts->texts()[counted.path];
             folder.DriveTyp = volume.typ;
         }
         folder.anzahl += tracks;

@@ -1,15 +1,15 @@
 #pragma once
 
 #include "trees/folder_rows.h"
+#include "trees/spellings.h"
 
 #include <QString>
 #include <QStringList>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
-#include <string>
-#include <string_view>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace melovane {
@@ -17,26 +17,11 @@ namespace melovane {
 class Database;
 class WalkedRow;
 
-/// Texts in the order in which they were met, each spelling once.
-class Spellings
+/// A column of the library that a counter looks at.
+struct CountedColumn
 {
-public:
-    /// The number of the text in that column, from 0.
-    std::uint32_t add(const WalkedRow& row, int column);
-
-    [[nodiscard]] const std::vector<QString>& texts() const { return m_texts; }
-
-    /// Of each text, the number by which it is ordered; equal texts share theirs.
-    [[nodiscard]] std::vector<std::uint32_t> ranks() const;
-
-private:
-    struct Hash : std::hash<std::string_view>
-    {
-        using is_transparent = void;
-    };
-
-    std::unordered_map<std::string, std::uint32_t, Hash, std::equal_to<>> m_numbers;
-    std::vector<QString> m_texts;
+    int number = 0;                              ///< in the walked row
+    std::shared_ptr<const Spellings> texts = {}; ///< of a column that is counted by its text
 };
 
 /// Counts the tracks of a walk through the library, as a statement with `group by` does.
@@ -45,14 +30,27 @@ class TrackCounter
 public:
     virtual ~TrackCounter() = default;
 
-    /// The columns of `db_all` that it looks at.
-    [[nodiscard]] virtual QStringList columns() const = 0;
+    /// The columns of `db_all` that it looks at, each with whether its texts are told apart.
+    struct Column
+    {
+        QString name;
+        bool isText = true;
+    };
 
-    /// \param first number of its first column in the row
-    virtual void add(const WalkedRow& row, int first) = 0;
+    [[nodiscard]] virtual std::vector<Column> columns() const = 0;
+
+    /// Whether deleted tracks count, too.
+    [[nodiscard]] virtual bool countsDeleted() const { return false; }
+
+    /// Before the first track. \param columns in the order of columns()
+    virtual void begin(std::vector<CountedColumn> columns) = 0;
+
+    /// A track; its texts have been read.
+    virtual void add(const WalkedRow& row) = 0;
 };
 
-/// Shows each track that isn't deleted to all counters. \throws DbError
+/// Shows each track to all counters. A column that several of them look at is read once.
+/// \throws DbError
 void countTracks(Database& library, const std::vector<TrackCounter*>& counters);
 
 /// Tracks by the values of one or two text columns. Values that compare equal are one group, shown
@@ -61,8 +59,16 @@ void countTracks(Database& library, const std::vector<TrackCounter*>& counters);
 class ValueCounter : public TrackCounter
 {
 public:
-    explicit ValueCounter(QStringList columns)
-        : m_columns(std::move(columns))
+    /// Which tracks count.
+    enum class Tracks
+    {
+        Live,
+        All ///< deleted ones, too
+    };
+
+    explicit ValueCounter(QStringList names, Tracks tracks = Tracks::Live)
+        : m_names(std::move(names))
+        , m_tracks(tracks)
     {}
 
     struct Group
@@ -71,9 +77,12 @@ public:
         qint64 count = 0;
     };
 
-    [[nodiscard]] QStringList columns() const override { return m_columns; }
+    [[nodiscard]] std::vector<Column> columns() const override;
 
-    void add(const WalkedRow& row, int first) override;
+    [[nodiscard]] bool countsDeleted() const override { return m_tracks == Tracks::All; }
+
+    void begin(std::vector<CountedColumn> columns) override;
+    void add(const WalkedRow& row) override;
 
     /// In the order of the names.
     [[nodiscard]] std::vector<Group> groups() const;
@@ -85,10 +94,10 @@ private:
         qint64 count = 0;
     };
 
-    QStringList m_columns;
-    Spellings m_first;
-    Spellings m_second;
-    std::unordered_map<std::uint64_t, std::size_t> m_places;
+    QStringList m_names;
+    Tracks m_tracks;
+    std::vector<CountedColumn> m_columns;
+    PlaceMap m_places;
     std::vector<Counted> m_counted; ///< in the order in which they were met
 };
 
@@ -102,15 +111,17 @@ public:
         qint64 count = 0;
     };
 
-    [[nodiscard]] QStringList columns() const override { return {QStringLiteral("DTSImport")}; }
-
-    void add(const WalkedRow& row, int first) override;
+    [[nodiscard]] std::vector<Column> columns() const override;
+    void begin(std::vector<CountedColumn> columns) override;
+    void add(const WalkedRow& row) override;
 
     /// In the order of the days. Nothing when a cell holds no day that can be counted so.
     [[nodiscard]] std::optional<std::vector<Group>> groups() const;
 
 private:
-    std::unordered_map<qint64, qint64> m_days;
+    int m_column = 0;
+    PlaceMap m_places;
+    std::vector<std::pair<qint64, qint64>> m_days; ///< day and tracks, in the order of meeting
     bool m_isPlain = true;
 };
 
@@ -118,8 +129,9 @@ private:
 class FolderCounter : public TrackCounter
 {
 public:
-    [[nodiscard]] QStringList columns() const override;
-    void add(const WalkedRow& row, int first) override;
+    [[nodiscard]] std::vector<Column> columns() const override;
+    void begin(std::vector<CountedColumn> columns) override;
+    void add(const WalkedRow& row) override;
 
     /// In the order of the paths, a disc's folders in the order of their labels.
     [[nodiscard]] std::vector<TrackFolder> folders() const;
@@ -139,13 +151,14 @@ private:
         std::uint32_t label = 0;
     };
 
-    [[nodiscard]] std::uint32_t volumeOf(const WalkedRow& row, int first);
+    [[nodiscard]] std::uint32_t volumeOf(int typ, std::uint32_t label);
 
-    Spellings m_paths;
-    Spellings m_labels;
-    std::unordered_map<std::uint64_t, std::uint32_t> m_volumeNumbers;
+    CountedColumn m_paths;
+    CountedColumn m_types;
+    CountedColumn m_labels;
+    PlaceMap m_volumeNumbers;
     std::vector<Volume> m_volumes;
-    std::unordered_map<std::uint64_t, std::size_t> m_places;
+    PlaceMap m_places;
     std::vector<Counted> m_counted; ///< in the order in which they were met
 };
 

@@ -1,7 +1,7 @@
 #include "trees/tree_rows.h"
 
 #include "config/config_objects.h"
-#include "platform/db/row_walk.h"
+#include "platform/db/database.h"
 #include "platform/db/sql_text.h"
 #include "trees/favorit_rows.h"
 #include "trees/tree_key.h"
@@ -54,8 +54,8 @@ void walkNamed(Database& database,
                const std::function<void(const NamedRow&)>& visit,
                const QString& keyed = u"Name"_s)
 {
-    walkRows(database, "select Name, anzahl, imgkey, favorit, "_L1 + keyed + from,
-             [&](const WalkedRow& row) { visit(NamedRow(row)); });
+    database.walkRows("select Name, anzahl, imgkey, favorit, "_L1 + keyed + from,
+                      [&](const WalkedRow& row) { visit(NamedRow(row)); });
 }
 
 RowTick tickOf(bool on)
@@ -202,8 +202,8 @@ std::vector<TreeRow> directories(Database& database, const ConfigObjects& texts)
 {
     std::vector<TreeRow> rows{root(texts.text(u"tree.root.favorit"), {}, u"tree.Favorit"_s)};
     addFavourites(database, u"tree_dir", treekey::favouriteDirectory, RowTick::On, rows);
-    walkRows(database, "select "_L1 + kFolderColumns + " from tree_dir order by id asc"_L1,
-             [&](const WalkedRow& cells) { rows.push_back(directoryRow(cells)); });
+    database.walkRows("select "_L1 + kFolderColumns + " from tree_dir order by id asc"_L1,
+                      [&](const WalkedRow& cells) { rows.push_back(directoryRow(cells)); });
     return rows;
 }
 
@@ -315,6 +315,31 @@ TreeRow playlist(const ListState& list)
     row.tick = tickOf(list.activ);
     setCounted(row, list.name, u'[' + QString::number(list.entries) + u']');
     return row;
+}
+
+bool isWithoutTracks(Database& database, TreeKind kind)
+{
+    const QString table = [&] {
+        switch (kind) {
+        case TreeKind::Dir:
+        case TreeKind::Favorit: // whatever can be one has a folder
+            return u"tree_dir"_s;
+        case TreeKind::Genre:
+            return u"tree_genre"_s;
+        case TreeKind::Album:
+            return u"tree_album"_s;
+        case TreeKind::Interpret:
+            return u"tree_interpret"_s;
+        case TreeKind::Playlist:
+        case TreeKind::State:
+        case TreeKind::Info:
+        case TreeKind::Erweitert:
+            break;
+        }
+        return QString();
+    }();
+    return !table.isEmpty() && database.OpenRecordset("select top 1 id from "_L1 + table)->Eof() &&
+           database.OpenRecordset(u"select top 1 FID from db_all"_s)->Eof();
 }
 
 std::vector<TreeRow> children(Database& database, const QString& key)

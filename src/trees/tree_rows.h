@@ -74,6 +74,10 @@ albums(Database& database, const ConfigObjects& texts, int threshold);
 /// A list with its count, ticked while the panel of lists shows it.
 [[nodiscard]] TreeRow playlist(const ListState& list);
 
+/// Whether the library has no tracks and the table of a kind no rows, so that only headings stand
+/// there. False for kinds that show something else than tracks.
+[[nodiscard]] bool isWithoutTracks(Database& database, TreeKind kind);
+
 // -- Rows that are read when the row above them is opened; empty for rows that have none --
 
 [[nodiscard]] std::vector<TreeRow> children(Database& database, const QString& key);

@@ -102,13 +102,6 @@ bool isShipped(Database& database, const QString& query)
            database.queryDefs().Item(query)->SQL().simplified() == shipped->text;
 }
 
-QString addName(const QString& table, const QString& imgkey, bool hasGenre)
-{
-    return u"insert into "_s + table + (hasGenre ? u" ( Genre, Name"_s : u" ( Name"_s) +
-           u", anzahl, imgkey ) values ( "_s + (hasGenre ? u"pGenre, "_s : QString()) +
-           u"pName, pCount, "_s + sql::text(imgkey) + u" )"_s;
-}
-
 QString fillImportDate()
 {
     // "Imprtdate" is the key's spelling.

@@ -33,9 +33,6 @@ namespace melovane::treesql {
 /// and line ends: only then its rows may be made in another way.
 [[nodiscard]] bool isShipped(Database& database, const QString& query);
 
-/// Adds a row with the parameters pCount and pName, behind pGenre where the table has genres.
-[[nodiscard]] QString addName(const QString& table, const QString& imgkey, bool hasGenre);
-
 [[nodiscard]] QString fillImportDate();
 
 /// The steps of MusicMatch for one of the four selection fields.

@@ -71,7 +71,7 @@ constexpr Command kCommands[] = {
     {bus::kMixstyleAllDel, kEditsList},
     {bus::kMixstyleAllCopy, kEditsList | kPlay},
     {bus::kPlaylistReset, kEditsList},
-    {u"all.book", kWrites | kRow, u"tagbench"},
+    {u"all.book", kLibrary | kRow},
     {u"all.sample", kLibrary | kRow, u"Melovanekiv"},
     {bus::kAllVolume, 0, u"LevelPanel"},
     {u"play_next", kRow | kPlayer},

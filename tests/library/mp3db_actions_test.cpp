@@ -77,6 +77,32 @@ TEST_F(Mp3dbActionsTest, ADoubleClickWithSetting0OpensTheCellEdit)
     EXPECT_TRUE(sent.isEmpty());
 }
 
+TEST_F(Mp3dbActionsTest, ADoubleClickOnACellThatTakesNothingOpensTheTagPanel)
+{
+    library.settings->SetGridSwapEditPlay(0);
+    grid.currentCell = columnOf(u"Play"_s);
+    view.rowActivated(1);
+    EXPECT_EQ(grid.edits, 0);
+    EXPECT_EQ(sent, QStringList{u"show.tagedit.mp3db "_s + fid(1)});
+}
+
+TEST_F(Mp3dbActionsTest, ThePencilOpensOneTrackInThePanelAndSeveralInTheTagTool)
+{
+    grid.selected = {{1, 1}};
+    view.toolPressed(u"all.book"_s);
+    EXPECT_EQ(sent, QStringList{u"show.tagedit.mp3db "_s + fid(1)});
+    sent.clear();
+    grid.selected = {{0, 1}};
+    view.toolPressed(u"all.book"_s);
+    EXPECT_EQ(sent.filter(u"show.tag"_s), QStringList{u"show.tageditor"_s});
+}
+
+TEST_F(Mp3dbActionsTest, TheButtonOfThePanelNamesTheCurrentTrack)
+{
+    view.toolPressed(u"all.tagpanel"_s);
+    EXPECT_EQ(sent, QStringList{u"show.tagedit.mp3db "_s + fid(1)});
+}
+
 TEST_F(Mp3dbActionsTest, ADoubleClickWithSetting1PlaysTheTrackOnTheMonitor)
 {
     library.settings->SetGridSwapEditPlay(1);

@@ -267,8 +267,8 @@ TEST_F(Mp3dbMessagesTest, ADayOfTheStatisticsIsAskedForAsANumber)
 {
     others.SendMessage(u"tree.click.row"_s, u"40575"_s, u"Statistik"_s);
     view.SaveHist();
-    const QString history = library.folders.configFile(u"suche.his"_s);
-    EXPECT_TRUE(library.folders.files().read(history, 1000).contains("tday:long"));
+    const QString file = library.folders.configFile(u"suche.his"_s);
+    EXPECT_TRUE(library.folders.files().read(file, 1000).contains("tday:long"));
 }
 
 TEST_F(Mp3dbMessagesTest, ABoldFontOfTheSettingsIsTheFontOfTheGrid)

@@ -2,6 +2,7 @@
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
 #include "library/track_edits.h"
+#include "playlists/list_history.h"
 #include "store/pending_jobs.h"
 #include "store/track_fields.h"
 #include "support/disk_fixture.h"
@@ -52,8 +53,10 @@ protected:
                      [this](const QString& where, const QString& what) {
                          logged.append(where + u": "_s + what);
                      }};
+    ListHistory history{*suite.engine, suite.folders.files(), suite.clock, *settings, {}};
     TrackEdits edits{{.rows = rows,
                       .jobs = jobs,
+                      .history = history,
                       .settings = *settings,
                       .texts = texts,
                       .clock = suite.clock,
@@ -346,6 +349,30 @@ TEST_F(TrackEditsOnAFullDisk, TracksThatCannotGoToTheTagToolAreTold)
 {
     edits.FillTempMp3EditTable({{0, 1}});
     expectTold(u"TrackEdits.FillTempMp3EditTable"_s);
+}
+
+// ---- steps
+
+TEST_F(TrackEditsTest, ACellARatingAFavouriteAndADeleteMarkAreOneStepEachAndTakenBack)
+{
+    ASSERT_TRUE(edits.commit(0, u"Titel"_s, u"Neu"_s));
+    edits.rate(1, 1);
+    edits.toggleFavorit(0);
+    edits.toggleDelete({{0, 2}});
+    for (const ListAction action :
+         {ListAction::Flag, ListAction::Favorit, ListAction::Rating, ListAction::Tracks}) {
+        const ListHistory::Result taken = history.undo();
+        EXPECT_EQ(taken.outcome, ListHistory::Outcome::Done) << int(action);
+        EXPECT_EQ(taken.step.action, action);
+        EXPECT_EQ(taken.step.count, action == ListAction::Flag ? 3 : 1);
+    }
+    EXPECT_EQ(cell(0, u"Titel"_s).toText(), u"A"_s);
+    EXPECT_EQ(cell(1, u"Note"_s).toText(), u"3"_s);
+    EXPECT_TRUE(cell(0, u"favorit"_s).isNull());
+    EXPECT_EQ(cell(0, u"DEL"_s).toLong(), 0);
+    EXPECT_EQ(cell(1, u"DEL"_s).toLong(), -1);
+    EXPECT_EQ(cell(2, u"DEL"_s).toLong(), 2);
+    EXPECT_FALSE(history.nextUndo());
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "platform/controls/pointer_control.h"
 #include "platform/controls/search_box.h"
 #include "platform/system/timers.h"
+#include "playlists/list_history.h"
 #include "views/plain_grid.h"
 
 #include <gtest/gtest.h>
@@ -120,6 +121,7 @@ struct LibraryViewTest : public testing::Test
                 library.clock,
                 loop,
                 library.bus,
+                history,
                 [this](const QString& where, const QString& what) {
                     logged.append(where + QStringLiteral(": ") + what);
                 }};
@@ -131,6 +133,11 @@ struct LibraryViewTest : public testing::Test
     PointerLog pointer;
     PlainClipboard clipboard;
     NoLoop loop;
+    ListHistory history{*library.engine,
+                        library.folders.files(),
+                        library.clock,
+                        *library.settings,
+                        {}};
     int imports = 0;
     QStringList logged; ///< "where: what" of every failure
     QStringList tempoSearches;

@@ -25,8 +25,13 @@ public:
     QString saveFile(const FileQuestion& question) override
     {
         asked = question;
+        if (whileAsked) {
+            whileAsked();
+        }
         return save;
     }
+
+    std::function<void()> whileAsked;
 
     QStringList open;
     QString save;
@@ -310,6 +315,17 @@ TEST_F(M3uCommandsTest, EntriesWhoseTrackIsGoneAreToldWithTheirPlaceWhenTheListI
     lists.execute(u"delete from pl_all where FID='800000000099'"_s);
     commands.saveList(list);
     EXPECT_EQ(answers.messages.size(), 1);
+}
+
+TEST_F(M3uCommandsTest, ALibraryThatFailsWhileAListIsSavedIsToldInTheUsersWords)
+{
+    const Pnid list = lists.addList({10});
+    hand.save = music.file(u"list.m3u"_s);
+    hand.whileAsked = [this] { lists.engine->GiveAway(lists.dbName()); };
+    answers.expectMessage(u"nicht gespeichert"_s);
+    commands.saveList(list);
+    EXPECT_TRUE(answers.messages.first().endsWith(texts.text(u"dberror.3045"_s, lists.dbName())))
+        << answers.messages.first().toStdString();
 }
 
 TEST_F(M3uCommandsTest, AFailedSaveIsToldWithFileAndReason)

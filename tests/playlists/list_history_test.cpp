@@ -247,8 +247,10 @@ TEST_F(ListHistoryTest, AForgedStepReachesNoOtherTable)
 {
     const Pnid list = lists.addList({1});
     edits.AppendFromMP3DB(Lists::tracksText({7}), list, kAktionMix);
-    for (const QString& text : {u"T\tdb_all\tFID\n-\ti1\n"_s, u"T\tpl_all\tPLID\tno]such\n"_s,
-                                u"T\tpl_all where 1=1\tPLID\n-\ti1\n"_s}) {
+    for (const QString& text :
+         {u"T\tdb_all\tFID\n-\ti1\n"_s, u"T\tdb_all\tFID\tPath\n~\t1\t1\tsa\tsb\n"_s,
+          u"T\tDB_ALL\tFID\n-\ti1\n"_s, u"T\tpl_all\tPLID\tno]such\n"_s,
+          u"T\tpl_all where 1=1\tPLID\n-\ti1\n"_s}) {
         const auto database = lists.open();
         const auto set = database->OpenRecordset(u"select * from LIST_HISTORY"_s);
         set->Edit();

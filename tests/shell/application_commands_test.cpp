@@ -90,6 +90,24 @@ TEST_F(ApplicationCommands, TheEditMenuCutsPastesAndUndoesInTheListWithTheKeyboa
     });
 }
 
+TEST_F(ApplicationCommands, ARatingIsTakenBackByTheEditMenuAndItsFileFollows)
+{
+    const QString rating = u"select Note from db_all where Titel='Brandung'"_s;
+    inList([&] {
+        const QString before = suite.value(rating).toText();
+        QTest::keyClick(list, Qt::Key_1, Qt::ControlModifier);
+        EXPECT_EQ(suite.value(rating).toText(), u"5"_s);
+        suite.execute(u"delete from db_edit"_s);
+        auto* undo =
+            window->findChild<QWidget*>(u"ctl_Playlist1"_s)->findChild<QToolButton*>(u"all.undo"_s);
+        EXPECT_TRUE(undo->toolTip().contains(u"Bewertung von „Brandung“ geändert"_s))
+            << undo->toolTip().toStdString();
+        choose(u"mnuUndo"_s);
+        EXPECT_EQ(suite.value(rating).toText(), before);
+        EXPECT_EQ(suite.value(u"select count(*) from db_edit"_s).toLong(), 1);
+    });
+}
+
 TEST_F(ApplicationCommands, CtrlXCutsInAPlaylist)
 {
     inList([this] {

@@ -412,7 +412,7 @@ TEST_F(ApplicationTest, APlaylistIsExportedWithItsFilesFromTheMenu)
         });
         window.findChild<QAction*>(u"mnuAktivePlaystFiles"_s)->trigger();
     });
-    EXPECT_EQ(outcome, u"1 von 1 Titeln kopiert."_s);
+    EXPECT_EQ(outcome, u"1 von 1 Titel kopiert."_s);
     EXPECT_EQ(suite.read(u"Stick/Hauptset/01_Licht.mp3"_s), "sound");
     EXPECT_TRUE(suite.read(u"Stick/Hauptset.m3u"_s).endsWith("\r\nHauptset/01_Licht.mp3\r\n"));
 }

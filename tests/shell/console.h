@@ -153,8 +153,13 @@ public:
           },
           [this](const GridFont&) { return chosenFont; }}},
         window.controls()};
+    ListHistory history{*library.engine,
+                        library.folders.files(),
+                        library.clock,
+                        *library.settings,
+                        {}};
     ctl_MP3DB view{{*library.engine, *library.settings, library.texts, library.folders.paths(),
-                    library.folders.files(), library.clock, loop, library.bus},
+                    library.folders.files(), library.clock, loop, library.bus, history},
                    window.library().controls(),
                    {[this] { mlvdb.siblings().importMusic(); },
                     [this](const QString& cmd, const QString& fid) {
@@ -164,11 +169,6 @@ public:
                     {},
                     world()}};
     FileLocator locator{library.folders.files(), library.folders.programFolder()};
-    ListHistory history{*library.engine,
-                        library.folders.files(),
-                        library.clock,
-                        *library.settings,
-                        {}};
     ModUndoRedo snapshots{library.folders.files(), library.folders.programFolder()};
     MLVFunction functions{
         {*library.engine, *library.settings, library.folders.files(), locator, history, {}},

@@ -121,13 +121,27 @@ TEST_F(WindowBusTest, ANewGenreIsAskedForInItsDialog)
     EXPECT_EQ(after(u"edittag.show.editbox.new.genre"_s), QStringList{u"ask genre"_s});
 }
 
-TEST_F(WindowBusTest, WhatIsNotThereYetIsSaid)
+TEST_F(WindowBusTest, TheTagPanelIsShownForTheViewThatAsks)
 {
-    for (const QString& name : {u"show.tagedit.mp3db"_s, u"show.tagedit.playlist"_s}) {
-        status.setPanel(StatusPanel::Message, {});
-        EXPECT_EQ(after(name, u"DB"_s), QStringList());
-        EXPECT_FALSE(shown().isEmpty()) << name.toStdString();
-    }
+    EXPECT_EQ(after(u"show.tagedit.mp3db"_s, u"800000000001"_s),
+              QStringList{u"tags 800000000001 shown in library"_s});
+    EXPECT_EQ(after(u"Show.TagEdit.Playlist"_s, u"800000000002"_s, true),
+              QStringList{u"tags 800000000002 edited in playlist"_s});
+}
+
+TEST_F(WindowBusTest, ATrackIsHeardFromItsStartAndFromItsStop)
+{
+    EXPECT_EQ(after(u"play.from.start.pos"_s, u"8"_s, 459), QStringList{u"monitor SEEK 8 459"_s});
+    EXPECT_EQ(after(u"play.from.stop.pos"_s, u"8"_s, 14979),
+              QStringList{u"monitor SEEK 8 14979"_s});
+}
+
+TEST_F(WindowBusTest, OfATrackThatPlaysToItsEndTheLastSecondsAreHeard)
+{
+    data.track.DTimeMsec = 216'000;
+    EXPECT_EQ(after(u"play.from.stop.pos"_s, u"8"_s, 0), QStringList{u"monitor SEEK 8 8077"_s});
+    data.track.DTimeMsec = 3000;
+    EXPECT_EQ(after(u"play.from.stop.pos"_s, u"8"_s, 0), QStringList{u"monitor SEEK 8 0"_s});
 }
 
 TEST_F(WindowBusTest, ATreeIsRebuiltByItsProgramSoThatTheWindowNeverWaits)

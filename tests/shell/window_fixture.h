@@ -379,7 +379,14 @@ struct WindowFixture : public testing::Test
           [] { return false; },
           [this](int list) { log.append(QStringLiteral("export list %1").arg(list)); }},
          {},
-         [this] { return readOnly; }},
+         [this] { return readOnly; },
+         {[this](const QString& fid, bool edits, bool inLibrary) {
+              log.append(
+                  QStringLiteral("tags %1 %2 in %3")
+                      .arg(fid, edits ? QStringLiteral("edited") : QStringLiteral("shown"),
+                           inLibrary ? QStringLiteral("library") : QStringLiteral("playlist")));
+          },
+          noted(QStringLiteral("tags save"))}},
         {window, status, skin, menus, {&splits[0], &splits[1], &splits[2]}}};
     BusSender others{bus, QStringLiteral("Tree")};
 };

@@ -252,7 +252,7 @@ TEST_F(WindowMenuBarTest, ACommandWhoseProgramIsMissingIsGreyEverywhereAndSaysWh
     EXPECT_FALSE(entry(u"mnuConfig"_s).isEnabled());
     EXPECT_EQ(entry(u"mnuConfig"_s).toolTip(),
               u"Das Programm für die Einstellungen ist nicht installiert"_s);
-    for (const QString& key : {u"all.book"_s, u"all.sample"_s, u"all.import"_s}) {
+    for (const QString& key : {u"all.sample"_s, u"all.import"_s}) {
         const auto* button = console.window.library().findChild<QToolButton*>(key);
         EXPECT_FALSE(button->isEnabled()) << key.toStdString();
         EXPECT_TRUE(button->toolTip().endsWith(u"ist nicht installiert"_s));

@@ -264,5 +264,34 @@ TEST_F(RealDisplay, TheDockedWindowComesOutOfTheTaskBarAndFillsTheLowerHalfWithI
         test::waitFor([&] { return console.window.geometry() == QRect(60, 80, 640, 400); }));
 }
 
+TEST_F(RealDisplay, AMaximisedWindowIsDockedWithTheFrameThatItThenHas)
+{
+    test::TestLibrary library;
+    library.add({{u"Brandung"_s, u"Trio"_s, {}, {}, 0}});
+    test::Console console(library);
+    console.window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, test::kLongWaitMs));
+    console.window.setGeometry(60, 80, 640, 400);
+    ASSERT_TRUE(test::waitFor([&] { return console.window.frameGeometry().top() < 80; }));
+    const QRect outer = console.window.frameGeometry();
+    const QRect inner = console.window.geometry();
+    console.window.showMaximized();
+    ASSERT_TRUE(test::waitFor([&] { return console.window.width() > 900; }));
+    console.message->setTarget(console.message->handle());
+    console.message->Send(1049, 0, 0);
+    const QRect area = console.window.screenArea();
+    const QRect half = area.adjusted(0, area.height() / 2, 0, 0);
+    const QString id = QString::number(console.window.winId());
+    const QString width = u"WIDTH=%1\n"_s.arg(half.width() - outer.width() + inner.width());
+    const QString height = u"HEIGHT=%1\n"_s.arg(half.height() - outer.height() + inner.height());
+    QString seen;
+    EXPECT_TRUE(test::waitFor([&] {
+        seen = asked({u"getwindowgeometry"_s, u"--shell"_s, id});
+        return seen.contains(width) && seen.contains(height) &&
+               console.window.frameGeometry() == half;
+    })) << seen.toStdString()
+        << "\nwanted " << (width + height).toStdString();
+}
+
 } // namespace
 } // namespace melovane

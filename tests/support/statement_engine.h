@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/db/row_walk.h"
+#include "platform/db/database.h"
 
 #include <QStringList>
 
@@ -28,7 +28,7 @@ struct Statements
 };
 
 /// A database of the real engine that notes its statements.
-class StatementDatabase : public Database, public RowWalk
+class StatementDatabase : public Database
 {
 public:
     StatementDatabase(std::unique_ptr<Database> database, Statements& statements)
@@ -44,10 +44,16 @@ public:
         return m_database->OpenRecordset(source);
     }
 
-    void walk(const QString& statement, const RowVisit& visit) override
+    void walkRows(const QString& statement, const RowVisit& visit) override
     {
         m_statements.note(statement);
-        walkRows(*m_database, statement, visit);
+        m_database->walkRows(statement, visit);
+    }
+
+    [[nodiscard]] std::unique_ptr<BulkInsert> bulkInsert(const QString& table,
+                                                         const QStringList& columns) override
+    {
+        return m_database->bulkInsert(table, columns);
     }
 
     void Execute(const QString& statement) override
@@ -76,6 +82,8 @@ public:
     void Rollback() override { m_database->Rollback(); }
 
     [[nodiscard]] qint64 DataVersion() override { return m_database->DataVersion(); }
+
+    [[nodiscard]] qint64 fileVersion() override { return m_database->fileVersion(); }
 
     void Close() override { m_database->Close(); }
 

@@ -15,6 +15,26 @@ QStringList letters()
     return result + QStringList{u"  0-9"_s, u"  Other"_s};
 }
 
+TEST_F(LibraryTreeTest, ALibraryWithoutTracksSaysSoInEachKindUntilItHasSome)
+{
+    lists.execute(u"delete from db_all"_s);
+    const QList<std::pair<TreeKind, QString>> kinds{{TreeKind::Dir, u"tree.dir"_s},
+                                                    {TreeKind::Genre, u"tree.genre"_s},
+                                                    {TreeKind::Album, u"tree.album"_s},
+                                                    {TreeKind::Interpret, u"tree.interpret"_s},
+                                                    {TreeKind::Favorit, u"tree.favorit"_s}};
+    for (const auto& [kind, tool] : kinds) {
+        EXPECT_EQ(show(kind, tool).note.title, u"Noch keine Titel - MP3s importieren"_s)
+            << int(kind);
+    }
+    lists.library.add({.Interpret = u"Anna"_s});
+    tree.Refresh(u"111111"_s);
+    for (const auto& [kind, tool] : kinds) {
+        EXPECT_EQ(show(kind, tool).note, EmptyNote()) << int(kind);
+    }
+    EXPECT_EQ(failures, QStringList());
+}
+
 TEST_F(LibraryTreeTest, ANewLibraryShowsOnlyRootRowsAnd28LetterRowsAmongTheArtists)
 {
     EXPECT_EQ(show(TreeKind::Dir, u"tree.dir"_s).texts(), QStringList{u"Favorit"_s});
@@ -315,6 +335,7 @@ TEST_F(LibraryTreeTest, ReloadHasTheTableOfTheKindMadeAnew)
 
 TEST_F(LibraryTreeTest, ATableThatCannotBeReadIsMadeAnewAndThePanelSaysSo)
 {
+    lists.library.add({.Interpret = u"Anna"_s});
     lists.execute(u"drop table tree_album"_s);
     const auto& page = show(TreeKind::Album, u"tree.album"_s);
     EXPECT_EQ(page.note.title, u"Dieser Baum kann nicht gelesen werden"_s);

@@ -1,4 +1,3 @@
-#include "platform/db/row_walk.h"
 #include "refresh_fixture.h"
 #include "trees/track_counts.h"
 
@@ -196,23 +195,62 @@ TEST_F(TrackCountsTest, CountsOfOneWalkServeAllTablesUntilTheLibraryIsWritten)
     EXPECT_EQ(failures, QStringList());
 }
 
+TEST_F(TrackCountsTest, AFilledTableIsNoWriteIntoTheLibrary)
+{
+    suite.library.add({.Interpret = u"A"_s, .Album = u"Eins"_s, .Path = u"/a/"_s});
+    const auto library = suite.open();
+    // From now on this connection has the side file of the trees open, too.
+    EXPECT_TRUE(library->OpenRecordset(u"select Name from tree_album"_s)->Eof());
+    trees.countOnce(*library);
+    engine.statements.take();
+    trees.TreeInterpret();
+    trees.TreeAlbum();
+    trees.TreeDir();
+    EXPECT_EQ(engine.statements.take().filter(u"from db_all"_s), QStringList());
+    EXPECT_EQ(rows(u"select Name from tree_album"_s), QStringList{u"Eins"_s});
+}
+
+TEST_F(TrackCountsTest, TypedValuesOfOneWalkAreThoseOfTheStatements)
+{
+    fill(7);
+    const QString shown =
+        u"select Lang, Name, [Value], Beschreibung from config where [Value]='User'"_s;
+    suite.execute(u"update db_all set Kategorie=User5, Situation=Genre, Stimmung=Interpret, "
+                  u"Tempo=Album"_s);
+    // The first spelling in the library may stand in a deleted track.
+    suite.execute(u"update db_all set Tempo='aNNa', DEL=-1 where FID='100000000000'"_s);
+    suite.execute(u"update db_all set Tempo='only deleted', DEL=-1 where FID='100000000001'"_s);
+    trees.MusicMatch();
+    const QStringList stated = rows(shown);
+    EXPECT_GT(stated.size(), 30);
+    EXPECT_TRUE(stated.contains(u"-1|Tempo|User|only deleted"_s));
+    suite.execute(u"delete from config where [Value]='User'"_s);
+    const auto library = suite.open();
+    trees.countOnce(*library);
+    engine.statements.take();
+    trees.MusicMatch();
+    EXPECT_EQ(engine.statements.take().filter(u"from db_all"_s), QStringList());
+    EXPECT_EQ(rows(shown), stated);
+    EXPECT_EQ(failures, QStringList());
+}
+
 TEST_F(TrackCountsTest, AWalkShowsEachRowOnceInItsOrderWithItsKinds)
 {
     suite.library.add({.FID = u"000000000002"_s, .Interpret = u"Zoë"_s});
     suite.library.add({.FID = u"000000000001"_s, .Interpret = {}});
     suite.execute(u"update db_all set Interpret=null where FID='000000000001'"_s);
     QStringList seen;
-    walkRows(*suite.open(), u"select FID, Interpret, DEL, DTSImport from db_all order by FID"_s,
-             [&](const WalkedRow& row) {
-                 EXPECT_EQ(row.isNull(1), row.bytes(1).empty());
-                 EXPECT_FALSE(row.isNumber(0));
-                 EXPECT_TRUE(row.isNumber(2));
-                 EXPECT_EQ(row.number(2), 0);
-                 EXPECT_GT(row.real(3), 40000.0);
-                 seen.append(row.text(0) + u'|' + row.text(1));
-             });
+    suite.open()->walkRows(u"select FID, Interpret, DEL, DTSImport from db_all order by FID"_s,
+                           [&](const WalkedRow& row) {
+                               EXPECT_EQ(row.isNull(1), row.bytes(1).empty());
+                               EXPECT_FALSE(row.isNumber(0));
+                               EXPECT_TRUE(row.isNumber(2));
+                               EXPECT_EQ(row.number(2), 0);
+                               EXPECT_GT(row.real(3), 40000.0);
+                               seen.append(row.text(0) + u'|' + row.text(1));
+                           });
     EXPECT_EQ(seen, (QStringList{u"000000000001|"_s, u"000000000002|Zoë"_s}));
-    EXPECT_THROW(walkRows(*suite.open(), u"select nothing from nowhere"_s, [](const auto&) {}),
+    EXPECT_THROW(suite.open()->walkRows(u"select nothing from nowhere"_s, [](const auto&) {}),
                  DbError);
 }
 

@@ -28,6 +28,8 @@ namespace {
 const QString kBack = u"all.db.zur"_s;
 const QString kForward = u"all.db.vor"_s;
 
+const QString kTagPanel = u"all.tagpanel"_s;
+
 /// Least width of the search line in letters.
 constexpr int kSearchLetters = 32;
 
@@ -169,7 +171,22 @@ void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
     connect(columns, &QToolButton::clicked, this, [this, columns] {
         showColumnMenu(columns->mapToGlobal(QPoint(0, columns->height())));
     });
+    QToolButton* panel = addButton(kTagPanel, u"panel"_s, u"library.tagpanel"_s, texts);
+    panel->setCheckable(true);
+    connect(panel, &QToolButton::clicked, &logic, [this, &logic, panel] {
+        // It shows how the panel is, not how often it was pressed.
+        panel->setChecked(m_tagPanelShown);
+        logic.toolPressed(kTagPanel);
+    });
     judgeTools(logic, texts);
+}
+
+void Mp3dbWidget::setTagPanelShown(bool shown)
+{
+    m_tagPanelShown = shown;
+    if (auto* button = findChild<QToolButton*>(kTagPanel)) {
+        button->setChecked(shown);
+    }
 }
 
 void Mp3dbWidget::showHistory(bool back, bool forward)

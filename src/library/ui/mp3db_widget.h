@@ -34,6 +34,9 @@ public:
     /// Where the last context menu was asked for, on the screen.
     [[nodiscard]] QPoint contextPlace() const { return m_contextPlace; }
 
+    /// Presses the button of the tag panel, or lets it go.
+    void setTagPanelShown(bool shown);
+
 signals:
     void importWanted();
     /// F5.
@@ -63,6 +66,7 @@ private:
     QtPointer m_pointer;
     QtClipboard m_clipboard;
     QPoint m_contextPlace;
+    bool m_tagPanelShown = false;
     QHash<QToolButton*, QString> m_tips; ///< text keys
 };
 

@@ -20,7 +20,8 @@ enum class CellAlignment
     Right ///< numbers and times; their figures have equal width
 };
 
-/// A column of a grid. It shows the field of its name when the rows have one, else nothing.
+/// A column of a grid. It shows the field of its name when the rows have one, else nothing. A field
+/// of the rows that no column was made for gets a hidden one of its own name.
 struct GridColumn
 {
     QString field; ///< `DataField`; letter case has no meaning
@@ -30,6 +31,7 @@ struct GridColumn
     bool shown = true;
     bool stretched = false;  ///< shares the free width, by its own width
     bool renamed = false;    ///< the heading is one of the user's own
+    bool fixed = false;      ///< keeps its width, whatever the user or a stored layout says
     QString headingTip = {}; ///< what the values mean, where the heading does not say it
 };
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/db/bulk_insert.h"
 #include "platform/db/definitions.h"
 #include "platform/db/recordset.h"
+#include "platform/db/row_walk.h"
 
 #include <memory>
 #include <vector>
@@ -100,6 +102,19 @@ public:
     /// is not understood
     [[nodiscard]] virtual std::unique_ptr<Recordset> OpenRecordset(const QString& source) = 0;
 
+    /// Shows every row of a select statement once, in its order, as the file holds them at one
+    /// moment.
+    ///
+    /// For reading whole tables: neither keys nor rows are kept, so it costs a fraction of a
+    /// Recordset. The visit changes nothing in the tables that are walked. What it throws ends the
+    /// walk.
+    virtual void walkRows(const QString& statement, const RowVisit& visit) = 0;
+
+    /// For adding rows of these columns to a table or link. Columns that are not named get their
+    /// defaults. \throws DbError when there is no such table or column
+    [[nodiscard]] virtual std::unique_ptr<BulkInsert> bulkInsert(const QString& table,
+                                                                 const QStringList& columns) = 0;
+
     /// Runs one action statement (or a stored action query by name).
     virtual void Execute(const QString& statement) = 0;
 
@@ -130,6 +145,8 @@ public:
     /// A number that changes whenever another connection has committed a change to this file or to
     /// one of its side files. Costs about a microsecond.
     [[nodiscard]] virtual qint64 DataVersion() = 0;
+    /// The same for this file alone: it stays when others change a side file only.
+    [[nodiscard]] virtual qint64 fileVersion() = 0;
 
     /// Ends the connection. Recordsets opened on it then fail with kObjectClosed.
     virtual void Close() = 0;

@@ -1,13 +1,14 @@
 #pragma once
 
-#include "platform/db/database.h"
+#include <QString>
 
 #include <functional>
 #include <string_view>
 
 namespace melovane {
 
-/// The present row of a walk; columns count from 0. Texts and the row itself end with the visit.
+/// The present row of a walk, see Database::walkRows; columns count from 0. Texts and the row
+/// itself end with the visit.
 class WalkedRow
 {
 public:
@@ -25,22 +26,5 @@ public:
 };
 
 using RowVisit = std::function<void(const WalkedRow&)>;
-
-/// What a database is besides, when it can give the rows of a statement without making a set.
-class RowWalk
-{
-public:
-    virtual ~RowWalk() = default;
-
-    /// \see walkRows
-    virtual void walk(const QString& statement, const RowVisit& visit) = 0;
-};
-
-/// Shows every row of a select statement once, in its order, as the file holds them at one moment.
-///
-/// For reading whole tables: neither keys nor rows are kept, so it costs a fraction of a Recordset.
-/// The visit changes nothing in the tables that are walked. What it throws ends the walk.
-/// \throws DbError
-void walkRows(Database& database, const QString& statement, const RowVisit& visit);
 
 } // namespace melovane

@@ -27,18 +27,9 @@ constexpr int kMaxLinks = 40;
 /// Attempts to find a free name.
 constexpr int kMaxNames = 100;
 
-QByteArray folderOf(const QByteArray& path)
-{
-    const qsizetype slash = path.lastIndexOf('/');
-    return slash < 0 ? QByteArray(".") : path.first(qMax<qsizetype>(slash, 1));
-}
-
 [[noreturn]] void fail(const QByteArray& path, int error)
 {
-    // Words of one language: the user's are found for them where he reads them.
-    const char* const words = ::strerrordesc_np(error);
-    throw IoError(linuxnames::decode(path),
-                  QString::fromLocal8Bit(words != nullptr ? words : std::strerror(error)));
+    throw IoError(linuxnames::decode(path), systemWords(error), error);
 }
 
 /// True when the file system refuses what it cannot hold: modes on a FAT stick, dates on a network
@@ -103,6 +94,16 @@ bool isFirstWriteInto(const QByteArray& folder)
     return known.size() > before;
 }
 
+} // namespace
+
+void Descriptor::reset(int number)
+{
+    if (m_number >= 0) {
+        ::close(m_number);
+    }
+    m_number = number;
+}
+
 void sweepLeftovers(const QByteArray& folder)
 {
     DIR* const stream = ::opendir(folder.constData());
@@ -119,14 +120,17 @@ void sweepLeftovers(const QByteArray& folder)
     std::for_each(leftovers.cbegin(), leftovers.cend(), removeLeftover);
 }
 
-} // namespace
-
-void Descriptor::reset(int number)
+QByteArray folderOf(const QByteArray& path)
 {
-    if (m_number >= 0) {
-        ::close(m_number);
-    }
-    m_number = number;
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash < 0 ? QByteArray(".") : path.first(qMax<qsizetype>(slash, 1));
+}
+
+QString systemWords(int error)
+{
+    // Words of one language: the user's are found for them where he reads them.
+    const char* const words = ::strerrordesc_np(error);
+    return QString::fromLocal8Bit(words != nullptr ? words : std::strerror(error));
 }
 
 void failWithErrno(const QByteArray& path)
@@ -166,6 +170,16 @@ void syncSoFar(int descriptor, const QByteArray& path)
 {
     if (::fdatasync(descriptor) != 0) {
         failWithErrno(path);
+    }
+}
+
+void syncFolder(const QByteArray& path)
+{
+    // What stands in it is done; a folder that cannot be synced (some network file systems)
+    // changes nothing about it.
+    const Descriptor folder(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.isValid()) {
+        ::fsync(folder.number());
     }
 }
 
@@ -216,7 +230,7 @@ Replacement::~Replacement()
 
 void Replacement::open()
 {
-    m_file.reset(::open(m_folder.constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, kOwnMode));
+    m_file.reset(::open(m_folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, kOwnMode));
     if (!m_file.isValid() && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
         openNamed();
     }
@@ -229,7 +243,7 @@ void Replacement::openNamed()
 {
     for (int attempt = 0; attempt < kMaxNames; ++attempt) {
         const QByteArray name = randomName(m_folder);
-        m_file.reset(::open(name.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kOwnMode));
+        m_file.reset(::open(name.constData(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, kOwnMode));
         if (m_file.isValid() && takeAsWriter(m_file.number())) {
             m_name = name;
             return;
@@ -268,7 +282,7 @@ void Replacement::keepFrom(const struct stat& original)
     }
 }
 
-void Replacement::commit()
+void Replacement::takeRights()
 {
     const bool isCopy = m_mode.has_value();
     if (m_replaced.st_mode != 0) {
@@ -279,20 +293,25 @@ void Replacement::commit()
     if (m_mode && ::fchmod(m_file.number(), *m_mode) != 0 && !(isCopy && cannotHoldIt())) {
         failWithErrno(m_target);
     }
-    if (::fsync(m_file.number()) != 0) {
-        failWithErrno(m_target);
-    }
+}
+
+void Replacement::takePlace()
+{
     giveName();
     if (::rename(m_name.constData(), m_target.constData()) != 0) {
         failWithErrno(m_target);
     }
     m_name.clear();
-    // The rename is done; a folder that cannot be synced (some network file systems) changes
-    // nothing about it.
-    const Descriptor folder(::open(m_folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.isValid()) {
-        ::fsync(folder.number());
+}
+
+void Replacement::commit()
+{
+    takeRights();
+    if (::fsync(m_file.number()) != 0) {
+        failWithErrno(m_target);
     }
+    takePlace();
+    syncFolder(m_folder);
 }
 
 } // namespace melovane::linuxfiles

@@ -47,6 +47,12 @@ private:
     int m_number;
 };
 
+/// The path of the folder that holds a file or folder of that path.
+[[nodiscard]] QByteArray folderOf(const QByteArray& path);
+
+/// The system's words for an error number, in the one language that the texts know.
+[[nodiscard]] QString systemWords(int error);
+
 /// Fails with the reason that the system gave last (errno).
 /// \throws IoError
 [[noreturn]] void failWithErrno(const QByteArray& path);
@@ -60,6 +66,12 @@ void writeAll(int descriptor, const QByteArray& bytes, const QByteArray& path);
 
 /// Has the disk take what was written up to now. \throws IoError naming `path`
 void syncSoFar(int descriptor, const QByteArray& path);
+
+/// Has the disk take which names a folder holds, where its file system can do that.
+void syncFolder(const QByteArray& path);
+
+/// Removes what killed programs of this user left in a folder while they replaced files there.
+void sweepLeftovers(const QByteArray& folder);
 
 /// What is done about a target that is a link.
 enum class TargetLink
@@ -86,6 +98,7 @@ public:
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
 
+    /// Open for reading and writing.
     [[nodiscard]] int descriptor() const { return m_file.number(); }
 
     /// Path of the file that is replaced; a followed link is resolved.
@@ -102,6 +115,13 @@ public:
     /// Gives owner and mode of the replaced file, when there is one, syncs, renames and syncs the
     /// folder. \throws IoError
     void commit();
+
+    /// The first step of commit() alone: owner and mode. \throws IoError
+    void takeRights();
+
+    /// The renaming of commit() alone, for who replaces many files and syncs all of them at once,
+    /// before it and their folders behind it. \throws IoError
+    void takePlace();
 
 private:
     void refuseUnlessReplaceable();

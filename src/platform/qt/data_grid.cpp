@@ -67,15 +67,36 @@ void DataGrid::setSource(const DataControl& rows,
 {
     m_model = new DataGridModel(rows, look, std::move(columns), this);
     setModel(m_model);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &DataGrid::takeNewColumns);
     connect(m_model, &QAbstractItemModel::modelReset, this, &DataGrid::updateEmptyView);
-    applyColumnWidths();
+    applyColumnWidths(0);
+    m_columnsTaken = m_model->columnCount();
     updateEmptyView();
 }
 
-void DataGrid::applyColumnWidths()
+/// Columns that came with the fields of other rows stay out of sight, unless the layout, which was
+/// there before them, shows them.
+void DataGrid::takeNewColumns()
 {
-    for (int column = 0; column < m_model->columnCount(); ++column) {
+    if (m_columnsTaken == m_model->columnCount()) {
+        return;
+    }
+    applyColumnWidths(std::exchange(m_columnsTaken, m_model->columnCount()));
+    // Once: later columns must not undo what the user has arranged since.
+    const std::vector<GridColumn> wanted = std::exchange(m_waiting, {});
+    if (!wanted.empty()) {
+        arrange(wanted);
+        m_waiting.clear();
+    }
+}
+
+void DataGrid::applyColumnWidths(int from)
+{
+    for (int column = from; column < m_model->columnCount(); ++column) {
         const GridColumn& description = m_model->column(column);
+        if (description.fixed) {
+            m_header->setSectionResizeMode(column, QHeaderView::Fixed);
+        }
         setColumnWidth(column, unitsOf(description.width));
         setColumnHidden(column, !description.shown);
         if (description.stretched) {

@@ -118,7 +118,8 @@ protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
-    void applyColumnWidths();
+    void takeNewColumns();
+    void applyColumnWidths(int from);
     void fitStretchedColumns();
     [[nodiscard]] int roomForColumns() const;
     void noteColumnResized(int column, int oldWidth, int newWidth);
@@ -141,6 +142,8 @@ private:
     /// before anybody can ask.
     int m_widthFigure = 0;
     bool m_fitting = false;
+    int m_columnsTaken = 0;            ///< how many columns have their width
+    std::vector<GridColumn> m_waiting; ///< a layout that shows columns which no rows had yet
     HeldKey m_deleteKey;
 };
 

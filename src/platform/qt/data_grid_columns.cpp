@@ -134,9 +134,13 @@ void DataGrid::arrange(const std::vector<GridColumn>& layout)
         m_stretched.clear();
         m_widthFigure = figureWidth(fontMetrics());
         std::vector<bool> named(static_cast<size_t>(m_model->columnCount()), false);
+        m_waiting.clear();
         int place = 0;
         for (const GridColumn& wanted : layout) {
             const int column = columnOf(wanted.field);
+            if (column < 0 && wanted.shown) {
+                m_waiting = layout;
+            }
             if (column < 0 || named[static_cast<size_t>(column)]) {
                 continue;
             }
@@ -144,7 +148,8 @@ void DataGrid::arrange(const std::vector<GridColumn>& layout)
             placeColumn(column, place++);
             m_model->setHeading(column, wanted.heading);
             setColumnHidden(column, !wanted.shown);
-            setColumnWidth(column, unitsOf(wanted.width));
+            const GridColumn& own = m_model->column(column);
+            setColumnWidth(column, unitsOf(own.fixed ? own.width : wanted.width));
             if (wanted.stretched && wanted.shown) {
                 m_stretched[column] = wanted.width;
             }

@@ -52,11 +52,9 @@ DataGridModel::DataGridModel(const DataControl& data,
     : QAbstractTableModel(parent)
     , m_data(data)
     , m_look(look)
-    , m_columns(std::move(columns))
-    , m_fields(m_columns.size(), -1)
 {
-    for (const GridColumn& column : m_columns) {
-        m_headings.append(column.heading);
+    for (GridColumn& column : columns) {
+        addColumn(std::move(column));
     }
     connect(&data, &DataControl::refreshed, this, &DataGridModel::takeRows);
     connect(&data, &DataControl::cellsChanged, this, &DataGridModel::repaintAll);
@@ -68,7 +66,11 @@ void DataGridModel::takeRows()
     beginResetModel();
     m_fieldByName.clear();
     for (int field = 0; field < m_data.columnCount(); ++field) {
-        m_fieldByName.insert(m_data.column(field).Name.toLower(), field);
+        const QString name = m_data.column(field).Name;
+        m_fieldByName.insert(name.toLower(), field);
+        if (!m_known.contains(name.toLower())) {
+            addColumn({.field = name, .heading = name, .shown = false});
+        }
     }
     for (size_t index = 0; index < m_columns.size(); ++index) {
         m_fields[index] = m_fieldByName.value(m_columns[index].field.toLower(), -1);
@@ -76,6 +78,14 @@ void DataGridModel::takeRows()
     m_rows =
         static_cast<int>(std::min<qint64>(m_data.rowCount(), std::numeric_limits<int>::max() / 2));
     endResetModel();
+}
+
+void DataGridModel::addColumn(GridColumn column)
+{
+    m_known.insert(column.field.toLower());
+    m_headings.append(column.heading);
+    m_fields.push_back(-1);
+    m_columns.push_back(std::move(column));
 }
 
 void DataGridModel::repaintAll()

@@ -4,6 +4,7 @@
 
 #include <QAbstractTableModel>
 #include <QHash>
+#include <QSet>
 
 #include <vector>
 
@@ -14,7 +15,7 @@ class DataControl;
 /// Rows of a data control for a table view. Keeps nothing: a cell is fetched when it is painted.
 ///
 /// The columns are the grid's own and stay when the statement changes; each finds its field by
-/// name after every refresh.
+/// name after every refresh. Fields that none of them shows get columns behind them, hidden.
 class DataGridModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -62,11 +63,13 @@ public:
 
 private:
     void takeRows();
+    void addColumn(GridColumn column);
     void repaintAll();
 
     const DataControl& m_data;
     const GridLook& m_look;
     std::vector<GridColumn> m_columns;
+    QSet<QString> m_known;             ///< fields of the columns, in lower case
     QStringList m_headings;            ///< as they were at first
     std::vector<int> m_fields;         ///< field index of each column, -1 for none
     QHash<QString, int> m_fieldByName; ///< names in lower case

@@ -63,6 +63,28 @@ QComboBox#Text1::drop-down { border: none; width: {arrow}px; }
 QComboBox#Text1::down-arrow { image: url(:/style/down.svg); width: {arrow}px; height: {arrow}px; }
 QComboBox#Text1 QLineEdit { background: transparent; border: none; padding: 0;
   selection-background-color: {GridColorSelGotFocus}; selection-color: {Text}; }
+QWidget#EditTag1 QLineEdit, QWidget#EditTag1 QComboBox { background: {TextField}; color: {Text};
+  border: 1px solid {Hairline}; border-radius: 4px; padding: 1px 6px; min-height: {field}px;
+  selection-background-color: {GridColorSelGotFocus}; selection-color: {Text}; }
+QWidget#EditTag1 QLineEdit:hover, QWidget#EditTag1 QComboBox:hover { border-color: {TextDisabled}; }
+QWidget#EditTag1 QLineEdit:focus, QWidget#EditTag1 QComboBox:focus { border: 2px solid {Accent};
+  padding: 0px 5px; }
+QWidget#EditTag1 QLineEdit:disabled, QWidget#EditTag1 QComboBox:disabled { color: {TextDisabled}; }
+QWidget#EditTag1 QLineEdit:read-only { background: transparent; color: {TextSecond}; }
+QWidget#EditTag1 QComboBox::drop-down { border: none; width: {arrow}px; }
+QWidget#EditTag1 QComboBox::down-arrow { image: url(:/style/down.svg); width: {arrow}px;
+  height: {arrow}px; }
+QWidget#EditTag1 QComboBox QLineEdit { background: transparent; border: none; padding: 0;
+  min-height: 0; }
+QWidget#EditTag1 QComboBox QLineEdit:focus { border: none; padding: 0; }
+QWidget#EditTag1 QScrollArea { background: transparent; border: none; }
+QWidget#EditTag1 QScrollArea#ScrollFrame { background: {TextField}; border: 1px solid {Hairline};
+  border-radius: 4px; }
+QWidget#EditTag1 QScrollArea#ScrollFrame:focus { border-color: {Accent}; }
+QWidget#EditTag1 QToolButton#cmdNewGenre, QWidget#EditTag1 QToolButton#cmdStart,
+QWidget#EditTag1 QToolButton#cmdStop { border-color: {Hairline}; }
+QWidget#EditTag1 QToolButton#cmdNewGenre:focus, QWidget#EditTag1 QToolButton#cmdStart:focus,
+QWidget#EditTag1 QToolButton#cmdStop:focus { border-color: {Accent}; }
 QPushButton { background: {GridHeadColor}; color: {Text}; border: 1px solid {Hairline};
   border-radius: 4px; padding: {pad}px 14px; min-height: {line}px; }
 QPushButton:hover { background: {GridColorSelLostFocus}; }

@@ -10,6 +10,7 @@
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/mlvdb.h"
 #include "shell/ui/window_menu_bar.h"
+#include "trackedit/ui/edit_tag_widget.h"
 #include "trees/ui/playlist_favorit_widget.h"
 #include "trees/ui/tree_widget.h"
 
@@ -18,7 +19,11 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QScreen>
+#include <QTimer>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <chrono>
 
 namespace melovane {
 
@@ -28,6 +33,12 @@ namespace {
 
 /// Size of the window before it was ever closed; less on a smaller screen.
 constexpr QSize kFirstSize{1280, 800};
+
+/// How often and how long after one another it is looked whether a frame stands where it shall.
+/// Half a second is more than a window manager takes and less than a hand needs to move the
+/// window.
+constexpr int kFrameLooks = 5;
+constexpr std::chrono::milliseconds kFrameWait{100};
 
 /// An entry of a menu of files, one of which is chosen.
 QAction* addChoice(QMenu& menu, const QString& title, const QString& fileName, bool active)
@@ -81,7 +92,7 @@ void MlvdbWindow::buildPanels()
     m_splits[0]->addWidget(m_splits[1]);
     m_splits[0]->addWidget(m_splits[2]);
     m_splits[1]->addWidget(m_tree);
-    m_splits[1]->addWidget(m_library);
+    m_splits[1]->addWidget(buildLibraryArea());
     m_splits[2]->addWidget(m_lists);
     m_splits[2]->addWidget(m_playlist);
 
@@ -96,6 +107,25 @@ void MlvdbWindow::buildPanels()
     column->addLayout(row, 1);
     column->addWidget(m_status);
     setCentralWidget(frame);
+}
+
+QWidget* MlvdbWindow::buildLibraryArea()
+{
+    m_tags = new EditTagWidget(m_skin, m_icons, this);
+    auto* area = new SplitPanel(Qt::Vertical);
+    area->setObjectName(u"TagSplit"_s);
+    area->addWidget(m_library);
+    area->addWidget(m_tags);
+    area->setStretchFactor(0, 1);
+    area->setStretchFactor(1, 0);
+    area->setChildrenCollapsible(false);
+    connect(m_tags, &EditTagWidget::heightWanted, area, [area](int height) {
+        // A few rows of the library stay on the screen, or the panel has nothing to follow.
+        const int most = area->height() * 3 / 4;
+        const int panel = std::min(height, most);
+        area->setSizes({area->height() - panel, panel});
+    });
+    return area;
 }
 
 MlvdbControls MlvdbWindow::controls()
@@ -166,15 +196,33 @@ QRect MlvdbWindow::place() const
 
 void MlvdbWindow::setPlace(const QRect& place)
 {
+    m_looks = 0;
     setGeometry(place);
 }
 
 void MlvdbWindow::setOuterPlace(const QRect& place)
 {
+    m_outer = place;
+    m_looks = kFrameLooks;
+    fitFrame();
+}
+
+/// A window that comes out of the maximised state gets its frame from the window manager some
+/// turns later, which no event tells, and is put into its place once more then.
+void MlvdbWindow::fitFrame()
+{
+    if (m_looks == 0) {
+        return;
+    }
+    --m_looks;
     const QRect outer = frameGeometry();
     const QRect inner = geometry();
-    setGeometry(place.adjusted(inner.left() - outer.left(), inner.top() - outer.top(),
-                               inner.right() - outer.right(), inner.bottom() - outer.bottom()));
+    if (outer != m_outer) {
+        setGeometry(m_outer.adjusted(inner.left() - outer.left(), inner.top() - outer.top(),
+                                     inner.right() - outer.right(),
+                                     inner.bottom() - outer.bottom()));
+    }
+    QTimer::singleShot(kFrameWait, this, &MlvdbWindow::fitFrame);
 }
 
 bool MlvdbWindow::isMaximisedNow() const

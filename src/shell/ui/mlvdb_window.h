@@ -10,6 +10,7 @@
 namespace melovane {
 
 class ConfigObjects;
+class EditTagWidget;
 class IconSet;
 class MLVDB;
 class MonitorBars;
@@ -48,6 +49,8 @@ public:
 
     [[nodiscard]] TreeWidget& tree() { return *m_tree; }
 
+    [[nodiscard]] EditTagWidget& tags() { return *m_tags; }
+
     /// Connects the form with its logic, which outlives its last event.
     void attach(MLVDB& logic, const ConfigObjects& texts);
 
@@ -76,7 +79,10 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void fitFrame();
     void buildPanels();
+    /// Library above, tag panel below.
+    [[nodiscard]] QWidget* buildLibraryArea();
     void fillSkinMenu(QMenu& menu, MLVDB& logic, const ConfigObjects& texts);
     void fillLanguageMenu(QMenu& menu, MLVDB& logic);
 
@@ -86,11 +92,14 @@ private:
     PlaylistWidget* m_playlist = nullptr;
     PlaylistFavoritWidget* m_lists = nullptr;
     TreeWidget* m_tree = nullptr;
+    EditTagWidget* m_tags = nullptr;
     StatusBar* m_status = nullptr;
     MonitorBars* m_monitor = nullptr;
     WindowMenuBar* m_menus = nullptr;
     std::array<SplitPanel*, 3> m_splits{};
     bool m_shown = false;
+    QRect m_outer;   ///< where the frame shall stand
+    int m_looks = 0; ///< how often it is still looked whether the frame stands there
 };
 
 } // namespace melovane

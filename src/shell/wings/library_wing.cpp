@@ -21,6 +21,7 @@ LibraryWing::LibraryWing(Machine& machine, Desk& room, SuiteWing& suite, ListsWi
             .clock = machine.clock,
             .loop = machine.loop,
             .bus = suite.bus,
+            .history = lists.history,
             .log = machine.log()},
            room.window.library().controls(),
            {.startImport = [&suite] { suite.commands.importMusic(); },

@@ -6,12 +6,14 @@
 #include "platform/qt/qt_font_chooser.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/wings/desk.h"
+#include "shell/wings/edit_wing.h"
 #include "shell/wings/library_wing.h"
 #include "shell/wings/machine.h"
 #include "shell/wings/playlist_wing.h"
 #include "shell/wings/sound_wing.h"
 #include "shell/wings/suite_wing.h"
 #include "shell/wings/trees_wing.h"
+#include "trackedit/ui/edit_tag_widget.h"
 #include "trees/ui/playlist_favorit_widget.h"
 #include "trees/ui/tree_widget.h"
 
@@ -50,7 +52,8 @@ MlvdbParts MainWing::windowParts()
             .playlist = below.playlist.commands(),
             .dialogs = dialogs(),
             .log = machine.log(),
-            .isReadOnly = suite.world(machine).isReadOnly};
+            .isReadOnly = suite.world(machine).isReadOnly,
+            .tags = below.edit.commands()};
 }
 
 DayCountParts MainWing::dayCountParts()
@@ -110,8 +113,12 @@ void MainWing::connectViews()
     desk.window.playlist().attach(below.playlist.view, texts);
     desk.window.lists().attach(below.trees.favorit, texts);
     desk.window.tree().attach(below.trees.tree, texts);
+    connectTagPanel();
     QObject::connect(&desk.window.library(), &Mp3dbWidget::currentTrackChanged, &below.trees.tree,
-                     [this] { below.trees.tree.trackEntered(below.library.view.GetFID()); });
+                     [this] {
+                         below.trees.tree.trackEntered(below.library.view.GetFID());
+                         below.edit.panel.trackEntered(below.library.view.GetFID());
+                     });
     QObject::connect(&below.playlist.view, &ctl_Playlist::historyChanged, &desk.window,
                      [this](const QString& undo, bool, const QString& redo, bool) {
                          window.menu().setHistoryTexts(undo, redo);
@@ -142,6 +149,16 @@ void MainWing::connectViews()
         below.trees.favorit.end();
         below.trees.tree.end();
     });
+}
+
+void MainWing::connectTagPanel()
+{
+    EditTagWidget& form = below.desk.window.tags();
+    form.attach(below.edit.panel, below.machine.texts);
+    QObject::connect(&form, &EditTagWidget::shownChanged, &below.desk.window.library(),
+                     &Mp3dbWidget::setTagPanelShown);
+    QObject::connect(&below.library.view, &ctl_MP3DB::changedByOthers, &form,
+                     [this] { below.edit.panel.renewTrack(); });
 }
 
 void MainWing::show()

@@ -11,6 +11,7 @@
 namespace melovane {
 
 struct Desk;
+struct EditWing;
 struct LibraryWing;
 struct Machine;
 struct PlaylistWing;
@@ -31,6 +32,7 @@ struct MainWing
         LibraryWing& library;
         PlaylistWing& playlist;
         TreesWing& trees;
+        EditWing& edit;
     };
 
     explicit MainWing(const Below& below);
@@ -54,6 +56,7 @@ private:
     [[nodiscard]] KeyActions keyActions();
     [[nodiscard]] DayCountParts dayCountParts();
     void connectViews();
+    void connectTagPanel();
 };
 
 } // namespace melovane

@@ -127,6 +127,14 @@ public:
         return std::make_unique<CountingRecordset>(m_counter);
     }
 
+    void walkRows(const QString&, const RowVisit&) override { throw refused(); }
+
+    [[nodiscard]] std::unique_ptr<BulkInsert> bulkInsert(const QString&,
+                                                         const QStringList&) override
+    {
+        throw refused();
+    }
+
     void Execute(const QString&) override {}
 
     [[nodiscard]] int RecordsAffected() const override { return 0; }
@@ -149,6 +157,8 @@ public:
     void Rollback() override {}
 
     [[nodiscard]] qint64 DataVersion() override { return 1; }
+
+    [[nodiscard]] qint64 fileVersion() override { return 1; }
 
     void Close() override {}
 

@@ -6,6 +6,7 @@
 #include "support/wait_for.h"
 
 #include <QApplication>
+#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
@@ -34,6 +35,47 @@ TEST_F(DataGridTest, AHundredThousandRowsFetchOnlyTheCellsOnTheScreen)
     grid.scrollToBottom();
     grid.grab();
     EXPECT_LT(engine.counter.reads, onScreen * 4 * 2);
+}
+
+TEST_F(DataGridTest, FieldsOfTheRowsThatNoColumnWasMadeForCanBeShown)
+{
+    DataGrid plain(skin, icons);
+    plain.setSource(rows, look, {{u"Titel"_s, u"Titel"_s}});
+    rows.SetRecordSource(u"select"_s);
+    engine.counter.rows = 1;
+    rows.Refresh();
+    ASSERT_EQ(plain.columnOf(u"fid"_s), 1);
+    EXPECT_TRUE(plain.isColumnHidden(1));
+    EXPECT_EQ(plain.columns()[1].heading, u"FID"_s);
+    auto columns = plain.columns();
+    columns[1].shown = true;
+    plain.arrange(columns);
+    EXPECT_FALSE(plain.isColumnHidden(1));
+    EXPECT_EQ(plain.model()->index(0, 1).data().toString(), u"0"_s);
+}
+
+TEST_F(DataGridTest, ALayoutFromBeforeTheRowsFindsTheirColumnsWhenTheyCome)
+{
+    DataGrid plain(skin, icons);
+    plain.setSource(rows, look, {{u"Titel"_s, u"Titel"_s}});
+    plain.arrange({{u"FID"_s, u"FID"_s, 7}, {u"Titel"_s, u"Titel"_s, 30}});
+    rows.SetRecordSource(u"select"_s);
+    rows.Refresh();
+    EXPECT_EQ(plain.columns()[0].field, u"FID"_s);
+    EXPECT_TRUE(plain.columns()[0].shown);
+    EXPECT_DOUBLE_EQ(plain.columns()[0].width, 7);
+}
+
+TEST_F(DataGridTest, AColumnOfAFixedWidthIsNeitherDraggedNorStretchedByALayout)
+{
+    DataGrid plain(skin, icons);
+    plain.setSource(rows, look,
+                    {{.field = u"Note"_s, .heading = u"Note"_s, .width = 4, .fixed = true},
+                     {u"Titel"_s, u""_s}});
+    plain.arrange({{u"Note"_s, u"Note"_s, 40}, {u"Titel"_s, u"Titel"_s, 30}});
+    EXPECT_DOUBLE_EQ(plain.columns()[0].width, 4);
+    EXPECT_EQ(plain.horizontalHeader()->sectionResizeMode(0), QHeaderView::Fixed);
+    EXPECT_EQ(plain.horizontalHeader()->sectionResizeMode(1), QHeaderView::Interactive);
 }
 
 TEST_F(DataGridTest, SelectingAllAndTypingReadNothing)

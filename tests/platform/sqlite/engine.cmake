@@ -2,6 +2,7 @@
 mlv_test(engine_test LABEL logic COST 6
     SOURCES
         db/data_control_test.cpp
+        sqlite/engine/engine_bulk_insert_test.cpp
         sqlite/engine/engine_catalogue_test.cpp
         sqlite/engine/engine_defaults_test.cpp
         sqlite/engine/engine_errors_test.cpp

@@ -2,6 +2,7 @@
 
 #include "platform/db/db_fault.h"
 #include "platform/sqlite/dialect/stored_text.h"
+#include "platform/sqlite/engine/bulk_insert.h"
 #include "platform/sqlite/engine/pasted_insert.h"
 #include "platform/sqlite/engine/query_def.h"
 #include "platform/sqlite/engine/recordset.h"
@@ -234,7 +235,7 @@ std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(const QString& source)
     return openRecordset(m_lease, statement, {});
 }
 
-void SqliteDatabase::walk(const QString& statement, const RowVisit& visit)
+void SqliteDatabase::walkRows(const QString& statement, const RowVisit& visit)
 {
     Session& open = session();
     const std::shared_ptr<const Prepared> prepared = open.translate(statement, false);
@@ -254,6 +255,12 @@ void SqliteDatabase::walk(const QString& statement, const RowVisit& visit)
             visit(row);
         }
     });
+}
+
+std::unique_ptr<BulkInsert> SqliteDatabase::bulkInsert(const QString& table,
+                                                       const QStringList& columns)
+{
+    return std::make_unique<SqliteBulkInsert>(m_lease, table, columns);
 }
 
 void SqliteDatabase::Execute(const QString& statement)
@@ -342,6 +349,11 @@ void SqliteDatabase::Rollback()
 qint64 SqliteDatabase::DataVersion()
 {
     return session().dataVersion();
+}
+
+qint64 SqliteDatabase::fileVersion()
+{
+    return session().fileVersion();
 }
 
 void SqliteDatabase::Close()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/db/row_walk.h"
+#include "platform/db/database.h"
 #include "platform/sqlite/engine/session.h"
 
 namespace melovane::sqlite {
@@ -43,7 +43,7 @@ private:
 };
 
 /// A connection as its user sees it.
-class SqliteDatabase : public Database, public RowWalk
+class SqliteDatabase : public Database
 {
 public:
     /// \param path full path of the file
@@ -52,7 +52,9 @@ public:
     [[nodiscard]] QString Name() const override { return m_path; }
 
     [[nodiscard]] std::unique_ptr<Recordset> OpenRecordset(const QString& source) override;
-    void walk(const QString& statement, const RowVisit& visit) override;
+    void walkRows(const QString& statement, const RowVisit& visit) override;
+    [[nodiscard]] std::unique_ptr<BulkInsert> bulkInsert(const QString& table,
+                                                         const QStringList& columns) override;
     void Execute(const QString& statement) override;
 
     [[nodiscard]] int RecordsAffected() const override { return m_recordsAffected; }
@@ -67,6 +69,7 @@ public:
     void CommitTrans() override;
     void Rollback() override;
     [[nodiscard]] qint64 DataVersion() override;
+    [[nodiscard]] qint64 fileVersion() override;
     void Close() override;
 
 private:

@@ -215,7 +215,7 @@ int Session::makeTable(const Translation& translation, const std::vector<Value>&
 
 qint64 Session::dataVersion()
 {
-    const qint64 main = m_connection.number(u"PRAGMA main.data_version"_s);
+    const qint64 main = fileVersion();
     const qint64 side = m_attachments.foreignChanges();
     const bool mainChanged = std::exchange(m_mainVersion, main) != main;
     const bool sideChanged = std::exchange(m_sideVersion, side) != side;
@@ -223,6 +223,11 @@ qint64 Session::dataVersion()
         ++m_foreignChanges;
     }
     return m_foreignChanges;
+}
+
+qint64 Session::fileVersion()
+{
+    return m_connection.number(u"PRAGMA main.data_version"_s);
 }
 
 void Session::rollback() noexcept

@@ -70,6 +70,8 @@ public:
 
     /// \see Database::DataVersion
     [[nodiscard]] qint64 dataVersion();
+    /// \see Database::fileVersion
+    [[nodiscard]] qint64 fileVersion();
 
     /// The rows of a statement as the column index finds them, or null: SQLite is to answer.
     [[nodiscard]] std::shared_ptr<const KeySource> indexedKeys(const Prepared& statement);

@@ -282,5 +282,18 @@ TEST_F(EngineLinks, DataVersionSeesChangesOfSideFiles)
     EXPECT_GT(db().DataVersion(), before);
 }
 
+TEST_F(EngineLinks, FileVersionSeesForeignChangesOfTheFileItselfAlone)
+{
+    makeSide(sidePath(), u"x"_s);
+    linkBoth(sidePath());
+    EXPECT_EQ(rowsOf(db(), u"select fid from temp_mp3edit"_s).size(), 1);
+    const qint64 before = db().fileVersion();
+    m_siblingEngine->OpenDatabase(sidePath())->Execute(u"delete from TEMP_MP3Edit"_s);
+    db().Execute(u"insert into genre values (1, 'own')"_s);
+    EXPECT_EQ(db().fileVersion(), before);
+    sibling()->Execute(u"insert into genre values (2, 'foreign')"_s);
+    EXPECT_NE(db().fileVersion(), before);
+}
+
 } // namespace
 } // namespace melovane::test

@@ -1,0 +1,570 @@
+#include "trackedit/edit_tag.h"
+
+#include "bus/message_names.h"
+#include "config/config_objects.h"
+#include "config/global_settings.h"
+#include "config/update_colors.h"
+#include "platform/db/db_error.h"
+#include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
+#include "platform/system/letter_case.h"
+#include "platform/system/path_text.h"
+#include "platform/system/timers.h"
+#include "platform/system/trim_blanks.h"
+#include "playlists/track_step.h"
+#include "store/track_fields.h"
+#include "trackedit/panel_texts.h"
+#include "views/track_look.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Key of the height of the panel, in units of the screen.
+const QString kHeightKey = u"EditTag.Height"_s;
+
+/// `Table name` of the row.
+const QString kTable = u"db_all"_s;
+
+/// The hand rests: what was typed is written.
+constexpr std::chrono::milliseconds kChangeInterval{800};
+
+/// What the panel tells of a track below its fields, file and folder first.
+constexpr QStringView kFacts[] = {u"DName",     u"Path", u"DTime",        u"DBit",
+                                  u"DKhz",      u"DLen", u"DTSDatei",     u"DTSImport",
+                                  u"DriveName", u"Play", u"PlayCountDay", u"PlayCountAll"};
+
+/// The genres by the setting "EditTag.Load.Genre"; the second one is spelt so and gives none.
+QString genreStatement(const QString& source)
+{
+    if (source == "id3"_L1) {
+        return u"select distint name from genre"_s;
+    }
+    return source == "verwendete"_L1
+               ? u"select name from tree_genre"_s
+               : u"select name from genre Union select name from tree_genre"_s;
+}
+
+} // namespace
+
+EditTag::EditTag(EditTagParts parts, EditTagForm& form)
+    : m_parts(std::move(parts))
+    , m_form(form)
+    , m_bus(m_parts.bus, u"EditTag"_s)
+    , m_guard(guardOverBus(m_bus, m_parts.texts, m_parts.settings, m_parts.log))
+    , m_jobs(m_parts.engine, m_parts.settings)
+    , m_data1(m_parts.engine)
+    , m_record(m_parts.engine)
+    , m_timerChange(m_parts.loop.makeTimer(kChangeInterval, [this] { commit(); }))
+    , m_messBus(subscribe(m_parts.bus, m_guard, *this, busTable()))
+{}
+
+EditTag::~EditTag() = default;
+
+std::span<const BusRow<EditTag>> EditTag::busTable()
+{
+    static constexpr BusRow<EditTag> kRows[] = {
+        {bus::kInfoFromFid, &EditTag::infoFromFid},
+        {bus::kEditBoxAddNewGenre, &EditTag::addNewGenre},
+        {bus::kDbRefreshByFid, &EditTag::refreshByFid},
+        {bus::kDbDisconnect, &EditTag::disconnectDatabase},
+        {bus::kDbReconnect, &EditTag::reconnectDatabase},
+        {bus::kDbChange, &EditTag::changeDatabase},
+        {bus::kUpdateColor, &EditTag::updateColor},
+    };
+    return kRows;
+}
+
+// ---- shown or not
+
+void EditTag::ShowTagEdit(bool show)
+{
+    if (!show || !m_form.isPanelShown()) {
+        close();
+    }
+    if (show) {
+        m_isActive = true;
+        const bool isThere = m_form.isPanelShown();
+        m_form.setPanelShown(true);
+        if (!isThere) {
+            UpdateUserControlSkinColors();
+            m_form.setPanelHeight(m_parts.settings.GetKeyValueLong(u"Global"_s, kHeightKey, 0));
+        }
+    }
+}
+
+void EditTag::UpdateUserControlSkinColors()
+{
+    m_form.setRatingColours(NoteColours::from(UpdateColors(m_parts.settings)));
+}
+
+void EditTag::closePressed()
+{
+    close();
+    m_parts.left();
+}
+
+void EditTag::close()
+{
+    if (m_isActive) {
+        commit();
+        keepForLater();
+        keepHeight();
+    }
+    m_isActive = false;
+    m_timerChange->stop();
+    m_fid.clear();
+    m_data1.closeDatabase();
+    m_form.setPanelShown(false);
+}
+
+void EditTag::keepHeight()
+{
+    m_parts.settings.WriteKeyValue(u"Global"_s, kHeightKey, QString::number(m_form.panelHeight()));
+}
+
+void EditTag::showTrack(const QString& fid, bool edits)
+{
+    if (m_isActive && !edits && (fid == m_fid || fid.isEmpty())) {
+        closePressed();
+        return;
+    }
+    ShowTagEdit(true);
+    setFid(fid);
+    m_form.focusFirst();
+}
+
+void EditTag::infoFromFid(const MLVMessage& message)
+{
+    trackEntered(message.Value1.toText());
+}
+
+void EditTag::trackEntered(const QString& fid)
+{
+    // A view without rows leaves the track of the moment in the panel.
+    if (m_isActive && !fid.isEmpty()) {
+        setFid(fid);
+    }
+}
+
+void EditTag::refreshByFid(const MLVMessage& message)
+{
+    if (message.Sender != m_bus.name()) {
+        renewTrack();
+    }
+}
+
+// ---- the row
+
+bool EditTag::hasRow() const
+{
+    return m_data1.Recordset() && !m_data1.Recordset()->Eof();
+}
+
+bool EditTag::canEdit() const
+{
+    return m_isActive && !m_isAway && hasRow() && m_parts.mayWrite();
+}
+
+void EditTag::setFid(const QString& fid)
+{
+    if (fid == m_fid && hasRow()) {
+        return;
+    }
+    if (!m_isAway) {
+        commit();
+    }
+    keepForLater();
+    m_fid = fid;
+    m_texts.clear();
+    m_data1.SetRecordSource(u"select * from "_s + kTable + u" where fid="_s + sql::text(m_fid));
+    if (!m_isAway) {
+        m_guard.run(u"EditTag.setFid"_s, [this] {
+            fillLists();
+            readRow();
+            if (hasRow()) {
+                m_texts.show(*m_data1.Recordset());
+            }
+            m_texts.takeUp(m_kept.take(m_fid));
+        });
+    }
+    showRow();
+}
+
+/// \throws DbError, and there is no row then
+void EditTag::readRow()
+{
+    m_data1.SetDatabaseName(m_parts.settings.DbName());
+    m_data1.Refresh();
+    m_record.setDb_name(m_parts.settings.DbName());
+    m_record.GetFidData(m_fid);
+}
+
+void EditTag::renewTrack()
+{
+    if (!m_isActive || m_isAway || m_fid.isEmpty()) {
+        return;
+    }
+    m_guard.run(u"EditTag.renewTrack"_s, [this] {
+        readRow();
+        if (hasRow()) {
+            m_texts.renew(*m_data1.Recordset());
+        }
+    });
+    showRow();
+}
+
+void EditTag::showRow()
+{
+    showTexts();
+    if (hasRow()) {
+        const Recordset& row = *m_data1.Recordset();
+        m_form.setRating(paneltexts::optionOfNote(row.value(u"Note")));
+        m_form.setTrack(describe(row));
+    } else {
+        m_form.setRating(0);
+        m_form.setTrack({});
+    }
+    tellUse();
+}
+
+void EditTag::showTexts()
+{
+    for (const PanelFieldRow& field : panelFields()) {
+        m_form.setText(field.field, m_texts.text(field.field));
+    }
+}
+
+void EditTag::tellUse()
+{
+    const ConfigObjects& texts = m_parts.texts;
+    if (m_isAway) {
+        m_form.setUse(PanelUse::Locked, texts.text(u"library.lent.title"));
+    } else if (!hasRow()) {
+        m_form.setUse(PanelUse::Empty, texts.text(u"edittag.none"));
+    } else if (!m_parts.mayWrite()) {
+        m_form.setUse(PanelUse::Locked, texts.text(u"library.readonly"));
+    } else {
+        m_form.setUse(PanelUse::Editing, {});
+    }
+    if (!m_isAway && m_data1.Database()) {
+        m_guard.run(u"EditTag.waiting"_s, [this] {
+            const auto waiting = m_data1.Database()->OpenRecordset(
+                u"select count(*) as anz from (select distinct fid from db_edit)"_s);
+            m_form.setWaiting(waiting->value(u"anz").toInt64());
+        });
+    }
+}
+
+PanelTrack EditTag::describe(const Recordset& row)
+{
+    PanelTrack track;
+    track.title = row.value(u"Titel").toText();
+    track.artist = row.value(u"Interpret").toText();
+    track.length = row.value(u"DTime").toText();
+    track.start = paneltexts::startText(row.value(u"FrameStart").toLong());
+    track.stop = paneltexts::stopText(row.value(u"FrameStop").toLong(), track.length);
+    track.level = paneltexts::levelText(row.value(u"Normalize").toDouble());
+    const QString file = row.value(u"Path").toText() + row.value(u"DName").toText();
+    if (m_parts.placeOf(file).isEmpty()) {
+        track.warning = m_parts.texts.text(u"edittag.file.missing");
+    }
+    for (const QStringView name : kFacts) {
+        const KsField& field = *m_record.GetField(name);
+        const QString text = paneltexts::factText(field, m_parts.texts);
+        if (field.Visible && !text.isEmpty()) {
+            track.facts.push_back(
+                {field.DatabaseName, m_parts.texts.text(u"edittag."_s + field.DatabaseName), text});
+        }
+    }
+    return track;
+}
+
+// ---- writing
+
+bool EditTag::commit(std::vector<ColumnValue> values)
+{
+    m_timerChange->stop();
+    if (!hasRow() || m_isAway) {
+        return m_texts.changes().empty();
+    }
+    for (ColumnValue& value : m_texts.changes()) {
+        values.push_back(std::move(value));
+    }
+    if (values.empty()) {
+        return true;
+    }
+    if (!write(m_fid, values)) {
+        return false;
+    }
+    m_texts.written();
+    writeKept();
+    m_bus.SendMessage(bus::kDbRefreshByFid, m_fid);
+    renewTrack();
+    return true;
+}
+
+bool EditTag::write(const QString& fid, const std::vector<ColumnValue>& values)
+{
+    const bool isRating = values.size() == 1 && values.front().column == columnOf(TrackField::Note);
+    const ListAction action = isRating ? ListAction::Rating : ListAction::Tracks;
+    QStringList trees;
+    const bool written = m_guard.run(u"EditTag.write"_s, [&] {
+        // The library that the row is from, also when the settings name another one by now.
+        const auto database = m_parts.engine.OpenDatabase(m_data1.DatabaseName());
+        try {
+            TrackStep step(m_parts.history, *database, action);
+            step.write(fid, values, TagOrder::Enter);
+            step.commit();
+            trees = step.trees();
+        } catch (const DbError& error) {
+            if (error.number() != dberror::kNoCurrentRecord) {
+                throw;
+            }
+            // Another program has taken the track out: there is no place for it any more.
+            m_bus.SendMessage(bus::kShowStatusText, m_parts.texts.text(u"edittag.gone"));
+        }
+    });
+    for (const QString& tree : trees) {
+        m_jobs.ChangeTree(tree);
+    }
+    return written;
+}
+
+/// What could not be written is kept for its track, which the panel leaves now.
+void EditTag::keepForLater()
+{
+    std::vector<ColumnValue> values = m_texts.changes();
+    if (!values.empty() && !m_fid.isEmpty()) {
+        m_kept.insert(m_fid, std::move(values));
+        m_bus.SendMessage(bus::kShowStatusText, m_parts.texts.text(u"edittag.kept"));
+    }
+}
+
+void EditTag::writeKept()
+{
+    for (const QString& fid : m_kept.keys()) {
+        if (!write(fid, m_kept.value(fid))) {
+            return;
+        }
+        m_kept.remove(fid);
+        m_bus.SendMessage(bus::kDbRefreshByFid, fid);
+    }
+}
+
+// ---- the library
+
+void EditTag::leaveLibrary()
+{
+    if (m_isAway) {
+        return;
+    }
+    if (m_isActive) {
+        commit();
+    }
+    m_isAway = true;
+    m_timerChange->stop();
+    m_data1.closeDatabase();
+    if (m_isActive) {
+        tellUse();
+    }
+}
+
+void EditTag::libraryIsBack()
+{
+    if (!std::exchange(m_isAway, false)) {
+        return;
+    }
+    if (m_data1.DatabaseName() != m_parts.settings.DbName()) {
+        libraryChanged();
+        return;
+    }
+    writeKept();
+    renewTrack();
+    commit();
+}
+
+void EditTag::libraryChanged()
+{
+    if (m_isAway || m_data1.DatabaseName() == m_parts.settings.DbName()) {
+        renewTrack();
+        return;
+    }
+    commit();
+    writeKept();
+    m_kept.clear();
+    m_isFilled = false;
+    m_fid.clear();
+    m_texts.clear();
+    m_data1.closeDatabase();
+    if (m_isActive) {
+        showRow();
+    }
+}
+
+void EditTag::end()
+{
+    if (m_isActive) {
+        commit();
+        keepHeight();
+    }
+    writeKept();
+    m_data1.closeDatabase();
+}
+
+// ---- the lists
+
+void EditTag::fillLists()
+{
+    if (std::exchange(m_isFilled, true)) {
+        return;
+    }
+    fillGenres();
+    for (const PanelFieldRow& field : panelFields()) {
+        if (!field.isCatalogue) {
+            continue;
+        }
+        QStringList values;
+        const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+        const auto rows = database->OpenRecordset(u"select * from config where name='"_s +
+                                                  columnOf(field.field) + u"' order by value"_s);
+        for (; !rows->Eof(); rows->MoveNext()) {
+            const QString value = rows->value(u"beschreibung").toText();
+            if (!trimBlanks(value).isEmpty()) {
+                values.append(value);
+            }
+        }
+        m_form.setChoices(field.field, values);
+    }
+}
+
+void EditTag::fillGenres()
+{
+    m_genres.clear();
+    const QString source =
+        lowerCase(m_parts.settings.GetKeyValue(u"Grlobal"_s, u"EditTag.Load.Genre"_s, u"all"_s));
+    try {
+        const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+        const auto rows = database->OpenRecordset(genreStatement(source));
+        for (; !rows->Eof(); rows->MoveNext()) {
+            m_genres.append(rows->value(u"Name").toText());
+        }
+    } catch (const DbError& error) {
+        passReleased(error);
+        // Without the list a genre can still be typed.
+        m_genres.clear();
+    }
+    m_form.setChoices(PanelField::Genre, m_genres);
+}
+
+void EditTag::cmdNewGenre()
+{
+    m_bus.SendMessage(bus::kEditTagShowEditBoxNewGenre);
+}
+
+void EditTag::addNewGenre(const MLVMessage& message)
+{
+    const QString name = trimBlanks(message.Value1.toText());
+    if (!canEdit() || name.isEmpty()) {
+        return;
+    }
+    const bool isKnown = std::any_of(m_genres.crbegin(), m_genres.crend(), [&](const QString& one) {
+        return upperCase(one) == upperCase(name);
+    });
+    if (!isKnown) {
+        m_genres.append(name);
+        m_form.setChoices(PanelField::Genre, m_genres);
+    }
+    m_form.setText(PanelField::Genre, name);
+    chosen(PanelField::Genre, name);
+    m_bus.SendMessage(bus::kRefreshTreeGenre);
+}
+
+// ---- what the user does
+
+void EditTag::typed(PanelField field, const QString& text)
+{
+    if (!canEdit()) {
+        return;
+    }
+    m_texts.type(field, text);
+    // Each letter begins the wait anew: who types on is not disturbed.
+    m_timerChange->stop();
+    m_timerChange->start();
+}
+
+void EditTag::chosen(PanelField field, const QString& text)
+{
+    if (canEdit()) {
+        m_texts.type(field, text);
+        commit();
+    }
+}
+
+void EditTag::fieldLeft(PanelField field)
+{
+    if (m_texts.isTyped(field)) {
+        commit();
+    }
+}
+
+void EditTag::enterPressed(PanelField field)
+{
+    if (rowOf(field).isCatalogue || !rowOf(field).isList) {
+        commit();
+    }
+}
+
+void EditTag::escapePressed(PanelField field)
+{
+    const QString former = m_texts.former(field);
+    if (former == m_texts.text(field)) {
+        leave();
+        return;
+    }
+    typed(field, former);
+    m_form.setText(field, m_texts.text(field));
+    commit();
+}
+
+void EditTag::rate(int option)
+{
+    if (canEdit() && option >= 0 && option < paneltexts::kRatings) {
+        commit({{u"Note"_s, storedRating(option)}});
+    }
+}
+
+void EditTag::cmdStart()
+{
+    if (hasRow()) {
+        m_bus.SendMessage(bus::kPlayFromStartPos, m_fid, m_data1.Recordset()->value(u"FrameStart"));
+    }
+}
+
+void EditTag::cmdStop()
+{
+    if (hasRow()) {
+        m_bus.SendMessage(bus::kPlayFromStopPos, m_fid, m_data1.Recordset()->value(u"FrameStop"));
+    }
+}
+
+void EditTag::ButtonShowDir()
+{
+    if (!hasRow()) {
+        return;
+    }
+    const Recordset& row = *m_data1.Recordset();
+    const QString stored = row.value(u"Path").toText();
+    const QString file = m_parts.placeOf(stored + row.value(u"DName").toText());
+    const QString folder = file.isEmpty() ? stored : path::withSeparator(path::parent(file));
+    if (!m_parts.run(u"explorer.exe \""_s + folder + u'"')) {
+        m_bus.SendMessage(bus::kShowStatusText, m_parts.texts.text(u"edittag.folder", folder));
+    }
+}
+
+} // namespace melovane

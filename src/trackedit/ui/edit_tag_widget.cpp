@@ -1,0 +1,600 @@
+#include "trackedit/ui/edit_tag_widget.h"
+
+#include "config/config_objects.h"
+#include "platform/qt/elided_label.h"
+#include "platform/qt/icon_set.h"
+#include "trackedit/edit_tag.h"
+#include "trackedit/ui/cover_frame.h"
+#include "trackedit/ui/fact_lines.h"
+#include "trackedit/ui/rating_group.h"
+
+#include <QComboBox>
+#include <QCompleter>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRegularExpressionValidator>
+#include <QScrollArea>
+#include <QSignalBlocker>
+#include <QToolButton>
+
+#include <algorithm>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using P = PanelField;
+
+/// Units around the form and between its parts.
+constexpr int kMargin = 15;
+constexpr int kColumnGap = 22;
+constexpr int kLabelGap = 10;
+constexpr int kRowGap = 5;
+
+/// Widths of the panel, in lines of text, from which on there is room for three columns, for two,
+/// and for a large cover.
+constexpr int kThreeColumns = 54;
+constexpr int kTwoColumns = 38;
+constexpr int kLargeCover = 32;
+
+/// Side of the cover in lines of text.
+constexpr int kCover = 13;
+constexpr int kSmallCover = 6;
+
+/// Facts that stand in a line of their own: file and folder.
+constexpr size_t kPlaceFacts = 2;
+
+/// Letters that fields of numbers have room for.
+constexpr int kNumberLetters = 6;
+
+QGridLayout* makeColumn(QWidget* column)
+{
+    auto* grid = new QGridLayout(column);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(kLabelGap);
+    grid->setVerticalSpacing(kRowGap);
+    return grid;
+}
+
+QLabel* makeLabel(QWidget* buddy)
+{
+    auto* label = new QLabel;
+    label->setProperty("second", true);
+    label->setTextFormat(Qt::PlainText);
+    label->setBuddy(buddy);
+    return label;
+}
+
+} // namespace
+
+EditTagWidget::EditTagWidget(const Skin& skin, const IconSet& icons, QWidget* parent)
+    : Panel(skin, parent)
+    , m_icons(icons)
+    , m_title(new ElidedLabel)
+    , m_artist(new ElidedLabel)
+    , m_mark(new QLabel)
+    , m_message(new QLabel)
+    , m_scroll(new QScrollArea)
+    , m_form(new QWidget)
+    , m_cover(new CoverFrame)
+    , m_rating(new RatingGroup(skin))
+    , m_line(new QFrame)
+    , m_facts(new FactLines(skin))
+{
+    setObjectName(u"EditTag1"_s);
+    buildHead();
+    buildFields();
+    buildForm();
+    auto* view = new QWidget(this);
+    auto* column = new QVBoxLayout(view);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_message);
+    column->addWidget(m_scroll, 1);
+    setView(view);
+    setTabs();
+    hide();
+}
+
+void EditTagWidget::buildHead()
+{
+    auto* pencil = new QLabel;
+    const int side = fontMetrics().height();
+    pencil->setPixmap(m_icons.icon(u"edit"_s, ThemeRole::Accent).pixmap(side, side));
+    QFont bold = font();
+    bold.setBold(true);
+    m_title->setObjectName(u"TagTitle"_s);
+    m_title->setFont(bold);
+    m_artist->setObjectName(u"TagArtist"_s);
+    m_artist->setProperty("second", true);
+    m_mark->setObjectName(u"TagMark"_s);
+    m_mark->setProperty("second", true);
+    m_mark->setTextFormat(Qt::PlainText);
+    toolRow()->addSpacing(6);
+    toolRow()->addWidget(pencil);
+    toolRow()->addSpacing(4);
+    toolRow()->addWidget(m_title);
+    toolRow()->addSpacing(4);
+    toolRow()->addWidget(m_artist);
+    toolRow()->addStretch(1);
+    toolRow()->addWidget(m_mark);
+    toolRow()->addSpacing(10);
+    m_mark->hide();
+    m_message->setObjectName(u"TagMessage"_s);
+    m_message->setProperty("second", true);
+    m_message->setWordWrap(true);
+    m_message->setContentsMargins(kMargin, kRowGap, kMargin, kRowGap);
+    m_message->hide();
+}
+
+QWidget* EditTagWidget::makeField(PanelField field)
+{
+    const PanelFieldRow& row = rowOf(field);
+    Field& made = at(field);
+    if (row.isList) {
+        made.box = new QComboBox;
+        made.box->setEditable(true);
+        made.box->setInsertPolicy(QComboBox::NoInsert);
+        made.box->setMinimumContentsLength(kNumberLetters);
+        made.box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        made.box->completer()->setCompletionMode(QCompleter::PopupCompletion);
+        made.box->installEventFilter(this);
+        made.edit = made.box->lineEdit();
+        // At the end of typing the box would take a text that stands in its list for a choice.
+        disconnect(made.edit, &QLineEdit::editingFinished, made.box, nullptr);
+    } else {
+        made.edit = new QLineEdit;
+        made.edit->setMinimumWidth(fontMetrics().averageCharWidth() * kNumberLetters);
+    }
+    QWidget* const whole = made.box ? static_cast<QWidget*>(made.box) : made.edit;
+    whole->setObjectName(row.control.toString());
+    made.edit->installEventFilter(this);
+    const int width = rowOf(row.column).type.width;
+    if (width > 0) {
+        made.edit->setMaxLength(width);
+    }
+    made.label = makeLabel(whole);
+    return whole;
+}
+
+void EditTagWidget::addField(QGridLayout& column, PanelField field)
+{
+    QWidget* const whole = makeField(field);
+    const int row = column.rowCount();
+    column.addWidget(at(field).label, row, 0);
+    column.addWidget(whole, row, 1);
+}
+
+QLineEdit* EditTagWidget::makeShownText(const QString& name)
+{
+    auto* text = new QLineEdit;
+    text->setObjectName(name);
+    text->setReadOnly(true);
+    text->setAlignment(Qt::AlignRight);
+    text->setMinimumWidth(fontMetrics().averageCharWidth() * kNumberLetters);
+    text->installEventFilter(this);
+    return text;
+}
+
+QToolButton* EditTagWidget::makeTool(const QString& name, const QString& icon)
+{
+    auto* tool = new QToolButton;
+    tool->setObjectName(name);
+    tool->setIcon(m_icons.icon(icon));
+    tool->setFocusPolicy(Qt::StrongFocus);
+    // As high as the field beside it.
+    const int side = fontMetrics().height();
+    tool->setIconSize({side, side});
+    tool->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
+    tool->installEventFilter(this);
+    return tool;
+}
+
+void EditTagWidget::buildFields()
+{
+    for (QWidget*& column : m_columns) {
+        column = new QWidget;
+    }
+    buildFirstColumn();
+    buildSecondColumn();
+    buildThirdColumn();
+}
+
+void EditTagWidget::buildFirstColumn()
+{
+    QGridLayout& column = *makeColumn(m_columns[0]);
+    for (const PanelField field : {P::Titel, P::Interpret, P::Album, P::Kommentar}) {
+        addField(column, field);
+    }
+    auto* numbers = new QHBoxLayout;
+    numbers->setSpacing(kLabelGap);
+    numbers->addWidget(makeField(P::Jahr), 1);
+    for (const PanelField field : {P::Track, P::BPM}) {
+        QWidget* const whole = makeField(field);
+        numbers->addWidget(at(field).label);
+        numbers->addWidget(whole, 1);
+    }
+    for (const PanelField field : {P::Jahr, P::Track, P::BPM}) {
+        at(field).edit->setAlignment(Qt::AlignRight);
+    }
+    at(P::Track).edit->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(u"[0-9/ ]*"_s), this));
+    at(P::BPM).edit->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(u"[0-9]*[.,]?[0-9]*"_s), this));
+    int row = column.rowCount();
+    column.addWidget(at(P::Jahr).label, row, 0);
+    column.addLayout(numbers, row, 1);
+    auto* genre = new QHBoxLayout;
+    genre->setSpacing(kRowGap);
+    genre->addWidget(makeField(P::Genre), 1);
+    QToolButton* const add = makeTool(u"cmdNewGenre"_s, u"add"_s);
+    genre->addWidget(add);
+    ++row;
+    column.addWidget(at(P::Genre).label, row, 0);
+    column.addLayout(genre, row, 1);
+    m_shownLabels[0] = makeLabel(m_rating);
+    column.addWidget(m_shownLabels[0], ++row, 0);
+    column.addWidget(m_rating, row, 1);
+    column.setRowStretch(++row, 1);
+    column.setColumnStretch(1, 1);
+}
+
+void EditTagWidget::buildSecondColumn()
+{
+    QGridLayout& column = *makeColumn(m_columns[1]);
+    for (const PanelField field : {P::Kategorie, P::Stimmung, P::Situation, P::Tempo}) {
+        addField(column, field);
+    }
+    int row = column.rowCount();
+    const auto addShown = [&](size_t label, const QString& text, const QString& tool) {
+        QLineEdit* const shown = makeShownText(text);
+        m_shownLabels[label] = makeLabel(shown);
+        column.addWidget(m_shownLabels[label], row, 0);
+        auto* line = new QHBoxLayout;
+        line->setSpacing(kRowGap);
+        line->addWidget(shown, 1);
+        if (!tool.isEmpty()) {
+            line->addWidget(makeTool(tool, u"play"_s));
+        }
+        column.addLayout(line, row++, 1);
+    };
+    addShown(1, u"txtStart"_s, u"cmdStart"_s);
+    addShown(2, u"txtStop"_s, u"cmdStop"_s);
+    addShown(3, u"txtLevel"_s, {});
+    column.setRowStretch(row, 1);
+    column.setColumnStretch(1, 1);
+}
+
+void EditTagWidget::buildThirdColumn()
+{
+    QGridLayout& column = *makeColumn(m_columns[2]);
+    for (const PanelField field : {P::User1, P::User2, P::User3, P::User4, P::User5}) {
+        addField(column, field);
+    }
+    column.setRowStretch(column.rowCount(), 1);
+    column.setColumnStretch(1, 1);
+}
+
+void EditTagWidget::buildForm()
+{
+    auto* grid = new QGridLayout(m_form);
+    grid->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    grid->setHorizontalSpacing(kColumnGap);
+    grid->setVerticalSpacing(kRowGap);
+    m_cover->installEventFilter(this);
+    m_line->setObjectName(u"StatusLine"_s);
+    m_line->setFixedHeight(1);
+    m_facts->setObjectName(u"TagFacts"_s);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setWidget(m_form);
+    m_scroll->viewport()->setAutoFillBackground(false);
+    m_form->setAutoFillBackground(false);
+    m_scroll->viewport()->installEventFilter(this);
+    reflow(m_scroll->width());
+}
+
+/// As many columns beside the cover as have room; the others stand below.
+void EditTagWidget::reflow(int width)
+{
+    const int lines = width / std::max(1, fontMetrics().height());
+    const int columns = lines >= kThreeColumns ? 3 : lines >= kTwoColumns ? 2 : 1;
+    const int cover = lines >= kLargeCover ? kCover : kSmallCover;
+    const int layout = columns * 100 + cover;
+    if (layout == m_layout) {
+        return;
+    }
+    m_layout = layout;
+    m_cover->setSide(cover * fontMetrics().height());
+    auto* grid = static_cast<QGridLayout*>(m_form->layout());
+    while (QLayoutItem* item = grid->takeAt(0)) {
+        delete item;
+    }
+    grid->addWidget(m_cover, 0, 0, columns == 1 ? 1 : 2, 1, Qt::AlignTop);
+    grid->addWidget(m_columns[0], 0, 1, columns == 2 ? 2 : 1, 1);
+    grid->addWidget(m_columns[1], columns == 1 ? 1 : 0, columns == 1 ? 1 : 2);
+    grid->addWidget(m_columns[2],
+                    columns == 3   ? 0
+                    : columns == 2 ? 1
+                                   : 2,
+                    columns == 3   ? 3
+                    : columns == 2 ? 2
+                                   : 1);
+    grid->addWidget(m_line, 3, 0, 1, 4);
+    grid->addWidget(m_facts, 4, 0, 1, 4);
+    for (int column = 1; column < 4; ++column) {
+        const bool isUsed = column <= columns;
+        grid->setColumnStretch(column, !isUsed ? 0 : column == 1 ? 3 : 2);
+    }
+    grid->setRowStretch(5, 1);
+}
+
+// ---- what the logic wants
+
+void EditTagWidget::attach(EditTag& logic, const ConfigObjects& texts)
+{
+    m_logic = &logic;
+    setTexts(texts);
+    createToolBar(logic, texts);
+    for (const PanelFieldRow& row : panelFields()) {
+        connectField(row.field, logic);
+    }
+    const auto press = [&](const QString& name, void (EditTag::*work)()) {
+        connect(findChild<QToolButton*>(name), &QToolButton::clicked, this,
+                [&logic, work] { (logic.*work)(); });
+    };
+    press(u"cmdNewGenre"_s, &EditTag::cmdNewGenre);
+    press(u"cmdStart"_s, &EditTag::cmdStart);
+    press(u"cmdStop"_s, &EditTag::cmdStop);
+    connect(m_rating, &RatingGroup::optionChosen, this,
+            [&logic](int option) { logic.rate(option); });
+}
+
+void EditTagWidget::connectField(PanelField field, EditTag& logic)
+{
+    connect(at(field).edit, &QLineEdit::textEdited, this,
+            [&logic, field](const QString& text) { logic.typed(field, text); });
+    if (QComboBox* const box = at(field).box) {
+        connect(box, &QComboBox::activated, this,
+                [&logic, field, box] { logic.chosen(field, box->currentText()); });
+    }
+}
+
+void EditTagWidget::createToolBar(EditTag& logic, const ConfigObjects& texts)
+{
+    const auto add = [&](const QString& name, const QString& icon, QStringView text,
+                         QStringView tip) {
+        QToolButton* const button = addTool(name, m_icons.icon(icon), texts.text(tip));
+        button->setText(texts.text(text));
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        return button;
+    };
+    connect(add(u"ButtonShowDir"_s, u"folder"_s, u"edittag.show.dir", u"Button.Show.Dir"),
+            &QToolButton::clicked, this, [&logic] { logic.ButtonShowDir(); });
+    connect(add(u"ButtonClose"_s, u"clear"_s, u"schliessen", u"Button.Close"),
+            &QToolButton::clicked, this, [&logic] { logic.closePressed(); });
+}
+
+void EditTagWidget::setTexts(const ConfigObjects& texts)
+{
+    setAccessibleName(texts.text(u"edittag.name"));
+    for (const PanelFieldRow& row : panelFields()) {
+        const QString caption = texts.text(headingKey(columnOf(row.field)));
+        Field& field = at(row.field);
+        field.label->setText(caption);
+        field.edit->setAccessibleName(caption);
+        if (field.box) {
+            field.box->setAccessibleName(caption);
+        }
+    }
+    const auto name = [this, &texts](const QString& control, QStringView tip) {
+        auto* const widget = findChild<QWidget*>(control);
+        widget->setToolTip(texts.text(tip));
+        widget->setAccessibleName(texts.text(tip));
+    };
+    name(u"cmdNewGenre"_s, u"edittag.newgenre.tip");
+    name(u"cmdStart"_s, u"edittag.start.play");
+    name(u"cmdStop"_s, u"edittag.stop.play");
+    name(u"txtStart"_s, u"edittag.start.tip");
+    name(u"txtStop"_s, u"edittag.stop.tip");
+    name(u"txtLevel"_s, u"edittag.level.tip");
+    m_shownLabels[0]->setText(texts.text(u"column.Note"));
+    m_shownLabels[1]->setText(texts.text(u"column.FrameStart"));
+    m_shownLabels[2]->setText(texts.text(u"column.FrameStop"));
+    m_shownLabels[3]->setText(texts.text(u"edittag.level"));
+    m_facts->setAccessibleName(texts.text(u"edittag.facts"));
+    m_mark->setToolTip(texts.text(u"edittag.waiting.tip"));
+    m_waitingText = texts.text(u"edittag.waiting", u"%1"_s);
+    m_rating->setTexts(texts);
+}
+
+/// By eye: down the first column, down the second, down the third, the cover, the buttons above.
+void EditTagWidget::setTabs()
+{
+    std::vector<QWidget*> order;
+    for (const PanelField field :
+         {P::Titel, P::Interpret, P::Album, P::Kommentar, P::Jahr, P::Track, P::BPM, P::Genre}) {
+        order.push_back(at(field).box ? static_cast<QWidget*>(at(field).box) : at(field).edit);
+    }
+    order.push_back(findChild<QWidget*>(u"cmdNewGenre"_s));
+    for (int option = 0; option < 6; ++option) {
+        order.push_back(findChild<QWidget*>(u"opNote_%1"_s.arg(option)));
+    }
+    for (const PanelField field : {P::Kategorie, P::Stimmung, P::Situation, P::Tempo}) {
+        order.push_back(at(field).box);
+    }
+    for (const QString& name :
+         {u"txtStart"_s, u"cmdStart"_s, u"txtStop"_s, u"cmdStop"_s, u"txtLevel"_s}) {
+        order.push_back(findChild<QWidget*>(name));
+    }
+    for (const PanelField field : {P::User1, P::User2, P::User3, P::User4, P::User5}) {
+        order.push_back(at(field).edit);
+    }
+    order.push_back(m_cover);
+    for (size_t index = 1; index < order.size(); ++index) {
+        setTabOrder(order[index - 1], order[index]);
+    }
+}
+
+void EditTagWidget::setPanelShown(bool shown)
+{
+    if (isVisibleTo(parentWidget()) != shown) {
+        setVisible(shown);
+        emit shownChanged(shown);
+    }
+}
+
+bool EditTagWidget::isPanelShown() const
+{
+    return isVisibleTo(parentWidget());
+}
+
+int EditTagWidget::panelHeight() const
+{
+    return height();
+}
+
+void EditTagWidget::setPanelHeight(int height)
+{
+    const int wanted = toolRow()->parentWidget()->sizeHint().height() +
+                       m_form->sizeHint().height() + m_facts->sizeHint().height();
+    emit heightWanted(height > 0 ? height : wanted);
+}
+
+void EditTagWidget::focusFirst()
+{
+    at(P::Titel).edit->setFocus(Qt::OtherFocusReason);
+    at(P::Titel).edit->selectAll();
+}
+
+void EditTagWidget::setText(PanelField field, const QString& text)
+{
+    QLineEdit& edit = *at(field).edit;
+    if (edit.text() != text) {
+        edit.setText(text);
+        edit.setCursorPosition(edit.hasFocus() ? int(text.size()) : 0);
+    }
+}
+
+void EditTagWidget::setChoices(PanelField field, const QStringList& texts)
+{
+    QComboBox& box = *at(field).box;
+    const QSignalBlocker quiet(&box);
+    const QString present = box.currentText();
+    box.clear();
+    box.addItems(texts);
+    box.setCurrentIndex(-1);
+    box.setEditText(present);
+}
+
+void EditTagWidget::setRating(int option)
+{
+    m_rating->setOption(option);
+}
+
+void EditTagWidget::setRatingColours(const NoteColours& colours)
+{
+    m_rating->setColours(colours);
+}
+
+void EditTagWidget::setTrack(const PanelTrack& track)
+{
+    m_title->setText(track.title);
+    m_artist->setText(track.artist);
+    findChild<QLineEdit*>(u"txtStart"_s)->setText(track.start);
+    findChild<QLineEdit*>(u"txtStop"_s)->setText(track.stop);
+    findChild<QLineEdit*>(u"txtLevel"_s)->setText(track.level);
+    m_facts->setFacts(track.facts, kPlaceFacts);
+    m_warning = track.warning;
+    setWaiting(m_waiting);
+}
+
+void EditTagWidget::setUse(PanelUse use, const QString& why)
+{
+    m_message->setText(why);
+    m_message->setVisible(use != PanelUse::Editing);
+    for (Field& field : m_fields) {
+        (field.box ? static_cast<QWidget*>(field.box) : field.edit)
+            ->setEnabled(use != PanelUse::Empty);
+        field.edit->setReadOnly(use != PanelUse::Editing);
+    }
+    m_rating->setEnabled(use == PanelUse::Editing);
+    m_cover->setEnabled(use == PanelUse::Editing);
+    for (const QString& name : {u"cmdNewGenre"_s, u"cmdStart"_s, u"cmdStop"_s}) {
+        const bool isHeard = name != "cmdNewGenre"_L1 && use != PanelUse::Empty;
+        findChild<QWidget*>(name)->setEnabled(use == PanelUse::Editing || isHeard);
+    }
+    findChild<QWidget*>(u"ButtonShowDir"_s)->setEnabled(use != PanelUse::Empty);
+}
+
+void EditTagWidget::setWaiting(qint64 tracks)
+{
+    m_waiting = tracks;
+    m_mark->setText(m_warning.isEmpty() ? m_waitingText.arg(tracks) : u"⚠ "_s + m_warning);
+    m_mark->setVisible(!m_warning.isEmpty() || tracks > 0);
+}
+
+// ---- what the user does
+
+bool EditTagWidget::keyInField(PanelField field, int key)
+{
+    if (key == Qt::Key_Escape) {
+        m_logic->escapePressed(field);
+        return true;
+    }
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        m_logic->enterPressed(field);
+        return true;
+    }
+    return false;
+}
+
+bool EditTagWidget::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_scroll->viewport()) {
+        if (event->type() == QEvent::Resize) {
+            reflow(m_scroll->viewport()->width());
+        }
+        return false;
+    }
+    if (event->type() == QEvent::Wheel && qobject_cast<QComboBox*>(watched)) {
+        // Who scrolls the form does not want another genre.
+        event->ignore();
+        return true;
+    }
+    if (m_logic == nullptr) {
+        return Panel::eventFilter(watched, event);
+    }
+    const bool isKey = event->type() == QEvent::KeyPress;
+    const int key = isKey ? static_cast<QKeyEvent*>(event)->key() : 0;
+    const auto field = std::ranges::find(m_fields, watched, &Field::edit);
+    if (field == m_fields.end()) {
+        if (key == Qt::Key_Escape) {
+            m_logic->leave();
+            return true;
+        }
+        return Panel::eventFilter(watched, event);
+    }
+    const auto which = PanelField(field - m_fields.begin());
+    if (isKey) {
+        return keyInField(which, key) || Panel::eventFilter(watched, event);
+    }
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
+        const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        const bool isAside =
+            reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason;
+        if (event->type() == QEvent::FocusOut) {
+            m_logic->fieldLeft(which);
+        } else if (!isAside) {
+            m_logic->fieldEntered(which);
+        }
+    }
+    return Panel::eventFilter(watched, event);
+}
+
+} // namespace melovane
