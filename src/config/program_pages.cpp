@@ -160,8 +160,8 @@ constexpr std::array kPages = std::to_array<ProgramPage>({
       "  -h, --help     diesen Text ausgeben\n"
       "      --version  Name und Version ausgeben\n"
       "\n"
-      "Ergebnis: 0 geschrieben, 1 nicht alles gelungen oder es läuft schon eines,\n"
-      "2 Aufruf unverständlich",
+      "Ergebnis: 0 geschrieben, 1 nicht alles gelungen oder schon am Werk, 2 Aufruf\n"
+      "unverständlich",
      u"Task.WriteTags: writes changed tracks into the tags of their files\n"
       "\n"
       "Usage: Task.WriteTags [NUMBER] [--quiet]\n"
