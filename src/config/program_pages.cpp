@@ -160,8 +160,8 @@ constexpr std::array kPages = std::to_array<ProgramPage>({
       "  -h, --help     diesen Text ausgeben\n"
       "      --version  Name und Version ausgeben\n"
       "\n"
-      "Ergebnis: 0 geschrieben, 1 nicht alles gelungen oder es läuft schon eines,\n"
-      "2 Aufruf unverständlich",
+      "Ergebnis: 0 geschrieben, 1 nicht alles gelungen oder schon am Werk, 2 Aufruf\n"
+      "unverständlich",
      u"Task.WriteTags: writes changed tracks into the tags of their files\n"
       "\n"
       "Usage: Task.WriteTags [NUMBER] [--quiet]\n"
@@ -203,6 +203,37 @@ constexpr std::array kPages = std::to_array<ProgramPage>({
       "\n"
       "  -h, --help     print this text\n"
       "      --version  print name and version\n"
+      "\n"
+      "Result: 0 ended, 2 wrong call"},
+    {u"SleeveViewer",
+     u"SleeveViewer: zeigt das Cover eines Titels und die Bilder seines Ordners\n"
+      "\n"
+      "Aufruf: SleeveViewer [COVER]\n"
+      "\n"
+      "Folgt der Zeile, die in der Konsole markiert ist. Läuft es schon, zeigt sein\n"
+      "Fenster das Bild und kommt nach vorn.\n"
+      "\n"
+      "  COVER          Name eines Covers der Musikdatenbank\n"
+      "  -h, --help     diesen Text ausgeben\n"
+      "      --version  Name und Version ausgeben\n"
+      "\n"
+      "Tasten: Pfeile vor und zurück, + und - Größe, 0 ganzes Bild, F11 Vollbild,\n"
+      "Enter sucht Titel mit diesem Cover, Escape schließt.\n"
+      "\n"
+      "Ergebnis: 0 beendet, 2 Aufruf unverständlich",
+     u"SleeveViewer: shows the cover of a track and the pictures of its folder\n"
+      "\n"
+      "Usage: SleeveViewer [COVER]\n"
+      "\n"
+      "Follows the row that is selected in the console. When it runs already, its\n"
+      "window shows the picture and comes to the front.\n"
+      "\n"
+      "  COVER          name of a cover of the music database\n"
+      "  -h, --help     print this text\n"
+      "      --version  print name and version\n"
+      "\n"
+      "Keys: arrows go on and back, + and - size, 0 whole picture, F11 full screen,\n"
+      "Enter finds tracks with this cover, Escape closes.\n"
       "\n"
       "Result: 0 ended, 2 wrong call"},
     {u"Task.RebuildTree",
