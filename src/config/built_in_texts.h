@@ -35,6 +35,7 @@ namespace owntexts {
 [[nodiscard]] std::span<const BuiltInText> importer();
 [[nodiscard]] std::span<const BuiltInText> exporting();
 [[nodiscard]] std::span<const BuiltInText> lists();
+[[nodiscard]] std::span<const BuiltInText> tagWriting();
 } // namespace owntexts
 
 } // namespace melovane

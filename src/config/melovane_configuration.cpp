@@ -47,6 +47,7 @@ void fill(ConfigObjects& catalogue)
     add(catalogue, owntexts::importer());
     add(catalogue, owntexts::exporting());
     add(catalogue, owntexts::lists());
+    add(catalogue, owntexts::tagWriting());
     catalogue.LoadAllValue();
     catalogue.LoadAllLang(catalogue.value(u"Sprach.Datei"));
 }

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Largest number that a tag can store as a genre.
+/// Largest number that a tag can store as a genre; it stands for none.
 constexpr int kLargestNumber = 255;
 
 bool isNumber(QStringView text)
@@ -28,6 +28,7 @@ bool isNumber(QStringView text)
 void GenreList::LoadGenre(Database& database)
 {
     m_byName.clear();
+    m_numbers.clear();
     m_byNumber.clear();
     const auto rows =
         database.OpenRecordset(u"select * from genre where genre_id<> 255 order by genre_id"_s);
@@ -43,10 +44,17 @@ void GenreList::add(int id, const QString& name)
     const QString key = upperCase(trimBlanks(name));
     if (!m_byName.contains(key)) {
         m_byName.insert(key, name);
+        m_numbers.insert(key, id);
     }
     if (!m_byNumber.contains(id)) {
         m_byNumber.insert(id, name);
     }
+}
+
+int GenreList::numberOf(const QString& name) const
+{
+    const int number = m_numbers.value(upperCase(trimBlanks(name)), kLargestNumber);
+    return number >= 0 && number < kLargestNumber ? number : kLargestNumber;
 }
 
 QString GenreList::byName(const QString& name) const

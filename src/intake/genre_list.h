@@ -22,11 +22,16 @@ public:
     /// is. A number of a tag (0 to 255) that the list lacks gives an empty text.
     [[nodiscard]] QString nameOf(const QString& tagText) const;
 
+    /// The number of a genre of that name, without regard to letter case; 255 for a name that the
+    /// list lacks.
+    [[nodiscard]] int numberOf(const QString& name) const;
+
 private:
     [[nodiscard]] QString byName(const QString& name) const;
     [[nodiscard]] QString byNumber(const QString& digits) const;
 
     QHash<QString, QString> m_byName; ///< upper case to spelling
+    QHash<QString, int> m_numbers;    ///< by name in upper case
     QHash<int, QString> m_byNumber;
 };
 

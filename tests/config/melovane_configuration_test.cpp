@@ -31,8 +31,9 @@ TEST_F(MelovaneConfigurationTest, EveryItemHasATextAndNoNameIsGivenTwice)
 {
     catalogue.fill();
     size_t own = 0;
-    for (const auto& table : {owntexts::windows(), owntexts::columns(), owntexts::views(),
-                              owntexts::importer(), owntexts::exporting(), owntexts::lists()}) {
+    for (const auto& table :
+         {owntexts::windows(), owntexts::columns(), owntexts::views(), owntexts::importer(),
+          owntexts::exporting(), owntexts::lists(), owntexts::tagWriting()}) {
         own += table.size();
     }
     EXPECT_EQ(texts.AllObjects().size(), static_cast<size_t>(test::suiteTextNames().size()) + own);

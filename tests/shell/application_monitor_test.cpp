@@ -38,7 +38,7 @@ protected:
 
     static void findBoth(QMainWindow& window)
     {
-        auto* line = window.findChild<QLineEdit*>();
+        auto* line = window.findChild<QWidget*>(u"ctl_MP3DB1"_s)->findChild<QLineEdit*>();
         line->selectAll();
         QTest::keyClicks(line, u"Lied"_s);
         ASSERT_EQ(gridOf(window).model()->rowCount(), 2);

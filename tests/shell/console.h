@@ -39,8 +39,10 @@ public:
                          [this](const QString& undo, bool, const QString& redo, bool) {
                              mlvdb.menu().setHistoryTexts(undo, redo);
                          });
-        QObject::connect(&window, &MlvdbWindow::firstShown, &view,
-                         [this] { mlvdb.activateFirst(); });
+        QObject::connect(&window, &MlvdbWindow::firstShown, &view, [this] {
+            mlvdb.activateFirst();
+            view.SetComboFokus();
+        });
         QObject::connect(&window, &MlvdbWindow::closing, &view, [this] { mlvdb.unload(); });
         mlvdb.load();
     }

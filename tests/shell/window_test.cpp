@@ -296,7 +296,7 @@ TEST_F(WindowTest, EveryToolButtonSaysWhatItDoes)
             EXPECT_FALSE(button->icon().isNull());
         }
     }
-    EXPECT_EQ(named, 15 + 16) << "library and playlist";
+    EXPECT_EQ(named, 16 + 16) << "library and playlist";
 }
 
 } // namespace
