@@ -36,6 +36,7 @@ namespace owntexts {
 [[nodiscard]] std::span<const BuiltInText> exporting();
 [[nodiscard]] std::span<const BuiltInText> lists();
 [[nodiscard]] std::span<const BuiltInText> tagWriting();
+[[nodiscard]] std::span<const BuiltInText> viewer();
 } // namespace owntexts
 
 } // namespace melovane

@@ -48,6 +48,7 @@ void fill(ConfigObjects& catalogue)
     add(catalogue, owntexts::exporting());
     add(catalogue, owntexts::lists());
     add(catalogue, owntexts::tagWriting());
+    add(catalogue, owntexts::viewer());
     catalogue.LoadAllValue();
     catalogue.LoadAllLang(catalogue.value(u"Sprach.Datei"));
 }

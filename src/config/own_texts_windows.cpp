@@ -148,7 +148,11 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     // Tag panel.
     {u"Button.Close", u"Bereich schließen", {}, {}, kButtons},
     {u"Button.Show.Dir", u"Ordner des Titels öffnen", {}, {}, kButtons},
-    {u"edittag.image.filter", u"Bilddateien (*.bmp *.jpg *.gif *.png)"},
+    {u"edittag.image.title", u"Cover wählen"},
+    {u"edittag.image.kind", u"Bilddateien"},
+    {u"edittag.image.unreadable", u"Das Bild lässt sich nicht lesen oder nicht ablegen: $1"},
+    {u"edittag.image.name", u"Cover"},
+    {u"edittag.image.tip", u"Cover - ein Klick wählt ein anderes Bild"},
     {u"edittag.save.title", u"Fehler beim Speichern des ID3v2-Tag"},
     {u"edittag.save.text", u"Beim Speichern ist ein Fehler aufgetreten:\\n$1"},
     {u"library.tagpanel", u"Tag-Bereich zeigen oder schließen"},

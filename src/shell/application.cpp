@@ -36,8 +36,14 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
           PlaylistWing::TreeActions{
               .importGroup = [this] { return m_trees->favorit.importGroup(); },
               .newList = [this] { m_trees->favorit.newPlaylist(); }}))
-    , m_trees(std::make_unique<TreesWing>(*m_machine, *m_desk, *m_suite, *m_lists, *m_playlist))
     , m_edit(std::make_unique<EditWing>(*m_machine, *m_desk, *m_suite, *m_lists))
+    , m_trees(std::make_unique<TreesWing>(
+          *m_machine,
+          *m_desk,
+          *m_suite,
+          *m_lists,
+          *m_playlist,
+          [this](const MlvAllData& track) { return m_edit->coverOf(track); }))
     , m_main(std::make_unique<MainWing>(MainWing::Below{.machine = *m_machine,
                                                         .desk = *m_desk,
                                                         .suite = *m_suite,

@@ -55,8 +55,8 @@ private:
     std::unique_ptr<ListsWing> m_lists;
     std::unique_ptr<LibraryWing> m_library;
     std::unique_ptr<PlaylistWing> m_playlist;
-    std::unique_ptr<TreesWing> m_trees;
     std::unique_ptr<EditWing> m_edit;
+    std::unique_ptr<TreesWing> m_trees;
     std::unique_ptr<MainWing> m_main;
     std::unique_ptr<StartWing> m_start;
 };

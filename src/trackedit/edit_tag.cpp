@@ -194,6 +194,43 @@ void EditTag::setFid(const QString& fid)
         });
     }
     showRow();
+    showCover();
+}
+
+Covers::Track EditTag::coverTrack() const
+{
+    const Recordset& row = *m_data1.Recordset();
+    const QString file = row.value(u"Path").toText() + row.value(u"DName").toText();
+    return {m_fid, row.value(u"Image").toText(), m_parts.placeOf(file)};
+}
+
+void EditTag::showCover()
+{
+    if (!hasRow()) {
+        m_form.setCover({});
+        return;
+    }
+    m_parts.showCover(coverTrack(), [this, fid = m_fid](const QByteArray& picture) {
+        if (fid == m_fid) {
+            m_form.setCover(picture);
+        }
+    });
+}
+
+void EditTag::Mp3Image()
+{
+    if (canEdit()) {
+        m_parts.chooseCover(coverTrack());
+    }
+}
+
+void EditTag::coverChanged(const QString& fid)
+{
+    if (m_isActive && fid == m_fid) {
+        renewTrack();
+        showCover();
+    }
+    m_bus.SendMessage(bus::kDbRefreshByFid, fid);
 }
 
 /// \throws DbError, and there is no row then

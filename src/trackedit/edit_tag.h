@@ -3,6 +3,7 @@
 #include "bus/bus_table.h"
 #include "platform/db/data_control.h"
 #include "store/pending_jobs.h"
+#include "trackedit/covers.h"
 #include "trackedit/edit_tag_form.h"
 #include "trackedit/ks_edit_fid.h"
 
@@ -36,6 +37,12 @@ struct EditTagParts
     std::function<QString(const QString& file)> placeOf = [](const QString& file) { return file; };
     /// Runs a command line of the suite.
     std::function<bool(const QString& commandLine)> run = [](const QString&) { return false; };
+    /// The cover of a track, sooner or later; only the last question is answered.
+    std::function<void(const Covers::Track& track,
+                       std::function<void(const QByteArray& picture)> shown)>
+        showCover = [](const Covers::Track&, const std::function<void(const QByteArray&)>&) {};
+    /// Asks for a new one; what follows goes on beside the window.
+    std::function<void(const Covers::Track& track)> chooseCover = [](const Covers::Track&) {};
     /// The panel was closed, or the user has left it: the keyboard belongs to the rows again.
     std::function<void()> left = [] {};
 };
@@ -112,6 +119,11 @@ public:
     /// An option of `opNote`: 0 takes the rating away, 1 is the best.
     void rate(int option);
 
+    /// A click on the cover: another one is asked for. Ignored unless the panel is in use.
+    void Mp3Image();
+    /// A track has got another cover.
+    void coverChanged(const QString& fid);
+
     void cmdNewGenre();
     void cmdStart();
     void cmdStop();
@@ -145,6 +157,8 @@ private:
     [[nodiscard]] PanelTrack describe(const Recordset& row);
     [[nodiscard]] bool canEdit() const;
     [[nodiscard]] bool hasRow() const;
+    [[nodiscard]] Covers::Track coverTrack() const;
+    void showCover();
     /// Writes what was typed, and one value besides. False when it could not be written.
     bool commit(std::vector<ColumnValue> values = {});
     bool write(const QString& fid, const std::vector<ColumnValue>& values);

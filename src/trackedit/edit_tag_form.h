@@ -74,6 +74,8 @@ public:
     virtual void setUse(PanelUse use, const QString& why) = 0;
     /// Tracks whose changes wait to be written to their files; 0 shows nothing.
     virtual void setWaiting(qint64 tracks) = 0;
+    /// \param picture a picture file; empty shows the program's own
+    virtual void setCover(const QByteArray& picture) = 0;
 };
 
 } // namespace melovane

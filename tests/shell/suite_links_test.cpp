@@ -1,10 +1,14 @@
 #include "bus/message_names.h"
 #include "bus/message_numbers.h"
+#include "bus/viewer_messages.h"
 #include "platform/linux/linux_messages.h"
+#include "platform/qt/qt_message_loop.h"
 #include "shell/fakes.h"
 #include "shell/jobs_link.h"
 #include "shell/sibling_control.h"
+#include "shell/viewer_link.h"
 #include "support/suite_fixture.h"
+#include "support/wait_for.h"
 
 namespace melovane::test {
 namespace {
@@ -38,6 +42,7 @@ protected:
     BusSender sender{bus, u"MLVDB"_s};
     RecordingProcesses processes;
     SiblingControl siblings{suite.folders.paths(), suite.files, processes};
+    QtMessageLoop loop;
     QStringList seen; ///< "id number number" or "id number text"
 };
 
@@ -64,6 +69,29 @@ TEST_F(SuiteLinks, JobsThatTheUserHasEndedStayEnded)
     sender.SendMessage(bus::kDbDisconnect);
     sender.SendMessage(bus::kDbReconnect);
     EXPECT_EQ(processes.commands, QStringList());
+}
+
+TEST_F(SuiteLinks, TheViewerHearsOfTheRowOnWhichTheUserStays)
+{
+    const ViewerLink link(bus, *settings, messages, loop);
+    const auto viewer = program(u"Message.Handle"_s, u"SleeveViewer.exe"_s);
+    for (const QString& fid : {u"836123456001"_s, u"836123456002"_s, u"836123456003"_s}) {
+        sender.SendMessage(bus::kInfoFromFid, fid);
+    }
+    EXPECT_TRUE(waitFor([this] { return !seen.isEmpty(); }));
+    EXPECT_EQ(taken(), QStringList{u"2002 0 836123456003"_s});
+}
+
+TEST_F(SuiteLinks, AViewerThatHasJustBeenStartedGetsTheRowWhenItAsks)
+{
+    const ViewerLink link(bus, *settings, messages, loop);
+    sender.SendMessage(bus::kCreateToolBars, QString());
+    const auto viewer = program(u"Message.Handle"_s, u"Other.exe"_s);
+    sender.SendMessage(bus::kInfoFromFid, u"836123456001"_s);
+    viewer->setTarget(settings->GetKeyValueLong(u"Message.Handle"_s, u"MelovaneDB.Row"_s, 0));
+    viewer->PostText(message::kViewerWantsRow, viewer->handle(), {});
+    EXPECT_TRUE(waitFor([this] { return !seen.isEmpty(); }));
+    EXPECT_EQ(taken(), QStringList{u"2002 0 836123456001"_s});
 }
 
 } // namespace

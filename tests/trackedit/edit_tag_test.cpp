@@ -477,6 +477,34 @@ TEST_F(TagPanel, ARatingWritesWhatWasTypedWithIt)
     EXPECT_EQ(entered(), QStringList{one});
 }
 
+// ---- cover
+
+TEST_F(TagPanel, ClickingTheImageWhileThePanelIsInactiveDoesNothing)
+{
+    panel.Mp3Image();
+    EXPECT_TRUE(chosenCovers.isEmpty());
+    open(one);
+    panel.Mp3Image();
+    EXPECT_EQ(chosenCovers, QStringList{one});
+    panel.closePressed();
+    panel.Mp3Image();
+    EXPECT_EQ(chosenCovers.size(), 1);
+}
+
+TEST_F(TagPanel, ACoverThatComesWhenAnotherTrackIsShownIsDropped)
+{
+    open(one);
+    const auto first = answerCover;
+    panel.trackEntered(two);
+    answerCover("zwei");
+    first("eins");
+    EXPECT_EQ(form.cover, "zwei");
+    panel.coverChanged(two);
+    answerCover("neu");
+    EXPECT_EQ(form.cover, "neu");
+    EXPECT_EQ(messages.last(), u"db.refresh.by.fid|"_s + two);
+}
+
 // ---- buttons
 
 TEST_F(TagPanel, StartAndStopAreHeardFromTheirPlaces)

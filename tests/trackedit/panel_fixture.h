@@ -48,6 +48,8 @@ public:
 
     void setWaiting(qint64 tracks) override { waiting = tracks; }
 
+    void setCover(const QByteArray& picture) override { cover = picture; }
+
     bool shown = false;
     int focused = 0;
     int height = -1;
@@ -59,6 +61,7 @@ public:
     PanelUse use = PanelUse::Empty;
     QString why;
     qint64 waiting = 0;
+    QByteArray cover;
 };
 
 /// A loop whose timers run when the test says so.
@@ -126,22 +129,28 @@ protected:
 
     [[nodiscard]] EditTagParts parts()
     {
-        return {.engine = *suite.engine,
-                .settings = *settings,
-                .texts = texts,
-                .loop = loop,
-                .bus = bus,
-                .history = history,
-                .log = [this](const QString& where,
-                              const QString& what) { logged.append(where + what); },
-                .mayWrite = [this] { return mayWrite; },
-                .placeOf = [this](const QString& file) { return fileIsThere ? file : QString(); },
-                .run =
-                    [this](const QString& line) {
-                        commands.append(line);
-                        return runs;
-                    },
-                .left = [this] { ++left; }};
+        return {
+            .engine = *suite.engine,
+            .settings = *settings,
+            .texts = texts,
+            .loop = loop,
+            .bus = bus,
+            .history = history,
+            .log = [this](const QString& where,
+                          const QString& what) { logged.append(where + what); },
+            .mayWrite = [this] { return mayWrite; },
+            .placeOf = [this](const QString& file) { return fileIsThere ? file : QString(); },
+            .run =
+                [this](const QString& line) {
+                    commands.append(line);
+                    return runs;
+                },
+            .showCover =
+                [this](const Covers::Track&, std::function<void(const QByteArray&)> shown) {
+                    answerCover = std::move(shown);
+                },
+            .chooseCover = [this](const Covers::Track& track) { chosenCovers.append(track.fid); },
+            .left = [this] { ++left; }};
     }
 
     void send(QStringView name, const Value& value = {})
@@ -176,6 +185,8 @@ protected:
     MLVMessageBus::Subscription heard;
     QStringList logged;
     QStringList commands;
+    QStringList chosenCovers;
+    std::function<void(const QByteArray&)> answerCover;
     bool mayWrite = true;
     bool fileIsThere = true;
     bool runs = true;

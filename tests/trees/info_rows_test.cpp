@@ -1,5 +1,4 @@
 #include "trees/extended_rows.h"
-#include "trees/info_cover.h"
 #include "trees/info_rows.h"
 #include "trees/library_tree_panel.h"
 
@@ -96,18 +95,6 @@ TEST_F(LibraryTreeTest, EnteringTheCoverRunsTheViewerAndAClickOnItSearchesNothin
     lists.messages.clear();
     tree.rowClicked(last);
     EXPECT_EQ(lists.messages, QStringList{u"Run.Proc|Sleeve.Viewer|bild 1"_s});
-}
-
-TEST_F(LibraryTreeTest, ACoverLiesInTheImageFolderWhichIsMadeAndNowhereElse)
-{
-    EXPECT_EQ(coverFile(lists.files, lists.dataFolder(), u"bild"_s), QString());
-    EXPECT_TRUE(lists.files.folderExists(lists.file(u"Image"_s)));
-    const QString file = lists.write(u"Image/bild.jpg"_s, "jpeg");
-    EXPECT_EQ(coverFile(lists.files, lists.dataFolder(), u"bild"_s), file);
-    lists.write(u"fremd.jpg"_s, "jpeg");
-    EXPECT_EQ(coverFile(lists.files, lists.dataFolder(), u"../fremd"_s), QString());
-    EXPECT_EQ(coverFile(lists.files, lists.dataFolder(), u"..\\fremd"_s), QString());
-    EXPECT_EQ(coverFile(lists.files, lists.dataFolder(), QString()), QString());
 }
 
 // ---- the tree that a table describes

@@ -1,21 +1,109 @@
 #include "shell/wings/edit_wing.h"
 
+#include "bus/message_names.h"
 #include "library/ui/mp3db_widget.h"
+#include "platform/system/path_text.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/lists_wing.h"
 #include "shell/wings/machine.h"
 #include "shell/wings/suite_wing.h"
+#include "store/track_writing.h"
+#include "trackedit/save_image.h"
 #include "trackedit/ui/edit_tag_widget.h"
 
 namespace melovane {
 
-EditWing::EditWing(Machine& machine, Desk& room, SuiteWing& suite, ListsWing& lists)
-    : desk(room)
-    , panel(parts(machine, suite, lists), room.window.tags())
-{}
+using namespace Qt::Literals::StringLiterals;
 
-EditTagParts EditWing::parts(Machine& machine, SuiteWing& suite, ListsWing& lists)
+namespace {
+
+/// Folder of the journals of tag writers, below the configuration path: the same for all programs
+/// of the suite, keep.
+constexpr QStringView kTagJournal = u"tagjournal";
+
+} // namespace
+
+EditWing::EditWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
+    : machine(base)
+    , suite(talk)
+    , lists(steps)
+    , desk(room)
+    , tagWriter(path::join(base.paths.GetConfigPath(), kTagJournal))
+    , guard(
+          base.texts,
+          [&base] { return base.settings.DbName(); },
+          [&talk](const QString& text) { talk.showStatusText(text); },
+          base.log())
+    , covers({.files = base.files,
+              .dataFolder = base.paths.GetConfigPath(),
+              .reader = coverReader,
+              .pictures = pictures,
+              .writer = tagWriter,
+              .worker = m_worker})
+    , coverChange(coverParts())
+    , panel(parts(), room.window.tags())
+{
+    // What a writer that was killed has left behind.
+    m_worker.run([this] { tagWriter.repair(); }, [] {});
+}
+
+CoverChange::Parts EditWing::coverParts()
+{
+    return {.covers = covers,
+            .chooser = desk.fileChooser,
+            .warnings = desk.warnings,
+            .settings = machine.settings,
+            .texts = machine.texts,
+            .guard = guard,
+            .save = [this](const Covers::Track& track,
+                           const QString& image) { saveCover(track, image); },
+            .changed = [this](const QString& fid) { panel.coverChanged(fid); },
+            .tell = [this](const QString& text) { suite.showStatusText(text); }};
+}
+
+void EditWing::saveCover(const Covers::Track& track, const QString& image)
+{
+    SaveImage(lists.history, *machine.engine->OpenDatabase(machine.settings.DbName()), track.fid,
+              image, track.image);
+}
+
+QString EditWing::coverOf(const MlvAllData& track)
+{
+    const QString there = covers.fileOf(track.Image);
+    if (!there.isEmpty() || track.FID.isEmpty() || m_askedCovers.contains(track.FID)) {
+        return there;
+    }
+    m_askedCovers.insert(track.FID);
+    const Covers::Track asked{track.FID, track.Image,
+                              machine.locator.placeOf(track.Path + track.DName)};
+    const int width =
+        machine.settings.GetKeyValueLong(u"Global"_s, u"Import.Image.Max.Size"_s, 500);
+    covers.takeOut(asked, width,
+                   [this, fid = track.FID, former = track.Image](const QString& image) {
+                       takenOut(fid, former, image);
+                   });
+    return {};
+}
+
+/// The track gets the name of its picture; its file has the picture already, so nothing waits to be
+/// written into it.
+void EditWing::takenOut(const QString& fid, const QString& former, const QString& image)
+{
+    if (image.isEmpty()) {
+        return;
+    }
+    const bool isStored = image == former || guard.run(u"Cover"_s, [&] {
+        const std::vector<ColumnValue> values{{u"Image"_s, image}};
+        writeTrack(*machine.engine->OpenDatabase(machine.settings.DbName()), fid, values,
+                   TagOrder::None);
+    });
+    if (isStored) {
+        suite.sender.SendMessage(bus::kDbRefreshByFid, fid);
+    }
+}
+
+EditTagParts EditWing::parts()
 {
     return {.engine = *machine.engine,
             .settings = machine.settings,
@@ -25,11 +113,16 @@ EditTagParts EditWing::parts(Machine& machine, SuiteWing& suite, ListsWing& list
             .history = lists.history,
             .log = machine.log(),
             .mayWrite = [world = suite.world(machine)] { return !world.isReadOnly(); },
-            .placeOf = [&machine](const QString& file) { return machine.locator.placeOf(file); },
+            .placeOf = [this](const QString& file) { return machine.locator.placeOf(file); },
             .run =
-                [&machine](const QString& line) {
+                [this](const QString& line) {
                     return machine.processes.start(line, Processes::WindowStyle::Normal);
                 },
+            .showCover =
+                [this](const Covers::Track& track, std::function<void(const QByteArray&)> shown) {
+                    covers.show(track, std::move(shown));
+                },
+            .chooseCover = [this](const Covers::Track& track) { coverChange.choose(track); },
             .left = [this] { focusRows(); }};
 }
 

@@ -41,6 +41,7 @@ SuiteWing::SuiteWing(Machine& machine)
            .siblings = siblings,
            .tellMissing = [this](const QString& program) { commands.tellUnless(false, program); }})
     , jobs(bus, machine.settings, machine.messages, siblings)
+    , viewer(bus, machine.settings, machine.messages, machine.loop)
 {}
 
 ErrorSink SuiteWing::toUser(Machine& machine)

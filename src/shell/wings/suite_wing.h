@@ -6,6 +6,7 @@
 #include "shell/sample_tool.h"
 #include "shell/sibling_commands.h"
 #include "shell/sibling_control.h"
+#include "shell/viewer_link.h"
 #include "views/command_gate.h"
 
 #include <memory>
@@ -38,6 +39,7 @@ struct SuiteWing
     SiblingCommands commands;
     SampleTool sampleTool;
     JobsLink jobs;
+    ViewerLink viewer;
 };
 
 } // namespace melovane

@@ -5,7 +5,6 @@
 #include "shell/wings/machine.h"
 #include "shell/wings/playlist_wing.h"
 #include "shell/wings/suite_wing.h"
-#include "trees/info_cover.h"
 #include "trees/ui/playlist_favorit_widget.h"
 #include "trees/ui/tree_widget.h"
 
@@ -15,7 +14,8 @@ TreesWing::TreesWing(Machine& machine,
                      Desk& desk,
                      SuiteWing& suite,
                      ListsWing& lists,
-                     PlaylistWing& playlist)
+                     PlaylistWing& playlist,
+                     CoverOf cover)
     : figuresForm(machine.texts)
     , figures(*machine.engine, machine.settings, figuresForm)
     , favorit({.engine = *machine.engine,
@@ -35,7 +35,7 @@ TreesWing::TreesWing(Machine& machine,
                .world = suite.world(machine)},
               desk.window.lists().tree())
     , popup(desk.icons)
-    , tree(treeParts(machine, desk, suite, lists, playlist), desk.window.tree())
+    , tree(treeParts(machine, desk, suite, lists, playlist, std::move(cover)), desk.window.tree())
 {
     popup.setPlace([&desk] { return desk.window.tree().menuPlace(); });
 }
@@ -44,7 +44,8 @@ TreeParts TreesWing::treeParts(Machine& machine,
                                Desk& desk,
                                SuiteWing& suite,
                                ListsWing& lists,
-                               PlaylistWing& playlist)
+                               PlaylistWing& playlist,
+                               CoverOf cover)
 {
     return {.engine = *machine.engine,
             .settings = machine.settings,
@@ -57,10 +58,7 @@ TreeParts TreesWing::treeParts(Machine& machine,
             .sink = suite.toUser(machine),
             .mayWrite = [world = suite.world(machine)] { return !world.isReadOnly(); },
             .track = [&machine](const QString& fid) { return machine.data.GetAllDataByFid(fid); },
-            .cover =
-                [&machine](const MlvAllData& track) {
-                    return coverFile(machine.files, machine.paths.GetConfigPath(), track.Image);
-                },
+            .cover = std::move(cover),
             .placeOf = [&machine](const QString& file) { return machine.locator.placeOf(file); },
             .append = [&playlist](const QString& dragText,
                                   Pnid list) { playlist.view.append(dragText, list); },

@@ -17,11 +17,15 @@ struct SuiteWing;
 /// The panel of the lists and the library tree.
 struct TreesWing
 {
+    /// The picture file of a track, empty for none.
+    using CoverOf = std::function<QString(const MlvAllData& track)>;
+
     TreesWing(Machine& machine,
               Desk& desk,
               SuiteWing& suite,
               ListsWing& lists,
-              PlaylistWing& playlist);
+              PlaylistWing& playlist,
+              CoverOf cover);
 
     ListFiguresDialog figuresForm;
     frmDetailPlaylist figures;
@@ -34,7 +38,8 @@ private:
                                       Desk& desk,
                                       SuiteWing& suite,
                                       ListsWing& lists,
-                                      PlaylistWing& playlist);
+                                      PlaylistWing& playlist,
+                                      CoverOf cover);
 };
 
 } // namespace melovane

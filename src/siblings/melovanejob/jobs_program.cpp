@@ -154,12 +154,12 @@ bool JobsProgram::startJob(JobKind kind)
     if (othersWork()) {
         return false;
     }
+    // Nobody has asked for it: what fails stays to be done, and no window tells of it.
     QStringList arguments;
     if (kind == JobKind::Tags) {
-        // What it did is told to this program, not to a user who did not ask for it.
-        arguments.append(QString::number(m_control->handle()));
+        arguments = {QString::number(m_control->handle()), u"--quiet"_s};
     } else if (kind == JobKind::Lists) {
-        arguments.append(u"--quiet"_s);
+        arguments = {u"--quiet"_s};
     }
     return m_job.start(programOf(kind), arguments,
                        jobLockFile(m_files, lockFolders(), u"job"_s, library()));

@@ -351,6 +351,7 @@ void EditTagWidget::attach(EditTag& logic, const ConfigObjects& texts)
     press(u"cmdNewGenre"_s, &EditTag::cmdNewGenre);
     press(u"cmdStart"_s, &EditTag::cmdStart);
     press(u"cmdStop"_s, &EditTag::cmdStop);
+    connect(m_cover, &CoverFrame::picturePressed, this, [&logic] { logic.Mp3Image(); });
     connect(m_rating, &RatingGroup::optionChosen, this,
             [&logic](int option) { logic.rate(option); });
 }
@@ -411,6 +412,8 @@ void EditTagWidget::setTexts(const ConfigObjects& texts)
     m_mark->setToolTip(texts.text(u"edittag.waiting.tip"));
     m_waitingText = texts.text(u"edittag.waiting", u"%1"_s);
     m_rating->setTexts(texts);
+    m_cover->setToolTip(texts.text(u"edittag.image.tip"));
+    m_cover->setAccessibleName(texts.text(u"edittag.image.name"));
 }
 
 /// By eye: down the first column, down the second, down the third, the cover, the buttons above.
@@ -537,6 +540,11 @@ void EditTagWidget::setWaiting(qint64 tracks)
     m_waiting = tracks;
     m_mark->setText(m_warning.isEmpty() ? m_waitingText.arg(tracks) : u"⚠ "_s + m_warning);
     m_mark->setVisible(!m_warning.isEmpty() || tracks > 0);
+}
+
+void EditTagWidget::setCover(const QByteArray& picture)
+{
+    m_cover->setPicture(picture);
 }
 
 // ---- what the user does

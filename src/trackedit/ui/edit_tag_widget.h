@@ -48,6 +48,7 @@ public:
     void setTrack(const PanelTrack& track) override;
     void setUse(PanelUse use, const QString& why) override;
     void setWaiting(qint64 tracks) override;
+    void setCover(const QByteArray& picture) override;
 
 signals:
     /// The panel has come into the window, or has gone.

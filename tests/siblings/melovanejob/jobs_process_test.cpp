@@ -142,9 +142,10 @@ TEST_F(JobsProcess, AskedForTheLibraryItEndsItsJobAnswersAndEnds)
     ASSERT_TRUE(waitFor([this] { return !started().isEmpty(); }));
     EXPECT_TRUE(isLocked(jobLock()));
     const QList<QByteArray> words = started().first().split(' ');
-    ASSERT_EQ(words.size(), 3);
+    ASSERT_EQ(words.size(), 4);
     EXPECT_EQ(words[1].toInt(), published());
-    EXPECT_EQ(words[2], "hidden");
+    EXPECT_EQ(words[2], "--quiet");
+    EXPECT_EQ(words[3], "hidden");
     tell(message::kReleaseDatabase);
     EXPECT_EQ(m_heard, QStringList{u"1037 0 2"_s});
     EXPECT_NE(::kill(words[0].toInt(), 0), 0) << "the job has let go before the answer";

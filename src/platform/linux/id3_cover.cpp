@@ -1,0 +1,191 @@
+#include "platform/linux/id3_cover.h"
+
+#include "platform/linux/id3_frames.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <string_view>
+
+namespace melovane::linux_media {
+
+namespace {
+
+constexpr qint64 kHeaderLength = 10;
+constexpr int kMaxTags = 8;
+
+/// What stands in front of the bytes of a picture is no longer than this.
+constexpr qint64 kLongestHead = qint64{4} * 1024;
+
+/// The kind of a picture that leads to none.
+constexpr int kNoKind = -1;
+
+/// Which of two kinds is shown: front cover, no kind, any other, back cover, the two small icons.
+int rankOf(int kind)
+{
+    static constexpr std::array kLast = {4, 1, 2};
+    if (kind == 3) {
+        return 0;
+    }
+    if (kind == 0) {
+        return 1;
+    }
+    const auto found = std::find(kLast.begin(), kLast.end(), kind);
+    return found == kLast.end() ? 2 : 3 + int(found - kLast.begin());
+}
+
+/// What the beginning of a picture frame tells.
+struct PictureHead
+{
+    int kind = kNoKind;
+    qint64 length = 0; ///< bytes in front of the picture
+};
+
+/// Where the zero that ends a text stands; the size of the bytes when there is none.
+size_t endOfText(Bytes bytes, size_t from, bool isWide)
+{
+    const size_t step = isWide ? 2 : 1;
+    for (size_t at = from; at + step <= bytes.size(); at += step) {
+        if (bytes[at] == 0 && (!isWide || bytes[at + 1] == 0)) {
+            return at;
+        }
+    }
+    return bytes.size();
+}
+
+PictureHead headOf(Bytes bytes, int version)
+{
+    constexpr size_t kFormatLength = 3; // of version 2.2
+    if (bytes.size() < 1 + kFormatLength + 1) {
+        return {};
+    }
+    const size_t typeAt = version == 2 ? 1 + kFormatLength : endOfText(bytes, 1, false) + 1;
+    const size_t mimeEnd = version == 2 ? typeAt : typeAt - 1;
+    const std::string_view mime(reinterpret_cast<const char*>(bytes.data()) + 1,
+                                std::min(mimeEnd, bytes.size()) - 1);
+    if (typeAt + 1 >= bytes.size() || mime == "-->") {
+        return {};
+    }
+    const bool isWide = bytes[0] == 1 || bytes[0] == 2;
+    const size_t end = endOfText(bytes, typeAt + 1, isWide);
+    const size_t length = end + (isWide ? 2 : 1);
+    return length < bytes.size() ? PictureHead{bytes[typeAt], qint64(length)} : PictureHead{};
+}
+
+/// The bytes of a frame that stand in the file as they are, from `begin` on.
+QByteArray plainBytes(const TagBody& body, qint64 begin, qint64 length)
+{
+    QByteArray result;
+    result.reserve(length);
+    while (result.size() < length) {
+        const Bytes piece = body.at(begin + result.size(), length - result.size());
+        if (piece.empty()) {
+            return {};
+        }
+        result.append(reinterpret_cast<const char*>(piece.data()), qsizetype(piece.size()));
+    }
+    return result;
+}
+
+/// The best picture so far.
+struct Best
+{
+    int rank = 99;
+    QByteArray bytes;
+};
+
+void takePicture(const TagBody& body,
+                 const FrameWalk& walk,
+                 const FrameHeader& header,
+                 qint64 place,
+                 int version,
+                 Best& best)
+{
+    std::vector<quint8> decoded;
+    const Bytes start = walk.contentAt(header, place, decoded, kLongestHead);
+    const PictureHead head = headOf(start, version);
+    if (head.kind == kNoKind || rankOf(head.kind) >= best.rank) {
+        return;
+    }
+    const bool isPlain = !header.grouped && !header.compressed && !header.encrypted &&
+                         !header.unsynchronised && !header.hasLength;
+    QByteArray bytes;
+    if (isPlain) {
+        bytes =
+            plainBytes(body, place + walk.headerLength() + head.length, header.size - head.length);
+    } else {
+        const Bytes whole = walk.contentAt(header, place, decoded, kLargestPicture);
+        const Bytes picture = whole.subspan(std::min(size_t(head.length), whole.size()));
+        bytes =
+            QByteArray(reinterpret_cast<const char*>(picture.data()), qsizetype(picture.size()));
+    }
+    if (!bytes.isEmpty()) {
+        best = {rankOf(head.kind), bytes};
+    }
+}
+
+void readPictures(const TagBody& body, int version, bool isUnsynchronised, qint64 place, Best& best)
+{
+    const FrameWalk walk(body, version, isUnsynchronised);
+    for (int i = 0; i < kMaxFrames; ++i) {
+        const auto header = walk.headerAt(place);
+        if (!header) {
+            return;
+        }
+        if (contentOf(header->name) == FrameContent::Picture && !header->encrypted &&
+            header->size <= kLargestPicture) {
+            takePicture(body, walk, *header, place, version, best);
+        }
+        place += walk.headerLength() + header->size;
+    }
+}
+
+void readTag(MpegFile& file, qint64 begin, qint64 length, int version, unsigned flags, Best& best)
+{
+    constexpr unsigned kUnsynchronised = 0x80;
+    constexpr unsigned kExtended = 0x40;
+    const bool isUnsynchronised = (flags & kUnsynchronised) != 0;
+    if (version == 2 && (flags & kExtended) != 0) {
+        return; // a compression that was never defined
+    }
+    if (isUnsynchronised && version != 4 && length > MpegFile::kLargestPiece) {
+        return; // it would have to be decoded as a whole
+    }
+    const TagBody body = isUnsynchronised && version != 4
+                             ? TagBody(synchronised(file.at(begin, length)))
+                             : TagBody(file, begin, length);
+    const qint64 skip = (flags & kExtended) != 0 ? extendedHeader(body, version) : 0;
+    readPictures(body, version, isUnsynchronised, skip, best);
+}
+
+} // namespace
+
+QByteArray Id3CoverReader::cover(const QString& path) const
+{
+    MpegFile file(path);
+    Best best;
+    qint64 at = 0;
+    for (int i = 0; i < kMaxTags && file.isOpen(); ++i) {
+        const Bytes header = file.at(at, kHeaderLength);
+        if (header.size() < size_t(kHeaderLength) || std::memcmp(header.data(), "ID3", 3) != 0 ||
+            header[3] == 0xFF) {
+            break;
+        }
+        const int version = header[3];
+        const unsigned flags = header[5];
+        const qint64 size = tagSize(header.data() + 6);
+        constexpr unsigned kFooter = 0x10;
+        const qint64 footer = version == 4 && (flags & kFooter) != 0 ? kHeaderLength : 0;
+        const qint64 begin = at + kHeaderLength;
+        if (size > file.size() - begin - footer) {
+            break;
+        }
+        if (version >= 2 && version <= 4) {
+            readTag(file, begin, size, version, flags, best);
+        }
+        at = begin + size + footer;
+    }
+    return best.bytes;
+}
+
+} // namespace melovane::linux_media

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/media/cover_reader.h"
+
+namespace melovane::linux_media {
+
+/// Reads the pictures of ID3v2 tags at the beginning of a file, of versions 2.2, 2.3 and 2.4. Sizes
+/// are never trusted. Has no state.
+class Id3CoverReader : public CoverReader
+{
+public:
+    [[nodiscard]] QByteArray cover(const QString& path) const override;
+};
+
+} // namespace melovane::linux_media

@@ -1,0 +1,94 @@
+#include "siblings/sleeveviewer/sleeve_pictures.h"
+
+#include "platform/system/files.h"
+#include "platform/system/letter_case.h"
+#include "platform/system/path_text.h"
+#include "siblings/sleeveviewer/sleeve_track.h"
+#include "store/file_locator.h"
+
+#include <algorithm>
+#include <array>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr std::array kExtensions{u"jpg", u"jpeg", u"png", u"gif", u"bmp"};
+
+/// Names that other programs give to a cover, the likeliest first.
+constexpr std::array kCoverNames{u"cover", u"folder", u"front", u"album"};
+
+/// Names in one folder that are looked at before somebody waits too long.
+constexpr qsizetype kMaxNames = 20'000;
+
+template <typename Words> size_t placeIn(const Words& words, const QString& name)
+{
+    return size_t(std::find_if(words.begin(), words.end(),
+                               [&](const char16_t* word) { return name == QStringView(word); }) -
+                  words.begin());
+}
+
+bool isPicture(const QString& name)
+{
+    return placeIn(kExtensions, lowerCase(path::extension(name))) < kExtensions.size() &&
+           !name.startsWith(u'.');
+}
+
+size_t rankOf(const QString& name)
+{
+    return placeIn(kCoverNames, lowerCase(path::baseName(name)));
+}
+
+/// Empty when there is none, and for a name that leads out of the folder.
+QString coverOf(const Files& files, const QString& dataFolder, const QString& image)
+{
+    if (image.isEmpty() || std::any_of(image.begin(), image.end(), path::isSeparator)) {
+        return {};
+    }
+    const QString folder = path::join(dataFolder, u"Image");
+    for (const QString& place : {folder, path::join(folder, u"temp")}) {
+        const QString file = files.resolve(path::join(place, withoutJpg(image) + u".jpg"_s));
+        if (!file.isEmpty()) {
+            return file;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+QString withoutJpg(const QString& image)
+{
+    return image.endsWith(u".jpg"_s, Qt::CaseInsensitive) ? image.chopped(4) : image;
+}
+
+QStringList sleevePictures(const Files& files, const QString& dataFolder, const SleeveTrack& track)
+{
+    QStringList pictures;
+    if (const QString cover = coverOf(files, dataFolder, track.image); !cover.isEmpty()) {
+        pictures.append(cover);
+    }
+    if (track.audioFile.isEmpty()) {
+        return pictures;
+    }
+    // Folders of tracks have their separator at the end.
+    QString folder = path::withSeparator(path::parent(track.audioFile));
+    folder = path::parent(
+        FileLocator(files, dataFolder).ExistFile(folder, path::fileName(track.audioFile)));
+    QStringList names = files.names(folder);
+    names.resize(std::min(kMaxNames, names.size()));
+    names.erase(std::remove_if(names.begin(), names.end(),
+                               [](const QString& name) { return !isPicture(name); }),
+                names.end());
+    std::stable_sort(names.begin(), names.end(), [](const QString& one, const QString& other) {
+        return rankOf(one) < rankOf(other);
+    });
+    for (const QString& name : names.first(std::min(kMaxPictures, names.size()))) {
+        pictures.append(path::join(folder, name));
+    }
+    return pictures;
+}
+
+} // namespace melovane

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace melovane {
+
+class Files;
+struct SleeveTrack;
+
+/// Pictures of one folder that are looked at; in a folder of holiday pictures the rest is left out.
+inline constexpr qsizetype kMaxPictures = 200;
+
+/// A cover's name as its file has it in front of ".jpg": the library holds both forms.
+[[nodiscard]] QString withoutJpg(const QString& image);
+
+/// The picture files of a track, the cover first: the one in the folder "Image" of the data folder
+/// (also one that an import has put into "Image/temp"), then those beside the audio file, whose
+/// usual names for covers stand in front. May take as long as a slow disk takes.
+/// \param dataFolder also of the mappings of moved folders
+[[nodiscard]] QStringList
+sleevePictures(const Files& files, const QString& dataFolder, const SleeveTrack& track);
+
+} // namespace melovane

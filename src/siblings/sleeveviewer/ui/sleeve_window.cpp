@@ -1,0 +1,156 @@
+#include "siblings/sleeveviewer/ui/sleeve_window.h"
+
+#include "config/config_objects.h"
+#include "platform/qt/elided_label.h"
+#include "platform/qt/icon_set.h"
+#include "platform/qt/panel.h"
+#include "siblings/sleeveviewer/sleeve_viewer.h"
+#include "siblings/sleeveviewer/ui/sleeve_stage.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+SleeveWindow::SleeveWindow(SleeveViewer& viewer,
+                           const ConfigObjects& texts,
+                           const Skin& skin,
+                           const IconSet& icons)
+    : m_viewer(viewer)
+    , m_texts(texts)
+    , m_icons(icons)
+    , m_stage(new SleeveStage(skin, this))
+    , m_bar(new QWidget(this))
+    , m_title(new ElidedLabel(m_bar))
+    , m_caption(new ElidedLabel(m_bar))
+{
+    setObjectName(u"SleeveWindow"_s);
+    setWindowIcon(icons.icon(u"sleeve.viewer"_s));
+    m_stage->setAccessibleName(texts.text(u"viewer.title"));
+    buildCommands();
+    buildBar();
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_stage, 1);
+    column->addWidget(m_bar);
+    connect(m_stage, &SleeveStage::clicked, this, [this] { m_viewer.choose(); });
+    connect(m_stage, &SleeveStage::stepped, this, [this](int steps) {
+        for (; steps > 0; --steps) {
+            m_viewer.next();
+        }
+        for (; steps < 0; ++steps) {
+            m_viewer.previous();
+        }
+    });
+    refresh();
+}
+
+/// \param name of the text; that of the action, too
+QAction* SleeveWindow::addCommand(const QString& name,
+                                  const QList<QKeySequence>& keys,
+                                  const std::function<void()>& work)
+{
+    auto* action = new QAction(m_texts.text(name), this);
+    action->setObjectName(name);
+    action->setShortcuts(keys);
+    connect(action, &QAction::triggered, this, work);
+    // Of the window, so that they act whoever has the keyboard; on the stage they are its menu.
+    addAction(action);
+    m_stage->addAction(action);
+    return action;
+}
+
+void SleeveWindow::buildCommands()
+{
+    addCommand(u"viewer.next"_s, {Qt::Key_Right, Qt::Key_Down, Qt::Key_PageDown, Qt::Key_Space},
+               [this] { m_viewer.next(); });
+    addCommand(u"viewer.previous"_s, {Qt::Key_Left, Qt::Key_Up, Qt::Key_PageUp, Qt::Key_Backspace},
+               [this] { m_viewer.previous(); });
+    addCommand(u"viewer.first"_s, {Qt::Key_Home}, [this] { m_viewer.first(); });
+    addCommand(u"viewer.last"_s, {Qt::Key_End}, [this] { m_viewer.last(); });
+    addCommand(u"viewer.zoomin"_s, {Qt::Key_Plus, Qt::Key_Equal, QKeySequence::ZoomIn},
+               [this] { m_stage->zoom(1); });
+    addCommand(u"viewer.zoomout"_s, {Qt::Key_Minus, QKeySequence::ZoomOut},
+               [this] { m_stage->zoom(-1); });
+    addCommand(u"viewer.fit"_s, {Qt::Key_0}, [this] { m_stage->fit(); });
+    addCommand(u"viewer.fullscreen"_s, {Qt::Key_F11}, [this] { toggleFullScreen(); });
+    addCommand(u"viewer.choose"_s, {Qt::Key_Return, Qt::Key_Enter}, [this] { m_viewer.choose(); });
+    addCommand(u"viewer.close"_s, {Qt::Key_Escape}, [this] { leave(); });
+    m_stage->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+void SleeveWindow::buildBar()
+{
+    m_bar->setObjectName(u"Bar"_s);
+    m_title->setObjectName(u"lblTitle"_s);
+    m_caption->setObjectName(u"lblCaption"_s);
+    m_caption->setForegroundRole(QPalette::PlaceholderText);
+    auto* row = new QHBoxLayout(m_bar);
+    const int gap = fontMetrics().height() / 3;
+    row->setContentsMargins(gap * 2, gap, gap, gap);
+    row->setSpacing(gap);
+    row->addWidget(m_title, 3);
+    row->addWidget(m_caption, 2);
+    addTool(*row, u"viewer.previous"_s, u"back"_s);
+    addTool(*row, u"viewer.next"_s, u"forward"_s);
+    addTool(*row, u"viewer.zoomout"_s, u"zoom.out"_s);
+    addTool(*row, u"viewer.zoomin"_s, u"zoom.in"_s);
+    addTool(*row, u"viewer.fit"_s, u"zoom.fit"_s);
+    addTool(*row, u"viewer.fullscreen"_s, u"fullscreen"_s);
+}
+
+void SleeveWindow::addTool(QHBoxLayout& row, const QString& command, const QString& icon)
+{
+    auto* action = findChild<QAction*>(command);
+    auto* button = new QToolButton(m_bar);
+    button->setObjectName(u"tool."_s + command);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setIcon(m_icons.icon(icon));
+    Panel::tellTool(*button, action->text(), action->shortcut().toString(QKeySequence::NativeText),
+                    {});
+    connect(button, &QToolButton::clicked, action, &QAction::trigger);
+    row.addWidget(button);
+}
+
+void SleeveWindow::refresh()
+{
+    m_stage->setImage(m_viewer.image());
+    m_stage->setNote(m_viewer.noteTitle(), m_viewer.noteText());
+    m_title->setText(m_viewer.title());
+    m_caption->setText(m_viewer.caption());
+    const QString program = m_texts.text(u"viewer.title");
+    setWindowTitle(m_viewer.title().isEmpty() ? program : m_viewer.title() + u" - "_s + program);
+    for (const QString& command : {u"viewer.next"_s, u"viewer.previous"_s}) {
+        m_bar->findChild<QToolButton*>(u"tool."_s + command)->setEnabled(m_viewer.hasOthers());
+    }
+}
+
+void SleeveWindow::toggleFullScreen()
+{
+    if (isFullScreen()) {
+        m_bar->show();
+        m_wasMaximised ? showMaximized() : showNormal();
+    } else {
+        m_wasMaximised = isMaximized();
+        m_bar->hide();
+        showFullScreen();
+    }
+}
+
+/// Escape leaves the full screen first.
+void SleeveWindow::leave()
+{
+    if (isFullScreen()) {
+        toggleFullScreen();
+    } else {
+        close();
+    }
+}
+
+} // namespace melovane

@@ -1,0 +1,84 @@
+#include "trackedit/cover_change.h"
+
+#include "bus/event_guard.h"
+#include "config/config_objects.h"
+#include "config/global_settings.h"
+#include "platform/controls/file_chooser.h"
+#include "platform/controls/warnings.h"
+#include "platform/system/path_text.h"
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString kSection = u"Global"_s;
+
+/// Where the last picture was found.
+const QString kFolder = u"NewImage.Such.DIR"_s;
+
+/// Largest width of a cover in pixels, and its quality.
+const QString kMostWidth = u"Import.Image.Max.Size"_s;
+const QString kQuality = u"Import.Image.Quality"_s;
+constexpr int kFirstWidth = 500;
+constexpr int kFirstQuality = 75;
+
+} // namespace
+
+CoverChange::CoverChange(Parts parts)
+    : m_parts(std::move(parts))
+{}
+
+void CoverChange::choose(const Covers::Track& track)
+{
+    GlobalSettings& settings = m_parts.settings;
+    const QStringList chosen = m_parts.chooser.openFiles(
+        {.title = m_parts.texts.text(u"edittag.image.title"),
+         .start = settings.GetKeyValue(kSection, kFolder, QString()),
+         .kind = m_parts.texts.text(u"edittag.image.kind"),
+         .patterns = {u"*.bmp"_s, u"*.jpg"_s, u"*.jpeg"_s, u"*.gif"_s, u"*.png"_s}});
+    if (chosen.isEmpty()) {
+        return;
+    }
+    const QString picture = chosen.first();
+    settings.WriteKeyValue(kSection, kFolder, path::parent(picture));
+    m_parts.covers.prepare(
+        track.fid, picture,
+        std::max(1, settings.GetKeyValueLong(kSection, kMostWidth, kFirstWidth)),
+        settings.GetKeyValueLong(kSection, kQuality, kFirstQuality),
+        [this, track, picture](const Covers::Ready& ready) { take(track, ready, picture); });
+}
+
+void CoverChange::take(const Covers::Track& track,
+                       const Covers::Ready& ready,
+                       const QString& picture)
+{
+    if (ready.image.isEmpty()) {
+        m_parts.tell(m_parts.texts.text(u"edittag.image.unreadable", picture));
+        return;
+    }
+    const bool isSaved =
+        m_parts.guard.run(u"SaveImage"_s, [&] { m_parts.save(track, ready.image); });
+    if (!isSaved) {
+        return;
+    }
+    if (track.image != ready.image) {
+        m_parts.covers.setAside(track.image);
+    }
+    m_parts.changed(track.fid);
+    m_parts.covers.write(track.file, ready.jpeg,
+                         [this, file = track.file](const TagWriting& how) { written(file, how); });
+}
+
+/// The database has the cover by now; that the file lacks it is for the user to know.
+void CoverChange::written(const QString& file, const TagWriting& how) const
+{
+    if (how.fault == TagWriteFault::None) {
+        return;
+    }
+    m_parts.warnings.ShowWarning(m_parts.texts.text(u"edittag.save.text", file), WarningType::Stop,
+                                 m_parts.texts.text(u"edittag.save.title"), u"edittag.save"_s);
+}
+
+} // namespace melovane

@@ -1,0 +1,135 @@
+#include "trackedit/covers.h"
+
+#include "platform/media/cover_reader.h"
+#include "platform/media/picture_maker.h"
+#include "platform/system/files.h"
+#include "platform/system/path_text.h"
+#include "platform/system/worker.h"
+#include "trackedit/cover_files.h"
+
+#include <memory>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Width and quality of a cover on the screen.
+constexpr int kShownWidth = 640;
+constexpr int kShownQuality = 90;
+
+/// Quality of a cover that is taken out of a tag.
+constexpr int kTakenQuality = 90;
+
+const QString kTempCover = u"tempcover.jpg"_s;
+
+} // namespace
+
+Covers::Covers(CoverParts parts)
+    : m_parts(std::move(parts))
+{}
+
+QString Covers::fileOf(const QString& image) const
+{
+    return coverFile(m_parts.files, m_parts.dataFolder, image);
+}
+
+QByteArray Covers::read(const QString& file) const
+{
+    try {
+        return m_parts.files.read(file, kLargestPicture);
+    } catch (const IoError&) {
+        return {};
+    }
+}
+
+bool Covers::put(const QString& file, const QByteArray& bytes) const
+{
+    try {
+        m_parts.files.writeWhole(file, bytes);
+        return true;
+    } catch (const IoError&) {
+        return false;
+    }
+}
+
+void Covers::show(const Track& track, std::function<void(const QByteArray&)> shown)
+{
+    const quint64 question = ++m_asked;
+    const QString picture = fileOf(track.image);
+    auto made = std::make_shared<QByteArray>();
+    m_parts.worker.run(
+        [this, picture, file = track.file, made] {
+            const QByteArray bytes = picture.isEmpty() ? m_parts.reader.cover(file) : read(picture);
+            *made = m_parts.pictures.jpeg(bytes, kShownWidth, kShownQuality);
+        },
+        [this, question, made, shown = std::move(shown)] {
+            if (question == m_asked) {
+                shown(*made);
+            }
+        });
+}
+
+void Covers::takeOut(const Track& track,
+                     int mostWidth,
+                     std::function<void(const QString& image)> done)
+{
+    const QString image = track.image.isEmpty() ? track.fid : track.image;
+    const QString place = coverPlace(m_parts.dataFolder, image);
+    auto isThere = std::make_shared<bool>(false);
+    m_parts.worker.run(
+        [this, place, file = track.file, mostWidth, isThere] {
+            const QByteArray jpeg =
+                m_parts.pictures.jpeg(m_parts.reader.cover(file), mostWidth, kTakenQuality);
+            *isThere = !place.isEmpty() && !jpeg.isEmpty() && put(place, jpeg);
+        },
+        [image, isThere, done = std::move(done)] { done(*isThere ? image : QString()); });
+}
+
+void Covers::prepare(const QString& fid,
+                     const QString& picture,
+                     int mostWidth,
+                     int quality,
+                     std::function<void(const Ready&)> done)
+{
+    // Made when it is missing.
+    static_cast<void>(fileOf({}));
+    auto ready = std::make_shared<Ready>();
+    const auto facts = m_parts.files.facts(picture);
+    const QString image = facts ? coverName(fid, facts->modified) : QString();
+    m_parts.worker.run(
+        [this, picture, mostWidth, quality, image, ready] {
+            const QByteArray jpeg = m_parts.pictures.jpeg(read(picture), mostWidth, quality);
+            if (image.isEmpty() || jpeg.isEmpty()) {
+                return;
+            }
+            if (put(path::join(m_parts.dataFolder, kTempCover), jpeg) &&
+                put(coverPlace(m_parts.dataFolder, image), jpeg)) {
+                *ready = {image, jpeg};
+            }
+        },
+        [ready, done = std::move(done)] { done(*ready); });
+}
+
+void Covers::write(const QString& file,
+                   const QByteArray& jpeg,
+                   std::function<void(const TagWriting&)> done)
+{
+    auto how = std::make_shared<TagWriting>();
+    m_parts.worker.run(
+        [this, file, jpeg, how] {
+            TagWork work{file, {}};
+            work.changes.cover = CoverPicture{jpeg, u"image/jpeg"_s};
+            const std::vector<TagWriting> results = m_parts.writer.write({&work, 1});
+            *how = results.empty() ? TagWriting{TagWriteFault::Failed, {}, false} : results[0];
+        },
+        [how, done = std::move(done)] { done(*how); });
+}
+
+void Covers::setAside(const QString& image)
+{
+    setCoverAside(m_parts.files, m_parts.dataFolder, image);
+}
+
+} // namespace melovane
