@@ -56,10 +56,12 @@ void BenchGridPanel::buildTools(const IconSet& icons)
                 &BenchGridPanel::filesWanted);
     }
     m_undo = add(u"cmdUndo"_s, u"undo"_s, u"undo"_s);
-    m_undo->setShortcut(QKeySequence::Undo);
+    connect(new QShortcut(QKeySequence::Undo, this), &QShortcut::activated, &tracks,
+            &BenchTracks::undo);
     connect(m_undo, &QToolButton::clicked, &tracks, &BenchTracks::undo);
     m_redo = add(u"cmdRedo"_s, u"redo"_s, u"redo"_s);
-    m_redo->setShortcut(QKeySequence::Redo);
+    connect(new QShortcut(QKeySequence::Redo, this), &QShortcut::activated, &tracks,
+            &BenchTracks::redo);
     connect(m_redo, &QToolButton::clicked, &tracks, &BenchTracks::redo);
     connect(add(u"cmdAll"_s, u"selectall"_s, u"all"_s), &QToolButton::clicked, this,
             &BenchGridPanel::selectAll);

@@ -13,6 +13,7 @@
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QProgressBar>
@@ -268,6 +269,13 @@ void BenchWindow::reject()
     if (m_session.tracks().changedCells() == 0 ||
         ask(this, m_session.texts().text(u"bench.discard"))) {
         QDialog::reject();
+    }
+}
+
+void BenchWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QDialog::keyPressEvent(event);
     }
 }
 

@@ -54,6 +54,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    /// Enter belongs to the field that it is pressed in, and applies nothing.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void buildDialogs();

@@ -1,0 +1,237 @@
+#include "config/config_objects.h"
+#include "config/melovane_configuration.h"
+#include "platform/linux/tag_reader.h"
+#include "platform/qt/data_grid.h"
+#include "platform/qt/icon_set.h"
+#include "platform/qt/qt_message_loop.h"
+#include "platform/qt/skin.h"
+#include "support/mp3_maker.h"
+#include "support/suite_fixture.h"
+#include "tagbench/ui/bench_window.h"
+#include "tagbench/ui/preview_page.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTest>
+#include <QToolButton>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+class TagBenchWindow : public test::SuiteFixture
+{
+protected:
+    TagBenchWindow() { MelovaneConfiguration::fill(texts); }
+
+    QString add(const QString& name, const QString& title)
+    {
+        music.write(name, test::simpleMp3(title, u"Wer"_s));
+        const QString fid = suite.library.add(
+            {.Titel = title, .Interpret = u"Wer"_s, .Path = music.path() + u'/', .DName = name});
+        suite.execute(u"insert into TEMP_MP3Edit (FID, PLID) values ('%1', -1)"_s.arg(fid));
+        return fid;
+    }
+
+    void open(BenchMode mode = BenchMode::Edit)
+    {
+        session = std::make_unique<BenchSession>(
+            BenchSession::Parts{*suite.engine, *settings, suite.files, *reader, suite.clock, texts,
+                                suite.dataFolder()},
+            mode);
+        session->whenWritten = [this] { ++written; };
+        window = std::make_unique<BenchWindow>(skin, icons, *session, loop, NoteColours());
+        window->ask = [this](QWidget*, const QString&) {
+            ++asked;
+            return answer;
+        };
+        window->tell = [this](QWidget*, const QStringList& lines) { told = lines; };
+        window->chooseFolder = [this](QWidget*) { return music.path(); };
+        window->show();
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        window->load();
+    }
+
+    template <typename T> T* find(const QString& name) { return window->findChild<T*>(name); }
+
+    /// Of the page on top.
+    template <typename T> T* onPage(const QString& page, const QString& name)
+    {
+        return find<PreviewPage>(u"Page_"_s + page)->findChild<T*>(name);
+    }
+
+    void showPage(int index) { find<QTabBar>(u"TabStrip1"_s)->setCurrentIndex(index); }
+
+    void click(const QString& name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
+
+    [[nodiscard]] QString cell(const QString& fid, const QString& column)
+    {
+        return suite.value(u"select %1 from db_all where FID='%2'"_s.arg(column, fid)).toText();
+    }
+
+    test::TempFolder music;
+    ConfigObjects texts{suite.folders.paths(), suite.folders.profile(), suite.files};
+    std::unique_ptr<GlobalSettings> settings = suite.makeSettings();
+    std::unique_ptr<TagReader> reader = linux_media::makeTagReader();
+    Skin skin{*qobject_cast<QApplication*>(QCoreApplication::instance())};
+    IconSet icons{skin};
+    QtMessageLoop loop;
+    std::unique_ptr<BenchSession> session;
+    std::unique_ptr<BenchWindow> window;
+    int written = 0;
+    int asked = 0;
+    bool answer = false;
+    QStringList told;
+};
+
+TEST_F(TagBenchWindow, AFieldChangesAllMarkedTracksWhenItIsAppliedByMouse)
+{
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    const QString two = add(u"b.mp3"_s, u"Zwei"_s);
+    open();
+    EXPECT_TRUE(suite.column(u"select FID from TEMP_MP3Edit"_s).isEmpty());
+    EXPECT_EQ(find<QLineEdit>(u"txtTitel"_s)->placeholderText(), u"mehrere Werte"_s);
+    EXPECT_EQ(find<QLineEdit>(u"txtInterpret"_s)->text(), u"Wer"_s);
+    EXPECT_FALSE(find<QPushButton>(u"cmdApply"_s)->isEnabled());
+    QTest::keyClicks(find<QLineEdit>(u"txtAlbum"_s), u"Platte"_s);
+    EXPECT_EQ(find<QLabel>(u"lblChanges"_s)->text(), u"2 Änderungen in 2 Titeln"_s);
+    EXPECT_EQ(cell(one, u"Album"_s), QString());
+    click(u"cmdApply"_s);
+    EXPECT_EQ(cell(one, u"Album"_s), u"Platte"_s);
+    EXPECT_EQ(cell(two, u"Album"_s), u"Platte"_s);
+    EXPECT_EQ(cell(two, u"Titel"_s), u"Zwei"_s);
+    EXPECT_EQ(written, 1);
+    EXPECT_TRUE(told.isEmpty());
+    EXPECT_EQ(find<QLabel>(u"lblChanges"_s)->text(), u"0 Änderungen in 0 Titeln"_s);
+}
+
+TEST_F(TagBenchWindow, EverythingGoesByKeyboardAlone)
+{
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    add(u"b.mp3"_s, u"Zwei"_s);
+    open();
+    auto* grid = find<DataGrid>(u"TDBGrid1"_s);
+    QTest::keyClick(grid, Qt::Key_Home);
+    EXPECT_EQ(grid->selection(), (std::vector<RowRange>{{0, 0}}));
+    QTest::keyClicks(find<QLineEdit>(u"txtJahr"_s), u"1999"_s);
+    grid->setFocus();
+    QTest::keyClick(grid, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(session->tracks().changedCells(), 0);
+    QTest::keyClicks(find<QLineEdit>(u"txtBPM"_s), u"128.5"_s);
+    EXPECT_EQ(find<QLineEdit>(u"txtBPM"_s)->text(), u"128.5"_s);
+    QTest::keyClick(window.get(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(cell(one, u"BPM"_s), u"128.5"_s);
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(asked, 0);
+}
+
+TEST_F(TagBenchWindow, FieldsComeFromTheNamesOfTheFiles)
+{
+    const QString one = add(u"03_Die Zwei - Das Lied.mp3"_s, u"x"_s);
+    add(u"Nordkap.mp3"_s, u"Nordkap"_s);
+    open();
+    auto* line = onPage<QLineEdit>(u"names"_s, u"txtTemplate"_s);
+    line->clear();
+    QTest::keyClicks(line, u"%TO_%I - %N"_s);
+    EXPECT_EQ(find<PreviewPage>(u"Page_names"_s)->summary(), u"1 von 2 Dateinamen passen"_s);
+    QTest::keyClick(line, Qt::Key_Return);
+    EXPECT_EQ(session->tracks().changedCells(), 3);
+    window->apply();
+    EXPECT_EQ(cell(one, u"Titel"_s), u"Das Lied"_s);
+    EXPECT_EQ(cell(one, u"Interpret"_s), u"Die Zwei"_s);
+    EXPECT_EQ(cell(one, u"Track"_s), u"3"_s);
+}
+
+TEST_F(TagBenchWindow, FilesAreRenamedAndCollisionsStay)
+{
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    const QString two = add(u"b.mp3"_s, u"Zwei"_s);
+    const QString three = add(u"c.mp3"_s, u"Zwei"_s);
+    open();
+    showPage(1);
+    auto* line = onPage<QLineEdit>(u"rename"_s, u"txtTemplate"_s);
+    line->setText(u"%I/%N"_s);
+    EXPECT_TRUE(onPage<QLabel>(u"rename"_s, u"lblWarning"_s)->isVisible());
+    QTest::mouseClick(onPage<QPushButton>(u"rename"_s, u"cmdTake"_s), Qt::LeftButton);
+    EXPECT_EQ(suite.files.names(music.path()).size(), 3) << "nothing happens before it is applied";
+    window->apply();
+    EXPECT_EQ(cell(one, u"DName"_s), u"Eins.mp3"_s);
+    EXPECT_EQ(cell(one, u"Path"_s), music.path() + u"/Wer/"_s);
+    EXPECT_EQ(cell(two, u"DName"_s), u"b.mp3"_s);
+    EXPECT_EQ(cell(three, u"DName"_s), u"c.mp3"_s);
+    EXPECT_TRUE(suite.files.fileExists(music.file(u"Wer/Eins.mp3"_s)));
+}
+
+TEST_F(TagBenchWindow, APlaceThatIsFoundCanBeLeftOut)
+{
+    const QString one = add(u"a.mp3"_s, u"Orginal A"_s);
+    const QString two = add(u"b.mp3"_s, u"Orginal B"_s);
+    open();
+    showPage(2);
+    QTest::keyClicks(onPage<QLineEdit>(u"replace"_s, u"txtFind"_s), u"Orginal"_s);
+    QTest::keyClicks(onPage<QLineEdit>(u"replace"_s, u"txtReplace"_s), u"Original"_s);
+    auto* places = onPage<DataGrid>(u"replace"_s, u"TDBGrid2"_s);
+    ASSERT_NE(places, nullptr);
+    places->goToRow(1, 0);
+    QTest::keyClick(places, Qt::Key_Space);
+    QTest::mouseClick(onPage<QPushButton>(u"replace"_s, u"cmdTake"_s), Qt::LeftButton);
+    window->apply();
+    EXPECT_EQ(cell(one, u"Titel"_s), u"Original A"_s);
+    EXPECT_EQ(cell(two, u"Titel"_s), u"Orginal B"_s);
+}
+
+TEST_F(TagBenchWindow, WhatIsNotAppliedIsNotLostWithoutAQuestion)
+{
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    open();
+    QTest::keyClicks(find<QLineEdit>(u"txtAlbum"_s), u"P"_s);
+    window->close();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(asked, 1);
+    answer = true;
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(cell(one, u"Album"_s), QString());
+}
+
+TEST_F(TagBenchWindow, WhatCouldNotBeWrittenIsTold)
+{
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    open();
+    QTest::keyClicks(find<QLineEdit>(u"txtAlbum"_s), u"P"_s);
+    suite.execute(u"update db_all set Album='Q' where FID='%1'"_s.arg(one));
+    window->apply();
+    ASSERT_EQ(told.size(), 2);
+    EXPECT_TRUE(told[1].endsWith(u"a.mp3: Inzwischen anderswo geändert"_s));
+    EXPECT_EQ(cell(one, u"Album"_s), u"Q"_s);
+    EXPECT_EQ(session->tracks().changedCells(), 1);
+}
+
+TEST_F(TagBenchWindow, NewFilesAreImportedWithWhatWasChangedOfThem)
+{
+    add(u"known.mp3"_s, u"Alt"_s);
+    music.write(u"neu.mp3"_s, test::simpleMp3(u"Neu"_s, u"Wer"_s));
+    music.write(u"kaputt.mp3"_s, "not music");
+    open(BenchMode::Import);
+    EXPECT_EQ(suite.column(u"select FID from TEMP_MP3Edit"_s).size(), 1);
+    QTest::mouseClick(find<QToolButton>(u"cmdFolder"_s), Qt::LeftButton);
+    ASSERT_EQ(session->tracks().count(), 1);
+    EXPECT_EQ(find<QLabel>(u"lblProgress"_s)->text(),
+              u"1 neue Dateien, 1 schon bekannt, 1 nicht lesbar"_s);
+    EXPECT_EQ(suite.value(u"select count(*) from db_all"_s).toLong(), 1);
+    QTest::keyClicks(find<QLineEdit>(u"txtAlbum"_s), u"Platte"_s);
+    click(u"cmdApply"_s);
+    EXPECT_EQ(suite.column(u"select Album from db_all where DName='neu.mp3'"_s),
+              QStringList{u"Platte"_s});
+    EXPECT_FALSE(session->canApply());
+    EXPECT_EQ(written, 1);
+}
+
+} // namespace
+} // namespace melovane
