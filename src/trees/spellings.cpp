@@ -62,25 +62,23 @@ void PlaceMap::grow()
 }
 
 Spellings::Spellings()
-    : m_places(1)
-    , m_texts{QString()}
+    : m_texts{QString()}
 {}
 
-std::string_view Spellings::bytesOf(std::uint32_t number) const
+std::string_view Spellings::bytesOf(const Slot& slot) const
 {
-    const Place& place = m_places[number];
-    return {m_bytes.data() + place.begin, place.size};
+    return {m_bytes.data() + slot.begin, slot.size};
 }
 
 void Spellings::read(const WalkedRow& row, int column)
 {
     const std::string_view bytes = row.bytes(column);
-    // Tracks of one album or folder mostly stand together.
-    if (bytes == bytesOf(m_present)) {
+    if (bytes.empty()) {
+        m_last = {};
         return;
     }
-    if (bytes.empty()) {
-        m_present = 0;
+    // Tracks of one album or folder mostly stand together.
+    if (bytes.size() == m_last.size && bytes == bytesOf(m_last)) {
         return;
     }
     if (isFull(m_texts.size(), m_slots.size())) {
@@ -91,17 +89,15 @@ void Spellings::read(const WalkedRow& row, int column)
     for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
         Slot& slot = m_slots[at];
         if (slot.number == 0) {
-            slot = {hash, std::uint32_t(m_texts.size())};
-            m_places.push_back({m_bytes.size(), bytes.size()});
+            slot = {hash, std::uint32_t(m_texts.size()), std::uint32_t(bytes.size()),
+                    m_bytes.size()};
             m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end());
             m_texts.push_back(row.text(column));
-            m_present = slot.number;
-            return;
+        } else if (slot.hash != hash || bytesOf(slot) != bytes) {
+            continue;
         }
-        if (slot.hash == hash && bytesOf(slot.number) == bytes) {
-            m_present = slot.number;
-            return;
-        }
+        m_last = slot;
+        return;
     }
 }
 

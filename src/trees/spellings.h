@@ -42,7 +42,7 @@ public:
     void read(const WalkedRow& row, int column);
 
     /// Number of the text that was read last.
-    [[nodiscard]] std::uint32_t present() const { return m_present; }
+    [[nodiscard]] std::uint32_t present() const { return m_last.number; }
 
     [[nodiscard]] const std::vector<QString>& texts() const { return m_texts; }
 
@@ -50,26 +50,22 @@ public:
     [[nodiscard]] const std::vector<std::uint32_t>& ranks() const;
 
 private:
+    /// All that is asked to find a text, in one place: a look elsewhere costs more than the rest.
     struct Slot
     {
         std::uint32_t hash = 0;
         std::uint32_t number = 0; ///< 0 where there is no text
-    };
-
-    struct Place
-    {
+        std::uint32_t size = 0;
         std::size_t begin = 0; ///< in m_bytes
-        std::size_t size = 0;
     };
 
-    [[nodiscard]] std::string_view bytesOf(std::uint32_t number) const;
+    [[nodiscard]] std::string_view bytesOf(const Slot& slot) const;
     void grow();
 
     std::vector<Slot> m_slots; ///< a power of two of them
     std::vector<char> m_bytes; ///< all texts as the file keeps them
-    std::vector<Place> m_places;
     std::vector<QString> m_texts;
-    std::uint32_t m_present = 0;
+    Slot m_last;                                ///< of the text that was read last
     mutable std::vector<std::uint32_t> m_ranks; ///< of as many texts as were known when asked
 };
 

@@ -130,12 +130,27 @@ void ValueCounter::add(const WalkedRow& row)
     if (first == 0 || last == 0) {
         return;
     }
-    const std::uint64_t key = paired(first, last);
-    const std::uint32_t place = m_places.placeOf(key, std::uint32_t(m_counted.size()));
+    const std::uint32_t place = placeOf(first, last);
     if (place == m_counted.size()) {
-        m_counted.push_back({key, 0});
+        m_counted.push_back({paired(first, last), 0});
     }
     ++m_counted[place].count;
+}
+
+/// Of a group that is met for the first time: the place behind all others.
+std::uint32_t ValueCounter::placeOf(std::uint32_t first, std::uint32_t last)
+{
+    const auto next = std::uint32_t(m_counted.size());
+    if (m_columns.size() > 1) {
+        return m_pairs.placeOf(paired(first, last), next);
+    }
+    if (m_single.size() <= first) {
+        m_single.resize(m_columns.front().texts->texts().size());
+    }
+    if (m_single[first] == 0) {
+        m_single[first] = next + 1;
+    }
+    return m_single[first] - 1;
 }
 
 std::vector<ValueCounter::Group> ValueCounter::groups() const
@@ -230,12 +245,18 @@ void FolderCounter::begin(std::vector<CountedColumn> columns)
 
 std::uint32_t FolderCounter::volumeOf(int typ, std::uint32_t label)
 {
-    const std::uint32_t number =
-        m_volumeNumbers.placeOf(paired(std::uint32_t(typ), label), std::uint32_t(m_volumes.size()));
-    if (number == m_volumes.size()) {
-        m_volumes.push_back({typ, label});
+    const auto isLast = [&] {
+        const Volume& last = m_volumes[m_lastVolume];
+        return last.typ == typ && last.label == label;
+    };
+    if (m_volumes.empty() || !isLast()) {
+        m_lastVolume = m_volumeNumbers.placeOf(paired(std::uint32_t(typ), label),
+                                               std::uint32_t(m_volumes.size()));
+        if (m_lastVolume == m_volumes.size()) {
+            m_volumes.push_back({typ, label});
+        }
     }
-    return number;
+    return m_lastVolume;
 }
 
 void FolderCounter::add(const WalkedRow& row)

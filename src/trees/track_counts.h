@@ -96,9 +96,12 @@ private:
 
     QStringList m_names;
     Tracks m_tracks;
+    [[nodiscard]] std::uint32_t placeOf(std::uint32_t first, std::uint32_t last);
+
     std::vector<CountedColumn> m_columns;
-    PlaceMap m_places;
-    std::vector<Counted> m_counted; ///< in the order in which they were met
+    std::vector<std::uint32_t> m_single; ///< of one column: by spelling, places counted from 1
+    PlaceMap m_pairs;                    ///< of two columns: places
+    std::vector<Counted> m_counted;      ///< in the order in which they were met
 };
 
 /// Tracks by the day of their import.
@@ -158,6 +161,7 @@ private:
     CountedColumn m_labels;
     PlaceMap m_volumeNumbers;
     std::vector<Volume> m_volumes;
+    std::uint32_t m_lastVolume = 0; ///< of the track before, as a rule the next one's, too
     PlaceMap m_places;
     std::vector<Counted> m_counted; ///< in the order in which they were met
 };
