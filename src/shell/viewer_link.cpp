@@ -37,12 +37,17 @@ void ViewerLink::publish()
 void ViewerLink::received(const MLVMessage& message)
 {
     if (bus::kInfoFromFid.compare(message.Command, Qt::CaseInsensitive) == 0) {
-        m_fid = message.Value1.toText();
-        m_timer->stop();
-        m_timer->start();
+        trackEntered(message.Value1.toText());
     } else if (bus::kCreateToolBars.compare(message.Command, Qt::CaseInsensitive) == 0) {
         publish(); // this copy is the one that runs: its window is being loaded
     }
+}
+
+void ViewerLink::trackEntered(const QString& fid)
+{
+    m_fid = fid;
+    m_timer->stop();
+    m_timer->start();
 }
 
 void ViewerLink::tellViewer()

@@ -13,8 +13,9 @@ class GlobalSettings;
 class MessageLoop;
 class Timer;
 
-/// Lets the cover viewer follow the row of the console: the track of "info.from.fid" goes to a
-/// viewer that runs, a moment later, so that a row that is only passed on the way costs nothing.
+/// Lets the cover viewer follow the row of the console: the track of "info.from.fid", and that of
+/// trackEntered(), goes to a viewer that runs, a moment later, so that a row that is only passed on
+/// the way costs nothing.
 class ViewerLink
 {
 public:
@@ -26,6 +27,9 @@ public:
     ~ViewerLink();
     ViewerLink(const ViewerLink&) = delete;
     ViewerLink& operator=(const ViewerLink&) = delete;
+
+    /// The row of another track has become the current one, in whichever view.
+    void trackEntered(const QString& fid);
 
 private:
     /// Writes the own control where the viewer finds it.

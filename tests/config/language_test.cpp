@@ -38,6 +38,7 @@ const QSet<QString> kSameInBoth{
     u"detail.name"_s,
     u"column.Album"_s,
     u"edittag.size"_s,
+    u"edittag.image.name"_s,
     u"edittag.Path"_s,
     u"edittag.DKhz"_s,
     u"column.Genre"_s,

@@ -33,7 +33,7 @@ TEST_F(MelovaneConfigurationTest, EveryItemHasATextAndNoNameIsGivenTwice)
     size_t own = 0;
     for (const auto& table :
          {owntexts::windows(), owntexts::columns(), owntexts::views(), owntexts::importer(),
-          owntexts::exporting(), owntexts::lists(), owntexts::tagWriting()}) {
+          owntexts::exporting(), owntexts::lists(), owntexts::tagWriting(), owntexts::viewer()}) {
         own += table.size();
     }
     EXPECT_EQ(texts.AllObjects().size(), static_cast<size_t>(test::suiteTextNames().size()) + own);

@@ -20,7 +20,7 @@ std::vector<Format> formats()
 {
     return {changeDir(), disc(),        dragText(),    entryTexts(),    layout(),   messagePacket(),
             mounts(),    sampleState(), schemaTexts(), searchHistory(), settings(), snapshot(),
-            sound(),     tags(),        theme(),       treeKey(),       undoStep()};
+            sound(),     tags(),        tagSplice(),   theme(),         treeKey(),  undoStep()};
 }
 
 class FormatReplay : public testing::TestWithParam<Format>

@@ -73,13 +73,16 @@ TEST_F(SuiteLinks, JobsThatTheUserHasEndedStayEnded)
 
 TEST_F(SuiteLinks, TheViewerHearsOfTheRowOnWhichTheUserStays)
 {
-    const ViewerLink link(bus, *settings, messages, loop);
+    ViewerLink link(bus, *settings, messages, loop);
     const auto viewer = program(u"Message.Handle"_s, u"SleeveViewer.exe"_s);
     for (const QString& fid : {u"836123456001"_s, u"836123456002"_s, u"836123456003"_s}) {
         sender.SendMessage(bus::kInfoFromFid, fid);
     }
     EXPECT_TRUE(waitFor([this] { return !seen.isEmpty(); }));
     EXPECT_EQ(taken(), QStringList{u"2002 0 836123456003"_s});
+    link.trackEntered(u"836123456004"_s);
+    EXPECT_TRUE(waitFor([this] { return !seen.isEmpty(); }));
+    EXPECT_EQ(taken(), QStringList{u"2002 0 836123456004"_s});
 }
 
 TEST_F(SuiteLinks, AViewerThatHasJustBeenStartedGetsTheRowWhenItAsks)

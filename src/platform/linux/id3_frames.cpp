@@ -145,22 +145,42 @@ std::optional<FrameHeader> FrameWalk::anyHeaderAt(qint64 place) const
 /// Some programs write plain sizes into version 4; the place of the next frame tells.
 qint64 FrameWalk::sizeOfVersion4(qint64 place, quint32 plain, quint32 sevenBits) const
 {
-    if (plain == sevenBits || startsFrame(place + headerLength() + sevenBits)) {
+    const qint64 begin = place + headerLength();
+    if (plain == sevenBits || startsFrame(begin + sevenBits)) {
         return sevenBits;
     }
-    return startsFrame(place + headerLength() + plain) ? plain : sevenBits;
+    // In front of padding, too, unless something of another program stands where the frame ends by
+    // its size of seven bits.
+    const bool fits = startsFrame(begin + plain) &&
+                      (startsNamedFrame(begin + plain) || !startsStrange(begin + sevenBits));
+    return fits ? plain : sevenBits;
 }
 
 /// True for a frame's name, padding, and the end of the tag.
 bool FrameWalk::startsFrame(qint64 place) const
 {
-    if (place == m_body.length()) {
-        return true;
-    }
     const Bytes name = m_body.at(place, 4);
-    return !name.empty() &&
-           (std::all_of(name.begin(), name.end(), isNameLetter) ||
+    return place == m_body.length() || startsNamedFrame(place) ||
+           (!name.empty() &&
             std::all_of(name.begin(), name.end(), [](quint8 byte) { return byte == 0; }));
+}
+
+bool FrameWalk::startsNamedFrame(qint64 place) const
+{
+    const Bytes name = m_body.at(place, 4);
+    return !name.empty() && std::all_of(name.begin(), name.end(), isNameLetter);
+}
+
+/// True for a frame whose name has small letters, as some programs write their own.
+bool FrameWalk::startsStrange(qint64 place) const
+{
+    const Bytes header = m_body.at(place, headerLength());
+    const auto isAnyLetter = [](quint8 letter) {
+        return isNameLetter(letter) || (letter >= 'a' && letter <= 'z');
+    };
+    return qint64(header.size()) == headerLength() &&
+           std::all_of(header.begin(), header.begin() + 4, isAnyLetter) &&
+           bigEndian32(header.data() + 4) <= m_body.length() - place - headerLength();
 }
 
 Bytes FrameWalk::contentAt(const FrameHeader& header,

@@ -123,6 +123,8 @@ private:
     [[nodiscard]] std::optional<FrameHeader> anyHeaderAt(qint64 place) const;
     [[nodiscard]] qint64 sizeOfVersion4(qint64 place, quint32 plain, quint32 sevenBits) const;
     [[nodiscard]] bool startsFrame(qint64 place) const;
+    [[nodiscard]] bool startsNamedFrame(qint64 place) const;
+    [[nodiscard]] bool startsStrange(qint64 place) const;
 
     const TagBody& m_body;
     int m_version;

@@ -176,10 +176,12 @@ void TagSplice::setYear(const QString& wanted)
     };
     const bool hasYear = has(FrameContent::Year);
     const bool hasTime = has(FrameContent::RecordingTime);
-    if (hasYear || !hasTime) {
-        put(first().version() == 4 && !hasYear ? time : year, wanted);
+    const bool isTimed = first().version() == 4;
+    if (hasYear || (!hasTime && !isTimed)) {
+        put(year, wanted);
     }
-    if (hasTime) {
+    // Readers of version 2.4 look for the time alone.
+    if (hasTime || isTimed) {
         put(time, wanted);
     }
     // A year wins over a time, also one of a further tag.

@@ -118,6 +118,7 @@ void MainWing::connectViews()
                      [this] {
                          below.trees.tree.trackEntered(below.library.view.GetFID());
                          below.edit.panel.trackEntered(below.library.view.GetFID());
+                         below.suite.viewer.trackEntered(below.library.view.GetFID());
                      });
     QObject::connect(&below.playlist.view, &ctl_Playlist::historyChanged, &desk.window,
                      [this](const QString& undo, bool, const QString& redo, bool) {

@@ -2,6 +2,7 @@
 
 #include "platform/system/path_text.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
@@ -30,19 +31,12 @@ ReadPicture failed(PictureFault fault)
     return {.image = {}, .size = {}, .fault = fault};
 }
 
-} // namespace
-
-ReadPicture readPicture(const QString& name)
+ReadPicture decoded(QIODevice& device)
 {
-    QFile file(path::toSystem(name));
-    // A pipe or a device would be waited for without end.
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
-        return failed(PictureFault::Missing);
-    }
-    if (file.size() > kMaxPictureBytes) {
+    if (device.size() > kMaxPictureBytes) {
         return failed(PictureFault::TooLarge);
     }
-    QImageReader reader(&file);
+    QImageReader reader(&device);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     if (!isKnown(reader.format())) {
@@ -68,6 +62,28 @@ ReadPicture readPicture(const QString& name)
         return failed(PictureFault::Damaged);
     }
     return {.image = image, .size = isTurned ? stored.transposed() : stored};
+}
+
+} // namespace
+
+ReadPicture readPicture(const QString& name)
+{
+    QFile file(path::toSystem(name));
+    // A pipe or a device would be waited for without end.
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
+        return failed(PictureFault::Missing);
+    }
+    return decoded(file);
+}
+
+ReadPicture readPictureBytes(QByteArray bytes)
+{
+    if (bytes.isEmpty()) {
+        return failed(PictureFault::Missing);
+    }
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return decoded(buffer);
 }
 
 } // namespace melovane

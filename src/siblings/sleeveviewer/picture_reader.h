@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QImage>
 #include <QSize>
 #include <QString>
@@ -32,5 +33,7 @@ inline constexpr int kKeptPictureSide = 4096;
 
 /// Reads a JPEG, PNG, GIF or BMP, known by its content, turned as it says. May take a second.
 [[nodiscard]] ReadPicture readPicture(const QString& file);
+/// The same of a picture that stands in a tag; without bytes it is missing.
+[[nodiscard]] ReadPicture readPictureBytes(QByteArray bytes);
 
 } // namespace melovane

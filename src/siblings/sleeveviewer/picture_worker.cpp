@@ -4,8 +4,9 @@
 
 namespace melovane {
 
-PictureWorker::PictureWorker(std::function<QStringList(const SleeveTrack&)> find)
+PictureWorker::PictureWorker(Find find, Read read)
     : m_find(std::move(find))
+    , m_read(std::move(read))
 {
     m_thread.setObjectName(QStringLiteral("pictures"));
     m_there.moveToThread(&m_thread);
@@ -50,7 +51,7 @@ void PictureWorker::find(const SleeveTrack& track)
 void PictureWorker::read(const QString& file)
 {
     run(m_reading, [this, file]() -> std::function<void()> {
-        return [this, picture = readPicture(file)] { emit pictureRead(picture); };
+        return [this, picture = m_read(file)] { emit pictureRead(picture); };
     });
 }
 

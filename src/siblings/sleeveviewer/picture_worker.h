@@ -19,8 +19,11 @@ class PictureWorker : public QObject
     Q_OBJECT
 
 public:
-    /// \param find asked for the pictures of a track, on the worker's thread
-    explicit PictureWorker(std::function<QStringList(const SleeveTrack&)> find);
+    using Find = std::function<QStringList(const SleeveTrack& track)>;
+    using Read = std::function<ReadPicture(const QString& file)>;
+
+    /// Both are called on the worker's thread.
+    explicit PictureWorker(Find find, Read read = readPicture);
     /// Waits for the picture that is being read.
     ~PictureWorker() override;
     PictureWorker(const PictureWorker&) = delete;
@@ -36,7 +39,8 @@ signals:
 private:
     void run(std::atomic<int>& latest, const std::function<std::function<void()>()>& work);
 
-    std::function<QStringList(const SleeveTrack&)> m_find;
+    Find m_find;
+    Read m_read;
     std::atomic<int> m_search = 0;  ///< number of the last request to find
     std::atomic<int> m_reading = 0; ///< number of the last request to read
     QThread m_thread;

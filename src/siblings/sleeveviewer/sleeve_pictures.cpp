@@ -1,5 +1,6 @@
 #include "siblings/sleeveviewer/sleeve_pictures.h"
 
+#include "platform/media/cover_reader.h"
 #include "platform/system/files.h"
 #include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
@@ -30,12 +31,6 @@ template <typename Words> size_t placeIn(const Words& words, const QString& name
                   words.begin());
 }
 
-bool isPicture(const QString& name)
-{
-    return placeIn(kExtensions, lowerCase(path::extension(name))) < kExtensions.size() &&
-           !name.startsWith(u'.');
-}
-
 size_t rankOf(const QString& name)
 {
     return placeIn(kCoverNames, lowerCase(path::baseName(name)));
@@ -64,7 +59,17 @@ QString withoutJpg(const QString& image)
     return image.endsWith(u".jpg"_s, Qt::CaseInsensitive) ? image.chopped(4) : image;
 }
 
-QStringList sleevePictures(const Files& files, const QString& dataFolder, const SleeveTrack& track)
+bool isPictureName(const QString& name)
+{
+    const QString last = path::fileName(name);
+    return placeIn(kExtensions, lowerCase(path::extension(last))) < kExtensions.size() &&
+           !last.startsWith(u'.');
+}
+
+QStringList sleevePictures(const Files& files,
+                           const CoverReader& tags,
+                           const QString& dataFolder,
+                           const SleeveTrack& track)
 {
     QStringList pictures;
     if (const QString cover = coverOf(files, dataFolder, track.image); !cover.isEmpty()) {
@@ -74,13 +79,17 @@ QStringList sleevePictures(const Files& files, const QString& dataFolder, const 
         return pictures;
     }
     // Folders of tracks have their separator at the end.
-    QString folder = path::withSeparator(path::parent(track.audioFile));
-    folder = path::parent(
-        FileLocator(files, dataFolder).ExistFile(folder, path::fileName(track.audioFile)));
+    QString stored = path::withSeparator(path::parent(track.audioFile));
+    const QString audio =
+        FileLocator(files, dataFolder).ExistFile(stored, path::fileName(track.audioFile));
+    if (pictures.isEmpty() && !tags.cover(audio).isEmpty()) {
+        pictures.append(audio);
+    }
+    const QString folder = path::parent(audio);
     QStringList names = files.names(folder);
     names.resize(std::min(kMaxNames, names.size()));
     names.erase(std::remove_if(names.begin(), names.end(),
-                               [](const QString& name) { return !isPicture(name); }),
+                               [](const QString& name) { return !isPictureName(name); }),
                 names.end());
     std::stable_sort(names.begin(), names.end(), [](const QString& one, const QString& other) {
         return rankOf(one) < rankOf(other);

@@ -5,6 +5,7 @@
 
 namespace melovane {
 
+class CoverReader;
 class Files;
 struct SleeveTrack;
 
@@ -15,10 +16,16 @@ inline constexpr qsizetype kMaxPictures = 200;
 [[nodiscard]] QString withoutJpg(const QString& image);
 
 /// The picture files of a track, the cover first: the one in the folder "Image" of the data folder
-/// (also one that an import has put into "Image/temp"), then those beside the audio file, whose
-/// usual names for covers stand in front. May take as long as a slow disk takes.
+/// (also one that an import has put into "Image/temp"), without one the audio file itself when its
+/// tag holds a picture. Then those beside the audio file, whose usual names for covers stand in
+/// front. May take as long as a slow disk takes.
 /// \param dataFolder also of the mappings of moved folders
-[[nodiscard]] QStringList
-sleevePictures(const Files& files, const QString& dataFolder, const SleeveTrack& track);
+[[nodiscard]] QStringList sleevePictures(const Files& files,
+                                         const CoverReader& tags,
+                                         const QString& dataFolder,
+                                         const SleeveTrack& track);
+
+/// Whether a file of that name is looked at as a picture; others are audio files.
+[[nodiscard]] bool isPictureName(const QString& name);
 
 } // namespace melovane

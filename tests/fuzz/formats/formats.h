@@ -32,6 +32,7 @@ struct Format
 [[nodiscard]] Format snapshot();
 [[nodiscard]] Format sound();
 [[nodiscard]] Format tags();
+[[nodiscard]] Format tagSplice();
 [[nodiscard]] Format theme();
 [[nodiscard]] Format treeKey();
 [[nodiscard]] Format undoStep();

@@ -108,6 +108,14 @@ TEST_F(PictureReader, WhatIsNoFileIsMissing)
     EXPECT_EQ(readPicture(pipe).fault, PictureFault::Missing);
 }
 
+TEST_F(PictureReader, APictureOfATagIsReadByTheSameRules)
+{
+    EXPECT_EQ(readPictureBytes(encoded({40, 20}, "jpeg")).image.size(), QSize(40, 20));
+    EXPECT_EQ(readPictureBytes({}).fault, PictureFault::Missing);
+    EXPECT_EQ(readPictureBytes("text").fault, PictureFault::NoPicture);
+    EXPECT_EQ(readPictureBytes(pngHead(30'000, 30'000)).fault, PictureFault::TooLarge);
+}
+
 TEST_F(PictureReader, ACutPictureOfAnyLengthIsSurvived)
 {
     for (const char* format : {"jpeg", "png", "bmp"}) {

@@ -1,5 +1,7 @@
+#include "platform/linux/id3_cover.h"
 #include "siblings/sleeveviewer/sleeve_pictures.h"
 #include "siblings/sleeveviewer/sleeve_track.h"
+#include "support/mp3_maker.h"
 #include "support/suite_fixture.h"
 
 namespace melovane::test {
@@ -16,13 +18,14 @@ protected:
         const SleeveTrack track{
             .FID = u"1"_s, .title = {}, .image = image, .audioFile = music.file(u"a.mp3"_s)};
         QStringList names;
-        for (const QString& file : sleevePictures(suite.files, suite.dataFolder(), track)) {
+        for (const QString& file : sleevePictures(suite.files, tags, suite.dataFolder(), track)) {
             names.append(file.startsWith(music.path()) ? file.sliced(music.path().size() + 1)
                                                        : file.sliced(suite.dataFolder().size()));
         }
         return names;
     }
 
+    linux_media::Id3CoverReader tags;
     TempFolder music;
 };
 
@@ -70,11 +73,32 @@ TEST_F(SleevePictures, OfAFolderOfThousandsTwoHundredAreLookedAt)
     EXPECT_EQ(found.first(), u"front.png"_s);
 }
 
+/// An audio file whose tag of version 2.3 holds a small front cover.
+QByteArray audioWithCover(const QByteArray& cover)
+{
+    const QByteArray content =
+        QByteArray(1, '\0') + "image/png" + QByteArray("\0\x03\0", 3) + cover;
+    const QByteArray frame =
+        "APIC" + QByteArray(3, '\0') + char(content.size()) + QByteArray(2, '\0') + content;
+    return "ID3\x03" + QByteArray(5, '\0') + char(frame.size()) + frame + shortStream();
+}
+
+TEST_F(SleevePictures, ACoverInTheTagAloneIsShownAndOneInItsFileIsNotShownTwice)
+{
+    const QString audio = music.write(u"a.mp3"_s, audioWithCover("bild"));
+    music.write(u"back.jpg"_s, "x");
+    EXPECT_EQ(names({}), (QStringList{u"a.mp3"_s, u"back.jpg"_s}));
+    EXPECT_FALSE(isPictureName(audio));
+    EXPECT_EQ(tags.cover(audio), "bild");
+    suite.write(u"Image/one.jpg"_s, "x");
+    EXPECT_EQ(names(u"one"_s), (QStringList{u"/Image/one.jpg"_s, u"back.jpg"_s}));
+}
+
 TEST_F(SleevePictures, AFolderThatIsGoneHasNone)
 {
     const SleeveTrack track{
         .FID = u"1"_s, .title = {}, .image = {}, .audioFile = u"/no/such/folder/a.mp3"_s};
-    EXPECT_EQ(sleevePictures(suite.files, suite.dataFolder(), track), QStringList());
+    EXPECT_EQ(sleevePictures(suite.files, tags, suite.dataFolder(), track), QStringList());
 }
 
 class SleeveTracksTest : public SuiteFixture

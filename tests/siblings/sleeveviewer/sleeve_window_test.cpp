@@ -1,3 +1,4 @@
+#include "platform/linux/id3_cover.h"
 #include "platform/linux/linux_files.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
@@ -97,7 +98,7 @@ protected:
     Skin skin{*qApp};
     IconSet icons{skin};
     PictureWorker worker{[data = folder.path()](const SleeveTrack& track) {
-        return sleevePictures(LinuxFiles(), data, track);
+        return sleevePictures(LinuxFiles(), linux_media::Id3CoverReader(), data, track);
     }};
     SleeveViewer viewer{{.texts = catalogue.texts,
                          .trackByFid = [this](const QString& fid) { return library.value(fid); },

@@ -6,6 +6,7 @@
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
+#include "platform/linux/id3_cover.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/library_loan.h"
 #include "platform/linux/linux_environment.h"
@@ -47,9 +48,15 @@ public:
         , m_onlyCopy(lockFolders(), u"SleeveViewer"_s)
         , m_texts(m_paths, m_profile, m_files)
         , m_tracks(*m_engine, m_files, m_paths.GetConfigPath())
-        , m_worker([folder = m_paths.GetConfigPath()](const SleeveTrack& track) {
-            return sleevePictures(LinuxFiles(), folder, track);
-        })
+        , m_worker(
+              [folder = m_paths.GetConfigPath()](const SleeveTrack& track) {
+                  return sleevePictures(LinuxFiles(), linux_media::Id3CoverReader(), folder, track);
+              },
+              [](const QString& file) {
+                  return isPictureName(file)
+                             ? readPicture(file)
+                             : readPictureBytes(linux_media::Id3CoverReader().cover(file));
+              })
         , m_viewer(viewerParts())
     {
         // Language files are looked for in the current folder.

@@ -29,7 +29,6 @@ SleeveWindow::SleeveWindow(SleeveViewer& viewer,
     , m_caption(new ElidedLabel(m_bar))
 {
     setObjectName(u"SleeveWindow"_s);
-    setWindowIcon(icons.icon(u"sleeve.viewer"_s));
     m_stage->setAccessibleName(texts.text(u"viewer.title"));
     buildCommands();
     buildBar();

@@ -40,7 +40,12 @@ int runWindow(int argc, char** argv, MessageHandle console)
         return 1;
     }
     WriteTagsWindow window(program.work(), program.texts(), program.database());
-    window.whenOver = [&] { program.tellConsole(console); };
+    window.whenOver = [&] {
+        program.tellConsole(console);
+        if (window.isHidden()) {
+            QApplication::quit(); // no window closes by which it would end
+        }
+    };
     showAsStarted(window);
     window.start();
     const int code = QApplication::exec();

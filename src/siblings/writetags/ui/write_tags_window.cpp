@@ -134,7 +134,8 @@ void WriteTagsWindow::work()
     if (whenOver) {
         whenOver();
     }
-    if (m_work.report().isComplete()) {
+    // Started out of sight, it has nobody to read a report.
+    if (m_work.report().isComplete() || isHidden()) {
         close();
     } else {
         showReport();
