@@ -14,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// Letters of a file's name below the picture.
-constexpr qsizetype kMaxName = 60;
+constexpr qsizetype kMaxName = 32;
 
 } // namespace
 
@@ -94,7 +94,7 @@ void SleeveViewer::goTo(qsizetype index)
 
 void SleeveViewer::choose()
 {
-    if (!m_track.image.isEmpty() && m_state == State::Shown) {
+    if (canChoose()) {
         m_parts.choose(m_track.image);
     }
 }
