@@ -36,7 +36,7 @@ void SleeveViewer::showImage(const QString& image)
 
 void SleeveViewer::showTrack(SleeveTrack track)
 {
-    const bool isOther = track != m_track;
+    const bool isOther = track.FID.isEmpty() || track.FID != m_track.FID;
     m_track = std::move(track);
     if (isOther) {
         m_index = 0;

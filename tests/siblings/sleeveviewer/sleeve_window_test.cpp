@@ -127,6 +127,26 @@ TEST_F(SleeveWindowTest, ItFollowsTheRowOfTheConsole)
     EXPECT_TRUE(shows(u"1 / 3   cover.png   39 × 20"_s)) << caption().toStdString();
 }
 
+TEST_F(SleeveWindowTest, ATrackThatGetsACoverShowsItAndCanBeChosen)
+{
+    show();
+    viewer.showFid(u"2"_s);
+    ASSERT_TRUE(shows(u"front.png   39 × 20"_s));
+    QImage image(50, 50, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    folder.write(u"Image/new.jpg"_s, {});
+    ASSERT_TRUE(image.save(folder.file(u"Image/new.jpg"_s)));
+    library[u"2"_s].image = u"new"_s;
+    viewer.showFid(u"2"_s);
+    EXPECT_TRUE(shows(u"1 / 2   new.jpg   50 × 50"_s)) << caption().toStdString();
+    press(Qt::Key_Right);
+    ASSERT_TRUE(shows(u"2 / 2   front.png   39 × 20"_s)) << caption().toStdString();
+    viewer.showFid(u"2"_s);
+    ASSERT_TRUE(shows(u"2 / 2   front.png   39 × 20"_s)) << "the picture that is looked at stays";
+    press(Qt::Key_Return);
+    EXPECT_EQ(chosen, QStringList{u"new"_s});
+}
+
 TEST_F(SleeveWindowTest, ManyRowsInARowEndAtTheLast)
 {
     show();
