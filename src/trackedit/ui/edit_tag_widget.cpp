@@ -303,12 +303,27 @@ void EditTagWidget::buildForm()
     reflow(m_scroll->width());
 }
 
+/// The width that a form of so many columns beside such a cover needs.
+int EditTagWidget::widthOf(int columns, int cover) const
+{
+    const auto least = [this](size_t column) {
+        return m_columns[column]->minimumSizeHint().width();
+    };
+    const int beside = columns == 3   ? least(0) + least(1) + least(2)
+                       : columns == 2 ? least(0) + std::max(least(1), least(2))
+                                      : std::max({least(0), least(1), least(2)});
+    return cover * fontMetrics().height() + beside + columns * kColumnGap + 2 * kMargin;
+}
+
 /// As many columns beside the cover as have room; the others stand below.
 void EditTagWidget::reflow(int width)
 {
     const int lines = width / std::max(1, fontMetrics().height());
-    const int columns = lines >= kThreeColumns ? 3 : lines >= kTwoColumns ? 2 : 1;
-    const int cover = lines >= kLargeCover ? kCover : kSmallCover;
+    const auto fits = [&](int columns, int cover) { return widthOf(columns, cover) <= width; };
+    const int columns = lines >= kThreeColumns && fits(3, kCover)      ? 3
+                        : lines >= kTwoColumns && fits(2, kSmallCover) ? 2
+                                                                       : 1;
+    const int cover = lines >= kLargeCover && fits(columns, kCover) ? kCover : kSmallCover;
     const int layout = columns * 100 + cover;
     if (layout == m_layout) {
         return;
@@ -329,8 +344,8 @@ void EditTagWidget::reflow(int width)
                     columns == 3   ? 3
                     : columns == 2 ? 2
                                    : 1);
-    grid->addWidget(m_line, 3, 0, 1, 4);
-    grid->addWidget(m_facts, 4, 0, 1, 4);
+    grid->addWidget(m_line, 3, 0, 1, 1 + columns);
+    grid->addWidget(m_facts, 4, 0, 1, 1 + columns);
     for (int column = 1; column < 4; ++column) {
         const bool isUsed = column <= columns;
         grid->setColumnStretch(column, !isUsed ? 0 : column == 1 ? 3 : 2);

@@ -85,6 +85,7 @@ private:
     void setTexts(const ConfigObjects& texts);
     void setTabs();
     bool keyInField(PanelField field, int key);
+    [[nodiscard]] int widthOf(int columns, int cover) const;
     void reflow(int width);
 
     [[nodiscard]] Field& at(PanelField field) { return m_fields[std::size_t(field)]; }
