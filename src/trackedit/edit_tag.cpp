@@ -64,7 +64,10 @@ EditTag::EditTag(EditTagParts parts, EditTagForm& form)
     , m_messBus(subscribe(m_parts.bus, m_guard, *this, busTable()))
 {}
 
-EditTag::~EditTag() = default;
+EditTag::~EditTag()
+{
+    m_form.detach();
+}
 
 std::span<const BusRow<EditTag>> EditTag::busTable()
 {

@@ -203,12 +203,14 @@ std::optional<ArtistLetter> artistLetterOf(const QString& key)
 std::size_t roomForFolders(Database& database)
 {
     constexpr qint64 kMost = 1'000'000;
-    const auto end = [&](QLatin1StringView order) {
-        const auto row =
-            database.OpenRecordset("select top 1 id from tree_dir order by id "_L1 + order);
-        return row->Eof() ? qint64(0) : row->value(0).toInt64();
+    // Not by a recordset: a rebuild may take the row away between finding and reading it.
+    const auto end = [&](QLatin1StringView which) {
+        qint64 number = 0;
+        database.walkRows("select "_L1 + which + "(id) from tree_dir"_L1,
+                          [&](const WalkedRow& row) { number = row.number(0); });
+        return number;
     };
-    return std::size_t(std::clamp<qint64>(end("desc"_L1) - end("asc"_L1) + 1, 1, kMost));
+    return std::size_t(std::clamp<qint64>(end("max"_L1) - end("min"_L1) + 1, 1, kMost));
 }
 
 } // namespace

@@ -382,8 +382,11 @@ TEST_F(TagPanel, TheSettingDecidesWhereTheGenresComeFrom)
     const auto genres = [this](const QString& source) {
         settings->WriteKeyValue(u"Grlobal"_s, u"EditTag.Load.Genre"_s, source);
         test::PlainTagForm other;
-        EditTag fresh(parts(), other);
-        fresh.showTrack(one, true);
+        {
+            EditTag fresh(parts(), other);
+            fresh.showTrack(one, true);
+        }
+        EXPECT_TRUE(other.isDetached);
         return other.choices[PanelField::Genre];
     };
     EXPECT_EQ(genres(u"Verwendete"_s), QStringList{u"Hafenmusik"_s});
