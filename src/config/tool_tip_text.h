@@ -13,4 +13,12 @@ toolTipText(const ConfigObjects& texts, QStringView name, const QString& whyNot 
     return item != nullptr ? item->ToolTip : whyNot;
 }
 
+/// What a button without words tells under the pointer: the tool tip that the language file has for
+/// the text of that name, else the text.
+[[nodiscard]] inline QString buttonTip(const ConfigObjects& texts, QStringView name)
+{
+    const QString tip = toolTipText(texts, name);
+    return tip.isEmpty() ? texts.text(name) : tip;
+}
+
 } // namespace melovane

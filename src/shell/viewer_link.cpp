@@ -38,6 +38,9 @@ void ViewerLink::received(const MLVMessage& message)
 {
     if (bus::kInfoFromFid.compare(message.Command, Qt::CaseInsensitive) == 0) {
         trackEntered(message.Value1.toText());
+    } else if (bus::kDbRefreshByFid.compare(message.Command, Qt::CaseInsensitive) == 0 &&
+               !m_fid.isEmpty() && message.Value1.toText() == m_fid) {
+        trackEntered(m_fid); // its cover may be another one now
     } else if (bus::kCreateToolBars.compare(message.Command, Qt::CaseInsensitive) == 0) {
         publish(); // this copy is the one that runs: its window is being loaded
     }

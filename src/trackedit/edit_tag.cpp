@@ -64,7 +64,10 @@ EditTag::EditTag(EditTagParts parts, EditTagForm& form)
     , m_messBus(subscribe(m_parts.bus, m_guard, *this, busTable()))
 {}
 
-EditTag::~EditTag() = default;
+EditTag::~EditTag()
+{
+    m_form.detach();
+}
 
 std::span<const BusRow<EditTag>> EditTag::busTable()
 {
@@ -210,6 +213,7 @@ void EditTag::showCover()
         m_form.setCover({});
         return;
     }
+    m_shownImage = m_data1.Recordset()->value(u"Image").toText();
     m_parts.showCover(coverTrack(), [this, fid = m_fid](const QByteArray& picture) {
         if (fid == m_fid) {
             m_form.setCover(picture);
@@ -227,6 +231,7 @@ void EditTag::Mp3Image()
 void EditTag::coverChanged(const QString& fid)
 {
     if (m_isActive && fid == m_fid) {
+        m_shownImage.clear();
         renewTrack();
         showCover();
     }
@@ -254,6 +259,9 @@ void EditTag::renewTrack()
         }
     });
     showRow();
+    if (hasRow() && m_data1.Recordset()->value(u"Image").toText() != m_shownImage) {
+        showCover();
+    }
 }
 
 void EditTag::showRow()

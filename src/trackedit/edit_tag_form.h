@@ -50,6 +50,9 @@ class EditTagForm
 public:
     virtual ~EditTagForm() = default;
 
+    /// The logic is gone: what the user does reaches nobody from now on.
+    virtual void detach() = 0;
+
     /// Brings the panel into the window, or takes it away.
     virtual void setPanelShown(bool shown) = 0;
     [[nodiscard]] virtual bool isPanelShown() const = 0;

@@ -125,23 +125,18 @@ void TreePages::insertBelow(int row, std::vector<TreeRow> rows)
     top().insertRows(row + 1, std::move(rows));
 }
 
-void TreePages::readBelow(Database& database, int row)
+/// Read at each opening of its tree, so nothing is remembered.
+void TreePages::readExtended(Database& database, int row, qint64 id)
 {
     TreeRow shown = top().row(row);
-    if (const qint64 id = extendedHeadingOf(shown.key); id != 0) {
-        // Read at each opening of its tree, so nothing is remembered.
-        std::vector<TreeRow> rows = extendedItem(database, m_texts, id);
-        if (!rows.empty()) {
-            shown.text = rows.front().text;
-            shown.toolTip = rows.front().toolTip;
-            top().setRow(row, shown);
-            rows.erase(rows.begin());
-        }
-        insertBelow(row, std::move(rows));
-        return;
+    std::vector<TreeRow> rows = extendedItem(database, m_texts, id);
+    if (!rows.empty()) {
+        shown.text = rows.front().text;
+        shown.toolTip = rows.front().toolTip;
+        top().setRow(row, shown);
+        rows.erase(rows.begin());
     }
-    insertBelow(row, treerows::children(database, shown.key));
-    m_loaded.insert(shown.key);
+    insertBelow(row, std::move(rows));
 }
 
 void TreePages::open(int row)
@@ -150,23 +145,47 @@ void TreePages::open(int row)
         return;
     }
     const auto database = m_engine.OpenDatabase(m_settings.DbName());
-    readBelow(*database, row);
+    const QString key = top().row(row).key;
+    if (const qint64 id = extendedHeadingOf(key); id != 0) {
+        readExtended(*database, row, id);
+    } else {
+        insertBelow(row, treerows::children(*database, key));
+        m_loaded.insert(key);
+    }
     top().setOpen(row, true);
 }
 
 void TreePages::openAll()
 {
-    std::unique_ptr<Database> database;
-    // From below, so that the rows in front keep their numbers.
-    for (int row = top().rowCount() - 1; row >= 0; --row) {
+    QStringList keys; // of those that are read together
+    bool hasAny = false;
+    for (int row = 0; row < top().rowCount(); ++row) {
+        const TreeRow shown = top().row(row);
+        hasAny = hasAny || shown.fillable;
+        if (shown.fillable && extendedHeadingOf(shown.key) == 0) {
+            keys.append(shown.key);
+        }
+    }
+    if (!hasAny) {
+        return;
+    }
+    const auto database = m_engine.OpenDatabase(m_settings.DbName());
+    std::vector<std::vector<TreeRow>> below = treerows::childrenOfEach(*database, keys);
+    std::size_t next = 0;
+    // From above, so that few rows stand behind those that come.
+    for (int row = 0; row < top().rowCount(); ++row) {
         const TreeRow shown = top().row(row);
         if (!shown.fillable) {
             continue;
         }
-        if (!database) {
-            database = m_engine.OpenDatabase(m_settings.DbName());
+        const int before = top().rowCount();
+        if (const qint64 id = extendedHeadingOf(shown.key); id != 0) {
+            readExtended(*database, row, id);
+        } else {
+            insertBelow(row, std::move(below[next++]));
+            m_loaded.insert(shown.key);
         }
-        readBelow(*database, row);
+        row += top().rowCount() - before;
     }
 }
 

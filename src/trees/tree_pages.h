@@ -96,7 +96,7 @@ private:
     static constexpr short kFilled = 99;
 
     void insertBelow(int row, std::vector<TreeRow> rows);
-    void readBelow(Database& database, int row);
+    void readExtended(Database& database, int row, qint64 id);
     [[nodiscard]] std::vector<TreeRow> read(TreeKind kind);
 
     DBEngine& m_engine;

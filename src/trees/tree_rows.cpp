@@ -3,11 +3,15 @@
 #include "config/config_objects.h"
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
+#include "platform/db/text_compare.h"
 #include "trees/favorit_rows.h"
 #include "trees/tree_key.h"
 
+#include <algorithm>
 #include <array>
+#include <charconv>
 #include <functional>
+#include <optional>
 
 namespace melovane {
 
@@ -105,8 +109,28 @@ void addFavouriteGenres(Database& database,
 const QString kFolderColumns =
     u"rLevel, Name, Path, vName, Drive, anzahl, BAnzahl, imgkey, favorit"_s;
 
+/// Pictures by the `imgkey` of a row. There are few, and each text is made once.
+class PictureNames
+{
+public:
+    const QString& of(const WalkedRow& row, int column)
+    {
+        const std::string_view word = row.bytes(column);
+        auto known = std::find_if(m_names.begin(), m_names.end(),
+                                  [&](const auto& each) { return each.first == word; });
+        if (known == m_names.end()) {
+            m_names.emplace_back(word, treerows::pictureOf(row.text(column)));
+            known = std::prev(m_names.end());
+        }
+        return known->second;
+    }
+
+private:
+    std::vector<std::pair<std::string, QString>> m_names;
+};
+
 /// A folder of `tree_dir` with its tick and its key.
-TreeRow directoryRow(const WalkedRow& cells)
+TreeRow directoryRow(const WalkedRow& cells, PictureNames& pictures)
 {
     const FolderText folder{int(cells.number(0)),     cells.text(1),        cells.text(3),
                             cells.number(4) == kDisc, int(cells.number(5)), int(cells.number(6))};
@@ -115,7 +139,7 @@ TreeRow directoryRow(const WalkedRow& cells)
     TreeRow row = treerows::row(folder.level, {},
                                 isDiscFolder ? treekey::discDirectory(folder.volume, path)
                                              : treekey::directory(path),
-                                treerows::pictureOf(cells.text(7)));
+                                pictures.of(cells, 7));
     row.heading = folder.level == 0;
     const QString count = folder.count();
     row.text = folder.title() + count;
@@ -143,6 +167,52 @@ std::vector<TreeRow> artistsOfLetter(Database& database, const QString& predicat
                      treekey::artist);
 }
 
+/// A row that artists stand below; no artist stands below two of them.
+struct ArtistLetter
+{
+    textcompare::LikePattern names;
+    bool isOfOthers = false; ///< those that do not fit
+    std::size_t place = 0;
+
+    [[nodiscard]] bool holds(const QString& folded) const
+    {
+        return names.matchesFolded(folded) != isOfOthers;
+    }
+};
+
+/// Nothing for a key of another kind, or with a condition in other words.
+std::optional<ArtistLetter> artistLetterOf(const QString& key)
+{
+    const auto parts = treekey::split(key);
+    if (!parts || treekey::typeOf(key) != treekey::Type::ArtistLetter) {
+        return std::nullopt;
+    }
+    QStringView condition = parts->value;
+    const bool isOfOthers = condition.startsWith(u"not ");
+    condition = condition.sliced(isOfOthers ? 4 : 0);
+    const QStringView begin = u"like '";
+    if (!condition.startsWith(begin) || !condition.endsWith(u'\'') ||
+        condition.size() <= begin.size()) {
+        return std::nullopt;
+    }
+    const QStringView pattern = condition.sliced(begin.size()).chopped(1);
+    return ArtistLetter{textcompare::LikePattern(pattern), isOfOthers};
+}
+
+/// Room for the rows of `tree_dir`; an estimate, for its numbers may have gaps.
+std::size_t roomForFolders(Database& database)
+{
+    constexpr qint64 kMost = 1'000'000;
+    // Not by a recordset: a rebuild may take the row away between finding and reading it.
+    const auto end = [&](QLatin1StringView which) {
+        qint64 number = 0;
+        database.walkRows("select "_L1 + which + "(id) from tree_dir"_L1,
+                          [&](const WalkedRow& row) { number = row.number(0); });
+        return number;
+    };
+    return std::size_t(std::clamp<qint64>(end("max"_L1) - end("min"_L1) + 1, 1, kMost));
+}
+
 } // namespace
 
 QStringView nameOf(TreeKind kind)
@@ -152,10 +222,19 @@ QStringView nameOf(TreeKind kind)
 
 QString FolderText::count() const
 {
+    // Written in place: a large library has some 100,000 folders.
+    std::array<char, 32> text{'['};
+    char* at = text.data() + 1;
+    const auto write = [&](int number) {
+        at = std::to_chars(at, text.data() + text.size(), number).ptr;
+    };
+    write(own > 0 ? own : total);
     if (own > 0 && total > 0 && total != own) {
-        return u'[' + QString::number(own) + " - "_L1 + QString::number(total) + u']';
+        at = std::copy_n(" - ", 3, at);
+        write(total);
     }
-    return u'[' + QString::number(own > 0 ? own : total) + u']';
+    *at++ = ']';
+    return QString::fromLatin1(text.data(), at - text.data());
 }
 
 QString FolderText::title() const
@@ -202,8 +281,11 @@ std::vector<TreeRow> directories(Database& database, const ConfigObjects& texts)
 {
     std::vector<TreeRow> rows{root(texts.text(u"tree.root.favorit"), {}, u"tree.Favorit"_s)};
     addFavourites(database, u"tree_dir", treekey::favouriteDirectory, RowTick::On, rows);
-    database.walkRows("select "_L1 + kFolderColumns + " from tree_dir order by id asc"_L1,
-                      [&](const WalkedRow& cells) { rows.push_back(directoryRow(cells)); });
+    rows.reserve(rows.size() + roomForFolders(database));
+    PictureNames pictures;
+    database.walkRows(
+        "select "_L1 + kFolderColumns + " from tree_dir order by id asc"_L1,
+        [&](const WalkedRow& cells) { rows.push_back(directoryRow(cells, pictures)); });
     return rows;
 }
 
@@ -380,6 +462,38 @@ std::vector<TreeRow> children(Database& database, const QString& key)
     default:
         return {};
     }
+}
+
+std::vector<std::vector<TreeRow>> childrenOfEach(Database& database, const QStringList& keys)
+{
+    std::vector<std::vector<TreeRow>> result(std::size_t(keys.size()));
+    std::vector<ArtistLetter> letters;
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        if (auto letter = artistLetterOf(keys[qsizetype(i)])) {
+            letter->place = i;
+            letters.push_back(std::move(*letter));
+        } else {
+            result[i] = children(database, keys[qsizetype(i)]);
+        }
+    }
+    if (letters.empty()) {
+        return result;
+    }
+    // Artists stand in the order of their names: mostly the letter of the one before.
+    std::size_t last = 0;
+    walkNamed(database, u" from tree_interpret order by id asc"_s, [&](const NamedRow& named) {
+        const QString folded = textcompare::fold(named.name());
+        for (std::size_t tries = 0; tries < letters.size(); ++tries) {
+            const std::size_t letter = (last + tries) % letters.size();
+            if (letters[letter].holds(folded)) {
+                last = letter;
+                result[letters[letter].place].push_back(
+                    countedRow(named, 2, treekey::artist, tickOf(named.favorit())));
+                return;
+            }
+        }
+    });
+    return result;
 }
 
 } // namespace treerows

@@ -83,6 +83,9 @@ TEST_F(SuiteLinks, TheViewerHearsOfTheRowOnWhichTheUserStays)
     link.trackEntered(u"836123456004"_s);
     EXPECT_TRUE(waitFor([this] { return !seen.isEmpty(); }));
     EXPECT_EQ(taken(), QStringList{u"2002 0 836123456004"_s});
+    sender.SendMessage(bus::kDbRefreshByFid, u"836123456004"_s);
+    EXPECT_TRUE(waitFor([this] { return !seen.isEmpty(); })) << "it may have another cover";
+    EXPECT_EQ(taken(), QStringList{u"2002 0 836123456004"_s});
 }
 
 TEST_F(SuiteLinks, AViewerThatHasJustBeenStartedGetsTheRowWhenItAsks)

@@ -281,6 +281,24 @@ TEST_F(WindowTest, ExitInTheMenuClosesTheWindow)
     EXPECT_FALSE(console->window.isVisible());
 }
 
+TEST_F(WindowTest, AToolTipOfTheLanguageFileStandsOnTheButtonInsteadOfItsText)
+{
+    for (const QString& name : {u"ToolTipPlayerPlay"_s, u"ToolTipAllTableDetail"_s}) {
+        library.texts.FindObject(name)->ToolTip = u"Aus der Sprachdatei: "_s + name;
+    }
+    open();
+    int told = 0;
+    for (const QString& key : {u"play.start"_s, u"all.book"_s}) {
+        // In the library and in the playlist.
+        for (const QToolButton* button : console->window.findChildren<QToolButton*>(key)) {
+            EXPECT_TRUE(button->toolTip().contains(u"Aus der Sprachdatei"_s))
+                << button->toolTip().toStdString();
+            ++told;
+        }
+    }
+    EXPECT_EQ(told, 4);
+}
+
 TEST_F(WindowTest, EveryToolButtonSaysWhatItDoes)
 {
     addTracks();

@@ -382,8 +382,11 @@ TEST_F(TagPanel, TheSettingDecidesWhereTheGenresComeFrom)
     const auto genres = [this](const QString& source) {
         settings->WriteKeyValue(u"Grlobal"_s, u"EditTag.Load.Genre"_s, source);
         test::PlainTagForm other;
-        EditTag fresh(parts(), other);
-        fresh.showTrack(one, true);
+        {
+            EditTag fresh(parts(), other);
+            fresh.showTrack(one, true);
+        }
+        EXPECT_TRUE(other.isDetached);
         return other.choices[PanelField::Genre];
     };
     EXPECT_EQ(genres(u"Verwendete"_s), QStringList{u"Hafenmusik"_s});
@@ -503,6 +506,17 @@ TEST_F(TagPanel, ACoverThatComesWhenAnotherTrackIsShownIsDropped)
     answerCover("neu");
     EXPECT_EQ(form.cover, "neu");
     EXPECT_EQ(messages.last(), u"db.refresh.by.fid|"_s + two);
+}
+
+TEST_F(TagPanel, AnotherImageOfTheRowIsAskedForAndTheSameOneIsNot)
+{
+    open(one);
+    answerCover = {};
+    send(bus::kDbRefreshByFid, one);
+    EXPECT_FALSE(answerCover);
+    suite.execute(u"update db_all set Image='anders' where fid='%1'"_s.arg(one));
+    send(bus::kDbRefreshByFid, one);
+    EXPECT_TRUE(answerCover);
 }
 
 // ---- buttons

@@ -17,6 +17,8 @@ namespace melovane::test {
 class PlainTagForm : public EditTagForm
 {
 public:
+    void detach() override { isDetached = true; }
+
     void setPanelShown(bool wanted) override { shown = wanted; }
 
     [[nodiscard]] bool isPanelShown() const override { return shown; }
@@ -51,6 +53,7 @@ public:
     void setCover(const QByteArray& picture) override { cover = picture; }
 
     bool shown = false;
+    bool isDetached = false;
     int focused = 0;
     int height = -1;
     NoteColours colours;

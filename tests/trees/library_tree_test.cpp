@@ -15,6 +15,39 @@ QStringList letters()
     return result + QStringList{u"  0-9"_s, u"  Other"_s};
 }
 
+TEST_F(LibraryTreeTest, AFilterOpensEachRowToWhatItOpensToAlone)
+{
+    for (const auto& name : {u"10cc"_s, u"Abba"_s, u"abc"_s, u"Ärzte"_s, u"A\u0308rger"_s,
+                             u"it's"_s, u"Zoë"_s, u"ßen"_s, u"[x]*"_s, u"_a"_s, u" Anna"_s,
+                             u"\u05D0\u05D1"_s, u"Øre"_s, u"?"_s, u"anna"_s}) {
+        addNamed(u"tree_interpret"_s, name, 3, name == u"Abba"_s ? 1 : 0);
+    }
+    for (const auto& genre : {u"Pop"_s, u"R & B"_s, u"Leer"_s}) {
+        addNamed(u"tree_genre"_s, genre, 3, genre == u"Pop"_s ? 1 : 0);
+    }
+    addGenreArtist(u"Pop"_s, u"Abba"_s, 2, true);
+    addGenreArtist(u"Pop"_s, u"Zoë"_s, 2);
+    addGenreArtist(u"R & B"_s, u"Anna"_s, 1);
+    for (const auto& [kind, tool, below] :
+         {std::tuple(TreeKind::Interpret, u"tree.interpret"_s, 15),
+          {TreeKind::Genre, u"tree.genre"_s, 4},
+          {TreeKind::Favorit, u"tree.favorit"_s, 1}}) {
+        auto& page = show(kind, tool);
+        const auto database = lists.Suite::open();
+        std::vector<TreeRow> expected;
+        for (const TreeRow& row : page.rows) {
+            expected.push_back(row);
+            expected.back().fillable = false;
+            const auto rows = treerows::children(*database, row.fillable ? row.key : QString());
+            expected.insert(expected.end(), rows.begin(), rows.end());
+        }
+        EXPECT_EQ(expected.size(), page.rows.size() + size_t(below)) << int(kind);
+        tree.filterBegins();
+        EXPECT_EQ(page.rows, expected) << int(kind);
+    }
+    EXPECT_EQ(failures, QStringList());
+}
+
 TEST_F(LibraryTreeTest, ALibraryWithoutTracksSaysSoInEachKindUntilItHasSome)
 {
     lists.execute(u"delete from db_all"_s);

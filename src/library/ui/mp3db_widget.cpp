@@ -2,6 +2,7 @@
 
 #include "bus/message_names.h"
 #include "config/config_objects.h"
+#include "config/tool_tip_text.h"
 #include "library/library_columns.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/desktop_texts.h"
@@ -91,7 +92,7 @@ QToolButton* Mp3dbWidget::addButton(const QString& key,
                                     const QString& textKey,
                                     const ConfigObjects& texts)
 {
-    QToolButton* button = addTool(key, m_icons.icon(icon), texts.text(textKey));
+    QToolButton* button = addTool(key, m_icons.icon(icon), buttonTip(texts, textKey));
     m_tips.insert(button, textKey);
     return button;
 }
@@ -109,7 +110,7 @@ void Mp3dbWidget::judgeTools(const ctl_MP3DB& logic, const ConfigObjects& texts)
         const QString key = tip.key()->objectName();
         const bool isWay = key == kBack || key == kForward;
         const bool canGo = tip.key()->isEnabled();
-        tellTool(*tip.key(), texts.text(tip.value()), nativeKeys(logic.keyOf(key)),
+        tellTool(*tip.key(), buttonTip(texts, tip.value()), nativeKeys(logic.keyOf(key)),
                  logic.whyNot(key));
         if (isWay) {
             tip.key()->setEnabled(canGo);

@@ -66,6 +66,21 @@ void putTrack(QByteArray& tag, const QString& text)
     tag[kTrack] = char(fits ? number : 0);
 }
 
+/// Leaves the place of a track number free: some readers take any letter there for one.
+void putComment(QByteArray& tag, const QString& text)
+{
+    const bool withTrack = tag[kTrackMark] == '\0' && tag[kTrack] != '\0';
+    const QByteArray whole = singleBytes(text).left(kCommentLength);
+    if (!withTrack && textAt(tag, kComment, kCommentLength) == textAt(whole, 0, whole.size())) {
+        return;
+    }
+    put(tag, kComment, kCommentLength - 2, text);
+    if (!withTrack) {
+        tag[kTrackMark] = '\0';
+        tag[kTrack] = '\0';
+    }
+}
+
 } // namespace
 
 std::optional<QByteArray> changedId3v1(const QByteArray& tag, const TagChanges& changes)
@@ -80,8 +95,7 @@ std::optional<QByteArray> changedId3v1(const QByteArray& tag, const TagChanges& 
         putTrack(changed, *changes.Track);
     }
     if (changes.Kommentar) {
-        const bool withTrack = changed[kTrackMark] == '\0' && changed[kTrack] != '\0';
-        put(changed, kComment, withTrack ? kCommentLength - 2 : kCommentLength, *changes.Kommentar);
+        putComment(changed, *changes.Kommentar);
     }
     if (changes.Genre) {
         changed[kGenre] = char(changes.genreNumber);

@@ -168,6 +168,8 @@ qint64 TagParts::takeFrames(const TagBody& body, qint64 place)
         frame.isEmpty = header->size == 0;
         const qint64 end = place + walk.headerLength() + header->size;
         frame.bytes = all(body, place, end);
+        m_plainSizes =
+            m_plainSizes || (m_version == 4 && frame.bytes.mid(4, 4) != sevenBits(header->size));
         if (m_frames.size() < size_t(kMaxFrames) && !header->encrypted) {
             frame.content = contentOf(header->name);
         }
@@ -217,10 +219,26 @@ StoredFrame TagParts::frameWith(const QByteArray& name,
         flags = char(flags | (stored.size() > content.size() ? kFrameUnsynchronised : '\0'));
     }
     stored.prepend(group);
-    frame.bytes = called +
-                  (m_version == 3 ? plainNumber(stored.size(), 4) : sevenBits(stored.size())) +
-                  (former != nullptr ? former->bytes[8] : '\0') + flags + stored;
+    frame.bytes =
+        called + sizeFor(stored) + (former != nullptr ? former->bytes[8] : '\0') + flags + stored;
     return frame;
+}
+
+/// In a tag of plain sizes some readers take every size for a plain one. Ours and others look where
+/// the next frame stands, so nothing that looks like one may stand where a size of seven bits
+/// points.
+QByteArray TagParts::sizeFor(const QByteArray& content) const
+{
+    const QByteArray plain = plainNumber(content.size(), 4);
+    if (m_version == 3) {
+        return plain;
+    }
+    const auto place = qsizetype(sevenBits32(reinterpret_cast<const quint8*>(plain.constData())));
+    const QByteArray there = content.mid(place, 4);
+    const bool isClear = std::any_of(there.begin(), there.end(), [](char byte) {
+        return byte != '\0' && (byte < '0' || byte > 'Z');
+    });
+    return m_plainSizes && isClear ? plain : sevenBits(content.size());
 }
 
 qint64 TagParts::needed() const

@@ -61,12 +61,14 @@ private:
     [[nodiscard]] bool takeExtendedHeader(const TagBody& body, qint64 length);
     [[nodiscard]] qint64 takeFrames(const TagBody& body, qint64 place);
     void takeRest(const TagBody& body, qint64 place);
+    [[nodiscard]] QByteArray sizeFor(const QByteArray& content) const;
     [[nodiscard]] QByteArray extendedHeaderFor(qint64 padding) const;
 
     int m_version = 3;
     char m_revision = 0;
-    quint8 m_flags = 0;    ///< of the header as it will be written
-    QByteArray m_extended; ///< extended header without its checksum
+    quint8 m_flags = 0;        ///< of the header as it will be written
+    bool m_plainSizes = false; ///< version 2.4 by a program that writes sizes of eight bits
+    QByteArray m_extended;     ///< extended header without its checksum
     std::vector<StoredFrame> m_frames;
     QByteArray m_rest; ///< behind the last frame: what is none, and no padding
 };

@@ -197,6 +197,8 @@ void TagSplice::put(const OwnField& field, const QString& text)
     };
     const auto place = std::find_if(frames.begin(), frames.end(), isField);
     m_changed = true;
+    // Readers do not agree on which of several tags counts.
+    takeOut(field, 1);
     if (place == frames.end()) {
         const QByteArray content = contentWith(field, text, tag.version(), {});
         addInFront(tag.frameWith(frameNameOf(field.content, tag.version()), content, nullptr));

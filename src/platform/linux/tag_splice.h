@@ -18,7 +18,7 @@ struct OwnField;
 /// Frames that are not ours are carried as they stand, in their order; ours are set in their old
 /// places, a field that had none gets one in front of all frames, a cover behind them. A field that
 /// the tags already show, as the reader of tags shows it, is not touched, nor are its further
-/// values. Of several tags the first is changed; a field that is taken out is taken out of all. A
+/// values. Of several tags the first is changed, and the field taken out of the others. A
 /// file without a tag gets one of version 2.3.
 class TagSplice
 {

@@ -3,6 +3,7 @@
 #include "bus/message_names.h"
 #include "config/config_objects.h"
 #include "config/counted_text.h"
+#include "config/tool_tip_text.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/elided_label.h"
@@ -96,7 +97,8 @@ void PlaylistWidget::createToolBar(ctl_Playlist& logic, const ConfigObjects& tex
     }
     for (const std::vector<Tool>& group : toolGroups()) {
         for (const Tool& tool : group) {
-            QToolButton* button = addTool(tool.key, m_icons.icon(tool.icon), texts.text(tool.text));
+            QToolButton* button =
+                addTool(tool.key, m_icons.icon(tool.icon), buttonTip(texts, tool.text));
             connect(button, &QToolButton::clicked, &logic,
                     [&logic, key = tool.key] { logic.toolPressed(key); });
         }
@@ -119,7 +121,7 @@ void PlaylistWidget::judgeTools(const ctl_Playlist& logic, const ConfigObjects& 
     for (const std::vector<Tool>& group : toolGroups()) {
         for (const Tool& tool : group) {
             if (auto* button = findChild<QToolButton*>(tool.key)) {
-                tellTool(*button, m_steps.value(tool.key, texts.text(tool.text)),
+                tellTool(*button, m_steps.value(tool.key, buttonTip(texts, tool.text)),
                          nativeKeys(logic.keyOf(tool.key)), logic.whyNot(tool.key));
             }
         }

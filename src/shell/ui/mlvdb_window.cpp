@@ -121,7 +121,7 @@ QWidget* MlvdbWindow::buildLibraryArea()
     area->setChildrenCollapsible(false);
     connect(m_tags, &EditTagWidget::heightWanted, area, [area](int height) {
         // A few rows of the library stay on the screen, or the panel has nothing to follow.
-        const int most = area->height() * 3 / 4;
+        const int most = area->height() * 2 / 3;
         const int panel = std::min(height, most);
         area->setSizes({area->height() - panel, panel});
     });

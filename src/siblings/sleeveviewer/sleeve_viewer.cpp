@@ -14,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// Letters of a file's name below the picture.
-constexpr qsizetype kMaxName = 60;
+constexpr qsizetype kMaxName = 32;
 
 } // namespace
 
@@ -36,7 +36,7 @@ void SleeveViewer::showImage(const QString& image)
 
 void SleeveViewer::showTrack(SleeveTrack track)
 {
-    const bool isOther = track != m_track;
+    const bool isOther = track.FID.isEmpty() || track.FID != m_track.FID;
     m_track = std::move(track);
     if (isOther) {
         m_index = 0;
@@ -94,7 +94,7 @@ void SleeveViewer::goTo(qsizetype index)
 
 void SleeveViewer::choose()
 {
-    if (!m_track.image.isEmpty() && m_state == State::Shown) {
+    if (canChoose()) {
         m_parts.choose(m_track.image);
     }
 }

@@ -48,8 +48,13 @@ public:
 
     void last() { goTo(m_files.size() - 1); }
 
-    /// The cover of the track is searched for in the console.
+    /// The cover of the track is searched for in the console, when the library knows it.
     void choose();
+
+    [[nodiscard]] bool canChoose() const
+    {
+        return !m_track.image.isEmpty() && m_state == State::Shown;
+    }
 
     // -- What is to be seen --
 

@@ -9,7 +9,6 @@
 #include "trackedit/ui/rating_group.h"
 
 #include <QComboBox>
-#include <QCompleter>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -37,9 +36,9 @@ constexpr int kRowGap = 5;
 
 /// Widths of the panel, in lines of text, from which on there is room for three columns, for two,
 /// and for a large cover.
-constexpr int kThreeColumns = 54;
-constexpr int kTwoColumns = 38;
-constexpr int kLargeCover = 32;
+constexpr int kThreeColumns = 60;
+constexpr int kTwoColumns = 43;
+constexpr int kLargeCover = 35;
 
 /// Side of the cover in lines of text.
 constexpr int kCover = 13;
@@ -48,8 +47,13 @@ constexpr int kSmallCover = 6;
 /// Facts that stand in a line of their own: file and folder.
 constexpr size_t kPlaceFacts = 2;
 
-/// Letters that fields of numbers have room for.
-constexpr int kNumberLetters = 6;
+/// What fields of numbers, and those of positions, have room for, beside their borders.
+const QString kNumber = u"00000"_s;
+const QString kPosition = u"00:00:00"_s;
+constexpr int kBorders = 20;
+
+/// Least letters of a list.
+constexpr int kListLetters = 8;
 
 QGridLayout* makeColumn(QWidget* column)
 {
@@ -96,7 +100,6 @@ EditTagWidget::EditTagWidget(const Skin& skin, const IconSet& icons, QWidget* pa
     column->addWidget(m_message);
     column->addWidget(m_scroll, 1);
     setView(view);
-    setTabs();
     hide();
 }
 
@@ -139,16 +142,17 @@ QWidget* EditTagWidget::makeField(PanelField field)
         made.box = new QComboBox;
         made.box->setEditable(true);
         made.box->setInsertPolicy(QComboBox::NoInsert);
-        made.box->setMinimumContentsLength(kNumberLetters);
+        made.box->setMinimumContentsLength(kListLetters);
         made.box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        made.box->completer()->setCompletionMode(QCompleter::PopupCompletion);
+        // A completer would write letters that nobody has typed.
+        made.box->setCompleter(nullptr);
         made.box->installEventFilter(this);
         made.edit = made.box->lineEdit();
         // At the end of typing the box would take a text that stands in its list for a choice.
         disconnect(made.edit, &QLineEdit::editingFinished, made.box, nullptr);
     } else {
         made.edit = new QLineEdit;
-        made.edit->setMinimumWidth(fontMetrics().averageCharWidth() * kNumberLetters);
+        made.edit->setMinimumWidth(fontMetrics().horizontalAdvance(kNumber) + kBorders);
     }
     QWidget* const whole = made.box ? static_cast<QWidget*>(made.box) : made.edit;
     whole->setObjectName(row.control.toString());
@@ -175,7 +179,7 @@ QLineEdit* EditTagWidget::makeShownText(const QString& name)
     text->setObjectName(name);
     text->setReadOnly(true);
     text->setAlignment(Qt::AlignRight);
-    text->setMinimumWidth(fontMetrics().averageCharWidth() * kNumberLetters);
+    text->setMinimumWidth(fontMetrics().horizontalAdvance(kPosition) + kBorders);
     text->installEventFilter(this);
     return text;
 }
@@ -299,12 +303,27 @@ void EditTagWidget::buildForm()
     reflow(m_scroll->width());
 }
 
+/// The width that a form of so many columns beside such a cover needs.
+int EditTagWidget::widthOf(int columns, int cover) const
+{
+    const auto least = [this](size_t column) {
+        return m_columns[column]->minimumSizeHint().width();
+    };
+    const int beside = columns == 3   ? least(0) + least(1) + least(2)
+                       : columns == 2 ? least(0) + std::max(least(1), least(2))
+                                      : std::max({least(0), least(1), least(2)});
+    return cover * fontMetrics().height() + beside + columns * kColumnGap + 2 * kMargin;
+}
+
 /// As many columns beside the cover as have room; the others stand below.
 void EditTagWidget::reflow(int width)
 {
     const int lines = width / std::max(1, fontMetrics().height());
-    const int columns = lines >= kThreeColumns ? 3 : lines >= kTwoColumns ? 2 : 1;
-    const int cover = lines >= kLargeCover ? kCover : kSmallCover;
+    const auto fits = [&](int columns, int cover) { return widthOf(columns, cover) <= width; };
+    const int columns = lines >= kThreeColumns && fits(3, kCover)      ? 3
+                        : lines >= kTwoColumns && fits(2, kSmallCover) ? 2
+                                                                       : 1;
+    const int cover = lines >= kLargeCover && fits(columns, kCover) ? kCover : kSmallCover;
     const int layout = columns * 100 + cover;
     if (layout == m_layout) {
         return;
@@ -325,8 +344,8 @@ void EditTagWidget::reflow(int width)
                     columns == 3   ? 3
                     : columns == 2 ? 2
                                    : 1);
-    grid->addWidget(m_line, 3, 0, 1, 4);
-    grid->addWidget(m_facts, 4, 0, 1, 4);
+    grid->addWidget(m_line, 3, 0, 1, 1 + columns);
+    grid->addWidget(m_facts, 4, 0, 1, 1 + columns);
     for (int column = 1; column < 4; ++column) {
         const bool isUsed = column <= columns;
         grid->setColumnStretch(column, !isUsed ? 0 : column == 1 ? 3 : 2);
@@ -336,37 +355,53 @@ void EditTagWidget::reflow(int width)
 
 // ---- what the logic wants
 
-void EditTagWidget::attach(EditTag& logic, const ConfigObjects& texts)
+void EditTagWidget::attach(EditTag& panel, const ConfigObjects& texts)
 {
-    m_logic = &logic;
+    m_logic = &panel;
     setTexts(texts);
-    createToolBar(logic, texts);
+    createToolBar(texts);
+    setTabs();
     for (const PanelFieldRow& row : panelFields()) {
-        connectField(row.field, logic);
+        connectField(row.field);
     }
-    const auto press = [&](const QString& name, void (EditTag::*work)()) {
+    const auto press = [this](const QString& name, void (EditTag::*work)()) {
         connect(findChild<QToolButton*>(name), &QToolButton::clicked, this,
-                [&logic, work] { (logic.*work)(); });
+                [this, work] { tell([&](EditTag& logic) { (logic.*work)(); }); });
     };
     press(u"cmdNewGenre"_s, &EditTag::cmdNewGenre);
     press(u"cmdStart"_s, &EditTag::cmdStart);
     press(u"cmdStop"_s, &EditTag::cmdStop);
-    connect(m_cover, &CoverFrame::picturePressed, this, [&logic] { logic.Mp3Image(); });
+    connect(m_cover, &CoverFrame::picturePressed, this,
+            [this] { tell([](EditTag& logic) { logic.Mp3Image(); }); });
     connect(m_rating, &RatingGroup::optionChosen, this,
-            [&logic](int option) { logic.rate(option); });
+            [this](int option) { tell([&](EditTag& logic) { logic.rate(option); }); });
 }
 
-void EditTagWidget::connectField(PanelField field, EditTag& logic)
+void EditTagWidget::detach()
 {
-    connect(at(field).edit, &QLineEdit::textEdited, this,
-            [&logic, field](const QString& text) { logic.typed(field, text); });
-    if (QComboBox* const box = at(field).box) {
-        connect(box, &QComboBox::activated, this,
-                [&logic, field, box] { logic.chosen(field, box->currentText()); });
+    m_logic = nullptr;
+}
+
+void EditTagWidget::tell(const std::function<void(EditTag& logic)>& what)
+{
+    if (m_logic != nullptr) {
+        what(*m_logic);
     }
 }
 
-void EditTagWidget::createToolBar(EditTag& logic, const ConfigObjects& texts)
+void EditTagWidget::connectField(PanelField field)
+{
+    connect(at(field).edit, &QLineEdit::textEdited, this, [this, field](const QString& text) {
+        tell([&](EditTag& logic) { logic.typed(field, text); });
+    });
+    if (QComboBox* const box = at(field).box) {
+        connect(box, &QComboBox::activated, this, [this, field, box] {
+            tell([&](EditTag& logic) { logic.chosen(field, box->currentText()); });
+        });
+    }
+}
+
+void EditTagWidget::createToolBar(const ConfigObjects& texts)
 {
     const auto add = [&](const QString& name, const QString& icon, QStringView text,
                          QStringView tip) {
@@ -376,9 +411,11 @@ void EditTagWidget::createToolBar(EditTag& logic, const ConfigObjects& texts)
         return button;
     };
     connect(add(u"ButtonShowDir"_s, u"folder"_s, u"edittag.show.dir", u"Button.Show.Dir"),
-            &QToolButton::clicked, this, [&logic] { logic.ButtonShowDir(); });
+            &QToolButton::clicked, this,
+            [this] { tell([](EditTag& logic) { logic.ButtonShowDir(); }); });
     connect(add(u"ButtonClose"_s, u"clear"_s, u"schliessen", u"Button.Close"),
-            &QToolButton::clicked, this, [&logic] { logic.closePressed(); });
+            &QToolButton::clicked, this,
+            [this] { tell([](EditTag& logic) { logic.closePressed(); }); });
 }
 
 void EditTagWidget::setTexts(const ConfigObjects& texts)
@@ -439,6 +476,8 @@ void EditTagWidget::setTabs()
         order.push_back(at(field).edit);
     }
     order.push_back(m_cover);
+    order.push_back(findChild<QWidget*>(u"ButtonShowDir"_s));
+    order.push_back(findChild<QWidget*>(u"ButtonClose"_s));
     for (size_t index = 1; index < order.size(); ++index) {
         setTabOrder(order[index - 1], order[index]);
     }
@@ -580,7 +619,10 @@ bool EditTagWidget::eventFilter(QObject* watched, QEvent* event)
     }
     const bool isKey = event->type() == QEvent::KeyPress;
     const int key = isKey ? static_cast<QKeyEvent*>(event)->key() : 0;
-    const auto field = std::ranges::find(m_fields, watched, &Field::edit);
+    // The line of a list has the keyboard by its box.
+    const auto field = std::ranges::find_if(m_fields, [watched](const Field& one) {
+        return one.box ? one.box == watched : one.edit == watched;
+    });
     if (field == m_fields.end()) {
         if (key == Qt::Key_Escape) {
             m_logic->leave();

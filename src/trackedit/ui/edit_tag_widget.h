@@ -4,6 +4,7 @@
 #include "trackedit/edit_tag_form.h"
 
 #include <array>
+#include <functional>
 
 class QComboBox;
 class QFrame;
@@ -34,8 +35,9 @@ public:
     EditTagWidget(const Skin& skin, const IconSet& icons, QWidget* parent = nullptr);
 
     /// Connects the form with its logic, which outlives its last event.
-    void attach(EditTag& logic, const ConfigObjects& texts);
+    void attach(EditTag& panel, const ConfigObjects& texts);
 
+    void detach() override;
     void setPanelShown(bool shown) override;
     [[nodiscard]] bool isPanelShown() const override;
     [[nodiscard]] int panelHeight() const override;
@@ -77,11 +79,13 @@ private:
     void addField(QGridLayout& column, PanelField field);
     [[nodiscard]] QLineEdit* makeShownText(const QString& name);
     [[nodiscard]] QToolButton* makeTool(const QString& name, const QString& icon);
-    void connectField(PanelField field, EditTag& logic);
-    void createToolBar(EditTag& logic, const ConfigObjects& texts);
+    void connectField(PanelField field);
+    void tell(const std::function<void(EditTag& logic)>& what);
+    void createToolBar(const ConfigObjects& texts);
     void setTexts(const ConfigObjects& texts);
     void setTabs();
     bool keyInField(PanelField field, int key);
+    [[nodiscard]] int widthOf(int columns, int cover) const;
     void reflow(int width);
 
     [[nodiscard]] Field& at(PanelField field) { return m_fields[std::size_t(field)]; }

@@ -129,6 +129,10 @@ void RatingGroup::setColours(const NoteColours& colours)
 void RatingGroup::setOption(int option)
 {
     m_buttons[size_t(std::clamp(option, 0, int(m_buttons.size()) - 1))]->setChecked(true);
+    // The keyboard comes to the one that is chosen.
+    for (RatingButton* button : m_buttons) {
+        button->setFocusPolicy(button->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
+    }
 }
 
 RatingButton& RatingGroup::chosen() const
@@ -139,6 +143,7 @@ RatingButton& RatingGroup::chosen() const
 
 void RatingGroup::choose(int option)
 {
+    setOption(option);
     m_buttons[size_t(option)]->setFocus(Qt::OtherFocusReason);
     m_buttons[size_t(option)]->click();
 }

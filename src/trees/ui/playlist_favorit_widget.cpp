@@ -1,6 +1,7 @@
 #include "trees/ui/playlist_favorit_widget.h"
 
 #include "config/config_objects.h"
+#include "config/tool_tip_text.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/outline_tree.h"
 #include "trees/playlist_favorit.h"
@@ -84,7 +85,7 @@ void PlaylistFavoritWidget::createToolBar(PlaylistFavorit& logic, const ConfigOb
     for (const std::vector<Tool>& group : toolGroups()) {
         for (const Tool& tool : group) {
             const QToolButton* button =
-                addTool(tool.key, m_icons.icon(tool.icon), texts.text(tool.text));
+                addTool(tool.key, m_icons.icon(tool.icon), buttonTip(texts, tool.text));
             connect(button, &QToolButton::clicked, &logic,
                     [&logic, key = tool.key] { logic.toolPressed(key); });
         }
@@ -100,7 +101,7 @@ void PlaylistFavoritWidget::judgeTools(const PlaylistFavorit& logic, const Confi
     for (const std::vector<Tool>& group : toolGroups()) {
         for (const Tool& tool : group) {
             if (auto* button = findChild<QToolButton*>(tool.key)) {
-                tellTool(*button, texts.text(tool.text), {},
+                tellTool(*button, buttonTip(texts, tool.text), {},
                          logic.canDo(tool.key) ? logic.whyNot(tool.key)
                                                : texts.text(u"status.later"));
             }

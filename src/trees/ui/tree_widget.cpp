@@ -1,6 +1,7 @@
 #include "trees/ui/tree_widget.h"
 
 #include "config/config_objects.h"
+#include "config/tool_tip_text.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/outline_tree.h"
 #include "trees/library_tree.h"
@@ -198,7 +199,8 @@ QToolButton* TreeWidget::addRowButton(const QString& key, const QString& icon, c
 void TreeWidget::createToolBar(Tree& logic, const ConfigObjects& texts)
 {
     for (const KindButton& kind : kindButtons()) {
-        QToolButton* button = addTool(kind.key, m_icons.icon(kind.icon), texts.text(kind.text));
+        QToolButton* button =
+            addTool(kind.key, m_icons.icon(kind.icon), buttonTip(texts, kind.text));
         if (kind.kind >= 0) {
             button->setCheckable(true);
             m_kinds->addButton(button, kind.kind);

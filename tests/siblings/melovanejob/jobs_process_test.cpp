@@ -3,6 +3,8 @@
 #include "platform/linux/library_loan.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_messages.h"
+#include "platform/linux/tag_reader.h"
+#include "support/mp3_maker.h"
 #include "support/suite_fixture.h"
 #include "support/wait_for.h"
 
@@ -118,6 +120,25 @@ TEST_F(JobsProcess, WhenTheConsoleIsIdleListsAreWrittenAndTreesRebuilt)
     tell(message::kEndJobs);
     expectEnd(jobs);
     EXPECT_EQ(published(), 0);
+}
+
+TEST_F(JobsProcess, WhenTheConsoleIsIdleAChangedTrackIsInItsFile)
+{
+    ASSERT_TRUE(QFile::copy(QString::fromUtf8(MLV_WRITETAGS), suite.file(u"Task.WriteTags"_s)));
+    const QString file = suite.write(u"a.mp3"_s, simpleMp3(u"Old"_s, u"Anna"_s));
+    const QString fid = suite.library.add({.Titel = u"Neu"_s,
+                                           .Interpret = u"Anna"_s,
+                                           .Path = suite.dataFolder() + u'/',
+                                           .DName = u"a.mp3"_s});
+    suite.execute(u"insert into db_edit (FID) values ('%1')"_s.arg(fid));
+    QProcess jobs;
+    startAndWait(jobs);
+    EXPECT_TRUE(
+        waitFor([this] { return suite.value(u"select count(*) from db_edit"_s).toLong() == 0; }));
+    EXPECT_EQ(linux_media::makeTagReader()->read(file).tags.id3v2.Titel, u"Neu"_s);
+    tell(message::kEndJobs);
+    expectEnd(jobs);
+    EXPECT_EQ(m_heard, QStringList()) << "nobody has asked the console to tell what was done";
 }
 
 TEST_F(JobsProcess, ASecondOneLeavesTheLibraryToTheFirst)

@@ -127,6 +127,26 @@ TEST_F(SleeveWindowTest, ItFollowsTheRowOfTheConsole)
     EXPECT_TRUE(shows(u"1 / 3   cover.png   39 × 20"_s)) << caption().toStdString();
 }
 
+TEST_F(SleeveWindowTest, ATrackThatGetsACoverShowsItAndCanBeChosen)
+{
+    show();
+    viewer.showFid(u"2"_s);
+    ASSERT_TRUE(shows(u"front.png   39 × 20"_s));
+    QImage image(50, 50, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    folder.write(u"Image/new.jpg"_s, {});
+    ASSERT_TRUE(image.save(folder.file(u"Image/new.jpg"_s)));
+    library[u"2"_s].image = u"new"_s;
+    viewer.showFid(u"2"_s);
+    EXPECT_TRUE(shows(u"1 / 2   new.jpg   50 × 50"_s)) << caption().toStdString();
+    press(Qt::Key_Right);
+    ASSERT_TRUE(shows(u"2 / 2   front.png   39 × 20"_s)) << caption().toStdString();
+    viewer.showFid(u"2"_s);
+    ASSERT_TRUE(shows(u"2 / 2   front.png   39 × 20"_s)) << "the picture that is looked at stays";
+    press(Qt::Key_Return);
+    EXPECT_EQ(chosen, QStringList{u"new"_s});
+}
+
 TEST_F(SleeveWindowTest, ManyRowsInARowEndAtTheLast)
 {
     show();
@@ -163,10 +183,12 @@ TEST_F(SleeveWindowTest, AClickAndEnterChooseTheCoverOfTheTrackWhicheverPictureI
     EXPECT_EQ(chosen, QStringList{u"anna"_s});
     press(Qt::Key_Return);
     EXPECT_EQ(chosen.size(), 2);
+    EXPECT_EQ(stage.cursor().shape(), Qt::PointingHandCursor);
     viewer.showFid(u"2"_s);
     ASSERT_TRUE(shows(u"front.png   39 × 20"_s));
     QTest::mouseClick(&stage, Qt::LeftButton);
     QTest::mouseClick(&stage, Qt::LeftButton, {}, QPoint(2, 2));
+    EXPECT_EQ(stage.cursor().shape(), Qt::ArrowCursor);
     EXPECT_EQ(chosen.size(), 2) << "this track has no cover in the library to search for";
 }
 
@@ -242,6 +264,27 @@ TEST_F(SleeveWindowTest, AnEmptyStageSaysWhy)
     EXPECT_EQ(caption(), u"1 / 2   cover.jpg"_s);
     QTest::mouseClick(&stage, Qt::LeftButton);
     EXPECT_EQ(chosen, QStringList());
+}
+
+TEST_F(SleeveWindowTest, TheStageHasTheKeyboardAndTabReachesTheTools)
+{
+    show();
+    EXPECT_TRUE(stage.hasFocus());
+    viewer.showFid(u"1"_s);
+    ASSERT_TRUE(shows(u"1 / 3   cover.png   39 × 20"_s));
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(tool(u"previous"_s)->hasFocus());
+}
+
+TEST_F(SleeveWindowTest, ALongNameLeavesTheSizeOnTheScreen)
+{
+    addTrack(u"4"_s, {QString(150, u'x') + u".png"_s});
+    show();
+    viewer.showFid(u"4"_s);
+    ASSERT_TRUE(waitFor([this] { return caption().endsWith(u" × 20"_s); }));
+    const auto* label = window.findChild<QLabel*>(u"lblCaption"_s);
+    EXPECT_TRUE(waitFor([&] { return label->width() >= label->sizeHint().width(); }));
+    EXPECT_LE(window.minimumSizeHint().width(), 600);
 }
 
 TEST_F(SleeveWindowTest, EveryToolHasAWordAndAKey)

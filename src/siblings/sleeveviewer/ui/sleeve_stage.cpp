@@ -52,13 +52,18 @@ void SleeveStage::setNote(const QString& title, const QString& text)
     update();
 }
 
+void SleeveStage::setClickable(bool clickable)
+{
+    m_isClickable = clickable;
+    keepOnStage();
+}
+
 void SleeveStage::fit()
 {
     m_zoom = 1;
     m_shift = {};
     m_shown = {};
-    setCursor(Qt::PointingHandCursor);
-    update();
+    keepOnStage();
 }
 
 void SleeveStage::zoom(int steps)
@@ -84,7 +89,9 @@ void SleeveStage::keepOnStage()
     const double high = std::max(0.0, (picture.height() - room.height()) / 2);
     m_shift = {std::clamp(m_shift.x(), -wide, wide), std::clamp(m_shift.y(), -high, high)};
     const bool isLarger = wide > 0 || high > 0;
-    setCursor(isLarger ? Qt::OpenHandCursor : Qt::PointingHandCursor);
+    setCursor(isLarger        ? Qt::OpenHandCursor
+              : m_isClickable ? Qt::PointingHandCursor
+                              : Qt::ArrowCursor);
     update();
 }
 

@@ -24,6 +24,9 @@ public:
     /// What stands in the middle without a picture; may be empty.
     void setNote(const QString& title, const QString& text);
 
+    /// Whether the pointer says that a click does something.
+    void setClickable(bool clickable);
+
     /// One step larger or smaller, about the middle; never smaller than the whole picture.
     void zoom(int steps);
     /// The whole picture.
@@ -58,6 +61,7 @@ private:
     QPixmap m_shown; ///< as large as it was painted last
     QString m_noteTitle;
     QString m_noteText;
+    bool m_isClickable = false;
     double m_zoom = 1;
     QPointF m_shift; ///< of the picture's middle from that of the stage
     QPointF m_pressed;

@@ -30,6 +30,8 @@ SleeveWindow::SleeveWindow(SleeveViewer& viewer,
 {
     setObjectName(u"SleeveWindow"_s);
     m_stage->setAccessibleName(texts.text(u"viewer.title"));
+    m_stage->setFocusPolicy(Qt::StrongFocus);
+    m_stage->setFocus();
     buildCommands();
     buildBar();
     auto* column = new QVBoxLayout(this);
@@ -93,8 +95,10 @@ void SleeveWindow::buildBar()
     const int gap = fontMetrics().height() / 3;
     row->setContentsMargins(gap * 2, gap, gap, gap);
     row->setSpacing(gap);
-    row->addWidget(m_title, 3);
-    row->addWidget(m_caption, 2);
+    // The window's title says it whole; which picture this is is said here alone.
+    m_title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    row->addWidget(m_title, 1);
+    row->addWidget(m_caption);
     addTool(*row, u"viewer.previous"_s, u"back"_s);
     addTool(*row, u"viewer.next"_s, u"forward"_s);
     addTool(*row, u"viewer.zoomout"_s, u"zoom.out"_s);
@@ -121,6 +125,8 @@ void SleeveWindow::refresh()
 {
     m_stage->setImage(m_viewer.image());
     m_stage->setNote(m_viewer.noteTitle(), m_viewer.noteText());
+    m_stage->setClickable(m_viewer.canChoose());
+    findChild<QAction*>(u"viewer.choose"_s)->setEnabled(m_viewer.canChoose());
     m_title->setText(m_viewer.title());
     m_caption->setText(m_viewer.caption());
     const QString program = m_texts.text(u"viewer.title");

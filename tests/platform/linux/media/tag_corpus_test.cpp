@@ -8,7 +8,12 @@
 #include "support/temp_folder.h"
 #include "tag_corpus.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <commentsframe.h>
 #include <gtest/gtest.h>
@@ -241,6 +246,31 @@ protected:
         }
     }
 
+    /// Leaves the files and what was written into them in a folder, for readers of other languages.
+    void keepFor(const QDir& folder)
+    {
+        QJsonArray list;
+        for (const Edited& file : m_files) {
+            if (!file.isWritten) {
+                continue;
+            }
+            const QString name = QFileInfo(file.path).fileName();
+            EXPECT_TRUE(QFile::copy(file.path, folder.filePath(name)));
+            QJsonObject values;
+            for (size_t field = 0; field < kFields.size(); ++field) {
+                if (file.isOurs[field]) {
+                    values.insert(QString::fromLatin1(kFields[field].name), file.values[field]);
+                }
+            }
+            list.append(QJsonObject{{u"file"_s, name},
+                                    {u"shape"_s, QString::fromStdString(file.made.shape)},
+                                    {u"values"_s, values}});
+        }
+        QFile told(folder.filePath(u"values.json"_s));
+        EXPECT_TRUE(told.open(QIODevice::WriteOnly) &&
+                    told.write(QJsonDocument(list).toJson()) > 0);
+    }
+
     SilentListener m_silent;
     std::mt19937 m_random{357};
     TempFolder m_folder;
@@ -266,6 +296,9 @@ TEST_F(TagCorpus, SoundAndForeignFramesAreTheSameBytesAndEveryReaderSeesTheValue
     EXPECT_GT(written, edits() / 2);
     for (const Edited& file : m_files) {
         check(file);
+    }
+    if (const QString folder = qEnvironmentVariable("MLV_TAG_FILES"); !folder.isEmpty()) {
+        keepFor(QDir(folder));
     }
 }
 
