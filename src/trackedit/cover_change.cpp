@@ -44,8 +44,7 @@ void CoverChange::choose(const Covers::Track& track)
     const QString picture = chosen.first();
     settings.WriteKeyValue(kSection, kFolder, path::parent(picture));
     m_parts.covers.prepare(
-        track.fid, picture,
-        std::max(1, settings.GetKeyValueLong(kSection, kMostWidth, kFirstWidth)),
+        track, picture, std::max(1, settings.GetKeyValueLong(kSection, kMostWidth, kFirstWidth)),
         settings.GetKeyValueLong(kSection, kQuality, kFirstQuality),
         [this, track, picture](const Covers::Ready& ready) { take(track, ready, picture); });
 }
@@ -58,13 +57,20 @@ void CoverChange::take(const Covers::Track& track,
         m_parts.tell(m_parts.texts.text(u"edittag.image.unreadable", picture));
         return;
     }
-    const bool isSaved =
-        m_parts.guard.run(u"SaveImage"_s, [&] { m_parts.save(track, ready.image); });
+    Covers::Track former = track;
+    const bool isSaved = m_parts.guard.run(u"SaveImage"_s, [&] {
+        if (!ready.former.isEmpty() && ready.former != track.image) {
+            // What stood in the tag alone has a name from now on, which taking back goes to.
+            m_parts.name(track.fid, ready.former);
+            former.image = ready.former;
+        }
+        m_parts.save(former, ready.image);
+    });
     if (!isSaved) {
         return;
     }
-    if (track.image != ready.image) {
-        m_parts.covers.setAside(track.image);
+    if (former.image != ready.image) {
+        m_parts.covers.setAside(former.image);
     }
     m_parts.changed(track.fid);
     m_parts.covers.write(track.file, ready.jpeg,

@@ -30,6 +30,9 @@ public:
         /// Stores the name of the new picture for the track and those that share the former one.
         /// \throws DbError
         std::function<void(const Covers::Track& track, const QString& image)> save;
+        /// Stores the name of the picture file for the cover that a track has already.
+        /// \throws DbError
+        std::function<void(const QString& fid, const QString& image)> name;
         /// The track has another cover now.
         std::function<void(const QString& fid)> changed;
         std::function<void(const QString& text)> tell;

@@ -19,6 +19,9 @@ namespace {
 constexpr int kShownWidth = 640;
 constexpr int kShownQuality = 90;
 
+/// Width of a cover of a tag that is kept because another one takes its place.
+constexpr int kKeptWidth = 1200;
+
 /// Quality of a cover that is taken out of a tag.
 constexpr int kTakenQuality = 90;
 
@@ -54,6 +57,14 @@ bool Covers::put(const QString& file, const QByteArray& bytes) const
     }
 }
 
+bool Covers::takeFromTag(const QString& file, const QString& image, int mostWidth) const
+{
+    const QString place = coverPlace(m_parts.dataFolder, image);
+    const QByteArray jpeg =
+        m_parts.pictures.jpeg(m_parts.reader.cover(file), mostWidth, kTakenQuality);
+    return !place.isEmpty() && !jpeg.isEmpty() && put(place, jpeg);
+}
+
 void Covers::show(const Track& track, std::function<void(const QByteArray&)> shown)
 {
     const quint64 question = ++m_asked;
@@ -76,37 +87,38 @@ void Covers::takeOut(const Track& track,
                      std::function<void(const QString& image)> done)
 {
     const QString image = track.image.isEmpty() ? track.fid : track.image;
-    const QString place = coverPlace(m_parts.dataFolder, image);
     auto isThere = std::make_shared<bool>(false);
     m_parts.worker.run(
-        [this, place, file = track.file, mostWidth, isThere] {
-            const QByteArray jpeg =
-                m_parts.pictures.jpeg(m_parts.reader.cover(file), mostWidth, kTakenQuality);
-            *isThere = !place.isEmpty() && !jpeg.isEmpty() && put(place, jpeg);
+        [this, image, file = track.file, mostWidth, isThere] {
+            *isThere = takeFromTag(file, image, mostWidth);
         },
         [image, isThere, done = std::move(done)] { done(*isThere ? image : QString()); });
 }
 
-void Covers::prepare(const QString& fid,
+void Covers::prepare(const Track& track,
                      const QString& picture,
                      int mostWidth,
                      int quality,
                      std::function<void(const Ready&)> done)
 {
-    // Made when it is missing.
-    static_cast<void>(fileOf({}));
     auto ready = std::make_shared<Ready>();
     const auto facts = m_parts.files.facts(picture);
-    const QString image = facts ? coverName(fid, facts->modified) : QString();
+    const QString image = facts ? coverName(track.fid, facts->modified) : QString();
+    const bool isInTagAlone = fileOf(track.image).isEmpty();
+    const QString former = track.image.isEmpty() ? track.fid : track.image;
     m_parts.worker.run(
-        [this, picture, mostWidth, quality, image, ready] {
+        [this, picture, mostWidth, quality, image, isInTagAlone, former, file = track.file, ready] {
             const QByteArray jpeg = m_parts.pictures.jpeg(read(picture), mostWidth, quality);
             if (image.isEmpty() || jpeg.isEmpty()) {
                 return;
             }
+            if (isInTagAlone && takeFromTag(file, former, kKeptWidth)) {
+                ready->former = former;
+            }
             if (put(path::join(m_parts.dataFolder, kTempCover), jpeg) &&
                 put(coverPlace(m_parts.dataFolder, image), jpeg)) {
-                *ready = {image, jpeg};
+                ready->image = image;
+                ready->jpeg = jpeg;
             }
         },
         [ready, done = std::move(done)] { done(*ready); });

@@ -58,11 +58,15 @@ public:
     {
         QString image;   ///< name of the picture file that it stands in now
         QByteArray jpeg; ///< empty when the picture could not be read
+        /// Name of the picture file that keeps the cover that stood in the tag alone; empty when
+        /// there was none, or when the track has a picture file.
+        QString former;
     };
 
     /// Scales a picture file and puts it beside the others, under a name of its own; what was made
-    /// last stands in `tempcover.jpg` of the data folder, too.
-    void prepare(const QString& fid,
+    /// last stands in `tempcover.jpg` of the data folder, too. The cover that it will replace in
+    /// the tag is kept for who takes the change back.
+    void prepare(const Track& track,
                  const QString& picture,
                  int mostWidth,
                  int quality,
@@ -83,6 +87,9 @@ private:
     [[nodiscard]] QByteArray read(const QString& file) const;
     /// False when it could not be written.
     [[nodiscard]] bool put(const QString& file, const QByteArray& bytes) const;
+
+    /// Writes the cover of a tag to the picture file of that image name. False when there is none.
+    [[nodiscard]] bool takeFromTag(const QString& file, const QString& image, int mostWidth) const;
 
     CoverParts m_parts;
     quint64 m_asked = 0; ///< number of the last question

@@ -213,6 +213,7 @@ void EditTag::showCover()
         m_form.setCover({});
         return;
     }
+    m_shownImage = m_data1.Recordset()->value(u"Image").toText();
     m_parts.showCover(coverTrack(), [this, fid = m_fid](const QByteArray& picture) {
         if (fid == m_fid) {
             m_form.setCover(picture);
@@ -230,6 +231,7 @@ void EditTag::Mp3Image()
 void EditTag::coverChanged(const QString& fid)
 {
     if (m_isActive && fid == m_fid) {
+        m_shownImage.clear();
         renewTrack();
         showCover();
     }
@@ -257,6 +259,9 @@ void EditTag::renewTrack()
         }
     });
     showRow();
+    if (hasRow() && m_data1.Recordset()->value(u"Image").toText() != m_shownImage) {
+        showCover();
+    }
 }
 
 void EditTag::showRow()

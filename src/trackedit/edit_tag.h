@@ -176,6 +176,7 @@ private:
     PanelTexts m_texts;
     QString m_fid;
     QStringList m_genres;
+    QString m_shownImage; ///< whose picture was asked for last
     bool m_isFilled = false;
     bool m_isActive = false;
     bool m_isAway = false; ///< another program has the library

@@ -15,7 +15,7 @@ constexpr std::size_t kFirstSlots = 64;
 /// True when so many keys leave too few places free for short ways.
 bool isFull(std::size_t used, std::size_t places)
 {
-    return (used + 1) * 2 > places;
+    return (used + 1) * 3 > places * 2;
 }
 
 std::uint64_t mixed(std::uint64_t key)
@@ -84,16 +84,14 @@ void Spellings::read(const WalkedRow& row, int column)
     if (isFull(m_texts.size(), m_slots.size())) {
         grow();
     }
-    const auto hash = std::uint32_t(std::hash<std::string_view>()(bytes));
     const std::size_t mask = m_slots.size() - 1;
-    for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+    for (std::size_t at = std::hash<std::string_view>()(bytes) & mask;; at = (at + 1) & mask) {
         Slot& slot = m_slots[at];
         if (slot.number == 0) {
-            slot = {hash, std::uint32_t(m_texts.size()), std::uint32_t(bytes.size()),
-                    m_bytes.size()};
+            slot = {m_bytes.size(), std::uint32_t(bytes.size()), std::uint32_t(m_texts.size())};
             m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end());
             m_texts.push_back(row.text(column));
-        } else if (slot.hash != hash || bytesOf(slot) != bytes) {
+        } else if (bytesOf(slot) != bytes) {
             continue;
         }
         m_last = slot;
@@ -108,7 +106,7 @@ void Spellings::grow()
     const std::size_t mask = m_slots.size() - 1;
     for (const Slot& slot : former) {
         if (slot.number != 0) {
-            std::size_t at = slot.hash & mask;
+            std::size_t at = std::hash<std::string_view>()(bytesOf(slot)) & mask;
             while (m_slots[at].number != 0) {
                 at = (at + 1) & mask;
             }

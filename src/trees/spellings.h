@@ -50,13 +50,13 @@ public:
     [[nodiscard]] const std::vector<std::uint32_t>& ranks() const;
 
 private:
-    /// All that is asked to find a text, in one place: a look elsewhere costs more than the rest.
+    /// All that is asked to find a text, in one place and small: waiting for memory is most of the
+    /// time.
     struct Slot
     {
-        std::uint32_t hash = 0;
-        std::uint32_t number = 0; ///< 0 where there is no text
-        std::uint32_t size = 0;
         std::size_t begin = 0; ///< in m_bytes
+        std::uint32_t size = 0;
+        std::uint32_t number = 0; ///< 0 where there is no text
     };
 
     [[nodiscard]] std::string_view bytesOf(const Slot& slot) const;

@@ -267,12 +267,27 @@ void FolderCounter::add(const WalkedRow& row)
     }
     const std::uint32_t volume =
         volumeOf(int(row.number(m_types.number)), m_labels.texts->present());
-    const std::uint32_t place =
-        m_places.placeOf(paired(path, volume), std::uint32_t(m_counted.size()));
+    const std::uint32_t place = placeOf(path, volume);
     if (place == m_counted.size()) {
         m_counted.push_back({path, volume, 0});
     }
     ++m_counted[place].count;
+}
+
+/// Most folders lie on one volume: they are found by the number of their path.
+std::uint32_t FolderCounter::placeOf(std::uint32_t path, std::uint32_t volume)
+{
+    const auto next = std::uint32_t(m_counted.size());
+    if (m_firsts.size() <= path) {
+        m_firsts.resize(m_paths.texts->texts().size());
+    }
+    std::uint32_t& first = m_firsts[path];
+    if (first == 0) {
+        first = next + 1;
+        return next;
+    }
+    const bool isFirst = m_counted[first - 1].volume == volume;
+    return isFirst ? first - 1 : m_others.placeOf(paired(path, volume), next);
 }
 
 std::vector<TrackFolder> FolderCounter::folders() const

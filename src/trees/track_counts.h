@@ -162,8 +162,11 @@ private:
     PlaceMap m_volumeNumbers;
     std::vector<Volume> m_volumes;
     std::uint32_t m_lastVolume = 0; ///< of the track before, as a rule the next one's, too
-    PlaceMap m_places;
-    std::vector<Counted> m_counted; ///< in the order in which they were met
+    [[nodiscard]] std::uint32_t placeOf(std::uint32_t path, std::uint32_t volume);
+
+    std::vector<std::uint32_t> m_firsts; ///< by path: the first place with it, counted from 1
+    PlaceMap m_others;                   ///< places of paths that lie on further volumes, too
+    std::vector<Counted> m_counted;      ///< in the order in which they were met
 };
 
 } // namespace melovane

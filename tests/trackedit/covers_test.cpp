@@ -157,18 +157,23 @@ protected:
                      [this] { return suite.dbName(); },
                      [this](const QString& text) { told.append(text); },
                      {}};
-    CoverChange change{{.covers = covers,
-                        .chooser = chooser,
-                        .warnings = warnings,
-                        .settings = *settings,
-                        .texts = texts,
-                        .guard = guard,
-                        .save =
-                            [this](const Covers::Track& of, const QString& image) {
-                                SaveImage(history, *suite.open(), of.fid, image, of.image);
-                            },
-                        .changed = [this](const QString& fid) { changed.append(fid); },
-                        .tell = [this](const QString& text) { told.append(text); }}};
+    CoverChange change{
+        {.covers = covers,
+         .chooser = chooser,
+         .warnings = warnings,
+         .settings = *settings,
+         .texts = texts,
+         .guard = guard,
+         .save =
+             [this](const Covers::Track& of, const QString& image) {
+                 SaveImage(history, *suite.open(), of.fid, image, of.image);
+             },
+         .name =
+             [this](const QString& fid, const QString& image) {
+                 suite.execute(u"update db_all set Image='%1' where fid='%2'"_s.arg(image, fid));
+             },
+         .changed = [this](const QString& fid) { changed.append(fid); },
+         .tell = [this](const QString& text) { told.append(text); }}};
 };
 
 // ---- files
@@ -344,6 +349,18 @@ TEST_F(CoverTest, ANewCoverCanBeTakenBackAndTheFormerPictureIsThereAgain)
     EXPECT_EQ(cell(u"Image"_s, one), u"alt"_s);
     EXPECT_EQ(cell(u"Image"_s, two), u"alt"_s);
     EXPECT_EQ(shown(track()), "jpeg of alt");
+}
+
+TEST_F(CoverTest, ACoverThatStoodInTheTagAloneComesBackToo)
+{
+    suite.execute(u"update db_all set Image='' where fid='%1'"_s.arg(one));
+    reader.covers.insert(u"/music/eins.mp3"_s, "Bild im Tag");
+    choose();
+    reader.covers.insert(u"/music/eins.mp3"_s, "neues Bild");
+    EXPECT_EQ(shown(track()), "jpeg of jpeg of neues Bild");
+    history.undo();
+    EXPECT_EQ(cell(u"Image"_s, one), one);
+    EXPECT_EQ(shown(track()), "jpeg of jpeg of Bild im Tag");
 }
 
 TEST_F(CoverTest, TheSamePictureChosenTwiceStays)

@@ -508,6 +508,17 @@ TEST_F(TagPanel, ACoverThatComesWhenAnotherTrackIsShownIsDropped)
     EXPECT_EQ(messages.last(), u"db.refresh.by.fid|"_s + two);
 }
 
+TEST_F(TagPanel, AnotherImageOfTheRowIsAskedForAndTheSameOneIsNot)
+{
+    open(one);
+    answerCover = {};
+    send(bus::kDbRefreshByFid, one);
+    EXPECT_FALSE(answerCover);
+    suite.execute(u"update db_all set Image='anders' where fid='%1'"_s.arg(one));
+    send(bus::kDbRefreshByFid, one);
+    EXPECT_TRUE(answerCover);
+}
+
 // ---- buttons
 
 TEST_F(TagPanel, StartAndStopAreHeardFromTheirPlaces)

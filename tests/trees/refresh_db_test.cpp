@@ -9,12 +9,10 @@ using namespace Qt::Literals::StringLiterals;
 TEST_F(RefreshDbTest, AlbumsAreRefilledByTheGivenStatements)
 {
     suite.library.add({.Album = u"B"_s});
-    trees.TreeAlbum();
-    favour(u"tree_album"_s, u"name='B'"_s);
-    engine.statements.take();
-    trees.TreeAlbum();
+    const QStringList statements =
+        statementsOf([this] { trees.TreeAlbum(); }, {{u"tree_album"_s, u"name='B'"_s}});
     EXPECT_EQ(
-        engine.statements.take(),
+        statements,
         (QStringList{u"select * from tree_album where favorit=true"_s, u"delete from tree_album"_s,
                      u"select Album from db_all where DEL = False"_s,
                      u"update tree_album set tstamp=#2026-03-01 20:15:30# , favorit=true "
@@ -34,13 +32,11 @@ TEST_F(RefreshDbTest, ArtistsAreRefilledByTheGivenStatements)
 TEST_F(RefreshDbTest, GenresAndTheirArtistsAreRefilledByTheGivenStatements)
 {
     suite.library.add({.Interpret = u"Anna"_s, .Genre = u"Pop"_s});
-    trees.TreeGenre();
-    favour(u"tree_genre"_s, u"name='Pop'"_s);
-    favour(u"tree_genre_interpret"_s, u"name='Anna'"_s);
-    engine.statements.take();
-    trees.TreeGenre();
+    const QStringList statements = statementsOf(
+        [this] { trees.TreeGenre(); },
+        {{u"tree_genre"_s, u"name='Pop'"_s}, {u"tree_genre_interpret"_s, u"name='Anna'"_s}});
     EXPECT_EQ(
-        engine.statements.take(),
+        statements,
         (QStringList{u"select * from tree_genre where favorit=true"_s, u"delete from tree_genre"_s,
                      u"select Genre from db_all where DEL = False"_s,
                      u"update tree_genre set tstamp=#2026-03-01 20:15:30# , favorit=true "
@@ -55,12 +51,10 @@ TEST_F(RefreshDbTest, GenresAndTheirArtistsAreRefilledByTheGivenStatements)
 TEST_F(RefreshDbTest, ATableOfAColumnIsRefilledByTheGivenStatements)
 {
     suite.library.add({.Stimmung = u"warm"_s});
-    trees.TreeTable(u"stimmung"_s);
-    favour(u"tree_stimmung"_s, u"name='warm'"_s);
-    engine.statements.take();
-    trees.TreeTable(u"stimmung"_s);
+    const QStringList statements = statementsOf([this] { trees.TreeTable(u"stimmung"_s); },
+                                                {{u"tree_stimmung"_s, u"name='warm'"_s}});
     EXPECT_EQ(
-        engine.statements.take(),
+        statements,
         (QStringList{u"select * from tree_stimmung where favorit=true"_s,
                      u"delete from tree_stimmung"_s,
                      u"select stimmung from db_all where DEL = False"_s,
@@ -79,12 +73,10 @@ TEST_F(RefreshDbTest, ImportDaysAreRefilledByTheGivenStatements)
 TEST_F(RefreshDbTest, FoldersAreReadFromTheViewAndTheirMarksPutBack)
 {
     suite.library.add({.Path = u"C:\\a\\"_s});
-    trees.TreeDir();
-    favour(u"tree_dir"_s, u"rLevel=1"_s);
-    engine.statements.take();
-    trees.TreeDir();
+    const QStringList statements =
+        statementsOf([this] { trees.TreeDir(); }, {{u"tree_dir"_s, u"rLevel=1"_s}});
     EXPECT_EQ(
-        engine.statements.take(),
+        statements,
         (QStringList{u"select * from tree_dir where favorit=true"_s, u"delete from tree_dir"_s,
                      u"select Path,DriveTyp,DriveName from db_all where DEL = False"_s,
                      u"update tree_dir set tstamp=#2026-03-01 20:15:30# , favorit=true "

@@ -4,6 +4,8 @@
 #include "support/suite_fixture.h"
 #include "trees/refresh_db.h"
 
+#include <functional>
+
 namespace melovane {
 
 /// A library whose trees are rebuilt by the real engine, which notes the statements.
@@ -39,6 +41,26 @@ protected:
         suite.execute(QStringLiteral("update %1 set favorit=true, tstamp=#2026-03-01 20:15:30# "
                                      "where %2")
                           .arg(table, condition));
+    }
+
+    /// A row of a tree table that becomes a favourite.
+    struct Favoured
+    {
+        QString table;
+        QString condition;
+    };
+
+    /// The statements of a refill, once its tables are filled and hold these favourites.
+    [[nodiscard]] QStringList statementsOf(const std::function<void()>& refill,
+                                           const QList<Favoured>& favourites = {})
+    {
+        refill();
+        for (const Favoured& row : favourites) {
+            favour(row.table, row.condition);
+        }
+        engine.statements.take();
+        refill();
+        return engine.statements.take();
     }
 
     test::StatementEngine engine{*suite.engine};

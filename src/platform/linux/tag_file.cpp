@@ -21,8 +21,8 @@ namespace {
 
 /// Bytes behind the tags that are read back after a write.
 constexpr qint64 kSoundReadBack = qint64{64} * 1024;
-/// Bytes copied at once.
-constexpr qint64 kPiece = qint64{1024} * 1024;
+/// Bytes copied and compared at once: few enough to stay in the processor's cache.
+constexpr qint64 kPiece = qint64{256} * 1024;
 /// As many tags are read.
 constexpr int kMaxTags = 8;
 /// Waits for another writer of the suite: a second in all.
@@ -68,6 +68,23 @@ Bytes viewOf(const QByteArray& bytes)
     throw TagFailure{TagWriteFault::Changed, {}};
 }
 
+/// Fills all of `bytes`.
+void readInto(int descriptor, qint64 offset, QByteArray& bytes)
+{
+    qint64 done = 0;
+    while (done < bytes.size()) {
+        const ssize_t got =
+            ::pread(descriptor, bytes.data() + done, size_t(bytes.size() - done), offset + done);
+        if (got < 0 && errno != EINTR) {
+            failTag(errno);
+        }
+        if (got == 0) {
+            failChanged();
+        }
+        done += std::max<ssize_t>(got, 0);
+    }
+}
+
 /// Length of an APE tag that begins with these bytes; 0 for none.
 qint64 apeLength(const QByteArray& bytes)
 {
@@ -91,18 +108,7 @@ void failTag(int error)
 QByteArray readAt(int descriptor, qint64 offset, qint64 length)
 {
     QByteArray bytes(length, Qt::Uninitialized);
-    qint64 done = 0;
-    while (done < length) {
-        const ssize_t got =
-            ::pread(descriptor, bytes.data() + done, size_t(length - done), offset + done);
-        if (got < 0 && errno != EINTR) {
-            failTag(errno);
-        }
-        if (got == 0) {
-            failChanged();
-        }
-        done += std::max<ssize_t>(got, 0);
-    }
+    readInto(descriptor, offset, bytes);
     return bytes;
 }
 
@@ -121,16 +127,24 @@ void writeAt(int descriptor, qint64 offset, const QByteArray& bytes)
 
 void copyPart(int from, qint64 begin, qint64 end, int to, qint64 place)
 {
+    QByteArray piece;
     for (qint64 at = begin; at < end; at += kPiece) {
-        writeAt(to, place + at - begin, readAt(from, at, std::min(kPiece, end - at)));
+        piece.resize(std::min(kPiece, end - at));
+        readInto(from, at, piece);
+        writeAt(to, place + at - begin, piece);
     }
 }
 
 void comparePart(int from, qint64 begin, qint64 end, int to, qint64 place)
 {
+    QByteArray piece;
+    QByteArray other;
     for (qint64 at = begin; at < end; at += kPiece) {
-        const qint64 length = std::min(kPiece, end - at);
-        if (readAt(from, at, length) != readAt(to, place + at - begin, length)) {
+        piece.resize(std::min(kPiece, end - at));
+        other.resize(piece.size());
+        readInto(from, at, piece);
+        readInto(to, place + at - begin, other);
+        if (piece != other) {
             failChanged();
         }
     }

@@ -58,6 +58,7 @@ CoverChange::Parts EditWing::coverParts()
             .guard = guard,
             .save = [this](const Covers::Track& track,
                            const QString& image) { saveCover(track, image); },
+            .name = [this](const QString& fid, const QString& image) { nameCover(fid, image); },
             .changed = [this](const QString& fid) { panel.coverChanged(fid); },
             .tell = [this](const QString& text) { suite.showStatusText(text); }};
 }
@@ -87,17 +88,20 @@ QString EditWing::coverOf(const MlvAllData& track)
 }
 
 /// The track gets the name of its picture; its file has the picture already, so nothing waits to be
-/// written into it.
+/// written into it. \throws DbError
+void EditWing::nameCover(const QString& fid, const QString& image)
+{
+    const std::vector<ColumnValue> values{{u"Image"_s, image}};
+    writeTrack(*machine.engine->OpenDatabase(machine.settings.DbName()), fid, values,
+               TagOrder::None);
+}
+
 void EditWing::takenOut(const QString& fid, const QString& former, const QString& image)
 {
     if (image.isEmpty()) {
         return;
     }
-    const bool isStored = image == former || guard.run(u"Cover"_s, [&] {
-        const std::vector<ColumnValue> values{{u"Image"_s, image}};
-        writeTrack(*machine.engine->OpenDatabase(machine.settings.DbName()), fid, values,
-                   TagOrder::None);
-    });
+    const bool isStored = image == former || guard.run(u"Cover"_s, [&] { nameCover(fid, image); });
     if (isStored) {
         suite.sender.SendMessage(bus::kDbRefreshByFid, fid);
     }

@@ -48,6 +48,7 @@ private:
     [[nodiscard]] EditTagParts parts();
     [[nodiscard]] CoverChange::Parts coverParts();
     void saveCover(const Covers::Track& track, const QString& image);
+    void nameCover(const QString& fid, const QString& image);
     void takenOut(const QString& fid, const QString& former, const QString& image);
     void focusRows();
 
