@@ -6,6 +6,7 @@
 #include "platform/db/sql_text.h"
 #include "platform/system/path_text.h"
 #include "playlists/playlist_table.h"
+#include "playlists/track_step.h"
 #include "tagbench/file_moves.h"
 
 #include <QHash>
@@ -69,7 +70,8 @@ public:
 
     BenchOutcome run()
     {
-        Transaction all(m_parts.database);
+        TrackStep all(m_parts.history, m_parts.database, ListAction::Tracks);
+        m_step = &all;
         if (!import() || !writeAll()) {
             BenchOutcome cancelled;
             cancelled.isCancelled = true;
@@ -81,6 +83,7 @@ public:
         for (const auto& [track, fid] : m_newFids) {
             m_tracks.setFid(track, fid);
         }
+        m_result.trees += all.trees();
         m_result.trees.removeDuplicates();
         return m_result;
     }
@@ -228,8 +231,7 @@ private:
         if (values.empty()) {
             return;
         }
-        const TrackChange change = writeTrack(m_parts.database, fidOf(number), values, order);
-        m_result.trees += change.trees();
+        m_step->write(fidOf(number), values, order);
     }
 
     /// False when the file keeps its name, which is told.
@@ -270,6 +272,7 @@ private:
     BenchTracks& m_tracks;
     const GoOn& m_goOn;
     FileMoves m_moves;
+    TrackStep* m_step = nullptr; ///< while run() works
     std::vector<int> m_waiting;
     std::map<int, QString> m_newFids;
     QHash<QString, BenchTrack::Texts> m_rows;

@@ -13,6 +13,7 @@ namespace melovane {
 
 class Database;
 class Files;
+class ListHistory;
 class NewTracks;
 
 /// Why a track on the bench was left as it is stored.
@@ -48,14 +49,16 @@ struct BenchOutcome
 /// and, for new names, on the disk. All of it is one transaction: it stands whole, or, when the
 /// database fails or the user cancels, not at all, and every file has its former name again.
 ///
-/// A file gets its name first and its row follows. Lists that hold a renamed track are marked to be
-/// written again, since their files name its place.
+/// What it changes in the fields is one step that the console can take back. Names of files are in
+/// no step. A file gets its name first and its row follows. Lists that hold a renamed track are
+/// marked to be written again, since their files name its place.
 class BenchApply
 {
 public:
     struct Parts
     {
         Database& database;
+        ListHistory& history; ///< gets all of it as one step
         Files& files;
         QString dataFolder;             ///< of `ChangeDir.conf`
         NewTracks* newTracks = nullptr; ///< that has read the tracks without an identifier

@@ -121,6 +121,7 @@ void BenchSession::addFiles(const QStringList& places, const GoOn& goOn)
 BenchOutcome BenchSession::apply(bool removeEmptyFolders, const GoOn& goOn)
 {
     BenchApply work({.database = database(),
+                     .history = m_parts.history,
                      .files = m_parts.files,
                      .dataFolder = m_parts.dataFolder,
                      .newTracks = m_newTracks.get(),

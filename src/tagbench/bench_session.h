@@ -16,6 +16,7 @@ class ConfigObjects;
 class DBEngine;
 class Files;
 class GlobalSettings;
+class ListHistory;
 class NewTracks;
 class TagReader;
 
@@ -33,6 +34,7 @@ public:
     struct Parts
     {
         DBEngine& engine;
+        ListHistory& history;
         GlobalSettings& settings;
         Files& files;
         const TagReader& reader;

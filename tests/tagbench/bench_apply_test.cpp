@@ -2,6 +2,7 @@
 #include "intake/new_tracks.h"
 #include "platform/db/db_error.h"
 #include "platform/linux/tag_reader.h"
+#include "playlists/list_history.h"
 #include "support/mp3_maker.h"
 #include "support/suite_fixture.h"
 #include "tagbench/bench_apply.h"
@@ -30,8 +31,10 @@ protected:
 
     BenchOutcome apply(const BenchApply::GoOn& goOn = {})
     {
-        return BenchApply(
-                   {.database = *database, .files = suite.files, .dataFolder = suite.dataFolder()})
+        return BenchApply({.database = *database,
+                           .history = history,
+                           .files = suite.files,
+                           .dataFolder = suite.dataFolder()})
             .apply(tracks, goOn);
     }
 
@@ -43,6 +46,8 @@ protected:
     test::TempFolder music;
     std::unique_ptr<Database> database = suite.open();
     BenchTracks tracks;
+    std::unique_ptr<GlobalSettings> settings = suite.makeSettings();
+    ListHistory history{*suite.engine, suite.files, suite.clock, *settings, {}};
 };
 
 TEST_F(Applying, TheMarkedTracksAreReadOnceInTheOrderOfTheirFiles)
@@ -76,6 +81,20 @@ TEST_F(Applying, OnlyWhatWasChangedIsWrittenAndQueued)
     tracks.change({{0, F::Note, QString()}});
     EXPECT_EQ(apply().written.size(), 1U);
     EXPECT_TRUE(suite.value(u"select Note from db_all where FID='%1'"_s.arg(one)).isNull());
+}
+
+TEST_F(Applying, AllOfItIsOneStepThatIsTakenBack)
+{
+    settings->SetDbName(suite.dbName());
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    const QString two = add(u"b.mp3"_s, u"Zwei"_s);
+    load();
+    tracks.change({{0, F::Album, u"Platte"_s}, {1, F::Titel, u"Neu"_s}});
+    EXPECT_EQ(apply().written.size(), 2U);
+    EXPECT_EQ(history.undo().outcome, ListHistory::Outcome::Done);
+    EXPECT_EQ(cell(one, u"Album"_s), QString());
+    EXPECT_EQ(cell(two, u"Titel"_s), u"Zwei"_s);
+    EXPECT_FALSE(history.nextUndo().has_value());
 }
 
 TEST_F(Applying, AChangeOfSomebodyElseIsNotOverwritten)
@@ -206,6 +225,7 @@ TEST_F(Applying, EmptiedFoldersGoWhenThatIsAskedFor)
     load();
     tracks.change({{0, kBenchPlace, music.file(u"alt/a.mp3"_s)}});
     const BenchOutcome outcome = BenchApply({.database = *database,
+                                             .history = history,
                                              .files = suite.files,
                                              .dataFolder = suite.dataFolder(),
                                              .removeEmptyFolders = true})
@@ -229,7 +249,6 @@ TEST_F(Applying, AMappedFileIsRenamedWhereItLies)
 
 TEST_F(Applying, NewFilesEnterTheLibraryWithWhatWasChanged)
 {
-    const auto settings = suite.makeSettings();
     const auto reader = linux_media::makeTagReader();
     music.write(u"neu.mp3"_s, test::simpleMp3(u"Lied"_s, u"Wer"_s));
     const QString file = music.file(u"neu.mp3"_s);
@@ -243,6 +262,7 @@ TEST_F(Applying, NewFilesEnterTheLibraryWithWhatWasChanged)
     tracks.setTracks({track});
     tracks.change({{0, F::Titel, u"Anders"_s}});
     const BenchOutcome outcome = BenchApply({.database = *database,
+                                             .history = history,
                                              .files = suite.files,
                                              .dataFolder = suite.dataFolder(),
                                              .newTracks = &fresh})

@@ -5,6 +5,7 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/skin.h"
+#include "playlists/list_history.h"
 #include "support/mp3_maker.h"
 #include "support/suite_fixture.h"
 #include "tagbench/ui/bench_window.h"
@@ -40,8 +41,8 @@ protected:
     void open(BenchMode mode = BenchMode::Edit)
     {
         session = std::make_unique<BenchSession>(
-            BenchSession::Parts{*suite.engine, *settings, suite.files, *reader, suite.clock, texts,
-                                suite.dataFolder()},
+            BenchSession::Parts{*suite.engine, history, *settings, suite.files, *reader,
+                                suite.clock, texts, suite.dataFolder()},
             mode);
         session->whenWritten = [this] { ++written; };
         window = std::make_unique<BenchWindow>(skin, icons, *session, loop, NoteColours());
@@ -78,6 +79,7 @@ protected:
     ConfigObjects texts{suite.folders.paths(), suite.folders.profile(), suite.files};
     std::unique_ptr<GlobalSettings> settings = suite.makeSettings();
     std::unique_ptr<TagReader> reader = linux_media::makeTagReader();
+    ListHistory history{*suite.engine, suite.files, suite.clock, *settings, {}};
     Skin skin{*qobject_cast<QApplication*>(QCoreApplication::instance())};
     IconSet icons{skin};
     QtMessageLoop loop;

@@ -15,6 +15,7 @@
 #include "platform/linux/tag_reader.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
+#include "playlists/list_history.h"
 #include "shell/skin_files.h"
 #include "tagbench/bench_session.h"
 #include "views/track_look.h"
@@ -38,7 +39,8 @@ public:
         , m_control(m_messages.makeControl())
         , m_loan(m_files, {m_environment.runtimeFolder(), m_paths.GetConfigPath()})
         , m_texts(m_paths, m_profile, m_files)
-        , m_session({*m_engine, m_settings, m_files, *m_reader, m_clock, m_texts,
+        , m_history(*m_engine, m_files, m_clock, m_settings, {})
+        , m_session({*m_engine, m_history, m_settings, m_files, *m_reader, m_clock, m_texts,
                      m_paths.GetConfigPath()},
                     mode)
     {
@@ -88,6 +90,7 @@ private:
     std::unique_ptr<KSMessage> m_control;
     LibraryLoan m_loan;
     ConfigObjects m_texts;
+    ListHistory m_history;
     BenchSession m_session;
 };
 
