@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTabBar>
 #include <QTest>
 #include <QToolButton>
@@ -90,6 +91,17 @@ protected:
     bool answer = false;
     QStringList told;
 };
+
+TEST_F(TagBenchWindow, NoFieldOfTheCommonValuesIsCutOffAtTheSide)
+{
+    add(u"a.mp3"_s, u"Eins"_s);
+    open();
+    const auto* scroll = find<QWidget>(u"CommonForm"_s)->findChild<QScrollArea*>();
+    EXPECT_LE(scroll->widget()->width(), scroll->viewport()->width());
+    EXPECT_GE(scroll->viewport()->width(), scroll->widget()->minimumSizeHint().width());
+    window->resize(window->minimumSizeHint());
+    EXPECT_LE(scroll->widget()->width(), scroll->viewport()->width());
+}
 
 TEST_F(TagBenchWindow, AFieldChangesAllMarkedTracksWhenItIsAppliedByMouse)
 {

@@ -160,7 +160,8 @@ void DataGrid::focusInEvent(QFocusEvent* event)
     // The view itself makes a cell the current one, but selects nothing.
     const bool hadCurrent = currentIndex().isValid();
     QTableView::focusInEvent(event);
-    if (m_model && !hadCurrent && m_model->rowCount() > 0) {
+    const bool choosesOne = m_model && !hadCurrent && !selectionModel()->hasSelection();
+    if (choosesOne && m_model->rowCount() > 0) {
         goToRow(0, 0);
     }
     viewport()->update();

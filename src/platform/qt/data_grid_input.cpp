@@ -81,6 +81,11 @@ void DataGrid::keyPressEvent(QKeyEvent* event)
         emit moveRowWanted(event->key() == Qt::Key_Up ? -1 : 1);
     } else {
         QTableView::keyPressEvent(event);
+        const bool jumps = event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
+        if (jumps && modifiers == Qt::NoModifier && currentRow() >= 0) {
+            // The view selects nothing when the row was the current one already.
+            selectRow(int(currentRow()));
+        }
     }
 }
 

@@ -18,6 +18,7 @@
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -29,7 +30,7 @@ namespace {
 
 /// Size of the window in letters and lines, at first.
 constexpr int kWidth = 190;
-constexpr int kHeight = 48;
+constexpr int kHeight = 56;
 
 /// Lines of a report that a message shows.
 constexpr int kShownLines = 12;
@@ -79,7 +80,9 @@ BenchWindow::BenchWindow(const Skin& skin,
     column->addWidget(m_content, 1);
     buildDialogs();
     buildFooter(*column, icons);
-    resize(fontMetrics().averageCharWidth() * kWidth, fontMetrics().lineSpacing() * kHeight);
+    const QSize wanted(fontMetrics().averageCharWidth() * kWidth,
+                       fontMetrics().lineSpacing() * kHeight);
+    resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
     connect(&session.tracks(), &BenchTracks::changed, this, &BenchWindow::showState);
     connect(m_grid, &BenchGridPanel::chosenChanged, this, [this] {
         m_form->setChosen(m_grid->chosen());

@@ -74,6 +74,7 @@ CommonForm::CommonForm(const Skin& skin,
     , m_skin(skin)
     , m_session(session)
     , m_for(new QLabel(this))
+    , m_scroll(new QScrollArea(this))
 {
     setObjectName(u"CommonForm"_s);
     auto* title = new QLabel(session.texts().text(u"bench.form"), this);
@@ -85,23 +86,30 @@ CommonForm::CommonForm(const Skin& skin,
     toolRow()->addWidget(title, 1);
     toolRow()->addWidget(m_for);
     toolRow()->addSpacing(8);
-    auto* scroll = new QScrollArea(this);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    auto* inside = new QWidget(scroll);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    auto* inside = new QWidget(m_scroll);
     auto* rows = new QFormLayout(inside);
     rows->setContentsMargins(14, 12, 14, 12);
     rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     for (const TrackField field : benchFields()) {
         addField(*rows, icons, field);
     }
-    scroll->setWidget(inside);
-    setView(scroll);
+    m_scroll->setWidget(inside);
+    setView(m_scroll);
     connect(&session.tracks(), &BenchTracks::changed, this, &CommonForm::showAll);
     connect(&skin, &Skin::changed, this, &CommonForm::showAll);
     showAll();
+}
+
+/// No narrower than its widest line beside the scroll bar: it scrolls up and down only.
+void CommonForm::showEvent(QShowEvent* event)
+{
+    Panel::showEvent(event);
+    m_scroll->setMinimumWidth(m_scroll->widget()->minimumSizeHint().width() +
+                              m_scroll->verticalScrollBar()->sizeHint().width());
 }
 
 void CommonForm::addField(QFormLayout& rows, const IconSet& icons, TrackField field)

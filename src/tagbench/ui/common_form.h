@@ -9,6 +9,7 @@ class QAction;
 class QFormLayout;
 class QLabel;
 class QLineEdit;
+class QScrollArea;
 
 namespace melovane {
 
@@ -28,6 +29,9 @@ public:
 
     /// Reads the selection lists of genre and the four selection fields. \throws DbError
     void loadChoices();
+
+protected:
+    void showEvent(QShowEvent* event) override;
 
 private:
     struct Line
@@ -49,6 +53,7 @@ private:
     std::vector<int> m_chosen;
     std::vector<Line> m_lines;
     QLabel* m_for;
+    QScrollArea* m_scroll;
 };
 
 } // namespace melovane

@@ -69,6 +69,28 @@ TEST_F(GridInputTest, SelectionComesAsRisingRunsThatDontTouch)
     EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{10, 20}, {50, 59}}));
 }
 
+TEST_F(GridInputTest, TheKeyboardThatComesLeavesWhatIsSelectedAndElseChoosesTheFirstRow)
+{
+    show(10);
+    QFocusEvent comes(QEvent::FocusIn);
+    grid.selectAll();
+    QApplication::sendEvent(&grid, &comes);
+    EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{0, 9}}));
+    grid.clearSelection();
+    grid.setCurrentIndex({});
+    QApplication::sendEvent(&grid, &comes);
+    EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{0, 0}}));
+}
+
+TEST_F(GridInputTest, HomeSelectsTheFirstRowAloneAlsoWhereItIsTheCurrentOne)
+{
+    show(10);
+    grid.goToRow(0, 0);
+    grid.selectAll();
+    QTest::keyClick(&grid, Qt::Key_Home);
+    EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{0, 0}}));
+}
+
 TEST_F(GridInputTest, RowsOutsideTheSetAreNotSelected)
 {
     show(10);
