@@ -41,7 +41,7 @@ void CoverChange::choose(const Covers::Track& track)
     if (chosen.isEmpty()) {
         return;
     }
-    const QString picture = chosen.first();
+    const QString& picture = chosen.first();
     settings.WriteKeyValue(kSection, kFolder, path::parent(picture));
     m_parts.covers.prepare(
         track, picture, std::max(1, settings.GetKeyValueLong(kSection, kMostWidth, kFirstWidth)),

@@ -384,9 +384,9 @@ bool EditTag::write(const QString& fid, const std::vector<ColumnValue>& values)
 /// What could not be written is kept for its track, which the panel leaves now.
 void EditTag::keepForLater()
 {
-    std::vector<ColumnValue> values = m_texts.changes();
+    const std::vector<ColumnValue> values = m_texts.changes();
     if (!values.empty() && !m_fid.isEmpty()) {
-        m_kept.insert(m_fid, std::move(values));
+        m_kept.insert(m_fid, values);
         m_bus.SendMessage(bus::kShowStatusText, m_parts.texts.text(u"edittag.kept"));
     }
 }

@@ -3,6 +3,7 @@
 #include "bus/bus_table.h"
 #include "platform/db/data_control.h"
 #include "store/pending_jobs.h"
+#include "store/track_writing.h"
 #include "trackedit/covers.h"
 #include "trackedit/edit_tag_form.h"
 #include "trackedit/ks_edit_fid.h"
