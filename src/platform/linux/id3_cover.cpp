@@ -30,7 +30,7 @@ int rankOf(int kind)
     if (kind == 0) {
         return 1;
     }
-    const auto found = std::find(kLast.begin(), kLast.end(), kind);
+    const auto* const found = std::find(kLast.begin(), kLast.end(), kind);
     return found == kLast.end() ? 2 : 3 + int(found - kLast.begin());
 }
 
