@@ -142,6 +142,7 @@ bool BenchTracks::type(const std::vector<int>& tracks, TrackField field, const Q
         m_done.pop_back();
     }
     std::vector<BenchCell> cells;
+    cells.reserve(tracks.size());
     for (const int track : tracks) {
         cells.push_back({track, field, text});
     }

@@ -113,6 +113,7 @@ std::vector<RenameRow>
 RenamePlan::rows(const BenchTracks& tracks, const std::vector<int>& chosen, const QString& text)
 {
     std::vector<RenameRow> result;
+    result.reserve(chosen.size());
     for (const int number : chosen) {
         result.push_back(planned(tracks.at(number), number, text));
     }
