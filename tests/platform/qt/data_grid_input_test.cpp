@@ -73,7 +73,9 @@ TEST_F(GridInputTest, TheKeyboardThatComesLeavesWhatIsSelectedAndElseChoosesTheF
 {
     show(10);
     QFocusEvent comes(QEvent::FocusIn);
+    grid.setCurrentIndex({});
     grid.selectAll();
+    ASSERT_EQ(grid.currentRow(), -1);
     QApplication::sendEvent(&grid, &comes);
     EXPECT_EQ(grid.selection(), (std::vector<RowRange>{{0, 9}}));
     grid.clearSelection();
