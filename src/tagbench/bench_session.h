@@ -80,6 +80,10 @@ public:
     /// True when there is something to apply.
     [[nodiscard]] bool canApply() const;
 
+    /// Why the library must not be written now, in the user's words; empty when it may be. The
+    /// window asks before each apply(), for another program may have taken it since. May be empty.
+    std::function<QString()> whyNotNow;
+
     /// Called behind each apply() that has changed something; may be empty.
     std::function<void()> whenWritten;
 

@@ -124,6 +124,23 @@ TEST_F(TagBenchWindow, AFieldChangesAllMarkedTracksWhenItIsAppliedByMouse)
     EXPECT_EQ(find<QLabel>(u"lblChanges"_s)->text(), u"0 Änderungen in 0 Titeln"_s);
 }
 
+TEST_F(TagBenchWindow, ALibraryThatAnotherProgramHasTakenIsNotWrittenAndTheChangesStay)
+{
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    open();
+    QString reason = u"Verliehen"_s;
+    session->whyNotNow = [&reason] { return reason; };
+    QTest::keyClicks(find<QLineEdit>(u"txtAlbum"_s), u"Platte"_s);
+    click(u"cmdApply"_s);
+    EXPECT_EQ(told, QStringList{u"Verliehen"_s});
+    EXPECT_EQ(cell(one, u"Album"_s), QString());
+    EXPECT_EQ(session->tracks().changedCells(), 1);
+    EXPECT_EQ(written, 0);
+    reason.clear();
+    click(u"cmdApply"_s);
+    EXPECT_EQ(cell(one, u"Album"_s), u"Platte"_s);
+}
+
 TEST_F(TagBenchWindow, EverythingGoesByKeyboardAlone)
 {
     const QString one = add(u"a.mp3"_s, u"Eins"_s);

@@ -48,6 +48,7 @@ public:
         QDir::setCurrent(m_paths.GetConfigPath());
         MelovaneConfiguration::fill(m_texts);
         m_session.whenWritten = [this] { tellConsole(); };
+        m_session.whyNotNow = [this] { return obstacle(); };
     }
 
     /// Why nothing may be changed; empty when all is well.

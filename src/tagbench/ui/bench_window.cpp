@@ -209,6 +209,12 @@ void BenchWindow::apply()
     }
     // What is still being typed in a cell belongs to it.
     m_apply->setFocus();
+    const QString reason = m_session.whyNotNow ? m_session.whyNotNow() : QString();
+    if (!reason.isEmpty()) {
+        m_progressText->setText(reason);
+        tell(this, {reason});
+        return;
+    }
     setWorking(true);
     QStringList lines;
     bool isComplete = false;
