@@ -34,6 +34,14 @@ const ListedLocator::Folder& ListedLocator::folder(const QString& path)
     return fresh;
 }
 
+bool ListedLocator::isThere(const QString& path, const QString& name)
+{
+    m_hasFound = false;
+    QString folder = path;
+    const QString file = ExistFile(folder, name);
+    return m_hasFound || m_files.fileExists(file);
+}
+
 QString ListedLocator::find(const QString& file)
 {
     const qsizetype cut = file.lastIndexOf(u'/') + 1;
@@ -43,6 +51,7 @@ QString ListedLocator::find(const QString& file)
     }
     const Folder& listed = folder(file.first(cut));
     if (listed.names.contains(file.sliced(cut))) {
+        m_hasFound = true;
         return file;
     }
     // It may be there under another spelling, but not in a folder that has none.

@@ -20,6 +20,9 @@ class ListedLocator : public FileLocator
 public:
     ListedLocator(const Files& files, QString dataFolder, FilesIn filesIn);
 
+    /// Whether the file that ExistFile gives for them is there.
+    [[nodiscard]] bool isThere(const QString& path, const QString& name);
+
 protected:
     [[nodiscard]] QString find(const QString& file) override;
 
@@ -31,6 +34,8 @@ private:
     };
 
     [[nodiscard]] const Folder& folder(const QString& path);
+
+    bool m_hasFound = false; ///< in the present look-up
 
     const Files& m_files;
     FilesIn m_filesIn;
