@@ -2,7 +2,8 @@
 # rights only then.
 
 build_packages=(g++ cmake ninja-build pkg-config ccache mold qt6-base-dev qt6-svg-dev
-    qt6-translations-l10n libsqlite3-dev libmpg123-dev libsdl2-dev fonts-dejavu-core)
+    qt6-translations-l10n libsqlite3-dev libmpg123-dev libxxhash-dev libsdl2-dev libzstd-dev
+    fonts-dejavu-core)
 display_packages=(xvfb xauth openbox xdotool lame)
 test_packages=(libgtest-dev libgmock-dev libtag1-dev)
 fuzz_packages=(clang)

@@ -38,6 +38,7 @@ namespace owntexts {
 [[nodiscard]] std::span<const BuiltInText> tagWriting();
 [[nodiscard]] std::span<const BuiltInText> viewer();
 [[nodiscard]] std::span<const BuiltInText> bench();
+[[nodiscard]] std::span<const BuiltInText> care();
 } // namespace owntexts
 
 } // namespace melovane

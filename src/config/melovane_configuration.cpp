@@ -50,6 +50,7 @@ void fill(ConfigObjects& catalogue)
     add(catalogue, owntexts::tagWriting());
     add(catalogue, owntexts::viewer());
     add(catalogue, owntexts::bench());
+    add(catalogue, owntexts::care());
     catalogue.LoadAllValue();
     catalogue.LoadAllLang(catalogue.value(u"Sprach.Datei"));
 }

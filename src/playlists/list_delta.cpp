@@ -7,6 +7,12 @@ namespace melovane {
 
 namespace {
 
+/// The key of a track is a number written as text, and longer than a number at a text's beginning.
+qint64 keyOf(const std::vector<Value>& row)
+{
+    return row.front().isText() ? row.front().toText().toLongLong() : row.front().toInt64();
+}
+
 void keepDifferences(const std::vector<int>& columns,
                      const std::vector<Value>& before,
                      const std::vector<Value>& after,
@@ -66,7 +72,7 @@ DeltaMaker::Note& DeltaMaker::noteOf(qint64 key)
 
 void DeltaMaker::before(const std::vector<Value>& row)
 {
-    Note& note = noteOf(row.front().toInt64());
+    Note& note = noteOf(keyOf(row));
     if (note.before.empty()) {
         note.before = row;
     }
@@ -74,7 +80,7 @@ void DeltaMaker::before(const std::vector<Value>& row)
 
 void DeltaMaker::after(const std::vector<Value>& row)
 {
-    noteOf(row.front().toInt64()).after = row;
+    noteOf(keyOf(row)).after = row;
 }
 
 void DeltaMaker::cell(qint64 key, int column, const Value& from, const Value& to)

@@ -178,8 +178,10 @@ std::optional<RowChange> readRow(QStringView line, qsizetype width)
         }
         values.push_back(*value);
     }
-    row.key = values.front().toInt64();
-    return values.front().isLong() ? std::optional(row) : std::nullopt;
+    const Value& key = values.front();
+    row.key = key.isText() ? key.toText().toLongLong() : key.toInt64();
+    const bool isKey = key.isLong() || (key.isText() && key.toText() == QString::number(row.key));
+    return isKey ? std::optional(row) : std::nullopt;
 }
 
 } // namespace

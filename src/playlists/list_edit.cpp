@@ -5,6 +5,7 @@
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "playlists/list_history.h"
+#include "playlists/moved_plays.h"
 #include "playlists/playlist_table.h"
 #include "store/track_writing.h"
 
@@ -148,6 +149,22 @@ void ListEdit::changes(const TrackChange& track)
         if (column < maker.columns().size()) {
             maker.cell(key, column, change.before, change.after);
         }
+    }
+}
+
+void ListEdit::movesPlays(const QString& fid, const QString& other)
+{
+    if (!m_records) {
+        return;
+    }
+    const auto known = m_tables.indexOf(kPlayTable.toString());
+    if (known < 0) {
+        m_tables.append(kPlayTable.toString());
+        m_makers.push_back(std::make_unique<DeltaMaker>(playDelta()));
+    }
+    DeltaMaker& maker = *m_makers[size_t(known < 0 ? m_tables.size() - 1 : known)];
+    for (const qint64 key : playKeys(m_database, fid, m_plays)) {
+        maker.cell(key, kPlayTrackColumn, fid, other);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "playlists/list_delta.h"
 #include "playlists/list_step.h"
+#include "playlists/moved_plays.h"
 
 #include <QStringView>
 
@@ -50,6 +51,9 @@ public:
     /// A list that changes besides the one given at first; before its rows are touched.
     void alsoChanges(Pnid list);
 
+    /// What was played of a track belongs to another one from now on: before it is written.
+    void movesPlays(const QString& fid, const QString& other);
+
     /// What a write has done to the row of a track. A key that is no plain number is in no step.
     void changes(const TrackChange& track);
 
@@ -87,6 +91,7 @@ private:
     QStringList m_tables;
     std::vector<Touched> m_touched;
     std::optional<qint64> m_lastEntry;
+    PlayCounts m_plays;    ///< of those that movesPlays() was told of
     int m_listColumn = -1; ///< of pl_all, known after the first entry moved
     int m_positionColumn = -1;
 };

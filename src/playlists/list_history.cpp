@@ -136,15 +136,30 @@ bool hasEntriesWithoutList(Database& database, const QString& marks)
 }
 
 /// False, and nothing written, when entries would stand in a list that is gone.
-bool writeUnlessLost(Database& database, const ListDelta& delta, const QString& marks)
+bool writeUnlessLost(Database& database,
+                     const ListDelta& delta,
+                     const QString& marks,
+                     TrackReach reach)
 {
     Transaction part(database);
-    applyDelta(database, delta);
+    applyDelta(database, delta, reach);
     if (hasEntriesWithoutList(database, marks)) {
         return false;
     }
     part.commit();
     return true;
+}
+
+/// Lists whose files name the places of these tracks are written again.
+void markListsOf(Database& database, const std::vector<qint64>& tracks)
+{
+    QStringList fids;
+    for (const qint64 track : tracks) {
+        fids.append(QString::number(track));
+    }
+    for (const Pnid list : listsWith(database, fids)) {
+        markChanged(database, list);
+    }
 }
 
 /// The tracks that a difference has altered and their trees. What stands in files is entered for
@@ -155,16 +170,29 @@ void tellTracks(Database& database, const ListDelta& delta, QStringList& tracks,
         if (table.table != kTrackTable) {
             continue;
         }
+        std::vector<qint64> moved;
         for (const RowChange& row : table.rows) {
             TrackChange change{QString::number(row.key), {}};
+            bool isMoved = row.kind != RowChange::Kind::Altered;
             for (const int column : row.columns) {
                 change.columns.push_back({table.columns[column], {}, {}});
+                isMoved = isMoved || isPlaceColumn(table.columns[column]);
+            }
+            if (isMoved) {
+                moved.push_back(row.key);
+            }
+            if (row.kind != RowChange::Kind::Altered) {
+                trees += {u"Interpret"_s, u"Album"_s, u"Genre"_s};
             }
             tracks.append(change.fid);
             trees.append(change.trees());
             if (change.isInFile()) {
                 PendingJobs::SaveEditFID(database, change.fid);
             }
+        }
+        if (!moved.empty()) {
+            trees.append(u"Dir"_s);
+            markListsOf(database, moved);
         }
     }
     trees.removeDuplicates();
@@ -422,17 +450,18 @@ ListHistory::Outcome ListHistory::take(Database& database,
                                        Result& result)
 {
     const bool isUndo = direction == Direction::Undo;
+    const TrackReach reach = trackReach(record.step.action);
     const std::optional<ListDelta> known = readDelta(record.changes);
     if (!known) {
         return drop(database, record, u"it could not be read"_s);
     }
     const ListDelta delta = isUndo ? inverse(*known) : *known;
     const bool isExpected = marksStand(database, isUndo ? record.marksAfter : record.marksBefore) &&
-                            standsBefore(database, delta);
+                            standsBefore(database, delta, reach);
     if (!isExpected && force == Force::No) {
         return Outcome::ChangedElsewhere;
     }
-    if (!writeUnlessLost(database, delta, record.marksAfter)) {
+    if (!writeUnlessLost(database, delta, record.marksAfter, reach)) {
         return drop(database, record, u"its list is gone"_s);
     }
     for (const auto& [list, mark] : marksOf(record.marksAfter)) {

@@ -37,6 +37,8 @@ constexpr std::array kActions = std::to_array<ActionName>({
     {ListAction::Cover, u"cover"},
     {ListAction::Favorit, u"favorit"},
     {ListAction::Flag, u"flag"},
+    {ListAction::Relink, u"relink"},
+    {ListAction::Merge, u"merge"},
 });
 
 } // namespace

@@ -33,6 +33,8 @@ enum class ListAction
     Cover,   ///< the cover of tracks
     Favorit, ///< the mark of a favourite
     Flag,    ///< the mark of tracks out of use
+    Relink,  ///< the places of tracks whose files lie elsewhere now
+    Merge,   ///< several rows of one recording, of which one stays
 };
 
 /// One step of the history, as it can be told to the user.

@@ -3,6 +3,7 @@
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/db/sql_text.h"
+#include "playlists/moved_plays.h"
 #include "store/row_statements.h"
 
 #include <QHash>
@@ -31,24 +32,31 @@ bool isOfTracks(const TableDelta& delta)
     return kTrackTable.compare(delta.table, Qt::CaseInsensitive) == 0;
 }
 
-bool altersFieldsOnly(const TableDelta& delta)
+bool staysWithin(const TableDelta& delta, TrackReach reach)
 {
     return std::all_of(delta.rows.begin(), delta.rows.end(), [&](const RowChange& row) {
-        return row.kind == RowChange::Kind::Altered &&
-               std::all_of(row.columns.begin(), row.columns.end(),
-                           [&](int column) { return isTakenBack(delta.columns[column]); });
+        return row.kind == RowChange::Kind::Altered
+                   ? std::all_of(
+                         row.columns.begin(), row.columns.end(),
+                         [&](int column) { return isTakenBack(delta.columns[column], reach); })
+                   : reach == TrackReach::Rows;
     });
+}
+
+bool isOfPlays(const TableDelta& delta, TrackReach reach)
+{
+    return reach == TrackReach::Rows && delta.table == kPlayTable;
 }
 
 /// The columns of a difference. \throws DbError for what is no table or column of lists: a
 /// difference may come from a damaged file
-std::vector<WrittenColumn> columnsOf(Database& database, const TableDelta& delta)
+std::vector<WrittenColumn> columnsOf(Database& database, const TableDelta& delta, TrackReach reach)
 {
     const QString key = keyColumnOf(delta.table);
     if (key.isEmpty() || delta.columns.value(0).compare(key, Qt::CaseInsensitive) != 0) {
         throw DbError(dberror::kObjectNotFound, u"No table of lists: "_s + delta.table);
     }
-    if (isOfTracks(delta) && !altersFieldsOnly(delta)) {
+    if (isOfTracks(delta) && !staysWithin(delta, reach)) {
         throw DbError(dberror::kObjectNotFound, u"More than fields of tracks"_s);
     }
     return writtenColumns(database, delta.table, delta.columns);
@@ -183,13 +191,26 @@ bool tableStandsBefore(Database& database, const TableDelta& delta)
 
 } // namespace
 
-bool isTakenBack(QStringView trackColumn)
+TrackReach trackReach(ListAction action)
 {
-    constexpr std::array kNever{TrackField::FID, TrackField::Path, TrackField::DName,
-                                TrackField::DriveTyp, TrackField::DriveName};
-    return std::none_of(kNever.begin(), kNever.end(), [&](TrackField field) {
+    return action == ListAction::Relink  ? TrackReach::Places
+           : action == ListAction::Merge ? TrackReach::Rows
+                                         : TrackReach::Fields;
+}
+
+bool isPlaceColumn(QStringView trackColumn)
+{
+    constexpr std::array kPlace{TrackField::Path, TrackField::DName, TrackField::DriveTyp,
+                                TrackField::DriveName};
+    return std::any_of(kPlace.begin(), kPlace.end(), [&](TrackField field) {
         return trackColumn.compare(columnOf(field), Qt::CaseInsensitive) == 0;
     });
+}
+
+bool isTakenBack(QStringView trackColumn, TrackReach reach)
+{
+    return trackColumn.compare(columnOf(TrackField::FID), Qt::CaseInsensitive) != 0 &&
+           (reach != TrackReach::Fields || !isPlaceColumn(trackColumn));
 }
 
 QString keyColumnOf(QStringView table)
@@ -286,6 +307,26 @@ void markChanged(Database& database, Pnid list)
                      sql::number(numberOf(list)));
 }
 
+std::vector<Pnid> listsWith(Database& database, const QStringList& fids)
+{
+    QStringList values;
+    for (const QString& fid : fids) {
+        values.append(sql::text(fid));
+    }
+    std::vector<Pnid> lists;
+    for (const QString& condition : conditions(u"FID", values)) {
+        const auto rows =
+            database.OpenRecordset(u"select distinct PNID from pl_all where "_s + condition);
+        for (; !rows->Eof(); rows->MoveNext()) {
+            const Pnid list{rows->value(0).toLong()};
+            if (std::find(lists.begin(), lists.end(), list) == lists.end()) {
+                lists.push_back(list);
+            }
+        }
+    }
+    return lists;
+}
+
 QString orderMark(Database& database, Pnid list)
 {
     // Products tell two swapped entries apart, which plain sums don't; real numbers never overflow.
@@ -296,18 +337,25 @@ QString orderMark(Database& database, Pnid list)
                              sums->value(2).toText());
 }
 
-bool standsBefore(Database& database, const ListDelta& delta)
+bool standsBefore(Database& database, const ListDelta& delta, TrackReach reach)
 {
     return std::all_of(delta.begin(), delta.end(), [&](const TableDelta& table) {
-        [[maybe_unused]] const std::vector<WrittenColumn> known = columnsOf(database, table);
+        if (isOfPlays(table, reach)) {
+            return playsStand(database, table);
+        }
+        [[maybe_unused]] const std::vector<WrittenColumn> known = columnsOf(database, table, reach);
         return tableStandsBefore(database, table);
     });
 }
 
-void applyDelta(Database& database, const ListDelta& delta)
+void applyDelta(Database& database, const ListDelta& delta, TrackReach reach)
 {
     for (const TableDelta& table : delta) {
-        const std::vector<WrittenColumn> columns = columnsOf(database, table);
+        if (isOfPlays(table, reach)) {
+            movePlays(database, table);
+            continue;
+        }
+        const std::vector<WrittenColumn> columns = columnsOf(database, table, reach);
         removeRows(database, table, RowChange::Kind::Removed);
         alterRows(database, table, columns);
         removeRows(database, table, RowChange::Kind::Added);

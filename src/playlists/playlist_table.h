@@ -2,6 +2,7 @@
 
 #include "platform/db/value.h"
 #include "playlists/list_delta.h"
+#include "playlists/list_step.h"
 #include "playlists/playlist_ids.h"
 #include "store/track_fields.h"
 
@@ -24,9 +25,24 @@ inline constexpr QStringView kGroupTable = u"pl_group";
 /// The table of the tracks, whose changes are steps, too. Its key is a number written as text.
 inline constexpr QStringView kTrackTable = u"db_all";
 
-/// Whether a column of a track can be taken back: its key cannot, and where its file lies neither,
-/// for the file would not follow.
-[[nodiscard]] bool isTakenBack(QStringView trackColumn);
+/// The table of what was played, which has no key; \see movePlays()
+inline constexpr QStringView kPlayTable = u"pl_stat";
+
+/// How far a step reaches into the rows of tracks.
+enum class TrackReach
+{
+    Fields, ///< never where their files lie, for the files would not follow
+    Places, ///< that, too: files that were found stay where they are
+    Rows,   ///< whole rows that go or come, and what was played of them
+};
+
+[[nodiscard]] TrackReach trackReach(ListAction action);
+
+/// Whether a step of that reach keeps a column of a track; its key is in none.
+[[nodiscard]] bool isTakenBack(QStringView trackColumn, TrackReach reach);
+
+/// Whether the column says where the file of a track lies.
+[[nodiscard]] bool isPlaceColumn(QStringView trackColumn);
 
 /// The fields of a track that an entry takes over when it is made, and then has values of its own
 /// for, in columns of the same names.
@@ -65,6 +81,9 @@ void updateEntryCount(Database& database, Pnid list);
 /// DbError
 void markChanged(Database& database, Pnid list);
 
+/// The lists that hold one of the tracks. \throws DbError
+[[nodiscard]] std::vector<Pnid> listsWith(Database& database, const QStringList& fids);
+
 /// What the entries of a list and their order come down to: equal texts mean that nobody has added,
 /// removed or moved one. Cheap also for long lists. \throws DbError
 [[nodiscard]] QString orderMark(Database& database, Pnid list);
@@ -72,10 +91,11 @@ void markChanged(Database& database, Pnid list);
 /// True when the rows that a difference would write are as it takes them for: those it alters or
 /// removes have the values of its beginning, those it adds are not there. Of lists and groups only
 /// the being there counts, their other columns change all the time. \throws DbError
-[[nodiscard]] bool standsBefore(Database& database, const ListDelta& delta);
+[[nodiscard]] bool standsBefore(Database& database, const ListDelta& delta, TrackReach reach);
 
 /// Writes a difference. Rows that are gone are left out, rows that are in the place of added ones
-/// give way. \throws DbError also for a table or column that is none of the lists'
-void applyDelta(Database& database, const ListDelta& delta);
+/// give way. \throws DbError also for a table or column that is none of the lists', and for more of
+/// tracks than the reach allows
+void applyDelta(Database& database, const ListDelta& delta, TrackReach reach);
 
 } // namespace melovane

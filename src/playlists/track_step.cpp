@@ -3,7 +3,6 @@
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
-#include "playlists/playlist_table.h"
 
 namespace melovane {
 
@@ -11,6 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 TrackStep::TrackStep(ListHistory& history, Database& database, ListAction action)
     : m_database(database)
+    , m_reach(trackReach(action))
     , m_edit(history, database, action, Pnid{})
 {}
 
@@ -22,8 +22,9 @@ void TrackStep::write(const QString& fid, std::span<const ColumnValue> values, T
 void TrackStep::wrote(const TrackChange& change)
 {
     TrackChange kept = change;
-    std::erase_if(kept.columns,
-                  [](const ColumnChange& column) { return !isTakenBack(column.column); });
+    std::erase_if(kept.columns, [this](const ColumnChange& column) {
+        return !isTakenBack(column.column, m_reach);
+    });
     m_edit.changes(kept);
     m_trees.append(change.trees());
     m_only = m_tracks++ == 0 || m_only == change.fid ? change.fid : QString();

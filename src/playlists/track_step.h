@@ -1,6 +1,7 @@
 #pragma once
 
 #include "playlists/list_edit.h"
+#include "playlists/playlist_table.h"
 #include "store/track_writing.h"
 
 #include <QStringList>
@@ -11,7 +12,8 @@ namespace melovane {
 /// ratings, the tag panel, many tracks together.
 ///
 /// Rows, orders to write the files and the record of the step are one transaction. Columns that say
-/// where a file lies stand in no step: taking them back would not move the file.
+/// where a file lies stand in no step but ListAction::Relink: taking them back would not move the
+/// file, and what was found lies where it is.
 class TrackStep
 {
 public:
@@ -32,6 +34,7 @@ public:
 
 private:
     Database& m_database;
+    TrackReach m_reach;
     ListEdit m_edit;
     QStringList m_trees;
     QString m_only; ///< the track, as long as it is the only one

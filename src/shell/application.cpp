@@ -1,6 +1,7 @@
 #include "shell/application.h"
 
 #include "platform/linux/end_signals.h"
+#include "shell/wings/care_wing.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/edit_wing.h"
 #include "shell/wings/library_wing.h"
@@ -44,6 +45,7 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
           *m_lists,
           *m_playlist,
           [this](const MlvAllData& track) { return m_edit->coverOf(track); }))
+    , m_care(std::make_unique<CareWing>(*m_machine, *m_desk, *m_suite, *m_lists))
     , m_main(std::make_unique<MainWing>(MainWing::Below{.machine = *m_machine,
                                                         .desk = *m_desk,
                                                         .suite = *m_suite,
@@ -51,7 +53,8 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
                                                         .library = *m_library,
                                                         .playlist = *m_playlist,
                                                         .trees = *m_trees,
-                                                        .edit = *m_edit}))
+                                                        .edit = *m_edit,
+                                                        .care = *m_care}))
     , m_start(std::make_unique<StartWing>(*m_machine, *m_desk))
 {
     m_suite->siblings.setStarted([this] { m_start->splash.StandAside(); });

@@ -13,6 +13,7 @@ namespace sqlite {
 struct IndexFigures;
 }
 
+struct CareWing;
 struct Desk;
 struct EditWing;
 struct LibraryWing;
@@ -57,6 +58,7 @@ private:
     std::unique_ptr<PlaylistWing> m_playlist;
     std::unique_ptr<EditWing> m_edit;
     std::unique_ptr<TreesWing> m_trees;
+    std::unique_ptr<CareWing> m_care;
     std::unique_ptr<MainWing> m_main;
     std::unique_ptr<StartWing> m_start;
 };

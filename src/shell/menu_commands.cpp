@@ -33,6 +33,10 @@ std::span<const MenuRow> MenuCommands::rows()
         {1, Entry, u"mnuImpMP3_1", {}, u"edit", {}, &MenuCommands::mnuImpMP3Edit},
         {1, Entry, u"mnuImpMP3_2", {}, u"reload", {}, &MenuCommands::mnuImpMP3Again},
         {1, Entry, u"mnuDatenbereinigung", u"frmBerDB"},
+        {1, Entry, u"mnuRecycler"},
+        {1, Separator, {}},
+        {1, Entry, u"mnuBackups"},
+        {1, Entry, u"mnuCheckLibrary"},
         {1, Separator, {}},
         {1, Entry, u"mnuImpPlaylistBas", {}, {}, {}, &MenuCommands::mnuImpPlaylistBas},
         {1, Entry, u"mnuExpPlaylistBas", {}, {}, {}, &MenuCommands::mnuExpPlaylistBas},
@@ -64,6 +68,8 @@ std::span<const MenuRow> MenuCommands::rows()
         {1, Menu,  u"mnuNoExist"},
         {2, Entry, u"mnuNoExistSuchen"},
         {2, Entry, u"mnuNoExistAnzeigen", {}, {}, {}, &MenuCommands::mnuNoExistAnzeigen},
+        {2, Entry, u"mnuNoExistFind"},
+        {1, Entry, u"mnuDoubles"},
         {1, Separator, {}},
         {1, Entry, u"mnuToDatei", {}, {}, {}, &MenuCommands::mnuToDatei},
         {1, Entry, u"mnuRefreshTree", {}, u"tree", {}, &MenuCommands::mnuRefreshTree},
@@ -126,7 +132,7 @@ void MenuCommands::setCaptions()
 
 QString MenuCommands::whyNot(const MenuRow& row) const
 {
-    if (row.isLater()) {
+    if (row.isLater() && !m_parts.window.care.contains(row.name.toString())) {
         return text(u"status.later"_s);
     }
     if (row.name == u"mnuUndo" || row.name == u"mnuRedo") {
@@ -171,6 +177,8 @@ void MenuCommands::clicked(const MenuRow& row)
         m_parts.showStatusText(reason);
     } else if (row.action != nullptr) {
         m_parts.guard.run(row.name.toString(), [&] { (this->*row.action)(); });
+    } else {
+        m_parts.guard.run(row.name.toString(), m_parts.window.care.value(row.name.toString()));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "shell/window_place.h"
 #include "store/error_sink.h"
 
+#include <QHash>
 #include <QString>
 
 #include <functional>
@@ -111,6 +112,10 @@ struct TagPanelCommands
     std::function<void()> saveState = [] {};
 };
 
+/// What the entries of the menus that care for the library do, by the entry's name. An entry that
+/// is not in it is shown grey, as one of a later version.
+using CareCommands = QHash<QString, std::function<void()>>;
+
 /// Dialogs that the window opens; forms of their own.
 struct WindowDialogs
 {
@@ -149,6 +154,7 @@ struct MlvdbParts
     /// Whether nothing can be written into the library.
     std::function<bool()> isReadOnly = [] { return false; };
     TagPanelCommands tags = {};
+    CareCommands care = {};
 };
 
 } // namespace melovane

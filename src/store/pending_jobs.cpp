@@ -25,17 +25,21 @@ void PendingJobs::ChangeTree(const QString& tree)
         return;
     }
     try {
-        const auto database = m_engine.OpenDatabase(library);
-        const auto found = database->OpenRecordset(
-            u"select count(*) as anz from ChangeTree where TreeName="_s + sql::text(tree));
-        if (found->value(u"anz").toLong() == 0) {
-            database->Execute(u"insert into ChangeTree ( TreeName ) values ( "_s + sql::text(tree) +
-                              u" )"_s);
-        }
+        ChangeTree(*m_engine.OpenDatabase(library), tree);
         m_noted.insert(note);
     } catch (const DbError& error) {
         passReleased(error);
         // The next change of the kind notes it.
+    }
+}
+
+void PendingJobs::ChangeTree(Database& database, const QString& tree)
+{
+    const auto found = database.OpenRecordset(
+        u"select count(*) as anz from ChangeTree where TreeName="_s + sql::text(tree));
+    if (found->value(u"anz").toLong() == 0) {
+        database.Execute(u"insert into ChangeTree ( TreeName ) values ( "_s + sql::text(tree) +
+                         u" )"_s);
     }
 }
 

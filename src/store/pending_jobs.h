@@ -25,6 +25,9 @@ public:
     /// was noted in this library since the program started is not noted again.
     void ChangeTree(const QString& tree);
 
+    /// The same on the caller's connection, as part of its transaction. \throws DbError
+    static void ChangeTree(Database& database, const QString& tree);
+
     /// Enters a track for the job that writes tags. A track may be entered several times.
     void SaveEditFID(const QString& fid);
 

@@ -7,6 +7,7 @@
 #include "platform/system/path_text.h"
 #include "playlists/playlist_table.h"
 #include "playlists/track_step.h"
+#include "store/pending_jobs.h"
 #include "tagbench/file_moves.h"
 
 #include <QHash>
@@ -78,13 +79,16 @@ public:
             return cancelled; // its destructors take everything back
         }
         markLists();
+        m_result.trees += all.trees();
+        m_result.trees.removeDuplicates();
+        for (const QString& tree : std::as_const(m_result.trees)) {
+            PendingJobs::ChangeTree(m_parts.database, tree);
+        }
         all.commit();
         m_moves.keep(m_parts.removeEmptyFolders);
         for (const auto& [track, fid] : m_newFids) {
             m_tracks.setFid(track, fid);
         }
-        m_result.trees += all.trees();
-        m_result.trees.removeDuplicates();
         return m_result;
     }
 

@@ -41,6 +41,7 @@ struct BenchOutcome
     int imported = 0;
     int renamed = 0;
     bool isCancelled = false; ///< nothing has changed then
+    QString reason;           ///< why, when it was not the user who cancelled
 
     [[nodiscard]] bool hasChanged() const { return !written.empty(); }
 };

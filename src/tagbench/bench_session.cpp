@@ -8,8 +8,8 @@
 #include "intake/new_tracks.h"
 #include "platform/db/database.h"
 #include "platform/system/path_text.h"
-#include "store/pending_jobs.h"
 #include "tagbench/bench_library.h"
+#include "tagbench/library_visit.h"
 
 #include <QSet>
 
@@ -55,25 +55,15 @@ QString faultKey(BenchFault fault)
 BenchSession::BenchSession(const Parts& parts, BenchMode mode)
     : m_parts(parts)
     , m_mode(mode)
+    , m_library(parts.settings.DbName())
 {}
 
 BenchSession::~BenchSession() = default;
 
-Database& BenchSession::database()
+std::unique_ptr<NewTracks> BenchSession::newTracks(Database& database) const
 {
-    if (!m_database) {
-        m_database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
-    }
-    return *m_database;
-}
-
-NewTracks& BenchSession::newTracks()
-{
-    if (!m_newTracks) {
-        m_newTracks = std::make_unique<NewTracks>(database(), m_parts.settings, m_parts.files,
-                                                  m_parts.reader, m_parts.clock);
-    }
-    return *m_newTracks;
+    return std::make_unique<NewTracks>(database, m_parts.settings, m_parts.files, m_parts.reader,
+                                       m_parts.clock);
 }
 
 void BenchSession::load()
@@ -81,8 +71,9 @@ void BenchSession::load()
     if (m_mode == BenchMode::Import) {
         return;
     }
-    auto marked = benchlibrary::markedTracks(database());
-    benchlibrary::forgetMarked(database());
+    const LibraryVisit library(m_parts.engine, m_library);
+    auto marked = benchlibrary::markedTracks(*library);
+    benchlibrary::forgetMarked(*library);
     m_tracks.setTracks(std::move(marked));
 }
 
@@ -101,14 +92,24 @@ void BenchSession::addFiles(const QStringList& places, const GoOn& goOn)
         }
         files.insert(files.end(), found->begin(), found->end());
     }
+    m_addedText = obstacle();
+    if (!m_addedText.isEmpty()) {
+        return;
+    }
+    const LibraryVisit library(m_parts.engine, m_library);
+    const auto fresh = newTracks(*library);
     std::vector<BenchTrack> tracks;
     int known = 0;
     int refused = 0;
     for (size_t at = 0; at < files.size() && goOn(int(at), int(files.size())); ++at) {
+        m_addedText = obstacle();
+        if (!m_addedText.isEmpty()) {
+            return;
+        }
         const FoundFile& file = files[at];
-        if (there.contains(file.path()) || !newTracks().find(file.folder, file.name)->Eof()) {
+        if (there.contains(file.path()) || !fresh->find(file.folder, file.name)->Eof()) {
             ++known;
-        } else if (const auto reading = newTracks().read(file.path()); reading.track) {
+        } else if (const auto reading = fresh->read(file.path()); reading.track) {
             tracks.push_back(newTrack(file, *reading.track));
         } else {
             ++refused;
@@ -118,24 +119,44 @@ void BenchSession::addFiles(const QStringList& places, const GoOn& goOn)
     m_tracks.addTracks(std::move(tracks));
 }
 
+/// The files of tracks that have no row yet. False when it was ended.
+bool BenchSession::readNewFiles(NewTracks& fresh, const GoOn& goOn) const
+{
+    for (int track = 0; track < m_tracks.count(); ++track) {
+        const BenchTrack& asked = m_tracks.at(track);
+        if (asked.fid.isEmpty()) {
+            (void)fresh.read(asked.storedPlace()); // one that fails is told when all are applied
+            if (!goOn(0, m_tracks.count())) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
 BenchOutcome BenchSession::apply(bool removeEmptyFolders, const GoOn& goOn)
 {
-    BenchApply work({.database = database(),
-                     .history = m_parts.history,
-                     .files = m_parts.files,
-                     .dataFolder = m_parts.dataFolder,
-                     .newTracks = m_newTracks.get(),
-                     .removeEmptyFolders = removeEmptyFolders});
-    const BenchOutcome outcome = work.apply(m_tracks, goOn);
-    if (outcome.isCancelled) {
-        return outcome;
+    BenchOutcome outcome;
+    QString reason;
+    const auto isWanted = [&](int done, int size) {
+        reason = obstacle();
+        return reason.isEmpty() && goOn(done, size);
+    };
+    const LibraryVisit library(m_parts.engine, m_library);
+    const auto fresh = m_mode == BenchMode::Import ? newTracks(*library) : nullptr;
+    if (fresh && !readNewFiles(*fresh, isWanted)) {
+        outcome.isCancelled = true;
+    } else {
+        BenchApply work({.database = *library,
+                         .history = m_parts.history,
+                         .files = m_parts.files,
+                         .dataFolder = m_parts.dataFolder,
+                         .newTracks = fresh.get(),
+                         .removeEmptyFolders = removeEmptyFolders});
+        outcome = work.apply(m_tracks, isWanted);
     }
-    m_newTracks.reset(); // its files are tracks of the library now
+    outcome.reason = reason;
     if (outcome.hasChanged()) {
-        PendingJobs jobs(m_parts.engine, m_parts.settings);
-        for (const QString& tree : outcome.trees) {
-            jobs.ChangeTree(tree);
-        }
         m_tracks.setStored(outcome.written);
         if (whenWritten) {
             whenWritten();
@@ -147,7 +168,8 @@ BenchOutcome BenchSession::apply(bool removeEmptyFolders, const GoOn& goOn)
 QStringList BenchSession::outcomeLines(const BenchOutcome& outcome) const
 {
     if (outcome.isCancelled) {
-        return {texts().text(u"bench.cancelled")};
+        return {outcome.reason.isEmpty() ? texts().text(u"bench.cancelled")
+                                         : texts().text(u"bench.failed"_s, outcome.reason)};
     }
     QStringList lines{countedText(texts(), u"bench.written"_s, qint64(outcome.written.size()))};
     if (outcome.renamed > 0) {
@@ -183,13 +205,14 @@ bool BenchSession::canApply() const
 
 QStringList BenchSession::genres()
 {
-    return benchlibrary::genres(database());
+    return benchlibrary::genres(*LibraryVisit(m_parts.engine, m_library));
 }
 
 QStringList BenchSession::choices(TrackField field)
 {
     const bool isGerman = texts().text(u"Sprach.Code") != "en"_L1;
-    return benchlibrary::choices(database(), field, isGerman ? kGerman : kEnglish);
+    return benchlibrary::choices(*LibraryVisit(m_parts.engine, m_library), field,
+                                 isGerman ? kGerman : kEnglish);
 }
 
 QString BenchSession::title() const

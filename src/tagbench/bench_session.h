@@ -28,6 +28,9 @@ enum class BenchMode
 };
 
 /// The tag tool as its user meets it: which tracks, what was changed, applying it. Knows no window.
+///
+/// The library is open only while one of the operations works, so that another program can take it
+/// at any time; what was changed waits on the bench until it is back.
 class BenchSession
 {
 public:
@@ -67,7 +70,7 @@ public:
     /// already, and what is no music, is counted and left out. \throws DbError
     void addFiles(const QStringList& places, const GoOn& goOn);
 
-    /// The last addFiles() in one sentence.
+    /// The last addFiles() in one sentence; of one that the library was taken away from, why.
     [[nodiscard]] const QString& addedText() const { return m_addedText; }
 
     /// Writes everything; what was written is no change any more. \throws DbError, and nothing is
@@ -80,8 +83,9 @@ public:
     /// True when there is something to apply.
     [[nodiscard]] bool canApply() const;
 
-    /// Why the library must not be written now, in the user's words; empty when it may be. The
-    /// window asks before each apply(), for another program may have taken it since. May be empty.
+    /// Why the library must not be touched now, in the user's words; empty when it may be. Another
+    /// program may take it at any time: the window asks before each apply(), and long works ask
+    /// between their steps and end then. May be empty.
     std::function<QString()> whyNotNow;
 
     /// Called behind each apply() that has changed something; may be empty.
@@ -94,14 +98,16 @@ public:
     [[nodiscard]] QString title() const;
 
 private:
-    [[nodiscard]] Database& database();
-    [[nodiscard]] NewTracks& newTracks();
+    [[nodiscard]] std::unique_ptr<NewTracks> newTracks(Database& database) const;
+
+    [[nodiscard]] QString obstacle() const { return whyNotNow ? whyNotNow() : QString(); }
+
+    [[nodiscard]] bool readNewFiles(NewTracks& fresh, const GoOn& goOn) const;
 
     Parts m_parts;
     BenchMode m_mode;
+    QString m_library; ///< whatever the settings say by now: the tracks are of this one
     BenchTracks m_tracks;
-    std::unique_ptr<Database> m_database;
-    std::unique_ptr<NewTracks> m_newTracks;
     QString m_addedText;
 };
 

@@ -73,7 +73,7 @@ void CoverChange::take(const Covers::Track& track,
         m_parts.covers.setAside(former.image);
     }
     m_parts.changed(track.fid);
-    m_parts.covers.write(track.file, ready.jpeg,
+    m_parts.covers.write({track.fid, ready.image, track.file}, ready.jpeg,
                          [this, file = track.file](const TagWriting& how) { written(file, how); });
 }
 

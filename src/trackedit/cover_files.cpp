@@ -61,6 +61,15 @@ QString coverFile(Files& files, const QString& dataFolder, const QString& image)
     return waiting.isEmpty() ? QString() : move(files, waiting, place);
 }
 
+QString coverPictureOf(const Files& files, const QString& dataFolder, const QString& image)
+{
+    const QString place = coverPlace(dataFolder, image);
+    const QString there = place.isEmpty() ? QString() : files.resolve(place);
+    return there.isEmpty() && !place.isEmpty()
+               ? files.resolve(path::join(waitingFolder(dataFolder), path::fileName(place)))
+               : there;
+}
+
 void setCoverAside(Files& files, const QString& dataFolder, const QString& image)
 {
     const QString place = coverPlace(dataFolder, image);

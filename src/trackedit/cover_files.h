@@ -12,6 +12,10 @@ class Files;
 /// there. Empty when there is no such file, and for a name that leads out of the folder.
 [[nodiscard]] QString coverFile(Files& files, const QString& dataFolder, const QString& image);
 
+/// The same without moving anything: where the picture file lies, also while it waits.
+[[nodiscard]] QString
+coverPictureOf(const Files& files, const QString& dataFolder, const QString& image);
+
 /// Moves the picture file of that image name into the folder of covers that wait, if there is one;
 /// quiet.
 void setCoverAside(Files& files, const QString& dataFolder, const QString& image);

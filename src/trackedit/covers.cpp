@@ -31,6 +31,7 @@ const QString kTempCover = u"tempcover.jpg"_s;
 
 Covers::Covers(CoverParts parts)
     : m_parts(std::move(parts))
+    , m_kept(m_parts.files, m_parts.dataFolder, m_parts.reader)
 {}
 
 QString Covers::fileOf(const QString& image) const
@@ -45,6 +46,19 @@ QByteArray Covers::read(const QString& file) const
     } catch (const IoError&) {
         return {};
     }
+}
+
+QString Covers::nameFor(const QString& fid, const QDateTime& date, const QByteArray& jpeg) const
+{
+    constexpr int kMaxNames = 1000;
+    for (int i = 0; i < kMaxNames; ++i) {
+        const QString image = coverName(fid, date.addSecs(i));
+        const QString there = coverPictureOf(m_parts.files, m_parts.dataFolder, image);
+        if (there.isEmpty() || read(there) == jpeg) {
+            return image;
+        }
+    }
+    return coverName(fid, date);
 }
 
 bool Covers::put(const QString& file, const QByteArray& bytes) const
@@ -103,18 +117,20 @@ void Covers::prepare(const Track& track,
 {
     auto ready = std::make_shared<Ready>();
     const auto facts = m_parts.files.facts(picture);
-    const QString image = facts ? coverName(track.fid, facts->modified) : QString();
     const bool isInTagAlone = fileOf(track.image).isEmpty();
     const QString former = track.image.isEmpty() ? track.fid : track.image;
     m_parts.worker.run(
-        [this, picture, mostWidth, quality, image, isInTagAlone, former, file = track.file, ready] {
+        [this, picture, mostWidth, quality, facts, isInTagAlone, former, track, ready] {
             const QByteArray jpeg = m_parts.pictures.jpeg(read(picture), mostWidth, quality);
-            if (image.isEmpty() || jpeg.isEmpty()) {
+            if (!facts || jpeg.isEmpty()) {
                 return;
             }
-            if (isInTagAlone && takeFromTag(file, former, kKeptWidth)) {
+            const QString image = nameFor(track.fid, facts->modified, jpeg);
+            if (isInTagAlone && takeFromTag(track.file, former, kKeptWidth)) {
                 ready->former = former;
             }
+            m_kept.beforeChange(track.fid, ready->former.isEmpty() ? track.image : former,
+                                track.file);
             if (put(path::join(m_parts.dataFolder, kTempCover), jpeg) &&
                 put(coverPlace(m_parts.dataFolder, image), jpeg)) {
                 ready->image = image;
@@ -124,17 +140,20 @@ void Covers::prepare(const Track& track,
         [ready, done = std::move(done)] { done(*ready); });
 }
 
-void Covers::write(const QString& file,
+void Covers::write(const Track& track,
                    const QByteArray& jpeg,
                    std::function<void(const TagWriting&)> done)
 {
     auto how = std::make_shared<TagWriting>();
     m_parts.worker.run(
-        [this, file, jpeg, how] {
-            TagWork work{file, {}};
+        [this, track, jpeg, how] {
+            TagWork work{track.file, {}};
             work.changes.cover = CoverPicture{jpeg, u"image/jpeg"_s};
             const std::vector<TagWriting> results = m_parts.writer.write({&work, 1});
             *how = results.empty() ? TagWriting{TagWriteFault::Failed, {}, false} : results[0];
+            if (how->fault == TagWriteFault::None) {
+                m_kept.written(track.fid, track.image);
+            }
         },
         [how, done = std::move(done)] { done(*how); });
 }

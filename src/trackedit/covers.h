@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/media/tag_writer.h"
+#include "trackedit/kept_covers.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
 
 #include <functional>
@@ -65,7 +67,7 @@ public:
 
     /// Scales a picture file and puts it beside the others, under a name of its own; what was made
     /// last stands in `tempcover.jpg` of the data folder, too. The cover that it will replace in
-    /// the tag is kept for who takes the change back.
+    /// the tag is kept for who takes the change back, as a picture and as it stands there.
     void prepare(const Track& track,
                  const QString& picture,
                  int mostWidth,
@@ -73,7 +75,8 @@ public:
                  std::function<void(const Ready& ready)> done);
 
     /// Puts a cover into the tag of an audio file.
-    void write(const QString& file,
+    /// \param track with the name of that cover
+    void write(const Track& track,
                const QByteArray& jpeg,
                std::function<void(const TagWriting& how)> done);
 
@@ -85,6 +88,10 @@ public:
 private:
     /// The bytes of a picture file; empty when it cannot be read.
     [[nodiscard]] QByteArray read(const QString& file) const;
+    /// The image name of a new cover, by the date of its picture file. A picture of the same second
+    /// that is another one keeps its name.
+    [[nodiscard]] QString
+    nameFor(const QString& fid, const QDateTime& date, const QByteArray& jpeg) const;
     /// False when it could not be written.
     [[nodiscard]] bool put(const QString& file, const QByteArray& bytes) const;
 
@@ -92,6 +99,7 @@ private:
     [[nodiscard]] bool takeFromTag(const QString& file, const QString& image, int mostWidth) const;
 
     CoverParts m_parts;
+    KeptCovers m_kept;   ///< for the worker
     quint64 m_asked = 0; ///< number of the last question
 };
 

@@ -31,9 +31,10 @@ TEST_F(MelovaneConfigurationTest, EveryItemHasATextAndNoNameIsGivenTwice)
 {
     catalogue.fill();
     size_t own = 0;
-    for (const auto& table : {owntexts::windows(), owntexts::columns(), owntexts::views(),
-                              owntexts::importer(), owntexts::exporting(), owntexts::lists(),
-                              owntexts::tagWriting(), owntexts::viewer(), owntexts::bench()}) {
+    for (const auto& table :
+         {owntexts::windows(), owntexts::columns(), owntexts::views(), owntexts::importer(),
+          owntexts::exporting(), owntexts::lists(), owntexts::tagWriting(), owntexts::viewer(),
+          owntexts::bench(), owntexts::care()}) {
         own += table.size();
     }
     EXPECT_EQ(texts.AllObjects().size(), static_cast<size_t>(test::suiteTextNames().size()) + own);

@@ -155,5 +155,77 @@ TEST_F(TrackStepTest, AKeyThatIsNoNumberIsWrittenAndStandsInNoStep)
     EXPECT_FALSE(history.nextUndo());
 }
 
+TEST_F(TrackStepTest, OnlyAFoundFileTakesItsPlaceBack)
+{
+    const int list = suite.library.addPlaylist({.tracks = {first}});
+    const int other = suite.library.addPlaylist({.tracks = {second}});
+    const std::vector<ColumnValue> place{{u"Path"_s, u"/neu/"_s}, {u"DName"_s, u"x.mp3"_s}};
+    const auto move = [&](ListAction action) {
+        const auto database = suite.open();
+        TrackStep step(history, *database, action);
+        step.write(first, place, TagOrder::None);
+        step.commit();
+    };
+    move(ListAction::Tracks);
+    EXPECT_FALSE(history.nextUndo());
+    execute(u"update db_all set Path='/alt/', DName='a.mp3', DEL=2 where FID='%1'"_s.arg(first));
+    move(ListAction::Relink);
+    execute(u"update pl_name set sicherung=false"_s);
+
+    const ListHistory::Result result = history.undo();
+    EXPECT_EQ(result.outcome, Outcome::Done);
+    EXPECT_EQ(result.tracks, QStringList{first});
+    EXPECT_EQ(result.trees, QStringList{u"Dir"_s});
+    EXPECT_EQ(cell(first, u"Path"_s).toText(), u"/alt/"_s);
+    EXPECT_EQ(cell(first, u"DName"_s).toText(), u"a.mp3"_s);
+    // The file of the list names the place.
+    const auto saved = u"select sicherung from pl_name where NID=%1"_s;
+    EXPECT_TRUE(suite.value(saved.arg(list)).toBool());
+    EXPECT_FALSE(suite.value(saved.arg(other)).toBool());
+    EXPECT_EQ(history.redo().outcome, Outcome::Done);
+    EXPECT_EQ(cell(first, u"Path"_s).toText(), u"/neu/"_s);
+}
+
+TEST_F(TrackStepTest, ARemovedTrackComesBackWithAllThatWasPlayedOfIt)
+{
+    const QDateTime noon(QDate(2026, 3, 1), QTime(12, 0));
+    suite.library.addPlayback(first, noon);
+    suite.library.addPlayback(second, noon);
+    suite.library.addPlayback(second, noon);
+    suite.library.addPlayback(second, noon.addSecs(60));
+    const auto played = [&] {
+        return suite.column(u"select FID from pl_stat order by tstamp, FID"_s);
+    };
+    const QStringList before = played();
+    const QStringList row = suite.column(u"select Titel & Path & DName & DTimeMsec from db_all"_s);
+    {
+        const auto database = suite.open();
+        ListEdit edit(history, *database, ListAction::Merge, Pnid{});
+        const QString condition = u"FID='%1'"_s.arg(second);
+        edit.removes(kTrackTable, condition);
+        edit.movesPlays(second, first);
+        database->Execute(u"update pl_stat set FID='%1' where FID='%2'"_s.arg(first, second));
+        database->Execute(u"delete from db_all where "_s + condition);
+        edit.commit();
+    }
+    const QStringList merged = played();
+    EXPECT_EQ(merged.count(first), 4);
+    ASSERT_TRUE(history.nextUndo());
+    EXPECT_EQ(history.nextUndo()->count, 1);
+    const ListHistory::Result result = history.undo();
+    EXPECT_EQ(result.outcome, Outcome::Done);
+    EXPECT_EQ(result.tracks, QStringList{second});
+    EXPECT_EQ(played(), before);
+    EXPECT_EQ(suite.column(u"select Titel & Path & DName & DTimeMsec from db_all"_s), row);
+    EXPECT_EQ(history.redo().outcome, Outcome::Done);
+    EXPECT_EQ(played(), merged);
+    EXPECT_TRUE(cell(second, u"Titel"_s).isNull());
+    // What was played of it meanwhile belongs to the track that stays.
+    execute(u"delete from pl_stat"_s);
+    EXPECT_EQ(history.undo().outcome, Outcome::ChangedElsewhere);
+    EXPECT_EQ(history.undo(ListHistory::Force::Yes).outcome, Outcome::Done);
+    EXPECT_EQ(cell(second, u"Titel"_s).toText(), u"Schatten"_s);
+}
+
 } // namespace
 } // namespace melovane

@@ -238,7 +238,9 @@ TEST_F(WindowMenuTest, OnlyTheCareOfTheLibraryIsLeftToALaterVersion)
             later.append(row.name.toString());
         }
     }
-    EXPECT_EQ(later, (QStringList{u"mnuDatenbereinigung"_s, u"mnuNoExistSuchen"_s}));
+    EXPECT_EQ(later, (QStringList{u"mnuDatenbereinigung"_s, u"mnuRecycler"_s, u"mnuBackups"_s,
+                                  u"mnuCheckLibrary"_s, u"mnuNoExistSuchen"_s, u"mnuNoExistFind"_s,
+                                  u"mnuDoubles"_s}));
 }
 
 struct PlugInTest : public test::WindowFixture

@@ -7,6 +7,7 @@
 #include "platform/qt/skin.h"
 #include "playlists/list_history.h"
 #include "support/mp3_maker.h"
+#include "support/open_files.h"
 #include "support/suite_fixture.h"
 #include "tagbench/ui/bench_window.h"
 #include "tagbench/ui/preview_page.h"
@@ -139,6 +140,55 @@ TEST_F(TagBenchWindow, ALibraryThatAnotherProgramHasTakenIsNotWrittenAndTheChang
     reason.clear();
     click(u"cmdApply"_s);
     EXPECT_EQ(cell(one, u"Album"_s), u"Platte"_s);
+}
+
+TEST_F(TagBenchWindow, TheLibraryIsFreeForOthersWhileNothingIsWritten)
+{
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    suite.engine->GiveAway(suite.dbName());
+    suite.engine->TakeBack(suite.dbName());
+    ASSERT_EQ(test::openDatabasesIn(suite.dataFolder()), "");
+    open();
+    QTest::keyClicks(find<QLineEdit>(u"txtAlbum"_s), u"Platte"_s);
+    EXPECT_EQ(test::openDatabasesIn(suite.dataFolder()), "");
+    // Another program has put a copy in its place meanwhile.
+    suite.files.copy(suite.dbName(), suite.dbName() + u".neu"_s);
+    ASSERT_TRUE(suite.files.remove(suite.dbName()));
+    suite.files.rename(suite.dbName() + u".neu"_s, suite.dbName());
+    click(u"cmdApply"_s);
+    EXPECT_EQ(test::openDatabasesIn(suite.dataFolder()), "");
+    EXPECT_EQ(cell(one, u"Album"_s), u"Platte"_s);
+}
+
+TEST_F(TagBenchWindow, AWorkEndsWhenTheLibraryIsTakenAndGoesOnWhenItIsBack)
+{
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    open();
+    QTest::keyClicks(find<QLineEdit>(u"txtAlbum"_s), u"Platte"_s);
+    int questions = 0;
+    session->whyNotNow = [&questions] { return ++questions == 1 ? QString() : u"Verliehen"_s; };
+    click(u"cmdApply"_s);
+    EXPECT_EQ(told, QStringList{u"Nicht gespeichert, nichts wurde geändert: Verliehen"_s});
+    EXPECT_EQ(cell(one, u"Album"_s), QString());
+    EXPECT_EQ(find<QLineEdit>(u"txtAlbum"_s)->text(), u"Platte"_s);
+    session->whyNotNow = {};
+    click(u"cmdApply"_s);
+    EXPECT_EQ(cell(one, u"Album"_s), u"Platte"_s);
+}
+
+TEST_F(TagBenchWindow, ALibraryThatIsChosenMeanwhileGetsNothingOfTheTracksOfTheFormerOne)
+{
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    open();
+    const QString other = suite.dataFolder() + u"/anders.mdb"_s;
+    suite.files.copy(suite.dbName(), other);
+    settings->SetDbName(other);
+    QTest::keyClicks(find<QLineEdit>(u"txtAlbum"_s), u"Platte"_s);
+    click(u"cmdApply"_s);
+    EXPECT_EQ(cell(one, u"Album"_s), u"Platte"_s);
+    EXPECT_EQ(suite.column(u"select TreeName from ChangeTree"_s), QStringList{u"Album"_s});
+    const auto library = suite.engine->OpenDatabase(other);
+    EXPECT_TRUE(library->OpenRecordset(u"select * from ChangeTree"_s)->Eof());
 }
 
 TEST_F(TagBenchWindow, EverythingGoesByKeyboardAlone)

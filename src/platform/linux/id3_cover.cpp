@@ -1,6 +1,8 @@
 #include "platform/linux/id3_cover.h"
 
 #include "platform/linux/id3_frames.h"
+#include "platform/linux/own_frames.h"
+#include "platform/linux/tag_parts.h"
 
 #include <algorithm>
 #include <array>
@@ -186,6 +188,32 @@ QByteArray Id3CoverReader::cover(const QString& path) const
         at = begin + size + footer;
     }
     return best.bytes;
+}
+
+QByteArray Id3CoverReader::frontCover(const QString& path) const
+{
+    MpegFile file(path);
+    if (!file.isOpen()) {
+        return {};
+    }
+    const qint64 length = tagLength(file.at(0, kHeaderLength));
+    if (length > kLargestPicture) {
+        return {};
+    }
+    const QByteArray front = plainBytes(TagBody(file, 0, file.size()), 0, length);
+    const Bytes view(reinterpret_cast<const quint8*>(front.constData()), size_t(front.size()));
+    const auto parts = length == 0 ? TagParts() : TagParts::of(view);
+    if (!parts) {
+        return {};
+    }
+    const auto& frames = parts->frames();
+    const auto found = std::find_if(frames.begin(), frames.end(), [&](const StoredFrame& frame) {
+        return frame.content == FrameContent::Picture &&
+               isFrontCover(parts->version(), frame.plainBytes());
+    });
+    const TagParts kept =
+        parts->withOnly(found == frames.end() ? std::nullopt : std::optional(*found));
+    return kept.bytes(kept.needed());
 }
 
 } // namespace melovane::linux_media

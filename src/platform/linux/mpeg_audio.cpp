@@ -305,6 +305,16 @@ qint64 audioEnd(MpegFile& file, qint64 begin)
     return end;
 }
 
+std::optional<qint64> soundBegin(MpegFile& file, qint64 begin, qint64 end)
+{
+    const Search search = findFirstFrame(file, begin, end);
+    if (!search.found) {
+        return search.freeFormat ? std::optional(begin) : std::nullopt;
+    }
+    const auto& [frame, place] = *search.found;
+    return parseStreamHeader(frame, file.at(place, frame.length)) ? place + frame.length : place;
+}
+
 AudioReading readAudio(MpegFile& file, qint64 begin, qint64 end)
 {
     const Search search = findFirstFrame(file, begin, end);

@@ -247,6 +247,15 @@ bool showsPicture(int version, Bytes plain, const CoverPicture& picture)
     return shown.kind == kindOf(version, picture) && bytesOf(shown.bytes) == picture.bytes;
 }
 
+CoverPicture coverOf(int version, Bytes plain)
+{
+    const Picture picture = pictureOf(version, plain);
+    const QString kind = QString::fromLatin1(picture.kind);
+    const bool isPng = kind.compare("PNG"_L1, Qt::CaseInsensitive) == 0;
+    const QString mime = version != 2 ? kind : isPng ? u"image/png"_s : u"image/jpeg"_s;
+    return {bytesOf(picture.bytes), mime};
+}
+
 QByteArray coverContent(int version, const CoverPicture& picture)
 {
     QByteArray content(1, char(Encoding::SingleBytes));

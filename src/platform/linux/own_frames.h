@@ -47,6 +47,9 @@ contentWith(const OwnField& field, const QString& text, int version, Bytes forme
 /// True when a cover's content shows exactly that picture.
 [[nodiscard]] bool showsPicture(int version, Bytes plain, const CoverPicture& picture);
 
+/// The picture of a cover's content; empty when it is cut short.
+[[nodiscard]] CoverPicture coverOf(int version, Bytes plain);
+
 [[nodiscard]] QByteArray coverContent(int version, const CoverPicture& picture);
 
 } // namespace melovane::linux_media

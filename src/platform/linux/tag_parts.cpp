@@ -130,6 +130,24 @@ std::optional<TagParts> TagParts::of(Bytes tag)
     return parts;
 }
 
+TagParts TagParts::withOnly(std::optional<StoredFrame> frame) const
+{
+    TagParts parts;
+    parts.m_version = m_version;
+    parts.m_revision = m_revision;
+    parts.m_flags = m_flags & quint8(~kExtended);
+    if (frame) {
+        parts.m_frames.push_back(std::move(*frame));
+    }
+    return parts;
+}
+
+bool TagParts::takesFramesOf(const TagParts& other) const
+{
+    const auto decodes = [](quint8 flags) { return flags & kUnsynchronised; };
+    return m_version == other.m_version && decodes(m_flags) == decodes(other.m_flags);
+}
+
 bool TagParts::takeExtendedHeader(const TagBody& body, qint64 length)
 {
     const QByteArray header = all(body, 0, length);

@@ -39,6 +39,12 @@ public:
 
     [[nodiscard]] int version() const { return m_version; }
 
+    /// A tag of the same kind with that frame alone, or with none.
+    [[nodiscard]] TagParts withOnly(std::optional<StoredFrame> frame) const;
+
+    /// True when a frame of the other tag can stand in this one as it is.
+    [[nodiscard]] bool takesFramesOf(const TagParts& other) const;
+
     [[nodiscard]] std::vector<StoredFrame>& frames() { return m_frames; }
 
     [[nodiscard]] const std::vector<StoredFrame>& frames() const { return m_frames; }

@@ -79,6 +79,11 @@ QString withTotal(FrameContent content, const QString& shown, const QString& wan
     return keeps ? wanted + shown.mid(slash) : wanted;
 }
 
+bool isCover(const StoredFrame& frame, int version)
+{
+    return frame.content == FrameContent::Picture && isFrontCover(version, frame.plainBytes());
+}
+
 } // namespace
 
 TagSplice::TagSplice(Bytes front, const TagChanges& changes)
@@ -96,7 +101,9 @@ TagSplice::TagSplice(Bytes front, const TagChanges& changes)
             setYear(storable(*changes.Jahr));
         }
     }
-    if (changes.cover) {
+    if (changes.formerCover) {
+        putBack(*changes.formerCover);
+    } else if (changes.cover) {
         setCover(*changes.cover);
     }
 }
@@ -250,32 +257,64 @@ void TagSplice::takeOut(const OwnField& field, size_t firstTag)
     }
 }
 
+/// The frame that holds the front cover without a description; null for none.
+StoredFrame* TagSplice::cover()
+{
+    TagParts& tag = first();
+    const auto place =
+        std::find_if(tag.frames().begin(), tag.frames().end(),
+                     [&](const StoredFrame& frame) { return isCover(frame, tag.version()); });
+    return place == tag.frames().end() ? nullptr : &*place;
+}
+
 void TagSplice::setCover(const CoverPicture& wanted)
 {
     TagParts& tag = first();
-    auto& frames = tag.frames();
-    const auto isCover = [&](const StoredFrame& frame) {
-        return frame.content == FrameContent::Picture &&
-               isFrontCover(tag.version(), frame.plainBytes());
-    };
     if (wanted.bytes.isEmpty()) {
-        m_changed = std::erase_if(frames, isCover) > 0 || m_changed;
+        m_changed = std::erase_if(tag.frames(),
+                                  [&](const StoredFrame& frame) {
+                                      return isCover(frame, tag.version());
+                                  }) > 0 ||
+                    m_changed;
         return;
     }
-    const auto place = std::find_if(frames.begin(), frames.end(), isCover);
-    if (place != frames.end() && showsPicture(tag.version(), place->plainBytes(), wanted)) {
+    const StoredFrame* const there = cover();
+    if (there == nullptr || !showsPicture(tag.version(), there->plainBytes(), wanted)) {
+        putCover(tag.frameWith(frameNameOf(FrameContent::Picture, tag.version()),
+                               coverContent(tag.version(), wanted), there));
+    }
+}
+
+/// A tag that was made anew meanwhile, by a program that knows another version, takes the picture.
+void TagSplice::putBack(const QByteArray& former)
+{
+    const auto kept =
+        TagParts::of({reinterpret_cast<const quint8*>(former.constData()), size_t(former.size())});
+    if (!kept) {
         return;
     }
+    const auto& frames = kept->frames();
+    const auto frame = std::find_if(frames.begin(), frames.end(), [&](const StoredFrame& each) {
+        return isCover(each, kept->version());
+    });
+    if (frame == frames.end()) {
+        setCover({});
+    } else if (!first().takesFramesOf(*kept)) {
+        setCover(coverOf(kept->version(), frame->plainBytes()));
+    } else if (const StoredFrame* const there = cover();
+               there == nullptr || there->bytes != frame->bytes) {
+        putCover(*frame);
+    }
+}
+
+void TagSplice::putCover(StoredFrame frame)
+{
     m_changed = true;
-    const QByteArray content = coverContent(tag.version(), wanted);
-    if (place != frames.end()) {
-        *place = tag.frameWith({}, content, &*place);
-        return;
-    }
-    StoredFrame frame =
-        tag.frameWith(frameNameOf(FrameContent::Picture, tag.version()), content, nullptr);
-    if (std::any_of(frames.begin(), frames.end(),
-                    [](const auto& other) { return other.isEmpty; })) {
+    auto& frames = first().frames();
+    if (StoredFrame* const there = cover()) {
+        *there = std::move(frame);
+    } else if (std::any_of(frames.begin(), frames.end(),
+                           [](const auto& other) { return other.isEmpty; })) {
         addInFront(std::move(frame));
     } else {
         frames.push_back(std::move(frame));

@@ -46,6 +46,9 @@ private:
     void setText(const OwnField& field, const QString& wanted);
     void setYear(const QString& wanted);
     void setCover(const CoverPicture& wanted);
+    void putBack(const QByteArray& former);
+    [[nodiscard]] StoredFrame* cover();
+    void putCover(StoredFrame frame);
     void put(const OwnField& field, const QString& text);
     void takeOut(const OwnField& field, size_t firstTag);
     [[nodiscard]] QString shown(const OwnField& field) const;

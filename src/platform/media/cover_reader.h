@@ -18,6 +18,12 @@ public:
     /// the small icons and the back. Empty for a file without one, a link to one, a picture above
     /// kLargestPicture, and for a file that cannot be read. Any thread may ask.
     [[nodiscard]] virtual QByteArray cover(const QString& path) const = 0;
+
+    /// What a new cover will replace in a file, to be put back by TagChanges::formerCover: a tag
+    /// that holds the frame of the front cover without a description as it stands, byte for byte,
+    /// or no frame when there is none. Empty for a file that cannot be read, and for a tag that is
+    /// larger than any picture. Any thread may ask.
+    [[nodiscard]] virtual QByteArray frontCover(const QString& path) const = 0;
 };
 
 } // namespace melovane

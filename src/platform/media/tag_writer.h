@@ -36,6 +36,8 @@ struct TagChanges
     std::optional<QString> Tempo = {};
     std::optional<QString> User1 = {}, User2 = {}, User3 = {}, User4 = {}, User5 = {};
     std::optional<CoverPicture> cover = {}; ///< the front cover with an empty description
+    /// The same, put back as CoverReader::frontCover() gave it; goes before `cover`.
+    std::optional<QByteArray> formerCover = {};
 };
 
 /// One file and what shall stand in its tag.

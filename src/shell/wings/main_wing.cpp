@@ -5,6 +5,7 @@
 #include "platform/db/db_error.h"
 #include "platform/qt/qt_font_chooser.h"
 #include "playlistview/ui/playlist_widget.h"
+#include "shell/wings/care_wing.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/edit_wing.h"
 #include "shell/wings/library_wing.h"
@@ -53,7 +54,8 @@ MlvdbParts MainWing::windowParts()
             .dialogs = dialogs(),
             .log = machine.log(),
             .isReadOnly = suite.world(machine).isReadOnly,
-            .tags = below.edit.commands()};
+            .tags = below.edit.commands(),
+            .care = below.care.commands()};
 }
 
 DayCountParts MainWing::dayCountParts()

@@ -10,6 +10,7 @@
 
 namespace melovane {
 
+struct CareWing;
 struct Desk;
 struct EditWing;
 struct LibraryWing;
@@ -33,6 +34,7 @@ struct MainWing
         PlaylistWing& playlist;
         TreesWing& trees;
         EditWing& edit;
+        CareWing& care;
     };
 
     explicit MainWing(const Below& below);

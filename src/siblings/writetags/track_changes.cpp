@@ -58,10 +58,11 @@ QStringList taggedTexts(const Recordset& row)
 std::optional<TagChanges> changesOf(const QStringList& texts,
                                     const ImportedTrack& file,
                                     const TrackTags& tags,
-                                    const GenreList& genres)
+                                    const GenreList& genres,
+                                    bool more)
 {
     TagChanges changes;
-    bool changed = false;
+    bool changed = more;
     for (std::size_t i = 0; i < kFields.size(); ++i) {
         const QString text = trimBlanks(texts.at(qsizetype(i)));
         const bool differs = text != trimBlanks(file.value(kFields[i].field).toText());

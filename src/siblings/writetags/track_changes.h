@@ -23,10 +23,12 @@ struct TrackTags;
 ///
 /// \param texts of the row, see taggedTexts()
 /// \param file  what an import makes of the file
-/// Nothing when row and file agree.
+/// \param more  something besides these texts will be written
+/// Nothing when row and file agree, and there is no more.
 [[nodiscard]] std::optional<TagChanges> changesOf(const QStringList& texts,
                                                   const ImportedTrack& file,
                                                   const TrackTags& tags,
-                                                  const GenreList& genres);
+                                                  const GenreList& genres,
+                                                  bool more = false);
 
 } // namespace melovane

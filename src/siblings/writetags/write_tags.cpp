@@ -19,7 +19,7 @@ namespace {
 /// A track whose row is changed again and again while it is written is left for the next run.
 constexpr int kMaxTries = 3;
 /// `DEL` and the like are not asked: a track that lies in the waste keeps what the user wrote.
-constexpr QStringView kFileColumns = u"Path, DName, DLen, DTSDatei";
+constexpr QStringView kFileColumns = u"Path, DName, DLen, DTSDatei, Image";
 
 QString rowStatement(const QString& fid)
 {
@@ -56,6 +56,7 @@ WriteTags::WriteTags(WriteTagsParts parts, WriteTagsOrder order)
     , m_order(std::move(order))
     , m_import(m_parts.files, m_parts.clock)
     , m_locator(m_parts.files, m_parts.dataFolder)
+    , m_covers(m_parts.files, m_parts.dataFolder, m_parts.covers)
 {
     m_import.SetTagChoice(m_order.id3v2Tags);
 }
@@ -137,6 +138,7 @@ WriteTags::Track WriteTags::prepare(const QString& fid, std::vector<TagWork>& wo
         return track;
     }
     track.texts = taggedTexts(*row);
+    track.image = row->value(u"Image").toText();
     QString folder = row->value(u"Path").toText();
     track.path = m_locator.ExistFile(folder, row->value(u"DName").toText());
     m_file = track.path;
@@ -163,7 +165,14 @@ void WriteTags::compare(Track& track, const FileFacts& facts, std::vector<TagWor
         track.isFailing = true;
         return;
     }
-    if (auto changes = changesOf(track.texts, file.track, reading.tags, m_import.genres())) {
+    const auto cover = m_covers.due(track.fid, track.image, track.path);
+    track.hasCover = cover.has_value();
+    if (auto changes =
+            changesOf(track.texts, file.track, reading.tags, m_import.genres(), track.hasCover)) {
+        if (cover) {
+            changes->cover = cover->cover;
+            changes->formerCover = cover->formerCover;
+        }
         track.work = int(work.size());
         work.push_back({track.path, std::move(*changes)});
     }
@@ -181,6 +190,9 @@ void WriteTags::settle(const std::vector<Track>& tracks, const std::vector<TagWr
             fail(track, result.fault, result.detail);
             continue;
         }
+        if (track.hasCover) {
+            m_covers.written(track.fid, track.image);
+        }
         m_report.written += result.changed ? 1 : 0;
         if (result.changed && track.isInStep) {
             noteFile(track);
@@ -195,7 +207,8 @@ void WriteTags::settle(const std::vector<Track>& tracks, const std::vector<TagWr
 bool WriteTags::isStillSo(const Track& track)
 {
     const auto row = m_database->OpenRecordset(rowStatement(track.fid));
-    return row->Eof() || taggedTexts(*row) == track.texts;
+    return row->Eof() ||
+           (taggedTexts(*row) == track.texts && row->value(u"Image").toText() == track.image);
 }
 
 void WriteTags::noteFile(const Track& track)

@@ -3,6 +3,7 @@
 #include "intake/tag_import.h"
 #include "platform/media/tag_writer.h"
 #include "store/file_locator.h"
+#include "trackedit/kept_covers.h"
 
 #include <QHash>
 #include <QSet>
@@ -22,8 +23,9 @@ class DBEngine;
 struct WriteTagsParts
 {
     DBEngine& engine;
-    const Files& files;
+    Files& files;
     const TagReader& reader;
+    const CoverReader& covers;
     TagWriter& writer;
     const Clock& clock;
     QString dataFolder;           ///< of `ChangeDir.conf`
@@ -63,6 +65,9 @@ struct WriteTagsReport
 /// written; a file that fails keeps it there. Files that already hold all of it are not touched,
 /// tracks that are no longer in the library leave the table. Size and date of a written file go
 /// into its row, so that no import takes it for changed. The file is where FileLocator finds it.
+///
+/// A cover that the user has chosen and that did not reach its file, and one that was taken back,
+/// is written, too: see KeptCovers.
 class WriteTags
 {
 public:
@@ -91,10 +96,12 @@ private:
     {
         QString fid;
         QStringList texts;
+        QString image; ///< the name of its cover
         QString path;
         bool isGone = false;    ///< no longer in the library
         bool isInStep = false;  ///< the row knows size and date of its file
         bool isFailing = false; ///< the file cannot be read
+        bool hasCover = false;  ///< its cover is written
         int work = -1;          ///< of the writer; -1 for none
     };
 
@@ -112,6 +119,7 @@ private:
     WriteTagsOrder m_order;
     TagImport m_import;
     FileLocator m_locator;
+    KeptCovers m_covers;
     std::unique_ptr<Database> m_database;
     QStringList m_waiting;
     QHash<QString, int> m_tries;

@@ -6,6 +6,7 @@
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
 #include "config/refusals.h"
+#include "platform/linux/id3_cover.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/library_loan.h"
 #include "platform/linux/linux_environment.h"
@@ -45,6 +46,7 @@ public:
         , m_work({.engine = *m_engine,
                   .files = m_files,
                   .reader = *m_reader,
+                  .covers = m_covers,
                   .writer = *m_writer,
                   .clock = m_clock,
                   .dataFolder = m_paths.GetConfigPath(),
@@ -111,6 +113,7 @@ private:
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
     std::unique_ptr<TagReader> m_reader;
+    linux_media::Id3CoverReader m_covers;
     std::unique_ptr<TagWriter> m_writer;
     LinuxMessages m_messages;
     std::unique_ptr<KSMessage> m_control;

@@ -224,7 +224,7 @@ void BenchWindow::apply()
                 return goOn(m_session.texts().text(u"bench.progress"_s, done, size), done, size);
             });
         lines = m_session.outcomeLines(outcome);
-        isComplete = outcome.problems.empty();
+        isComplete = !outcome.isCancelled && outcome.problems.empty();
     } catch (const DbError& error) {
         lines.append(m_session.texts().text(u"bench.failed"_s, error.text()));
     }

@@ -18,6 +18,13 @@ mlv_test(engine_test LABEL logic COST 6
         sqlite/engine/engine_types_test.cpp
     LINKS mlv_platform_sqlite SQLite::SQLite3)
 
+# Whole files: copied, checked and restored while others use them.
+mlv_test(database_care_test LABEL logic
+    SOURCES
+        sqlite/engine/database_care_test.cpp
+        sqlite/engine/engine_fixture.cpp sqlite/engine/engine_fixture.h
+    LINKS mlv_platform_sqlite SQLite::SQLite3)
+
 # The index in memory against SQLite alone.
 mlv_test(column_index_test LABEL logic COST 18
     SOURCES

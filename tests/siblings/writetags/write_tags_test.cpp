@@ -1,3 +1,4 @@
+#include "platform/linux/id3_cover.h"
 #include "platform/linux/linux_tag_writer.h"
 #include "platform/linux/tag_reader.h"
 #include "siblings/writetags/write_tags.h"
@@ -84,6 +85,7 @@ protected:
         return WriteTags({.engine = *suite.engine,
                           .files = suite.files,
                           .reader = m_reader,
+                          .covers = m_coverReader,
                           .writer = writer,
                           .clock = suite.clock,
                           .dataFolder = suite.dataFolder(),
@@ -101,6 +103,7 @@ protected:
 
     TempFolder music;
     LinuxTagReader m_reader;
+    Id3CoverReader m_coverReader;
     WatchedWriter writer{suite.file(u"tagjournal"_s)};
     bool lent = false;
     int m_files = 0;

@@ -1,5 +1,6 @@
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
+#include "platform/linux/id3_cover.h"
 #include "platform/linux/linux_tag_writer.h"
 #include "platform/linux/tag_reader.h"
 #include "siblings/writetags/ui/write_tags_window.h"
@@ -29,6 +30,7 @@ protected:
         m_work = std::make_unique<WriteTags>(WriteTagsParts{.engine = *suite.engine,
                                                             .files = suite.files,
                                                             .reader = m_reader,
+                                                            .covers = m_coverReader,
                                                             .writer = m_writer,
                                                             .clock = suite.clock,
                                                             .dataFolder = suite.dataFolder(),
@@ -61,6 +63,7 @@ protected:
 
     TempFolder music;
     LinuxTagReader m_reader;
+    Id3CoverReader m_coverReader;
     LinuxTagWriter m_writer{suite.file(u"tagjournal"_s)};
     std::unique_ptr<ConfigObjects> m_texts;
     std::unique_ptr<WriteTags> m_work;

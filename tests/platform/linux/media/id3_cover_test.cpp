@@ -109,6 +109,24 @@ TEST_F(Id3Cover, WhatDemoMusicWritesIsRead)
     }
 }
 
+TEST_F(Id3Cover, WhatANewCoverWillReplaceIsGivenAsATagOfItsOwn)
+{
+    const auto frontCoverOf = [this](const QByteArray& bytes) {
+        return linux_media::Id3CoverReader().frontCover(folder.write(u"lied.mp3"_s, bytes));
+    };
+    const QByteArray front = picture(3, "front");
+    const QByteArray sound = test::shortStream();
+    EXPECT_EQ(frontCoverOf(tag(picture(0, "none") + front + picture(3, "second")) + sound),
+              tag(front));
+    EXPECT_EQ(frontCoverOf(tag(picture(0, "none")) + sound), tag({}));
+    EXPECT_EQ(frontCoverOf(tag(front, 4, char(0x80)) + sound), tag(front, 4, char(0x80)));
+    EXPECT_EQ(frontCoverOf(sound), tag({})) << "no tag at all";
+    EXPECT_EQ(frontCoverOf(tag(front).left(20)), QByteArray()) << "cut short";
+    EXPECT_EQ(frontCoverOf("ID3\x03" + QByteArray(2, '\0') + sevenBits(100'000'000) + front),
+              QByteArray());
+    EXPECT_EQ(linux_media::Id3CoverReader().frontCover(u"/nirgends.mp3"_s), QByteArray());
+}
+
 TEST_F(Id3Cover, DamagedTagsGiveNoPictureAndNoHarm)
 {
     const QByteArray whole = tag(picture(3, "bild"));

@@ -1,3 +1,4 @@
+#include "platform/linux/id3_cover.h"
 #include "platform/linux/id3_tags.h"
 #include "platform/linux/tag_reader.h"
 #include "platform/linux/tag_splice.h"
@@ -29,6 +30,13 @@ TrackTags readBack(const QByteArray& tag, const QByteArray& tail = {})
         LinuxTagReader().read(folder.write(u"x.mp3"_s, tag + shortStream() + tail));
     EXPECT_EQ(reading.fault, MediaFault::None);
     return reading.tags;
+}
+
+/// What is kept of a tag for a cover that is put back.
+QByteArray frontCover(const QByteArray& tag)
+{
+    const TempFolder folder;
+    return Id3CoverReader().frontCover(folder.write(u"x.mp3"_s, tag + shortStream()));
 }
 
 /// The tag with the changes; empty when it is not touched.
@@ -269,6 +277,61 @@ TEST_P(EachVersion, OnlyTheFrontCoverWithoutADescriptionIsReplaced)
 
     changes.cover = CoverPicture{};
     EXPECT_EQ(rawTag(spliced(after, changes)).frames.size(), 2U);
+}
+
+TEST_P(EachVersion, AFormerCoverComesBackByteForByte)
+{
+    const QByteArray kind = isOld() ? "JPG"_ba : QByteArray("image/jpg\0", 10);
+    const QByteArray wide("\3\xFF\xFE\0\0", 5);
+    Id3v2Writer writer(GetParam());
+    writer.text("TIT2", u"T"_s).frame(name("PIC", "APIC"), '\1' + kind + wide + "foreign");
+    const QByteArray before = writer.tag(10);
+    const QByteArray kept = frontCover(before);
+    EXPECT_EQ(rawTag(kept).frames.at(0), rawTag(before).frames.at(1));
+
+    TagChanges changes;
+    changes.cover = CoverPicture{"new", u"image/jpeg"_s};
+    const QByteArray after = spliced(before, changes);
+    ASSERT_NE(rawTag(after).frames, rawTag(before).frames);
+    EXPECT_EQ(rawTag(spliced(after, {.formerCover = kept})).frames, rawTag(before).frames);
+    EXPECT_EQ(spliced(before, {.formerCover = kept}), QByteArray()) << "it stands there already";
+}
+
+TEST_P(EachVersion, ACoverThatHadNoneBeforeItIsTakenOutAgain)
+{
+    Id3v2Writer writer(GetParam());
+    const QByteArray kind = isOld() ? "JPG"_ba : QByteArray("image/jpeg\0", 11);
+    writer.frame(name("PIC", "APIC"), '\0' + kind + QByteArray("\0\0no kind", 9));
+    const QByteArray before = writer.tag(10);
+    const QByteArray kept = frontCover(before);
+    EXPECT_TRUE(kept.startsWith("ID3"));
+    EXPECT_TRUE(rawTag(kept).frames.empty());
+
+    TagChanges changes;
+    changes.cover = CoverPicture{"new", u"image/jpeg"_s};
+    const QByteArray after = spliced(before, changes);
+    EXPECT_EQ(rawTag(spliced(after, {.formerCover = kept})).frames, rawTag(before).frames);
+}
+
+TEST_P(EachVersion, AFormerCoverOfAnotherVersionComesBackAsAPicture)
+{
+    const bool wasOld = !isOld();
+    const QByteArray kind = wasOld ? "PNG"_ba : QByteArray("image/png\0", 10);
+    Id3v2Writer writer(wasOld ? 2 : 3);
+    writer.frame(wasOld ? "PIC" : "APIC", '\0' + kind + QByteArray("\3\0foreign", 9));
+    const QByteArray kept = frontCover(writer.tag(10));
+    const QByteArray tag = Id3v2Writer(GetParam()).text("TIT2", u"T"_s).tag();
+    const RawTag found = rawTag(spliced(tag, {.formerCover = kept}));
+    const QByteArray now = isOld() ? "PNG"_ba : QByteArray("image/png\0", 10);
+    EXPECT_TRUE(found.frames.at(1).bytes.endsWith('\0' + now + QByteArray("\3\0foreign", 9)));
+}
+
+TEST(TagSpliceTest, AFormerCoverThatIsNoneChangesNothing)
+{
+    const QByteArray tag = Id3v2Writer(3).text("TIT2", u"T"_s).tag();
+    EXPECT_EQ(spliced(tag, {.formerCover = "rubbish"_ba}), QByteArray());
+    EXPECT_EQ(spliced(tag, {.formerCover = QByteArray()}), QByteArray());
+    EXPECT_EQ(spliced(tag, {.formerCover = frontCover({})}), QByteArray());
 }
 
 TEST_P(EachVersion, ANewCoverStandsBehindAllFrames)

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "shell/mlvdb_parts.h"
+
+namespace melovane {
+
+struct Desk;
+struct ListsWing;
+struct Machine;
+struct SuiteWing;
+
+/// The care of the library: missing files, cleaning, doubles, backups, checks.
+struct CareWing
+{
+    CareWing(Machine& machine, Desk& desk, SuiteWing& suite, ListsWing& lists);
+
+    /// What the menu entries of the care do.
+    [[nodiscard]] CareCommands commands();
+
+    Machine& machine;
+    Desk& desk;
+    SuiteWing& suite;
+    ListsWing& lists;
+};
+
+} // namespace melovane
