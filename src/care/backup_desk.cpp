@@ -143,7 +143,8 @@ void BackupDesk::tellFault(const Result& result, const QString& name)
     if (isGivenUp) {
         m_parts.tell(text);
     } else {
-        m_parts.warnings.ShowWarning(text, WarningType::Note, m_parts.texts.text(u"backup.title"));
+        m_parts.warnings.ShowWarning(text, WarningType::Note, m_parts.texts.text(u"backup.title"),
+                                     u"backup.failed"_s);
     }
 }
 
@@ -174,8 +175,8 @@ bool BackupDesk::makeBefore(BackupOccasion occasion)
         });
     return result.isDone() ||
            m_parts.warnings.ShowWarning(texts.text(u"backup.goon", faultText(result, {})),
-                                        WarningType::Question,
-                                        texts.text(u"backup.title")) == WarningAnswer::Yes;
+                                        WarningType::Question, texts.text(u"backup.title"),
+                                        u"backup.goon"_s) == WarningAnswer::Yes;
 }
 
 void BackupDesk::check(const Backup& backup)
@@ -196,8 +197,8 @@ bool BackupDesk::restore(const Backup& backup, bool withSettings)
     const QString moment = dateText(backup.made);
     if (m_parts.warnings.ShowWarning(texts.text(u"backup.ask", m_parts.library(), moment,
                                                 count(backup.tracks), count(backup.lists)),
-                                     WarningType::Question,
-                                     texts.text(u"backup.title")) != WarningAnswer::Yes) {
+                                     WarningType::Question, texts.text(u"backup.title"),
+                                     u"backup.ask"_s) != WarningAnswer::Yes) {
         return false;
     }
     m_parts.takeLibrary();
@@ -229,8 +230,8 @@ bool BackupDesk::rescue(const QString& fault)
     const auto count = [](int number) { return number < 0 ? u"?"_s : QString::number(number); };
     if (m_parts.warnings.ShowWarning(texts.text(u"backup.rescue", fault, dateText(good->made),
                                                 count(good->tracks), count(good->lists)),
-                                     WarningType::Question,
-                                     texts.text(u"backup.title")) != WarningAnswer::Yes) {
+                                     WarningType::Question, texts.text(u"backup.title"),
+                                     u"backup.rescue"_s) != WarningAnswer::Yes) {
         return false;
     }
     const QString name = good->name;

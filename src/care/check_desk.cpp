@@ -95,7 +95,7 @@ void CheckDesk::check()
     }
     if (findings->empty()) {
         m_parts.warnings.ShowWarning(texts.text(u"check.whole"), WarningType::Note,
-                                     texts.text(u"check.title"));
+                                     texts.text(u"check.title"), u"check.whole"_s);
         return;
     }
     log(*findings);
@@ -105,8 +105,8 @@ void CheckDesk::check()
     }
     const QString text = texts.text(u"check.found", qint64(findings->size())) + u"\n\n"_s +
                          toldText(*findings) + u"\n\n"_s + texts.text(u"check.mend");
-    if (m_parts.warnings.ShowWarning(text, WarningType::Question, texts.text(u"check.title")) ==
-        WarningAnswer::Yes) {
+    if (m_parts.warnings.ShowWarning(text, WarningType::Question, texts.text(u"check.title"),
+                                     u"check.mend"_s) == WarningAnswer::Yes) {
         repair(*findings);
     }
 }
@@ -138,7 +138,8 @@ void CheckDesk::tellFound(const std::vector<Finding>& findings, const QString& h
     if (needsBackup(findings)) {
         text += u"\n\n"_s + m_parts.texts.text(u"check.restore");
     }
-    m_parts.warnings.ShowWarning(text, WarningType::Note, m_parts.texts.text(u"check.title"));
+    m_parts.warnings.ShowWarning(text, WarningType::Note, m_parts.texts.text(u"check.title"),
+                                 u"check.found"_s);
 }
 
 QString CheckDesk::toldText(const std::vector<Finding>& findings) const
