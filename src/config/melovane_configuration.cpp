@@ -52,6 +52,7 @@ void fill(ConfigObjects& catalogue)
     add(catalogue, owntexts::bench());
     add(catalogue, owntexts::care());
     add(catalogue, owntexts::safety());
+    add(catalogue, owntexts::found());
     catalogue.LoadAllValue();
     catalogue.LoadAllLang(catalogue.value(u"Sprach.Datei"));
 }

@@ -10,6 +10,7 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     , suite(talk)
     , lists(steps)
     , cleaning(base, room, talk)
+    , found(base, room, talk, steps)
     , safety(base, room, talk)
 {}
 
@@ -18,6 +19,7 @@ CareCommands CareWing::commands()
     CareCommands all;
     all.insert(cleaning.commands());
     all.insert(safety.commands());
+    all.insert(found.commands());
     return all;
 }
 

@@ -2,6 +2,7 @@
 
 #include "shell/mlvdb_parts.h"
 #include "shell/wings/cleaning_wing.h"
+#include "shell/wings/found_wing.h"
 #include "shell/wings/safety_wing.h"
 
 namespace melovane {
@@ -24,6 +25,7 @@ struct CareWing
     SuiteWing& suite;
     ListsWing& lists;
     CleaningWing cleaning;
+    FoundWing found;
     SafetyWing safety;
 };
 
