@@ -349,40 +349,35 @@ std::vector<TreeRow> favourites(Database& database, const ConfigObjects& texts)
 std::vector<TreeRow> statistics(Database& database)
 {
     std::vector<TreeRow> rows;
-    const auto days = database.OpenRecordset(u"select * from v_state"_s);
-    int year = 0;
-    int month = 0;
-    for (; !days->Eof(); days->MoveNext()) {
-        const int dayYear = days->value(u"tyear").toLong();
-        const int dayMonth = days->value(u"tmon").toLong();
-        if (dayYear != year) {
-            year = dayYear;
+    qint64 year = 0;
+    qint64 month = 0;
+    database.walkRows(
+        u"select tyear, tmon, monat, datum, tday from v_state"_s, [&](const WalkedRow& day) {
+            if (day.number(0) != year) {
+                year = day.number(0);
+                rows.push_back(row(1, QString::number(year) + u' ',
+                                   treekey::statisticsYear(int(year)), u"tree.dir"_s));
+            }
+            if (day.number(1) != month) {
+                month = day.number(1);
+                rows.push_back(row(2, day.text(2), treekey::statisticsMonth(int(year), int(month)),
+                                   u"tree.dir"_s));
+            }
+            const QString date = day.text(3);
             rows.push_back(
-                row(1, QString::number(year) + u' ', treekey::statisticsYear(year), u"tree.dir"_s));
-        }
-        if (dayMonth != month) {
-            month = dayMonth;
-            rows.push_back(row(2, days->value(u"monat").toText(),
-                               treekey::statisticsMonth(year, month), u"tree.dir"_s));
-        }
-        const QString date = days->value(u"datum").toText();
-        rows.push_back(row(3, date, treekey::statisticsDay(date, days->value(u"tday").toLong()),
-                           u"tree.playlist"_s));
-    }
+                row(3, date, treekey::statisticsDay(date, int(day.number(4))), u"tree.playlist"_s));
+        });
     return rows;
 }
 
 std::vector<TreeRow> playlists(Database& database)
 {
     std::vector<TreeRow> rows;
-    const auto groups = database.OpenRecordset(u"select * from pl_group order by sid"_s);
-    for (; !groups->Eof(); groups->MoveNext()) {
-        const qint64 group = groups->value(u"GRID").toLong();
-        TreeRow heading =
-            row(1, groups->value(u"Name").toText(), treekey::group(group), u"tree.dir"_s);
-        heading.tick = tickOf(groups->value(u"Activ").toBool());
+    for (const GroupState& group : readGroups(database)) {
+        TreeRow heading = row(1, group.name, treekey::group(group.group), u"tree.dir"_s);
+        heading.tick = tickOf(group.activ);
         rows.push_back(std::move(heading));
-        for (const ListState& list : readListsOfGroup(database, group)) {
+        for (const ListState& list : readListsOfGroup(database, group.group)) {
             rows.push_back(playlist(list));
         }
     }
