@@ -376,21 +376,21 @@ LikePattern::Outline LikePattern::outline() const
         result.kind = Outline::Kind::Begin;
     } else if (count == 3 && isAny(0) && isRun(1) && isAny(2)) {
         result.kind = Outline::Kind::Inside;
-    } else if (count > 3 && isAny(0) && isAny(count - 1)) {
-        // Stars and runs take turns.
-        result.kind = Outline::Kind::Pieces;
-        for (size_t step = 1; step + 1 < count; ++step) {
-            if (isRun(step)) {
-                result.pieces.push_back(m_steps[step].letters);
-            } else if (!isAny(step)) {
-                result.kind = Outline::Kind::Other;
-            }
-        }
     }
     return result;
 }
 
 bool LikePattern::matchesFolded(QStringView folded) const
+{
+    return matchesView(folded);
+}
+
+bool LikePattern::matchesFoldedUtf8(std::string_view folded) const
+{
+    return matchesView(folded);
+}
+
+template <typename View> bool LikePattern::matchesView(View folded) const
 {
     if (m_broken) {
         return false;

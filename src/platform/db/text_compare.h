@@ -64,12 +64,10 @@ public:
             Equal,   ///< exactly the text `begin`
             Begin,   ///< exactly the texts that begin with `begin`
             Inside,  ///< exactly the texts that hold `inside`
-            Pieces,  ///< exactly the texts that hold `pieces`, one behind the other
             Other    ///< each match begins with `begin` and holds `inside`, but has to be tried
         } kind = Kind::Other;
-        QString begin;               ///< in the form of fold(); may be empty
-        QString inside;              ///< likewise
-        std::vector<QString> pieces; ///< likewise; only for Pieces
+        QString begin;  ///< in the form of fold(); may be empty
+        QString inside; ///< likewise
     };
 
     [[nodiscard]] Outline outline() const;
