@@ -228,6 +228,31 @@ constexpr std::array kPages = std::to_array<ProgramPage>({
       "      --version  print name and version\n"
       "\n"
       "Result: 0 ended, 2 wrong call"},
+    {u"mlvconfig",
+     u"mlvconfig: die Einstellungen der Suite\n"
+      "\n"
+      "Aufruf: mlvconfig [ZAHL]\n"
+      "\n"
+      "Was übernommen wird, gilt sofort, auch in einer Konsole, die läuft. Sind die\n"
+      "Einstellungen schon offen, kommt ihr Fenster nach vorn.\n"
+      "\n"
+      "  ZAHL           Gegenstelle der Konsole, die von Änderungen erfährt\n"
+      "  -h, --help     diesen Text ausgeben\n"
+      "      --version  Name und Version ausgeben\n"
+      "\n"
+      "Ergebnis: 0 beendet, 2 Aufruf unverständlich",
+     u"mlvconfig: the settings of the suite\n"
+      "\n"
+      "Usage: mlvconfig [NUMBER]\n"
+      "\n"
+      "What is applied holds at once, also in a console that is running. When the\n"
+      "settings are open already, their window comes to the front.\n"
+      "\n"
+      "  NUMBER         partner of the console that is told of changes\n"
+      "  -h, --help     print this text\n"
+      "      --version  print name and version\n"
+      "\n"
+      "Result: 0 ended, 2 wrong call"},
     {u"SleeveViewer",
      u"SleeveViewer: zeigt das Cover eines Titels und die Bilder seines Ordners\n"
       "\n"
