@@ -132,6 +132,10 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"keys.group.MP3 Importer", u"MP3 Importer"},
     {u"keys.group.Melovane", u"Melovane"},
 
+    // The volume monitor.
+    {u"level.title", u"Lautstärke des Monitors"},
+    {u"level.percent", u"$1 %"},
+
     // Messages that are not shown any more.
     {u"hints.none", u"Zurzeit wird jede Meldung gezeigt."},
     {u"hints.show", u"Wieder zeigen"},

@@ -253,6 +253,29 @@ constexpr std::array kPages = std::to_array<ProgramPage>({
       "      --version  print name and version\n"
       "\n"
       "Result: 0 ended, 2 wrong call"},
+    {u"LevelPanel",
+     u"LevelPanel: die Lautstärke des Monitors\n"
+      "\n"
+      "Aufruf: LevelPanel [OPTION]\n"
+      "\n"
+      "Ein kleines Fenster mit einem Regler, den Maus, Rad und Tasten bewegen. Läuft\n"
+      "es schon, kommt es nach vorn.\n"
+      "\n"
+      "  -h, --help     diesen Text ausgeben\n"
+      "      --version  Name und Version ausgeben\n"
+      "\n"
+      "Ergebnis: 0 beendet, 2 Aufruf unverständlich",
+     u"LevelPanel: the volume of the monitor\n"
+      "\n"
+      "Usage: LevelPanel [OPTION]\n"
+      "\n"
+      "A small window with a slider that mouse, wheel and keys move. When it runs\n"
+      "already, it comes to the front.\n"
+      "\n"
+      "  -h, --help     print this text\n"
+      "      --version  print name and version\n"
+      "\n"
+      "Result: 0 ended, 2 wrong call"},
     {u"SleeveViewer",
      u"SleeveViewer: zeigt das Cover eines Titels und die Bilder seines Ordners\n"
       "\n"
