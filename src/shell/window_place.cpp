@@ -65,10 +65,11 @@ void WindowPlace::restore()
 void WindowPlace::centre()
 {
     const QRect area = m_window.screenArea();
-    // Two thirds of a large screen: the panels show their texts without being cut.
+    // Two thirds of a large screen: the panels show their texts without being cut. On a small one
+    // the title bar must have room, too, or nobody can move the window.
     QRect place(QPoint(), (area.size() * 2 / 3).expandedTo(kFirstSize).boundedTo(area.size()));
     place.moveCenter(area.center());
-    m_window.setPlace(place);
+    m_window.setOuterPlace(place);
 }
 
 void WindowPlace::save()

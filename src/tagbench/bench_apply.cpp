@@ -60,7 +60,7 @@ public:
         : m_parts(parts)
         , m_tracks(tracks)
         , m_goOn(goOn)
-        , m_moves(parts.files, parts.dataFolder)
+        , m_moves(parts.files, parts.dataFolder, parts.library)
     {
         for (int track = 0; track < tracks.count(); ++track) {
             if (tracks.at(track).fid.isEmpty() || tracks.at(track).isChanged()) {
@@ -73,7 +73,7 @@ public:
     {
         TrackStep all(m_parts.history, m_parts.database, ListAction::Tracks);
         m_step = &all;
-        if (!import() || !writeAll()) {
+        if (!import() || !moveFiles() || !writeRows()) {
             BenchOutcome cancelled;
             cancelled.isCancelled = true;
             return cancelled; // its destructors take everything back
@@ -120,44 +120,52 @@ private:
         return true;
     }
 
-    bool writeAll()
+    /// Files get their new names, in the order in which these are free.
+    bool moveFiles()
     {
         readRows();
+        std::vector<FileMove> moves;
+        std::vector<int> owners;
+        std::erase_if(m_waiting, [&](int track) { return !isAsItWas(track); });
+        for (const int track : m_waiting) {
+            const BenchTrack& asked = m_tracks.at(track);
+            if (asked.place() != asked.storedPlace()) {
+                moves.push_back({fidOf(track), asked.storedPlace(), asked.place()});
+                owners.push_back(track);
+            }
+        }
+        const auto isGoingOn = [this, size = int(m_waiting.size())](int) {
+            return isWanted(0, size);
+        };
+        if (!m_moves.move(moves, isGoingOn)) {
+            return false;
+        }
+        for (size_t index = 0; index < moves.size(); ++index) {
+            if (moves[index].fault.isEmpty()) {
+                m_moved.insert(owners[index]);
+            } else {
+                m_result.problems.push_back(
+                    {owners[index], BenchFault::NotRenamed, moves[index].fault});
+            }
+        }
+        return true;
+    }
+
+    bool writeRows()
+    {
         const int size = int(m_waiting.size());
         int done = 0;
-        // A file whose new name another one of them still has waits until that one is gone.
-        for (bool moved = true; moved && !m_waiting.empty();) {
-            moved = false;
-            std::vector<int> later;
-            for (const int track : m_waiting) {
-                if (!isFree(track)) {
-                    later.push_back(track);
-                    continue;
-                }
-                moved = true;
-                if (done > 0 && done % kTracksAtOnce == 0 && !isWanted(done, size)) {
-                    return false;
-                }
-                write(track, true);
-                ++done;
-            }
-            m_waiting = std::move(later);
-        }
         for (const int track : m_waiting) {
-            m_result.problems.push_back({track, BenchFault::NotRenamed, u"File exists"_s});
-            write(track, false);
+            if (done > 0 && done % kTracksAtOnce == 0 && !isWanted(done, size)) {
+                return false;
+            }
+            write(track);
+            ++done;
         }
         return isWanted(size, size);
     }
 
     [[nodiscard]] bool isWanted(int done, int size) const { return !m_goOn || m_goOn(done, size); }
-
-    [[nodiscard]] bool isFree(int track)
-    {
-        const BenchTrack& asked = m_tracks.at(track);
-        return asked.place() == asked.storedPlace() ||
-               m_moves.isFree(asked.storedPlace(), asked.place());
-    }
 
     [[nodiscard]] QString fidOf(int track) const
     {
@@ -198,19 +206,28 @@ private:
         return false;
     }
 
-    void write(int number, bool withPlace)
+    /// False for a track that is gone or that somebody else has changed, which is told.
+    bool isAsItWas(int number)
     {
         const BenchTrack& track = m_tracks.at(number);
-        const bool isNew = track.fid.isEmpty();
+        if (track.fid.isEmpty()) {
+            return true;
+        }
         const auto row = m_rows.constFind(track.fid);
-        if (!isNew && row == m_rows.cend()) {
+        if (row == m_rows.cend()) {
             m_result.problems.push_back({number, BenchFault::Gone, {}});
-            return;
+            return false;
         }
-        if (!isNew && isStale(track, *row)) {
+        if (isStale(track, *row)) {
             m_result.problems.push_back({number, BenchFault::ChangedElse, {}});
-            return;
+            return false;
         }
+        return true;
+    }
+
+    void write(int number)
+    {
+        const BenchTrack& track = m_tracks.at(number);
         std::vector<ColumnValue> values;
         for (const TrackField field : benchFields()) {
             if (m_tracks.isChanged(number, field)) {
@@ -218,10 +235,13 @@ private:
                     {columnOf(field).toString(), storedValue(field, m_tracks.text(number, field))});
             }
         }
-        const bool isMoved = withPlace && move(number);
+        const bool isMoved = m_moved.contains(number);
         if (isMoved) {
             values.push_back({u"Path"_s, folderOf(track.place())});
             values.push_back({u"DName"_s, path::fileName(track.place())});
+            m_movedFids.append(fidOf(number));
+            m_result.trees.append(u"Dir"_s);
+            ++m_result.renamed;
         }
         store(number, values, track.isChangedInTag() ? TagOrder::Enter : TagOrder::None);
         if (isMoved || track.place() == track.storedPlace()) {
@@ -232,29 +252,9 @@ private:
     /// The one place where a change of the bench enters a row.
     void store(int number, const std::vector<ColumnValue>& values, TagOrder order)
     {
-        if (values.empty()) {
-            return;
+        if (!values.empty()) {
+            m_step->write(fidOf(number), values, order);
         }
-        m_step->write(fidOf(number), values, order);
-    }
-
-    /// False when the file keeps its name, which is told.
-    bool move(int number)
-    {
-        const BenchTrack& track = m_tracks.at(number);
-        if (track.place() == track.storedPlace()) {
-            return false;
-        }
-        try {
-            m_moves.move(track.storedPlace(), track.place());
-        } catch (const IoError& error) {
-            m_result.problems.push_back({number, BenchFault::NotRenamed, error.reason()});
-            return false;
-        }
-        m_movedFids.append(fidOf(number));
-        m_result.trees.append(u"Dir"_s);
-        ++m_result.renamed;
-        return true;
     }
 
     void markLists()
@@ -280,6 +280,7 @@ private:
     std::vector<int> m_waiting;
     std::map<int, QString> m_newFids;
     QHash<QString, BenchTrack::Texts> m_rows;
+    QSet<int> m_moved;
     QStringList m_movedFids;
     BenchOutcome m_result;
 };

@@ -35,13 +35,13 @@ struct BenchProblem
 /// What applying has come to.
 struct BenchOutcome
 {
-    std::vector<int> written; ///< tracks whose changes are stored, new ones included
-    std::vector<BenchProblem> problems;
-    QStringList trees; ///< that are out of date with it
+    std::vector<int> written = {}; ///< tracks whose changes are stored, new ones included
+    std::vector<BenchProblem> problems = {};
+    QStringList trees = {}; ///< that are out of date with it
     int imported = 0;
     int renamed = 0;
     bool isCancelled = false; ///< nothing has changed then
-    QString reason;           ///< why, when it was not the user who cancelled
+    QString reason = {};      ///< why, when it was not the user who cancelled
 
     [[nodiscard]] bool hasChanged() const { return !written.empty(); }
 };
@@ -51,8 +51,9 @@ struct BenchOutcome
 /// database fails or the user cancels, not at all, and every file has its former name again.
 ///
 /// What it changes in the fields is one step that the console can take back. Names of files are in
-/// no step. A file gets its name first and its row follows. Lists that hold a renamed track are
-/// marked to be written again, since their files name its place.
+/// no step. Files get their names first and their rows follow; a journal beside the library tells
+/// the next tool when this one is killed in between, see RenameJournal. Lists that hold a renamed
+/// track are marked to be written again, since their files name its place.
 class BenchApply
 {
 public:
@@ -62,6 +63,7 @@ public:
         ListHistory& history; ///< gets all of it as one step
         Files& files;
         QString dataFolder;             ///< of `ChangeDir.conf`
+        QString library;                ///< full path of the database
         NewTracks* newTracks = nullptr; ///< that has read the tracks without an identifier
         bool removeEmptyFolders = false;
     };

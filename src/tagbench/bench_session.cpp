@@ -7,9 +7,11 @@
 #include "intake/folder_walk.h"
 #include "intake/new_tracks.h"
 #include "platform/db/database.h"
+#include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "tagbench/bench_library.h"
 #include "tagbench/library_visit.h"
+#include "tagbench/rename_journal.h"
 
 #include <QSet>
 
@@ -68,13 +70,15 @@ std::unique_ptr<NewTracks> BenchSession::newTracks(Database& database) const
 
 void BenchSession::load()
 {
-    if (m_mode == BenchMode::Import) {
-        return;
-    }
     const LibraryVisit library(m_parts.engine, m_library);
-    auto marked = benchlibrary::markedTracks(*library);
-    benchlibrary::forgetMarked(*library);
-    m_tracks.setTracks(std::move(marked));
+    if (const auto lock = m_parts.claim ? m_parts.claim() : nullptr; lock || !m_parts.claim) {
+        RenameJournal(m_parts.files, m_library).mend(*library);
+    }
+    if (m_mode == BenchMode::Edit) {
+        auto marked = benchlibrary::markedTracks(*library);
+        benchlibrary::forgetMarked(*library);
+        m_tracks.setTracks(std::move(marked));
+    }
 }
 
 void BenchSession::addFiles(const QStringList& places, const GoOn& goOn)
@@ -136,25 +140,17 @@ bool BenchSession::readNewFiles(NewTracks& fresh, const GoOn& goOn) const
 
 BenchOutcome BenchSession::apply(bool removeEmptyFolders, const GoOn& goOn)
 {
-    BenchOutcome outcome;
+    const auto lock = m_parts.claim ? m_parts.claim() : nullptr;
+    if (!lock && m_parts.claim) {
+        return {.isCancelled = true, .reason = texts().text(u"bench.busy")};
+    }
     QString reason;
     const auto isWanted = [&](int done, int size) {
         reason = obstacle();
         return reason.isEmpty() && goOn(done, size);
     };
-    const LibraryVisit library(m_parts.engine, m_library);
-    const auto fresh = m_mode == BenchMode::Import ? newTracks(*library) : nullptr;
-    if (fresh && !readNewFiles(*fresh, isWanted)) {
-        outcome.isCancelled = true;
-    } else {
-        BenchApply work({.database = *library,
-                         .history = m_parts.history,
-                         .files = m_parts.files,
-                         .dataFolder = m_parts.dataFolder,
-                         .newTracks = fresh.get(),
-                         .removeEmptyFolders = removeEmptyFolders});
-        outcome = work.apply(m_tracks, isWanted);
-    }
+    BenchOutcome outcome =
+        applyTo(*LibraryVisit(m_parts.engine, m_library), removeEmptyFolders, isWanted);
     outcome.reason = reason;
     if (outcome.hasChanged()) {
         m_tracks.setStored(outcome.written);
@@ -163,6 +159,23 @@ BenchOutcome BenchSession::apply(bool removeEmptyFolders, const GoOn& goOn)
         }
     }
     return outcome;
+}
+
+BenchOutcome BenchSession::applyTo(Database& library, bool removeEmptyFolders, const GoOn& goOn)
+{
+    RenameJournal(m_parts.files, m_library).mend(library);
+    const auto fresh = m_mode == BenchMode::Import ? newTracks(library) : nullptr;
+    if (fresh && !readNewFiles(*fresh, goOn)) {
+        return {.isCancelled = true};
+    }
+    return BenchApply({.database = library,
+                       .history = m_parts.history,
+                       .files = m_parts.files,
+                       .dataFolder = m_parts.dataFolder,
+                       .library = m_library,
+                       .newTracks = fresh.get(),
+                       .removeEmptyFolders = removeEmptyFolders})
+        .apply(m_tracks, goOn);
 }
 
 QStringList BenchSession::outcomeLines(const BenchOutcome& outcome) const

@@ -13,7 +13,9 @@ namespace melovane {
 
 class Clock;
 class ConfigObjects;
+class Database;
 class DBEngine;
+class FileLock;
 class Files;
 class GlobalSettings;
 class ListHistory;
@@ -44,6 +46,9 @@ public:
         const Clock& clock;
         const ConfigObjects& texts;
         QString dataFolder; ///< of `ChangeDir.conf`
+        /// Lets one tool at a time write; null while another one does. Empty where no lock can be
+        /// made.
+        std::function<std::unique_ptr<FileLock>()> claim = {};
     };
 
     BenchSession(const Parts& parts, BenchMode mode);
@@ -53,14 +58,18 @@ public:
 
     [[nodiscard]] const ConfigObjects& texts() const { return m_parts.texts; }
 
+    /// Full path of the database that the tracks are of.
+    [[nodiscard]] const QString& library() const { return m_library; }
+
     [[nodiscard]] const Parts& parts() const { return m_parts; }
 
     [[nodiscard]] BenchTracks& tracks() { return m_tracks; }
 
     [[nodiscard]] const BenchTracks& tracks() const { return m_tracks; }
 
-    /// Takes the marked tracks over from the console, which may then mark others. Nothing for new
-    /// files. \throws DbError
+    /// Takes the marked tracks over from the console, which may then mark others; for new files
+    /// there are none. Names of files that a tool left unfinished when it was killed are mended
+    /// before. \throws DbError
     void load();
 
     /// How many of how many are done; 0 of 0 while folders are looked through. False ends the work.
@@ -102,6 +111,8 @@ private:
 
     [[nodiscard]] QString obstacle() const { return whyNotNow ? whyNotNow() : QString(); }
 
+    [[nodiscard]] BenchOutcome
+    applyTo(Database& library, bool removeEmptyFolders, const GoOn& goOn);
     [[nodiscard]] bool readNewFiles(NewTracks& fresh, const GoOn& goOn) const;
 
     Parts m_parts;

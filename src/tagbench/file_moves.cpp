@@ -3,15 +3,12 @@
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 
-#include <algorithm>
-
 namespace melovane {
 
-using namespace Qt::Literals::StringLiterals;
-
-FileMoves::FileMoves(Files& files, const QString& dataFolder)
+FileMoves::FileMoves(Files& files, const QString& dataFolder, const QString& library)
     : m_files(files)
-    , m_locator(files, dataFolder)
+    , m_plan(files, dataFolder)
+    , m_journal(files, library)
 {}
 
 FileMoves::~FileMoves()
@@ -19,58 +16,61 @@ FileMoves::~FileMoves()
     takeBack();
 }
 
-QString FileMoves::targetOf(const QString& actual, const QString& stored, const QString& wanted)
+bool FileMoves::move(std::vector<FileMove>& moves, const std::function<bool(int)>& goOn)
 {
-    const QStringList from = path::components(path::parent(stored));
-    const QStringList to = path::components(path::parent(wanted));
-    qsizetype same = 0;
-    while (same < std::min(from.size(), to.size()) && from[same] == to[same]) {
-        ++same;
+    const std::vector<MovePlan::Group> groups = m_plan.groups(moves);
+    if (groups.empty()) {
+        return true;
     }
-    QString folder = path::parent(actual);
-    for (qsizetype up = same; up < from.size(); ++up) {
-        folder = path::parent(folder);
+    const auto fail = [&](const MovePlan::Group& group, const QString& reason) {
+        for (const MoveStep& step : group) {
+            moves[step.move].fault = reason;
+        }
+    };
+    const QStringList folders = m_plan.missingFolders(groups);
+    try {
+        m_journal.begin(moves, groups, folders);
+    } catch (const IoError& error) {
+        for (const MovePlan::Group& group : groups) {
+            fail(group, error.reason());
+        }
+        return true;
     }
-    for (const QString& name : to.sliced(same)) {
-        folder = path::join(folder, name);
+    m_made = folders;
+    int done = 0;
+    for (const MovePlan::Group& group : groups) {
+        if (!goOn(done++)) {
+            return false;
+        }
+        if (const QString reason = moveGroup(group); !reason.isEmpty()) {
+            fail(group, reason);
+        }
     }
-    return path::join(folder, path::fileName(wanted));
+    return true;
 }
 
-bool FileMoves::isFree(const QString& stored, const QString& wanted)
+QString FileMoves::moveGroup(const MovePlan::Group& group)
 {
-    const QString actual = m_locator.placeOf(stored);
-    if (actual.isEmpty()) {
-        return true; // move() says what is wrong
+    const size_t before = m_moved.size();
+    try {
+        for (const MoveStep& step : group) {
+            m_files.makeFolders(path::parent(step.to));
+            m_files.rename(step.from, step.to);
+            m_moved.emplace_back(step.from, step.to);
+        }
+    } catch (const IoError& error) {
+        takeBackTo(before);
+        return error.reason();
     }
-    const QString target = targetOf(actual, stored, wanted);
-    const auto there = m_files.facts(target);
-    const auto own = m_files.facts(actual);
-    return !there || (own && there->device == own->device && there->inode == own->inode);
-}
-
-void FileMoves::move(const QString& stored, const QString& wanted)
-{
-    const QString actual = m_locator.placeOf(stored);
-    if (actual.isEmpty()) {
-        throw IoError(stored, u"No such file or directory"_s);
-    }
-    const QString target = targetOf(actual, stored, wanted);
-    QStringList missing;
-    for (QString folder = path::parent(target); !folder.isEmpty() && !m_files.folderExists(folder);
-         folder = path::parent(folder)) {
-        missing.prepend(folder);
-    }
-    if (!missing.isEmpty()) {
-        m_files.makeFolders(missing.last());
-        m_made += missing;
-    }
-    m_files.rename(actual, target);
-    m_moved.emplace_back(actual, target);
+    return {};
 }
 
 void FileMoves::keep(bool removeEmptyFolders)
 {
+    for (auto folder = m_made.rbegin(); folder != m_made.rend(); ++folder) {
+        m_files.removeFolder(*folder); // of a file that could not be moved there
+    }
+    m_made.clear();
     if (removeEmptyFolders) {
         for (const auto& [from, to] : m_moved) {
             // Ends by itself at the first folder that still holds something.
@@ -80,23 +80,36 @@ void FileMoves::keep(bool removeEmptyFolders)
         }
     }
     m_moved.clear();
-    m_made.clear();
+    endJournal();
 }
 
 void FileMoves::takeBack()
 {
-    for (auto moved = m_moved.rbegin(); moved != m_moved.rend(); ++moved) {
-        try {
-            m_files.rename(moved->second, moved->first);
-        } catch (const IoError&) {
-            // Its row then names a file that is gone, which the search for missing files finds.
-        }
-    }
+    takeBackTo(0);
     for (auto folder = m_made.rbegin(); folder != m_made.rend(); ++folder) {
         m_files.removeFolder(*folder);
     }
-    m_moved.clear();
     m_made.clear();
+    endJournal();
+}
+
+void FileMoves::endJournal()
+{
+    if (m_isWhole) {
+        m_journal.end();
+    }
+}
+
+void FileMoves::takeBackTo(size_t count)
+{
+    for (size_t at = m_moved.size(); at > count; --at) {
+        try {
+            m_files.rename(m_moved[at - 1].second, m_moved[at - 1].first);
+        } catch (const IoError&) {
+            m_isWhole = false;
+        }
+    }
+    m_moved.resize(count);
 }
 
 } // namespace melovane

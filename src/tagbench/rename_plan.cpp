@@ -138,29 +138,22 @@ void RenamePlan::judge(const BenchTracks& tracks, std::vector<RenameRow>& rows)
             row.state = RenameState::Taken;
         }
     }
-    // Who wants the name of another waits until that one has gone; who waits for one that stays, or
-    // in a ring, stays too.
-    std::vector<size_t> free;
+    // Who wants the name of one that stays, stays too.
     QHash<size_t, size_t> waiting; // who waits, by whom he waits for
+    std::vector<size_t> staying;
     for (size_t index = 0; index < rows.size(); ++index) {
         const auto before = owner.constFind(foldedPlace(rows[index].place));
         if (!rows[index].isRenamed()) {
-            continue;
-        }
-        if (before == owner.cend() || *before == index) {
-            free.push_back(index);
-        } else {
+            staying.push_back(index);
+        } else if (before != owner.cend() && *before != index) {
             waiting.insert(*before, index);
         }
     }
-    for (size_t at = 0; at < free.size(); ++at) {
-        if (const auto next = waiting.constFind(free[at]); next != waiting.cend()) {
-            free.push_back(*next);
-            waiting.erase(next);
+    for (size_t at = 0; at < staying.size(); ++at) {
+        if (const auto next = waiting.constFind(staying[at]); next != waiting.cend()) {
+            rows[*next].state = RenameState::Taken;
+            staying.push_back(*next);
         }
-    }
-    for (const size_t index : std::as_const(waiting)) {
-        rows[index].state = RenameState::Taken;
     }
 }
 

@@ -333,7 +333,7 @@ TEST_F(ApplicationTest, AnEmptyDatabaseStartsTheImporterWithArgument1AndDoesNotR
     QRect place;
     bool isCovered = true;
     EXPECT_EQ(run([&](QMainWindow& window) {
-                  place = window.geometry();
+                  place = window.frameGeometry();
                   isCovered = splash() != nullptr;
               }),
               0);

@@ -125,7 +125,7 @@ TEST_F(WindowTest, AnEmptyLibraryOpensTheImporterAndOffersItAgain)
     ASSERT_TRUE(button->isVisible());
     QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_EQ(imports(), 2);
-    EXPECT_EQ(console->window.size(), QSize(800, 600));
+    EXPECT_EQ(console->window.frameGeometry().size(), QSize(800, 600));
 }
 
 TEST_F(WindowTest, TheFirstTracksOfAnEmptyLibraryAreShownThoughNothingIsAskedFor)

@@ -264,6 +264,22 @@ TEST_F(RealDisplay, TheDockedWindowComesOutOfTheTaskBarAndFillsTheLowerHalfWithI
         test::waitFor([&] { return console.window.geometry() == QRect(60, 80, 640, 400); }));
 }
 
+TEST_F(RealDisplay, OverAnEmptyLibraryTheTitleBarIsPartOfTheFirstPlace)
+{
+    test::TestLibrary library;
+    test::Console console(library);
+    console.window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&console.window, test::kLongWaitMs));
+    const QRect area = console.window.screenArea();
+    const QSize wanted = (area.size() * 2 / 3).expandedTo({800, 600}).boundedTo(area.size());
+    EXPECT_TRUE(test::waitFor([&] {
+        const QRect outer = console.window.frameGeometry();
+        return outer.top() < console.window.geometry().top() && outer.size() == wanted;
+    })) << console.window.frameGeometry().top()
+        << ' ' << console.window.frameGeometry().height() << ' ' << wanted.height();
+    EXPECT_EQ(console.window.frameGeometry().center(), area.center());
+}
+
 TEST_F(RealDisplay, AMaximisedWindowIsDockedWithTheFrameThatItThenHas)
 {
     test::TestLibrary library;

@@ -34,7 +34,8 @@ protected:
         return BenchApply({.database = *database,
                            .history = history,
                            .files = suite.files,
-                           .dataFolder = suite.dataFolder()})
+                           .dataFolder = suite.dataFolder(),
+                           .library = suite.dbName()})
             .apply(tracks, goOn);
     }
 
@@ -153,6 +154,61 @@ TEST_F(Applying, NamesMoveUpInARow)
     EXPECT_EQ(music.read(u"3.mp3"_s), test::simpleMp3(u"Zwei"_s, u"Wer"_s));
 }
 
+TEST_F(Applying, TwoFilesSwapTheirNames)
+{
+    const QString one = add(u"1.mp3"_s, u"Eins"_s);
+    const QString two = add(u"2.mp3"_s, u"Zwei"_s);
+    load();
+    tracks.change(
+        {{0, kBenchPlace, music.file(u"2.mp3"_s)}, {1, kBenchPlace, music.file(u"1.mp3"_s)}});
+    const BenchOutcome outcome = apply();
+    EXPECT_EQ(outcome.renamed, 2);
+    EXPECT_TRUE(outcome.problems.empty());
+    EXPECT_EQ(cell(one, u"DName"_s), u"2.mp3"_s);
+    EXPECT_EQ(cell(two, u"DName"_s), u"1.mp3"_s);
+    EXPECT_EQ(music.read(u"2.mp3"_s), test::simpleMp3(u"Eins"_s, u"Wer"_s));
+    EXPECT_EQ(music.read(u"1.mp3"_s), test::simpleMp3(u"Zwei"_s, u"Wer"_s));
+    EXPECT_EQ(suite.files.names(music.path()).size(), 2);
+}
+
+TEST_F(Applying, NamesGoRoundInALongRing)
+{
+    constexpr int kRing = 7;
+    QStringList fids;
+    for (int number = 0; number < kRing; ++number) {
+        fids.append(add(u"%1.mp3"_s.arg(number), u"Titel %1"_s.arg(number)));
+    }
+    load();
+    std::vector<BenchCell> cells;
+    for (int number = 0; number < kRing; ++number) {
+        cells.push_back({number, kBenchPlace, music.file(u"%1.mp3"_s.arg((number + 3) % kRing))});
+    }
+    tracks.change(cells);
+    EXPECT_EQ(apply().renamed, kRing);
+    for (int number = 0; number < kRing; ++number) {
+        const QString name = u"%1.mp3"_s.arg((number + 3) % kRing);
+        EXPECT_EQ(cell(fids[number], u"DName"_s), name);
+        EXPECT_EQ(music.read(name), test::simpleMp3(u"Titel %1"_s.arg(number), u"Wer"_s));
+    }
+    EXPECT_EQ(suite.files.names(music.path()).size(), kRing);
+}
+
+TEST_F(Applying, WhoWantsTheNameOfOneThatCannotMoveStays)
+{
+    const QString one = add(u"1.mp3"_s, u"Eins"_s);
+    add(u"2.mp3"_s, u"Zwei"_s);
+    load();
+    music.write(u"3.mp3"_s, "foreign");
+    tracks.change(
+        {{0, kBenchPlace, music.file(u"2.mp3"_s)}, {1, kBenchPlace, music.file(u"3.mp3"_s)}});
+    const BenchOutcome outcome = apply();
+    EXPECT_EQ(outcome.renamed, 0);
+    EXPECT_EQ(outcome.problems.size(), 2U);
+    EXPECT_EQ(cell(one, u"DName"_s), u"1.mp3"_s);
+    EXPECT_EQ(music.read(u"2.mp3"_s), test::simpleMp3(u"Zwei"_s, u"Wer"_s));
+    EXPECT_EQ(music.read(u"3.mp3"_s), "foreign");
+}
+
 TEST_F(Applying, ANameOfOtherCaseIsTaken)
 {
     const QString one = add(u"eins.mp3"_s, u"Eins"_s);
@@ -228,6 +284,7 @@ TEST_F(Applying, EmptiedFoldersGoWhenThatIsAskedFor)
                                              .history = history,
                                              .files = suite.files,
                                              .dataFolder = suite.dataFolder(),
+                                             .library = suite.dbName(),
                                              .removeEmptyFolders = true})
                                      .apply(tracks);
     EXPECT_EQ(outcome.renamed, 1);
@@ -265,6 +322,7 @@ TEST_F(Applying, NewFilesEnterTheLibraryWithWhatWasChanged)
                                              .history = history,
                                              .files = suite.files,
                                              .dataFolder = suite.dataFolder(),
+                                             .library = suite.dbName(),
                                              .newTracks = &fresh})
                                      .apply(tracks);
     EXPECT_EQ(outcome.imported, 1);

@@ -100,12 +100,12 @@ TEST_F(Renaming, ANameThatAnotherOneLeavesIsFree)
     EXPECT_EQ(rows[1].state, RenameState::Taken);
 }
 
-TEST_F(Renaming, ARingOfNamesStays)
+TEST_F(Renaming, NamesThatAreSwappedAreFree)
 {
     add(u"a.mp3"_s, u"b"_s);
     add(u"b.mp3"_s, u"a"_s);
-    EXPECT_EQ(plan(u"%N"_s)[0].state, RenameState::Taken);
-    EXPECT_EQ(plan(u"%N"_s)[1].state, RenameState::Taken);
+    EXPECT_EQ(plan(u"%N"_s)[0].state, RenameState::Renamed);
+    EXPECT_EQ(plan(u"%N"_s)[1].state, RenameState::Renamed);
 }
 
 TEST_F(Renaming, ANameThatDiffersInCaseAloneIsOwn)

@@ -13,8 +13,8 @@ class Files;
 /// every path that leads to the library's file. Empty when none of the folders is there.
 ///
 /// \param folders Environment::runtimeFolder and what stands in for it, as for OnlyCopy
-/// \param job     the kind of program: "rebuildtree", "storeplaylists", "writetags", "mediaintake".
-///                Keep: they look for each other's locks
+/// \param job     the kind of program: "rebuildtree", "storeplaylists", "writetags", "mediaintake",
+///                "tagbench". Keep: they look for each other's locks
 [[nodiscard]] QString jobLockFile(const Files& files,
                                   const QStringList& folders,
                                   const QString& job,

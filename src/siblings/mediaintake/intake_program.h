@@ -12,10 +12,12 @@
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
+#include "platform/linux/linux_processes.h"
 #include "platform/linux/only_copy.h"
 #include "platform/linux/tag_reader.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
+#include "platform/system/path_text.h"
 #include "shell/skin_files.h"
 #include "siblings/mediaintake/import_lock.h"
 
@@ -49,7 +51,7 @@ public:
         // Language files are looked for in the current folder.
         QDir::setCurrent(m_paths.GetConfigPath());
         MelovaneConfiguration::fill(m_texts);
-        m_session.whenOver = [this](const IntakeReport& report) { tellConsole(report); };
+        m_session.whenOver = [this](const IntakeReport& report) { tellSuite(report); };
     }
 
     /// Why there must be no import; empty when there may be one.
@@ -96,17 +98,24 @@ private:
     /// The answer to kBringToFront.
     static constexpr qint32 kIsInFront = 1;
 
-    void tellConsole(const IntakeReport& report)
+    /// The console shows the new tracks at once. The trees follow as soon as their program, which
+    /// tells the console itself, has filled the tables that the import has marked; where it is not
+    /// installed they wait for the jobs program.
+    void tellSuite(const IntakeReport& report)
     {
         if (report.rowsWritten() > 0) {
             m_control->setTarget(m_settings.MessageHandleDB());
             m_control->Send(message::kDatabaseChanged, 0, 0);
+            m_processes.startProgram(
+                path::join(m_paths.programFolder(), QStringLiteral("Task.RebuildTree")), {},
+                Processes::WindowStyle::Hidden);
         }
     }
 
     SystemClock m_clock;
     LinuxFiles m_files;
     LinuxEnvironment m_environment;
+    LinuxProcesses m_processes;
     IniProfile m_profile{m_files};
     Mod_API m_paths;
     std::unique_ptr<DBEngine> m_engine;

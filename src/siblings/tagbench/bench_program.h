@@ -8,8 +8,10 @@
 #include "config/refusals.h"
 #include "config/update_colors.h"
 #include "platform/linux/ini_profile.h"
+#include "platform/linux/job_locks.h"
 #include "platform/linux/library_loan.h"
 #include "platform/linux/linux_environment.h"
+#include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
 #include "platform/linux/tag_reader.h"
@@ -41,7 +43,7 @@ public:
         , m_texts(m_paths, m_profile, m_files)
         , m_history(*m_engine, m_files, m_clock, m_settings, {})
         , m_session({*m_engine, m_history, m_settings, m_files, *m_reader, m_clock, m_texts,
-                     m_paths.GetConfigPath()},
+                     m_paths.GetConfigPath(), claiming()},
                     mode)
     {
         // Language files are looked for in the current folder.
@@ -54,8 +56,10 @@ public:
     /// Why nothing may be changed; empty when all is well.
     [[nodiscard]] QString obstacle() const
     {
-        return refusedLibraryText(
-            m_texts, m_settings, [this](const QString& library) { return m_loan.isLent(library); });
+        return refusedLibraryText(m_texts, m_settings, [this](const QString& library) {
+            // The tracks are of the library that the tool began with.
+            return m_loan.isLent(library) || m_loan.isLent(m_session.library());
+        });
     }
 
     [[nodiscard]] const ConfigObjects& texts() const { return m_texts; }
@@ -71,6 +75,17 @@ public:
     [[nodiscard]] NoteColours noteColours() { return NoteColours::from(UpdateColors(m_settings)); }
 
 private:
+    [[nodiscard]] std::function<std::unique_ptr<FileLock>()> claiming()
+    {
+        const QString lock =
+            jobLockFile(m_files, {m_environment.runtimeFolder(), m_paths.GetConfigPath()},
+                        QStringLiteral("tagbench"), m_settings.DbName());
+        if (lock.isEmpty()) {
+            return {};
+        }
+        return [lock] { return lockFile(lock, std::chrono::milliseconds::zero()); };
+    }
+
     void tellConsole()
     {
         // It may have been started meanwhile.

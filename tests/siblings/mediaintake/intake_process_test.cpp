@@ -218,6 +218,27 @@ TEST_F(IntakeProcess, TheConsoleIsToldOnceWhenTracksHaveCome)
     EXPECT_EQ(told, 1);
 }
 
+TEST_F(IntakeProcess, TheTreesAreFilledAtOnceAndTheConsoleIsToldWhenTheyStand)
+{
+    ASSERT_TRUE(QFile::copy(QString::fromUtf8(MLV_REBUILDTREE), suite.file(u"Task.RebuildTree"_s)));
+    writeMany(3);
+    LinuxMessages messages(MessagePlace(LinuxEnvironment().runtimeFolder()));
+    const auto console = messages.makeControl();
+    QList<qint32> told;
+    console->setMessageNumber([&told](qint32 id, qint32 wParam, qint32) {
+        told.append(id == message::kJobResult ? wParam : id);
+        return 0;
+    });
+    suite.makeSettings()->SetMessageHandleDB(console->handle());
+    QProcess process;
+    process.start(m_program, quietly());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return told.contains(message::kJobTree); }, 60'000));
+    EXPECT_EQ(told, (QList<qint32>{message::kDatabaseChanged, message::kJobTree}));
+    EXPECT_EQ(suite.value(u"select count(*) from ChangeTree"_s).toLong(), 0);
+    EXPECT_EQ(suite.column(u"select Name from TREE_INTERPRET"_s), QStringList{u"Artist"_s});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 60'000));
+}
+
 TEST_F(IntakeProcess, KilledInMidImportItLeavesADatabaseThatOpensWithTheRowsItHadCommitted)
 {
     constexpr int kFiles = 4000;
