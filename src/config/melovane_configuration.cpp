@@ -52,7 +52,27 @@ void fill(ConfigObjects& catalogue)
 {
     // The settings file; the name has one spelling here, where letter case counts.
     catalogue.SetFileName(u"melovane.ini"_s);
+<<<<<<< HEAD
     forEachText([&catalogue](const BuiltInText& text) { catalogue.Add(itemOf(text)); });
+=======
+    add(catalogue, suitetexts::toolTips());
+    add(catalogue, suitetexts::messages());
+    add(catalogue, suitetexts::settingsWindow());
+    add(catalogue, suitetexts::menus());
+    add(catalogue, suitetexts::controls());
+    add(catalogue, suitetexts::settings());
+    add(catalogue, owntexts::windows());
+    add(catalogue, owntexts::columns());
+    add(catalogue, owntexts::views());
+    add(catalogue, owntexts::importer());
+    add(catalogue, owntexts::exporting());
+    add(catalogue, owntexts::lists());
+    add(catalogue, owntexts::tagWriting());
+    add(catalogue, owntexts::viewer());
+    add(catalogue, owntexts::bench());
+    add(catalogue, owntexts::care());
+    add(catalogue, owntexts::found());
+>>>>>>> integration
     catalogue.LoadAllValue();
     catalogue.LoadAllLang(catalogue.value(u"Sprach.Datei"));
 }
