@@ -28,12 +28,12 @@ using Table = std::span<const BuiltInText> (*)();
 
 /// In the order of filling: of two items with one name the first stays.
 constexpr Table kTables[] = {
-    &suitetexts::toolTips, &suitetexts::messages,    &suitetexts::settingsWindow,
-    &suitetexts::menus,    &suitetexts::controls,    &suitetexts::settings,
-    &owntexts::windows,    &owntexts::columns,       &owntexts::views,
-    &owntexts::importer,   &owntexts::exporting,     &owntexts::lists,
-    &owntexts::tagWriting, &owntexts::viewer,        &owntexts::bench,
-    &owntexts::care,       &owntexts::settingsPages,
+    &suitetexts::toolTips, &suitetexts::messages, &suitetexts::settingsWindow,
+    &suitetexts::menus,    &suitetexts::controls, &suitetexts::settings,
+    &owntexts::windows,    &owntexts::columns,    &owntexts::views,
+    &owntexts::importer,   &owntexts::exporting,  &owntexts::lists,
+    &owntexts::tagWriting, &owntexts::viewer,     &owntexts::bench,
+    &owntexts::care,       &owntexts::found,      &owntexts::settingsPages,
 };
 
 /// Calls `use(text)` for each built-in text.
@@ -52,27 +52,7 @@ void fill(ConfigObjects& catalogue)
 {
     // The settings file; the name has one spelling here, where letter case counts.
     catalogue.SetFileName(u"melovane.ini"_s);
-<<<<<<< HEAD
     forEachText([&catalogue](const BuiltInText& text) { catalogue.Add(itemOf(text)); });
-=======
-    add(catalogue, suitetexts::toolTips());
-    add(catalogue, suitetexts::messages());
-    add(catalogue, suitetexts::settingsWindow());
-    add(catalogue, suitetexts::menus());
-    add(catalogue, suitetexts::controls());
-    add(catalogue, suitetexts::settings());
-    add(catalogue, owntexts::windows());
-    add(catalogue, owntexts::columns());
-    add(catalogue, owntexts::views());
-    add(catalogue, owntexts::importer());
-    add(catalogue, owntexts::exporting());
-    add(catalogue, owntexts::lists());
-    add(catalogue, owntexts::tagWriting());
-    add(catalogue, owntexts::viewer());
-    add(catalogue, owntexts::bench());
-    add(catalogue, owntexts::care());
-    add(catalogue, owntexts::found());
->>>>>>> integration
     catalogue.LoadAllValue();
     catalogue.LoadAllLang(catalogue.value(u"Sprach.Datei"));
 }

@@ -34,11 +34,7 @@ TEST_F(MelovaneConfigurationTest, EveryItemHasATextAndNoNameIsGivenTwice)
     for (const auto& table :
          {owntexts::windows(), owntexts::columns(), owntexts::views(), owntexts::importer(),
           owntexts::exporting(), owntexts::lists(), owntexts::tagWriting(), owntexts::viewer(),
-<<<<<<< HEAD
-          owntexts::bench(), owntexts::care(), owntexts::settingsPages()}) {
-=======
-          owntexts::bench(), owntexts::care(), owntexts::found()}) {
->>>>>>> integration
+          owntexts::bench(), owntexts::care(), owntexts::found(), owntexts::settingsPages()}) {
         own += table.size();
     }
     EXPECT_EQ(texts.AllObjects().size(), static_cast<size_t>(test::suiteTextNames().size()) + own);
