@@ -4,6 +4,8 @@
 #include "platform/system/letter_case.h"
 #include "platform/system/trim_blanks.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 namespace melovane {
@@ -68,6 +70,20 @@ QString GenreList::byNumber(const QString& digits) const
 }
 
 QString GenreList::nameOf(const QString& tagText) const
+{
+    static const QString separator = u"; "_s;
+    if (!tagText.contains(separator)) {
+        return nameOfOne(tagText);
+    }
+    QStringList names;
+    for (const QString& one : tagText.split(separator)) {
+        names.append(nameOfOne(one));
+    }
+    names.removeAll(QString());
+    return names.join(separator);
+}
+
+QString GenreList::nameOfOne(const QString& tagText) const
 {
     const QString text = trimBlanks(tagText);
     if (isNumber(text)) {

@@ -6,7 +6,7 @@
 #include "platform/db/sql_text.h"
 #include "platform/system/clock.h"
 #include "platform/system/files.h"
-#include "platform/system/path_text.h"
+#include "playlists/history_file.h"
 #include "playlists/list_delta.h"
 #include "playlists/playlist_table.h"
 #include "playlists/touched_entries.h"
@@ -33,11 +33,6 @@ const QString kWordsOfBoth =
     u"select Undone, Verb, PNID, ListName, anzahl, tstamp from LIST_HISTORY "
     "where id in (select max(id) from LIST_HISTORY where undone=false) "
     "or id in (select min(id) from LIST_HISTORY where undone=true)"_s;
-
-QString sideFileOf(const QString& mainFile)
-{
-    return path::join(path::parent(mainFile), path::baseName(mainFile) + u".undo.mdb"_s);
-}
 
 FieldDef field(const QString& name, FieldType type, int size)
 {
@@ -252,7 +247,7 @@ void ListHistory::link(const QString& mainFile, const QString& sideFile) const
 
 bool ListHistory::follow(Database& database) const
 {
-    const QString sideFile = sideFileOf(database.Name());
+    const QString sideFile = historyFileOf(database.Name());
     if (isLinkedTo(database, sideFile)) {
         return true;
     }
@@ -271,7 +266,7 @@ bool ListHistory::follow(Database& database) const
 bool ListHistory::prepare(Database& database)
 {
     const QString mainFile = database.Name();
-    const QString sideFile = sideFileOf(mainFile);
+    const QString sideFile = historyFileOf(mainFile);
     const auto make = [&] { makeSideFile(mainFile, sideFile); };
     const auto use = [&] {
         if (!isLinkedTo(database, sideFile)) {

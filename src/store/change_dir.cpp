@@ -38,6 +38,25 @@ std::vector<Record> parse(const QString& text)
     return records;
 }
 
+QString withMappings(const QString& text, const std::vector<Record>& records)
+{
+    QString result = text;
+    for (const Record& record : records) {
+        const QString line = record.oldFolder + u" ?? "_s + record.newFolder;
+        const bool isWhole =
+            !record.newFolder.isEmpty() && parse(line) == std::vector<Record>{record};
+        const std::vector<Record> known = parse(result);
+        if (!isWhole || std::find(known.begin(), known.end(), record) != known.end()) {
+            continue;
+        }
+        if (!result.isEmpty() && !result.endsWith(u'\n')) {
+            result += u'\n';
+        }
+        result += line + u'\n';
+    }
+    return result;
+}
+
 std::optional<QString> mapped(const Record& record, QStringView folder)
 {
     const QStringList old = path::components(record.oldFolder);

@@ -51,6 +51,7 @@ constexpr Command kCommands[] = {
     {u"mnuDelDayCount", kWrites},
     {u"mnuViewDel", kLibrary},
     {u"mnuNoExistAnzeigen", kLibrary},
+    {u"mnuNoExistSuchen", kWrites},
     {u"mnuToDatei", kWrites, u"Task.WriteTags"},
     {u"mnuRefreshTree", kLibrary, u"Task.RebuildTree"},
     // Tool bars and row menus.

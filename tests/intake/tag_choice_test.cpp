@@ -109,6 +109,8 @@ TEST_F(Genres, NumbersInAllTheirFormsGiveTheName)
     EXPECT_EQ(m_list.nameOf(u"17"_s), u"Rock"_s);
     EXPECT_EQ(m_list.nameOf(u"(17)"_s), u"Rock"_s);
     EXPECT_EQ(m_list.nameOf(u"(17)(18)"_s), u"Rock"_s);
+    EXPECT_EQ(m_list.nameOf(u"17; (17)rock; Eigenes; 254"_s), u"Rock; Rock; Eigenes"_s)
+        << "several values of a tag";
     EXPECT_EQ(m_list.nameOf(u"(17)rock"_s), u"Rock"_s);
     EXPECT_EQ(m_list.nameOf(u"(17)Krautrock"_s), u"Krautrock"_s);
     EXPECT_EQ(m_list.nameOf(u"(RX)"_s), u"Remix"_s);

@@ -52,6 +52,25 @@ TEST(ChangeDir, MappingsKeepTheOrderOfTheFile)
     EXPECT_EQ(records[0].oldFolder, u"C:\\b"_s);
 }
 
+TEST(ChangeDir, NewMappingsStandBehindWhatIsThereAndEveryLineOfItStays)
+{
+    const QString before = u"# by hand\r\nC:\\Music ?? /m\r\nno mapping ?? a ?? b"_s;
+    const auto added = mapping(u"/alt/Pop/"_s, u"/neu/Pop/"_s);
+    const QString after = changedir::withMappings(before, {added, added});
+    EXPECT_EQ(after, before + u"\n/alt/Pop/ ?? /neu/Pop/\n"_s);
+    EXPECT_EQ(changedir::withMappings(after, {added}), after);
+    EXPECT_EQ(parse(after).back(), added);
+    EXPECT_EQ(changedir::withMappings({}, {added}), u"/alt/Pop/ ?? /neu/Pop/\n"_s);
+}
+
+TEST(ChangeDir, AMappingThatNoLineCanHoldIsLeftOut)
+{
+    for (const QString& folder : {u"/a??b/"_s, u"/a\nb/"_s, u" /ab/"_s, u""_s}) {
+        EXPECT_EQ(changedir::withMappings(u"x"_s, {mapping(folder, u"/neu/"_s)}), u"x"_s);
+        EXPECT_EQ(changedir::withMappings(u"x"_s, {mapping(u"/alt/"_s, folder)}), u"x"_s);
+    }
+}
+
 TEST(ChangeDir, AFolderBelowIsMappedWithTheSeparatorsOfTheNewFolder)
 {
     EXPECT_EQ(mapped(mapping(u"C:\\Music\\"_s, u"/m"_s), u"C:\\Music\\Rock\\80s\\"),

@@ -4,41 +4,17 @@
 #include "platform/db/recordset.h"
 #include "platform/media/cover_reader.h"
 #include "platform/media/picture_maker.h"
-#include "platform/system/worker.h"
+#include "support/held_worker.h"
 #include "trackedit/cover_change.h"
 #include "trackedit/cover_files.h"
 #include "trackedit/covers.h"
 #include "trackedit/panel_fixture.h"
 #include "trackedit/save_image.h"
 
-#include <deque>
-
 namespace melovane {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
-
-/// Works when the test says so.
-class HeldWorker : public Worker
-{
-public:
-    void run(std::function<void()> work, std::function<void()> done) override
-    {
-        waiting.emplace_back(std::move(work), std::move(done));
-    }
-
-    void finish()
-    {
-        while (!waiting.empty()) {
-            const auto [work, done] = waiting.front();
-            waiting.pop_front();
-            work();
-            done();
-        }
-    }
-
-    std::deque<std::pair<std::function<void()>, std::function<void()>>> waiting;
-};
 
 class TagsWithCover : public CoverReader
 {
@@ -152,7 +128,7 @@ protected:
     TagsWithCover reader;
     NamedPictures pictures;
     WrittenTags writer;
-    HeldWorker worker;
+    test::HeldWorker worker;
     OneFile chooser;
     HeardWarnings warnings;
     QStringList told;

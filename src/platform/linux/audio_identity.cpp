@@ -1,8 +1,8 @@
 #include "platform/linux/audio_identity.h"
 
-#include "platform/linux/id3_tags.h"
 #include "platform/linux/mpeg_audio.h"
 #include "platform/linux/mpeg_file.h"
+#include "platform/linux/tag_places.h"
 
 #include <xxhash.h>
 
@@ -26,13 +26,12 @@ struct Span
 
 std::optional<Span> soundOf(MpegFile& file)
 {
-    TrackTags unused;
-    const LeadingTags leading = readId3v2(file, unused);
-    if (leading.oversized) {
+    const TagPlaces places = tagPlaces(file);
+    if (places.oversized) {
         return std::nullopt;
     }
-    const qint64 end = audioEnd(file, leading.end);
-    const auto begin = soundBegin(file, leading.end, end);
+    const qint64 end = places.soundEnd;
+    const auto begin = soundBegin(file, places.soundBegin, end);
     return begin && *begin < end ? std::optional(Span{*begin, end}) : std::nullopt;
 }
 

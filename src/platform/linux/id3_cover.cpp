@@ -3,6 +3,7 @@
 #include "platform/linux/id3_frames.h"
 #include "platform/linux/own_frames.h"
 #include "platform/linux/tag_parts.h"
+#include "platform/linux/tag_places.h"
 
 #include <algorithm>
 #include <array>
@@ -14,7 +15,6 @@ namespace melovane::linux_media {
 namespace {
 
 constexpr qint64 kHeaderLength = 10;
-constexpr int kMaxTags = 8;
 
 /// What stands in front of the bytes of a picture is no longer than this.
 constexpr qint64 kLongestHead = qint64{4} * 1024;
@@ -142,22 +142,19 @@ void readPictures(const TagBody& body, int version, bool isUnsynchronised, qint6
     }
 }
 
-void readTag(MpegFile& file, qint64 begin, qint64 length, int version, unsigned flags, Best& best)
+void readTag(MpegFile& file, const Id3Place& tag, Best& best)
 {
-    constexpr unsigned kUnsynchronised = 0x80;
-    constexpr unsigned kExtended = 0x40;
-    const bool isUnsynchronised = (flags & kUnsynchronised) != 0;
-    if (version == 2 && (flags & kExtended) != 0) {
-        return; // a compression that was never defined
+    const bool isDecoded = tag.isUnsynchronised() && tag.version != 4;
+    if (tag.version == 2 && tag.isExtended()) {
+        return;
     }
-    if (isUnsynchronised && version != 4 && length > MpegFile::kLargestPiece) {
+    if (isDecoded && tag.length > MpegFile::kLargestPiece) {
         return; // it would have to be decoded as a whole
     }
-    const TagBody body = isUnsynchronised && version != 4
-                             ? TagBody(synchronised(file.at(begin, length)))
-                             : TagBody(file, begin, length);
-    const qint64 skip = (flags & kExtended) != 0 ? extendedHeader(body, version) : 0;
-    readPictures(body, version, isUnsynchronised, skip, best);
+    const TagBody body = isDecoded ? TagBody(synchronised(file.at(tag.begin, tag.length)))
+                                   : TagBody(file, tag.begin, tag.length);
+    const qint64 skip = tag.isExtended() ? extendedHeader(body, tag.version) : 0;
+    readPictures(body, tag.version, tag.isUnsynchronised(), skip, best);
 }
 
 } // namespace
@@ -166,26 +163,10 @@ QByteArray Id3CoverReader::cover(const QString& path) const
 {
     MpegFile file(path);
     Best best;
-    qint64 at = 0;
-    for (int i = 0; i < kMaxTags && file.isOpen(); ++i) {
-        const Bytes header = file.at(at, kHeaderLength);
-        if (header.size() < size_t(kHeaderLength) || std::memcmp(header.data(), "ID3", 3) != 0 ||
-            header[3] == 0xFF) {
-            break;
+    if (file.isOpen()) {
+        for (const Id3Place& tag : tagPlaces(file).id3v2) {
+            readTag(file, tag, best);
         }
-        const int version = header[3];
-        const unsigned flags = header[5];
-        const qint64 size = tagSize(header.data() + 6);
-        constexpr unsigned kFooter = 0x10;
-        const qint64 footer = version == 4 && (flags & kFooter) != 0 ? kHeaderLength : 0;
-        const qint64 begin = at + kHeaderLength;
-        if (size > file.size() - begin - footer) {
-            break;
-        }
-        if (version >= 2 && version <= 4) {
-            readTag(file, begin, size, version, flags, best);
-        }
-        at = begin + size + footer;
     }
     return best.bytes;
 }

@@ -4,7 +4,7 @@
 
 namespace melovane::linux_media {
 
-/// Reads the pictures of ID3v2 tags at the beginning of a file, of versions 2.2, 2.3 and 2.4. Sizes
+/// Reads the pictures of the ID3v2 tags of a file, of versions 2.2, 2.3 and 2.4. Sizes
 /// are never trusted. Has no state.
 class Id3CoverReader : public CoverReader
 {

@@ -41,6 +41,13 @@ enum class FrameContent
 /// By the name of a frame, four letters or the three of version 2.2 in one number.
 [[nodiscard]] FrameContent contentOf(quint32 name);
 
+/// True for a frame all values of which count: artists and genres of version 4. Elsewhere a zero
+/// ends the text.
+[[nodiscard]] inline bool holdsValues(FrameContent content, int version)
+{
+    return version == 4 && (content == FrameContent::Interpret || content == FrameContent::Genre);
+}
+
 /// The frames of one tag: bytes of the file, or of memory when they had to be decoded first.
 class TagBody
 {

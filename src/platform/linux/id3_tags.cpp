@@ -3,22 +3,22 @@
 #include "platform/linux/id3_frames.h"
 #include "platform/linux/id3_text.h"
 #include "platform/linux/mpeg_file.h"
+#include "platform/linux/tag_places.h"
 
 #include <QHash>
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <string_view>
 #include <vector>
 
 namespace melovane::linux_media {
 
 namespace {
 
-constexpr qint64 kHeaderLength = 10;
 /// Of an unsynchronised tag so much is read; texts stand in front of pictures in practice.
 constexpr qint64 kLongestUnsynchronised = qint64{1024} * 1024;
-constexpr int kMaxTags = 8;
 
 void keepFirst(QString& field, const QString& text)
 {
@@ -62,20 +62,14 @@ void takeUserText(TrackTags& tags, Bytes body)
     }
 }
 
-void takeRating(TrackTags& tags, Bytes body)
-{
-    constexpr size_t kLength = sizeof(kRatingAddress); // with its terminator
-    if (body.size() > kLength && std::memcmp(body.data(), kRatingAddress, kLength) == 0) {
-        keepFirst(tags.Note, ratingOfByte(body[kLength]));
-    }
-}
-
 /// The fields of a tag while its frames are read.
 struct Collected
 {
     TrackTags& tags;
     QString year;
     QString recordingTime;
+    FoundRating rating;
+    int version = 3; ///< of the tag whose frames are read
 };
 
 QString* textField(Collected& into, FrameContent content)
@@ -114,13 +108,15 @@ void takeFrame(Collected& into, FrameContent content, Bytes body)
         return;
     }
     if (QString* field = textField(into, content)) {
-        keepFirst(*field, decodeText(body[0], body.subspan(1)));
+        const Bytes text = body.subspan(1);
+        keepFirst(*field, holdsValues(content, into.version) ? decodeValues(body[0], text)
+                                                             : decodeText(body[0], text));
     } else if (content == FrameContent::Comment) {
         takeComment(into.tags, body);
     } else if (content == FrameContent::UserText) {
         takeUserText(into.tags, body);
     } else if (content == FrameContent::Rating) {
-        takeRating(into.tags, body);
+        into.rating.take(body);
     }
 }
 
@@ -144,28 +140,38 @@ void readFramesFrom(qint64 place, const FrameWalk& walk, Collected& into)
     }
 }
 
-void readFrames(MpegFile& file,
-                qint64 begin,
-                qint64 length,
-                int version,
-                unsigned flags,
-                Collected& into)
+void readTag(MpegFile& file, const Id3Place& tag, Collected& into)
 {
-    constexpr unsigned kUnsynchronised = 0x80;
-    constexpr unsigned kExtended = 0x40;
-    const bool unsynchronised = (flags & kUnsynchronised) != 0;
-    if (version == 2 && (flags & kExtended) != 0) {
-        return; // a compression that was never defined
+    if (tag.version == 2 && tag.isExtended()) {
+        return;
     }
     const TagBody body =
-        unsynchronised && version != 4
-            ? TagBody(synchronised(file.at(begin, std::min(length, kLongestUnsynchronised))))
-            : TagBody(file, begin, length);
-    const qint64 skip = (flags & kExtended) != 0 ? extendedHeader(body, version) : 0;
-    readFramesFrom(skip, FrameWalk(body, version, unsynchronised), into);
+        tag.isUnsynchronised() && tag.version != 4
+            ? TagBody(
+                  synchronised(file.at(tag.begin, std::min(tag.length, kLongestUnsynchronised))))
+            : TagBody(file, tag.begin, tag.length);
+    const qint64 skip = tag.isExtended() ? extendedHeader(body, tag.version) : 0;
+    into.version = tag.version;
+    readFramesFrom(skip, FrameWalk(body, tag.version, tag.isUnsynchronised()), into);
 }
 
 } // namespace
+
+void FoundRating::take(Bytes content)
+{
+    const auto end = std::find(content.begin(), content.end(), quint8{0});
+    if (content.end() - end < 2) {
+        return;
+    }
+    const QString rating = ratingOfByte(*(end + 1));
+    const std::string_view address(reinterpret_cast<const char*>(content.data()),
+                                   size_t(end - content.begin()));
+    if (address == kRatingAddress) {
+        own = own.value_or(rating);
+    } else {
+        keepFirst(foreign, rating);
+    }
+}
 
 QString ratingOfByte(int byte)
 {
@@ -176,34 +182,15 @@ QString ratingOfByte(int byte)
     return QString::number(stars);
 }
 
-LeadingTags readId3v2(MpegFile& file, TrackTags& tags)
+void readId3v2(MpegFile& file, const TagPlaces& places, TrackTags& tags)
 {
-    LeadingTags result;
-    Collected into{tags, {}, {}};
-    for (int i = 0; i < kMaxTags; ++i) {
-        const Bytes header = file.at(result.end, kHeaderLength);
-        if (header.size() < kHeaderLength || std::memcmp(header.data(), "ID3", 3) != 0 ||
-            header[3] == 0xFF) {
-            break;
-        }
-        const int version = header[3];
-        const unsigned flags = header[5];
-        const qint64 size = tagSize(header.data() + 6);
-        constexpr unsigned kFooter = 0x10;
-        const qint64 footer = version == 4 && (flags & kFooter) != 0 ? kHeaderLength : 0;
-        const qint64 begin = result.end + kHeaderLength;
-        if (size > file.size() - begin - footer) {
-            result.oversized = true;
-            break;
-        }
-        if (version >= 2 && version <= 4) {
-            tags.hasId3v2 = true;
-            readFrames(file, begin, size, version, flags, into);
-        }
-        result.end = begin + size + footer;
+    Collected into{tags, {}, {}, {}};
+    for (const Id3Place& tag : places.id3v2) {
+        readTag(file, tag, into);
     }
+    tags.hasId3v2 = places.hasLeading;
     tags.id3v2.Jahr = into.year.isEmpty() ? yearOfRecordingTime(into.recordingTime) : into.year;
-    return result;
+    tags.Note = into.rating.shown();
 }
 
 void readId3v1(MpegFile& file, TrackTags& tags)

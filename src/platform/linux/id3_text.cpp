@@ -1,5 +1,7 @@
 #include "platform/linux/id3_text.h"
 
+#include <QStringDecoder>
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -73,16 +75,33 @@ QString fromWide(std::span<const quint8> bytes, bool bigEndian)
     return text;
 }
 
+/// The upper bytes of most letters are zero.
+bool isBigEndianWithoutMark(std::span<const quint8> bytes)
+{
+    int upperFirst = 0;
+    for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        upperFirst += (bytes[i] == 0 ? 1 : 0) - (bytes[i + 1] == 0 ? 1 : 0);
+    }
+    return upperFirst > 0;
+}
+
 QString fromUtf16WithMark(std::span<const quint8> bytes)
 {
-    bool bigEndian = false;
+    bool bigEndian = isBigEndianWithoutMark(bytes);
     if (bytes.size() >= 2 && bytes[0] == 0xFE && bytes[1] == 0xFF) {
         bigEndian = true;
         bytes = bytes.subspan(2);
     } else if (bytes.size() >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) {
+        bigEndian = false;
         bytes = bytes.subspan(2);
     }
     return fromWide(bytes, bigEndian);
+}
+
+QString fromUtf8(std::span<const quint8> bytes)
+{
+    return QString::fromUtf8(reinterpret_cast<const char*>(bytes.data()),
+                             static_cast<qsizetype>(bytes.size()));
 }
 
 QString fromSingleBytes(std::span<const quint8> bytes)
@@ -104,7 +123,7 @@ QString decodeText(int encoding, std::span<const quint8> bytes)
     QString text;
     switch (encoding) {
     case kLatin1:
-        text = fromSingleBytes(bytes);
+        text = isUtf8InSingleBytes(bytes) ? fromUtf8(bytes) : fromSingleBytes(bytes);
         break;
     case kUtf16:
         text = fromUtf16WithMark(bytes);
@@ -113,12 +132,37 @@ QString decodeText(int encoding, std::span<const quint8> bytes)
         text = fromWide(bytes, true);
         break;
     case kUtf8:
-        text = QString::fromUtf8(reinterpret_cast<const char*>(bytes.data()),
-                                 static_cast<qsizetype>(bytes.size()));
+        text = fromUtf8(bytes);
         break;
     }
     cutBlanksAtEnd(text);
     return text;
+}
+
+QString decodeValues(int encoding, std::span<const quint8> bytes)
+{
+    QString result;
+    while (!bytes.empty() && result.size() < kLongestText) {
+        const QString value = decodeText(encoding, bytes);
+        if (!result.isEmpty() && !value.isEmpty()) {
+            result += kValueSeparator;
+        }
+        result += value;
+        bytes = behindText(encoding, bytes);
+    }
+    return result.left(kLongestText);
+}
+
+bool isUtf8InSingleBytes(std::span<const quint8> bytes)
+{
+    if (std::all_of(bytes.begin(), bytes.end(), [](quint8 byte) { return byte < 0x80; })) {
+        return false;
+    }
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = decoder(QByteArrayView(bytes.data(), qsizetype(bytes.size())));
+    return !decoder.hasError() && std::none_of(text.begin(), text.end(), [](QChar letter) {
+        return letter.unicode() >= 0x80 && letter.unicode() < 0xA0;
+    });
 }
 
 std::span<const quint8> behindText(int encoding, std::span<const quint8> bytes)
@@ -152,7 +196,9 @@ NamedText decodeUserText(std::span<const quint8> content)
 
 QString decodeSingleBytes(std::span<const quint8> bytes)
 {
-    return decodeText(kLatin1, bytes);
+    QString text = fromSingleBytes(bytes.first(textLength(kLatin1, bytes)));
+    cutBlanksAtEnd(text);
+    return text;
 }
 
 QString yearOfRecordingTime(const QString& text)

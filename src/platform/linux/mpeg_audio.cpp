@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <string_view>
 
 namespace melovane::linux_media {
 
@@ -251,59 +250,7 @@ AudioReading refused(MediaFault fault, const char16_t* detail)
     return {fault, QString::fromUtf16(detail), {}, false};
 }
 
-/// Length of the tag that ends at `end`, or 0.
-qint64 tagInFrontOf(MpegFile& file, qint64 end)
-{
-    const auto has = [&](qint64 distance, std::string_view mark) {
-        const auto bytes = file.at(end - distance, static_cast<qint64>(mark.size()));
-        return bytes.size() == mark.size() &&
-               std::memcmp(bytes.data(), mark.data(), mark.size()) == 0;
-    };
-    if (has(128, "TAG")) {
-        return has(128 + 227, "TAG+") ? 128 + 227 : 128;
-    }
-    if (has(32, "APETAGEX")) {
-        const auto bytes = file.at(end - 20, 16);
-        if (bytes.size() < 12) {
-            return 0;
-        }
-        const auto little = [&](size_t at) {
-            return quint32{bytes[at]} | quint32{bytes[at + 1]} << 8U |
-                   quint32{bytes[at + 2]} << 16U | quint32{bytes[at + 3]} << 24U;
-        };
-        const bool withHeader = (little(8) & 0x80000000U) != 0;
-        return qint64{little(0)} + (withHeader ? 32 : 0);
-    }
-    if (has(9, "LYRICS200")) {
-        const auto digits = file.at(end - 15, 6);
-        const QByteArray text(reinterpret_cast<const char*>(digits.data()),
-                              static_cast<qsizetype>(digits.size()));
-        return qint64{text.toUInt()} + 15;
-    }
-    if (has(10, "3DI")) {
-        const auto size = file.at(end - 4, 4);
-        return size.size() == 4 ? qint64{sevenBits32(size.data())} + 20 : 0;
-    }
-    return 0;
-}
-
 } // namespace
-
-qint64 audioEnd(MpegFile& file, qint64 begin)
-{
-    qint64 end = file.size();
-    constexpr int kMaxTags = 6;
-    for (int i = 0; i < kMaxTags; ++i) {
-        // The smallest look is at the last 355 bytes: one piece for all questions.
-        static_cast<void>(file.at(std::max<qint64>(0, end - 355), 355));
-        const qint64 length = tagInFrontOf(file, end);
-        if (length <= 0 || end - length < begin) {
-            break;
-        }
-        end -= length;
-    }
-    return end;
-}
 
 std::optional<qint64> soundBegin(MpegFile& file, qint64 begin, qint64 end)
 {

@@ -18,10 +18,6 @@ struct AudioReading
     bool needsDecoder = false;
 };
 
-/// Where the sound of a file ends: in front of the tags at its end (ID3v1, Lyrics3, APE, a copy of
-/// an ID3v2 tag).
-[[nodiscard]] qint64 audioEnd(MpegFile& file, qint64 begin);
-
 /// Where the sound begins: at the first frame from `begin` on, behind it when that one is a header
 /// (Xing, Info, VBRI), which programs rewrite while the sound stays. Nothing without a frame; where
 /// frames name no bit rate, `begin` itself.

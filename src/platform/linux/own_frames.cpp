@@ -50,12 +50,19 @@ constexpr std::array kFrameNames = std::to_array<FrameName>({
     {FrameContent::Picture, "PIC", "APIC"},
 });
 
+Bytes viewOf(const QByteArray& bytes)
+{
+    return {reinterpret_cast<const quint8*>(bytes.constData()), size_t(bytes.size())};
+}
+
 /// Single bytes are read as Windows-1252, which has other letters at 0x80 to 0x9F.
 bool fitsSingleBytes(const QString& text)
 {
-    return std::all_of(text.begin(), text.end(), [](QChar letter) {
+    const bool isNarrow = std::all_of(text.begin(), text.end(), [](QChar letter) {
         return letter.unicode() < 0x80 || (letter.unicode() >= 0xA0 && letter.unicode() <= 0xFF);
     });
+    // What is UTF-8 by chance would be read as such.
+    return isNarrow && !isUtf8InSingleBytes(viewOf(text.toLatin1()));
 }
 
 Encoding encodingOf(const QString& text, int version)
@@ -117,6 +124,17 @@ QByteArray userTextContent(const QString& name, const QString& text, int version
 {
     const Encoding encoding = encodingOf(name + text, version);
     return char(encoding) + terminated(name, encoding) + encoded(text, encoding);
+}
+
+/// The text as its frame holds it: several values stand there with zeros between them.
+QString valuesOf(const OwnField& field, const QString& text, int version, Bytes former)
+{
+    QString values = text;
+    if (holdsValues(field.content, version) && !former.empty() &&
+        !behindText(former[0], former.subspan(1)).empty()) {
+        values.replace(kValueSeparator.toString(), QString(QChar(u'\0')));
+    }
+    return values;
 }
 
 struct Picture
@@ -192,7 +210,7 @@ bool holdsField(const OwnField& field, Bytes plain)
     }
 }
 
-QString fieldText(const OwnField& field, Bytes plain)
+QString fieldText(const OwnField& field, Bytes plain, int version)
 {
     if (plain.empty() || !holdsField(field, plain)) {
         return {};
@@ -205,7 +223,8 @@ QString fieldText(const OwnField& field, Bytes plain)
     case FrameContent::Rating:
         return ratingOfByte(plain[size_t(kAddressLength)]);
     default:
-        return decodeText(plain[0], plain.subspan(1));
+        return holdsValues(field.content, version) ? decodeValues(plain[0], plain.subspan(1))
+                                                   : decodeText(plain[0], plain.subspan(1));
     }
 }
 
@@ -221,8 +240,9 @@ QByteArray contentWith(const OwnField& field, const QString& text, int version, 
     case FrameContent::Rating:
         return ratingContent(ratingByte(text), former);
     default:
-        const Encoding encoding = encodingOf(text, version);
-        return char(encoding) + encoded(text, encoding);
+        const QString values = valuesOf(field, text, version, former);
+        const Encoding encoding = encodingOf(values, version);
+        return char(encoding) + encoded(values, encoding);
     }
 }
 

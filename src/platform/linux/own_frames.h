@@ -25,7 +25,7 @@ struct OwnField
 [[nodiscard]] bool holdsField(const OwnField& field, Bytes plain);
 
 /// The field as the reader of tags shows it; empty when the frame has none.
-[[nodiscard]] QString fieldText(const OwnField& field, Bytes plain);
+[[nodiscard]] QString fieldText(const OwnField& field, Bytes plain, int version);
 
 /// The content of a frame with another text.
 ///
@@ -33,7 +33,7 @@ struct OwnField
 /// \param former the content that it replaces, or nothing: language, spelling of the name and the
 ///               counter of plays stay
 /// Letters are stored as single bytes where all of them fit, else as UTF-16 with a byte order mark,
-/// in version 4 as UTF-8.
+/// in version 4 as UTF-8. A field that had several values gets several ones again.
 [[nodiscard]] QByteArray
 contentWith(const OwnField& field, const QString& text, int version, Bytes former);
 

@@ -1,9 +1,11 @@
 #include "platform/linux/tag_reader.h"
 
+#include "platform/linux/ape_tag.h"
 #include "platform/linux/id3_tags.h"
 #include "platform/linux/mpeg_audio.h"
 #include "platform/linux/mpeg_decoder.h"
 #include "platform/linux/mpeg_file.h"
+#include "platform/linux/tag_places.h"
 
 namespace melovane::linux_media {
 
@@ -29,14 +31,17 @@ MediaReading LinuxTagReader::read(const QString& path) const
         return refused(MediaFault::Empty, QStringLiteral("media.empty"));
     }
     MediaReading reading;
-    const LeadingTags leading = readId3v2(file, reading.tags);
-    if (leading.oversized) {
+    const TagPlaces places = tagPlaces(file);
+    if (places.oversized) {
         return refused(MediaFault::TagSize, QStringLiteral("media.tagsize"));
     }
-    const qint64 end = audioEnd(file, leading.end);
-    AudioReading audio = readAudio(file, leading.end, end);
+    readId3v2(file, places, reading.tags);
+    if (places.id3v2.empty() && places.ape) {
+        readApe(file, *places.ape, reading.tags.id3v2);
+    }
+    AudioReading audio = readAudio(file, places.soundBegin, places.soundEnd);
     if (audio.needsDecoder) {
-        audio = decodeLength(path, end - leading.end);
+        audio = decodeLength(path, places.soundEnd - places.soundBegin);
     }
     if (audio.fault != MediaFault::None) {
         return refused(audio.fault, audio.detail);

@@ -129,8 +129,28 @@ void TagSplice::takeApart(Bytes front)
     m_possible = front.empty() && std::holds_alternative<TagParts>(m_tags.front());
 }
 
+FoundRating TagSplice::rating() const
+{
+    FoundRating rating;
+    for (const Tag& tag : m_tags) {
+        const auto* const parts = std::get_if<TagParts>(&tag);
+        if (parts == nullptr) {
+            continue;
+        }
+        for (const StoredFrame& frame : parts->frames()) {
+            if (frame.content == FrameContent::Rating) {
+                rating.take(frame.plainBytes());
+            }
+        }
+    }
+    return rating;
+}
+
 QString TagSplice::shown(const OwnField& field) const
 {
+    if (field.content == FrameContent::Rating) {
+        return rating().shown();
+    }
     for (const Tag& tag : m_tags) {
         const auto* const parts = std::get_if<TagParts>(&tag);
         if (parts == nullptr) {
@@ -138,7 +158,7 @@ QString TagSplice::shown(const OwnField& field) const
         }
         for (const StoredFrame& frame : parts->frames()) {
             if (frame.content == field.content) {
-                const QString text = fieldText(field, frame.plainBytes());
+                const QString text = fieldText(field, frame.plainBytes(), parts->version());
                 if (!text.isEmpty()) {
                     return text;
                 }
@@ -155,7 +175,9 @@ void TagSplice::setText(const OwnField& field, const QString& wanted)
     if (text == before || isSameNumber(field.content, before, text)) {
         return;
     }
-    if (text.isEmpty()) {
+    // Ours without a rating says that none of another program counts.
+    const bool isTold = field.content == FrameContent::Rating && !rating().foreign.isEmpty();
+    if (text.isEmpty() && !isTold) {
         takeOut(field, 0);
     } else {
         put(field, withTotal(field.content, before, text));

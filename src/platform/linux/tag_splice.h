@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/id3_tags.h"
 #include "platform/linux/tag_parts.h"
 #include "platform/media/tag_writer.h"
 
@@ -51,6 +52,7 @@ private:
     void putCover(StoredFrame frame);
     void put(const OwnField& field, const QString& text);
     void takeOut(const OwnField& field, size_t firstTag);
+    [[nodiscard]] FoundRating rating() const;
     [[nodiscard]] QString shown(const OwnField& field) const;
 
     [[nodiscard]] TagParts& first() { return std::get<TagParts>(m_tags.front()); }

@@ -9,11 +9,14 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     , desk(room)
     , suite(talk)
     , lists(steps)
+    , cleaning(base, room, talk)
 {}
 
 CareCommands CareWing::commands()
 {
-    return {};
+    CareCommands all;
+    all.insert(cleaning.commands());
+    return all;
 }
 
 } // namespace melovane

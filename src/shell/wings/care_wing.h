@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/mlvdb_parts.h"
+#include "shell/wings/cleaning_wing.h"
 
 namespace melovane {
 
@@ -21,6 +22,7 @@ struct CareWing
     Desk& desk;
     SuiteWing& suite;
     ListsWing& lists;
+    CleaningWing cleaning;
 };
 
 } // namespace melovane

@@ -122,7 +122,7 @@ public:
     [[nodiscard]] bool
     copy(const QString& source, const QString& target, const SliceStep& step) override
     {
-        Connection from(source, m_options);
+        Connection from(source, asItIs(source));
         NewFile file(target);
         {
             const Handle to = openPlain(target, SQLITE_OPEN_READWRITE);
@@ -144,7 +144,10 @@ public:
     [[nodiscard]] std::optional<QStringList>
     check(const QString& name, Depth depth, const SliceStep& step) override
     {
-        Connection connection(name, m_options);
+        Connection connection(name, asItIs(name));
+        if (!step(0, 0)) {
+            return std::nullopt;
+        }
         SliceStep question = step;
         sqlite3_progress_handler(connection.handle(), kStepsOfSlice, askStep, &question);
         QStringList lines;
@@ -163,15 +166,21 @@ public:
         return lines;
     }
 
+    [[nodiscard]] qint64 rows(const QString& name, const QString& table) override
+    {
+        Connection connection(name, asItIs(name));
+        return connection.number(u"SELECT count(*) FROM \"%1\""_s.arg(table));
+    }
+
     void reindex(const QString& name) override
     {
-        execute(Connection(name, m_options).handle(), "REINDEX");
+        execute(Connection(name, asItIs(name)).handle(), "REINDEX");
     }
 
     [[nodiscard]] bool
     restore(const QString& source, const QString& library, const SliceStep& step) override
     {
-        Connection target(library, m_options);
+        Connection target(library, asItIs(library));
         const Handle from = openPlain(source, SQLITE_OPEN_READONLY);
         requireSamePages(from.get(), target.handle(), library);
         if (!copyInSlices(from.get(), target.handle(), step)) {
@@ -184,6 +193,24 @@ public:
     }
 
 private:
+    /// A file keeps its kind of journal: a copy needs none, whoever looks into it.
+    [[nodiscard]] ConnectionOptions asItIs(const QString& name) const
+    {
+        bool isWal = true;
+        const auto take = [](void* result, int, char** cells, char**) {
+            *static_cast<bool*>(result) = qstrcmp(cells[0], "wal") == 0;
+            return 0;
+        };
+        if (fileId(name)) {
+            // One that cannot be read is refused where it is opened for the work.
+            sqlite3_exec(openPlain(name, SQLITE_OPEN_READWRITE).get(), "PRAGMA journal_mode", take,
+                         &isWal, nullptr);
+        }
+        ConnectionOptions options = m_options;
+        options.sharesMemory = [isWal](const QString&) { return isWal; };
+        return options;
+    }
+
     static qint64 pageSize(sqlite3* connection)
     {
         qint64 size = 0;

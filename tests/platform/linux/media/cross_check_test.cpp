@@ -6,6 +6,7 @@
 
 #include <QFile>
 
+#include <apetag.h>
 #include <gtest/gtest.h>
 #include <id3v1tag.h>
 #include <id3v2tag.h>
@@ -13,6 +14,7 @@
 #include <mpg123.h>
 #include <tdebuglistener.h>
 #include <textidentificationframe.h>
+#include <tpropertymap.h>
 
 #include <random>
 
@@ -154,6 +156,53 @@ TEST_F(CrossCheck, TextsOfHundredsOfTagsAreTheSame)
         ASSERT_EQ(reading.tags.id3v2.Track, textOf(other, "TRCK")) << round;
         ASSERT_EQ(reading.tags.BPM, textOf(other, "TBPM")) << round;
     }
+}
+
+TEST_F(CrossCheck, AnApeTagOfTheOtherLibraryIsReadAsWritten)
+{
+    const QString path = write(shortStream());
+    {
+        TagLib::MPEG::File file(QFile::encodeName(path).constData(), false);
+        TagLib::APE::Tag& ape = *file.APETag(true);
+        ape.setTitle(TagLib::String("Größe Ж", TagLib::String::UTF8));
+        ape.setAlbum("Album");
+        ape.setComment("kurz");
+        ape.setGenre("Rock");
+        ape.setYear(2004);
+        ape.setTrack(3);
+        ape.addValue("ARTIST", "One", true);
+        ape.addValue("ARTIST", "Two", false);
+        ASSERT_TRUE(file.save(TagLib::MPEG::File::APE));
+    }
+    const MediaReading reading = m_reader.read(path);
+    const TagFields& fields = reading.tags.id3v2;
+    EXPECT_EQ(fields.Titel, u"Größe Ж"_s);
+    EXPECT_EQ(fields.Interpret, u"One; Two"_s);
+    EXPECT_EQ(fields.Album, u"Album"_s);
+    EXPECT_EQ(fields.Kommentar, u"kurz"_s);
+    EXPECT_EQ(fields.Genre, u"Rock"_s);
+    EXPECT_EQ(fields.Jahr, u"2004"_s);
+    EXPECT_EQ(fields.Track, u"3"_s);
+    EXPECT_EQ(reading.fault, MediaFault::None);
+}
+
+TEST_F(CrossCheck, SeveralArtistsAreThoseThatTheOtherLibraryWrites)
+{
+    const QString path = write(shortStream());
+    {
+        TagLib::MPEG::File file(QFile::encodeName(path).constData(), false);
+        TagLib::PropertyMap properties;
+        properties["ARTIST"] = TagLib::StringList("One")
+                                   .append(TagLib::String("Zwölf", TagLib::String::UTF8))
+                                   .append(TagLib::String("Ж", TagLib::String::UTF8));
+        properties["GENRE"] = TagLib::StringList("House").append("Pop");
+        file.setProperties(properties);
+        ASSERT_TRUE(file.save(TagLib::MPEG::File::ID3v2, TagLib::File::StripNone, TagLib::ID3v2::v4,
+                              TagLib::File::DoNotDuplicate));
+    }
+    const TagFields fields = m_reader.read(path).tags.id3v2;
+    EXPECT_EQ(fields.Interpret, u"One; Zwölf; Ж"_s);
+    EXPECT_EQ(fields.Genre, u"House; Pop"_s);
 }
 
 TEST_F(CrossCheck, LengthsOfHundredsOfStreamsAreWithinOneFrame)

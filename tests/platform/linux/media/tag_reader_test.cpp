@@ -131,10 +131,57 @@ TEST_F(TagReaderTest, SingleBytesAreWindows1252)
 TEST_F(TagReaderTest, OfSeveralValuesTheFirstIsTakenAndBlanksAtItsEndAreCut)
 {
     Id3v2Writer writer(4, TextEncoding::Utf8);
-    writer.text("TPE1", u"First  "_s + QChar(0) + u"Second"_s).text("TIT2", u" x "_s);
+    writer.text("TALB", u"First  "_s + QChar(0) + u"Second"_s).text("TIT2", u" x "_s);
     const MediaReading reading = readTag(writer.tag());
-    EXPECT_EQ(reading.tags.id3v2.Interpret, u"First"_s);
+    EXPECT_EQ(reading.tags.id3v2.Album, u"First"_s);
     EXPECT_EQ(reading.tags.id3v2.Titel, u" x"_s);
+}
+
+TEST_F(TagReaderTest, SeveralArtistsAndGenresOfVersion4AreJoined)
+{
+    for (const TextEncoding encoding :
+         {TextEncoding::Latin1, TextEncoding::Utf16, TextEncoding::Utf16Be, TextEncoding::Utf8}) {
+        Id3v2Writer writer(4, encoding);
+        writer.text("TPE1", u"First "_s + QChar(0) + QChar(0) + u"Second"_s + QChar(0))
+            .text("TCON", u"17"_s + QChar(0) + u"Häuser"_s);
+        const TagFields fields = readTag(writer.tag()).tags.id3v2;
+        EXPECT_EQ(fields.Interpret, u"First; Second"_s);
+        EXPECT_EQ(fields.Genre, u"17; Häuser"_s);
+    }
+    Id3v2Writer older(3, TextEncoding::Utf16);
+    older.text("TPE1", u"First"_s + QChar(0) + u"rubbish"_s);
+    EXPECT_EQ(readTag(older.tag()).tags.id3v2.Interpret, u"First"_s) << "a zero ends the text";
+}
+
+TEST_F(TagReaderTest, Utf8InAPlaceOfSingleBytesIsRecognised)
+{
+    const auto titleOf = [this](const QByteArray& bytes) {
+        return readTag(Id3v2Writer().frame("TIT2", '\0' + bytes).tag()).tags.id3v2.Titel;
+    };
+    EXPECT_EQ(titleOf(u"Über die Brücke – Жизнь 🎵"_s.toUtf8()), u"Über die Brücke – Жизнь 🎵"_s);
+    EXPECT_EQ(titleOf("\xDC"
+                      "ber"),
+              u"Über"_s);
+    EXPECT_EQ(titleOf("\xC3\xBC \xFC"), u"Ã¼ ü"_s) << "one byte is none of UTF-8";
+    EXPECT_EQ(titleOf("\xC3"), u"Ã"_s);
+    EXPECT_EQ(titleOf("\xC2\x80"), u"Â€"_s) << "a control character";
+    EXPECT_EQ(titleOf("\xC0\xAF \xED\xA0\x80"), u"À¯ í\u00A0€"_s) << "too long, and half a pair";
+}
+
+TEST_F(TagReaderTest, AnOldTagIsAlwaysOfSingleBytes)
+{
+    const QByteArray bytes = shortStream() + id3v1Tag({"\xC3\xBC", {}, {}, {}, {}, 0, 255});
+    EXPECT_EQ(read(bytes).tags.id3v1.Titel, u"Ã¼"_s);
+}
+
+TEST_F(TagReaderTest, Utf16WithoutAMarkIsReadInTheOrderOfItsBytes)
+{
+    const auto titleOf = [this](char encoding, const QByteArray& bytes) {
+        return readTag(Id3v2Writer(4).frame("TIT2", encoding + bytes).tag()).tags.id3v2.Titel;
+    };
+    EXPECT_EQ(titleOf(1, QByteArray("L\0\xF6\0w\0e\0", 8)), u"Löwe"_s);
+    EXPECT_EQ(titleOf(1, QByteArray("\0L\0\xF6\0w\0e", 8)), u"Löwe"_s);
+    EXPECT_EQ(titleOf(1, QByteArray("\x16\x04\x38\x04", 4)), u"Жи"_s);
 }
 
 TEST_F(TagReaderTest, OfTwoEqualFramesTheFirstWithATextCounts)
@@ -170,11 +217,25 @@ TEST(RatingBands, AreReadAsTold)
     }
 }
 
-TEST_F(TagReaderTest, RatingsOfOtherProgramsAreNotOurs)
+TEST_F(TagReaderTest, RatingsOfOtherProgramsCountByTheBandsWhereOursIsMissing)
 {
-    Id3v2Writer writer;
-    writer.rating("Windows Media Player 9 Series", 255);
-    EXPECT_EQ(readTag(writer.tag()).tags.Note, QString());
+    const auto noteOf = [this](Id3v2Writer& writer) { return readTag(writer.tag()).tags.Note; };
+    const std::vector<std::pair<int, QString>> bands = {
+        {0, QString()}, {1, u"1"_s}, {64, u"2"_s}, {128, u"3"_s}, {196, u"4"_s}, {255, u"5"_s}};
+    for (const auto& [byte, stars] : bands) {
+        Id3v2Writer writer;
+        EXPECT_EQ(noteOf(writer.rating("Windows Media Player 9 Series", byte)), stars) << byte;
+    }
+    Id3v2Writer ours;
+    EXPECT_EQ(noteOf(ours.rating("a@b", 255).rating(linux_media::kRatingAddress, 64)), u"2"_s);
+    Id3v2Writer taken;
+    EXPECT_EQ(noteOf(taken.rating(linux_media::kRatingAddress, 0).rating("a@b", 255)), QString())
+        << "the user has taken the rating away";
+    Id3v2Writer second;
+    EXPECT_EQ(noteOf(second.rating("a@b", 0).rating("c@d", 255)), u"5"_s);
+    Id3v2Writer cut;
+    EXPECT_EQ(noteOf(cut.frame("POPM", "no zero")), QString());
+    EXPECT_EQ(noteOf(cut.frame("POPM", QByteArray("a@b\0", 4))), QString());
 }
 
 TEST_F(TagReaderTest, AnUnsynchronisedTagIsRead)
@@ -343,6 +404,127 @@ TEST_F(TagReaderTest, TagsAtTheEndAreNoSound)
     const MediaReading reading = read(constantStream(format, frames) + ape + lyrics + old);
     EXPECT_NEAR(reading.audio.milliseconds, millisecondsOf(frames), millisecondsOf(1));
     EXPECT_TRUE(reading.tags.hasId3v1);
+}
+
+/// The tag with a footer, as one stands at the end of a file.
+QByteArray withFooter(QByteArray tag)
+{
+    tag[5] = char(tag[5] | 0x10);
+    return tag + "3DI" + tag.mid(3, 7);
+}
+
+TEST_F(TagReaderTest, ATagAtTheEndIsReadWhereNoneStandsAtTheBeginning)
+{
+    Id3v2Writer writer(4, TextEncoding::Utf8);
+    writer.text("TIT2", u"Am Ende"_s).text("TPE1", u"A"_s).rating("a@b", 255);
+    const QByteArray sound = constantStream(FrameFormat(), 40);
+    const QByteArray old = id3v1Tag({"T", {}, {}, {}, {}, 0, 255});
+    for (const QByteArray& tail : {QByteArray(), old}) {
+        const MediaReading reading = read(sound + withFooter(writer.tag()) + tail);
+        EXPECT_EQ(reading.fault, MediaFault::None);
+        EXPECT_EQ(reading.tags.id3v2.Titel, u"Am Ende"_s);
+        EXPECT_EQ(reading.tags.Note, u"5"_s);
+        EXPECT_FALSE(reading.tags.hasId3v2) << "most programs look at the beginning alone";
+        EXPECT_EQ(reading.audio.milliseconds, millisecondsOf(40));
+    }
+    Id3v2Writer front;
+    const MediaReading both =
+        read(front.text("TIT2", u"Vorn"_s).tag() + sound + withFooter(writer.tag()));
+    EXPECT_EQ(both.tags.id3v2.Titel, u"Vorn"_s);
+    EXPECT_EQ(both.tags.id3v2.Interpret, QString()) << "nothing leads there";
+}
+
+TEST_F(TagReaderTest, ATagToWhichTheFirstOneLeadsGivesWhatThatLacks)
+{
+    const QByteArray sound = constantStream(FrameFormat(), 40);
+    const auto leadTo = [](qint64 offset) {
+        QByteArray bytes;
+        for (int shift = 24; shift >= 0; shift -= 8) {
+            bytes += char(offset >> shift & 0xFF);
+        }
+        return bytes;
+    };
+    Id3v2Writer behind(4, TextEncoding::Utf8);
+    behind.text("TIT2", u"Hinten"_s).text("TPE1", u"Artist"_s);
+    for (const QByteArray& tag : {behind.tag(), withFooter(behind.tag())}) {
+        Id3v2Writer front(4, TextEncoding::Utf8);
+        front.text("TIT2", u"Vorn"_s).frame("SEEK", leadTo(sound.size()));
+        const MediaReading reading = read(front.tag(50) + sound + tag);
+        EXPECT_EQ(reading.tags.id3v2.Titel, u"Vorn"_s);
+        EXPECT_EQ(reading.tags.id3v2.Interpret, u"Artist"_s);
+        EXPECT_EQ(reading.audio.milliseconds, millisecondsOf(40)) << "the tag is no sound";
+    }
+    for (const qint64 offset : {qint64{0}, qint64{17}, qint64{0xFFFFFFFF}, qint64{sound.size()}}) {
+        Id3v2Writer front(4, TextEncoding::Utf8);
+        front.text("TIT2", u"Vorn"_s).frame("SEEK", leadTo(offset));
+        EXPECT_EQ(read(front.tag() + sound).tags.id3v2.Titel, u"Vorn"_s) << offset;
+    }
+}
+
+/// An item of an APE tag.
+QByteArray apeItem(const QByteArray& name, const QByteArray& value, quint32 flags = 0)
+{
+    const auto number = [](quint32 plain) {
+        QByteArray bytes;
+        for (int shift = 0; shift < 32; shift += 8) {
+            bytes += char(plain >> shift & 0xFF);
+        }
+        return bytes;
+    };
+    return number(quint32(value.size())) + number(flags) + name + '\0' + value;
+}
+
+QByteArray apeTag(const QByteArray& items, int version = 2000)
+{
+    const auto size = quint32(items.size() + 32);
+    QByteArray footer =
+        QByteArray("APETAGEX") + char(version & 0xFF) + char(version >> 8) + QByteArray(2, '\0');
+    for (int shift = 0; shift < 32; shift += 8) {
+        footer += char(size >> shift & 0xFF);
+    }
+    return items + footer + char(9) + QByteArray(15, '\0');
+}
+
+TEST_F(TagReaderTest, AnApeTagIsReadWhereThereIsNoId3)
+{
+    const QByteArray items =
+        apeItem("Cover Art (Front)", QByteArray("front.jpg\0bytes", 15), 2) +
+        apeItem("TITLE", u"Größe"_s.toUtf8()) + apeItem("Artist", QByteArray("One\0Two", 7)) +
+        apeItem("album", "Album") + apeItem("Year", "2004-05-06") + apeItem("Genre", "Rock") +
+        apeItem("Track", "3/12") + apeItem("Comment", "kurz") + apeItem("title", "second");
+    for (const QByteArray& tail : {QByteArray(), id3v1Tag({"alt", {}, {}, {}, {}, 0, 255})}) {
+        const MediaReading reading = read(shortStream() + apeTag(items) + tail);
+        const TagFields& fields = reading.tags.id3v2;
+        EXPECT_EQ(fields.Titel, u"Größe"_s);
+        EXPECT_EQ(fields.Interpret, u"One; Two"_s);
+        EXPECT_EQ(fields.Album, u"Album"_s);
+        EXPECT_EQ(fields.Jahr, u"2004"_s);
+        EXPECT_EQ(fields.Genre, u"Rock"_s);
+        EXPECT_EQ(fields.Track, u"3/12"_s);
+        EXPECT_EQ(fields.Kommentar, u"kurz"_s);
+        EXPECT_FALSE(reading.tags.hasId3v2);
+    }
+    EXPECT_EQ(read(Id3v2Writer().text("TIT2", u"T"_s).tag() + shortStream() + apeTag(items))
+                  .tags.id3v2.Interpret,
+              QString());
+    EXPECT_EQ(read(shortStream() + apeTag(apeItem("Title", "\xFC"), 1000)).tags.id3v2.Titel,
+              u"ü"_s);
+}
+
+TEST_F(TagReaderTest, ADamagedApeTagGivesWhatStandsInFrontOfTheDamage)
+{
+    const QByteArray title = apeItem("Title", "T");
+    QByteArray large = apeItem("Artist", "A");
+    large[1] = char(0x7F);
+    EXPECT_EQ(read(shortStream() + apeTag(title + large)).tags.id3v2.Titel, u"T"_s);
+    EXPECT_EQ(read(shortStream() + apeTag(title + large)).tags.id3v2.Interpret, QString());
+    const QByteArray whole = apeTag(title + apeItem("Artist", "A"));
+    for (qsizetype at = 0; at < whole.size(); ++at) {
+        QByteArray broken = whole;
+        broken[at] = char(broken[at] ^ 0xA5);
+        EXPECT_EQ(read(shortStream() + broken).fault, MediaFault::None) << at;
+    }
+    EXPECT_EQ(read(shortStream() + apeTag(QByteArray(3000, 'x'))).tags.id3v2.Titel, QString());
 }
 
 TEST_F(TagReaderTest, NothingIsReadFromWhatIsNoPlainFile)

@@ -193,10 +193,45 @@ TEST_P(EachVersion, FurtherValuesStayUntilTheFieldIsChanged)
     Id3v2Writer writer(GetParam(), TextEncoding::Latin1);
     writer.frame(name("TP1", "TPE1"), QByteArray("\0One\0Two", 8));
     const QByteArray before = writer.tag(30);
-    TagChanges changes{.Titel = u"T"_s, .Interpret = u"One"_s};
+    TagChanges changes{.Titel = u"T"_s, .Interpret = GetParam() == 4 ? u"One; Two"_s : u"One"_s};
     const RawTag found = rawTag(spliced(before, changes));
     ASSERT_EQ(found.frames.size(), 2U);
     EXPECT_EQ(found.frames[1], rawTag(before).frames[0]);
+}
+
+TEST(TagSpliceTest, ArtistsOfSeveralValuesStaySeveralOnes)
+{
+    Id3v2Writer writer(4, TextEncoding::Latin1);
+    writer.frame("TPE1", QByteArray("\0One\0Two", 8)).frame("TCON", QByteArray("\0A", 2));
+    const RawTag found =
+        rawTag(spliced(writer.tag(30), {.Interpret = u"One; Ωega; Three"_s, .Genre = u"A; B"_s}));
+    EXPECT_TRUE(found.frames.at(0).bytes.endsWith("\3" + u"One"_s.toUtf8() + '\0' +
+                                                  u"Ωega"_s.toUtf8() + '\0' + "Three"));
+    EXPECT_TRUE(found.frames.at(1).bytes.endsWith(QByteArray("\0A; B", 5)));
+}
+
+TEST_P(EachVersion, WithARatingOfAnotherProgramOursSaysWhetherThereIsOne)
+{
+    Id3v2Writer writer(GetParam());
+    writer.rating("Windows Media Player 9 Series", 196);
+    const QByteArray before = writer.tag(100);
+    ASSERT_EQ(readBack(before).Note, u"4"_s);
+    EXPECT_EQ(spliced(before, {.Note = u"4"_s}), QByteArray());
+
+    const QByteArray none = spliced(before, {.Note = QString()});
+    EXPECT_EQ(readBack(none).Note, QString());
+    EXPECT_EQ(rawTag(none).frames.back(), rawTag(before).frames.back());
+    EXPECT_EQ(spliced(none, {.Note = QString()}), QByteArray());
+    EXPECT_EQ(readBack(spliced(none, {.Note = u"2"_s})).Note, u"2"_s);
+}
+
+TEST(TagSpliceTest, ATextThatIsUtf8ByChanceIsStoredSoThatItIsReadAsWritten)
+{
+    for (const int version : {2, 3, 4}) {
+        const QByteArray tag = Id3v2Writer(version).text("TALB", u"A"_s).tag();
+        const QByteArray after = spliced(tag, {.Titel = u"Ã¼ Â°"_s});
+        EXPECT_EQ(readBack(after).id3v2.Titel, u"Ã¼ Â°"_s) << version;
+    }
 }
 
 TEST_P(EachVersion, TheTotalBehindATrackNumberStays)
@@ -221,7 +256,13 @@ TEST_P(EachVersion, OurRatingChangesAndCountersAndOtherProgramsRatingsStay)
         EXPECT_EQ(found.frames[0], rawTag(before).frames[0]);
         EXPECT_TRUE(found.frames[1].bytes.endsWith(address + '\xFF' + counter));
 
-        const RawTag cleared = rawTag(spliced(before, {.Note = u""_s}));
+        const RawTag kept = rawTag(spliced(before, {.Note = u""_s}));
+        ASSERT_EQ(kept.frames.size(), 2U) << "or the rating of the other program would count";
+        EXPECT_TRUE(kept.frames[1].bytes.endsWith(address + '\0' + counter));
+
+        QByteArray unrated = before;
+        unrated.replace(QByteArray("program\0\xFF", 9), QByteArray("program\0\0", 9));
+        const RawTag cleared = rawTag(spliced(unrated, {.Note = u""_s}));
         EXPECT_EQ(cleared.frames.size(), counter.isEmpty() ? 1U : 2U);
         EXPECT_TRUE(counter.isEmpty() ||
                     cleared.frames[1].bytes.endsWith(address + '\0' + counter));

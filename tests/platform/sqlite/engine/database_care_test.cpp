@@ -89,6 +89,8 @@ TEST_F(Care, AWriterAtEverySliceNeitherStartsTheCopyOverNorEntersIt)
 TEST_F(Care, TheCopyNeedsNoJournal)
 {
     ASSERT_TRUE(care->copy(live, target, goOn));
+    EXPECT_EQ(care->check(target, Depth::Pages, goOn), QStringList());
+    EXPECT_EQ(care->rows(target, u"db_all"_s), 3000);
     EXPECT_FALSE(QFile::exists(target + u"-wal"_s));
     QFile copy(target);
     ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
