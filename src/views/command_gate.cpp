@@ -52,6 +52,8 @@ constexpr Command kCommands[] = {
     {u"mnuViewDel", kLibrary},
     {u"mnuNoExistAnzeigen", kLibrary},
     {u"mnuNoExistSuchen", kWrites},
+    {u"mnuDatenbereinigung", kWrites},
+    {u"mnuRecycler", kWrites},
     {u"mnuToDatei", kWrites, u"Task.WriteTags"},
     {u"mnuRefreshTree", kLibrary, u"Task.RebuildTree"},
     // Tool bars and row menus.
