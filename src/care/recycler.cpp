@@ -124,8 +124,11 @@ std::unique_ptr<Database> Recycler::open() const
 
 void Recycler::Show()
 {
+    m_view.step.clear();
     read();
-    m_view.step = m_view.rows.empty() ? m_parts.texts.text(u"care.recycler.empty"_s) : QString();
+    if (m_view.rows.empty() && m_view.step.isEmpty()) {
+        m_view.step = m_parts.texts.text(u"care.recycler.empty"_s);
+    }
     m_form.show(m_view);
 }
 

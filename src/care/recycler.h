@@ -28,6 +28,8 @@ struct RecyclerView
         QString file; ///< where it goes
         QString moment;
         QString note; ///< why it is not back, or what of it is missing
+
+        bool operator==(const Row&) const = default;
     };
 
     std::vector<Row> rows;

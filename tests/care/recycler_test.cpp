@@ -148,6 +148,8 @@ TEST_F(RecyclerTest, ALibraryThatFailsIsToldAndTheFilesAreOfferedAgain)
     suite.engine->GiveAway(suite.dbName());
     recycler.putBackAll();
     EXPECT_EQ(bin.shown.step, u"failed"_s);
+    recycler.Show();
+    EXPECT_EQ(bin.shown.step, u"failed"_s);
     suite.engine->TakeBack(suite.dbName());
     recycler.Show();
     ASSERT_EQ(bin.shown.rows.size(), 1);
