@@ -3,7 +3,9 @@
 #include "bus/event_guard.h"
 #include "bus/message_names.h"
 #include "care/ber_db.h"
+#include "care/recycler.h"
 #include "care/ui/ber_db_dialog.h"
+#include "care/ui/recycler_dialog.h"
 #include "platform/controls/status_progress.h"
 #include "platform/linux/files_in.h"
 #include "platform/linux/system_names.h"
@@ -91,16 +93,36 @@ void CleaningWing::clean()
                        .forgetSteps = [this] { lists.history.clear(); },
                        .changed = [this] { libraryChanged(); },
                        .rebuildTrees = [this] { suite.commands.rebuildTrees(); },
-                       .failed =
-                           [this](const DbError& error) {
-                               machine.log()(u"frmBerDB"_s, error.text());
-                               return databaseFaultText(machine.texts, error.number(), error.text(),
-                                                        machine.settings.DbName());
-                           }},
+                       .failed = [this](const DbError& error) { return failureText(error); }},
                       dialog);
     dialog.attach(cleaning);
     cleaning.Show();
     dialog.exec();
+}
+
+void CleaningWing::bringBack()
+{
+    RecyclerDialog dialog(machine.texts);
+    Recycler bin({.engine = *machine.engine,
+                  .settings = machine.settings,
+                  .texts = machine.texts,
+                  .loop = machine.loop,
+                  .wait = wait,
+                  .tools = recycler(),
+                  .changed = [this] { libraryChanged(); },
+                  .rebuildTrees = [this] { suite.commands.rebuildTrees(); },
+                  .failed = [this](const DbError& error) { return failureText(error); }},
+                 dialog);
+    dialog.attach(bin);
+    bin.Show();
+    dialog.exec();
+}
+
+QString CleaningWing::failureText(const DbError& error)
+{
+    machine.log()(u"CleaningWing"_s, error.text());
+    return databaseFaultText(machine.texts, error.number(), error.text(),
+                             machine.settings.DbName());
 }
 
 void CleaningWing::libraryChanged()
@@ -112,7 +134,8 @@ void CleaningWing::libraryChanged()
 CareCommands CleaningWing::commands()
 {
     return {{u"mnuNoExistSuchen"_s, [this] { missing.Scan(); }},
-            {u"mnuDatenbereinigung"_s, [this] { clean(); }}};
+            {u"mnuDatenbereinigung"_s, [this] { clean(); }},
+            {u"mnuRecycler"_s, [this] { bringBack(); }}};
 }
 
 } // namespace melovane

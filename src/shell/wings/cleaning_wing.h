@@ -33,6 +33,8 @@ private:
     [[nodiscard]] MissingFilesParts missingParts();
     [[nodiscard]] RecycleTools recycler() const;
     void clean();
+    void bringBack();
+    [[nodiscard]] QString failureText(const DbError& error);
     void libraryChanged();
 
     QtWorker m_worker; ///< the last member: it ends before all that it works on
