@@ -127,7 +127,8 @@ void MissingFiles::report(const LibraryScanResult& found) const
         fault = std::current_exception();
     }
     if (found.missing > 0) {
-        m_parts.warnings.ShowWarning(reportText(found, list), WarningType::Note, u"Melovane"_s);
+        m_parts.warnings.ShowWarning(reportText(found, list), WarningType::Note, u"Melovane"_s,
+                                     u"mnuNoExistSuchen"_s);
     } else {
         m_parts.tell(m_parts.texts.text(u"care.scan.allthere"_s));
     }
