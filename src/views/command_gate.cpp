@@ -51,6 +51,8 @@ constexpr Command kCommands[] = {
     {u"mnuDelDayCount", kWrites},
     {u"mnuViewDel", kLibrary},
     {u"mnuNoExistAnzeigen", kLibrary},
+    {u"mnuNoExistFind", kWrites},
+    {u"mnuDoubles", kWrites},
     {u"mnuNoExistSuchen", kWrites},
     {u"mnuDatenbereinigung", kWrites},
     {u"mnuRecycler", kWrites},

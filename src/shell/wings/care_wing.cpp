@@ -10,12 +10,14 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     , suite(talk)
     , lists(steps)
     , cleaning(base, room, talk, steps)
+    , found(base, room, talk, steps)
 {}
 
 CareCommands CareWing::commands()
 {
     CareCommands all;
     all.insert(cleaning.commands());
+    all.insert(found.commands());
     return all;
 }
 

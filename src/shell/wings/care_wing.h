@@ -2,6 +2,7 @@
 
 #include "shell/mlvdb_parts.h"
 #include "shell/wings/cleaning_wing.h"
+#include "shell/wings/found_wing.h"
 
 namespace melovane {
 
@@ -23,6 +24,7 @@ struct CareWing
     SuiteWing& suite;
     ListsWing& lists;
     CleaningWing cleaning;
+    FoundWing found;
 };
 
 } // namespace melovane
