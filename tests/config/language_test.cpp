@@ -20,6 +20,7 @@ constexpr qsizetype kLongestText = 259;
 /// Texts that are the same in both languages, and rightly so.
 const QSet<QString> kSameInBoth{
     u"ok"_s,
+    u"bench.cover.size"_s,
     u"confSSTab_1"_s,
     u"confFrame4"_s,
     u"confFrame2"_s,
