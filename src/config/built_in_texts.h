@@ -41,6 +41,7 @@ namespace owntexts {
 [[nodiscard]] std::span<const BuiltInText> care();
 [[nodiscard]] std::span<const BuiltInText> safety();
 [[nodiscard]] std::span<const BuiltInText> found();
+[[nodiscard]] std::span<const BuiltInText> settingsPages();
 } // namespace owntexts
 
 } // namespace melovane
