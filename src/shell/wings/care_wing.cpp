@@ -11,12 +11,14 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     , lists(steps)
     , cleaning(base, room, talk, steps)
     , found(base, room, talk, steps, cleaning.recycler())
+    , safety(base, room, talk)
 {}
 
 CareCommands CareWing::commands()
 {
     CareCommands all;
     all.insert(cleaning.commands());
+    all.insert(safety.commands());
     all.insert(found.commands());
     return all;
 }
