@@ -68,6 +68,10 @@ const QSet<QString> kSameInBoth{
     u"intake.start"_s,
     u"export.sample.album"_s,
     u"export.sample.genre"_s,
+    u"settings.group.tags"_s,
+    u"level.percent"_s,
+    u"keys.group.Player"_s,
+    u"keys.group.Melovane"_s,
 };
 
 QByteArray shippedFile()
