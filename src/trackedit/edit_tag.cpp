@@ -319,6 +319,7 @@ PanelTrack EditTag::describe(const Recordset& row)
     if (m_parts.placeOf(file).isEmpty()) {
         track.warning = m_parts.texts.text(u"edittag.file.missing");
     }
+    track.unwritten = unwritten();
     for (const QStringView name : kFacts) {
         const KsField& field = *m_record.GetField(name);
         const QString text = paneltexts::factText(field, m_parts.texts);
@@ -328,6 +329,19 @@ PanelTrack EditTag::describe(const Recordset& row)
         }
     }
     return track;
+}
+
+/// Only as long as the track still waits: what failed may have been written meanwhile.
+QString EditTag::unwritten() const
+{
+    const QString reason = m_parts.unwritten(m_fid);
+    if (reason.isEmpty()) {
+        return {};
+    }
+    const auto waiting = m_data1.Database()->OpenRecordset(
+        u"select count(*) as anz from db_edit where fid="_s + sql::text(m_fid));
+    return waiting->value(u"anz").toInt64() > 0 ? m_parts.texts.text(u"edittag.unwritten", reason)
+                                                : QString();
 }
 
 // ---- writing

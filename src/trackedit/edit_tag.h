@@ -36,6 +36,10 @@ struct EditTagParts
     std::function<bool()> mayWrite = [] { return true; };
     /// Where a stored file lies now; empty for nowhere.
     std::function<QString(const QString& file)> placeOf = [](const QString& file) { return file; };
+    /// Why the changes of a track did not reach its file; empty when nothing is known.
+    std::function<QString(const QString& fid)> unwritten = [](const QString&) { return QString(); };
+    /// Shows the list of all such files.
+    std::function<void()> showUnwritten = [] {};
     /// Runs a command line of the suite.
     std::function<bool(const QString& commandLine)> run = [](const QString&) { return false; };
     /// The cover of a track, sooner or later; only the last question is answered.
@@ -125,6 +129,9 @@ public:
     /// A track has got another cover.
     void coverChanged(const QString& fid);
 
+    /// The mark of a file that was not written: the way to the list of all of them.
+    void unwrittenPressed() { m_parts.showUnwritten(); }
+
     void cmdNewGenre();
     void cmdStart();
     void cmdStop();
@@ -156,6 +163,7 @@ private:
     void showTexts();
     void tellUse();
     [[nodiscard]] PanelTrack describe(const Recordset& row);
+    [[nodiscard]] QString unwritten() const;
     [[nodiscard]] bool canEdit() const;
     [[nodiscard]] bool hasRow() const;
     [[nodiscard]] Covers::Track coverTrack() const;

@@ -51,6 +51,7 @@ private:
     void nameCover(const QString& fid, const QString& image);
     void takenOut(const QString& fid, const QString& former, const QString& image);
     void focusRows();
+    [[nodiscard]] QString unwritten(const QString& fid) const;
 
     QSet<QString> m_askedCovers; ///< tracks whose tags were looked into for a cover
     QtWorker m_worker;           ///< the last member: it ends before all that it works on

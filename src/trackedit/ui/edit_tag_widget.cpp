@@ -81,6 +81,7 @@ EditTagWidget::EditTagWidget(const Skin& skin, const IconSet& icons, QWidget* pa
     , m_title(new ElidedLabel)
     , m_artist(new ElidedLabel)
     , m_mark(new QLabel)
+    , m_unwritten(new QToolButton)
     , m_message(new QLabel)
     , m_scroll(new QScrollArea)
     , m_form(new QWidget)
@@ -125,8 +126,15 @@ void EditTagWidget::buildHead()
     toolRow()->addWidget(m_artist);
     toolRow()->addStretch(1);
     toolRow()->addWidget(m_mark);
+    m_unwritten->setObjectName(u"TagUnwritten"_s);
+    m_unwritten->setProperty("warns", true);
+    m_unwritten->setAutoRaise(true);
+    m_unwritten->setFocusPolicy(Qt::StrongFocus);
+    m_unwritten->installEventFilter(this);
+    toolRow()->addWidget(m_unwritten);
     toolRow()->addSpacing(10);
     m_mark->hide();
+    m_unwritten->hide();
     m_message->setObjectName(u"TagMessage"_s);
     m_message->setProperty("second", true);
     m_message->setWordWrap(true);
@@ -371,6 +379,7 @@ void EditTagWidget::attach(EditTag& panel, const ConfigObjects& texts)
     press(u"cmdNewGenre"_s, &EditTag::cmdNewGenre);
     press(u"cmdStart"_s, &EditTag::cmdStart);
     press(u"cmdStop"_s, &EditTag::cmdStop);
+    press(u"TagUnwritten"_s, &EditTag::unwrittenPressed);
     connect(m_cover, &CoverFrame::picturePressed, this,
             [this] { tell([](EditTag& logic) { logic.Mp3Image(); }); });
     connect(m_rating, &RatingGroup::optionChosen, this,
@@ -447,6 +456,7 @@ void EditTagWidget::setTexts(const ConfigObjects& texts)
     m_shownLabels[3]->setText(texts.text(u"edittag.level"));
     m_facts->setAccessibleName(texts.text(u"edittag.facts"));
     m_mark->setToolTip(texts.text(u"edittag.waiting.tip"));
+    name(u"TagUnwritten"_s, u"edittag.unwritten.tip");
     m_waitingText = texts.text(u"edittag.waiting", u"%1"_s);
     m_rating->setTexts(texts);
     m_cover->setToolTip(texts.text(u"edittag.image.tip"));
@@ -476,6 +486,7 @@ void EditTagWidget::setTabs()
         order.push_back(at(field).edit);
     }
     order.push_back(m_cover);
+    order.push_back(m_unwritten);
     order.push_back(findChild<QWidget*>(u"ButtonShowDir"_s));
     order.push_back(findChild<QWidget*>(u"ButtonClose"_s));
     for (size_t index = 1; index < order.size(); ++index) {
@@ -553,6 +564,8 @@ void EditTagWidget::setTrack(const PanelTrack& track)
     findChild<QLineEdit*>(u"txtLevel"_s)->setText(track.level);
     m_facts->setFacts(track.facts, kPlaceFacts);
     m_warning = track.warning;
+    m_unwritten->setText(u"⚠ "_s + track.unwritten);
+    m_unwritten->setVisible(!track.unwritten.isEmpty() && m_warning.isEmpty());
     setWaiting(m_waiting);
 }
 
@@ -578,7 +591,7 @@ void EditTagWidget::setWaiting(qint64 tracks)
 {
     m_waiting = tracks;
     m_mark->setText(m_warning.isEmpty() ? m_waitingText.arg(tracks) : u"⚠ "_s + m_warning);
-    m_mark->setVisible(!m_warning.isEmpty() || tracks > 0);
+    m_mark->setVisible(!m_warning.isEmpty() || (tracks > 0 && m_unwritten->isHidden()));
 }
 
 void EditTagWidget::setCover(const QByteArray& picture)
@@ -599,6 +612,15 @@ bool EditTagWidget::keyInField(PanelField field, int key)
         return true;
     }
     return false;
+}
+
+/// Who comes back to the window comes back from the program that writes tags, too.
+void EditTagWidget::changeEvent(QEvent* event)
+{
+    Panel::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible()) {
+        tell([](EditTag& logic) { logic.renewTrack(); });
+    }
 }
 
 bool EditTagWidget::eventFilter(QObject* watched, QEvent* event)

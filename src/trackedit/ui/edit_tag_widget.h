@@ -60,6 +60,7 @@ signals:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     struct Field
@@ -95,8 +96,9 @@ private:
     std::array<Field, kPanelFields> m_fields;
     ElidedLabel* m_title;
     ElidedLabel* m_artist;
-    QLabel* m_mark;    ///< waiting, or what is wrong with the file
-    QLabel* m_message; ///< why the fields take nothing
+    QLabel* m_mark;           ///< waiting, or what is wrong with the file
+    QToolButton* m_unwritten; ///< in its place, when the file could not be written
+    QLabel* m_message;        ///< why the fields take nothing
     QScrollArea* m_scroll;
     QWidget* m_form;
     CoverFrame* m_cover;
