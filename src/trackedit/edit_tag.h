@@ -2,13 +2,11 @@
 
 #include "bus/bus_table.h"
 #include "platform/db/data_control.h"
-#include "store/pending_jobs.h"
-#include "store/track_writing.h"
 #include "trackedit/covers.h"
 #include "trackedit/edit_tag_form.h"
 #include "trackedit/ks_edit_fid.h"
-
-#include <QHash>
+#include "trackedit/panel_choices.h"
+#include "trackedit/panel_writer.h"
 
 #include <functional>
 #include <memory>
@@ -155,14 +153,11 @@ private:
 
     void close();
 
-    void fillLists();
-    void fillGenres();
     void setFid(const QString& fid);
     void readRow();
     void showRow();
     void showTexts();
     void tellUse();
-    [[nodiscard]] PanelTrack describe(const Recordset& row);
     [[nodiscard]] QString unwritten() const;
     [[nodiscard]] bool canEdit() const;
     [[nodiscard]] bool hasRow() const;
@@ -170,27 +165,22 @@ private:
     void showCover();
     /// Writes what was typed, and one value besides. False when it could not be written.
     bool commit(std::vector<ColumnValue> values = {});
-    bool write(const QString& fid, const std::vector<ColumnValue>& values);
     void keepForLater();
     void keepHeight();
-    void writeKept();
 
     EditTagParts m_parts;
     EditTagForm& m_form;
     BusSender m_bus;
     EventGuard m_guard;
-    PendingJobs m_jobs;
+    PanelWriter m_writer;
+    PanelChoices m_choices;
     DataControl m_data1; ///< `Data1`: the row of the track
     KsEditFid m_record;  ///< what the panel tells of the track beside its fields
     PanelTexts m_texts;
     QString m_fid;
-    QStringList m_genres;
     QString m_shownImage; ///< whose picture was asked for last
-    bool m_isFilled = false;
     bool m_isActive = false;
-    bool m_isAway = false; ///< another program has the library
-    /// Columns that could not be written, by their track.
-    QHash<QString, std::vector<ColumnValue>> m_kept;
+    bool m_isAway = false;                 ///< another program has the library
     std::unique_ptr<Timer> m_timerChange;  ///< from the last letter to the writing
     MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
 };
