@@ -3,7 +3,7 @@
 #include "platform/qt/panel.h"
 #include "trackedit/edit_tag_form.h"
 #include "trackedit/ui/panel_columns.h"
-#include "trackedit/ui/tag_fields.h"
+#include "trackedit/ui/panel_inputs.h"
 
 #include <array>
 #include <functional>
@@ -82,7 +82,7 @@ private:
 
     const IconSet& m_icons;
     EditTag* m_logic = nullptr;
-    TagFields m_fields;
+    PanelInputs m_fields;
     ElidedLabel* m_title;
     ElidedLabel* m_artist;
     QLabel* m_mark;           ///< waiting, or what is wrong with the file

@@ -1,4 +1,4 @@
-#include "trackedit/ui/tag_fields.h"
+#include "trackedit/ui/panel_inputs.h"
 
 #include "config/config_objects.h"
 #include "store/track_fields.h"
@@ -34,12 +34,12 @@ QLabel* makeFieldLabel(QWidget* buddy)
     return label;
 }
 
-QWidget* TagFields::Field::whole() const
+QWidget* PanelInputs::Field::whole() const
 {
     return box ? static_cast<QWidget*>(box) : edit;
 }
 
-QWidget* TagFields::make(PanelField field, QObject& watcher)
+QWidget* PanelInputs::make(PanelField field, QObject& watcher)
 {
     const PanelFieldRow& row = rowOf(field);
     Field& made = at(field);
@@ -70,7 +70,7 @@ QWidget* TagFields::make(PanelField field, QObject& watcher)
     return whole;
 }
 
-std::optional<PanelField> TagFields::fieldOf(const QObject* watched) const
+std::optional<PanelField> PanelInputs::fieldOf(const QObject* watched) const
 {
     const auto* const field =
         std::find_if(m_fields.begin(), m_fields.end(),
@@ -79,7 +79,7 @@ std::optional<PanelField> TagFields::fieldOf(const QObject* watched) const
                                    : std::optional(PanelField(field - m_fields.begin()));
 }
 
-void TagFields::setText(PanelField field, const QString& text)
+void PanelInputs::setText(PanelField field, const QString& text)
 {
     QLineEdit& edit = *at(field).edit;
     if (edit.text() != text) {
@@ -88,7 +88,7 @@ void TagFields::setText(PanelField field, const QString& text)
     }
 }
 
-void TagFields::setChoices(PanelField field, const QStringList& texts)
+void PanelInputs::setChoices(PanelField field, const QStringList& texts)
 {
     QComboBox& box = *at(field).box;
     const QSignalBlocker quiet(&box);
@@ -99,7 +99,7 @@ void TagFields::setChoices(PanelField field, const QStringList& texts)
     box.setEditText(present);
 }
 
-void TagFields::setCaptions(const ConfigObjects& texts)
+void PanelInputs::setCaptions(const ConfigObjects& texts)
 {
     for (const PanelFieldRow& row : panelFields()) {
         const QString caption = texts.text(headingKey(columnOf(row.field)));
@@ -112,7 +112,7 @@ void TagFields::setCaptions(const ConfigObjects& texts)
     }
 }
 
-void TagFields::setUse(bool isThere, bool isEditable)
+void PanelInputs::setUse(bool isThere, bool isEditable)
 {
     for (Field& field : m_fields) {
         field.whole()->setEnabled(isThere);

@@ -19,7 +19,7 @@ namespace melovane {
 class ConfigObjects;
 
 /// The fields of the tag panel that hold a text: a line or a list each, with its label.
-class TagFields
+class PanelInputs
 {
 public:
     struct Field
