@@ -31,7 +31,7 @@ const QString kTempCover = u"tempcover.jpg"_s;
 
 Covers::Covers(CoverParts parts)
     : m_parts(std::move(parts))
-    , m_kept(m_parts.files, m_parts.dataFolder, m_parts.reader)
+    , m_kept(m_parts.workFiles, m_parts.dataFolder, m_parts.reader)
 {}
 
 QString Covers::fileOf(const QString& image) const
@@ -42,7 +42,7 @@ QString Covers::fileOf(const QString& image) const
 QByteArray Covers::read(const QString& file) const
 {
     try {
-        return m_parts.files.read(file, kLargestPicture);
+        return m_parts.workFiles.read(file, kLargestPicture);
     } catch (const IoError&) {
         return {};
     }
@@ -53,7 +53,7 @@ QString Covers::nameFor(const QString& fid, const QDateTime& date, const QByteAr
     constexpr int kMaxNames = 1000;
     for (int i = 0; i < kMaxNames; ++i) {
         const QString image = coverName(fid, date.addSecs(i));
-        const QString there = coverPictureOf(m_parts.files, m_parts.dataFolder, image);
+        const QString there = coverPictureOf(m_parts.workFiles, m_parts.dataFolder, image);
         if (there.isEmpty() || read(there) == jpeg) {
             return image;
         }
@@ -64,7 +64,7 @@ QString Covers::nameFor(const QString& fid, const QDateTime& date, const QByteAr
 bool Covers::put(const QString& file, const QByteArray& bytes) const
 {
     try {
-        m_parts.files.writeWhole(file, bytes);
+        m_parts.workFiles.writeWhole(file, bytes);
         return true;
     } catch (const IoError&) {
         return false;

@@ -37,6 +37,7 @@ EditWing::EditWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
           [&talk](const QString& text) { talk.showStatusText(text); },
           base.log())
     , covers({.files = base.files,
+              .workFiles = coverFiles,
               .dataFolder = base.paths.GetConfigPath(),
               .reader = coverReader,
               .pictures = pictures,
