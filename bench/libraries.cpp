@@ -21,7 +21,7 @@ QString libraryFile(int size)
 {
     const QDir folder(QCoreApplication::applicationDirPath() + u"/libraries"_s);
     QDir().mkpath(folder.path());
-    const QString file = folder.filePath(u"tracks-%1.mdb"_s.arg(size));
+    const QString file = folder.filePath(u"tracks-%1-%2.mdb"_s.arg(kShape).arg(size));
     if (QFile::exists(file)) {
         return file;
     }

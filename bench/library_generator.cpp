@@ -27,9 +27,12 @@ constexpr std::array kGenres = {
 };
 
 constexpr int kWordCount = 6000;
-constexpr int kAlbumsPerArtist = 4;
-/// Every tenth of a library's size, so that a common artist owns thousands of tracks in a million.
-constexpr int kTracksPerArtist = 20;
+/// Of the artists that are made; of the rarest many never get a track.
+constexpr int kTracksPerArtist = 17;
+/// Tracks of an artist for which he has one more album than the first.
+constexpr int kTracksPerAlbum = 11;
+/// Of so many albums one has a folder of its own.
+constexpr int kAlbumsPerFolder = 4;
 constexpr int kPortion = 20'000;
 
 QString capital(QString text)
@@ -55,16 +58,32 @@ LibraryGenerator::LibraryGenerator(std::uint64_t seed, int size)
     }
     const int artists = std::max(1, size / kTracksPerArtist);
     m_artists.reserve(std::size_t(artists));
-    for (int i = 0; i < artists; ++i) {
-        Artist artist;
-        artist.name = artistName();
-        artist.genre = QStringView(kGenres[std::size_t(zipf(int(kGenres.size())))]).toString();
-        artist.firstYear = 1960 + below(60);
-        for (int n = 1 + below(kAlbumsPerArtist); n > 0; --n) {
-            artist.albums.push_back(phrase(1, 3));
-        }
-        m_artists.push_back(std::move(artist));
+    for (int rank = 0; rank < artists; ++rank) {
+        // What zipf() gives to an artist of this rank.
+        const double tracks = size * std::log1p(1.0 / (rank + 1)) / std::log1p(double(artists));
+        m_artists.push_back(artist(1 + int(std::lround(tracks / kTracksPerAlbum))));
     }
+}
+
+LibraryGenerator::Artist LibraryGenerator::artist(int albums)
+{
+    Artist made;
+    made.name = artistName();
+    made.genre = QStringView(kGenres[std::size_t(zipf(int(kGenres.size())))]).toString();
+    made.firstYear = 1960 + below(60);
+    const int place = below(10);
+    const QChar separator = place < 2 ? u'\\' : u'/';
+    const QString root = place < 2   ? u"D:\\Musik\\"_s
+                         : place < 3 ? u"/media/nas/Sets/"_s
+                                     : u"/home/u/Musik/"_s;
+    const QString folder = root + made.name + separator;
+    made.albums.reserve(std::size_t(albums));
+    for (int i = 0; i < albums; ++i) {
+        const QString name = phrase(2, 4);
+        const bool isFolder = below(kAlbumsPerFolder) == 0;
+        made.albums.push_back({name, isFolder ? folder + name + separator : folder});
+    }
+    return made;
 }
 
 std::uint64_t LibraryGenerator::random()
@@ -123,20 +142,10 @@ QString LibraryGenerator::artistName()
     }
 }
 
-QString LibraryGenerator::folder(const Artist& artist, const QString& album)
-{
-    const int kind = below(10);
-    if (kind < 2) {
-        return u"D:\\Musik\\"_s + artist.name + u'\\' + album + u'\\';
-    }
-    const QString root = kind < 3 ? u"/media/nas/Sets/"_s : u"/home/u/Musik/"_s;
-    return root + artist.name + u'/' + album + u'/';
-}
-
 GeneratedTrack LibraryGenerator::next()
 {
     const Artist& artist = m_artists[std::size_t(zipf(int(m_artists.size())))];
-    const QString& album = artist.albums[std::size_t(below(int(artist.albums.size())))];
+    const Album& album = artist.albums[std::size_t(below(int(artist.albums.size())))];
     GeneratedTrack track;
     // Identifiers of the years 2005 to 2022, a thousand to a second.
     track.FID = QString::number(157'766'400'000LL + m_number * 500);
@@ -146,7 +155,7 @@ GeneratedTrack LibraryGenerator::next()
         track.Titel += u" (Extended Mix)"_s;
     }
     track.Interpret = artist.name;
-    track.Album = album;
+    track.Album = album.name;
     track.Genre = artist.genre;
     track.Jahr = QString::number(artist.firstYear + below(12));
     track.Track = QString::number(1 + below(18));
@@ -159,7 +168,7 @@ GeneratedTrack LibraryGenerator::next()
     if (below(4) != 0) {
         track.BPM = QString::number(70 + below(110));
     }
-    track.Path = folder(artist, album);
+    track.Path = album.folder;
     track.DName = Mod_MilliSecToMin::PadNumber(track.Track.toInt(), 2) + u" - "_s + artist.name +
                   u" - "_s + track.Titel + u".mp3"_s;
     track.DTimeMsec = 60'000 + below(420'000);

@@ -29,6 +29,10 @@ struct GeneratedTrack
 /// A library of any size that looks like a collector's: few artists own most tracks (Zipf with
 /// exponent 1), words of titles likewise, umlauts and other marks, folders of this system and of
 /// others. The same seed and size give the same tracks, on every machine.
+///
+/// A million tracks have about 40,000 artists, 120,000 albums and 80,000 folders, other sizes in
+/// proportion: an artist's albums grow with his tracks, his folder holds the tracks of most of
+/// them, and every fourth has a folder below it.
 class LibraryGenerator
 {
 public:
@@ -37,11 +41,17 @@ public:
     [[nodiscard]] GeneratedTrack next();
 
 private:
+    struct Album
+    {
+        QString name;
+        QString folder; ///< of its tracks: of its own or the artist's
+    };
+
     struct Artist
     {
         QString name;
         QString genre;
-        std::vector<QString> albums;
+        std::vector<Album> albums;
         int firstYear = 1970;
     };
 
@@ -52,7 +62,7 @@ private:
     [[nodiscard]] QString word();
     [[nodiscard]] QString phrase(int least, int most);
     [[nodiscard]] QString artistName();
-    [[nodiscard]] QString folder(const Artist& artist, const QString& album);
+    [[nodiscard]] Artist artist(int albums);
 
     std::uint64_t m_state;
     std::vector<QString> m_words;

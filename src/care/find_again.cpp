@@ -228,9 +228,6 @@ void FindAgain::takeKnown(Job& job)
 void FindAgain::chooseRule(int rule, bool on)
 {
     m_rules[size_t(rule)].isChosen = on;
-    if (changed) {
-        changed();
-    }
 }
 
 void FindAgain::chooseTrack(int rule, int track, bool on)
@@ -238,9 +235,6 @@ void FindAgain::chooseTrack(int rule, int track, bool on)
     FoundRule& home = m_rules[size_t(rule)];
     home.tracks[size_t(track)].isChosen = on;
     home.isChosen = home.isChosen || on;
-    if (changed) {
-        changed();
-    }
 }
 
 int FindAgain::foundCount() const

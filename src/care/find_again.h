@@ -88,6 +88,7 @@ public:
     /// Files met and files read of a search that goes on.
     [[nodiscard]] std::pair<int, int> progress() const;
 
+    /// Neither calls changed().
     void chooseRule(int rule, bool on);
     /// A track that was found but does not agree well enough is taken only when it is chosen here.
     void chooseTrack(int rule, int track, bool on);

@@ -51,6 +51,7 @@ void fill(ConfigObjects& catalogue)
     add(catalogue, owntexts::viewer());
     add(catalogue, owntexts::bench());
     add(catalogue, owntexts::care());
+    add(catalogue, owntexts::found());
     catalogue.LoadAllValue();
     catalogue.LoadAllLang(catalogue.value(u"Sprach.Datei"));
 }

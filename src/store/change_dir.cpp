@@ -43,7 +43,8 @@ QString withMappings(const QString& text, const std::vector<Record>& records)
     QString result = text;
     for (const Record& record : records) {
         const QString line = record.oldFolder + u" ?? "_s + record.newFolder;
-        const bool isWhole = parse(line) == std::vector<Record>{record};
+        const bool isWhole =
+            !record.newFolder.isEmpty() && parse(line) == std::vector<Record>{record};
         const std::vector<Record> known = parse(result);
         if (!isWhole || std::find(known.begin(), known.end(), record) != known.end()) {
             continue;

@@ -28,7 +28,7 @@ FileLocator::FileLocator(const Files& files, QString dataFolder)
     , m_dataFolder(std::move(dataFolder))
 {}
 
-QString FileLocator::find(const QString& file) const
+QString FileLocator::find(const QString& file)
 {
     if (m_files.fileExists(file)) {
         return file;

@@ -20,6 +20,7 @@ class FileLocator
 public:
     /// \param dataFolder folder of `ChangeDir.conf`
     FileLocator(const Files& files, QString dataFolder);
+    virtual ~FileLocator() = default;
 
     /// The full name of a track's file; the caller still has to test for it, since a track that is
     /// nowhere gives folder and name as they are stored.
@@ -36,8 +37,11 @@ public:
     /// \param file its folder and name as they are stored
     [[nodiscard]] QString placeOf(const QString& file);
 
+protected:
+    /// Where a file of that name is, spelled as the disk does; empty when there is none.
+    [[nodiscard]] virtual QString find(const QString& file);
+
 private:
-    [[nodiscard]] QString find(const QString& file) const;
     void loadMappings();
 
     const Files& m_files;

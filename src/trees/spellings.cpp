@@ -1,10 +1,12 @@
 #include "trees/spellings.h"
 
-#include "platform/db/row_walk.h"
-#include "platform/db/text_compare.h"
+#include "platform/db/kept_text.h"
+#include "trees/text_ranks.h"
+#include "trees/track_block.h"
 
 #include <algorithm>
-#include <numeric>
+#include <cstring>
+#include <functional>
 
 namespace melovane {
 
@@ -24,41 +26,63 @@ std::uint64_t mixed(std::uint64_t key)
     return key ^ (key >> 32U);
 }
 
+/// Begins to bring the place into the cache.
+void fetch(const void* place)
+{
+    __builtin_prefetch(place);
+}
+
 } // namespace
 
-std::uint32_t PlaceMap::placeOf(std::uint64_t key, std::uint32_t next)
+void PairTally::add(std::uint64_t key)
 {
     if (isFull(m_used, m_slots.size())) {
         grow();
     }
+    Entry& entry = entryOf(key);
+    if (entry.count == 0) {
+        entry.key = key;
+        entry.met = m_used++;
+    }
+    ++entry.count;
+}
+
+void PairTally::fetch(std::uint64_t key) const
+{
+    if (!m_slots.empty()) {
+        melovane::fetch(&m_slots[mixed(key) & (m_slots.size() - 1)]);
+    }
+}
+
+/// The place of the key, or the one that it is to take.
+PairTally::Entry& PairTally::entryOf(std::uint64_t key)
+{
     const std::size_t mask = m_slots.size() - 1;
-    for (std::size_t at = mixed(key) & mask;; at = (at + 1) & mask) {
-        Slot& slot = m_slots[at];
-        if (slot.place == 0) {
-            slot = {key, next + 1};
-            ++m_used;
-            return next;
-        }
-        if (slot.key == key) {
-            return slot.place - 1;
+    std::size_t at = mixed(key) & mask;
+    while (m_slots[at].count != 0 && m_slots[at].key != key) {
+        at = (at + 1) & mask;
+    }
+    return m_slots[at];
+}
+
+void PairTally::grow()
+{
+    std::vector<Entry> former(std::max(kFirstSlots, m_slots.size() * 2));
+    former.swap(m_slots);
+    for (const Entry& entry : former) {
+        if (entry.count != 0) {
+            entryOf(entry.key) = entry;
         }
     }
 }
 
-void PlaceMap::grow()
+std::vector<PairTally::Entry> PairTally::entries() const
 {
-    std::vector<Slot> former(std::max(kFirstSlots, m_slots.size() * 2));
-    former.swap(m_slots);
-    const std::size_t mask = m_slots.size() - 1;
-    for (const Slot& slot : former) {
-        if (slot.place != 0) {
-            std::size_t at = mixed(slot.key) & mask;
-            while (m_slots[at].place != 0) {
-                at = (at + 1) & mask;
-            }
-            m_slots[at] = slot;
-        }
-    }
+    std::vector<Entry> entries;
+    entries.reserve(m_used);
+    std::copy_if(m_slots.begin(), m_slots.end(), std::back_inserter(entries),
+                 [](const Entry& entry) { return entry.count != 0; });
+    return entries;
 }
 
 Spellings::Spellings()
@@ -67,48 +91,75 @@ Spellings::Spellings()
 
 std::string_view Spellings::bytesOf(const Slot& slot) const
 {
-    return {m_bytes.data() + slot.begin, slot.size};
+    std::uint32_t size = 0;
+    std::memcpy(&size, m_bytes.data() + slot.begin, sizeof size);
+    return {m_bytes.data() + slot.begin + sizeof size, size};
 }
 
-void Spellings::read(const WalkedRow& row, int column)
+/// First all places are told that are looked at in the end, so that they come while others are
+/// looked at.
+void Spellings::read(const TrackBlock& block, std::size_t column)
 {
-    const std::string_view bytes = row.bytes(column);
-    if (bytes.empty()) {
-        m_last = {};
+    m_areEmpty = block.isEmpty(column);
+    m_numbers.assign(block.size(), 0);
+    if (m_areEmpty) {
         return;
     }
-    // Tracks of one album or folder mostly stand together.
-    if (bytes.size() == m_last.size && bytes == bytesOf(m_last)) {
-        return;
-    }
-    if (isFull(m_texts.size(), m_slots.size())) {
-        grow();
-    }
+    makeRoom(block.size());
     const std::size_t mask = m_slots.size() - 1;
-    for (std::size_t at = std::hash<std::string_view>()(bytes) & mask;; at = (at + 1) & mask) {
-        Slot& slot = m_slots[at];
-        if (slot.number == 0) {
-            slot = {m_bytes.size(), std::uint32_t(bytes.size()), std::uint32_t(m_texts.size())};
-            m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end());
-            m_texts.push_back(row.text(column));
-        } else if (bytesOf(slot) != bytes) {
-            continue;
+    m_hashes.resize(block.size());
+    for (std::size_t row = 0; row < block.size(); ++row) {
+        m_hashes[row] = std::uint32_t(std::hash<std::string_view>()(block.text(column, row)));
+        fetch(&m_slots[m_hashes[row] & mask]);
+    }
+    for (const std::uint32_t hash : m_hashes) {
+        fetch(m_bytes.data() + m_slots[hash & mask].begin);
+    }
+    for (std::size_t row = 0; row < block.size(); ++row) {
+        if (block.isRepeated(column, row)) {
+            m_numbers[row] = m_numbers[row - 1];
+        } else if (const std::string_view text = block.text(column, row); !text.empty()) {
+            m_numbers[row] = numberOf(text, m_hashes[row]);
         }
-        m_last = slot;
-        return;
     }
 }
 
-void Spellings::grow()
+std::uint32_t Spellings::numberOf(std::string_view text, std::uint32_t hash)
 {
-    std::vector<Slot> former(std::max(kFirstSlots, m_slots.size() * 2));
-    former.swap(m_slots);
     const std::size_t mask = m_slots.size() - 1;
+    std::size_t at = hash & mask;
+    for (; m_slots[at].number != 0; at = (at + 1) & mask) {
+        if (m_slots[at].hash == hash && bytesOf(m_slots[at]) == text) {
+            return m_slots[at].number;
+        }
+    }
+    const auto number = std::uint32_t(m_texts.size());
+    m_slots[at] = {m_bytes.size(), hash, number};
+    const auto size = std::uint32_t(text.size());
+    const auto* const sizeBytes = reinterpret_cast<const char*>(&size);
+    m_bytes.insert(m_bytes.end(), sizeBytes, sizeBytes + sizeof size);
+    m_bytes.insert(m_bytes.end(), text.begin(), text.end());
+    m_texts.push_back(keptText(text));
+    return number;
+}
+
+/// For so many further texts.
+void Spellings::makeRoom(std::size_t texts)
+{
+    std::size_t places = std::max(kFirstSlots, m_slots.size());
+    while (isFull(m_texts.size() + texts, places)) {
+        places *= 2;
+    }
+    if (places == m_slots.size()) {
+        return;
+    }
+    std::vector<Slot> former(places);
+    former.swap(m_slots);
     for (const Slot& slot : former) {
         if (slot.number != 0) {
-            std::size_t at = std::hash<std::string_view>()(bytesOf(slot)) & mask;
+            std::size_t at = slot.hash & (places - 1);
             while (m_slots[at].number != 0) {
-                at = (at + 1) & mask;
+                at = (at + 1) & (places - 1);
             }
             m_slots[at] = slot;
         }
@@ -117,25 +168,8 @@ void Spellings::grow()
 
 const std::vector<std::uint32_t>& Spellings::ranks() const
 {
-    if (m_ranks.size() == m_texts.size()) {
-        return m_ranks;
-    }
-    std::vector<QString> keys;
-    keys.reserve(m_texts.size());
-    for (const QString& text : m_texts) {
-        keys.push_back(textcompare::sortKey(text));
-    }
-    std::vector<std::uint32_t> order(m_texts.size());
-    std::iota(order.begin(), order.end(), 0U);
-    std::sort(order.begin(), order.end(),
-              [&](std::uint32_t a, std::uint32_t b) { return keys[a] < keys[b]; });
-    m_ranks.assign(m_texts.size(), 0);
-    std::uint32_t rank = 0;
-    for (std::size_t i = 0; i < order.size(); ++i) {
-        if (i > 0 && keys[order[i - 1]] != keys[order[i]]) {
-            ++rank;
-        }
-        m_ranks[order[i]] = rank;
+    if (m_ranks.size() != m_texts.size()) {
+        m_ranks = textRanks(m_texts);
     }
     return m_ranks;
 }

@@ -8,27 +8,34 @@
 
 namespace melovane {
 
-class WalkedRow;
+class TrackBlock;
 
-/// Place of a key of two numbers; asked once for every track, so it keeps keys and places side by
+/// Tracks by a key of two numbers; asked once for every track, so it keeps keys and counts side by
 /// side and makes no node for each.
-class PlaceMap
+class PairTally
 {
 public:
-    /// The place of the key; `next` when it is new, and that from now on.
-    std::uint32_t placeOf(std::uint64_t key, std::uint32_t next);
-
-private:
-    struct Slot
+    struct Entry
     {
         std::uint64_t key = 0;
-        std::uint32_t place = 0; ///< counted from 1; 0 where there is no key
+        std::uint32_t count = 0; ///< 0 where there is no key
+        std::uint32_t met = 0;   ///< how many keys were met before it
     };
 
+    /// One track more of that key.
+    void add(std::uint64_t key);
+    /// Says that the key is asked for soon.
+    void fetch(std::uint64_t key) const;
+
+    /// In no order.
+    [[nodiscard]] std::vector<Entry> entries() const;
+
+private:
+    [[nodiscard]] Entry& entryOf(std::uint64_t key);
     void grow();
 
-    std::vector<Slot> m_slots; ///< a power of two of them
-    std::size_t m_used = 0;
+    std::vector<Entry> m_slots; ///< a power of two of them
+    std::uint32_t m_used = 0;
 };
 
 /// The texts of one column in the order in which they were met, each spelling once. Number 0 is the
@@ -38,11 +45,14 @@ class Spellings
 public:
     Spellings();
 
-    /// Looks at the text in that column.
-    void read(const WalkedRow& row, int column);
+    /// Looks at the texts in that column of the block.
+    void read(const TrackBlock& block, std::size_t column);
 
-    /// Number of the text that was read last.
-    [[nodiscard]] std::uint32_t present() const { return m_last.number; }
+    /// Numbers of the texts of the block that was read last, by row.
+    [[nodiscard]] const std::vector<std::uint32_t>& numbers() const { return m_numbers; }
+
+    /// True when all of them are 0.
+    [[nodiscard]] bool areEmpty() const { return m_areEmpty; }
 
     [[nodiscard]] const std::vector<QString>& texts() const { return m_texts; }
 
@@ -50,22 +60,25 @@ public:
     [[nodiscard]] const std::vector<std::uint32_t>& ranks() const;
 
 private:
-    /// All that is asked to find a text, in one place and small: waiting for memory is most of the
+    /// All that tells whether a text is likely the one, small: waiting for memory is most of the
     /// time.
     struct Slot
     {
-        std::size_t begin = 0; ///< in m_bytes
-        std::uint32_t size = 0;
+        std::size_t begin = 0; ///< in m_bytes, of the size and the text
+        std::uint32_t hash = 0;
         std::uint32_t number = 0; ///< 0 where there is no text
     };
 
     [[nodiscard]] std::string_view bytesOf(const Slot& slot) const;
-    void grow();
+    [[nodiscard]] std::uint32_t numberOf(std::string_view text, std::uint32_t hash);
+    void makeRoom(std::size_t texts);
 
     std::vector<Slot> m_slots; ///< a power of two of them
-    std::vector<char> m_bytes; ///< all texts as the file keeps them
+    std::vector<char> m_bytes; ///< all texts as the file keeps them, each behind its size
     std::vector<QString> m_texts;
-    Slot m_last;                                ///< of the text that was read last
+    std::vector<std::uint32_t> m_numbers;
+    std::vector<std::uint32_t> m_hashes; ///< of the texts of a block
+    bool m_areEmpty = true;
     mutable std::vector<std::uint32_t> m_ranks; ///< of as many texts as were known when asked
 };
 

@@ -4,6 +4,7 @@
 #include "platform/system/files.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <tuple>
 
@@ -31,42 +32,39 @@ qint64 shownDay(double day)
     return qint64(whole) + (seconds * kMsPerSecond >= kMsPerDay ? 1 : 0);
 }
 
-} // namespace
-
-namespace {
-
 /// The columns of a walk, each once.
 class WalkedColumns
 {
 public:
     CountedColumn add(const TrackCounter::Column& column)
     {
-        qsizetype number = m_names.indexOf(column.name);
-        if (number < 0) {
-            number = m_names.size();
-            m_names.append(column.name);
-            m_texts.emplace_back();
+        const auto known = std::size_t(m_names.indexOf(column.name));
+        if (known < m_texts.size()) {
+            return {known, m_texts[known]};
         }
-        std::shared_ptr<Spellings>& texts = m_texts[std::size_t(number)];
-        if (column.isText && !texts) {
-            texts = std::make_shared<Spellings>();
-        }
-        return {int(number), texts};
+        m_names.append(column.name);
+        m_kinds.push_back(column.kind);
+        m_texts.push_back(column.kind == TrackBlock::Kind::Text ? std::make_shared<Spellings>()
+                                                                : nullptr);
+        return {m_texts.size() - 1, m_texts.back()};
     }
 
     [[nodiscard]] const QStringList& names() const { return m_names; }
 
-    void read(const WalkedRow& row) const
+    [[nodiscard]] const std::vector<TrackBlock::Kind>& kinds() const { return m_kinds; }
+
+    void read(const TrackBlock& block) const
     {
         for (std::size_t i = 0; i < m_texts.size(); ++i) {
             if (m_texts[i]) {
-                m_texts[i]->read(row, int(i));
+                m_texts[i]->read(block, i);
             }
         }
     }
 
 private:
     QStringList m_names;
+    std::vector<TrackBlock::Kind> m_kinds;
     std::vector<std::shared_ptr<Spellings>> m_texts; ///< by column; null where none is told apart
 };
 
@@ -75,35 +73,34 @@ private:
 void countTracks(Database& library, const std::vector<TrackCounter*>& counters)
 {
     WalkedColumns columns;
-    std::vector<TrackCounter*> ofAll;
+    bool isOfAll = false;
     for (TrackCounter* counter : counters) {
         std::vector<CountedColumn> own;
         for (const TrackCounter::Column& column : counter->columns()) {
             own.push_back(columns.add(column));
         }
         counter->begin(std::move(own));
-        if (counter->countsDeleted()) {
-            ofAll.push_back(counter);
+        isOfAll = isOfAll || counter->countsDeleted();
+    }
+    TrackBlock block(columns.kinds());
+    const auto count = [&] {
+        columns.read(block);
+        for (TrackCounter* counter : counters) {
+            counter->add(block);
         }
-    }
-    QString statement = u"select "_s + columns.names().join(u',');
-    if (ofAll.empty()) {
-        library.walkRows(statement + u" from db_all where DEL = False"_s,
-                         [&](const WalkedRow& row) {
-                             columns.read(row);
-                             for (TrackCounter* counter : counters) {
-                                 counter->add(row);
-                             }
-                         });
-        return;
-    }
+        block.clear();
+    };
+    const QString statement = "select "_L1 + columns.names().join(u',');
     const auto isLive = int(columns.names().size());
-    library.walkRows(statement + u",DEL = False from db_all"_s, [&](const WalkedRow& row) {
-        columns.read(row);
-        for (TrackCounter* counter : row.number(isLive) != 0 ? counters : ofAll) {
-            counter->add(row);
-        }
-    });
+    library.walkRows(isOfAll ? statement + u",DEL = False from db_all"_s
+                             : statement + u" from db_all where DEL = False"_s,
+                     [&](const WalkedRow& row) {
+                         block.add(row, !isOfAll || row.number(isLive) != 0);
+                         if (block.isFull()) {
+                             count();
+                         }
+                     });
+    count();
 }
 
 // ---- values
@@ -122,63 +119,93 @@ void ValueCounter::begin(std::vector<CountedColumn> columns)
     m_columns = std::move(columns);
 }
 
-void ValueCounter::add(const WalkedRow& row)
+void ValueCounter::add(const TrackBlock& block)
 {
-    Q_UNUSED(row)
-    const std::uint32_t first = m_columns.front().texts->present();
-    const std::uint32_t last = m_columns.back().texts->present();
-    if (first == 0 || last == 0) {
+    const bool areEmpty =
+        std::any_of(m_columns.begin(), m_columns.end(),
+                    [](const CountedColumn& column) { return column.texts->areEmpty(); });
+    if (areEmpty) {
         return;
     }
-    const std::uint32_t place = placeOf(first, last);
-    if (place == m_counted.size()) {
-        m_counted.push_back({paired(first, last), 0});
+    if (m_columns.size() > 1) {
+        addPairs(block);
+    } else {
+        addSingles(block);
     }
-    ++m_counted[place].count;
 }
 
-/// Of a group that is met for the first time: the place behind all others.
-std::uint32_t ValueCounter::placeOf(std::uint32_t first, std::uint32_t last)
+bool ValueCounter::counts(const TrackBlock& block, std::size_t row) const
 {
-    const auto next = std::uint32_t(m_counted.size());
-    if (m_columns.size() > 1) {
-        return m_pairs.placeOf(paired(first, last), next);
+    return block.isLive(row) || m_tracks == Tracks::All;
+}
+
+void ValueCounter::addSingles(const TrackBlock& block)
+{
+    const Spellings& texts = *m_columns.front().texts;
+    m_singles.resize(texts.texts().size());
+    for (std::size_t row = 0; row < block.size(); ++row) {
+        const std::uint32_t number = texts.numbers()[row];
+        if (number == 0 || !counts(block, row)) {
+            continue;
+        }
+        Counted& counted = m_singles[number];
+        if (counted.count == 0) {
+            counted.met = m_met++;
+        }
+        ++counted.count;
     }
-    if (m_single.size() <= first) {
-        m_single.resize(m_columns.front().texts->texts().size());
+}
+
+void ValueCounter::addPairs(const TrackBlock& block)
+{
+    const std::vector<std::uint32_t>& firsts = m_columns.front().texts->numbers();
+    const std::vector<std::uint32_t>& lasts = m_columns.back().texts->numbers();
+    for (std::size_t row = 0; row < block.size(); ++row) {
+        m_pairs.fetch(paired(firsts[row], lasts[row]));
     }
-    if (m_single[first] == 0) {
-        m_single[first] = next + 1;
+    for (std::size_t row = 0; row < block.size(); ++row) {
+        if (firsts[row] != 0 && lasts[row] != 0 && counts(block, row)) {
+            m_pairs.add(paired(firsts[row], lasts[row]));
+        }
     }
-    return m_single[first] - 1;
+}
+
+/// In the order of the names, those of one name in the order of their meeting.
+std::vector<ValueCounter::Spelled> ValueCounter::spelled() const
+{
+    std::vector<Spelled> all;
+    const std::vector<std::uint32_t>& firsts = m_columns.front().texts->ranks();
+    const std::vector<std::uint32_t>& lasts = m_columns.back().texts->ranks();
+    for (std::uint32_t number = 0; number < m_singles.size(); ++number) {
+        if (const Counted& counted = m_singles[number]; counted.count != 0) {
+            all.push_back({lasts[number], counted.met, counted.count, number});
+        }
+    }
+    for (const PairTally::Entry& pair : m_pairs.entries()) {
+        const std::uint64_t rank = paired(firsts[pair.key >> 32U], lasts[std::uint32_t(pair.key)]);
+        all.push_back({rank, pair.met, pair.count, pair.key});
+    }
+    std::sort(all.begin(), all.end(), [](const Spelled& a, const Spelled& b) {
+        return std::tie(a.rank, a.met) < std::tie(b.rank, b.met);
+    });
+    return all;
 }
 
 std::vector<ValueCounter::Group> ValueCounter::groups() const
 {
     std::vector<Group> groups;
-    if (m_counted.empty()) {
-        return groups;
-    }
-    const Spellings& firsts = *m_columns.front().texts;
-    const Spellings& lasts = *m_columns.back().texts;
-    std::vector<std::pair<std::uint64_t, std::size_t>> order;
-    order.reserve(m_counted.size());
-    for (std::size_t i = 0; i < m_counted.size(); ++i) {
-        const std::uint64_t key = m_counted[i].key;
-        order.emplace_back(paired(firsts.ranks()[key >> 32U], lasts.ranks()[std::uint32_t(key)]),
-                           i);
-    }
-    std::sort(order.begin(), order.end());
-    for (std::size_t i = 0; i < order.size(); ++i) {
-        const Counted& counted = m_counted[order[i].second];
-        if (i == 0 || order[i - 1].first != order[i].first) {
+    const Spelled* previous = nullptr;
+    const std::vector<Spelled> all = spelled();
+    for (const Spelled& each : all) {
+        if (!previous || previous->rank != each.rank) {
             Group& group = groups.emplace_back();
-            group.names.append(firsts.texts()[counted.key >> 32U]);
             if (m_columns.size() > 1) {
-                group.names.append(lasts.texts()[std::uint32_t(counted.key)]);
+                group.names.append(m_columns.front().texts->texts()[each.key >> 32U]);
             }
+            group.names.append(m_columns.back().texts->texts()[std::uint32_t(each.key)]);
         }
-        groups.back().count += counted.count;
+        previous = &each;
+        groups.back().count += each.count;
     }
     return groups;
 }
@@ -187,7 +214,7 @@ std::vector<ValueCounter::Group> ValueCounter::groups() const
 
 std::vector<TrackCounter::Column> DayCounter::columns() const
 {
-    return {{u"DTSImport"_s, false}};
+    return {{u"DTSImport"_s, TrackBlock::Kind::Day}};
 }
 
 void DayCounter::begin(std::vector<CountedColumn> columns)
@@ -195,23 +222,19 @@ void DayCounter::begin(std::vector<CountedColumn> columns)
     m_column = columns.front().number;
 }
 
-void DayCounter::add(const WalkedRow& row)
+void DayCounter::add(const TrackBlock& block)
 {
-    if (row.isNull(m_column)) {
-        return;
+    for (std::size_t row = 0; row < block.size() && m_isPlain; ++row) {
+        const TrackBlock::Day& day = block.day(m_column, row);
+        if (day.isNull || !block.isLive(row)) {
+            continue;
+        }
+        if (!day.isNumber || !isDayNumber(day.number) || !isDayNumber(day.number + 1)) {
+            m_isPlain = false;
+            return;
+        }
+        m_days.add(std::uint64_t(shownDay(day.number)));
     }
-    const double day = row.real(m_column);
-    if (!row.isNumber(m_column) || !isDayNumber(day) || !isDayNumber(day + 1)) {
-        m_isPlain = false;
-        return;
-    }
-    const qint64 shown = shownDay(day);
-    const std::uint32_t place =
-        m_places.placeOf(std::uint64_t(shown), std::uint32_t(m_days.size()));
-    if (place == m_days.size()) {
-        m_days.emplace_back(shown, 0);
-    }
-    ++m_days[place].second;
 }
 
 std::optional<std::vector<DayCounter::Group>> DayCounter::groups() const
@@ -219,7 +242,10 @@ std::optional<std::vector<DayCounter::Group>> DayCounter::groups() const
     if (!m_isPlain) {
         return std::nullopt;
     }
-    std::vector<std::pair<qint64, qint64>> days = m_days;
+    std::vector<std::pair<qint64, qint64>> days;
+    for (const PairTally::Entry& day : m_days.entries()) {
+        days.emplace_back(qint64(day.key), day.count);
+    }
     std::sort(days.begin(), days.end());
     std::vector<Group> groups;
     groups.reserve(days.size());
@@ -233,7 +259,7 @@ std::optional<std::vector<DayCounter::Group>> DayCounter::groups() const
 
 std::vector<TrackCounter::Column> FolderCounter::columns() const
 {
-    return {{u"Path"_s}, {u"DriveTyp"_s, false}, {u"DriveName"_s}};
+    return {{u"Path"_s}, {u"DriveTyp"_s, TrackBlock::Kind::Whole}, {u"DriveName"_s}};
 }
 
 void FolderCounter::begin(std::vector<CountedColumn> columns)
@@ -250,51 +276,36 @@ std::uint32_t FolderCounter::volumeOf(int typ, std::uint32_t label)
         return last.typ == typ && last.label == label;
     };
     if (m_volumes.empty() || !isLast()) {
-        m_lastVolume = m_volumeNumbers.placeOf(paired(std::uint32_t(typ), label),
-                                               std::uint32_t(m_volumes.size()));
-        if (m_lastVolume == m_volumes.size()) {
+        const auto next = std::uint32_t(m_volumes.size());
+        const auto [known, isNew] =
+            m_volumeNumbers.try_emplace(paired(std::uint32_t(typ), label), next);
+        m_lastVolume = known->second;
+        if (isNew) {
             m_volumes.push_back({typ, label});
         }
     }
     return m_lastVolume;
 }
 
-void FolderCounter::add(const WalkedRow& row)
+void FolderCounter::add(const TrackBlock& block)
 {
-    const std::uint32_t path = m_paths.texts->present();
-    if (path == 0) {
-        return;
+    const std::vector<std::uint32_t>& paths = m_paths.texts->numbers();
+    const std::vector<std::uint32_t>& labels = m_labels.texts->numbers();
+    std::array<std::uint64_t, TrackBlock::kRows> keys{};
+    for (std::size_t row = 0; row < block.size(); ++row) {
+        const std::uint32_t volume = volumeOf(int(block.whole(m_types.number, row)), labels[row]);
+        keys[row] = paired(paths[row], volume);
+        m_folders.fetch(keys[row]);
     }
-    const std::uint32_t volume =
-        volumeOf(int(row.number(m_types.number)), m_labels.texts->present());
-    const std::uint32_t place = placeOf(path, volume);
-    if (place == m_counted.size()) {
-        m_counted.push_back({path, volume, 0});
+    for (std::size_t row = 0; row < block.size(); ++row) {
+        if (paths[row] != 0 && block.isLive(row)) {
+            m_folders.add(keys[row]);
+        }
     }
-    ++m_counted[place].count;
-}
-
-/// Most folders lie on one volume: they are found by the number of their path.
-std::uint32_t FolderCounter::placeOf(std::uint32_t path, std::uint32_t volume)
-{
-    const auto next = std::uint32_t(m_counted.size());
-    if (m_firsts.size() <= path) {
-        m_firsts.resize(m_paths.texts->texts().size());
-    }
-    std::uint32_t& first = m_firsts[path];
-    if (first == 0) {
-        first = next + 1;
-        return next;
-    }
-    const bool isFirst = m_counted[first - 1].volume == volume;
-    return isFirst ? first - 1 : m_others.placeOf(paired(path, volume), next);
 }
 
 std::vector<TrackFolder> FolderCounter::folders() const
 {
-    if (m_counted.empty()) {
-        return {};
-    }
     const std::vector<std::uint32_t>& paths = m_paths.texts->ranks();
     const std::vector<std::uint32_t>& labels = m_labels.texts->ranks();
 
@@ -302,28 +313,32 @@ std::vector<TrackFolder> FolderCounter::folders() const
     {
         std::uint32_t path;
         std::uint32_t label; ///< from 1 on discs, 0 elsewhere
-        std::size_t place;
+        std::uint32_t met;
+        std::uint32_t count;
+        std::uint32_t spelling; ///< of the path
+        std::uint32_t volume;
     };
 
     std::vector<Key> order;
-    order.reserve(m_counted.size());
-    for (std::size_t i = 0; i < m_counted.size(); ++i) {
-        const Volume& volume = m_volumes[m_counted[i].volume];
-        order.push_back(
-            {paths[m_counted[i].path], volume.typ == kDisc ? labels[volume.label] + 1 : 0, i});
+    for (const PairTally::Entry& folder : m_folders.entries()) {
+        const auto spelling = std::uint32_t(folder.key >> 32U);
+        const auto volume = std::uint32_t(folder.key);
+        const Volume& its = m_volumes[volume];
+        order.push_back({paths[spelling], its.typ == kDisc ? labels[its.label] + 1 : 0, folder.met,
+                         folder.count, spelling, volume});
     }
     std::sort(order.begin(), order.end(), [](const Key& a, const Key& b) {
-        return std::tie(a.path, a.label, a.place) < std::tie(b.path, b.label, b.place);
+        return std::tie(a.path, a.label, a.met) < std::tie(b.path, b.label, b.met);
     });
     std::vector<TrackFolder> folders;
     std::uint32_t labelRank = 0;
     for (std::size_t i = 0; i < order.size(); ++i) {
-        const Counted& counted = m_counted[order[i].place];
-        const Volume& volume = m_volumes[counted.volume];
+        const Key& key = order[i];
+        const Volume& volume = m_volumes[key.volume];
         const QString& label = m_labels.texts->texts()[volume.label];
-        const int tracks = int(counted.count);
-        if (i == 0 || order[i - 1].path != order[i].path || order[i - 1].label != order[i].label) {
-            folders.push_back({m_paths.texts->texts()[counted.path], label, volume.typ, tracks});
+        const int tracks = int(key.count);
+        if (i == 0 || order[i - 1].path != key.path || order[i - 1].label != key.label) {
+            folders.push_back({m_paths.texts->texts()[key.spelling], label, volume.typ, tracks});
             labelRank = labels[volume.label];
             continue;
         }
@@ -334,7 +349,7 @@ std::vector<TrackFolder> FolderCounter::folders() const
         }
         if (volume.typ > folder.DriveTyp) {
             // The view shows the spelling beside the greatest type.
-            folder.Path = m_paths.texts->texts()[counted.path];
+            folder.Path = m_paths.texts->texts()[key.spelling];
             folder.DriveTyp = volume.typ;
         }
         folder.anzahl += tracks;

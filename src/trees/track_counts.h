@@ -2,6 +2,7 @@
 
 #include "trees/folder_rows.h"
 #include "trees/spellings.h"
+#include "trees/track_block.h"
 
 #include <QString>
 #include <QStringList>
@@ -9,18 +10,18 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
 namespace melovane {
 
 class Database;
-class WalkedRow;
 
 /// A column of the library that a counter looks at.
 struct CountedColumn
 {
-    int number = 0;                              ///< in the walked row
+    std::size_t number = 0;                      ///< in the block
     std::shared_ptr<const Spellings> texts = {}; ///< of a column that is counted by its text
 };
 
@@ -30,11 +31,11 @@ class TrackCounter
 public:
     virtual ~TrackCounter() = default;
 
-    /// The columns of `db_all` that it looks at, each with whether its texts are told apart.
+    /// The columns of `db_all` that it looks at.
     struct Column
     {
         QString name;
-        bool isText = true;
+        TrackBlock::Kind kind = TrackBlock::Kind::Text;
     };
 
     [[nodiscard]] virtual std::vector<Column> columns() const = 0;
@@ -45,8 +46,8 @@ public:
     /// Before the first track. \param columns in the order of columns()
     virtual void begin(std::vector<CountedColumn> columns) = 0;
 
-    /// A track; its texts have been read.
-    virtual void add(const WalkedRow& row) = 0;
+    /// Further tracks; their texts have been read.
+    virtual void add(const TrackBlock& block) = 0;
 };
 
 /// Shows each track to all counters. A column that several of them look at is read once.
@@ -82,26 +83,39 @@ public:
     [[nodiscard]] bool countsDeleted() const override { return m_tracks == Tracks::All; }
 
     void begin(std::vector<CountedColumn> columns) override;
-    void add(const WalkedRow& row) override;
+    void add(const TrackBlock& block) override;
 
     /// In the order of the names.
     [[nodiscard]] std::vector<Group> groups() const;
 
 private:
+    /// Tracks of one spelling.
     struct Counted
     {
-        std::uint64_t key = 0; ///< numbers of the spellings
-        qint64 count = 0;
+        std::uint32_t count = 0;
+        std::uint32_t met = 0; ///< how many spellings were met before it
     };
+
+    /// A spelling or a pair of them.
+    struct Spelled
+    {
+        std::uint64_t rank = 0; ///< equal ones share theirs
+        std::uint32_t met = 0;
+        std::uint32_t count = 0;
+        std::uint64_t key = 0; ///< numbers of the spellings
+    };
+
+    [[nodiscard]] bool counts(const TrackBlock& block, std::size_t row) const;
+    void addSingles(const TrackBlock& block);
+    void addPairs(const TrackBlock& block);
+    [[nodiscard]] std::vector<Spelled> spelled() const;
 
     QStringList m_names;
     Tracks m_tracks;
-    [[nodiscard]] std::uint32_t placeOf(std::uint32_t first, std::uint32_t last);
-
     std::vector<CountedColumn> m_columns;
-    std::vector<std::uint32_t> m_single; ///< of one column: by spelling, places counted from 1
-    PlaceMap m_pairs;                    ///< of two columns: places
-    std::vector<Counted> m_counted;      ///< in the order in which they were met
+    std::vector<Counted> m_singles; ///< of one column, by spelling
+    std::uint32_t m_met = 0;        ///< spellings in it that have tracks
+    PairTally m_pairs;              ///< of two columns
 };
 
 /// Tracks by the day of their import.
@@ -116,15 +130,14 @@ public:
 
     [[nodiscard]] std::vector<Column> columns() const override;
     void begin(std::vector<CountedColumn> columns) override;
-    void add(const WalkedRow& row) override;
+    void add(const TrackBlock& block) override;
 
     /// In the order of the days. Nothing when a cell holds no day that can be counted so.
     [[nodiscard]] std::optional<std::vector<Group>> groups() const;
 
 private:
-    int m_column = 0;
-    PlaceMap m_places;
-    std::vector<std::pair<qint64, qint64>> m_days; ///< day and tracks, in the order of meeting
+    std::size_t m_column = 0;
+    PairTally m_days;
     bool m_isPlain = true;
 };
 
@@ -134,20 +147,12 @@ class FolderCounter : public TrackCounter
 public:
     [[nodiscard]] std::vector<Column> columns() const override;
     void begin(std::vector<CountedColumn> columns) override;
-    void add(const WalkedRow& row) override;
+    void add(const TrackBlock& block) override;
 
     /// In the order of the paths, a disc's folders in the order of their labels.
     [[nodiscard]] std::vector<TrackFolder> folders() const;
 
 private:
-    /// Tracks of one spelling of a folder.
-    struct Counted
-    {
-        std::uint32_t path = 0;
-        std::uint32_t volume = 0;
-        qint64 count = 0;
-    };
-
     struct Volume
     {
         int typ = 0;
@@ -159,14 +164,10 @@ private:
     CountedColumn m_paths;
     CountedColumn m_types;
     CountedColumn m_labels;
-    PlaceMap m_volumeNumbers;
     std::vector<Volume> m_volumes;
+    std::unordered_map<std::uint64_t, std::uint32_t> m_volumeNumbers;
     std::uint32_t m_lastVolume = 0; ///< of the track before, as a rule the next one's, too
-    [[nodiscard]] std::uint32_t placeOf(std::uint32_t path, std::uint32_t volume);
-
-    std::vector<std::uint32_t> m_firsts; ///< by path: the first place with it, counted from 1
-    PlaceMap m_others;                   ///< places of paths that lie on further volumes, too
-    std::vector<Counted> m_counted;      ///< in the order in which they were met
+    PairTally m_folders;            ///< spelling of a path and number of a volume
 };
 
 } // namespace melovane

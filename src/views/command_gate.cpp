@@ -51,6 +51,9 @@ constexpr Command kCommands[] = {
     {u"mnuDelDayCount", kWrites},
     {u"mnuViewDel", kLibrary},
     {u"mnuNoExistAnzeigen", kLibrary},
+    {u"mnuNoExistFind", kWrites},
+    {u"mnuDoubles", kWrites},
+    {u"mnuNoExistSuchen", kWrites},
     {u"mnuToDatei", kWrites, u"Task.WriteTags"},
     {u"mnuRefreshTree", kLibrary, u"Task.RebuildTree"},
     // Tool bars and row menus.

@@ -37,6 +37,8 @@ const QSet<QString> kSameInBoth{
     u"ToolTip.Tree.Genre"_s,
     u"detail.name"_s,
     u"column.Album"_s,
+    u"find.name"_s,
+    u"find.fid"_s,
     u"edittag.size"_s,
     u"edittag.image.name"_s,
     u"edittag.Path"_s,

@@ -34,7 +34,7 @@ TEST_F(MelovaneConfigurationTest, EveryItemHasATextAndNoNameIsGivenTwice)
     for (const auto& table :
          {owntexts::windows(), owntexts::columns(), owntexts::views(), owntexts::importer(),
           owntexts::exporting(), owntexts::lists(), owntexts::tagWriting(), owntexts::viewer(),
-          owntexts::bench(), owntexts::care()}) {
+          owntexts::bench(), owntexts::care(), owntexts::found()}) {
         own += table.size();
     }
     EXPECT_EQ(texts.AllObjects().size(), static_cast<size_t>(test::suiteTextNames().size()) + own);

@@ -9,11 +9,16 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     , desk(room)
     , suite(talk)
     , lists(steps)
+    , cleaning(base, room, talk)
+    , found(base, room, talk, steps)
 {}
 
 CareCommands CareWing::commands()
 {
-    return {};
+    CareCommands all;
+    all.insert(cleaning.commands());
+    all.insert(found.commands());
+    return all;
 }
 
 } // namespace melovane

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "shell/mlvdb_parts.h"
+#include "shell/wings/cleaning_wing.h"
+#include "shell/wings/found_wing.h"
 
 namespace melovane {
 
@@ -21,6 +23,8 @@ struct CareWing
     Desk& desk;
     SuiteWing& suite;
     ListsWing& lists;
+    CleaningWing cleaning;
+    FoundWing found;
 };
 
 } // namespace melovane

@@ -1,0 +1,292 @@
+#include "care/recycle_folder.h"
+
+#include "care/recycle_script.h"
+#include "care/removed_track.h"
+#include "platform/system/clock.h"
+#include "platform/system/path_text.h"
+#include "platform/system/text_file.h"
+#include "store/file_locator.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <cerrno>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Names of folders and files that other programs look for: keep.
+const QString kFolder = u"MelovaneRecycler"_s;
+const QString kDamaged = u"MP3ERROR"_s;
+const QString kRecords = u"ReMoveFiles.jsonl"_s;
+const QString kList = u"MelovaneRecycler.txt"_s;
+
+/// The size of a record of ten thousand tracks and more.
+constexpr qint64 kLargestRecord = qint64{1024} * 1024 * 1024;
+/// The largest file that is compared with its copy; an audio file is smaller.
+constexpr qint64 kLargestFile = qint64{2} * 1024 * 1024 * 1024;
+/// Numbers tried for a name that is taken.
+constexpr int kMaxNumber = 10'000;
+
+QByteArray lineOf(const RecycledFile& file)
+{
+    const QJsonObject record{
+        {u"fid"_s, file.fid},   {u"title"_s, file.title},
+        {u"from"_s, file.from}, {u"to"_s, file.to},
+        {u"rows"_s, file.rows}, {u"moment"_s, file.moment.toString(Qt::ISODateWithMs)}};
+    return QJsonDocument(record).toJson(QJsonDocument::Compact) + '\n';
+}
+
+std::optional<RecycledFile> recordOf(const QString& folder, const QByteArray& line)
+{
+    const QJsonObject record = QJsonDocument::fromJson(line).object();
+    RecycledFile file;
+    file.folder = folder;
+    file.fid = record[u"fid"_s].toString();
+    file.title = record[u"title"_s].toString();
+    file.from = record[u"from"_s].toString();
+    file.to = record[u"to"_s].toString();
+    file.rows = record[u"rows"_s].toString();
+    file.moment = QDateTime::fromString(record[u"moment"_s].toString(), Qt::ISODateWithMs);
+    return file.from.isEmpty() || file.to.isEmpty() ? std::nullopt : std::optional(file);
+}
+
+/// "a.mp3", "a (2).mp3", "a (3).mp3" ...
+QString numbered(const QString& name, int number)
+{
+    if (number == 1) {
+        return name;
+    }
+    const QString extension = path::extension(name);
+    const QString dot = extension.isEmpty() ? QString() : u'.' + extension;
+    return u"%1 (%2)"_s.arg(path::baseName(name)).arg(number) + dot;
+}
+
+bool isBelow(const QString& file, const QString& folder)
+{
+    return file.startsWith(path::withSeparator(folder));
+}
+
+} // namespace
+
+RecycleFolder::RecycleFolder(RecycleParts parts)
+    : m_parts(std::move(parts))
+{}
+
+/// Makes a folder, or takes one that is there; never what a link leads to.
+bool RecycleFolder::makeOwnFolder(const QString& folder)
+{
+    if (!m_parts.files.facts(folder)) {
+        m_parts.files.makeFolder(folder);
+    }
+    const auto facts = m_parts.files.facts(folder);
+    return facts && facts->isFolder && !facts->isLink;
+}
+
+/// The folder in a recycle folder that a file belongs into; empty when there is none.
+/// \param file without links
+QString RecycleFolder::folderFor(const QString& file, Reason reason, QString& recycler)
+{
+    const QString root = m_parts.files.volume(file).root;
+    QStringList parts = path::components(path::parent(file)).mid(1);
+    recycler = path::join(root, kFolder);
+    const bool isOnVolume = !root.isEmpty() && isBelow(file, root) && makeOwnFolder(recycler) &&
+                            m_parts.files.canList(recycler);
+    if (isOnVolume) {
+        parts = parts.mid(path::components(root).size() - 1);
+    } else {
+        recycler = path::join(m_parts.homeFolder, kFolder);
+        if (!m_parts.files.makeFolders(m_parts.homeFolder) || !makeOwnFolder(recycler)) {
+            return {};
+        }
+    }
+    if (reason == Reason::Damaged) {
+        parts.prepend(kDamaged);
+    }
+    QString folder = recycler;
+    for (const QString& part : parts) {
+        folder = path::join(folder, part);
+        if (!makeOwnFolder(folder)) {
+            return {};
+        }
+    }
+    return folder;
+}
+
+/// False when the name is taken. \throws IoError
+bool RecycleFolder::moveTo(const QString& file, const QString& target, const CopyStep& step)
+{
+    Files& files = m_parts.files;
+    try {
+        files.rename(file, target);
+        return true;
+    } catch (const IoError& error) {
+        if (error.number() == EEXIST) {
+            return false;
+        }
+        if (error.number() != EXDEV) {
+            throw;
+        }
+    }
+    if (files.names(path::parent(target)).contains(path::fileName(target))) {
+        return false;
+    }
+    if (files.facts(file).value_or(FileFacts()).isLink) {
+        throw IoError(file, u"a link to another volume"_s);
+    }
+    if (!files.copyInSteps(file, target, step)) {
+        throw IoError(file, u"given up"_s);
+    }
+    if (files.read(file, kLargestFile) != files.read(target, kLargestFile) || !files.remove(file)) {
+        files.remove(target);
+        throw IoError(file, u"the copy is not the same"_s);
+    }
+    return true;
+}
+
+bool RecycleFolder::take(const RemovedTrack& track, Reason reason, const CopyStep& step)
+{
+    if (track.isOnDisc) {
+        return false;
+    }
+    QString folder = track.path;
+    const QString stored =
+        FileLocator(m_parts.files, m_parts.dataFolder).ExistFile(folder, track.name);
+    const QString place = m_parts.files.canonical(path::parent(stored));
+    if (place.isEmpty() || !m_parts.files.fileExists(stored)) {
+        return false;
+    }
+    // Its folder without links: a link that is the file itself is moved itself.
+    const QString file = path::join(place, path::fileName(stored));
+    if (path::components(file).contains(kFolder)) {
+        return false;
+    }
+    try {
+        RecycledFile record{.fid = track.fid,
+                            .title = track.title,
+                            .from = file,
+                            .rows = track.rows,
+                            .moment = m_parts.clock.now()};
+        const QString target = folderFor(file, reason, record.folder);
+        if (target.isEmpty()) {
+            return false;
+        }
+        remember(record.folder);
+        for (int number = 1; number < kMaxNumber; ++number) {
+            record.to = path::join(target, numbered(path::fileName(file), number));
+            if (m_parts.files.facts(record.to)) {
+                continue;
+            }
+            write(record);
+            if (moveTo(file, record.to, step)) {
+                writeScripts(record);
+                return true;
+            }
+        }
+    } catch (const IoError&) {
+        // It stays where it is, or its record tells the way back without the scripts.
+    }
+    return false;
+}
+
+void RecycleFolder::write(const RecycledFile& file)
+{
+    m_parts.files.append(path::join(file.folder, kRecords), lineOf(file));
+}
+
+void RecycleFolder::writeScripts(const RecycledFile& file)
+{
+    const QString shell = path::join(file.folder, recyclescript::kShell);
+    QByteArray line =
+        recyclescript::shellLine(m_parts.systemName(file.to), m_parts.systemName(file.from));
+    if (!m_parts.files.facts(shell)) {
+        line.prepend(recyclescript::shellHead());
+    }
+    m_parts.files.append(shell, line);
+    const QString folder = path::withSeparator(path::parent(file.from));
+    m_parts.files.append(path::join(file.folder, recyclescript::kBatch),
+                         recyclescript::batchLine(file.to, folder).toUtf8());
+}
+
+QStringList RecycleFolder::folders() const
+{
+    const QString list = path::join(m_parts.dataFolder, kList);
+    try {
+        return m_parts.files.fileExists(list)
+                   ? textfile::lines(QString::fromUtf8(m_parts.files.read(list, kLargestRecord)))
+                   : QStringList();
+    } catch (const IoError&) {
+        return {};
+    }
+}
+
+void RecycleFolder::remember(const QString& recycler)
+{
+    if (!folders().contains(recycler)) {
+        m_parts.files.append(path::join(m_parts.dataFolder, kList), recycler.toUtf8() + '\n');
+    }
+}
+
+std::vector<RecycledFile> RecycleFolder::all() const
+{
+    std::vector<RecycledFile> result;
+    for (const QString& folder : folders()) {
+        const QString records = path::join(folder, kRecords);
+        if (!m_parts.files.fileExists(records)) {
+            continue;
+        }
+        for (const QByteArray& line : m_parts.files.read(records, kLargestRecord).split('\n')) {
+            std::optional<RecycledFile> file = recordOf(folder, line);
+            if (!file) {
+                continue;
+            }
+            file->isHere = m_parts.files.fileExists(file->to);
+            if (file->isHere || m_parts.files.fileExists(file->from)) {
+                result.push_back(std::move(*file));
+            }
+        }
+    }
+    return result;
+}
+
+void RecycleFolder::putBack(const RecycledFile& file, const CopyStep& step)
+{
+    if (!file.isHere) {
+        return;
+    }
+    if (!m_parts.files.makeFolders(path::parent(file.from))) {
+        throw IoError(path::parent(file.from), u"the folder cannot be made"_s);
+    }
+    if (!moveTo(file.to, file.from, step)) {
+        throw IoError(file.from, u"File exists"_s, EEXIST);
+    }
+}
+
+void RecycleFolder::removeText(const QString& file, const QByteArray& text)
+{
+    if (!m_parts.files.fileExists(file)) {
+        return;
+    }
+    QByteArray content = m_parts.files.read(file, kLargestRecord);
+    // Only whole lines: the same letters may stand within another one.
+    const qsizetype at = content.startsWith(text) ? 0 : content.indexOf('\n' + text) + 1;
+    if (at > 0 || content.startsWith(text)) {
+        m_parts.files.writeWhole(file, content.remove(at, text.size()));
+    }
+}
+
+void RecycleFolder::forget(const RecycledFile& file)
+{
+    removeText(
+        path::join(file.folder, recyclescript::kShell),
+        recyclescript::shellLine(m_parts.systemName(file.to), m_parts.systemName(file.from)));
+    removeText(
+        path::join(file.folder, recyclescript::kBatch),
+        recyclescript::batchLine(file.to, path::withSeparator(path::parent(file.from))).toUtf8());
+    removeText(path::join(file.folder, kRecords), lineOf(file));
+}
+
+} // namespace melovane

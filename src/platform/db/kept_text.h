@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+#include <string_view>
+
+namespace melovane {
+
+/// The text of the bytes in which a file keeps it, see WalkedRow::bytes: UTF-8, in which a
+/// surrogate without its partner stands as its three bytes. Other bytes that are no UTF-8 read as
+/// U+FFFD.
+[[nodiscard]] QString keptText(std::string_view bytes);
+
+} // namespace melovane
