@@ -9,6 +9,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSet>
 
 #include <cerrno>
 
@@ -197,18 +198,24 @@ void RecycleFolder::write(const RecycledFile& file)
     m_parts.files.append(path::join(file.folder, kRecords), lineOf(file));
 }
 
+QByteArray RecycleFolder::batchLine(const RecycledFile& file) const
+{
+    const QString folder = path::withSeparator(path::parent(file.from));
+    return recyclescript::batchLine(file.to, folder).toUtf8();
+}
+
+QByteArray RecycleFolder::shellLine(const RecycledFile& file) const
+{
+    return recyclescript::shellLine(m_parts.systemName(file.to), m_parts.systemName(file.from));
+}
+
 void RecycleFolder::writeScripts(const RecycledFile& file)
 {
     const QString shell = path::join(file.folder, recyclescript::kShell);
-    QByteArray line =
-        recyclescript::shellLine(m_parts.systemName(file.to), m_parts.systemName(file.from));
-    if (!m_parts.files.facts(shell)) {
-        line.prepend(recyclescript::shellHead());
-    }
-    m_parts.files.append(shell, line);
-    const QString folder = path::withSeparator(path::parent(file.from));
-    m_parts.files.append(path::join(file.folder, recyclescript::kBatch),
-                         recyclescript::batchLine(file.to, folder).toUtf8());
+    const bool isThere = m_parts.files.facts(shell).has_value();
+    m_parts.files.append(shell,
+                         (isThere ? QByteArray() : recyclescript::shellHead()) + shellLine(file));
+    m_parts.files.append(path::join(file.folder, recyclescript::kBatch), batchLine(file));
 }
 
 QStringList RecycleFolder::folders() const
@@ -265,28 +272,59 @@ void RecycleFolder::putBack(const RecycledFile& file, const CopyStep& step)
     }
 }
 
-void RecycleFolder::removeText(const QString& file, const QByteArray& text)
+/// Lines with their ends; none for a file that is not there.
+QList<QByteArray> RecycleFolder::linesOf(const QString& folder, QStringView name) const
 {
+    const QString file = path::join(folder, name);
     if (!m_parts.files.fileExists(file)) {
-        return;
+        return {};
     }
-    QByteArray content = m_parts.files.read(file, kLargestRecord);
-    // Only whole lines: the same letters may stand within another one.
-    const qsizetype at = content.startsWith(text) ? 0 : content.indexOf('\n' + text) + 1;
-    if (at > 0 || content.startsWith(text)) {
-        m_parts.files.writeWhole(file, content.remove(at, text.size()));
+    QList<QByteArray> lines = m_parts.files.read(file, kLargestRecord).split('\n');
+    const QByteArray rest = lines.takeLast();
+    for (QByteArray& line : lines) {
+        line += '\n';
+    }
+    return rest.isEmpty() ? lines : lines << rest;
+}
+
+void RecycleFolder::replaceLines(const QString& folder,
+                                 QStringView name,
+                                 const QList<QByteArray>& lines)
+{
+    const QString file = path::join(folder, name);
+    if (!lines.isEmpty()) {
+        m_parts.files.writeWhole(file, lines.join());
+    } else if (m_parts.files.fileExists(file)) {
+        m_parts.files.remove(file);
     }
 }
 
-void RecycleFolder::forget(const RecycledFile& file)
+void RecycleFolder::forget(const std::vector<RecycledFile>& files)
 {
-    removeText(
-        path::join(file.folder, recyclescript::kShell),
-        recyclescript::shellLine(m_parts.systemName(file.to), m_parts.systemName(file.from)));
-    removeText(
-        path::join(file.folder, recyclescript::kBatch),
-        recyclescript::batchLine(file.to, path::withSeparator(path::parent(file.from))).toUtf8());
-    removeText(path::join(file.folder, kRecords), lineOf(file));
+    QHash<QString, QSet<QByteArray>> gone; // lines by folder
+    for (const RecycledFile& file : files) {
+        gone[file.folder] << lineOf(file) << batchLine(file);
+    }
+    for (auto folder = gone.cbegin(); folder != gone.cend(); ++folder) {
+        const auto isGone = [&](const QByteArray& line) { return folder->contains(line); };
+        QList<QByteArray> batch = linesOf(folder.key(), recyclescript::kBatch);
+        batch.removeIf(isGone);
+        QList<QByteArray> records = linesOf(folder.key(), kRecords);
+        records.removeIf(isGone);
+        QList<QByteArray> shell;
+        for (const QByteArray& line : records) {
+            if (const auto left = recordOf(folder.key(), line)) {
+                shell.append(shellLine(*left));
+            }
+        }
+        if (!shell.isEmpty()) {
+            shell.prepend(recyclescript::shellHead());
+        }
+        replaceLines(folder.key(), recyclescript::kBatch, batch);
+        replaceLines(folder.key(), recyclescript::kShell, shell);
+        // The last one: until it is written the files are known.
+        replaceLines(folder.key(), kRecords, records);
+    }
 }
 
 } // namespace melovane

@@ -71,8 +71,9 @@ public:
     /// has its name there. Nothing for one that was never moved. \throws IoError
     void putBack(const RecycledFile& file, const CopyStep& step);
 
-    /// Takes the lines of a file out of both scripts and out of the side record. \throws IoError
-    void forget(const RecycledFile& file);
+    /// Takes the lines of files out of the side records and out of both scripts; those go with the
+    /// last line. What other programs have written into ReMoveFiles.bat stays. \throws IoError
+    void forget(const std::vector<RecycledFile>& files);
 
 private:
     [[nodiscard]] QString folderFor(const QString& file, Reason reason, QString& recycler);
@@ -82,7 +83,10 @@ private:
     void writeScripts(const RecycledFile& file);
     void remember(const QString& recycler);
     [[nodiscard]] QStringList folders() const;
-    void removeText(const QString& file, const QByteArray& text);
+    [[nodiscard]] QList<QByteArray> linesOf(const QString& folder, QStringView name) const;
+    void replaceLines(const QString& folder, QStringView name, const QList<QByteArray>& lines);
+    [[nodiscard]] QByteArray batchLine(const RecycledFile& file) const;
+    [[nodiscard]] QByteArray shellLine(const RecycledFile& file) const;
 
     RecycleParts m_parts;
 };

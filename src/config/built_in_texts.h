@@ -40,6 +40,7 @@ namespace owntexts {
 [[nodiscard]] std::span<const BuiltInText> bench();
 [[nodiscard]] std::span<const BuiltInText> care();
 [[nodiscard]] std::span<const BuiltInText> found();
+[[nodiscard]] std::span<const BuiltInText> settingsPages();
 } // namespace owntexts
 
 } // namespace melovane

@@ -3,6 +3,8 @@
 #include "config/built_in_texts.h"
 #include "config/config_objects.h"
 
+#include <QSet>
+
 namespace melovane::MelovaneConfiguration {
 
 using namespace Qt::Literals::StringLiterals;
@@ -22,10 +24,25 @@ ConfigObject itemOf(const BuiltInText& text)
     return item;
 }
 
-void add(ConfigObjects& catalogue, std::span<const BuiltInText> texts)
+using Table = std::span<const BuiltInText> (*)();
+
+/// In the order of filling: of two items with one name the first stays.
+constexpr Table kTables[] = {
+    &suitetexts::toolTips, &suitetexts::messages, &suitetexts::settingsWindow,
+    &suitetexts::menus,    &suitetexts::controls, &suitetexts::settings,
+    &owntexts::windows,    &owntexts::columns,    &owntexts::views,
+    &owntexts::importer,   &owntexts::exporting,  &owntexts::lists,
+    &owntexts::tagWriting, &owntexts::viewer,     &owntexts::bench,
+    &owntexts::care,       &owntexts::found,      &owntexts::settingsPages,
+};
+
+/// Calls `use(text)` for each built-in text.
+template <typename Use> void forEachText(const Use& use)
 {
-    for (const BuiltInText& text : texts) {
-        catalogue.Add(itemOf(text));
+    for (const Table table : kTables) {
+        for (const BuiltInText& text : table()) {
+            use(text);
+        }
     }
 }
 
@@ -35,25 +52,26 @@ void fill(ConfigObjects& catalogue)
 {
     // The settings file; the name has one spelling here, where letter case counts.
     catalogue.SetFileName(u"melovane.ini"_s);
-    add(catalogue, suitetexts::toolTips());
-    add(catalogue, suitetexts::messages());
-    add(catalogue, suitetexts::settingsWindow());
-    add(catalogue, suitetexts::menus());
-    add(catalogue, suitetexts::controls());
-    add(catalogue, suitetexts::settings());
-    add(catalogue, owntexts::windows());
-    add(catalogue, owntexts::columns());
-    add(catalogue, owntexts::views());
-    add(catalogue, owntexts::importer());
-    add(catalogue, owntexts::exporting());
-    add(catalogue, owntexts::lists());
-    add(catalogue, owntexts::tagWriting());
-    add(catalogue, owntexts::viewer());
-    add(catalogue, owntexts::bench());
-    add(catalogue, owntexts::care());
-    add(catalogue, owntexts::found());
+    forEachText([&catalogue](const BuiltInText& text) { catalogue.Add(itemOf(text)); });
     catalogue.LoadAllValue();
     catalogue.LoadAllLang(catalogue.value(u"Sprach.Datei"));
+}
+
+void speak(ConfigObjects& catalogue, const QString& language)
+{
+    QSet<QString> done;
+    forEachText([&](const BuiltInText& text) {
+        ConfigObject* const item = catalogue.FindObject(text.name);
+        const QString name = text.name.toString().toUpper();
+        if (item == nullptr || done.contains(name)) {
+            return;
+        }
+        done.insert(name);
+        item->Description = text.description.toString();
+        item->DescriptionEx = text.descriptionEx.toString();
+        item->ToolTip.clear();
+    });
+    catalogue.LoadAllLang(language);
 }
 
 } // namespace melovane::MelovaneConfiguration

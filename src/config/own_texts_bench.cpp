@@ -116,6 +116,19 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"bench.fault.changed", u"Inzwischen anderswo geändert"},
     {u"bench.fault.import", u"Nicht importiert"},
     {u"bench.fault.rename", u"Nicht umbenannt"},
+    {u"bench.fault.cover", u"Titelbild nicht abgelegt"},
+    {u"bench.cover", u"Titelbild"},
+    {u"bench.cover.none", u"Kein Titelbild"},
+    {u"bench.cover.one", u"Ein Titelbild"},
+    {u"bench.cover.several", u"$1 verschiedene Titelbilder"},
+    {u"bench.cover.without", u"$1 Titel ohne Bild"},
+    {u"bench.cover.without.one", u"1 Titel ohne Bild"},
+    {u"bench.cover.size", u"$1 × $1, $2 % JPEG"},
+    {u"bench.cover.choose", u"&Bild wählen ..."},
+    {u"bench.cover.choose.tip", u"Ein Bild für alle gewählten Titel; es lässt sich auch hierher ziehen"},
+    {u"bench.cover.off", u"&Entfernen"},
+    {u"bench.cover.off.tip", u"Das Titelbild der gewählten Titel entfernen"},
+    {u"bench.cover.unreadable", u"Das Bild lässt sich nicht lesen"},
 });
 // clang-format on
 

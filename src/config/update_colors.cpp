@@ -46,6 +46,16 @@ UpdateColors::UpdateColors(GlobalSettings& settings)
     dLoadIni();
 }
 
+QString UpdateColors::builtIn(QStringView name)
+{
+    for (const auto& [key, value] : kBuiltIn) {
+        if (key.compare(name, Qt::CaseInsensitive) == 0) {
+            return value.toString();
+        }
+    }
+    return {};
+}
+
 void UpdateColors::dLoadIni()
 {
     m_values.clear();

@@ -28,6 +28,9 @@ public:
     /// Reads the values.
     explicit UpdateColors(GlobalSettings& settings);
 
+    /// A value as the program delivers it; empty for an unknown name.
+    [[nodiscard]] static QString builtIn(QStringView name);
+
     /// Keeps a value and marks it as changed; a name outside the table is skipped.
     void SetColorValue(const QString& name, const QString& value);
 

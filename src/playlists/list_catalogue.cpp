@@ -4,11 +4,11 @@
 #include "platform/db/database.h"
 #include "platform/db/sql_text.h"
 #include "playlists/list_edit.h"
+#include "playlists/name_format.h"
 #include "playlists/playlist_table.h"
 #include "store/row_statements.h"
 
 #include <QHash>
-#include <QRegularExpression>
 
 namespace melovane {
 
@@ -249,45 +249,11 @@ void ListCatalogue::arrange(const std::vector<ListPlace>& places,
     });
 }
 
-namespace {
-
-/// The moment of now by a pattern of a name. Without a letter of a date it stands for itself.
-QString dateOfNow(Database& database, QString pattern)
-{
-    static const QRegularExpression kDateLetter(u"[dmyhns]"_s,
-                                                QRegularExpression::CaseInsensitiveOption);
-    if (!pattern.contains(kDateLetter)) {
-        return pattern;
-    }
-    // The dialect takes a pattern with a 0 for one of numbers; here it is a sign like others.
-    constexpr QChar kZero(0xE000);
-    pattern.replace(u'0', kZero);
-    return database.OpenRecordset(u"select format(now, "_s + sql::text(pattern) + u')')
-        ->value(0)
-        .toText()
-        .replace(kZero, u'0');
-}
-
-} // namespace
-
 QString ListCatalogue::nameFromFormat(const QString& format) const
 {
     QString name = format;
-    quiet(u"Name of a playlist"_s, [&](Database& database) {
-        const QStringList parts = format.split(u'#');
-        QString made = parts.first();
-        for (qsizetype i = 1; i < parts.size(); ++i) {
-            // Every second part lies between two marks; the last one may have lost its own.
-            if (i % 2 == 0) {
-                made += parts[i];
-            } else if (i == parts.size() - 1) {
-                made += u'#' + parts[i];
-            } else if (!parts[i].isEmpty()) {
-                made += dateOfNow(database, parts[i]);
-            }
-        }
-        name = made;
-    });
+    quiet(u"Name of a playlist"_s,
+          [&](Database& database) { name = nameOfFormat(database, format); });
     return name;
 }
 

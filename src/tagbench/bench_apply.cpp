@@ -8,6 +8,7 @@
 #include "playlists/playlist_table.h"
 #include "playlists/track_step.h"
 #include "store/pending_jobs.h"
+#include "tagbench/cover_work.h"
 #include "tagbench/file_moves.h"
 
 #include <QHash>
@@ -60,6 +61,7 @@ public:
         : m_parts(parts)
         , m_tracks(tracks)
         , m_goOn(goOn)
+        , m_locator(parts.files, parts.dataFolder)
         , m_moves(parts.files, parts.dataFolder, parts.library)
     {
         for (int track = 0; track < tracks.count(); ++track) {
@@ -84,7 +86,13 @@ public:
         for (const QString& tree : std::as_const(m_result.trees)) {
             PendingJobs::ChangeTree(m_parts.database, tree);
         }
+        if (m_parts.covers) {
+            m_parts.covers->settle();
+        }
         all.commit();
+        if (m_parts.covers) {
+            m_parts.covers->keep(m_parts.database);
+        }
         m_moves.keep(m_parts.removeEmptyFolders);
         for (const auto& [track, fid] : m_newFids) {
             m_tracks.setFid(track, fid);
@@ -190,6 +198,7 @@ private:
                 for (const TrackField field : benchFields()) {
                     texts[size_t(benchSlot(field))] = rows->value(columnOf(field)).toText();
                 }
+                texts[size_t(benchSlot(kBenchCover))] = rows->value(columnOf(kBenchCover)).toText();
                 texts.back() = rows->value(u"Path").toText() + rows->value(u"DName").toText();
                 m_rows.insert(rows->value(u"FID").toText(), texts);
             }
@@ -199,7 +208,7 @@ private:
     [[nodiscard]] bool isStale(const BenchTrack& track, const BenchTrack::Texts& row) const
     {
         for (size_t slot = 0; slot < row.size(); ++slot) {
-            if (track.now[slot] != track.stored[slot] && row[slot] != track.stored[slot]) {
+            if (track.now[slot] != track.stored[slot] && row[slot] != imageOf(track.stored[slot])) {
                 return true;
             }
         }
@@ -236,6 +245,9 @@ private:
             }
         }
         const bool isMoved = m_moved.contains(number);
+        if (m_parts.covers && m_tracks.isChanged(number, kBenchCover)) {
+            changeCover(number, isMoved ? track.place() : track.storedPlace(), values);
+        }
         if (isMoved) {
             values.push_back({u"Path"_s, folderOf(track.place())});
             values.push_back({u"DName"_s, path::fileName(track.place())});
@@ -244,9 +256,27 @@ private:
             ++m_result.renamed;
         }
         store(number, values, track.isChangedInTag() ? TagOrder::Enter : TagOrder::None);
-        if (isMoved || track.place() == track.storedPlace()) {
+        if (!isMoved && track.place() != track.storedPlace()) {
+            m_result.left.push_back({number, kBenchPlace, track.place()});
+        }
+        if (!values.empty() || track.fid.isEmpty()) {
             m_result.written.push_back(number);
         }
+    }
+
+    void changeCover(int number, const QString& place, std::vector<ColumnValue>& values)
+    {
+        const QString& now = m_tracks.text(number, kBenchCover);
+        try {
+            m_parts.covers->change(m_parts.database, fidOf(number),
+                                   imageOf(m_tracks.storedText(number, kBenchCover)), imageOf(now),
+                                   m_locator.placeOf(place));
+        } catch (const IoError& error) {
+            m_result.problems.push_back({number, BenchFault::NoCover, error.reason()});
+            m_result.left.push_back({number, kBenchCover, now});
+            return;
+        }
+        values.push_back({columnOf(kBenchCover).toString(), imageOf(now)});
     }
 
     /// The one place where a change of the bench enters a row.
@@ -275,6 +305,7 @@ private:
     const Parts& m_parts;
     BenchTracks& m_tracks;
     const GoOn& m_goOn;
+    FileLocator m_locator;
     FileMoves m_moves;
     TrackStep* m_step = nullptr; ///< while run() works
     std::vector<int> m_waiting;

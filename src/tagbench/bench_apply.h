@@ -11,6 +11,7 @@
 
 namespace melovane {
 
+class CoverWork;
 class Database;
 class Files;
 class ListHistory;
@@ -23,6 +24,7 @@ enum class BenchFault
     ChangedElse, ///< somebody else has changed the same field since it was read
     NotImported, ///< a new file that could not enter the library
     NotRenamed,  ///< all else of it was written
+    NoCover,     ///< the same
 };
 
 struct BenchProblem
@@ -37,7 +39,8 @@ struct BenchOutcome
 {
     std::vector<int> written = {}; ///< tracks whose changes are stored, new ones included
     std::vector<BenchProblem> problems = {};
-    QStringList trees = {}; ///< that are out of date with it
+    QStringList trees = {};           ///< that are out of date with it
+    std::vector<BenchCell> left = {}; ///< of these tracks: what could not be stored
     int imported = 0;
     int renamed = 0;
     bool isCancelled = false; ///< nothing has changed then
@@ -65,6 +68,7 @@ public:
         QString dataFolder;             ///< of `ChangeDir.conf`
         QString library;                ///< full path of the database
         NewTracks* newTracks = nullptr; ///< that has read the tracks without an identifier
+        CoverWork* covers = nullptr;    ///< without it no cover is changed
         bool removeEmptyFolders = false;
     };
 

@@ -14,7 +14,7 @@ namespace {
 
 using F = TrackField;
 
-constexpr std::array<F, kBenchSlots - 1> kFields = {
+constexpr std::array<F, kBenchSlots - 2> kFields = {
     F::Titel, F::Interpret, F::Album, F::Kommentar, F::Jahr,     F::Track,
     F::BPM,   F::Genre,     F::Note,  F::Kategorie, F::Stimmung, F::Situation,
     F::Tempo, F::User1,     F::User2, F::User3,     F::User4,    F::User5};
@@ -56,10 +56,18 @@ std::span<const TrackField> benchFields()
     return kFields;
 }
 
+QString imageOf(const QString& cover)
+{
+    return cover == kNoCover ? QString() : cover;
+}
+
 int benchSlot(TrackField field)
 {
     if (field == kBenchPlace) {
         return kBenchSlots - 1;
+    }
+    if (field == kBenchCover) {
+        return kBenchSlots - 2;
     }
     const auto* const found = std::ranges::find(kFields, field);
     return found == kFields.end() ? -1 : int(found - kFields.begin());
@@ -67,7 +75,7 @@ int benchSlot(TrackField field)
 
 std::optional<QString> benchText(TrackField field, const QString& typed)
 {
-    if (field == kBenchPlace) {
+    if (field == kBenchPlace || field == kBenchCover) {
         return typed;
     }
     QString text = typed;

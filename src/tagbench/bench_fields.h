@@ -3,24 +3,35 @@
 #include "store/track_fields.h"
 
 #include <QString>
+#include <QStringView>
 
 #include <optional>
 #include <span>
 
 namespace melovane {
 
-/// The fields of a track that the tag tool changes, in the order of its grid and its form. The file
-/// itself, kBenchPlace, stands behind them.
+/// The fields of a track that the tag tool changes, in the order of its grid and its form. The
+/// cover, kBenchCover, and the file itself, kBenchPlace, stand behind them.
 [[nodiscard]] std::span<const TrackField> benchFields();
 
 /// The pseudo field of the full name of the file.
 inline constexpr TrackField kBenchPlace = TrackField::DName;
 
-/// Place of a field among benchFields(), kBenchPlace behind the last; -1 for any other.
+/// The pseudo field of the cover: the name of its picture, or kNoCover for one that is taken off.
+inline constexpr TrackField kBenchCover = TrackField::Image;
+
+/// No name of a picture: the cover goes, also one that stands in the file alone.
+inline constexpr QStringView kNoCover = u"/";
+
+/// What the column holds for a text of kBenchCover.
+[[nodiscard]] QString imageOf(const QString& cover);
+
+/// Place of a field among benchFields(), kBenchCover and kBenchPlace behind the last; -1 for any
+/// other.
 [[nodiscard]] int benchSlot(TrackField field);
 
-/// Number of slots, that of kBenchPlace included.
-inline constexpr int kBenchSlots = 19;
+/// Number of slots, those of kBenchCover and kBenchPlace included.
+inline constexpr int kBenchSlots = 20;
 
 /// What a field holds for a typed text; nothing for one that it does not take.
 ///

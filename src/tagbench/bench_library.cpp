@@ -34,6 +34,7 @@ std::vector<BenchTrack> markedTracks(Database& database)
         for (const TrackField field : benchFields()) {
             track.stored[size_t(benchSlot(field))] = rows->value(columnOf(field)).toText();
         }
+        track.stored[size_t(benchSlot(kBenchCover))] = rows->value(columnOf(kBenchCover)).toText();
         track.stored.back() = track.folder + rows->value(columnOf(TrackField::DName)).toText();
         track.now = track.stored;
         result.push_back(track);

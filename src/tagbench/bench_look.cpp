@@ -94,7 +94,8 @@ BenchEditing::BenchEditing(BenchTracks& tracks)
 bool BenchEditing::canEdit(qint64 row, const QString& field) const
 {
     const TrackField known = fieldOf(field);
-    return row >= 0 && row < m_tracks.rowCount() && known != kBenchPlace && benchSlot(known) >= 0;
+    return row >= 0 && row < m_tracks.rowCount() && known != kBenchPlace && known != kBenchCover &&
+           benchSlot(known) >= 0;
 }
 
 QStringList BenchEditing::choices(const QString& field) const

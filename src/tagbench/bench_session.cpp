@@ -10,6 +10,7 @@
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "tagbench/bench_library.h"
+#include "tagbench/cover_work.h"
 #include "tagbench/library_visit.h"
 #include "tagbench/rename_journal.h"
 
@@ -48,6 +49,8 @@ QString faultKey(BenchFault fault)
         return u"bench.fault.import"_s;
     case BenchFault::NotRenamed:
         return u"bench.fault.rename"_s;
+    case BenchFault::NoCover:
+        return u"bench.fault.cover"_s;
     }
     return {};
 }
@@ -58,6 +61,9 @@ BenchSession::BenchSession(const Parts& parts, BenchMode mode)
     : m_parts(parts)
     , m_mode(mode)
     , m_library(parts.settings.DbName())
+    , m_covers({parts.files, parts.dataFolder, parts.covers, parts.pictures},
+               parts.worker,
+               m_tracks)
 {}
 
 BenchSession::~BenchSession() = default;
@@ -153,7 +159,7 @@ BenchOutcome BenchSession::apply(bool removeEmptyFolders, const GoOn& goOn)
         applyTo(*LibraryVisit(m_parts.engine, m_library), removeEmptyFolders, isWanted);
     outcome.reason = reason;
     if (outcome.hasChanged()) {
-        m_tracks.setStored(outcome.written);
+        m_tracks.setStored(outcome.written, outcome.left);
         if (whenWritten) {
             whenWritten();
         }
@@ -168,12 +174,14 @@ BenchOutcome BenchSession::applyTo(Database& library, bool removeEmptyFolders, c
     if (fresh && !readNewFiles(*fresh, goOn)) {
         return {.isCancelled = true};
     }
+    CoverWork covers(m_covers.sources(), m_covers.pictures());
     return BenchApply({.database = library,
                        .history = m_parts.history,
                        .files = m_parts.files,
                        .dataFolder = m_parts.dataFolder,
                        .library = m_library,
                        .newTracks = fresh.get(),
+                       .covers = &covers,
                        .removeEmptyFolders = removeEmptyFolders})
         .apply(m_tracks, goOn);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tagbench/bench_apply.h"
+#include "tagbench/bench_covers.h"
 #include "tagbench/bench_tracks.h"
 
 #include <QString>
@@ -13,6 +14,7 @@ namespace melovane {
 
 class Clock;
 class ConfigObjects;
+class CoverReader;
 class Database;
 class DBEngine;
 class FileLock;
@@ -20,7 +22,9 @@ class Files;
 class GlobalSettings;
 class ListHistory;
 class NewTracks;
+class PictureMaker;
 class TagReader;
+class Worker;
 
 /// What stands on the bench.
 enum class BenchMode
@@ -45,6 +49,9 @@ public:
         const TagReader& reader;
         const Clock& clock;
         const ConfigObjects& texts;
+        const CoverReader& covers;
+        const PictureMaker& pictures;
+        Worker& worker;     ///< for pictures
         QString dataFolder; ///< of `ChangeDir.conf`
         /// Lets one tool at a time write; null while another one does. Empty where no lock can be
         /// made.
@@ -66,6 +73,8 @@ public:
     [[nodiscard]] BenchTracks& tracks() { return m_tracks; }
 
     [[nodiscard]] const BenchTracks& tracks() const { return m_tracks; }
+
+    [[nodiscard]] BenchCovers& covers() { return m_covers; }
 
     /// Takes the marked tracks over from the console, which may then mark others; for new files
     /// there are none. Names of files that a tool left unfinished when it was killed are mended
@@ -119,6 +128,7 @@ private:
     BenchMode m_mode;
     QString m_library; ///< whatever the settings say by now: the tracks are of this one
     BenchTracks m_tracks;
+    BenchCovers m_covers;
     QString m_addedText;
 };
 

@@ -13,6 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int kPlaceSlot = kBenchSlots - 1;
+constexpr int kCoverSlot = kBenchSlots - 2;
 constexpr int kFidColumn = kBenchSlots;
 
 /// Steps that can be taken back: more than anybody wants, less than a memory holds.
@@ -20,7 +21,9 @@ constexpr size_t kMaxSteps = 200;
 
 TrackField fieldOf(int slot)
 {
-    return slot == kPlaceSlot ? kBenchPlace : benchFields()[size_t(slot)];
+    return slot == kPlaceSlot   ? kBenchPlace
+           : slot == kCoverSlot ? kBenchCover
+                                : benchFields()[size_t(slot)];
 }
 
 } // namespace
@@ -198,8 +201,11 @@ void BenchTracks::redo()
     tell();
 }
 
-void BenchTracks::setStored(const std::vector<int>& tracks)
+void BenchTracks::setStored(const std::vector<int>& tracks, const std::vector<BenchCell>& left)
 {
+    for (const BenchCell& cell : left) {
+        put(cell.track, benchSlot(cell.field), storedText(cell.track, cell.field));
+    }
     for (const int track : tracks) {
         BenchTrack& written = m_tracks[size_t(track)];
         for (size_t slot = 0; slot < written.now.size(); ++slot) {
@@ -209,6 +215,9 @@ void BenchTracks::setStored(const std::vector<int>& tracks)
             written.folder = written.place().chopped(path::fileName(written.place()).size());
         }
         written.stored = written.now;
+    }
+    for (const BenchCell& cell : left) {
+        put(cell.track, benchSlot(cell.field), cell.text);
     }
     m_typedTracks.clear();
     m_done.clear();
@@ -235,7 +244,7 @@ bool BenchTracks::isShown(const BenchTrack& track) const
         return text.contains(m_filter, Qt::CaseInsensitive);
     };
     return m_filter.isEmpty() ||
-           std::any_of(track.now.begin(), track.now.begin() + kPlaceSlot, has) ||
+           std::any_of(track.now.begin(), track.now.begin() + kCoverSlot, has) ||
            has(track.shownPlace());
 }
 

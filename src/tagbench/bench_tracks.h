@@ -48,7 +48,7 @@ struct BenchCell
 /// is a step that can be taken back. Nothing here reads or writes a file or a database.
 ///
 /// As a source of rows it shows the tracks that the filter lets through: `track(row)` tells which.
-/// Columns are the names of benchFields(), then DName (shownPlace()) and FID.
+/// Columns are the names of benchFields(), then Image, DName (shownPlace()) and FID.
 class BenchTracks : public GridSource
 {
     Q_OBJECT
@@ -100,8 +100,8 @@ public:
     void undo();
     void redo();
 
-    /// What these tracks are to become is stored now; the steps end here.
-    void setStored(const std::vector<int>& tracks);
+    /// What these tracks are to become is stored now, but for some cells; the steps end here.
+    void setStored(const std::vector<int>& tracks, const std::vector<BenchCell>& left = {});
     /// A row was added for a file.
     void setFid(int track, const QString& fid);
 

@@ -2,29 +2,13 @@
 
 #include "bus/event_guard.h"
 #include "config/config_objects.h"
-#include "config/global_settings.h"
 #include "platform/controls/file_chooser.h"
 #include "platform/controls/warnings.h"
-#include "platform/system/path_text.h"
+#include "trackedit/cover_settings.h"
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-const QString kSection = u"Global"_s;
-
-/// Where the last picture was found.
-const QString kFolder = u"NewImage.Such.DIR"_s;
-
-/// Largest width of a cover in pixels, and its quality.
-const QString kMostWidth = u"Import.Image.Max.Size"_s;
-const QString kQuality = u"Import.Image.Quality"_s;
-constexpr int kFirstWidth = 500;
-constexpr int kFirstQuality = 75;
-
-} // namespace
 
 CoverChange::CoverChange(Parts parts)
     : m_parts(std::move(parts))
@@ -32,20 +16,19 @@ CoverChange::CoverChange(Parts parts)
 
 void CoverChange::choose(const Covers::Track& track)
 {
-    GlobalSettings& settings = m_parts.settings;
+    const CoverSettings settings = CoverSettings::of(m_parts.settings);
     const QStringList chosen = m_parts.chooser.openFiles(
         {.title = m_parts.texts.text(u"edittag.image.title"),
-         .start = settings.GetKeyValue(kSection, kFolder, QString()),
+         .start = settings.folder,
          .kind = m_parts.texts.text(u"edittag.image.kind"),
          .patterns = {u"*.bmp"_s, u"*.jpg"_s, u"*.jpeg"_s, u"*.gif"_s, u"*.png"_s}});
     if (chosen.isEmpty()) {
         return;
     }
     const QString& picture = chosen.first();
-    settings.WriteKeyValue(kSection, kFolder, path::parent(picture));
+    CoverSettings::keepFolderOf(m_parts.settings, picture);
     m_parts.covers.prepare(
-        track, picture, std::max(1, settings.GetKeyValueLong(kSection, kMostWidth, kFirstWidth)),
-        settings.GetKeyValueLong(kSection, kQuality, kFirstQuality),
+        track, picture, settings.mostWidth, settings.quality,
         [this, track, picture](const Covers::Ready& ready) { take(track, ready, picture); });
 }
 

@@ -1,5 +1,6 @@
 #include "trackedit/cover_files.h"
 
+#include "platform/media/cover_reader.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 
@@ -76,6 +77,32 @@ void setCoverAside(Files& files, const QString& dataFolder, const QString& image
     const QString there = place.isEmpty() ? QString() : files.resolve(place);
     if (!there.isEmpty() && files.makeFolders(waitingFolder(dataFolder))) {
         move(files, there, path::join(waitingFolder(dataFolder), path::fileName(there)));
+    }
+}
+
+QString freeCoverName(const Files& files,
+                      const QString& dataFolder,
+                      const QString& fid,
+                      const QDateTime& pictureDate,
+                      const QByteArray& jpeg)
+{
+    constexpr int kMaxNames = 1000;
+    for (int i = 0; i < kMaxNames; ++i) {
+        const QString image = coverName(fid, pictureDate.addSecs(i));
+        const QString there = coverPictureOf(files, dataFolder, image);
+        if (there.isEmpty() || pictureBytes(files, there) == jpeg) {
+            return image;
+        }
+    }
+    return coverName(fid, pictureDate);
+}
+
+QByteArray pictureBytes(const Files& files, const QString& file)
+{
+    try {
+        return files.read(file, kLargestPicture);
+    } catch (const IoError&) {
+        return {};
     }
 }
 

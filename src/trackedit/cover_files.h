@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QDateTime>
 #include <QString>
 
@@ -24,8 +25,20 @@ void setCoverAside(Files& files, const QString& dataFolder, const QString& image
 /// that leads out of the folder.
 [[nodiscard]] QString coverPlace(const QString& dataFolder, const QString& image);
 
+/// The bytes of a picture file; empty when it cannot be read, or is larger than any picture.
+[[nodiscard]] QByteArray pictureBytes(const Files& files, const QString& file);
+
 /// The image name of a new cover: the track and the date of the picture file in seconds since
 /// "01.01.1970 02:00:00", so that two pictures of a track get two names.
 [[nodiscard]] QString coverName(const QString& fid, const QDateTime& pictureDate);
+
+/// The same, but for a name that another picture has already: then that of the next second that is
+/// free.
+/// \param jpeg the picture that will bear it
+[[nodiscard]] QString freeCoverName(const Files& files,
+                                    const QString& dataFolder,
+                                    const QString& fid,
+                                    const QDateTime& pictureDate,
+                                    const QByteArray& jpeg);
 
 } // namespace melovane

@@ -6,6 +6,7 @@
 #include "platform/system/path_text.h"
 #include "platform/system/worker.h"
 #include "trackedit/cover_files.h"
+#include "trackedit/former_cover.h"
 
 #include <memory>
 
@@ -18,12 +19,6 @@ namespace {
 /// Width and quality of a cover on the screen.
 constexpr int kShownWidth = 640;
 constexpr int kShownQuality = 90;
-
-/// Width of a cover of a tag that is kept because another one takes its place.
-constexpr int kKeptWidth = 1200;
-
-/// Quality of a cover that is taken out of a tag.
-constexpr int kTakenQuality = 90;
 
 const QString kTempCover = u"tempcover.jpg"_s;
 
@@ -39,28 +34,6 @@ QString Covers::fileOf(const QString& image) const
     return coverFile(m_parts.files, m_parts.dataFolder, image);
 }
 
-QByteArray Covers::read(const QString& file) const
-{
-    try {
-        return m_parts.workFiles.read(file, kLargestPicture);
-    } catch (const IoError&) {
-        return {};
-    }
-}
-
-QString Covers::nameFor(const QString& fid, const QDateTime& date, const QByteArray& jpeg) const
-{
-    constexpr int kMaxNames = 1000;
-    for (int i = 0; i < kMaxNames; ++i) {
-        const QString image = coverName(fid, date.addSecs(i));
-        const QString there = coverPictureOf(m_parts.workFiles, m_parts.dataFolder, image);
-        if (there.isEmpty() || read(there) == jpeg) {
-            return image;
-        }
-    }
-    return coverName(fid, date);
-}
-
 bool Covers::put(const QString& file, const QByteArray& bytes) const
 {
     try {
@@ -71,12 +44,9 @@ bool Covers::put(const QString& file, const QByteArray& bytes) const
     }
 }
 
-bool Covers::takeFromTag(const QString& file, const QString& image, int mostWidth) const
+CoverSources Covers::sources() const
 {
-    const QString place = coverPlace(m_parts.dataFolder, image);
-    const QByteArray jpeg =
-        m_parts.pictures.jpeg(m_parts.reader.cover(file), mostWidth, kTakenQuality);
-    return !place.isEmpty() && !jpeg.isEmpty() && put(place, jpeg);
+    return {m_parts.workFiles, m_parts.dataFolder, m_parts.reader, m_parts.pictures};
 }
 
 void Covers::show(const Track& track, std::function<void(const QByteArray&)> shown)
@@ -86,7 +56,8 @@ void Covers::show(const Track& track, std::function<void(const QByteArray&)> sho
     auto made = std::make_shared<QByteArray>();
     m_parts.worker.run(
         [this, picture, file = track.file, made] {
-            const QByteArray bytes = picture.isEmpty() ? m_parts.reader.cover(file) : read(picture);
+            const QByteArray bytes = picture.isEmpty() ? m_parts.reader.cover(file)
+                                                       : pictureBytes(m_parts.workFiles, picture);
             *made = m_parts.pictures.jpeg(bytes, kShownWidth, kShownQuality);
         },
         [this, question, made, shown = std::move(shown)] {
@@ -104,7 +75,7 @@ void Covers::takeOut(const Track& track,
     auto isThere = std::make_shared<bool>(false);
     m_parts.worker.run(
         [this, image, file = track.file, mostWidth, isThere] {
-            *isThere = takeFromTag(file, image, mostWidth);
+            *isThere = takeCoverOut(sources(), file, image, mostWidth);
         },
         [image, isThere, done = std::move(done)] { done(*isThere ? image : QString()); });
 }
@@ -117,20 +88,16 @@ void Covers::prepare(const Track& track,
 {
     auto ready = std::make_shared<Ready>();
     const auto facts = m_parts.files.facts(picture);
-    const bool isInTagAlone = fileOf(track.image).isEmpty();
-    const QString former = track.image.isEmpty() ? track.fid : track.image;
     m_parts.worker.run(
-        [this, picture, mostWidth, quality, facts, isInTagAlone, former, track, ready] {
-            const QByteArray jpeg = m_parts.pictures.jpeg(read(picture), mostWidth, quality);
+        [this, picture, mostWidth, quality, facts, track, ready] {
+            const QByteArray jpeg =
+                m_parts.pictures.jpeg(pictureBytes(m_parts.workFiles, picture), mostWidth, quality);
             if (!facts || jpeg.isEmpty()) {
                 return;
             }
-            const QString image = nameFor(track.fid, facts->modified, jpeg);
-            if (isInTagAlone && takeFromTag(track.file, former, kKeptWidth)) {
-                ready->former = former;
-            }
-            m_kept.beforeChange(track.fid, ready->former.isEmpty() ? track.image : former,
-                                track.file);
+            const QString image = freeCoverName(m_parts.workFiles, m_parts.dataFolder, track.fid,
+                                                facts->modified, jpeg);
+            ready->former = keepFormerCover(sources(), m_kept, track.fid, track.image, track.file);
             if (put(path::join(m_parts.dataFolder, kTempCover), jpeg) &&
                 put(coverPlace(m_parts.dataFolder, image), jpeg)) {
                 ready->image = image;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/media/tag_writer.h"
+#include "trackedit/former_cover.h"
 #include "trackedit/kept_covers.h"
 
 #include <QByteArray>
@@ -87,17 +88,9 @@ public:
     void setAside(const QString& image);
 
 private:
-    /// The bytes of a picture file; empty when it cannot be read.
-    [[nodiscard]] QByteArray read(const QString& file) const;
-    /// The image name of a new cover, by the date of its picture file. A picture of the same second
-    /// that is another one keeps its name.
-    [[nodiscard]] QString
-    nameFor(const QString& fid, const QDateTime& date, const QByteArray& jpeg) const;
+    [[nodiscard]] CoverSources sources() const;
     /// False when it could not be written.
     [[nodiscard]] bool put(const QString& file, const QByteArray& bytes) const;
-
-    /// Writes the cover of a tag to the picture file of that image name. False when there is none.
-    [[nodiscard]] bool takeFromTag(const QString& file, const QString& image, int mostWidth) const;
 
     CoverParts m_parts;
     KeptCovers m_kept;   ///< for the worker

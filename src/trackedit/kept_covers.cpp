@@ -20,6 +20,9 @@ constexpr qint64 kLongestName = 1024;
 /// A tag with a picture and what stands around it.
 constexpr qint64 kLongestTag = kLargestPicture + 4096;
 
+/// FIDs of every track that anybody chooses a picture for at once.
+constexpr qint64 kLongestList = qint64{64} * 1024 * 1024;
+
 bool leadsOut(const QString& name)
 {
     return std::any_of(name.begin(), name.end(), path::isSeparator);
@@ -42,6 +45,12 @@ QString KeptCovers::placeOf(const QString& fid, const QString& image) const
 QString KeptCovers::placeOfNow(const QString& fid) const
 {
     return leadsOut(fid) ? QString() : path::join(m_folder, fid + u".now"_s);
+}
+
+QString KeptCovers::placeOfTracks(const QString& image) const
+{
+    return image.isEmpty() || leadsOut(image) ? QString()
+                                              : path::join(m_folder, image + u".tracks"_s);
 }
 
 std::optional<QByteArray> KeptCovers::read(const QString& place, qint64 longest) const
@@ -75,15 +84,24 @@ std::optional<QString> KeptCovers::shown(const QString& fid) const
     return name ? std::optional(QString::fromUtf8(*name)) : std::nullopt;
 }
 
+bool KeptCovers::isChosen(const QString& fid, const QString& image) const
+{
+    if (image.startsWith(fid + u'_')) {
+        return true;
+    }
+    const auto tracks = read(placeOfTracks(image), kLongestList);
+    return tracks && tracks->split('\n').contains(fid.toUtf8());
+}
+
 /// How the file gets a cover that it had, or that was made for it.
 std::optional<KeptCovers::Order> KeptCovers::orderOf(const QString& fid, const QString& image) const
 {
     if (auto tag = read(placeOf(fid, image), kLongestTag)) {
-        return Order{{}, std::move(tag)};
+        return tag->isEmpty() ? Order{CoverPicture{}, {}} : Order{{}, std::move(tag)};
     }
     // Names of other tracks and of other programs stand for pictures that this file never had.
     const QString picture =
-        image.startsWith(fid + u'_') ? coverPictureOf(m_files, m_dataFolder, image) : QString();
+        isChosen(fid, image) ? coverPictureOf(m_files, m_dataFolder, image) : QString();
     if (auto jpeg = read(picture, kLargestPicture); jpeg && !jpeg->isEmpty()) {
         return Order{CoverPicture{std::move(*jpeg), u"image/jpeg"_s}, {}};
     }
@@ -107,6 +125,28 @@ void KeptCovers::beforeChange(const QString& fid, const QString& image, const QS
     written(fid, image);
 }
 
+void KeptCovers::chosen(const QStringList& fids, const QString& image)
+{
+    if (image.isEmpty()) {
+        for (const QString& fid : fids) {
+            write(placeOf(fid, image), {});
+        }
+        return;
+    }
+    const QByteArray before = read(placeOfTracks(image), kLongestList).value_or(QByteArray());
+    write(placeOfTracks(image), before + fids.join(u'\n').toUtf8() + '\n');
+}
+
+void KeptCovers::notTakenOff(const QStringList& fids)
+{
+    for (const QString& fid : fids) {
+        const QString place = placeOf(fid, {});
+        if (const auto tag = read(place, kLongestTag); tag && tag->isEmpty()) {
+            m_files.remove(place);
+        }
+    }
+}
+
 std::optional<KeptCovers::Order>
 KeptCovers::due(const QString& fid, const QString& image, const QString& file)
 {
@@ -128,8 +168,14 @@ void KeptCovers::written(const QString& fid, const QString& image)
 
 void KeptCovers::makeRoom()
 {
+    if (m_untilRoom-- > 0) {
+        return;
+    }
+    // A track whose cover is changed leaves two.
+    constexpr int kPerTrack = 2;
     const QStringList names = m_files.names(m_folder);
-    if (names.size() < kMaxFiles) {
+    m_untilRoom = int(kMaxFiles - names.size()) / kPerTrack;
+    if (m_untilRoom > 0) {
         return;
     }
     std::vector<std::pair<QDateTime, QString>> kept;

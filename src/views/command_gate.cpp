@@ -54,6 +54,8 @@ constexpr Command kCommands[] = {
     {u"mnuNoExistFind", kWrites},
     {u"mnuDoubles", kWrites},
     {u"mnuNoExistSuchen", kWrites},
+    {u"mnuDatenbereinigung", kWrites},
+    {u"mnuRecycler", kWrites},
     {u"mnuToDatei", kWrites, u"Task.WriteTags"},
     {u"mnuRefreshTree", kLibrary, u"Task.RebuildTree"},
     // Tool bars and row menus.

@@ -200,7 +200,7 @@ TEST_F(RecycleFolderTest, AFileThatIsPutBackIsForgottenByRecordAndScripts)
     EXPECT_EQ(all[0].title, u"Interpret - Titel"_s);
     EXPECT_EQ(all[0].moment, suite.clock.now());
     bin.putBack(all[0], {});
-    bin.forget(all[0]);
+    bin.forget({all[0]});
     EXPECT_EQ(disk.read(music(u"Rock/a\nb.mp3"_s)), first.toUtf8());
     ASSERT_EQ(bin.all().size(), 1);
     EXPECT_EQ(bin.all()[0].fid, second);
@@ -208,6 +208,17 @@ TEST_F(RecycleFolderTest, AFileThatIsPutBackIsForgottenByRecordAndScripts)
     EXPECT_EQ(disk.read(recycler(u"ReMoveFiles.bat"_s)).count("Move /Y"), 1);
     EXPECT_EQ(QProcess::execute(u"/bin/sh"_s, {recycler(u"ReMoveFiles.sh"_s)}), 0);
     EXPECT_EQ(disk.read(music(u"Rock/b.mp3"_s)), second.toUtf8());
+    bin.forget(bin.all());
+    EXPECT_EQ(files.names(recycler()), QStringList{u"Rock"_s}) << "nothing is left to be put back";
+}
+
+TEST_F(RecycleFolderTest, LinesOfOtherProgramsStayInTheScript)
+{
+    disk.write(recycler(u"ReMoveFiles.bat"_s), "Move /Y \"C:\\r\\x.mp3\" \"C:\\\"\n");
+    ASSERT_TRUE(take(addTrack({})));
+    RecycleFolder bin = folder();
+    bin.forget(bin.all());
+    EXPECT_EQ(disk.read(recycler(u"ReMoveFiles.bat"_s)), "Move /Y \"C:\\r\\x.mp3\" \"C:\\\"\n");
 }
 
 TEST_F(RecycleFolderTest, WhatIsInTheWayOfAFileStays)

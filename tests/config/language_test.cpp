@@ -20,6 +20,7 @@ constexpr qsizetype kLongestText = 259;
 /// Texts that are the same in both languages, and rightly so.
 const QSet<QString> kSameInBoth{
     u"ok"_s,
+    u"bench.cover.size"_s,
     u"confSSTab_1"_s,
     u"confFrame4"_s,
     u"confFrame2"_s,
@@ -67,6 +68,10 @@ const QSet<QString> kSameInBoth{
     u"intake.start"_s,
     u"export.sample.album"_s,
     u"export.sample.genre"_s,
+    u"settings.group.tags"_s,
+    u"level.percent"_s,
+    u"keys.group.Player"_s,
+    u"keys.group.Melovane"_s,
 };
 
 QByteArray shippedFile()

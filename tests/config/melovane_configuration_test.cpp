@@ -34,7 +34,7 @@ TEST_F(MelovaneConfigurationTest, EveryItemHasATextAndNoNameIsGivenTwice)
     for (const auto& table :
          {owntexts::windows(), owntexts::columns(), owntexts::views(), owntexts::importer(),
           owntexts::exporting(), owntexts::lists(), owntexts::tagWriting(), owntexts::viewer(),
-          owntexts::bench(), owntexts::care(), owntexts::found()}) {
+          owntexts::bench(), owntexts::care(), owntexts::found(), owntexts::settingsPages()}) {
         own += table.size();
     }
     EXPECT_EQ(texts.AllObjects().size(), static_cast<size_t>(test::suiteTextNames().size()) + own);
@@ -197,6 +197,23 @@ TEST_F(MelovaneConfigurationTest, TheChosenLanguageIsLoadedAndAMissingOneLeavesT
     other.folders.install(u"melovane.ini"_s, "[Value]\nSprach.Datei=lang_Y.ini\n");
     other.fill();
     EXPECT_EQ(other.texts.text(u"ok"), u"OK"_s);
+}
+
+TEST_F(MelovaneConfigurationTest, AnotherLanguageReplacesAllTextsAndNoValue)
+{
+    catalogue.folders.install(u"melovane.ini"_s, "[Value]\nStartUp.Autoplay=1\n");
+    catalogue.folders.install(u"lang_X.ini"_s, "[Description]\nok=Gut\n[ToolTip]\nok=Ja doch\n");
+    catalogue.fill();
+    const test::CurrentFolder here(catalogue.folders.programFolder());
+    MelovaneConfiguration::speak(texts, u"lang_X.ini"_s);
+    EXPECT_EQ(texts.text(u"ok"), u"Gut"_s);
+    EXPECT_EQ(texts.FindObject(u"ok")->ToolTip, u"Ja doch"_s);
+    MelovaneConfiguration::speak(texts, u"lang_Deutsch.ini"_s);
+    EXPECT_EQ(texts.text(u"ok"), u"OK"_s);
+    EXPECT_EQ(texts.FindObject(u"ok")->ToolTip, QString());
+    EXPECT_EQ(texts.value(u"StartUp.Autoplay"), u"1"_s);
+    // Of a name that is there twice the first text stays, as at the filling.
+    EXPECT_EQ(texts.text(u"player.mnuDockDB"), u"Datenbank andocken"_s);
 }
 
 } // namespace

@@ -1,9 +1,12 @@
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
+#include "platform/linux/id3_cover.h"
 #include "platform/linux/tag_reader.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
+#include "platform/qt/qt_picture_maker.h"
+#include "platform/qt/qt_worker.h"
 #include "platform/qt/skin.h"
 #include "playlists/list_history.h"
 #include "support/mp3_maker.h"
@@ -13,8 +16,11 @@
 #include "tagbench/ui/preview_page.h"
 
 #include <QApplication>
+#include <QDragEnterEvent>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTabBar>
@@ -44,7 +50,7 @@ protected:
     {
         session = std::make_unique<BenchSession>(
             BenchSession::Parts{*suite.engine, history, *settings, suite.files, *reader,
-                                suite.clock, texts, suite.dataFolder()},
+                                suite.clock, texts, covers, pictures, worker, suite.dataFolder()},
             mode);
         session->whenWritten = [this] { ++written; };
         window = std::make_unique<BenchWindow>(skin, icons, *session, loop, NoteColours());
@@ -70,7 +76,10 @@ protected:
 
     void showPage(int index) { find<QTabBar>(u"TabStrip1"_s)->setCurrentIndex(index); }
 
-    void click(const QString& name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
+    void click(const QString& name)
+    {
+        QTest::mouseClick(find<QAbstractButton>(name), Qt::LeftButton);
+    }
 
     [[nodiscard]] QString cell(const QString& fid, const QString& column)
     {
@@ -82,11 +91,14 @@ protected:
     std::unique_ptr<GlobalSettings> settings = suite.makeSettings();
     std::unique_ptr<TagReader> reader = linux_media::makeTagReader();
     ListHistory history{*suite.engine, suite.files, suite.clock, *settings, {}};
+    linux_media::Id3CoverReader covers;
+    QtPictureMaker pictures;
     Skin skin{*qobject_cast<QApplication*>(QCoreApplication::instance())};
     IconSet icons{skin};
     QtMessageLoop loop;
     std::unique_ptr<BenchSession> session;
     std::unique_ptr<BenchWindow> window;
+    QtWorker worker; ///< ends before all that it works on
     int written = 0;
     int asked = 0;
     bool answer = false;
@@ -210,6 +222,61 @@ TEST_F(TagBenchWindow, EverythingGoesByKeyboardAlone)
     QTest::keyClick(window.get(), Qt::Key_Escape);
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(asked, 0);
+}
+
+TEST_F(TagBenchWindow, APictureIsChosenForAllTracksAndShownBeforeItIsApplied)
+{
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    const QString two = add(u"b.mp3"_s, u"Zwei"_s);
+    QImage picture(800, 600, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    ASSERT_TRUE(picture.save(music.file(u"bild.png"_s)));
+    open();
+    window->choosePicture = [this](QWidget*, const QString&) { return music.file(u"bild.png"_s); };
+    auto* label = find<QLabel>(u"lblCover"_s);
+    ASSERT_TRUE(QTest::qWaitFor([=] { return label->text() == u"Kein Titelbild"_s; }));
+    EXPECT_FALSE(find<QPushButton>(u"cmdCoverOff"_s)->isEnabled());
+    click(u"cmdCover"_s);
+    ASSERT_TRUE(QTest::qWaitFor([=] { return label->text() == u"Ein Titelbild"_s; }));
+    const QImage seen = find<QLabel>(u"ImageX1"_s)->pixmap().toImage();
+    EXPECT_GT(seen.pixelColor(seen.rect().center()).red(), 200);
+    EXPECT_EQ(find<QLabel>(u"lblChanges"_s)->text(), u"2 Änderungen in 2 Titeln"_s);
+    click(u"cmdCoverBack"_s);
+    EXPECT_EQ(session->tracks().changedCells(), 0);
+    find<QToolButton>(u"cmdUndo"_s)->click();
+    EXPECT_EQ(session->tracks().changedCells(), 2);
+    click(u"cmdApply"_s);
+    EXPECT_FALSE(cell(one, u"Image"_s).isEmpty());
+    EXPECT_EQ(cell(one, u"Image"_s), cell(two, u"Image"_s));
+    const QImage kept(suite.file(u"Image/"_s + cell(one, u"Image"_s) + u".jpg"_s));
+    EXPECT_EQ(kept.width(), 500);
+    EXPECT_EQ(suite.column(u"select FID from db_edit"_s).size(), 2);
+}
+
+TEST_F(TagBenchWindow, ADroppedPictureIsTakenAndABadOneIsTold)
+{
+    add(u"a.mp3"_s, u"Eins"_s);
+    open();
+    auto* row = find<QWidget>(u"CoverRow"_s);
+    const auto drop = [row](const QMimeData& data) {
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(row, &enter);
+        QDropEvent dropped(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(row, &dropped);
+    };
+    music.write(u"bild.jpg"_s, "no picture at all");
+    QMimeData bad;
+    bad.setUrls({QUrl::fromLocalFile(music.file(u"bild.jpg"_s))});
+    drop(bad);
+    auto* said = find<QLabel>(u"lblProgress"_s);
+    EXPECT_TRUE(
+        QTest::qWaitFor([=] { return said->text() == u"Das Bild lässt sich nicht lesen"_s; }));
+    QImage picture(20, 20, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    QMimeData good;
+    good.setImageData(picture);
+    drop(good);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return session->tracks().changedCells() == 1; }));
 }
 
 TEST_F(TagBenchWindow, FieldsComeFromTheNamesOfTheFiles)

@@ -146,6 +146,26 @@ QDialog#BenchWindow QScrollArea, QDialog#BenchWindow QScrollArea > QWidget > QWi
   background: transparent; }
 QDialog#BenchWindow QLineEdit[pending="true"], QDialog#BenchWindow QComboBox[pending="true"] {
   border-color: {Accent}; }
+QDialog#SettingsWindow QComboBox, QDialog#SettingsWindow QSpinBox { background: {TextField};
+  color: {Text}; border: 1px solid {Hairline}; border-radius: 4px; padding: {pad}px 6px;
+  selection-background-color: {GridColorSelGotFocus}; selection-color: {Text}; }
+QDialog#SettingsWindow QComboBox:focus, QDialog#SettingsWindow QSpinBox:focus {
+  border-color: {Accent}; }
+QDialog#SettingsWindow QComboBox::drop-down { border: none; width: {line}px; }
+QDialog#SettingsWindow QComboBox::down-arrow { image: url(:/style/down.svg); width: {arrow}px;
+  height: {arrow}px; }
+QDialog#SettingsWindow QScrollArea, QDialog#SettingsWindow QScrollArea > QWidget > QWidget {
+  background: transparent; }
+QWidget#SettingsSide { background: {GridHeadColor}; border-right: 1px solid {Hairline}; }
+QListWidget#lstCategories { background: transparent; border: none; padding: 0; }
+QListWidget#lstCategories::item { border-radius: 4px; padding: 0 6px; }
+QListWidget#lstCategories::item:selected { background: {GridColorSelGotFocus}; color: {Text}; }
+QWidget#KeyConflict { border: 1px solid {Hairline}; border-radius: 4px; }
+QSlider::groove:horizontal { height: 4px; border-radius: 2px; background: {Hairline}; }
+QSlider::sub-page:horizontal { height: 4px; border-radius: 2px; background: {Accent}; }
+QSlider::handle:horizontal { width: 14px; margin: -5px 0; border-radius: 7px;
+  background: {Text}; }
+QSlider::handle:horizontal:focus { background: {Accent}; }
 QWidget#BenchChoices QToolButton { border-color: {Hairline}; }
 QTableView { background: {GridColor}; border: none; }
 QTableView QTableCornerButton::section { background: {GridHeadColor}; border: none; }

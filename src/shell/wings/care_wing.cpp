@@ -9,7 +9,7 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     , desk(room)
     , suite(talk)
     , lists(steps)
-    , cleaning(base, room, talk)
+    , cleaning(base, room, talk, steps)
     , found(base, room, talk, steps)
 {}
 

@@ -1,31 +1,48 @@
 #include "shell/wings/cleaning_wing.h"
 
+#include "bus/event_guard.h"
 #include "bus/message_names.h"
+#include "care/ber_db.h"
+#include "care/recycler.h"
+#include "care/ui/ber_db_dialog.h"
+#include "care/ui/recycler_dialog.h"
 #include "platform/controls/status_progress.h"
 #include "platform/linux/files_in.h"
+#include "platform/linux/system_names.h"
 #include "platform/qt/progress_dialog.h"
 #include "shell/wings/desk.h"
+#include "shell/wings/lists_wing.h"
 #include "shell/wings/machine.h"
 #include "shell/wings/suite_wing.h"
+
+#include <QDir>
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-CleaningWing::CleaningWing(Machine& base, Desk& room, SuiteWing& talk)
+namespace {
+
+/// Work that a disk does not answer may outlive the console.
+const Clock& clockOfWorkers()
+{
+    static const SystemClock clock;
+    return clock;
+}
+
+} // namespace
+
+CleaningWing::CleaningWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     : machine(base)
     , desk(room)
     , suite(talk)
+    , lists(steps)
     , missing(missingParts())
 {}
 
 BesideTools CleaningWing::beside() const
 {
-    return {.makeEngine =
-                [] {
-                    static const SystemClock clock;
-                    return sqlite::makeEngine(clock);
-                },
+    return {.makeEngine = [] { return sqlite::makeEngine(clockOfWorkers()); },
             .makeFiles = [] { return std::make_unique<LinuxFiles>(); },
             .filesIn = filesIn};
 }
@@ -52,6 +69,62 @@ MissingFilesParts CleaningWing::missingParts()
         .rebuildTrees = [this] { suite.commands.rebuildTrees(); }};
 }
 
+RecycleTools CleaningWing::recycler() const
+{
+    return {.makeFiles = [] { return std::make_unique<LinuxFiles>(); },
+            .clock = clockOfWorkers(),
+            .dataFolder = machine.paths.GetConfigPath(),
+            .homeFolder = QDir::homePath(),
+            .systemName = linuxnames::systemPath};
+}
+
+void CleaningWing::clean()
+{
+    BerDbDialog dialog(machine.texts, desk.icons);
+    frmBerDB cleaning({.engine = *machine.engine,
+                       .settings = machine.settings,
+                       .texts = machine.texts,
+                       .clock = machine.clock,
+                       .loop = machine.loop,
+                       .wait = wait,
+                       .worker = m_worker,
+                       .makeEngine = beside().makeEngine,
+                       .recycler = recycler(),
+                       .forgetSteps = [this] { lists.history.clear(); },
+                       .changed = [this] { libraryChanged(); },
+                       .rebuildTrees = [this] { suite.commands.rebuildTrees(); },
+                       .failed = [this](const DbError& error) { return failureText(error); }},
+                      dialog);
+    dialog.attach(cleaning);
+    cleaning.Show();
+    dialog.exec();
+}
+
+void CleaningWing::bringBack()
+{
+    RecyclerDialog dialog(machine.texts);
+    Recycler bin({.engine = *machine.engine,
+                  .settings = machine.settings,
+                  .texts = machine.texts,
+                  .loop = machine.loop,
+                  .wait = wait,
+                  .tools = recycler(),
+                  .changed = [this] { libraryChanged(); },
+                  .rebuildTrees = [this] { suite.commands.rebuildTrees(); },
+                  .failed = [this](const DbError& error) { return failureText(error); }},
+                 dialog);
+    dialog.attach(bin);
+    bin.Show();
+    dialog.exec();
+}
+
+QString CleaningWing::failureText(const DbError& error)
+{
+    machine.log()(u"CleaningWing"_s, error.text());
+    return databaseFaultText(machine.texts, error.number(), error.text(),
+                             machine.settings.DbName());
+}
+
 void CleaningWing::libraryChanged()
 {
     suite.sender.SendMessage(bus::kDbChange);
@@ -60,7 +133,9 @@ void CleaningWing::libraryChanged()
 
 CareCommands CleaningWing::commands()
 {
-    return {{u"mnuNoExistSuchen"_s, [this] { missing.Scan(); }}};
+    return {{u"mnuNoExistSuchen"_s, [this] { missing.Scan(); }},
+            {u"mnuDatenbereinigung"_s, [this] { clean(); }},
+            {u"mnuRecycler"_s, [this] { bringBack(); }}};
 }
 
 } // namespace melovane

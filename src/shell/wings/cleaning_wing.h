@@ -1,19 +1,22 @@
 #pragma once
 
 #include "care/missing_files.h"
+#include "care/recycle_run.h"
 #include "platform/qt/qt_live_wait.h"
+#include "platform/qt/qt_worker.h"
 #include "shell/mlvdb_parts.h"
 
 namespace melovane {
 
 struct Desk;
+struct ListsWing;
 struct Machine;
 struct SuiteWing;
 
 /// Missing files, cleaning, and the way back from the recycle folder.
 struct CleaningWing
 {
-    CleaningWing(Machine& machine, Desk& desk, SuiteWing& suite);
+    CleaningWing(Machine& machine, Desk& desk, SuiteWing& suite, ListsWing& lists);
 
     /// What their menu entries do.
     [[nodiscard]] CareCommands commands();
@@ -21,13 +24,20 @@ struct CleaningWing
     Machine& machine;
     Desk& desk;
     SuiteWing& suite;
+    ListsWing& lists;
     QtLiveWait wait;
     MissingFiles missing;
 
 private:
     [[nodiscard]] BesideTools beside() const;
     [[nodiscard]] MissingFilesParts missingParts();
+    [[nodiscard]] RecycleTools recycler() const;
+    void clean();
+    void bringBack();
+    [[nodiscard]] QString failureText(const DbError& error);
     void libraryChanged();
+
+    QtWorker m_worker; ///< the last member: it ends before all that it works on
 };
 
 } // namespace melovane

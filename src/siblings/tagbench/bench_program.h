@@ -7,6 +7,7 @@
 #include "config/paths.h"
 #include "config/refusals.h"
 #include "config/update_colors.h"
+#include "platform/linux/id3_cover.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/job_locks.h"
 #include "platform/linux/library_loan.h"
@@ -15,6 +16,8 @@
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
 #include "platform/linux/tag_reader.h"
+#include "platform/qt/qt_picture_maker.h"
+#include "platform/qt/qt_worker.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "playlists/list_history.h"
@@ -43,7 +46,7 @@ public:
         , m_texts(m_paths, m_profile, m_files)
         , m_history(*m_engine, m_files, m_clock, m_settings, {})
         , m_session({*m_engine, m_history, m_settings, m_files, *m_reader, m_clock, m_texts,
-                     m_paths.GetConfigPath(), claiming()},
+                     m_covers, m_pictures, m_worker, m_paths.GetConfigPath(), claiming()},
                     mode)
     {
         // Language files are looked for in the current folder.
@@ -101,6 +104,8 @@ private:
     Mod_API m_paths;
     std::unique_ptr<DBEngine> m_engine;
     std::unique_ptr<TagReader> m_reader;
+    linux_media::Id3CoverReader m_covers;
+    QtPictureMaker m_pictures;
     GlobalSettings m_settings;
     LinuxMessages m_messages;
     std::unique_ptr<KSMessage> m_control;
@@ -108,6 +113,7 @@ private:
     ConfigObjects m_texts;
     ListHistory m_history;
     BenchSession m_session;
+    QtWorker m_worker; ///< the last member: it ends before all that it works on
 };
 
 } // namespace melovane

@@ -9,6 +9,7 @@
 #include "tagbench/ui/bench_grid_panel.h"
 #include "tagbench/ui/bench_pages.h"
 #include "tagbench/ui/common_form.h"
+#include "tagbench/ui/cover_row.h"
 
 #include <QCloseEvent>
 #include <QFileDialog>
@@ -110,6 +111,16 @@ void BenchWindow::buildDialogs()
         return QFileDialog::getOpenFileNames(owner, texts.text(u"bench.addfiles"), {},
                                              texts.text(u"bench.files.kind") + u" (*.mp3 *.MP3)"_s);
     };
+    choosePicture = [&texts](QWidget* owner, const QString& folder) {
+        return QFileDialog::getOpenFileName(owner, texts.text(u"edittag.image.title"), folder,
+                                            texts.text(u"edittag.image.kind") +
+                                                u" (*.bmp *.jpg *.jpeg *.gif *.png)"_s);
+    };
+    m_form->cover().choosePicture = [this](const QString& folder) {
+        return choosePicture(this, folder);
+    };
+    connect(&m_form->cover(), &CoverRow::failed, this,
+            [this](const QString& text) { m_progressText->setText(text); });
     ask = [this](QWidget* owner, const QString& question) {
         return QMessageBox::question(owner, m_session.title(), question) == QMessageBox::Yes;
     };

@@ -39,6 +39,8 @@ public:
     std::function<QString(QWidget*)> chooseFolder;
     /// The same for files.
     std::function<QStringList(QWidget*)> chooseFiles;
+    /// The same for a picture, beginning in a folder; empty when none was chosen.
+    std::function<QString(QWidget*, const QString& folder)> choosePicture;
     /// Asks a question whose answer is yes or no.
     std::function<bool(QWidget*, const QString&)> ask;
     /// Tells what came of the work where it takes more than a line.

@@ -5,6 +5,7 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
 #include "tagbench/bench_session.h"
+#include "tagbench/ui/cover_row.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -17,6 +18,7 @@
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <QWheelEvent>
 
 namespace melovane {
@@ -74,6 +76,7 @@ CommonForm::CommonForm(const Skin& skin,
     , m_skin(skin)
     , m_session(session)
     , m_for(new QLabel(this))
+    , m_cover(new CoverRow(icons, session, this))
     , m_scroll(new QScrollArea(this))
 {
     setObjectName(u"CommonForm"_s);
@@ -91,7 +94,12 @@ CommonForm::CommonForm(const Skin& skin,
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setFocusPolicy(Qt::NoFocus);
     auto* inside = new QWidget(m_scroll);
-    auto* rows = new QFormLayout(inside);
+    auto* column = new QVBoxLayout(inside);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(m_cover);
+    auto* rows = new QFormLayout;
+    column->addLayout(rows);
+    column->addStretch(1);
     rows->setContentsMargins(14, 12, 14, 12);
     rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     for (const TrackField field : benchFields()) {
@@ -200,6 +208,7 @@ void CommonForm::typed(TrackField field, const QString& text)
 void CommonForm::setChosen(const std::vector<int>& tracks)
 {
     m_chosen = tracks;
+    m_cover->setChosen(tracks);
     showAll();
 }
 

@@ -14,6 +14,7 @@ class QScrollArea;
 namespace melovane {
 
 class BenchSession;
+class CoverRow;
 class IconSet;
 
 /// The values that the chosen tracks have in common. Where they differ the field is empty and says
@@ -26,6 +27,8 @@ public:
     CommonForm(const Skin& skin, const IconSet& icons, BenchSession& session, QWidget* parent);
 
     void setChosen(const std::vector<int>& tracks);
+
+    [[nodiscard]] CoverRow& cover() { return *m_cover; }
 
     /// Reads the selection lists of genre and the four selection fields. \throws DbError
     void loadChoices();
@@ -53,6 +56,7 @@ private:
     std::vector<int> m_chosen;
     std::vector<Line> m_lines;
     QLabel* m_for;
+    CoverRow* m_cover;
     QScrollArea* m_scroll;
 };
 

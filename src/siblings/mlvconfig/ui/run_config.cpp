@@ -1,0 +1,269 @@
+#include "siblings/mlvconfig/ui/run_config.h"
+
+#include "bus/message_numbers.h"
+#include "config/config_objects.h"
+#include "config/global_settings.h"
+#include "config/melovane_configuration.h"
+#include "config/paths.h"
+#include "platform/db/database.h"
+#include "platform/db/db_error.h"
+#include "platform/linux/ini_profile.h"
+#include "platform/linux/linux_environment.h"
+#include "platform/linux/linux_files.h"
+#include "platform/linux/linux_messages.h"
+#include "platform/linux/only_copy.h"
+#include "platform/linux/sdl_output.h"
+#include "platform/qt/desktop_texts.h"
+#include "platform/qt/icon_set.h"
+#include "platform/qt/qt_message_loop.h"
+#include "platform/qt/skin.h"
+#include "platform/qt/started_window.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
+#include "platform/system/clock.h"
+#include "platform/system/path_text.h"
+#include "playlists/name_format.h"
+#include "settings/test_tone.h"
+#include "settings/ui/settings_window.h"
+#include "shell/language_files.h"
+#include "shell/skin_files.h"
+#include "siblings/mlvconfig/applied_settings.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QDir>
+#include <QFileDialog>
+
+namespace melovane {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// The language that has a file of its own in every installation.
+const QString kEnglish = u"lang_English.ini"_s;
+const QString kProgram = u"mlvconfig"_s;
+const QString kLanguageKey = u"Sprach.Datei"_s;
+
+/// Everything that lives as long as the program, bottom to top.
+class ConfigProgram
+{
+public:
+    ConfigProgram(QApplication& application, MessageHandle console)
+        : m_application(application)
+        , m_console(console)
+        , m_paths(m_environment, m_files)
+        , m_engine(sqlite::makeEngine(m_clock))
+        , m_settings(m_paths, m_profile, m_files, *m_engine)
+        , m_messages(MessagePlace(m_environment.runtimeFolder()))
+        , m_control(m_messages.makeControl())
+        , m_onlyCopy({m_environment.runtimeFolder(), m_paths.GetConfigPath()}, kProgram)
+        , m_texts(m_paths, m_profile, m_files)
+        , m_german(m_paths, m_profile, m_files)
+        , m_english(m_paths, m_profile, m_files)
+        , m_skin(application)
+        , m_icons(m_skin)
+        , m_tone(m_output, m_loop)
+        , m_draft(m_profile, path::join(m_paths.GetConfigPath(), m_settings.SetIniFilename()))
+        , m_values(m_draft, m_settings, m_texts)
+        , m_keys(m_draft, m_texts)
+        , m_hints(m_draft, m_texts)
+    {
+        // Language files are looked for in the current folder.
+        QDir::setCurrent(m_paths.GetConfigPath());
+        for (ConfigObjects* const texts : {&m_texts, &m_german, &m_english}) {
+            MelovaneConfiguration::fill(*texts);
+        }
+        MelovaneConfiguration::speak(m_german, {});
+        MelovaneConfiguration::speak(m_english, kEnglish);
+        const ConfigObjects* const languages[] = {&m_texts, &m_german, &m_english};
+        m_search = std::make_unique<SettingSearch>(languages);
+        dress();
+    }
+
+    /// True when no other copy runs.
+    [[nodiscard]] bool claim() { return m_onlyCopy.claim(); }
+
+    void wakeOther()
+    {
+        m_control->setTarget(m_onlyCopy.runningCopy());
+        m_control->Send(message::kBringToFront, 0, 0);
+    }
+
+    /// From now on a second copy brings this one to the front.
+    void listen(QWidget& window)
+    {
+        m_control->setMessageNumber([&window](qint32 id, qint32, qint32) {
+            if (id == message::kBringToFront) {
+                window.show();
+                window.raise();
+                window.activateWindow();
+            }
+            return 0;
+        });
+        m_onlyCopy.publish(m_control->handle());
+        m_settings.WriteKeyValue(section::kMessageHandle.toString(), kProgram + u".exe"_s,
+                                 QString::number(m_control->handle()));
+    }
+
+    [[nodiscard]] SettingsDesk desk()
+    {
+        return {.draft = m_draft,
+                .values = m_values,
+                .keys = m_keys,
+                .hints = m_hints,
+                .search = *m_search,
+                .texts = m_texts,
+                .skin = m_skin,
+                .icons = m_icons,
+                .cards = [this] { return cards(); },
+                .testTone = [this](const QString& card,
+                                   int volume) { return m_tone.play(card, volume); },
+                .themes = [this] { return themes(); },
+                .languages = [this] { return languages(); },
+                .nameExample = [this](const QString& format) { return nameExample(format); },
+                .chooseFolder =
+                    [](QWidget* owner, const QString& title, const QString& present) {
+                        return QFileDialog::getExistingDirectory(owner, title, present);
+                    },
+                .chooseLibrary =
+                    [this](QWidget* owner, const QString& title, const QString& present) {
+                        return QFileDialog::getOpenFileName(
+                            owner, title, present,
+                            m_texts.text(u"settings.database.kind") + u" (*.mdb *.db)"_s);
+                    },
+                .chooseColour =
+                    [](QWidget* owner, const QString& title, const QColor& present) {
+                        return QColorDialog::getColor(present, owner, title);
+                    }};
+    }
+
+    /// Writes what was chosen and tells the console. False when the file cannot be written.
+    ///
+    /// \param spoken called when the language has changed
+    bool apply(const std::function<void()>& spoken)
+    {
+        if (m_draft.isEmpty()) {
+            return true;
+        }
+        const AppliedSettings applied = appliedBy(m_draft, m_values);
+        if (!m_draft.write()) {
+            return false;
+        }
+        m_settings.Refresh();
+        tellConsole(*m_control, m_messages, m_settings, m_console, applied);
+        m_texts.LoadAllValue();
+        if (applied.language) {
+            MelovaneConfiguration::speak(m_texts, m_texts.value(kLanguageKey));
+        }
+        dress();
+        if (applied.language) {
+            spoken();
+        }
+        return true;
+    }
+
+private:
+    void dress()
+    {
+        setLanguageOfDesktopTexts(m_application, m_texts.text(u"Sprach.Code"));
+        const QString theme = SkinFiles(m_paths, m_files).text(m_settings.SkinFileName());
+        if (theme.isEmpty() || !m_skin.load(theme)) {
+            m_skin.clear();
+        }
+    }
+
+    [[nodiscard]] QStringList cards()
+    {
+        QStringList names;
+        for (const SoundCard& card : m_tone.cards()) {
+            names.append(card.name);
+        }
+        return names;
+    }
+
+    [[nodiscard]] std::vector<SettingValues::Choice> themes()
+    {
+        const SkinFiles files(m_paths, m_files);
+        std::vector<SettingValues::Choice> result = {
+            {m_values.defaultValue(*findEntry(section::kGlobal, u"SkinFileName")),
+             m_texts.text(u"skin.desktop")}};
+        for (const QString& name : files.names()) {
+            const QString known = m_texts.text(u"skin."_s + name.toLower());
+            const QString own = m_skin.titleOf(files.text(name));
+            result.emplace_back(name, !known.isEmpty() ? known
+                                      : own.isEmpty()  ? path::baseName(name)
+                                                       : own);
+        }
+        return result;
+    }
+
+    [[nodiscard]] std::vector<SettingValues::Choice> languages()
+    {
+        std::vector<SettingValues::Choice> result;
+        for (const LanguageEntry& entry : LanguageFiles(m_paths, m_files, m_texts).entries()) {
+            result.emplace_back(entry.fileName, entry.title);
+        }
+        return result;
+    }
+
+    [[nodiscard]] QString nameExample(const QString& format)
+    {
+        try {
+            return nameOfFormat(*m_engine->OpenDatabase(m_settings.DbName()), format);
+        } catch (const DbError&) {
+            return format; // Without a library there is nobody who knows the dates.
+        }
+    }
+
+    QApplication& m_application;
+    MessageHandle m_console;
+    SystemClock m_clock;
+    LinuxFiles m_files;
+    LinuxEnvironment m_environment;
+    IniProfile m_profile{m_files};
+    Mod_API m_paths;
+    std::unique_ptr<DBEngine> m_engine;
+    GlobalSettings m_settings;
+    LinuxMessages m_messages;
+    std::unique_ptr<KSMessage> m_control;
+    OnlyCopy m_onlyCopy;
+    ConfigObjects m_texts;
+    ConfigObjects m_german;
+    ConfigObjects m_english;
+    Skin m_skin;
+    IconSet m_icons;
+    QtMessageLoop m_loop;
+    linux_media::SdlOutput m_output;
+    TestTone m_tone;
+    SettingDraft m_draft;
+    SettingValues m_values;
+    KeyBindings m_keys;
+    HiddenHints m_hints;
+    std::unique_ptr<SettingSearch> m_search;
+};
+
+} // namespace
+
+int runConfig(int argc, char** argv, int console)
+{
+    QApplication application(argc, argv);
+    ConfigProgram program(application, console);
+    if (!program.claim()) {
+        program.wakeOther();
+        return 0;
+    }
+    const SettingsDesk desk = program.desk();
+    SettingsWindow* shown = nullptr;
+    // Behind the click that has asked for it: the button goes with all other controls.
+    SettingsWindow window(desk, [&] {
+        return program.apply([&shown] {
+            QMetaObject::invokeMethod(shown, &SettingsWindow::rebuild, Qt::QueuedConnection);
+        });
+    });
+    shown = &window;
+    program.listen(window);
+    showAsStarted(window);
+    return QApplication::exec();
+}
+
+} // namespace melovane
