@@ -10,7 +10,7 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     , suite(talk)
     , lists(steps)
     , cleaning(base, room, talk, steps)
-    , found(base, room, talk, steps)
+    , found(base, room, talk, steps, cleaning.recycler())
     , safety(base, room, talk)
 {}
 
