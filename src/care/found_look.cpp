@@ -11,10 +11,10 @@ namespace {
 
 /// Of the columns, in figures.
 constexpr double kTickWidth = 3;
-constexpr double kFolderWidth = 30;
-constexpr double kHitsWidth = 16;
-constexpr double kTitleWidth = 22;
-constexpr double kAgreesWidth = 28;
+constexpr double kFolderWidth = 18;
+constexpr double kHitsWidth = 12;
+constexpr double kTitleWidth = 14;
+constexpr double kAgreesWidth = 22;
 
 /// The colour of warnings; the grid makes it readable on every ground.
 constexpr Colour kAmber{0xF0, 0xA2, 0x28};

@@ -1,10 +1,10 @@
 #include "care/ui/find_again_window.h"
 
+#include "care/ui/care_parts.h"
 #include "config/config_objects.h"
 #include "config/counted_text.h"
 #include "platform/db/db_error.h"
 #include "platform/qt/data_grid.h"
-#include "platform/qt/elided_label.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/panel.h"
 #include "platform/qt/split_panel.h"
@@ -22,6 +22,9 @@
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
+using careparts::makeButton;
+using careparts::makeGrid;
+using careparts::makeLabel;
 
 namespace {
 
@@ -32,24 +35,6 @@ constexpr int kHeight = 34;
 /// How often the progress of the other thread is shown.
 constexpr std::chrono::milliseconds kProgress{100};
 
-QPushButton* makeButton(const QString& name, const QString& caption, QWidget* parent)
-{
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    return button;
-}
-
-QLabel* makeLabel(const QString& name, QWidget* parent, bool isSecond = false)
-{
-    auto* label = new ElidedLabel(parent);
-    label->setObjectName(name);
-    // Names of folders may look like markup.
-    label->setTextFormat(Qt::PlainText);
-    label->setProperty("second", isSecond);
-    return label;
-}
-
 QLabel* makeHeading(const QString& text, QWidget* parent)
 {
     auto* label = new QLabel(text, parent);
@@ -58,20 +43,6 @@ QLabel* makeHeading(const QString& text, QWidget* parent)
     font.setWeight(QFont::DemiBold);
     label->setFont(font);
     return label;
-}
-
-DataGrid* makeGrid(const QString& name,
-                   const QString& title,
-                   const Skin& skin,
-                   const IconSet& icons,
-                   QWidget* parent)
-{
-    auto* grid = new DataGrid(skin, icons, parent);
-    grid->setObjectName(name);
-    grid->setAccessibleName(title);
-    grid->setDragEnabled(false);
-    grid->setSortButtons(false);
-    return grid;
 }
 
 } // namespace
@@ -190,10 +161,7 @@ void FindAgainWindow::buildFooter(QVBoxLayout& column)
     m_remember->setChecked(true);
     m_told = makeLabel(u"lblTold"_s, footer, true);
     m_told->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_progress = new QProgressBar(footer);
-    m_progress->setObjectName(u"ProgressBar1"_s);
-    m_progress->setTextVisible(false);
-    m_progress->setFixedWidth(fontMetrics().averageCharWidth() * 24);
+    m_progress = careparts::makeProgress(footer);
     m_cancel = makeButton(u"cmdAbbruch"_s, m_texts.text(u"find.close"_s), footer);
     m_apply = makeButton(u"cmdApply"_s, m_texts.text(u"find.apply"_s), footer);
     row->addWidget(m_remember);

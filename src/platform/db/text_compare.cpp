@@ -18,6 +18,66 @@ char32_t letterAt(QStringView text, qsizetype& at)
     return first.unicode();
 }
 
+/// The next letter of UTF-8 without damaged bytes.
+char32_t letterAt(std::string_view text, qsizetype& at)
+{
+    const auto next = [&] { return static_cast<unsigned char>(text[size_t(at++)]); };
+    const char32_t first = next();
+    if (first < 0x80) {
+        return first;
+    }
+    const int followers = first < 0xE0 ? 1 : (first < 0xF0 ? 2 : 3);
+    char32_t letter = first & (0x3FU >> followers);
+    for (int i = 0; i < followers; ++i) {
+        letter = letter << 6U | (next() & 0x3FU);
+    }
+    return letter;
+}
+
+/// True in the middle of a letter.
+bool isInside(QStringView text, qsizetype at)
+{
+    return at > 0 && at < text.size() && text[at].isLowSurrogate() &&
+           text[at - 1].isHighSurrogate();
+}
+
+bool isInside(std::string_view text, qsizetype at)
+{
+    return at < qsizetype(text.size()) && (text[size_t(at)] & 0xC0) == 0x80;
+}
+
+bool standsAt(QStringView text, qsizetype at, QStringView piece)
+{
+    return text.sliced(at).startsWith(piece);
+}
+
+bool standsAt(std::string_view text, qsizetype at, std::string_view piece)
+{
+    return text.substr(size_t(at)).starts_with(piece);
+}
+
+qsizetype placeOf(QStringView text, qsizetype at, QStringView piece)
+{
+    return text.indexOf(piece, at);
+}
+
+qsizetype placeOf(std::string_view text, qsizetype at, std::string_view piece)
+{
+    const size_t found = text.find(piece, size_t(at));
+    return found == std::string_view::npos ? -1 : qsizetype(found);
+}
+
+/// The form of a piece that is looked for in a text.
+void assign(QStringView& view, const QString& letters, const QByteArray& /*utf8*/)
+{
+    view = letters;
+}
+
+void assign(std::string_view& view, const QString& /*letters*/, const QByteArray& utf8)
+{
+    view = {utf8.constData(), size_t(utf8.size())};
+}
+
 void append(QString& text, char32_t letter)
 {
     if (QChar::requiresSurrogates(letter)) {
@@ -61,8 +121,8 @@ char32_t baseLetter(char32_t letter)
     if (letter < 0x80) {
         return letter;
     }
-    if (letter == kSharpS) {
-        return U's';
+    if (letter < latin::kEnd) {
+        return latin::letters()[letter].base[0];
     }
     QString text;
     append(text, letter);
@@ -180,14 +240,14 @@ LikePattern::LikePattern(QStringView pattern)
         if (letter == u'*') {
             ++at;
             if (m_steps.empty() || m_steps.back().kind != Step::Kind::AnyRun) {
-                m_steps.push_back({Step::Kind::AnyRun, {}, {}, false});
+                m_steps.push_back({Step::Kind::AnyRun, {}, {}, {}, false});
             }
         } else if (letter == u'?') {
             ++at;
-            m_steps.push_back({Step::Kind::AnyLetter, {}, {}, false});
+            m_steps.push_back({Step::Kind::AnyLetter, {}, {}, {}, false});
         } else if (letter == u'#') {
             ++at;
-            m_steps.push_back({Step::Kind::Digit, {}, {}, false});
+            m_steps.push_back({Step::Kind::Digit, {}, {}, {}, false});
         } else if (letter == u'[') {
             const qsizetype end = view.indexOf(u']', at + 1);
             m_broken = end < 0;
@@ -199,12 +259,15 @@ LikePattern::LikePattern(QStringView pattern)
             addLetter(letterAt(view, at));
         }
     }
+    for (Step& step : m_steps) {
+        step.utf8 = step.letters.toUtf8();
+    }
 }
 
 void LikePattern::addLetter(char32_t letter)
 {
     if (m_steps.empty() || m_steps.back().kind != Step::Kind::Run) {
-        m_steps.push_back({Step::Kind::Run, {}, {}, false});
+        m_steps.push_back({Step::Kind::Run, {}, {}, {}, false});
     }
     append(m_steps.back().letters, letter);
 }
@@ -229,16 +292,18 @@ void LikePattern::addClass(QStringView inner)
     m_steps.push_back(std::move(step));
 }
 
-bool LikePattern::matchesStep(const Step& step, QStringView text, qsizetype& at)
+template <typename View> bool LikePattern::matchesStep(const Step& step, View text, qsizetype& at)
 {
     if (step.kind == Step::Kind::Run) {
-        if (!text.sliced(at).startsWith(step.letters)) {
+        View piece;
+        assign(piece, step.letters, step.utf8);
+        if (!standsAt(text, at, piece)) {
             return false;
         }
-        at += step.letters.size();
+        at += qsizetype(piece.size());
         return true;
     }
-    if (at >= text.size()) {
+    if (at >= qsizetype(text.size())) {
         return false;
     }
     const char32_t letter = letterAt(text, at);
@@ -257,13 +322,16 @@ bool LikePattern::matchesStep(const Step& step, QStringView text, qsizetype& at)
 }
 
 /// Where the steps behind a "*" may begin next; -1 when nowhere.
-qsizetype LikePattern::nextStart(size_t step, QStringView text, qsizetype at) const
+template <typename View>
+qsizetype LikePattern::nextStart(size_t step, View text, qsizetype at) const
 {
-    if (at > text.size()) {
+    if (at > qsizetype(text.size())) {
         return -1;
     }
     if (step < m_steps.size() && m_steps[step].kind == Step::Kind::Run) {
-        return text.indexOf(m_steps[step].letters, at);
+        View piece;
+        assign(piece, m_steps[step].letters, m_steps[step].utf8);
+        return placeOf(text, at, piece);
     }
     return at;
 }
@@ -308,21 +376,21 @@ LikePattern::Outline LikePattern::outline() const
         result.kind = Outline::Kind::Begin;
     } else if (count == 3 && isAny(0) && isRun(1) && isAny(2)) {
         result.kind = Outline::Kind::Inside;
-    } else if (count > 3 && isAny(0) && isAny(count - 1)) {
-        // Stars and runs take turns.
-        result.kind = Outline::Kind::Pieces;
-        for (size_t step = 1; step + 1 < count; ++step) {
-            if (isRun(step)) {
-                result.pieces.push_back(m_steps[step].letters);
-            } else if (!isAny(step)) {
-                result.kind = Outline::Kind::Other;
-            }
-        }
     }
     return result;
 }
 
 bool LikePattern::matchesFolded(QStringView folded) const
+{
+    return matchesView(folded);
+}
+
+bool LikePattern::matchesFoldedUtf8(std::string_view folded) const
+{
+    return matchesView(folded);
+}
+
+template <typename View> bool LikePattern::matchesView(View folded) const
 {
     if (m_broken) {
         return false;
@@ -345,22 +413,20 @@ bool LikePattern::matchesFolded(QStringView folded) const
             at = starAt;
             continue;
         }
-        if (step == m_steps.size() && at == folded.size()) {
+        if (step == m_steps.size() && at == qsizetype(folded.size())) {
             return true;
         }
         if (step < m_steps.size() && matchesStep(m_steps[step], folded, at)) {
             ++step;
             continue;
         }
-        if (behindStar == 0 || starAt >= folded.size()) {
+        if (behindStar == 0 || starAt >= qsizetype(folded.size())) {
             return false;
         }
         // A "*" takes whole letters.
-        ++starAt;
-        if (starAt < folded.size() && folded[starAt].isLowSurrogate() &&
-            folded[starAt - 1].isHighSurrogate()) {
+        do {
             ++starAt;
-        }
+        } while (isInside(folded, starAt));
         starAt = nextStart(behindStar, folded, starAt);
         if (starAt < 0) {
             return false;

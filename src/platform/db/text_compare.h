@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringView>
 
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -44,6 +46,10 @@ public:
     /// \param folded a text in the form of fold()
     [[nodiscard]] bool matchesFolded(QStringView folded) const;
 
+    /// \param folded likewise, as UTF-8 without damaged bytes. Half a pair of surrogates in the
+    /// pattern is met by nothing.
+    [[nodiscard]] bool matchesFoldedUtf8(std::string_view folded) const;
+
     [[nodiscard]] bool matches(QStringView text) const { return matchesFolded(fold(text)); }
 
     /// matches() of a text in UTF-8, without copying it while its letters lie below U+0300.
@@ -58,12 +64,10 @@ public:
             Equal,   ///< exactly the text `begin`
             Begin,   ///< exactly the texts that begin with `begin`
             Inside,  ///< exactly the texts that hold `inside`
-            Pieces,  ///< exactly the texts that hold `pieces`, one behind the other
             Other    ///< each match begins with `begin` and holds `inside`, but has to be tried
         } kind = Kind::Other;
-        QString begin;               ///< in the form of fold(); may be empty
-        QString inside;              ///< likewise
-        std::vector<QString> pieces; ///< likewise; only for Pieces
+        QString begin;  ///< in the form of fold(); may be empty
+        QString inside; ///< likewise
     };
 
     [[nodiscard]] Outline outline() const;
@@ -80,14 +84,18 @@ private:
             Class
         } kind = Kind::Run;
         QString letters;                                   ///< Run: what must stand there
+        QByteArray utf8;                                   ///< the same
         std::vector<std::pair<char32_t, char32_t>> ranges; ///< Class: first and last base letter
         bool negated = false;
     };
 
     void addClass(QStringView inner);
     void addLetter(char32_t letter);
-    [[nodiscard]] static bool matchesStep(const Step& step, QStringView text, qsizetype& at);
-    [[nodiscard]] qsizetype nextStart(size_t step, QStringView text, qsizetype at) const;
+    template <typename View> [[nodiscard]] bool matchesView(View folded) const;
+    template <typename View>
+    [[nodiscard]] static bool matchesStep(const Step& step, View text, qsizetype& at);
+    template <typename View>
+    [[nodiscard]] qsizetype nextStart(size_t step, View text, qsizetype at) const;
 
     std::vector<Step> m_steps;
     bool m_broken = false;

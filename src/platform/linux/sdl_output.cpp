@@ -22,9 +22,6 @@ void SDLCALL fillBlock(void* source, Uint8* bytes, int size)
 SdlOutput::~SdlOutput()
 {
     close();
-    if (m_started) {
-        SDL_QuitSubSystem(SDL_INIT_AUDIO);
-    }
 }
 
 bool SdlOutput::start()
@@ -44,6 +41,23 @@ bool SdlOutput::start()
     return m_started;
 }
 
+/// Its thread looks for new cards ten times a second for as long as it runs.
+void SdlOutput::stop()
+{
+    if (m_started && m_device == 0) {
+        SDL_QuitSubSystem(SDL_INIT_AUDIO);
+        m_started = false;
+    }
+}
+
+void SdlOutput::closeCard()
+{
+    if (m_device != 0) {
+        SDL_CloseAudioDevice(m_device);
+        m_device = 0;
+    }
+}
+
 std::vector<SoundCard> SdlOutput::cards()
 {
     std::vector<SoundCard> cards;
@@ -53,15 +67,19 @@ std::vector<SoundCard> SdlOutput::cards()
         m_names.emplace_back(SDL_GetAudioDeviceName(i, 0));
         cards.push_back({QString::fromUtf8(m_names.back()), i + 1});
     }
+    stop();
     return cards;
 }
 
 bool SdlOutput::open(int card, const AudioFormat& format, SampleSource& source)
 {
-    close();
+    closeCard();
     if (!start() || card < kSystemCard || static_cast<size_t>(card) > m_names.size()) {
+        stop();
         return false;
     }
+    // A sound system that was just started knows no card before it is asked.
+    SDL_GetNumAudioDevices(0);
     const char* name =
         card == kSystemCard ? nullptr : m_names[static_cast<size_t>(card) - 1].constData();
     SDL_AudioSpec wanted = {};
@@ -72,18 +90,18 @@ bool SdlOutput::open(int card, const AudioFormat& format, SampleSource& source)
     wanted.callback = fillBlock;
     wanted.userdata = &source;
     m_device = SDL_OpenAudioDevice(name, 0, &wanted, nullptr, 0);
-    if (m_device != 0) {
-        SDL_PauseAudioDevice(m_device, 0);
+    if (m_device == 0) {
+        stop();
+        return false;
     }
-    return m_device != 0;
+    SDL_PauseAudioDevice(m_device, 0);
+    return true;
 }
 
 void SdlOutput::close()
 {
-    if (m_device != 0) {
-        SDL_CloseAudioDevice(m_device);
-        m_device = 0;
-    }
+    closeCard();
+    stop();
 }
 
 bool SdlOutput::isOpen() const

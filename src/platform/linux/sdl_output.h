@@ -8,8 +8,8 @@ namespace melovane::linux_media {
 
 /// Sound cards through SDL.
 ///
-/// The sound system is asked at the first call that needs it, never at the start of the program. It
-/// takes no signals over: Ctrl-C still ends the program.
+/// The sound system runs while cards are listed and while one is open, never else: it wakes up ten
+/// times a second. It takes no signals over: Ctrl-C still ends the program.
 class SdlOutput final : public AudioOutput
 {
 public:
@@ -25,6 +25,8 @@ public:
 
 private:
     [[nodiscard]] bool start();
+    void stop();
+    void closeCard();
 
     bool m_started = false;
     /// What cards() has given, by its numbers. A card plugged in since must not make a number mean

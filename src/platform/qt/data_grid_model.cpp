@@ -65,6 +65,7 @@ void DataGridModel::takeRows()
 {
     beginResetModel();
     m_fieldByName.clear();
+    m_fieldAsSpelt.clear();
     for (int field = 0; field < m_data.columnCount(); ++field) {
         const QString name = m_data.columnName(field);
         m_fieldByName.insert(name.toLower(), field);
@@ -117,8 +118,12 @@ int DataGridModel::columnOf(const QString& field) const
 
 Value DataGridModel::value(qint64 row, const QString& field) const
 {
-    const int index = m_fieldByName.value(field.toLower(), -1);
-    return index < 0 ? Value() : m_data.cell(row, index);
+    // Looks ask some thousand times for a page, always in the same few spellings.
+    auto found = m_fieldAsSpelt.constFind(field);
+    if (found == m_fieldAsSpelt.cend()) {
+        found = m_fieldAsSpelt.insert(field, m_fieldByName.value(field.toLower(), -1));
+    }
+    return *found < 0 ? Value() : m_data.cell(row, *found);
 }
 
 CellStyle DataGridModel::style(const QModelIndex& index) const

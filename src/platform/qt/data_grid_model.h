@@ -69,10 +69,11 @@ private:
     const GridSource& m_data;
     const GridLook& m_look;
     std::vector<GridColumn> m_columns;
-    QSet<QString> m_known;             ///< fields of the columns, in lower case
-    QStringList m_headings;            ///< as they were at first
-    std::vector<int> m_fields;         ///< field index of each column, -1 for none
-    QHash<QString, int> m_fieldByName; ///< names in lower case
+    QSet<QString> m_known;                      ///< fields of the columns, in lower case
+    QStringList m_headings;                     ///< as they were at first
+    std::vector<int> m_fields;                  ///< field index of each column, -1 for none
+    QHash<QString, int> m_fieldByName;          ///< names in lower case
+    mutable QHash<QString, int> m_fieldAsSpelt; ///< as they were asked for, -1 for none
     int m_rows = 0;
     GridEditing* m_editing = nullptr;
     bool m_refused = false; ///< see wasRefused()

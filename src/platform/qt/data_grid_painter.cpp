@@ -190,13 +190,12 @@ void DataGridPainter::paint(QPainter* painter,
         const Colour ink = style.text.value_or(
             m_skin.theme().colour(style.dimmed ? ThemeRole::TextSecond : ThemeRole::Text));
         painter->setPen(toQColor(readableOn(ink, colour)));
-        const QString fitting =
-            painter->fontMetrics().elidedText(shown, Qt::ElideRight, inner.width());
-        if (isNumber) {
-            drawFigures(*painter, inner, fitting);
+        if (isNumber && !figuresAreEqual(painter->fontMetrics())) {
+            drawFigures(*painter, inner,
+                        painter->fontMetrics().elidedText(shown, Qt::ElideRight, inner.width()));
         } else {
-            const QVariant flags = index.data(Qt::TextAlignmentRole);
-            painter->drawText(inner, flags.toInt() | Qt::TextSingleLine, fitting);
+            const Qt::Alignment side(index.data(Qt::TextAlignmentRole).toInt());
+            m_texts.draw(*painter, inner, side & Qt::AlignHorizontal_Mask, shown);
         }
     }
     painter->restore();

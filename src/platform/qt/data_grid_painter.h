@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/grid_control.h"
+#include "platform/qt/cell_texts.h"
 
 #include <QStyledItemDelegate>
 
@@ -45,6 +46,9 @@ public:
                    const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 
+    /// Texts laid out for painting so far; those painted again are not among them.
+    [[nodiscard]] qint64 laidOut() const { return m_texts.laidOut(); }
+
 private:
     [[nodiscard]] int wholeWidth(const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const;
@@ -54,6 +58,7 @@ private:
 
     const Skin& m_skin;
     const IconSet& m_icons;
+    mutable CellTexts m_texts;
     std::function<void(QWidget* editor)> m_finish; ///< takes over what an editor holds, ends it
 };
 

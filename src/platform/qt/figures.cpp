@@ -60,6 +60,11 @@ int figureWidth(const QFontMetrics& metrics)
     return figuresOf(metrics).widest;
 }
 
+bool figuresAreEqual(const QFontMetrics& metrics)
+{
+    return figuresOf(metrics).areEqual;
+}
+
 int figureTextWidth(const QFontMetrics& metrics, const QString& text)
 {
     const Figures figures = figuresOf(metrics);

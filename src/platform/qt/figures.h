@@ -13,6 +13,9 @@ namespace melovane {
 /// Width of the widest figure of a font.
 [[nodiscard]] int figureWidth(const QFontMetrics& metrics);
 
+/// True for a font whose own figures stand below each other.
+[[nodiscard]] bool figuresAreEqual(const QFontMetrics& metrics);
+
 /// Width of a text whose figures all have the same width: their own, or that of the widest one.
 [[nodiscard]] int figureTextWidth(const QFontMetrics& metrics, const QString& text);
 

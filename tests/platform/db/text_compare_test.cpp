@@ -296,6 +296,28 @@ TEST(LikePattern, BytesMatchAsTheirTextDoes)
     }
 }
 
+TEST(LikePattern, FoldedBytesMatchAsTheFoldedTextDoes)
+{
+    const QString steps[] = {u"*"_s,    u"?"_s,   u"#"_s,         u"[a-s]"_s,
+                             u"[!ä]"_s, u"[ß]"_s, u"\U0001F600"_s};
+    std::mt19937 random(13);
+    int matches = 0;
+    for (int i = 0; i < 100'000; ++i) {
+        QString pattern;
+        for (unsigned count = 1 + unsigned(random() % 5); count > 0; --count) {
+            pattern += random() % 2 == 0 ? steps[random() % std::size(steps)] : mixedText(random);
+        }
+        const QString folded = fold(mixedText(random) + steps[random() % std::size(steps)]);
+        const QByteArray bytes = folded.toUtf8();
+        const LikePattern like(pattern);
+        const bool expected = like.matchesFolded(folded);
+        matches += expected ? 1 : 0;
+        ASSERT_EQ(like.matchesFoldedUtf8({bytes.constData(), size_t(bytes.size())}), expected)
+            << pattern.toStdString() << " on " << bytes.toStdString();
+    }
+    EXPECT_GT(matches, 1000);
+}
+
 TEST(LikePattern, LongTextsMatchAsBytesToo)
 {
     const QByteArray text = QByteArray(1000, 'x') + "Ä";

@@ -32,8 +32,17 @@ mlv_test(column_index_test LABEL logic COST 18
         sqlite/index/column_index_fixture.h
         sqlite/index/column_index_guard_test.cpp
         sqlite/index/column_index_snapshot_test.cpp
+        sqlite/index/index_texts_test.cpp
         sqlite/engine/engine_fixture.cpp sqlite/engine/engine_fixture.h
     LINKS mlv_platform_sqlite mlv_sqlite_dialect SQLite::SQLite3)
+
+# What the machine that tests does not use by itself. Longer: tools/prove_search.sh
+foreach(width plain sse2)
+    add_test(NAME column_index_test_${width}
+        COMMAND column_index_test --gtest_filter=ColumnIndexGuard.*:IndexTextsProof.*)
+    set_tests_properties(column_index_test_${width} PROPERTIES LABELS logic TIMEOUT 300 COST 12
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;SDL_AUDIODRIVER=dummy;MLV_VECTOR=${width}")
+endforeach()
 
 # The engine on a failing system and on damaged files. Longer: tools/prove_engine.sh
 mlv_test(engine_fault_test LABEL logic

@@ -26,6 +26,38 @@ void IndexBits::setAll()
     }
 }
 
+void IndexBits::setRange(qint64 first, qint64 end)
+{
+    for (; first < end && first % kWordBits != 0; ++first) {
+        set(first);
+    }
+    for (; end - first >= kWordBits; first += kWordBits) {
+        m_words[std::size_t(first / kWordBits)] = ~quint64(0);
+    }
+    for (; first < end; ++first) {
+        set(first);
+    }
+}
+
+void IndexBits::addPlacesOf(std::span<const quint32> numbers, const IndexBits& chosen)
+{
+    const quint64* const words = chosen.m_words.data();
+    const auto bitOf = [&](std::size_t place) {
+        const quint32 number = numbers[place];
+        return words[number >> 6] >> (number & 63);
+    };
+    std::size_t place = 0;
+    for (quint64& target : m_words) {
+        const std::size_t end = std::min(place + std::size_t(kWordBits), numbers.size());
+        quint64 word = 0;
+        const auto count = int(end - place);
+        for (; place < end; ++place) {
+            word = word >> 1 | bitOf(place) << 63;
+        }
+        target |= count == kWordBits ? word : word >> (kWordBits - count);
+    }
+}
+
 void IndexBits::intersect(const IndexBits& other)
 {
     for (std::size_t i = 0; i < m_words.size(); ++i) {

@@ -2,6 +2,8 @@
 
 #include <QtGlobal>
 
+#include <bit>
+#include <span>
 #include <vector>
 
 namespace melovane::sqlite {
@@ -25,6 +27,25 @@ public:
 
     void setAll();
 
+    /// Sets all from `first` to before `end`.
+    void setRange(qint64 first, qint64 end);
+
+    /// Adds `at` + each bit of a word; all of them lie below the size, and so does `at`.
+    void add(qint64 at, quint64 word)
+    {
+        const auto index = std::size_t(at >> 6);
+        const int shift = int(at & 63);
+        m_words[index] |= word << shift;
+        if (const quint64 rest = word >> 1 >> (63 - shift); rest != 0) {
+            m_words[index + 1] |= rest;
+        }
+    }
+
+    /// Adds each place of `numbers` at which a member of `chosen` stands. Looks at all numbers,
+    /// which is faster than going to the places of the members when they are many.
+    /// \param numbers as many as this set has room for, below the size of `chosen`
+    void addPlacesOf(std::span<const quint32> numbers, const IndexBits& chosen);
+
     /// Keeps what is in both. The sizes are equal.
     void intersect(const IndexBits& other);
 
@@ -35,6 +56,16 @@ public:
 
     /// 64 members at a time, lowest first.
     [[nodiscard]] const std::vector<quint64>& words() const { return m_words; }
+
+    /// Calls `work` with each member, ascending.
+    template <typename Work> void forEach(const Work& work) const
+    {
+        for (std::size_t i = 0; i < m_words.size(); ++i) {
+            for (quint64 word = m_words[i]; word != 0; word &= word - 1) {
+                work(i * 64 + std::size_t(std::countr_zero(word)));
+            }
+        }
+    }
 
 private:
     qint64 m_size;

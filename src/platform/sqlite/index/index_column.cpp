@@ -42,12 +42,25 @@ bool endsAt(const IndexArray<quint32>& ends, std::size_t size)
 
 void IndexColumn::mark(const IndexTest& test, IndexBits& rows) const
 {
-    for (const auto& [first, end] : m_isText ? matchingTexts(test, rows) : matchingNumbers(test)) {
-        // Value numbers are one more than the numbers of texts.
-        for (quint32 at = m_ends[first]; at < m_ends[end]; ++at) {
+    IndexBits values(qint64(m_ends.size()));
+    if (m_isText) {
+        addTexts(test, values);
+    } else {
+        addNumbers(test, values);
+    }
+    // Going to a value costs as much as going to some rows of it, and more than looking at a row.
+    constexpr qint64 kValueCost = 8;
+    const auto rowCount = qint64(m_rows.size());
+    const qint64 perValue = kValueCost + rowCount / qint64(m_ends.size());
+    if (values.count() * perValue > rowCount) {
+        rows.addPlacesOf({m_values.data(), m_values.size()}, values);
+        return;
+    }
+    values.forEach([&](std::size_t value) {
+        for (quint32 at = m_ends[value - 1]; at < m_ends[value]; ++at) {
             rows.set(m_rows[at]);
         }
-    }
+    });
 }
 
 std::vector<quint32> IndexColumn::sorted(const std::vector<quint32>& rows, bool descending) const
@@ -66,58 +79,40 @@ std::vector<quint32> IndexColumn::sorted(const std::vector<quint32>& rows, bool 
     return result;
 }
 
-/// True when all rows of a value are there already; of values with many rows it is not asked.
-bool IndexColumn::areIn(quint32 value, const IndexBits& rows) const
+void IndexColumn::addTexts(const IndexTest& test, IndexBits& values) const
 {
-    constexpr quint32 kFewRows = 4;
-    const quint32 first = m_ends[value - 1];
-    const quint32 end = m_ends[value];
-    return end - first <= kFewRows && std::all_of(m_rows.begin() + first, m_rows.begin() + end,
-                                                  [&](quint32 row) { return rows.test(row); });
-}
-
-NumberRanges IndexColumn::matchingTexts(const IndexTest& test, const IndexBits& known) const
-{
-    NumberRanges result;
     switch (test.kind()) {
     case SearchTest::Kind::Like:
-        return m_texts.matching(test.pattern(),
-                                [&](quint32 number) { return areIn(number + 1, known); });
+        m_texts.addMatching(test.pattern(), values);
+        break;
     case SearchTest::Kind::Equal:
         if (const auto found = m_texts.find(test.folded())) {
-            result.add(*found);
+            values.set(*found + 1);
         }
         break;
     case SearchTest::Kind::AtLeast:
-        result.add(m_texts.lowerBound(test.folded()), m_texts.count());
+        values.setRange(m_texts.lowerBound(test.folded()) + 1, m_texts.count() + 1);
         break;
     case SearchTest::Kind::AnyOfNumbers:
         break;
     }
-    return result;
 }
 
-NumberRanges IndexColumn::matchingNumbers(const IndexTest& test) const
+void IndexColumn::addNumbers(const IndexTest& test, IndexBits& values) const
 {
-    NumberRanges result;
     const auto place = [&](double number) {
-        return quint32(std::lower_bound(m_numbers.begin(), m_numbers.end(), number) -
-                       m_numbers.begin());
+        return std::lower_bound(m_numbers.begin(), m_numbers.end(), number) - m_numbers.begin();
     };
     if (test.kind() == SearchTest::Kind::AtLeast) {
-        result.add(place(test.numbers().front()), quint32(m_numbers.size()));
-        return result;
+        values.setRange(place(test.numbers().front()) + 1, values.size());
+        return;
     }
-    std::vector<double> wanted = test.numbers();
-    std::sort(wanted.begin(), wanted.end());
-    wanted.erase(std::unique(wanted.begin(), wanted.end()), wanted.end());
-    for (const double number : wanted) {
-        const quint32 found = place(number);
+    for (const double number : test.numbers()) {
+        const auto found = std::size_t(place(number));
         if (found < m_numbers.size() && m_numbers[found] == number) {
-            result.add(found);
+            values.set(qint64(found) + 1);
         }
     }
-    return result;
 }
 
 quint32 IndexColumn::placeOf(const IndexCell& cell) const
@@ -159,27 +154,25 @@ qint64 IndexColumn::bytes() const
 
 IndexColumnParts IndexColumn::parts() const
 {
-    return {m_isText,       m_fits,          m_texts.letters(),
-            m_texts.ends(), m_texts.signs(), m_numbers,
-            m_values,       m_ends,          m_rows};
+    return {m_isText, m_fits, m_texts.letters(), m_texts.ends(), m_numbers, m_values,
+            m_ends,   m_rows};
 }
 
 std::shared_ptr<const IndexColumn> IndexColumn::fromParts(IndexColumnParts parts, std::size_t rows)
 {
     const std::size_t distinct = parts.isText ? parts.textEnds.size() : parts.numbers.size();
     const bool belongs = parts.values.size() == rows && parts.rows.size() == rows &&
-                         parts.ends.size() == distinct + 1 &&
-                         parts.signs.size() == parts.textEnds.size() && endsAt(parts.ends, rows) &&
-                         endsAt(parts.textEnds, parts.letters.size()) && ascend(parts.numbers) &&
-                         standByValue(parts);
-    if (!belongs) {
+                         parts.ends.size() == distinct + 1 && endsAt(parts.ends, rows) &&
+                         ascend(parts.numbers) && standByValue(parts);
+    auto column = std::make_shared<IndexColumn>();
+    if (belongs) {
+        column->m_texts = IndexTexts(std::move(parts.letters), std::move(parts.textEnds));
+    }
+    if (!belongs || !column->m_texts.isWhole()) {
         return nullptr;
     }
-    auto column = std::make_shared<IndexColumn>();
     column->m_isText = parts.isText;
     column->m_fits = parts.fits;
-    column->m_texts =
-        IndexTexts(std::move(parts.letters), std::move(parts.textEnds), std::move(parts.signs));
     column->m_numbers = std::move(parts.numbers);
     column->m_values = std::move(parts.values);
     column->m_ends = std::move(parts.ends);

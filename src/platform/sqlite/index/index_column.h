@@ -13,7 +13,6 @@ struct IndexColumnParts
     bool fits = true;
     IndexArray<char> letters;
     IndexArray<quint32> textEnds;
-    IndexArray<quint64> signs;
     IndexArray<double> numbers;
     IndexArray<quint32> values;
     IndexArray<quint32> ends;
@@ -59,9 +58,8 @@ public:
 private:
     friend class IndexColumnBuilder;
 
-    [[nodiscard]] NumberRanges matchingTexts(const IndexTest& test, const IndexBits& known) const;
-    [[nodiscard]] bool areIn(quint32 value, const IndexBits& rows) const;
-    [[nodiscard]] NumberRanges matchingNumbers(const IndexTest& test) const;
+    void addTexts(const IndexTest& test, IndexBits& values) const;
+    void addNumbers(const IndexTest& test, IndexBits& values) const;
 
     bool m_isText = true;
     bool m_fits = true;

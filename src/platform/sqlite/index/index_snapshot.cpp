@@ -29,13 +29,13 @@ constexpr quint8 kColumn = 1;
 constexpr quint8 kOrder = 2;
 
 /// Pieces of an entry.
-constexpr std::size_t kColumnPieces = 7;
+constexpr std::size_t kColumnPieces = 6;
 constexpr std::size_t kOrderPieces = 2;
 
 constexpr char kMagic[8] = {'M', 'L', 'V', 'I', 'N', 'D', 'E', 'X'};
 /// Raised with every change of what stands in the file or of what an index is. A machine with
 /// another order of bytes reads another number.
-constexpr quint32 kFormat = 1;
+constexpr quint32 kFormat = 2;
 
 /// Bytes of one step of writing, and of reading between looks at the checksum.
 constexpr qint64 kPart = qint64{1024} * 1024;
@@ -256,9 +256,8 @@ std::shared_ptr<const IndexColumn> IndexSnapshot::column(const QString& name, bo
     parts.fits = entry->fits;
     const auto& pieces = entry->pieces;
     const bool isRead = read(pieces[0], parts.letters) && read(pieces[1], parts.textEnds) &&
-                        read(pieces[2], parts.signs) && read(pieces[3], parts.numbers) &&
-                        read(pieces[4], parts.values) && read(pieces[5], parts.ends) &&
-                        read(pieces[6], parts.rows);
+                        read(pieces[2], parts.numbers) && read(pieces[3], parts.values) &&
+                        read(pieces[4], parts.ends) && read(pieces[5], parts.rows);
     return isRead ? IndexColumn::fromParts(std::move(parts), m_rows) : nullptr;
 }
 
@@ -288,7 +287,6 @@ IndexSnapshotWriter::IndexSnapshotWriter(QString file,
         const std::size_t entry = m_entries.size() - 1;
         add(entry, parts.letters);
         add(entry, parts.textEnds);
-        add(entry, parts.signs);
         add(entry, parts.numbers);
         add(entry, parts.values);
         add(entry, parts.ends);

@@ -1,7 +1,6 @@
 #include "platform/sqlite/index/index_table.h"
 
 #include <algorithm>
-#include <bit>
 #include <limits>
 #include <numeric>
 
@@ -15,19 +14,11 @@ constexpr std::size_t kMostOrders = 6;
 /// on his way forth and back: of a million rows each takes an eighth of a megabyte.
 constexpr std::size_t kMostFilters = 48;
 
+/// Rows found are put to their places one by one when they are at most one in so many.
+constexpr qint64 kFewOf = 3;
+
 /// Of a changed cell whose place nobody has asked for.
 constexpr quint32 kUnknownPlace = std::numeric_limits<quint32>::max();
-
-/// Calls `work` with each member.
-template <typename Work> void forEach(const IndexBits& bits, const Work& work)
-{
-    const std::vector<quint64>& words = bits.words();
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        for (quint64 word = words[i]; word != 0; word &= word - 1) {
-            work(i * 64 + std::size_t(std::countr_zero(word)));
-        }
-    }
-}
 
 } // namespace
 
@@ -359,7 +350,11 @@ std::shared_ptr<const KeySource> IndexTable::search(const SearchStatement& state
         return std::make_shared<IndexedKeys>(m_keys, nullptr, found.rows, std::move(changed));
     }
     IndexBits places(qint64(m_keys.size()));
-    forEach(found.rows, [&](std::size_t row) { places.set(sorted->placeOf[row]); });
+    if (found.rows.count() > places.size() / kFewOf) {
+        places.addPlacesOf({sorted->rowAt.data(), sorted->rowAt.size()}, found.rows);
+    } else {
+        found.rows.forEach([&](std::size_t row) { places.set(sorted->placeOf[row]); });
+    }
     return std::make_shared<IndexedKeys>(m_keys, sorted, std::move(places), std::move(changed));
 }
 

@@ -1,8 +1,6 @@
 #include "platform/sqlite/index/index_texts.h"
 
 #include "platform/db/latin_text.h"
-#include "platform/sqlite/index/index_scan.h"
-#include "platform/sqlite/index/index_signs.h"
 
 #include <algorithm>
 #include <array>
@@ -100,12 +98,9 @@ quint32 hashOf(std::string_view text)
     return quint32(hash ^ (hash >> 32));
 }
 
-/// Letters that a scan passes in the time that one text on its own takes: looking at single texts
-/// pays below one in so many letters.
-constexpr std::size_t kLettersPerText = 90;
-
-/// Ranges kept for a piece that is typed on.
-constexpr std::size_t kMostKeptRanges = 200'000;
+/// Texts found are looked into one by one when they are at most one in so many: another pass over
+/// all letters takes less time than more of them, which lie all over the memory.
+constexpr quint32 kFewOf = 200;
 
 /// A text to be sorted: the first bytes of its key, for most comparisons enough.
 struct Sortable
@@ -125,13 +120,21 @@ quint64 firstBytes(std::string_view key)
 
 } // namespace
 
-void NumberRanges::add(quint32 first, quint32 end)
+IndexTexts::IndexTexts(IndexArray<char> letters, IndexArray<quint32> ends)
+    : m_letters(std::move(letters))
+    , m_ends(std::move(ends))
+    , m_packed({m_letters.data(), m_letters.size()})
+{}
+
+bool IndexTexts::isWhole() const
 {
-    if (!m_ranges.empty() && m_ranges.back().second == first) {
-        m_ranges.back().second = end;
-    } else if (first < end) {
-        m_ranges.emplace_back(first, end);
-    }
+    return m_packed.count() == m_ends.size() &&
+           std::adjacent_find(m_ends.begin(), m_ends.end(), std::greater_equal<>()) ==
+               m_ends.end() &&
+           std::all_of(
+               m_ends.begin(), m_ends.end(),
+               [&](quint32 end) { return end < m_letters.size() && m_letters[end] == kTextEnd; }) &&
+           (m_letters.size() == 0 || m_letters[m_letters.size() - 1] == kTextEnd);
 }
 
 QString IndexTexts::decoded(quint32 number) const
@@ -165,186 +168,96 @@ std::optional<quint32> IndexTexts::find(QStringView folded) const
 }
 
 /// Texts that begin alike have base letters that begin alike, and those stand together.
-template <typename Test>
-void IndexTexts::addBeginning(const QString& folded, NumberRanges& result, const Test& test) const
+/// \return the first of them and the one behind the last
+std::pair<quint32, quint32> IndexTexts::beginningAlike(const QString& folded) const
 {
     const QString base = baseOf(textcompare::sortKey(folded));
-    const QByteArray bytes = folded.toUtf8();
-    quint32 low = lowerBound(base);
-    quint32 high = count();
-    for (quint32 from = low; from < high;) {
-        const quint32 middle = from + (high - from) / 2;
+    const quint32 first = lowerBound(base);
+    quint32 end = count();
+    for (quint32 from = first; from < end;) {
+        const quint32 middle = from + (end - from) / 2;
         if (baseOf(textcompare::sortKey(decoded(middle))).startsWith(base)) {
             from = middle + 1;
         } else {
-            high = middle;
+            end = middle;
         }
     }
-    for (; low < high; ++low) {
-        if (text(low).starts_with(viewOf(bytes)) && test(low)) {
-            result.add(low);
-        }
-    }
+    return {first, end};
 }
 
-NumberRanges IndexTexts::holdingLetter(quint32 bit) const
-{
-    NumberRanges result;
-    const quint64 bits = 1ULL << bit;
-    for (quint32 number = 0; number < count(); ++number) {
-        if ((m_signs[number] & bits) != 0) {
-            result.add(number);
-        }
-    }
-    return result;
-}
-
-/// True when so few texts that are to be looked into have these signs that it is worthwhile to look
-/// at each of them.
-bool IndexTexts::isRare(quint64 signs, const Known& known) const
-{
-    const std::size_t most = m_letters.size() / kLettersPerText;
-    std::size_t having = 0;
-    for (quint32 number = 0; number < count() && having <= most; ++number) {
-        having += (m_signs[number] & signs) == signs && !known(number) ? 1 : 0;
-    }
-    return having <= most;
-}
-
-/// Looks only into the texts that hold every letter of the piece.
-void IndexTexts::addSigned(std::string_view piece, NumberRanges& result, const Known& known) const
-{
-    const quint64 signs = signsOf(piece);
-    for (quint32 number = 0; number < count(); ++number) {
-        if ((m_signs[number] & signs) != signs) {
-            continue;
-        }
-        const std::string_view own = text(number);
-        const char* const end = own.data() + own.size();
-        if (known(number) || findPiece(own.data(), end, m_letters.end(), piece) != nullptr) {
-            result.add(number);
-        }
-    }
-}
-
-NumberRanges IndexTexts::holding(const QString& folded, const Known& known) const
-{
-    const QByteArray piece = folded.toUtf8();
-    NumberRanges result;
-    if (m_last && piece.contains(m_last->piece)) {
-        for (const auto& [first, end] : m_last->numbers) {
-            for (quint32 number = first; number < end; ++number) {
-                if (known(number) || holds(text(number), std::span(&piece, 1))) {
-                    result.add(number);
-                }
-            }
-        }
-    } else if (isRare(signsOf(viewOf(piece)), known)) {
-        addSigned(viewOf(piece), result, known);
-    } else {
-        addHolding(folded, result, [](quint32) { return true; });
-    }
-    m_last.reset();
-    if (result.size() <= kMostKeptRanges) {
-        m_last = {piece, result};
-    }
-    return result;
-}
-
-bool IndexTexts::holds(std::string_view text, std::span<const QByteArray> pieces) const
-{
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    for (const QByteArray& piece : pieces) {
-        at = findPiece(at, end, m_letters.end(), viewOf(piece));
-        if (at == nullptr) {
-            return false;
-        }
-        at += piece.size();
-    }
-    return true;
-}
-
-NumberRanges IndexTexts::holdingPieces(const std::vector<QString>& pieces, const Known& known) const
-{
-    std::vector<QByteArray> bytes;
-    quint64 signs = 0;
-    for (const QString& piece : pieces) {
-        bytes.push_back(piece.toUtf8());
-        signs |= signsOf(viewOf(bytes.back()));
-    }
-    NumberRanges result;
-    for (quint32 number = 0; number < count(); ++number) {
-        if ((m_signs[number] & signs) == signs && (known(number) || holds(text(number), bytes))) {
-            result.add(number);
-        }
-    }
-    return result;
-}
-
-template <typename Test>
-void IndexTexts::addHolding(const QString& folded, NumberRanges& result, const Test& test) const
+void IndexTexts::addBeginning(const QString& folded, IndexBits& values) const
 {
     const QByteArray bytes = folded.toUtf8();
-    const auto size = std::size_t(bytes.size());
-    const char* at = m_letters.begin();
-    quint32 number = 0;
-    while (number < count()) {
-        at = findPiece(at, m_letters.end(), m_letters.end(), viewOf(bytes));
-        if (at == nullptr) {
-            return;
+    const auto [first, end] = beginningAlike(folded);
+    for (quint32 number = first; number < end; ++number) {
+        if (text(number).starts_with(viewOf(bytes))) {
+            values.set(number + 1);
         }
-        const auto place = quint32(at - m_letters.begin());
-        while (m_ends[number] <= place) {
-            ++number;
-        }
-        if (place + size > m_ends[number]) {
-            ++at; // half of it belongs to the next text
-            continue;
-        }
-        if (test(number)) {
-            result.add(number);
-        }
-        at = m_letters.begin() + m_ends[number++];
     }
 }
 
-NumberRanges IndexTexts::matching(const textcompare::LikePattern& pattern, const Known& known) const
+/// Takes out the values whose texts do not pass.
+template <typename Test> void IndexTexts::keep(IndexBits& values, const Test& test) const
+{
+    values.forEach([&](std::size_t value) {
+        if (!test(text(quint32(value) - 1))) {
+            values.clear(qint64(value));
+        }
+    });
+}
+
+void IndexTexts::addHolding(const QString& folded, IndexBits& values) const
+{
+    const QByteArray bytes = folded.toUtf8();
+    if (m_last && bytes.contains(m_last->piece)) {
+        std::erase_if(m_last->values, [&](quint32 value) {
+            return text(value - 1).find(viewOf(bytes)) == std::string_view::npos;
+        });
+        m_last->piece = bytes;
+        for (const quint32 value : m_last->values) {
+            values.set(value);
+        }
+        return;
+    }
+    sqlite::addHolding(m_packed, ScanPiece(viewOf(bytes), m_packed.letterCounts()), 1, values);
+    m_last.reset();
+    if (values.count() <= count() / kFewOf) {
+        Found& last = m_last.emplace(Found{bytes, {}});
+        values.forEach([&](std::size_t value) { last.values.push_back(quint32(value)); });
+    }
+}
+
+void IndexTexts::addMatching(const textcompare::LikePattern& pattern, IndexBits& values) const
 {
     const auto outline = pattern.outline();
-    const auto always = [](quint32) { return true; };
-    const auto tried = [&](quint32 number) { return pattern.matchesFolded(decoded(number)); };
-    NumberRanges result;
-    if (outline.kind == Kind::Nothing) {
-        return result;
-    }
-    if (outline.kind == Kind::Equal) {
+    switch (outline.kind) {
+    case Kind::Nothing:
+        return;
+    case Kind::Equal:
         if (const auto found = find(outline.begin)) {
-            result.add(*found);
+            values.set(*found + 1);
         }
-    } else if (outline.kind == Kind::Begin && outline.begin.isEmpty()) {
-        result.add(0, count());
-    } else if (outline.kind == Kind::Begin) {
-        addBeginning(outline.begin, result, always);
-    } else if (outline.kind == Kind::Inside && outline.inside.size() == 1 &&
-               isSign(outline.inside[0])) {
-        return holdingLetter(bitOf(outline.inside[0].unicode()));
-    } else if (outline.kind == Kind::Pieces) {
-        return holdingPieces(outline.pieces, known);
-    } else if (outline.kind == Kind::Inside) {
-        return holding(outline.inside, known);
-    } else if (!outline.begin.isEmpty()) {
-        addBeginning(outline.begin, result, tried);
-    } else if (!outline.inside.isEmpty()) {
-        addHolding(outline.inside, result, tried);
-    } else {
-        for (quint32 number = 0; number < count(); ++number) {
-            if (tried(number)) {
-                result.add(number);
-            }
+        return;
+    case Kind::Begin:
+        if (outline.begin.isEmpty()) {
+            values.setRange(1, count() + 1);
+        } else {
+            addBeginning(outline.begin, values);
         }
+        return;
+    case Kind::Inside:
+        return addHolding(outline.inside, values);
+    case Kind::Other:
+        break;
     }
-    return result;
+    if (!outline.begin.isEmpty()) {
+        addBeginning(outline.begin, values);
+    } else if (!outline.inside.isEmpty()) {
+        addHolding(outline.inside, values);
+    } else {
+        values.setRange(1, count() + 1);
+    }
+    keep(values, [&](std::string_view text) { return pattern.matchesFoldedUtf8(text); });
 }
 
 IndexTextsBuilder::IndexTextsBuilder()
@@ -457,22 +370,19 @@ IndexTextsBuilder::Sorted IndexTextsBuilder::sort()
     Sorted result;
     result.places.resize(count);
     std::vector<char> letters;
-    letters.reserve(m_letters.size());
+    letters.reserve(m_letters.size() + count);
     std::vector<quint32> ends;
     ends.reserve(count);
-    std::vector<quint64> signs;
-    signs.reserve(count);
     for (const Sortable& next : order) {
         const std::string_view folded = text(next.number);
         result.places[next.number] = quint32(ends.size());
         letters.insert(letters.end(), folded.begin(), folded.end());
         ends.push_back(quint32(letters.size()));
-        signs.push_back(signsOf(folded));
+        letters.push_back(kTextEnd);
     }
     m_letters = {};
     m_ends = {};
-    result.texts = IndexTexts(IndexArray(std::move(letters)), IndexArray(std::move(ends)),
-                              IndexArray(std::move(signs)));
+    result.texts = IndexTexts(IndexArray(std::move(letters)), IndexArray(std::move(ends)));
     return result;
 }
 

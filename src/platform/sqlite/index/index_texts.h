@@ -2,31 +2,11 @@
 
 #include "platform/db/text_compare.h"
 #include "platform/sqlite/index/index_array.h"
+#include "platform/sqlite/index/index_scan.h"
 
-#include <functional>
 #include <optional>
-#include <string_view>
 
 namespace melovane::sqlite {
-
-/// Runs of neighbouring numbers [first, second), ascending.
-class NumberRanges
-{
-public:
-    /// Not below anything added before.
-    void add(quint32 first, quint32 end);
-
-    void add(quint32 number) { add(number, number + 1); }
-
-    [[nodiscard]] auto begin() const { return m_ranges.begin(); }
-
-    [[nodiscard]] auto end() const { return m_ranges.end(); }
-
-    [[nodiscard]] std::size_t size() const { return m_ranges.size(); }
-
-private:
-    std::vector<std::pair<quint32, quint32>> m_ranges;
-};
 
 /// The distinct texts of a column in their order, folded, as UTF-8. Folding and UTF-8 keep
 /// beginnings and pieces what they are, so bytes are compared.
@@ -35,20 +15,15 @@ class IndexTexts
 public:
     IndexTexts() = default;
 
+    /// \param letters the texts, each followed by kTextEnd
     /// \param ends for each text the place behind its last byte
-    /// \param signs for each text which of the letters a to z, which figures at all, and which
-    /// others beyond ASCII it holds, a bit each
-    IndexTexts(IndexArray<char> letters, IndexArray<quint32> ends, IndexArray<quint64> signs)
-        : m_letters(std::move(letters))
-        , m_ends(std::move(ends))
-        , m_signs(std::move(signs))
-    {}
+    IndexTexts(IndexArray<char> letters, IndexArray<quint32> ends);
 
     [[nodiscard]] quint32 count() const { return quint32(m_ends.size()); }
 
     [[nodiscard]] std::string_view text(quint32 number) const
     {
-        const quint32 begin = beginOf(number);
+        const quint32 begin = number == 0 ? 0 : m_ends[number - 1] + 1;
         return {m_letters.data() + begin, m_ends[number] - begin};
     }
 
@@ -58,54 +33,38 @@ public:
     [[nodiscard]] quint32 lowerBound(QStringView folded) const;
     [[nodiscard]] std::optional<quint32> find(QStringView folded) const;
 
-    /// Whether a text need not be looked into.
-    using Known = std::function<bool(quint32 number)>;
+    /// Adds the number + 1 of each text that matches.
+    /// \param values empty, with room for count() + 1
+    void addMatching(const textcompare::LikePattern& pattern, IndexBits& values) const;
 
-    /// \param known of a text that may be among the result or not
-    [[nodiscard]] NumberRanges matching(const textcompare::LikePattern& pattern,
-                                        const Known& known) const;
+    /// False when letters and ends do not belong together.
+    [[nodiscard]] bool isWhole() const;
 
     [[nodiscard]] const IndexArray<char>& letters() const { return m_letters; }
 
     [[nodiscard]] const IndexArray<quint32>& ends() const { return m_ends; }
 
-    [[nodiscard]] const IndexArray<quint64>& signs() const { return m_signs; }
-
     [[nodiscard]] qint64 bytes() const
     {
-        const std::size_t bytes =
-            m_letters.size() + m_ends.size() * sizeof(quint32) + m_signs.size() * sizeof(quint64);
-        return qint64(bytes);
+        return qint64(m_letters.size() + m_ends.size() * sizeof(quint32) + m_packed.bytes());
     }
 
 private:
-    [[nodiscard]] quint32 beginOf(quint32 number) const
-    {
-        return number == 0 ? 0 : m_ends[number - 1];
-    }
-
-    [[nodiscard]] NumberRanges holdingLetter(quint32 bit) const;
-    template <typename Test>
-    void addBeginning(const QString& folded, NumberRanges& result, const Test& test) const;
-    template <typename Test>
-    void addHolding(const QString& folded, NumberRanges& result, const Test& test) const;
-    void addSigned(std::string_view piece, NumberRanges& result, const Known& known) const;
-    [[nodiscard]] NumberRanges holding(const QString& folded, const Known& known) const;
-    [[nodiscard]] NumberRanges holdingPieces(const std::vector<QString>& pieces,
-                                             const Known& known) const;
-    [[nodiscard]] bool holds(std::string_view text, std::span<const QByteArray> pieces) const;
-    [[nodiscard]] bool isRare(quint64 signs, const Known& known) const;
+    [[nodiscard]] std::pair<quint32, quint32> beginningAlike(const QString& folded) const;
+    void addBeginning(const QString& folded, IndexBits& values) const;
+    void addHolding(const QString& folded, IndexBits& values) const;
+    template <typename Test> void keep(IndexBits& values, const Test& test) const;
 
     IndexArray<char> m_letters;
     IndexArray<quint32> m_ends;
-    IndexArray<quint64> m_signs;
+    PackedTexts m_packed; ///< the letters
 
-    /// What the piece asked for last was found in, or was not looked for: one typed on from it is
+    /// What the piece asked for last was found in, when that was few: one typed on from it is
     /// looked for only there.
     struct Found
     {
         QByteArray piece;
-        NumberRanges numbers;
+        std::vector<quint32> values;
     };
 
     mutable std::optional<Found> m_last;

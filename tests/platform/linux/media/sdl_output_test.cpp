@@ -68,7 +68,7 @@ private:
     struct sigaction m_before = {};
 };
 
-TEST_F(SdlOutputTest, TheSoundSystemIsStartedByItsFirstUseAndTakesNoSignalsOver)
+TEST_F(SdlOutputTest, TheSoundSystemRunsOnlyWhileACardIsOpenAndTakesNoSignalsOver)
 {
     const DefaultSignal interrupt(SIGINT);
     const DefaultSignal end(SIGTERM);
@@ -79,12 +79,21 @@ TEST_F(SdlOutputTest, TheSoundSystemIsStartedByItsFirstUseAndTakesNoSignalsOver)
         EXPECT_FALSE(output.isOpen());
         EXPECT_EQ(SDL_WasInit(SDL_INIT_AUDIO), 0U);
         EXPECT_FALSE(output.cards().empty());
+        EXPECT_EQ(SDL_WasInit(SDL_INIT_AUDIO), 0U) << "it would wake up ten times a second";
+        Silence silence;
+        ASSERT_TRUE(output.open(1, {44100, 2}, silence));
         EXPECT_NE(SDL_WasInit(SDL_INIT_AUDIO), 0U);
         for (const int signal : {SIGINT, SIGTERM}) {
             struct sigaction action = {};
             ASSERT_EQ(sigaction(signal, nullptr, &action), 0);
             EXPECT_EQ(action.sa_handler, SIG_DFL);
         }
+        EXPECT_FALSE(output.open(99, {44100, 2}, silence));
+        EXPECT_EQ(SDL_WasInit(SDL_INIT_AUDIO), 0U);
+        ASSERT_TRUE(output.open(kSystemCard, {44100, 2}, silence));
+        output.close();
+        EXPECT_EQ(SDL_WasInit(SDL_INIT_AUDIO), 0U);
+        ASSERT_TRUE(output.open(1, {44100, 2}, silence));
     }
     EXPECT_EQ(SDL_WasInit(SDL_INIT_AUDIO), 0U);
 }
