@@ -18,10 +18,12 @@ char32_t letterAt(QStringView text, qsizetype& at)
     return first.unicode();
 }
 
-/// The next letter of UTF-8 without damaged bytes.
+/// The next letter of UTF-8; of damaged bytes any, but none behind the text is read.
 char32_t letterAt(std::string_view text, qsizetype& at)
 {
-    const auto next = [&] { return static_cast<unsigned char>(text[size_t(at++)]); };
+    const auto next = [&] {
+        return size_t(at) < text.size() ? static_cast<unsigned char>(text[size_t(at++)]) : 0U;
+    };
     const char32_t first = next();
     if (first < 0x80) {
         return first;
