@@ -378,6 +378,11 @@ LikePattern::Outline LikePattern::outline() const
         result.kind = Outline::Kind::Begin;
     } else if (count == 3 && isAny(0) && isRun(1) && isAny(2)) {
         result.kind = Outline::Kind::Inside;
+    } else if (count > 2 && isRun(count - 2) && isAny(count - 1) &&
+               std::all_of(m_steps.begin(), m_steps.end() - 2,
+                           [](const Step& step) { return step.kind == Step::Kind::AnyLetter; })) {
+        result.kind = Outline::Kind::Behind;
+        result.skipped = int(count) - 2;
     }
     return result;
 }
