@@ -41,4 +41,14 @@ QString libraryFile(int size)
     return file;
 }
 
+EnvironmentPlaces placesBelow(const QString& folder)
+{
+    EnvironmentPlaces places;
+    places.programFolder = folder;
+    places.userFile = folder + u"/user.conf"_s;
+    places.cacheBase = folder + u"/cache"_s;
+    places.runtimeBase = folder;
+    return places;
+}
+
 } // namespace melovane::bench

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/linux_environment.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -16,5 +18,8 @@ inline constexpr int kShape = 2;
 /// A database with that many generated tracks; made on first use in the folder "libraries" beside
 /// the running program and kept for the next run.
 [[nodiscard]] QString libraryFile(int size);
+
+/// A user who has all his files in one folder.
+[[nodiscard]] EnvironmentPlaces placesBelow(const QString& folder);
 
 } // namespace melovane::bench

@@ -5,6 +5,7 @@
 //
 // The best of some tries, CPU time of this process in milliseconds.
 
+#include "bench/measure.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/outline_tree.h"
 #include "platform/qt/skin.h"
@@ -15,7 +16,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <functional>
 
 namespace melovane::bench {
@@ -57,18 +57,9 @@ std::vector<TreeRow> rowsOf(int count)
     return rows;
 }
 
-double cpuMilliseconds()
-{
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
-}
-
 double timed(const std::function<void()>& work)
 {
-    const double before = cpuMilliseconds();
-    work();
-    return cpuMilliseconds() - before;
+    return measured(work).cpu;
 }
 
 /// One tree of that many rows and what is measured on it.

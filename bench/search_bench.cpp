@@ -1,5 +1,6 @@
 #include "bench/libraries.h"
 #include "bench/library_generator.h"
+#include "bench/measure.h"
 #include "library/create_sql_find.h"
 #include "platform/db/data_control.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
@@ -125,17 +126,6 @@ double percentile(std::vector<double> times, double share)
 {
     std::sort(times.begin(), times.end());
     return times[std::min(times.size() - 1, std::size_t(share * double(times.size())))];
-}
-
-/// Megabytes of this process that lie in memory.
-double residentMegabytes()
-{
-    QFile status(u"/proc/self/statm"_s);
-    if (!status.open(QIODevice::ReadOnly)) {
-        return 0;
-    }
-    constexpr double kPage = 4096;
-    return status.readAll().split(' ').value(1).toDouble() * kPage / 1e6;
 }
 
 /// The road of one key press: statement, set, first page, count.

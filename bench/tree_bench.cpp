@@ -4,6 +4,7 @@
 // Usage: tree_bench [TRACKS]... [NAME]...   (100000 1000000, everything)
 
 #include "bench/libraries.h"
+#include "bench/measure.h"
 #include "platform/db/database.h"
 #include "platform/linux/linux_files.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
@@ -12,12 +13,10 @@
 #include "trees/rebuild_trees.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <functional>
 
 namespace {
@@ -35,17 +34,8 @@ void measure(const char* name, const std::function<void()>& work)
     if (!g_chosen.isEmpty() && !g_chosen.contains(QLatin1StringView(name))) {
         return;
     }
-    double best = 1e9;
-    double bestCpu = 1e9;
-    for (int run = 0; run < kRuns; ++run) {
-        QElapsedTimer timer;
-        timer.start();
-        const std::clock_t begin = std::clock();
-        work();
-        bestCpu = std::min(bestCpu, double(std::clock() - begin) * 1e3 / CLOCKS_PER_SEC);
-        best = std::min(best, double(timer.nsecsElapsed()) / 1e6);
-    }
-    std::printf("  %-22s %9.1f ms, of the processor %9.1f\n", name, best, bestCpu);
+    const bench::Cost least = bench::leastOf(kRuns, work);
+    std::printf("  %-22s %9.1f ms, of the processor %9.1f\n", name, least.wall, least.cpu);
     std::fflush(stdout);
 }
 

@@ -5,6 +5,7 @@
 // Usage: tree_view_bench [TRACKS]...   (100000 1000000)
 
 #include "bench/libraries.h"
+#include "bench/measure.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
@@ -30,7 +31,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <functional>
 #include <memory>
 
@@ -43,38 +43,6 @@ constexpr int kTries = 3;
 
 /// In which a user reaches for the next key.
 constexpr int kRest = 300;
-
-double cpuMilliseconds()
-{
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
-}
-
-struct Cost
-{
-    double cpu = 1e9;
-    double wall = 1e9;
-};
-
-Cost timed(const std::function<void()>& work)
-{
-    const double before = cpuMilliseconds();
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return {cpuMilliseconds() - before, double(timer.nsecsElapsed()) / 1e6};
-}
-
-EnvironmentPlaces placesBelow(const QString& folder)
-{
-    EnvironmentPlaces places;
-    places.programFolder = folder;
-    places.userFile = folder + u"/user.conf"_s;
-    places.cacheBase = folder + u"/cache"_s;
-    places.runtimeBase = folder;
-    return places;
-}
 
 /// A stack of trees of which all are windows.
 class Stack : public TreeForm
@@ -151,12 +119,12 @@ private:
     /// The longest turn of the loop behind what was done.
     Cost longestTurn()
     {
-        Cost longest{0, 0};
+        Cost longest;
         QElapsedTimer since;
         since.start();
         while (since.elapsed() < kRest) {
-            const Cost turn = timed([] { QCoreApplication::processEvents(); });
-            longest = {std::max(longest.cpu, turn.cpu), std::max(longest.wall, turn.wall)};
+            const Cost turn = measured([] { QCoreApplication::processEvents(); });
+            longest = {std::max(longest.wall, turn.wall), std::max(longest.cpu, turn.cpu)};
         }
         return longest;
     }
@@ -166,14 +134,10 @@ private:
         TreePages pages(*m_engine, m_settings, m_texts, m_stack);
         pages.bringUp(kind);
         QCoreApplication::processEvents();
-        Cost best;
-        for (int run = 0; run < kTries; ++run) {
-            const Cost cost = timed([&] {
-                pages.fill(kind);
-                paint(kind);
-            });
-            best = {std::min(best.cpu, cost.cpu), std::min(best.wall, cost.wall)};
-        }
+        const Cost best = leastOf(kTries, [&] {
+            pages.fill(kind);
+            paint(kind);
+        });
         const QString name = nameOf(kind).toString();
         say(u"%1, %2 rows"_s.arg(name).arg(m_stack.page(kind).rowCount()), best);
         say(name + u", longest turn behind"_s, longestTurn());
@@ -185,7 +149,7 @@ private:
         pages.bringUp(TreeKind::Interpret);
         pages.fill(TreeKind::Interpret);
         const int row = pages.top().find(treekey::artistLetter(u'D'));
-        const Cost cost = timed([&] {
+        const Cost cost = measured([&] {
             pages.open(row);
             paint(TreeKind::Interpret);
         });
@@ -198,7 +162,7 @@ private:
         TreePages pages(*m_engine, m_settings, m_texts, m_stack);
         pages.bringUp(kind);
         pages.fill(kind);
-        const Cost cost = timed([&] {
+        const Cost cost = measured([&] {
             pages.openAll();
             paint(kind);
         });
@@ -206,7 +170,7 @@ private:
         say(u"%1, all opened, %2 rows"_s.arg(name).arg(pages.top().rowCount()), cost);
         say(name + u", longest turn behind"_s, longestTurn());
         for (const QString& key : {u"d"_s, u"di"_s, u"die"_s, u"die b"_s}) {
-            const Cost typed = timed([&] {
+            const Cost typed = measured([&] {
                 m_stack.tree(kind).setFilter(key);
                 paint(kind);
             });

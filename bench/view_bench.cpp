@@ -8,6 +8,7 @@
 
 #include "bench/libraries.h"
 #include "bench/library_generator.h"
+#include "bench/measure.h"
 #include "bus/mlv_message_bus.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
@@ -25,10 +26,10 @@
 #include "platform/qt/skin.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
+#include "playlists/list_history.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QKeyEvent>
 #include <QProcess>
@@ -36,7 +37,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 
 namespace melovane::bench {
 namespace {
@@ -44,28 +44,6 @@ namespace {
 using namespace Qt::Literals::StringLiterals;
 
 constexpr int kWords = 6;
-
-struct Cost
-{
-    double wall = 0;
-    double cpu = 0;
-};
-
-double cpuMilliseconds()
-{
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
-}
-
-template <typename Work> Cost measured(const Work& work)
-{
-    const double cpu = cpuMilliseconds();
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return {double(timer.nsecsElapsed()) / 1e6, cpuMilliseconds() - cpu};
-}
 
 double percentile(const std::vector<Cost>& costs, double Cost::*part, double share)
 {
@@ -93,26 +71,6 @@ void report(const char* what, const Cost& cost)
     std::fflush(stdout);
 }
 
-double residentMegabytes()
-{
-    QFile status(u"/proc/self/statm"_s);
-    if (!status.open(QIODevice::ReadOnly)) {
-        return 0;
-    }
-    constexpr double kPage = 4096;
-    return status.readAll().split(' ').value(1).toDouble() * kPage / 1e6;
-}
-
-EnvironmentPlaces placesBelow(const QString& folder)
-{
-    EnvironmentPlaces places;
-    places.programFolder = folder;
-    places.userFile = folder + u"/user.conf"_s;
-    places.cacheBase = folder + u"/cache"_s;
-    places.runtimeBase = folder;
-    return places;
-}
-
 /// The view with everything below it, as a start of the program makes it.
 class View
 {
@@ -132,7 +90,7 @@ public:
         , m_icons(m_skin)
         , m_widget(m_skin, m_icons)
         , m_logic(
-              {*m_engine, m_settings, m_texts, m_paths, m_files, m_clock, m_loop, m_bus},
+              {*m_engine, m_settings, m_texts, m_paths, m_files, m_clock, m_loop, m_bus, m_history},
               m_widget.controls(),
               {[] {}, [](const QString&, const QString&) {}, [](const QString& f) { return f; }})
     {
@@ -191,6 +149,7 @@ private:
     Mod_API m_paths;
     std::unique_ptr<DBEngine> m_engine;
     GlobalSettings m_settings;
+    ListHistory m_history{*m_engine, m_files, m_clock, m_settings, {}};
     ConfigObjects m_texts;
     MLVMessageBus m_bus;
     QtMessageLoop m_loop;

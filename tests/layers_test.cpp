@@ -48,6 +48,7 @@ const std::vector<std::pair<QString, int>> kDrawers = {
 
 /// What the composition root sees of them.
 const QString kEngineDoor = u"platform/sqlite/engine/sqlite_engine.h"_s;
+const QString kCareDoor = u"platform/sqlite/engine/database_care.h"_s;
 
 QString layerName(const QString& file)
 {
@@ -120,7 +121,7 @@ QString fault(const QString& file, const QString& header)
         return from == "platform/sqlite/"_L1 ? drawerFault(file, header) : QString();
     }
     if (isImplementation(to)) {
-        if (to == "platform/sqlite/"_L1 && header != kEngineDoor) {
+        if (to == "platform/sqlite/"_L1 && header != kEngineDoor && header != kCareDoor) {
             return u"looks into the database engine"_s;
         }
         const bool qtForForms = to == "platform/qt/"_L1 && isForm(file);

@@ -127,6 +127,7 @@ template <typename Question> std::vector<Tracks> parted(const Tracks& tracks, Qu
 void groupBySound(const Tracks& tracks,
                   const AudioIdentity& audio,
                   DoubleProgress& progress,
+                  const KeepSound& keep,
                   std::vector<DoubleGroup>& groups)
 {
     std::map<int, Tracks> byLength;
@@ -142,8 +143,12 @@ void groupBySound(const Tracks& tracks,
     for (const auto& [length, bucket] : byLength) {
         const auto sampled = parted(bucket, [&](const DoubleTrack& track) {
             ++progress.done;
-            return progress.isCancelled ? std::optional<AudioPrint>()
-                                        : audio.sampled(track.place());
+            const auto print =
+                progress.isCancelled ? std::optional<AudioPrint>() : audio.sampled(track.place());
+            if (print && keep) {
+                keep(track.fid, *print);
+            }
+            return print;
         });
         for (const Tracks& some : sampled) {
             for (Tracks& same : parted(some, [&](const DoubleTrack& track) {
@@ -222,12 +227,13 @@ int bestOf(const std::vector<DoubleTrack>& tracks)
 std::vector<DoubleGroup> findDoubles(Database& database,
                                      const AudioIdentity& audio,
                                      unsigned kinds,
-                                     DoubleProgress& progress)
+                                     DoubleProgress& progress,
+                                     const KeepSound& keep)
 {
     std::vector<DoubleGroup> groups;
     const Tracks tracks = readCandidates(database, kinds);
     if ((kinds & unsigned(DoubleKind::Sound)) != 0) {
-        groupBySound(tracks, audio, progress, groups);
+        groupBySound(tracks, audio, progress, keep, groups);
     }
     if ((kinds & unsigned(DoubleKind::Names)) != 0) {
         groupByNames(tracks, groups);

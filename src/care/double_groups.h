@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <atomic>
+#include <functional>
 #include <vector>
 
 namespace melovane {
@@ -10,6 +11,7 @@ namespace melovane {
 class AudioIdentity;
 class Database;
 class Files;
+struct AudioPrint;
 
 /// A row that may be there twice.
 struct DoubleTrack
@@ -56,6 +58,9 @@ struct DoubleProgress
     std::atomic<bool> isCancelled = false;
 };
 
+/// Hears of each sampled print, so that it need not be made again.
+using KeepSound = std::function<void(const QString& fid, const AudioPrint& print)>;
+
 /// All rows of the library that are there more than once; missing ones, discs and rows whose
 /// identifier is no plain number are none of them. Groups of the same sound come first and are
 /// chosen; a row stands in one group.
@@ -65,7 +70,8 @@ struct DoubleProgress
 [[nodiscard]] std::vector<DoubleGroup> findDoubles(Database& database,
                                                    const AudioIdentity& audio,
                                                    unsigned kinds,
-                                                   DoubleProgress& progress);
+                                                   DoubleProgress& progress,
+                                                   const KeepSound& keep = {});
 
 /// The row of a group that is worth most: the higher bit rate, then the one in more lists, then a
 /// rated one, then the more played one, then the older one.

@@ -5,6 +5,7 @@
 #include "platform/db/db_error.h"
 #include "platform/media/audio_identity.h"
 #include "platform/system/worker.h"
+#include "store/kept_sounds.h"
 
 namespace melovane {
 
@@ -85,11 +86,20 @@ void Doubles::search(unsigned kinds)
     run(
         job,
         [there, kinds, &audio = m_parts.audio, makeEngine = m_parts.makeEngine,
-         file = m_parts.settings.DbName()] {
+         makeFiles = m_parts.recycler.makeFiles, file = m_parts.settings.DbName()] {
             try {
                 const auto engine = makeEngine();
+                const auto files = makeFiles();
+                const QHash<QString, AudioPrint> known = KeptSounds::read(*files, file);
+                KeptSounds sounds(*files, file);
                 there->groups =
-                    findDoubles(*engine->OpenDatabase(file), audio, kinds, there->progress);
+                    findDoubles(*engine->OpenDatabase(file), audio, kinds, there->progress,
+                                [&](const QString& fid, const AudioPrint& print) {
+                                    if (known.value(fid) != print) {
+                                        sounds.add(fid, print);
+                                    }
+                                });
+                sounds.write();
             } catch (const DbError& error) {
                 there->failure = error.text();
             }

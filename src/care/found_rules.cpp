@@ -149,6 +149,7 @@ std::vector<FoundRule> findRules(const FoundInput& input)
         }
     }
     std::vector<FoundRule> rules;
+    rules.reserve(groups.size());
     for (auto& [base, group] : groups) {
         rules.push_back(ruleOf(group));
     }

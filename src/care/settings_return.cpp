@@ -89,9 +89,12 @@ QStringList settingsFiles(const Files& files, const QString& dataFolder)
     return found;
 }
 
-void takeReturningSettings(Files& files, PrivateProfile& profile, const QString& dataFolder)
+bool takeReturningSettings(Files& files, PrivateProfile& profile, const QString& dataFolder)
 {
     const QString folder = path::join(dataFolder, kReturningSettings);
+    if (!files.folderExists(folder)) {
+        return false;
+    }
     const auto take = [&](const QString& name) {
         const QString source = path::join(folder, name);
         const QString target = path::join(dataFolder, name);
@@ -120,6 +123,7 @@ void takeReturningSettings(Files& files, PrivateProfile& profile, const QString&
     }
     files.removeFolder(layouts);
     files.removeFolder(folder);
+    return true;
 }
 
 } // namespace melovane

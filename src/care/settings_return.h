@@ -18,7 +18,7 @@ inline constexpr QStringView kReturningSettings = u"Melovane.Restore";
 
 /// Gives the settings back that a restoring has left, before any is read. Numbers of running
 /// programs and the choice of the library stay as they are. Quiet: what cannot be written is tried
-/// again at the next start.
-void takeReturningSettings(Files& files, PrivateProfile& profile, const QString& dataFolder);
+/// again at the next start. True when there were any.
+bool takeReturningSettings(Files& files, PrivateProfile& profile, const QString& dataFolder);
 
 } // namespace melovane

@@ -39,6 +39,7 @@ namespace owntexts {
 [[nodiscard]] std::span<const BuiltInText> viewer();
 [[nodiscard]] std::span<const BuiltInText> bench();
 [[nodiscard]] std::span<const BuiltInText> care();
+[[nodiscard]] std::span<const BuiltInText> safety();
 [[nodiscard]] std::span<const BuiltInText> found();
 [[nodiscard]] std::span<const BuiltInText> settingsPages();
 } // namespace owntexts

@@ -28,12 +28,13 @@ using Table = std::span<const BuiltInText> (*)();
 
 /// In the order of filling: of two items with one name the first stays.
 constexpr Table kTables[] = {
-    &suitetexts::toolTips, &suitetexts::messages, &suitetexts::settingsWindow,
-    &suitetexts::menus,    &suitetexts::controls, &suitetexts::settings,
-    &owntexts::windows,    &owntexts::columns,    &owntexts::views,
-    &owntexts::importer,   &owntexts::exporting,  &owntexts::lists,
-    &owntexts::tagWriting, &owntexts::viewer,     &owntexts::bench,
-    &owntexts::care,       &owntexts::found,      &owntexts::settingsPages,
+    &suitetexts::toolTips,    &suitetexts::messages, &suitetexts::settingsWindow,
+    &suitetexts::menus,       &suitetexts::controls, &suitetexts::settings,
+    &owntexts::windows,       &owntexts::columns,    &owntexts::views,
+    &owntexts::importer,      &owntexts::exporting,  &owntexts::lists,
+    &owntexts::tagWriting,    &owntexts::viewer,     &owntexts::bench,
+    &owntexts::care,          &owntexts::safety,     &owntexts::found,
+    &owntexts::settingsPages,
 };
 
 /// Calls `use(text)` for each built-in text.

@@ -165,6 +165,8 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"edittag.size", u"$1 MB"},
     {u"edittag.waiting", u"wird in die Datei geschrieben: $1 wartend"},
     {u"edittag.waiting.tip", u"Titel, deren Änderungen noch in ihre Dateien zu schreiben sind"},
+    {u"edittag.unwritten", u"nicht in die Datei geschrieben: $1"},
+    {u"edittag.unwritten.tip", u"Noch einmal versuchen und alle zeigen, die sich nicht schreiben lassen"},
     {u"edittag.show.dir", u"Ordner zeigen"},
     {u"edittag.newgenre.tip", u"Ein neues Genre anlegen"},
     {u"edittag.rating.none", u"Keine Note"},

@@ -51,7 +51,7 @@ Intake::Intake(const IntakeParts& parts, IntakeOrder order)
     , m_order(std::move(order))
     , m_import(parts.files, parts.clock)
     , m_locator(parts.files, parts.dataFolder)
-    , m_readAhead(parts.reader)
+    , m_readAhead(parts.reader, parts.audio)
 {
     m_report.mode = m_order.mode;
     m_import.SetTagChoice(m_order.id3v2Tags);
@@ -90,6 +90,11 @@ void Intake::work(std::chrono::steady_clock::time_point deadline)
     case State::Opening:
         open();
         break;
+    case State::Knowing:
+        if (!m_moved->read()) {
+            m_state = State::Listing;
+        }
+        break;
     case State::Listing:
         list();
         break;
@@ -113,11 +118,15 @@ void Intake::open()
     if (m_order.mode == IntakeMode::NewFiles) {
         m_library->beginComparing();
         m_walk = std::make_unique<FolderWalk>(m_parts.files, m_order.folders, m_unreached);
+        m_moved = std::make_unique<MovedRows>(m_library->database(), m_parts.files);
     } else {
         m_library->openStored();
         m_progress.total = m_library->storedCount();
     }
-    m_state = State::Listing;
+    if (m_parts.audio && m_parts.soundFiles) {
+        m_sounds.emplace(*m_parts.soundFiles, m_order.database);
+    }
+    m_state = m_moved ? State::Knowing : State::Listing;
 }
 
 void Intake::list()
@@ -277,7 +286,7 @@ void Intake::write(ReadFile& file)
     m_progress.file = file.pending.file.path();
     try {
         if (file.pending.FID.isEmpty()) {
-            writeNew(file.pending.file, file.reading);
+            writeNew(file);
         } else {
             writeChanged(file);
         }
@@ -290,17 +299,48 @@ void Intake::write(ReadFile& file)
     }
 }
 
-void Intake::writeNew(const FoundFile& file, const MediaReading& reading)
+void Intake::keepSound(const QString& fid, const ReadFile& read)
 {
-    ImportOutcome outcome = m_import.ImportFile(file.folder, file.name, file.facts, reading);
+    if (m_sounds && read.sound) {
+        m_sounds->add(fid, *read.sound);
+    }
+}
+
+bool Intake::followMoved(const ReadFile& read, const ImportedTrack& track)
+{
+    // A tag that says whose it is needs no likeness.
+    const QStringList fids = track.FID.isEmpty() ? m_moved->of(track, read.sound) : QStringList();
+    if (fids.isEmpty() || m_library->hasFile(track)) {
+        return false;
+    }
+    for (const QString& fid : fids) {
+        const auto row = m_library->placeOf(fid);
+        if (row && row->DriveTyp != kDisc && !fileOf(row->Path, row->DName)) {
+            m_library->move(*row, track);
+            note(&Portion::moved, read.pending.file.path());
+            keepSound(fid, read);
+            return true;
+        }
+    }
+    return false;
+}
+
+void Intake::writeNew(const ReadFile& read)
+{
+    const FoundFile& file = read.pending.file;
+    ImportOutcome outcome = m_import.ImportFile(file.folder, file.name, file.facts, read.reading);
     if (!outcome.isUsable()) {
         refuse(file.path(), outcome.code, outcome.detail);
+        return;
+    }
+    if (followMoved(read, outcome.track)) {
         return;
     }
     const auto result = m_library->add(outcome.track);
     switch (result.kind) {
     case TrackInsert::Result::Kind::Added:
         note(&Portion::added, file.path());
+        keepSound(outcome.track.FID, read);
         break;
     case TrackInsert::Result::Kind::FileIsKnown:
         takeKnown(result.row.FID, result.row.DEL, file.path());
@@ -341,6 +381,7 @@ void Intake::writeChanged(const ReadFile& file)
     }
     m_library->update(file.pending.FID, outcome.track);
     note(&Portion::changed, found.path());
+    keepSound(file.pending.FID, file);
 }
 
 void Intake::finish()
@@ -369,6 +410,9 @@ void Intake::end()
 void Intake::commit()
 {
     m_library->commitPortion();
+    if (m_sounds) {
+        m_sounds->write();
+    }
     m_report.added += m_portion.added;
     m_report.changed += m_portion.changed;
     m_report.moved += m_portion.moved;

@@ -3,10 +3,12 @@
 #include "intake/folder_walk.h"
 #include "intake/intake_library.h"
 #include "intake/intake_report.h"
+#include "intake/moved_rows.h"
 #include "intake/read_ahead.h"
 #include "intake/tag_import.h"
 #include "platform/system/files.h"
 #include "store/file_locator.h"
+#include "store/kept_sounds.h"
 
 #include <QHash>
 #include <QStringList>
@@ -31,6 +33,9 @@ struct IntakeParts
     const Clock& clock;
     const ConfigObjects& texts;
     QString dataFolder; ///< of `ChangeDir.conf`
+    /// Both or none: the sound of what is imported is kept, and known again.
+    const AudioIdentity* audio = nullptr;
+    Files* soundFiles = nullptr;
 };
 
 struct IntakeOrder
@@ -55,6 +60,7 @@ struct IntakeProgress
 /// New files: a file whose folder and name the library has is left alone (if it was marked as
 /// missing, the mark goes). A file whose tag holds the identifier of a row is that row's new place
 /// when the row's own file is gone, and a duplicate otherwise; tracks on discs count as there. A
+/// file without one is the new place of a row whose own file is gone and that MovedRows names. A
 /// folder is the same under every name that leads to it, see LibraryPlaces. All others become new
 /// rows. Changed files: rows whose file differs in size or date are read again.
 ///
@@ -86,6 +92,7 @@ private:
     enum class State
     {
         Opening,
+        Knowing, ///< the library is read for what may have moved
         Listing,
         Reading,
         Finishing,
@@ -116,7 +123,10 @@ private:
     void readSome(std::chrono::steady_clock::time_point deadline);
     void startBatch();
     void write(ReadFile& file);
-    void writeNew(const FoundFile& file, const MediaReading& reading);
+    void writeNew(const ReadFile& read);
+    /// Whether the file is the new place of a row whose own file is gone; the row is written then.
+    [[nodiscard]] bool followMoved(const ReadFile& read, const ImportedTrack& track);
+    void keepSound(const QString& fid, const ReadFile& read);
     void writeChanged(const ReadFile& file);
     /// A file whose tag holds the identifier of that row.
     void meetRow(const StoredPlace& row, const FoundFile& file, const ImportedTrack& track);
@@ -136,6 +146,8 @@ private:
     TagImport m_import;
     FileLocator m_locator;
     std::unique_ptr<IntakeLibrary> m_library;
+    std::unique_ptr<MovedRows> m_moved; ///< for new files
+    std::optional<KeptSounds> m_sounds;
     Skipped m_unreached; ///< what the walk has left out
     std::unique_ptr<FolderWalk> m_walk;
     std::vector<FoundFile> m_found;                    ///< wait for the rows of their folder

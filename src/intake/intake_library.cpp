@@ -155,6 +155,16 @@ std::optional<StoredFile> IntakeLibrary::nextStored()
     return file;
 }
 
+bool IntakeLibrary::hasFile(const ImportedTrack& track)
+{
+    return m_places.find(track.Path, track.DName).has_value();
+}
+
+std::optional<StoredPlace> IntakeLibrary::placeOf(const QString& fid)
+{
+    return m_places.placeOf(fid);
+}
+
 TrackInsert::Result IntakeLibrary::add(ImportedTrack& track)
 {
     begin();

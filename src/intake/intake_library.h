@@ -57,6 +57,12 @@ public:
     /// Nothing behind the last row.
     [[nodiscard]] std::optional<StoredFile> nextStored();
 
+    /// Whether a row has the file, under whatever name of its folder.
+    [[nodiscard]] bool hasFile(const ImportedTrack& track);
+
+    /// The row of an identifier; nothing when there is none.
+    [[nodiscard]] std::optional<StoredPlace> placeOf(const QString& fid);
+
     // -- Changes. Each belongs to the present portion and begins one if there is none. --
 
     /// Adds a row, unless its file or the identifier of its tag has one.

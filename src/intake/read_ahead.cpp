@@ -4,8 +4,9 @@
 
 namespace melovane {
 
-ReadAhead::ReadAhead(const TagReader& reader)
+ReadAhead::ReadAhead(const TagReader& reader, const AudioIdentity* audio)
     : m_reader(reader)
+    , m_audio(audio)
 {}
 
 ReadAhead::~ReadAhead()
@@ -26,7 +27,11 @@ void ReadAhead::start(std::vector<PendingFile> files)
                 break;
             }
             MediaReading reading = m_reader.read(file.file.path());
-            result.push_back({std::move(file), std::move(reading)});
+            std::optional<AudioPrint> sound;
+            if (m_audio && reading.fault == MediaFault::None) {
+                sound = m_audio->sampled(file.file.path());
+            }
+            result.push_back({std::move(file), std::move(reading), std::move(sound)});
         }
         return result;
     });

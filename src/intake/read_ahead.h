@@ -1,6 +1,7 @@
 #pragma once
 
 #include "intake/folder_walk.h"
+#include "platform/media/audio_identity.h"
 #include "platform/media/track_tags.h"
 
 #include <atomic>
@@ -22,6 +23,7 @@ struct ReadFile
 {
     PendingFile pending;
     MediaReading reading;
+    std::optional<AudioPrint> sound; ///< when it is to be kept
 };
 
 /// Reads the tags of a batch of files on a thread of its own, while the rows of the batch before
@@ -29,7 +31,8 @@ struct ReadFile
 class ReadAhead
 {
 public:
-    explicit ReadAhead(const TagReader& reader);
+    /// \param audio makes prints of the sound; null makes none
+    explicit ReadAhead(const TagReader& reader, const AudioIdentity* audio = nullptr);
 
     /// Waits for the thread, which stops at the next file.
     ~ReadAhead();
@@ -47,6 +50,7 @@ public:
 
 private:
     const TagReader& m_reader;
+    const AudioIdentity* m_audio;
     std::atomic<bool> m_stop = false;
     std::future<std::vector<ReadFile>> m_batch;
 };

@@ -57,6 +57,12 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
                                                         .care = *m_care}))
     , m_start(std::make_unique<StartWing>(*m_machine, *m_desk))
 {
+    m_care->safety.toWindow = [this](qint32 id) {
+        m_main->window.suiteHandler().MessageNumber(id, 0, 0);
+    };
+    m_start->rescue = [this](const OpenFault& fault, const QString& reason) {
+        return m_care->safety.rescue(fault, reason);
+    };
     m_suite->siblings.setStarted([this] { m_start->splash.StandAside(); });
 }
 
@@ -82,6 +88,7 @@ int Application::run()
     case StartResult::Run:
         break;
     }
+    m_care->safety.begin(m_start->lastRunDied);
     // The end of the desktop's session keeps what a closed window keeps.
     bool isAskedFromOutside = false;
     const EndSignals ending([&isAskedFromOutside] {

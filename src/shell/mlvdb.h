@@ -76,6 +76,9 @@ public:
 
     [[nodiscard]] const EventGuard& guard() const { return m_guard; }
 
+    /// What other programs ask of the window.
+    [[nodiscard]] SuiteHandler& suiteHandler() { return m_suiteHandler; }
+
     void showStatusText(const QString& text) { m_statusText.show(text); }
 
     /// The title of what the monitor player lets hear stands in the status line as long as it

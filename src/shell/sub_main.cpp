@@ -30,13 +30,16 @@ SubMain::SubMain(StartSteps steps, const StartParts& parts)
 StartResult SubMain::run()
 {
     // The test comes first of all, what it found is told only when no other copy runs.
-    const OpenFault fault = m_steps.openTest();
+    OpenFault fault = m_steps.openTest();
     m_steps.loadConfig();
     if (m_steps.anotherCopyRuns()) {
         return StartResult::SecondCopy;
     }
     const ConfigObjects& texts = m_parts.texts;
     const QString database = m_parts.settings.DbName();
+    if (!fault.text.isEmpty() && m_steps.rescue && m_steps.rescue(fault, reasonOf(fault))) {
+        fault = m_steps.openTest();
+    }
     if (!fault.text.isEmpty()) {
         return refuse(texts.text(u"glob_warn"), texts.text(u"dbopenerror", reasonOf(fault)),
                       u"dbopenerror"_s);

@@ -34,6 +34,9 @@ struct StartSteps
     std::function<bool()> versionFits;
     /// Loads the main window and shows it.
     std::function<void()> showMainWindow;
+    /// Asked for a database that cannot be used, with the reason in the user's language: true when
+    /// there is one now, which is tested again. May be empty.
+    std::function<bool(const OpenFault& fault, const QString& reason)> rescue = {};
 };
 
 /// What the start asks and speaks to.

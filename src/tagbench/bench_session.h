@@ -106,6 +106,11 @@ public:
     /// between their steps and end then. May be empty.
     std::function<QString()> whyNotNow;
 
+    /// Lets a file be heard, from its beginning or its middle; gives why it is not. Empty where
+    /// there is no sound: the buttons are grey then.
+    std::function<QString(const QString& stored, bool fromMiddle)> play;
+    std::function<void()> stopPlaying;
+
     /// Called behind each apply() that has changed something; may be empty.
     std::function<void()> whenWritten;
 

@@ -48,7 +48,7 @@ void BenchTracks::setTracks(std::vector<BenchTrack> tracks)
     m_tracks.clear();
     m_done.clear();
     m_undone.clear();
-    m_typedTracks.clear();
+    endTyping();
     m_changedCells = 0;
     m_filter.clear();
     addTracks(std::move(tracks));
@@ -121,7 +121,7 @@ void BenchTracks::tell()
 
 bool BenchTracks::change(const std::vector<BenchCell>& cells)
 {
-    m_typedTracks.clear();
+    endTyping();
     Step step;
     for (const BenchCell& cell : cells) {
         const std::optional<QString> after = benchText(cell.field, cell.text);
@@ -133,16 +133,44 @@ bool BenchTracks::change(const std::vector<BenchCell>& cells)
     return enter(std::move(step));
 }
 
+/// What comes next is a step of its own.
+void BenchTracks::endTyping()
+{
+    m_typedTracks.clear();
+    m_draftOwner = nullptr;
+}
+
+/// The last step goes as if it had never been; nothing is told.
+void BenchTracks::takeBackLast()
+{
+    for (const Change& change : m_done.back()) {
+        put(change.track, change.slot, change.before);
+    }
+    m_done.pop_back();
+}
+
+bool BenchTracks::draft(const QObject* owner, const std::function<std::vector<BenchCell>()>& make)
+{
+    const bool goesOn = isDraftOf(owner);
+    if (goesOn) {
+        takeBackLast();
+    }
+    const bool isChanged = change(make());
+    if (isChanged) {
+        m_draftOwner = owner;
+    } else if (goesOn) {
+        tell();
+    }
+    return isChanged || goesOn;
+}
+
 bool BenchTracks::type(const std::vector<int>& tracks, TrackField field, const QString& text)
 {
     const bool goesOn = !m_typedTracks.empty() && m_typedTracks == tracks &&
                         m_typedField == field && !m_done.empty();
     if (goesOn) {
         // The letters before are part of this step: back to where it began.
-        for (const Change& change : m_done.back()) {
-            put(change.track, change.slot, change.before);
-        }
-        m_done.pop_back();
+        takeBackLast();
     }
     std::vector<BenchCell> cells;
     cells.reserve(tracks.size());
@@ -161,7 +189,7 @@ bool BenchTracks::type(const std::vector<int>& tracks, TrackField field, const Q
 
 bool BenchTracks::revert(const std::vector<int>& tracks, TrackField field)
 {
-    m_typedTracks.clear();
+    endTyping();
     Step step;
     for (const int track : tracks) {
         if (isChanged(track, field)) {
@@ -176,7 +204,7 @@ void BenchTracks::undo()
     if (m_done.empty()) {
         return;
     }
-    m_typedTracks.clear();
+    endTyping();
     Step step = std::move(m_done.back());
     m_done.pop_back();
     for (auto change = step.rbegin(); change != step.rend(); ++change) {
@@ -191,7 +219,7 @@ void BenchTracks::redo()
     if (m_undone.empty()) {
         return;
     }
-    m_typedTracks.clear();
+    endTyping();
     Step step = std::move(m_undone.back());
     m_undone.pop_back();
     for (const Change& change : step) {
@@ -219,7 +247,7 @@ void BenchTracks::setStored(const std::vector<int>& tracks, const std::vector<Be
     for (const BenchCell& cell : left) {
         put(cell.track, benchSlot(cell.field), cell.text);
     }
-    m_typedTracks.clear();
+    endTyping();
     m_done.clear();
     m_undone.clear();
     tell();

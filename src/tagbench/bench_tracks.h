@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -90,6 +91,17 @@ public:
     /// Typing: while the same field of the same tracks goes on being changed it is one step.
     bool type(const std::vector<int>& tracks, TrackField field, const QString& text);
 
+    /// A preview that stands in the tracks while its owner goes on: until something else changes
+    /// the bench it is one step, whatever comes of it next.
+    /// \param make what it comes to; sees the texts as they were before the owner began
+    bool draft(const QObject* owner, const std::function<std::vector<BenchCell>()>& make);
+
+    /// Whether the last change is the owner's draft.
+    [[nodiscard]] bool isDraftOf(const QObject* owner) const
+    {
+        return m_draftOwner == owner && !m_done.empty();
+    }
+
     /// Gives a field what is stored.
     bool revert(const std::vector<int>& tracks, TrackField field);
 
@@ -139,6 +151,8 @@ private:
     void filter();
     void put(int track, int slot, const QString& text);
     bool enter(Step step);
+    void endTyping();
+    void takeBackLast();
     void tell();
 
     std::vector<BenchTrack> m_tracks;
@@ -148,6 +162,7 @@ private:
     std::vector<Step> m_undone;
     std::vector<int> m_typedTracks; ///< of the step that typing goes on with; empty: of none
     TrackField m_typedField = TrackField::Titel;
+    const QObject* m_draftOwner = nullptr; ///< of the last step; null when it is no draft
     int m_changedCells = 0;
 };
 

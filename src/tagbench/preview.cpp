@@ -36,6 +36,10 @@ QStringList oneFieldHeadings(const ConfigObjects& texts)
             texts.text(u"bench.then")};
 }
 
+constexpr RenameState kStates[] = {RenameState::Renamed, RenameState::Cleaned, RenameState::Same,
+                                   RenameState::Twice,   RenameState::Taken,   RenameState::NoName,
+                                   RenameState::Missing};
+
 QString stateKey(RenameState state)
 {
     switch (state) {
@@ -84,6 +88,7 @@ Preview fromNames(const ConfigObjects& texts,
         result.headings.append(heading(texts, field));
     }
     result.headings.append(texts.text(u"bench.result"));
+    result.lastTexts = {texts.text(u"bench.fits"), texts.text(u"bench.fitsnot")};
     int fitting = 0;
     for (int number = 0; number < tracks.count(); ++number) {
         const BenchTrack& track = tracks.at(number);
@@ -111,6 +116,9 @@ renaming(const ConfigObjects& texts, const BenchTracks& tracks, const std::vecto
     Preview result;
     result.headings = {texts.text(u"bench.rename.old"), texts.text(u"bench.rename.new"),
                        texts.text(u"bench.result")};
+    for (const RenameState state : kStates) {
+        result.lastTexts.append(texts.text(stateKey(state)));
+    }
     int renamed = 0;
     int colliding = 0;
     for (const RenameRow& planned : plan) {

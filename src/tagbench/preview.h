@@ -30,7 +30,8 @@ struct Preview
     QStringList headings;
     std::vector<PreviewRow> rows;
     QString summary;
-    QString warning; ///< empty when all is well
+    QString warning;            ///< empty when all is well
+    QStringList lastTexts = {}; ///< all that the last column may say one day
 
     /// What the ticked rows change.
     [[nodiscard]] std::vector<BenchCell> cells() const;

@@ -26,7 +26,7 @@ const QString kTempCover = u"tempcover.jpg"_s;
 
 Covers::Covers(CoverParts parts)
     : m_parts(std::move(parts))
-    , m_kept(m_parts.files, m_parts.dataFolder, m_parts.reader)
+    , m_kept(m_parts.workFiles, m_parts.dataFolder, m_parts.reader)
 {}
 
 QString Covers::fileOf(const QString& image) const
@@ -37,7 +37,7 @@ QString Covers::fileOf(const QString& image) const
 bool Covers::put(const QString& file, const QByteArray& bytes) const
 {
     try {
-        m_parts.files.writeWhole(file, bytes);
+        m_parts.workFiles.writeWhole(file, bytes);
         return true;
     } catch (const IoError&) {
         return false;
@@ -46,7 +46,7 @@ bool Covers::put(const QString& file, const QByteArray& bytes) const
 
 CoverSources Covers::sources() const
 {
-    return {m_parts.files, m_parts.dataFolder, m_parts.reader, m_parts.pictures};
+    return {m_parts.workFiles, m_parts.dataFolder, m_parts.reader, m_parts.pictures};
 }
 
 void Covers::show(const Track& track, std::function<void(const QByteArray&)> shown)
@@ -57,7 +57,7 @@ void Covers::show(const Track& track, std::function<void(const QByteArray&)> sho
     m_parts.worker.run(
         [this, picture, file = track.file, made] {
             const QByteArray bytes = picture.isEmpty() ? m_parts.reader.cover(file)
-                                                       : pictureBytes(m_parts.files, picture);
+                                                       : pictureBytes(m_parts.workFiles, picture);
             *made = m_parts.pictures.jpeg(bytes, kShownWidth, kShownQuality);
         },
         [this, question, made, shown = std::move(shown)] {
@@ -91,12 +91,12 @@ void Covers::prepare(const Track& track,
     m_parts.worker.run(
         [this, picture, mostWidth, quality, facts, track, ready] {
             const QByteArray jpeg =
-                m_parts.pictures.jpeg(pictureBytes(m_parts.files, picture), mostWidth, quality);
+                m_parts.pictures.jpeg(pictureBytes(m_parts.workFiles, picture), mostWidth, quality);
             if (!facts || jpeg.isEmpty()) {
                 return;
             }
-            const QString image =
-                freeCoverName(m_parts.files, m_parts.dataFolder, track.fid, facts->modified, jpeg);
+            const QString image = freeCoverName(m_parts.workFiles, m_parts.dataFolder, track.fid,
+                                                facts->modified, jpeg);
             ready->former = keepFormerCover(sources(), m_kept, track.fid, track.image, track.file);
             if (put(path::join(m_parts.dataFolder, kTempCover), jpeg) &&
                 put(coverPlace(m_parts.dataFolder, image), jpeg)) {

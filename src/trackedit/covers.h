@@ -22,6 +22,7 @@ class Worker;
 struct CoverParts
 {
     Files& files;
+    Files& workFiles; ///< for what is done beside the window, and for nothing else
     QString dataFolder;
     const CoverReader& reader;
     const PictureMaker& pictures;

@@ -4,16 +4,13 @@
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/update_colors.h"
-#include "platform/db/db_error.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
-#include "platform/system/letter_case.h"
 #include "platform/system/path_text.h"
 #include "platform/system/timers.h"
 #include "platform/system/trim_blanks.h"
-#include "playlists/track_step.h"
-#include "store/track_fields.h"
 #include "trackedit/panel_texts.h"
+#include "trackedit/panel_track.h"
 #include "views/track_look.h"
 
 #include <algorithm>
@@ -34,22 +31,6 @@ const QString kTable = u"db_all"_s;
 /// The hand rests: what was typed is written.
 constexpr std::chrono::milliseconds kChangeInterval{800};
 
-/// What the panel tells of a track below its fields, file and folder first.
-constexpr QStringView kFacts[] = {u"DName",     u"Path", u"DTime",        u"DBit",
-                                  u"DKhz",      u"DLen", u"DTSDatei",     u"DTSImport",
-                                  u"DriveName", u"Play", u"PlayCountDay", u"PlayCountAll"};
-
-/// The genres by the setting "EditTag.Load.Genre"; the second one is spelt so and gives none.
-QString genreStatement(const QString& source)
-{
-    if (source == "id3"_L1) {
-        return u"select distint name from genre"_s;
-    }
-    return source == "verwendete"_L1
-               ? u"select name from tree_genre"_s
-               : u"select name from genre Union select name from tree_genre"_s;
-}
-
 } // namespace
 
 EditTag::EditTag(EditTagParts parts, EditTagForm& form)
@@ -57,7 +38,8 @@ EditTag::EditTag(EditTagParts parts, EditTagForm& form)
     , m_form(form)
     , m_bus(m_parts.bus, u"EditTag"_s)
     , m_guard(guardOverBus(m_bus, m_parts.texts, m_parts.settings, m_parts.log))
-    , m_jobs(m_parts.engine, m_parts.settings)
+    , m_writer(m_parts, m_bus, m_guard)
+    , m_choices(m_parts.engine, m_parts.settings, form)
     , m_data1(m_parts.engine)
     , m_record(m_parts.engine)
     , m_timerChange(m_parts.loop.makeTimer(kChangeInterval, [this] { commit(); }))
@@ -188,12 +170,12 @@ void EditTag::setFid(const QString& fid)
     m_data1.SetRecordSource(u"select * from "_s + kTable + u" where fid="_s + sql::text(m_fid));
     if (!m_isAway) {
         m_guard.run(u"EditTag.setFid"_s, [this] {
-            fillLists();
+            m_choices.fill();
             readRow();
             if (hasRow()) {
                 m_texts.show(*m_data1.Recordset());
             }
-            m_texts.takeUp(m_kept.take(m_fid));
+            m_texts.takeUp(m_writer.takeKept(m_fid));
         });
     }
     showRow();
@@ -270,7 +252,9 @@ void EditTag::showRow()
     if (hasRow()) {
         const Recordset& row = *m_data1.Recordset();
         m_form.setRating(paneltexts::optionOfNote(row.value(u"Note")));
-        m_form.setTrack(describe(row));
+        PanelTrack track = describeTrack(row, m_record, m_parts);
+        track.unwritten = unwritten();
+        m_form.setTrack(track);
     } else {
         m_form.setRating(0);
         m_form.setTrack({});
@@ -306,28 +290,19 @@ void EditTag::tellUse()
     }
 }
 
-PanelTrack EditTag::describe(const Recordset& row)
+/// Only as long as the track still waits: what failed may have been written meanwhile.
+QString EditTag::unwritten() const
 {
-    PanelTrack track;
-    track.title = row.value(u"Titel").toText();
-    track.artist = row.value(u"Interpret").toText();
-    track.length = row.value(u"DTime").toText();
-    track.start = paneltexts::startText(row.value(u"FrameStart").toLong());
-    track.stop = paneltexts::stopText(row.value(u"FrameStop").toLong(), track.length);
-    track.level = paneltexts::levelText(row.value(u"Normalize").toDouble());
-    const QString file = row.value(u"Path").toText() + row.value(u"DName").toText();
-    if (m_parts.placeOf(file).isEmpty()) {
-        track.warning = m_parts.texts.text(u"edittag.file.missing");
+    const QString reason = m_parts.unwritten(m_fid);
+    qint64 waiting = 0;
+    if (!reason.isEmpty()) {
+        m_guard.run(u"EditTag.unwritten"_s, [&] {
+            const auto rows = m_data1.Database()->OpenRecordset(
+                u"select count(*) as anz from db_edit where fid="_s + sql::text(m_fid));
+            waiting = rows->value(u"anz").toInt64();
+        });
     }
-    for (const QStringView name : kFacts) {
-        const KsField& field = *m_record.GetField(name);
-        const QString text = paneltexts::factText(field, m_parts.texts);
-        if (field.Visible && !text.isEmpty()) {
-            track.facts.push_back(
-                {field.DatabaseName, m_parts.texts.text(u"edittag."_s + field.DatabaseName), text});
-        }
-    }
-    return track;
+    return waiting > 0 ? m_parts.texts.text(u"edittag.unwritten", reason) : QString();
 }
 
 // ---- writing
@@ -344,41 +319,14 @@ bool EditTag::commit(std::vector<ColumnValue> values)
     if (values.empty()) {
         return true;
     }
-    if (!write(m_fid, values)) {
+    if (!m_writer.write(m_data1.DatabaseName(), m_fid, values)) {
         return false;
     }
     m_texts.written();
-    writeKept();
+    m_writer.writeKept(m_data1.DatabaseName());
     m_bus.SendMessage(bus::kDbRefreshByFid, m_fid);
     renewTrack();
     return true;
-}
-
-bool EditTag::write(const QString& fid, const std::vector<ColumnValue>& values)
-{
-    const bool isRating = values.size() == 1 && values.front().column == columnOf(TrackField::Note);
-    const ListAction action = isRating ? ListAction::Rating : ListAction::Tracks;
-    QStringList trees;
-    const bool written = m_guard.run(u"EditTag.write"_s, [&] {
-        // The library that the row is from, also when the settings name another one by now.
-        const auto database = m_parts.engine.OpenDatabase(m_data1.DatabaseName());
-        try {
-            TrackStep step(m_parts.history, *database, action);
-            step.write(fid, values, TagOrder::Enter);
-            step.commit();
-            trees = step.trees();
-        } catch (const DbError& error) {
-            if (error.number() != dberror::kNoCurrentRecord) {
-                throw;
-            }
-            // Another program has taken the track out: there is no place for it any more.
-            m_bus.SendMessage(bus::kShowStatusText, m_parts.texts.text(u"edittag.gone"));
-        }
-    });
-    for (const QString& tree : trees) {
-        m_jobs.ChangeTree(tree);
-    }
-    return written;
 }
 
 /// What could not be written is kept for its track, which the panel leaves now.
@@ -386,19 +334,7 @@ void EditTag::keepForLater()
 {
     const std::vector<ColumnValue> values = m_texts.changes();
     if (!values.empty() && !m_fid.isEmpty()) {
-        m_kept.insert(m_fid, values);
-        m_bus.SendMessage(bus::kShowStatusText, m_parts.texts.text(u"edittag.kept"));
-    }
-}
-
-void EditTag::writeKept()
-{
-    for (const QString& fid : m_kept.keys()) {
-        if (!write(fid, m_kept.value(fid))) {
-            return;
-        }
-        m_kept.remove(fid);
-        m_bus.SendMessage(bus::kDbRefreshByFid, fid);
+        m_writer.keep(m_fid, values);
     }
 }
 
@@ -429,7 +365,7 @@ void EditTag::libraryIsBack()
         libraryChanged();
         return;
     }
-    writeKept();
+    m_writer.writeKept(m_data1.DatabaseName());
     renewTrack();
     commit();
 }
@@ -441,9 +377,9 @@ void EditTag::libraryChanged()
         return;
     }
     commit();
-    writeKept();
-    m_kept.clear();
-    m_isFilled = false;
+    m_writer.writeKept(m_data1.DatabaseName());
+    m_writer.forgetKept();
+    m_choices.forget();
     m_fid.clear();
     m_texts.clear();
     m_data1.closeDatabase();
@@ -458,54 +394,11 @@ void EditTag::end()
         commit();
         keepHeight();
     }
-    writeKept();
+    m_writer.writeKept(m_data1.DatabaseName());
     m_data1.closeDatabase();
 }
 
 // ---- the lists
-
-void EditTag::fillLists()
-{
-    if (std::exchange(m_isFilled, true)) {
-        return;
-    }
-    fillGenres();
-    for (const PanelFieldRow& field : panelFields()) {
-        if (!field.isCatalogue) {
-            continue;
-        }
-        QStringList values;
-        const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
-        const auto rows = database->OpenRecordset(u"select * from config where name='"_s +
-                                                  columnOf(field.field) + u"' order by value"_s);
-        for (; !rows->Eof(); rows->MoveNext()) {
-            const QString value = rows->value(u"beschreibung").toText();
-            if (!trimBlanks(value).isEmpty()) {
-                values.append(value);
-            }
-        }
-        m_form.setChoices(field.field, values);
-    }
-}
-
-void EditTag::fillGenres()
-{
-    m_genres.clear();
-    const QString source =
-        lowerCase(m_parts.settings.GetKeyValue(u"Grlobal"_s, u"EditTag.Load.Genre"_s, u"all"_s));
-    try {
-        const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
-        const auto rows = database->OpenRecordset(genreStatement(source));
-        for (; !rows->Eof(); rows->MoveNext()) {
-            m_genres.append(rows->value(u"Name").toText());
-        }
-    } catch (const DbError& error) {
-        passReleased(error);
-        // Without the list a genre can still be typed.
-        m_genres.clear();
-    }
-    m_form.setChoices(PanelField::Genre, m_genres);
-}
 
 void EditTag::cmdNewGenre()
 {
@@ -518,13 +411,7 @@ void EditTag::addNewGenre(const MLVMessage& message)
     if (!canEdit() || name.isEmpty()) {
         return;
     }
-    const bool isKnown = std::any_of(m_genres.crbegin(), m_genres.crend(), [&](const QString& one) {
-        return upperCase(one) == upperCase(name);
-    });
-    if (!isKnown) {
-        m_genres.append(name);
-        m_form.setChoices(PanelField::Genre, m_genres);
-    }
+    m_choices.addGenre(name);
     m_form.setText(PanelField::Genre, name);
     chosen(PanelField::Genre, name);
     m_bus.SendMessage(bus::kRefreshTreeGenre);

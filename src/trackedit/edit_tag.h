@@ -2,13 +2,11 @@
 
 #include "bus/bus_table.h"
 #include "platform/db/data_control.h"
-#include "store/pending_jobs.h"
-#include "store/track_writing.h"
 #include "trackedit/covers.h"
 #include "trackedit/edit_tag_form.h"
 #include "trackedit/ks_edit_fid.h"
-
-#include <QHash>
+#include "trackedit/panel_choices.h"
+#include "trackedit/panel_writer.h"
 
 #include <functional>
 #include <memory>
@@ -36,6 +34,10 @@ struct EditTagParts
     std::function<bool()> mayWrite = [] { return true; };
     /// Where a stored file lies now; empty for nowhere.
     std::function<QString(const QString& file)> placeOf = [](const QString& file) { return file; };
+    /// Why the changes of a track did not reach its file; empty when nothing is known.
+    std::function<QString(const QString& fid)> unwritten = [](const QString&) { return QString(); };
+    /// Shows the list of all such files.
+    std::function<void()> showUnwritten = [] {};
     /// Runs a command line of the suite.
     std::function<bool(const QString& commandLine)> run = [](const QString&) { return false; };
     /// The cover of a track, sooner or later; only the last question is answered.
@@ -125,6 +127,9 @@ public:
     /// A track has got another cover.
     void coverChanged(const QString& fid);
 
+    /// The mark of a file that was not written: the way to the list of all of them.
+    void unwrittenPressed() { m_parts.showUnwritten(); }
+
     void cmdNewGenre();
     void cmdStart();
     void cmdStop();
@@ -148,41 +153,34 @@ private:
 
     void close();
 
-    void fillLists();
-    void fillGenres();
     void setFid(const QString& fid);
     void readRow();
     void showRow();
     void showTexts();
     void tellUse();
-    [[nodiscard]] PanelTrack describe(const Recordset& row);
+    [[nodiscard]] QString unwritten() const;
     [[nodiscard]] bool canEdit() const;
     [[nodiscard]] bool hasRow() const;
     [[nodiscard]] Covers::Track coverTrack() const;
     void showCover();
     /// Writes what was typed, and one value besides. False when it could not be written.
     bool commit(std::vector<ColumnValue> values = {});
-    bool write(const QString& fid, const std::vector<ColumnValue>& values);
     void keepForLater();
     void keepHeight();
-    void writeKept();
 
     EditTagParts m_parts;
     EditTagForm& m_form;
     BusSender m_bus;
     EventGuard m_guard;
-    PendingJobs m_jobs;
+    PanelWriter m_writer;
+    PanelChoices m_choices;
     DataControl m_data1; ///< `Data1`: the row of the track
     KsEditFid m_record;  ///< what the panel tells of the track beside its fields
     PanelTexts m_texts;
     QString m_fid;
-    QStringList m_genres;
     QString m_shownImage; ///< whose picture was asked for last
-    bool m_isFilled = false;
     bool m_isActive = false;
-    bool m_isAway = false; ///< another program has the library
-    /// Columns that could not be written, by their track.
-    QHash<QString, std::vector<ColumnValue>> m_kept;
+    bool m_isAway = false;                 ///< another program has the library
     std::unique_ptr<Timer> m_timerChange;  ///< from the last letter to the writing
     MLVMessageBus::Subscription m_messBus; ///< the last member: nothing arrives without the rest
 };

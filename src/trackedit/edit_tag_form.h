@@ -26,8 +26,9 @@ struct PanelTrack
 
     QString title;
     QString artist;
-    QString warning; ///< what is wrong with the file, in words; empty for nothing
-    QString start;   ///< positions and level as texts
+    QString warning;   ///< what is wrong with the file, in words; empty for nothing
+    QString unwritten; ///< why its changes did not reach the file; empty when they did, or may yet
+    QString start;     ///< positions and level as texts
     QString stop;
     QString level;
     QString length;          ///< `txtTime`

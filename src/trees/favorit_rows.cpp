@@ -5,45 +5,54 @@
 #include "platform/system/trim_blanks.h"
 #include "trees/tree_key.h"
 
+#include <algorithm>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// Of a column among those of `select *`, or -1.
+int placeOf(const std::vector<FieldDef>& columns, QStringView name)
+{
+    const auto found = std::find_if(columns.begin(), columns.end(), [&](const FieldDef& column) {
+        return column.Name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return found == columns.end() ? -1 : int(found - columns.begin());
+}
+
 /// A list from a row of `pl_name` or `VPL_GROUPNAME`.
 class ListReader
 {
 public:
-    ListReader(const Recordset& rows, QStringView nameColumn)
-        : m_rows(rows)
-        , m_nid(rows.fieldIndex(u"NID"))
-        , m_grid(rows.fieldIndex(u"GRID"))
-        , m_name(rows.fieldIndex(nameColumn))
-        , m_isPlay(rows.fieldIndex(u"IsPlay"))
-        , m_lock(rows.fieldIndex(u"Lock"))
-        , m_activ(rows.fieldIndex(u"Activ"))
-        , m_entries(rows.fieldIndex(u"anzahl"))
+    ListReader(const std::vector<FieldDef>& columns, QStringView nameColumn)
+        : m_nid(placeOf(columns, u"NID"))
+        , m_grid(placeOf(columns, u"GRID"))
+        , m_name(placeOf(columns, nameColumn))
+        , m_isPlay(placeOf(columns, u"IsPlay"))
+        , m_lock(placeOf(columns, u"Lock"))
+        , m_activ(placeOf(columns, u"Activ"))
+        , m_entries(placeOf(columns, u"anzahl"))
     {}
 
-    /// Null for a group without lists.
-    [[nodiscard]] bool hasList() const { return !m_rows.value(m_nid).isNull(); }
+    /// False for a group without lists.
+    [[nodiscard]] bool hasList(const WalkedRow& row) const { return !row.isNull(m_nid); }
 
-    [[nodiscard]] ListState list() const
+    [[nodiscard]] ListState list(const WalkedRow& row) const
     {
-        return {Pnid(m_rows.value(m_nid).toLong()),
-                group() == numberOf(kJingleGroup),
-                m_rows.value(m_name).toText(),
-                m_rows.value(m_isPlay).toBool(),
-                m_rows.value(m_lock).toBool(),
-                m_rows.value(m_activ).toBool(),
-                m_entries < 0 ? 0 : m_rows.value(m_entries).toLong()};
+        return {Pnid(row.number(m_nid)),
+                group(row) == numberOf(kJingleGroup),
+                row.text(m_name),
+                row.number(m_isPlay) != 0,
+                row.number(m_lock) != 0,
+                row.number(m_activ) != 0,
+                m_entries < 0 ? 0 : int(row.number(m_entries))};
     }
 
-    [[nodiscard]] qint64 group() const { return m_rows.value(m_grid).toLong(); }
+    [[nodiscard]] qint64 group(const WalkedRow& row) const { return row.number(m_grid); }
 
 private:
-    const Recordset& m_rows;
     int m_nid;
     int m_grid;
     int m_name;
@@ -52,6 +61,17 @@ private:
     int m_activ;
     int m_entries; ///< -1 in a source without counts
 };
+
+/// Lists as `pl_name` keeps them. They are walked at one go: another program may take one away
+/// between finding it and reading it.
+std::vector<ListState> readLists(Database& database, const QString& condition)
+{
+    std::vector<ListState> lists;
+    const ListReader reader(database.tableDefs().Item(u"pl_name"_s).Fields, u"Name");
+    database.walkRows("select * from pl_name where "_L1 + condition,
+                      [&](const WalkedRow& row) { lists.push_back(reader.list(row)); });
+    return lists;
+}
 
 TreeRow heading(const QString& key, const QString& text, const QString& picture)
 {
@@ -94,50 +114,52 @@ std::vector<TreeRow> readFavoritRows(Database& database, const QString& jingleCa
 {
     std::vector<TreeRow> rows{heading(treekey::jingleGroup(), jingleCaption, u"tree.dir.jingle"_s)};
     const QString marked = all ? QString() : u" and activ=true"_s;
-    const auto jingles = database.OpenRecordset(u"select * from pl_name where grid=-1"_s + marked +
-                                                u" order by sid"_s);
-    for (const ListReader reader(*jingles, u"Name"); !jingles->Eof(); jingles->MoveNext()) {
-        rows.push_back(rowOf(reader.list()));
+    for (const ListState& list : readLists(database, "grid=-1"_L1 + marked + " order by sid"_L1)) {
+        rows.push_back(rowOf(list));
     }
-    const auto lists = database.OpenRecordset(u"select * from VPL_GROUPNAME"_s);
-    const int groupName = lists->fieldIndex(u"grname");
+    const std::vector<FieldDef> columns = database.queryDefs().Item(u"VPL_GROUPNAME"_s)->Fields();
+    const int groupName = placeOf(columns, u"grname");
+    const ListReader reader(columns, u"plname");
     qint64 group = 0;
-    for (const ListReader reader(*lists, u"plname"); !lists->Eof(); lists->MoveNext()) {
+    database.walkRows(u"select * from VPL_GROUPNAME"_s, [&](const WalkedRow& row) {
         // Told by number: two groups of the same name stay two.
-        if (reader.group() != group) {
-            group = reader.group();
-            rows.push_back(
-                heading(treekey::group(group), lists->value(groupName).toText(), u"tree.dir"_s));
+        if (reader.group(row) != group) {
+            group = reader.group(row);
+            rows.push_back(heading(treekey::group(group), row.text(groupName), u"tree.dir"_s));
         }
-        if (reader.hasList()) {
-            const ListState list = reader.list();
+        if (reader.hasList(row)) {
+            const ListState list = reader.list(row);
             if (all || list.activ) {
                 rows.push_back(rowOf(list));
             }
         }
-    }
+    });
     return rows;
 }
 
 std::vector<ListState> readListsOfGroup(Database& database, qint64 group)
 {
-    std::vector<ListState> result;
-    const auto lists = database.OpenRecordset(u"select * from pl_name where GRID="_s +
-                                              sql::number(group) + u" order by sid asc"_s);
-    for (const ListReader reader(*lists, u"Name"); !lists->Eof(); lists->MoveNext()) {
-        result.push_back(reader.list());
-    }
-    return result;
+    return readLists(database, "GRID="_L1 + sql::number(group) + " order by sid asc"_L1);
 }
 
 std::optional<ListState> readList(Database& database, Pnid list)
 {
-    const auto row =
-        database.OpenRecordset(u"select * from pl_name where nid="_s + sql::number(numberOf(list)));
-    if (row->Eof()) {
-        return {};
-    }
-    return ListReader(*row, u"Name").list();
+    const std::vector<ListState> found =
+        readLists(database, "nid="_L1 + sql::number(numberOf(list)));
+    return found.empty() ? std::nullopt : std::optional(found.front());
+}
+
+std::vector<GroupState> readGroups(Database& database)
+{
+    std::vector<GroupState> groups;
+    const std::vector<FieldDef> columns = database.tableDefs().Item(u"pl_group"_s).Fields;
+    const int number = placeOf(columns, u"GRID");
+    const int name = placeOf(columns, u"Name");
+    const int activ = placeOf(columns, u"Activ");
+    database.walkRows(u"select * from pl_group order by sid"_s, [&](const WalkedRow& row) {
+        groups.push_back({row.number(number), row.text(name), row.number(activ) != 0});
+    });
+    return groups;
 }
 
 QString withoutCount(const QString& text)

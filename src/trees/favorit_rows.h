@@ -24,6 +24,14 @@ struct ListState
     bool operator==(const ListState&) const = default;
 };
 
+/// A group of lists.
+struct GroupState
+{
+    qint64 group = 0;
+    QString name;
+    bool activ = true; ///< marked for the playlist panel
+};
+
 /// The name of the picture of a list; it tells the state of the row. A lock wins over playing.
 [[nodiscard]] QString pictureOf(const ListState& list);
 
@@ -38,6 +46,9 @@ readFavoritRows(Database& database, const QString& jingleCaption, bool all);
 
 /// The lists of a group in their order. \throws DbError
 [[nodiscard]] std::vector<ListState> readListsOfGroup(Database& database, qint64 group);
+
+/// All groups in their order. \throws DbError
+[[nodiscard]] std::vector<GroupState> readGroups(Database& database);
 
 /// Nothing when there is no such list. \throws DbError
 [[nodiscard]] std::optional<ListState> readList(Database& database, Pnid list);

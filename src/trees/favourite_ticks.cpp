@@ -6,6 +6,7 @@
 #include "trees/tree_pages.h"
 
 #include <utility>
+#include <vector>
 
 namespace melovane {
 
@@ -120,12 +121,7 @@ int FavouriteTicks::endOfFavourites() const
 
 int FavouriteTicks::findBelowFavourites(const QString& key) const
 {
-    for (int row = endOfFavourites(); row < tree().rowCount(); ++row) {
-        if (tree().row(row).key == key) {
-            return row;
-        }
-    }
-    return -1;
+    return tree().findNext(key, endOfFavourites() - 1);
 }
 
 void FavouriteTicks::setTick(int row, bool on)
@@ -201,18 +197,31 @@ void FavouriteTicks::directory(int row, bool on)
     }
 }
 
+/// The row below the favourites that shows the folder of a favourite, or -1: with its own key or, a
+/// favourite in place, with that of one; with the star or without.
+int FavouriteTicks::folderOf(const QString& favouriteKey) const
+{
+    const int last = endOfFavourites() - 1;
+    const QString plain = withoutStar(favouriteKey);
+    int folder = -1;
+    for (const QString& key : {plain, QString(plain + u'*')}) {
+        for (const QString& shown : {key, treekey::unmadeFavourite(key)}) {
+            const int place = tree().findNext(shown, last);
+            folder = folder < 0 || (place >= 0 && place < folder) ? place : folder;
+        }
+    }
+    return folder;
+}
+
 void FavouriteTicks::favouriteDirectory(int row)
 {
     const QString key = tree().row(row).key;
     m_functions.favorites().UpdateTreeDirFavorit(key, u"delete");
-    for (int folder = endOfFavourites(); folder < tree().rowCount(); ++folder) {
+    if (const int folder = folderOf(key); folder >= 0) {
         TreeRow shown = tree().row(folder);
-        if (isSameFavourite(treekey::madeFavourite(shown.key), key)) {
-            shown.key = treekey::unmadeFavourite(shown.key);
-            shown.tick = RowTick::Off;
-            tree().setRow(folder, shown);
-            break;
-        }
+        shown.key = treekey::unmadeFavourite(shown.key);
+        shown.tick = RowTick::Off;
+        tree().setRow(folder, shown);
     }
     removeTwin(key);
 }
@@ -331,13 +340,18 @@ void FavouriteTicks::favouriteNamed(int row)
     }
     const QString plain = treekey::unmadeFavourite(key);
     const int favourites = endOfFavourites();
-    for (int place = 1; place < tree().rowCount(); ++place) {
-        TreeRow shown = tree().row(place);
-        if (shown.key == key || shown.key == plain) {
-            shown.key = place < favourites ? shown.key : plain;
-            shown.tick = RowTick::Off;
-            tree().setRow(place, shown);
+    std::vector<int> places;
+    for (const QString& same : {key, plain}) {
+        for (int place = tree().findNext(same, 0); place >= 0;
+             place = tree().findNext(same, place)) {
+            places.push_back(place);
         }
+    }
+    for (const int place : places) {
+        TreeRow shown = tree().row(place);
+        shown.key = place < favourites ? shown.key : plain;
+        shown.tick = RowTick::Off;
+        tree().setRow(place, shown);
     }
 }
 

@@ -42,6 +42,7 @@ private:
     void list(int row, bool on);
 
     [[nodiscard]] TreeControl& tree() const;
+    [[nodiscard]] int folderOf(const QString& favouriteKey) const;
     void setTick(int row, bool on);
     void setChildTicks(int row, bool on);
     void insertFavourite(const TreeRow& row);

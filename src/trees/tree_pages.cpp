@@ -3,6 +3,7 @@
 #include "config/global_settings.h"
 #include "platform/db/database.h"
 #include "trees/extended_rows.h"
+#include "trees/tree_children.h"
 #include "trees/tree_key.h"
 
 #include <utility>

@@ -7,8 +7,7 @@
 
 #include <vector>
 
-/// What the library tree shows of the tree tables: one function for each kind of tree and for each
-/// row that is filled when it is opened.
+/// What the library tree shows of the tree tables: one function for each kind of tree.
 ///
 /// Each reads over a database that is open already and gives rows from top to bottom. A failing
 /// read throws DbError. Texts are those of the tables, so one that holds a quote or a star stands
@@ -78,30 +77,6 @@ albums(Database& database, const ConfigObjects& texts, int threshold);
 /// there. False for kinds that show something else than tracks.
 [[nodiscard]] bool isWithoutTracks(Database& database, TreeKind kind);
 
-// -- Rows that are read when the row above them is opened; empty for rows that have none --
-
-[[nodiscard]] std::vector<TreeRow> children(Database& database, const QString& key);
-/// The same for many rows, in the order of their keys. The artists of all letters are read in one
-/// go.
-[[nodiscard]] std::vector<std::vector<TreeRow>> childrenOfEach(Database& database,
-                                                               const QStringList& keys);
-
 } // namespace treerows
-
-/// How the rows of a folder are worded, as a table of folders has them.
-struct FolderText
-{
-    int level = 0;
-    QString name; ///< of a disc: the component, a blank, the volume
-    QString volume;
-    bool isDisc = false;
-    int own = 0;   ///< tracks directly in it
-    int total = 0; ///< tracks in it and below
-
-    /// The count in brackets.
-    [[nodiscard]] QString count() const;
-    /// Everything in front of the count, with the blank behind it.
-    [[nodiscard]] QString title() const;
-};
 
 } // namespace melovane

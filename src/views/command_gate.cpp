@@ -58,6 +58,8 @@ constexpr Command kCommands[] = {
     {u"mnuRecycler", kWrites},
     {u"mnuToDatei", kWrites, u"Task.WriteTags"},
     {u"mnuRefreshTree", kLibrary, u"Task.RebuildTree"},
+    {u"mnuBackups", kLibrary},
+    {u"mnuCheckLibrary", kLibrary},
     // Tool bars and row menus.
     {u"all.import", kWrites, u"mediaintake"},
     {u"all.undo", kWrites | kUndo},

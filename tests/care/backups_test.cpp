@@ -389,7 +389,7 @@ TEST_F(BackupsTest, SettingsLayoutsAndUndoComeBackOnWish)
     EXPECT_TRUE(suite.files.fileExists(history));
 
     IniProfile profile(suite.files);
-    takeReturningSettings(suite.files, profile, suite.dataFolder());
+    (void)takeReturningSettings(suite.files, profile, suite.dataFolder());
     EXPECT_EQ(suite.read(u"Layout/my.grx"_s), "old layout");
     EXPECT_EQ(suite.read(u"ChangeDir.conf"_s), "old rules");
     const auto value = [&](const QString& section, const QString& key) {

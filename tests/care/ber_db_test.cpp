@@ -1,4 +1,6 @@
 #include "care/ber_db_fixture.h"
+#include "playlists/list_edit.h"
+#include "playlists/list_history.h"
 
 namespace melovane::test {
 namespace {
@@ -280,6 +282,32 @@ TEST_F(BerDbTest, AStatementThatFailsUndoesItsStepAlone)
     EXPECT_EQ(count(u"pl_name"_s), 1);
     EXPECT_EQ(form.shown.step, u"failed"_s);
     EXPECT_EQ(count(kRemembered), 0);
+}
+
+TEST_F(BerDbTest, NoStepOfTheListsBringsEntriesOfRemovedTracksBack)
+{
+    const QString removed = addTrack({.DEL = -1});
+    const QString stays = addTrack({});
+    const int list = suite.library.addPlaylist({.tracks = {removed, stays}});
+    ListHistory history(*suite.engine, suite.files, suite.clock, *settings, {});
+    {
+        const auto database = suite.open();
+        ListEdit edit(history, *database, ListAction::Delete, Pnid(list));
+        const QString entry = u"fid='%1'"_s.arg(removed);
+        edit.before(entry);
+        database->Execute(u"delete from pl_all where "_s + entry);
+        edit.commit();
+    }
+    ASSERT_TRUE(history.nextUndo());
+    BerDbParts own = parts();
+    own.forgetSteps = [&history] { history.clear(); };
+    frmBerDB cleaning(std::move(own), form);
+    cleaning.checkBer(0, true);
+    cleaning.checkBer(3, true);
+    cleaning.cmdOk();
+    EXPECT_EQ(history.undo().outcome, ListHistory::Outcome::Nothing);
+    EXPECT_EQ(suite.column(u"select fid from pl_all"_s), QStringList{stays});
+    EXPECT_EQ(suite.value(u"select anzahl from pl_name"_s).toLong(), 1);
 }
 
 TEST_F(BerDbTest, TheViewsAndTreesHearOfARunThatHasRemovedSomethingAlone)

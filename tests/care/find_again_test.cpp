@@ -1,7 +1,13 @@
 #include "care/find_again_fixture.h"
 #include "platform/db/db_error.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 
 #include <QDir>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
 
 namespace melovane {
 namespace {
@@ -272,6 +278,39 @@ TEST_F(Finding, ApplyingThatIsEndedChangesNothing)
     EXPECT_FALSE(history.nextUndo());
     EXPECT_FALSE(suite.files.fileExists(suite.file(u"ChangeDir.conf"_s)));
     EXPECT_EQ(find.chosenCount(), kRelinksAtOnce + 10);
+}
+
+TEST_F(Finding, AProgramThatIsKilledWhileItAppliesHasChangedNothing)
+{
+    std::vector<RelinkOrder> orders;
+    for (int i = 0; i < 3 * kRelinksAtOnce; ++i) {
+        const QString name = u"%1.mp3"_s.arg(i);
+        const QString fid = addMoved(name, name, quint32(i));
+        orders.push_back({fid, old + name, music.path() + u'/', name});
+    }
+    const auto places = [&] {
+        return suite.column(u"select Path & DName & DEL from db_all order by FID"_s);
+    };
+    const QStringList before = places();
+    for (const int moment : {kRelinksAtOnce, 2 * kRelinksAtOnce}) {
+        const pid_t child = fork();
+        if (child == 0) {
+            // Nothing of the parent's open files: connections of their own.
+            const auto engine = sqlite::makeEngine(suite.clock);
+            LinuxFiles files;
+            ListHistory steps(*engine, files, suite.clock, *settings, {});
+            const auto database = engine->OpenDatabase(suite.dbName());
+            (void)relink(*database, steps, files, orders,
+                         [moment](int done, int) { return done < moment || raise(SIGKILL) == 0; });
+            _exit(0);
+        }
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        ASSERT_TRUE(WIFSIGNALED(status));
+        EXPECT_EQ(places(), before);
+        EXPECT_FALSE(history.nextUndo());
+    }
+    EXPECT_EQ(relink(*suite.open(), history, suite.files, orders).moved, int(orders.size()));
 }
 
 TEST_F(Finding, ASearchThatIsEndedLeavesTheRulesAsTheyWere)

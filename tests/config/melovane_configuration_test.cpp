@@ -34,7 +34,8 @@ TEST_F(MelovaneConfigurationTest, EveryItemHasATextAndNoNameIsGivenTwice)
     for (const auto& table :
          {owntexts::windows(), owntexts::columns(), owntexts::views(), owntexts::importer(),
           owntexts::exporting(), owntexts::lists(), owntexts::tagWriting(), owntexts::viewer(),
-          owntexts::bench(), owntexts::care(), owntexts::found(), owntexts::settingsPages()}) {
+          owntexts::bench(), owntexts::care(), owntexts::safety(), owntexts::found(),
+          owntexts::settingsPages()}) {
         own += table.size();
     }
     EXPECT_EQ(texts.AllObjects().size(), static_cast<size_t>(test::suiteTextNames().size()) + own);

@@ -3,6 +3,7 @@
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
 #include "intake/intake.h"
+#include "platform/linux/audio_identity.h"
 #include "platform/linux/tag_reader.h"
 #include "support/mp3_maker.h"
 #include "support/suite_fixture.h"
@@ -17,7 +18,8 @@ protected:
 
     [[nodiscard]] IntakeParts parts()
     {
-        return {*suite.engine, suite.files, reader, suite.clock, texts, suite.dataFolder()};
+        return {*suite.engine, suite.files,        reader, suite.clock,
+                texts,         suite.dataFolder(), &audio, &suite.files};
     }
 
     /// Makes folder of the music stand for a folder that rows have stored.
@@ -59,6 +61,7 @@ protected:
     TempFolder music;
     ConfigObjects texts{suite.folders.paths(), suite.folders.profile(), suite.files};
     linux_media::LinuxTagReader reader;
+    linux_media::LinuxAudioIdentity audio;
 };
 
 } // namespace melovane::test

@@ -78,7 +78,8 @@ struct ApplicationDialogs : test::ApplicationTest
         EXPECT_EQ(run([this](QMainWindow& window) {
                       for (const QString& entry :
                            {u"mnuUeber"_s, u"mnuFont"_s, u"mnuDatenbank"_s, u"mnuPlaylist"_s,
-                            u"mnuAktivePlaystFiles"_s, u"mnuRepairGridLayout"_s}) {
+                            u"mnuDatenbereinigung"_s, u"mnuRecycler"_s, u"mnuAktivePlaystFiles"_s,
+                            u"mnuRepairGridLayout"_s}) {
                           look(window, entry);
                       }
                   }),

@@ -73,6 +73,24 @@ protected:
         return window.findChild<DataGrid*>(u"PlaylistGrid1"_s)->model()->rowCount();
     }
 
+    /// Shows the first track of the list in the tag panel; its field for the title.
+    QLineEdit* openPanel(QMainWindow& window)
+    {
+        window.findChild<DataGrid*>(u"PlaylistGrid1"_s)->selectRow(0);
+        afterTool(window, u"ctl_Playlist1"_s, u"all.book"_s);
+        auto* const title = window.findChild<QLineEdit*>(u"txtTitel"_s);
+        EXPECT_TRUE(title->isVisible());
+        EXPECT_EQ(title->text(), u"Licht"_s);
+        title->setFocus();
+        title->selectAll();
+        return title;
+    }
+
+    [[nodiscard]] QString stored(const QString& column) const
+    {
+        return suite.value(u"select %1 from db_all where fid='%2'"_s.arg(column, track)).toText();
+    }
+
     QByteArray bytes() { return suite.read(u"melovane.mdb"_s); }
 
     const QString kLent = u"Ein anderes Programm benutzt die Bibliothek"_s;
@@ -116,6 +134,46 @@ TEST_F(ReleasedLibraryTest, NothingIsWrittenUntilItIsGivenBackAndTheUserIsToldWh
         afterTool(window, u"PlaylistFavorit1"_s, u"all.newdir"_s);
     });
     EXPECT_EQ(suite.value(u"select count(*) as anz from pl_group"_s).toLong(), 2);
+}
+
+TEST_F(ReleasedLibraryTest, WhatIsTypedInTheTagPanelWhenTheLibraryIsTakenIsNotLost)
+{
+    run([&](QMainWindow& window) {
+        QLineEdit* const title = openPanel(window);
+        QTest::keyClicks(title, u"Getippt"_s);
+        ASSERT_TRUE(takeLibrary());
+        EXPECT_EQ(title->text(), u"Getippt"_s);
+        EXPECT_TRUE(title->isReadOnly());
+        auto* const message = window.findChild<QLabel*>(u"TagMessage"_s);
+        EXPECT_TRUE(message->text().startsWith(kLent)) << message->text().toStdString();
+        const QByteArray before = bytes();
+        QTest::keyClicks(title, u"x"_s);
+        QTest::keyClick(title, Qt::Key_Return);
+        EXPECT_EQ(title->text(), u"Getippt"_s);
+        EXPECT_EQ(bytes(), before);
+
+        other.write("\n");
+        ASSERT_TRUE(test::waitFor([this] { return other.state() == QProcess::NotRunning; }));
+        EXPECT_TRUE(test::waitFor([&] { return !title->isReadOnly(); }));
+        EXPECT_EQ(title->text(), u"Getippt"_s);
+        EXPECT_FALSE(message->isVisible());
+        EXPECT_EQ(stored(u"Titel"_s), u"Getippt"_s);
+    });
+}
+
+TEST_F(ReleasedLibraryTest, AFieldWithSomethingTypedKeepsItWhenAnotherProgramChangesTheRow)
+{
+    run([&](QMainWindow& window) {
+        QLineEdit* const title = openPanel(window);
+        QTest::keyClicks(title, u"Getippt"_s);
+        suite.execute(
+            u"update db_all set Titel='Fremd', Album='Anderes' where fid='%1'"_s.arg(track));
+        QTest::keyClick(title, Qt::Key_Return);
+        EXPECT_EQ(title->text(), u"Getippt"_s);
+        EXPECT_EQ(window.findChild<QLineEdit*>(u"txtAlbum"_s)->text(), u"Anderes"_s);
+        EXPECT_EQ(stored(u"Titel"_s), u"Getippt"_s);
+        EXPECT_EQ(stored(u"Album"_s), u"Anderes"_s);
+    });
 }
 
 TEST_F(ReleasedLibraryTest, NoFileOfItStaysOpenBehindTheAnswer)

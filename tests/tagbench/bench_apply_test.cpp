@@ -233,6 +233,20 @@ TEST_F(Applying, AFileInTheWayStaysAndTheTagIsWritten)
     EXPECT_EQ(cell(one, u"Album"_s), u"Platte"_s);
 }
 
+TEST_F(Applying, OfATrackWhoseFileKeepsItsNameTheNameAloneWaits)
+{
+    add(u"a.mp3"_s, u"Eins"_s);
+    load();
+    tracks.change({{0, kBenchPlace, music.file(u"b.mp3"_s)}, {0, F::Album, u"Platte"_s}});
+    music.write(u"b.mp3"_s, "foreign");
+    const BenchOutcome outcome = apply();
+    tracks.setStored(outcome.written, outcome.left);
+    EXPECT_EQ(tracks.changedCells(), 1);
+    suite.files.remove(music.file(u"b.mp3"_s));
+    EXPECT_TRUE(apply().problems.empty());
+    EXPECT_EQ(suite.files.names(music.path()), QStringList{u"b.mp3"_s});
+}
+
 TEST_F(Applying, AFolderThatCannotBeMadeIsTold)
 {
     const QString one = add(u"a.mp3"_s, u"Eins"_s);

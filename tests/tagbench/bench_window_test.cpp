@@ -279,6 +279,32 @@ TEST_F(TagBenchWindow, ADroppedPictureIsTakenAndABadOneIsTold)
     EXPECT_TRUE(QTest::qWaitFor([this] { return session->tracks().changedCells() == 1; }));
 }
 
+TEST_F(TagBenchWindow, PagesFieldsAndButtonsHaveKeysOfTheirOwn)
+{
+    add(u"a.mp3"_s, u"Eins"_s);
+    open();
+    const auto press = [this](Qt::Key key) {
+        QTest::keyClick(window->windowHandle(), key, Qt::AltModifier);
+    };
+    press(Qt::Key_U);
+    EXPECT_EQ(find<QTabBar>(u"TabStrip1"_s)->currentIndex(), 1);
+    press(Qt::Key_Z);
+    EXPECT_EQ(find<QTabBar>(u"TabStrip1"_s)->currentIndex(), 2);
+    press(Qt::Key_C);
+    EXPECT_TRUE(onPage<QLineEdit>(u"replace"_s, u"txtFind"_s)->hasFocus());
+    press(Qt::Key_R);
+    EXPECT_TRUE(onPage<QLineEdit>(u"replace"_s, u"txtReplace"_s)->hasFocus());
+    press(Qt::Key_M);
+    EXPECT_EQ(find<QTabBar>(u"TabStrip1"_s)->currentIndex(), 3);
+    press(Qt::Key_D);
+    press(Qt::Key_V);
+    EXPECT_TRUE(onPage<QLineEdit>(u"names"_s, u"txtTemplate"_s)->hasFocus());
+    press(Qt::Key_E);
+    EXPECT_EQ(session->tracks().changedCells(), 0) << "there is no cover to take off";
+    press(Qt::Key_S);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
+}
+
 TEST_F(TagBenchWindow, FieldsComeFromTheNamesOfTheFiles)
 {
     const QString one = add(u"03_Die Zwei - Das Lied.mp3"_s, u"x"_s);
@@ -294,6 +320,113 @@ TEST_F(TagBenchWindow, FieldsComeFromTheNamesOfTheFiles)
     EXPECT_EQ(cell(one, u"Titel"_s), u"Das Lied"_s);
     EXPECT_EQ(cell(one, u"Interpret"_s), u"Die Zwei"_s);
     EXPECT_EQ(cell(one, u"Track"_s), u"3"_s);
+}
+
+TEST_F(TagBenchWindow, WhatATemplateReadsStandsInTheTracksWhileItIsTyped)
+{
+    add(u"03_Die Zwei - Das Lied.mp3"_s, u"x"_s);
+    open();
+    const auto title = [this] { return session->tracks().text(0, TrackField::Titel); };
+    auto* line = onPage<QLineEdit>(u"names"_s, u"txtTemplate"_s);
+    EXPECT_EQ(title(), u"x"_s) << "nothing happens before the user does something";
+    EXPECT_TRUE(onPage<QPushButton>(u"names"_s, u"cmdTake"_s)->isVisible());
+    line->clear();
+    QTest::keyClicks(line, u"%N"_s);
+    EXPECT_EQ(title(), u"03 Die Zwei - Das Lied"_s);
+    EXPECT_FALSE(onPage<QPushButton>(u"names"_s, u"cmdTake"_s)->isVisible());
+    QTest::keyClick(line, Qt::Key_Home);
+    QTest::keyClicks(line, u"%TO_%I - "_s);
+    EXPECT_EQ(title(), u"Das Lied"_s);
+    EXPECT_EQ(session->tracks().changedCells(), 3);
+    session->tracks().undo();
+    EXPECT_EQ(title(), u"x"_s) << "all of the typing is one step";
+    EXPECT_FALSE(session->tracks().canUndo());
+}
+
+TEST_F(TagBenchWindow, WhatIsReplacedWhileItIsTypedIsLookedForInTheFormerTexts)
+{
+    add(u"a.mp3"_s, u"Orginal A"_s);
+    add(u"b.mp3"_s, u"Orginal B"_s);
+    open();
+    showPage(2);
+    const auto title = [this](int track) {
+        return session->tracks().text(track, TrackField::Titel);
+    };
+    QTest::keyClicks(onPage<QLineEdit>(u"replace"_s, u"txtFind"_s), u"Orginal"_s);
+    QTest::keyClicks(onPage<QLineEdit>(u"replace"_s, u"txtReplace"_s), u"Original"_s);
+    EXPECT_EQ(title(0), u"Original A"_s);
+    auto* places = onPage<DataGrid>(u"replace"_s, u"TDBGrid2"_s);
+    places->goToRow(0, 0);
+    QTest::keyClick(places, Qt::Key_Space);
+    EXPECT_EQ(title(0), u"Orginal A"_s);
+    EXPECT_EQ(title(1), u"Original B"_s);
+    QTest::keyClick(places, Qt::Key_Space);
+    EXPECT_EQ(title(0), u"Original A"_s);
+    // A change elsewhere ends it: what is typed then is a step of its own.
+    QTest::keyClicks(find<QLineEdit>(u"txtAlbum"_s), u"P"_s);
+    QTest::keyClicks(onPage<QLineEdit>(u"replace"_s, u"txtFind"_s), u"x"_s);
+    EXPECT_EQ(title(0), u"Original A"_s);
+    EXPECT_EQ(session->tracks().text(0, TrackField::Album), u"P"_s);
+}
+
+TEST_F(TagBenchWindow, ANarrowWindowHasTheFormFoldedUnderTheGrid)
+{
+    add(u"a.mp3"_s, u"Eins"_s);
+    open();
+    window->resize(1300, 800);
+    auto* form = find<QWidget>(u"CommonForm"_s);
+    auto* grid = find<QWidget>(u"BenchGrid"_s);
+    auto* fold = find<QToolButton>(u"cmdFold"_s);
+    EXPECT_TRUE(QTest::qWaitFor([=] { return form->x() > grid->x(); }));
+    EXPECT_FALSE(fold->isVisible());
+    window->resize(1024, 600);
+    EXPECT_TRUE(QTest::qWaitFor([=] { return form->y() > grid->y(); }));
+    EXPECT_EQ(window->width(), 1024);
+    EXPECT_EQ(window->height(), 600);
+    EXPECT_FALSE(find<QLineEdit>(u"txtTitel"_s)->isVisible());
+    fold->setFocus();
+    QTest::keyClick(fold, Qt::Key_Space);
+    EXPECT_TRUE(find<QLineEdit>(u"txtTitel"_s)->isVisible());
+    QTest::keyClicks(find<QLineEdit>(u"txtTitel"_s), u"!"_s);
+    EXPECT_EQ(session->tracks().changedCells(), 1);
+    window->resize(1300, 800);
+    EXPECT_TRUE(QTest::qWaitFor([=] { return form->x() > grid->x(); }));
+    EXPECT_TRUE(find<QLineEdit>(u"txtTitel"_s)->isVisible());
+}
+
+TEST_F(TagBenchWindow, ARowIsHeardOrTheButtonSaysWhyItIsNot)
+{
+    add(u"a.mp3"_s, u"Eins"_s);
+    add(u"b.mp3"_s, u"Zwei"_s);
+    open();
+    auto* play = find<QToolButton>(u"cmdPlay"_s);
+    EXPECT_FALSE(play->isEnabled());
+    EXPECT_TRUE(play->toolTip().contains(u"Dieses Programm hat keine Soundausgabe"_s));
+    QStringList heard;
+    session->play = [&heard](const QString& file, bool fromMiddle) {
+        heard.append(file + (fromMiddle ? u" m"_s : u""_s));
+        return u"Keine Soundkarte"_s;
+    };
+    session->stopPlaying = [&heard] { heard.append(u"stop"_s); };
+    find<DataGrid>(u"TDBGrid1"_s)->selectRow(1);
+    EXPECT_TRUE(play->isEnabled());
+    play->click();
+    EXPECT_EQ(find<QLabel>(u"lblProgress"_s)->text(), u"Keine Soundkarte"_s);
+    find<QToolButton>(u"cmdPlayCenter"_s)->click();
+    find<QToolButton>(u"cmdStop"_s)->click();
+    const QString file = music.file(u"b.mp3"_s);
+    EXPECT_EQ(heard, (QStringList{file, file + u" m"_s, u"stop"_s}));
+}
+
+TEST_F(TagBenchWindow, WhatBecomesOfANameIsNotCutOff)
+{
+    add(u"a.mp3"_s, u"Eins"_s);
+    open();
+    showPage(1);
+    auto* grid = onPage<DataGrid>(u"rename"_s, u"TDBGrid2"_s);
+    ASSERT_NE(grid, nullptr);
+    const QString longest = texts.text(u"bench.rename.cleaned");
+    EXPECT_GT(grid->columnWidth(2), grid->fontMetrics().horizontalAdvance(longest));
 }
 
 TEST_F(TagBenchWindow, FilesAreRenamedAndCollisionsStay)

@@ -133,7 +133,7 @@ protected:
     HeardWarnings warnings;
     QStringList told;
     QStringList changed;
-    Covers covers{{suite.files, suite.dataFolder(), reader, pictures, writer, worker}};
+    Covers covers{{suite.files, suite.files, suite.dataFolder(), reader, pictures, writer, worker}};
     EventGuard guard{texts,
                      [this] { return suite.dbName(); },
                      [this](const QString& text) { told.append(text); },

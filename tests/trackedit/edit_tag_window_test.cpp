@@ -73,6 +73,23 @@ protected:
         return widget == nullptr ? QString() : widget->objectName();
     }
 
+    /// Whether letters of that colour stand in a widget; their edges are mixed with what is behind.
+    static bool showsColour(QWidget& widget, const QColor& colour)
+    {
+        const QImage image = widget.grab().toImage();
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor there = image.pixelColor(x, y);
+                if (std::abs(there.red() - colour.red()) + std::abs(there.green() - colour.green()) +
+                        std::abs(there.blue() - colour.blue()) <
+                    30) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+
     Skin skin{*qApp};
     IconSet icons{skin};
     QWidget window;
@@ -274,6 +291,28 @@ TEST_F(TagPanelWindow, WhileAnotherProgramHasTheLibraryTheFieldsTakeNothing)
     send(bus::kDbReconnect);
     EXPECT_FALSE(line(u"txtTitel"_s).isReadOnly());
     EXPECT_FALSE(control<QLabel>(u"TagMessage"_s).isVisible());
+}
+
+TEST_F(TagPanelWindow, AFileThatCouldNotBeWrittenIsNamedInAmberAndLeadsToTheList)
+{
+    failures[one] = u"Die Datei ist schreibgeschützt"_s;
+    panel->renewTrack();
+    auto& mark = control<QToolButton>(u"TagUnwritten"_s);
+    EXPECT_FALSE(mark.isVisible()) << "the track waits no longer";
+    suite.execute(u"insert into db_edit (fid) values ('%1')"_s.arg(one));
+    panel->renewTrack();
+    EXPECT_TRUE(mark.isVisible());
+    EXPECT_EQ(mark.text(), u"⚠ nicht in die Datei geschrieben: Die Datei ist schreibgeschützt"_s);
+    EXPECT_FALSE(control<QLabel>(u"TagMark"_s).isVisible());
+    ASSERT_TRUE(skin.load(u"GridColor=#1a1d23\nText=#dde1e7\nVuMeterColorPeek=#ffaa00\n"_s));
+    EXPECT_TRUE(showsColour(mark, QColor(255, 170, 0)));
+
+    mark.setFocus();
+    key(Qt::Key_Space);
+    EXPECT_EQ(listsShown, 1);
+    panel->trackEntered(two);
+    EXPECT_FALSE(mark.isVisible());
+    EXPECT_TRUE(control<QLabel>(u"TagMark"_s).isVisible()) << "the other one waits";
 }
 
 TEST_F(TagPanelWindow, AFileThatIsNowhereIsNamedWithASign)

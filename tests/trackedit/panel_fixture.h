@@ -143,6 +143,8 @@ protected:
                           const QString& what) { logged.append(where + what); },
             .mayWrite = [this] { return mayWrite; },
             .placeOf = [this](const QString& file) { return fileIsThere ? file : QString(); },
+            .unwritten = [this](const QString& fid) { return failures.value(fid); },
+            .showUnwritten = [this] { ++listsShown; },
             .run =
                 [this](const QString& line) {
                     commands.append(line);
@@ -190,6 +192,8 @@ protected:
     QStringList commands;
     QStringList chosenCovers;
     std::function<void(const QByteArray&)> answerCover;
+    QHash<QString, QString> failures; ///< reasons by track
+    int listsShown = 0;
     bool mayWrite = true;
     bool fileIsThere = true;
     bool runs = true;

@@ -131,6 +131,30 @@ TEST_F(LibraryTreeTest, AnAlbumIsTickedAndUntickedInBothPlaces)
     EXPECT_TRUE(tree.tickTip(1).contains(u"erst nach dem Neuladen"_s));
 }
 
+TEST_F(LibraryTreeTest, ATickAsksForFewRowsHoweverManyThereAre)
+{
+    constexpr int kRows = 300;
+    constexpr int kFew = 30;
+    addDirectory(u"/m/"_s, 0, u"m"_s, 0, kRows);
+    for (int i = 0; i < kRows; ++i) {
+        addNamed(u"tree_album"_s, u"a%1"_s.arg(i), 5);
+        addDirectory(u"/m/%1/"_s.arg(i), 1, QString::number(i), 1, 1);
+    }
+    auto& albums = show(TreeKind::Album, u"tree.album"_s);
+    tick(albums, u"ABM?Album??a299"_s, true);
+    albums.rowsAsked = 0;
+    tree.rowTicked(1, false);
+    EXPECT_LT(albums.rowsAsked, kFew);
+    EXPECT_EQ(ticks(albums, u"??a299"_s),
+              (QStringList{u"AFAV?Album??a299=0"_s, u"ABM?Album??a299=0"_s}));
+    auto& folders = show(TreeKind::Dir, u"tree.dir"_s);
+    tick(folders, u"DIR?Path?\?/m/7/*"_s, true);
+    folders.rowsAsked = 0;
+    tree.rowTicked(1, false);
+    EXPECT_LT(folders.rowsAsked, kFew);
+    EXPECT_EQ(ticks(folders, u"/m/7/"_s), QStringList{u"DIR?Path?\?/m/7/*=0"_s});
+}
+
 TEST_F(LibraryTreeTest, UntickingAnArtistBelowItsLetterLeavesHimAmongTheFavouritesAtTheNextFill)
 {
     addNamed(u"tree_interpret"_s, u"Bob"_s, 5, 3);

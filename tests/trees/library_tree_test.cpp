@@ -1,4 +1,5 @@
 #include "trees/library_tree_panel.h"
+#include "trees/tree_children.h"
 
 namespace melovane {
 namespace {

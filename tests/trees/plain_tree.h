@@ -25,8 +25,16 @@ public:
 
     [[nodiscard]] int rowCount() const override { return int(rows.size()); }
 
+    [[nodiscard]] int findNext(const QString& key, int behind) const override
+    {
+        const auto found = std::find_if(rows.begin() + std::min(behind + 1, rowCount()), rows.end(),
+                                        [&](const TreeRow& row) { return row.key == key; });
+        return found == rows.end() ? -1 : int(found - rows.begin());
+    }
+
     [[nodiscard]] TreeRow row(int index) const override
     {
+        ++rowsAsked;
         return has(index) ? rows[size_t(index)] : TreeRow();
     }
 
@@ -147,6 +155,7 @@ public:
     int first = -1;
     int editedRow = -1;
     int fills = 0;
+    mutable int rowsAsked = 0;
     bool scrolls = false; ///< a row that becomes current comes to the top
     bool editing = false;
 

@@ -146,6 +146,29 @@ TEST_F(TreeStatements, PlaylistsAreReadByTheirGroups)
                   u"select * from pl_name where GRID=%1 order by sid asc"_s.arg(lists.saturday)}));
 }
 
+TEST_F(TreeStatements, GroupsThatAnotherProgramTakesAwayWhileTheyAreReadAreShownOnceMore)
+{
+    constexpr int kGroups = 600; // more than are read at once
+    for (int group = 1; group <= kGroups; ++group) {
+        lists.execute(
+            u"insert into pl_group (GRID,SID,Name) values (%1,%1,'g%2')"_s.arg(1'000'000 + group)
+                .arg(group));
+    }
+    TreeParts over = parts();
+    StatementParts noted{over};
+    Tree panel(noted.parts, form);
+    panel.start();
+    noted.engine.statements.before = [&](const QString& statement) {
+        if (statement.startsWith(u"select * from pl_name where GRID=")) {
+            lists.execute(u"delete from pl_group where GRID>1000000"_s);
+        }
+    };
+    panel.toolPressed(u"tree.playlist"_s);
+    const test::PlainTree& page = form.pages[size_t(TreeKind::Playlist)];
+    EXPECT_GE(page.find(u"PLGROUP?Gruppe??%1"_s.arg(1'000'000 + kGroups)), 0);
+    EXPECT_EQ(page.note.title, QString());
+}
+
 TEST_F(TreeStatements, TicksAreStoredAsTheOtherProgramsOfTheSuiteStoreThem)
 {
     using Favorites = TreeFavorites;

@@ -64,6 +64,8 @@ public:
     [[nodiscard]] virtual TreeRow row(int index) const = 0;
     /// The first row of that key, or -1.
     [[nodiscard]] virtual int find(const QString& key) const = 0;
+    /// The first one behind that row, or -1.
+    [[nodiscard]] virtual int findNext(const QString& key, int behind) const = 0;
 
     /// The row keeps its level.
     virtual void setRow(int index, const TreeRow& row) = 0;

@@ -13,6 +13,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <functional>
+#include <vector>
 
 namespace melovane::linux_media {
 
@@ -77,17 +79,22 @@ bool repairJournal(const QByteArray& path, int file)
     if (::fstat(file, &facts) != 0 || facts.st_size > kLongestJournal) {
         return false;
     }
-    try {
-        const auto records = tagrepair::recordsOf(readAt(file, 0, facts.st_size));
-        bool done = true;
-        for (const auto& record : records) {
-            done = tagrepair::makeWhole(record) && done;
+    bool done = true;
+    const auto guarded = [&](const std::function<void()>& work) {
+        try {
+            work();
+        } catch (const TagFailure& failure) {
+            qWarning("%s: %s", path.constData(), qUtf8Printable(failure.detail));
+            done = false;
         }
-        return done;
-    } catch (const TagFailure& failure) {
-        qWarning("%s: %s", path.constData(), qUtf8Printable(failure.detail));
-        return false;
+    };
+    std::vector<tagrepair::Record> records;
+    guarded([&] { records = tagrepair::recordsOf(readAt(file, 0, facts.st_size)); });
+    for (const auto& record : records) {
+        // A file that cannot be made whole keeps no other one from it.
+        guarded([&] { done = tagrepair::makeWhole(record) && done; });
     }
+    return done;
 }
 
 } // namespace

@@ -125,6 +125,19 @@ int OutlineModel::find(const QString& key) const
     return m_keys.find(m_rows.all(), key);
 }
 
+int OutlineModel::findNext(const QString& key, int behind) const
+{
+    const int first = find(key);
+    if (first < 0 || first > behind) {
+        return first;
+    }
+    const std::vector<TreeRow>& rows = m_rows.all();
+    const auto begin = rows.begin() + std::min<std::ptrdiff_t>(behind + 1, std::ssize(rows));
+    const auto next =
+        std::find_if(begin, rows.end(), [&](const TreeRow& row) { return row.key == key; });
+    return next == rows.end() ? -1 : int(next - rows.begin());
+}
+
 int OutlineModel::rowOf(const QModelIndex& index) const
 {
     return index.isValid() ? m_rows.rowOfLine(index.row()) : -1;

@@ -34,6 +34,8 @@ public:
 
     /// The first row of a key, or -1.
     [[nodiscard]] int find(const QString& key) const;
+    /// The first row of a key behind that row, or -1.
+    [[nodiscard]] int findNext(const QString& key, int behind) const;
 
     /// -1 for no line.
     [[nodiscard]] int rowOf(const QModelIndex& index) const;

@@ -145,6 +145,11 @@ int OutlineTree::find(const QString& key) const
     return m_model->find(key);
 }
 
+int OutlineTree::findNext(const QString& key, int behind) const
+{
+    return m_model->findNext(key, behind);
+}
+
 void OutlineTree::setRow(int index, const TreeRow& row)
 {
     m_model->setRow(index, row);

@@ -40,6 +40,7 @@ public:
     [[nodiscard]] int rowCount() const override;
     [[nodiscard]] TreeRow row(int index) const override;
     [[nodiscard]] int find(const QString& key) const override;
+    [[nodiscard]] int findNext(const QString& key, int behind) const override;
     void setRow(int index, const TreeRow& row) override;
     void insertRow(int index, const TreeRow& row) override;
     void insertRows(int index, std::vector<TreeRow> rows) override;

@@ -113,6 +113,7 @@ QRadioButton::indicator:checked { border-color: {Accent};
     stop: 0 {Accent}, stop: 0.5 {Accent}, stop: 0.65 {TextField}, stop: 1 {TextField}); }
 QRadioButton:disabled, QCheckBox:disabled { color: {TextDisabled}; }
 QLabel[second="true"] { color: {TextSecond}; }
+QToolButton[warns="true"] { color: {VuMeterColorPeek}; }
 QDialog QLineEdit:disabled { color: {TextDisabled}; }
 QDialog QListWidget { background: {TextField}; color: {Text}; border: 1px solid {Hairline};
   border-radius: 4px; padding: 2px; }

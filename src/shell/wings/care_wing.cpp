@@ -10,13 +10,15 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     , suite(talk)
     , lists(steps)
     , cleaning(base, room, talk, steps)
-    , found(base, room, talk, steps)
+    , found(base, room, talk, steps, cleaning.recycler())
+    , safety(base, room, talk)
 {}
 
 CareCommands CareWing::commands()
 {
     CareCommands all;
     all.insert(cleaning.commands());
+    all.insert(safety.commands());
     all.insert(found.commands());
     return all;
 }

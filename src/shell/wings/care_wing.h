@@ -3,6 +3,7 @@
 #include "shell/mlvdb_parts.h"
 #include "shell/wings/cleaning_wing.h"
 #include "shell/wings/found_wing.h"
+#include "shell/wings/safety_wing.h"
 
 namespace melovane {
 
@@ -25,6 +26,7 @@ struct CareWing
     ListsWing& lists;
     CleaningWing cleaning;
     FoundWing found;
+    SafetyWing safety;
 };
 
 } // namespace melovane

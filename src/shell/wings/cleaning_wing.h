@@ -21,6 +21,9 @@ struct CleaningWing
     /// What their menu entries do.
     [[nodiscard]] CareCommands commands();
 
+    /// What moves files to the recycle folder.
+    [[nodiscard]] RecycleTools recycler() const;
+
     Machine& machine;
     Desk& desk;
     SuiteWing& suite;
@@ -31,7 +34,6 @@ struct CleaningWing
 private:
     [[nodiscard]] BesideTools beside() const;
     [[nodiscard]] MissingFilesParts missingParts();
-    [[nodiscard]] RecycleTools recycler() const;
     void clean();
     void bringBack();
     [[nodiscard]] QString failureText(const DbError& error);

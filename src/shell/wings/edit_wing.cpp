@@ -11,6 +11,7 @@
 #include "store/track_writing.h"
 #include "trackedit/save_image.h"
 #include "trackedit/ui/edit_tag_widget.h"
+#include "trackedit/unwritten_tags.h"
 
 namespace melovane {
 
@@ -36,6 +37,7 @@ EditWing::EditWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
           [&talk](const QString& text) { talk.showStatusText(text); },
           base.log())
     , covers({.files = base.files,
+              .workFiles = coverFiles,
               .dataFolder = base.paths.GetConfigPath(),
               .reader = coverReader,
               .pictures = pictures,
@@ -118,6 +120,14 @@ EditTagParts EditWing::parts()
             .log = machine.log(),
             .mayWrite = [world = suite.world(machine)] { return !world.isReadOnly(); },
             .placeOf = [this](const QString& file) { return machine.locator.placeOf(file); },
+            .unwritten = [this](const QString& fid) { return unwritten(fid); },
+            // Its window tries again and lists what fails.
+            .showUnwritten =
+                [this] {
+                    machine.processes.startProgram(
+                        path::join(machine.paths.programFolder(), u"Task.WriteTags.exe"), {},
+                        Processes::WindowStyle::Normal);
+                },
             .run =
                 [this](const QString& line) {
                     return machine.processes.start(line, Processes::WindowStyle::Normal);
@@ -128,6 +138,12 @@ EditTagParts EditWing::parts()
                 },
             .chooseCover = [this](const Covers::Track& track) { coverChange.choose(track); },
             .left = [this] { focusRows(); }};
+}
+
+QString EditWing::unwritten(const QString& fid) const
+{
+    const auto known = unwrittenOf(machine.files, machine.paths.GetConfigPath(), fid);
+    return known ? unwrittenReason(machine.texts, known->fault, known->detail) : QString();
 }
 
 TagPanelCommands EditWing::commands()

@@ -2,6 +2,7 @@
 
 #include "bus/event_guard.h"
 #include "platform/linux/id3_cover.h"
+#include "platform/linux/linux_files.h"
 #include "platform/linux/linux_tag_writer.h"
 #include "platform/qt/qt_picture_maker.h"
 #include "platform/qt/qt_worker.h"
@@ -40,6 +41,7 @@ struct EditWing
     linux_media::LinuxTagWriter tagWriter;
     QtPictureMaker pictures;
     EventGuard guard;
+    LinuxFiles coverFiles; ///< of the worker: what one of them remembers is for one thread alone
     Covers covers;
     CoverChange coverChange;
     EditTag panel;
@@ -51,6 +53,7 @@ private:
     void nameCover(const QString& fid, const QString& image);
     void takenOut(const QString& fid, const QString& former, const QString& image);
     void focusRows();
+    [[nodiscard]] QString unwritten(const QString& fid) const;
 
     QSet<QString> m_askedCovers; ///< tracks whose tags were looked into for a cover
     QtWorker m_worker;           ///< the last member: it ends before all that it works on

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "care/find_again.h"
+#include "care/recycle_run.h"
 #include "platform/linux/audio_identity.h"
 #include "platform/linux/linux_files.h"
 #include "platform/qt/qt_worker.h"
@@ -16,7 +16,11 @@ struct SuiteWing;
 /// Files that are found again, and tracks that are there twice.
 struct FoundWing
 {
-    FoundWing(Machine& machine, Desk& desk, SuiteWing& suite, ListsWing& lists);
+    FoundWing(Machine& machine,
+              Desk& desk,
+              SuiteWing& suite,
+              ListsWing& lists,
+              RecycleTools recycler);
 
     /// What their menu entries do.
     [[nodiscard]] CareCommands commands();
@@ -25,12 +29,14 @@ struct FoundWing
     Desk& desk;
     SuiteWing& suite;
     ListsWing& lists;
+    RecycleTools recycler;
     LinuxFiles searchFiles; ///< of the worker's thread
     linux_media::LinuxAudioIdentity audio;
     QtWorker worker;
 
 private:
     void findAgain();
+    void mergeDoubles();
     /// Why the library must not be written now; empty when it may be.
     [[nodiscard]] QString whyNotNow() const;
     /// The rows of the views are others, and so are these trees.

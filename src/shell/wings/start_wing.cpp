@@ -1,6 +1,7 @@
 #include "shell/wings/start_wing.h"
 
 #include "bus/message_numbers.h"
+#include "care/settings_return.h"
 #include "platform/controls/status_line.h"
 #include "platform/system/path_text.h"
 #include "shell/sibling_control.h"
@@ -45,7 +46,8 @@ StartResult StartWing::run(const std::function<void()>& showMainWindow)
                             }
                             tellOtherLibrary();
                             tellLastRun();
-                        }},
+                        },
+                    .rescue = rescue},
                    {.settings = machine.settings,
                     .texts = machine.texts,
                     .warnings = desk.warnings,
@@ -89,6 +91,7 @@ OpenFault StartWing::openTest()
 bool StartWing::anotherCopyRuns()
 {
     if (machine.onlyCopy.claim()) {
+        takeRestoredSettings();
         return false;
     }
     const auto control = machine.messages.makeControl();
@@ -100,6 +103,16 @@ bool StartWing::anotherCopyRuns()
     control->setTarget(machine.onlyCopy.runningCopy());
     control->Send(message::kBringToFront, 0, 0);
     return true;
+}
+
+/// Those that a restoring has left are read only by now, for only the first copy may take them.
+void StartWing::takeRestoredSettings()
+{
+    if (takeReturningSettings(machine.files, machine.profile, machine.paths.GetConfigPath())) {
+        machine.settings.InitTasten();
+        machine.settings.Refresh();
+        desk.dress();
+    }
 }
 
 void StartWing::listenForNextCopy()
@@ -136,6 +149,7 @@ void StartWing::tellOtherLibrary()
 void StartWing::tellLastRun()
 {
     if (const auto began = lastRun.begin()) {
+        lastRunDied = true;
         const QString text = machine.texts.text(u"start.died"_s, *began);
         machine.log()(u"Start"_s, text);
         desk.window.status().setPanel(StatusPanel::Message, text);

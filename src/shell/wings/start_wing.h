@@ -36,11 +36,15 @@ struct StartWing
     SplashWindow splashForm;
     frmStartUpDB splash;
     LastRun lastRun;
+    bool lastRunDied = false; ///< known when the window stands
+    /// Offers a way out of a library that cannot be opened; see StartSteps. Set from above.
+    std::function<bool(const OpenFault& fault, const QString& reason)> rescue;
     std::unique_ptr<KSMessage> nextCopy; ///< hears of later copies; null before the window is up
 
 private:
     [[nodiscard]] OpenFault openTest();
     [[nodiscard]] bool anotherCopyRuns();
+    void takeRestoredSettings();
     void listenForNextCopy();
     /// Says that no other program of the suite is reached.
     void tellWithoutMessages();

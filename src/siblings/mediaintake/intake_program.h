@@ -7,6 +7,7 @@
 #include "config/paths.h"
 #include "config/refusals.h"
 #include "intake/intake_session.h"
+#include "platform/linux/audio_identity.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/library_loan.h"
 #include "platform/linux/linux_environment.h"
@@ -44,7 +45,8 @@ public:
                        importLockName(m_files, m_settings.DbName()))
         , m_loan(m_files, {m_environment.runtimeFolder(), m_paths.GetConfigPath()})
         , m_texts(m_paths, m_profile, m_files)
-        , m_session({*m_engine, m_files, *m_reader, m_clock, m_texts, m_paths.GetConfigPath()},
+        , m_session({*m_engine, m_files, *m_reader, m_clock, m_texts, m_paths.GetConfigPath(),
+                     &m_audio, &m_files},
                     m_settings,
                     mode)
     {
@@ -120,6 +122,7 @@ private:
     Mod_API m_paths;
     std::unique_ptr<DBEngine> m_engine;
     std::unique_ptr<TagReader> m_reader;
+    linux_media::LinuxAudioIdentity m_audio;
     GlobalSettings m_settings;
     LinuxMessages m_messages;
     std::unique_ptr<KSMessage> m_control;

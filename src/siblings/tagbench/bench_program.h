@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bus/message_numbers.h"
+#include "bus/suite_messages.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
@@ -15,6 +16,8 @@
 #include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
+#include "platform/linux/mp3_player.h"
+#include "platform/linux/sdl_output.h"
 #include "platform/linux/tag_reader.h"
 #include "platform/qt/qt_picture_maker.h"
 #include "platform/qt/qt_worker.h"
@@ -22,6 +25,7 @@
 #include "platform/system/clock.h"
 #include "playlists/list_history.h"
 #include "shell/skin_files.h"
+#include "tagbench/bench_player.h"
 #include "tagbench/bench_session.h"
 #include "views/track_look.h"
 
@@ -77,6 +81,20 @@ public:
 
     [[nodiscard]] NoteColours noteColours() { return NoteColours::from(UpdateColors(m_settings)); }
 
+    /// Gives the bench a voice. The loop outlives this.
+    void addPlayer(MessageLoop& loop)
+    {
+        m_player = std::make_unique<linux_media::Mp3Player>(m_output, loop);
+        m_listening = std::make_unique<BenchPlayer>(
+            BenchPlayer::Parts{*m_player, m_settings, m_texts,
+                               [this](const QString& stored) { return m_locator.placeOf(stored); },
+                               [this] { (void)m_suite.StopOtherMonitors(); }});
+        m_session.play = [this](const QString& stored, bool fromMiddle) {
+            return m_listening->play(stored, fromMiddle);
+        };
+        m_session.stopPlaying = [this] { m_listening->stop(); };
+    }
+
 private:
     [[nodiscard]] std::function<std::unique_ptr<FileLock>()> claiming()
     {
@@ -113,6 +131,11 @@ private:
     ConfigObjects m_texts;
     ListHistory m_history;
     BenchSession m_session;
+    FileLocator m_locator{m_files, m_paths.GetConfigPath()};
+    SuiteMessages m_suite{m_settings, *m_engine, m_messages, *m_control};
+    linux_media::SdlOutput m_output;
+    std::unique_ptr<Player> m_player;
+    std::unique_ptr<BenchPlayer> m_listening;
     QtWorker m_worker; ///< the last member: it ends before all that it works on
 };
 

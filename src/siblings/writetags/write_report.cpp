@@ -6,43 +6,11 @@
 #include "config/refusals.h"
 #include "platform/system/readable_name.h"
 #include "siblings/writetags/write_tags.h"
+#include "trackedit/unwritten_tags.h"
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-QString faultText(const ConfigObjects& texts, TagWriteFault fault)
-{
-    switch (fault) {
-    case TagWriteFault::NotFound:
-        return texts.text(u"writetags.notfound");
-    case TagWriteFault::ReadOnly:
-        return texts.text(u"writetags.readonly");
-    case TagWriteFault::NoAudio:
-        return texts.text(u"writetags.noaudio");
-    case TagWriteFault::TagSize:
-        return texts.text(u"writetags.tagsize");
-    case TagWriteFault::Full:
-        return texts.text(u"writetags.full");
-    case TagWriteFault::Changed:
-        return texts.text(u"writetags.changed");
-    case TagWriteFault::None:
-    case TagWriteFault::Failed:
-        break;
-    }
-    return texts.text(u"writetags.failed");
-}
-
-} // namespace
-
-QString reasonText(const ConfigObjects& texts, const UnwrittenFile& file)
-{
-    const QString reason = faultText(texts, file.fault);
-    return file.detail.isEmpty() ? reason
-                                 : u"%1 (%2)"_s.arg(reason, systemReasonText(texts, file.detail));
-}
 
 QString summary(const ConfigObjects& texts, const WriteTagsReport& report, const QString& database)
 {
@@ -64,7 +32,8 @@ reportLines(const ConfigObjects& texts, const WriteTagsReport& report, const QSt
 {
     QStringList lines{summary(texts, report, database)};
     for (const UnwrittenFile& file : report.failures) {
-        lines.append(readableName(file.path) + u": "_s + reasonText(texts, file));
+        lines.append(readableName(file.path) + u": "_s +
+                     unwrittenReason(texts, file.fault, file.detail));
     }
     return lines;
 }

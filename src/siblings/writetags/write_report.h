@@ -6,11 +6,7 @@
 namespace melovane {
 
 class ConfigObjects;
-struct UnwrittenFile;
 struct WriteTagsReport;
-
-/// Why a file was not written, in the user's language.
-[[nodiscard]] QString reasonText(const ConfigObjects& texts, const UnwrittenFile& file);
 
 /// What was done, and what ended it too early: one line, or two.
 /// \param database named when it failed

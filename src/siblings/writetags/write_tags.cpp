@@ -6,6 +6,7 @@
 #include "platform/db/sql_text.h"
 #include "platform/system/path_text.h"
 #include "siblings/writetags/track_changes.h"
+#include "trackedit/unwritten_tags.h"
 
 #include <algorithm>
 #include <limits>
@@ -86,8 +87,18 @@ bool WriteTags::step(int files)
     }
     if (m_over) {
         m_database.reset();
+        keepFailures();
     }
     return !m_over;
+}
+
+void WriteTags::keepFailures()
+{
+    std::vector<UnwrittenTag> tracks;
+    for (const UnwrittenFile& file : m_report.failures) {
+        tracks.push_back({file.fid, file.fault, file.detail});
+    }
+    keepUnwritten(m_parts.files, m_parts.dataFolder, tracks);
 }
 
 void WriteTags::open()
@@ -228,7 +239,7 @@ void WriteTags::noteFile(const Track& track)
 void WriteTags::fail(const Track& track, TagWriteFault fault, const QString& detail)
 {
     m_tries[track.fid] = kMaxTries;
-    m_report.failures.push_back({track.path, fault, detail});
+    m_report.failures.push_back({track.fid, track.path, fault, detail});
 }
 
 } // namespace melovane

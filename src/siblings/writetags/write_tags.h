@@ -41,6 +41,7 @@ struct WriteTagsOrder
 /// A file that was not written; its track stays in `db_edit`.
 struct UnwrittenFile
 {
+    QString fid;
     QString path;
     TagWriteFault fault = TagWriteFault::Failed;
     QString detail; ///< the system's own words, or empty
@@ -105,6 +106,7 @@ private:
         int work = -1;          ///< of the writer; -1 for none
     };
 
+    void keepFailures();
     void open();
     [[nodiscard]] bool collect();
     void write(qsizetype count);

@@ -63,6 +63,7 @@ void BenchGridPanel::buildTools(const IconSet& icons)
     connect(new QShortcut(QKeySequence::Redo, this), &QShortcut::activated, &tracks,
             &BenchTracks::redo);
     connect(m_redo, &QToolButton::clicked, &tracks, &BenchTracks::redo);
+    buildPlayer(icons);
     connect(add(u"cmdAll"_s, u"selectall"_s, u"all"_s), &QToolButton::clicked, this,
             &BenchGridPanel::selectAll);
     QToolButton* columns = add(u"cmdColumns"_s, u"columns"_s, u"columns"_s);
@@ -86,6 +87,29 @@ void BenchGridPanel::buildTools(const IconSet& icons)
     connect(m_filter, &SearchLine::downPressed, this, &BenchGridPanel::focusRows);
     auto* find = new QShortcut(QKeySequence::Find, this);
     connect(find, &QShortcut::activated, m_filter, [this] { m_filter->focus(); });
+}
+
+void BenchGridPanel::buildPlayer(const IconSet& icons)
+{
+    const auto add = [&](const QString& name, const QString& icon, const QString& text) {
+        m_player.push_back(addTool(name, icons.icon(icon), m_session.texts().text(text)));
+        return m_player.back();
+    };
+    connect(add(u"cmdPlay"_s, u"play"_s, u"ToolTipPlayerPlay"_s), &QToolButton::clicked, this,
+            [this] { play(false); });
+    connect(add(u"cmdPlayCenter"_s, u"playcenter"_s, u"ToolTipPlayerPlayCenter"_s),
+            &QToolButton::clicked, this, [this] { play(true); });
+    connect(add(u"cmdStop"_s, u"stop"_s, u"ToolTipPlayerStop"_s), &QToolButton::clicked, this,
+            [this] { m_session.stopPlaying(); });
+}
+
+void BenchGridPanel::play(bool fromMiddle)
+{
+    const qint64 row = m_grid->currentRow();
+    if (row >= 0 && row < m_session.tracks().rowCount()) {
+        const int track = m_session.tracks().track(row);
+        emit told(m_session.play(m_session.tracks().at(track).storedPlace(), fromMiddle));
+    }
 }
 
 void BenchGridPanel::buildGrid()
@@ -139,6 +163,13 @@ void BenchGridPanel::showState()
         m_session.texts().text(u"bench.chosen"_s, qint64(chosen().size()), tracks.count()));
     m_undo->setEnabled(tracks.canUndo());
     m_redo->setEnabled(tracks.canRedo());
+    const QString whyNot = !m_session.play          ? u"bench.play.nosound"_s
+                           : tracks.rowCount() == 0 ? u"bench.play.norow"_s
+                                                    : QString();
+    for (QToolButton* button : m_player) {
+        tellTool(*button, button->accessibleName(), {},
+                 whyNot.isEmpty() ? whyNot : m_session.texts().text(whyNot));
+    }
 }
 
 } // namespace melovane

@@ -41,9 +41,13 @@ signals:
     void chosenChanged();
     void folderWanted();
     void filesWanted();
+    /// Something that the user shall know.
+    void told(const QString& text);
 
 private:
     void buildTools(const IconSet& icons);
+    void buildPlayer(const IconSet& icons);
+    void play(bool fromMiddle);
     void buildGrid();
     void showState();
 
@@ -55,6 +59,7 @@ private:
     QLabel* m_count;
     QToolButton* m_undo;
     QToolButton* m_redo;
+    std::vector<QToolButton*> m_player;
 };
 
 } // namespace melovane

@@ -50,6 +50,7 @@ QComboBox* fieldChoice(const ConfigObjects& texts, const QString& name, PreviewP
     for (const TrackField field : textFields()) {
         box->addItem(texts.text(headingKey(columnOf(field))), int(field));
     }
+    QObject::connect(box, &QComboBox::activated, page, &PreviewPage::edited);
     QObject::connect(box, &QComboBox::currentIndexChanged, page, &PreviewPage::refresh);
     return box;
 }
@@ -65,7 +66,7 @@ QSpinBox* numberBox(const QString& name, int least, int greatest, PreviewPage* p
     auto* box = new QSpinBox(page);
     box->setObjectName(name);
     box->setRange(least, greatest);
-    QObject::connect(box, &QSpinBox::valueChanged, page, &PreviewPage::refresh);
+    QObject::connect(box, &QSpinBox::valueChanged, page, &PreviewPage::edited);
     return box;
 }
 
@@ -158,7 +159,8 @@ void BenchPages::buildRenaming()
     QLineEdit* line = page->addLine(u"txtTemplate"_s, texts.text(u"bench.template"));
     page->addSamples(line, {u"%I - %N"_s, u"%A/%TO_%N"_s, u"%I/%A/%TO_%I - %N"_s});
     addMarkers(page, texts);
-    m_emptyFolders = page->addBox(u"chkEmptyFolders"_s, texts.text(u"bench.rename.empty"), true);
+    m_emptyFolders =
+        page->addBox(u"chkEmptyFolders"_s, texts.text(u"bench.rename.empty"), true, false);
     page->finish();
     page->make = [this, line] {
         std::vector<int> all(size_t(m_session.tracks().count()));
@@ -222,6 +224,7 @@ void BenchPages::buildSpelling()
         page->refresh();
     };
     connect(what, &QComboBox::currentIndexChanged, page, enable);
+    connect(what, &QComboBox::activated, page, &PreviewPage::edited);
     enable(0);
     page->make = [=, this] {
         if (what->currentIndex() == numbers) {

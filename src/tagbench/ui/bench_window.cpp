@@ -33,6 +33,12 @@ namespace {
 constexpr int kWidth = 190;
 constexpr int kHeight = 56;
 
+/// A window that is narrower, in pixels, has the form under the grid.
+constexpr int kNarrow = 1100;
+
+/// Of the grid beside the form, in thousandths.
+constexpr int kGridShare = 740;
+
 /// Lines of a report that a message shows.
 constexpr int kShownLines = 12;
 
@@ -62,12 +68,12 @@ BenchWindow::BenchWindow(const Skin& skin,
     m_form = new CommonForm(skin, icons, session, m_content);
     m_pages = new BenchPages(
         skin, icons, session, [this] { return m_grid->chosen(); }, m_content);
-    auto* above = new SplitPanel(Qt::Horizontal, m_content);
-    above->addWidget(m_grid);
-    above->addWidget(m_form);
-    above->setPosition(740);
+    m_above = new SplitPanel(Qt::Horizontal, m_content);
+    m_above->addWidget(m_grid);
+    m_above->addWidget(m_form);
+    m_above->setPosition(kGridShare);
     auto* all = new SplitPanel(Qt::Vertical, m_content);
-    all->addWidget(above);
+    all->addWidget(m_above);
     all->addWidget(m_pages);
     all->setPosition(640);
     auto* inside = new QVBoxLayout(m_content);
@@ -93,6 +99,8 @@ BenchWindow::BenchWindow(const Skin& skin,
         const QString folder = chooseFolder(this);
         addPlaces(folder.isEmpty() ? QStringList() : QStringList{folder});
     });
+    connect(m_grid, &BenchGridPanel::told, this,
+            [this](const QString& text) { m_progressText->setText(text); });
     connect(m_grid, &BenchGridPanel::filesWanted, this, [this] { addPlaces(chooseFiles(this)); });
     for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto* apply = new QShortcut(QKeySequence(Qt::CTRL | key), this);
@@ -296,6 +304,18 @@ void BenchWindow::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
         QDialog::keyPressEvent(event);
+    }
+}
+
+/// Beside the grid while there is room, else folded in below it.
+void BenchWindow::resizeEvent(QResizeEvent* event)
+{
+    QDialog::resizeEvent(event);
+    const bool isNarrow = width() < kNarrow;
+    if (isNarrow != (m_above->orientation() == Qt::Vertical)) {
+        m_above->setOrientation(isNarrow ? Qt::Vertical : Qt::Horizontal);
+        m_form->setFolding(isNarrow);
+        m_above->setPosition(isNarrow ? 500 : kGridShare);
     }
 }
 

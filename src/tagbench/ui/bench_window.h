@@ -20,6 +20,7 @@ class CommonForm;
 class IconSet;
 class MessageLoop;
 class Skin;
+class SplitPanel;
 
 /// The window of the tag tool: tracks, common values, the ways to change many, and what is to be
 /// applied.
@@ -58,6 +59,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     /// Enter belongs to the field that it is pressed in, and applies nothing.
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void buildDialogs();
@@ -74,6 +76,7 @@ private:
     CommonForm* m_form;
     BenchPages* m_pages;
     QWidget* m_content;
+    SplitPanel* m_above;
     QLabel* m_changes;
     QLabel* m_progressText;
     QProgressBar* m_progress;

@@ -74,7 +74,9 @@ CommonForm::CommonForm(const Skin& skin,
                        QWidget* parent)
     : Panel(skin, parent)
     , m_skin(skin)
+    , m_icons(icons)
     , m_session(session)
+    , m_fold(new QToolButton(this))
     , m_for(new QLabel(this))
     , m_cover(new CoverRow(icons, session, this))
     , m_scroll(new QScrollArea(this))
@@ -85,7 +87,15 @@ CommonForm::CommonForm(const Skin& skin,
     bold.setBold(true);
     title->setFont(bold);
     m_for->setObjectName(u"MatchCount"_s);
+    m_fold->setObjectName(u"cmdFold"_s);
+    m_fold->setAutoRaise(true);
+    m_fold->setCheckable(true);
+    m_fold->setToolTip(session.texts().text(u"bench.fold.tip"));
+    m_fold->setAccessibleName(m_fold->toolTip());
+    m_fold->hide();
+    connect(m_fold, &QToolButton::toggled, this, &CommonForm::fold);
     toolRow()->addSpacing(8);
+    toolRow()->addWidget(m_fold);
     toolRow()->addWidget(title, 1);
     toolRow()->addWidget(m_for);
     toolRow()->addSpacing(8);
@@ -118,6 +128,21 @@ void CommonForm::showEvent(QShowEvent* event)
     Panel::showEvent(event);
     m_scroll->setMinimumWidth(m_scroll->widget()->minimumSizeHint().width() +
                               m_scroll->verticalScrollBar()->sizeHint().width());
+}
+
+void CommonForm::setFolding(bool on)
+{
+    m_fold->setVisible(on);
+    m_fold->setChecked(false);
+    fold();
+}
+
+void CommonForm::fold()
+{
+    const bool isIn = m_fold->isVisibleTo(this) && !m_fold->isChecked();
+    m_fold->setIcon(m_icons.icon(isIn ? u"tree.collaps.open"_s : u"tree.collaps.close"_s));
+    m_scroll->setVisible(!isIn);
+    setMaximumHeight(isIn ? sizeHint().height() : QWIDGETSIZE_MAX);
 }
 
 void CommonForm::addField(QFormLayout& rows, const IconSet& icons, TrackField field)

@@ -10,6 +10,7 @@ class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QScrollArea;
+class QToolButton;
 
 namespace melovane {
 
@@ -29,6 +30,9 @@ public:
     void setChosen(const std::vector<int>& tracks);
 
     [[nodiscard]] CoverRow& cover() { return *m_cover; }
+
+    /// Whether the form can be folded in, which it is at first.
+    void setFolding(bool on);
 
     /// Reads the selection lists of genre and the four selection fields. \throws DbError
     void loadChoices();
@@ -50,11 +54,14 @@ private:
     void typed(TrackField field, const QString& text);
     void showAll();
     void showLine(const Line& line);
+    void fold();
 
     const Skin& m_skin;
+    const IconSet& m_icons;
     BenchSession& m_session;
     std::vector<int> m_chosen;
     std::vector<Line> m_lines;
+    QToolButton* m_fold;
     QLabel* m_for;
     CoverRow* m_cover;
     QScrollArea* m_scroll;

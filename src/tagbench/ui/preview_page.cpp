@@ -24,6 +24,30 @@ namespace {
 /// Least width of the left side in letters.
 constexpr int kLeft = 48;
 
+/// Least width of a column that takes what is left, in figures.
+constexpr double kLeastStretched = 14;
+
+/// A caption without the mark of its key.
+QString plain(QString caption)
+{
+    return caption.remove(u'&');
+}
+
+/// Of a column whose texts are whole, in figures: its longest one, its picture and its edges.
+double narrowWidth(const Preview& preview, int column)
+{
+    constexpr qsizetype kLeastLetters = 14;
+    constexpr double kAround = 6;
+    qsizetype letters = kLeastLetters;
+    for (const QString& text : preview.lastTexts) {
+        letters = std::max(letters, text.size());
+    }
+    for (const PreviewRow& row : preview.rows) {
+        letters = std::max(letters, row.cells.value(column).size());
+    }
+    return double(letters) + kAround;
+}
+
 } // namespace
 
 PreviewPage::PreviewPage(const Skin& skin,
@@ -82,22 +106,27 @@ QLineEdit* PreviewPage::addLine(const QString& name, const QString& caption)
     label->setProperty("second", true);
     auto* line = new QLineEdit(this);
     line->setObjectName(name);
-    line->setAccessibleName(caption);
+    line->setAccessibleName(plain(caption));
     label->setBuddy(line);
     m_choices->addWidget(label);
     m_choices->addWidget(line);
+    connect(line, &QLineEdit::textEdited, this, &PreviewPage::edited);
     connect(line, &QLineEdit::textChanged, this, &PreviewPage::refresh);
     connect(line, &QLineEdit::returnPressed, this, &PreviewPage::take);
     return line;
 }
 
-QCheckBox* PreviewPage::addBox(const QString& name, const QString& caption, bool ticked)
+QCheckBox*
+PreviewPage::addBox(const QString& name, const QString& caption, bool ticked, bool isPartOfIt)
 {
     auto* box = new QCheckBox(caption, this);
     box->setObjectName(name);
     box->setChecked(ticked);
     m_choices->addWidget(box);
-    connect(box, &QCheckBox::toggled, this, &PreviewPage::refresh);
+    if (isPartOfIt) {
+        connect(box, &QCheckBox::toggled, this, &PreviewPage::refresh);
+        connect(box, &QCheckBox::clicked, this, &PreviewPage::edited);
+    }
     return box;
 }
 
@@ -109,7 +138,10 @@ void PreviewPage::addSamples(QLineEdit* line, const QStringList& samples)
         auto* button = new QToolButton(this);
         button->setText(sample);
         button->setAccessibleName(sample);
-        connect(button, &QToolButton::clicked, line, [line, sample] { line->setText(sample); });
+        connect(button, &QToolButton::clicked, line, [this, line, sample] {
+            line->setText(sample);
+            edited();
+        });
         row->addWidget(button);
     }
     row->addStretch(1);
@@ -143,10 +175,14 @@ void PreviewPage::showEvent(QShowEvent* event)
 
 void PreviewPage::refresh()
 {
-    if (!isVisible() || !make) {
-        return;
+    if (isVisible() && make && !m_isFollowing && !m_session.tracks().isDraftOf(this)) {
+        m_rows.show(make());
+        showPreview();
     }
-    m_rows.show(make());
+}
+
+void PreviewPage::showPreview()
+{
     if (m_headings != m_rows.preview().headings) {
         arrangeColumns();
     }
@@ -154,7 +190,35 @@ void PreviewPage::refresh()
     m_warning->setText(warning);
     m_warning->setVisible(!warning.isEmpty());
     m_take->setEnabled(!m_rows.preview().cells().empty());
+    m_take->setVisible(!m_session.tracks().isDraftOf(this));
     emit refreshed();
+}
+
+void PreviewPage::edited()
+{
+    follow([this] { m_rows.show(make()); });
+    showPreview();
+}
+
+/// The tracks get what the preview says, seen from where this page began.
+void PreviewPage::follow(const std::function<void()>& preview)
+{
+    m_isFollowing = true;
+    m_session.tracks().draft(this, [&] {
+        preview();
+        return m_rows.preview().cells();
+    });
+    m_isFollowing = false;
+}
+
+void PreviewPage::toggle(qint64 row)
+{
+    m_rows.toggle(row);
+    if (m_session.tracks().isDraftOf(this)) {
+        follow([] {});
+    }
+    m_take->setEnabled(!m_rows.preview().cells().empty());
+    m_take->setVisible(!m_session.tracks().isDraftOf(this));
 }
 
 /// A grid has its columns for good, so other columns are another grid.
@@ -164,27 +228,23 @@ void PreviewPage::arrangeColumns()
     delete m_grid;
     m_grid = new DataGrid(m_skin, m_icons, m_right);
     m_grid->setObjectName(u"TDBGrid2"_s);
-    m_grid->setAccessibleName(title());
+    m_grid->setAccessibleName(plain(title()));
     std::vector<GridColumn> columns;
     for (int index = 0; index < m_headings.size(); ++index) {
         const bool isNarrow = m_ticks ? index == 1 : index == m_headings.size() - 1;
-        columns.push_back({.field = QString::number(index),
-                           .heading = m_headings[index],
-                           .width = isNarrow ? 24.0 : 30.0,
-                           .stretched = !isNarrow});
+        columns.push_back(
+            {.field = QString::number(index),
+             .heading = m_headings[index],
+             .width = isNarrow ? narrowWidth(m_rows.preview(), index) : kLeastStretched,
+             .stretched = !isNarrow});
     }
     m_grid->setSource(m_rows, m_look, columns);
     m_grid->setDragEnabled(false);
     m_grid->setSortButtons(false);
     m_right->layout()->addWidget(m_grid);
     if (m_ticks) {
-        const auto toggle = [this](qint64 row) {
-            m_rows.toggle(row);
-            m_take->setEnabled(!m_rows.preview().cells().empty());
-        };
-        connect(m_grid, &DataGrid::spacePressed, this,
-                [this, toggle] { toggle(m_grid->currentRow()); });
-        connect(m_grid, &QAbstractItemView::clicked, this, [toggle](const QModelIndex& index) {
+        connect(m_grid, &DataGrid::spacePressed, this, [this] { toggle(m_grid->currentRow()); });
+        connect(m_grid, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
             if (index.column() == 0) {
                 toggle(index.row());
             }

@@ -19,7 +19,8 @@ class DataGrid;
 class IconSet;
 class Skin;
 
-/// A page of the bench: what shall be done on the left, what would come of it on the right.
+/// A page of the bench: what shall be done on the left, what would come of it on the right. What
+/// the user changes on the left stands in the tracks at once, as one step that can be taken back.
 class PreviewPage : public QWidget
 {
     Q_OBJECT
@@ -42,7 +43,9 @@ public:
 
     /// A line to type in, with a caption above it.
     [[nodiscard]] QLineEdit* addLine(const QString& name, const QString& caption);
-    [[nodiscard]] QCheckBox* addBox(const QString& name, const QString& caption, bool ticked);
+    /// \param isPartOfIt whether the preview depends on it
+    [[nodiscard]] QCheckBox*
+    addBox(const QString& name, const QString& caption, bool ticked, bool isPartOfIt = true);
 
     /// Buttons that put a text into a line.
     void addSamples(QLineEdit* line, const QStringList& samples);
@@ -50,8 +53,12 @@ public:
     /// Ends the left side.
     void finish();
 
-    /// Shows what would come of it now; what is hidden is shown when it comes to the front.
+    /// Shows what would come of it now; what is hidden is shown when it comes to the front. While
+    /// the preview stands in the tracks it stays as it is.
     void refresh();
+
+    /// The user has changed what shall be done: the preview follows, and the tracks follow it.
+    void edited();
 
     [[nodiscard]] QString title() const;
 
@@ -66,6 +73,9 @@ protected:
 
 private:
     void take();
+    void toggle(qint64 row);
+    void follow(const std::function<void()>& preview);
+    void showPreview();
     void arrangeColumns();
     void fitChoices();
 
@@ -82,6 +92,7 @@ private:
     QPushButton* m_take;
     QStringList m_headings; ///< that the grid was made for
     bool m_ticks;
+    bool m_isFollowing = false; ///< the tracks are being changed by this page
 };
 
 } // namespace melovane

@@ -6,6 +6,7 @@
 #include "trackedit/edit_tag.h"
 #include "trackedit/ui/cover_frame.h"
 #include "trackedit/ui/fact_lines.h"
+#include "trackedit/ui/panel_measures.h"
 #include "trackedit/ui/rating_group.h"
 
 #include <QComboBox>
@@ -15,10 +16,7 @@
 #include <QLineEdit>
 #include <QRegularExpressionValidator>
 #include <QScrollArea>
-#include <QSignalBlocker>
 #include <QToolButton>
-
-#include <algorithm>
 
 namespace melovane {
 
@@ -28,50 +26,11 @@ namespace {
 
 using P = PanelField;
 
-/// Units around the form and between its parts.
-constexpr int kMargin = 15;
-constexpr int kColumnGap = 22;
-constexpr int kLabelGap = 10;
-constexpr int kRowGap = 5;
-
-/// Widths of the panel, in lines of text, from which on there is room for three columns, for two,
-/// and for a large cover.
-constexpr int kThreeColumns = 60;
-constexpr int kTwoColumns = 43;
-constexpr int kLargeCover = 35;
-
-/// Side of the cover in lines of text.
-constexpr int kCover = 13;
-constexpr int kSmallCover = 6;
-
 /// Facts that stand in a line of their own: file and folder.
 constexpr size_t kPlaceFacts = 2;
 
-/// What fields of numbers, and those of positions, have room for, beside their borders.
-const QString kNumber = u"00000"_s;
+/// What a field of a position has room for, beside its borders.
 const QString kPosition = u"00:00:00"_s;
-constexpr int kBorders = 20;
-
-/// Least letters of a list.
-constexpr int kListLetters = 8;
-
-QGridLayout* makeColumn(QWidget* column)
-{
-    auto* grid = new QGridLayout(column);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(kLabelGap);
-    grid->setVerticalSpacing(kRowGap);
-    return grid;
-}
-
-QLabel* makeLabel(QWidget* buddy)
-{
-    auto* label = new QLabel;
-    label->setProperty("second", true);
-    label->setTextFormat(Qt::PlainText);
-    label->setBuddy(buddy);
-    return label;
-}
 
 } // namespace
 
@@ -81,6 +40,7 @@ EditTagWidget::EditTagWidget(const Skin& skin, const IconSet& icons, QWidget* pa
     , m_title(new ElidedLabel)
     , m_artist(new ElidedLabel)
     , m_mark(new QLabel)
+    , m_unwritten(new QToolButton)
     , m_message(new QLabel)
     , m_scroll(new QScrollArea)
     , m_form(new QWidget)
@@ -88,6 +48,7 @@ EditTagWidget::EditTagWidget(const Skin& skin, const IconSet& icons, QWidget* pa
     , m_rating(new RatingGroup(skin))
     , m_line(new QFrame)
     , m_facts(new FactLines(skin))
+    , m_layout(*m_form, *m_cover, *m_line, *m_facts)
 {
     setObjectName(u"EditTag1"_s);
     buildHead();
@@ -125,8 +86,15 @@ void EditTagWidget::buildHead()
     toolRow()->addWidget(m_artist);
     toolRow()->addStretch(1);
     toolRow()->addWidget(m_mark);
+    m_unwritten->setObjectName(u"TagUnwritten"_s);
+    m_unwritten->setProperty("warns", true);
+    m_unwritten->setAutoRaise(true);
+    m_unwritten->setFocusPolicy(Qt::StrongFocus);
+    m_unwritten->installEventFilter(this);
+    toolRow()->addWidget(m_unwritten);
     toolRow()->addSpacing(10);
     m_mark->hide();
+    m_unwritten->hide();
     m_message->setObjectName(u"TagMessage"_s);
     m_message->setProperty("second", true);
     m_message->setWordWrap(true);
@@ -134,42 +102,11 @@ void EditTagWidget::buildHead()
     m_message->hide();
 }
 
-QWidget* EditTagWidget::makeField(PanelField field)
-{
-    const PanelFieldRow& row = rowOf(field);
-    Field& made = at(field);
-    if (row.isList) {
-        made.box = new QComboBox;
-        made.box->setEditable(true);
-        made.box->setInsertPolicy(QComboBox::NoInsert);
-        made.box->setMinimumContentsLength(kListLetters);
-        made.box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        // A completer would write letters that nobody has typed.
-        made.box->setCompleter(nullptr);
-        made.box->installEventFilter(this);
-        made.edit = made.box->lineEdit();
-        // At the end of typing the box would take a text that stands in its list for a choice.
-        disconnect(made.edit, &QLineEdit::editingFinished, made.box, nullptr);
-    } else {
-        made.edit = new QLineEdit;
-        made.edit->setMinimumWidth(fontMetrics().horizontalAdvance(kNumber) + kBorders);
-    }
-    QWidget* const whole = made.box ? static_cast<QWidget*>(made.box) : made.edit;
-    whole->setObjectName(row.control.toString());
-    made.edit->installEventFilter(this);
-    const int width = rowOf(row.column).type.width;
-    if (width > 0) {
-        made.edit->setMaxLength(width);
-    }
-    made.label = makeLabel(whole);
-    return whole;
-}
-
 void EditTagWidget::addField(QGridLayout& column, PanelField field)
 {
-    QWidget* const whole = makeField(field);
+    QWidget* const whole = m_fields.make(field, *this);
     const int row = column.rowCount();
-    column.addWidget(at(field).label, row, 0);
+    column.addWidget(m_fields.at(field).label, row, 0);
     column.addWidget(whole, row, 1);
 }
 
@@ -200,9 +137,6 @@ QToolButton* EditTagWidget::makeTool(const QString& name, const QString& icon)
 
 void EditTagWidget::buildFields()
 {
-    for (QWidget*& column : m_columns) {
-        column = new QWidget;
-    }
     buildFirstColumn();
     buildSecondColumn();
     buildThirdColumn();
@@ -210,37 +144,37 @@ void EditTagWidget::buildFields()
 
 void EditTagWidget::buildFirstColumn()
 {
-    QGridLayout& column = *makeColumn(m_columns[0]);
+    QGridLayout& column = m_layout.make(0);
     for (const PanelField field : {P::Titel, P::Interpret, P::Album, P::Kommentar}) {
         addField(column, field);
     }
     auto* numbers = new QHBoxLayout;
     numbers->setSpacing(kLabelGap);
-    numbers->addWidget(makeField(P::Jahr), 1);
+    numbers->addWidget(m_fields.make(P::Jahr, *this), 1);
     for (const PanelField field : {P::Track, P::BPM}) {
-        QWidget* const whole = makeField(field);
-        numbers->addWidget(at(field).label);
+        QWidget* const whole = m_fields.make(field, *this);
+        numbers->addWidget(m_fields.at(field).label);
         numbers->addWidget(whole, 1);
     }
     for (const PanelField field : {P::Jahr, P::Track, P::BPM}) {
-        at(field).edit->setAlignment(Qt::AlignRight);
+        m_fields.at(field).edit->setAlignment(Qt::AlignRight);
     }
-    at(P::Track).edit->setValidator(
+    m_fields.at(P::Track).edit->setValidator(
         new QRegularExpressionValidator(QRegularExpression(u"[0-9/ ]*"_s), this));
-    at(P::BPM).edit->setValidator(
+    m_fields.at(P::BPM).edit->setValidator(
         new QRegularExpressionValidator(QRegularExpression(u"[0-9]*[.,]?[0-9]*"_s), this));
     int row = column.rowCount();
-    column.addWidget(at(P::Jahr).label, row, 0);
+    column.addWidget(m_fields.at(P::Jahr).label, row, 0);
     column.addLayout(numbers, row, 1);
     auto* genre = new QHBoxLayout;
     genre->setSpacing(kRowGap);
-    genre->addWidget(makeField(P::Genre), 1);
+    genre->addWidget(m_fields.make(P::Genre, *this), 1);
     QToolButton* const add = makeTool(u"cmdNewGenre"_s, u"add"_s);
     genre->addWidget(add);
     ++row;
-    column.addWidget(at(P::Genre).label, row, 0);
+    column.addWidget(m_fields.at(P::Genre).label, row, 0);
     column.addLayout(genre, row, 1);
-    m_shownLabels[0] = makeLabel(m_rating);
+    m_shownLabels[0] = makeFieldLabel(m_rating);
     column.addWidget(m_shownLabels[0], ++row, 0);
     column.addWidget(m_rating, row, 1);
     column.setRowStretch(++row, 1);
@@ -249,14 +183,14 @@ void EditTagWidget::buildFirstColumn()
 
 void EditTagWidget::buildSecondColumn()
 {
-    QGridLayout& column = *makeColumn(m_columns[1]);
+    QGridLayout& column = m_layout.make(1);
     for (const PanelField field : {P::Kategorie, P::Stimmung, P::Situation, P::Tempo}) {
         addField(column, field);
     }
     int row = column.rowCount();
     const auto addShown = [&](size_t label, const QString& text, const QString& tool) {
         QLineEdit* const shown = makeShownText(text);
-        m_shownLabels[label] = makeLabel(shown);
+        m_shownLabels[label] = makeFieldLabel(shown);
         column.addWidget(m_shownLabels[label], row, 0);
         auto* line = new QHBoxLayout;
         line->setSpacing(kRowGap);
@@ -275,7 +209,7 @@ void EditTagWidget::buildSecondColumn()
 
 void EditTagWidget::buildThirdColumn()
 {
-    QGridLayout& column = *makeColumn(m_columns[2]);
+    QGridLayout& column = m_layout.make(2);
     for (const PanelField field : {P::User1, P::User2, P::User3, P::User4, P::User5}) {
         addField(column, field);
     }
@@ -285,10 +219,6 @@ void EditTagWidget::buildThirdColumn()
 
 void EditTagWidget::buildForm()
 {
-    auto* grid = new QGridLayout(m_form);
-    grid->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-    grid->setHorizontalSpacing(kColumnGap);
-    grid->setVerticalSpacing(kRowGap);
     m_cover->installEventFilter(this);
     m_line->setObjectName(u"StatusLine"_s);
     m_line->setFixedHeight(1);
@@ -300,57 +230,7 @@ void EditTagWidget::buildForm()
     m_scroll->viewport()->setAutoFillBackground(false);
     m_form->setAutoFillBackground(false);
     m_scroll->viewport()->installEventFilter(this);
-    reflow(m_scroll->width());
-}
-
-/// The width that a form of so many columns beside such a cover needs.
-int EditTagWidget::widthOf(int columns, int cover) const
-{
-    const auto least = [this](size_t column) {
-        return m_columns[column]->minimumSizeHint().width();
-    };
-    const int beside = columns == 3   ? least(0) + least(1) + least(2)
-                       : columns == 2 ? least(0) + std::max(least(1), least(2))
-                                      : std::max({least(0), least(1), least(2)});
-    return cover * fontMetrics().height() + beside + columns * kColumnGap + 2 * kMargin;
-}
-
-/// As many columns beside the cover as have room; the others stand below.
-void EditTagWidget::reflow(int width)
-{
-    const int lines = width / std::max(1, fontMetrics().height());
-    const auto fits = [&](int columns, int cover) { return widthOf(columns, cover) <= width; };
-    const int columns = lines >= kThreeColumns && fits(3, kCover)      ? 3
-                        : lines >= kTwoColumns && fits(2, kSmallCover) ? 2
-                                                                       : 1;
-    const int cover = lines >= kLargeCover && fits(columns, kCover) ? kCover : kSmallCover;
-    const int layout = columns * 100 + cover;
-    if (layout == m_layout) {
-        return;
-    }
-    m_layout = layout;
-    m_cover->setSide(cover * fontMetrics().height());
-    auto* grid = static_cast<QGridLayout*>(m_form->layout());
-    while (QLayoutItem* item = grid->takeAt(0)) {
-        delete item;
-    }
-    grid->addWidget(m_cover, 0, 0, columns == 1 ? 1 : 2, 1, Qt::AlignTop);
-    grid->addWidget(m_columns[0], 0, 1, columns == 2 ? 2 : 1, 1);
-    grid->addWidget(m_columns[1], columns == 1 ? 1 : 0, columns == 1 ? 1 : 2);
-    grid->addWidget(m_columns[2],
-                    columns == 3   ? 0
-                    : columns == 2 ? 1
-                                   : 2,
-                    columns == 3   ? 3
-                    : columns == 2 ? 2
-                                   : 1);
-    grid->addWidget(m_line, 3, 0, 1, 1 + columns);
-    grid->addWidget(m_facts, 4, 0, 1, 1 + columns);
-    for (int column = 1; column < 4; ++column) {
-        const bool isUsed = column <= columns;
-        grid->setColumnStretch(column, !isUsed ? 0 : column == 1 ? 3 : 2);
-    }
-    grid->setRowStretch(5, 1);
+    m_layout.reflow(m_scroll->width());
 }
 
 // ---- what the logic wants
@@ -371,6 +251,7 @@ void EditTagWidget::attach(EditTag& panel, const ConfigObjects& texts)
     press(u"cmdNewGenre"_s, &EditTag::cmdNewGenre);
     press(u"cmdStart"_s, &EditTag::cmdStart);
     press(u"cmdStop"_s, &EditTag::cmdStop);
+    press(u"TagUnwritten"_s, &EditTag::unwrittenPressed);
     connect(m_cover, &CoverFrame::picturePressed, this,
             [this] { tell([](EditTag& logic) { logic.Mp3Image(); }); });
     connect(m_rating, &RatingGroup::optionChosen, this,
@@ -391,10 +272,11 @@ void EditTagWidget::tell(const std::function<void(EditTag& logic)>& what)
 
 void EditTagWidget::connectField(PanelField field)
 {
-    connect(at(field).edit, &QLineEdit::textEdited, this, [this, field](const QString& text) {
-        tell([&](EditTag& logic) { logic.typed(field, text); });
-    });
-    if (QComboBox* const box = at(field).box) {
+    connect(m_fields.at(field).edit, &QLineEdit::textEdited, this,
+            [this, field](const QString& text) {
+                tell([&](EditTag& logic) { logic.typed(field, text); });
+            });
+    if (QComboBox* const box = m_fields.at(field).box) {
         connect(box, &QComboBox::activated, this, [this, field, box] {
             tell([&](EditTag& logic) { logic.chosen(field, box->currentText()); });
         });
@@ -421,15 +303,7 @@ void EditTagWidget::createToolBar(const ConfigObjects& texts)
 void EditTagWidget::setTexts(const ConfigObjects& texts)
 {
     setAccessibleName(texts.text(u"edittag.name"));
-    for (const PanelFieldRow& row : panelFields()) {
-        const QString caption = texts.text(headingKey(columnOf(row.field)));
-        Field& field = at(row.field);
-        field.label->setText(caption);
-        field.edit->setAccessibleName(caption);
-        if (field.box) {
-            field.box->setAccessibleName(caption);
-        }
-    }
+    m_fields.setCaptions(texts);
     const auto name = [this, &texts](const QString& control, QStringView tip) {
         auto* const widget = findChild<QWidget*>(control);
         widget->setToolTip(texts.text(tip));
@@ -447,6 +321,7 @@ void EditTagWidget::setTexts(const ConfigObjects& texts)
     m_shownLabels[3]->setText(texts.text(u"edittag.level"));
     m_facts->setAccessibleName(texts.text(u"edittag.facts"));
     m_mark->setToolTip(texts.text(u"edittag.waiting.tip"));
+    name(u"TagUnwritten"_s, u"edittag.unwritten.tip");
     m_waitingText = texts.text(u"edittag.waiting", u"%1"_s);
     m_rating->setTexts(texts);
     m_cover->setToolTip(texts.text(u"edittag.image.tip"));
@@ -459,23 +334,24 @@ void EditTagWidget::setTabs()
     std::vector<QWidget*> order;
     for (const PanelField field :
          {P::Titel, P::Interpret, P::Album, P::Kommentar, P::Jahr, P::Track, P::BPM, P::Genre}) {
-        order.push_back(at(field).box ? static_cast<QWidget*>(at(field).box) : at(field).edit);
+        order.push_back(m_fields.at(field).whole());
     }
     order.push_back(findChild<QWidget*>(u"cmdNewGenre"_s));
     for (int option = 0; option < 6; ++option) {
         order.push_back(findChild<QWidget*>(u"opNote_%1"_s.arg(option)));
     }
     for (const PanelField field : {P::Kategorie, P::Stimmung, P::Situation, P::Tempo}) {
-        order.push_back(at(field).box);
+        order.push_back(m_fields.at(field).box);
     }
     for (const QString& name :
          {u"txtStart"_s, u"cmdStart"_s, u"txtStop"_s, u"cmdStop"_s, u"txtLevel"_s}) {
         order.push_back(findChild<QWidget*>(name));
     }
     for (const PanelField field : {P::User1, P::User2, P::User3, P::User4, P::User5}) {
-        order.push_back(at(field).edit);
+        order.push_back(m_fields.at(field).edit);
     }
     order.push_back(m_cover);
+    order.push_back(m_unwritten);
     order.push_back(findChild<QWidget*>(u"ButtonShowDir"_s));
     order.push_back(findChild<QWidget*>(u"ButtonClose"_s));
     for (size_t index = 1; index < order.size(); ++index) {
@@ -510,28 +386,18 @@ void EditTagWidget::setPanelHeight(int height)
 
 void EditTagWidget::focusFirst()
 {
-    at(P::Titel).edit->setFocus(Qt::OtherFocusReason);
-    at(P::Titel).edit->selectAll();
+    m_fields.at(P::Titel).edit->setFocus(Qt::OtherFocusReason);
+    m_fields.at(P::Titel).edit->selectAll();
 }
 
 void EditTagWidget::setText(PanelField field, const QString& text)
 {
-    QLineEdit& edit = *at(field).edit;
-    if (edit.text() != text) {
-        edit.setText(text);
-        edit.setCursorPosition(edit.hasFocus() ? int(text.size()) : 0);
-    }
+    m_fields.setText(field, text);
 }
 
 void EditTagWidget::setChoices(PanelField field, const QStringList& texts)
 {
-    QComboBox& box = *at(field).box;
-    const QSignalBlocker quiet(&box);
-    const QString present = box.currentText();
-    box.clear();
-    box.addItems(texts);
-    box.setCurrentIndex(-1);
-    box.setEditText(present);
+    m_fields.setChoices(field, texts);
 }
 
 void EditTagWidget::setRating(int option)
@@ -553,6 +419,8 @@ void EditTagWidget::setTrack(const PanelTrack& track)
     findChild<QLineEdit*>(u"txtLevel"_s)->setText(track.level);
     m_facts->setFacts(track.facts, kPlaceFacts);
     m_warning = track.warning;
+    m_unwritten->setText(u"⚠ "_s + track.unwritten);
+    m_unwritten->setVisible(!track.unwritten.isEmpty() && m_warning.isEmpty());
     setWaiting(m_waiting);
 }
 
@@ -560,11 +428,7 @@ void EditTagWidget::setUse(PanelUse use, const QString& why)
 {
     m_message->setText(why);
     m_message->setVisible(use != PanelUse::Editing);
-    for (Field& field : m_fields) {
-        (field.box ? static_cast<QWidget*>(field.box) : field.edit)
-            ->setEnabled(use != PanelUse::Empty);
-        field.edit->setReadOnly(use != PanelUse::Editing);
-    }
+    m_fields.setUse(use != PanelUse::Empty, use == PanelUse::Editing);
     m_rating->setEnabled(use == PanelUse::Editing);
     m_cover->setEnabled(use == PanelUse::Editing);
     for (const QString& name : {u"cmdNewGenre"_s, u"cmdStart"_s, u"cmdStop"_s}) {
@@ -578,7 +442,7 @@ void EditTagWidget::setWaiting(qint64 tracks)
 {
     m_waiting = tracks;
     m_mark->setText(m_warning.isEmpty() ? m_waitingText.arg(tracks) : u"⚠ "_s + m_warning);
-    m_mark->setVisible(!m_warning.isEmpty() || tracks > 0);
+    m_mark->setVisible(!m_warning.isEmpty() || (tracks > 0 && m_unwritten->isHidden()));
 }
 
 void EditTagWidget::setCover(const QByteArray& picture)
@@ -601,11 +465,20 @@ bool EditTagWidget::keyInField(PanelField field, int key)
     return false;
 }
 
+/// Who comes back to the window comes back from the program that writes tags, too.
+void EditTagWidget::changeEvent(QEvent* event)
+{
+    Panel::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible()) {
+        tell([](EditTag& logic) { logic.renewTrack(); });
+    }
+}
+
 bool EditTagWidget::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_scroll->viewport()) {
         if (event->type() == QEvent::Resize) {
-            reflow(m_scroll->viewport()->width());
+            m_layout.reflow(m_scroll->viewport()->width());
         }
         return false;
     }
@@ -619,29 +492,25 @@ bool EditTagWidget::eventFilter(QObject* watched, QEvent* event)
     }
     const bool isKey = event->type() == QEvent::KeyPress;
     const int key = isKey ? static_cast<QKeyEvent*>(event)->key() : 0;
-    // The line of a list has the keyboard by its box.
-    const auto field = std::ranges::find_if(m_fields, [watched](const Field& one) {
-        return one.box ? one.box == watched : one.edit == watched;
-    });
-    if (field == m_fields.end()) {
+    const auto field = m_fields.fieldOf(watched);
+    if (!field) {
         if (key == Qt::Key_Escape) {
             m_logic->leave();
             return true;
         }
         return Panel::eventFilter(watched, event);
     }
-    const auto which = PanelField(field - m_fields.begin());
     if (isKey) {
-        return keyInField(which, key) || Panel::eventFilter(watched, event);
+        return keyInField(*field, key) || Panel::eventFilter(watched, event);
     }
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
         const bool isAside =
             reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason;
         if (event->type() == QEvent::FocusOut) {
-            m_logic->fieldLeft(which);
+            m_logic->fieldLeft(*field);
         } else if (!isAside) {
-            m_logic->fieldEntered(which);
+            m_logic->fieldEntered(*field);
         }
     }
     return Panel::eventFilter(watched, event);

@@ -2,11 +2,12 @@
 
 #include "platform/qt/panel.h"
 #include "trackedit/edit_tag_form.h"
+#include "trackedit/ui/panel_columns.h"
+#include "trackedit/ui/panel_inputs.h"
 
 #include <array>
 #include <functional>
 
-class QComboBox;
 class QFrame;
 class QGridLayout;
 class QLabel;
@@ -60,22 +61,15 @@ signals:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
-    struct Field
-    {
-        QLabel* label = nullptr;
-        QLineEdit* edit = nullptr; ///< that of the box, for a list
-        QComboBox* box = nullptr;
-    };
-
     void buildHead();
     void buildFields();
     void buildFirstColumn();
     void buildSecondColumn();
     void buildThirdColumn();
     void buildForm();
-    [[nodiscard]] QWidget* makeField(PanelField field);
     void addField(QGridLayout& column, PanelField field);
     [[nodiscard]] QLineEdit* makeShownText(const QString& name);
     [[nodiscard]] QToolButton* makeTool(const QString& name, const QString& icon);
@@ -85,30 +79,26 @@ private:
     void setTexts(const ConfigObjects& texts);
     void setTabs();
     bool keyInField(PanelField field, int key);
-    [[nodiscard]] int widthOf(int columns, int cover) const;
-    void reflow(int width);
-
-    [[nodiscard]] Field& at(PanelField field) { return m_fields[std::size_t(field)]; }
 
     const IconSet& m_icons;
     EditTag* m_logic = nullptr;
-    std::array<Field, kPanelFields> m_fields;
+    PanelInputs m_fields;
     ElidedLabel* m_title;
     ElidedLabel* m_artist;
-    QLabel* m_mark;    ///< waiting, or what is wrong with the file
-    QLabel* m_message; ///< why the fields take nothing
+    QLabel* m_mark;           ///< waiting, or what is wrong with the file
+    QToolButton* m_unwritten; ///< in its place, when the file could not be written
+    QLabel* m_message;        ///< why the fields take nothing
     QScrollArea* m_scroll;
     QWidget* m_form;
     CoverFrame* m_cover;
-    std::array<QWidget*, 3> m_columns{};
     std::array<QLabel*, 4> m_shownLabels{}; ///< of rating, start, stop and level
     RatingGroup* m_rating;
     QFrame* m_line; ///< above the facts
     FactLines* m_facts;
+    PanelColumns m_layout;
     QString m_waitingText;
     QString m_warning;
     qint64 m_waiting = 0;
-    int m_layout = -1; ///< number of columns beside the cover
 };
 
 } // namespace melovane

@@ -52,6 +52,17 @@ TEST_F(OutlineTreeTest, LevelsMakeATreeOfRowsThatAreCountedFromTopToBottom)
     EXPECT_EQ(tree.row(-1), TreeRow());
 }
 
+TEST_F(OutlineTreeTest, RowsOfTheSameKeyAreFoundOneBehindTheOther)
+{
+    tree.insertRow(3, row(u"a1"_s, 1));
+    EXPECT_EQ(tree.findNext(u"a1"_s, -1), 1);
+    EXPECT_EQ(tree.findNext(u"a1"_s, 1), 3);
+    EXPECT_EQ(tree.findNext(u"a1"_s, 3), -1);
+    EXPECT_EQ(tree.findNext(u"c"_s, 1), 7);
+    EXPECT_EQ(tree.findNext(u"c"_s, 99), -1);
+    EXPECT_EQ(tree.findNext(u"x"_s, 0), -1);
+}
+
 TEST_F(OutlineTreeTest, RowsComeBetweenOthersAndGoWithThoseBelowThem)
 {
     tree.insertRow(3, row(u"a3"_s, 1));

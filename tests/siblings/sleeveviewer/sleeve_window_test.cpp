@@ -127,6 +127,32 @@ TEST_F(SleeveWindowTest, ItFollowsTheRowOfTheConsole)
     EXPECT_TRUE(shows(u"1 / 3   cover.png   39 × 20"_s)) << caption().toStdString();
 }
 
+TEST_F(SleeveWindowTest, AnotherRunStandsWhereTheLastOneStood)
+{
+    show();
+    window.setGeometry(20, 30, 420, 310);
+    const QString place = window.placeText();
+    EXPECT_EQ(place, u"20,30,420,310,0"_s);
+    SleeveWindow next(viewer, catalogue.texts, skin, icons);
+    next.takePlace(place);
+    EXPECT_EQ(next.geometry(), QRect(20, 30, 420, 310));
+    next.takePlace(u"40,50,420,310,1"_s);
+    EXPECT_TRUE(next.isMaximized());
+    EXPECT_TRUE(next.placeText().endsWith(u",1"_s));
+}
+
+TEST_F(SleeveWindowTest, APlaceThatNoScreenShowsAndADamagedOneAreNotTaken)
+{
+    window.setGeometry(20, 30, 420, 310);
+    for (const QString& text :
+         {QString(), u"1,2,3"_s, u"a,b,c,d,e"_s, u"9000,30,420,310,0"_s, u"-400,30,420,310,0"_s,
+          u"20,-500,420,310,0"_s, u"20,30,5,310,0"_s, u"20,30,420,0,0"_s, u"20,30,-420,310,0"_s,
+          u"2147483647,30,2147483647,310,0"_s, u"20,30,420,310,0,7"_s}) {
+        window.takePlace(text);
+        EXPECT_EQ(window.geometry(), QRect(20, 30, 420, 310)) << text.toStdString();
+    }
+}
+
 TEST_F(SleeveWindowTest, ATrackThatGetsACoverShowsItAndCanBeChosen)
 {
     show();

@@ -90,7 +90,7 @@ struct Console
     ImmediateWorker worker;
     NamedFile chooser;
     CountedWarnings warnings;
-    Covers covers{{suite.files, suite.dataFolder(), reader, pictures, writer, worker}};
+    Covers covers{{suite.files, suite.files, suite.dataFolder(), reader, pictures, writer, worker}};
     EventGuard guard{texts, [this] { return suite.dbName(); }, [](const QString&) {}, {}};
     CoverChange change{
         {.covers = covers,

@@ -4,9 +4,12 @@
 #include "siblings/writetags/write_tags.h"
 #include "support/mp3_maker.h"
 #include "support/suite_fixture.h"
+#include "trackedit/unwritten_tags.h"
 
 #include <QFile>
 #include <QFileInfo>
+
+#include <sys/stat.h>
 
 namespace melovane::test {
 namespace {
@@ -235,6 +238,26 @@ TEST_F(WriteTagsTest, AFileThatFailsKeepsItsRowAndSaysWhy)
                 testing::UnorderedElementsAre(TagWriteFault::NotFound, TagWriteFault::ReadOnly,
                                               TagWriteFault::NoAudio, TagWriteFault::TagSize));
     EXPECT_FALSE(report.isComplete());
+}
+
+TEST_F(WriteTagsTest, WhatFailedIsKeptForTheConsoleUntilItIsWritten)
+{
+    const QString fid = add(tagged(), {.Titel = u"Neu"_s});
+    const QString other = add(tagged(), {.Titel = u"Neu"_s});
+    ASSERT_EQ(::chmod(QFile::encodeName(pathOf(fid)).constData(), 0444), 0);
+    run();
+    const auto kept = unwrittenOf(suite.files, suite.dataFolder(), fid);
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(kept->fault, TagWriteFault::ReadOnly);
+    EXPECT_EQ(kept->detail, u"Permission denied"_s);
+    EXPECT_FALSE(unwrittenOf(suite.files, suite.dataFolder(), other));
+    EXPECT_FALSE(unwrittenOf(suite.files, suite.dataFolder(), QString()));
+
+    ASSERT_EQ(::chmod(QFile::encodeName(pathOf(fid)).constData(), 0644), 0);
+    run();
+    EXPECT_FALSE(unwrittenOf(suite.files, suite.dataFolder(), fid));
+    suite.write(u"unwritten.txt"_s, QByteArray("\xFF\0\t\n\t\t\n", 7) + fid.toUtf8() + "\tnew\t\n");
+    EXPECT_EQ(unwrittenOf(suite.files, suite.dataFolder(), fid)->fault, TagWriteFault::Failed);
 }
 
 TEST_F(WriteTagsTest, ATrackThatIsChangedWhileItIsWrittenIsWrittenAgain)

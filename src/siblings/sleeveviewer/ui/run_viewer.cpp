@@ -34,6 +34,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// Where the window stood: keep.
+const QString kSection = u"SleeveViewer"_s;
+const QString kPlace = u"Place"_s;
+
 /// Everything that lives as long as the program, bottom to top.
 class ViewerProgram
 {
@@ -104,6 +108,10 @@ public:
         m_settings.WriteKeyValue(section::kMessageHandle.toString(), message::kViewerKey.toString(),
                                  QString::number(m_control->handle()));
     }
+
+    [[nodiscard]] QString place() const { return m_settings.GetKeyValue(kSection, kPlace, {}); }
+
+    void keepPlace(const QString& place) { m_settings.WriteKeyValue(kSection, kPlace, place); }
 
     /// \param image empty for the row of the console
     void show(const QString& image)
@@ -198,9 +206,12 @@ int runViewer(int argc, char** argv, const QString& image)
                        window.raise();
                        window.activateWindow();
                    });
+    window.takePlace(program.place());
     program.show(image);
     showAsStarted(window);
-    return QApplication::exec();
+    const int code = QApplication::exec();
+    program.keepPlace(window.placeText());
+    return code;
 }
 
 } // namespace melovane

@@ -8,9 +8,15 @@
 #include "siblings/sleeveviewer/ui/sleeve_stage.h"
 
 #include <QAction>
+#include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
 
 namespace melovane {
 
@@ -133,6 +139,46 @@ void SleeveWindow::refresh()
     setWindowTitle(m_viewer.title().isEmpty() ? program : m_viewer.title() + u" - "_s + program);
     for (const QString& command : {u"viewer.next"_s, u"viewer.previous"_s}) {
         m_bar->findChild<QToolButton*>(u"tool."_s + command)->setEnabled(m_viewer.hasOthers());
+    }
+}
+
+QString SleeveWindow::placeText() const
+{
+    // Before it was maximised, or filled the screen.
+    const QRect place = isMaximized() || isFullScreen() ? normalGeometry() : geometry();
+    const bool isLarge = isFullScreen() ? m_wasMaximised : isMaximized();
+    return u"%1,%2,%3,%4,%5"_s.arg(place.left())
+        .arg(place.top())
+        .arg(place.width())
+        .arg(place.height())
+        .arg(isLarge ? 1 : 0);
+}
+
+void SleeveWindow::takePlace(const QString& text)
+{
+    constexpr int kNumbers = 5;
+    // The part of a window that must be on a screen for the hand to get hold of it.
+    constexpr int kReachable = 100;
+    constexpr int kLargest = 32'000;
+    std::array<int, kNumbers> numbers{};
+    const QStringList parts = text.split(u',');
+    for (int i = 0; i < kNumbers; ++i) {
+        bool isNumber = parts.size() == kNumbers;
+        numbers[size_t(i)] = isNumber ? parts[i].toInt(&isNumber) : 0;
+        if (!isNumber || std::abs(numbers[size_t(i)]) > kLargest) {
+            return;
+        }
+    }
+    const QRect place(numbers[0], numbers[1], numbers[2], numbers[3]);
+    const QRect handle(place.topLeft(), QSize(place.width(), 1));
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    const bool isReachable =
+        std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
+            return screen->availableGeometry().intersected(handle).width() >= kReachable;
+        });
+    if (isReachable && place.height() >= kReachable) {
+        setGeometry(place);
+        setWindowState(numbers[4] == 1 ? Qt::WindowMaximized : Qt::WindowNoState);
     }
 }
 

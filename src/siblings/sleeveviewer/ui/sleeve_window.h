@@ -33,6 +33,14 @@ public:
     /// Shows what the viewer has now.
     void refresh();
 
+    /// Where the window stands, for the next run: left, top, width and height joined by commas, and
+    /// 1 behind them when it is maximised, else 0. It lies in the settings: keep.
+    [[nodiscard]] QString placeText() const;
+
+    /// Takes such a text. One that is damaged, or whose window no screen would show, changes
+    /// nothing.
+    void takePlace(const QString& text);
+
 private:
     QAction* addCommand(const QString& name,
                         const QList<QKeySequence>& keys,

@@ -17,6 +17,7 @@ namespace melovane {
 int runBench(int argc, char** argv, BenchMode mode)
 {
     QApplication application(argc, argv);
+    QtMessageLoop loop;
     BenchProgram program(mode);
     setLanguageOfDesktopTexts(application, program.texts().text(u"Sprach.Code"));
     Skin skin(application);
@@ -29,7 +30,7 @@ int runBench(int argc, char** argv, BenchMode mode)
         return 1;
     }
     const IconSet icons(skin);
-    QtMessageLoop loop;
+    program.addPlayer(loop);
     BenchWindow window(skin, icons, program.session(), loop, program.noteColours());
     showAsStarted(window);
     window.load();

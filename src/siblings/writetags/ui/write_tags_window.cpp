@@ -4,6 +4,7 @@
 #include "platform/system/readable_name.h"
 #include "siblings/writetags/write_report.h"
 #include "siblings/writetags/write_tags.h"
+#include "trackedit/unwritten_tags.h"
 
 #include <QFontMetrics>
 #include <QHBoxLayout>
@@ -172,7 +173,7 @@ void WriteTagsWindow::showReport()
     QList<QTreeWidgetItem*> rows;
     for (const UnwrittenFile& file : report.failures) {
         const QString path = readableName(shortened(file.path, kMaxShown));
-        auto* row = new QTreeWidgetItem({path, reasonText(m_texts, file)});
+        auto* row = new QTreeWidgetItem({path, unwrittenReason(m_texts, file.fault, file.detail)});
         row->setToolTip(0, path.toHtmlEscaped());
         row->setToolTip(1, row->text(1).toHtmlEscaped());
         rows.append(row);

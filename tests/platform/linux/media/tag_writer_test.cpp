@@ -1,4 +1,5 @@
 #include "platform/linux/linux_tag_writer.h"
+#include "platform/linux/tag_journal.h"
 #include "platform/linux/tag_reader.h"
 #include "raw_tag.h"
 #include "support/as_nobody.h"
@@ -238,6 +239,34 @@ TEST_F(TagWriterTest, AFileOfAFolderThatNobodyMayWriteIsWrittenAnewInItsPlace)
     }
     ASSERT_EQ(::chmod(folder.constData(), 0755), 0);
     EXPECT_EQ(leftovers(), QStringList());
+}
+
+TEST_F(TagWriterTest, AFileThatCannotBeRepairedKeepsNoOtherOneFromIt)
+{
+    const QString hopeless = writeTo(u"music/a.mp3"_s, m_tight);
+    const QString torn = writeTo(u"music/b.mp3"_s, m_roomy);
+    const QByteArray before = bytes(torn);
+    const QByteArray after = before.left(2048).replace(100, 500, QByteArray(500, 'n'));
+    const QByteArray folder = QFile::encodeName(m_folder.file(u"state"_s));
+    {
+        TagJournal journal(folder);
+        const QByteArray copy = journal.pathForCopy();
+        QFile cut(QFile::decodeName(copy));
+        ASSERT_TRUE(cut.open(QIODevice::WriteOnly));
+        journal.addRewrite(QFile::encodeName(hopeless), factsOf(hopeless), copy,
+                           QByteArray(9000, 'x'), 10, {});
+        journal.addOverwrite(QFile::encodeName(torn), factsOf(torn),
+                             {{0, before.left(2048), after}});
+        journal.sync();
+        journal.keep();
+    }
+    QFile file(torn);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_EQ(file.write(after.left(512)), 512);
+    file.close();
+    ASSERT_NE(bytes(torn), before);
+    LinuxTagWriter(m_folder.file(u"state"_s)).repair();
+    EXPECT_EQ(bytes(torn), before);
 }
 
 TEST_F(TagWriterTest, WhatMayNotBeWrittenIsToldAndStays)
