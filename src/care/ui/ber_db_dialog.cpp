@@ -4,7 +4,6 @@
 #include "platform/qt/icon_set.h"
 
 #include <QCheckBox>
-#include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -19,7 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// Width of the dialog in letters.
-constexpr int kWidth = 84;
+constexpr int kWidth = 96;
 
 /// A line that is lit while its step runs.
 class StepLine : public QWidget
@@ -33,6 +32,23 @@ protected:
         if (property("running").toBool()) {
             QPainter(this).fillRect(rect(), palette().color(QPalette::Highlight));
         }
+    }
+};
+
+/// Parts the steps from what belongs to two of them.
+class Hairline : public QWidget
+{
+public:
+    explicit Hairline(QWidget* parent)
+        : QWidget(parent)
+    {
+        setFixedHeight(1);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter(this).fillRect(rect(), palette().color(QPalette::Mid));
     }
 };
 
@@ -61,9 +77,7 @@ BerDbDialog::BerDbDialog(const ConfigObjects& texts, const IconSet& icons)
     column()->addSpacing(fontMetrics().height() / 2);
     for (int index = 0; index < kCleaningBoxes; ++index) {
         if (index == int(CleaningBox::Recycle)) {
-            auto* hairline = new QFrame(this);
-            hairline->setFrameShape(QFrame::HLine);
-            column()->addWidget(hairline);
+            column()->addWidget(new Hairline(this));
         }
         m_rows.push_back(makeRow(texts, index));
         column()->addWidget(m_rows.back().line);

@@ -28,7 +28,7 @@ enum Column
 };
 
 /// Widths of the columns in letters; the last one takes the rest.
-constexpr int kWidths[] = {34, 44, 18};
+constexpr int kWidths[] = {34, 44, 24};
 
 } // namespace
 
@@ -115,10 +115,12 @@ void RecyclerDialog::fillList(const std::vector<RecyclerView::Row>& rows)
     m_rows = rows;
     m_list->clear();
     QList<QTreeWidgetItem*> items;
+    const int rowHeight = fontMetrics().height() * 3 / 2;
     for (const RecyclerView::Row& row : rows) {
         auto* item = new QTreeWidgetItem({row.title, row.file, row.moment, row.note});
         item->setToolTip(kFile, row.file.toHtmlEscaped());
         item->setToolTip(kNote, row.note.toHtmlEscaped());
+        item->setSizeHint(kTitle, {0, rowHeight});
         items.append(item);
     }
     m_list->addTopLevelItems(items);

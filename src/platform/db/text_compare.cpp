@@ -18,10 +18,12 @@ char32_t letterAt(QStringView text, qsizetype& at)
     return first.unicode();
 }
 
-/// The next letter of UTF-8 without damaged bytes.
+/// The next letter of UTF-8; of damaged bytes any, but none behind the text is read.
 char32_t letterAt(std::string_view text, qsizetype& at)
 {
-    const auto next = [&] { return static_cast<unsigned char>(text[size_t(at++)]); };
+    const auto next = [&] {
+        return size_t(at) < text.size() ? static_cast<unsigned char>(text[size_t(at++)]) : 0U;
+    };
     const char32_t first = next();
     if (first < 0x80) {
         return first;
@@ -376,6 +378,11 @@ LikePattern::Outline LikePattern::outline() const
         result.kind = Outline::Kind::Begin;
     } else if (count == 3 && isAny(0) && isRun(1) && isAny(2)) {
         result.kind = Outline::Kind::Inside;
+    } else if (count > 2 && isRun(count - 2) && isAny(count - 1) &&
+               std::all_of(m_steps.begin(), m_steps.end() - 2,
+                           [](const Step& step) { return step.kind == Step::Kind::AnyLetter; })) {
+        result.kind = Outline::Kind::Behind;
+        result.skipped = int(count) - 2;
     }
     return result;
 }

@@ -64,10 +64,12 @@ public:
             Equal,   ///< exactly the text `begin`
             Begin,   ///< exactly the texts that begin with `begin`
             Inside,  ///< exactly the texts that hold `inside`
+            Behind,  ///< exactly the texts that have `inside` behind their first `skipped` letters
             Other    ///< each match begins with `begin` and holds `inside`, but has to be tried
         } kind = Kind::Other;
-        QString begin;  ///< in the form of fold(); may be empty
-        QString inside; ///< likewise
+        QString begin;   ///< in the form of fold(); may be empty
+        QString inside;  ///< likewise
+        int skipped = 0; ///< only for Behind
     };
 
     [[nodiscard]] Outline outline() const;

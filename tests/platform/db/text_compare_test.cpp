@@ -318,6 +318,22 @@ TEST(LikePattern, FoldedBytesMatchAsTheFoldedTextDoes)
     EXPECT_GT(matches, 1000);
 }
 
+TEST(LikePattern, DamagedFoldedBytesMatchWithoutHarm)
+{
+    for (const std::string& text :
+         {std::string("\xF0"), std::string("a\xE4\xBA"), std::string("\x80\x80"),
+          std::string("\xFF"), std::string("\xC3")}) {
+        // Memory that ends with the text.
+        const std::vector<char> bytes(text.begin(), text.end());
+        for (const QString& pattern :
+             {u"?"_s, u"*?"_s, u"*[ä]*"_s, u"??*"_s, u"[!a]#"_s, u"*ä"_s, u"?*a"_s}) {
+            const bool matches =
+                LikePattern(pattern).matchesFoldedUtf8({bytes.data(), bytes.size()});
+            EXPECT_TRUE(matches || pattern.size() > 1 || text.size() > 1) << pattern.toStdString();
+        }
+    }
+}
+
 TEST(LikePattern, LongTextsMatchAsBytesToo)
 {
     const QByteArray text = QByteArray(1000, 'x') + "Ä";

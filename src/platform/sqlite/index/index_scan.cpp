@@ -158,19 +158,17 @@ MLV_AVX2 inline quint64 maskAvx2(__m256i low, __m256i high)
            quint64(unsigned(_mm256_movemask_epi8(high))) << 32;
 }
 
-/// Places in a block where all probes stand right.
+/// 32 bytes of ones where all probes stand right.
 template <std::size_t Probes>
-MLV_AVX2 inline quint64
+MLV_AVX2 inline __m256i
 hitsAvx2(const char* const (&at)[3], std::size_t offset, const __m256i (&wanted)[3])
 {
-    __m256i low = _mm256_cmpeq_epi8(loadAvx2(at[0] + offset), wanted[0]);
-    __m256i high = _mm256_cmpeq_epi8(loadAvx2(at[0] + offset + 32), wanted[0]);
+    __m256i hits = _mm256_cmpeq_epi8(loadAvx2(at[0] + offset), wanted[0]);
     for (std::size_t probe = 1; probe < Probes; ++probe) {
-        const char* const next = at[probe] + offset;
-        low = _mm256_and_si256(low, _mm256_cmpeq_epi8(loadAvx2(next), wanted[probe]));
-        high = _mm256_and_si256(high, _mm256_cmpeq_epi8(loadAvx2(next + 32), wanted[probe]));
+        hits =
+            _mm256_and_si256(hits, _mm256_cmpeq_epi8(loadAvx2(at[probe] + offset), wanted[probe]));
     }
-    return maskAvx2(low, high);
+    return hits;
 }
 
 template <std::size_t Probes> MLV_AVX2 void passAvx2(Pass& pass)
@@ -185,10 +183,14 @@ template <std::size_t Probes> MLV_AVX2 void passAvx2(Pass& pass)
     const bool isProbed = piece.isProbed();
     const __m256i textEnd = _mm256_set1_epi8(kTextEnd);
     for (const std::size_t end = pass.wholeBlocks(); pass.block < end; ++pass.block) {
-        quint64 hits = hitsAvx2<Probes>(at, pass.block * kBlock, wanted);
-        if ((hits | pass.carry) == 0) {
+        const std::size_t offset = pass.block * kBlock;
+        const __m256i low = hitsAvx2<Probes>(at, offset, wanted);
+        const __m256i high = hitsAvx2<Probes>(at, offset + kBlock / 2, wanted);
+        const __m256i any = _mm256_or_si256(low, high);
+        if (pass.carry == 0 && _mm256_testz_si256(any, any) != 0) {
             continue;
         }
+        quint64 hits = maskAvx2(low, high);
         if (!isProbed) {
             hits = confirmed(hits, pass);
         }

@@ -227,6 +227,26 @@ void IndexTexts::addHolding(const QString& folded, IndexBits& values) const
     }
 }
 
+void IndexTexts::addBehind(int skipped, const QString& folded, IndexBits& values) const
+{
+    const QByteArray bytes = folded.toUtf8();
+    const std::string_view piece = viewOf(bytes);
+    const char* at = m_letters.begin();
+    for (quint32 number = 0; number < count(); ++number) {
+        const char* const end = m_letters.begin() + m_ends[number];
+        for (int left = skipped; left > 0 && at < end; --left) {
+            // Bytes that go on with a letter; the end of a text is none.
+            for (++at; (*at & 0xC0) == 0x80; ++at) {
+            }
+        }
+        if (*at == piece.front() &&
+            std::string_view(at, std::size_t(end - at)).starts_with(piece)) {
+            values.set(number + 1);
+        }
+        at = end + 1;
+    }
+}
+
 void IndexTexts::addMatching(const textcompare::LikePattern& pattern, IndexBits& values) const
 {
     const auto outline = pattern.outline();
@@ -247,6 +267,8 @@ void IndexTexts::addMatching(const textcompare::LikePattern& pattern, IndexBits&
         return;
     case Kind::Inside:
         return addHolding(outline.inside, values);
+    case Kind::Behind:
+        return addBehind(outline.skipped, outline.inside, values);
     case Kind::Other:
         break;
     }

@@ -53,6 +53,7 @@ private:
     [[nodiscard]] std::pair<quint32, quint32> beginningAlike(const QString& folded) const;
     void addBeginning(const QString& folded, IndexBits& values) const;
     void addHolding(const QString& folded, IndexBits& values) const;
+    void addBehind(int skipped, const QString& folded, IndexBits& values) const;
     template <typename Test> void keep(IndexBits& values, const Test& test) const;
 
     IndexArray<char> m_letters;

@@ -291,6 +291,25 @@ TEST_F(ColumnIndexSnapshot, APieceWithRightChecksumsAndWrongNumbersIsRefused)
     EXPECT_TRUE(refuses(&IndexColumnParts::numbers, std::vector<double>{1, std::nan("")}));
 }
 
+TEST_F(ColumnIndexSnapshot, TextsThatDoNotEndWhereTheirColumnSaysAreRefused)
+{
+    using namespace sqlite;
+    const auto takes = [](std::string_view letters, std::vector<quint32> textEnds) {
+        IndexColumnParts parts;
+        parts.letters = IndexArray(std::vector<char>(letters.begin(), letters.end()));
+        parts.textEnds = IndexArray(std::move(textEnds));
+        parts.values = IndexArray(std::vector<quint32>{1, 2, 0});
+        parts.ends = IndexArray(std::vector<quint32>{1, 2, 3});
+        parts.rows = IndexArray(std::vector<quint32>{2, 0, 1});
+        return IndexColumn::fromParts(std::move(parts), 3) != nullptr;
+    };
+    EXPECT_TRUE(takes("ab\xFFz\xFF", {2, 4}));
+    EXPECT_FALSE(takes("ab\xFFz\xFF", {2, 3}));
+    EXPECT_FALSE(takes("ab\xFFz\xFF", {2, 400}));
+    EXPECT_FALSE(takes("ab\xFFz\xFF\xFF", {2, 4}));
+    EXPECT_FALSE(takes("abzzz", {2, 4}));
+}
+
 /// The file with other numbers in one of its pieces and with the checksums that belong to them.
 class Forgery
 {
