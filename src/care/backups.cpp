@@ -51,7 +51,8 @@ bool isOfDisk(const DbError& error)
 bool isUnreadable(const DbError& error)
 {
     constexpr std::array kNumbers{dberror::kCorrupt, dberror::kUnrecognisedFormat,
-                                  dberror::kFileNotFound, dberror::kPreviousEngineFile};
+                                  dberror::kFileNotFound, dberror::kPreviousEngineFile,
+                                  dberror::kOther};
     return std::find(kNumbers.begin(), kNumbers.end(), error.number()) != kNumbers.end();
 }
 
