@@ -32,7 +32,8 @@ bool anyCanBeMended(const std::vector<Finding>& findings)
 bool needsBackup(const std::vector<Finding>& findings)
 {
     return std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
-        return finding.flaw == Flaw::Unreadable || finding.flaw == Flaw::PageDamaged;
+        return finding.flaw == Flaw::Unreadable || finding.flaw == Flaw::PageDamaged ||
+               finding.flaw == Flaw::TableLost;
     });
 }
 

@@ -17,6 +17,8 @@ QString keyOf(Flaw flaw)
         return u"check.PageDamaged"_s;
     case Flaw::IndexDamaged:
         return u"check.IndexDamaged"_s;
+    case Flaw::TableLost:
+        return u"check.TableLost"_s;
     case Flaw::CountWrong:
         return u"check.CountWrong"_s;
     case Flaw::EntryWithoutTrack:

@@ -47,6 +47,9 @@ const QString kListsThatAreMissing =
 const QString kStoredLists =
     u"select NID from pl_name where sicherung=false and anzahl>0 order by NID"_s;
 
+/// What every library has had from its beginning, and the user cannot remove.
+constexpr std::array kNeverEmpty{u"genre", u"config", u"db_version", u"TreeErweitertConfig"};
+
 /// What SQLite keeps beside a file. Left behind it would be played into the next one.
 constexpr std::array kJournals{u"-wal", u"-shm", u"-journal"};
 
@@ -65,6 +68,7 @@ bool canBeMended(Flaw flaw)
         return true;
     case Flaw::Unreadable:
     case Flaw::PageDamaged:
+    case Flaw::TableLost:
     case Flaw::EntryWithoutTrack:
     case Flaw::PlayWithoutTrack:
     case Flaw::TrackWithoutId:
@@ -120,8 +124,20 @@ bool LibraryCheck::checkFile(DatabaseCare::Depth depth, const SliceStep& step)
 
 void LibraryCheck::checkRows(Database& database)
 {
+    checkTables(database);
     checkCounts(database);
     checkOrphans(database);
+}
+
+/// The engine has no checksums: a page of nothing in place of a small table's only one is whole.
+void LibraryCheck::checkTables(Database& database)
+{
+    for (const QStringView table : kNeverEmpty) {
+        const QString name = table.toString();
+        if (database.OpenRecordset(u"select top 1 * from "_s + name)->Eof()) {
+            add(Flaw::TableLost, name);
+        }
+    }
 }
 
 void LibraryCheck::checkCounts(Database& database)

@@ -23,6 +23,7 @@ enum class Flaw
     Unreadable,        ///< the file cannot be opened, or no row of it: sentence of the fault
     PageDamaged,       ///< a page or a row: what the engine says
     IndexDamaged,      ///< an index does not agree with its rows: what the engine says
+    TableLost,         ///< a table that is never empty has no rows: its name
     CountWrong,        ///< a list has not as many entries as it says: its name
     EntryWithoutTrack, ///< entries of tracks that are not in the library: how many
     EntryWithoutList,  ///< entries that no list shows: how many
@@ -88,6 +89,7 @@ public:
 private:
     [[nodiscard]] bool checkFile(DatabaseCare::Depth depth, const SliceStep& step);
     void checkRows(Database& database);
+    void checkTables(Database& database);
     void checkCounts(Database& database);
     void checkOrphans(Database& database);
     void addCount(Database& database, Flaw flaw, const QString& statement);

@@ -71,6 +71,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"check.Unreadable", u"Die Datei kann nicht gelesen werden: $1"},
     {u"check.PageDamaged", u"Die Datei ist beschädigt: $1"},
     {u"check.IndexDamaged", u"Ein Index passt nicht zu seinen Zeilen: $1"},
+    {u"check.TableLost", u"Eine Tabelle hat ihre Zeilen verloren: $1"},
     {u"check.CountWrong", u"Die Zahl der Einträge stimmt nicht: $1"},
     {u"check.EntryWithoutTrack",
      u"Einträge von Titeln, die es nicht mehr gibt: $1 "

@@ -1,12 +1,15 @@
 #include "trees/directory_rows.h"
 
 #include "platform/db/database.h"
+#include "platform/db/kept_text.h"
 #include "trees/named_rows.h"
 #include "trees/tree_key.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <string>
+#include <string_view>
 
 namespace melovane {
 
@@ -17,9 +20,42 @@ namespace {
 /// Value of `Drive` for an optical disc.
 constexpr int kDisc = 4;
 
-/// The columns that directoryRow() reads, in their order.
+/// The columns that are read, in the order of Column.
 const QString kFolderColumns =
     u"rLevel, Name, Path, vName, Drive, anzahl, BAnzahl, imgkey, favorit"_s;
+
+enum Column
+{
+    Level,
+    Name,
+    Path,
+    Volume,
+    Drive,
+    Own,
+    Total,
+    Picture,
+    Favourite
+};
+
+/// The longest text of a count: two numbers with what stands around them.
+constexpr std::size_t kCountSize = 32;
+
+/// "[12]", "[12 - 30]" with those of folders below it. \return its letters
+std::size_t writeCount(int own, int total, std::array<char, kCountSize>& text)
+{
+    char* at = text.data();
+    const auto write = [&](int number) {
+        at = std::to_chars(at, text.data() + text.size(), number).ptr;
+    };
+    *at++ = '[';
+    write(own > 0 ? own : total);
+    if (own > 0 && total > 0 && total != own) {
+        at = std::copy_n(" - ", 3, at);
+        write(total);
+    }
+    *at++ = ']';
+    return std::size_t(at - text.data());
+}
 
 /// Pictures by the `imgkey` of a row. There are few, and each text is made once.
 class PictureNames
@@ -41,26 +77,53 @@ private:
     std::vector<std::pair<std::string, QString>> m_names;
 };
 
-/// A folder of `tree_dir` with its tick and its key.
-TreeRow directoryRow(const WalkedRow& cells, PictureNames& pictures)
+/// The rows of `tree_dir` with their ticks and keys.
+class DirectoryRows
 {
-    const FolderText folder{int(cells.number(0)),     cells.text(1),        cells.text(3),
-                            cells.number(4) == kDisc, int(cells.number(5)), int(cells.number(6))};
-    const QString path = cells.text(2);
-    const bool isDiscFolder = folder.isDisc && folder.own > 0;
-    TreeRow row = treerows::row(folder.level, {},
-                                isDiscFolder ? treekey::discDirectory(folder.volume, path)
-                                             : treekey::directory(path),
-                                pictures.of(cells, 7));
-    row.heading = folder.level == 0;
-    const QString count = folder.count();
-    row.text = folder.title() + count;
-    row.countLetters = int(count.size());
-    if (folder.own > 0 && !folder.isDisc) {
-        row.tick = treerows::tickOf(cells.number(8) != 0);
+public:
+    [[nodiscard]] TreeRow row(const WalkedRow& cells)
+    {
+        const auto level = int(cells.number(Level));
+        const bool isDisc = cells.number(Drive) == kDisc;
+        const auto own = int(cells.number(Own));
+        TreeRow row;
+        row.level = level;
+        row.heading = level == 0;
+        row.picture = m_pictures.of(cells, Picture);
+        row.key = isDisc && own > 0 ? treekey::discDirectory(cells.text(Volume), cells.text(Path))
+                                    : treekey::directory(cells.text(Path));
+        if (isDisc || level == 0) {
+            const FolderText folder{level, cells.text(Name),        cells.text(Volume), isDisc,
+                                    own,   int(cells.number(Total))};
+            const QString count = folder.count();
+            row.text = folder.title() + count;
+            row.countLetters = int(count.size());
+        } else {
+            setText(row, cells.bytes(Name), own, int(cells.number(Total)));
+        }
+        if (own > 0 && !isDisc) {
+            row.tick = treerows::tickOf(cells.number(Favourite) != 0);
+        }
+        return row;
     }
-    return row;
-}
+
+private:
+    /// As FolderText words it. Nearly all rows of a large library are such: a text is put together
+    /// as the file keeps it and made once.
+    void setText(TreeRow& row, std::string_view name, int own, int total)
+    {
+        std::array<char, kCountSize> count{};
+        const std::size_t letters = writeCount(own, total, count);
+        m_bytes.assign(name);
+        m_bytes += ' ';
+        m_bytes.append(count.data(), letters);
+        row.text = keptText(m_bytes);
+        row.countLetters = int(letters);
+    }
+
+    PictureNames m_pictures;
+    std::string m_bytes;
+};
 
 /// Room for the rows of `tree_dir`; an estimate, for its numbers may have gaps.
 std::size_t roomForFolders(Database& database)
@@ -80,19 +143,9 @@ std::size_t roomForFolders(Database& database)
 
 QString FolderText::count() const
 {
-    // Written in place: a large library has some 100,000 folders.
-    std::array<char, 32> text{'['};
-    char* at = text.data() + 1;
-    const auto write = [&](int number) {
-        at = std::to_chars(at, text.data() + text.size(), number).ptr;
-    };
-    write(own > 0 ? own : total);
-    if (own > 0 && total > 0 && total != own) {
-        at = std::copy_n(" - ", 3, at);
-        write(total);
-    }
-    *at++ = ']';
-    return QString::fromLatin1(text.data(), at - text.data());
+    std::array<char, kCountSize> text{};
+    const std::size_t letters = writeCount(own, total, text);
+    return QString::fromLatin1(text.data(), qsizetype(letters));
 }
 
 QString FolderText::title() const
@@ -108,10 +161,9 @@ QString FolderText::title() const
 void treerows::addFolders(Database& database, std::vector<TreeRow>& rows)
 {
     rows.reserve(rows.size() + roomForFolders(database));
-    PictureNames pictures;
-    database.walkRows(
-        "select "_L1 + kFolderColumns + " from tree_dir order by id asc"_L1,
-        [&](const WalkedRow& cells) { rows.push_back(directoryRow(cells, pictures)); });
+    DirectoryRows made;
+    database.walkRows("select "_L1 + kFolderColumns + " from tree_dir order by id asc"_L1,
+                      [&](const WalkedRow& cells) { rows.push_back(made.row(cells)); });
 }
 
 } // namespace melovane

@@ -120,7 +120,11 @@ LibraryRequest libraryRequest(const ClickValues& click)
 
 QString directory(const QString& path)
 {
-    return u"DIR?Path??"_s + path + u'*';
+    // Asked for each folder of a library: one piece of memory instead of two.
+    constexpr QStringView kHead = u"DIR?Path??";
+    QString key;
+    key.reserve(kHead.size() + path.size() + 1);
+    return key.append(kHead).append(path).append(u'*');
 }
 
 QString discDirectory(const QString& volume, const QString& path)

@@ -86,6 +86,7 @@ TEST_F(FindWindow, AFolderIsSearchedAndItsRulesAreAppliedByMouse)
     addRow(u"Jazz/weg.mp3"_s, 1);
     open();
     EXPECT_TRUE(child<QLabel>(u"lblSentence"_s)->text().startsWith(u"3 Titel zeigen"_s));
+    EXPECT_TRUE(child<QPushButton>(u"cmdSearch"_s)->hasFocus());
     EXPECT_EQ(shown(u"TDBGridRules"_s, 0, foundcolumn::kNewFolder), u"kein Ordner gefunden"_s);
     click(u"cmdSearch"_s);
     EXPECT_EQ(child<QLabel>(u"lblFound"_s)->text(), u"2 von 3 gefunden"_s);

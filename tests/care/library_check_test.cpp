@@ -71,6 +71,12 @@ TEST_F(Checked, AWholeLibraryHasNoFindings)
     EXPECT_EQ(found(), Findings());
 }
 
+TEST_F(Checked, ATableThatHasLostItsRowsIsTold)
+{
+    suite.execute(u"delete from genre"_s);
+    EXPECT_EQ(found(), (Findings{{Flaw::TableLost, u"genre"_s}}));
+}
+
 TEST_F(Checked, ACountThatIsWrongIsNamedAndMended)
 {
     suite.execute(u"update pl_name set anzahl=7"_s);

@@ -279,6 +279,32 @@ TEST_F(TagBenchWindow, ADroppedPictureIsTakenAndABadOneIsTold)
     EXPECT_TRUE(QTest::qWaitFor([this] { return session->tracks().changedCells() == 1; }));
 }
 
+TEST_F(TagBenchWindow, PagesFieldsAndButtonsHaveKeysOfTheirOwn)
+{
+    add(u"a.mp3"_s, u"Eins"_s);
+    open();
+    const auto press = [this](Qt::Key key) {
+        QTest::keyClick(window->windowHandle(), key, Qt::AltModifier);
+    };
+    press(Qt::Key_U);
+    EXPECT_EQ(find<QTabBar>(u"TabStrip1"_s)->currentIndex(), 1);
+    press(Qt::Key_Z);
+    EXPECT_EQ(find<QTabBar>(u"TabStrip1"_s)->currentIndex(), 2);
+    press(Qt::Key_C);
+    EXPECT_TRUE(onPage<QLineEdit>(u"replace"_s, u"txtFind"_s)->hasFocus());
+    press(Qt::Key_R);
+    EXPECT_TRUE(onPage<QLineEdit>(u"replace"_s, u"txtReplace"_s)->hasFocus());
+    press(Qt::Key_M);
+    EXPECT_EQ(find<QTabBar>(u"TabStrip1"_s)->currentIndex(), 3);
+    press(Qt::Key_D);
+    press(Qt::Key_V);
+    EXPECT_TRUE(onPage<QLineEdit>(u"names"_s, u"txtTemplate"_s)->hasFocus());
+    press(Qt::Key_E);
+    EXPECT_EQ(session->tracks().changedCells(), 0) << "there is no cover to take off";
+    press(Qt::Key_S);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
+}
+
 TEST_F(TagBenchWindow, FieldsComeFromTheNamesOfTheFiles)
 {
     const QString one = add(u"03_Die Zwei - Das Lied.mp3"_s, u"x"_s);

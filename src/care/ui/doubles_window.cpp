@@ -91,6 +91,7 @@ void DoublesWindow::buildHead(QVBoxLayout& column, const IconSet& icons)
     auto* row = new QHBoxLayout;
     const int line = fontMetrics().height();
     row->setContentsMargins(line, line * 2 / 3, line, line * 2 / 3);
+    row->setSpacing(line * 2 / 3);
     m_sentence = careparts::makeLabel(u"lblSentence"_s, this);
     m_sound = makeBox(u"checkSound"_s, m_texts.text(u"double.search.audio"_s), this);
     m_names = makeBox(u"checkNames"_s, m_texts.text(u"double.search.names"_s), this);

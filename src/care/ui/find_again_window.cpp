@@ -225,8 +225,12 @@ void FindAgainWindow::showRules()
         m_timer->start();
         m_trackRows.show(-1, false);
     }
+    const bool isLoaded = state == FindAgain::State::Ready && m_shown == FindAgain::State::Loading;
     m_shown = state;
     showState();
+    if (isLoaded && m_search->isEnabled()) {
+        m_search->setFocus(); // it was off while the files were counted
+    }
 }
 
 void FindAgainWindow::showPreview(qint64 rule)

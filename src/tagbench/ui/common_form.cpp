@@ -74,6 +74,7 @@ CommonForm::CommonForm(const Skin& skin,
                        QWidget* parent)
     : Panel(skin, parent)
     , m_skin(skin)
+    , m_icons(icons)
     , m_session(session)
     , m_fold(new QToolButton(this))
     , m_for(new QLabel(this))
@@ -139,7 +140,7 @@ void CommonForm::setFolding(bool on)
 void CommonForm::fold()
 {
     const bool isIn = m_fold->isVisibleTo(this) && !m_fold->isChecked();
-    m_fold->setArrowType(isIn ? Qt::RightArrow : Qt::DownArrow);
+    m_fold->setIcon(m_icons.icon(isIn ? u"tree.collaps.open"_s : u"tree.collaps.close"_s));
     m_scroll->setVisible(!isIn);
     setMaximumHeight(isIn ? sizeHint().height() : QWIDGETSIZE_MAX);
 }

@@ -57,6 +57,7 @@ private:
     void fold();
 
     const Skin& m_skin;
+    const IconSet& m_icons;
     BenchSession& m_session;
     std::vector<int> m_chosen;
     std::vector<Line> m_lines;

@@ -24,6 +24,15 @@ namespace {
 /// Least width of the left side in letters.
 constexpr int kLeft = 48;
 
+/// Least width of a column that takes what is left, in figures.
+constexpr double kLeastStretched = 14;
+
+/// A caption without the mark of its key.
+QString plain(QString caption)
+{
+    return caption.remove(u'&');
+}
+
 /// Of a column whose texts are whole, in figures: its longest one, its picture and its edges.
 double narrowWidth(const Preview& preview, int column)
 {
@@ -97,7 +106,7 @@ QLineEdit* PreviewPage::addLine(const QString& name, const QString& caption)
     label->setProperty("second", true);
     auto* line = new QLineEdit(this);
     line->setObjectName(name);
-    line->setAccessibleName(caption);
+    line->setAccessibleName(plain(caption));
     label->setBuddy(line);
     m_choices->addWidget(label);
     m_choices->addWidget(line);
@@ -219,14 +228,15 @@ void PreviewPage::arrangeColumns()
     delete m_grid;
     m_grid = new DataGrid(m_skin, m_icons, m_right);
     m_grid->setObjectName(u"TDBGrid2"_s);
-    m_grid->setAccessibleName(title());
+    m_grid->setAccessibleName(plain(title()));
     std::vector<GridColumn> columns;
     for (int index = 0; index < m_headings.size(); ++index) {
         const bool isNarrow = m_ticks ? index == 1 : index == m_headings.size() - 1;
-        columns.push_back({.field = QString::number(index),
-                           .heading = m_headings[index],
-                           .width = isNarrow ? narrowWidth(m_rows.preview(), index) : 30.0,
-                           .stretched = !isNarrow});
+        columns.push_back(
+            {.field = QString::number(index),
+             .heading = m_headings[index],
+             .width = isNarrow ? narrowWidth(m_rows.preview(), index) : kLeastStretched,
+             .stretched = !isNarrow});
     }
     m_grid->setSource(m_rows, m_look, columns);
     m_grid->setDragEnabled(false);
