@@ -200,6 +200,12 @@ void frmBerDB::cmdOk()
     m_moved = 0;
     m_steps = int(std::count_if(m_view.boxes.begin(), m_view.boxes.end() - 1,
                                 [](const BerDbView::Box& shown) { return shown.isTicked; }));
+    show();
+    if (!m_parts.backUp()) {
+        m_isCancelled = true;
+        finish({});
+        return;
+    }
     QString fault;
     try {
         runBoxes();

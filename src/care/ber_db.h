@@ -59,6 +59,8 @@ struct BerDbParts
     Worker& worker;
     std::function<std::unique_ptr<DBEngine>()> makeEngine; ///< for the worker
     RecycleTools recycler;
+    /// Keeps the library as it is before a run; false when the user does not want to begin.
+    std::function<bool()> backUp;
     std::function<void()> forgetSteps; ///< of the lists: they cannot be taken back any more
     std::function<void()> changed;     ///< rows of the library are others now
     std::function<void()> rebuildTrees;

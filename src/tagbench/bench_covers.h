@@ -4,6 +4,7 @@
 #include "trackedit/former_cover.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QHash>
 #include <QString>
 

@@ -113,6 +113,11 @@ protected:
                              .homeFolder = home.path(),
                              .systemName =
                                  [](const QString& path) { return linuxnames::encode(path); }},
+                .backUp =
+                    [this] {
+                        ++backups;
+                        return wantsRun;
+                    },
                 .forgetSteps = [this] { ++forgotten; },
                 .changed = [this] { ++changes; },
                 .rebuildTrees = [this] { ++treesRebuilt; },
@@ -143,6 +148,8 @@ protected:
     Loop loop;
     AtOnce worker;
     int forgotten = 0;
+    int backups = 0;
+    bool wantsRun = true; ///< what the user says when there is no backup
     frmBerDB dialog;
 };
 

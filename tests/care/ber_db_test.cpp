@@ -284,6 +284,21 @@ TEST_F(BerDbTest, AStatementThatFailsUndoesItsStepAlone)
     EXPECT_EQ(count(kRemembered), 0);
 }
 
+TEST_F(BerDbTest, EachRunBeginsWithABackupAndNoneWhenTheUserDoesNotWantItWithout)
+{
+    addTrack({.DEL = -1});
+    wantsRun = false;
+    run({0});
+    EXPECT_EQ(count(u"db_all"_s), 1);
+    EXPECT_TRUE(form.shown.boxes[0].isTicked);
+    EXPECT_TRUE(form.shown.boxes[0].isEnabled);
+    EXPECT_FALSE(form.shown.isRunning);
+    wantsRun = true;
+    dialog.cmdOk();
+    EXPECT_EQ(count(u"db_all"_s), 0);
+    EXPECT_EQ(backups, 2);
+}
+
 TEST_F(BerDbTest, NoStepOfTheListsBringsEntriesOfRemovedTracksBack)
 {
     const QString removed = addTrack({.DEL = -1});

@@ -9,7 +9,11 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     , desk(room)
     , suite(talk)
     , lists(steps)
-    , cleaning(base, room, talk, steps)
+    , cleaning(base,
+               room,
+               talk,
+               steps,
+               [this] { return safety.backups.makeBefore(BackupOccasion::Cleaning); })
     , found(base, room, talk, steps, cleaning.recycler())
     , safety(base, room, talk)
 {}

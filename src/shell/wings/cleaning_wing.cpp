@@ -32,11 +32,16 @@ const Clock& clockOfWorkers()
 
 } // namespace
 
-CleaningWing::CleaningWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
+CleaningWing::CleaningWing(Machine& base,
+                           Desk& room,
+                           SuiteWing& talk,
+                           ListsWing& steps,
+                           std::function<bool()> before)
     : machine(base)
     , desk(room)
     , suite(talk)
     , lists(steps)
+    , backUp(std::move(before))
     , missing(missingParts())
 {}
 
@@ -90,6 +95,7 @@ void CleaningWing::clean()
                        .worker = m_worker,
                        .makeEngine = beside().makeEngine,
                        .recycler = recycler(),
+                       .backUp = backUp,
                        .forgetSteps = [this] { lists.history.clear(); },
                        .changed = [this] { libraryChanged(); },
                        .rebuildTrees = [this] { suite.commands.rebuildTrees(); },

@@ -16,7 +16,13 @@ struct SuiteWing;
 /// Missing files, cleaning, and the way back from the recycle folder.
 struct CleaningWing
 {
-    CleaningWing(Machine& machine, Desk& desk, SuiteWing& suite, ListsWing& lists);
+    /// \param backUp keeps the library as it is before a work that may lose rows; false when the
+    ///               user does not want to begin
+    CleaningWing(Machine& machine,
+                 Desk& desk,
+                 SuiteWing& suite,
+                 ListsWing& lists,
+                 std::function<bool()> backUp);
 
     /// What their menu entries do.
     [[nodiscard]] CareCommands commands();
@@ -28,6 +34,7 @@ struct CleaningWing
     Desk& desk;
     SuiteWing& suite;
     ListsWing& lists;
+    std::function<bool()> backUp;
     QtLiveWait wait;
     MissingFiles missing;
 
