@@ -90,11 +90,6 @@ void Intake::work(std::chrono::steady_clock::time_point deadline)
     case State::Opening:
         open();
         break;
-    case State::Knowing:
-        if (!m_moved->read()) {
-            m_state = State::Listing;
-        }
-        break;
     case State::Listing:
         list();
         break;
@@ -118,7 +113,8 @@ void Intake::open()
     if (m_order.mode == IntakeMode::NewFiles) {
         m_library->beginComparing();
         m_walk = std::make_unique<FolderWalk>(m_parts.files, m_order.folders, m_unreached);
-        m_moved = std::make_unique<MovedRows>(m_library->database(), m_parts.files);
+        m_moved = std::make_unique<MovedRows>(m_library->database(), m_parts.files,
+                                              [this](const QString& fid) { return isGone(fid); });
     } else {
         m_library->openStored();
         m_progress.total = m_library->storedCount();
@@ -126,7 +122,7 @@ void Intake::open()
     if (m_parts.audio && m_parts.soundFiles) {
         m_sounds.emplace(*m_parts.soundFiles, m_order.database);
     }
-    m_state = m_moved ? State::Knowing : State::Listing;
+    m_state = State::Listing;
 }
 
 void Intake::list()
@@ -306,6 +302,12 @@ void Intake::keepSound(const QString& fid, const ReadFile& read)
     }
 }
 
+bool Intake::isGone(const QString& fid)
+{
+    const auto row = m_library->placeOf(fid);
+    return row && row->DriveTyp != kDisc && !fileOf(row->Path, row->DName);
+}
+
 bool Intake::followMoved(const ReadFile& read, const ImportedTrack& track)
 {
     // A tag that says whose it is needs no likeness.
@@ -313,16 +315,14 @@ bool Intake::followMoved(const ReadFile& read, const ImportedTrack& track)
     if (fids.isEmpty() || m_library->hasFile(track)) {
         return false;
     }
-    for (const QString& fid : fids) {
-        const auto row = m_library->placeOf(fid);
-        if (row && row->DriveTyp != kDisc && !fileOf(row->Path, row->DName)) {
-            m_library->move(*row, track);
-            note(&Portion::moved, read.pending.file.path());
-            keepSound(fid, read);
-            return true;
-        }
+    const auto row = m_library->placeOf(fids.first());
+    if (!row) {
+        return false;
     }
-    return false;
+    m_library->move(*row, track);
+    note(&Portion::moved, read.pending.file.path());
+    keepSound(row->FID, read);
+    return true;
 }
 
 void Intake::writeNew(const ReadFile& read)

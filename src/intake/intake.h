@@ -92,7 +92,6 @@ private:
     enum class State
     {
         Opening,
-        Knowing, ///< the library is read for what may have moved
         Listing,
         Reading,
         Finishing,
@@ -126,6 +125,8 @@ private:
     void writeNew(const ReadFile& read);
     /// Whether the file is the new place of a row whose own file is gone; the row is written then.
     [[nodiscard]] bool followMoved(const ReadFile& read, const ImportedTrack& track);
+    /// Whether a row that is on no disc has lost its file.
+    [[nodiscard]] bool isGone(const QString& fid);
     void keepSound(const QString& fid, const ReadFile& read);
     void writeChanged(const ReadFile& file);
     /// A file whose tag holds the identifier of that row.

@@ -2,21 +2,21 @@
 
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
+#include "platform/db/row_walk.h"
 #include "platform/db/sql_text.h"
 #include "platform/db/text_compare.h"
 #include "platform/system/files.h"
 #include "store/kept_sounds.h"
 
 #include <algorithm>
+#include <string>
+#include <utility>
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// Rows read at once: a few milliseconds.
-constexpr int kRowsPerRead = 5000;
 
 bool isSmaller(qint64 one, qint64 other)
 {
@@ -25,34 +25,25 @@ bool isSmaller(qint64 one, qint64 other)
 
 } // namespace
 
-MovedRows::MovedRows(Database& database, const Files& files)
+MovedRows::MovedRows(Database& database, const Files& files, IsGone isGone)
     : m_database(database)
-    , m_reading(
-          database.OpenRecordset(u"select FID, DLen, DTimeMsec from db_all where drivetyp<>4"_s))
+    , m_isGone(std::move(isGone))
     , m_sounds(KeptSounds::read(files, database.Name()))
 {
+    database.walkRows(u"select FID, DLen, DTimeMsec from db_all where drivetyp<>4"_s,
+                      [this](const WalkedRow& row) { addRow(row); });
+    std::ranges::sort(m_rows, isSmaller, &Row::size);
     for (auto sound = m_sounds.cbegin(); sound != m_sounds.cend(); ++sound) {
         m_bySound.insert(sound->bytes, sound.key());
     }
 }
 
-MovedRows::~MovedRows() = default;
-
-bool MovedRows::read()
+void MovedRows::addRow(const WalkedRow& row)
 {
-    for (int i = 0; i < kRowsPerRead && m_reading && !m_reading->Eof();
-         ++i, m_reading->MoveNext()) {
-        const QString fid = m_reading->value(0).toText();
-        const Row row{m_reading->value(1).toLong(), fid.toLongLong(), m_reading->value(2).toLong()};
-        if (row.size > 0 && row.milliseconds > 0 && QString::number(row.fid) == fid) {
-            m_rows.push_back(row);
-        }
+    const Row added{row.number(1), row.number(0), int(row.number(2))};
+    if (added.size > 0 && added.milliseconds > 0 && std::to_string(added.fid) == row.bytes(0)) {
+        m_rows.push_back(added);
     }
-    if (m_reading && m_reading->Eof()) {
-        m_reading.reset();
-        std::ranges::sort(m_rows, isSmaller, &Row::size);
-    }
-    return m_reading != nullptr;
 }
 
 /// A moved file keeps its date and its title, one that was sent somewhere keeps its name at least.
@@ -71,22 +62,36 @@ bool MovedRows::isLike(qint64 fid, const ImportedTrack& track) const
                 track.value(TrackField::DTSDatei).toDateTime().toSecsSinceEpoch());
 }
 
-QStringList MovedRows::of(const ImportedTrack& track, const std::optional<AudioPrint>& sound) const
+QStringList MovedRows::soundingLike(const AudioPrint& sound)
 {
     QStringList fids;
-    if (sound) {
-        for (const QString& fid : m_bySound.values(sound->bytes)) {
-            if (m_sounds.value(fid) == sound) {
-                fids.append(fid);
-            }
+    for (auto at = m_bySound.find(sound.bytes); at != m_bySound.end() && at.key() == sound.bytes;) {
+        const bool isAlike = m_sounds.value(*at) == sound;
+        if (isAlike && !m_isGone(*at)) {
+            at = m_bySound.erase(at);
+            continue;
         }
-        fids.sort();
+        if (isAlike) {
+            fids.append(*at);
+        }
+        ++at;
     }
+    fids.sort();
+    return fids;
+}
+
+QStringList MovedRows::of(const ImportedTrack& track, const std::optional<AudioPrint>& sound)
+{
+    QStringList fids = sound ? soundingLike(*sound) : QStringList();
     const qint64 size = track.value(TrackField::DLen).toLong();
     const int milliseconds = track.value(TrackField::DTimeMsec).toLong();
-    for (const Row& row : std::ranges::equal_range(m_rows, size, isSmaller, &Row::size)) {
+    for (Row& row : std::ranges::equal_range(m_rows, size, isSmaller, &Row::size)) {
+        if (row.isThere || row.milliseconds != milliseconds) {
+            continue;
+        }
         const QString fid = QString::number(row.fid);
-        if (row.milliseconds == milliseconds && !fids.contains(fid) && isLike(row.fid, track)) {
+        row.isThere = !m_isGone(fid);
+        if (!row.isThere && !fids.contains(fid) && isLike(row.fid, track)) {
             fids.append(fid);
         }
     }

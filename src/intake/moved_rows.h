@@ -7,7 +7,7 @@
 #include <QString>
 #include <QStringList>
 
-#include <memory>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -15,26 +15,26 @@ namespace melovane {
 
 class Database;
 class Files;
-class Recordset;
+class WalkedRow;
 
 /// Which rows of the library a new file may be, when its tag does not say: rows with exactly its
 /// size and length, and rows whose sound was kept and is the same.
 ///
-/// Reads the library once, in slices; rows that are added meanwhile are none of them.
+/// Reads the library once; rows that are added meanwhile are none of them.
 class MovedRows
 {
 public:
+    /// Whether the file of a row is gone. A row whose file was there once is not asked for again:
+    /// files that are all alike, such as silence, cost one look each.
+    using IsGone = std::function<bool(const QString& fid)>;
+
     /// \param files to read what was kept of their sound \throws DbError
-    MovedRows(Database& database, const Files& files);
-    ~MovedRows();
+    MovedRows(Database& database, const Files& files, IsGone isGone);
 
-    /// Reads some thousand rows more; false when there are no more. \throws DbError
-    bool read();
-
-    /// Identifiers of the rows that the file may be, the surest first. Their own files may still be
-    /// there: the caller looks. \throws DbError
+    /// Identifiers of the rows that the file may be, the surest first; their own files are gone.
+    /// \throws DbError
     [[nodiscard]] QStringList of(const ImportedTrack& track,
-                                 const std::optional<AudioPrint>& sound) const;
+                                 const std::optional<AudioPrint>& sound);
 
 private:
     struct Row
@@ -42,15 +42,19 @@ private:
         qint64 size = 0; ///< bytes
         qint64 fid = 0;
         int milliseconds = 0;
+        bool isThere = false; ///< its file was seen
     };
+
+    void addRow(const WalkedRow& row);
+    [[nodiscard]] QStringList soundingLike(const AudioPrint& sound);
 
     [[nodiscard]] bool isLike(qint64 fid, const ImportedTrack& track) const;
 
     Database& m_database;
-    std::unique_ptr<Recordset> m_reading; ///< null when all rows were read
-    std::vector<Row> m_rows;              ///< by size, when all were read
+    IsGone m_isGone;
+    std::vector<Row> m_rows; ///< by size
     QHash<QString, AudioPrint> m_sounds;
-    QMultiHash<qint64, QString> m_bySound; ///< identifiers by bytes of sound
+    QMultiHash<qint64, QString> m_bySound; ///< identifiers of m_sounds by bytes of sound
 };
 
 } // namespace melovane
