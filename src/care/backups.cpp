@@ -466,12 +466,11 @@ BackupOutcome Backups::restore(const QString& name, bool withSettings, const Bac
 BackupOutcome Backups::bringIn(const BackupStep& step, const Span& span)
 {
     const int middle = within(span.from, span.to, 60);
-    bool isKept = false;
+    QString damaged; // where a damaged library is kept
     try {
         const BackupOutcome kept = makeLocked(BackupOccasion::Restore, step, {span.from, middle});
         if (kept == BackupOutcome::Damaged) {
-            (void)keepAside(m_parts.files, m_place.library);
-            isKept = true;
+            damaged = keepAside(m_parts.files, m_place.library);
         } else if (kept != BackupOutcome::Done) {
             return kept;
         }
@@ -484,7 +483,7 @@ BackupOutcome Backups::bringIn(const BackupStep& step, const Span& span)
             throw;
         }
     }
-    if (!isKept && m_parts.files.fileExists(m_place.library)) {
+    if (damaged.isEmpty() && m_parts.files.fileExists(m_place.library)) {
         (void)keepAside(m_parts.files, m_place.library);
     }
     replaceUnreadable();

@@ -16,14 +16,7 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-bool isSmaller(qint64 one, qint64 other)
-{
-    return one < other;
-}
-
-} // namespace
+namespace {} // namespace
 
 MovedRows::MovedRows(Database& database, const Files& files, IsGone isGone)
     : m_database(database)
@@ -32,7 +25,8 @@ MovedRows::MovedRows(Database& database, const Files& files, IsGone isGone)
 {
     database.walkRows(u"select FID, DLen, DTimeMsec from db_all where drivetyp<>4"_s,
                       [this](const WalkedRow& row) { addRow(row); });
-    std::ranges::sort(m_rows, isSmaller, &Row::size);
+    std::sort(m_rows.begin(), m_rows.end(),
+              [](const Row& one, const Row& other) { return one.size < other.size; });
     for (auto sound = m_sounds.cbegin(); sound != m_sounds.cend(); ++sound) {
         m_bySound.insert(sound->bytes, sound.key());
     }
@@ -85,7 +79,10 @@ QStringList MovedRows::of(const ImportedTrack& track, const std::optional<AudioP
     QStringList fids = sound ? soundingLike(*sound) : QStringList();
     const qint64 size = track.value(TrackField::DLen).toLong();
     const int milliseconds = track.value(TrackField::DTimeMsec).toLong();
-    for (Row& row : std::ranges::equal_range(m_rows, size, isSmaller, &Row::size)) {
+    const auto first = std::partition_point(m_rows.begin(), m_rows.end(),
+                                            [size](const Row& row) { return row.size < size; });
+    for (auto at = first; at != m_rows.end() && at->size == size; ++at) {
+        Row& row = *at;
         if (row.isThere || row.milliseconds != milliseconds) {
             continue;
         }

@@ -160,6 +160,7 @@ void BenchCovers::choose(const QByteArray& picture,
                          const QString name = nameFor(tracks, date, *jpeg);
                          m_pictures.insert(name, *jpeg);
                          std::vector<BenchCell> cells;
+                         cells.reserve(tracks.size());
                          for (const int track : tracks) {
                              cells.push_back({track, kBenchCover, name});
                          }
@@ -190,6 +191,7 @@ QString BenchCovers::nameFor(const std::vector<int>& tracks,
 void BenchCovers::takeOff(const std::vector<int>& tracks)
 {
     std::vector<BenchCell> cells;
+    cells.reserve(tracks.size());
     for (const int track : tracks) {
         cells.push_back({track, kBenchCover, kNoCover.toString()});
     }

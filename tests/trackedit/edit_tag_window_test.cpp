@@ -80,7 +80,8 @@ protected:
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x) {
                 const QColor there = image.pixelColor(x, y);
-                if (std::abs(there.red() - colour.red()) + std::abs(there.green() - colour.green()) +
+                if (std::abs(there.red() - colour.red()) +
+                        std::abs(there.green() - colour.green()) +
                         std::abs(there.blue() - colour.blue()) <
                     30) {
                     return true;

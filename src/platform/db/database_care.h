@@ -34,9 +34,9 @@ public:
     [[nodiscard]] virtual bool
     copy(const QString& source, const QString& target, const SliceStep& step) = 0;
 
-    /// What is wrong with the file, which is not changed by it: a line per finding, at most a hundred; none for a whole one,
-    /// nothing when `step` gave it up.
-    /// \throws DbError as DBEngine::OpenDatabase, for a file that cannot be looked into at all
+    /// What is wrong with the file, which is not changed by it: a line per finding, at most a
+    /// hundred; none for a whole one, nothing when `step` gave it up. \throws DbError as
+    /// DBEngine::OpenDatabase, for a file that cannot be looked into at all
     [[nodiscard]] virtual std::optional<QStringList>
     check(const QString& name, Depth depth, const SliceStep& step) = 0;
 
