@@ -18,11 +18,10 @@ STARS = ((224, "5"), (160, "4"), (96, "3"), (32, "2"), (1, "1"))
 
 
 def text_of(frames, last_part=False):
-    """The first value of the first frame."""
+    """The values of the first frame; artists and genres of version 2.4 may have several."""
     if not frames:
         return ""
-    texts = getattr(frames[0], "text", [])
-    text = str(texts[0]) if texts else ""
+    text = "; ".join(str(value) for value in getattr(frames[0], "text", []))
     return text.split("/")[0] if last_part else text
 
 

@@ -60,8 +60,8 @@ template <const char* Id> QString frameText(TagLib::ID3v2::Tag& tag)
     const auto* frame = frames.isEmpty()
                             ? nullptr
                             : dynamic_cast<TagLib::ID3v2::TextIdentificationFrame*>(frames.front());
-    return frame == nullptr || frame->fieldList().isEmpty() ? QString()
-                                                            : toText(frame->fieldList().front());
+    // Artists and genres of version 2.4 are values of their own in the file.
+    return frame == nullptr ? QString() : toText(frame->fieldList().toString("; "));
 }
 
 template <const char* Name> QString userText(TagLib::ID3v2::Tag& tag)
