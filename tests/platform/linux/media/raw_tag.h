@@ -43,7 +43,7 @@ inline RawTag rawTag(const QByteArray& bytes, qint64 skip = 0)
     if (bytes.size() < 10 || !bytes.startsWith("ID3")) {
         return tag;
     }
-    tag.version = bytes[3];
+    tag.version = static_cast<unsigned char>(bytes[3]);
     tag.flags = quint8(bytes[5]);
     tag.size = 10 + rawNumber(bytes.mid(6, 4), 7);
     const qsizetype nameLength = tag.version == 2 ? 3 : 4;
