@@ -144,7 +144,11 @@ QString IndexTexts::decoded(quint32 number) const
 
 quint32 IndexTexts::lowerBound(QStringView folded) const
 {
-    const QString key = textcompare::sortKey(folded);
+    return lowerBoundOfKey(textcompare::sortKey(folded));
+}
+
+quint32 IndexTexts::lowerBoundOfKey(const QString& key) const
+{
     quint32 low = 0;
     quint32 high = count();
     while (low < high) {
@@ -172,7 +176,11 @@ std::optional<quint32> IndexTexts::find(QStringView folded) const
 std::pair<quint32, quint32> IndexTexts::beginningAlike(const QString& folded) const
 {
     const QString base = baseOf(textcompare::sortKey(folded));
-    const quint32 first = lowerBound(base);
+    if (base.isEmpty()) {
+        return {0, count()}; // nothing but marks, which have no base
+    }
+    // The base itself, not its own sort key, in which a zero would be lifted twice.
+    const quint32 first = lowerBoundOfKey(base);
     quint32 end = count();
     for (quint32 from = first; from < end;) {
         const quint32 middle = from + (end - from) / 2;

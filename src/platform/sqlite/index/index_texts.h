@@ -50,6 +50,8 @@ public:
     }
 
 private:
+    /// The same by a sort key or the beginning of one.
+    [[nodiscard]] quint32 lowerBoundOfKey(const QString& key) const;
     [[nodiscard]] std::pair<quint32, quint32> beginningAlike(const QString& folded) const;
     void addBeginning(const QString& folded, IndexBits& values) const;
     void addHolding(const QString& folded, IndexBits& values) const;

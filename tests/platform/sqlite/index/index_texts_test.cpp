@@ -181,6 +181,26 @@ TEST_F(IndexTextsProof, AColumnMatchesAPatternWhereverTheTextsThemselvesDo)
     EXPECT_GT(hits, comparisons() / 20);
 }
 
+TEST_F(IndexTextsProof, ATextThatBeginsWithAZeroOrAMarkIsFoundByItsBeginning)
+{
+    const QString zero(QChar(0));
+    const QString mark(QChar(0x301));
+    IndexTextsBuilder builder;
+    for (const QString& text : {QString(), zero, zero + u'a', u"a"_s, mark + u'a', u"\u0001"_s}) {
+        builder.add(text.toStdString());
+    }
+    const IndexTexts column = builder.sort().texts;
+    for (const QString& beginning : {zero, mark}) {
+        IndexBits found(column.count() + 1);
+        column.addMatching(textcompare::LikePattern(beginning + u'*'), found);
+        for (quint32 number = 0; number < column.count(); ++number) {
+            EXPECT_EQ(found.test(number + 1), column.decoded(number).startsWith(beginning))
+                << column.decoded(number).toStdString();
+        }
+        EXPECT_GT(found.count(), 0);
+    }
+}
+
 TEST_F(IndexTextsProof, LettersAndEndsThatDoNotBelongTogetherAreSeen)
 {
     const auto isWhole = [](std::string_view letters, std::vector<quint32> ends) {
