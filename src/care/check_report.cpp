@@ -19,6 +19,8 @@ QString keyOf(Flaw flaw)
         return u"check.IndexDamaged"_s;
     case Flaw::TableLost:
         return u"check.TableLost"_s;
+    case Flaw::TemplateFilled:
+        return u"check.TemplateFilled"_s;
     case Flaw::CountWrong:
         return u"check.CountWrong"_s;
     case Flaw::EntryWithoutTrack:

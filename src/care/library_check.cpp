@@ -50,6 +50,9 @@ const QString kStoredLists =
 /// What every library has had from its beginning, and the user cannot remove.
 constexpr std::array kNeverEmpty{u"genre", u"config", u"db_version", u"TreeErweitertConfig"};
 
+/// How the names of tables begin that side files are made after; they never have rows.
+constexpr QStringView kTemplate = u"X_";
+
 /// What SQLite keeps beside a file. Left behind it would be played into the next one.
 constexpr std::array kJournals{u"-wal", u"-shm", u"-journal"};
 
@@ -59,6 +62,7 @@ bool canBeMended(Flaw flaw)
 {
     switch (flaw) {
     case Flaw::IndexDamaged:
+    case Flaw::TemplateFilled:
     case Flaw::CountWrong:
     case Flaw::EntryWithoutList:
     case Flaw::ListWithoutGroup:
@@ -129,13 +133,20 @@ void LibraryCheck::checkRows(Database& database)
     checkOrphans(database);
 }
 
-/// The engine has no checksums: a page of nothing in place of a small table's only one is whole.
+/// The engine has no checksums: a page of nothing in place of a small table's only one is whole,
+/// and so is one of another table.
 void LibraryCheck::checkTables(Database& database)
 {
     for (const QStringView table : kNeverEmpty) {
         const QString name = table.toString();
         if (database.OpenRecordset(u"select top 1 * from "_s + name)->Eof()) {
             add(Flaw::TableLost, name);
+        }
+    }
+    for (const QString& name : database.tableDefs().ownNames()) {
+        if (name.startsWith(kTemplate, Qt::CaseInsensitive) &&
+            !database.OpenRecordset(u"select top 1 * from ["_s + name + u']')->Eof()) {
+            add(Flaw::TemplateFilled, name);
         }
     }
 }
@@ -247,6 +258,7 @@ bool LibraryCheck::repair(const std::vector<Finding>& findings)
         if (has(Flaw::EntryWithoutList) || has(Flaw::ListWithoutGroup)) {
             mendHomeless(*database);
         }
+        emptyTemplates(*database, findings);
         mendCounts(*database);
         if (has(Flaw::ListFileMissing)) {
             mendListFiles(*database);
@@ -265,6 +277,15 @@ bool LibraryCheck::repair(const std::vector<Finding>& findings)
                         {m_place.library, m_place.dataFolder, {}}, {});
     check.checkTempTables();
     return check.checkTreeTables() < 0;
+}
+
+void LibraryCheck::emptyTemplates(Database& database, const std::vector<Finding>& findings)
+{
+    for (const Finding& finding : findings) {
+        if (finding.flaw == Flaw::TemplateFilled) {
+            database.Execute(u"delete from ["_s + finding.what + u']');
+        }
+    }
 }
 
 void LibraryCheck::mendCounts(Database& database) const

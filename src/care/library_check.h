@@ -20,11 +20,12 @@ class Files;
 /// What can be wrong with a library, in the order in which it is looked for and told.
 enum class Flaw
 {
-    Unreadable,        ///< the file cannot be opened, or no row of it: sentence of the fault
-    PageDamaged,       ///< a page or a row: what the engine says
-    IndexDamaged,      ///< an index does not agree with its rows: what the engine says
-    TableLost,         ///< a table that is never empty has no rows: its name
-    CountWrong,        ///< a list has not as many entries as it says: its name
+    Unreadable,     ///< the file cannot be opened, or no row of it: sentence of the fault
+    PageDamaged,    ///< a page or a row: what the engine says
+    IndexDamaged,   ///< an index does not agree with its rows: what the engine says
+    TableLost,      ///< a table that is never empty has no rows: its name
+    TemplateFilled, ///< a table that others are made after, and so has no rows, has some: its name
+    CountWrong,     ///< a list has not as many entries as it says: its name
     EntryWithoutTrack, ///< entries of tracks that are not in the library: how many
     EntryWithoutList,  ///< entries that no list shows: how many
     ListWithoutGroup,  ///< a list that no group shows: its name
@@ -99,6 +100,7 @@ private:
 
     void add(Flaw flaw, const QString& what) { m_findings.push_back({flaw, what}); }
 
+    static void emptyTemplates(Database& database, const std::vector<Finding>& findings);
     void mendCounts(Database& database) const;
     void mendHomeless(Database& database) const;
     [[nodiscard]] qint64 restGroup(Database& database) const;

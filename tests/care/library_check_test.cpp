@@ -77,6 +77,14 @@ TEST_F(Checked, ATableThatHasLostItsRowsIsTold)
     EXPECT_EQ(found(), (Findings{{Flaw::TableLost, u"genre"_s}}));
 }
 
+TEST_F(Checked, ATemplateThatHasRowsIsToldAndEmptied)
+{
+    suite.execute(u"insert into X_TEMP_PLImportM3U (FID) values ('800000000001')"_s);
+    EXPECT_EQ(found(), (Findings{{Flaw::TemplateFilled, u"X_TEMP_PLImportM3U"_s}}));
+    EXPECT_EQ(mended(), Findings());
+    EXPECT_EQ(suite.value(u"select count(*) from X_TEMP_PLImportM3U"_s).toLong(), 0);
+}
+
 TEST_F(Checked, ACountThatIsWrongIsNamedAndMended)
 {
     suite.execute(u"update pl_name set anzahl=7"_s);
