@@ -1,5 +1,6 @@
 #include "platform/qt/cell_texts.h"
 
+#include <QFontMetrics>
 #include <QPainter>
 
 #include <algorithm>
@@ -25,6 +26,12 @@ bool runsToTheRight(const QString& text)
 
 } // namespace
 
+QString CellTexts::fitting(const QFontMetrics& metrics, const QString& text, int width)
+{
+    const bool isPath = text.startsWith(u'/') || QStringView(text).mid(1).startsWith(u":\\");
+    return metrics.elidedText(text, isPath ? Qt::ElideMiddle : Qt::ElideRight, width);
+}
+
 /// Forgets all texts when they are painted by another device or in too many fonts.
 std::size_t CellTexts::fontOf(const QPainter& painter)
 {
@@ -47,7 +54,7 @@ std::size_t CellTexts::fontOf(const QPainter& painter)
 
 QStaticText CellTexts::laidOut(const QPainter& painter, int width, const QString& text)
 {
-    QStaticText made(painter.fontMetrics().elidedText(text, Qt::ElideRight, width));
+    QStaticText made(fitting(painter.fontMetrics(), text, width));
     made.setTextFormat(Qt::PlainText);
     made.setPerformanceHint(QStaticText::AggressiveCaching);
     QTextOption option;
@@ -62,9 +69,8 @@ QStaticText CellTexts::laidOut(const QPainter& painter, int width, const QString
 void CellTexts::draw(QPainter& painter, const QRect& room, Qt::Alignment side, const QString& text)
 {
     if (painter.font().strikeOut() || !runsToTheRight(text)) {
-        const QString fitting =
-            painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width());
-        painter.drawText(room, int(side | Qt::AlignVCenter) | Qt::TextSingleLine, fitting);
+        painter.drawText(room, int(side | Qt::AlignVCenter) | Qt::TextSingleLine,
+                         fitting(painter.fontMetrics(), text, room.width()));
         return;
     }
     const Key key{text, room.width(), fontOf(painter)};

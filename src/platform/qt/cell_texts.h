@@ -6,6 +6,7 @@
 
 #include <vector>
 
+class QFontMetrics;
 class QPainter;
 class QRect;
 
@@ -16,8 +17,13 @@ namespace melovane {
 class CellTexts
 {
 public:
-    /// Draws a text as one line in the middle of the height, in pen and font of the painter. What
-    /// has no room ends with an ellipsis.
+    /// A text as it fits into a width, in points: what has no room is left out at the end, of a
+    /// path in the middle, as neighbours have their beginning in common.
+    [[nodiscard]] static QString
+    fitting(const QFontMetrics& metrics, const QString& text, int width);
+
+    /// Draws a text as one line in the middle of the height, in pen and font of the painter, as far
+    /// as it fits.
     /// \param side left, right or horizontally centred
     void draw(QPainter& painter, const QRect& room, Qt::Alignment side, const QString& text);
 

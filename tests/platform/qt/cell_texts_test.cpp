@@ -2,6 +2,7 @@
 #include "platform/qt/data_grid_painter.h"
 #include "platform/qt/grid_fixture.h"
 
+#include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
 #include <QScrollBar>
@@ -95,6 +96,23 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Combine(testing::Values(1.0, 1.5, 2.0),
                      testing::Values("plain", "bold", "struckOut"),
                      testing::Values(Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter)));
+
+TEST(CellTexts, OfAPathThatDoesNotFitTheEndIsShownOfAnyOtherTextTheBeginning)
+{
+    const QFontMetrics metrics{QFont()};
+    const QString path = u"/media/music/of many years/Late Summer/"_s;
+    const int width = metrics.horizontalAdvance(path) * 2 / 3;
+    const QString shown = CellTexts::fitting(metrics, path, width);
+    EXPECT_LE(metrics.horizontalAdvance(shown), width);
+    EXPECT_TRUE(shown.startsWith(u"/media"_s)) << shown.toStdString();
+    EXPECT_TRUE(shown.endsWith(u"Summer/"_s)) << shown.toStdString();
+    const QString foreign = u"C:\\Music\\of many years, and of more of them\\Late Summer\\"_s;
+    EXPECT_TRUE(CellTexts::fitting(metrics, foreign, width).endsWith(u"Summer\\"_s));
+    const QString title = u"Another late summer of many years and nights"_s;
+    EXPECT_TRUE(CellTexts::fitting(metrics, title, metrics.horizontalAdvance(title) / 2)
+                    .startsWith(u"Another late"_s));
+    EXPECT_EQ(CellTexts::fitting(metrics, path, metrics.horizontalAdvance(path) + 1), path);
+}
 
 TEST(CellTexts, ATextIsLaidOutOnceForEachRoomAndFont)
 {
