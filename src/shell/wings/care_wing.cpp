@@ -12,7 +12,6 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     , cleaning(base,
                room,
                talk,
-               steps,
                [this] { return safety.backups.makeBefore(BackupOccasion::Cleaning); })
     , found(base, room, talk, steps, cleaning.recycler())
     , safety(base, room, talk)
