@@ -255,7 +255,7 @@ bool frmBerDB::moveFiles(CleaningBox index)
 {
     // It may outlive the wait, when a disk does not answer.
     const auto run = std::make_shared<RecycleRun>(
-        m_parts.recycler, tracksToRemove(*open(), Cleaning::condition(index)),
+        m_parts.recycler, tracksToRemove(*open(), Cleaning::condition(index), Dependencies::Go),
         index == CleaningBox::Damaged ? RecycleFolder::Reason::Damaged
                                       : RecycleFolder::Reason::Deleted);
     const auto goesOn = [&] {
