@@ -14,6 +14,17 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// For work beside the window, which may outlive it.
+std::unique_ptr<DBEngine> makeEngine()
+{
+    static const SystemClock clock;
+    return sqlite::makeEngine(clock);
+}
+
+} // namespace
+
 FoundWing::FoundWing(Machine& base,
                      Desk& room,
                      SuiteWing& talk,
@@ -68,6 +79,7 @@ void FoundWing::findAgain()
                     .reader = lists.tagReader,
                     .audio = audio,
                     .worker = worker,
+                    .makeEngine = makeEngine,
                     .dataFolder = machine.paths.GetConfigPath(),
                     .kept = kept});
     FindAgainWindow window(desk.skin, desk.icons, find, machine.texts, machine.loop, &desk.window);
@@ -85,11 +97,7 @@ void FoundWing::mergeDoubles()
                      .files = machine.files,
                      .audio = audio,
                      .worker = worker,
-                     .makeEngine =
-                         [] {
-                             static const SystemClock clock;
-                             return sqlite::makeEngine(clock);
-                         },
+                     .makeEngine = makeEngine,
                      .recycler = recycler});
     DoublesWindow window(desk.skin, desk.icons, doubles, machine.texts, machine.loop, &desk.window);
     window.whyNotNow = [this] { return whyNotNow(); };
