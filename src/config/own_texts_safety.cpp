@@ -20,6 +20,8 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"backup.daily", u"täglich"},
     {u"backup.hand", u"von Hand"},
     {u"backup.cleaning", u"vor Bereinigung"},
+    {u"backup.relink", u"vor neuen Orten"},
+    {u"backup.merge", u"vor Zusammenlegen"},
     {u"backup.beforerestore", u"vor Wiederherstellung"},
     {u"backup.level", u"Stand $1"},
     {u"backup.good", u"in Ordnung"},

@@ -223,7 +223,10 @@ void BackupsDialog::addRow(const Backup& backup)
     for (const int index : {kSize, kTracks, kLists}) {
         item->setTextAlignment(index, Qt::AlignRight | Qt::AlignVCenter);
     }
-    if (backup.occasion != BackupOccasion::Cleaning && backup.occasion != BackupOccasion::Restore) {
+    const bool isBeforeWork = backup.occasion != BackupOccasion::Daily &&
+                              backup.occasion != BackupOccasion::ByHand &&
+                              backup.occasion != BackupOccasion::Upgrade;
+    if (!isBeforeWork) {
         item->setForeground(kOccasion, m_skin.theme().qcolor(ThemeRole::TextSecond));
     }
 }

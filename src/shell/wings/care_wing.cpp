@@ -13,7 +13,12 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
                room,
                talk,
                [this] { return safety.backups.makeBefore(BackupOccasion::Cleaning); })
-    , found(base, room, talk, steps, cleaning.recycler())
+    , found(base,
+            room,
+            talk,
+            steps,
+            cleaning.recycler(),
+            [this](BackupOccasion occasion) { return safety.backups.makeBefore(occasion); })
     , safety(base, room, talk)
 {}
 

@@ -29,12 +29,14 @@ FoundWing::FoundWing(Machine& base,
                      Desk& room,
                      SuiteWing& talk,
                      ListsWing& steps,
-                     RecycleTools tools)
+                     RecycleTools tools,
+                     std::function<bool(BackupOccasion)> before)
     : machine(base)
     , desk(room)
     , suite(talk)
     , lists(steps)
     , recycler(std::move(tools))
+    , backUp(std::move(before))
 {}
 
 CareCommands FoundWing::commands()
@@ -84,6 +86,7 @@ void FoundWing::findAgain()
                     .kept = kept});
     FindAgainWindow window(desk.skin, desk.icons, find, machine.texts, machine.loop, &desk.window);
     window.whyNotNow = [this] { return whyNotNow(); };
+    window.backUp = [this] { return backUp(BackupOccasion::Relink); };
     window.whenWritten = [this] { libraryChanged({u"Dir"_s}); };
     window.load();
     window.exec();
@@ -101,6 +104,7 @@ void FoundWing::mergeDoubles()
                      .recycler = recycler});
     DoublesWindow window(desk.skin, desk.icons, doubles, machine.texts, machine.loop, &desk.window);
     window.whyNotNow = [this] { return whyNotNow(); };
+    window.backUp = [this] { return backUp(BackupOccasion::Merge); };
     window.whenWritten = [this] {
         libraryChanged({u"Dir"_s, u"Interpret"_s, u"Album"_s, u"Genre"_s});
     };
