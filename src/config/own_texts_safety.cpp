@@ -75,6 +75,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"check.IndexDamaged", u"Ein Index passt nicht zu seinen Zeilen: $1"},
     {u"check.TableLost", u"Eine Tabelle hat ihre Zeilen verloren: $1"},
     {u"check.TemplateFilled", u"Eine Vorlage, die immer leer ist, hat Zeilen: $1"},
+    {u"check.JobUnknown", u"Aufträge, die niemand ausführen kann: $1"},
     {u"check.CountWrong", u"Die Zahl der Einträge stimmt nicht: $1"},
     {u"check.EntryWithoutTrack",
      u"Einträge von Titeln, die es nicht mehr gibt: $1 "
