@@ -101,7 +101,7 @@ void CleaningWing::clean()
 
 void CleaningWing::bringBack()
 {
-    RecyclerDialog dialog(machine.texts);
+    RecyclerDialog dialog(machine.texts, desk.skin);
     Recycler bin({.engine = *machine.engine,
                   .settings = machine.settings,
                   .texts = machine.texts,
