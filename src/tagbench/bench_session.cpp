@@ -156,6 +156,9 @@ BenchOutcome BenchSession::apply(bool removeEmptyFolders, const GoOn& goOn)
     BenchOutcome outcome =
         applyTo(*LibraryVisit(m_parts.engine, m_library), removeEmptyFolders, isWanted);
     outcome.reason = reason;
+    if (!outcome.found.empty()) {
+        m_tracks.setFound(outcome.found);
+    }
     if (outcome.hasChanged()) {
         m_tracks.setStored(outcome.written, outcome.left);
         if (whenWritten) {
