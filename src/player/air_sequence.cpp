@@ -220,6 +220,26 @@ bool AirSequence::resume(Plid entry, const QString& fid, double positionMs)
     return true;
 }
 
+void AirSequence::standAt(Plid entry)
+{
+    if (m_parts.list.holds(entry)) {
+        dropReady();
+        m_parts.list.goTo(entry);
+        m_isFresh = true;
+        advance();
+    }
+}
+
+void AirSequence::standBehind(Plid entry)
+{
+    if (m_parts.list.holds(entry)) {
+        dropReady();
+        m_parts.list.goTo(entry);
+        m_isFresh = false;
+        advance();
+    }
+}
+
 /// The next one is this, and it begins as soon as it can.
 void AirSequence::want(Loaded wanted, int fadeMs)
 {

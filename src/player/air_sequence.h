@@ -69,6 +69,11 @@ public:
     /// \param positionMs in its file
     bool resume(Plid entry, const QString& fid, double positionMs);
 
+    /// An entry that is not in the list changes nothing: the next play() begins with it, or with
+    /// the one behind it.
+    void standAt(Plid entry);
+    void standBehind(Plid entry);
+
     /// Entries, their order or which list plays are others now. What is to begin within the next
     /// second and a half begins all the same.
     void listChanged();
