@@ -253,6 +253,33 @@ constexpr std::array kPages = std::to_array<ProgramPage>({
       "      --version  print name and version\n"
       "\n"
       "Result: 0 ended, 2 wrong call"},
+    {u"MelovaneDJ",
+     u"MelovaneDJ: spielt die aktive Playliste\n"
+      "\n"
+      "Aufruf: MelovaneDJ [next | now]\n"
+      "\n"
+      "Öffnet den Player. Läuft er schon, kommt sein Fenster nach vorn. Stürzt er ab,\n"
+      "startet er neu und spielt an derselben Stelle weiter.\n"
+      "\n"
+      "  next           den Titel spielen, den die Konsole als nächsten hinterlegt hat\n"
+      "  now            den Titel spielen, den sie für sofort hinterlegt hat\n"
+      "  -h, --help     diesen Text ausgeben\n"
+      "      --version  Name und Version ausgeben\n"
+      "\n"
+      "Ergebnis: 0 beendet, 1 immer wieder abgestürzt, 2 Aufruf unverständlich",
+     u"MelovaneDJ: plays the active playlist\n"
+      "\n"
+      "Usage: MelovaneDJ [next | now]\n"
+      "\n"
+      "Opens the player. When it runs already, its window comes to the front. When it\n"
+      "crashes it is started again and plays on at the same place.\n"
+      "\n"
+      "  next           play the track that the console has put down as the next one\n"
+      "  now            play the track that it has put down for at once\n"
+      "  -h, --help     print this text\n"
+      "      --version  print name and version\n"
+      "\n"
+      "Result: 0 ended, 1 crashed again and again, 2 wrong call"},
     {u"LevelPanel",
      u"LevelPanel: die Lautstärke des Monitors\n"
       "\n"
