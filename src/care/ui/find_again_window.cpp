@@ -85,6 +85,7 @@ void FindAgainWindow::buildHead(QVBoxLayout& column, const IconSet& icons)
     auto* row = new QHBoxLayout;
     const int line = fontMetrics().height();
     row->setContentsMargins(line, line * 2 / 3, line, line * 2 / 3);
+    row->setSpacing(line * 2 / 3);
     m_sentence = makeLabel(u"lblSentence"_s, this);
     m_show = makeButton(u"cmdShow"_s, texts().text(u"find.show"_s), this);
     m_show->setToolTip(texts().text(u"find.show.tip"_s));
