@@ -66,9 +66,13 @@ rowsByTrack(Database& database, const QString& table, const QString& condition)
 class NumberedRows
 {
 public:
-    NumberedRows(Database& database, const QString& table, const QString& number)
+    /// \param condition of the rows; empty for all of them
+    NumberedRows(Database& database,
+                 const QString& table,
+                 const QString& number,
+                 const QString& condition = {})
     {
-        const auto set = database.OpenRecordset(u"select * from "_s + table);
+        const auto set = database.OpenRecordset(u"select * from "_s + table + condition);
         m_rows.table = table;
         m_rows.columns = columnsOf(*set);
         const int at = set->fieldIndex(number);
@@ -169,7 +173,8 @@ bool bringTrack(Database& database, const KeptRow& row)
 /// Lists of the side record, and where they stand now.
 ///
 /// One that the cleaning has removed because nothing was left in it comes back with its first
-/// entry. A list that was shown or played has been removed by the user, and stays away.
+/// entry. Only such a list stands in the record: one that is shown or played is removed by nobody
+/// but the user, and stays away.
 class KeptLists
 {
 public:
@@ -196,9 +201,6 @@ public:
         const KeptRow row(*known->first, *known->second);
         if (const auto there = lookUp(row)) {
             return there;
-        }
-        if (row.value(u"Activ"_s).toBool() || row.value(u"IsPlay"_s).toBool()) {
-            return std::nullopt;
         }
         row.write(
             m_database,
@@ -298,7 +300,7 @@ tracksToRemove(Database& database, const QString& condition, Dependencies depend
     using Rows = QHash<QString, TableDelta>;
     const Rows entries = go ? rowsByTrack(database, kEntries, condition) : Rows();
     const Rows plays = go ? rowsByTrack(database, kPlays, condition) : Rows();
-    const NumberedRows lists(database, kLists, u"NID"_s);
+    const NumberedRows lists(database, kLists, u"NID"_s, u" where activ=false and isplay=false"_s);
     const NumberedRows groups(database, kGroups, u"GRID"_s);
     const auto set = database.OpenRecordset(u"select * from db_all where "_s + condition);
     const QStringList columns = columnsOf(*set);
