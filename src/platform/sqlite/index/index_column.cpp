@@ -63,20 +63,17 @@ void IndexColumn::mark(const IndexTest& test, IndexBits& rows) const
     });
 }
 
-std::vector<quint32> IndexColumn::sorted(const std::vector<quint32>& rows, bool descending) const
+std::vector<quint32> IndexColumn::firstPlaces(bool descending) const
 {
-    // How many rows each value has is known, so every row goes to its place at once.
-    const auto count = quint32(rows.size());
-    std::vector<quint32> next(m_ends.size());
-    for (std::size_t value = 0; value < next.size(); ++value) {
-        const quint32 before = value == 0 ? 0 : m_ends[value - 1];
-        next[value] = descending ? count - m_ends[value] : before;
+    const auto count = quint32(m_rows.size());
+    std::vector<quint32> places;
+    places.reserve(m_ends.size());
+    quint32 before = 0;
+    for (const quint32 end : m_ends) {
+        places.push_back(descending ? count - end : before);
+        before = end;
     }
-    std::vector<quint32> result(count);
-    for (const quint32 row : rows) {
-        result[next[m_values[row]]++] = row;
-    }
-    return result;
+    return places;
 }
 
 void IndexColumn::addTexts(const IndexTest& test, IndexBits& values) const

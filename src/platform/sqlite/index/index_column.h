@@ -34,9 +34,8 @@ public:
     /// Adds the rows that pass the test.
     void mark(const IndexTest& test, IndexBits& rows) const;
 
-    /// Puts rows in the order of this column; rows of one value keep the order that they have.
-    [[nodiscard]] std::vector<quint32> sorted(const std::vector<quint32>& rows,
-                                              bool descending) const;
+    /// For putting rows in the order of this column: of each value the place of its first row.
+    [[nodiscard]] std::vector<quint32> firstPlaces(bool descending) const;
 
     /// Where a cell stands among the values: twice the number of its value, or one less than twice
     /// the number of the next value when no row has it.
