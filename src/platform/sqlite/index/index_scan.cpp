@@ -272,13 +272,26 @@ ScanPiece::ScanPiece(std::string_view text, const LetterCounts& counts)
 }
 
 PackedTexts::PackedTexts(std::string_view letters)
-    : m_letters(letters)
+    : PackedTexts(unread(letters))
 {
-    m_before.reserve(letters.size() / kBlock + 1);
-    for (std::size_t begin = 0; begin < letters.size(); begin += kBlock) {
+    read(unreadBlocks());
+}
+
+PackedTexts PackedTexts::unread(std::string_view letters)
+{
+    PackedTexts result;
+    result.m_letters = letters;
+    result.m_before.reserve(blocksOf(letters));
+    return result;
+}
+
+void PackedTexts::read(std::size_t blocks)
+{
+    for (std::size_t left = std::min(blocks, unreadBlocks()); left > 0; --left) {
+        const std::size_t begin = m_before.size() * kBlock;
         m_before.push_back(quint32(m_count));
-        m_count += std::size_t(std::popcount(endsIn(letters.substr(begin, kBlock))));
-        ++m_counts[static_cast<unsigned char>(letters[begin])];
+        m_count += std::size_t(std::popcount(endsIn(m_letters.substr(begin, kBlock))));
+        ++m_counts[static_cast<unsigned char>(m_letters[begin])];
     }
 }
 

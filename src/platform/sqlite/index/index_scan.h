@@ -63,6 +63,14 @@ public:
     /// \param letters live as long as it does
     explicit PackedTexts(std::string_view letters);
 
+    /// The same, to be read() before it is used.
+    [[nodiscard]] static PackedTexts unread(std::string_view letters);
+
+    /// Blocks that are still to be read, and reads some of them.
+    [[nodiscard]] std::size_t unreadBlocks() const { return blocksOf(m_letters) - blocks(); }
+
+    void read(std::size_t blocks);
+
     [[nodiscard]] std::string_view letters() const { return m_letters; }
 
     /// Number of texts.
@@ -81,6 +89,11 @@ public:
     [[nodiscard]] std::size_t bytes() const { return m_before.size() * sizeof(quint32); }
 
 private:
+    [[nodiscard]] static std::size_t blocksOf(std::string_view letters)
+    {
+        return (letters.size() + kBlock - 1) / kBlock;
+    }
+
     std::string_view m_letters;
     std::vector<quint32> m_before;
     std::size_t m_count = 0;
