@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/sqlite/index/change_log.h"
+#include "platform/sqlite/index/index_column_builder.h"
 #include "platform/sqlite/index/index_table.h"
 
 #include <memory>
