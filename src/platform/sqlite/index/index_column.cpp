@@ -80,7 +80,7 @@ void IndexColumn::addTexts(const IndexTest& test, IndexBits& values) const
 {
     switch (test.kind()) {
     case SearchTest::Kind::Like:
-        m_texts.addMatching(test.pattern(), values);
+        m_texts.addMatching(test.pattern(), test.text(), values);
         break;
     case SearchTest::Kind::Equal:
         if (const auto found = m_texts.find(test.folded())) {

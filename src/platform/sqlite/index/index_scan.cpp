@@ -103,6 +103,17 @@ void passPlain(Pass& pass)
     }
 }
 
+void readPlain(const char* letters, std::span<const char> bytes, quint64* masks)
+{
+    for (const char byte : bytes) {
+        *masks++ = equalTo(letters, kBlock, byte);
+    }
+    *masks = 0;
+    for (std::size_t i = 0; i < kBlock; ++i) {
+        *masks |= quint64((letters[i] & '\xC0') == '\x80') << i;
+    }
+}
+
 #ifdef __x86_64__
 
 // ---- sixteen letters at a time
@@ -140,6 +151,22 @@ void passSse2(Pass& pass)
         }
         const quint64 ends = equalSse2(at, textEnd);
         addEnding(endsOfHit(hits, ends, pass.carry), ends, pass);
+    }
+}
+
+/// Bytes inside a letter are less than any other, as numbers with a sign.
+constexpr char kInnerEnd = '\xC0';
+
+void readSse2(const char* letters, std::span<const char> bytes, quint64* masks)
+{
+    for (const char byte : bytes) {
+        *masks++ = equalSse2(letters, _mm_set1_epi8(byte));
+    }
+    *masks = 0;
+    for (int part = 0; part < 4; ++part) {
+        const auto* const at = reinterpret_cast<const __m128i*>(letters + part * 16);
+        const __m128i inner = _mm_cmplt_epi8(_mm_loadu_si128(at), _mm_set1_epi8(kInnerEnd));
+        *masks |= quint64(unsigned(_mm_movemask_epi8(inner))) << (part * 16);
     }
 }
 
@@ -201,6 +228,20 @@ template <std::size_t Probes> MLV_AVX2 void passAvx2(Pass& pass)
     }
 }
 
+MLV_AVX2 void readAvx2(const char* letters, std::span<const char> bytes, quint64* masks)
+{
+    const __m256i low = loadAvx2(letters);
+    const __m256i high = loadAvx2(letters + 32);
+    const char* const wanted = bytes.data();
+    const std::size_t count = bytes.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const __m256i byte = _mm256_set1_epi8(wanted[i]);
+        masks[i] = maskAvx2(_mm256_cmpeq_epi8(low, byte), _mm256_cmpeq_epi8(high, byte));
+    }
+    const __m256i end = _mm256_set1_epi8(kInnerEnd);
+    masks[count] = maskAvx2(_mm256_cmpgt_epi8(end, low), _mm256_cmpgt_epi8(end, high));
+}
+
 #undef MLV_AVX2
 
 bool hasAvx2()
@@ -252,6 +293,16 @@ VectorWidth vectorWidth()
 {
     static const VectorWidth width = widthOfRun();
     return width;
+}
+
+BlockReader blockReader([[maybe_unused]] VectorWidth width)
+{
+#ifdef __x86_64__
+    if (width != VectorWidth::Plain) {
+        return width == VectorWidth::Avx2 ? readAvx2 : readSse2;
+    }
+#endif
+    return readPlain;
 }
 
 ScanPiece::ScanPiece(std::string_view text, const LetterCounts& counts)

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <optional>
+#include <span>
 #include <string_view>
 
 /// Finds a piece in the texts of a column, which lie one behind the other: all letters are passed
@@ -27,6 +28,14 @@ enum class VectorWidth
 /// What searches use: the widest, or less when the environment variable MLV_VECTOR says "plain" or
 /// "sse2". Asked for once in a run.
 [[nodiscard]] VectorWidth vectorWidth();
+
+/// Looks at PackedTexts::kBlock letters, a bit for each.
+/// \param bytes what is looked for
+/// \param masks for each of the bytes where it stands, and behind them where a letter goes on that
+/// began before
+using BlockReader = void (*)(const char* letters, std::span<const char> bytes, quint64* masks);
+
+[[nodiscard]] BlockReader blockReader(VectorWidth width);
 
 /// How often each byte occurs, or any numbers in that proportion.
 using LetterCounts = std::array<quint32, 256>;

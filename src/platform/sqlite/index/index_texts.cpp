@@ -1,5 +1,7 @@
 #include "platform/sqlite/index/index_texts.h"
 
+#include "platform/sqlite/index/index_glob.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -30,6 +32,13 @@ QString baseOf(const QString& key)
 /// Texts found are looked into one by one when they are at most one in so many: another pass over
 /// all letters takes less time than more of them, which lie all over the memory.
 constexpr quint32 kFewOf = 200;
+
+/// Texts are tried one by one with a pattern when they are at most one in so many; a pass over all
+/// of them takes less time than more.
+constexpr qint64 kFewTriedOf = 16;
+
+/// Letters of a piece that few texts may hold.
+constexpr qsizetype kNarrowPiece = 3;
 
 } // namespace
 
@@ -174,7 +183,30 @@ void IndexTexts::addBehind(int skipped, const QString& folded, IndexBits& values
     }
 }
 
-void IndexTexts::addMatching(const textcompare::LikePattern& pattern, IndexBits& values) const
+/// By their longest piece when few texts hold it, else all texts in one pass.
+void IndexTexts::addOther(const textcompare::LikePattern& pattern,
+                          const QString& inside,
+                          QStringView text,
+                          IndexBits& values) const
+{
+    const auto glob = IndexGlob::of(text);
+    const bool isNarrow = inside.size() >= kNarrowPiece;
+    if (isNarrow || (!glob && !inside.isEmpty())) {
+        addHolding(inside, values);
+    } else if (!glob) {
+        values.setRange(1, count() + 1);
+    }
+    if (!glob || (isNarrow && values.count() <= count() / kFewTriedOf)) {
+        keep(values, [&](std::string_view each) { return pattern.matchesFoldedUtf8(each); });
+        return;
+    }
+    values = IndexBits(values.size());
+    sqlite::addMatching(m_packed, *glob, 1, values);
+}
+
+void IndexTexts::addMatching(const textcompare::LikePattern& pattern,
+                             QStringView text,
+                             IndexBits& values) const
 {
     const auto outline = pattern.outline();
     switch (outline.kind) {
@@ -199,14 +231,11 @@ void IndexTexts::addMatching(const textcompare::LikePattern& pattern, IndexBits&
     case Kind::Other:
         break;
     }
-    if (!outline.begin.isEmpty()) {
-        addBeginning(outline.begin, values);
-    } else if (!outline.inside.isEmpty()) {
-        addHolding(outline.inside, values);
-    } else {
-        values.setRange(1, count() + 1);
+    if (outline.begin.isEmpty()) {
+        return addOther(pattern, outline.inside, text, values);
     }
-    keep(values, [&](std::string_view text) { return pattern.matchesFoldedUtf8(text); });
+    addBeginning(outline.begin, values);
+    keep(values, [&](std::string_view each) { return pattern.matchesFoldedUtf8(each); });
 }
 
 } // namespace melovane::sqlite

@@ -37,8 +37,10 @@ public:
     [[nodiscard]] std::optional<quint32> find(QStringView folded) const;
 
     /// Adds the number + 1 of each text that matches.
+    /// \param text of the pattern
     /// \param values empty, with room for count() + 1
-    void addMatching(const textcompare::LikePattern& pattern, IndexBits& values) const;
+    void
+    addMatching(const textcompare::LikePattern& pattern, QStringView text, IndexBits& values) const;
 
     /// False when letters and ends do not belong together.
     [[nodiscard]] bool isWhole() const;
@@ -59,6 +61,10 @@ private:
     void addBeginning(const QString& folded, IndexBits& values) const;
     void addHolding(const QString& folded, IndexBits& values) const;
     void addBehind(int skipped, const QString& folded, IndexBits& values) const;
+    void addOther(const textcompare::LikePattern& pattern,
+                  const QString& inside,
+                  QStringView text,
+                  IndexBits& values) const;
     template <typename Test> void keep(IndexBits& values, const Test& test) const;
 
     IndexArray<char> m_letters;

@@ -176,7 +176,7 @@ TEST_F(IndexTextsProof, AColumnMatchesAPatternWhereverTheTextsThemselvesDo)
             const QString text = anyPattern(texts, letters);
             const textcompare::LikePattern pattern(text);
             IndexBits found(column.count() + 1);
-            column.addMatching(pattern, found);
+            column.addMatching(pattern, text, found);
             for (quint32 number = 0; number < column.count(); ++number) {
                 const bool matches = pattern.matches(column.decoded(number));
                 hits += matches ? 1 : 0;
@@ -201,7 +201,8 @@ TEST_F(IndexTextsProof, ATextThatBeginsWithAZeroOrAMarkIsFoundByItsBeginning)
     const IndexTexts column = sorted(builder);
     for (const QString& beginning : {zero, mark}) {
         IndexBits found(column.count() + 1);
-        column.addMatching(textcompare::LikePattern(beginning + u'*'), found);
+        const QString text = beginning + u'*';
+        column.addMatching(textcompare::LikePattern(text), text, found);
         for (quint32 number = 0; number < column.count(); ++number) {
             EXPECT_EQ(found.test(number + 1), column.decoded(number).startsWith(beginning))
                 << column.decoded(number).toStdString();
