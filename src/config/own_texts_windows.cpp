@@ -50,7 +50,6 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"skin.melovane-dark.skn", u"Dunkel"},
     {u"skin.melovane-light.skn", u"Hell"},
     {u"mnuSprache", u"Sprache"},
-    {u"language.restart", u"Die Sprache wechselt mit dem nächsten Start von $1."},
     {u"mnuMoreResult.index", u"Index - Wortsuche"},
     {u"mnuMoreResult.fulltext", u"Volltextsuche"},
 

@@ -100,7 +100,19 @@ QToolButton* Mp3dbWidget::addButton(const QString& key,
 void Mp3dbWidget::renewToolTips(const ctl_MP3DB& logic, const ConfigObjects& texts)
 {
     setTexts(texts);
+    setHeadings(texts);
     judgeTools(logic, texts);
+}
+
+void Mp3dbWidget::setHeadings(const ConfigObjects& texts)
+{
+    for (const GridColumn& column : libraryColumns()) {
+        const QString key = headingKey(column.field);
+        const int section = m_grid->columnOf(column.field);
+        QAbstractItemModel* const model = m_grid->model();
+        model->setHeaderData(section, Qt::Horizontal, texts.text(key), Qt::DisplayRole);
+        model->setHeaderData(section, Qt::Horizontal, texts.text(key + u".tip"_s), Qt::ToolTipRole);
+    }
 }
 
 /// What each button does, its key, and why it is grey.

@@ -47,6 +47,7 @@ signals:
 private:
     void buildKeys();
     void setTexts(const ConfigObjects& texts);
+    void setHeadings(const ConfigObjects& texts);
     void renewToolTips(const ctl_MP3DB& logic, const ConfigObjects& texts);
     void judgeTools(const ctl_MP3DB& logic, const ConfigObjects& texts);
     [[nodiscard]] QToolButton* addButton(const QString& key,

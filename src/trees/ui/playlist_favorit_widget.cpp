@@ -58,8 +58,7 @@ TreeControl& PlaylistFavoritWidget::tree()
 
 void PlaylistFavoritWidget::attach(PlaylistFavorit& logic, const ConfigObjects& texts)
 {
-    m_tree->setAccessibleName(texts.text(u"lists.title"));
-    m_tree->setWords(treeWords(texts));
+    translate(logic, texts);
     connect(m_tree, &OutlineTree::rowClicked, &logic, &PlaylistFavorit::rowClicked);
     connect(m_tree, &OutlineTree::rowEntered, &logic, &PlaylistFavorit::rowEntered);
     connect(m_tree, &OutlineTree::rowActivated, &logic, &PlaylistFavorit::rowActivated);
@@ -78,6 +77,13 @@ void PlaylistFavoritWidget::attach(PlaylistFavorit& logic, const ConfigObjects& 
             [this, &logic, &texts] { createToolBar(logic, texts); });
     connect(&logic, &PlaylistFavorit::commandsChanged, this,
             [this, &logic, &texts] { judgeTools(logic, texts); });
+}
+
+void PlaylistFavoritWidget::translate(const PlaylistFavorit& logic, const ConfigObjects& texts)
+{
+    m_tree->setAccessibleName(texts.text(u"lists.title"));
+    m_tree->setWords(treeWords(texts));
+    judgeTools(logic, texts);
 }
 
 void PlaylistFavoritWidget::createToolBar(PlaylistFavorit& logic, const ConfigObjects& texts)
