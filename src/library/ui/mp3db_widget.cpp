@@ -149,6 +149,11 @@ void Mp3dbWidget::createHistoryButtons(ctl_MP3DB& logic, const ConfigObjects& te
 
 void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
 {
+    if (findChild<QToolButton*>(kTagPanel) != nullptr) {
+        judgeTools(logic, texts);
+        return;
+    }
+
     struct Tool
     {
         QString key;
