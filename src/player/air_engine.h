@@ -59,7 +59,6 @@ struct CardReport
     bool isOpen = false; ///< something takes the sound
     bool isLost = false; ///< the card asked for is gone, the system's choice stands in for it
     qint64 frames = 0;   ///< taken since it was opened first: the clock of startAt()
-    int lateBlocks = 0;  ///< asked for so late that it was probably heard
 };
 
 /// The sound on air: decks that are decoded ahead, mixed to the sample and sent to one or two
