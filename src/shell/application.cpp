@@ -100,7 +100,10 @@ const sqlite::IndexFigures& Application::searchFigures() const
 
 int Application::run()
 {
-    switch (m_start->run([this] { m_main->show(); })) {
+    switch (m_start->run([this] {
+        m_edit->mendNames();
+        m_main->show();
+    })) {
     case StartResult::SecondCopy:
         return 0;
     case StartResult::Refused:
