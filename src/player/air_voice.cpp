@@ -146,6 +146,7 @@ void AirVoice::takeEnd()
     const auto soonest = static_cast<qint64>(m_place + (kEdge + 4) * step());
     if (end < soonest && m_end > end) {
         m_end = std::min(m_end, soonest);
+        m_fadeOut = {};
         fade(kEdge);
     } else {
         m_end = end;
@@ -261,9 +262,8 @@ double AirVoice::enough()
 {
     const double left = (m_there - m_place) / (step() * kEdge);
     const bool isWhole = m_there >= static_cast<double>(m_end);
-    const double wanted = isWhole || left >= 1 ? 1 : raisedCosine(left);
-    m_enough = std::min(wanted, m_enough + 1.0 / kEdge);
-    return m_enough;
+    m_enough = std::min(isWhole ? 1.0 : std::min(left, 1.0), m_enough + 1.0 / kEdge);
+    return m_enough == 1 ? 1 : raisedCosine(m_enough);
 }
 
 Stereo AirVoice::read() const

@@ -28,7 +28,7 @@ public:
 
     [[nodiscard]] CardReport card(int) const override
     {
-        return {QString(), true, false, now * kAirRate / 1000, 0};
+        return {QString(), true, false, now * kAirRate / 1000};
     }
 
     quint32 load(AirDeck deck, const EntrySound& sound) override
