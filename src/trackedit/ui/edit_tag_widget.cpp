@@ -206,7 +206,6 @@ void EditTagWidget::buildForm()
 void EditTagWidget::attach(EditTag& panel, const ConfigObjects& texts)
 {
     m_logic = &panel;
-    setTexts(texts);
     createToolBar(texts);
     setTabs();
     for (const PanelFieldRow& row : panelFields()) {
@@ -253,19 +252,29 @@ void EditTagWidget::connectField(PanelField field)
 
 void EditTagWidget::createToolBar(const ConfigObjects& texts)
 {
-    const auto add = [&](const QString& name, const QString& icon, QStringView text,
-                         QStringView tip) {
-        QToolButton* const button = addTool(name, m_icons.icon(icon), texts.text(tip));
-        button->setText(texts.text(text));
+    const auto add = [&](const QString& name, const QString& icon) {
+        QToolButton* const button = addTool(name, m_icons.icon(icon), QString());
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         return button;
     };
-    connect(add(u"ButtonShowDir"_s, u"folder"_s, u"edittag.show.dir", u"Button.Show.Dir"),
-            &QToolButton::clicked, this,
+    connect(add(u"ButtonShowDir"_s, u"folder"_s), &QToolButton::clicked, this,
             [this] { tell([](EditTag& logic) { logic.ButtonShowDir(); }); });
-    connect(add(u"ButtonClose"_s, u"clear"_s, u"schliessen", u"Button.Close"),
-            &QToolButton::clicked, this,
+    connect(add(u"ButtonClose"_s, u"clear"_s), &QToolButton::clicked, this,
             [this] { tell([](EditTag& logic) { logic.closePressed(); }); });
+    translate(texts);
+}
+
+void EditTagWidget::translate(const ConfigObjects& texts)
+{
+    setTexts(texts);
+    const auto name = [&](const QString& tool, QStringView text, QStringView tip) {
+        auto* const button = findChild<QToolButton*>(tool);
+        button->setText(texts.text(text));
+        button->setToolTip(texts.text(tip));
+        button->setAccessibleName(texts.text(tip));
+    };
+    name(u"ButtonShowDir"_s, u"edittag.show.dir", u"Button.Show.Dir");
+    name(u"ButtonClose"_s, u"schliessen", u"Button.Close");
 }
 
 void EditTagWidget::setTexts(const ConfigObjects& texts)

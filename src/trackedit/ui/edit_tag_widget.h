@@ -38,6 +38,9 @@ public:
     /// Connects the form with its logic, which outlives its last event.
     void attach(EditTag& panel, const ConfigObjects& texts);
 
+    /// Everything that stands still speaks the language of the texts as they are now.
+    void translate(const ConfigObjects& texts);
+
     void detach() override;
     void setPanelShown(bool shown) override;
     [[nodiscard]] bool isPanelShown() const override;
