@@ -50,7 +50,6 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"skin.melovane-dark.skn", u"Dunkel"},
     {u"skin.melovane-light.skn", u"Hell"},
     {u"mnuSprache", u"Sprache"},
-    {u"language.restart", u"Die Sprache wechselt mit dem nächsten Start von $1."},
     {u"mnuMoreResult.index", u"Index - Wortsuche"},
     {u"mnuMoreResult.fulltext", u"Volltextsuche"},
 
@@ -76,6 +75,9 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"row.aktion", u"Abspielaktion"},
     {u"row.list", u"Ganze Playliste"},
     {u"row.reset", u"Einstellungen aller Titel zurücksetzen"},
+    {u"library.history.end", u"In dieser Richtung wurde noch nichts gesucht"},
+    {u"library.autosize.off",
+     u"Dazu „Spaltenbreiten automatisch anpassen“ im Menü Ansicht einschalten"},
     {u"command.norow", u"Erst einen Titel auswählen"},
     {u"command.noplay", u"Der Player spielt keine Playliste"},
     {u"command.nofocus", u"Erst in die Titel der Bibliothek oder der Playliste klicken"},
