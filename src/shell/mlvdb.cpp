@@ -4,7 +4,9 @@
 #include "bus/suite_messages.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/melovane_configuration.h"
 #include "config/paths.h"
+#include "config/update_colors.h"
 #include "monitor/monitor_control.h"
 #include "platform/controls/warnings.h"
 #include "platform/controls/window_frame.h"
@@ -15,6 +17,8 @@
 #include "shell/window_data.h"
 #include "views/layout_files.h"
 
+#include <utility>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -22,6 +26,9 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr QSize kLeastSize{600, 300};
+
+/// The file of the chosen language: keep.
+const QString kLanguageSetting = u"Sprach.Datei"_s;
 
 } // namespace
 
@@ -40,9 +47,11 @@ MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
     , m_siblings(m_parts.siblings,
                  m_parts.texts,
                  [this](const QString& text) { m_statusText.show(text); })
-    , m_player(m_parts.suite,
-               m_parts.texts,
-               [this](const QString& text) { m_statusText.show(text); })
+    , m_player(
+          m_parts.suite,
+          m_parts.texts,
+          [this](const QString& order) { return m_parts.siblings.startPlayer(order); },
+          [this](const QString& text) { m_statusText.show(text); })
     , m_place(m_parts.settings, controls.window, controls.splits)
     , m_docking(controls.window)
     , m_suiteHandler({.settings = m_parts.settings,
@@ -57,7 +66,8 @@ MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
                       // Nobody has asked for it: a program that is missing is missed silently.
                       .rebuildTrees = [this] { m_parts.siblings.startRebuildTree(); },
                       .libraryOpened = [this] { tellAccess(); },
-                      .showStatusText = [this](const QString& text) { m_statusText.show(text); }},
+                      .showStatusText = [this](const QString& text) { m_statusText.show(text); },
+                      .settingsChanged = [this] { followSettings(); }},
                      m_parts.bus,
                      kMainWindowName.toString())
     , m_edit({.texts = m_parts.texts,
@@ -106,6 +116,7 @@ void MLVDB::load()
     // Before any view reads them: what was played yesterday does not count for today.
     m_parts.settings.UpdateLastPlayDayCount();
     tellAccess();
+    m_followed = present();
     m_menu.setCaptions();
     m_parts.suite.publishControl(m_parts.paths);
     loadSkin();
@@ -137,10 +148,69 @@ void MLVDB::tellAccess()
 void MLVDB::loadSkin()
 {
     m_controls.window.setLeastSize(kLeastSize);
+    takeSkin();
+}
+
+void MLVDB::takeSkin()
+{
     const QString text = m_skinFiles.text(m_parts.settings.SkinFileName());
     if (text.isEmpty() || !m_controls.skin.load(text)) {
         m_controls.skin.clear();
     }
+}
+
+MLVDB::Followed MLVDB::present() const
+{
+    Followed result{.skin = m_parts.settings.SkinFileName(),
+                    .language = m_parts.texts.value(kLanguageSetting),
+                    .colours = {},
+                    .keys = {}};
+    const UpdateColors colours(m_parts.settings);
+    for (const UpdateColors::ColorValue& value : colours.GetColors()) {
+        result.colours.append(value.value);
+    }
+    for (const Tasten& binding : m_parts.settings.TastenAll()) {
+        result.keys.append(binding.KeyName);
+    }
+    return result;
+}
+
+void MLVDB::followSettings()
+{
+    m_parts.texts.LoadAllValue();
+    const Followed before = std::exchange(m_followed, present());
+    if (before.language.isEmpty()) {
+        return; // Nothing is shown yet.
+    }
+    const bool hasOtherSkin = before.skin != m_followed.skin;
+    if (hasOtherSkin) {
+        takeSkin();
+    }
+    if (before.language.compare(m_followed.language, Qt::CaseInsensitive) != 0) {
+        speak();
+    } else {
+        // Keys and ticks stand in the menus.
+        m_menu.setCaptions();
+    }
+    if (before.keys != m_followed.keys) {
+        m_bus.SendMessage(bus::kUpdateToolTipText);
+    }
+    if (hasOtherSkin || before.colours != m_followed.colours) {
+        m_bus.SendMessage(bus::kUpdateColor);
+    }
+}
+
+void MLVDB::speak()
+{
+    m_followed.language = m_parts.texts.value(kLanguageSetting);
+    MelovaneConfiguration::speak(m_parts.texts, m_followed.language);
+    m_parts.languageChanged();
+    tellAccess();
+    m_menu.setCaptions();
+    m_bus.SendMessage(bus::kUpdateToolTipText);
+    // Counts, notes and the words of rows come with what is shown.
+    m_bus.SendMessage(bus::kDbChange);
+    m_bus.SendMessage(bus::kRefreshAll);
 }
 
 void MLVDB::startViews()
@@ -232,15 +302,14 @@ void MLVDB::chooseSkin(const QString& fileName)
         return;
     }
     m_parts.settings.SetSkinFileName(fileName);
+    m_followed.skin = m_parts.settings.SkinFileName();
     m_bus.SendMessage(bus::kUpdateColor);
 }
 
 void MLVDB::chooseLanguage(const QString& fileName)
 {
     if (m_languages.choose(fileName)) {
-        m_parts.warnings.ShowWarning(m_parts.texts.text(u"language.restart"_s, u"Melovane DB"_s),
-                                     WarningType::Note, m_parts.texts.text(u"mnuSprache"_s),
-                                     u"language.restart"_s, u"language.restart"_s);
+        speak();
     }
 }
 

@@ -66,7 +66,7 @@ public:
 
     [[nodiscard]] std::vector<LanguageEntry> languages() const { return m_languages.entries(); }
 
-    /// Takes a language for the next start, and says so.
+    /// Takes a language at once, in every view.
     void chooseLanguage(const QString& fileName);
 
     /// Other programs of the suite, for the user.
@@ -86,9 +86,24 @@ public:
     void showHeardTitle(const QString& title);
 
 private:
+    /// What the window shows of the settings.
+    struct Followed
+    {
+        QString skin;        ///< as the settings have it
+        QString language;    ///< its file
+        QStringList colours; ///< and font
+        QStringList keys;    ///< of all bindings
+    };
+
     // Load, in this order.
     void loadSkin();
     void startViews();
+    void takeSkin();
+    [[nodiscard]] Followed present() const;
+    /// Theme, language, font, colours and keys as the settings have them now.
+    void followSettings();
+    /// The texts, and with them the whole window, in the language of the settings.
+    void speak();
     /// The title says when nothing can be written into the library, and so does the status line.
     void tellAccess();
     [[nodiscard]] QString skinTitle(const QString& fileName) const;
@@ -98,6 +113,7 @@ private:
     BusSender m_bus;
     SkinFiles m_skinFiles;
     LanguageFiles m_languages;
+    Followed m_followed; ///< empty before the load
     StatusText m_statusText;
     EventGuard m_guard;
     SiblingCommands m_siblings;

@@ -155,6 +155,8 @@ struct MlvdbParts
     std::function<bool()> isReadOnly = [] { return false; };
     TagPanelCommands tags = {};
     CareCommands care = {};
+    /// The texts speak another language now: what stands still on the screen follows.
+    std::function<void()> languageChanged = [] {};
 };
 
 } // namespace melovane

@@ -44,6 +44,9 @@ public:
     bool startTagEditor();
     bool startLevelPanel();
     bool startJobs();
+    /// \param order what the player does first: "next" or "now" with the track that lies ready for
+    ///              it, nothing for an empty text
+    bool startPlayer(const QString& order);
 
     /// A program that the user has added.
     ///

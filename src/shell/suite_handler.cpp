@@ -233,6 +233,7 @@ void SuiteHandler::askForDatabase()
 void SuiteHandler::settingsChanged(Numbers)
 {
     refreshSettings();
+    m_parts.settingsChanged();
     m_bus.SendMessage(bus::kChangeConfig);
 }
 

@@ -34,6 +34,8 @@ struct SuiteHandlerParts
     /// Another library is open now.
     std::function<void()> libraryOpened = [] {};
     std::function<void(const QString& text)> showStatusText;
+    /// The settings were read anew, before the views hear of it.
+    std::function<void()> settingsChanged = [] {};
 };
 
 /// What the main window does when another program of the suite sends it something.

@@ -1,4 +1,5 @@
 #include "shell/window_fixture.h"
+#include "support/text_catalogue.h"
 
 #include <QFile>
 
@@ -64,6 +65,7 @@ TEST_F(MlvdbTest, OverAnEmptyLibraryTheWindowTakesTwoThirdsOfTheScreenAndAlwaysF
         window.area = QRect(0, 0, numbers[0].toInt(), numbers[1].toInt());
         activate(0);
         EXPECT_EQ(window.rect.size(), expected) << screen.toStdString();
+        EXPECT_TRUE(window.isOuter) << "its title bar lies on the screen, too";
     }
 }
 
@@ -72,6 +74,7 @@ TEST_F(MlvdbTest, WithTracksTheWindowTakesItsStoredPlace)
     store(100, 50, 900, 600, 0);
     activate(1);
     EXPECT_EQ(window.rect, QRect(100, 50, 900, 600));
+    EXPECT_FALSE(window.isOuter) << "stored without its frame";
     EXPECT_EQ(processes.commands.filter(u"mediaintake"_s), QStringList());
 }
 
@@ -125,12 +128,14 @@ TEST_F(MlvdbTest, PlaceAndSplitsAreKeptAlsoWhenTheLibraryFailsAtTheEnd)
     EXPECT_EQ(folders.makeSettings()->GetKeyValueLong(u"Value"_s, u"DBGridSplit-0"_s, 0), 222);
 }
 
-TEST_F(MlvdbTest, AChosenLanguageIsKeptAndItsStartNamed)
+TEST_F(MlvdbTest, AChosenLanguageIsKeptAndSpokenAtOnceByEveryView)
 {
-    folders.install(u"lang_English.ini"_s, "[Description]\nSprach.Name=English\n");
+    folders.install(u"lang_English.ini"_s, "[Description]\nSprach.Name=English\nok=Fine\n");
+    const test::CurrentFolder here(folders.programFolder());
     mlvdb.chooseLanguage(u"lang_English.ini"_s);
-    EXPECT_EQ(taken(), QStringList{u"warning Sprache: Die Sprache wechselt mit dem nächsten Start "
-                                   "von Melovane DB."_s});
+    EXPECT_EQ(texts.text(u"ok"), u"Fine"_s);
+    EXPECT_EQ(taken(), (QStringList{u"bus update.tolltip.text "_s, u"bus db.change "_s,
+                                    u"bus refresh.all "_s}));
     EXPECT_EQ(folders.makeSettings()->GetKeyValue(u"Value"_s, u"Sprach.Datei"_s, {}),
               u"lang_English.ini"_s);
     const std::vector<LanguageEntry> languages = mlvdb.languages();

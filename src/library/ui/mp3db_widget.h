@@ -47,6 +47,7 @@ signals:
 private:
     void buildKeys();
     void setTexts(const ConfigObjects& texts);
+    void setHeadings(const ConfigObjects& texts);
     void renewToolTips(const ctl_MP3DB& logic, const ConfigObjects& texts);
     void judgeTools(const ctl_MP3DB& logic, const ConfigObjects& texts);
     [[nodiscard]] QToolButton* addButton(const QString& key,
@@ -55,7 +56,7 @@ private:
                                          const ConfigObjects& texts);
     void createHistoryButtons(ctl_MP3DB& logic, const ConfigObjects& texts);
     void createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts);
-    void showHistory(bool back, bool forward);
+    bool showHistory(bool back, bool forward);
     void showCount(qint64 count, const QString& name, const ConfigObjects& texts);
     void showColumnMenu(const QPoint& place);
 

@@ -191,6 +191,24 @@ void DataGridModel::setHeading(int column, const QString& heading)
     emit headerDataChanged(Qt::Horizontal, column, column);
 }
 
+bool DataGridModel::setHeaderData(int section,
+                                  Qt::Orientation orientation,
+                                  const QVariant& value,
+                                  int role)
+{
+    if (orientation == Qt::Vertical || section < 0 || section >= columnCount()) {
+        return false;
+    }
+    GridColumn& changed = m_columns[static_cast<size_t>(section)];
+    if (role == Qt::ToolTipRole) {
+        changed.headingTip = value.toString();
+        return true;
+    }
+    m_headings[section] = value.toString();
+    setHeading(section, changed.renamed ? changed.heading : QString());
+    return true;
+}
+
 QVariant DataGridModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation == Qt::Vertical || section < 0 || section >= columnCount()) {

@@ -40,6 +40,13 @@ public:
         return m_columns[static_cast<size_t>(index)];
     }
 
+    /// The first heading of a column, or its tip: another language. A heading that the user has
+    /// given stays.
+    bool setHeaderData(int section,
+                       Qt::Orientation orientation,
+                       const QVariant& value,
+                       int role) override;
+
     /// Another heading for a column; an empty text gives it its first one back.
     void setHeading(int column, const QString& heading);
 

@@ -184,6 +184,19 @@ void PlaylistWidget::chooseAktion(ctl_Playlist& logic, const ConfigObjects& text
     }
 }
 
+/// What does not come with the rows, in the language of now.
+void PlaylistWidget::setTexts(const ConfigObjects& texts)
+{
+    m_grid->setAccessibleName(texts.text(u"playlist.grid.name"_s));
+    for (const GridColumn& column : playlistColumns()) {
+        const QString key = headingKey(column.field);
+        const int section = m_grid->columnOf(column.field);
+        QAbstractItemModel* const model = m_grid->model();
+        model->setHeaderData(section, Qt::Horizontal, texts.text(key), Qt::DisplayRole);
+        model->setHeaderData(section, Qt::Horizontal, texts.text(key + u".tip"_s), Qt::ToolTipRole);
+    }
+}
+
 void PlaylistWidget::attach(ctl_Playlist& logic, const ConfigObjects& texts)
 {
     m_grid->setAccessibleName(texts.text(u"playlist.grid.name"_s));
@@ -222,7 +235,10 @@ void PlaylistWidget::attach(ctl_Playlist& logic, const ConfigObjects& texts)
         &logic, &ctl_Playlist::historyChanged, this,
         [this](const QString& undo, bool, const QString& redo, bool) { showHistory(undo, redo); });
     const auto judge = [this, &logic, &texts] { judgeTools(logic, texts); };
-    connect(&logic, &ctl_Playlist::toolTipsWanted, this, judge);
+    connect(&logic, &ctl_Playlist::toolTipsWanted, this, [this, judge, &texts] {
+        setTexts(texts);
+        judge();
+    });
     connect(&logic, &ctl_Playlist::commandsChanged, this, judge);
     connect(m_grid, &DataGrid::emptyButtonClicked, &logic, &ctl_Playlist::emptyButtonPressed);
     connect(&logic, &ctl_Playlist::summaryChanged, this,

@@ -37,6 +37,7 @@ public:
 
 private:
     void createToolBar(ctl_Playlist& logic, const ConfigObjects& texts);
+    void setTexts(const ConfigObjects& texts);
     void judgeTools(const ctl_Playlist& logic, const ConfigObjects& texts);
     void showSummary(const PlaylistSummary& summary, const ConfigObjects& texts);
     void chooseAktion(ctl_Playlist& logic, const ConfigObjects& texts);

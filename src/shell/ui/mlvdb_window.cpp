@@ -141,10 +141,7 @@ StatusLine& MlvdbWindow::status()
 void MlvdbWindow::attach(MLVDB& logic, const ConfigObjects& texts)
 {
     m_menus->attach(logic);
-    m_monitor->setTexts({.seekName = texts.text(u"monitor.seek.name"_s),
-                         .seekTip = texts.text(u"monitor.seek.tip"_s),
-                         .volumeName = texts.text(u"playlist.volume"_s),
-                         .volumeTip = texts.text(u"monitor.volume.tip"_s)});
+    translate(texts);
     QMenu* skins = m_menus->filledMenu(u"mnuSkin"_s);
     connect(skins, &QMenu::aboutToShow, this,
             [this, skins, &logic, &texts] { fillSkinMenu(*skins, logic, texts); });
@@ -153,6 +150,14 @@ void MlvdbWindow::attach(MLVDB& logic, const ConfigObjects& texts)
             [this, languages, &logic] { fillLanguageMenu(*languages, logic); });
     connect(m_library, &Mp3dbWidget::importWanted, this,
             [&logic] { logic.siblings().importMusic(); });
+}
+
+void MlvdbWindow::translate(const ConfigObjects& texts)
+{
+    m_monitor->setTexts({.seekName = texts.text(u"monitor.seek.name"_s),
+                         .seekTip = texts.text(u"monitor.seek.tip"_s),
+                         .volumeName = texts.text(u"playlist.volume"_s),
+                         .volumeTip = texts.text(u"monitor.volume.tip"_s)});
 }
 
 void MlvdbWindow::fillSkinMenu(QMenu& menu, MLVDB& logic, const ConfigObjects& texts)

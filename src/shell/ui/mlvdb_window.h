@@ -54,6 +54,10 @@ public:
     /// Connects the form with its logic, which outlives its last event.
     void attach(MLVDB& logic, const ConfigObjects& texts);
 
+    /// Everything that stands still speaks the language of the texts as they are now; the entries
+    /// of the menus come from the logic.
+    void translate(const ConfigObjects& texts);
+
     void setCaption(const QString& caption) override;
     void setLeastSize(const QSize& size) override;
     [[nodiscard]] QRect place() const override;

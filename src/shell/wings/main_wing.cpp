@@ -3,6 +3,7 @@
 #include "bus/message_names.h"
 #include "library/ui/mp3db_widget.h"
 #include "platform/db/db_error.h"
+#include "platform/qt/desktop_texts.h"
 #include "platform/qt/qt_font_chooser.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/wings/care_wing.h"
@@ -55,7 +56,8 @@ MlvdbParts MainWing::windowParts()
             .log = machine.log(),
             .isReadOnly = suite.world(machine).isReadOnly,
             .tags = below.edit.commands(),
-            .care = below.care.commands()};
+            .care = below.care.commands(),
+            .languageChanged = [this] { translate(); }};
 }
 
 DayCountParts MainWing::dayCountParts()
@@ -152,6 +154,18 @@ void MainWing::connectViews()
         below.trees.favorit.end();
         below.trees.tree.end();
     });
+}
+
+/// All forms in the language that the texts speak now.
+void MainWing::translate()
+{
+    const ConfigObjects& texts = below.machine.texts;
+    MlvdbWindow& form = below.desk.window;
+    setLanguageOfDesktopTexts(below.desk.application, texts.text(u"Sprach.Code"));
+    form.translate(texts);
+    form.lists().translate(below.trees.favorit, texts);
+    form.tree().translate(texts);
+    form.tags().translate(texts);
 }
 
 void MainWing::connectTagPanel()

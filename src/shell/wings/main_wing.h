@@ -59,6 +59,7 @@ private:
     [[nodiscard]] DayCountParts dayCountParts();
     void connectViews();
     void connectTagPanel();
+    void translate();
 };
 
 } // namespace melovane

@@ -147,7 +147,9 @@ PlaylistActions PlaylistWing::viewActions()
                     return below.sound.cueFinder.find(file, withinMs, loudness);
                 },
             .newList = tree.newList,
-            .world = below.suite.world(below.machine)};
+            .world = below.suite.world(below.machine),
+            .rehearse = [this](const MlvPlaylistDetail& from,
+                               const MlvPlaylistDetail& to) { below.sound.rehearse(from, to); }};
 }
 
 KopieParts PlaylistWing::exportParts()

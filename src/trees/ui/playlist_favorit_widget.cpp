@@ -58,8 +58,7 @@ TreeControl& PlaylistFavoritWidget::tree()
 
 void PlaylistFavoritWidget::attach(PlaylistFavorit& logic, const ConfigObjects& texts)
 {
-    m_tree->setAccessibleName(texts.text(u"lists.title"));
-    m_tree->setWords(treeWords(texts));
+    translate(logic, texts);
     connect(m_tree, &OutlineTree::rowClicked, &logic, &PlaylistFavorit::rowClicked);
     connect(m_tree, &OutlineTree::rowEntered, &logic, &PlaylistFavorit::rowEntered);
     connect(m_tree, &OutlineTree::rowActivated, &logic, &PlaylistFavorit::rowActivated);
@@ -80,8 +79,19 @@ void PlaylistFavoritWidget::attach(PlaylistFavorit& logic, const ConfigObjects& 
             [this, &logic, &texts] { judgeTools(logic, texts); });
 }
 
+void PlaylistFavoritWidget::translate(const PlaylistFavorit& logic, const ConfigObjects& texts)
+{
+    m_tree->setAccessibleName(texts.text(u"lists.title"));
+    m_tree->setWords(treeWords(texts));
+    judgeTools(logic, texts);
+}
+
 void PlaylistFavoritWidget::createToolBar(PlaylistFavorit& logic, const ConfigObjects& texts)
 {
+    if (findChild<QToolButton*>(u"all.lock"_s) != nullptr) {
+        judgeTools(logic, texts);
+        return;
+    }
     for (const std::vector<Tool>& group : toolGroups()) {
         for (const Tool& tool : group) {
             const QToolButton* button =

@@ -24,6 +24,9 @@ public:
     /// Connects the form with its logic, which outlives the last event of the form.
     void attach(PlaylistFavorit& logic, const ConfigObjects& texts);
 
+    /// Everything that stands still speaks the language of the texts as they are now.
+    void translate(const PlaylistFavorit& logic, const ConfigObjects& texts);
+
     /// Where the last context menu was asked for, on the screen.
     [[nodiscard]] QPoint menuPlace() const { return m_menuPlace; }
 

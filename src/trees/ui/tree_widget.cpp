@@ -147,10 +147,9 @@ void TreeWidget::setFolds(bool folds)
 void TreeWidget::attach(Tree& logic, const ConfigObjects& texts)
 {
     for (OutlineTree* tree : m_trees) {
-        tree->setFilterNote(texts.text(u"tree.filter.none"));
-        tree->setWords(treeWords(texts));
         connectTree(*tree, logic);
     }
+    translate(texts);
     connect(&logic, &Tree::toolBarWanted, this,
             [this, &logic, &texts] { createToolBar(logic, texts); });
     connect(m_filter, &QLineEdit::textChanged, &logic,
@@ -184,27 +183,28 @@ void TreeWidget::connectTree(OutlineTree& tree, Tree& logic)
     }
 }
 
-QToolButton* TreeWidget::addRowButton(const QString& key, const QString& icon, const QString& tip)
+QToolButton* TreeWidget::addRowButton(const QString& key, const QString& icon)
 {
     auto* button = new QToolButton(m_rowTools);
     button->setObjectName(key);
     button->setAutoRaise(true);
     button->setIcon(m_icons.icon(icon));
-    button->setToolTip(tip);
-    button->setAccessibleName(tip);
     m_rowTools->layout()->addWidget(button);
     return button;
 }
 
 void TreeWidget::createToolBar(Tree& logic, const ConfigObjects& texts)
 {
+    if (m_fold != nullptr) {
+        translate(texts);
+        return;
+    }
     for (const KindButton& kind : kindButtons()) {
         QToolButton* button =
             addTool(kind.key, m_icons.icon(kind.icon), buttonTip(texts, kind.text));
         if (kind.kind >= 0) {
             button->setCheckable(true);
             m_kinds->addButton(button, kind.kind);
-            m_trees[size_t(kind.kind)]->setAccessibleName(texts.text(kind.text));
         }
         connect(button, &QToolButton::clicked, &logic,
                 [&logic, key = kind.key] { logic.toolPressed(key); });
@@ -213,21 +213,48 @@ void TreeWidget::createToolBar(Tree& logic, const ConfigObjects& texts)
     // All ten stand in one row of the panel as it is at first.
     setTightTools();
     m_kinds->button(m_stack->currentIndex())->setChecked(true);
-    m_filter->setPlaceholderText(texts.text(u"tree.filter"));
-    m_filter->setToolTip(texts.text(u"tree.filter.tip"));
-    m_filter->setAccessibleName(texts.text(u"tree.filter"));
-    m_foldTip = texts.text(u"ToolTip.Tree.collaps.close");
-    m_openTip = texts.text(u"tree.fold.open");
-    const auto add = [&](const QString& key, const QString& icon, const QString& tip) {
-        QToolButton* button = addRowButton(key, icon, tip);
+    const auto add = [&](const QString& key, const QString& icon) {
+        QToolButton* button = addRowButton(key, icon);
         connect(button, &QToolButton::clicked, &logic, [&logic, key] { logic.toolPressed(key); });
         return button;
     };
-    m_newGroup = add(u"NEWGENRE"_s, u"all.newdir"_s, texts.text(u"ToolTipTreeNewGroup"));
-    m_delete = add(u"DELETE"_s, u"delete"_s, texts.text(u"ToolTipTreeDelGroup"));
-    m_fold = add(u"tree.collaps.close"_s, u"tree.collaps.close"_s, m_foldTip);
-    add(u"all.refresh"_s, u"reload"_s, texts.text(u"ToolTipRefresh"));
+    m_newGroup = add(u"NEWGENRE"_s, u"all.newdir"_s);
+    m_delete = add(u"DELETE"_s, u"delete"_s);
+    m_fold = add(u"tree.collaps.close"_s, u"tree.collaps.close"_s);
+    add(u"all.refresh"_s, u"reload"_s);
+    translate(texts);
     setGroupButtons(logic.kind() == TreeKind::Playlist);
+}
+
+void TreeWidget::translate(const ConfigObjects& texts)
+{
+    for (OutlineTree* tree : m_trees) {
+        tree->setFilterNote(texts.text(u"tree.filter.none"));
+        tree->setWords(treeWords(texts));
+    }
+    m_filter->setPlaceholderText(texts.text(u"tree.filter"));
+    m_filter->setToolTip(texts.text(u"tree.filter.tip"));
+    m_filter->setAccessibleName(texts.text(u"tree.filter"));
+    const auto name = [this](const QString& key, const QString& tip) {
+        // The tools come with the message that makes them.
+        if (auto* const button = findChild<QToolButton*>(key)) {
+            button->setToolTip(tip);
+            button->setAccessibleName(tip);
+        }
+    };
+    for (const KindButton& kind : kindButtons()) {
+        name(kind.key, buttonTip(texts, kind.text));
+        if (kind.kind >= 0) {
+            m_trees[size_t(kind.kind)]->setAccessibleName(texts.text(kind.text));
+        }
+    }
+    name(u"NEWGENRE"_s, texts.text(u"ToolTipTreeNewGroup"));
+    name(u"DELETE"_s, texts.text(u"ToolTipTreeDelGroup"));
+    name(u"all.refresh"_s, texts.text(u"ToolTipRefresh"));
+    const bool isOpenTip = m_fold != nullptr && m_fold->toolTip() == m_openTip;
+    m_foldTip = texts.text(u"ToolTip.Tree.collaps.close");
+    m_openTip = texts.text(u"tree.fold.open");
+    name(u"tree.collaps.close"_s, isOpenTip ? m_openTip : m_foldTip);
 }
 
 void TreeWidget::filter(const QString& text, Tree& logic)

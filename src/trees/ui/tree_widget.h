@@ -34,6 +34,9 @@ public:
     /// Connects the form with its logic, which outlives the last event of the form.
     void attach(Tree& logic, const ConfigObjects& texts);
 
+    /// Everything that stands still speaks the language of the texts as they are now.
+    void translate(const ConfigObjects& texts);
+
     /// Where the last context menu was asked for, on the screen.
     [[nodiscard]] QPoint menuPlace() const { return m_menuPlace; }
 
@@ -48,7 +51,7 @@ private:
     void buildFilter();
     void connectTree(OutlineTree& tree, Tree& logic);
     void createToolBar(Tree& logic, const ConfigObjects& texts);
-    QToolButton* addRowButton(const QString& key, const QString& icon, const QString& tip);
+    QToolButton* addRowButton(const QString& key, const QString& icon);
     void filter(const QString& text, Tree& logic);
     void beginFilter(const QString& text);
 
