@@ -1,6 +1,6 @@
 #include "platform/sqlite/index/index_bits.h"
 
-#include "platform/sqlite/index/index_scan.h"
+#include "platform/sqlite/index/vector_width.h"
 
 #include <algorithm>
 #include <bit>

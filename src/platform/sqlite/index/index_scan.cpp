@@ -244,12 +244,6 @@ MLV_AVX2 void readAvx2(const char* letters, std::span<const char> bytes, quint64
 
 #undef MLV_AVX2
 
-bool hasAvx2()
-{
-    return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") &&
-           __builtin_cpu_supports("bmi2") && __builtin_cpu_supports("popcnt");
-}
-
 #endif
 
 /// \param block at most kBlock letters
@@ -263,37 +257,7 @@ quint64 endsIn(std::string_view block)
     return equalTo(block.data(), block.size(), kTextEnd);
 }
 
-VectorWidth widthOfRun()
-{
-    const char* const wanted = std::getenv("MLV_VECTOR");
-    const std::string_view name = wanted == nullptr ? "" : wanted;
-    VectorWidth result = VectorWidth::Plain;
-    for (const VectorWidth width : vectorWidths()) {
-        const bool isWanted = width == VectorWidth::Sse2 ? name != "plain" : name.empty();
-        result = isWanted ? width : result;
-    }
-    return result;
-}
-
 } // namespace
-
-std::vector<VectorWidth> vectorWidths()
-{
-    std::vector<VectorWidth> widths{VectorWidth::Plain};
-#ifdef __x86_64__
-    widths.push_back(VectorWidth::Sse2);
-    if (hasAvx2()) {
-        widths.push_back(VectorWidth::Avx2);
-    }
-#endif
-    return widths;
-}
-
-VectorWidth vectorWidth()
-{
-    static const VectorWidth width = widthOfRun();
-    return width;
-}
 
 BlockReader blockReader([[maybe_unused]] VectorWidth width)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/sqlite/index/index_bits.h"
+#include "platform/sqlite/index/vector_width.h"
 
 #include <array>
 #include <optional>
@@ -13,21 +14,6 @@ namespace melovane::sqlite {
 
 /// Stands behind each text; UTF-8 has no such byte.
 inline constexpr char kTextEnd = '\xFF';
-
-/// How many letters are compared at once: 1, 16 or 32.
-enum class VectorWidth
-{
-    Plain,
-    Sse2,
-    Avx2
-};
-
-/// All that this machine can do, narrowest first.
-[[nodiscard]] std::vector<VectorWidth> vectorWidths();
-
-/// What searches use: the widest, or less when the environment variable MLV_VECTOR says "plain" or
-/// "sse2". Asked for once in a run.
-[[nodiscard]] VectorWidth vectorWidth();
 
 /// Looks at PackedTexts::kBlock letters, a bit for each.
 /// \param bytes what is looked for
