@@ -1,3 +1,7 @@
+#include "bus/message_numbers.h"
+#include "platform/linux/linux_environment.h"
+#include "platform/linux/linux_messages.h"
+#include "platform/linux/only_copy.h"
 #include "shell/application_fixture.h"
 #include "shell/fakes.h"
 #include "shell/opened_files.h"
@@ -78,29 +82,23 @@ TEST_F(OpenedFilesOfUser, AListOfTheCallIsImportedAndOpened)
     EXPECT_EQ(suite.value(u"select count(*) from pl_name where name='Abend'"_s).toLong(), 1);
 }
 
-/// The program itself, twice.
+/// The program as a second copy; this test is the first one.
 class SecondCopy : public test::SuiteFixture
 {
 protected:
-    void SetUp() override
-    {
-        suite.library.add({.Titel = u"Brandung"_s});
-        ASSERT_TRUE(QFile::copy(QString::fromUtf8(MLV_CONSOLE), program()));
-    }
-
-    void TearDown() override
-    {
-        if (m_first.state() != QProcess::NotRunning) {
-            m_first.terminate();
-            EXPECT_TRUE(m_first.waitForFinished(test::kLongWaitMs));
-            EXPECT_EQ(m_first.exitCode(), 0);
-        }
-    }
+    void SetUp() override { ASSERT_TRUE(QFile::copy(QString::fromUtf8(MLV_CONSOLE), program())); }
 
     [[nodiscard]] QString program() const { return suite.file(u"MelovaneDB"_s); }
 
     /// Both copies meet in a runtime folder of their own.
-    void start(QProcess& copy, const QStringList& files)
+    [[nodiscard]] QString meetingPlace() const
+    {
+        EnvironmentPlaces places;
+        places.runtimeBase = m_runtime.path();
+        return LinuxEnvironment(places).runtimeFolder();
+    }
+
+    void start(QProcess& copy, const QStringList& files) const
     {
         auto environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"XDG_RUNTIME_DIR"_s, m_runtime.path());
@@ -108,25 +106,29 @@ protected:
         copy.start(program(), files);
     }
 
-    QProcess m_first;
     test::TempFolder m_runtime;
 };
 
-TEST_F(SecondCopy, HandsItsFilesToTheFirstAndEnds)
+TEST_F(SecondCopy, HandsItsFilesToTheFirstAlsoWhileThatIsAtItsStartAndEnds)
 {
     const test::TempFolder music;
-    music.write(u"it's \"far\" out.mp3"_s, test::simpleMp3(u"Hafenlicht"_s, u"Ostwind"_s));
-    start(m_first, {});
-    ASSERT_TRUE(m_first.waitForStarted(test::kLongWaitMs));
-    // At once, while the first one is still at its start.
+    LinuxMessages messages{MessagePlace(meetingPlace())};
+    const auto control = messages.makeControl();
+    QStringList opened;
+    control->setMessageText([&opened](qint32 id, qint32, const QString& text) {
+        opened += id == message::kOpenFiles ? OpenedFiles::fromText(text) : QStringList();
+        return 0;
+    });
+    OnlyCopy first(meetingPlace(), u"MelovaneDB"_s);
+    ASSERT_TRUE(first.claim());
     QProcess second;
     second.setWorkingDirectory(music.path());
-    start(second, {u"it's \"far\" out.mp3"_s});
-    ASSERT_TRUE(second.waitForFinished(test::kLongWaitMs));
+    start(second, {u"it's \"far\" out.mp3"_s, u"/other/b.mp3"_s});
+    ASSERT_TRUE(second.waitForStarted(test::kLongWaitMs));
+    first.publish(control->handle());
+    ASSERT_TRUE(test::waitFor([&] { return second.state() == QProcess::NotRunning; }));
     EXPECT_EQ(second.exitCode(), 0);
-    EXPECT_TRUE(test::waitFor([this] {
-        return suite.value(u"select count(*) from db_all where Titel='Hafenlicht'"_s).toLong() == 1;
-    }));
+    EXPECT_EQ(opened, (QStringList{music.file(u"it's \"far\" out.mp3"_s), u"/other/b.mp3"_s}));
 }
 
 TEST_F(SecondCopy, AnOptionThatIsNoneIsAWrongCallAndOpensNothing)

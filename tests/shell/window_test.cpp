@@ -265,7 +265,7 @@ TEST_F(WindowTest, TheLanguageMenuOffersWhatLiesReadyAndKeepsTheChoice)
     EXPECT_TRUE(menu.actions()[0]->isChecked());
     console->log.clear();
     menu.actions()[1]->trigger();
-    EXPECT_EQ(console->log.size(), 1);
+    EXPECT_EQ(console->log, QStringList()) << "spoken at once, so that nothing is told";
     emit menu.aboutToShow();
     EXPECT_FALSE(menu.actions()[0]->isChecked());
     EXPECT_TRUE(menu.actions()[1]->isChecked());
