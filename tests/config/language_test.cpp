@@ -21,6 +21,8 @@ constexpr qsizetype kLongestText = 259;
 const QSet<QString> kSameInBoth{
     u"ok"_s,
     u"bench.cover.size"_s,
+    u"quick.album"_s,
+    u"quick.genre"_s,
     u"confSSTab_1"_s,
     u"confFrame4"_s,
     u"confFrame2"_s,
