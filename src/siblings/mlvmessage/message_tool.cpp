@@ -1,10 +1,10 @@
 #include "siblings/mlvmessage/message_tool.h"
 
+#include "bus/published_controls.h"
 #include "config/tool_box.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
 #include "platform/system/clock.h"
-#include "siblings/mlvmessage/published_controls.h"
 
 #include <QElapsedTimer>
 
