@@ -94,4 +94,10 @@ inline constexpr qint32 kBpmWantsTrack = 3078;
 /// The second copy asks the first one to come to the front, and ends.
 inline constexpr qint32 kBringToFront = 2001;
 
+// Of the suite's own care.
+
+/// To any program that keeps a journal of its messages: lParam is the control that gets it as a
+/// text of the same number, one message a line, before the answer 1.
+inline constexpr qint32 kTellJournal = 2002;
+
 } // namespace melovane::message
