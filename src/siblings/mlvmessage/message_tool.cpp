@@ -2,8 +2,8 @@
 
 #include "bus/published_controls.h"
 #include "config/tool_box.h"
-#include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
+#include "platform/linux/process_name.h"
 #include "platform/system/clock.h"
 
 #include <QElapsedTimer>
@@ -13,24 +13,6 @@
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-/// More than the system keeps of a process's name, in bytes.
-constexpr qint64 kLongestName = 4096;
-
-/// What the system calls a process.
-QString processName(qint64 process)
-{
-    try {
-        const QByteArray name = LinuxFiles().read(u"/proc/%1/comm"_s.arg(process), kLongestName);
-        return shownText(QString::fromUtf8(name).trimmed());
-    } catch (const IoError&) {
-        return u"-"_s;
-    }
-}
-
-} // namespace
 
 QString shownText(const QString& text)
 {
@@ -93,7 +75,7 @@ MessageResult MessageTool::list()
     for (const LiveControl& control : m_messages.liveControls()) {
         m_print(u"%1  %2  %3  %4"_s.arg(control.handle, 10)
                     .arg(control.process, 7)
-                    .arg(processName(control.process), -15)
+                    .arg(shownText(processName(control.process)), -15)
                     .arg(shownText(keysOf(control.handle, published).join(u", "_s))));
     }
     return MessageResult::Done;
