@@ -34,11 +34,13 @@ QString shownText(const QString& text)
 MessageTool::MessageTool(LinuxMessages& messages,
                          ToolBox& settings,
                          const Clock& clock,
-                         Print print)
+                         Print print,
+                         std::function<QString()> health)
     : m_messages(messages)
     , m_settings(settings)
     , m_clock(clock)
     , m_print(std::move(print))
+    , m_health(std::move(health))
 {}
 
 std::optional<MessageResult> MessageTool::run(const MessageCommand& command,
@@ -54,6 +56,9 @@ std::optional<MessageResult> MessageTool::run(const MessageCommand& command,
         return send(command, targetOf(command.target));
     case MessageCommand::Action::Post:
         return post(command, targetOf(command.target));
+    case MessageCommand::Action::Health:
+        m_print(m_health());
+        return MessageResult::Done;
     case MessageCommand::Action::Listen:
         break;
     }
