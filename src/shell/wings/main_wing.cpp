@@ -30,6 +30,13 @@ MainWing::MainWing(const Below& wings)
     , editBox(wings.machine.texts, wings.suite.bus, inputBox)
     , info(wings.machine.settings, wings.machine.texts, wings.machine.paths, infoForm)
     , window(windowParts(), wings.desk.window.controls())
+    , quick({.machine = wings.machine,
+             .desk = wings.desk,
+             .suite = wings.suite,
+             .library = wings.library,
+             .playlist = wings.playlist,
+             .trees = wings.trees,
+             .window = window})
     , dayCounts(dayCountParts())
     , keys(wings.machine.settings, wings.machine.loop, keyActions())
 {}
@@ -56,8 +63,16 @@ MlvdbParts MainWing::windowParts()
             .log = machine.log(),
             .isReadOnly = suite.world(machine).isReadOnly,
             .tags = below.edit.commands(),
-            .care = below.care.commands(),
+            .care = commands(),
             .languageChanged = [this] { translate(); }};
+}
+
+/// What the menu entries do that the window's own logic does not know.
+CareCommands MainWing::commands()
+{
+    CareCommands all = below.care.commands();
+    all.insert(u"mnuQuickOpen"_s, [this] { quick.open(); });
+    return all;
 }
 
 DayCountParts MainWing::dayCountParts()

@@ -7,6 +7,7 @@
 #include "shell/mlvdb.h"
 #include "shell/ui/edit_box_dialog.h"
 #include "shell/ui/info_dialog.h"
+#include "shell/wings/quick_wing.h"
 
 namespace melovane {
 
@@ -49,11 +50,13 @@ struct MainWing
     InfoDialog infoForm;
     frmInfo info;
     MLVDB window;
+    QuickWing quick;
     DayCounts dayCounts;
     KeyCommands keys;
 
 private:
     [[nodiscard]] MlvdbParts windowParts();
+    [[nodiscard]] CareCommands commands();
     [[nodiscard]] WindowDialogs dialogs();
     [[nodiscard]] KeyActions keyActions();
     [[nodiscard]] DayCountParts dayCountParts();
