@@ -93,6 +93,7 @@ std::span<const MenuRow> MenuCommands::rows()
         {1, Entry, u"mnuInternet_1", {}, {}, {}, &MenuCommands::mnuInternetPage},
         {1, Entry, u"mnuInternet_3", {}, {}, {}, &MenuCommands::mnuInternetVersions},
         {1, Separator, {}},
+        {1, Entry, u"mnuHealth", {}, u"shield"},
         {1, Entry, u"mnuUeber", {}, u"info", {}, &MenuCommands::mnuUeber},
     };
     // clang-format on

@@ -240,7 +240,7 @@ TEST_F(WindowMenuTest, OnlyWhatOtherPartsOfTheProgramDoHasNoActionHere)
     }
     EXPECT_EQ(later, (QStringList{u"mnuDatenbereinigung"_s, u"mnuRecycler"_s, u"mnuBackups"_s,
                                   u"mnuCheckLibrary"_s, u"mnuNoExistSuchen"_s, u"mnuNoExistFind"_s,
-                                  u"mnuDoubles"_s, u"mnuQuickOpen"_s}));
+                                  u"mnuDoubles"_s, u"mnuQuickOpen"_s, u"mnuHealth"_s}));
 }
 
 struct PlugInTest : public test::WindowFixture

@@ -16,6 +16,7 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
                [this] { return safety.backups.makeBefore(BackupOccasion::Cleaning); })
     , found(base, room, talk, steps, cleaning.recycler())
     , safety(base, room, talk)
+    , health(base, room, talk, safety)
 {}
 
 CareCommands CareWing::commands()
@@ -24,6 +25,7 @@ CareCommands CareWing::commands()
     all.insert(cleaning.commands());
     all.insert(safety.commands());
     all.insert(found.commands());
+    all.insert(health.commands());
     return all;
 }
 
