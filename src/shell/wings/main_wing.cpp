@@ -1,10 +1,12 @@
 #include "shell/wings/main_wing.h"
 
 #include "bus/message_names.h"
+#include "config/retold_texts.h"
 #include "library/ui/mp3db_widget.h"
 #include "platform/db/db_error.h"
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/qt_font_chooser.h"
+#include "platform/qt/retell.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/wings/care_wing.h"
 #include "shell/wings/desk.h"
@@ -19,7 +21,8 @@
 #include "trees/ui/playlist_favorit_widget.h"
 #include "trees/ui/tree_widget.h"
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QEvent>
 
 namespace melovane {
 
@@ -40,6 +43,8 @@ MainWing::MainWing(const Below& wings)
     , dayCounts(dayCountParts())
     , keys(wings.machine.settings, wings.machine.loop, keyActions())
 {}
+
+MainWing::~MainWing() = default;
 
 MlvdbParts MainWing::windowParts()
 {
@@ -171,16 +176,26 @@ void MainWing::connectViews()
     });
 }
 
-/// All forms in the language that the texts speak now.
+/// All forms and dialogs, open or not, in the language that the texts speak now.
 void MainWing::translate()
 {
     const ConfigObjects& texts = below.machine.texts;
+    m_spoken->become(texts);
+    for (QWidget* const each : QApplication::topLevelWidgets()) {
+        retell(*each, [this](const QString& text) { return m_spoken->retold(text); });
+    }
+    m_spoken = std::make_unique<RetoldTexts>(texts);
     MlvdbWindow& form = below.desk.window;
     setLanguageOfDesktopTexts(below.desk.application, texts.text(u"Sprach.Code"));
     form.translate(texts);
     form.lists().translate(below.trees.favorit, texts);
     form.tree().translate(texts);
     form.tags().translate(texts);
+    // Windows that make their content of texts make it anew.
+    for (QWidget* const each : QApplication::topLevelWidgets()) {
+        QEvent spoken(QEvent::LanguageChange);
+        QCoreApplication::sendEvent(each, &spoken);
+    }
 }
 
 void MainWing::connectTagPanel()
@@ -195,6 +210,7 @@ void MainWing::connectTagPanel()
 
 void MainWing::show()
 {
+    m_spoken = std::make_unique<RetoldTexts>(below.machine.texts);
     connectViews();
     try {
         window.load();

@@ -11,6 +11,7 @@
 
 namespace melovane {
 
+class RetoldTexts;
 struct CareWing;
 struct Desk;
 struct EditWing;
@@ -39,6 +40,10 @@ struct MainWing
     };
 
     explicit MainWing(const Below& below);
+    ~MainWing();
+
+    MainWing(const MainWing&) = delete;
+    MainWing& operator=(const MainWing&) = delete;
 
     /// Connects the forms with their logic, loads the window and shows it. A library that fails is
     /// told; the window is there all the same, incomplete.
@@ -63,6 +68,8 @@ private:
     void connectViews();
     void connectTagPanel();
     void translate();
+
+    std::unique_ptr<RetoldTexts> m_spoken; ///< the language that the window speaks; null before it
 };
 
 } // namespace melovane
