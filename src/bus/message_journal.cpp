@@ -46,6 +46,7 @@ JournalControl::JournalControl(std::unique_ptr<KSMessage> control, const Clock& 
     , m_lives(std::make_shared<bool>(true))
 {
     setMessageNumber({});
+    setMessageText({});
 }
 
 QStringList JournalControl::lines() const

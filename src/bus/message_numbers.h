@@ -98,6 +98,6 @@ inline constexpr qint32 kBringToFront = 2001;
 
 /// To any program that keeps a journal of its messages: lParam is the control that gets it as a
 /// text of the same number, one message a line, before the answer 1.
-inline constexpr qint32 kTellJournal = 2002;
+inline constexpr qint32 kTellJournal = 2003;
 
 } // namespace melovane::message

@@ -31,7 +31,7 @@ QTreeWidgetItem* itemOf(const HealthLine& line, const IconSet& icons)
         item->setToolTip(0, line.what);
     }
     if (line.isAlarming) {
-        item->setIcon(0, icons.icon(u"warning"_s));
+        item->setIcon(0, icons.icon(u"warning"_s, ThemeRole::VuMeterColorPeek));
     }
     return item;
 }
