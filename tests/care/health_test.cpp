@@ -88,18 +88,22 @@ TEST_F(HealthTest, ALibraryWithoutBackupOrWithFindingsIsAlarming)
 
 TEST_F(HealthTest, ABackupIsAlarmingWhenItIsDamagedOrOld)
 {
-    backups = {{.name = u"x"_s, .made = suite.clock.now(), .state = BackupState::Good}};
+    backups.emplace_back();
+    backups.front().made = suite.clock.now();
+    backups.front().state = BackupState::Good;
     EXPECT_TRUE(report().contains(u"\n  Letzte Sicherung: "_s));
     EXPECT_TRUE(report().contains(u"in Ordnung; 1 vorhanden"_s));
     backups.front().made = suite.clock.now().addDays(-8);
     EXPECT_TRUE(report().contains(u"\n! Letzte Sicherung: "_s));
-    backups.front() = {.name = u"x"_s, .made = suite.clock.now(), .state = BackupState::Damaged};
+    backups.front().made = suite.clock.now();
+    backups.front().state = BackupState::Damaged;
     EXPECT_TRUE(report().contains(u"\n! Letzte Sicherung: "_s));
 }
 
 TEST_F(HealthTest, ALibraryThatCannotBeReadIsToldInItsPlace)
 {
     suite.engine->Release(suite.dbName());
+    suite.files.remove(suite.dbName());
     EXPECT_TRUE(report().contains(u"\n! Die Bibliothek lässt sich nicht lesen: "_s));
     EXPECT_TRUE(report().contains(u"\nWo alles liegt\n"_s));
 }
