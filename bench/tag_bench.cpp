@@ -3,7 +3,9 @@
 //
 //   tag_bench [FOLDER]     where the files are made; without one in the folder of temporary files
 //
-// In place with files of 40 KB, by copy with files of 5 MB. Bars: 1,000 and 100 files a second.
+// In place with files of 40 KB and of 5 MB, by copy with files of 5 MB. Bars: 1,000 and 100 files a
+// second for the middle one of the runs. A folder in memory has no disc to wait for: the kind of
+// the file system is printed.
 
 #include "platform/linux/linux_tag_writer.h"
 #include "siblings/demomusic/id3_writer.h"
@@ -12,8 +14,13 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QStorageInfo>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <vector>
 
@@ -34,7 +41,15 @@ struct Case
     int frames;  ///< of sound; 417 bytes each
     int padding; ///< in the tag
     double bar;  ///< files a second
+    bool isInPlace;
 };
+
+/// What tells whether a file was written anew.
+ino_t inodeOf(const QString& path)
+{
+    struct stat facts = {};
+    return ::stat(QFile::encodeName(path).constData(), &facts) == 0 ? facts.st_ino : 0;
+}
 
 QStringList makeFiles(const QDir& folder, const Case& asked)
 {
@@ -75,23 +90,39 @@ double write(TagWriter& writer, const QStringList& paths)
     return double(timer.nsecsElapsed()) / 1e9;
 }
 
+/// Files a second of one run; 0 when they were not written, or not in the way that is measured.
+double run(const QDir& folder, const Case& asked)
+{
+    const QTemporaryDir place(folder.filePath(u"tag-bench-XXXXXX"_s));
+    const QDir files(place.path());
+    linux_media::LinuxTagWriter writer(files.filePath(u"state"_s));
+    const QStringList paths = makeFiles(files, asked);
+    std::vector<ino_t> before;
+    std::transform(paths.begin(), paths.end(), std::back_inserter(before), inodeOf);
+    const double seconds = write(writer, paths);
+    if (seconds <= 0) {
+        std::fprintf(stderr, "a file was not written\n");
+        return 0;
+    }
+    for (size_t i = 0; i < before.size(); ++i) {
+        if ((inodeOf(paths[qsizetype(i)]) == before[i]) != asked.isInPlace) {
+            std::fprintf(stderr, "%s: not written so\n", asked.name);
+            return 0;
+        }
+    }
+    return asked.files / seconds;
+}
+
 bool measure(const QDir& folder, const Case& asked)
 {
-    double best = 0;
-    for (int run = 0; run < kRuns; ++run) {
-        const QTemporaryDir place(folder.filePath(u"tag-bench-XXXXXX"_s));
-        const QDir files(place.path());
-        linux_media::LinuxTagWriter writer(files.filePath(u"state"_s));
-        const double seconds = write(writer, makeFiles(files, asked));
-        if (seconds <= 0) {
-            std::fprintf(stderr, "a file was not written\n");
-            return false;
-        }
-        best = std::max(best, asked.files / seconds);
-    }
-    std::printf("%-24s %8.0f files/s   bar %5.0f   %s\n", asked.name, best, asked.bar,
-                best >= asked.bar ? "met" : "MISSED");
-    return best >= asked.bar;
+    std::array<double, kRuns> runs{};
+    std::generate(runs.begin(), runs.end(), [&] { return run(folder, asked); });
+    std::sort(runs.begin(), runs.end());
+    const double middle = runs[kRuns / 2];
+    const bool isMet = runs.front() > 0 && middle >= asked.bar;
+    std::printf("%-20s %8.0f files/s (%.0f to %.0f)   bar %5.0f   %s\n", asked.name, middle,
+                runs.front(), runs.back(), asked.bar, isMet ? "met" : "MISSED");
+    return isMet;
 }
 
 } // namespace
@@ -99,7 +130,10 @@ bool measure(const QDir& folder, const Case& asked)
 int main(int argc, char** argv)
 {
     const QDir folder(argc > 1 ? QFile::decodeName(argv[1]) : QDir::tempPath());
-    const bool inPlace = measure(folder, {"in place, 40 KB", 2000, 50, 4000, 1000});
-    const bool copied = measure(folder, {"by copy, 5 MB", 100, 12'500, 0, 100});
-    return inPlace && copied ? 0 : 1;
+    std::printf("%s on %s\n", qUtf8Printable(folder.path()),
+                QStorageInfo(folder).fileSystemType().constData());
+    const bool small = measure(folder, {"in place, 40 KB", 2000, 50, 4000, 1000, true});
+    const bool large = measure(folder, {"in place, 5 MB", 100, 12'500, 4000, 1000, true});
+    const bool copied = measure(folder, {"by copy, 5 MB", 100, 12'500, 0, 100, false});
+    return small && large && copied ? 0 : 1;
 }

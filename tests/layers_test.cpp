@@ -33,9 +33,10 @@ const std::vector<std::pair<QString, int>> kLayers = {
     {u"tagbench/"_s, 13},
     {u"care/"_s, 14},
     {u"monitor/"_s, 15},
-    {u"settings/"_s, 16},
-    {u"shell/"_s, 17},
-    {u"siblings/"_s, 18},
+    {u"player/"_s, 16},
+    {u"settings/"_s, 17},
+    {u"shell/"_s, 18},
+    {u"siblings/"_s, 19},
 };
 
 /// Drawers of platform/sqlite/, ordered in the same way.

@@ -6,6 +6,7 @@ build_packages=(g++ cmake ninja-build pkg-config ccache mold qt6-base-dev qt6-sv
     fonts-dejavu-core)
 display_packages=(xvfb xauth openbox xdotool lame)
 test_packages=(libgtest-dev libgmock-dev libtag1-dev)
+package_packages=(dpkg-dev debhelper fakeroot lintian desktop-file-utils appstream librsvg2-bin zstd)
 fuzz_packages=(clang)
 tidy_packages=(clang clang-format clang-tidy libbenchmark-dev)
 

@@ -93,6 +93,8 @@ inline constexpr qint32 kBpmWantsTrack = 3078;
 
 /// The second copy asks the first one to come to the front, and ends.
 inline constexpr qint32 kBringToFront = 2001;
+/// A text: files that the second copy was called with, see OpenedFiles.
+inline constexpr qint32 kOpenFiles = 2002;
 
 // Of the suite's own care.
 

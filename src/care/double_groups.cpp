@@ -75,13 +75,14 @@ Tracks readCandidates(Database& database, unsigned kinds)
     const auto rows = database.OpenRecordset(
         u"select "_s +
         columnList({F::FID, F::Titel, F::Interpret, F::Path, F::DName, F::DTimeMsec, F::DBit,
-                    F::DLen, F::Note, F::PlayCountAll}) +
+                    F::DLen, F::Note, F::PlayCountAll, F::DEL}) +
         kThere);
     for (; !rows->Eof(); rows->MoveNext()) {
-        DoubleTrack track{rows->value(0).toText(), rows->value(1).toText(), rows->value(2).toText(),
-                          rows->value(3).toText(), rows->value(4).toText(), rows->value(5).toLong(),
-                          rows->value(6).toLong(), rows->value(7).toLong(), rows->value(8).toText(),
-                          rows->value(9).toLong()};
+        DoubleTrack track{
+            rows->value(0).toText(), rows->value(1).toText(),      rows->value(2).toText(),
+            rows->value(3).toText(), rows->value(4).toText(),      rows->value(5).toLong(),
+            rows->value(6).toLong(), rows->value(7).toLong(),      rows->value(8).toText(),
+            rows->value(9).toLong(), rows->value(10).toLong() != 0};
         // Another key stands in no step that could be taken back.
         const bool isPlain = QString::number(track.fid.toLongLong()) == track.fid;
         if (isPlain && candidates.isOne(track)) {
@@ -214,8 +215,8 @@ int DoubleTrack::rate() const
 int bestOf(const std::vector<DoubleTrack>& tracks)
 {
     const auto worth = [](const DoubleTrack& track) {
-        return std::tuple(track.rate(), track.entries, !track.note.isEmpty(), track.plays,
-                          -track.fid.toLongLong());
+        return std::tuple(!track.isDeleted, track.rate(), track.entries, !track.note.isEmpty(),
+                          track.plays, -track.fid.toLongLong());
     };
     const auto best =
         std::max_element(tracks.begin(), tracks.end(), [&](const auto& one, const auto& other) {

@@ -26,7 +26,8 @@ struct DoubleTrack
     qint64 size = 0; ///< bytes of its file
     QString note;    ///< "1" to "5", or empty
     int plays = 0;
-    int entries = 0; ///< of lists
+    bool isDeleted = false; ///< marked as deleted: the next cleaning takes it
+    int entries = 0;        ///< of lists
 
     [[nodiscard]] QString place() const { return folder + name; }
 
@@ -73,8 +74,9 @@ using KeepSound = std::function<void(const QString& fid, const AudioPrint& print
                                                    DoubleProgress& progress,
                                                    const KeepSound& keep = {});
 
-/// The row of a group that is worth most: the higher bit rate, then the one in more lists, then a
-/// rated one, then the more played one, then the older one.
+/// The row of a group that is worth most: one that is not marked as deleted, then the higher bit
+/// rate, then the one in more lists, then a rated one, then the more played one, then the older
+/// one.
 [[nodiscard]] int bestOf(const std::vector<DoubleTrack>& tracks);
 
 } // namespace melovane

@@ -98,10 +98,22 @@ private:
     {
         const auto stays = m_files.facts(kept.place);
         for (RemovedTrack& track : tracksToRemove(m_database, condition)) {
-            if (!isOneFile(stays, m_files.facts(track.path + track.name))) {
+            if (!isOneFile(stays, m_files.facts(track.path + track.name)) &&
+                !hasAnotherRow(track, condition)) {
                 m_result.files.push_back(std::move(track));
             }
         }
+    }
+
+    /// Letter case counts for nothing here: rather a file that stays than one that another row
+    /// lacks.
+    [[nodiscard]] bool hasAnotherRow(const RemovedTrack& track, const QString& condition)
+    {
+        return !m_database
+                    .OpenRecordset(
+                        u"select FID from db_all where Path=%1 and DName=%2 and not %3"_s.arg(
+                            sql::text(track.path), sql::text(track.name), u'(' + condition + u')'))
+                    ->Eof();
     }
 
     void addCounters(const QString& kept, const QString& condition)

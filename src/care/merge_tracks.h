@@ -32,7 +32,7 @@ struct MergeResult
     int removed = 0;
     int left = 0; ///< rows that others have changed or removed, or whose kept one has no file
     /// The removed ones whose files may go to the recycle folder: not those that are the file of
-    /// the row that stays, under whatever name.
+    /// the row that stays, under whatever name, and not those that another row has, too.
     std::vector<RemovedTrack> files;
     bool isCancelled = false; ///< nothing has changed then
 };

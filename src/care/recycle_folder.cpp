@@ -68,7 +68,9 @@ QString numbered(const QString& name, int number)
 
 bool isBelow(const QString& file, const QString& folder)
 {
-    return file.startsWith(path::withSeparator(folder));
+    const QStringList parts = path::components(file);
+    return file.startsWith(path::withSeparator(folder)) && !parts.contains(u".."_s) &&
+           !parts.contains(u"."_s);
 }
 
 } // namespace
@@ -247,7 +249,7 @@ std::vector<RecycledFile> RecycleFolder::all() const
         }
         for (const QByteArray& line : m_parts.files.read(records, kLargestRecord).split('\n')) {
             std::optional<RecycledFile> file = recordOf(folder, line);
-            if (!file) {
+            if (!file || !isBelow(file->to, folder) || !isBelow(file->from, reachOf(folder))) {
                 continue;
             }
             file->isHere = m_parts.files.fileExists(file->to);
@@ -259,14 +261,34 @@ std::vector<RecycledFile> RecycleFolder::all() const
     return result;
 }
 
+/// Where files of a recycle folder may go to. Whoever had a stick in his hands could have written
+/// its side record, which must not reach other files of the user.
+QString RecycleFolder::reachOf(const QString& recycler) const
+{
+    const bool isAtHome = recycler == path::join(m_parts.homeFolder, kFolder);
+    return isAtHome ? u"/"_s : path::parent(recycler);
+}
+
+/// The same when links inside of it are followed. \throws IoError
+void RecycleFolder::requireOwnPlace(const QString& file, const QString& reach) const
+{
+    const QString place = m_parts.files.canonical(path::parent(file));
+    const QString own = m_parts.files.canonical(reach);
+    if (own.isEmpty() || !path::withSeparator(place).startsWith(path::withSeparator(own))) {
+        throw IoError(file, u"a link leads out of the folder"_s);
+    }
+}
+
 void RecycleFolder::putBack(const RecycledFile& file, const CopyStep& step)
 {
     if (!file.isHere) {
         return;
     }
+    requireOwnPlace(file.to, file.folder);
     if (!m_parts.files.makeFolders(path::parent(file.from))) {
         throw IoError(path::parent(file.from), u"the folder cannot be made"_s);
     }
+    requireOwnPlace(file.from, reachOf(file.folder));
     if (!moveTo(file.to, file.from, step)) {
         throw IoError(file.from, u"File exists"_s, EEXIST);
     }

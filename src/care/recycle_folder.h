@@ -64,11 +64,14 @@ public:
     /// True when it lies in the recycle folder now.
     bool take(const RemovedTrack& track, Reason reason, const CopyStep& step);
 
-    /// What can be put back, the oldest first; folders of volumes that are not here are left out.
+    /// What can be put back, the oldest first; folders of volumes that are not here are left out,
+    /// and so is a line of the side record that names a file outside of the recycle folder, or a
+    /// place outside of its volume.
     [[nodiscard]] std::vector<RecycledFile> all() const;
 
     /// Moves a file back to where it was; folders are made anew. It stays recycled when something
-    /// has its name there. Nothing for one that was never moved. \throws IoError
+    /// has its name there, or a link leads out of the recycle folder or of the volume. Nothing for
+    /// one that was never moved. \throws IoError
     void putBack(const RecycledFile& file, const CopyStep& step);
 
     /// Takes the lines of files out of the side records and out of both scripts; those go with the
@@ -82,6 +85,8 @@ private:
     void write(const RecycledFile& file);
     void writeScripts(const RecycledFile& file);
     void remember(const QString& recycler);
+    [[nodiscard]] QString reachOf(const QString& recycler) const;
+    void requireOwnPlace(const QString& file, const QString& reach) const;
     [[nodiscard]] QStringList folders() const;
     [[nodiscard]] QList<QByteArray> linesOf(const QString& folder, QStringView name) const;
     void replaceLines(const QString& folder, QStringView name, const QList<QByteArray>& lines);

@@ -37,6 +37,7 @@ namespace owntexts {
 [[nodiscard]] std::span<const BuiltInText> lists();
 [[nodiscard]] std::span<const BuiltInText> tagWriting();
 [[nodiscard]] std::span<const BuiltInText> viewer();
+[[nodiscard]] std::span<const BuiltInText> player();
 [[nodiscard]] std::span<const BuiltInText> bench();
 [[nodiscard]] std::span<const BuiltInText> care();
 [[nodiscard]] std::span<const BuiltInText> safety();

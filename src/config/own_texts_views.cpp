@@ -114,6 +114,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"tree.filter.none", u"Keine Zeile enthält das"},
     {u"tree.fold.open", u"Alle öffnen"},
     {u"tree.selected", u"$1 Zeilen"},
+    {u"open.files", u"Geöffnete Dateien"},
     {u"tree.info.title", u"Kein Titel gewählt"},
     {u"tree.info.none", u"Hier steht, was über den gewählten Titel bekannt ist."},
     {u"tree.state.title", u"Noch nichts gespielt"},

@@ -104,6 +104,13 @@ int refuseCall(QStringView program, const QString& what)
 
 std::optional<QString> firstForeign(const QStringList& arguments)
 {
+    const QStringList foreign = foreignArguments(arguments);
+    return foreign.isEmpty() ? std::nullopt : std::optional(foreign.first());
+}
+
+QStringList foreignArguments(const QStringList& arguments)
+{
+    QStringList foreign;
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString& argument = arguments[i];
         const qsizetype dashes = argument.startsWith("--"_L1) ? 2 : 1;
@@ -112,11 +119,12 @@ std::optional<QString> firstForeign(const QStringList& arguments)
             name.left(name.indexOf(u'=') < 0 ? name.size() : name.indexOf(u'='));
         if (!argument.startsWith(u'-') ||
             (!isOneOf(kOptions, name) && !isOneOf(kOptionsWithValue, option))) {
-            return argument;
+            foreign.append(argument);
+            continue;
         }
         i += isOneOf(kOptionsWithValue, name) ? 1 : 0; // its value
     }
-    return {};
+    return foreign;
 }
 
 } // namespace melovane

@@ -43,4 +43,7 @@ inline constexpr int kWrongCall = 2;
 /// program has a use for; nothing when there is none. For programs without arguments of their own.
 [[nodiscard]] std::optional<QString> firstForeign(const QStringList& arguments);
 
+/// All of these, in their order.
+[[nodiscard]] QStringList foreignArguments(const QStringList& arguments);
+
 } // namespace melovane

@@ -87,11 +87,18 @@ bool NewTracks::write(const GoOn& goOn)
         const auto result = insert.add(m_tracks[i], TrackInsert::TakenFid::MakeNew);
         if (result.kind == TrackInsert::Result::Kind::FileIsKnown) {
             m_tracks[i].FID = result.row.FID;
+            m_known.insert(int(i));
         } else {
             ++m_entered;
         }
     }
     return true;
+}
+
+bool NewTracks::wasKnown(const QString& file) const
+{
+    const auto read = m_byFile.constFind(file);
+    return read != m_byFile.cend() && m_known.contains(read->index);
 }
 
 QString NewTracks::fidOf(const QString& file) const

@@ -6,6 +6,7 @@
 #include "platform/media/track_tags.h"
 
 #include <QHash>
+#include <QSet>
 #include <QString>
 
 #include <functional>
@@ -65,6 +66,9 @@ public:
     /// Rows that write() has made.
     [[nodiscard]] int entered() const { return m_entered; }
 
+    /// Whether another program had entered a file before write() came to it.
+    [[nodiscard]] bool wasKnown(const QString& file) const;
+
     /// The row that a file has since write(); empty for one that was not read or could not be.
     [[nodiscard]] QString fidOf(const QString& file) const;
 
@@ -89,6 +93,7 @@ private:
     std::unique_ptr<QueryDef> m_find;
     std::vector<ImportedTrack> m_tracks;
     QHash<QString, Outcome> m_byFile;
+    QSet<int> m_known; ///< of m_tracks: those that had a row already
     int m_entered = 0;
 };
 

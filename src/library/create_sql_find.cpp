@@ -181,6 +181,12 @@ QString cls_CreateSqlFind::GetSql(int mode)
     return keep(text);
 }
 
+QString cls_CreateSqlFind::GetSqlWhere(const QString& condition)
+{
+    return keep(selectFrom() + " where ( "_L1 + QString(condition).remove(QChar(0)) + "  ) "_L1 +
+                m_viewFilter + u'\n');
+}
+
 QString cls_CreateSqlFind::GetCDSql(const QString& path, const QString& drive)
 {
     return keep(selectFrom() + " where path like "_L1 + sql::text(path) + " and drivename="_L1 +

@@ -65,6 +65,10 @@ public:
     /// end its quotes.
     void SetFind(const QString& text);
 
+    /// The statement of the rows that meet a complete condition, whatever was to be found before.
+    /// \param condition without brackets around it; quotes and brackets in it stay
+    [[nodiscard]] QString GetSqlWhere(const QString& condition);
+
     /// The main sort column; empty for no order clause. Needs not be in the select list.
     void SetOrderBy(const QString& name) { m_orderBy = name; }
 

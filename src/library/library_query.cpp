@@ -189,6 +189,9 @@ QString LibraryQuery::treeStatement(const TreeRequest& request, const QStringLis
         if (kind == "cddir"_L1) {
             return m_sql.GetCDSql(request.value, request.field);
         }
+        if (kind.endsWith(":where"_L1)) {
+            return m_sql.GetSqlWhere(request.value);
+        }
         if (kind == "allfind"_L1) {
             setFindColumns(columns);
         } else {

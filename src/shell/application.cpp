@@ -1,6 +1,9 @@
 #include "shell/application.h"
 
+#include "bus/message_names.h"
 #include "platform/linux/end_signals.h"
+#include "playlistview/playlist_edits.h"
+#include "shell/opened_files.h"
 #include "shell/wings/care_wing.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/edit_wing.h"
@@ -20,7 +23,9 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
-Application::Application(QApplication& application, EnvironmentPlaces places)
+Application::Application(QApplication& application,
+                         EnvironmentPlaces places,
+                         const QStringList& files)
     : m_machine(std::make_unique<Machine>(std::move(places)))
     , m_desk(std::make_unique<Desk>(application, *m_machine))
     , m_suite(std::make_unique<SuiteWing>(*m_machine))
@@ -55,8 +60,23 @@ Application::Application(QApplication& application, EnvironmentPlaces places)
                                                         .trees = *m_trees,
                                                         .edit = *m_edit,
                                                         .care = *m_care}))
+    , m_opened(std::make_unique<OpenedFiles>(OpenedFiles::Parts{
+          .loop = m_machine->loop,
+          .isList = isListFile,
+          .importLists =
+              [this](const QStringList& lists) { m_playlist->listFiles.importLists(lists); },
+          .tracksOf = [this](const QStringList& some) { return m_playlist->drops.tracksOf(some); },
+          .show =
+              [this](const QString& condition) {
+                  m_suite->sender.SendMessage(bus::kTreeClickRow, condition, u"FID:where"_s,
+                                              QString(), m_machine->texts.text(u"open.files"));
+              }}))
     , m_start(std::make_unique<StartWing>(*m_machine, *m_desk))
 {
+    m_start->called = files;
+    m_start->openFiles = [this](const QStringList& given) {
+        guarded([&] { m_opened->open(given); });
+    };
     m_care->safety.toWindow = [this](qint32 id) {
         m_main->window.suiteHandler().MessageNumber(id, 0, 0);
     };
@@ -80,7 +100,10 @@ const sqlite::IndexFigures& Application::searchFigures() const
 
 int Application::run()
 {
-    switch (m_start->run([this] { m_main->show(); })) {
+    switch (m_start->run([this] {
+        m_edit->mendNames();
+        m_main->show();
+    })) {
     case StartResult::SecondCopy:
         return 0;
     case StartResult::Refused:

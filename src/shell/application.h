@@ -13,6 +13,7 @@ namespace sqlite {
 struct IndexFigures;
 }
 
+class OpenedFiles;
 struct CareWing;
 struct Desk;
 struct EditWing;
@@ -32,7 +33,10 @@ class Application
 {
 public:
     /// \param places where the installation lies; the machine's own unless a test says otherwise
-    explicit Application(QApplication& application, EnvironmentPlaces places = {});
+    /// \param files opened once the window stands, or by the copy that runs already; absolute
+    explicit Application(QApplication& application,
+                         EnvironmentPlaces places = {},
+                         const QStringList& files = {});
     ~Application();
 
     Application(const Application&) = delete;
@@ -60,6 +64,7 @@ private:
     std::unique_ptr<TreesWing> m_trees;
     std::unique_ptr<CareWing> m_care;
     std::unique_ptr<MainWing> m_main;
+    std::unique_ptr<OpenedFiles> m_opened;
     std::unique_ptr<StartWing> m_start;
 };
 

@@ -119,6 +119,9 @@ private:
                 return true;
             }
             m_newFids.emplace(track, fid);
+            if (fresh->wasKnown(m_tracks.at(track).storedPlace())) {
+                m_knownTracks.insert(track);
+            }
             return false;
         });
         m_result.imported = fresh ? fresh->entered() : 0;
@@ -181,12 +184,18 @@ private:
         return known.isEmpty() ? m_newFids.at(track) : known;
     }
 
+    /// Whether this call has made its row.
+    [[nodiscard]] bool isNew(int track) const
+    {
+        return m_tracks.at(track).fid.isEmpty() && !m_knownTracks.contains(track);
+    }
+
     /// What is stored now of the tracks that will be written.
     void readRows()
     {
         QStringList fids;
         for (const int track : m_waiting) {
-            if (!m_tracks.at(track).fid.isEmpty()) {
+            if (!isNew(track)) {
                 fids.append(fidOf(track));
             }
         }
@@ -219,19 +228,36 @@ private:
     bool isAsItWas(int number)
     {
         const BenchTrack& track = m_tracks.at(number);
-        if (track.fid.isEmpty()) {
+        if (isNew(number)) {
             return true;
         }
-        const auto row = m_rows.constFind(track.fid);
+        const auto row = m_rows.constFind(fidOf(number));
         if (row == m_rows.cend()) {
             m_result.problems.push_back({number, BenchFault::Gone, {}});
             return false;
         }
         if (isStale(track, *row)) {
             m_result.problems.push_back({number, BenchFault::ChangedElse, {}});
+            tellFound(number, *row);
             return false;
         }
         return true;
+    }
+
+    void tellFound(int number, const BenchTrack::Texts& row)
+    {
+        for (const TrackField field : benchFields()) {
+            addFound(number, field, row);
+        }
+        addFound(number, kBenchPlace, row);
+    }
+
+    void addFound(int number, TrackField field, const BenchTrack::Texts& row)
+    {
+        const QString& text = row[size_t(benchSlot(field))];
+        if (text != m_tracks.storedText(number, field)) {
+            m_result.found.push_back({number, field, text});
+        }
     }
 
     void write(int number)
@@ -259,7 +285,10 @@ private:
         if (!isMoved && track.place() != track.storedPlace()) {
             m_result.left.push_back({number, kBenchPlace, track.place()});
         }
-        if (!values.empty() || track.fid.isEmpty()) {
+        if (m_knownTracks.contains(number)) {
+            tellFound(number, m_rows.value(fidOf(number)));
+        }
+        if (!values.empty() || isNew(number)) {
             m_result.written.push_back(number);
         }
     }
@@ -310,6 +339,7 @@ private:
     TrackStep* m_step = nullptr; ///< while run() works
     std::vector<int> m_waiting;
     std::map<int, QString> m_newFids;
+    QSet<int> m_knownTracks; ///< new files that another program has entered meanwhile
     QHash<QString, BenchTrack::Texts> m_rows;
     QSet<int> m_moved;
     QStringList m_movedFids;

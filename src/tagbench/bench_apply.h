@@ -39,8 +39,9 @@ struct BenchOutcome
 {
     std::vector<int> written = {}; ///< tracks whose changes are stored, new ones included
     std::vector<BenchProblem> problems = {};
-    QStringList trees = {};           ///< that are out of date with it
-    std::vector<BenchCell> left = {}; ///< of these tracks: what could not be stored
+    QStringList trees = {};            ///< that are out of date with it
+    std::vector<BenchCell> left = {};  ///< of these tracks: what could not be stored
+    std::vector<BenchCell> found = {}; ///< what somebody else has stored in tracks that were left
     int imported = 0;
     int renamed = 0;
     bool isCancelled = false; ///< nothing has changed then

@@ -6,6 +6,7 @@
 #include "platform/system/worker.h"
 #include "tagbench/bench_tracks.h"
 #include "trackedit/cover_files.h"
+#include "trackedit/kept_covers.h"
 
 #include <QCryptographicHash>
 #include <QSet>
@@ -39,7 +40,7 @@ struct BenchCovers::Question
 {
     std::vector<int> tracks;
     std::function<void(const Shown&)> shown;
-    std::vector<QString> files; ///< whose tags are to be read
+    std::vector<int> files; ///< tracks whose tags are to be read
     QHash<QString, QByteArray> keys;
 };
 
@@ -71,7 +72,7 @@ void BenchCovers::show(const std::vector<int>& tracks, std::function<void(const 
     question->shown = std::move(shown);
     for (const int track : tracks) {
         if (keyOf(track) == kUnknown) {
-            question->files.push_back(m_tracks.at(track).storedPlace());
+            question->files.push_back(track);
         }
     }
     m_asked = question;
@@ -85,19 +86,20 @@ void BenchCovers::readTags(const std::shared_ptr<Question>& question)
         return;
     }
     const size_t count = std::min(kFilesAtOnce, question->files.size());
-    QHash<QString, QString> places; // on the disc, by the stored name
+    QHash<QString, TagOf> tags; // by the stored name
     for (size_t index = question->files.size() - count; index < question->files.size(); ++index) {
-        places.insert(question->files[index], m_locator.placeOf(question->files[index]));
+        const int track = question->files[index];
+        tags.insert(m_tracks.at(track).storedPlace(), tagOf(track));
     }
     question->files.resize(question->files.size() - count);
     m_worker.run(
-        [this, question, places] {
-            for (auto place = places.cbegin(); place != places.cend(); ++place) {
-                const QByteArray cover = m_sources.reader.cover(place.value());
+        [this, question, tags] {
+            for (auto tag = tags.cbegin(); tag != tags.cend(); ++tag) {
+                const QByteArray cover = pictureIn(*tag);
                 question->keys.insert(
-                    place.key(), cover.isEmpty()
-                                     ? kNone
-                                     : QCryptographicHash::hash(cover, QCryptographicHash::Sha1));
+                    tag.key(), cover.isEmpty()
+                                   ? kNone
+                                   : QCryptographicHash::hash(cover, QCryptographicHash::Sha1));
             }
         },
         [this, question] {
@@ -107,6 +109,20 @@ void BenchCovers::readTags(const std::shared_ptr<Question>& question)
                 readTags(question);
             }
         });
+}
+
+BenchCovers::TagOf BenchCovers::tagOf(int track)
+{
+    return {m_tracks.at(track).fid, imageOf(m_tracks.storedText(track, kBenchCover)),
+            m_locator.placeOf(m_tracks.at(track).storedPlace())};
+}
+
+/// The picture of the tag that stands for a track.
+QByteArray BenchCovers::pictureIn(const TagOf& tag) const
+{
+    const KeptCovers kept(m_sources.files, m_sources.dataFolder, m_sources.reader);
+    return kept.isTakenOff(tag.fid, tag.image, tag.file) ? QByteArray()
+                                                         : m_sources.reader.cover(tag.file);
 }
 
 void BenchCovers::answer(const std::shared_ptr<Question>& question)
@@ -131,12 +147,11 @@ void BenchCovers::answer(const std::shared_ptr<Question>& question)
     const QString& cover = m_tracks.text(first, kBenchCover);
     const QByteArray chosen = m_pictures.value(cover);
     const QString picture = coverPictureOf(m_sources.files, m_sources.dataFolder, cover);
-    const QString file = m_locator.placeOf(m_tracks.at(first).storedPlace());
     m_worker.run(
-        [this, chosen, picture, file, result] {
+        [this, chosen, picture, tag = tagOf(first), result] {
             const QByteArray bytes = !chosen.isEmpty()    ? chosen
                                      : !picture.isEmpty() ? pictureBytes(m_sources.files, picture)
-                                                          : m_sources.reader.cover(file);
+                                                          : pictureIn(tag);
             result->picture = m_sources.pictures.jpeg(bytes, kShownWidth, kShownQuality);
         },
         [this, question, result] {

@@ -64,9 +64,19 @@ public:
 private:
     struct Question;
 
+    /// A track as its tag is asked for.
+    struct TagOf
+    {
+        QString fid;
+        QString image;
+        QString file; ///< as it lies on the disc
+    };
+
     void readTags(const std::shared_ptr<Question>& question);
     void answer(const std::shared_ptr<Question>& question);
     [[nodiscard]] QByteArray keyOf(int track) const;
+    [[nodiscard]] TagOf tagOf(int track);
+    [[nodiscard]] QByteArray pictureIn(const TagOf& tag) const;
     [[nodiscard]] QString
     nameFor(const std::vector<int>& tracks, const QDateTime& date, const QByteArray& jpeg) const;
 

@@ -1,6 +1,7 @@
 #include "tagbench/bench_look.h"
 
 #include "config/config_objects.h"
+#include "views/warning_colour.h"
 
 #include <algorithm>
 
@@ -138,6 +139,7 @@ CellStyle PreviewLook::style(const QString& field, const RowValues& row) const
     if (shown.warns && isLast) {
         style.icon = u"warning"_s;
         style.iconText = m_texts.text(u"bench.warning");
+        style.text = kWarningColour;
     }
     style.dimmed = !shown.ticked || (!m_ticks && isLast && !shown.warns) || (m_ticks && column < 2);
     style.pending = m_ticks && isLast && shown.ticked;

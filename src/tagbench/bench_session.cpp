@@ -77,9 +77,7 @@ std::unique_ptr<NewTracks> BenchSession::newTracks(Database& database) const
 void BenchSession::load()
 {
     const LibraryVisit library(m_parts.engine, m_library);
-    if (const auto lock = m_parts.claim ? m_parts.claim() : nullptr; lock || !m_parts.claim) {
-        RenameJournal(m_parts.files, m_library).mend(*library);
-    }
+    RenameJournal(m_parts.files, m_library).mend(*library, m_parts.claim);
     if (m_mode == BenchMode::Edit) {
         auto marked = benchlibrary::markedTracks(*library);
         benchlibrary::forgetMarked(*library);
@@ -158,6 +156,9 @@ BenchOutcome BenchSession::apply(bool removeEmptyFolders, const GoOn& goOn)
     BenchOutcome outcome =
         applyTo(*LibraryVisit(m_parts.engine, m_library), removeEmptyFolders, isWanted);
     outcome.reason = reason;
+    if (!outcome.found.empty()) {
+        m_tracks.setFound(outcome.found);
+    }
     if (outcome.hasChanged()) {
         m_tracks.setStored(outcome.written, outcome.left);
         if (whenWritten) {

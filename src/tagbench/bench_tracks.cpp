@@ -247,10 +247,34 @@ void BenchTracks::setStored(const std::vector<int>& tracks, const std::vector<Be
     for (const BenchCell& cell : left) {
         put(cell.track, benchSlot(cell.field), cell.text);
     }
+    endSteps();
+    tell();
+}
+
+void BenchTracks::setFound(const std::vector<BenchCell>& cells)
+{
+    for (const BenchCell& cell : cells) {
+        BenchTrack& track = m_tracks[size_t(cell.track)];
+        const auto slot = size_t(benchSlot(cell.field));
+        const bool wasChanged = track.now[slot] != track.stored[slot];
+        track.stored[slot] = cell.text;
+        if (!wasChanged) {
+            track.now[slot] = cell.text;
+        }
+        m_changedCells += int(track.now[slot] != track.stored[slot]) - int(wasChanged);
+        if (cell.field == kBenchPlace) {
+            track.folder = cell.text.chopped(path::fileName(cell.text).size());
+        }
+    }
+    endSteps();
+    tell();
+}
+
+void BenchTracks::endSteps()
+{
     endTyping();
     m_done.clear();
     m_undone.clear();
-    tell();
 }
 
 void BenchTracks::setFid(int track, const QString& fid)

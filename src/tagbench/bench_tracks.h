@@ -114,6 +114,9 @@ public:
 
     /// What these tracks are to become is stored now, but for some cells; the steps end here.
     void setStored(const std::vector<int>& tracks, const std::vector<BenchCell>& left = {});
+    /// Somebody else has stored these texts meanwhile. What the user has made of such a cell stays
+    /// to be applied; the steps end here.
+    void setFound(const std::vector<BenchCell>& cells);
     /// A row was added for a file.
     void setFid(int track, const QString& fid);
 
@@ -152,6 +155,7 @@ private:
     void put(int track, int slot, const QString& text);
     bool enter(Step step);
     void endTyping();
+    void endSteps();
     void takeBackLast();
     void tell();
 

@@ -121,6 +121,13 @@ void RenameJournal::mend(Database& database)
     }
 }
 
+void RenameJournal::mend(Database& database, const ClaimNames& claim)
+{
+    if (const auto lock = claim ? claim() : nullptr; lock || !claim) {
+        mend(database);
+    }
+}
+
 /// False when a file could not be asked or moved.
 bool RenameJournal::mendOne(const Record& record, Database& database)
 {

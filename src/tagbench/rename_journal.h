@@ -5,17 +5,25 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+#include <memory>
 #include <vector>
 
 namespace melovane {
 
 class Database;
+class FileLock;
 class Files;
 struct FileFacts;
 
+/// Tries to get the only right to rename files of a library: null when another tool has it. Empty
+/// where nothing can be locked: then it is taken without asking.
+using ClaimNames = std::function<std::unique_ptr<FileLock>()>;
+
 /// What is written down before the first file of a change gets its new name, and forgotten when
-/// rows and files agree again. A tool that is killed in between leaves it, and the next one makes
-/// whole what it says: files whose rows have the new names go on to them, all others go back.
+/// rows and files agree again. A tool that is killed in between leaves it, and the next
+/// tool or the next start of the console makes whole what it says: files whose rows have the new
+/// names go on to them, all others go back.
 ///
 /// It lies beside the library, in a file of its own for each change.
 class RenameJournal
@@ -31,10 +39,16 @@ public:
     /// Rows and files agree.
     void end();
 
+    /// Whether something was left beside the library; a look into its folder, no more.
+    [[nodiscard]] bool isLeft() const { return !journals().isEmpty(); }
+
     /// Makes whole what the journals beside the library say. What lies on a volume that is away
     /// waits for the next time. Never replaces a file; a journal that cannot be read stays as it
     /// is. To be called while no other tool renames. \throws DbError
     void mend(Database& database);
+
+    /// The same unless another tool renames now: that one has mended before, or does it next time.
+    void mend(Database& database, const ClaimNames& claim);
 
 private:
     struct Entry

@@ -49,15 +49,22 @@ CoverSources Covers::sources() const
     return {m_parts.workFiles, m_parts.dataFolder, m_parts.reader, m_parts.pictures};
 }
 
+/// The picture of the tag that stands for a track.
+QByteArray Covers::inTag(const Track& track) const
+{
+    return m_kept.isTakenOff(track.fid, track.image, track.file) ? QByteArray()
+                                                                 : m_parts.reader.cover(track.file);
+}
+
 void Covers::show(const Track& track, std::function<void(const QByteArray&)> shown)
 {
     const quint64 question = ++m_asked;
     const QString picture = fileOf(track.image);
     auto made = std::make_shared<QByteArray>();
     m_parts.worker.run(
-        [this, picture, file = track.file, made] {
-            const QByteArray bytes = picture.isEmpty() ? m_parts.reader.cover(file)
-                                                       : pictureBytes(m_parts.workFiles, picture);
+        [this, picture, track, made] {
+            const QByteArray bytes =
+                picture.isEmpty() ? inTag(track) : pictureBytes(m_parts.workFiles, picture);
             *made = m_parts.pictures.jpeg(bytes, kShownWidth, kShownQuality);
         },
         [this, question, made, shown = std::move(shown)] {
@@ -74,8 +81,9 @@ void Covers::takeOut(const Track& track,
     const QString image = track.image.isEmpty() ? track.fid : track.image;
     auto isThere = std::make_shared<bool>(false);
     m_parts.worker.run(
-        [this, image, file = track.file, mostWidth, isThere] {
-            *isThere = takeCoverOut(sources(), file, image, mostWidth);
+        [this, image, track, mostWidth, isThere] {
+            *isThere = !m_kept.isTakenOff(track.fid, track.image, track.file) &&
+                       takeCoverOut(sources(), track.file, image, mostWidth);
         },
         [image, isThere, done = std::move(done)] { done(*isThere ? image : QString()); });
 }

@@ -89,6 +89,7 @@ public:
 
 private:
     [[nodiscard]] CoverSources sources() const;
+    [[nodiscard]] QByteArray inTag(const Track& track) const;
     /// False when it could not be written.
     [[nodiscard]] bool put(const QString& file, const QByteArray& bytes) const;
 

@@ -47,6 +47,7 @@ QString keepFormerCover(const CoverSources& sources,
     const QString name = image.isEmpty() ? fid : image;
     sources.files.makeFolders(path::parent(coverPlace(sources.dataFolder, fid)));
     const bool isTaken = coverPictureOf(sources.files, sources.dataFolder, image).isEmpty() &&
+                         !kept.isTakenOff(fid, image, file) &&
                          takeCoverOut(sources, file, name, kKeptWidth);
     kept.beforeChange(fid, isTaken ? name : image, file);
     return isTaken ? name : QString();

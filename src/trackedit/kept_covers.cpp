@@ -108,8 +108,25 @@ std::optional<KeptCovers::Order> KeptCovers::orderOf(const QString& fid, const Q
     return std::nullopt;
 }
 
+/// Whether the user took the cover off, now or when it last had none.
+bool KeptCovers::isMarkedOff(const QString& fid) const
+{
+    const QString place = placeOf(fid, {});
+    const auto facts = place.isEmpty() ? std::nullopt : m_files.facts(place);
+    return facts && facts->size == 0;
+}
+
+bool KeptCovers::isTakenOff(const QString& fid, const QString& image, const QString& file) const
+{
+    const auto hasFollowed = [&] { return shown(fid).value_or(image) == image; };
+    return image.isEmpty() && isMarkedOff(fid) && !(hasFollowed() && m_reader.hasFrontCover(file));
+}
+
 void KeptCovers::keep(const QString& fid, const QString& image, const QString& file)
 {
+    if (image.isEmpty() && isMarkedOff(fid)) {
+        return; // going back to it takes all off again
+    }
     if (const QByteArray tag = m_reader.frontCover(file); !tag.isEmpty()) {
         makeRoom();
         write(placeOf(fid, image), tag);

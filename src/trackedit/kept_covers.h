@@ -49,6 +49,13 @@ public:
     /// Takes chosen() back for covers that were taken off.
     void notTakenOff(const QStringList& fids);
 
+    /// Whether no picture of the tag stands for a track: the user took its cover off. A front cover
+    /// counts again that another program puts into the file behind that; the pictures of other
+    /// kinds that a taking off leaves there never do. \param image what the row holds \param file
+    /// empty for nowhere
+    [[nodiscard]] bool
+    isTakenOff(const QString& fid, const QString& image, const QString& file) const;
+
     /// What the file must be given to show the cover of its row. Nothing when it does, or when
     /// nobody has changed the cover of this track. What stands in the file is kept before.
     [[nodiscard]] std::optional<Order>
@@ -61,6 +68,7 @@ public:
     static constexpr int kMaxFiles = 20000;
 
 private:
+    [[nodiscard]] bool isMarkedOff(const QString& fid) const;
     [[nodiscard]] QString placeOf(const QString& fid, const QString& image) const;
     [[nodiscard]] QString placeOfNow(const QString& fid) const;
     [[nodiscard]] std::optional<QByteArray> read(const QString& place, qint64 longest) const;

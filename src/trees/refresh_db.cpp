@@ -5,22 +5,17 @@
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 #include "trees/folder_rows.h"
+#include "trees/library_counts.h"
 #include "trees/soundex.h"
-#include "trees/track_counts.h"
 #include "trees/tree_statements.h"
 
 #include <QScopeGuard>
-
-#include <array>
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// The fields that MusicMatch looks after, in its order.
-constexpr std::array kSelectionFields{"Kategorie"_L1, "Stimmung"_L1, "Situation"_L1, "Tempo"_L1};
 
 std::vector<TrackFolder> readFolders(Database& database)
 {
@@ -72,31 +67,7 @@ void addTypedValues(Database& database,
     transaction.commit();
 }
 
-/// Columns of the library that are counted for a tree table, apart from folders and days.
-const QList<QStringList>& countedColumns()
-{
-    static const QList<QStringList> columns{{u"Genre"_s},     {u"Genre"_s, u"Interpret"_s},
-                                            {u"Album"_s},     {u"Interpret"_s},
-                                            {u"Situation"_s}, {u"Stimmung"_s},
-                                            {u"Tempo"_s},     {u"Kategorie"_s},
-                                            {u"User1"_s},     {u"User2"_s},
-                                            {u"User3"_s},     {u"User4"_s},
-                                            {u"User5"_s}};
-    return columns;
-}
-
 } // namespace
-
-/// What one walk through the library has counted.
-struct LibraryCounts
-{
-    Database& library;
-    qint64 version = 0; ///< of the library, before it was walked
-    std::vector<ValueCounter> values{};
-    std::vector<ValueCounter> typed{}; ///< of the selection fields
-    DayCounter days{};
-    FolderCounter folders{};
-};
 
 RefreshDB::RefreshDB(Parts parts)
     : m_parts(std::move(parts))
@@ -106,31 +77,17 @@ RefreshDB::~RefreshDB() = default;
 
 void RefreshDB::countOnce(Database& library)
 {
-    auto counts = std::make_unique<LibraryCounts>(LibraryCounts{library, library.fileVersion()});
-    for (const QStringList& columns : countedColumns()) {
-        counts->values.emplace_back(columns);
-    }
-    for (const auto column : kSelectionFields) {
-        counts->typed.emplace_back(QStringList{column}, ValueCounter::Tracks::All);
-    }
-    std::vector<TrackCounter*> counters{&counts->days, &counts->folders};
-    for (auto* values : {&counts->values, &counts->typed}) {
-        for (ValueCounter& counter : *values) {
-            counters.push_back(&counter);
-        }
-    }
     m_counts.reset();
     try {
-        countTracks(library, counters);
+        m_counts = std::make_unique<LibraryCounts>(library);
     } catch (const DbError&) {
         return; // each operation counts by itself then, and only the one concerned fails
     }
-    m_counts = std::move(counts);
 }
 
 bool RefreshDB::isCounted() const
 {
-    return m_counts && m_counts->library.fileVersion() == m_counts->version;
+    return m_counts && m_counts->areCurrent();
 }
 
 QString RefreshDB::parkedFile() const
@@ -187,9 +144,8 @@ void RefreshDB::MusicMatch()
         execute(u"delete from config where value='User'"_s);
         for (std::size_t i = 0; i < kSelectionFields.size(); ++i) {
             if (isKnown) {
-                quiet(u"MusicMatch"_s, [&] {
-                    addTypedValues(*database, kSelectionFields[i], m_counts->typed[i].groups());
-                });
+                quiet(u"MusicMatch"_s,
+                      [&] { addTypedValues(*database, kSelectionFields[i], m_counts->typed(i)); });
             } else {
                 execute(treesql::addTypedValues(kSelectionFields[i]));
             }
@@ -250,21 +206,20 @@ void RefreshDB::restore(Database& database, const Refill& refill) const
 
 void RefreshDB::fillNames(Database& database, const NamedFill& fill) const
 {
-    std::vector<ValueCounter::Group> groups;
-    const qsizetype known = isCounted() ? countedColumns().indexOf(fill.columns) : qsizetype(-1);
-    if (known >= 0) {
-        groups = m_counts->values[size_t(known)].groups();
-    } else {
+    const LibraryCounts::Names* known = isCounted() ? m_counts->names(fill.columns) : nullptr;
+    LibraryCounts::Names counted;
+    if (!known) {
         ValueCounter counter(fill.columns);
         countTracks(database, {&counter});
-        groups = counter.groups();
+        counted = counter.groups();
+        known = &counted;
     }
     QStringList columns{u"Name"_s, u"anzahl"_s, u"imgkey"_s};
     if (fill.columns.size() > 1) {
         columns.prepend(u"Genre"_s);
     }
     const auto rows = database.bulkInsert(fill.table, columns);
-    for (const ValueCounter::Group& group : groups) {
+    for (const ValueCounter::Group& group : *known) {
         std::vector<Value> row(group.names.begin(), group.names.end());
         row.insert(row.end(), {group.count, fill.imgkey});
         rows->add(std::move(row));
@@ -361,7 +316,7 @@ void RefreshDB::fillImportDates(Database& database) const
     if (!isKnown) {
         countTracks(database, {&counter});
     }
-    const auto days = isKnown ? m_counts->days.groups() : counter.groups();
+    const auto days = isKnown ? m_counts->days() : counter.groups();
     if (!days) {
         database.Execute(treesql::fillImportDate());
         return;
@@ -393,7 +348,7 @@ std::vector<TrackFolder> RefreshDB::folders(Database& database) const
         return readFolders(database);
     }
     if (isCounted()) {
-        return m_counts->folders.folders();
+        return m_counts->folders();
     }
     FolderCounter counter;
     countTracks(database, {&counter});

@@ -15,7 +15,7 @@ class Clock;
 class Database;
 class DBEngine;
 class Files;
-struct LibraryCounts;
+class LibraryCounts;
 struct TrackFolder;
 
 /// Refills the tables that the navigation trees show from the tracks of the library, and keeps a

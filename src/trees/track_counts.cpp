@@ -2,6 +2,7 @@
 
 #include "platform/db/database.h"
 #include "platform/system/files.h"
+#include "trees/counting_thread.h"
 
 #include <algorithm>
 #include <array>
@@ -82,25 +83,24 @@ void countTracks(Database& library, const std::vector<TrackCounter*>& counters)
         counter->begin(std::move(own));
         isOfAll = isOfAll || counter->countsDeleted();
     }
-    TrackBlock block(columns.kinds());
-    const auto count = [&] {
+    CountingThread counting(columns.kinds(), [&](const TrackBlock& block) {
         columns.read(block);
         for (TrackCounter* counter : counters) {
             counter->add(block);
         }
-        block.clear();
-    };
+    });
     const QString statement = "select "_L1 + columns.names().join(u',');
     const auto isLive = int(columns.names().size());
     library.walkRows(isOfAll ? statement + u",DEL = False from db_all"_s
                              : statement + u" from db_all where DEL = False"_s,
                      [&](const WalkedRow& row) {
-                         block.add(row, !isOfAll || row.number(isLive) != 0);
-                         if (block.isFull()) {
-                             count();
+                         counting.block().add(row, !isOfAll || row.number(isLive) != 0);
+                         if (counting.block().isFull()) {
+                             counting.pass();
                          }
                      });
-    count();
+    counting.pass();
+    counting.finish();
 }
 
 // ---- values

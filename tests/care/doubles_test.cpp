@@ -90,6 +90,33 @@ TEST(DoublesOrder, TheOneWorthMostIsProposed)
     variable.size = 30'000;
     EXPECT_EQ(variable.rate(), 240);
     EXPECT_EQ(bestOf({plain, variable}), 1);
+    DoubleTrack deleted = better;
+    deleted.isDeleted = true;
+    EXPECT_EQ(bestOf({deleted, plain}), 1) << "the next cleaning takes the other";
+}
+
+TEST_F(DoublesTest, ARowThatIsMarkedAsDeletedIsKnownAsOne)
+{
+    const QString deleted = add(u"a.mp3"_s, 1);
+    const QString other = add(u"b.mp3"_s, 1);
+    suite.execute(u"update db_all set DEL=-1 where FID='%1'"_s.arg(deleted));
+    search(kSound);
+    ASSERT_EQ(doubles.groups().size(), 1U);
+    const DoubleGroup& group = doubles.groups()[0];
+    EXPECT_EQ(group.tracks.at(size_t(group.kept)).fid, other);
+}
+
+TEST_F(DoublesTest, AFileThatAnotherRowHasStays)
+{
+    const QString kept = add(u"a.mp3"_s, 1);
+    add(u"b.mp3"_s, 1);
+    addRow(u"b.mp3"_s, u"Anders"_s, 0);
+    search(kSound);
+    ASSERT_EQ(doubles.groups().size(), 1U);
+    keep(kept);
+    EXPECT_EQ(doubles.merge(true).removed, 1);
+    worker.finish();
+    EXPECT_TRUE(suite.files.fileExists(music.file(u"b.mp3"_s)));
 }
 
 TEST_F(DoublesTest, ListsAndStatisticsGoOverAndComeBackInOneStep)

@@ -3,6 +3,7 @@
 #include "care/removed_track.h"
 #include "platform/linux/system_names.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 
@@ -230,6 +231,49 @@ TEST_F(RecycleFolderTest, WhatIsInTheWayOfAFileStays)
     EXPECT_THROW(bin.putBack(bin.all().at(0), {}), IoError);
     EXPECT_EQ(disk.read(music(u"Rock/a.mp3"_s)), "newer");
     EXPECT_EQ(disk.read(recycler(u"Rock/a.mp3"_s)), fid.toUtf8());
+}
+
+TEST_F(RecycleFolderTest, ARecordThatNamesOtherFilesOfTheUserReachesNone)
+{
+    ASSERT_TRUE(take(addTrack({.DName = u"a.mp3"_s}, u"Rock/"_s)));
+    home.write(u"secret"_s, "his own");
+    disk.write(recycler(u"planted"_s), "foreign");
+    const auto line = [this](const QString& from, const QString& to) {
+        QFile record(recycler(u"ReMoveFiles.jsonl"_s));
+        EXPECT_TRUE(record.open(QIODevice::Append));
+        record.write(u"{\"from\":\"%1\",\"to\":\"%2\"}\n"_s.arg(from, to).toUtf8());
+    };
+    line(disk.file(u"taken"_s), home.file(u"secret"_s));
+    line(disk.file(u"taken"_s), recycler(u"../../secret"_s));
+    line(home.file(u"autostart"_s), recycler(u"planted"_s));
+    line(disk.file(u"../autostart"_s), recycler(u"planted"_s));
+    const std::vector<RecycledFile> offered = folder().all();
+    ASSERT_EQ(offered.size(), size_t{1});
+    EXPECT_EQ(offered[0].from, music(u"Rock/a.mp3"_s));
+}
+
+TEST_F(RecycleFolderTest, NoLinkLeadsAFileThatIsPutBackToAnotherPlace)
+{
+    QDir().mkpath(recycler());
+    ASSERT_TRUE(QFile::link(home.path(), recycler(u"out"_s)));
+    ASSERT_TRUE(QFile::link(home.path(), disk.file(u"out"_s)));
+    home.write(u"secret"_s, "his own");
+    disk.write(recycler(u"planted"_s), "foreign");
+    RecycleFolder bin = folder();
+    EXPECT_THROW(bin.putBack({.folder = recycler(),
+                              .from = disk.file(u"taken"_s),
+                              .to = recycler(u"out/secret"_s),
+                              .isHere = true},
+                             {}),
+                 IoError);
+    EXPECT_THROW(bin.putBack({.folder = recycler(),
+                              .from = disk.file(u"out/autostart"_s),
+                              .to = recycler(u"planted"_s),
+                              .isHere = true},
+                             {}),
+                 IoError);
+    EXPECT_EQ(home.read(u"secret"_s), "his own");
+    EXPECT_FALSE(QFile::exists(home.file(u"autostart"_s)));
 }
 
 TEST_F(RecycleFolderTest, TheRowsOfARemovedTrackComeBack)

@@ -20,6 +20,11 @@ constexpr qsizetype kLongestText = 259;
 /// Texts that are the same in both languages, and rightly so.
 const QSet<QString> kSameInBoth{
     u"ok"_s,
+    u"air.title"_s,
+    u"air.talkover"_s,
+    u"air.pitch"_s,
+    u"air.pitch.value"_s,
+    u"air.jingles"_s,
     u"bench.cover.size"_s,
     u"quick.album"_s,
     u"quick.genre"_s,

@@ -157,6 +157,13 @@ TEST_F(CreateSqlFind, KindsHaveTheirComparisonsWhateverTheirCase)
               "(0,-1) \n"_s);
 }
 
+TEST_F(CreateSqlFind, AConditionOfItsOwnKeepsItsQuotesBracketsAndWords)
+{
+    EXPECT_EQ(sql.GetSqlWhere(u"[Titel] = 'I''d like it' or FID in ('1','2')"_s),
+              u"select  [FID] , [TITEL]  from db_all\n where ( [Titel] = 'I''d like it' or FID in "
+              "('1','2')  )  and del in (0,-1) \n"_s);
+}
+
 TEST_F(CreateSqlFind, AConditionAsFindTextEndsCleanly)
 {
     find({u"x:where"_s}, u"BPM > 100"_s);

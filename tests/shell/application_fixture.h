@@ -32,7 +32,7 @@ protected:
             places.runtimeBase = QLatin1String("");
             places.temporaryBase = QStringLiteral("/proc");
         }
-        Application console(*qApp, places);
+        Application console(*qApp, places, calledWith);
         running = &console;
         QTimer watcher;
         QObject::connect(&watcher, &QTimer::timeout, qApp, [&] { look(inWindow); });
@@ -115,6 +115,7 @@ protected:
     }
 
     Application* running = nullptr;    ///< while the console runs
+    QStringList calledWith;            ///< files
     QString copyOfFolder;              ///< of the suite, which runs then in its place
     bool closesWindow = true;          ///< else the test ends the console
     bool withoutRuntimeFolder = false; ///< and with nothing in its place

@@ -23,11 +23,13 @@ protected:
         suite.library.add({.Titel = u"Brandung"_s, .Interpret = u"Kaja"_s, .Album = u"Hafen"_s});
         suite.library.add({.Titel = u"Ebbe"_s,
                            .Interpret = u"Mara"_s,
-                           .Album = u"Watt"_s,
+                           .Album = u"Like it's"_s,
                            .Path = u"/music/tief/"_s});
         const auto database = suite.open();
-        database->Execute(u"insert into tree_album (Name,anzahl,imgkey) values "
-                          u"('Hafen',2,'album')"_s);
+        for (const auto& album : {u"'Hafen',2"_s, u"'Like it''s',2"_s}) {
+            database->Execute(
+                u"insert into tree_album (Name,anzahl,imgkey) values (%1,'album')"_s.arg(album));
+        }
         database->Execute(u"insert into tree_interpret (Name,anzahl,imgkey) values "
                           u"('Mara',1,'interpret')"_s);
         for (const auto& [path, level] :
@@ -49,12 +51,13 @@ protected:
         tree(window).findChild<QToolButton*>(tool)->click();
     }
 
-    static void click(QMainWindow& window, const QString& key)
+    static void click(QMainWindow& window, const QString& key, Qt::KeyboardModifiers modifiers = {})
     {
         OutlineTree& outline = tree(window).outline();
         const int row = outline.find(key);
         ASSERT_GE(row, 0) << qPrintable(key);
-        QTest::mouseClick(outline.viewport(), Qt::LeftButton, {}, outline.placeOf(row).center());
+        QTest::mouseClick(outline.viewport(), Qt::LeftButton, modifiers,
+                          outline.placeOf(row).center());
     }
 
     static int shown(QMainWindow& window)
@@ -81,6 +84,18 @@ TEST_F(TreeInWindow, AClickInATreeShowsItsTracksInTheLibrary)
         for (const QLabel* label : window.findChildren<QLabel*>()) {
             EXPECT_FALSE(label->text().contains(u"keine Spalte"_s)) << "and says nothing";
         }
+    });
+    EXPECT_EQ(warnings, QStringList());
+}
+
+TEST_F(TreeInWindow, SeveralRowsOfATreeShowTheTracksOfAll)
+{
+    run([](QMainWindow& window) {
+        press(window, u"tree.album"_s);
+        click(window, u"ABM?Album??Hafen"_s);
+        EXPECT_EQ(shown(window), 2);
+        click(window, u"ABM?Album??Like it's"_s, Qt::ControlModifier);
+        EXPECT_EQ(shown(window), 3);
     });
     EXPECT_EQ(warnings, QStringList());
 }

@@ -10,6 +10,7 @@
 #include "support/mp3_maker.h"
 #include "support/suite_fixture.h"
 #include "tagbench/bench_session.h"
+#include "trackedit/covers.h"
 
 namespace melovane {
 namespace {
@@ -221,6 +222,105 @@ TEST_F(CoversOnTheBench, ACoverThatWasTakenOffCanBeChosenAnew)
     EXPECT_TRUE(apply().problems.empty());
     writeTags();
     EXPECT_EQ(inTag(u"a.mp3"_s), "neu");
+}
+
+/// A track whose file has covers of other programs: front covers with a description, an artist.
+class CoversOfOthers : public CoversOnTheBench
+{
+protected:
+    CoversOfOthers()
+    {
+        const QByteArray kind = '\0' + QByteArray("image/jpeg\0", 11);
+        const QByteArray tag = demomusic::Id3v2Writer(3)
+                                   .text("TIT2", u"Titel"_s)
+                                   .frame("APIC", kind + QByteArray("\3Cover\0front", 12))
+                                   .frame("APIC", kind + artist)
+                                   .tag(3000);
+        fid = add(u"a.mp3"_s);
+        music.write(u"a.mp3"_s, tag + test::simpleMp3(u"a.mp3"_s, u"Wer"_s));
+        open();
+    }
+
+    /// What the tag panel of the console shows of the track.
+    [[nodiscard]] QByteArray inPanel()
+    {
+        QByteArray picture = "never told";
+        panel.show({fid, image(fid), music.file(u"a.mp3"_s)},
+                   [&](const QByteArray& is) { picture = is; });
+        return picture;
+    }
+
+    /// What the tree of information asks for when it shows the track.
+    [[nodiscard]] QString takenOut()
+    {
+        QString name = u"never told"_s;
+        panel.takeOut({fid, image(fid), music.file(u"a.mp3"_s)}, 500,
+                      [&](const QString& is) { name = is; });
+        return name;
+    }
+
+    void takeOff()
+    {
+        session->covers().takeOff({0});
+        EXPECT_TRUE(apply().problems.empty());
+    }
+
+    const QByteArray artist{"\x8\0artist", 8};
+    QString fid;
+    Covers panel{{suite.files, suite.files, suite.dataFolder(), covers, pictures, writer, worker}};
+};
+
+TEST_F(CoversOfOthers, AreNotShownWhenTheCoverWasTakenOffAndThoseOfOtherKindsStayInTheFile)
+{
+    EXPECT_EQ(inPanel(), "front");
+    takeOff();
+    EXPECT_EQ(inPanel(), QByteArray()) << "also before the file follows";
+    EXPECT_EQ(takenOut(), QString()) << "which would give the row its cover again";
+    writeTags();
+    EXPECT_EQ(inTag(u"a.mp3"_s), "artist");
+    EXPECT_EQ(inPanel(), QByteArray());
+    EXPECT_EQ(takenOut(), QString());
+    open();
+    suite.execute(u"insert into TEMP_MP3Edit (FID, PLID) values ('%1', -1)"_s.arg(fid));
+    session->load();
+    EXPECT_EQ(shown({0}).without, 1);
+}
+
+TEST_F(CoversOfOthers, ComeBackWhenTheTakingOffIsTakenBack)
+{
+    const QByteArray before = covers.frontCover(music.file(u"a.mp3"_s));
+    takeOff();
+    writeTags();
+    EXPECT_FALSE(covers.hasFrontCover(music.file(u"a.mp3"_s)));
+    EXPECT_EQ(history.undo().outcome, ListHistory::Outcome::Done);
+    writeTags();
+    EXPECT_EQ(covers.frontCover(music.file(u"a.mp3"_s)), before);
+    EXPECT_EQ(inPanel(), "front");
+    EXPECT_EQ(history.redo().outcome, ListHistory::Outcome::Done);
+    writeTags();
+    EXPECT_EQ(inPanel(), QByteArray());
+}
+
+TEST_F(CoversOfOthers, AreShownWhenAnotherProgramPutsThemThereLater)
+{
+    takeOff();
+    writeTags();
+    writeForeign(u"a.mp3"_s, "later");
+    EXPECT_EQ(inPanel(), "later");
+}
+
+TEST_F(CoversOfOthers, StayOffWhenACoverThatWasChosenLaterIsTakenBack)
+{
+    takeOff();
+    writeTags();
+    choose("neu", {0});
+    EXPECT_TRUE(apply().problems.empty());
+    writeTags();
+    EXPECT_EQ(inPanel(), "neu");
+    EXPECT_EQ(history.undo().outcome, ListHistory::Outcome::Done);
+    writeTags();
+    EXPECT_EQ(inPanel(), QByteArray());
+    EXPECT_EQ(inTag(u"a.mp3"_s), "artist");
 }
 
 TEST_F(CoversOnTheBench, WhatIsCancelledLeavesNoPictureAndNoOrder)

@@ -322,6 +322,43 @@ TEST_F(TagBenchWindow, FieldsComeFromTheNamesOfTheFiles)
     EXPECT_EQ(cell(one, u"Track"_s), u"3"_s);
 }
 
+/// Whether something in a cell is painted amber, left and right of where its picture ends.
+std::pair<bool, bool> amberIn(DataGrid& grid, int row, int column)
+{
+    const QRect cell = grid.visualRect(grid.model()->index(row, column));
+    const QImage picture = grid.viewport()->grab(cell).toImage();
+    const int pictureEnd = grid.fontMetrics().height() + 8;
+    std::pair<bool, bool> found;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor colour = picture.pixelColor(x, y);
+            if (colour.red() > colour.blue() + 90 && colour.green() > colour.blue() + 40) {
+                (x < pictureEnd ? found.first : found.second) = true;
+            }
+        }
+    }
+    return found;
+}
+
+TEST_F(TagBenchWindow, AFileNameThatDoesNotFitIsMarkedInAmber)
+{
+    add(u"Die Zwei - Das Lied.mp3"_s, u"x"_s);
+    add(u"Nordkap.mp3"_s, u"Nordkap"_s);
+    open();
+    window->resize(1440, 900);
+    auto* line = onPage<QLineEdit>(u"names"_s, u"txtTemplate"_s);
+    line->clear();
+    QTest::keyClicks(line, u"%I - %N"_s);
+    auto* preview = onPage<DataGrid>(u"names"_s, u"TDBGrid2"_s);
+    ASSERT_NE(preview, nullptr);
+    const int result = preview->model()->columnCount() - 1;
+    const QModelIndex last = preview->model()->index(1, result);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return preview->viewport()->rect().contains(preview->visualRect(last)); }));
+    EXPECT_EQ(amberIn(*preview, 0, result), std::pair(false, false));
+    EXPECT_EQ(amberIn(*preview, 1, result), std::pair(true, true));
+}
+
 TEST_F(TagBenchWindow, WhatATemplateReadsStandsInTheTracksWhileItIsTyped)
 {
     add(u"03_Die Zwei - Das Lied.mp3"_s, u"x"_s);

@@ -24,6 +24,11 @@ public:
         return covers.value(path);
     }
 
+    [[nodiscard]] bool hasFrontCover(const QString& path) const override
+    {
+        return !cover(path).isEmpty();
+    }
+
     [[nodiscard]] QByteArray frontCover(const QString& path) const override
     {
         return "tag of " + covers.value(path);

@@ -22,12 +22,14 @@ constexpr qint64 kLongestHead = qint64{4} * 1024;
 /// The kind of a picture that leads to none.
 constexpr int kNoKind = -1;
 
+constexpr int kFrontCoverRank = 0;
+
 /// Which of two kinds is shown: front cover, no kind, any other, back cover, the two small icons.
 int rankOf(int kind)
 {
     static constexpr std::array kLast = {4, 1, 2};
     if (kind == 3) {
-        return 0;
+        return kFrontCoverRank;
     }
     if (kind == 0) {
         return 1;
@@ -89,11 +91,11 @@ QByteArray plainBytes(const TagBody& body, qint64 begin, qint64 length)
     return result;
 }
 
-/// The best picture so far.
+/// The best picture so far: only one of a lower rank takes its place.
 struct Best
 {
     int rank = 99;
-    QByteArray bytes;
+    QByteArray bytes = {};
 };
 
 void takePicture(const TagBody& body,
@@ -157,18 +159,28 @@ void readTag(MpegFile& file, const Id3Place& tag, Best& best)
     readPictures(body, tag.version, tag.isUnsynchronised(), skip, best);
 }
 
-} // namespace
-
-QByteArray Id3CoverReader::cover(const QString& path) const
+/// The picture of a file that goes before that one.
+QByteArray pictureBefore(const QString& path, Best best)
 {
     MpegFile file(path);
-    Best best;
     if (file.isOpen()) {
         for (const Id3Place& tag : tagPlaces(file).id3v2) {
             readTag(file, tag, best);
         }
     }
     return best.bytes;
+}
+
+} // namespace
+
+QByteArray Id3CoverReader::cover(const QString& path) const
+{
+    return pictureBefore(path, {});
+}
+
+bool Id3CoverReader::hasFrontCover(const QString& path) const
+{
+    return !pictureBefore(path, {.rank = kFrontCoverRank + 1}).isEmpty();
 }
 
 QByteArray Id3CoverReader::frontCover(const QString& path) const
@@ -187,13 +199,13 @@ QByteArray Id3CoverReader::frontCover(const QString& path) const
     if (!parts) {
         return {};
     }
-    const auto& frames = parts->frames();
-    const auto found = std::find_if(frames.begin(), frames.end(), [&](const StoredFrame& frame) {
-        return frame.content == FrameContent::Picture &&
-               isFrontCover(parts->version(), frame.plainBytes());
-    });
-    const TagParts kept =
-        parts->withOnly(found == frames.end() ? std::nullopt : std::optional(*found));
+    std::vector<StoredFrame> covers;
+    std::copy_if(parts->frames().begin(), parts->frames().end(), std::back_inserter(covers),
+                 [&](const StoredFrame& frame) {
+                     return frame.content == FrameContent::Picture &&
+                            isFrontPicture(parts->version(), frame.plainBytes());
+                 });
+    const TagParts kept = parts->withOnly(std::move(covers));
     return kept.bytes(kept.needed());
 }
 

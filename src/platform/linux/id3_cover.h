@@ -10,6 +10,7 @@ class Id3CoverReader : public CoverReader
 {
 public:
     [[nodiscard]] QByteArray cover(const QString& path) const override;
+    [[nodiscard]] bool hasFrontCover(const QString& path) const override;
     [[nodiscard]] QByteArray frontCover(const QString& path) const override;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/linux/job_locks.h"
 
+#include "platform/linux/linux_file_lock.h"
 #include "platform/linux/system_names.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
@@ -43,6 +44,14 @@ QString jobLockFile(const Files& files,
     const FileFacts facts = files.facts(library).value_or(FileFacts{});
     return path::join(*folder,
                       u"%1-%2-%3.lock"_s.arg(job).arg(facts.device, 0, 16).arg(facts.inode, 0, 16));
+}
+
+std::function<std::unique_ptr<FileLock>()> jobClaim(const QString& path)
+{
+    if (path.isEmpty()) {
+        return {};
+    }
+    return [path] { return lockFile(path, std::chrono::milliseconds::zero()); };
 }
 
 bool isLocked(const QString& path)

@@ -5,8 +5,12 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+#include <memory>
+
 namespace melovane {
 
+class FileLock;
 class Files;
 
 /// Path of the lock that a program which works behind the console holds on a library: the same for
@@ -19,6 +23,10 @@ class Files;
                                   const QStringList& folders,
                                   const QString& job,
                                   const QString& library);
+
+/// Takes the lock of that path, trying once: null while somebody holds it. Empty for an empty path,
+/// where nothing can be locked.
+[[nodiscard]] std::function<std::unique_ptr<FileLock>()> jobClaim(const QString& path);
 
 /// Whether a program holds the lock of that path now. False for an empty path.
 [[nodiscard]] bool isLocked(const QString& path);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/media/player.h"
+#include "platform/media/sound_stream.h"
 
 #include <QString>
 
@@ -20,36 +20,36 @@ namespace melovane::linux_media {
 /// of the library is a place that every player finds again. A place sounds the same however it was
 /// reached; only in mono and at low sample rates may the last bit of a sample differ from what one
 /// long read gives.
-class Mp3Stream
+class Mp3Stream final : public SoundStream
 {
 public:
     Mp3Stream() = default;
-    ~Mp3Stream();
+    ~Mp3Stream() override;
     Mp3Stream(const Mp3Stream&) = delete;
     Mp3Stream& operator=(const Mp3Stream&) = delete;
 
     /// Opens a file and walks through it once for its true length, whatever its header says. What
     /// was open is closed.
     /// \return None, Missing or NoAudio
-    PlayFault open(const QString& file);
+    PlayFault open(const QString& file) override;
     void close();
 
     [[nodiscard]] bool isOpen() const { return m_length > 0; }
 
-    [[nodiscard]] const AudioFormat& format() const { return m_format; }
+    [[nodiscard]] const AudioFormat& format() const override { return m_format; }
 
     /// In samples of one channel, as the headers of the frames tell it. Where a frame is damaged
     /// the end comes earlier than this, never later.
-    [[nodiscard]] qint64 length() const { return m_length; }
+    [[nodiscard]] qint64 length() const override { return m_length; }
 
     /// The next read gives this sample and those behind it. False for a place that cannot be read.
-    [[nodiscard]] bool seek(qint64 sample);
+    [[nodiscard]] bool seek(qint64 sample) override;
 
     /// Reads interleaved samples. Fewer than asked for at the end of the file, and where it cannot
     /// be read: isBroken() then tells the difference.
-    [[nodiscard]] size_t read(std::span<qint16> samples);
+    [[nodiscard]] size_t read(std::span<qint16> samples) override;
 
-    [[nodiscard]] bool isBroken() const { return m_broken; }
+    [[nodiscard]] bool isBroken() const override { return m_broken; }
 
 private:
     struct HandleEnd

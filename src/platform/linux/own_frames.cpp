@@ -261,6 +261,11 @@ bool isFrontCover(int version, Bytes plain)
     return picture.type == kFrontCover && picture.description.isEmpty();
 }
 
+bool isFrontPicture(int version, Bytes plain)
+{
+    return pictureOf(version, plain).type == kFrontCover;
+}
+
 bool showsPicture(int version, Bytes plain, const CoverPicture& picture)
 {
     const Picture shown = pictureOf(version, plain);

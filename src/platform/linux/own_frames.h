@@ -44,6 +44,9 @@ contentWith(const OwnField& field, const QString& text, int version, Bytes forme
 /// True for the content of a front cover with an empty description.
 [[nodiscard]] bool isFrontCover(int version, Bytes plain);
 
+/// True for the content of any front cover, whatever its description.
+[[nodiscard]] bool isFrontPicture(int version, Bytes plain);
+
 /// True when a cover's content shows exactly that picture.
 [[nodiscard]] bool showsPicture(int version, Bytes plain, const CoverPicture& picture);
 

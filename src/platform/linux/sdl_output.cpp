@@ -3,6 +3,8 @@
 #define SDL_MAIN_HANDLED
 #include <SDL.h>
 
+#include <cstdlib>
+
 namespace melovane::linux_media {
 
 namespace {
@@ -19,6 +21,14 @@ void SDLCALL fillBlock(void* source, Uint8* bytes, int size)
 
 } // namespace
 
+SdlOutput::SdlOutput(const SoundUse& use)
+    : m_use(use)
+{
+    if (use.stockMs > 0) {
+        ::setenv("PULSE_LATENCY_MSEC", QByteArray::number(use.stockMs).constData(), 0);
+    }
+}
+
 SdlOutput::~SdlOutput()
 {
     close();
@@ -30,8 +40,8 @@ bool SdlOutput::start()
         return true;
     }
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Melovane DB");
-    SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_NAME, "Monitor");
+    SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, m_use.program.constData());
+    SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_NAME, m_use.stream.constData());
     m_started = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
     if (m_started) {
         // Nobody reads the library's own event queue.

@@ -130,15 +130,13 @@ std::optional<TagParts> TagParts::of(Bytes tag)
     return parts;
 }
 
-TagParts TagParts::withOnly(std::optional<StoredFrame> frame) const
+TagParts TagParts::withOnly(std::vector<StoredFrame> frames) const
 {
     TagParts parts;
     parts.m_version = m_version;
     parts.m_revision = m_revision;
     parts.m_flags = m_flags & quint8(~kExtended);
-    if (frame) {
-        parts.m_frames.push_back(std::move(*frame));
-    }
+    parts.m_frames = std::move(frames);
     return parts;
 }
 

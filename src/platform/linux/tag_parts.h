@@ -39,8 +39,8 @@ public:
 
     [[nodiscard]] int version() const { return m_version; }
 
-    /// A tag of the same kind with that frame alone, or with none.
-    [[nodiscard]] TagParts withOnly(std::optional<StoredFrame> frame) const;
+    /// A tag of the same kind with those frames alone, or with none.
+    [[nodiscard]] TagParts withOnly(std::vector<StoredFrame> frames) const;
 
     /// True when a frame of the other tag can stand in this one as it is.
     [[nodiscard]] bool takesFramesOf(const TagParts& other) const;

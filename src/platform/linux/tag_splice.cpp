@@ -103,6 +103,8 @@ TagSplice::TagSplice(Bytes front, const TagChanges& changes)
     }
     if (changes.formerCover) {
         putBack(*changes.formerCover);
+    } else if (changes.cover && changes.cover->bytes.isEmpty()) {
+        removeCovers(isFrontPicture);
     } else if (changes.cover) {
         setCover(*changes.cover);
     }
@@ -292,14 +294,6 @@ StoredFrame* TagSplice::cover()
 void TagSplice::setCover(const CoverPicture& wanted)
 {
     TagParts& tag = first();
-    if (wanted.bytes.isEmpty()) {
-        m_changed = std::erase_if(tag.frames(),
-                                  [&](const StoredFrame& frame) {
-                                      return isCover(frame, tag.version());
-                                  }) > 0 ||
-                    m_changed;
-        return;
-    }
     const StoredFrame* const there = cover();
     if (there == nullptr || !showsPicture(tag.version(), there->plainBytes(), wanted)) {
         putCover(tag.frameWith(frameNameOf(FrameContent::Picture, tag.version()),
@@ -307,7 +301,15 @@ void TagSplice::setCover(const CoverPicture& wanted)
     }
 }
 
-/// A tag that was made anew meanwhile, by a program that knows another version, takes the picture.
+void TagSplice::removeCovers(bool (*isMeant)(int version, Bytes plain))
+{
+    TagParts& tag = first();
+    const auto removed = std::erase_if(tag.frames(), [&](const StoredFrame& frame) {
+        return frame.content == FrameContent::Picture && isMeant(tag.version(), frame.plainBytes());
+    });
+    m_changed = removed > 0 || m_changed;
+}
+
 void TagSplice::putBack(const QByteArray& former)
 {
     const auto kept =
@@ -316,27 +318,63 @@ void TagSplice::putBack(const QByteArray& former)
         return;
     }
     const auto& frames = kept->frames();
-    const auto frame = std::find_if(frames.begin(), frames.end(), [&](const StoredFrame& each) {
-        return isCover(each, kept->version());
+    const auto ours = std::find_if(frames.begin(), frames.end(), [&](const StoredFrame& frame) {
+        return isCover(frame, kept->version());
     });
-    if (frame == frames.end()) {
-        setCover({});
-    } else if (!first().takesFramesOf(*kept)) {
-        setCover(coverOf(kept->version(), frame->plainBytes()));
-    } else if (const StoredFrame* const there = cover();
-               there == nullptr || there->bytes != frame->bytes) {
-        putCover(*frame);
+    // They are gone only when the cover was taken off; what another program has put there since
+    // stays.
+    const bool addsOthers = !hasOtherCovers() && first().takesFramesOf(*kept);
+    if (ours == frames.end()) {
+        removeCovers(isFrontCover);
     }
+    for (auto frame = frames.begin(); frame != frames.end(); ++frame) {
+        if (frame == ours) {
+            putBackFrame(*kept, *frame);
+        } else if (addsOthers) {
+            addFrame(*frame);
+        }
+    }
+}
+
+/// A tag that was made anew meanwhile, by a program that knows another version, takes the picture.
+void TagSplice::putBackFrame(const TagParts& kept, const StoredFrame& frame)
+{
+    if (!first().takesFramesOf(kept)) {
+        setCover(coverOf(kept.version(), frame.plainBytes()));
+    } else if (const StoredFrame* const there = cover();
+               there == nullptr || there->bytes != frame.bytes) {
+        putCover(frame);
+    }
+}
+
+/// Whether there are front covers besides the one that a new cover replaces.
+bool TagSplice::hasOtherCovers()
+{
+    TagParts& tag = first();
+    const auto covers =
+        std::count_if(tag.frames().begin(), tag.frames().end(), [&](const StoredFrame& frame) {
+            return frame.content == FrameContent::Picture &&
+                   isFrontPicture(tag.version(), frame.plainBytes());
+        });
+    return covers > (cover() == nullptr ? 0 : 1);
 }
 
 void TagSplice::putCover(StoredFrame frame)
 {
     m_changed = true;
-    auto& frames = first().frames();
     if (StoredFrame* const there = cover()) {
         *there = std::move(frame);
-    } else if (std::any_of(frames.begin(), frames.end(),
-                           [](const auto& other) { return other.isEmpty; })) {
+    } else {
+        addFrame(std::move(frame));
+    }
+}
+
+void TagSplice::addFrame(StoredFrame frame)
+{
+    m_changed = true;
+    auto& frames = first().frames();
+    if (std::any_of(frames.begin(), frames.end(),
+                    [](const auto& other) { return other.isEmpty; })) {
         addInFront(std::move(frame));
     } else {
         frames.push_back(std::move(frame));

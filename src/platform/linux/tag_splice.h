@@ -47,9 +47,13 @@ private:
     void setText(const OwnField& field, const QString& wanted);
     void setYear(const QString& wanted);
     void setCover(const CoverPicture& wanted);
+    void removeCovers(bool (*isMeant)(int version, Bytes plain));
     void putBack(const QByteArray& former);
+    void putBackFrame(const TagParts& kept, const StoredFrame& frame);
     [[nodiscard]] StoredFrame* cover();
+    [[nodiscard]] bool hasOtherCovers();
     void putCover(StoredFrame frame);
+    void addFrame(StoredFrame frame);
     void put(const OwnField& field, const QString& text);
     void takeOut(const OwnField& field, size_t firstTag);
     [[nodiscard]] FoundRating rating() const;

@@ -19,10 +19,13 @@ public:
     /// kLargestPicture, and for a file that cannot be read. Any thread may ask.
     [[nodiscard]] virtual QByteArray cover(const QString& path) const = 0;
 
-    /// What a new cover will replace in a file, to be put back by TagChanges::formerCover: a tag
-    /// that holds the frame of the front cover without a description as it stands, byte for byte,
-    /// or no frame when there is none. Empty for a file that cannot be read, and for a tag that is
-    /// larger than any picture. Any thread may ask.
+    /// Whether cover() is a front cover and no picture that stands in for one. Any thread may ask.
+    [[nodiscard]] virtual bool hasFrontCover(const QString& path) const = 0;
+
+    /// What a new cover will replace in a file, or taking it off remove, to be put back by
+    /// TagChanges::formerCover: a tag that holds the frames of the front covers as they stand, byte
+    /// for byte, or no frame when there is none. Empty for a file that cannot be read, and for a
+    /// tag that is larger than any picture. Any thread may ask.
     [[nodiscard]] virtual QByteArray frontCover(const QString& path) const = 0;
 };
 

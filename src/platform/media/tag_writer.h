@@ -12,7 +12,7 @@ namespace melovane {
 /// A picture as it shall stand in the tag.
 struct CoverPicture
 {
-    QByteArray bytes; ///< the picture file, JPEG or PNG; empty takes the cover out
+    QByteArray bytes; ///< the picture file, JPEG or PNG; empty takes all front covers out
     QString mimeType; ///< "image/jpeg" or "image/png"
 };
 
@@ -35,8 +35,11 @@ struct TagChanges
     std::optional<QString> Stimmung = {};
     std::optional<QString> Tempo = {};
     std::optional<QString> User1 = {}, User2 = {}, User3 = {}, User4 = {}, User5 = {};
-    std::optional<CoverPicture> cover = {}; ///< the front cover with an empty description
-    /// The same, put back as CoverReader::frontCover() gave it; goes before `cover`.
+    /// The front cover with an empty description. Front covers of other programs, which have one,
+    /// stay beside it, but a user who takes the cover off wants to see none: then they go, too.
+    /// Pictures of other kinds stay in any case.
+    std::optional<CoverPicture> cover = {};
+    /// The front covers, put back as CoverReader::frontCover() gave it; goes before `cover`.
     std::optional<QByteArray> formerCover = {};
 };
 

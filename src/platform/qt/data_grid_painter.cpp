@@ -37,6 +37,9 @@ constexpr int kTightGap = 2;
 /// Side of the smallest picture that still says something.
 constexpr int kLeastIcon = 6;
 
+/// The picture that is amber, as the text beside it is.
+const QString kWarning = u"warning"_s;
+
 /// Longest text that is laid out; nothing behind it would fit a cell.
 constexpr int kLongestPainted = 500;
 
@@ -140,9 +143,11 @@ DataGridPainter::ground(const QStyleOptionViewItem& option, int row, const CellS
 
 void DataGridPainter::paintIcon(QPainter& painter, const QRect& place, const CellStyle& style) const
 {
-    const ThemeRole role =
+    const ThemeRole usual =
         style.ground == CellGround::Plain ? ThemeRole::TextSecond : ThemeRole::Text;
-    m_icons.icon(style.icon, role).paint(&painter, place);
+    const bool isWarning = style.icon == kWarning;
+    m_icons.icon(style.icon, isWarning ? ThemeRole::VuMeterColorPeek : usual)
+        .paint(&painter, place);
 }
 
 void DataGridPainter::paint(QPainter* painter,

@@ -2,6 +2,7 @@
 
 #include "bus/message_names.h"
 #include "library/ui/mp3db_widget.h"
+#include "platform/linux/job_locks.h"
 #include "platform/system/path_text.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/wings/desk.h"
@@ -9,6 +10,7 @@
 #include "shell/wings/machine.h"
 #include "shell/wings/suite_wing.h"
 #include "store/track_writing.h"
+#include "tagbench/rename_journal.h"
 #include "trackedit/save_image.h"
 #include "trackedit/ui/edit_tag_widget.h"
 #include "trackedit/unwritten_tags.h"
@@ -48,6 +50,20 @@ EditWing::EditWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
 {
     // What a writer that was killed has left behind.
     m_worker.run([this] { tagWriter.repair(); }, [] {});
+}
+
+void EditWing::mendNames()
+{
+    const QString library = machine.settings.DbName();
+    RenameJournal journal(machine.files, library);
+    if (!journal.isLeft()) {
+        return;
+    }
+    const QStringList folders{machine.environment.runtimeFolder(), machine.paths.GetConfigPath()};
+    guard.run(u"Renames"_s, [&] {
+        journal.mend(*machine.engine->OpenDatabase(library),
+                     jobClaim(jobLockFile(machine.files, folders, u"tagbench"_s, library)));
+    });
 }
 
 CoverChange::Parts EditWing::coverParts()

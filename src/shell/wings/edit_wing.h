@@ -25,6 +25,10 @@ struct EditWing
 {
     EditWing(Machine& machine, Desk& desk, SuiteWing& suite, ListsWing& lists);
 
+    /// Files that a tag tool has left under half of their new names when it was killed get those of
+    /// their rows, as by the next tag tool. To be called when the library can be opened.
+    void mendNames();
+
     /// What the main window asks of the panel.
     [[nodiscard]] TagPanelCommands commands();
 

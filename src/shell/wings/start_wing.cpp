@@ -4,14 +4,18 @@
 #include "care/settings_return.h"
 #include "platform/controls/status_line.h"
 #include "platform/system/path_text.h"
+#include "shell/opened_files.h"
 #include "shell/sibling_control.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/machine.h"
 #include "store/check_database.h"
 
+#include <thread>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 
 StartWing::StartWing(Machine& base, Desk& room)
     : machine(base)
@@ -46,6 +50,7 @@ StartResult StartWing::run(const std::function<void()>& showMainWindow)
                             }
                             tellOtherLibrary();
                             tellLastRun();
+                            openFiles(called);
                         },
                     .rescue = rescue},
                    {.settings = machine.settings,
@@ -100,9 +105,25 @@ bool StartWing::anotherCopyRuns()
         tellWithoutMessages();
         return true;
     }
-    control->setTarget(machine.onlyCopy.runningCopy());
+    control->setTarget(runningCopy());
     control->Send(message::kBringToFront, 0, 0);
+    for (const QString& text : OpenedFiles::texts(called)) {
+        control->SendText(message::kOpenFiles, 0, text);
+    }
     return true;
+}
+
+/// The control of the copy that runs. Files wait for one that is still at its start.
+MessageHandle StartWing::runningCopy() const
+{
+    constexpr int kMaxLooks = 200;
+    constexpr auto kPause = 50ms;
+    MessageHandle copy = machine.onlyCopy.runningCopy();
+    for (int look = 0; copy == 0 && !called.isEmpty() && look < kMaxLooks; ++look) {
+        std::this_thread::sleep_for(kPause);
+        copy = machine.onlyCopy.runningCopy();
+    }
+    return copy;
 }
 
 /// Those that a restoring has left are read only by now, for only the first copy may take them.
@@ -121,6 +142,12 @@ void StartWing::listenForNextCopy()
     nextCopy->setMessageNumber([this](qint32 id, qint32, qint32) {
         if (id == message::kBringToFront) {
             desk.window.bringToFront();
+        }
+        return 0;
+    });
+    nextCopy->setMessageText([this](qint32 id, qint32, const QString& text) {
+        if (id == message::kOpenFiles) {
+            openFiles(OpenedFiles::fromText(text));
         }
         return 0;
     });

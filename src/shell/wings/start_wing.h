@@ -1,9 +1,12 @@
 #pragma once
 
+#include "platform/message/message_control.h"
 #include "shell/last_run.h"
 #include "shell/start_up_db.h"
 #include "shell/sub_main.h"
 #include "shell/ui/splash_window.h"
+
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -39,11 +42,15 @@ struct StartWing
     bool lastRunDied = false; ///< known when the window stands
     /// Offers a way out of a library that cannot be opened; see StartSteps. Set from above.
     std::function<bool(const OpenFault& fault, const QString& reason)> rescue;
+    /// Opens files that a copy was called with. Set from above.
+    std::function<void(const QStringList& files)> openFiles;
+    QStringList called; ///< the files that this copy was called with; set from above
     std::unique_ptr<KSMessage> nextCopy; ///< hears of later copies; null before the window is up
 
 private:
     [[nodiscard]] OpenFault openTest();
     [[nodiscard]] bool anotherCopyRuns();
+    [[nodiscard]] MessageHandle runningCopy() const;
     void takeRestoredSettings();
     void listenForNextCopy();
     /// Says that no other program of the suite is reached.

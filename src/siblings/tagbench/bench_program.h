@@ -13,7 +13,6 @@
 #include "platform/linux/job_locks.h"
 #include "platform/linux/library_loan.h"
 #include "platform/linux/linux_environment.h"
-#include "platform/linux/linux_file_lock.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
 #include "platform/linux/mp3_player.h"
@@ -98,13 +97,9 @@ public:
 private:
     [[nodiscard]] std::function<std::unique_ptr<FileLock>()> claiming()
     {
-        const QString lock =
-            jobLockFile(m_files, {m_environment.runtimeFolder(), m_paths.GetConfigPath()},
-                        QStringLiteral("tagbench"), m_settings.DbName());
-        if (lock.isEmpty()) {
-            return {};
-        }
-        return [lock] { return lockFile(lock, std::chrono::milliseconds::zero()); };
+        return jobClaim(jobLockFile(m_files,
+                                    {m_environment.runtimeFolder(), m_paths.GetConfigPath()},
+                                    QStringLiteral("tagbench"), m_settings.DbName()));
     }
 
     void tellConsole()

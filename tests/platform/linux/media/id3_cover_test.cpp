@@ -109,6 +109,17 @@ TEST_F(Id3Cover, WhatDemoMusicWritesIsRead)
     }
 }
 
+TEST_F(Id3Cover, OnlyAPictureOfThatKindIsAFrontCover)
+{
+    const auto hasFront = [this](const QByteArray& bytes) {
+        return linux_media::Id3CoverReader().hasFrontCover(folder.write(u"lied.mp3"_s, bytes));
+    };
+    const QByteArray sound = test::shortStream();
+    EXPECT_TRUE(hasFront(tag(picture(0, "none") + picture(3, "front")) + sound));
+    EXPECT_FALSE(hasFront(tag(picture(0, "none") + picture(4, "back")) + sound));
+    EXPECT_FALSE(hasFront(sound));
+}
+
 TEST_F(Id3Cover, WhatANewCoverWillReplaceIsGivenAsATagOfItsOwn)
 {
     const auto frontCoverOf = [this](const QByteArray& bytes) {
@@ -117,7 +128,8 @@ TEST_F(Id3Cover, WhatANewCoverWillReplaceIsGivenAsATagOfItsOwn)
     const QByteArray front = picture(3, "front");
     const QByteArray sound = test::shortStream();
     EXPECT_EQ(frontCoverOf(tag(picture(0, "none") + front + picture(3, "second")) + sound),
-              tag(front));
+              tag(front + picture(3, "second")))
+        << "taking the cover off removes the second one, too";
     EXPECT_EQ(frontCoverOf(tag(picture(0, "none")) + sound), tag({}));
     EXPECT_EQ(frontCoverOf(tag(front, 4, char(0x80)) + sound), tag(front, 4, char(0x80)));
     EXPECT_EQ(frontCoverOf(sound), tag({})) << "no tag at all";

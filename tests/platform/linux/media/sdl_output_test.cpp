@@ -207,4 +207,16 @@ INSTANTIATE_TEST_SUITE_P(
                     DiskCase{"mono", {22050, 1, 5, {u"-b"_s, u"32"_s}}, LastBit::MayDiffer}),
     [](const auto& kind) { return std::string(kind.param.name); });
 
+TEST_F(SdlOutputTest, AStockAtTheSoundServerIsAskedForUnlessTheUserSaysAnother)
+{
+    qunsetenv("PULSE_LATENCY_MSEC");
+    const SdlOutput monitor;
+    EXPECT_FALSE(qEnvironmentVariableIsSet("PULSE_LATENCY_MSEC"));
+    const SdlOutput player({"Melovane DJ", "Player", 100});
+    EXPECT_EQ(qgetenv("PULSE_LATENCY_MSEC"), "100");
+    const SdlOutput other({"Melovane DJ", "Player", 300});
+    EXPECT_EQ(qgetenv("PULSE_LATENCY_MSEC"), "100");
+    qunsetenv("PULSE_LATENCY_MSEC");
+}
+
 } // namespace

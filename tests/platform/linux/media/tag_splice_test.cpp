@@ -317,8 +317,64 @@ TEST_P(EachVersion, OnlyTheFrontCoverWithoutADescriptionIsReplaced)
     EXPECT_EQ(spliced(after, changes), QByteArray()) << "written twice";
 
     changes.cover = CoverPicture{};
-    EXPECT_EQ(rawTag(spliced(after, changes)).frames.size(), 2U);
+    const RawTag without = rawTag(spliced(after, changes));
+    ASSERT_EQ(without.frames.size(), 1U);
+    EXPECT_EQ(without.frames[0], found.frames[0]);
 }
+
+/// Front covers with and without a description, between pictures of other kinds.
+class FrontCoversTakenOff : public EachVersion
+{
+protected:
+    FrontCoversTakenOff()
+    {
+        const QByteArray kind = isOld() ? "JPG"_ba : QByteArray("image/jpeg\0", 11);
+        const QByteArray id = name("PIC", "APIC");
+        Id3v2Writer writer(GetParam());
+        writer.text("TIT2", u"T"_s);
+        writer.frame(id, '\0' + kind + QByteArray("\0\0no kind", 9));
+        writer.frame(id, '\0' + kind + QByteArray("\x8\0artist", 8));
+        writer.frame(id, '\0' + kind + QByteArray("\3Cover\0one", 10));
+        writer.frame(id, '\0' + kind + QByteArray("\3\0two", 5));
+        writer.frame(id, '\0' + kind + QByteArray("\3Front\0three", 12));
+        writer.frame(id, '\0' + kind + QByteArray("\3\0four", 6));
+        before = writer.tag(10);
+        TagChanges off;
+        off.cover = CoverPicture{};
+        after = spliced(before, off);
+    }
+
+    QByteArray before;
+    QByteArray after;
+};
+
+TEST_P(FrontCoversTakenOff, GoAllAndPicturesOfOtherKindsStay)
+{
+    const RawTag was = rawTag(before);
+    const RawTag is = rawTag(after);
+    ASSERT_EQ(is.frames.size(), 3U);
+    EXPECT_TRUE(std::equal(is.frames.begin(), is.frames.end(), was.frames.begin()));
+}
+
+TEST_P(FrontCoversTakenOff, ComeBackByteForByte)
+{
+    const TagChanges back{.formerCover = frontCover(before)};
+    EXPECT_EQ(rawTag(spliced(after, back)).frames, rawTag(before).frames);
+    EXPECT_EQ(spliced(before, back), QByteArray()) << "they stand there already";
+}
+
+TEST_P(FrontCoversTakenOff, DoNotComeBackBesideThoseThatAnotherProgramHasPutThere)
+{
+    Id3v2Writer writer(GetParam());
+    const QByteArray kind = isOld() ? "JPG"_ba : QByteArray("image/jpeg\0", 11);
+    writer.frame(name("PIC", "APIC"), '\0' + kind + QByteArray("\3new\0other", 10));
+    const RawTag found = rawTag(spliced(writer.tag(500), {.formerCover = frontCover(before)}));
+    ASSERT_EQ(found.frames.size(), 2U);
+    EXPECT_TRUE(found.frames[0].bytes.endsWith("other"));
+    EXPECT_TRUE(found.frames[1].bytes.endsWith("two"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Id3v2, FrontCoversTakenOff, testing::Values(2, 3, 4));
 
 TEST_P(EachVersion, AFormerCoverComesBackByteForByte)
 {

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/media/audio_output.h"
+#include "player/card_mixer.h"
+
+#include <QString>
+
+#include <mutex>
+
+namespace melovane {
+
+/// Keeps one output open: on the card asked for, or on the system's choice while that is not there.
+///
+/// Opening and closing may take the better part of a second: beat() belongs to a thread that may
+/// wait, the other operations to the window.
+class CardKeeper
+{
+public:
+    struct State
+    {
+        QString name;
+        bool isOpen = false;
+        bool isLost = false;
+    };
+
+    /// \param output,mixer outlive the keeper
+    CardKeeper(AudioOutput& output, CardMixer& mixer)
+        : m_output(output)
+        , m_mixer(mixer)
+    {}
+
+    /// The card is taken by the next beat; an empty name is the system's choice.
+    void want(const QString& name);
+    void wantNone();
+    [[nodiscard]] State state() const;
+
+    /// True when what is wanted is not what is open, for what a beat will mend.
+    [[nodiscard]] bool hasChanged() const;
+
+    // The side that may wait.
+
+    void close();
+    /// Opens, notices a lost card, and takes it back when it is there and nothing plays.
+    void beat(bool isSilent);
+
+private:
+    [[nodiscard]] int numberOf(const QString& name);
+    void open();
+    void publish(bool isOpen, bool isLost);
+
+    AudioOutput& m_output;
+    CardMixer& m_mixer;
+
+    mutable std::mutex m_mutex;
+    State m_state; ///< under the mutex, as the next
+    bool m_isWanted = false;
+    bool m_isNew = false;
+
+    int m_untilLook = 0; ///< beats
+};
+
+} // namespace melovane

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "player/air_sequence.h"
+#include "player/jingle_pads.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace melovane {
+
+class ConfigObjects;
+class GlobalSettings;
+class PlayingList;
+
+/// What one deck shows.
+struct DeckFace
+{
+    QString title;
+    QString artist;
+    double elapsedMs = 0;   ///< since the entry's start
+    double remainingMs = 0; ///< until its end
+    double lengthMs = 0;    ///< of the entry; 0 while nothing is known
+    int level = 0;          ///< 0 to 32767
+    int pitch = 0;          ///< 1/100 percent
+    bool isLoaded = false;
+    bool isOnAir = false;
+};
+
+/// The mix ahead: how much of the present entry is left where the next one begins.
+struct MixFace
+{
+    double remainingMs = 0; ///< of the present entry
+    int mixMs = 0;
+    bool isPlanned = false;
+};
+
+/// What the player's window shows and what its buttons and keys do. No window, no clock.
+class PlayerDesk
+{
+public:
+    PlayerDesk(AirSequence& sequence,
+               AirEngine& engine,
+               PlayingList& list,
+               JinglePads& jingles,
+               GlobalSettings& settings,
+               const ConfigObjects& texts);
+
+    // -- Commands --
+
+    /// Play or, while it plays, stop.
+    void playOrStop();
+
+    /// On: the music steps back for somebody who speaks.
+    void setTalkover(bool isOn);
+    /// Of the present entry, within the user's range; 1/100 percent.
+    void setPitch(int pitch);
+
+    /// Does what a key binding of the player stands for.
+    /// \param id of the binding, such as "PLMix". False for one that is not the player's
+    bool run(const QString& id);
+
+    /// The combination held down now was pressed: runs the first of the player's bindings with it.
+    /// True when there is one.
+    bool keyPressed();
+    /// Looks whether the combination is still held: as long as it is, it runs once.
+    void turn();
+
+    void leftOut(const MlvPlaylistDetail& entry, AirFault fault);
+
+    // -- To be seen --
+
+    [[nodiscard]] DeckFace deck(AirDeck deck) const;
+    [[nodiscard]] MixFace mix() const;
+    /// "Interpret - Titel" of the entries behind the present one; read when the list or the place
+    /// in it is another.
+    [[nodiscard]] QStringList upcoming(int count);
+
+    [[nodiscard]] bool isTalkover() const { return m_isTalkover; }
+
+    [[nodiscard]] int pitch() const { return m_pitch; }
+
+    [[nodiscard]] int maxPitch() const;
+
+    /// What went wrong last; empty for nothing.
+    [[nodiscard]] QString notice() const;
+
+    [[nodiscard]] AirSequence& sequence() { return m_sequence; }
+
+    [[nodiscard]] JinglePads& jingles() { return m_jingles; }
+
+private:
+    AirSequence& m_sequence;
+    AirEngine& m_engine;
+    PlayingList& m_list;
+    JinglePads& m_jingles;
+    GlobalSettings& m_settings;
+    const ConfigObjects& m_texts;
+    QString m_notice;
+    QString m_keys; ///< that ran and are still held
+    bool m_isTalkover = false;
+    int m_pitch = 0;
+};
+
+/// The user's settings for the player.
+[[nodiscard]] AirSettings airSettings(const GlobalSettings& settings, const ConfigObjects& texts);
+
+} // namespace melovane

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "player/player_desk.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+class QGridLayout;
+class QHBoxLayout;
+class QLabel;
+class QListWidget;
+class QPushButton;
+class QSlider;
+class QToolButton;
+
+namespace melovane {
+
+class ConfigObjects;
+class DeckView;
+class IconSet;
+class MixView;
+class Skin;
+
+/// The player's window: two decks, the mix ahead, what follows, jingles, and the commands of a
+/// night. Lays out and shows; what is done is the desk's.
+class PlayerWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// All outlive the window.
+    PlayerWindow(PlayerDesk& desk,
+                 const ConfigObjects& texts,
+                 const Skin& skin,
+                 const IconSet& icons);
+
+    /// What moves: decks, mix, notice. Called often.
+    void refresh();
+    /// What follows, and the jingles. Reads the library.
+    void refreshLists();
+
+    /// A line of the program that is no fault of an entry; empty for none.
+    void setHint(const QString& text);
+
+    /// The upper half of the work area, or back to where it was.
+    void setDocked(bool isDocked);
+
+    [[nodiscard]] bool isDocked() const { return m_isDocked; }
+
+    void bringToFront();
+
+signals:
+    void dockAsked(bool isDocked);
+
+private:
+    void buildCommands();
+    void buildJingles();
+    void layOut();
+    QToolButton*
+    addCommand(const QString& text, const QString& icon, const std::function<void()>& work);
+
+    PlayerDesk& m_desk;
+    const ConfigObjects& m_texts;
+    const IconSet& m_icons;
+    DeckView* m_decks[2];
+    MixView* m_mix;
+    QHBoxLayout* m_commands;
+    QToolButton* m_play = nullptr;
+    QToolButton* m_talkover = nullptr;
+    QToolButton* m_dock = nullptr;
+    QSlider* m_pitch = nullptr;
+    QLabel* m_pitchText = nullptr;
+    QListWidget* m_upcoming;
+    QGridLayout* m_padGrid;
+    std::vector<QPushButton*> m_pads;
+    QLabel* m_notice;
+    QString m_hint;
+    QRect m_before; ///< place before it was docked
+    bool m_isDocked = false;
+};
+
+} // namespace melovane

@@ -1,0 +1,169 @@
+#include "config/config_objects.h"
+#include "config/melovane_configuration.h"
+#include "platform/qt/icon_set.h"
+#include "platform/qt/skin.h"
+#include "player/sequence_stage.h"
+#include "player/ui/deck_view.h"
+#include "player/ui/mix_view.h"
+#include "player/ui/player_window.h"
+#include "support/text_catalogue.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSlider>
+#include <QTest>
+#include <QToolButton>
+
+namespace melovane {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using test::Lists;
+using test::SequenceStage;
+
+class PlayerWindowTest : public testing::Test
+{
+protected:
+    PlayerWindowTest()
+    {
+        catalogue.fill();
+        stage.addPlaying(4);
+        window.resize(1200, 500);
+        window.show();
+        window.refreshLists();
+    }
+
+    void click(const QString& tool)
+    {
+        auto* button = window.findChild<QToolButton*>(u"tool."_s + tool);
+        ASSERT_NE(button, nullptr);
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+
+    [[nodiscard]] const DeckFace& face(const QString& deck) const
+    {
+        return window.findChild<DeckView*>(deck)->face();
+    }
+
+    void run(int ms)
+    {
+        stage.run(ms);
+        window.refresh();
+    }
+
+    SequenceStage stage;
+    test::TextCatalogue catalogue;
+    Skin skin{*qobject_cast<QApplication*>(QApplication::instance())};
+    IconSet icons{skin};
+    JinglePads jingles{stage.parts, stage.engineOfStage, [this] { return stage.options; }};
+    PlayerDesk desk{stage.sequence, stage.engineOfStage, stage.playing,
+                    jingles,        *stage.settings,     catalogue.texts};
+    PlayerWindow window{desk, catalogue.texts, skin, icons};
+};
+
+TEST_F(PlayerWindowTest, PlayBeginsTheListAndTheSameButtonStopsIt)
+{
+    click(u"air.play"_s);
+    run(1000);
+    EXPECT_EQ(stage.heard(), u"1"_s);
+    EXPECT_TRUE(face(u"deckA"_s).isOnAir);
+    EXPECT_FALSE(face(u"deckB"_s).isOnAir);
+    EXPECT_EQ(face(u"deckA"_s).title, u"Titel"_s);
+    EXPECT_NEAR(face(u"deckA"_s).elapsedMs + face(u"deckA"_s).remainingMs, 10'000, 60);
+    click(u"air.play"_s);
+    run(1000);
+    EXPECT_FALSE(stage.sequence.isPlaying());
+}
+
+TEST_F(PlayerWindowTest, TheMixAheadIsDrawnToScale)
+{
+    click(u"air.play"_s);
+    run(1000);
+    auto* mix = window.findChild<MixView*>(u"mixAhead"_s);
+    const double unit = mix->width() / double(MixView::kSpanMs);
+    EXPECT_NEAR(mix->endX() - mix->beginX(), 2000 * unit, 1);
+    EXPECT_NEAR(mix->endX(), face(u"deckA"_s).remainingMs * unit, 1);
+    EXPECT_TRUE(mix->text().contains(u"00:0"_s)) << mix->text().toStdString();
+}
+
+TEST_F(PlayerWindowTest, NextAndMixNowDoWhatTheySay)
+{
+    click(u"air.play"_s);
+    run(1000);
+    click(u"air.next"_s);
+    run(500);
+    EXPECT_EQ(stage.heard(), u"1 2"_s);
+    run(1500);
+    click(u"air.mix"_s);
+    run(500);
+    EXPECT_EQ(stage.heard(), u"1 2 3"_s);
+}
+
+TEST_F(PlayerWindowTest, WhatFollowsIsListed)
+{
+    auto* list = window.findChild<QListWidget*>(u"lstUpcoming"_s);
+    EXPECT_EQ(list->count(), 4);
+    EXPECT_EQ(list->item(0)->text(), u"Interpret - Titel"_s);
+}
+
+TEST_F(PlayerWindowTest, AJinglePadPlaysOverTheMusic)
+{
+    const int jingleList =
+        stage.library.addPlaylist({.Name = u"Jingles"_s, .GRID = -1, .tracks = {Lists::fid(4)}});
+    ASSERT_GT(jingleList, 0);
+    jingles.refresh();
+    window.refreshLists();
+    auto* pad = window.findChild<QPushButton*>(u"pad1"_s);
+    EXPECT_EQ(pad->text(), u"Titel"_s);
+    EXPECT_FALSE(window.findChild<QPushButton*>(u"pad2"_s)->isEnabled());
+    QTest::mouseClick(pad, Qt::LeftButton);
+    run(100);
+    EXPECT_EQ(stage.heard(), u"j4"_s);
+    EXPECT_TRUE(jingles.sounds(0));
+    QTest::mouseClick(window.findChild<QPushButton*>(u"padStop"_s), Qt::LeftButton);
+    run(1000);
+    EXPECT_FALSE(jingles.sounds(0));
+}
+
+TEST_F(PlayerWindowTest, ThePitchStaysWithinTheUsersRange)
+{
+    auto* slider = window.findChild<QSlider*>(u"sldPitch"_s);
+    EXPECT_EQ(slider->maximum(), 2000);
+    slider->setValue(slider->maximum());
+    EXPECT_EQ(desk.pitch(), 2000);
+}
+
+TEST_F(PlayerWindowTest, TheBindingsOfThePlayerActAndOthersDoNot)
+{
+    EXPECT_TRUE(desk.run(u"PLPlay"_s));
+    run(100);
+    EXPECT_TRUE(stage.sequence.isPlaying());
+    EXPECT_TRUE(desk.run(u"PLTaloverON"_s));
+    EXPECT_TRUE(desk.isTalkover());
+    EXPECT_TRUE(desk.run(u"PLStop"_s));
+    EXPECT_FALSE(stage.sequence.isPlaying());
+    EXPECT_FALSE(desk.run(u"DBKopie"_s));
+}
+
+TEST_F(PlayerWindowTest, WhatIsLeftOutIsTold)
+{
+    MlvPlaylistDetail entry;
+    entry.Titel = u"Verloren"_s;
+    desk.leftOut(entry, AirFault::Missing);
+    window.refresh();
+    EXPECT_TRUE(window.findChild<QLabel*>(u"lblNotice"_s)->text().contains(u"Verloren"_s));
+}
+
+TEST_F(PlayerWindowTest, DockedItHasTheUpperHalfAndThenItsPlaceAgain)
+{
+    const QRect before = window.geometry();
+    window.setDocked(true);
+    EXPECT_LE(window.geometry().bottom(), window.screen()->availableGeometry().center().y() + 1);
+    window.setDocked(false);
+    EXPECT_EQ(window.geometry(), before);
+}
+
+} // namespace
+} // namespace melovane
