@@ -3,7 +3,9 @@
 #include <QAbstractButton>
 #include <QAbstractItemModel>
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
+#include <QEvent>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -109,6 +111,21 @@ void retell(QWidget& window, const Retold& retold)
     retellOne(window, retold);
     for (QWidget* const control : window.findChildren<QWidget*>()) {
         retellOne(*control, retold);
+    }
+}
+
+void retellAll(const Retold& retold)
+{
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+        retell(*window, retold);
+    }
+}
+
+void announceLanguage()
+{
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+        QEvent spoken(QEvent::LanguageChange);
+        QCoreApplication::sendEvent(window, &spoken);
     }
 }
 

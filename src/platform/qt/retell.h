@@ -13,4 +13,10 @@ namespace melovane {
 /// what the user types stay.
 void retell(QWidget& window, const std::function<QString(const QString& text)>& retold);
 
+/// The same of every window of the program, open or not.
+void retellAll(const std::function<QString(const QString& text)>& retold);
+
+/// Tells every window that the language has changed, for those that make their content of texts.
+void announceLanguage();
+
 } // namespace melovane

@@ -71,17 +71,22 @@ void add(const QList<QAction*>& actions,
 } // namespace
 
 std::vector<QuickEntry>
-commandsOf(const QMenuBar& bar, const QString& kind, const QStringList& without)
+menuCommands(const QWidget& window, const QString& kind, const QStringList& without)
 {
     std::vector<QuickEntry> entries;
-    add(bar.actions(), kind, {}, without, entries);
+    if (const auto* const bar = window.findChild<QMenuBar*>()) {
+        add(bar->actions(), kind, {}, without, entries);
+    }
     return entries;
 }
 
-std::vector<QuickEntry> commandsOf(const QMenu& menu, const QString& kind, const QString& title)
+std::vector<QuickEntry>
+rowMenuCommands(const QWidget& window, const QString& kind, const QString& title)
 {
     std::vector<QuickEntry> entries;
-    add(menu.actions(), kind, title, {}, entries);
+    if (const auto* const menu = window.findChild<QMenu*>(u"popupDBGRID"_s)) {
+        add(menu->actions(), kind, title, {}, entries);
+    }
     return entries;
 }
 

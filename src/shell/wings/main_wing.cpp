@@ -21,8 +21,7 @@
 #include "trees/ui/playlist_favorit_widget.h"
 #include "trees/ui/tree_widget.h"
 
-#include <QApplication>
-#include <QEvent>
+#include <QGuiApplication>
 
 namespace melovane {
 
@@ -181,9 +180,7 @@ void MainWing::translate()
 {
     const ConfigObjects& texts = below.machine.texts;
     m_spoken->become(texts);
-    for (QWidget* const each : QApplication::topLevelWidgets()) {
-        retell(*each, [this](const QString& text) { return m_spoken->retold(text); });
-    }
+    retellAll([this](const QString& text) { return m_spoken->retold(text); });
     m_spoken = std::make_unique<RetoldTexts>(texts);
     MlvdbWindow& form = below.desk.window;
     setLanguageOfDesktopTexts(below.desk.application, texts.text(u"Sprach.Code"));
@@ -191,11 +188,7 @@ void MainWing::translate()
     form.lists().translate(below.trees.favorit, texts);
     form.tree().translate(texts);
     form.tags().translate(texts);
-    // Windows that make their content of texts make it anew.
-    for (QWidget* const each : QApplication::topLevelWidgets()) {
-        QEvent spoken(QEvent::LanguageChange);
-        QCoreApplication::sendEvent(each, &spoken);
-    }
+    announceLanguage();
 }
 
 void MainWing::connectTagPanel()

@@ -19,9 +19,6 @@
 #include "trees/ui/playlist_favorit_widget.h"
 #include "trees/ui/tree_widget.h"
 
-#include <QMenu>
-#include <QMenuBar>
-
 #include <algorithm>
 #include <atomic>
 
@@ -94,7 +91,7 @@ QuickWing::Entries QuickWing::commands()
     const MlvdbWindow& form = below.desk.window;
     const QString kind = texts.text(u"quick.command"_s);
     below.window.menu().judge();
-    Entries entries = commandsOf(*form.findChild<QMenuBar*>(), kind, kOtherMenus);
+    Entries entries = menuCommands(form, kind, kOtherMenus);
     const auto append = [&entries](Entries more) {
         std::ranges::move(more, std::back_inserter(entries));
     };
@@ -117,8 +114,8 @@ QuickWing::Entries QuickWing::rowCommands()
     const bool fromLibrary = form.controls().menus.editPlace() != EditPlace::Playlist;
     const QString fid = fromLibrary ? below.library.view.GetFID() : below.playlist.view.GetFID();
     below.window.contextMenu().prepare(fid, fromLibrary);
-    Entries entries = commandsOf(*form.findChild<QMenu*>(u"popupDBGRID"_s),
-                                 texts.text(u"quick.command"_s), texts.text(u"quick.row"_s));
+    Entries entries =
+        rowMenuCommands(form, texts.text(u"quick.command"_s), texts.text(u"quick.row"_s));
     for (QuickEntry& entry : entries) {
         if (fid.isEmpty() && entry.whyNot.isEmpty()) {
             entry.whyNot = texts.text(u"command.norow"_s);
