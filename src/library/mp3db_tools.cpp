@@ -74,6 +74,9 @@ void ctl_MP3DB::toolPressed(const QString& key)
 
 QString ctl_MP3DB::whyNot(QStringView key, bool needsRow) const
 {
+    if (key == u"autosize.grid" && m_settings.AutosizeGrid() == 0) {
+        return m_texts.text(u"library.autosize.off"_s);
+    }
     return m_gate.whyNot(key, {.isLent = !m_rows.isConnected(),
                                .hasRow = !needsRow || m_controls.grid.currentRow() >= 0});
 }

@@ -114,11 +114,7 @@ qint32 PlayerSuite::number(qint32 id, qint32 wParam, qint32 lParam)
         break;
     case message::kPlayNext:
     case message::kPlayNow:
-        m_parts.playlists.engine.Idle(dbRefreshCache);
-        if (const QString fid = takeTodo(id); !fid.isEmpty()) {
-            id == message::kPlayNow ? m_parts.sequence.playNow(fid)
-                                    : m_parts.sequence.playNext(fid);
-        }
+        playOrdered(id);
         break;
     case message::kBringToFront:
         m_parts.bringToFront();
@@ -127,6 +123,20 @@ qint32 PlayerSuite::number(qint32 id, qint32 wParam, qint32 lParam)
         break;
     }
     return 0;
+}
+
+/// The track stands in the library: an order that comes while that is away waits for it.
+void PlayerSuite::playOrdered(qint32 id)
+{
+    if (isLibraryAway()) {
+        m_order = id;
+        return;
+    }
+    m_parts.playlists.engine.Idle(dbRefreshCache);
+    const QString fid = takeTodo(id);
+    if (!fid.isEmpty()) {
+        id == message::kPlayNow ? m_parts.sequence.playNow(fid) : m_parts.sequence.playNext(fid);
+    }
 }
 
 void PlayerSuite::configChanged()
@@ -169,6 +179,9 @@ void PlayerSuite::takeBack()
         write(play);
     }
     m_parts.sequence.listChanged();
+    if (m_order) {
+        playOrdered(*std::exchange(m_order, std::nullopt));
+    }
     m_parts.changed();
 }
 

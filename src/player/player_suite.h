@@ -6,6 +6,7 @@
 #include <QDateTime>
 
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -76,13 +77,15 @@ private:
     void giveAway(MessageHandle asker);
     void takeBack();
     void configChanged();
+    void playOrdered(qint32 id);
     [[nodiscard]] QString takeTodo(qint32 id);
     void write(const Play& play);
 
     Parts m_parts;
     QString m_givenAway; ///< the library that another program has; empty for none
     std::vector<MessageHandle> m_askers;
-    std::vector<Play> m_waiting; ///< plays to be written
+    std::vector<Play> m_waiting;   ///< plays to be written
+    std::optional<qint32> m_order; ///< kPlayNow or kPlayNext that came while the library is away
     std::pair<Plid, Plid> m_playing{};
     MessageHandle m_console = 0; ///< that was told
 };

@@ -93,6 +93,11 @@ void Application::guarded(const std::function<void()>& work)
     m_main->window.guard().run(u"Event"_s, work);
 }
 
+MLVMessageBus& Application::bus()
+{
+    return m_suite->bus;
+}
+
 const sqlite::IndexFigures& Application::searchFigures() const
 {
     return *m_machine->searchFigures;

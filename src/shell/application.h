@@ -13,6 +13,7 @@ namespace sqlite {
 struct IndexFigures;
 }
 
+class MLVMessageBus;
 class OpenedFiles;
 struct CareWing;
 struct Desk;
@@ -48,6 +49,9 @@ public:
 
     /// Runs the work of an event: a failed database or file is told, and the program goes on.
     void guarded(const std::function<void()>& work);
+
+    /// What the views of this console talk over; whoever speaks there is one of them.
+    [[nodiscard]] MLVMessageBus& bus();
 
     /// What the column index of the library did so far.
     [[nodiscard]] const sqlite::IndexFigures& searchFigures() const;

@@ -47,9 +47,11 @@ MLVDB::MLVDB(MlvdbParts parts, MlvdbControls controls)
     , m_siblings(m_parts.siblings,
                  m_parts.texts,
                  [this](const QString& text) { m_statusText.show(text); })
-    , m_player(m_parts.suite,
-               m_parts.texts,
-               [this](const QString& text) { m_statusText.show(text); })
+    , m_player(
+          m_parts.suite,
+          m_parts.texts,
+          [this](const QString& order) { return m_parts.siblings.startPlayer(order); },
+          [this](const QString& text) { m_statusText.show(text); })
     , m_place(m_parts.settings, controls.window, controls.splits)
     , m_docking(controls.window)
     , m_suiteHandler({.settings = m_parts.settings,

@@ -99,7 +99,7 @@ QStringList OpenedFiles::texts(const QStringList& places)
 QStringList OpenedFiles::fromText(const QString& text)
 {
     QStringList places;
-    for (const QJsonValue& place : QJsonDocument::fromJson(text.toUtf8()).array()) {
+    for (const auto& place : QJsonDocument::fromJson(text.toUtf8()).array()) {
         places.append(place.toString());
     }
     return places;

@@ -9,9 +9,11 @@ using namespace Qt::Literals::StringLiterals;
 
 PlayerCommands::PlayerCommands(SuiteMessages& suite,
                                const ConfigObjects& texts,
+                               std::function<bool(const QString& order)> start,
                                std::function<void(const QString& text)> show)
     : m_suite(suite)
     , m_texts(texts)
+    , m_start(std::move(start))
     , m_show(std::move(show))
 {}
 
@@ -25,9 +27,17 @@ bool PlayerCommands::play(const QString& fid, qint32 id)
             m_show(m_texts.text(u"status.player.silent"_s));
         }
     } else {
-        m_show(m_texts.text(u"status.player.missing"_s));
+        m_suite.SetTodo(id, fid);
+        start(id == message::kPlayNow ? u"now"_s : u"next"_s);
     }
     return true;
+}
+
+void PlayerCommands::start(const QString& order)
+{
+    if (!m_start(order)) {
+        m_show(m_texts.text(u"status.player.missing"_s));
+    }
 }
 
 bool PlayerCommands::playNext(const QString& fid)
@@ -45,7 +55,7 @@ void PlayerCommands::showPlayer()
     if (m_suite.playerIsAlive()) {
         m_suite.postToPlayer(message::kBringToFront);
     } else {
-        m_show(m_texts.text(u"status.player.missing"_s));
+        start({});
     }
 }
 

@@ -105,6 +105,12 @@ bool SiblingControl::startJobs()
     return startIfInstalled(u"MelovaneJob"_s, {}, Style::Hidden);
 }
 
+bool SiblingControl::startPlayer(const QString& order)
+{
+    return startIfInstalled(u"MelovaneDJ"_s, order.isEmpty() ? QString() : u' ' + order,
+                            Style::Normal);
+}
+
 bool SiblingControl::startPlugIn(const QString& program, const QString& argument)
 {
     return start(program, u' ' + argument, Style::Normal);

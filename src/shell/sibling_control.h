@@ -34,7 +34,8 @@ public:
     bool startImport(int index);
     bool startStorePlaylists();
     bool startWriteTags(int ownHandle);
-    /// \param tree one of "Dir", "Genre", "Album", "Interpret"; "1" for all of them
+    /// \param tree one of "Dir", "Genre", "Album", "Interpret"; "1" for all of them; empty for those
+    /// that are noted as out of date
     bool startRebuildTree(const QString& tree = QStringLiteral("1"));
     bool startSleeveViewer(const QString& argument);
 
@@ -44,6 +45,9 @@ public:
     bool startTagEditor();
     bool startLevelPanel();
     bool startJobs();
+    /// \param order what the player does first: "next" or "now" with the track that lies ready for
+    ///              it, nothing for an empty text
+    bool startPlayer(const QString& order);
 
     /// A program that the user has added.
     ///

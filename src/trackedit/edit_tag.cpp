@@ -11,6 +11,7 @@
 #include "platform/system/trim_blanks.h"
 #include "trackedit/panel_texts.h"
 #include "trackedit/panel_track.h"
+#include "trackedit/unwritten_tags.h"
 #include "views/track_look.h"
 
 #include <algorithm>
@@ -282,11 +283,8 @@ void EditTag::tellUse()
         m_form.setUse(PanelUse::Editing, {});
     }
     if (!m_isAway && m_data1.Database()) {
-        m_guard.run(u"EditTag.waiting"_s, [this] {
-            const auto waiting = m_data1.Database()->OpenRecordset(
-                u"select count(*) as anz from (select distinct fid from db_edit)"_s);
-            m_form.setWaiting(waiting->value(u"anz").toInt64());
-        });
+        m_guard.run(u"EditTag.waiting"_s,
+                    [this] { m_form.setWaiting(waitingTracks(*m_data1.Database())); });
     }
 }
 
@@ -296,11 +294,8 @@ QString EditTag::unwritten() const
     const QString reason = m_parts.unwritten(m_fid);
     qint64 waiting = 0;
     if (!reason.isEmpty()) {
-        m_guard.run(u"EditTag.unwritten"_s, [&] {
-            const auto rows = m_data1.Database()->OpenRecordset(
-                u"select count(*) as anz from db_edit where fid="_s + sql::text(m_fid));
-            waiting = rows->value(u"anz").toInt64();
-        });
+        m_guard.run(u"EditTag.unwritten"_s,
+                    [&] { waiting = waitingTracks(*m_data1.Database(), m_fid); });
     }
     return waiting > 0 ? m_parts.texts.text(u"edittag.unwritten", reason) : QString();
 }

@@ -2,6 +2,9 @@
 
 #include "config/config_objects.h"
 #include "config/refusals.h"
+#include "platform/db/database.h"
+#include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
 
@@ -105,6 +108,16 @@ unwrittenOf(const Files& files, const QString& dataFolder, const QString& fid)
         return std::nullopt;
     }
     return std::nullopt;
+}
+
+qint64 waitingTracks(Database& database, const QString& fid)
+{
+    const QString which = fid.isEmpty() ? QString() : u" where fid="_s + sql::text(fid);
+    return database
+        .OpenRecordset(u"select count(*) as anz from (select distinct fid from db_edit"_s + which +
+                       u')')
+        ->value(u"anz")
+        .toInt64();
 }
 
 QString unwrittenReason(const ConfigObjects& texts, TagWriteFault fault, const QString& detail)

@@ -10,6 +10,7 @@
 namespace melovane {
 
 class ConfigObjects;
+class Database;
 class Files;
 
 /// A track whose changes did not reach its file.
@@ -29,6 +30,10 @@ void keepUnwritten(Files& files, const QString& dataFolder, std::span<const Unwr
 /// What was kept of a track; nothing for one that was written.
 [[nodiscard]] std::optional<UnwrittenTag>
 unwrittenOf(const Files& files, const QString& dataFolder, const QString& fid);
+
+/// Tracks of `db_edit`, whose changes have yet to reach their files; of that one alone when it is
+/// named. \throws DbError
+[[nodiscard]] qint64 waitingTracks(Database& database, const QString& fid = {});
 
 /// Why a file was not written, for the user.
 [[nodiscard]] QString

@@ -181,6 +181,18 @@ TEST_F(PlayerSuiteTest, PlaysOfALentLibraryAreWrittenWhenItIsBack)
     EXPECT_EQ(plays(), 1);
 }
 
+TEST_F(PlayerSuiteTest, AnOrderThatComesWhileTheLibraryIsAwayWaitsForIt)
+{
+    setTodo(1047, Lists::fid(3));
+    suite.number(message::kReleaseDatabase, 0, console->handle());
+    suite.number(message::kPlayNow, 0, 0);
+    stage.run(500);
+    EXPECT_EQ(stage.heard(), QString());
+    suite.number(message::kReconnectDatabase, 0, 0);
+    stage.run(500);
+    EXPECT_EQ(stage.heard(), u"3"_s);
+}
+
 TEST_F(PlayerSuiteTest, ComesToTheFrontAndFollowsEditsWhenItIsAsked)
 {
     suite.number(message::kBringToFront, 0, 0);

@@ -15,7 +15,9 @@ struct PlayerCommandsTest : public test::WindowFixture
     }
 
     QStringList told;
-    PlayerCommands commands{suite, texts, [this](const QString& text) { told.append(text); }};
+    PlayerCommands commands{suite, texts,
+                            [this](const QString& order) { return siblings.startPlayer(order); },
+                            [this](const QString& text) { told.append(text); }};
 };
 
 TEST_F(PlayerCommandsTest, ATrackIsPlayedNextOrNow)
@@ -56,6 +58,20 @@ TEST_F(PlayerCommandsTest, WithoutAPlayerThatIsToldAndTheKeyIsTakenAllTheSame)
     EXPECT_TRUE(commands.playNext(u"1"_s));
     EXPECT_EQ(told, QStringList{u"Der Player läuft nicht."_s});
     EXPECT_TRUE(taken().isEmpty());
+}
+
+TEST_F(PlayerCommandsTest, APlayerThatDoesNotRunIsStartedWithWhatIsAskedOfIt)
+{
+    messages.alive.clear();
+    install(u"MelovaneDJ.exe"_s);
+    EXPECT_TRUE(commands.playNow(u"1"_s));
+    EXPECT_TRUE(commands.playNext(u"2"_s));
+    commands.showPlayer();
+    ASSERT_EQ(processes.commands.size(), 3);
+    EXPECT_TRUE(processes.commands[0].endsWith(u"MelovaneDJ.exe now"_s));
+    EXPECT_TRUE(processes.commands[1].endsWith(u"MelovaneDJ.exe next"_s));
+    EXPECT_TRUE(processes.commands[2].endsWith(u"MelovaneDJ.exe"_s));
+    EXPECT_TRUE(told.isEmpty());
 }
 
 TEST_F(PlayerCommandsTest, WithoutATrackNothingIsAskedNorTold)

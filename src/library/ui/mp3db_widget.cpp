@@ -121,12 +121,10 @@ void Mp3dbWidget::judgeTools(const ctl_MP3DB& logic, const ConfigObjects& texts)
     for (auto tip = m_tips.cbegin(); tip != m_tips.cend(); ++tip) {
         const QString key = tip.key()->objectName();
         const bool isWay = key == kBack || key == kForward;
-        const bool canGo = tip.key()->isEnabled();
+        const QString noWay =
+            tip.key()->isEnabled() ? QString() : texts.text(u"library.history.end"_s);
         tellTool(*tip.key(), buttonTip(texts, tip.value()), nativeKeys(logic.keyOf(key)),
-                 logic.whyNot(key));
-        if (isWay) {
-            tip.key()->setEnabled(canGo);
-        }
+                 isWay ? noWay : logic.whyNot(key));
     }
 }
 
@@ -149,6 +147,11 @@ void Mp3dbWidget::createHistoryButtons(ctl_MP3DB& logic, const ConfigObjects& te
 
 void Mp3dbWidget::createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts)
 {
+    if (findChild<QToolButton*>(kTagPanel) != nullptr) {
+        judgeTools(logic, texts);
+        return;
+    }
+
     struct Tool
     {
         QString key;
@@ -202,13 +205,18 @@ void Mp3dbWidget::setTagPanelShown(bool shown)
     }
 }
 
-void Mp3dbWidget::showHistory(bool back, bool forward)
+/// True when one of the two ways was opened or closed.
+bool Mp3dbWidget::showHistory(bool back, bool forward)
 {
+    bool isOther = false;
     for (const auto& [key, on] : {std::pair{kBack, back}, {kForward, forward}}) {
-        if (auto* button = findChild<QToolButton*>(key)) {
+        auto* button = findChild<QToolButton*>(key);
+        if (button != nullptr && button->isEnabled() != on) {
             button->setEnabled(on);
+            isOther = true;
         }
     }
+    return isOther;
 }
 
 void Mp3dbWidget::buildKeys()
@@ -255,7 +263,12 @@ void Mp3dbWidget::attach(ctl_MP3DB& logic, const ConfigObjects& texts)
     connect(&logic, &ctl_MP3DB::countChanged, this,
             [this, &texts](qint64 count, const QString& name) { showCount(count, name, texts); });
     connect(this, &Mp3dbWidget::reloadWanted, &logic, &ctl_MP3DB::Refresh);
-    connect(&logic, &ctl_MP3DB::historyChanged, this, &Mp3dbWidget::showHistory);
+    connect(&logic, &ctl_MP3DB::historyChanged, this,
+            [this, &logic, &texts](bool back, bool forward) {
+                if (showHistory(back, forward)) {
+                    judgeTools(logic, texts);
+                }
+            });
     connect(&logic, &ctl_MP3DB::toolTipsWanted, this,
             [this, &logic, &texts] { renewToolTips(logic, texts); });
     connect(&logic, &ctl_MP3DB::commandsChanged, this,

@@ -56,7 +56,7 @@ private:
                                          const ConfigObjects& texts);
     void createHistoryButtons(ctl_MP3DB& logic, const ConfigObjects& texts);
     void createToolBar(ctl_MP3DB& logic, const ConfigObjects& texts);
-    void showHistory(bool back, bool forward);
+    bool showHistory(bool back, bool forward);
     void showCount(qint64 count, const QString& name, const ConfigObjects& texts);
     void showColumnMenu(const QPoint& place);
 

@@ -57,7 +57,11 @@ CommandWorld SuiteWing::world(const Machine& machine)
 {
     return {.isInstalled = [this](const QString& program) { return siblings.isInstalled(program); },
             .isRunning = [this](const QString& program) { return suite.isRunning(program); },
-            .isPlayerThere = [this] { return suite.playerIsAlive(); },
+            .isPlayerThere =
+                [this] {
+                    return suite.playerIsAlive() ||
+                           siblings.isInstalled(QStringLiteral("MelovaneDJ"));
+                },
             .isReadOnly = [&machine] { return !canWriteDatabase(machine.settings.DbName()); }};
 }
 

@@ -1,7 +1,6 @@
 #include "trackedit/ui/edit_tag_widget.h"
 
 #include "config/config_objects.h"
-#include "platform/qt/elided_label.h"
 #include "platform/qt/icon_set.h"
 #include "trackedit/edit_tag.h"
 #include "trackedit/ui/cover_frame.h"
@@ -37,10 +36,7 @@ const QString kPosition = u"00:00:00"_s;
 EditTagWidget::EditTagWidget(const Skin& skin, const IconSet& icons, QWidget* parent)
     : Panel(skin, parent)
     , m_icons(icons)
-    , m_title(new ElidedLabel)
-    , m_artist(new ElidedLabel)
-    , m_mark(new QLabel)
-    , m_unwritten(new QToolButton)
+    , m_head(icons, *toolRow(), *this)
     , m_message(new QLabel)
     , m_scroll(new QScrollArea)
     , m_form(new QWidget)
@@ -51,7 +47,7 @@ EditTagWidget::EditTagWidget(const Skin& skin, const IconSet& icons, QWidget* pa
     , m_layout(*m_form, *m_cover, *m_line, *m_facts)
 {
     setObjectName(u"EditTag1"_s);
-    buildHead();
+    buildMessage();
     buildFields();
     buildForm();
     auto* view = new QWidget(this);
@@ -64,37 +60,9 @@ EditTagWidget::EditTagWidget(const Skin& skin, const IconSet& icons, QWidget* pa
     hide();
 }
 
-void EditTagWidget::buildHead()
+void EditTagWidget::buildMessage()
 {
-    auto* pencil = new QLabel;
-    const int side = fontMetrics().height();
-    pencil->setPixmap(m_icons.icon(u"edit"_s, ThemeRole::Accent).pixmap(side, side));
-    QFont bold = font();
-    bold.setBold(true);
-    m_title->setObjectName(u"TagTitle"_s);
-    m_title->setFont(bold);
-    m_artist->setObjectName(u"TagArtist"_s);
-    m_artist->setProperty("second", true);
-    m_mark->setObjectName(u"TagMark"_s);
-    m_mark->setProperty("second", true);
-    m_mark->setTextFormat(Qt::PlainText);
-    toolRow()->addSpacing(6);
-    toolRow()->addWidget(pencil);
-    toolRow()->addSpacing(4);
-    toolRow()->addWidget(m_title);
-    toolRow()->addSpacing(4);
-    toolRow()->addWidget(m_artist);
-    toolRow()->addStretch(1);
-    toolRow()->addWidget(m_mark);
-    m_unwritten->setObjectName(u"TagUnwritten"_s);
-    m_unwritten->setProperty("warns", true);
-    m_unwritten->setAutoRaise(true);
-    m_unwritten->setFocusPolicy(Qt::StrongFocus);
-    m_unwritten->installEventFilter(this);
-    toolRow()->addWidget(m_unwritten);
-    toolRow()->addSpacing(10);
-    m_mark->hide();
-    m_unwritten->hide();
+    m_head.unwritten()->installEventFilter(this);
     m_message->setObjectName(u"TagMessage"_s);
     m_message->setProperty("second", true);
     m_message->setWordWrap(true);
@@ -329,9 +297,7 @@ void EditTagWidget::setTexts(const ConfigObjects& texts)
     m_shownLabels[2]->setText(texts.text(u"column.FrameStop"));
     m_shownLabels[3]->setText(texts.text(u"edittag.level"));
     m_facts->setAccessibleName(texts.text(u"edittag.facts"));
-    m_mark->setToolTip(texts.text(u"edittag.waiting.tip"));
-    name(u"TagUnwritten"_s, u"edittag.unwritten.tip");
-    m_waitingText = texts.text(u"edittag.waiting", u"%1"_s);
+    m_head.setTexts(texts);
     m_rating->setTexts(texts);
     m_cover->setToolTip(texts.text(u"edittag.image.tip"));
     m_cover->setAccessibleName(texts.text(u"edittag.image.name"));
@@ -360,7 +326,7 @@ void EditTagWidget::setTabs()
         order.push_back(m_fields.at(field).edit);
     }
     order.push_back(m_cover);
-    order.push_back(m_unwritten);
+    order.push_back(m_head.unwritten());
     order.push_back(findChild<QWidget*>(u"ButtonShowDir"_s));
     order.push_back(findChild<QWidget*>(u"ButtonClose"_s));
     for (size_t index = 1; index < order.size(); ++index) {
@@ -421,16 +387,11 @@ void EditTagWidget::setRatingColours(const NoteColours& colours)
 
 void EditTagWidget::setTrack(const PanelTrack& track)
 {
-    m_title->setText(track.title);
-    m_artist->setText(track.artist);
+    m_head.setTrack(track);
     findChild<QLineEdit*>(u"txtStart"_s)->setText(track.start);
     findChild<QLineEdit*>(u"txtStop"_s)->setText(track.stop);
     findChild<QLineEdit*>(u"txtLevel"_s)->setText(track.level);
     m_facts->setFacts(track.facts, kPlaceFacts);
-    m_warning = track.warning;
-    m_unwritten->setText(u"⚠ "_s + track.unwritten);
-    m_unwritten->setVisible(!track.unwritten.isEmpty() && m_warning.isEmpty());
-    setWaiting(m_waiting);
 }
 
 void EditTagWidget::setUse(PanelUse use, const QString& why)
@@ -449,9 +410,7 @@ void EditTagWidget::setUse(PanelUse use, const QString& why)
 
 void EditTagWidget::setWaiting(qint64 tracks)
 {
-    m_waiting = tracks;
-    m_mark->setText(m_warning.isEmpty() ? m_waitingText.arg(tracks) : u"⚠ "_s + m_warning);
-    m_mark->setVisible(!m_warning.isEmpty() || (tracks > 0 && m_unwritten->isHidden()));
+    m_head.setWaiting(tracks);
 }
 
 void EditTagWidget::setCover(const QByteArray& picture)

@@ -3,6 +3,7 @@
 #include "platform/qt/panel.h"
 #include "trackedit/edit_tag_form.h"
 #include "trackedit/ui/panel_columns.h"
+#include "trackedit/ui/panel_head.h"
 #include "trackedit/ui/panel_inputs.h"
 
 #include <array>
@@ -20,7 +21,6 @@ namespace melovane {
 class ConfigObjects;
 class CoverFrame;
 class EditTag;
-class ElidedLabel;
 class FactLines;
 class IconSet;
 class RatingGroup;
@@ -67,7 +67,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void buildHead();
+    void buildMessage();
     void buildFields();
     void buildFirstColumn();
     void buildSecondColumn();
@@ -86,11 +86,8 @@ private:
     const IconSet& m_icons;
     EditTag* m_logic = nullptr;
     PanelInputs m_fields;
-    ElidedLabel* m_title;
-    ElidedLabel* m_artist;
-    QLabel* m_mark;           ///< waiting, or what is wrong with the file
-    QToolButton* m_unwritten; ///< in its place, when the file could not be written
-    QLabel* m_message;        ///< why the fields take nothing
+    PanelHead m_head;
+    QLabel* m_message; ///< why the fields take nothing
     QScrollArea* m_scroll;
     QWidget* m_form;
     CoverFrame* m_cover;
@@ -99,9 +96,6 @@ private:
     QFrame* m_line; ///< above the facts
     FactLines* m_facts;
     PanelColumns m_layout;
-    QString m_waitingText;
-    QString m_warning;
-    qint64 m_waiting = 0;
 };
 
 } // namespace melovane

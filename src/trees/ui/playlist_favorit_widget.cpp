@@ -88,6 +88,10 @@ void PlaylistFavoritWidget::translate(const PlaylistFavorit& logic, const Config
 
 void PlaylistFavoritWidget::createToolBar(PlaylistFavorit& logic, const ConfigObjects& texts)
 {
+    if (findChild<QToolButton*>(u"all.lock"_s) != nullptr) {
+        judgeTools(logic, texts);
+        return;
+    }
     for (const std::vector<Tool>& group : toolGroups()) {
         for (const Tool& tool : group) {
             const QToolButton* button =

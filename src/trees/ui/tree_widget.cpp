@@ -195,6 +195,10 @@ QToolButton* TreeWidget::addRowButton(const QString& key, const QString& icon)
 
 void TreeWidget::createToolBar(Tree& logic, const ConfigObjects& texts)
 {
+    if (m_fold != nullptr) {
+        translate(texts);
+        return;
+    }
     for (const KindButton& kind : kindButtons()) {
         QToolButton* button =
             addTool(kind.key, m_icons.icon(kind.icon), buttonTip(texts, kind.text));
