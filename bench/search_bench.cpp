@@ -14,6 +14,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cstring>
 #include <ctime>
 
 namespace melovane::bench {
@@ -132,8 +133,12 @@ double percentile(std::vector<double> times, double share)
 class KeyPress
 {
 public:
-    explicit KeyPress(const QString& file)
-        : m_engine(sqlite::makeEngine(m_clock, {.searchIndex = m_figures}))
+    /// \param figures of the index; null leaves all searches to SQLite
+    explicit KeyPress(
+        const QString& file,
+        std::shared_ptr<sqlite::IndexFigures> figures = std::make_shared<sqlite::IndexFigures>())
+        : m_figures(std::move(figures))
+        , m_engine(sqlite::makeEngine(m_clock, {.searchIndex = m_figures}))
         , m_find(*m_engine)
         , m_data(*m_engine)
     {
@@ -209,7 +214,7 @@ private:
     }
 
     SystemClock m_clock;
-    std::shared_ptr<sqlite::IndexFigures> m_figures = std::make_shared<sqlite::IndexFigures>();
+    std::shared_ptr<sqlite::IndexFigures> m_figures;
     std::unique_ptr<DBEngine> m_engine;
     cls_CreateSqlFind m_find;
     DataControl m_data;
@@ -255,6 +260,42 @@ void search(benchmark::State& state, Texts kind)
         }
     }
     report(state, times, key);
+}
+
+void reportCpu(benchmark::State& state, const std::vector<double>& times)
+{
+    state.counters["cpu_p50"] = percentile(times, 0.50);
+    state.counters["cpu_p99"] = percentile(times, 0.99);
+}
+
+/// One look at every letter of the texts of such a library: no search behind a star takes less.
+void memoryPass(benchmark::State& state)
+{
+    constexpr std::size_t kLettersOfTrack = 54;
+    constexpr int kPasses = 21;
+    const std::vector<char> letters(std::size_t(state.range(0)) * kLettersOfTrack, 'a');
+    std::vector<double> times;
+    for ([[maybe_unused]] auto round : state) {
+        for (int i = 0; i < kPasses; ++i) {
+            const double begin = cpuMilliseconds();
+            benchmark::DoNotOptimize(std::memchr(letters.data(), 'b', letters.size()));
+            times.push_back(cpuMilliseconds() - begin);
+        }
+    }
+    reportCpu(state, times);
+}
+
+/// The same search without the index.
+void sqliteAlone(benchmark::State& state)
+{
+    KeyPress key(libraryFile(int(state.range(0))), nullptr);
+    std::vector<double> times;
+    for ([[maybe_unused]] auto round : state) {
+        for (const char16_t* text : {u"*mond", u"*er", u"nacht"}) {
+            times.push_back(key.run(QString::fromUtf16(text), kOrders[0]).cpu);
+        }
+    }
+    reportCpu(state, times);
 }
 
 /// A wide result in every order, each once.
@@ -313,6 +354,8 @@ void insertRows(benchmark::State& state)
 void registerAll()
 {
     const std::pair<std::string, std::function<void(benchmark::State&)>> measured[] = {
+        {"yardstick/memory", memoryPass},
+        {"yardstick/sqlite", sqliteAlone},
         {"search/prefixes", [](auto& state) { search(state, Texts::TypedPrefixes); }},
         {"search/contains", [](auto& state) { search(state, Texts::Contains); }},
         {"search/two", [](auto& state) { search(state, Texts::Two); }},

@@ -45,6 +45,9 @@ using namespace Qt::Literals::StringLiterals;
 
 constexpr int kWords = 6;
 
+/// Milliseconds that a turn of the message loop may take while the index is built.
+constexpr double kLongTurn = 8;
+
 double percentile(const std::vector<Cost>& costs, double Cost::*part, double share)
 {
     std::vector<double> times;
@@ -226,16 +229,21 @@ void measureStart(const char* what, const QString& folder, const QString& file, 
     });
     report("first search", first);
     std::printf("   answered from memory: %s\n", view->figures->answers > 0 ? "yes" : "no");
-    double longest = 0;
+    std::vector<Cost> turns;
     const Cost rest = measured([&] {
         bool more = true;
         while (more) {
-            longest = std::max(longest, measured([&] { more = view->idle(); }).wall);
+            turns.push_back(measured([&] { more = view->idle(); }));
         }
     });
     report("idle work", rest);
-    std::printf("   longest turn %.1f ms, index kept: %lld, resident %.0f MB, index %.0f MB\n",
-                longest, static_cast<long long>(view->figures->kept), residentMegabytes(),
+    report("a turn of it", turns);
+    const auto slow = std::count_if(turns.begin(), turns.end(),
+                                    [](const Cost& turn) { return turn.cpu > kLongTurn; });
+    std::printf("   turns above %.0f ms of cpu: %lld, the longest %.1f\n", kLongTurn,
+                static_cast<long long>(slow), percentile(turns, &Cost::cpu, 1));
+    std::printf("   index kept: %lld, resident %.0f MB, index %.0f MB\n",
+                static_cast<long long>(view->figures->kept), residentMegabytes(),
                 double(view->figures->bytes) / 1e6);
     view->end();
 }

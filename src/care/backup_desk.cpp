@@ -301,6 +301,10 @@ QString BackupDesk::occasionText(const Backup& backup) const
         return texts.text(u"backup.hand");
     case BackupOccasion::Cleaning:
         return texts.text(u"backup.cleaning");
+    case BackupOccasion::Relink:
+        return texts.text(u"backup.relink");
+    case BackupOccasion::Merge:
+        return texts.text(u"backup.merge");
     case BackupOccasion::Restore:
         return texts.text(u"backup.beforerestore");
     case BackupOccasion::Upgrade:

@@ -28,6 +28,8 @@ constexpr std::array kOccasions{
     OccasionWord{BackupOccasion::Daily, "daily"_L1},
     OccasionWord{BackupOccasion::ByHand, "hand"_L1},
     OccasionWord{BackupOccasion::Cleaning, "cleaning"_L1},
+    OccasionWord{BackupOccasion::Relink, "relink"_L1},
+    OccasionWord{BackupOccasion::Merge, "merge"_L1},
     OccasionWord{BackupOccasion::Restore, "restore"_L1},
     OccasionWord{BackupOccasion::Upgrade, "upgrade"_L1},
 };

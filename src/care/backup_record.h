@@ -14,7 +14,9 @@ enum class BackupOccasion
 {
     Daily, ///< the first start of a day
     ByHand,
-    Cleaning, ///< before rows were removed, relinked or merged
+    Cleaning, ///< before rows were removed
+    Relink,   ///< before tracks got the places where their files were found again
+    Merge,    ///< before doubles were merged
     Restore,  ///< before another backup took the library's place
     Upgrade   ///< before the library was brought to another level
 };
@@ -59,7 +61,7 @@ void readFacts(const QByteArray& text, Backup& backup);
 
 /// Names of the backups that make room: all but the newest of each of the last seven days, four
 /// weeks and twelve months that have one. Those made by hand or before an upgrade stay, and those
-/// before a cleaning or a restoring for seven days. A damaged one stands for no day, and goes after
+/// before a work that changes much for seven days. A damaged one stands for no day, and goes after
 /// seven; the newest that is not known to be damaged always stays.
 [[nodiscard]] QStringList backupsToDrop(const std::vector<Backup>& backups, const QDate& today);
 

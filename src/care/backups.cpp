@@ -1,5 +1,6 @@
 #include "care/backups.h"
 
+#include "care/backup_workplace.h"
 #include "care/settings_return.h"
 #include "platform/db/db_error.h"
 #include "platform/system/clock.h"
@@ -19,8 +20,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A folder of the data folder; what a killed program leaves in it is swept by the next.
-const QString kWorkFolder = u"Melovane.Backup.work"_s;
 /// What the last check of each backup has found.
 const QString kStateFile = u"Melovane.Backup.state"_s;
 const QString kTimeForm = u"yyyyMMdd_HHmmss"_s;
@@ -56,19 +55,6 @@ bool isUnreadable(const DbError& error)
     return std::find(kNumbers.begin(), kNumbers.end(), error.number()) != kNumbers.end();
 }
 
-void removeTree(Files& files, const QString& folder)
-{
-    for (const QString& name : files.names(folder)) {
-        const QString item = path::join(folder, name);
-        if (files.folderExists(item)) {
-            removeTree(files, item);
-        } else {
-            files.remove(item);
-        }
-    }
-    files.removeFolder(folder);
-}
-
 Backup named(const QString& name)
 {
     Backup backup = backupOfName(name).value_or(Backup());
@@ -84,43 +70,6 @@ bool isHarmless(const QString& name)
         return part.isEmpty() || part == u"."_s || part == u".."_s;
     });
 }
-
-} // namespace
-
-class Backups::Workplace
-{
-public:
-    explicit Workplace(const Backups& backups)
-        : m_files(backups.m_parts.files)
-        , m_folder(path::join(backups.m_place.dataFolder, kWorkFolder))
-        , m_lock(backups.m_parts.lock())
-    {
-        if (m_lock) {
-            removeTree(m_files, m_folder);
-            m_files.makeFolder(m_folder);
-        }
-    }
-
-    ~Workplace()
-    {
-        if (m_lock) {
-            removeTree(m_files, m_folder);
-        }
-    }
-
-    Workplace(const Workplace&) = delete;
-    Workplace& operator=(const Workplace&) = delete;
-
-    /// False when another program has it.
-    [[nodiscard]] bool isMine() const { return m_lock != nullptr; }
-
-private:
-    Files& m_files;
-    QString m_folder;
-    std::unique_ptr<FileLock> m_lock;
-};
-
-namespace {
 
 SliceStep sliceOf(const BackupStep& step, int from, int to)
 {
@@ -155,7 +104,7 @@ QString Backups::fullName(const QString& name) const
 
 QString Backups::work(const QString& name) const
 {
-    return path::join(path::join(m_place.dataFolder, kWorkFolder), name);
+    return path::join(path::join(m_place.dataFolder, kBackupWork), name);
 }
 
 std::vector<Backup> Backups::list() const
@@ -238,7 +187,7 @@ bool Backups::isDue() const
 
 BackupOutcome Backups::make(BackupOccasion occasion, const BackupStep& step)
 {
-    const Workplace workplace(*this);
+    const BackupWorkplace workplace(m_parts.files, m_place.dataFolder, m_parts.lock());
     if (!workplace.isMine()) {
         return BackupOutcome::Busy;
     }
@@ -425,7 +374,7 @@ Backups::unpackAndCheck(const Backup& backup, bool all, const BackupStep& step, 
 
 BackupOutcome Backups::check(const QString& name, const BackupStep& step)
 {
-    const Workplace workplace(*this);
+    const BackupWorkplace workplace(m_parts.files, m_place.dataFolder, m_parts.lock());
     if (!workplace.isMine()) {
         return BackupOutcome::Busy;
     }
@@ -446,7 +395,7 @@ BackupOutcome Backups::check(const QString& name, const BackupStep& step)
 
 BackupOutcome Backups::restore(const QString& name, bool withSettings, const BackupStep& step)
 {
-    const Workplace workplace(*this);
+    const BackupWorkplace workplace(m_parts.files, m_place.dataFolder, m_parts.lock());
     if (!workplace.isMine()) {
         return BackupOutcome::Busy;
     }

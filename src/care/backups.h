@@ -84,9 +84,6 @@ public:
     [[nodiscard]] const QStringList& damages() const { return m_damages; }
 
 private:
-    /// The folder of a work, empty at its beginning and gone at its end.
-    class Workplace;
-
     /// A part of the way from 0 to 100.
     struct Span
     {

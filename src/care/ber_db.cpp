@@ -196,6 +196,7 @@ void frmBerDB::cmdOk()
     m_view.isRunning = true;
     m_isCancelled = false;
     m_hasRemoved = false;
+    m_removed = {};
     m_stepsDone = 0;
     m_moved = 0;
     m_steps = int(std::count_if(m_view.boxes.begin(), m_view.boxes.end() - 1,
@@ -213,7 +214,7 @@ void frmBerDB::cmdOk()
         fault = m_parts.failed(error);
     }
     try {
-        Cleaning(*open(), m_parts.clock).forgetRemoved();
+        forgetRemoved();
     } catch (const DbError& error) {
         fault = fault.isEmpty() ? m_parts.failed(error) : fault;
     }
@@ -254,7 +255,7 @@ bool frmBerDB::moveFiles(CleaningBox index)
 {
     // It may outlive the wait, when a disk does not answer.
     const auto run = std::make_shared<RecycleRun>(
-        m_parts.recycler, tracksToRemove(*open(), Cleaning::condition(index)),
+        m_parts.recycler, tracksToRemove(*open(), Cleaning::condition(index), Dependencies::Go),
         index == CleaningBox::Damaged ? RecycleFolder::Reason::Damaged
                                       : RecycleFolder::Reason::Deleted);
     const auto goesOn = [&] {
@@ -293,10 +294,22 @@ void frmBerDB::removeOrphans()
             return turn();
         });
     m_hasRemoved = m_hasRemoved || removed.isAny();
+    m_removed.entries = removed.entryKeys;
+    m_removed.lists = removed.listKeys;
     end(CleaningBox::Orphans,
         m_parts.texts.text(u"care.clean.removed.all"_s,
                            countedText(m_parts.texts, u"care.clean.entries"_s, removed.entries),
                            countedText(m_parts.texts, u"care.clean.lists"_s, removed.lists)));
+}
+
+/// The list of what was removed goes last: a run that is killed leaves it to the next one.
+void frmBerDB::forgetRemoved()
+{
+    const auto database = open();
+    Cleaning cleaning(*database, m_parts.clock);
+    m_removed.tracks = cleaning.removedTracks();
+    forgetSteps(*database, m_removed, [this] { static_cast<void>(turn()); });
+    cleaning.forgetRemoved();
 }
 
 void frmBerDB::finish(const QString& fault)
@@ -310,7 +323,6 @@ void frmBerDB::finish(const QString& fault)
                                    : m_parts.texts.text(u"care.clean.done"_s);
     m_view.percent = fault.isEmpty() && !m_isCancelled ? 100 : m_view.percent;
     if (m_hasRemoved) {
-        m_parts.forgetSteps();
         m_parts.changed();
         m_parts.rebuildTrees();
     }

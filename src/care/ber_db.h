@@ -61,16 +61,15 @@ struct BerDbParts
     RecycleTools recycler;
     /// Keeps the library as it is before a run; false when the user does not want to begin.
     std::function<bool()> backUp;
-    std::function<void()> forgetSteps; ///< of the lists: they cannot be taken back any more
-    std::function<void()> changed;     ///< rows of the library are others now
+    std::function<void()> changed; ///< rows of the library are others now
     std::function<void()> rebuildTrees;
     std::function<QString(const DbError&)> failed; ///< logs it; what the user reads
 };
 
 /// `frmBerDB`, "Datenbereinigung": removes rows for good, and with them what hangs on them.
 ///
-/// Steps that lists can take back would bring entries of tracks that are gone: a run that has
-/// removed something makes the lists forget their steps.
+/// Steps of the lists that would write rows which are gone cannot be taken back any more: a run
+/// that has removed something forgets them, and no other.
 class frmBerDB
 {
 public:
@@ -99,6 +98,7 @@ private:
     [[nodiscard]] bool moveFiles(CleaningBox box);
     void removeTracks(CleaningBox box);
     void removeOrphans();
+    void forgetRemoved();
     void finish(const QString& fault);
     void begin(CleaningBox box);
     void end(CleaningBox box, const QString& note);
@@ -118,6 +118,7 @@ private:
     std::shared_ptr<bool> m_alive;            ///< answers of the worker may come later than the end
     bool m_isCancelled = false;
     bool m_hasRemoved = false;
+    RemovedRows m_removed; ///< of the present run
     int m_stepsDone = 0;
     int m_steps = 0; ///< of the present run
     int m_moved = 0; ///< files of the present run

@@ -21,6 +21,8 @@ QString keyOf(Flaw flaw)
         return u"check.TableLost"_s;
     case Flaw::TemplateFilled:
         return u"check.TemplateFilled"_s;
+    case Flaw::JobUnknown:
+        return u"check.JobUnknown"_s;
     case Flaw::CountWrong:
         return u"check.CountWrong"_s;
     case Flaw::EntryWithoutTrack:

@@ -35,6 +35,9 @@ const std::array kRemovals{
 
 const QString kRemembered = u"select count(*) as anz from todo where id=1"_s;
 
+const QString kEntriesThatGo = u" from pl_all where fid in (select fid from todo where id=1)"_s;
+const QString kListsThatGo = u" from pl_name where anzahl=0 and activ=false and isplay=false"_s;
+
 /// Rows of one transaction.
 constexpr int kRowsAtOnce = 1000;
 /// Between two questions whether the search goes on: some milliseconds.
@@ -61,6 +64,16 @@ int Cleaning::execute(const QString& statement)
 qint64 Cleaning::number(const QString& statement) const
 {
     return m_database.OpenRecordset(statement)->value(0).toInt64();
+}
+
+QSet<qint64> Cleaning::numbers(const QString& statement) const
+{
+    QSet<qint64> found;
+    const auto rows = m_database.OpenRecordset(statement);
+    for (; !rows->Eof(); rows->MoveNext()) {
+        found.insert(rows->value(0).toInt64());
+    }
+    return found;
 }
 
 CleaningCounts Cleaning::count() const
@@ -153,17 +166,27 @@ Cleaning::removeOrphans(const std::function<bool(qint64 done, qint64 whole)>& go
     // One change: a list whose count lies about its entries is never there to be seen.
     Transaction change(m_database);
     RemovedDependencies removed;
-    removed.entries =
-        execute(u"delete from pl_all where fid in (select fid from todo where id=1)"_s);
+    removed.entryKeys = numbers(u"select plid"_s + kEntriesThatGo);
+    removed.entries = execute(u"delete"_s + kEntriesThatGo);
     removed.plays =
         execute(u"delete from pl_stat where fid in (select fid from todo where id=1)"_s);
     setCounts();
-    removed.lists =
-        execute(u"delete from pl_name where anzahl=0 and activ=false and isplay=false"_s);
+    removed.listKeys = numbers(u"select nid"_s + kListsThatGo);
+    removed.lists = execute(u"delete"_s + kListsThatGo);
     removed.groups =
         execute(u"delete from pl_group where grid not in (select grid from pl_name)"_s);
     change.commit();
     return removed;
+}
+
+QSet<QString> Cleaning::removedTracks() const
+{
+    QSet<QString> fids;
+    const auto rows = m_database.OpenRecordset(u"select fid from todo where id=1"_s);
+    for (; !rows->Eof(); rows->MoveNext()) {
+        fids.insert(rows->value(0).toText());
+    }
+    return fids;
 }
 
 void Cleaning::forgetRemoved()

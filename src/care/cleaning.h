@@ -1,5 +1,7 @@
 #pragma once
 
+#include "playlists/removed_rows.h"
+
 #include <QString>
 
 #include <functional>
@@ -38,6 +40,8 @@ struct RemovedDependencies
     int plays = 0;   ///< rows of the statistics
     int lists = 0;
     int groups = 0;
+    QSet<qint64> entryKeys; ///< PLID
+    QSet<qint64> listKeys;  ///< NID
 
     [[nodiscard]] bool isAny() const { return entries + plays + lists + groups > 0; }
 };
@@ -66,12 +70,16 @@ public:
     ///               ends the search, and what was found goes
     RemovedDependencies removeOrphans(const std::function<bool(qint64 done, qint64 whole)>& goesOn);
 
+    /// The tracks that were removed, or found to be gone, since the last forgetRemoved().
+    [[nodiscard]] QSet<QString> removedTracks() const;
+
     void forgetRemoved();
 
 private:
     void findOrphans(const std::function<bool(qint64 done, qint64 whole)>& goesOn);
     void setCounts();
     int execute(const QString& statement);
+    [[nodiscard]] QSet<qint64> numbers(const QString& statement) const;
     [[nodiscard]] qint64 number(const QString& statement) const;
 
     Database& m_database;

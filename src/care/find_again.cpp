@@ -3,6 +3,7 @@
 #include "care/missing_list.h"
 #include "config/global_settings.h"
 #include "platform/db/database.h"
+#include "platform/db/db_error.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "platform/media/audio_identity.h"
@@ -25,14 +26,85 @@ struct FindAgain::Job
 {
     std::atomic<bool> isCancelled = false;
     std::atomic<int> met = 0;
-    std::atomic<int> read = 0;
+    std::atomic<int> compared = 0;
     std::vector<MissingTrack> tracks;
-    QStringList folders;
-    QStringList gone;
+    QSet<QString> folders; ///< of the library
     std::vector<FoundFile> files;
     QSet<QString> taken;
     std::vector<FoundRule> rules;
+    QString failure;
+    std::function<std::unique_ptr<DBEngine>()> makeEngine;
+    QString library;
+
+    /// Reads the library on the other thread.
+    void read(const std::function<void(Database& database)>& work)
+    {
+        try {
+            const auto engine = makeEngine();
+            work(*engine->OpenDatabase(library));
+        } catch (const DbError& error) {
+            failure = error.text();
+        }
+    }
+
+    void lookUpMissing(const Files& disk, const QString& dataFolder);
+    void lookUpKnown();
 };
+
+/// All missing tracks, and one rule without a new folder for each of their folders.
+void FindAgain::Job::lookUpMissing(const Files& disk, const QString& dataFolder)
+{
+    QStringList known;
+    read([&](Database& database) {
+        known = missinglist::folders(database);
+        tracks = missinglist::marked(database);
+    });
+    folders = QSet<QString>(known.cbegin(), known.cend());
+    // The library is let go meanwhile: a disk may take long to answer.
+    const QStringList gone = missinglist::gone(disk, dataFolder, known);
+    tracks = missinglist::stillMissing(disk, dataFolder, std::move(tracks), gone, isCancelled);
+    QSet<QString> marked;
+    for (const MissingTrack& track : tracks) {
+        marked.insert(track.fid);
+    }
+    const QSet<QString> lost(gone.cbegin(), gone.cend());
+    read([&](Database& database) {
+        for (MissingTrack& track : missinglist::rowsOf(database, gone)) {
+            // The statement takes folders that differ in letter case; on disk they are others.
+            if (!marked.contains(track.fid) && lost.contains(track.folder)) {
+                tracks.push_back(std::move(track));
+            }
+        }
+    });
+    std::map<QString, FoundRule> byFolder;
+    for (size_t i = 0; i < tracks.size(); ++i) {
+        FoundRule& rule = byFolder[tracks[i].folder];
+        rule.oldFolder = tracks[i].folder;
+        rule.tracks.emplace_back().track = int(i);
+    }
+    for (auto& [folder, rule] : byFolder) {
+        rules.push_back(std::move(rule));
+    }
+}
+
+/// Which of the files the library has already.
+void FindAgain::Job::lookUpKnown()
+{
+    read([&](Database& database) {
+        QString asked;
+        for (const FoundFile& file : files) {
+            if (file.folder == asked || !folders.contains(file.folder)) {
+                continue;
+            }
+            asked = file.folder;
+            const auto rows = database.OpenRecordset(
+                u"select Path, DName from db_all where Path="_s + sql::text(asked));
+            for (; !rows->Eof(); rows->MoveNext()) {
+                taken.insert(rows->value(0).toText() + rows->value(1).toText());
+            }
+        }
+    });
+}
 
 FindAgain::FindAgain(Parts parts)
     : m_parts(std::move(parts))
@@ -48,6 +120,9 @@ FindAgain::~FindAgain()
 std::shared_ptr<FindAgain::Job> FindAgain::begin(State state)
 {
     m_job = std::make_shared<Job>();
+    m_job->makeEngine = m_parts.makeEngine;
+    m_job->library = m_parts.settings.DbName();
+    m_failure.clear();
     m_state = state;
     if (changed) {
         changed();
@@ -87,63 +162,29 @@ void FindAgain::cancel()
 
 std::pair<int, int> FindAgain::progress() const
 {
-    return m_job ? std::pair(int(m_job->met), int(m_job->read)) : std::pair(0, 0);
+    return m_job ? std::pair(int(m_job->met), int(m_job->compared)) : std::pair(0, 0);
 }
 
 void FindAgain::load()
 {
-    const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
-    const QStringList folders = missinglist::folders(*database);
-    m_folders = QSet<QString>(folders.cbegin(), folders.cend());
     m_tracks.clear();
     m_rules.clear();
     m_searched.clear();
     m_given.clear();
     const auto job = begin(State::Loading);
-    job->folders = folders;
-    job->tracks = missinglist::marked(*database);
     Job* const there = job.get();
     run(
         job,
         [there, &files = m_parts.searchFiles, folder = m_parts.dataFolder] {
-            there->gone = missinglist::gone(files, folder, there->folders);
-            there->tracks = missinglist::stillMissing(files, folder, std::move(there->tracks),
-                                                      there->gone, there->isCancelled);
+            there->lookUpMissing(files, folder);
         },
-        [this, job] { takeGone(job); });
-}
-
-void FindAgain::takeGone(const std::shared_ptr<Job>& job)
-{
-    m_tracks = std::move(job->tracks);
-    const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
-    QSet<QString> known;
-    for (const MissingTrack& track : m_tracks) {
-        known.insert(track.fid);
-    }
-    const QSet<QString> gone(job->gone.cbegin(), job->gone.cend());
-    for (MissingTrack& track : missinglist::rowsOf(*database, job->gone)) {
-        // The statement takes folders that differ in letter case; on disk they are others.
-        if (!known.contains(track.fid) && gone.contains(track.folder)) {
-            m_tracks.push_back(std::move(track));
-        }
-    }
-    showLost();
-    finish();
-}
-
-void FindAgain::showLost()
-{
-    std::map<QString, FoundRule> lost;
-    for (size_t i = 0; i < m_tracks.size(); ++i) {
-        FoundRule& rule = lost[m_tracks[i].folder];
-        rule.oldFolder = m_tracks[i].folder;
-        rule.tracks.emplace_back().track = int(i);
-    }
-    m_rules.clear();
-    for (auto& [folder, rule] : lost) {
-        m_rules.push_back(std::move(rule));
-    }
+        [this, job] {
+            m_tracks = std::move(job->tracks);
+            m_folders = std::move(job->folders);
+            m_rules = std::move(job->rules);
+            m_failure = job->failure;
+            finish();
+        });
 }
 
 void FindAgain::search(const QString& folder)
@@ -178,16 +219,17 @@ void FindAgain::start()
     const auto job = begin(State::Searching);
     Job* const there = job.get();
     job->tracks = m_tracks;
-    const auto walk = [there, &files = m_parts.searchFiles, roots = m_searched] {
+    job->folders = m_folders;
+    const auto work = [there, &files = m_parts.searchFiles, roots = m_searched,
+                       &reader = m_parts.reader, &audio = m_parts.audio, given = m_given,
+                       kept = m_parts.kept] {
         Skipped skipped;
         FolderWalk folders(files, roots, skipped);
         for (auto some = folders.next(); some && !there->isCancelled; some = folders.next()) {
             there->met += int(some->size());
             std::move(some->begin(), some->end(), std::back_inserter(there->files));
         }
-    };
-    const auto compare = [there, &reader = m_parts.reader, &audio = m_parts.audio, given = m_given,
-                          kept = m_parts.kept] {
+        there->lookUpKnown();
         there->rules = findRules({.tracks = there->tracks,
                                   .files = there->files,
                                   .taken = there->taken,
@@ -195,34 +237,16 @@ void FindAgain::start()
                                   .reader = reader,
                                   .audio = audio,
                                   .kept = kept,
-                                  .done = there->read,
+                                  .done = there->compared,
                                   .isCancelled = there->isCancelled});
     };
-    run(job, walk, [this, job, compare] {
-        takeKnown(*job);
-        run(job, compare, [this, job] {
+    run(job, work, [this, job] {
+        m_failure = job->failure;
+        if (m_failure.isEmpty()) {
             m_rules = std::move(job->rules);
-            finish();
-        });
+        }
+        finish();
     });
-}
-
-/// Which of the files the library has already.
-void FindAgain::takeKnown(Job& job)
-{
-    const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
-    QString asked;
-    for (const FoundFile& file : job.files) {
-        if (file.folder == asked || !m_folders.contains(file.folder)) {
-            continue;
-        }
-        asked = file.folder;
-        const auto rows = database->OpenRecordset(u"select Path, DName from db_all where Path="_s +
-                                                  sql::text(asked));
-        for (; !rows->Eof(); rows->MoveNext()) {
-            job.taken.insert(rows->value(0).toText() + rows->value(1).toText());
-        }
-    }
 }
 
 void FindAgain::chooseRule(int rule, bool on)

@@ -26,7 +26,7 @@ class Worker;
 /// Missing files found again, as the user meets it: what is missing, where he lets search, the
 /// rules that come of it, applying them. Knows no window.
 ///
-/// The disk is asked by the worker; the library is read and written on the thread of the window.
+/// The worker reads the library and asks the disk; the thread of the window writes.
 class FindAgain
 {
 public:
@@ -40,7 +40,8 @@ public:
         const TagReader& reader;
         const AudioIdentity& audio;
         Worker& worker;
-        QString dataFolder; ///< of `ChangeDir.conf`
+        std::function<std::unique_ptr<DBEngine>()> makeEngine; ///< for the worker
+        QString dataFolder;                                    ///< of `ChangeDir.conf`
         /// The sound that was kept of a track; used on the worker's thread, may be empty.
         std::function<std::optional<AudioPrint>(const QString& fid)> kept = {};
     };
@@ -61,7 +62,7 @@ public:
     /// Called when the state or the rules are others; may be empty.
     std::function<void()> changed;
 
-    /// Looks up what is missing; forgets what was found. \throws DbError
+    /// Looks up what is missing; forgets what was found.
     void load();
 
     /// Looks for all missing files below a folder, in addition to the folders that were searched
@@ -79,6 +80,9 @@ public:
     void cancel();
 
     [[nodiscard]] State state() const { return m_state; }
+
+    /// Why the last load() or search() has failed, in the engine's words; empty when it has not.
+    [[nodiscard]] const QString& failure() const { return m_failure; }
 
     [[nodiscard]] const std::vector<MissingTrack>& tracks() const { return m_tracks; }
 
@@ -116,15 +120,13 @@ private:
              const std::function<void()>& work,
              const std::function<void()>& done);
     void start();
-    void takeKnown(Job& job);
-    void takeGone(const std::shared_ptr<Job>& job);
     void finish();
-    void showLost();
     [[nodiscard]] std::vector<RelinkOrder> orders() const;
     [[nodiscard]] bool remember() const;
 
     Parts m_parts;
     State m_state = State::Ready;
+    QString m_failure;
     std::vector<MissingTrack> m_tracks;
     QSet<QString> m_folders; ///< of the library
     QStringList m_searched;

@@ -47,6 +47,16 @@ const QString kListsThatAreMissing =
 const QString kStoredLists =
     u"select NID from pl_name where sicherung=false and anzahl>0 order by NID"_s;
 
+/// Notes between programs that no program can follow: a track that is not there, a tree that is
+/// none, a text under no number. `todo` holds texts of every form, so only its number says
+/// anything.
+const std::array kJobsOfNobody{
+    u"db_edit where FID is null or FID not in (select FID from db_all)"_s,
+    u"ChangeTree where TreeName is null or "
+    "TreeName not in ('Interpret','Album','Genre','Dir')"_s,
+    u"todo where ID is null or not IsNumeric(ID)"_s,
+};
+
 /// What every library has had from its beginning, and the user cannot remove.
 constexpr std::array kNeverEmpty{u"genre", u"config", u"db_version", u"TreeErweitertConfig"};
 
@@ -63,6 +73,7 @@ bool canBeMended(Flaw flaw)
     switch (flaw) {
     case Flaw::IndexDamaged:
     case Flaw::TemplateFilled:
+    case Flaw::JobUnknown:
     case Flaw::CountWrong:
     case Flaw::EntryWithoutList:
     case Flaw::ListWithoutGroup:
@@ -129,6 +140,7 @@ bool LibraryCheck::checkFile(DatabaseCare::Depth depth, const SliceStep& step)
 void LibraryCheck::checkRows(Database& database)
 {
     checkTables(database);
+    checkJobs(database);
     checkCounts(database);
     checkOrphans(database);
 }
@@ -148,6 +160,19 @@ void LibraryCheck::checkTables(Database& database)
             !database.OpenRecordset(u"select top 1 * from ["_s + name + u']')->Eof()) {
             add(Flaw::TemplateFilled, name);
         }
+    }
+}
+
+void LibraryCheck::checkJobs(Database& database)
+{
+    qint64 count = 0;
+    for (const QString& jobs : kJobsOfNobody) {
+        count += database.OpenRecordset(u"select count(*) as anz from "_s + jobs)
+                     ->value(u"anz")
+                     .toInt64();
+    }
+    if (count > 0) {
+        add(Flaw::JobUnknown, QString::number(count));
     }
 }
 
@@ -259,6 +284,9 @@ bool LibraryCheck::repair(const std::vector<Finding>& findings)
             mendHomeless(*database);
         }
         emptyTemplates(*database, findings);
+        if (has(Flaw::JobUnknown)) {
+            dropJobs(*database);
+        }
         mendCounts(*database);
         if (has(Flaw::ListFileMissing)) {
             mendListFiles(*database);
@@ -277,6 +305,13 @@ bool LibraryCheck::repair(const std::vector<Finding>& findings)
                         {m_place.library, m_place.dataFolder, {}}, {});
     check.checkTempTables();
     return check.checkTreeTables() < 0;
+}
+
+void LibraryCheck::dropJobs(Database& database)
+{
+    for (const QString& jobs : kJobsOfNobody) {
+        database.Execute(u"delete from "_s + jobs);
+    }
 }
 
 void LibraryCheck::emptyTemplates(Database& database, const std::vector<Finding>& findings)

@@ -25,6 +25,7 @@ enum class Flaw
     IndexDamaged,   ///< an index does not agree with its rows: what the engine says
     TableLost,      ///< a table that is never empty has no rows: its name
     TemplateFilled, ///< a table that others are made after, and so has no rows, has some: its name
+    JobUnknown,     ///< notes for jobs that no job can follow: how many
     CountWrong,     ///< a list has not as many entries as it says: its name
     EntryWithoutTrack, ///< entries of tracks that are not in the library: how many
     EntryWithoutList,  ///< entries that no list shows: how many
@@ -91,6 +92,7 @@ private:
     [[nodiscard]] bool checkFile(DatabaseCare::Depth depth, const SliceStep& step);
     void checkRows(Database& database);
     void checkTables(Database& database);
+    void checkJobs(Database& database);
     void checkCounts(Database& database);
     void checkOrphans(Database& database);
     void addCount(Database& database, Flaw flaw, const QString& statement);
@@ -100,6 +102,7 @@ private:
 
     void add(Flaw flaw, const QString& what) { m_findings.push_back({flaw, what}); }
 
+    static void dropJobs(Database& database);
     static void emptyTemplates(Database& database, const std::vector<Finding>& findings);
     void mendCounts(Database& database) const;
     void mendHomeless(Database& database) const;

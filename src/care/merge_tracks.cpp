@@ -97,7 +97,7 @@ private:
     void noteFiles(const MergedRow& kept, const QString& condition)
     {
         const auto stays = m_files.facts(kept.place);
-        for (RemovedTrack& track : tracksToRemove(m_database, condition)) {
+        for (RemovedTrack& track : tracksToRemove(m_database, condition, Dependencies::Stay)) {
             if (!isOneFile(stays, m_files.facts(track.path + track.name)) &&
                 !hasAnotherRow(track, condition)) {
                 m_result.files.push_back(std::move(track));

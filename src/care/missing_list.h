@@ -13,8 +13,7 @@ class Database;
 class Files;
 
 /// Which tracks are missing: those that a scan has marked, and those whose whole folder is gone.
-/// Tracks on discs never are. The rows are read on the thread of the window, the disk is asked on
-/// that of the worker.
+/// Tracks on discs never are.
 namespace missinglist {
 
 /// Every folder of the library that may be gone. \throws DbError

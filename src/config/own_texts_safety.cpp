@@ -20,6 +20,8 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"backup.daily", u"täglich"},
     {u"backup.hand", u"von Hand"},
     {u"backup.cleaning", u"vor Bereinigung"},
+    {u"backup.relink", u"vor neuen Orten"},
+    {u"backup.merge", u"vor Zusammenlegen"},
     {u"backup.beforerestore", u"vor Wiederherstellung"},
     {u"backup.level", u"Stand $1"},
     {u"backup.good", u"in Ordnung"},
@@ -73,6 +75,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"check.IndexDamaged", u"Ein Index passt nicht zu seinen Zeilen: $1"},
     {u"check.TableLost", u"Eine Tabelle hat ihre Zeilen verloren: $1"},
     {u"check.TemplateFilled", u"Eine Vorlage, die immer leer ist, hat Zeilen: $1"},
+    {u"check.JobUnknown", u"Aufträge, die niemand ausführen kann: $1"},
     {u"check.CountWrong", u"Die Zahl der Einträge stimmt nicht: $1"},
     {u"check.EntryWithoutTrack",
      u"Einträge von Titeln, die es nicht mehr gibt: $1 "

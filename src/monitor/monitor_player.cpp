@@ -85,6 +85,7 @@ void Monitor::MonitorPlayer(const QString& action, const QString& fid, int posit
     if (known == kActions.end() || wanted.isEmpty()) {
         return;
     }
+    m_parts.silenceRehearsal();
     const bool othersAreSilent =
         known->second == Action::Seek || !m_parts.StopOtherMonitors || m_parts.StopOtherMonitors();
     ++m_requests;
@@ -154,6 +155,7 @@ void Monitor::offerPlace(double ms)
 
 void Monitor::stop()
 {
+    m_parts.silenceRehearsal();
     // What waits for the message loop to turn does not start any more.
     ++m_requests;
     m_parts.player.stop();
@@ -201,6 +203,7 @@ void Monitor::keepVolume()
 
 void Monitor::reopen()
 {
+    m_parts.silenceRehearsal();
     m_parts.player.close();
     showPosition(0);
     m_parts.panel.showVolume(volumeOfSettings());

@@ -40,6 +40,9 @@ struct MonitorParts
     /// when one does not answer.
     std::function<bool()> StopOtherMonitors;
     std::function<void(const QString& text)> showStatusText;
+    /// What else sounds on the monitor's card falls silent: called when the monitor is to play, and
+    /// when there shall be silence.
+    std::function<void()> silenceRehearsal = [] {};
     /// The user has chosen another volume, 0 to 10000.
     std::function<void(int volume)> volumeChanged = [](int) {};
 };
@@ -120,6 +123,9 @@ public:
     /// The same by twentieths of the loudest.
     void changeVolume(int steps);
 
+    /// That volume, 0 to 10000.
+    [[nodiscard]] int volumeOfSettings() const;
+
     /// Lists the sound cards to the settings and takes the one of the settings: before the next
     /// track, or in a second. Asking the sound system takes time that a start has not got.
     void reopen() override;
@@ -135,7 +141,6 @@ private:
     };
 
     void step(double ms);
-    [[nodiscard]] int volumeOfSettings() const;
     void keepVolume();
     void listCards();
     [[nodiscard]] bool takeCard();

@@ -281,6 +281,9 @@ void AirSequence::listChanged()
             m_onAir->entry = fresh;
             m_planned.reset();
         }
+    } else if (m_onAir) {
+        // What is not in the list any more decides nothing there.
+        m_onAir->entry.Aktion = kAktionMix;
     }
     if (!m_go && left >= kSettledMs) {
         dropReady();

@@ -61,10 +61,10 @@ void CardKeeper::open()
 {
     const QString name = state().name;
     const int number = numberOf(name);
-    bool isOpen = m_output.open(number, CardMixer::kFormat, m_mixer);
     bool isLost = !name.isEmpty() && number == kSystemCard;
+    bool isOpen = (!isLost || m_hasStandIn) && m_output.open(number, CardMixer::kFormat, m_mixer);
     if (!isOpen && number != kSystemCard) {
-        isOpen = m_output.open(kSystemCard, CardMixer::kFormat, m_mixer);
+        isOpen = m_hasStandIn && m_output.open(kSystemCard, CardMixer::kFormat, m_mixer);
         isLost = true;
     }
     m_untilLook = kLookBeats;
@@ -90,7 +90,7 @@ void CardKeeper::beat(bool isSilent)
     if (now.isOpen && !m_output.isOpen()) {
         // Whatever takes the sound now: nothing is worse than silence.
         m_output.close();
-        const bool isOpen = m_output.open(kSystemCard, CardMixer::kFormat, m_mixer);
+        const bool isOpen = m_hasStandIn && m_output.open(kSystemCard, CardMixer::kFormat, m_mixer);
         m_untilLook = kLookBeats;
         publish(isOpen, !now.name.isEmpty());
         return;

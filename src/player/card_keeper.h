@@ -29,6 +29,10 @@ public:
         , m_mixer(mixer)
     {}
 
+    /// From now on a card that is gone is replaced by none: the system's choice may be heard by
+    /// others. Before the first beat.
+    void forbidStandIn() { m_hasStandIn = false; }
+
     /// The card is taken by the next beat; an empty name is the system's choice.
     void want(const QString& name);
     void wantNone();
@@ -56,6 +60,7 @@ private:
     bool m_isWanted = false;
     bool m_isNew = false;
 
+    bool m_hasStandIn = true;
     int m_untilLook = 0; ///< beats
 };
 

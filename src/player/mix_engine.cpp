@@ -53,6 +53,13 @@ void MixEngine::hurry()
     }
 }
 
+void MixEngine::forbidStandIn()
+{
+    for (CardKeeper& keeper : m_keepers) {
+        keeper.forbidStandIn();
+    }
+}
+
 void MixEngine::openCards(const QString& player1, const QString& player2)
 {
     const bool isTwo = !player2.isEmpty() && player2 != player1;

@@ -36,6 +36,9 @@ public:
     MixEngine(const MixEngine&) = delete;
     MixEngine& operator=(const MixEngine&) = delete;
 
+    /// For an engine that is for one listener alone. \see CardKeeper; before the first beat
+    void forbidStandIn();
+
     void openCards(const QString& player1, const QString& player2) override;
     void closeCards() override;
     [[nodiscard]] CardReport card(int output) const override;

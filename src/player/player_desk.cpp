@@ -166,7 +166,7 @@ DeckFace PlayerDesk::deck(AirDeck deck) const
 {
     const DeckReport report = m_engine.report(deck);
     DeckFace face;
-    face.isOnAir = m_sequence.deck() == deck && m_sequence.isPlaying();
+    face.isOnAir = m_sequence.deck() == deck && !m_sequence.playing().FID.isEmpty();
     const MlvPlaylistDetail entry =
         m_sequence.deck() == deck ? m_sequence.playing() : m_sequence.ready();
     if (entry.FID.isEmpty()) {
@@ -175,6 +175,8 @@ DeckFace PlayerDesk::deck(AirDeck deck) const
     face.isLoaded = true;
     face.title = entry.Titel.isEmpty() ? entry.DName : entry.Titel;
     face.artist = entry.Interpret;
+    face.file = entry.file;
+    face.fromMs = report.fromMs;
     face.pitch = entry.Pitch;
     face.lengthMs = report.toMs - report.fromMs;
     face.elapsedMs = std::max(0.0, report.positionMs - report.fromMs);

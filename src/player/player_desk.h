@@ -15,8 +15,10 @@ class PlayingList;
 /// What one deck shows.
 struct DeckFace
 {
+    QString file; ///< of the sound
     QString title;
     QString artist;
+    double fromMs = 0;      ///< place of the entry's start in its file
     double elapsedMs = 0;   ///< since the entry's start
     double remainingMs = 0; ///< until its end
     double lengthMs = 0;    ///< of the entry; 0 while nothing is known

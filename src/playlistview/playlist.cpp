@@ -406,6 +406,23 @@ void ctl_Playlist::editSample()
     }
 }
 
+void ctl_Playlist::rehearse()
+{
+    const qint64 below = m_controls.grid.currentRow() + 1;
+    const qint64 row = below < m_rows.count() ? below : 0;
+    const Plid from = currentEntry();
+    const auto to = Plid(m_rows.cell(row, u"PLID").toLong());
+    if (from == Plid{} || !m_actions.rehearse) {
+        return;
+    }
+    if (from == to) {
+        m_bus.SendMessage(bus::kShowStatusText, m_texts.text(u"status.mix.alone"_s));
+        return;
+    }
+    m_actions.rehearse(m_tools.functions.GetPlaylistDetailByPLID(from),
+                       m_tools.functions.GetPlaylistDetailByPLID(to));
+}
+
 void ctl_Playlist::undo()
 {
     takeStep(true);

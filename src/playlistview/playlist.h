@@ -158,6 +158,11 @@ public:
     /// Opens the current entry in the sample tool.
     void editSample();
 
+    /// Lets the user hear the transition from the current entry into the one below it. Behind the
+    /// last one comes the first, as when the list plays; a list of one entry says that there is
+    /// none.
+    void rehearse();
+
     /// Takes back the last change of a list, or does it once more, and shows it: the list is
     /// opened, the entries that changed are selected. Asks before it writes over what others have
     /// changed since.

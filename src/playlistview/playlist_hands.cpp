@@ -44,6 +44,7 @@ std::span<const ctl_Playlist::ToolRow> ctl_Playlist::toolTable()
         {u"play.stop", [](View& view, const Key& key) { view.monitorPressed(key); }},
         {u"play.start", [](View& view, const Key& key) { view.monitorPressed(key); }},
         {u"play.center", [](View& view, const Key& key) { view.monitorPressed(key); }},
+        {u"play.mix", [](View& view, const Key&) { view.rehearse(); }},
         {u"play.zur", [](View& view, const Key&) { view.m_seek.step(-1); }},
         {u"play.vor", [](View& view, const Key&) { view.m_seek.step(1); }},
         {bus::kAllVolume,

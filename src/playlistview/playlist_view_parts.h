@@ -91,6 +91,8 @@ struct PlaylistActions
     std::function<void()> newList = {};
     /// What commands find around the view.
     CommandWorld world = {};
+    /// Lets the user hear on the monitor how one entry goes over into another.
+    std::function<void(const MlvPlaylistDetail& from, const MlvPlaylistDetail& to)> rehearse = {};
 };
 
 } // namespace melovane

@@ -115,6 +115,7 @@ void ContextMenu::clicked(const QString& tag)
         {u"autosize.grid", &ContextMenu::autosizeGrid},
         {u"BeatGauge.Menu.Click", &ContextMenu::findTempo},
         {u"BeatGauge.Menu.Manuell.Click", &ContextMenu::findTempoByHand},
+        {kRehearsalCommand, &ContextMenu::rehearse},
     };
     for (const auto& [name, action] : kActions) {
         if (name == tag) {
@@ -155,6 +156,7 @@ void ContextMenu::showEntries()
     for (const EditRow& row : editRows()) {
         showEditRow(row);
     }
+    showRehearsal();
     showRatings();
     showPlayActions();
     showListCommands();
@@ -172,6 +174,16 @@ void ContextMenu::showEditRow(const EditRow& row)
     const QStringView text = m_fromLibrary ? row.libraryText : row.playlistText;
     m_parts.menus.setText(name, m_parts.texts.text(text.toString()), {});
     m_parts.menus.setKey(name, commandKey(m_parts.settings, command));
+    m_parts.menus.setEnabled(name, reason.isEmpty(), toolTipText(m_parts.texts, text, reason));
+}
+
+void ContextMenu::showRehearsal()
+{
+    const QString name = rowEntryName(kRehearsalCommand);
+    const QString text = u"row.rehearse"_s;
+    const QString reason = m_fromLibrary ? QString() : whyNot(kRehearsalCommand);
+    m_parts.menus.setVisible(name, !m_fromLibrary);
+    m_parts.menus.setText(name, m_parts.texts.text(text), {});
     m_parts.menus.setEnabled(name, reason.isEmpty(), toolTipText(m_parts.texts, text, reason));
 }
 
@@ -318,6 +330,13 @@ void ContextMenu::autosizeGrid()
 void ContextMenu::findTempo()
 {
     m_bus.SendMessage(m_fromLibrary ? bus::kDbBeatGauge : bus::kPlaylistBeatGauge);
+}
+
+void ContextMenu::rehearse()
+{
+    if (!m_fromLibrary) {
+        m_parts.playlist.press(kRehearsalCommand.toString());
+    }
 }
 
 void ContextMenu::findTempoByHand()

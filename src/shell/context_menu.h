@@ -62,11 +62,13 @@ private:
     void autosizeGrid();
     void findTempo();
     void findTempoByHand();
+    void rehearse();
 
     void monitor(const QString& action);
     void sendFromView(QStringView command);
     void showEntries();
     void showEditRow(const EditRow& row);
+    void showRehearsal();
     void showRatings();
     void showPlayActions();
     void showListCommands();

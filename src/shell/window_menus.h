@@ -87,6 +87,9 @@ inline constexpr QStringView kRatingMenu = u"mnuRow_Note";
 inline constexpr QStringView kPlayActionMenu = u"mnuRow_Aktion";
 inline constexpr QStringView kListMenu = u"mnuRow_List";
 
+/// In the playlist view alone: the transition into the next entry is heard on the monitor.
+inline constexpr QStringView kRehearsalCommand = u"play.mix";
+
 /// The entry of such a command in the menu of a row.
 [[nodiscard]] inline QString rowEntryName(QStringView command)
 {

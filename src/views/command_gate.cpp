@@ -74,6 +74,7 @@ constexpr Command kCommands[] = {
     {bus::kPlaylistJingleLoop, kEditsList | kRow},
     {u"note", kEditsList | kRow},
     {u"aktion", kEditsList | kRow},
+    {u"play.mix", kLibrary | kList | kRow},
     {bus::kToAktivPlaylist, kWrites | kRow},
     {bus::kMixstyleAllDel, kEditsList},
     {bus::kMixstyleAllCopy, kEditsList | kPlay},

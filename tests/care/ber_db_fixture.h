@@ -118,7 +118,6 @@ protected:
                         ++backups;
                         return wantsRun;
                     },
-                .forgetSteps = [this] { ++forgotten; },
                 .changed = [this] { ++changes; },
                 .rebuildTrees = [this] { ++treesRebuilt; },
                 .failed =
@@ -147,7 +146,6 @@ protected:
     Form form;
     Loop loop;
     AtOnce worker;
-    int forgotten = 0;
     int backups = 0;
     bool wantsRun = true; ///< what the user says when there is no backup
     frmBerDB dialog;

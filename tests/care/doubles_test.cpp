@@ -195,6 +195,23 @@ TEST_F(DoublesTest, FilesOfRemovedTracksGoToTheRecycleFolderAndNoOther)
     suite.files.remove(recycled[0].to);
 }
 
+TEST_F(DoublesTest, ARecycledDoubleComesBackWithoutTheEntriesThatWentOver)
+{
+    const QString kept = add(u"a.mp3"_s, 1);
+    const QString other = add(u"b.mp3"_s, 1);
+    suite.library.addPlaylist({.tracks = {other}});
+    suite.library.addPlayback(other, suite.clock.now());
+    search(kSound);
+    keep(kept);
+    const MergeResult merged = doubles.merge(false);
+    ASSERT_EQ(merged.files.size(), 1U);
+    const BroughtBack back = bringBack(*suite.open(), merged.files[0].rows);
+    EXPECT_TRUE(back.hasTrack);
+    EXPECT_EQ(back.entries + back.plays, 0);
+    EXPECT_EQ(suite.column(u"select FID from pl_all"_s), QStringList{kept});
+    EXPECT_EQ(suite.column(u"select FID from pl_stat"_s), QStringList{kept});
+}
+
 TEST_F(DoublesTest, WhatHasChangedMeanwhileIsLeftAlone)
 {
     const QString kept = add(u"a.mp3"_s, 1);

@@ -123,6 +123,27 @@ TEST_F(DoublesForm, EscapeEndsTheSearchFirstAndTheWindowThen)
     EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(DoublesForm, TheLibraryIsKeptBeforeTracksAreMergedAndLeftAloneWhenTheUserDoesNotGoOn)
+{
+    add(u"a.mp3"_s, 1);
+    add(u"b.mp3"_s, 1);
+    open();
+    click(u"cmdSearch"_s);
+    bool goesOn = false;
+    qsizetype kept = 0;
+    window->backUp = [&] {
+        kept += fids().size();
+        return goesOn;
+    };
+    click(u"cmdMerge"_s);
+    EXPECT_EQ(fids().size(), 2);
+    EXPECT_EQ(written, 0);
+    goesOn = true;
+    click(u"cmdMerge"_s);
+    EXPECT_EQ(fids().size(), 1);
+    EXPECT_EQ(kept, 4);
+}
+
 TEST_F(DoublesForm, WithoutAKindThereIsNothingToSearch)
 {
     open();

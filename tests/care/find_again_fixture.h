@@ -4,6 +4,7 @@
 #include "config/global_settings.h"
 #include "platform/linux/audio_identity.h"
 #include "platform/linux/tag_reader.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
 #include "playlists/list_history.h"
 #include "siblings/demomusic/mp3_frames.h"
 #include "support/held_worker.h"
@@ -93,6 +94,7 @@ protected:
                     .reader = reader,
                     .audio = audio,
                     .worker = worker,
+                    .makeEngine = [this] { return sqlite::makeEngine(suite.clock); },
                     .dataFolder = suite.dataFolder(),
                     .kept = [this](const QString& fid) -> std::optional<AudioPrint> {
                         const auto found = kept.constFind(fid);

@@ -55,6 +55,32 @@ TEST_F(Finding, MarkedTracksAndThoseOfFoldersThatAreGoneAreMissing)
     EXPECT_EQ(find.foundCount(), 0);
 }
 
+TEST_F(Finding, TheLibraryIsReadBesideTheWindow)
+{
+    addMoved(u"a.mp3"_s, u"neu/a.mp3"_s, 1);
+    suite.engine->GiveAway(suite.dbName());
+    load();
+    EXPECT_EQ(find.failure(), QString());
+    ASSERT_EQ(find.tracks().size(), 1U);
+    search(music.path());
+    EXPECT_EQ(find.foundCount(), 1);
+    suite.engine->TakeBack(suite.dbName());
+}
+
+TEST_F(Finding, ALibraryThatCannotBeReadIsToldAndNothingIsMissing)
+{
+    addMoved(u"a.mp3"_s, u"neu/a.mp3"_s, 1);
+    settings->SetDbName(suite.file(u"none.mdb"_s));
+    load();
+    EXPECT_EQ(find.state(), FindAgain::State::Ready);
+    EXPECT_NE(find.failure(), QString());
+    EXPECT_TRUE(find.tracks().empty());
+    settings->SetDbName(suite.dbName());
+    load();
+    EXPECT_EQ(find.failure(), QString());
+    EXPECT_EQ(find.tracks().size(), 1U);
+}
+
 TEST_F(Finding, AFileThatAMappingLeadsToIsNotMissing)
 {
     music.write(u"Pop/a.mp3"_s, mp3(1));

@@ -165,5 +165,35 @@ TEST_F(FindWindow, ALibraryThatAnotherProgramHasIsNotWritten)
     EXPECT_EQ(placeOf(fid), old + u"a.mp3"_s);
 }
 
+TEST_F(FindWindow, TheLibraryIsKeptBeforeItIsWrittenAndLeftAloneWhenTheUserDoesNotGoOn)
+{
+    const QString fid = addMoved(u"a.mp3"_s, u"a.mp3"_s, 1);
+    open();
+    click(u"cmdSearch"_s);
+    bool goesOn = false;
+    QStringList places;
+    window->backUp = [&] {
+        EXPECT_FALSE(child<QPushButton>(u"cmdApply"_s)->isEnabled());
+        places.append(placeOf(fid));
+        return goesOn;
+    };
+    click(u"cmdApply"_s);
+    EXPECT_EQ(placeOf(fid), old + u"a.mp3"_s);
+    EXPECT_EQ(written, 0);
+    goesOn = true;
+    click(u"cmdApply"_s);
+    EXPECT_EQ(placeOf(fid), music.file(u"a.mp3"_s));
+    EXPECT_EQ(places, QStringList(2, old + u"a.mp3"_s));
+    EXPECT_EQ(written, 1);
+}
+
+TEST_F(FindWindow, ALibraryThatCannotBeReadIsTold)
+{
+    settings->SetDbName(suite.file(u"none.mdb"_s));
+    open();
+    EXPECT_NE(told(), QString());
+    EXPECT_FALSE(child<QPushButton>(u"cmdApply"_s)->isEnabled());
+}
+
 } // namespace
 } // namespace melovane

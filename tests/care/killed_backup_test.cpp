@@ -1,4 +1,4 @@
-// Programs that are killed while they make or restore a backup. Longer: tools/prove_backups.sh
+// Programs that are killed while they make or restore a backup. Longer: tools/prove_care.sh
 #include "care/backups.h"
 #include "platform/linux/zstd_archive.h"
 #include "platform/sqlite/engine/database_care.h"

@@ -197,6 +197,23 @@ TEST_F(Checked, TheFileOfAListThatIsGoneIsWrittenAgain)
     EXPECT_TRUE(suite.value(u"select sicherung from pl_name"_s).toBool());
 }
 
+TEST_F(Checked, NotesThatNoJobCanFollowAreToldAndRemovedAndTheOthersStay)
+{
+    for (const QString& job :
+         {u"db_edit (FID) values ('%1')"_s.arg(tracks.first()),
+          u"db_edit (FID) values ('000000000000')"_s, u"db_edit (FID) values (null)"_s,
+          u"ChangeTree (TreeName) values ('Album')"_s, u"ChangeTree (TreeName) values ('User5')"_s,
+          u"ChangeTree (TreeName) values ('Alcum')"_s, u"todo (ID, FID) values (101, 'a text')"_s,
+          u"todo (ID, FID) values (null, 'nobody')"_s}) {
+        suite.execute(u"insert into "_s + job);
+    }
+    EXPECT_EQ(found(), (Findings{{Flaw::JobUnknown, u"5"_s}}));
+    EXPECT_EQ(mended(), Findings());
+    EXPECT_EQ(suite.column(u"select FID from db_edit"_s), QStringList{tracks.first()});
+    EXPECT_EQ(suite.column(u"select TreeName from ChangeTree"_s), QStringList{u"Album"_s});
+    EXPECT_EQ(suite.column(u"select FID from todo"_s), QStringList{u"a text"_s});
+}
+
 TEST_F(Checked, AListWhoseFileStandsIsNotWrittenAgain)
 {
     suite.execute(u"update pl_name set sicherung=false, anzahl=3"_s);

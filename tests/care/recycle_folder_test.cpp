@@ -64,7 +64,7 @@ protected:
 
     [[nodiscard]] RemovedTrack removed(const QString& fid) const
     {
-        return tracksToRemove(*suite.open(), u"fid='%1'"_s.arg(fid)).at(0);
+        return tracksToRemove(*suite.open(), u"fid='%1'"_s.arg(fid), Dependencies::Go).at(0);
     }
 
     bool take(const QString& fid, RecycleFolder::Reason reason = RecycleFolder::Reason::Deleted)

@@ -78,6 +78,42 @@ TEST_F(RecyclerTest, OneFileComesBackWithItsRowsAndTheOthersStay)
     EXPECT_EQ(treesRebuilt, 1);
 }
 
+TEST_F(RecyclerTest, AListThatTheCleaningHasEmptiedComesBackWithItsGroupAndItsEntries)
+{
+    const QString one = addTrack({.DEL = -1});
+    const QString two = addTrack({.DEL = -1});
+    const int list = suite.library.addPlaylist(
+        {.Name = u"Keller"_s, .tracks = {one, two}, .Activ = false, .SID = 7});
+    const QString look = u"select Name & SID & '|' & anzahl & Activ from pl_name"_s;
+    const QStringList before = suite.column(look);
+    const QStringList groups = suite.column(u"select GRID & Name & SID from pl_group"_s);
+    clean();
+    ASSERT_EQ(count(u"pl_name"_s) + count(u"pl_group"_s), 0);
+    recycler.Show();
+    recycler.putBackAll();
+    EXPECT_EQ(suite.column(look), before);
+    EXPECT_EQ(suite.column(u"select GRID & Name & SID from pl_group"_s), groups);
+    EXPECT_EQ(suite.column(u"select fid from pl_all where pnid=%1 order by sid"_s.arg(list)),
+              (QStringList{one, two}));
+}
+
+TEST_F(RecyclerTest, AnotherListThatHasTheNumberOfAnEmptiedOneNowIsLeftAlone)
+{
+    const QString one = addTrack({.DEL = -1});
+    const QString two = addTrack({.DEL = -1});
+    const int list =
+        suite.library.addPlaylist({.Name = u"Keller"_s, .tracks = {one, two}, .Activ = false});
+    clean();
+    suite.clock.addSeconds(3600);
+    suite.execute(u"insert into pl_name (NID,GRID,Name,anzahl) values (%1,-1,'Neu',0)"_s.arg(list));
+    recycler.Show();
+    recycler.putBack({0});
+    recycler.putBackAll();
+    EXPECT_EQ(suite.column(u"select Name & anzahl from pl_name order by NID"_s),
+              (QStringList{u"Neu0"_s, u"Keller2"_s}));
+    EXPECT_EQ(count(u"pl_all where pnid=%1"_s.arg(list)), 0);
+}
+
 TEST_F(RecyclerTest, AllFilesComeBackAndNothingIsLeftOfThem)
 {
     addTrack({.DName = u"it's\n\"a\".mp3"_s, .DEL = -1}, u"Rock/"_s);

@@ -1,6 +1,8 @@
 #include "care/ber_db_fixture.h"
 #include "care/ui/recycler_dialog.h"
+#include "platform/qt/skin.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -15,7 +17,7 @@ class RecyclerWindowTest : public BerDbTest
 {
 protected:
     RecyclerWindowTest()
-        : window(texts)
+        : window(texts, skin)
         , logic({.engine = *suite.engine,
                  .settings = *settings,
                  .texts = texts,
@@ -43,6 +45,7 @@ protected:
         return window.findChild<QPushButton*>(name);
     }
 
+    Skin skin{*qobject_cast<QApplication*>(QCoreApplication::instance())};
     RecyclerDialog window;
     Recycler logic;
 };

@@ -1,4 +1,5 @@
 #include "intake/intake_fixture.h"
+#include "intake/moved_rows.h"
 
 #include <QDir>
 #include <QFile>
@@ -32,6 +33,28 @@ protected:
         return suite.value(u"select Path & DName from db_all where FID='%1'"_s.arg(fid)).toText();
     }
 };
+
+TEST_F(MovedFilesTest, RowsWhoseFileWasSeenOnceAreNotLookedForAgain)
+{
+    for (const QString& name : {u"a.mp3"_s, u"b.mp3"_s, u"c.mp3"_s}) {
+        suite.library.add({.Titel = u"Stille"_s, .DName = name, .DLen = 4000, .DTimeMsec = 900});
+    }
+    const auto database = suite.open();
+    QStringList looks;
+    MovedRows moved(*database, suite.files, [&looks](const QString& fid) {
+        looks.append(fid);
+        return false;
+    });
+    ImportedTrack track;
+    track.Titel = u"Stille"_s;
+    track.DLen = 4000;
+    track.DTimeMsec = 900;
+    for (int file = 0; file < 3; ++file) {
+        EXPECT_EQ(moved.of(track, std::nullopt), QStringList());
+    }
+    EXPECT_EQ(looks.size(), 3) << "one for each row";
+    EXPECT_EQ(looks.removeDuplicates(), 0);
+}
 
 TEST_F(MovedFilesTest, AFileThatLiesElsewhereKeepsItsRow)
 {

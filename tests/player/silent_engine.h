@@ -131,6 +131,7 @@ private:
         qint64 readyAt = 0;
         std::optional<Start> start;
         std::optional<qint64> endsAt;
+        int breaksAt = -1; ///< ms; -1 for never
         DeckReport report;
     };
 
@@ -157,18 +158,18 @@ private:
         DeckReport& report = place.report;
         if (report.state == DeckState::Loading && now >= place.readyAt) {
             const auto fault = broken.find(place.sound.file);
+            place.breaksAt = fault == broken.end() ? -1 : fault->second;
             report.state = DeckState::Ready;
             measure(place);
             report.positionMs = report.fromMs;
-            if ((fault != broken.end() && fault->second == 0) || report.toMs <= report.fromMs) {
+            if (place.breaksAt == 0 || report.toMs <= report.fromMs) {
                 report.state = DeckState::Failed;
                 report.fault = PlayFault::NoAudio;
             }
         } else if (report.state == DeckState::Playing) {
             report.positionMs += 1;
             report.remainingMs = std::max(0.0, report.toMs - report.positionMs);
-            const auto fault = broken.find(place.sound.file);
-            const bool breaksOff = fault != broken.end() && report.positionMs >= fault->second;
+            const bool breaksOff = place.breaksAt >= 0 && report.positionMs >= place.breaksAt;
             if (breaksOff) {
                 report.fault = PlayFault::NoAudio;
             }

@@ -122,8 +122,9 @@ protected:
     QStringList tempoSearches;
     QStringList fileTracks; ///< what dropped files hold
     std::function<void()> whileFilesAreRead;
-    QStringList folders;                    ///< places that are folders
-    std::vector<MlvPlaylistDetail> sampled; ///< entries that the sample tool got
+    QStringList folders;                                ///< places that are folders
+    std::vector<MlvPlaylistDetail> sampled;             ///< entries that the sample tool got
+    std::vector<std::pair<QString, QString>> rehearsed; ///< tracks of a transition
     QStringList insertedLists;
     bool listsHaveEntries = true;
     QStringList cueSearches;
@@ -143,7 +144,8 @@ protected:
          [this](const QString& cmd, const QString& fid, const QString& plid) {
              tempoSearches.append(cmd + u' ' + fid + u' ' + plid);
          },
-         [this] { return monitorFrame; }, [](const QString& file) { return file; },
+         [this] { return monitorFrame; },
+         [](const QString& file) { return file; },
          [this](const QString& place) { return folders.contains(place); },
          [this](const QStringList&) {
              if (whileFilesAreRead) {
@@ -151,7 +153,8 @@ protected:
              }
              return fileTracks;
          },
-         [](const QString&, const GridControl&) {}, [](const QString&, GridControl&) {},
+         [](const QString&, const GridControl&) {},
+         [](const QString&, GridControl&) {},
          [this](const QStringList& files, Pnid target, std::optional<Sid> place, int aktion) {
              insertedLists.append(
                  QStringLiteral("%1 into %2 at %3 as %4")
@@ -165,6 +168,11 @@ protected:
          [this](const QString& file, int withinMs, int loudness) {
              cueSearches.append(QStringLiteral("%1 %2 %3").arg(file).arg(withinMs).arg(loudness));
              return cues;
+         },
+         {},
+         {},
+         [this](const MlvPlaylistDetail& from, const MlvPlaylistDetail& to) {
+             rehearsed.emplace_back(from.FID, to.FID);
          }}};
 };
 

@@ -308,6 +308,29 @@ TEST_F(PlaylistView, TheSampleToolGetsTheCurrentEntryUnlessTheMenuWasTheLibrarys
     EXPECT_EQ(sampled[0].FID, u"800000000002"_s);
 }
 
+TEST_F(PlaylistView, ATransitionIsRehearsedIntoTheEntryBelowAndBehindTheLastIntoTheFirst)
+{
+    openList(3);
+    view.toolPressed(u"play.mix"_s);
+    EXPECT_TRUE(rehearsed.empty()) << "no row, no transition";
+    stand(1);
+    view.toolPressed(u"play.mix"_s);
+    stand(2);
+    view.toolPressed(u"play.mix"_s);
+    ASSERT_EQ(rehearsed.size(), 2U);
+    EXPECT_EQ(rehearsed[0], std::pair(u"800000000002"_s, u"800000000003"_s));
+    EXPECT_EQ(rehearsed[1], std::pair(u"800000000003"_s, u"800000000001"_s));
+}
+
+TEST_F(PlaylistView, TheOnlyEntryOfAListHasNoTransition)
+{
+    openList(1);
+    stand(0);
+    view.toolPressed(u"play.mix"_s);
+    EXPECT_TRUE(rehearsed.empty());
+    EXPECT_EQ(sentOf(u"show.statustext"_s).size(), 1);
+}
+
 TEST_F(PlaylistView, StartAndStopOfTheSampleToolAreTakenAndCanBeUndone)
 {
     openList(2);

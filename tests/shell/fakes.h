@@ -119,9 +119,17 @@ public:
 
     [[nodiscard]] QRect place() const override { return rect; }
 
-    void setPlace(const QRect& place) override { rect = place; }
+    void setPlace(const QRect& place) override
+    {
+        rect = place;
+        isOuter = false;
+    }
 
-    void setOuterPlace(const QRect& place) override { rect = place; }
+    void setOuterPlace(const QRect& place) override
+    {
+        rect = place;
+        isOuter = true;
+    }
 
     [[nodiscard]] bool isMaximisedNow() const override { return maximised; }
 
@@ -152,6 +160,7 @@ public:
     QString caption;
     QSize leastSize;
     QRect rect{10, 20, 1000, 700};
+    bool isOuter = false; ///< the place was told with the frame
     QRect area{0, 0, 1600, 1000};
     QRect second; ///< another screen, when there is one
     bool maximised = false;

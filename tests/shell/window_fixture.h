@@ -366,7 +366,8 @@ struct WindowFixture : public testing::Test
           [this] { onLibrarySave(); }, noted(QStringLiteral("forget searches")),
           [this](const QString& text) { log.append(QStringLiteral("find ") + text); }},
          {[this] { return shownPnid; }, [this] { return currentPlid; }, [] {}, [] {}, [] {}, [] {},
-          noted(QStringLiteral("import lists")), noted(QStringLiteral("save active list"))},
+          noted(QStringLiteral("import lists")), noted(QStringLiteral("save active list")),
+          [this](const QString& key) { log.append(QStringLiteral("playlist press ") + key); }},
          {noted(QStringLiteral("info")), noted(QStringLiteral("ask genre")),
           [this] {
               log.append(QStringLiteral("edit layout"));

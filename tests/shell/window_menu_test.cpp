@@ -410,6 +410,18 @@ TEST_F(ContextMenuTest, TheMenuOfAnEntryOffersWhatIsDoneToItsWholeList)
     EXPECT_EQ(after(u"ToAktivPlaylist"_s), QStringList{u"bus ToAktivPlaylist"_s});
 }
 
+TEST_F(ContextMenuTest, TheMenuOfAnEntryRehearsesItsTransition)
+{
+    EXPECT_FALSE(menus.visible.value(u"mnuRow_play.mix"_s)) << "not in the library";
+    EXPECT_EQ(after(u"play.mix"_s), QStringList());
+    others.SendMessage(u"show.context.menu.playlist"_s, kFid);
+    taken();
+    EXPECT_TRUE(menus.visible.value(u"mnuRow_play.mix"_s));
+    EXPECT_EQ(menus.captions.value(u"mnuRow_play.mix"_s),
+              u"Übergang zum nächsten Titel vorhören"_s);
+    EXPECT_EQ(after(u"play.mix"_s), QStringList{u"playlist press play.mix"_s});
+}
+
 TEST_F(ContextMenuTest, MoreOfTheSameSearchesTheWholeLibrary)
 {
     ASSERT_EQ(menus.more.size(), 1U);

@@ -65,6 +65,7 @@ TEST_F(MlvdbTest, OverAnEmptyLibraryTheWindowTakesTwoThirdsOfTheScreenAndAlwaysF
         window.area = QRect(0, 0, numbers[0].toInt(), numbers[1].toInt());
         activate(0);
         EXPECT_EQ(window.rect.size(), expected) << screen.toStdString();
+        EXPECT_TRUE(window.isOuter) << "its title bar lies on the screen, too";
     }
 }
 
@@ -73,6 +74,7 @@ TEST_F(MlvdbTest, WithTracksTheWindowTakesItsStoredPlace)
     store(100, 50, 900, 600, 0);
     activate(1);
     EXPECT_EQ(window.rect, QRect(100, 50, 900, 600));
+    EXPECT_FALSE(window.isOuter) << "stored without its frame";
     EXPECT_EQ(processes.commands.filter(u"mediaintake"_s), QStringList());
 }
 

@@ -22,6 +22,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QTabBar>
 #include <QTest>
@@ -114,6 +115,16 @@ TEST_F(TagBenchWindow, NoFieldOfTheCommonValuesIsCutOffAtTheSide)
     EXPECT_GE(scroll->viewport()->width(), scroll->widget()->minimumSizeHint().width());
     window->resize(window->minimumSizeHint());
     EXPECT_LE(scroll->widget()->width(), scroll->viewport()->width());
+}
+
+TEST_F(TagBenchWindow, ATitleBarHasRoomOnTheScreen)
+{
+    open();
+    const QRect area = window->screen()->availableGeometry();
+    ASSERT_GE(window->height(), area.height() * 8 / 10) << "it fills the screen of this test";
+    constexpr int kTitleBar = 40;
+    EXPECT_GT(window->pos().y(), area.top());
+    EXPECT_LE(window->pos().y() + kTitleBar + window->height(), area.bottom());
 }
 
 TEST_F(TagBenchWindow, AFieldChangesAllMarkedTracksWhenItIsAppliedByMouse)

@@ -1,13 +1,13 @@
 #include "care/ui/backups_dialog.h"
 
 #include "care/backup_desk.h"
+#include "care/ui/care_parts.h"
 #include "config/config_objects.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -114,6 +114,7 @@ BackupsDialog::BackupsDialog(BackupDesk& desk, const Skin& skin, const IconSet& 
 void BackupsDialog::makeList()
 {
     m_list->setObjectName(u"lstBackups"_s);
+    careparts::setGridHeads(*m_list, m_skin);
     m_list->setAccessibleName(windowTitle());
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
@@ -125,7 +126,6 @@ void BackupsDialog::makeList()
         captions.append(m_desk.texts().text(look.caption));
     }
     m_list->setHeaderLabels(captions);
-    m_list->header()->setSectionsMovable(false);
     int width = 0;
     const int letter = fontMetrics().averageCharWidth();
     for (int index = 0; index < int(kColumns.size()); ++index) {
@@ -133,7 +133,8 @@ void BackupsDialog::makeList()
         width += kColumns[size_t(index)].letters * letter;
     }
     for (const int index : {kSize, kTracks, kLists}) {
-        m_list->headerItem()->setTextAlignment(index, Qt::AlignRight | Qt::AlignVCenter);
+        m_list->headerItem()->setData(index, Qt::TextAlignmentRole,
+                                      int(Qt::AlignRight | Qt::AlignVCenter));
     }
     m_list->setMinimumWidth(width + fontMetrics().height() * 2);
     m_list->setMinimumHeight(fontMetrics().height() * (kRows + 2) * 3 / 2);
@@ -223,7 +224,10 @@ void BackupsDialog::addRow(const Backup& backup)
     for (const int index : {kSize, kTracks, kLists}) {
         item->setTextAlignment(index, Qt::AlignRight | Qt::AlignVCenter);
     }
-    if (backup.occasion != BackupOccasion::Cleaning && backup.occasion != BackupOccasion::Restore) {
+    const bool isBeforeWork = backup.occasion != BackupOccasion::Daily &&
+                              backup.occasion != BackupOccasion::ByHand &&
+                              backup.occasion != BackupOccasion::Upgrade;
+    if (!isBeforeWork) {
         item->setForeground(kOccasion, m_skin.theme().qcolor(ThemeRole::TextSecond));
     }
 }

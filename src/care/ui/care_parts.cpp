@@ -2,9 +2,11 @@
 
 #include "platform/qt/data_grid.h"
 #include "platform/qt/elided_label.h"
+#include "platform/qt/grid_header.h"
 
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTreeWidget>
 
 namespace melovane::careparts {
 
@@ -50,6 +52,15 @@ DataGrid* makeGrid(const QString& name,
     grid->setDragEnabled(false);
     grid->setSortButtons(false);
     return grid;
+}
+
+void setGridHeads(QTreeWidget& list, const Skin& skin)
+{
+    auto* heads = new GridHeader(skin, &list);
+    list.setHeader(heads);
+    heads->setSectionsMovable(false);
+    heads->setSectionsClickable(false);
+    heads->setStretchLastSection(true);
 }
 
 } // namespace melovane::careparts

@@ -5,6 +5,7 @@
 class QLabel;
 class QProgressBar;
 class QPushButton;
+class QTreeWidget;
 class QWidget;
 
 namespace melovane {
@@ -31,6 +32,9 @@ namespace careparts {
                                  const Skin& skin,
                                  const IconSet& icons,
                                  QWidget* parent);
+
+/// Gives a list the column heads that grids have. Columns stay where they are, and no click sorts.
+void setGridHeads(QTreeWidget& list, const Skin& skin);
 
 } // namespace careparts
 

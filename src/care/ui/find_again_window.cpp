@@ -8,15 +8,12 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/panel.h"
 #include "platform/qt/split_panel.h"
-#include "platform/system/timers.h"
 
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QProgressBar>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 namespace melovane {
@@ -28,12 +25,8 @@ using careparts::makeLabel;
 
 namespace {
 
-/// Size of the window in letters and lines, at first.
-constexpr int kWidth = 190;
+/// Height of the window in lines, at first.
 constexpr int kHeight = 34;
-
-/// How often the progress of the other thread is shown.
-constexpr std::chrono::milliseconds kProgress{100};
 
 QLabel* makeHeading(const QString& text, QWidget* parent)
 {
@@ -53,18 +46,11 @@ FindAgainWindow::FindAgainWindow(const Skin& skin,
                                  const ConfigObjects& texts,
                                  MessageLoop& loop,
                                  QWidget* parent)
-    : QDialog(parent)
+    : CareWindow(u"FindAgainWindow"_s, texts.text(u"find.title"_s), kHeight, texts, loop, parent)
     , m_find(find)
-    , m_texts(texts)
-    , m_loop(loop)
     , m_ruleRows(find, texts)
     , m_trackRows(find, texts)
-    , m_timer(loop.makeTimer(kProgress, [this] { showProgress(); }))
 {
-    setObjectName(u"FindAgainWindow"_s);
-    setWindowFlags(Qt::Window);
-    setWindowModality(Qt::ApplicationModal);
-    setWindowTitle(texts.text(u"find.title"_s));
     chooseFolder = [&texts](QWidget* owner) {
         return QFileDialog::getExistingDirectory(owner, texts.text(u"find.search"_s));
     };
@@ -77,12 +63,14 @@ FindAgainWindow::FindAgainWindow(const Skin& skin,
     column->setSpacing(0);
     buildHead(*column, icons);
     buildGrids(*column, skin, icons);
-    buildFooter(*column);
+    m_remember = new QCheckBox(texts.text(u"find.remember"_s), this);
+    m_remember->setObjectName(u"checkRemember"_s);
+    m_remember->setToolTip(texts.text(u"find.remember.tip"_s));
+    m_remember->setChecked(true);
+    m_apply = makeButton(u"cmdApply"_s, texts.text(u"find.apply"_s), this);
+    buildFooter(*column, m_remember, m_apply, [this] { apply(); });
     connectGrids();
     find.changed = [this] { showRules(); };
-    const QSize wanted(fontMetrics().averageCharWidth() * kWidth,
-                       fontMetrics().lineSpacing() * kHeight);
-    resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
     m_search->setFocus();
     showRules();
 }
@@ -97,10 +85,11 @@ void FindAgainWindow::buildHead(QVBoxLayout& column, const IconSet& icons)
     auto* row = new QHBoxLayout;
     const int line = fontMetrics().height();
     row->setContentsMargins(line, line * 2 / 3, line, line * 2 / 3);
+    row->setSpacing(line * 2 / 3);
     m_sentence = makeLabel(u"lblSentence"_s, this);
-    m_show = makeButton(u"cmdShow"_s, m_texts.text(u"find.show"_s), this);
-    m_show->setToolTip(m_texts.text(u"find.show.tip"_s));
-    m_search = makeButton(u"cmdSearch"_s, m_texts.text(u"find.search"_s), this);
+    m_show = makeButton(u"cmdShow"_s, texts().text(u"find.show"_s), this);
+    m_show->setToolTip(texts().text(u"find.show.tip"_s));
+    m_search = makeButton(u"cmdSearch"_s, texts().text(u"find.search"_s), this);
     m_search->setIcon(icons.icon(u"folder"_s));
     row->addWidget(m_sentence, 1);
     row->addWidget(m_show);
@@ -118,62 +107,34 @@ void FindAgainWindow::buildGrids(QVBoxLayout& column, const Skin& skin, const Ic
 {
     auto* left = new Panel(skin, this);
     m_found = makeLabel(u"lblFound"_s, left, true);
-    m_byHand = makeButton(u"cmdByHand"_s, m_texts.text(u"find.byhand"_s), left);
+    m_byHand = makeButton(u"cmdByHand"_s, texts().text(u"find.byhand"_s), left);
     m_byHand->setIcon(icons.icon(u"add"_s));
     m_byHand->setFlat(true);
-    m_byHand->setToolTip(m_texts.text(u"find.byhand.tip"_s));
-    left->toolRow()->addWidget(makeHeading(m_texts.text(u"find.rules"_s), left));
+    m_byHand->setToolTip(texts().text(u"find.byhand.tip"_s));
+    left->toolRow()->addWidget(makeHeading(texts().text(u"find.rules"_s), left));
     left->toolRow()->addWidget(m_byHand);
     left->toolRow()->addStretch(1);
     left->toolRow()->addWidget(m_found);
-    m_rules = makeGrid(u"TDBGridRules"_s, m_texts.text(u"find.rules"_s), skin, icons, left);
+    m_rules = makeGrid(u"TDBGridRules"_s, texts().text(u"find.rules"_s), skin, icons, left);
     m_rules->setSource(m_ruleRows, m_ruleRows, m_ruleRows.columns());
-    m_rules->setEmptyNote({m_texts.text(u"find.none"_s), {}, {}});
+    m_rules->setEmptyNote({texts().text(u"find.none"_s), {}, {}});
     left->setView(m_rules);
     auto* right = new Panel(skin, this);
     m_previewFolder = makeLabel(u"lblPreview"_s, right, true);
     m_previewCount = makeLabel(u"lblTracks"_s, right, true);
-    right->toolRow()->addWidget(makeHeading(m_texts.text(u"find.preview"_s), right));
+    right->toolRow()->addWidget(makeHeading(texts().text(u"find.preview"_s), right));
     right->toolRow()->addWidget(m_previewFolder, 1);
     right->toolRow()->addWidget(m_previewCount);
-    m_tracks = makeGrid(u"TDBGridTracks"_s, m_texts.text(u"find.preview"_s), skin, icons, right);
+    m_tracks = makeGrid(u"TDBGridTracks"_s, texts().text(u"find.preview"_s), skin, icons, right);
     m_tracks->setSource(m_trackRows, m_trackRows, m_trackRows.columns());
     m_tracks->setEmptyNote(
-        {m_texts.text(u"find.empty.title"_s), m_texts.text(u"find.empty.text"_s), {}});
+        {texts().text(u"find.empty.title"_s), texts().text(u"find.empty.text"_s), {}});
     right->setView(m_tracks);
     auto* both = new SplitPanel(Qt::Horizontal, this);
     both->addWidget(left);
     both->addWidget(right);
-    both->setPosition(500);
+    both->setPosition(520);
     column.addWidget(both, 1);
-}
-
-void FindAgainWindow::buildFooter(QVBoxLayout& column)
-{
-    auto* footer = new QWidget(this);
-    footer->setObjectName(u"StatusBar1"_s);
-    footer->setAttribute(Qt::WA_StyledBackground);
-    auto* row = new QHBoxLayout(footer);
-    row->setContentsMargins(14, 8, 14, 8);
-    m_remember = new QCheckBox(m_texts.text(u"find.remember"_s), footer);
-    m_remember->setObjectName(u"checkRemember"_s);
-    m_remember->setToolTip(m_texts.text(u"find.remember.tip"_s));
-    m_remember->setChecked(true);
-    m_told = makeLabel(u"lblTold"_s, footer, true);
-    m_told->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_progress = careparts::makeProgress(footer);
-    m_cancel = makeButton(u"cmdAbbruch"_s, m_texts.text(u"find.close"_s), footer);
-    m_apply = makeButton(u"cmdApply"_s, m_texts.text(u"find.apply"_s), footer);
-    row->addWidget(m_remember);
-    row->addSpacing(12);
-    row->addWidget(m_told, 1);
-    row->addWidget(m_progress);
-    row->addSpacing(12);
-    row->addWidget(m_cancel);
-    row->addWidget(m_apply);
-    column.addWidget(footer);
-    connect(m_cancel, &QPushButton::clicked, this, &FindAgainWindow::reject);
-    connect(m_apply, &QPushButton::clicked, this, &FindAgainWindow::apply);
 }
 
 void FindAgainWindow::connectGrids()
@@ -198,19 +159,15 @@ void FindAgainWindow::connectGrids()
 
 void FindAgainWindow::load()
 {
-    try {
-        m_find.load();
-    } catch (const DbError& error) {
-        m_told->setText(m_texts.text(u"find.failed"_s, error.text()));
-    }
+    m_find.load();
 }
 
 /// The rules are others, or another state goes on.
 void FindAgainWindow::showRules()
 {
     const FindAgain::State state = m_find.state();
+    followWork(state != FindAgain::State::Ready);
     if (state == FindAgain::State::Ready) {
-        m_timer->stop();
         const bool wasRunning = m_shown != FindAgain::State::Ready;
         m_ruleRows.show(false);
         const qint64 row = std::clamp<qint64>(m_rules->currentRow(), 0, m_ruleRows.rowCount());
@@ -222,7 +179,6 @@ void FindAgainWindow::showRules()
             m_rules->focus();
         }
     } else {
-        m_timer->start();
         m_trackRows.show(-1, false);
     }
     const bool isLoaded = state == FindAgain::State::Ready && m_shown == FindAgain::State::Loading;
@@ -240,7 +196,7 @@ void FindAgainWindow::showPreview(qint64 rule)
     m_trackRows.show(isThere ? int(rule) : -1, false);
     const FoundRule* const shown = isThere ? &m_find.rules()[size_t(rule)] : nullptr;
     m_previewFolder->setText(shown ? shown->oldFolder : QString());
-    m_previewCount->setText(shown ? m_texts.text(u"find.tracks"_s, qint64(shown->tracks.size()))
+    m_previewCount->setText(shown ? texts().text(u"find.tracks"_s, qint64(shown->tracks.size()))
                                   : QString());
     if (shown) {
         m_tracks->goToRow(0, 0);
@@ -250,17 +206,19 @@ void FindAgainWindow::showPreview(qint64 rule)
 
 void FindAgainWindow::showState()
 {
-    const bool isReady = m_find.state() == FindAgain::State::Ready && !m_isWriting;
+    const bool isReady = m_find.state() == FindAgain::State::Ready && !isWriting();
     const int missing = int(m_find.tracks().size());
     const int chosen = m_find.chosenCount();
     m_sentence->setText(m_find.state() == FindAgain::State::Loading
-                            ? m_texts.text(u"find.loading"_s)
-                        : missing == 0 ? m_texts.text(u"find.none"_s)
-                                       : countedText(m_texts, u"find.missing"_s, missing));
+                            ? texts().text(u"find.loading"_s)
+                        : missing == 0 ? texts().text(u"find.none"_s)
+                                       : countedText(texts(), u"find.missing"_s, missing));
     m_found->setText(missing == 0 ? QString()
-                                  : m_texts.text(u"find.found"_s, m_find.foundCount(), missing));
-    if (isReady && m_find.foundCount() > 0) {
-        m_told->setText(countedText(m_texts, u"find.chosen"_s, chosen, missing - chosen));
+                                  : texts().text(u"find.found"_s, m_find.foundCount(), missing));
+    if (isReady && !m_find.failure().isEmpty()) {
+        tell(texts().text(u"find.failed"_s, m_find.failure()));
+    } else if (isReady && m_find.foundCount() > 0) {
+        tell(countedText(texts(), u"find.chosen"_s, chosen, missing - chosen));
     }
     m_search->setEnabled(isReady && missing > 0);
     m_show->setEnabled(isReady && m_trackRows.at(m_tracks->currentRow()) != nullptr);
@@ -270,17 +228,16 @@ void FindAgainWindow::showState()
     m_remember->setEnabled(isReady);
     m_apply->setEnabled(isReady && chosen > 0);
     m_apply->setDefault(m_apply->isEnabled());
-    m_progress->setVisible(!isReady);
-    m_cancel->setText(m_texts.text(isReady ? u"find.close"_s : u"find.cancel"_s));
+    showReady(isReady);
 }
 
 void FindAgainWindow::showProgress()
 {
-    m_progress->setRange(0, 0);
+    setProgress(0, 0);
     const auto [met, read] = m_find.progress();
-    m_told->setText(m_find.state() == FindAgain::State::Searching
-                        ? m_texts.text(u"find.searching"_s, met, read)
-                        : QString());
+    tell(m_find.state() == FindAgain::State::Searching
+             ? texts().text(u"find.searching"_s, met, read)
+             : QString());
 }
 
 void FindAgainWindow::toggleRule(qint64 row)
@@ -324,60 +281,43 @@ void FindAgainWindow::showFile()
     }
 }
 
-bool FindAgainWindow::goOn(int done, int size)
-{
-    m_told->setText(m_texts.text(u"find.applying"_s, done, size));
-    m_progress->setRange(0, size);
-    m_progress->setValue(done);
-    m_loop.turn();
-    return !m_isCancelled;
-}
-
 void FindAgainWindow::apply()
 {
-    const QString reason = whyNotNow ? whyNotNow() : QString();
-    if (!reason.isEmpty()) {
-        m_told->setText(reason);
+    if (!beginWriting()) {
         return;
     }
-    m_isWriting = true;
-    m_isCancelled = false;
-    showState();
     QString said;
     try {
-        const FindAgain::Outcome outcome = m_find.apply(
-            m_remember->isChecked(), [this](int done, int size) { return goOn(done, size); });
+        const FindAgain::Outcome outcome =
+            m_find.apply(m_remember->isChecked(), [this](int done, int size) {
+                tell(texts().text(u"find.applying"_s, done, size));
+                return goOn(done, size);
+            });
         if (!outcome.rows.isCancelled) {
             said = outcome.rows.left == 0
-                       ? countedText(m_texts, u"find.done"_s, outcome.rows.moved)
-                       : m_texts.text(u"find.done.left"_s, outcome.rows.moved, outcome.rows.left);
+                       ? countedText(texts(), u"find.done"_s, outcome.rows.moved)
+                       : texts().text(u"find.done.left"_s, outcome.rows.moved, outcome.rows.left);
             if (!outcome.isRemembered) {
-                said += u". "_s + m_texts.text(u"find.notremembered"_s);
+                said += u". "_s + texts().text(u"find.notremembered"_s);
             }
         }
         if (outcome.rows.moved > 0 && whenWritten) {
             whenWritten();
         }
     } catch (const DbError& error) {
-        said = m_texts.text(u"find.failed"_s, error.text());
+        said = texts().text(u"find.failed"_s, error.text());
     }
-    m_isWriting = false;
-    showState();
+    endWriting();
     if (!said.isEmpty()) {
-        m_told->setText(said);
+        tell(said);
     }
 }
 
-void FindAgainWindow::reject()
+bool FindAgainWindow::endWork()
 {
-    if (m_isWriting) {
-        m_isCancelled = true;
-    } else if (m_find.state() == FindAgain::State::Searching) {
-        m_find.cancel();
-    } else {
-        m_find.cancel();
-        QDialog::reject();
-    }
+    const bool isSearching = m_find.state() == FindAgain::State::Searching;
+    m_find.cancel();
+    return isSearching;
 }
 
 } // namespace melovane

@@ -2,15 +2,10 @@
 
 #include "care/find_again.h"
 #include "care/found_look.h"
-
-#include <QDialog>
-
-#include <functional>
-#include <memory>
+#include "care/ui/care_window.h"
 
 class QCheckBox;
 class QLabel;
-class QProgressBar;
 class QPushButton;
 class QVBoxLayout;
 
@@ -18,14 +13,12 @@ namespace melovane {
 
 class DataGrid;
 class IconSet;
-class MessageLoop;
 class Panel;
 class Skin;
-class Timer;
 
 /// The window that finds missing files again: rules on the left, what each of them does on the
 /// right. Nothing is written before "Übernehmen".
-class FindAgainWindow : public QDialog
+class FindAgainWindow : public CareWindow
 {
     Q_OBJECT
 
@@ -44,28 +37,18 @@ public:
     /// The same for a file.
     std::function<QString(QWidget*)> chooseFile;
 
-    /// Why the library must not be written now, in the user's words; empty when it may be.
-    std::function<QString()> whyNotNow;
-    /// Called behind each change of the library.
-    std::function<void()> whenWritten;
-
     /// Looks up what is missing; says why when that fails.
     void load();
 
-    /// Escape: ends what goes on, else closes.
-    void reject() override;
-
 private:
+    void showState() override;
+    void showProgress() override;
+    [[nodiscard]] bool endWork() override;
     void buildHead(QVBoxLayout& column, const IconSet& icons);
     void buildGrids(QVBoxLayout& column, const Skin& skin, const IconSet& icons);
-    void buildFooter(QVBoxLayout& column);
     void connectGrids();
     void apply();
-    /// Called by the writing between its steps.
-    [[nodiscard]] bool goOn(int done, int size);
     void showRules();
-    void showState();
-    void showProgress();
     void showPreview(qint64 rule);
     void toggleRule(qint64 row);
     void toggleTrack(qint64 row);
@@ -73,8 +56,6 @@ private:
     void showFile();
 
     FindAgain& m_find;
-    const ConfigObjects& m_texts;
-    MessageLoop& m_loop;
     RuleRows m_ruleRows;
     FoundRows m_trackRows;
     QLabel* m_sentence;
@@ -87,14 +68,8 @@ private:
     DataGrid* m_rules;
     DataGrid* m_tracks;
     QCheckBox* m_remember;
-    QLabel* m_told;
-    QProgressBar* m_progress;
-    QPushButton* m_cancel;
     QPushButton* m_apply;
-    std::unique_ptr<Timer> m_timer;
     FindAgain::State m_shown = FindAgain::State::Ready;
-    bool m_isWriting = false;
-    bool m_isCancelled = false;
 };
 
 } // namespace melovane

@@ -1,8 +1,8 @@
 #include "care/ui/recycler_dialog.h"
 
+#include "care/ui/care_parts.h"
 #include "config/config_objects.h"
 
-#include <QHeaderView>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -32,7 +32,7 @@ constexpr int kWidths[] = {34, 44, 24};
 
 } // namespace
 
-RecyclerDialog::RecyclerDialog(const ConfigObjects& texts)
+RecyclerDialog::RecyclerDialog(const ConfigObjects& texts, const Skin& skin)
     : DialogFrame(u"frmRecycler"_s)
     , m_list(new QTreeWidget(this))
     , m_step(new QLabel(this))
@@ -43,6 +43,7 @@ RecyclerDialog::RecyclerDialog(const ConfigObjects& texts)
 {
     setWindowTitle(texts.text(u"mnuRecycler"_s).remove(u" ..."_s));
     column()->addWidget(new QLabel(texts.text(u"care.recycler.lead"_s), this));
+    careparts::setGridHeads(*m_list, skin);
     makeList(texts);
     makeProgress();
     setKeys(m_cancel, m_cancel);

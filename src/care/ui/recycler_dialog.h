@@ -9,13 +9,16 @@ class QTreeWidget;
 
 namespace melovane {
 
+class Skin;
+
 /// The dialog of the recycle folders; made for one showing.
 class RecyclerDialog : public DialogFrame, public RecyclerForm
 {
     Q_OBJECT
 
 public:
-    explicit RecyclerDialog(const ConfigObjects& texts);
+    /// \param skin outlives the dialog
+    RecyclerDialog(const ConfigObjects& texts, const Skin& skin);
 
     /// \param logic outlives the showing
     void attach(Recycler& logic);

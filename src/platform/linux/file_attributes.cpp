@@ -3,6 +3,7 @@
 #include "platform/linux/tag_file.h"
 
 #include <QByteArray>
+#include <QList>
 
 #include <sys/xattr.h>
 

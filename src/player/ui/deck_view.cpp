@@ -66,6 +66,15 @@ void DeckView::setFace(const DeckFace& face)
     update();
 }
 
+void DeckView::setShape(const QString& file, const SoundShape& shape)
+{
+    if (file == m_face.file) {
+        m_shapeFile = file;
+        m_shape = shape;
+        update();
+    }
+}
+
 QSize DeckView::sizeHint() const
 {
     return {fontMetrics().averageCharWidth() * 46, fontMetrics().height() * 9};
@@ -96,7 +105,20 @@ void DeckView::paintEvent(QPaintEvent*)
                           ? QFontMetrics(sized(font(), 3.0, true)).height()
                           : 0;
     paintTimes(painter, QRect(left.left(), place.top() - gap / 2 - times, left.width(), times));
-    paintTexts(painter, left.adjusted(0, 0, 0, -(place.height() + gap / 2 + times)));
+    const int texts = fontMetrics().height() * 4;
+    paintTexts(painter, QRect(left.left(), left.top(), left.width(), texts));
+    const QRect middle(left.left(), left.top() + texts, left.width(),
+                       place.top() - gap / 2 - times - left.top() - texts);
+    if (middle.height() > fontMetrics().height()) {
+        paintShape(painter, middle);
+    }
+}
+
+/// Readable on either ground.
+QColor DeckView::secondText() const
+{
+    return m_skin.theme().qcolor(m_face.isOnAir ? ThemeRole::TextSecondSelected
+                                                : ThemeRole::TextSecond);
 }
 
 void DeckView::paintTexts(QPainter& painter, const QRect& area) const
@@ -124,7 +146,7 @@ void DeckView::paintTexts(QPainter& painter, const QRect& area) const
     line = QRect(area.left(), line.bottom() + 1, area.width(), fontMetrics().height());
     if (line.bottom() <= area.bottom() + fontMetrics().height()) {
         painter.setFont(font());
-        painter.setPen(theme.qcolor(ThemeRole::TextSecond));
+        painter.setPen(secondText());
         painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
                          fontMetrics().elidedText(m_face.artist, Qt::ElideRight, line.width()));
     }
@@ -143,9 +165,32 @@ void DeckView::paintTimes(QPainter& painter, const QRect& area) const
     painter.drawText(area, Qt::AlignRight | Qt::AlignBottom,
                      (m_face.isOnAir ? u"-"_s : QString()) + tenths(left));
     painter.setFont(sized(font(), 1.4, false));
-    painter.setPen(theme.qcolor(ThemeRole::TextSecond));
+    painter.setPen(secondText());
     painter.drawText(area.adjusted(0, 0, 0, -fontMetrics().descent()),
                      Qt::AlignLeft | Qt::AlignBottom, timeText(m_face.elapsedMs));
+}
+
+/// The entry from its start to its end; what was heard is dimmed.
+void DeckView::paintShape(QPainter& painter, const QRect& area) const
+{
+    if (!hasShape() || m_face.lengthMs <= 0) {
+        return;
+    }
+    const Theme& theme = m_skin.theme();
+    const double from = m_face.fromMs * SoundShape::kPerSecond / 1000;
+    const double to = (m_face.fromMs + m_face.lengthMs) * SoundShape::kPerSecond / 1000;
+    const std::vector<ShapeBin> columns = reduceShape(m_shape, from, to, area.width());
+    const double heard = area.width() * m_face.elapsedMs / m_face.lengthMs;
+    const double middle = area.center().y() + 0.5;
+    const double scale = area.height() / 256.0;
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    for (size_t x = 0; x < columns.size(); ++x) {
+        painter.setPen(
+            theme.qcolor(double(x) < heard ? ThemeRole::TextDisabled : ThemeRole::Accent));
+        painter.drawLine(QPointF(area.left() + double(x), middle - columns[x].high * scale),
+                         QPointF(area.left() + double(x), middle - columns[x].low * scale));
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
 }
 
 void DeckView::paintBars(QPainter& painter, const QRect& place, const QRect& level) const

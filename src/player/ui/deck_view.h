@@ -1,6 +1,7 @@
 #pragma once
 
 #include "player/player_desk.h"
+#include "player/sound_shape.h"
 
 #include <QWidget>
 
@@ -21,6 +22,14 @@ public:
     /// Paints only what is another now.
     void setFace(const DeckFace& face);
 
+    /// The shape of a file; that of another than the deck holds is passed over.
+    void setShape(const QString& file, const SoundShape& shape);
+
+    [[nodiscard]] bool hasShape() const
+    {
+        return m_shapeFile == m_face.file && !m_shape.bins.empty();
+    }
+
     [[nodiscard]] const DeckFace& face() const { return m_face; }
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -30,13 +39,17 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    [[nodiscard]] QColor secondText() const;
     void paintTexts(QPainter& painter, const QRect& area) const;
     void paintTimes(QPainter& painter, const QRect& area) const;
+    void paintShape(QPainter& painter, const QRect& area) const;
     void paintBars(QPainter& painter, const QRect& place, const QRect& level) const;
 
     const Skin& m_skin;
     const ConfigObjects& m_texts;
     DeckFace m_face;
+    QString m_shapeFile;
+    SoundShape m_shape;
 };
 
 } // namespace melovane

@@ -56,6 +56,7 @@ PlayerWindow::PlayerWindow(PlayerDesk& desk,
     m_upcoming->setAccessibleName(texts.text(u"air.upcoming"));
     m_upcoming->setFocusPolicy(Qt::NoFocus);
     m_upcoming->setSelectionMode(QAbstractItemView::NoSelection);
+    m_upcoming->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     QFont large = m_upcoming->font();
     large.setPointSizeF(large.pointSizeF() * 1.2);
     m_upcoming->setFont(large);
@@ -198,6 +199,18 @@ void PlayerWindow::refreshLists()
         m_pads[pad]->setToolTip(title);
         m_pads[pad]->setEnabled(!title.isEmpty());
     }
+}
+
+void PlayerWindow::setShape(const QString& file, const SoundShape& shape)
+{
+    for (DeckView* const deck : m_decks) {
+        deck->setShape(file, shape);
+    }
+}
+
+QString PlayerWindow::shapeless(int deck) const
+{
+    return m_decks[deck]->hasShape() ? QString() : m_decks[deck]->face().file;
 }
 
 void PlayerWindow::setHint(const QString& text)

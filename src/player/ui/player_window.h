@@ -22,6 +22,7 @@ class DeckView;
 class IconSet;
 class MixView;
 class Skin;
+struct SoundShape;
 
 /// The player's window: two decks, the mix ahead, what follows, jingles, and the commands of a
 /// night. Lays out and shows; what is done is the desk's.
@@ -40,6 +41,11 @@ public:
     void refresh();
     /// What follows, and the jingles. Reads the library.
     void refreshLists();
+
+    /// The shape of a file that a deck may hold. \see DeckView::setShape
+    void setShape(const QString& file, const SoundShape& shape);
+    /// The file of a deck whose shape is not known; empty for none. 0 or 1.
+    [[nodiscard]] QString shapeless(int deck) const;
 
     /// A line of the program that is no fault of an entry; empty for none.
     void setHint(const QString& text);

@@ -211,6 +211,10 @@ void WindowMenuBar::buildEditRows()
                 [this, tag = row.name.toString()] { m_logic->contextMenu().clicked(tag); });
     }
     m_context->addSeparator();
+    QAction* rehearsal = m_context->addAction(m_icons.icon(u"mix"_s), QString());
+    rehearsal->setObjectName(rowEntryName(kRehearsalCommand));
+    connect(rehearsal, &QAction::triggered, this,
+            [this] { m_logic->contextMenu().clicked(kRehearsalCommand.toString()); });
     for (const auto& [name, icon] :
          {std::pair{kRatingMenu, u"star"_s}, std::pair{kPlayActionMenu, u"mix"_s},
           std::pair{kListMenu, u"playlist"_s}}) {

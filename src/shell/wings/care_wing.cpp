@@ -12,9 +12,13 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
     , cleaning(base,
                room,
                talk,
-               steps,
                [this] { return safety.backups.makeBefore(BackupOccasion::Cleaning); })
-    , found(base, room, talk, steps, cleaning.recycler())
+    , found(base,
+            room,
+            talk,
+            steps,
+            cleaning.recycler(),
+            [this](BackupOccasion occasion) { return safety.backups.makeBefore(occasion); })
     , safety(base, room, talk)
 {}
 

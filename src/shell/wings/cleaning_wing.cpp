@@ -11,7 +11,6 @@
 #include "platform/linux/system_names.h"
 #include "platform/qt/progress_dialog.h"
 #include "shell/wings/desk.h"
-#include "shell/wings/lists_wing.h"
 #include "shell/wings/machine.h"
 #include "shell/wings/suite_wing.h"
 
@@ -32,15 +31,10 @@ const Clock& clockOfWorkers()
 
 } // namespace
 
-CleaningWing::CleaningWing(Machine& base,
-                           Desk& room,
-                           SuiteWing& talk,
-                           ListsWing& steps,
-                           std::function<bool()> before)
+CleaningWing::CleaningWing(Machine& base, Desk& room, SuiteWing& talk, std::function<bool()> before)
     : machine(base)
     , desk(room)
     , suite(talk)
-    , lists(steps)
     , backUp(std::move(before))
     , missing(missingParts())
 {}
@@ -96,7 +90,6 @@ void CleaningWing::clean()
                        .makeEngine = beside().makeEngine,
                        .recycler = recycler(),
                        .backUp = backUp,
-                       .forgetSteps = [this] { lists.history.clear(); },
                        .changed = [this] { libraryChanged(); },
                        .rebuildTrees = [this] { suite.commands.rebuildTrees(); },
                        .failed = [this](const DbError& error) { return failureText(error); }},
@@ -108,7 +101,7 @@ void CleaningWing::clean()
 
 void CleaningWing::bringBack()
 {
-    RecyclerDialog dialog(machine.texts);
+    RecyclerDialog dialog(machine.texts, desk.skin);
     Recycler bin({.engine = *machine.engine,
                   .settings = machine.settings,
                   .texts = machine.texts,

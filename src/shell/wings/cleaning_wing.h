@@ -9,7 +9,6 @@
 namespace melovane {
 
 struct Desk;
-struct ListsWing;
 struct Machine;
 struct SuiteWing;
 
@@ -18,11 +17,7 @@ struct CleaningWing
 {
     /// \param backUp keeps the library as it is before a work that may lose rows; false when the
     ///               user does not want to begin
-    CleaningWing(Machine& machine,
-                 Desk& desk,
-                 SuiteWing& suite,
-                 ListsWing& lists,
-                 std::function<bool()> backUp);
+    CleaningWing(Machine& machine, Desk& desk, SuiteWing& suite, std::function<bool()> backUp);
 
     /// What their menu entries do.
     [[nodiscard]] CareCommands commands();
@@ -33,7 +28,6 @@ struct CleaningWing
     Machine& machine;
     Desk& desk;
     SuiteWing& suite;
-    ListsWing& lists;
     std::function<bool()> backUp;
     QtLiveWait wait;
     MissingFiles missing;

@@ -14,16 +14,29 @@ namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// For work beside the window, which may outlive it.
+std::unique_ptr<DBEngine> makeEngine()
+{
+    static const SystemClock clock;
+    return sqlite::makeEngine(clock);
+}
+
+} // namespace
+
 FoundWing::FoundWing(Machine& base,
                      Desk& room,
                      SuiteWing& talk,
                      ListsWing& steps,
-                     RecycleTools tools)
+                     RecycleTools tools,
+                     std::function<bool(BackupOccasion)> before)
     : machine(base)
     , desk(room)
     , suite(talk)
     , lists(steps)
     , recycler(std::move(tools))
+    , backUp(std::move(before))
 {}
 
 CareCommands FoundWing::commands()
@@ -68,10 +81,12 @@ void FoundWing::findAgain()
                     .reader = lists.tagReader,
                     .audio = audio,
                     .worker = worker,
+                    .makeEngine = makeEngine,
                     .dataFolder = machine.paths.GetConfigPath(),
                     .kept = kept});
     FindAgainWindow window(desk.skin, desk.icons, find, machine.texts, machine.loop, &desk.window);
     window.whyNotNow = [this] { return whyNotNow(); };
+    window.backUp = [this] { return backUp(BackupOccasion::Relink); };
     window.whenWritten = [this] { libraryChanged({u"Dir"_s}); };
     window.load();
     window.exec();
@@ -85,14 +100,11 @@ void FoundWing::mergeDoubles()
                      .files = machine.files,
                      .audio = audio,
                      .worker = worker,
-                     .makeEngine =
-                         [] {
-                             static const SystemClock clock;
-                             return sqlite::makeEngine(clock);
-                         },
+                     .makeEngine = makeEngine,
                      .recycler = recycler});
     DoublesWindow window(desk.skin, desk.icons, doubles, machine.texts, machine.loop, &desk.window);
     window.whyNotNow = [this] { return whyNotNow(); };
+    window.backUp = [this] { return backUp(BackupOccasion::Merge); };
     window.whenWritten = [this] {
         libraryChanged({u"Dir"_s, u"Interpret"_s, u"Album"_s, u"Genre"_s});
     };

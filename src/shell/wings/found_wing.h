@@ -1,5 +1,6 @@
 #pragma once
 
+#include "care/backup_record.h"
 #include "care/recycle_run.h"
 #include "platform/linux/audio_identity.h"
 #include "platform/linux/linux_files.h"
@@ -16,11 +17,14 @@ struct SuiteWing;
 /// Files that are found again, and tracks that are there twice.
 struct FoundWing
 {
+    /// \param backUp keeps the library as it is before many of its rows change; false when the user
+    ///               does not want to begin
     FoundWing(Machine& machine,
               Desk& desk,
               SuiteWing& suite,
               ListsWing& lists,
-              RecycleTools recycler);
+              RecycleTools recycler,
+              std::function<bool(BackupOccasion)> backUp);
 
     /// What their menu entries do.
     [[nodiscard]] CareCommands commands();
@@ -30,6 +34,7 @@ struct FoundWing
     SuiteWing& suite;
     ListsWing& lists;
     RecycleTools recycler;
+    std::function<bool(BackupOccasion)> backUp;
     LinuxFiles searchFiles; ///< of the worker's thread
     linux_media::LinuxAudioIdentity audio;
     QtWorker worker;

@@ -4,12 +4,15 @@
 #include "platform/qt/monitor_bars.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/machine.h"
+#include "shell/wings/rehearsal_sound.h"
 #include "shell/wings/suite_wing.h"
 
 namespace melovane {
 
-SoundWing::SoundWing(Machine& machine, Desk& desk, SuiteWing& suite)
-    : player(output, machine.loop)
+SoundWing::SoundWing(Machine& machineOf, Desk& desk, SuiteWing& suiteOf)
+    : machine(machineOf)
+    , suite(suiteOf)
+    , player(output, machine.loop)
     , monitor({.player = player,
                .status = desk.window.status(),
                .panel = desk.window.monitor(),
@@ -20,11 +23,17 @@ SoundWing::SoundWing(Machine& machine, Desk& desk, SuiteWing& suite)
                .locator = machine.locator,
                .loop = machine.loop,
                .GetAllDataByFid =
-                   [&machine](const QString& fid) { return machine.data.GetAllDataByFid(fid); },
-               .StopOtherMonitors = [&suite] { return suite.suite.StopOtherMonitors(); },
-               .showStatusText = [&suite](const QString& text) { suite.showStatusText(text); },
+                   [this](const QString& fid) { return machine.data.GetAllDataByFid(fid); },
+               .StopOtherMonitors = [this] { return suite.suite.StopOtherMonitors(); },
+               .showStatusText = [this](const QString& text) { suite.showStatusText(text); },
+               .silenceRehearsal =
+                   [this] {
+                       if (rehearsal) {
+                           rehearsal->stop();
+                       }
+                   },
                .volumeChanged =
-                   [&suite](int volume) {
+                   [this](int volume) {
                        suite.sender.SendMessage(bus::kVolumeMonitorChangeIcon, volume);
                    }})
 {
@@ -39,6 +48,17 @@ SoundWing::SoundWing(Machine& machine, Desk& desk, SuiteWing& suite)
                      [this](int volume) { monitor.chooseVolume(volume); });
     QObject::connect(&bars, &MonitorBars::volumeStepped, &bars,
                      [this](int steps) { monitor.changeVolume(steps); });
+}
+
+SoundWing::~SoundWing() = default;
+
+void SoundWing::rehearse(const MlvPlaylistDetail& from, const MlvPlaylistDetail& to)
+{
+    monitor.stop();
+    if (!rehearsal) {
+        rehearsal = std::make_unique<RehearsalSound>(machine, suite);
+    }
+    rehearsal->play(from, to, monitor.volumeOfSettings());
 }
 
 } // namespace melovane

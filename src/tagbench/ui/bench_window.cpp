@@ -89,7 +89,11 @@ BenchWindow::BenchWindow(const Skin& skin,
     buildFooter(*column, icons);
     const QSize wanted(fontMetrics().averageCharWidth() * kWidth,
                        fontMetrics().lineSpacing() * kHeight);
-    resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
+    const QRect area = screen()->availableGeometry();
+    resize(wanted.boundedTo(area.size() * 9 / 10));
+    // The place of a dialog by itself knows no title bar: on a low screen that lay above the edge.
+    constexpr int kShareAbove = 4;
+    move(area.center().x() - width() / 2, area.top() + (area.height() - height()) / kShareAbove);
     connect(&session.tracks(), &BenchTracks::changed, this, &BenchWindow::showState);
     connect(m_grid, &BenchGridPanel::chosenChanged, this, [this] {
         m_form->setChosen(m_grid->chosen());

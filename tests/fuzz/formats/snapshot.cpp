@@ -1,6 +1,7 @@
 #include "fuzz/formats/formats.h"
 #include "fuzz/formats/scratch.h"
 #include "platform/sqlite/index/index_checksum.h"
+#include "platform/sqlite/index/index_column_builder.h"
 #include "platform/sqlite/index/index_snapshot.h"
 
 #include <QDataStream>

@@ -32,6 +32,7 @@ mlv_test(column_index_test LABEL logic COST 18
         sqlite/index/column_index_fixture.h
         sqlite/index/column_index_guard_test.cpp
         sqlite/index/column_index_snapshot_test.cpp
+        sqlite/index/index_column_builder_test.cpp
         sqlite/index/index_texts_test.cpp
         sqlite/engine/engine_fixture.cpp sqlite/engine/engine_fixture.h
     LINKS mlv_platform_sqlite mlv_sqlite_dialect SQLite::SQLite3)

@@ -16,8 +16,10 @@ using namespace Qt::Literals::StringLiterals;
 /// Whole numbers beyond it are none of their own as a double.
 constexpr qint64 kLargestExact = 1LL << 53;
 
-/// Rows read at once: some ten milliseconds.
-constexpr qint64 kRowsAtOnce = 4096;
+/// Rows read at once: four milliseconds for those of a music library, whose texts are folded with
+/// it.
+constexpr qint64 kRowsAtOnce = 1024;
+static_assert(kRowsAtOnce <= IndexedFile::kMostRowsAtOnce);
 
 std::string_view textOf(sqlite3_stmt* row, int column)
 {

@@ -210,8 +210,8 @@ void ColumnIndex::startReading(IndexedFile& file, const SearchStatement& stateme
         names.append(field.name);
     }
     const auto reading = file.startReading();
-    m_load.emplace(Load{IndexLoader(fieldsOf(file, names)), file.changes().end(),
-                        file.schemaVersion(), statement.order});
+    m_load.emplace(Load{IndexLoader(fieldsOf(file, names), statement.order), file.changes().end(),
+                        file.schemaVersion()});
 }
 
 /// Without slices to come there is no time-out.
@@ -247,7 +247,6 @@ void ColumnIndex::finishLoad()
     m_schema = m_load->schema;
     m_snapshot.reset();
     m_keeping.reset();
-    m_table->makeReady(m_load->order);
     const bool isLarge = qint64(m_table->keys().size()) >= kWorthKeeping;
     m_marksLeft = isLarge && !m_options.snapshotFile.isEmpty() ? kMostMarks : 0;
     m_load.reset();

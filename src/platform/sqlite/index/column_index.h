@@ -59,7 +59,6 @@ private:
         IndexLoader loader;
         ChangeLog::Position position;
         qint64 schema = 0;
-        std::vector<SearchOrder> order; ///< of the search that asked for it
     };
 
     [[nodiscard]] IndexMark markOf(IndexedFile& file) const;

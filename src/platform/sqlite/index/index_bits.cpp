@@ -1,7 +1,13 @@
 #include "platform/sqlite/index/index_bits.h"
 
+#include "platform/sqlite/index/index_scan.h"
+
 #include <algorithm>
 #include <bit>
+
+#ifdef __x86_64__
+#include <immintrin.h>
+#endif
 
 namespace melovane::sqlite {
 
@@ -10,6 +16,36 @@ namespace {
 constexpr qint64 kWordBits = 64;
 /// Words that share one count: a cache line.
 constexpr std::size_t kBlockWords = 8;
+
+/// Which of some numbers, at most kWordBits, are members of a set: the first in the lowest bit.
+quint64 membersPlain(const quint32* numbers, std::size_t count, const quint64* set)
+{
+    quint64 word = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        word = word >> 1 | (set[numbers[i] >> 6] >> (numbers[i] & 63)) << 63;
+    }
+    return count == kWordBits ? word : word >> (kWordBits - qint64(count));
+}
+
+#ifdef __x86_64__
+
+/// The same for kWordBits numbers, eight at a time.
+__attribute__((target("avx2"))) quint64 membersAvx2(const quint32* numbers, const quint64* set)
+{
+    const __m256i bit = _mm256_set1_epi32(31);
+    quint64 word = 0;
+    for (int at = 0; at < int(kWordBits); at += 8) {
+        const __m256i each = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(numbers + at));
+        const __m256i halves = _mm256_i32gather_epi32(reinterpret_cast<const int*>(set),
+                                                      _mm256_srli_epi32(each, 5), 4);
+        const __m256i signs = _mm256_sllv_epi32(halves, _mm256_andnot_si256(each, bit));
+        const auto members = unsigned(_mm256_movemask_ps(_mm256_castsi256_ps(signs)));
+        word |= quint64(members) << at;
+    }
+    return word;
+}
+
+#endif
 
 } // namespace
 
@@ -41,20 +77,22 @@ void IndexBits::setRange(qint64 first, qint64 end)
 
 void IndexBits::addPlacesOf(std::span<const quint32> numbers, const IndexBits& chosen)
 {
-    const quint64* const words = chosen.m_words.data();
-    const auto bitOf = [&](std::size_t place) {
-        const quint32 number = numbers[place];
-        return words[number >> 6] >> (number & 63);
-    };
-    std::size_t place = 0;
-    for (quint64& target : m_words) {
-        const std::size_t end = std::min(place + std::size_t(kWordBits), numbers.size());
-        quint64 word = 0;
-        const auto count = int(end - place);
-        for (; place < end; ++place) {
-            word = word >> 1 | bitOf(place) << 63;
+    const quint64* const set = chosen.m_words.data();
+    quint64* target = m_words.data();
+    const quint32* at = numbers.data();
+    std::size_t left = numbers.size();
+#ifdef __x86_64__
+    if (vectorWidth() == VectorWidth::Avx2) {
+        for (; left >= std::size_t(kWordBits); left -= std::size_t(kWordBits), at += kWordBits) {
+            *target++ |= membersAvx2(at, set);
         }
-        target |= count == kWordBits ? word : word >> (kWordBits - count);
+    }
+#endif
+    while (left > 0) {
+        const std::size_t count = std::min(left, std::size_t(kWordBits));
+        *target++ |= membersPlain(at, count, set);
+        left -= count;
+        at += count;
     }
 }
 

@@ -63,27 +63,24 @@ void IndexColumn::mark(const IndexTest& test, IndexBits& rows) const
     });
 }
 
-std::vector<quint32> IndexColumn::sorted(const std::vector<quint32>& rows, bool descending) const
+std::vector<quint32> IndexColumn::firstPlaces(bool descending) const
 {
-    // How many rows each value has is known, so every row goes to its place at once.
-    const auto count = quint32(rows.size());
-    std::vector<quint32> next(m_ends.size());
-    for (std::size_t value = 0; value < next.size(); ++value) {
-        const quint32 before = value == 0 ? 0 : m_ends[value - 1];
-        next[value] = descending ? count - m_ends[value] : before;
+    const auto count = quint32(m_rows.size());
+    std::vector<quint32> places;
+    places.reserve(m_ends.size());
+    quint32 before = 0;
+    for (const quint32 end : m_ends) {
+        places.push_back(descending ? count - end : before);
+        before = end;
     }
-    std::vector<quint32> result(count);
-    for (const quint32 row : rows) {
-        result[next[m_values[row]]++] = row;
-    }
-    return result;
+    return places;
 }
 
 void IndexColumn::addTexts(const IndexTest& test, IndexBits& values) const
 {
     switch (test.kind()) {
     case SearchTest::Kind::Like:
-        m_texts.addMatching(test.pattern(), values);
+        m_texts.addMatching(test.pattern(), test.text(), values);
         break;
     case SearchTest::Kind::Equal:
         if (const auto found = m_texts.find(test.folded())) {
@@ -177,66 +174,6 @@ std::shared_ptr<const IndexColumn> IndexColumn::fromParts(IndexColumnParts parts
     column->m_values = std::move(parts.values);
     column->m_ends = std::move(parts.ends);
     column->m_rows = std::move(parts.rows);
-    return column;
-}
-
-void IndexColumnBuilder::addNumber(double number)
-{
-    m_numbers.resize(m_values.size());
-    m_numbers.push_back(number + 0.0); // one zero, without a sign
-    m_values.push_back(1);
-}
-
-void IndexColumnBuilder::sortNumbers(IndexColumn& column)
-{
-    m_numbers.resize(m_values.size());
-    std::vector<double> distinct;
-    for (std::size_t row = 0; row < m_values.size(); ++row) {
-        if (m_values[row] != 0 && (distinct.empty() || distinct.back() != m_numbers[row])) {
-            distinct.push_back(m_numbers[row]);
-        }
-    }
-    std::sort(distinct.begin(), distinct.end());
-    distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
-    for (std::size_t row = 0; row < m_values.size(); ++row) {
-        if (m_values[row] != 0) {
-            const auto place = std::lower_bound(distinct.begin(), distinct.end(), m_numbers[row]);
-            m_values[row] = quint32(place - distinct.begin()) + 1;
-        }
-    }
-    column.m_numbers = IndexArray(std::move(distinct));
-}
-
-std::shared_ptr<const IndexColumn> IndexColumnBuilder::make()
-{
-    auto column = std::make_shared<IndexColumn>();
-    column->m_isText = m_isText;
-    column->m_fits = m_fits && m_texts.fits();
-    if (m_isText) {
-        IndexTextsBuilder::Sorted sorted = m_texts.sort();
-        for (quint32& value : m_values) {
-            value = value == 0 ? 0 : sorted.places[value - 1] + 1;
-        }
-        column->m_texts = std::move(sorted.texts);
-    } else {
-        sortNumbers(*column);
-    }
-    const std::size_t distinct = m_isText ? column->m_texts.count() : column->m_numbers.size();
-    std::vector<quint32> ends(distinct + 2);
-    for (const quint32 value : m_values) {
-        ++ends[value + 1];
-    }
-    for (std::size_t value = 1; value < ends.size(); ++value) {
-        ends[value] += ends[value - 1];
-    }
-    std::vector<quint32> rows(m_values.size());
-    for (std::size_t row = 0; row < m_values.size(); ++row) {
-        rows[ends[m_values[row]]++] = quint32(row);
-    }
-    ends.pop_back();
-    column->m_values = IndexArray(std::move(m_values));
-    column->m_ends = IndexArray(std::move(ends));
-    column->m_rows = IndexArray(std::move(rows));
     return column;
 }
 

@@ -34,9 +34,8 @@ public:
     /// Adds the rows that pass the test.
     void mark(const IndexTest& test, IndexBits& rows) const;
 
-    /// Puts rows in the order of this column; rows of one value keep the order that they have.
-    [[nodiscard]] std::vector<quint32> sorted(const std::vector<quint32>& rows,
-                                              bool descending) const;
+    /// For putting rows in the order of this column: of each value the place of its first row.
+    [[nodiscard]] std::vector<quint32> firstPlaces(bool descending) const;
 
     /// Where a cell stands among the values: twice the number of its value, or one less than twice
     /// the number of the next value when no row has it.
@@ -56,7 +55,7 @@ public:
                                                                       std::size_t rows);
 
 private:
-    friend class IndexColumnBuilder;
+    friend class IndexColumnMaker;
 
     void addTexts(const IndexTest& test, IndexBits& values) const;
     void addNumbers(const IndexTest& test, IndexBits& values) const;
@@ -68,42 +67,6 @@ private:
     IndexArray<quint32> m_values; ///< of each row
     IndexArray<quint32> m_ends;   ///< of each value the place behind its last row in m_rows
     IndexArray<quint32> m_rows;   ///< by value, within a value ascending
-};
-
-/// Collects the cells of a column, row by row.
-class IndexColumnBuilder
-{
-public:
-    explicit IndexColumnBuilder(bool isText)
-        : m_isText(isText)
-    {}
-
-    void addNull() { m_values.push_back(0); }
-
-    void addText(std::string_view utf8) { m_values.push_back(m_texts.add(utf8) + 1); }
-
-    void addNumber(double number);
-
-    /// A cell that does not fit the column.
-    void addForeign()
-    {
-        m_fits = false;
-        addNull();
-    }
-
-    [[nodiscard]] bool isText() const { return m_isText; }
-
-    /// To be called once, at the end.
-    [[nodiscard]] std::shared_ptr<const IndexColumn> make();
-
-private:
-    void sortNumbers(IndexColumn& column);
-
-    bool m_isText;
-    bool m_fits = true;
-    IndexTextsBuilder m_texts;
-    std::vector<double> m_numbers; ///< of each row, for a column of numbers
-    std::vector<quint32> m_values; ///< of each row: 0 is null, else the number given by m_texts + 1
 };
 
 } // namespace melovane::sqlite

@@ -103,6 +103,17 @@ void passPlain(Pass& pass)
     }
 }
 
+void readPlain(const char* letters, std::span<const char> bytes, quint64* masks)
+{
+    for (const char byte : bytes) {
+        *masks++ = equalTo(letters, kBlock, byte);
+    }
+    *masks = 0;
+    for (std::size_t i = 0; i < kBlock; ++i) {
+        *masks |= quint64((letters[i] & '\xC0') == '\x80') << i;
+    }
+}
+
 #ifdef __x86_64__
 
 // ---- sixteen letters at a time
@@ -140,6 +151,22 @@ void passSse2(Pass& pass)
         }
         const quint64 ends = equalSse2(at, textEnd);
         addEnding(endsOfHit(hits, ends, pass.carry), ends, pass);
+    }
+}
+
+/// Bytes inside a letter are less than any other, as numbers with a sign.
+constexpr char kInnerEnd = '\xC0';
+
+void readSse2(const char* letters, std::span<const char> bytes, quint64* masks)
+{
+    for (const char byte : bytes) {
+        *masks++ = equalSse2(letters, _mm_set1_epi8(byte));
+    }
+    *masks = 0;
+    for (int part = 0; part < 4; ++part) {
+        const auto* const at = reinterpret_cast<const __m128i*>(letters + part * 16);
+        const __m128i inner = _mm_cmplt_epi8(_mm_loadu_si128(at), _mm_set1_epi8(kInnerEnd));
+        *masks |= quint64(unsigned(_mm_movemask_epi8(inner))) << (part * 16);
     }
 }
 
@@ -201,6 +228,20 @@ template <std::size_t Probes> MLV_AVX2 void passAvx2(Pass& pass)
     }
 }
 
+MLV_AVX2 void readAvx2(const char* letters, std::span<const char> bytes, quint64* masks)
+{
+    const __m256i low = loadAvx2(letters);
+    const __m256i high = loadAvx2(letters + 32);
+    const char* const wanted = bytes.data();
+    const std::size_t count = bytes.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const __m256i byte = _mm256_set1_epi8(wanted[i]);
+        masks[i] = maskAvx2(_mm256_cmpeq_epi8(low, byte), _mm256_cmpeq_epi8(high, byte));
+    }
+    const __m256i end = _mm256_set1_epi8(kInnerEnd);
+    masks[count] = maskAvx2(_mm256_cmpgt_epi8(end, low), _mm256_cmpgt_epi8(end, high));
+}
+
 #undef MLV_AVX2
 
 bool hasAvx2()
@@ -254,6 +295,16 @@ VectorWidth vectorWidth()
     return width;
 }
 
+BlockReader blockReader([[maybe_unused]] VectorWidth width)
+{
+#ifdef __x86_64__
+    if (width != VectorWidth::Plain) {
+        return width == VectorWidth::Avx2 ? readAvx2 : readSse2;
+    }
+#endif
+    return readPlain;
+}
+
 ScanPiece::ScanPiece(std::string_view text, const LetterCounts& counts)
     : m_text(text)
     , m_probeCount(std::min(text.size(), m_probes.size()))
@@ -272,13 +323,26 @@ ScanPiece::ScanPiece(std::string_view text, const LetterCounts& counts)
 }
 
 PackedTexts::PackedTexts(std::string_view letters)
-    : m_letters(letters)
+    : PackedTexts(unread(letters))
 {
-    m_before.reserve(letters.size() / kBlock + 1);
-    for (std::size_t begin = 0; begin < letters.size(); begin += kBlock) {
+    read(unreadBlocks());
+}
+
+PackedTexts PackedTexts::unread(std::string_view letters)
+{
+    PackedTexts result;
+    result.m_letters = letters;
+    result.m_before.reserve(blocksOf(letters));
+    return result;
+}
+
+void PackedTexts::read(std::size_t blocks)
+{
+    for (std::size_t left = std::min(blocks, unreadBlocks()); left > 0; --left) {
+        const std::size_t begin = m_before.size() * kBlock;
         m_before.push_back(quint32(m_count));
-        m_count += std::size_t(std::popcount(endsIn(letters.substr(begin, kBlock))));
-        ++m_counts[static_cast<unsigned char>(letters[begin])];
+        m_count += std::size_t(std::popcount(endsIn(m_letters.substr(begin, kBlock))));
+        ++m_counts[static_cast<unsigned char>(m_letters[begin])];
     }
 }
 

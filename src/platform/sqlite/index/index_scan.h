@@ -4,6 +4,7 @@
 
 #include <array>
 #include <optional>
+#include <span>
 #include <string_view>
 
 /// Finds a piece in the texts of a column, which lie one behind the other: all letters are passed
@@ -27,6 +28,14 @@ enum class VectorWidth
 /// What searches use: the widest, or less when the environment variable MLV_VECTOR says "plain" or
 /// "sse2". Asked for once in a run.
 [[nodiscard]] VectorWidth vectorWidth();
+
+/// Looks at PackedTexts::kBlock letters, a bit for each.
+/// \param bytes what is looked for
+/// \param masks for each of the bytes where it stands, and behind them where a letter goes on that
+/// began before
+using BlockReader = void (*)(const char* letters, std::span<const char> bytes, quint64* masks);
+
+[[nodiscard]] BlockReader blockReader(VectorWidth width);
 
 /// How often each byte occurs, or any numbers in that proportion.
 using LetterCounts = std::array<quint32, 256>;
@@ -63,6 +72,14 @@ public:
     /// \param letters live as long as it does
     explicit PackedTexts(std::string_view letters);
 
+    /// The same, to be read() before it is used.
+    [[nodiscard]] static PackedTexts unread(std::string_view letters);
+
+    /// Blocks that are still to be read, and reads some of them.
+    [[nodiscard]] std::size_t unreadBlocks() const { return blocksOf(m_letters) - blocks(); }
+
+    void read(std::size_t blocks);
+
     [[nodiscard]] std::string_view letters() const { return m_letters; }
 
     /// Number of texts.
@@ -81,6 +98,11 @@ public:
     [[nodiscard]] std::size_t bytes() const { return m_before.size() * sizeof(quint32); }
 
 private:
+    [[nodiscard]] static std::size_t blocksOf(std::string_view letters)
+    {
+        return (letters.size() + kBlock - 1) / kBlock;
+    }
+
     std::string_view m_letters;
     std::vector<quint32> m_before;
     std::size_t m_count = 0;

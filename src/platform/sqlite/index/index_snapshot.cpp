@@ -39,7 +39,6 @@ constexpr quint32 kFormat = 2;
 
 /// Bytes of one step of writing, and of reading between looks at the checksum.
 constexpr qint64 kPart = qint64{1024} * 1024;
-constexpr int kPartsAtOnce = 4;
 
 /// A directory is some dozen entries.
 constexpr qint64 kMostDirectory = qint64{1024} * 1024;
@@ -321,12 +320,10 @@ bool IndexSnapshotWriter::step()
     if (!m_open) {
         return m_source == 0 && begin();
     }
-    for (int part = 0; part < kPartsAtOnce && m_source < m_sources.size(); ++part) {
-        if (!writePart()) {
-            m_file.remove();
-            m_open = false;
-            return false;
-        }
+    if (m_source < m_sources.size() && !writePart()) {
+        m_file.remove();
+        m_open = false;
+        return false;
     }
     if (m_source < m_sources.size()) {
         return true;
@@ -370,9 +367,10 @@ bool IndexSnapshotWriter::writePart()
     if (m_file.write(source.data + m_done, part) != part) {
         return false;
     }
+    m_sum.add(source.data + m_done, std::size_t(part));
     m_done += part;
     if (m_done == piece.bytes) {
-        piece.checksum = IndexChecksum::of(source.data, std::size_t(piece.bytes));
+        piece.checksum = std::exchange(m_sum, {}).result();
         m_done = 0;
         ++m_source;
     }

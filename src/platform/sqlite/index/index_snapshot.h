@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/sqlite/index/change_log.h"
+#include "platform/sqlite/index/index_checksum.h"
 #include "platform/sqlite/index/index_table.h"
 
 #include <QFile>
@@ -116,7 +117,8 @@ private:
     std::vector<Source> m_sources;
     QFile m_file; ///< written beside the snapshot; locked while it is
     std::size_t m_source = 0;
-    qint64 m_done = 0; ///< bytes of the present source
+    qint64 m_done = 0;   ///< bytes of the present source
+    IndexChecksum m_sum; ///< of these
     bool m_open = false;
     bool m_kept = false;
 };

@@ -215,19 +215,26 @@ std::vector<IndexTable::Key> IndexTable::keysOf(const std::vector<SearchOrder>& 
     return keys;
 }
 
-std::shared_ptr<const IndexOrder> IndexTable::makeOrder(const std::vector<Key>& keys) const
+std::unique_ptr<IndexOrderMaker> IndexTable::makerOf(const std::vector<Key>& keys) const
 {
-    std::vector<quint32> rows(m_keys.size());
-    std::iota(rows.begin(), rows.end(), 0U);
-    for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
-        rows = m_columns[key->column].data->sorted(rows, key->descending);
+    std::vector<IndexOrderMaker::Key> columns;
+    columns.reserve(keys.size());
+    for (const auto& [column, descending] : keys) {
+        columns.push_back({m_columns[column].data, descending});
     }
-    std::vector<quint32> places(rows.size());
-    for (std::size_t place = 0; place < rows.size(); ++place) {
-        places[rows[place]] = quint32(place);
-    }
-    return std::make_shared<IndexOrder>(
-        IndexOrder{IndexArray(std::move(rows)), IndexArray(std::move(places))});
+    return std::make_unique<IndexOrderMaker>(std::move(columns), m_keys.size());
+}
+
+std::unique_ptr<IndexOrderMaker> IndexTable::orderMaker(const std::vector<SearchOrder>& terms) const
+{
+    return hasAll(terms) ? makerOf(keysOf(terms)) : nullptr;
+}
+
+bool IndexTable::hasAll(const std::vector<SearchOrder>& terms) const
+{
+    return !terms.empty() && std::all_of(terms.begin(), terms.end(), [&](const SearchOrder& term) {
+        return find(term.column) < m_columns.size();
+    });
 }
 
 std::shared_ptr<const IndexOrder> IndexTable::order(const std::vector<Key>& keys)
@@ -241,7 +248,10 @@ std::shared_ptr<const IndexOrder> IndexTable::order(const std::vector<Key>& keys
         m_orders.splice(m_orders.begin(), m_orders, kept);
         return kept->order;
     }
-    keepOrder(keys, makeOrder(keys));
+    const auto maker = makerOf(keys);
+    while (maker->step()) {
+    }
+    keepOrder(keys, maker->take());
     return m_orders.front().order;
 }
 
@@ -254,10 +264,7 @@ void IndexTable::keepOrder(std::vector<Key> keys, std::shared_ptr<const IndexOrd
 void IndexTable::addOrder(const std::vector<SearchOrder>& terms,
                           std::shared_ptr<const IndexOrder> made)
 {
-    const bool isWhole = std::all_of(terms.begin(), terms.end(), [&](const SearchOrder& term) {
-        return find(term.column) < m_columns.size();
-    });
-    if (isWhole && !terms.empty()) {
+    if (hasAll(terms)) {
         keepOrder(keysOf(terms), std::move(made));
     }
 }

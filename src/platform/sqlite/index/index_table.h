@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/sqlite/index/index_column.h"
-#include "platform/sqlite/index/index_keys.h"
+#include "platform/sqlite/index/index_order_maker.h"
 
 #include <QStringList>
 
@@ -32,6 +32,10 @@ public:
 
     /// Has an order at hand, for a search to come. Only with all its columns.
     void makeReady(const std::vector<SearchOrder>& terms) { order(keysOf(terms)); }
+
+    /// The same bit by bit: what makes the order, for addOrder(). Null when a column is missing.
+    [[nodiscard]] std::unique_ptr<IndexOrderMaker>
+    orderMaker(const std::vector<SearchOrder>& terms) const;
 
     /// Takes over an order of the rows as they were loaded, if it has all its columns.
     void addOrder(const std::vector<SearchOrder>& terms, std::shared_ptr<const IndexOrder> made);
@@ -107,6 +111,7 @@ private:
     };
 
     [[nodiscard]] std::size_t find(const QString& column) const;
+    [[nodiscard]] bool hasAll(const std::vector<SearchOrder>& terms) const;
     [[nodiscard]] std::vector<Key> keysOf(const std::vector<SearchOrder>& order) const;
     [[nodiscard]] std::vector<ChangedRow>::iterator place(qint64 key);
     void hide(qint64 key);
@@ -116,7 +121,7 @@ private:
     [[nodiscard]] IndexBits marked(const std::vector<SearchTest>& group);
     [[nodiscard]] std::vector<std::size_t> passing(const SearchCondition& where) const;
     std::shared_ptr<const IndexOrder> order(const std::vector<Key>& keys);
-    [[nodiscard]] std::shared_ptr<const IndexOrder> makeOrder(const std::vector<Key>& keys) const;
+    [[nodiscard]] std::unique_ptr<IndexOrderMaker> makerOf(const std::vector<Key>& keys) const;
     [[nodiscard]] std::vector<IndexedKeys::Extra> extras(const std::vector<std::size_t>& changed,
                                                          const std::vector<Key>& keys,
                                                          const IndexOrder* order) const;

@@ -6,6 +6,7 @@ namespace melovane::sqlite {
 
 IndexTest::IndexTest(const SearchTest& test)
     : m_kind(test.kind)
+    , m_text(test.text)
     , m_pattern(test.kind == SearchTest::Kind::Like ? test.text : QString())
     , m_folded(textcompare::fold(test.text))
     , m_numbers(test.numbers)

@@ -33,6 +33,9 @@ public:
 
     [[nodiscard]] const textcompare::LikePattern& pattern() const { return m_pattern; }
 
+    /// The text as the statement has it: of the pattern, when there is one.
+    [[nodiscard]] const QString& text() const { return m_text; }
+
     /// The text to compare with, folded.
     [[nodiscard]] const QString& folded() const { return m_folded; }
 
@@ -46,6 +49,7 @@ private:
     [[nodiscard]] bool matchesNumber(double number) const;
 
     SearchTest::Kind m_kind;
+    QString m_text;
     textcompare::LikePattern m_pattern;
     QString m_folded;
     std::vector<double> m_numbers;

@@ -19,6 +19,9 @@ public:
     /// \param ends for each text the place behind its last byte
     IndexTexts(IndexArray<char> letters, IndexArray<quint32> ends);
 
+    /// \param packed the letters, already passed over
+    IndexTexts(IndexArray<char> letters, IndexArray<quint32> ends, PackedTexts packed);
+
     [[nodiscard]] quint32 count() const { return quint32(m_ends.size()); }
 
     [[nodiscard]] std::string_view text(quint32 number) const
@@ -34,8 +37,10 @@ public:
     [[nodiscard]] std::optional<quint32> find(QStringView folded) const;
 
     /// Adds the number + 1 of each text that matches.
+    /// \param text of the pattern
     /// \param values empty, with room for count() + 1
-    void addMatching(const textcompare::LikePattern& pattern, IndexBits& values) const;
+    void
+    addMatching(const textcompare::LikePattern& pattern, QStringView text, IndexBits& values) const;
 
     /// False when letters and ends do not belong together.
     [[nodiscard]] bool isWhole() const;
@@ -46,7 +51,8 @@ public:
 
     [[nodiscard]] qint64 bytes() const
     {
-        return qint64(m_letters.size() + m_ends.size() * sizeof(quint32) + m_packed.bytes());
+        const std::size_t ends = m_ends.size() * sizeof(quint32);
+        return qint64(m_letters.size()) + qint64(ends) + qint64(m_packed.bytes());
     }
 
 private:
@@ -56,6 +62,10 @@ private:
     void addBeginning(const QString& folded, IndexBits& values) const;
     void addHolding(const QString& folded, IndexBits& values) const;
     void addBehind(int skipped, const QString& folded, IndexBits& values) const;
+    void addOther(const textcompare::LikePattern& pattern,
+                  const QString& inside,
+                  QStringView text,
+                  IndexBits& values) const;
     template <typename Test> void keep(IndexBits& values, const Test& test) const;
 
     IndexArray<char> m_letters;
@@ -71,41 +81,6 @@ private:
     };
 
     mutable std::optional<Found> m_last;
-};
-
-/// Collects the texts of a column and numbers the distinct ones.
-class IndexTextsBuilder
-{
-public:
-    IndexTextsBuilder();
-
-    /// \param utf8 as it stands in the file, damaged bytes included
-    /// \return the number of the text, in the order of first sight
-    quint32 add(std::string_view utf8);
-
-    /// False when there is more than an index can number.
-    [[nodiscard]] bool fits() const { return m_fits; }
-
-    struct Sorted
-    {
-        IndexTexts texts;
-        std::vector<quint32> places; ///< of each number given by add()
-    };
-
-    /// To be called once, at the end.
-    [[nodiscard]] Sorted sort();
-
-private:
-    [[nodiscard]] std::string_view text(quint32 number) const;
-    [[nodiscard]] std::string_view fold(std::string_view utf8);
-    void grow();
-
-    std::vector<char> m_letters;
-    std::vector<quint32> m_ends;
-    /// At the place of its hash: the hash and, below, the number + 1; 0 for none.
-    std::vector<quint64> m_table;
-    std::vector<char> m_folded;
-    bool m_fits = true;
 };
 
 } // namespace melovane::sqlite

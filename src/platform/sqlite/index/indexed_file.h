@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/sqlite/index/change_log.h"
+#include "platform/sqlite/index/index_column_builder.h"
 #include "platform/sqlite/index/index_table.h"
 
 #include <memory>
@@ -64,7 +65,10 @@ public:
 
     [[nodiscard]] virtual std::unique_ptr<Reading> startReading() = 0;
 
-    /// Appends the next rows, in the order of their row ids: some ten milliseconds of them.
+    /// Rows of one readRows(): some milliseconds.
+    static constexpr qint64 kMostRowsAtOnce = 2048;
+
+    /// Appends the next rows, in the order of their row ids, at most kMostRowsAtOnce.
     /// \param builders of the fields, in their order
     /// \param keys row ids of all rows so far
     /// \return false at the end of the table

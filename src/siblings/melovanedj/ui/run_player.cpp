@@ -20,13 +20,16 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_keyboard.h"
 #include "platform/qt/qt_message_loop.h"
+#include "platform/qt/qt_worker.h"
 #include "platform/qt/skin.h"
 #include "platform/qt/started_window.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
+#include "platform/system/path_text.h"
 #include "player/mix_engine.h"
 #include "player/player_suite.h"
 #include "player/playing_list.h"
+#include "player/sound_shapes.h"
 #include "player/ui/player_window.h"
 #include "playlists/list_history.h"
 #include "shell/skin_files.h"
@@ -153,6 +156,10 @@ public:
         , m_sound(machine)
         , m_state(nightStatePath(machine.environment.runtimeFolder()))
         , m_window(m_sound.desk, machine.texts, m_skin, m_icons)
+        , m_shapes(
+              m_worker,
+              [] { return std::make_unique<linux_media::Mp3Stream>(); },
+              ShapeCache(machine.files, path::join(machine.environment.cacheFolder(), u"Shapes"_s)))
         , m_suite({.settings = machine.settings,
                    .messages = machine.messages,
                    .control = *machine.control,
@@ -281,6 +288,21 @@ private:
             m_window.refreshLists();
         }
         m_window.refresh();
+        findShapes();
+    }
+
+    /// Asks once for the shape of what a deck holds.
+    void findShapes()
+    {
+        for (const int deck : {0, 1}) {
+            const QString file = m_window.shapeless(deck);
+            if (!file.isEmpty() && file != m_shaped[deck]) {
+                m_shaped[deck] = file;
+                m_shapes.want(file, [this, file](const SoundShape& shape) {
+                    m_window.setShape(file, shape);
+                });
+            }
+        }
     }
 
     void keepState()
@@ -333,6 +355,9 @@ private:
     PlayerSound m_sound;
     NightStateFile m_state;
     PlayerWindow m_window;
+    QtWorker m_worker;
+    SoundShapes m_shapes;
+    QString m_shaped[2]; ///< files whose shapes were asked for
     PlayerSuite m_suite;
     std::unique_ptr<Timer> m_turns;
     EndSignals m_ends;

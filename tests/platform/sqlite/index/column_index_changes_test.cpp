@@ -236,6 +236,19 @@ TEST_F(ColumnIndexSlices, ALargeLibraryIsSearchedBySqliteUntilItIsLoaded)
     EXPECT_EQ(m_counts->loads, 1);
 }
 
+TEST_F(ColumnIndexSlices, TheTurnIsGivenBackOftenWhileColumnsAreSortedToo)
+{
+    ASSERT_EQ(rowsOf(*m_database, kAll).size(), 2);
+    int turns = 1;
+    while (m_work()) {
+        ++turns;
+    }
+    // Twenty of them read the 40,000 rows.
+    EXPECT_GT(turns, 60);
+    EXPECT_EQ(rowsOf(*m_database, kAll).size(), 2);
+    EXPECT_EQ(m_counts->answers, 1);
+}
+
 TEST_F(ColumnIndexSlices, ALibraryThatIsThereBeforeTheTimeOutAnswersTheFirstSearch)
 {
     const auto engine = slicedEngine(std::chrono::milliseconds(60));

@@ -1,4 +1,4 @@
-#include "platform/sqlite/index/index_texts.h"
+#include "platform/sqlite/index/index_texts_builder.h"
 
 #include <gtest/gtest.h>
 
@@ -23,6 +23,15 @@ const QStringList kLetters = {u"a"_s,  u"b"_s,      u"e"_s,  u"ä"_s,          u
 qint64 comparisons()
 {
     return std::max<qint64>(qEnvironmentVariableIntValue("MLV_SEARCH_COMPARISONS"), 60'000);
+}
+
+IndexTexts sorted(IndexTextsBuilder& builder)
+{
+    SlicedWork work;
+    builder.sort(work);
+    while (work.step()) {
+    }
+    return builder.take();
 }
 
 class IndexTextsProof : public ::testing::Test
@@ -161,13 +170,13 @@ TEST_F(IndexTextsProof, AColumnMatchesAPatternWhereverTheTextsThemselvesDo)
             texts.append(QString::fromUtf8(text));
             builder.add({text.constData(), std::size_t(text.size())});
         }
-        const IndexTexts column = builder.sort().texts;
+        const IndexTexts column = sorted(builder);
         ASSERT_TRUE(column.isWhole());
         for (int n = 0; n < 12; ++n) {
             const QString text = anyPattern(texts, letters);
             const textcompare::LikePattern pattern(text);
             IndexBits found(column.count() + 1);
-            column.addMatching(pattern, found);
+            column.addMatching(pattern, text, found);
             for (quint32 number = 0; number < column.count(); ++number) {
                 const bool matches = pattern.matches(column.decoded(number));
                 hits += matches ? 1 : 0;
@@ -189,10 +198,11 @@ TEST_F(IndexTextsProof, ATextThatBeginsWithAZeroOrAMarkIsFoundByItsBeginning)
     for (const QString& text : {QString(), zero, zero + u'a', u"a"_s, mark + u'a', u"\u0001"_s}) {
         builder.add(text.toStdString());
     }
-    const IndexTexts column = builder.sort().texts;
+    const IndexTexts column = sorted(builder);
     for (const QString& beginning : {zero, mark}) {
         IndexBits found(column.count() + 1);
-        column.addMatching(textcompare::LikePattern(beginning + u'*'), found);
+        const QString text = beginning + u'*';
+        column.addMatching(textcompare::LikePattern(text), text, found);
         for (quint32 number = 0; number < column.count(); ++number) {
             EXPECT_EQ(found.test(number + 1), column.decoded(number).startsWith(beginning))
                 << column.decoded(number).toStdString();
