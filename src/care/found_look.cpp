@@ -11,9 +11,9 @@ namespace {
 
 /// Of the columns, in figures.
 constexpr double kTickWidth = 3;
-constexpr double kFolderWidth = 18;
-constexpr double kHitsWidth = 12;
-constexpr double kTitleWidth = 14;
+constexpr double kFolderWidth = 16;
+constexpr double kHitsWidth = 11;
+constexpr double kTitleWidth = 13;
 constexpr double kAgreesWidth = 22;
 
 /// The colour of warnings; the grid makes it readable on every ground.

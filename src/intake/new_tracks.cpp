@@ -5,6 +5,7 @@
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
 #include "platform/system/path_text.h"
+#include "store/pending_jobs.h"
 
 namespace melovane {
 
@@ -92,7 +93,17 @@ bool NewTracks::write(const GoOn& goOn)
             ++m_entered;
         }
     }
+    noteTrees();
     return true;
+}
+
+void NewTracks::noteTrees()
+{
+    if (m_entered > 0) {
+        for (const QString& tree : {u"Dir"_s, u"Interpret"_s, u"Album"_s, u"Genre"_s}) {
+            PendingJobs::ChangeTree(m_database, tree);
+        }
+    }
 }
 
 bool NewTracks::wasKnown(const QString& file) const

@@ -58,7 +58,8 @@ public:
     /// Tracks entered between two questions: some 200 ms on a slow machine.
     static constexpr size_t kTracksAtOnce = 100;
 
-    /// Enters what was read, as part of the caller's transaction. A file that was entered by
+    /// Enters what was read, as part of the caller's transaction, and notes that the trees are out
+    /// of date with it. A file that was entered by
     /// another program meanwhile keeps the row that it has. False when it was ended by `goOn`: the
     /// transaction is to be left. \throws DbError
     [[nodiscard]] bool write(const GoOn& goOn = {});
@@ -80,6 +81,7 @@ private:
         int index = -1; ///< in m_tracks
     };
 
+    void noteTrees();
     [[nodiscard]] std::unique_ptr<Recordset> findAsStored(const QString& folder,
                                                           const QString& name);
     [[nodiscard]] Outcome readNew(const QString& file);

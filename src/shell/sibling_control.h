@@ -28,12 +28,14 @@ public:
     void setStarted(std::function<void()> started) { m_started = std::move(started); }
 
     /// Start lines, without the program folder in front. Siblings read the arguments: keep.
-    bool startConfig(int ownHandle);
+    /// \param setting "Section.Key" of the one that is shown first; empty for none
+    bool startConfig(int ownHandle, const QString& setting = {});
     /// \param index 0 looks for new files, 1 opens the tag editor's import, 2 reads files again
     bool startImport(int index);
     bool startStorePlaylists();
     bool startWriteTags(int ownHandle);
-    /// \param tree one of "Dir", "Genre", "Album", "Interpret"; "1" for all of them
+    /// \param tree one of "Dir", "Genre", "Album", "Interpret"; "1" for all of them; empty for those
+    /// that are noted as out of date
     bool startRebuildTree(const QString& tree = QStringLiteral("1"));
     bool startSleeveViewer(const QString& argument);
 

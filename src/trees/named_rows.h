@@ -4,32 +4,72 @@
 #include "trees/tree_rows.h"
 
 #include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace melovane::treerows {
 
 using KeyOf = std::function<QString(const QString& name)>;
 
+/// Pictures by the `imgkey` of a row. There are few, and each text is made once.
+class PictureNames
+{
+public:
+    [[nodiscard]] const QString& of(const WalkedRow& row, int column);
+
+private:
+    std::vector<std::pair<std::string, QString>> m_names;
+};
+
+/// Puts the text of a row together as the file keeps it, so that it is made once. A row with its
+/// two texts is most of the time that a large tree takes to open.
+class RowText
+{
+public:
+    /// "name [3]", and with a total that says more "name [3 - 12]".
+    /// \param name as the file keeps it
+    void set(TreeRow& row, std::string_view name, int own, int total = 0);
+
+private:
+    std::string m_bytes;
+};
+
 /// A row of a tree table with one name and one count.
 class NamedRow
 {
 public:
-    explicit NamedRow(const WalkedRow& row)
+    /// What the rows of a walk share.
+    struct Shared
+    {
+        PictureNames pictures{};
+        RowText text{};
+    };
+
+    NamedRow(const WalkedRow& row, Shared& shared)
         : m_row(row)
+        , m_shared(shared)
     {}
 
     [[nodiscard]] QString name() const { return m_row.text(0); }
 
-    [[nodiscard]] QString count() const { return u'[' + QString::number(m_row.number(1)) + u']'; }
-
-    [[nodiscard]] QString picture() const { return treerows::pictureOf(m_row.text(2)); }
+    [[nodiscard]] const QString& picture() const { return m_shared.pictures.of(m_row, 2); }
 
     [[nodiscard]] bool favorit() const { return m_row.number(3) != 0; }
 
     /// What the key is made of.
     [[nodiscard]] QString keyed() const { return m_row.text(4); }
 
+    /// "name [3]"
+    void setCounted(TreeRow& row) const
+    {
+        m_shared.text.set(row, m_row.bytes(0), int(m_row.number(1)));
+    }
+
 private:
     const WalkedRow& m_row;
+    Shared& m_shared;
 };
 
 /// \param from " from ..." and what follows
@@ -39,6 +79,12 @@ void walkNamed(Database& database,
                const QString& from,
                const std::function<void(const NamedRow&)>& visit,
                const QString& keyed = QStringLiteral("Name"));
+
+/// Room for the rows of a tree table; an estimate, for its numbers may have gaps.
+[[nodiscard]] std::size_t roomFor(Database& database, const QString& table);
+
+/// "[3]", "[3 - 12]" with those of folders below it: as RowText shows them.
+[[nodiscard]] QString countText(int own, int total);
 
 [[nodiscard]] RowTick tickOf(bool on);
 

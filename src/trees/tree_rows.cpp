@@ -117,6 +117,7 @@ std::vector<TreeRow> albums(Database& database, const ConfigObjects& texts, int 
     std::vector<TreeRow> rows{root(texts.text(u"tree.root.favorit"), {}, u"tree.Favorit"_s)};
     addFavourites(database, u"tree_album", treekey::favouriteAlbum, RowTick::On, rows);
     rows.push_back(root(texts.text(u"tree.root.album"), {}, u"tree.dir"_s));
+    rows.reserve(rows.size() + treerows::roomFor(database, u"tree_album"_s));
     walkNamed(database,
               " from tree_album where anzahl>"_L1 + sql::number(qint64{threshold}) +
                   " order by id asc"_L1,

@@ -40,6 +40,19 @@ TEST_F(DroppedTracksTest, NewFilesEnterAndKnownOnesGiveTheirRows)
     EXPECT_EQ(rows(), 2);
 }
 
+TEST_F(DroppedTracksTest, NewFilesNoteThatTheTreesAreOutOfDateAndKnownOnesDoNot)
+{
+    const auto noted = [this] {
+        return suite.column(u"select TreeName from ChangeTree order by TreeName"_s);
+    };
+    write(u"a.mp3"_s);
+    EXPECT_EQ(drop({music.file(u"a.mp3"_s)}).fids.size(), 1);
+    EXPECT_EQ(noted(), (QStringList{u"Album"_s, u"Dir"_s, u"Genre"_s, u"Interpret"_s}));
+    suite.execute(u"delete from ChangeTree"_s);
+    EXPECT_EQ(drop({music.file(u"a.mp3"_s)}).fids.size(), 1);
+    EXPECT_EQ(noted(), QStringList());
+}
+
 TEST_F(DroppedTracksTest, ThousandsOfNewFilesInOneSecondGetIdentifiersOfTheirOwn)
 {
     constexpr int kFiles = 2500;

@@ -1,12 +1,19 @@
 // The library tree beside the library in the running console.
 #include "platform/qt/outline_tree.h"
 #include "shell/application_fixture.h"
+#include "support/mp3_maker.h"
+#include "support/wait_for.h"
 #include "trees/ui/tree_widget.h"
 
+#include <QDropEvent>
+#include <QFile>
+#include <QMimeData>
 #include <QTableView>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
+
+#include <utility>
 
 namespace melovane {
 namespace {
@@ -135,6 +142,48 @@ TEST_F(TreeInWindow, TheInformationTreeFollowsTheTrackThatIsChosenInTheLibrary)
         titles.sort();
         EXPECT_EQ(titles, (QStringList{u"Brandung "_s, u"Ebbe "_s, u"Licht "_s}));
     });
+}
+
+/// Drops a file on the open list as a file manager does.
+bool dropOnList(QMainWindow& window, const QString& file)
+{
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(file)});
+    QWidget* list = window.findChild<QTableView*>(u"PlaylistGrid1"_s)->viewport();
+    const QPoint place = list->rect().center();
+    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(list, &enter);
+    QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(list, &drop);
+    return drop.isAccepted();
+}
+
+TEST_F(TreeInWindow, TheTreesOfDroppedFilesAreFilledAtOnce)
+{
+    const int group = suite.library.addGroup(u"Abende"_s);
+    suite.library.addPlaylist({.Name = u"Freitag"_s, .GRID = group});
+    suite.write(u"neu.mp3"_s, test::simpleMp3(u"Flut"_s, u"Nora"_s));
+    const QString told = suite.file(u"told"_s);
+    // Stands for the program that fills the trees, and tells how it was called.
+    const QString program = suite.file(u"Task.RebuildTree"_s);
+    suite.write(u"Task.RebuildTree"_s,
+                u"#!/bin/sh\nprintf '[%s]' \"$*\" > '%1.part' && mv '%1.part' '%1'\n"_s
+                    .replace(u"%1"_s, told)
+                    .toUtf8());
+    ASSERT_TRUE(
+        QFile(program).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    bool isDropped = false;
+    run([&](QMainWindow& window) {
+        if (!std::exchange(isDropped, true)) {
+            ASSERT_TRUE(dropOnList(window, suite.file(u"neu.mp3"_s)));
+            EXPECT_TRUE(test::waitFor([&] { return QFile::exists(told); }));
+        }
+    });
+    EXPECT_EQ(suite.read(u"told"_s), QByteArray("[]")) << "only what is noted";
+    QStringList noted = suite.column(u"select TreeName from ChangeTree"_s);
+    noted.sort();
+    EXPECT_EQ(noted, (QStringList{u"Album"_s, u"Dir"_s, u"Genre"_s, u"Interpret"_s}));
+    EXPECT_EQ(warnings, QStringList());
 }
 
 } // namespace

@@ -134,8 +134,8 @@ TEST_F(MlvdbTest, AChosenLanguageIsKeptAndSpokenAtOnceByEveryView)
     const test::CurrentFolder here(folders.programFolder());
     mlvdb.chooseLanguage(u"lang_English.ini"_s);
     EXPECT_EQ(texts.text(u"ok"), u"Fine"_s);
-    EXPECT_EQ(taken(), (QStringList{u"bus update.tolltip.text "_s, u"bus db.change "_s,
-                                    u"bus refresh.all "_s}));
+    EXPECT_EQ(taken(), (QStringList{u"bus update.tolltip.text"_s, u"bus db.change"_s,
+                                    u"bus refresh.all"_s}));
     EXPECT_EQ(folders.makeSettings()->GetKeyValue(u"Value"_s, u"Sprach.Datei"_s, {}),
               u"lang_English.ini"_s);
     const std::vector<LanguageEntry> languages = mlvdb.languages();

@@ -74,6 +74,23 @@ TEST_F(LibraryTreeTest, ATrackWithoutPlaysHasNoRowsOfDays)
     EXPECT_TRUE(page.texts().filter(u"Heute"_s).isEmpty());
 }
 
+TEST_F(LibraryTreeTest, TheInformationTreeIsOpenedAgainThoughTheRowThatWasCurrentIsGone)
+{
+    const QString fid = lists.library.add({.Titel = u"Hafen"_s, .Stimmung = u"ruhig"_s});
+    const int list =
+        lists.library.addPlaylist({.Name = u"Abend"_s, .GRID = lists.friday, .tracks = {fid}});
+    auto& page = show(TreeKind::Info, u"tree.info"_s);
+    send(u"info.from.fid"_s, fid);
+    page.setCurrentRow(page.find(u"PLAY?Playlist??%1"_s.arg(list)));
+    ASSERT_GE(page.current, 0);
+    show(TreeKind::Dir, u"tree.dir"_s);
+    lists.execute(u"delete from pl_all where PNID=%1"_s.arg(list));
+    EXPECT_EQ(show(TreeKind::Info, u"tree.info"_s).find(u"PLAY?Playlist??%1"_s.arg(list)), -1);
+    EXPECT_TRUE(page.texts().contains(u"  Hafen "_s));
+    EXPECT_LT(page.current, page.rowCount());
+    EXPECT_EQ(failures, QStringList());
+}
+
 TEST_F(LibraryTreeTest, AnInformationMessageIsIgnoredWhileAnotherKindIsSeenAndTheTrackIsKept)
 {
     const QString fid = lists.library.add({.Titel = u"Hafen"_s});

@@ -126,6 +126,17 @@ TEST_F(LibraryTreeTest, AnAlbumWithOneTrackIsListedAmongTheFavouritesAlone)
               (QStringList{u"Favorit"_s, u"  Single [1]"_s, u"Album"_s, u"  Album [12]"_s}));
 }
 
+TEST_F(LibraryTreeTest, AnAlbumWithOneTrackIsReachedThroughItsArtist)
+{
+    addNamed(u"tree_album"_s, u"Single"_s, 1);
+    addNamed(u"tree_interpret"_s, u"Mara"_s, 1);
+    EXPECT_EQ(show(TreeKind::Album, u"tree.album"_s).find(u"ABM?Album??Single"_s), -1);
+    auto& artists = show(TreeKind::Interpret, u"tree.interpret"_s);
+    tree.rowOpening(artists.find(u"INP?RootInterpret??like '[M]*'"_s));
+    tree.rowClicked(artists.find(u"IEX?Interpret??Mara"_s));
+    EXPECT_EQ(lists.messages.last(), u"tree.click.row|Mara|Interpret|"_s);
+}
+
 TEST_F(LibraryTreeTest, TheNewestFavouriteStandsFirst)
 {
     addNamed(u"tree_interpret"_s, u"Alt"_s, 3, 1);

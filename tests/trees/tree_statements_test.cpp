@@ -12,26 +12,42 @@ using namespace Qt::Literals::StringLiterals;
 class TreeStatements : public test::LibraryTreeTest
 {
 protected:
-    /// The statements about one of the tables while a page is filled.
+    /// All statements while a page is filled.
     /// \param isFirst the page is the one that the start fills
+    QStringList noted(const std::function<void(Tree&)>& act, bool isFirst = false)
+    {
+        TreeParts over = parts();
+        StatementParts behind{over};
+        Tree panel(behind.parts, form);
+        panel.start();
+        if (!isFirst) {
+            behind.engine.statements.take();
+        }
+        act(panel);
+        return behind.engine.statements.take();
+    }
+
+    /// Those about one of the tables.
     QStringList
     about(const QString& table, const std::function<void(Tree&)>& act, bool isFirst = false)
     {
-        TreeParts over = parts();
-        StatementParts noted{over};
-        Tree panel(noted.parts, form);
-        panel.start();
-        if (!isFirst) {
-            noted.engine.statements.take();
-        }
-        act(panel);
         QStringList found;
-        for (const QString& statement : noted.engine.statements.take()) {
+        for (const QString& statement : noted(act, isFirst)) {
             if (statement.contains(u" from "_s + table + u' ')) {
                 found.append(statement);
             }
         }
         return found;
+    }
+
+    /// The last statement when the row of that key is opened.
+    QString opened(TreeKind kind, const QString& tool, const QString& key)
+    {
+        const QStringList statements = noted([&](Tree& panel) {
+            panel.toolPressed(tool);
+            panel.rowOpening(form.pages[size_t(kind)].find(key));
+        });
+        return statements.isEmpty() ? QString() : statements.last();
     }
 
     QStringList filled(const QString& tool, const QString& table)
@@ -134,6 +150,54 @@ TEST_F(TreeStatements, TheFavouritesAreReadFromTheirFourTables)
                   QStringList{u"select Name, anzahl, imgkey, favorit, %1 from %2 where "
                               "favorit=true order by tstamp desc"_s.arg(key, table)});
     }
+}
+
+TEST_F(TreeStatements, ArtistsBelowAGenreAreReadWhenItIsOpened)
+{
+    addNamed(u"tree_genre"_s, u"It's Soul"_s, 2, 1);
+    EXPECT_EQ(opened(TreeKind::Genre, u"tree.genre"_s, u"GEN?Genre??It's Soul"_s),
+              kNamed + u"tree_genre_interpret where genre='It''s Soul' order by id"_s);
+    EXPECT_EQ(opened(TreeKind::Genre, u"tree.genre"_s, u"FGN?Genre??It's Soul"_s),
+              kNamed + u"tree_genre_interpret where favorit=true and genre='It''s Soul' "
+                       "order by id"_s);
+    EXPECT_EQ(opened(TreeKind::Favorit, u"tree.favorit"_s, u"FGEN?Genre??It's Soul"_s),
+              kNamed + u"tree_genre_interpret where favorit=true and genre ='It''s Soul' "
+                       "order by id desc"_s);
+}
+
+TEST_F(TreeStatements, TheStatisticsAreReadFromTheirView)
+{
+    const auto open = [](Tree& panel) { panel.toolPressed(u"tree.state"_s); };
+    EXPECT_EQ(noted(open).filter(u"v_state"_s),
+              QStringList{u"select tyear, tmon, monat, datum, tday from v_state"_s});
+}
+
+TEST_F(TreeStatements, TheInformationOfATrackIsReadFromItsPlaysAndLists)
+{
+    const QString fid = lists.library.add();
+    lists.library.addPlaylist({.Name = u"Abend"_s, .GRID = lists.friday, .tracks = {fid}});
+    const QStringList statements = noted([&](Tree& panel) {
+        panel.toolPressed(u"tree.info"_s);
+        send(u"info.from.fid"_s, fid);
+    });
+    EXPECT_EQ(statements.filter(fid),
+              (QStringList{u"select * from vpl_getstat where fid='%1' order by tday"_s.arg(fid),
+                           u"select count(*) as anz from pl_all where fid='%1'"_s.arg(fid),
+                           u"select * from vpl_getinfo where fid='%1'"_s.arg(fid)}));
+}
+
+TEST_F(TreeStatements, TheExtendedTreeIsReadByItsHeadings)
+{
+    lists.execute(u"delete from TreeErweitertConfig"_s);
+    lists.execute(u"insert into TreeErweitertConfig (id,parentid,sid,aktiv,ItemTyp,ItemName,"
+                  u"RowExpand) values (7,0,1,true,'heading','Felder',-1)"_s);
+    const QString all = u"select * from TreeErweitertConfig where parentid=%1 and aktiv=true "
+                        u"order by sid"_s;
+    EXPECT_EQ(about(u"TreeErweitertConfig"_s,
+                    [](Tree& panel) { panel.toolPressed(u"tree.erweitert"_s); }),
+              (QStringList{all.arg(0), all.arg(7)}));
+    EXPECT_EQ(stored([](TreeFavorites& favorites) { favorites.SetCollapsInfoState(7, u"false"); }),
+              QStringList{u"update TreeErweitertConfig set RowExpand=false where id = 7"_s});
 }
 
 TEST_F(TreeStatements, PlaylistsAreReadByTheirGroups)

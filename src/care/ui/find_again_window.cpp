@@ -133,7 +133,7 @@ void FindAgainWindow::buildGrids(QVBoxLayout& column, const Skin& skin, const Ic
     auto* both = new SplitPanel(Qt::Horizontal, this);
     both->addWidget(left);
     both->addWidget(right);
-    both->setPosition(500);
+    both->setPosition(520);
     column.addWidget(both, 1);
 }
 

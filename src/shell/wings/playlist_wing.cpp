@@ -65,7 +65,7 @@ PlaylistWing::PlaylistWing(const Below& wings, TreeActions treeActions)
              .pointer = wings.desk.pointer,
              .showStatusText = [this](const QString& text) { below.suite.showStatusText(text); },
              .openProgress = progressOf(wings),
-             .libraryChanged = [this] { below.suite.sender.SendMessage(bus::kDbChange); },
+             .libraryChanged = [this] { tracksEntered(); },
              .logRefusal =
                  [&machine = wings.machine](const Refusal& refusal) {
                      logImport(machine, refusal.code, u"Drop"_s, refusal.path);
@@ -74,6 +74,14 @@ PlaylistWing::PlaylistWing(const Below& wings, TreeActions treeActions)
     , exportForm(wings.desk.icons, wings.machine.texts)
     , exports(exportParts())
 {}
+
+/// The trees follow as soon as their program, which tells this window itself, has filled the tables
+/// that the new tracks have marked; where it is not installed they wait for the jobs program.
+void PlaylistWing::tracksEntered()
+{
+    below.suite.sender.SendMessage(bus::kDbChange);
+    below.suite.siblings.startRebuildTree({});
+}
 
 M3uCommandParts PlaylistWing::listFileParts()
 {

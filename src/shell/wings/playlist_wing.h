@@ -60,6 +60,7 @@ struct PlaylistWing
     frmKopieFile exports;
 
 private:
+    void tracksEntered();
     [[nodiscard]] M3uCommandParts listFileParts();
     [[nodiscard]] PlaylistViewParts viewParts();
     [[nodiscard]] PlaylistActions viewActions();
