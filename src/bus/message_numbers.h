@@ -96,4 +96,10 @@ inline constexpr qint32 kBringToFront = 2001;
 /// A text: files that the second copy was called with, see OpenedFiles.
 inline constexpr qint32 kOpenFiles = 2002;
 
+// Of the suite's own care.
+
+/// To any program that keeps a journal of its messages: lParam is the control that gets it as a
+/// text of the same number, one message a line, before the answer 1.
+inline constexpr qint32 kTellJournal = 2003;
+
 } // namespace melovane::message

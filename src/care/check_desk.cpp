@@ -83,7 +83,11 @@ CheckDesk::Findings CheckDesk::run(const std::shared_ptr<LibraryCheck>& check)
                              }
                              return running->goesOn.load();
                          });
-    return finished ? running->findings : std::nullopt;
+    if (!finished || !running->findings) {
+        return std::nullopt;
+    }
+    m_parts.checked(qint64(running->findings->size()));
+    return running->findings;
 }
 
 void CheckDesk::check()
@@ -179,6 +183,7 @@ void CheckDesk::behindDone(const Findings& findings)
     if (!findings) {
         return;
     }
+    m_parts.checked(qint64(findings->size()));
     if (findings->empty()) {
         m_parts.tell(m_parts.texts.text(u"check.started"));
         return;

@@ -30,6 +30,8 @@ struct CheckDeskParts
     std::function<void()> takeLibrary = [] {}; ///< from all programs, this one included
     std::function<void()> giveLibrary = [] {};
     std::function<void()> rebuildTrees = [] {};
+    /// Hears of each check that was not given up.
+    std::function<void(qint64 findings)> checked = [](qint64) {};
 };
 
 /// "Datenbank prüfen": checks the library while the window lives, tells what was found, and mends

@@ -43,6 +43,7 @@ namespace owntexts {
 [[nodiscard]] std::span<const BuiltInText> safety();
 [[nodiscard]] std::span<const BuiltInText> found();
 [[nodiscard]] std::span<const BuiltInText> settingsPages();
+[[nodiscard]] std::span<const BuiltInText> help();
 } // namespace owntexts
 
 } // namespace melovane

@@ -34,7 +34,7 @@ constexpr Table kTables[] = {
     &owntexts::importer,      &owntexts::exporting,  &owntexts::lists,
     &owntexts::tagWriting,    &owntexts::viewer,     &owntexts::bench,
     &owntexts::care,          &owntexts::safety,     &owntexts::found,
-    &owntexts::settingsPages, &owntexts::player,
+    &owntexts::settingsPages, &owntexts::player,     &owntexts::help,
 };
 
 /// Calls `use(text)` for each built-in text.

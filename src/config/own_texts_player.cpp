@@ -23,7 +23,6 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"air.upcoming", u"Es folgen"},
     {u"air.jingles", u"Jingles"},
     {u"air.jingles.stop", u"Jingles anhalten"},
-    {u"air.jingles.none", u"Keine Jingleliste"},
     {u"air.mix.ahead", u"Mix in $1, Länge $2 s"},
     {u"air.mix.none", u"Endet ohne Mix"},
 

@@ -40,11 +40,11 @@ struct MonitorParts
     /// when one does not answer.
     std::function<bool()> StopOtherMonitors;
     std::function<void(const QString& text)> showStatusText;
+    /// The user has chosen another volume, 0 to 10000.
+    std::function<void(int volume)> volumeChanged = [](int) {};
     /// What else sounds on the monitor's card falls silent: called when the monitor is to play, and
     /// when there shall be silence.
     std::function<void()> silenceRehearsal = [] {};
-    /// The user has chosen another volume, 0 to 10000.
-    std::function<void(int volume)> volumeChanged = [](int) {};
 };
 
 /// What the monitor player lets hear; empty texts while it is silent.

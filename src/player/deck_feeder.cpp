@@ -206,8 +206,8 @@ void DeckFeeder::decode(qint64 upTo)
 {
     const auto channels = static_cast<size_t>(m_stream->format().channels);
     const qint64 ahead = qint64{m_plan.sampleRate} * kAheadMs / 1000;
-    std::array<qint16, kChunk> samples;     // NOLINT: filled
-    std::array<StereoFrame, kChunk> frames; // NOLINT: filled
+    std::array<qint16, kChunk> samples; // NOLINT(cppcoreguidelines-pro-type-member-init): filled
+    std::array<StereoFrame, kChunk> frames;
     while (!m_isOver && m_next < std::min(upTo, m_end + kBehind)) {
         const qint64 room = m_link.ring.space() - (FrameRing::kCapacity - ahead);
         if (room <= 0) {

@@ -88,11 +88,16 @@ ContextMenu::ContextMenu(ContextMenuParts parts, MLVMessageBus& bus, const QStri
     , m_bus(bus, windowName)
 {}
 
-void ContextMenu::open(const QString& fid, bool fromLibrary)
+void ContextMenu::prepare(const QString& fid, bool fromLibrary)
 {
     m_track = m_parts.data.GetAllDataByFid(fid);
     m_fromLibrary = fromLibrary;
     showEntries();
+}
+
+void ContextMenu::open(const QString& fid, bool fromLibrary)
+{
+    prepare(fid, fromLibrary);
     m_parts.menus.showContextMenu(
         moreResultEntries(m_track.Interpret, m_track.Titel,
                           {m_parts.texts.text(u"mnuMoreResult.index"_s),

@@ -40,7 +40,10 @@ class ContextMenu
 public:
     ContextMenu(ContextMenuParts parts, MLVMessageBus& bus, const QString& windowName);
 
-    /// Reads the track and opens the menu over it.
+    /// Reads the track that the entries are about from now on, and judges them.
+    void prepare(const QString& fid, bool fromLibrary);
+
+    /// The same, and opens the menu.
     void open(const QString& fid, bool fromLibrary);
 
     /// An entry, by its tag.

@@ -85,12 +85,15 @@ std::span<const MenuRow> MenuCommands::rows()
         {1, Filled, u"mnuSprache", {}, u"language"},
         {1, Entry, u"mnuFont", {}, {}, {}, &MenuCommands::mnuFont},
         {1, Check, u"mnuAutosizeGrid", {}, {}, {}, &MenuCommands::mnuAutosizeGrid},
+        {1, Separator, {}},
+        {1, Entry, u"mnuQuickOpen", {}, u"search", u"Ctrl+K"},
 
         {0, Menu,  u"mnuHelp"},
         {1, Entry, u"mnuInternet_0", {}, {}, u"F1", &MenuCommands::mnuInternet},
         {1, Entry, u"mnuInternet_1", {}, {}, {}, &MenuCommands::mnuInternetPage},
         {1, Entry, u"mnuInternet_3", {}, {}, {}, &MenuCommands::mnuInternetVersions},
         {1, Separator, {}},
+        {1, Entry, u"mnuHealth", {}, u"shield"},
         {1, Entry, u"mnuUeber", {}, u"info", {}, &MenuCommands::mnuUeber},
     };
     // clang-format on

@@ -47,9 +47,10 @@ bool SiblingControl::isInstalled(const QString& program) const
     return m_files.fileExists(file + u".exe"_s) || m_files.fileExists(file);
 }
 
-bool SiblingControl::startConfig(int ownHandle)
+bool SiblingControl::startConfig(int ownHandle, const QString& setting)
 {
-    return start(u"mlvconfig"_s, u" %1"_s.arg(ownHandle), Style::Normal);
+    const QString more = setting.isEmpty() ? QString() : u' ' + setting;
+    return start(u"mlvconfig"_s, u" %1"_s.arg(ownHandle) + more, Style::Normal);
 }
 
 bool SiblingControl::startImport(int index)

@@ -28,7 +28,8 @@ public:
     void setStarted(std::function<void()> started) { m_started = std::move(started); }
 
     /// Start lines, without the program folder in front. Siblings read the arguments: keep.
-    bool startConfig(int ownHandle);
+    /// \param setting "Section.Key" of the one that is shown first; empty for none
+    bool startConfig(int ownHandle, const QString& setting = {});
     /// \param index 0 looks for new files, 1 opens the tag editor's import, 2 reads files again
     bool startImport(int index);
     bool startStorePlaylists();

@@ -124,6 +124,24 @@ void PlaylistFavorit::rowClicked(int row)
                       numberOf(m_rows.listOf(row)), opened.picture == kLockPicture);
 }
 
+void PlaylistFavorit::showRow(const QString& key)
+{
+    const int row = m_tree.find(key);
+    if (row >= 0) {
+        m_tree.setCurrentRow(row);
+        rowClicked(row);
+        return;
+    }
+    const auto list = Pnid(treekey::idOf(key));
+    if (!treekey::playlistId(key).isEmpty() &&
+        m_parts.lists.catalogue().stateOf(list) != ListCatalogue::State::Gone) {
+        m_bus.SendMessage(treekey::isJingleRow(key) ? bus::kJinglelistAktivieren
+                                                    : bus::kPlaylistAktivieren,
+                          numberOf(list),
+                          m_parts.lists.catalogue().stateOf(list) == ListCatalogue::State::Locked);
+    }
+}
+
 /// The row of a list once it is on the screen, -1 when it could not be opened; of others itself.
 int PlaylistFavorit::opened(int row)
 {

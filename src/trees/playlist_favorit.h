@@ -83,6 +83,10 @@ public:
     /// \see FavoritEdits::importGroup
     [[nodiscard]] GroupId importGroup() { return m_edits.importGroup(); }
 
+    /// Makes a row current and opens its list, also one that the panel does not show. The key of
+    /// what is gone does nothing.
+    void showRow(const QString& key);
+
     /// Gives the row of a key another text.
     void UpdateTreeRow(const QString& key, const QString& text);
     /// Rereads the name of a playlist by its number and marks its file to be written.

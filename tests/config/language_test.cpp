@@ -26,6 +26,8 @@ const QSet<QString> kSameInBoth{
     u"air.pitch.value"_s,
     u"air.jingles"_s,
     u"bench.cover.size"_s,
+    u"quick.album"_s,
+    u"quick.genre"_s,
     u"confSSTab_1"_s,
     u"confFrame4"_s,
     u"confFrame2"_s,

@@ -35,7 +35,7 @@ TEST_F(MelovaneConfigurationTest, EveryItemHasATextAndNoNameIsGivenTwice)
          {owntexts::windows(), owntexts::columns(), owntexts::views(), owntexts::importer(),
           owntexts::exporting(), owntexts::lists(), owntexts::tagWriting(), owntexts::viewer(),
           owntexts::bench(), owntexts::care(), owntexts::safety(), owntexts::found(),
-          owntexts::settingsPages(), owntexts::player()}) {
+          owntexts::settingsPages(), owntexts::player(), owntexts::help()}) {
         own += table.size();
     }
     EXPECT_EQ(texts.AllObjects().size(), static_cast<size_t>(test::suiteTextNames().size()) + own);

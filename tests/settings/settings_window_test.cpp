@@ -143,6 +143,15 @@ struct SettingsWindowTest : testing::Test
     int applied = 0;
 };
 
+TEST_F(SettingsWindowTest, OneSettingIsShownOnItsPageWithTheKeyboardInItsRow)
+{
+    QTest::keyClicks(find<QLineEdit>(u"txtFind"_s), u"xyz"_s);
+    window->showSetting(*findEntry(u"Color", u"FontSize"));
+    EXPECT_EQ(window->page(), SettingPage::Look);
+    EXPECT_EQ(window->focusWidget(), find<QSpinBox>(u"FontSize"_s));
+    EXPECT_TRUE(find<QSpinBox>(u"FontSize"_s)->isVisible());
+}
+
 TEST_F(SettingsWindowTest, EverySettingHasAControlThatShowsItsValue)
 {
     for (const SettingEntry& entry : settingEntries()) {

@@ -260,6 +260,15 @@ SettingPage SettingsWindow::page() const
     return SettingPage(std::max(0, m_categories->currentRow()));
 }
 
+void SettingsWindow::showSetting(const SettingEntry& entry)
+{
+    showPage(entry.page);
+    QWidget* const control = m_stack->currentWidget()->findChild<QWidget*>(entry.key.toString());
+    if (control != nullptr) {
+        control->setFocus();
+    }
+}
+
 void SettingsWindow::showPage(SettingPage page)
 {
     m_find->clear();

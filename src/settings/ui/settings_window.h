@@ -39,6 +39,9 @@ public:
 
     void showPage(SettingPage page);
 
+    /// Shows the page of a setting, with the keyboard in its row.
+    void showSetting(const SettingEntry& entry);
+
     [[nodiscard]] SettingPage page() const;
 
 protected:

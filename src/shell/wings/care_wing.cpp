@@ -20,6 +20,7 @@ CareWing::CareWing(Machine& base, Desk& room, SuiteWing& talk, ListsWing& steps)
             cleaning.recycler(),
             [this](BackupOccasion occasion) { return safety.backups.makeBefore(occasion); })
     , safety(base, room, talk)
+    , health(base, room, talk, safety)
 {}
 
 CareCommands CareWing::commands()
@@ -28,6 +29,7 @@ CareCommands CareWing::commands()
     all.insert(cleaning.commands());
     all.insert(safety.commands());
     all.insert(found.commands());
+    all.insert(health.commands());
     return all;
 }
 

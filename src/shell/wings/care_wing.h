@@ -3,6 +3,7 @@
 #include "shell/mlvdb_parts.h"
 #include "shell/wings/cleaning_wing.h"
 #include "shell/wings/found_wing.h"
+#include "shell/wings/health_wing.h"
 #include "shell/wings/safety_wing.h"
 
 namespace melovane {
@@ -27,6 +28,7 @@ struct CareWing
     CleaningWing cleaning;
     FoundWing found;
     SafetyWing safety;
+    HealthWing health;
 };
 
 } // namespace melovane

@@ -1,10 +1,12 @@
 #include "shell/wings/main_wing.h"
 
 #include "bus/message_names.h"
+#include "config/retold_texts.h"
 #include "library/ui/mp3db_widget.h"
 #include "platform/db/db_error.h"
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/qt_font_chooser.h"
+#include "platform/qt/retell.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/wings/care_wing.h"
 #include "shell/wings/desk.h"
@@ -30,9 +32,18 @@ MainWing::MainWing(const Below& wings)
     , editBox(wings.machine.texts, wings.suite.bus, inputBox)
     , info(wings.machine.settings, wings.machine.texts, wings.machine.paths, infoForm)
     , window(windowParts(), wings.desk.window.controls())
+    , quick({.machine = wings.machine,
+             .desk = wings.desk,
+             .suite = wings.suite,
+             .library = wings.library,
+             .playlist = wings.playlist,
+             .trees = wings.trees,
+             .window = window})
     , dayCounts(dayCountParts())
     , keys(wings.machine.settings, wings.machine.loop, keyActions())
 {}
+
+MainWing::~MainWing() = default;
 
 MlvdbParts MainWing::windowParts()
 {
@@ -56,8 +67,16 @@ MlvdbParts MainWing::windowParts()
             .log = machine.log(),
             .isReadOnly = suite.world(machine).isReadOnly,
             .tags = below.edit.commands(),
-            .care = below.care.commands(),
+            .care = commands(),
             .languageChanged = [this] { translate(); }};
+}
+
+/// What the menu entries do that the window's own logic does not know.
+CareCommands MainWing::commands()
+{
+    CareCommands all = below.care.commands();
+    all.insert(u"mnuQuickOpen"_s, [this] { quick.open(); });
+    return all;
 }
 
 DayCountParts MainWing::dayCountParts()
@@ -156,16 +175,20 @@ void MainWing::connectViews()
     });
 }
 
-/// All forms in the language that the texts speak now.
+/// All forms and dialogs, open or not, in the language that the texts speak now.
 void MainWing::translate()
 {
     const ConfigObjects& texts = below.machine.texts;
+    m_spoken->become(texts);
+    retellAll([this](const QString& text) { return m_spoken->retold(text); });
+    m_spoken = std::make_unique<RetoldTexts>(texts);
     MlvdbWindow& form = below.desk.window;
     setLanguageOfDesktopTexts(below.desk.application, texts.text(u"Sprach.Code"));
     form.translate(texts);
     form.lists().translate(below.trees.favorit, texts);
     form.tree().translate(texts);
     form.tags().translate(texts);
+    announceLanguage();
 }
 
 void MainWing::connectTagPanel()
@@ -180,6 +203,7 @@ void MainWing::connectTagPanel()
 
 void MainWing::show()
 {
+    m_spoken = std::make_unique<RetoldTexts>(below.machine.texts);
     connectViews();
     try {
         window.load();

@@ -7,9 +7,11 @@
 #include "shell/mlvdb.h"
 #include "shell/ui/edit_box_dialog.h"
 #include "shell/ui/info_dialog.h"
+#include "shell/wings/quick_wing.h"
 
 namespace melovane {
 
+class RetoldTexts;
 struct CareWing;
 struct Desk;
 struct EditWing;
@@ -38,6 +40,10 @@ struct MainWing
     };
 
     explicit MainWing(const Below& below);
+    ~MainWing();
+
+    MainWing(const MainWing&) = delete;
+    MainWing& operator=(const MainWing&) = delete;
 
     /// Connects the forms with their logic, loads the window and shows it. A library that fails is
     /// told; the window is there all the same, incomplete.
@@ -49,17 +55,21 @@ struct MainWing
     InfoDialog infoForm;
     frmInfo info;
     MLVDB window;
+    QuickWing quick;
     DayCounts dayCounts;
     KeyCommands keys;
 
 private:
     [[nodiscard]] MlvdbParts windowParts();
+    [[nodiscard]] CareCommands commands();
     [[nodiscard]] WindowDialogs dialogs();
     [[nodiscard]] KeyActions keyActions();
     [[nodiscard]] DayCountParts dayCountParts();
     void connectViews();
     void connectTagPanel();
     void translate();
+
+    std::unique_ptr<RetoldTexts> m_spoken; ///< the language that the window speaks; null before it
 };
 
 } // namespace melovane

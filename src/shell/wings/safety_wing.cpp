@@ -1,6 +1,7 @@
 #include "shell/wings/safety_wing.h"
 
 #include "bus/message_numbers.h"
+#include "care/last_check.h"
 #include "care/ui/backups_dialog.h"
 #include "platform/controls/status_progress.h"
 #include "platform/linux/job_locks.h"
@@ -107,7 +108,12 @@ CheckDeskParts SafetyWing::checkParts()
             .log = machine.log(),
             .takeLibrary = [this] { takeLibrary(); },
             .giveLibrary = [this] { giveLibrary(); },
-            .rebuildTrees = [this] { suite.commands.rebuildTrees(); }};
+            .rebuildTrees = [this] { suite.commands.rebuildTrees(); },
+            .checked =
+                [this](qint64 findings) {
+                    keepLastCheck(machine.settings, machine.settings.DbName(),
+                                  {machine.clock.now(), findings});
+                }};
 }
 
 std::shared_ptr<Backups> SafetyWing::makeBackups()

@@ -26,15 +26,15 @@ SoundWing::SoundWing(Machine& machineOf, Desk& desk, SuiteWing& suiteOf)
                    [this](const QString& fid) { return machine.data.GetAllDataByFid(fid); },
                .StopOtherMonitors = [this] { return suite.suite.StopOtherMonitors(); },
                .showStatusText = [this](const QString& text) { suite.showStatusText(text); },
+               .volumeChanged =
+                   [this](int volume) {
+                       suite.sender.SendMessage(bus::kVolumeMonitorChangeIcon, volume);
+                   },
                .silenceRehearsal =
                    [this] {
                        if (rehearsal) {
                            rehearsal->stop();
                        }
-                   },
-               .volumeChanged =
-                   [this](int volume) {
-                       suite.sender.SendMessage(bus::kVolumeMonitorChangeIcon, volume);
                    }})
 {
     MonitorBars& bars = desk.window.monitor();

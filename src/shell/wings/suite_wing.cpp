@@ -1,6 +1,7 @@
 #include "shell/wings/suite_wing.h"
 
 #include "bus/event_guard.h"
+#include "bus/message_journal.h"
 #include "bus/message_names.h"
 #include "platform/db/fault_of_text.h"
 #include "platform/linux/write_access.h"
@@ -28,7 +29,7 @@ QString reasonOf(const QString& what, const Machine& machine)
 SuiteWing::SuiteWing(Machine& machine)
     : bus(machine.paths, machine.files, machine.clock)
     , sender(bus, kMainWindowName.toString())
-    , message(machine.messages.makeControl())
+    , message(std::make_unique<JournalControl>(machine.messages.makeControl(), machine.clock))
     , playlistMessage(machine.messages.makeControl())
     , suite(machine.settings, *machine.engine, machine.messages, *message, toUser(machine))
     , siblings(machine.paths, machine.files, machine.processes)

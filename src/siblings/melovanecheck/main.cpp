@@ -4,6 +4,7 @@
 #include "bus/event_guard.h"
 #include "bus/message_numbers.h"
 #include "care/check_report.h"
+#include "care/last_check.h"
 #include "care/library_check.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
@@ -109,6 +110,10 @@ public:
         if (call.repairs && !findings.empty()) {
             repair(check, findings);
             findings = check.run(depth, neverGivenUp).value();
+        }
+        if (isLibrary) {
+            keepLastCheck(m_settings, m_settings.DbName(),
+                          {m_clock.now(), qint64(findings.size())});
         }
         return tell(findings);
     }

@@ -27,7 +27,7 @@ struct ActionRow
 constexpr std::array kActions = {
     ActionRow{u"list", Action::List, 0, 0},     ActionRow{u"alive", Action::Alive, 1, 1},
     ActionRow{u"send", Action::Send, 2, 4},     ActionRow{u"post", Action::Post, 2, 4},
-    ActionRow{u"listen", Action::Listen, 0, 0},
+    ActionRow{u"listen", Action::Listen, 0, 0}, ActionRow{u"health", Action::Health, 0, 0},
 };
 
 bool readNumber(const QString& word, qint32& number)

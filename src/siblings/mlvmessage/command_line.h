@@ -17,7 +17,8 @@ struct MessageCommand
         Alive,
         Send,
         Post,
-        Listen
+        Listen,
+        Health
     };
 
     Action action = Action::List;

@@ -7,6 +7,7 @@
 #include "platform/linux/linux_messages.h"
 #include "platform/system/clock.h"
 #include "siblings/mlvmessage/message_tool.h"
+#include "siblings/mlvmessage/suite_health.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -29,8 +30,9 @@ int carryOut(const QCoreApplication& application, const MessageCommand& command)
     place.patience = command.wait;
     LinuxMessages messages(place);
     QTextStream out(stdout);
-    MessageTool tool(messages, settings, clock,
-                     [&out](const QString& line) { out << line << Qt::endl; });
+    MessageTool tool(
+        messages, settings, clock, [&out](const QString& line) { out << line << Qt::endl; },
+        suiteHealth);
     const auto end = [](MessageResult result) { QCoreApplication::exit(int(result)); };
     if (const auto result = tool.run(command, end)) {
         return int(*result);

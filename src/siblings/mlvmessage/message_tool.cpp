@@ -1,10 +1,10 @@
 #include "siblings/mlvmessage/message_tool.h"
 
+#include "bus/published_controls.h"
 #include "config/tool_box.h"
-#include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
+#include "platform/linux/process_name.h"
 #include "platform/system/clock.h"
-#include "siblings/mlvmessage/published_controls.h"
 
 #include <QElapsedTimer>
 
@@ -13,24 +13,6 @@
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-/// More than the system keeps of a process's name, in bytes.
-constexpr qint64 kLongestName = 4096;
-
-/// What the system calls a process.
-QString processName(qint64 process)
-{
-    try {
-        const QByteArray name = LinuxFiles().read(u"/proc/%1/comm"_s.arg(process), kLongestName);
-        return shownText(QString::fromUtf8(name).trimmed());
-    } catch (const IoError&) {
-        return u"-"_s;
-    }
-}
-
-} // namespace
 
 QString shownText(const QString& text)
 {
@@ -52,11 +34,13 @@ QString shownText(const QString& text)
 MessageTool::MessageTool(LinuxMessages& messages,
                          ToolBox& settings,
                          const Clock& clock,
-                         Print print)
+                         Print print,
+                         std::function<QString()> health)
     : m_messages(messages)
     , m_settings(settings)
     , m_clock(clock)
     , m_print(std::move(print))
+    , m_health(std::move(health))
 {}
 
 std::optional<MessageResult> MessageTool::run(const MessageCommand& command,
@@ -72,6 +56,9 @@ std::optional<MessageResult> MessageTool::run(const MessageCommand& command,
         return send(command, targetOf(command.target));
     case MessageCommand::Action::Post:
         return post(command, targetOf(command.target));
+    case MessageCommand::Action::Health:
+        m_print(m_health());
+        return MessageResult::Done;
     case MessageCommand::Action::Listen:
         break;
     }
@@ -93,7 +80,7 @@ MessageResult MessageTool::list()
     for (const LiveControl& control : m_messages.liveControls()) {
         m_print(u"%1  %2  %3  %4"_s.arg(control.handle, 10)
                     .arg(control.process, 7)
-                    .arg(processName(control.process), -15)
+                    .arg(shownText(processName(control.process)), -15)
                     .arg(shownText(keysOf(control.handle, published).join(u", "_s))));
     }
     return MessageResult::Done;

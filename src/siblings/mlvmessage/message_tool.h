@@ -32,7 +32,13 @@ public:
 
     /// \param settings melovane.ini
     /// \param print    gets every line of the output
-    MessageTool(LinuxMessages& messages, ToolBox& settings, const Clock& clock, Print print);
+    /// \param health   the state of the suite, in lines
+    MessageTool(LinuxMessages& messages,
+                ToolBox& settings,
+                const Clock& clock,
+                Print print,
+                std::function<QString()> health);
+
     /// Nothing for Listen, which goes on in the message loop.
     ///
     /// \param end called when a Listen has got all its messages
@@ -55,6 +61,7 @@ private:
     ToolBox& m_settings;
     const Clock& m_clock;
     Print m_print;
+    std::function<QString()> m_health;
     std::unique_ptr<KSMessage> m_control;
     std::function<void(MessageResult)> m_end;
     qint32 m_answer = 0;

@@ -1,7 +1,9 @@
+#include "bus/message_journal.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
+#include "platform/system/clock.h"
 #include "siblings/mlvmessage/message_tool.h"
 #include "support/message_sibling.h"
 #include "support/temp_folder.h"
@@ -109,6 +111,25 @@ TEST_F(MlvMessage, ListsLiveControlsWithProcessProgramAndPublishedNames)
         line.simplified(),
         u"%1 %2 message_sibling Handle.DJ, Player.exe"_s.arg(other.handle()).arg(other.process()));
     EXPECT_EQ(lines.filter(handle()).size(), 1);
+}
+
+TEST_F(MlvMessage, HealthTellsTheProgramsThatLiveAndTheJournalThatTheConsoleKeeps)
+{
+    EXPECT_TRUE(
+        run({u"health"_s}).contains(u"\n  Die Konsole läuft nicht oder antwortet nicht.\n"_s));
+    EXPECT_EQ(code, 0);
+    const SystemClock clock;
+    JournalControl console(messages.makeControl(), clock);
+    publish(u"Message"_s, u"Handle.DB"_s, console.handle());
+    console.setTarget(control->handle());
+    EXPECT_EQ(console.Send(1042, 40, 2), 42);
+    const QString told = run({u"health"_s});
+    EXPECT_TRUE(told.contains(u"\n  "_s + console.lines().constFirst() + u'\n'))
+        << told.toStdString();
+    EXPECT_TRUE(told.contains(
+        QRegularExpression(u"Gegenstelle %1, Prozess [0-9]+  Handle.DB\n"_s.arg(console.handle()))))
+        << told.toStdString();
+    EXPECT_TRUE(told.contains(u"melovane.ini  ("_s)) << told.toStdString();
 }
 
 TEST_F(MlvMessage, SendsToAHandleAndPrintsTheAnswer)

@@ -51,7 +51,8 @@ public:
 
     [[nodiscard]] qint64 bytes() const
     {
-        return qint64(m_letters.size() + m_ends.size() * sizeof(quint32) + m_packed.bytes());
+        const std::size_t ends = m_ends.size() * sizeof(quint32);
+        return qint64(m_letters.size()) + qint64(ends) + qint64(m_packed.bytes());
     }
 
 private:

@@ -44,6 +44,24 @@ const QString kEnglish = u"lang_English.ini"_s;
 const QString kProgram = u"mlvconfig"_s;
 const QString kLanguageKey = u"Sprach.Datei"_s;
 
+/// \param setting \see runConfig
+void showSetting(SettingsWindow& window, const QString& setting)
+{
+    const qsizetype at = setting.indexOf(u'.');
+    const SettingEntry* const entry =
+        at < 0 ? nullptr : findEntry(setting.first(at), QStringView(setting).sliced(at + 1));
+    if (entry != nullptr) {
+        window.showSetting(*entry);
+    }
+}
+
+void bringToFront(QWidget& window)
+{
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
 /// Everything that lives as long as the program, bottom to top.
 class ConfigProgram
 {
@@ -83,20 +101,26 @@ public:
     /// True when no other copy runs.
     [[nodiscard]] bool claim() { return m_onlyCopy.claim(); }
 
-    void wakeOther()
+    void wakeOther(const QString& setting)
     {
         m_control->setTarget(m_onlyCopy.runningCopy());
-        m_control->Send(message::kBringToFront, 0, 0);
+        m_control->SendText(message::kBringToFront, 0, setting);
     }
 
-    /// From now on a second copy brings this one to the front.
-    void listen(QWidget& window)
+    /// From now on a second copy brings this one to the front, with the setting that it was asked
+    /// for.
+    void listen(SettingsWindow& window)
     {
         m_control->setMessageNumber([&window](qint32 id, qint32, qint32) {
             if (id == message::kBringToFront) {
-                window.show();
-                window.raise();
-                window.activateWindow();
+                bringToFront(window);
+            }
+            return 0;
+        });
+        m_control->setMessageText([&window](qint32 id, qint32, const QString& setting) {
+            if (id == message::kBringToFront) {
+                bringToFront(window);
+                showSetting(window, setting);
             }
             return 0;
         });
@@ -244,12 +268,12 @@ private:
 
 } // namespace
 
-int runConfig(int argc, char** argv, int console)
+int runConfig(int argc, char** argv, int console, const QString& setting)
 {
     QApplication application(argc, argv);
     ConfigProgram program(application, console);
     if (!program.claim()) {
-        program.wakeOther();
+        program.wakeOther(setting);
         return 0;
     }
     const SettingsDesk desk = program.desk();
@@ -263,6 +287,7 @@ int runConfig(int argc, char** argv, int console)
     shown = &window;
     program.listen(window);
     showAsStarted(window);
+    showSetting(window, setting);
     return QApplication::exec();
 }
 

@@ -1,4 +1,4 @@
-#include "siblings/mlvmessage/published_controls.h"
+#include "bus/published_controls.h"
 
 #include "config/setting_table.h"
 #include "config/tool_box.h"

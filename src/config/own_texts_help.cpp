@@ -1,0 +1,76 @@
+#include "config/built_in_texts.h"
+
+#include <array>
+
+namespace melovane::owntexts {
+
+namespace {
+
+// clang-format off
+constexpr std::array kTexts = std::to_array<BuiltInText>({
+    // The line that finds everything by its name.
+    {u"mnuQuickOpen", u"Schnell öffnen ..."},
+    {u"quick.title", u"Schnell öffnen"},
+    {u"quick.hint", u"Befehl, Liste, Interpret, Einstellung ... suchen"},
+    {u"quick.none", u"Nichts heißt so."},
+    {u"quick.command", u"Befehl"},
+    {u"quick.row", u"Gewählter Titel"},
+    {u"quick.library", u"Bibliothek"},
+    {u"quick.list", u"Playliste"},
+    {u"quick.jingles", u"Jingleliste"},
+    {u"quick.group", u"Gruppe"},
+    {u"quick.artist", u"Interpret"},
+    {u"quick.album", u"Album"},
+    {u"quick.genre", u"Genre"},
+    {u"quick.folder", u"Ordner"},
+    {u"quick.setting", u"Einstellung"},
+
+    // The window that tells whether the suite is well.
+    {u"mnuHealth", u"Zustand der Suite ..."},
+    {u"health.title", u"Zustand der Suite"},
+    {u"health.intro", u"Was gerade läuft, was noch zu tun ist und wo alles liegt."},
+    {u"health.again", u"Neu lesen"},
+    {u"health.copy", u"Als Text kopieren"},
+    {u"health.programs", u"Programme, die laufen"},
+    {u"health.programs.none", u"Kein Programm der Suite läuft."},
+    {u"health.program", u"Gegenstelle $1, Prozess $2  $3"},
+    {u"health.waiting", u"Was noch wartet"},
+    {u"health.nothing", u"nichts"},
+    {u"health.todo", u"Postfach der Programme (todo)"},
+    {u"health.todo.row", u"Nummer $1: $2"},
+    {u"health.tags", u"Tags, die in Dateien zu schreiben sind (db_edit)"},
+    {u"health.tracks", u"$1 Titel"},
+    {u"health.trees", u"Bäume, die neu zu füllen sind (ChangeTree)"},
+    {u"health.lists", u"Playlisten, die in Dateien zu schreiben sind"},
+    {u"health.library.unread", u"Die Bibliothek lässt sich nicht lesen"},
+    {u"health.messages", u"Letzte Nachrichten der Konsole"},
+    {u"health.messages.none", u"Noch keine."},
+    {u"health.messages.away", u"Die Konsole läuft nicht oder antwortet nicht."},
+    {u"health.safety", u"Sicherung und Prüfung"},
+    {u"health.never", u"noch nie"},
+    {u"health.backup", u"Letzte Sicherung"},
+    {u"health.backup.last", u"$1, $2; $3 vorhanden"},
+    {u"health.check", u"Letzte Prüfung der Datenbank"},
+    {u"health.check.whole", u"$1, ohne Befund"},
+    {u"health.check.found", u"$1, Befunde: $2"},
+    {u"health.paths", u"Wo alles liegt"},
+    {u"health.missing", u"$1  (fehlt)"},
+    {u"health.path.library", u"Datenbank"},
+    {u"health.path.trees", u"Bäume"},
+    {u"health.path.history", u"Schritte zum Rückgängigmachen"},
+    {u"health.path.settings", u"Einstellungen"},
+    {u"health.path.data", u"Datenordner"},
+    {u"health.path.lists", u"Playlisten"},
+    {u"health.path.program", u"Programme"},
+    {u"health.path.runtime", u"Treffpunkt der Programme"},
+});
+// clang-format on
+
+} // namespace
+
+std::span<const BuiltInText> help()
+{
+    return kTexts;
+}
+
+} // namespace melovane::owntexts

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/qt/qt_worker.h"
+#include "shell/quick_open.h"
+#include "trees/row_names.h"
+
+#include <functional>
+#include <memory>
+
+namespace melovane {
+
+struct Desk;
+struct LibraryWing;
+struct Machine;
+struct PlaylistWing;
+struct SuiteWing;
+struct TreesWing;
+class MLVDB;
+
+/// The line that finds every command, list, tree row, setting and theme by its name.
+struct QuickWing
+{
+    /// What stands below this.
+    struct Below
+    {
+        Machine& machine;
+        Desk& desk;
+        SuiteWing& suite;
+        LibraryWing& library;
+        PlaylistWing& playlist;
+        TreesWing& trees;
+        MLVDB& window;
+    };
+
+    explicit QuickWing(const Below& wings);
+
+    /// Shows the line until something was chosen, which is then done, or the user leaves it.
+    void open();
+
+    Below below;
+
+private:
+    /// One opening of the line.
+    struct Search;
+    using Entries = std::vector<QuickEntry>;
+
+    [[nodiscard]] Entries commands();
+    [[nodiscard]] Entries rowCommands();
+    void addSettings(Entries& entries) const;
+    void addLooks(Entries& entries) const;
+    void find(const std::shared_ptr<Search>& search,
+              const QString& typed,
+              const std::function<void(Entries found)>& answer);
+    [[nodiscard]] QuickEntry entryOf(const NamedRowPlace& row) const;
+    void show(const NamedRowPlace& row) const;
+
+    QtWorker m_worker; ///< the last member: it ends before all that it works on
+};
+
+} // namespace melovane
