@@ -97,18 +97,22 @@ protected:
         if (after.window != before.window || after.lists != before.lists) {
             return u"shows something else"_s;
         }
-        return programStarted();
+        return whatComes();
     }
 
-    /// The line of a program that is on its way; empty when none comes.
-    QString programStarted()
+    /// What comes a little later: the line of a program, or a message that a timer had to send.
+    /// Empty when nothing comes.
+    QString whatComes()
     {
         QString line;
-        static_cast<void>(QTest::qWaitFor([&] {
+        static_cast<void>(test::waitFor([&] {
             line = QString::fromUtf8(suite.read(u"started.txt"_s)).trimmed();
-            return !line.isEmpty();
+            heard.removeAll(u"info.from.fid"_s);
+            return !line.isEmpty() || !heard.isEmpty();
         }));
-        return line.isEmpty() ? line : u"starts "_s + line;
+        return !line.isEmpty()   ? u"starts "_s + line
+               : heard.isEmpty() ? QString()
+                                 : u"sends "_s + heard.join(u", "_s);
     }
 
     void tell(const QString& name, const QString& what)

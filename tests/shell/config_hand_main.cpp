@@ -120,5 +120,5 @@ int main(int argc, char** argv)
     for (int i = 2; i < argc; ++i) {
         g_steps.append(QString::fromLocal8Bit(argv[i]));
     }
-    return runConfig(1, argv, argc > 1 ? QByteArray(argv[1]).toInt() : 0);
+    return runConfig(1, argv, argc > 1 ? QByteArray(argv[1]).toInt() : 0, {});
 }
