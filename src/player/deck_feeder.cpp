@@ -22,7 +22,7 @@ constexpr int kMaxPitch = 5000;
 constexpr qint64 kBehind = SincTable::kAhead + 1;
 
 /// Decoded a beat: five milliseconds of work, and a hundred times what is heard meanwhile.
-constexpr qint64 kBeatFrames = 2 * kAirRate;
+constexpr qint64 kBeatFrames = qint64{2} * kAirRate;
 
 constexpr size_t kChunk = 4096;
 

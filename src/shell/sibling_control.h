@@ -34,8 +34,8 @@ public:
     bool startImport(int index);
     bool startStorePlaylists();
     bool startWriteTags(int ownHandle);
-    /// \param tree one of "Dir", "Genre", "Album", "Interpret"; "1" for all of them; empty for those
-    /// that are noted as out of date
+    /// \param tree one of "Dir", "Genre", "Album", "Interpret"; "1" for all of them; empty for
+    /// those that are noted as out of date
     bool startRebuildTree(const QString& tree = QStringLiteral("1"));
     bool startSleeveViewer(const QString& argument);
 

@@ -122,7 +122,8 @@ quint64 equalSse2(const char* at, __m128i wanted)
 {
     quint64 bits = 0;
     for (int part = 0; part < 4; ++part) {
-        const __m128i letters = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + part * 16));
+        const __m128i letters =
+            _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + ptrdiff_t{16} * part));
         const auto equal = unsigned(_mm_movemask_epi8(_mm_cmpeq_epi8(letters, wanted)));
         bits |= quint64(equal) << (part * 16);
     }
@@ -164,7 +165,7 @@ void readSse2(const char* letters, std::span<const char> bytes, quint64* masks)
     }
     *masks = 0;
     for (int part = 0; part < 4; ++part) {
-        const auto* const at = reinterpret_cast<const __m128i*>(letters + part * 16);
+        const auto* const at = reinterpret_cast<const __m128i*>(letters + ptrdiff_t{16} * part);
         const __m128i inner = _mm_cmplt_epi8(_mm_loadu_si128(at), _mm_set1_epi8(kInnerEnd));
         *masks |= quint64(unsigned(_mm_movemask_epi8(inner))) << (part * 16);
     }
