@@ -95,6 +95,8 @@ inline constexpr qint32 kBpmWantsTrack = 3078;
 inline constexpr qint32 kBringToFront = 2001;
 /// A text: files that the second copy was called with, see OpenedFiles.
 inline constexpr qint32 kOpenFiles = 2002;
+/// The answer of a copy that opens them.
+inline constexpr qint32 kFilesTaken = 1;
 
 // Of the suite's own care.
 

@@ -115,6 +115,8 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"tree.fold.open", u"Alle öffnen"},
     {u"tree.selected", u"$1 Zeilen"},
     {u"open.files", u"Geöffnete Dateien"},
+    {u"open.unanswered",
+     u"Die Konsole läuft schon, antwortet aber nicht. Die Dateien wurden nicht geöffnet."},
     {u"tree.info.title", u"Kein Titel gewählt"},
     {u"tree.info.none", u"Hier steht, was über den gewählten Titel bekannt ist."},
     {u"tree.state.title", u"Noch nichts gespielt"},

@@ -82,6 +82,18 @@ TEST_F(OpenedFilesOfUser, AListOfTheCallIsImportedAndOpened)
     EXPECT_EQ(suite.value(u"select count(*) from pl_name where name='Abend'"_s).toLong(), 1);
 }
 
+TEST_F(OpenedFilesOfUser, FilesThatAFirstCopyDoesNotTakeAreTold)
+{
+    const LinuxEnvironment environment(suite.folders.places());
+    OnlyCopy first(environment.runtimeFolder(), u"MelovaneDB"_s);
+    ASSERT_TRUE(first.claim());
+    first.publish(4711); // nobody lives there
+    calledWith = {song(u"Hafenlicht"_s)};
+    EXPECT_EQ(run(), 0);
+    ASSERT_EQ(warnings.size(), 1);
+    EXPECT_TRUE(warnings[0].contains(u"antwortet aber nicht"_s)) << warnings[0].toStdString();
+}
+
 /// The program as a second copy; this test is the first one.
 class SecondCopy : public test::SuiteFixture
 {
@@ -117,7 +129,7 @@ TEST_F(SecondCopy, HandsItsFilesToTheFirstAlsoWhileThatIsAtItsStartAndEnds)
     QStringList opened;
     control->setMessageText([&opened](qint32 id, qint32, const QString& text) {
         opened += id == message::kOpenFiles ? OpenedFiles::fromText(text) : QStringList();
-        return 0;
+        return message::kFilesTaken;
     });
     OnlyCopy first(meetingPlace(), u"MelovaneDB"_s);
     ASSERT_TRUE(first.claim());

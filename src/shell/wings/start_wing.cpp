@@ -107,8 +107,14 @@ bool StartWing::anotherCopyRuns()
     }
     control->setTarget(runningCopy());
     control->Send(message::kBringToFront, 0, 0);
+    bool isTaken = true;
     for (const QString& text : OpenedFiles::texts(called)) {
-        control->SendText(message::kOpenFiles, 0, text);
+        isTaken =
+            control->SendText(message::kOpenFiles, 0, text) == message::kFilesTaken && isTaken;
+    }
+    if (!isTaken) {
+        desk.warnings.ShowWarning(machine.texts.text(u"open.unanswered"), WarningType::Note,
+                                  machine.texts.text(u"glob_warn"), u"open.unanswered"_s);
     }
     return true;
 }
@@ -146,10 +152,11 @@ void StartWing::listenForNextCopy()
         return 0;
     });
     nextCopy->setMessageText([this](qint32 id, qint32, const QString& text) {
-        if (id == message::kOpenFiles) {
-            openFiles(OpenedFiles::fromText(text));
+        if (id != message::kOpenFiles) {
+            return 0;
         }
-        return 0;
+        openFiles(OpenedFiles::fromText(text));
+        return message::kFilesTaken;
     });
     machine.onlyCopy.publish(nextCopy->handle());
 }
