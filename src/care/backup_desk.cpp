@@ -280,6 +280,19 @@ void BackupDesk::dailyDone(const Running& running)
 
 // ---- texts
 
+QString backupStateText(const ConfigObjects& texts, BackupState state)
+{
+    switch (state) {
+    case BackupState::Good:
+        return texts.text(u"backup.good");
+    case BackupState::Damaged:
+        return texts.text(u"backup.damaged");
+    case BackupState::Unchecked:
+        return texts.text(u"backup.unchecked");
+    }
+    return {};
+}
+
 QString BackupDesk::dateText(const QDateTime& moment) const
 {
     return moment.toString(u"dd.MM.yyyy HH:mm"_s);
@@ -315,15 +328,7 @@ QString BackupDesk::occasionText(const Backup& backup) const
 
 QString BackupDesk::stateText(const Backup& backup) const
 {
-    switch (backup.state) {
-    case BackupState::Good:
-        return m_parts.texts.text(u"backup.good");
-    case BackupState::Damaged:
-        return m_parts.texts.text(u"backup.damaged");
-    case BackupState::Unchecked:
-        return m_parts.texts.text(u"backup.unchecked");
-    }
-    return {};
+    return backupStateText(m_parts.texts, backup.state);
 }
 
 QString BackupDesk::checkText(const Backup& backup) const

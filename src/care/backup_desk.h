@@ -15,6 +15,9 @@ class ProgressWindow;
 class Warnings;
 class Worker;
 
+/// What is known about a backup as a file, in a word for a person.
+[[nodiscard]] QString backupStateText(const ConfigObjects& texts, BackupState state);
+
 /// The parts of the program that the backups use; they outlive the desk.
 struct BackupDeskParts
 {

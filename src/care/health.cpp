@@ -1,5 +1,6 @@
 #include "care/health.h"
 
+#include "care/backup_desk.h"
 #include "care/last_check.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
@@ -105,19 +106,6 @@ HealthSection messages(const HealthParts& parts)
     return section;
 }
 
-QString stateText(const ConfigObjects& texts, BackupState state)
-{
-    switch (state) {
-    case BackupState::Good:
-        return texts.text(u"backup.good");
-    case BackupState::Damaged:
-        return texts.text(u"backup.damaged");
-    case BackupState::Unchecked:
-        return texts.text(u"backup.unchecked");
-    }
-    return {};
-}
-
 HealthSection safety(const HealthParts& parts)
 {
     const ConfigObjects& texts = parts.texts;
@@ -128,10 +116,11 @@ HealthSection safety(const HealthParts& parts)
     } else {
         const Backup& last = backups.front();
         const bool isOld = last.made.daysTo(parts.clock.now()) > kOldBackupDays;
-        section.lines.push_back({texts.text(u"health.backup"),
-                                 texts.text(u"health.backup.last", momentText(texts, last.made),
-                                            stateText(texts, last.state), qint64(backups.size())),
-                                 isOld || last.state == BackupState::Damaged});
+        section.lines.push_back(
+            {texts.text(u"health.backup"),
+             texts.text(u"health.backup.last", momentText(texts, last.made),
+                        backupStateText(texts, last.state), qint64(backups.size())),
+             isOld || last.state == BackupState::Damaged});
     }
     const auto check = lastCheck(parts.settings, parts.settings.DbName());
     const QString found =
