@@ -57,7 +57,7 @@ protected:
     test::TextCatalogue catalogue;
     Skin skin{*qobject_cast<QApplication*>(QApplication::instance())};
     IconSet icons{skin};
-    JinglePads jingles{stage.parts, stage.engineOfStage, [this] { return stage.options; }};
+    JinglePads jingles{stage.parts, stage.jingleDecks};
     PlayerDesk desk{stage.sequence, stage.engineOfStage, stage.playing,
                     jingles,        *stage.settings,     catalogue.texts};
     PlayerWindow window{desk, catalogue.texts, skin, icons};
@@ -131,6 +131,8 @@ TEST_F(PlayerWindowTest, ThePitchStaysWithinTheUsersRange)
 {
     auto* slider = window.findChild<QSlider*>(u"sldPitch"_s);
     EXPECT_EQ(slider->maximum(), 2000);
+    click(u"air.play"_s);
+    run(1000);
     slider->setValue(slider->maximum());
     EXPECT_EQ(desk.pitch(), 2000);
 }
