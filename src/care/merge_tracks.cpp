@@ -174,7 +174,8 @@ MergeResult mergeTracks(Database& database,
                         ListHistory& history,
                         const Files& files,
                         const std::vector<MergeOrder>& orders,
-                        const MergeStep& goOn)
+                        const MergeStep& goOn,
+                        const MergeRecord& record)
 {
     MergeResult result;
     ListEdit edit(history, database, ListAction::Merge, Pnid{});
@@ -189,6 +190,9 @@ MergeResult mergeTracks(Database& database,
         work.merge(orders[size_t(i)]);
     }
     work.markLists();
+    if (record) {
+        record(result.files);
+    }
     edit.commit();
     return result;
 }

@@ -7,6 +7,7 @@
 #include "platform/qt/data_grid.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/panel.h"
+#include "platform/system/io_error.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -192,6 +193,8 @@ void DoublesWindow::merge()
         }
     } catch (const DbError& error) {
         m_outcome = texts().text(u"find.failed"_s, error.text());
+    } catch (const IoError& error) {
+        m_outcome = texts().text(u"find.failed"_s, error.path() + u": "_s + error.reason());
     }
     endWriting();
     if (removed > 0 && whenWritten) {
