@@ -148,6 +148,7 @@ void DoublesWindow::showState()
     m_grid->setEnabled(isReady);
     m_recycle->setEnabled(isReady);
     m_merge->setEnabled(isReady && going > 0);
+    (m_merge->isEnabled() ? m_merge : m_search)->setDefault(true);
     showReady(isReady);
 }
 
