@@ -116,6 +116,7 @@ TEST_F(DoublesForm, EnterPressesTheButtonThatHasTheKeyboard)
     QTest::keyClick(window->focusWidget(), Qt::Key_Return);
     worker.finish();
     EXPECT_EQ(doubles.groups().size(), 1U);
+    EXPECT_TRUE(child<DataGrid>(u"TDBGridDoubles"_s)->hasFocus());
     EXPECT_TRUE(child<QPushButton>(u"cmdMerge"_s)->isDefault());
     child<QPushButton>(u"cmdAbbruch"_s)->setFocus();
     QTest::keyClick(window->focusWidget(), Qt::Key_Return);
