@@ -98,7 +98,8 @@ protected:
     Skin skin{*qApp};
     IconSet icons{skin};
     PictureWorker worker{[data = folder.path()](const SleeveTrack& track) {
-        return sleevePictures(LinuxFiles(), linux_media::Id3CoverReader(), data, track);
+        LinuxFiles files;
+        return sleevePictures(files, linux_media::Id3CoverReader(), data, track);
     }};
     SleeveViewer viewer{{.texts = catalogue.texts,
                          .trackByFid = [this](const QString& fid) { return library.value(fid); },
