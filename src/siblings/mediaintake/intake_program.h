@@ -6,6 +6,7 @@
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
 #include "config/refusals.h"
+#include "help/help_pages.h"
 #include "intake/intake_session.h"
 #include "platform/linux/audio_identity.h"
 #include "platform/linux/ini_profile.h"
@@ -89,6 +90,9 @@ public:
     [[nodiscard]] const ConfigObjects& texts() const { return m_texts; }
 
     [[nodiscard]] IntakeSession& session() { return m_session; }
+
+    /// What F1 shows.
+    [[nodiscard]] HelpPages::Parts help() { return helpOf(m_files, m_paths, m_texts, m_settings); }
 
     /// The theme that the console was given, so that both look alike; empty without one.
     [[nodiscard]] QString themeText()

@@ -1,6 +1,8 @@
 #include "siblings/mediaintake/ui/run_window.h"
 
+#include "help/ui/help_desk.h"
 #include "platform/qt/desktop_texts.h"
+#include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
 #include "platform/qt/started_window.h"
 #include "siblings/mediaintake/command_line.h"
@@ -38,6 +40,8 @@ int runWindow(int argc, char** argv, const IntakeCommand& command)
     if (!command.folders.isEmpty()) {
         program.session().setFolders(command.folders);
     }
+    const IconSet icons(skin);
+    const HelpDesk help(application, program.help(), icons);
     IntakeWindow window(program.session());
     program.listen([&window] {
         window.show();
