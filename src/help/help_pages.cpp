@@ -160,8 +160,8 @@ std::vector<HelpHit> HelpPages::find(const QString& words) const
             result.push_back({page.toString(), title(page), helptext::excerpt(text, all.first())});
         }
     }
-    std::ranges::stable_partition(result, [&](const HelpHit& hit) {
-        return std::ranges::any_of(all, [&](const QString& word) {
+    std::ranges::stable_sort(result, std::ranges::greater(), [&](const HelpHit& hit) {
+        return std::ranges::count_if(all, [&](const QString& word) {
             return hit.title.contains(word, Qt::CaseInsensitive);
         });
     });

@@ -57,7 +57,8 @@ public:
     /// The whole page, filled; empty for one that is not there.
     [[nodiscard]] QString html(QStringView page) const;
 
-    /// Pages that hold all words, without regard to case; those with one in the title come first.
+    /// Pages that hold all words, without regard to case; those with more of them in the
+    /// title come first.
     [[nodiscard]] std::vector<HelpHit> find(const QString& words) const;
 
     /// The hits as a page of its own.
