@@ -20,6 +20,7 @@
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "platform/system/path_text.h"
+#include "shell/language_files.h"
 #include "shell/skin_files.h"
 #include "siblings/mediaintake/import_lock.h"
 
@@ -100,7 +101,48 @@ public:
         return SkinFiles(m_paths, m_files).text(m_settings.SkinFileName());
     }
 
+    /// No track was ever imported.
+    [[nodiscard]] bool isLibraryEmpty()
+    {
+        const auto library = m_engine->OpenDatabase(m_settings.DbName());
+        const auto rows = library->OpenRecordset(QStringLiteral("select top 1 fid from db_all"));
+        return rows->Eof();
+    }
+
+    [[nodiscard]] std::vector<LanguageEntry> languages()
+    {
+        return LanguageFiles(m_paths, m_files, m_texts).entries();
+    }
+
+    /// For all programs of the suite, at once.
+    void chooseLanguage(const QString& file)
+    {
+        if (LanguageFiles(m_paths, m_files, m_texts).choose(file)) {
+            MelovaneConfiguration::speak(m_texts, m_texts.value(u"Sprach.Datei"));
+            tellSettings();
+        }
+    }
+
+    /// File names.
+    [[nodiscard]] QStringList themes() { return SkinFiles(m_paths, m_files).names(); }
+
+    [[nodiscard]] QString theme() const { return m_settings.SkinFileName(); }
+
+    /// Likewise. \param file empty for the theme of the desktop
+    void chooseTheme(const QString& file)
+    {
+        m_settings.SetSkinFileName(file);
+        tellSettings();
+    }
+
 private:
+    void tellSettings()
+    {
+        m_settings.RefreshMessageHandle();
+        m_control->setTarget(m_settings.MessageHandleDB());
+        m_control->Post(message::kConfigChanged, 0, 0);
+    }
+
     /// The answer to kBringToFront.
     static constexpr qint32 kIsInFront = 1;
 
