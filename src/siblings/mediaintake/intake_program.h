@@ -8,6 +8,7 @@
 #include "config/refusals.h"
 #include "help/help_pages.h"
 #include "intake/intake_session.h"
+#include "platform/db/db_error.h"
 #include "platform/linux/audio_identity.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/library_loan.h"
@@ -101,12 +102,15 @@ public:
         return SkinFiles(m_paths, m_files).text(m_settings.SkinFileName());
     }
 
-    /// No track was ever imported.
+    /// No track was ever imported. A library that cannot be read is told by the import.
     [[nodiscard]] bool isLibraryEmpty()
     {
-        const auto library = m_engine->OpenDatabase(m_settings.DbName());
-        const auto rows = library->OpenRecordset(QStringLiteral("select top 1 fid from db_all"));
-        return rows->Eof();
+        try {
+            const auto library = m_engine->OpenDatabase(m_settings.DbName());
+            return library->OpenRecordset(QStringLiteral("select top 1 fid from db_all"))->Eof();
+        } catch (const DbError&) {
+            return false;
+        }
     }
 
     [[nodiscard]] std::vector<LanguageEntry> languages()
