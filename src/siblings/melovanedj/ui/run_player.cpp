@@ -79,6 +79,8 @@ struct PlayerMachine
         QDir::setCurrent(paths.GetConfigPath());
         MelovaneConfiguration::fill(texts);
         texts.LoadAllValue();
+        settings.InitTasten();
+        settings.Refresh();
     }
 
     [[nodiscard]] QStringList lockFolders()
