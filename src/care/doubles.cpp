@@ -97,14 +97,16 @@ void Doubles::search(unsigned kinds)
     run(
         job,
         [there, kinds, &audio = m_parts.audio, makeEngine = m_parts.makeEngine,
-         makeFiles = m_parts.recycler.makeFiles, file = m_parts.settings.DbName()] {
+         makeFiles = m_parts.recycler.makeFiles, file = m_parts.settings.DbName(),
+         folder = m_parts.recycler.dataFolder] {
             try {
                 const auto engine = makeEngine();
                 const auto files = makeFiles();
                 const QHash<QString, AudioPrint> known = KeptSounds::read(*files, file);
                 KeptSounds sounds(*files, file);
+                FileLocator locator(*files, folder);
                 there->groups =
-                    findDoubles(*engine->OpenDatabase(file), audio, kinds, there->progress,
+                    findDoubles(*engine->OpenDatabase(file), audio, locator, kinds, there->progress,
                                 [&](const QString& fid, const AudioPrint& print) {
                                     if (known.value(fid) != print) {
                                         sounds.add(fid, print);
@@ -192,7 +194,7 @@ MergeResult Doubles::mergeNoted(const std::vector<MergeOrder>& orders,
     const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
     FileLocator locator(m_parts.files, m_parts.recycler.dataFolder);
     try {
-        return mergeTracks(*database, m_parts.history, m_parts.files, orders, goOn,
+        return mergeTracks(*database, m_parts.history, {m_parts.files, locator}, orders, goOn,
                            [&](const std::vector<RemovedTrack>& files) {
                                if (journal) {
                                    journal->begin(files, locator);

@@ -10,6 +10,7 @@
 namespace melovane {
 
 class Database;
+class FileLocator;
 class Files;
 class ListHistory;
 
@@ -37,6 +38,13 @@ struct MergeResult
     bool isCancelled = false; ///< nothing has changed then
 };
 
+/// What a merge asks about files.
+struct MergeDisk
+{
+    const Files& files;
+    FileLocator& locator;
+};
+
 /// How many of how many orders are done. False ends the work and takes all of it back.
 using MergeStep = std::function<bool(int done, int size)>;
 
@@ -53,7 +61,7 @@ using MergeRecord = std::function<void(const std::vector<RemovedTrack>& files)>;
 /// \throws DbError, and what `record` throws: nothing has changed then
 [[nodiscard]] MergeResult mergeTracks(Database& database,
                                       ListHistory& history,
-                                      const Files& files,
+                                      const MergeDisk& disk,
                                       const std::vector<MergeOrder>& orders,
                                       const MergeStep& goOn = {},
                                       const MergeRecord& record = {});

@@ -111,12 +111,12 @@ void DoublesWindow::showGroups()
     followWork(m_doubles.isWorking());
     if (!m_doubles.isWorking()) {
         m_rows.show();
-        if (m_rows.rowCount() > 0) {
-            m_grid->goToRow(0, 0);
-            m_grid->focus();
-        }
     }
     showState();
+    if (!m_doubles.isWorking() && m_rows.rowCount() > 0) {
+        m_grid->goToRow(0, 0);
+        m_grid->focus(); // it was off while something went on
+    }
 }
 
 QString DoublesWindow::sentence() const
@@ -148,6 +148,7 @@ void DoublesWindow::showState()
     m_grid->setEnabled(isReady);
     m_recycle->setEnabled(isReady);
     m_merge->setEnabled(isReady && going > 0);
+    (m_merge->isEnabled() ? m_merge : m_search)->setDefault(true);
     showReady(isReady);
 }
 
