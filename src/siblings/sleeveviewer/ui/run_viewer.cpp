@@ -55,7 +55,8 @@ public:
         , m_tracks(*m_engine, m_files, m_paths.GetConfigPath())
         , m_worker(
               [folder = m_paths.GetConfigPath()](const SleeveTrack& track) {
-                  return sleevePictures(LinuxFiles(), linux_media::Id3CoverReader(), folder, track);
+                  LinuxFiles files;
+                  return sleevePictures(files, linux_media::Id3CoverReader(), folder, track);
               },
               [](const QString& file) {
                   return isPictureName(file)
