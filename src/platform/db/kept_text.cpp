@@ -1,10 +1,13 @@
 #include "platform/db/kept_text.h"
 
+#include <QStringDecoder>
+
 namespace melovane {
 
 namespace {
 
-constexpr QChar kReplacement(0xFFFD);
+/// The first byte of every surrogate in three bytes, and of few other letters.
+constexpr char kSurrogateLead = '\xED';
 
 /// True when a surrogate in three bytes begins at `at`.
 bool isSurrogate(std::string_view bytes, std::size_t at)
@@ -35,12 +38,34 @@ QString withSurrogates(std::string_view bytes)
     return text + decoded(bytes.substr(begin));
 }
 
+bool hasSurrogate(std::string_view bytes)
+{
+    std::size_t at = bytes.find(kSurrogateLead);
+    while (at != std::string_view::npos && !isSurrogate(bytes, at)) {
+        at = bytes.find(kSurrogateLead, at + 1);
+    }
+    return at != std::string_view::npos;
+}
+
 } // namespace
 
 QString keptText(std::string_view bytes)
 {
-    QString text = decoded(bytes);
-    return text.contains(kReplacement) ? withSurrogates(bytes) : text;
+    return hasSurrogate(bytes) ? withSurrogates(bytes) : decoded(bytes);
+}
+
+void appendKept(QString& to, std::string_view bytes)
+{
+    if (hasSurrogate(bytes)) {
+        to.append(withSurrogates(bytes));
+        return;
+    }
+    const qsizetype before = to.size();
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    to.resize(before + decoder.requiredSpace(qsizetype(bytes.size())));
+    const QChar* const end = decoder.appendToBuffer(
+        to.data() + before, QByteArrayView(bytes.data(), qsizetype(bytes.size())));
+    to.resize(end - to.constData());
 }
 
 } // namespace melovane

@@ -11,4 +11,7 @@ namespace melovane {
 /// U+FFFD.
 [[nodiscard]] QString keptText(std::string_view bytes);
 
+/// Appends that text, into room reserved before if that is one letter more than there are bytes.
+void appendKept(QString& to, std::string_view bytes);
+
 } // namespace melovane
