@@ -62,7 +62,7 @@ QString NamedRow::key() const
 {
     const std::string_view name = m_row.bytes(m_shared.keyedColumn);
     QString key;
-    key.reserve(m_shared.keyHead.size() + qsizetype(name.size()) + 1);
+    key.reserve(m_shared.keyHead.size() + qsizetype(name.size()));
     key += m_shared.keyHead;
     appendKept(key, name);
     return key;
