@@ -94,10 +94,8 @@ void walkNamed(Database& database,
                const std::function<void(const NamedRow&)>& visit,
                const QString& keyed)
 {
-    QStringList columns{u"Name"_s, u"anzahl"_s, u"imgkey"_s, u"favorit"_s};
-    if (!columns.contains(keyed)) {
-        columns.append(keyed);
-    }
+    const QStringList columns{u"Name"_s, u"anzahl"_s, u"imgkey"_s, u"favorit"_s, keyed};
+    // The name itself is read from the first place of the two.
     NamedRow::Shared shared{keyOf({}), int(columns.indexOf(keyed))};
     database.walkRows("select "_L1 + columns.join(", "_L1) + from,
                       [&](const WalkedRow& row) { visit(NamedRow(row, shared)); });
