@@ -212,6 +212,24 @@ TEST_F(DoublesTest, ARecycledDoubleComesBackWithoutTheEntriesThatWentOver)
     EXPECT_EQ(suite.column(u"select FID from pl_stat"_s), QStringList{kept});
 }
 
+TEST_F(DoublesTest, FilesThatChangeDirLeadsToAreComparedMergedAndRecycled)
+{
+    suite.write(u"ChangeDir.conf"_s, "C:\\Music ?? " + music.path().toUtf8());
+    const QString kept = add(u"a.mp3"_s, 1);
+    const QString other = add(u"b.mp3"_s, 1);
+    suite.execute(u"update db_all set Path='C:\\Music\\'"_s);
+    search(kSound);
+    ASSERT_EQ(doubles.groups().size(), 1U);
+    keep(kept);
+    const MergeResult result = doubles.merge(true);
+    EXPECT_EQ(result.removed, 1);
+    EXPECT_EQ(result.left, 0);
+    worker.finish();
+    EXPECT_TRUE(suite.files.fileExists(music.file(u"a.mp3"_s)));
+    EXPECT_FALSE(suite.files.fileExists(music.file(u"b.mp3"_s)));
+    EXPECT_TRUE(cell(other, u"FID"_s).isNull());
+}
+
 TEST_F(DoublesTest, WhatHasChangedMeanwhileIsLeftAlone)
 {
     const QString kept = add(u"a.mp3"_s, 1);

@@ -13,23 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 class MissingFilesTest : public CareTest
 {
 protected:
-    void scan()
-    {
-        MissingFiles(
-            {.engine = *suite.engine,
-             .settings = *settings,
-             .texts = texts,
-             .files = suite.files,
-             .warnings = dialogs,
-             .wait = wait,
-             .beside = beside(),
-             .dataFolder = suite.dataFolder(),
-             .openProgress = [this](const QString&) { return std::make_unique<Progress>(*this); },
-             .tell = [this](const QString& text) { told.append(text); },
-             .changed = [this] { ++changes; },
-             .rebuildTrees = [this] { ++treesRebuilt; }})
-            .Scan();
-    }
+    void scan() { MissingFiles(missingParts()).Scan(); }
 
     void scanMissing()
     {

@@ -57,7 +57,7 @@ protected:
     test::TextCatalogue catalogue;
     Skin skin{*qobject_cast<QApplication*>(QApplication::instance())};
     IconSet icons{skin};
-    JinglePads jingles{stage.parts, stage.engineOfStage, [this] { return stage.options; }};
+    JinglePads jingles{stage.parts, stage.jingleDecks};
     PlayerDesk desk{stage.sequence, stage.engineOfStage, stage.playing,
                     jingles,        *stage.settings,     catalogue.texts};
     PlayerWindow window{desk, catalogue.texts, skin, icons};
@@ -131,8 +131,69 @@ TEST_F(PlayerWindowTest, ThePitchStaysWithinTheUsersRange)
 {
     auto* slider = window.findChild<QSlider*>(u"sldPitch"_s);
     EXPECT_EQ(slider->maximum(), 2000);
+    click(u"air.play"_s);
+    run(1000);
     slider->setValue(slider->maximum());
     EXPECT_EQ(desk.pitch(), 2000);
+}
+
+TEST_F(PlayerWindowTest, ThePitchGoesBackGently)
+{
+    click(u"air.play"_s);
+    run(1000);
+    window.findChild<QSlider*>(u"sldPitch"_s)->setValue(500);
+    EXPECT_EQ(stage.engineOfStage.pitch(AirDeck::A), 500);
+    stage.settings->SetRePitchTime(3000);
+    click(u"air.pitch.zero"_s);
+    EXPECT_EQ(desk.pitch(), 0);
+    EXPECT_EQ(stage.engineOfStage.glidedMs, 3000);
+}
+
+TEST_F(PlayerWindowTest, PauseLeavesTheEntryOnItsDeckAndGoesOnThere)
+{
+    click(u"air.play"_s);
+    run(3000);
+    click(u"air.pause"_s);
+    run(1000);
+    EXPECT_TRUE(face(u"deckA"_s).isPaused);
+    EXPECT_NEAR(face(u"deckA"_s).elapsedMs, 3000, 60);
+    EXPECT_TRUE(window.findChild<QToolButton*>(u"tool.air.pause"_s)->isChecked());
+    click(u"air.pause"_s);
+    run(1000);
+    EXPECT_TRUE(face(u"deckA"_s).isOnAir);
+    EXPECT_NEAR(face(u"deckA"_s).elapsedMs, 4000, 100);
+}
+
+TEST_F(PlayerWindowTest, LoopAndAutomixSwitchWhatTheySay)
+{
+    click(u"air.play"_s);
+    run(1000);
+    click(u"air.loop"_s);
+    EXPECT_TRUE(stage.sequence.isLoop());
+    click(u"air.loop"_s);
+    EXPECT_FALSE(stage.sequence.isLoop());
+    click(u"air.mixmode"_s);
+    EXPECT_FALSE(stage.sequence.isMixMode());
+    run(10'000);
+    EXPECT_EQ(stage.heard(), u"1"_s) << "the next one waits";
+    EXPECT_FALSE(window.findChild<QToolButton*>(u"tool.air.mixmode"_s)->isChecked());
+}
+
+TEST_F(PlayerWindowTest, TheKeysOfPauseActOnTheirOwnDeckOnly)
+{
+    EXPECT_TRUE(desk.run(u"PLPlay"_s));
+    run(1000);
+    EXPECT_TRUE(desk.run(u"PLPause2"_s));
+    EXPECT_TRUE(stage.sequence.isPlaying());
+    EXPECT_TRUE(desk.run(u"PLPause1"_s));
+    EXPECT_TRUE(stage.sequence.isPaused());
+    EXPECT_TRUE(desk.run(u"PLPause2"_s));
+    EXPECT_TRUE(stage.sequence.isPaused());
+    EXPECT_TRUE(desk.run(u"PLPause1"_s));
+    EXPECT_TRUE(stage.sequence.isPlaying());
+    run(1000);
+    EXPECT_TRUE(desk.run(u"PLLOOP"_s));
+    EXPECT_TRUE(stage.sequence.isLoop());
 }
 
 TEST_F(PlayerWindowTest, TheBindingsOfThePlayerActAndOthersDoNot)

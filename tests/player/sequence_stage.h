@@ -1,6 +1,7 @@
 #pragma once
 
 #include "player/air_sequence.h"
+#include "player/jingle_decks.h"
 #include "player/playing_list.h"
 #include "player/silent_engine.h"
 #include "playlists/list_fixture.h"
@@ -99,9 +100,11 @@ public:
     QStringList leftOut; ///< FIDs
     SilentEngine engineOfStage;
     PlayingList playing{parts};
+    JingleDecks jingleDecks{engineOfStage, [this] { return options; }};
     AirSequence sequence{
         {.list = playing,
          .engine = engineOfStage,
+         .jingles = jingleDecks,
          .settings = [this] { return options; },
          .told =
              [this](Plid now, Plid next) {

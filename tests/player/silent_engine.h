@@ -20,6 +20,7 @@ public:
         AirDeck deck;
         EntrySound sound;
         qint64 atMs;
+        double fromMs; ///< in its file
     };
 
     void openCards(const QString&, const QString&) override {}
@@ -69,7 +70,7 @@ public:
         }
     }
 
-    void seek(AirDeck, double) override {}
+    void seek(AirDeck deck, double ms) override { m_places[deck].from = ms; }
 
     void update(AirDeck deck, const EntrySound& sound) override
     {
@@ -80,11 +81,17 @@ public:
         }
     }
 
-    void setPitch(AirDeck, int, int) override {}
+    void setPitch(AirDeck deck, int pitch, int glideMs) override
+    {
+        m_places[deck].sound.pitch = pitch;
+        glidedMs = glideMs;
+    }
 
     void setVolume(AirDeck, int) override {}
 
     void setTalkover(int, int) override {}
+
+    [[nodiscard]] int pitch(AirDeck deck) { return m_places[deck].sound.pitch; }
 
     [[nodiscard]] DeckReport report(AirDeck deck) const override
     {
@@ -114,6 +121,7 @@ public:
     int loadMs = 30;  ///< that opening a file takes
     int silentMs = 0; ///< since something sounded
     int longestSilenceMs = 0;
+    int glidedMs = 0;               ///< of the last change of a speed
     std::map<QString, int> lengths; ///< of files, in ms; those that are not here last 200 s
     std::map<QString, int> broken;  ///< files that break off at that ms; 0: cannot be played
     std::vector<Heard> heard;
@@ -129,6 +137,7 @@ private:
     {
         EntrySound sound;
         qint64 readyAt = 0;
+        std::optional<double> from; ///< ms, asked for while it is loading
         std::optional<Start> start;
         std::optional<qint64> endsAt;
         int breaksAt = -1; ///< ms; -1 for never
@@ -146,6 +155,7 @@ private:
         using Mod_MilliSecToMin::kFrameMs;
         const double length = lengthOf(place.sound.file);
         place.report.fromMs = place.sound.frameStart * kFrameMs;
+        place.report.fromMs = std::max(place.report.fromMs, place.from.value_or(0));
         place.report.toMs = place.sound.frameStop > place.sound.frameStart
                                 ? std::min(length, place.sound.frameStop * kFrameMs)
                                 : length;
@@ -194,7 +204,7 @@ private:
         place.report.state = DeckState::Playing;
         place.report.startsLater = false;
         place.report.startedAt = now * kAirRate / 1000;
-        heard.push_back({deck, place.sound, now});
+        heard.push_back({deck, place.sound, now, place.report.fromMs});
     }
 
     std::map<AirDeck, Place> m_places;

@@ -227,7 +227,7 @@ void FindAgainWindow::showState()
     m_tracks->setEnabled(isReady);
     m_remember->setEnabled(isReady);
     m_apply->setEnabled(isReady && chosen > 0);
-    m_apply->setDefault(m_apply->isEnabled());
+    (m_apply->isEnabled() ? m_apply : m_search)->setDefault(true);
     showReady(isReady);
 }
 

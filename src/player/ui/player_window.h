@@ -62,10 +62,14 @@ signals:
 
 private:
     void buildCommands();
+    void buildPitch();
+    void showPitch();
     void buildJingles();
     void layOut();
     QToolButton*
     addCommand(const QString& text, const QString& icon, const std::function<void()>& work);
+    QToolButton*
+    addSwitch(const QString& text, const QString& icon, const std::function<void(bool isOn)>& work);
 
     PlayerDesk& m_desk;
     const ConfigObjects& m_texts;
@@ -74,6 +78,9 @@ private:
     MixView* m_mix;
     QHBoxLayout* m_commands;
     QToolButton* m_play = nullptr;
+    QToolButton* m_pause = nullptr;
+    QToolButton* m_loop = nullptr;
+    QToolButton* m_mixMode = nullptr;
     QToolButton* m_talkover = nullptr;
     QToolButton* m_dock = nullptr;
     QSlider* m_pitch = nullptr;
