@@ -8,6 +8,20 @@ namespace {
 
 // clang-format off
 constexpr std::array kTexts = std::to_array<BuiltInText>({
+    // The window of the help. The folder is where the pages of the language lie: keep.
+    {u"help.folder", u"de"},
+    {u"help.title", u"Hilfe"},
+    {u"help.contents", u"Seiten der Hilfe"},
+    {u"help.contents.tip", u"Eine Seite wählen"},
+    {u"help.page", u"Gezeigte Seite"},
+    {u"help.search", u"In der Hilfe suchen"},
+    {u"help.search.tip", u"Zeigt die Seiten, in denen alle Worte vorkommen (Strg+F)"},
+    {u"help.hits", u"Gesucht: $1"},
+    {u"help.none", u"Keine Seite enthält: $1"},
+    {u"help.back", u"Zurück"},
+    {u"help.forward", u"Vorwärts"},
+    {u"help.nokeys", u"nicht belegt"},
+
     // The line that finds everything by its name.
     {u"mnuQuickOpen", u"Schnell öffnen ..."},
     {u"quick.title", u"Schnell öffnen"},

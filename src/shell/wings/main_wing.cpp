@@ -94,23 +94,25 @@ DayCountParts MainWing::dayCountParts()
 
 WindowDialogs MainWing::dialogs()
 {
-    return {.showInfo = [this] { info.Show(); },
-            .askNewGenre = [this] { editBox.Show(); },
-            .editLibraryLayout = [this] { return below.library.editLayout(); },
-            .chooseFont =
-                [this](const GridFont& present) {
-                    const ConfigObjects& texts = below.machine.texts;
-                    return QtFontChooser({.title = texts.text(u"mnuFont"_s),
-                                          .name = texts.text(u"font.name"_s),
-                                          .size = texts.text(u"font.size"_s),
-                                          .bold = texts.text(u"font.bold"_s),
-                                          .sample = texts.text(u"font.sample"_s),
-                                          .ok = texts.text(u"uebernehmen"_s),
-                                          .cancel = texts.text(u"Abbruch"_s)})
-                        .choose(present);
-                },
-            .editPlaylistLayout = [this] { return below.playlist.editLayout(); },
-            .exportList = [this](int list) { below.playlist.exportList(Pnid(list)); }};
+    return {
+        .showInfo = [this] { info.Show(); },
+        .askNewGenre = [this] { editBox.Show(); },
+        .editLibraryLayout = [this] { return below.library.editLayout(); },
+        .chooseFont =
+            [this](const GridFont& present) {
+                const ConfigObjects& texts = below.machine.texts;
+                return QtFontChooser({.title = texts.text(u"mnuFont"_s),
+                                      .name = texts.text(u"font.name"_s),
+                                      .size = texts.text(u"font.size"_s),
+                                      .bold = texts.text(u"font.bold"_s),
+                                      .sample = texts.text(u"font.sample"_s),
+                                      .ok = texts.text(u"uebernehmen"_s),
+                                      .cancel = texts.text(u"Abbruch"_s)})
+                    .choose(present);
+            },
+        .editPlaylistLayout = [this] { return below.playlist.editLayout(); },
+        .exportList = [this](int list) { below.playlist.exportList(Pnid(list)); },
+        .showHelp = [this] { return below.desk.help.showFor(below.desk.window.focusWidget()); }};
 }
 
 KeyActions MainWing::keyActions()
