@@ -15,6 +15,7 @@ constexpr std::size_t kBlock = 256 * std::size_t{1024};
 
 constexpr std::size_t kTextsAtOnce = 4096;
 constexpr std::size_t kPackedAtOnce = 32'768;
+constexpr std::size_t kBlocksAtOnce = 16;
 
 /// Bytes of all texts of one column; larger columns are left to SQLite.
 constexpr std::size_t kMostLetters = 2'000'000'000;
@@ -263,6 +264,8 @@ void IndexTextsBuilder::sort(SlicedWork& work)
             return m_runs.entries().size();
         },
         kTextsAtOnce, [this](std::size_t first, std::size_t end) { layOut(first, end); });
+    work.add([this] { return m_room.blocks(); }, kBlocksAtOnce,
+             [this](std::size_t first, std::size_t end) { m_room.giveBack(end - first); });
     work.add(
         [this] {
             m_packed = PackedTexts::unread({m_letters.data(), m_letters.size()});
