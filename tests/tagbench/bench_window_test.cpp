@@ -117,6 +117,19 @@ TEST_F(TagBenchWindow, NoFieldOfTheCommonValuesIsCutOffAtTheSide)
     EXPECT_LE(scroll->widget()->width(), scroll->viewport()->width());
 }
 
+TEST_F(TagBenchWindow, SeveralRatingsAreAMarkThatHasRoomAndATip)
+{
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    add(u"b.mp3"_s, u"Zwei"_s);
+    suite.execute(u"update db_all set [Note]='3' where FID='%1'"_s.arg(one));
+    open();
+    auto* const line = find<QLineEdit>(u"txtNote"_s);
+    EXPECT_LE(line->fontMetrics().horizontalAdvance(line->placeholderText()) * 2, line->width());
+    EXPECT_FALSE(line->placeholderText().isEmpty());
+    EXPECT_EQ(line->toolTip(), u"mehrere Werte"_s);
+    EXPECT_TRUE(find<QLineEdit>(u"txtTitel"_s)->toolTip().isEmpty());
+}
+
 TEST_F(TagBenchWindow, ATitleBarHasRoomOnTheScreen)
 {
     open();
