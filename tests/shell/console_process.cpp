@@ -36,8 +36,11 @@ ConsoleProcess::ConsoleProcess(Suite& suite, const QString& name, const QString&
 
 ConsoleProcess::~ConsoleProcess()
 {
+    if (m_isKilled) {
+        return;
+    }
     m_process.closeWriteChannel();
-    EXPECT_TRUE(waitFor([this] { return m_process.state() == QProcess::NotRunning; }));
+    EXPECT_TRUE(waitFor([this] { return !isAlive(); }));
     EXPECT_EQ(m_process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(m_process.exitCode(), 0);
 }
@@ -66,6 +69,13 @@ void ConsoleProcess::stop() const
 void ConsoleProcess::goOn() const
 {
     EXPECT_EQ(::kill(pid_t(process()), SIGCONT), 0);
+}
+
+void ConsoleProcess::kill()
+{
+    m_isKilled = true;
+    m_process.kill();
+    EXPECT_TRUE(waitFor([this] { return !isAlive(); }));
 }
 
 MessageHandle ConsoleProcess::handle() const

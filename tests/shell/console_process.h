@@ -41,6 +41,8 @@ public:
     void stop() const; ///< as if it hung; it does nothing more when this returns
     void goOn() const; ///< after stop
 
+    void kill(); ///< by signal 9; it is over when this returns
+
     [[nodiscard]] bool isAlive() const { return m_process.state() != QProcess::NotRunning; }
 
     [[nodiscard]] Suite& suite() const { return m_suite; }
@@ -62,6 +64,7 @@ private:
     QString m_runtime;
     QProcessEnvironment m_environment;
     QProcess m_process;
+    bool m_isKilled = false;
 };
 
 /// Waits for the end of a process; false when it failed.
