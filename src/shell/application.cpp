@@ -116,6 +116,7 @@ int Application::run()
     case StartResult::Run:
         break;
     }
+    m_care->found.endLeftMerges();
     m_care->safety.begin(m_start->lastRunDied);
     // The end of the desktop's session keeps what a closed window keeps.
     bool isAskedFromOutside = false;
