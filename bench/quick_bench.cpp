@@ -72,6 +72,7 @@ public:
         , m_dialog(texts, commands(), [this](const QString& typed, const auto& answer) {
             m_search.find(typed, [this, answer](const std::vector<NamedRowPlace>& found) {
                 std::vector<QuickEntry> entries;
+                entries.reserve(found.size());
                 for (const NamedRowPlace& row : found) {
                     entries.push_back({.title = row.name, .kind = u"Album"_s});
                 }
@@ -115,6 +116,7 @@ private:
     static std::vector<QuickEntry> commands()
     {
         std::vector<QuickEntry> entries;
+        entries.reserve(kCommands);
         for (int i = 0; i < kCommands; ++i) {
             entries.push_back({.title = u"Ansicht: Spalten %1 der Sommerliste ..."_s.arg(i),
                                .kind = u"Befehl"_s,
