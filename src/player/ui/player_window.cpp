@@ -177,10 +177,12 @@ void PlayerWindow::refresh()
     const bool isPlaying = m_desk.sequence().isPlaying();
     m_mix->setFace(m_desk.mix(), isPlaying);
     m_play->setText(m_texts.text(isPlaying ? u"air.stop" : u"air.play"));
+    m_play->setAccessibleName(m_play->text());
     m_play->setIcon(m_icons.icon(isPlaying ? u"stop"_s : u"play"_s));
     m_talkover->setChecked(m_desk.isTalkover());
-    m_pitchText->setText(
-        m_texts.text(u"air.pitch.value", QLocale().toString(m_desk.pitch() / 100.0, 'f', 2)));
+    m_pitchText->setText(m_texts.text(
+        u"air.pitch.value",
+        QLocale(m_texts.text(u"Sprach.Code")).toString(m_desk.pitch() / 100.0, 'f', 2)));
     const QSignalBlocker quiet(m_pitch);
     m_pitch->setValue(m_desk.pitch());
     const QString notice = m_desk.notice();
@@ -197,6 +199,8 @@ void PlayerWindow::refreshLists()
         // A title may hold the sign that underlines a letter.
         m_pads[pad]->setText(QString(title).replace(u'&', u"&&"_s));
         m_pads[pad]->setToolTip(title);
+        const QString name = m_texts.text(u"air.jingles") + u" %1"_s.arg(pad + 1);
+        m_pads[pad]->setAccessibleName(title.isEmpty() ? name : name + u": "_s + title);
         m_pads[pad]->setEnabled(!title.isEmpty());
     }
 }
