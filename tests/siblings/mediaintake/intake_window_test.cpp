@@ -1,6 +1,7 @@
 #include "intake/intake_fixture.h"
 #include "intake/intake_session.h"
 #include "siblings/mediaintake/ui/intake_window.h"
+#include "support/accessible_walk.h"
 #include "support/text_catalogue.h"
 #include "support/wait_for.h"
 
@@ -255,6 +256,14 @@ TEST_F(IntakeWindowTest, EveryButtonHasAToolTip)
         EXPECT_FALSE(button->toolTip().isEmpty()) << button->objectName().toStdString();
         EXPECT_FALSE(button->text().isEmpty());
     }
+}
+
+TEST_F(IntakeWindowTest, EveryControlHasANameAndARoleAndIsReachedWithoutAMouse)
+{
+    chosen = music.path();
+    open();
+    click(u"cmdAddFolder"_s);
+    EXPECT_EQ(walkAccessibly(*window).faults().join(u'\n').toStdString(), "");
 }
 
 } // namespace
