@@ -7,12 +7,14 @@
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/qt_font_chooser.h"
 #include "platform/qt/retell.h"
+#include "platform/system/path_text.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/wings/care_wing.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/edit_wing.h"
 #include "shell/wings/library_wing.h"
 #include "shell/wings/machine.h"
+#include "shell/wings/place_parts.h"
 #include "shell/wings/playlist_wing.h"
 #include "shell/wings/sound_wing.h"
 #include "shell/wings/suite_wing.h"
@@ -41,6 +43,11 @@ MainWing::MainWing(const Below& wings)
              .window = window})
     , dayCounts(dayCountParts())
     , keys(wings.machine.settings, wings.machine.loop, keyActions())
+    , place(wings.machine.files,
+            wings.machine.loop,
+            path::join(wings.machine.paths.GetConfigPath(),
+                       wings.machine.paths.programName() + u".place"_s),
+            placeParts(wings.desk, wings.library, wings.playlist, wings.trees, window.guard()))
 {}
 
 MainWing::~MainWing() = default;

@@ -8,6 +8,7 @@
 #include "shell/ui/edit_box_dialog.h"
 #include "shell/ui/info_dialog.h"
 #include "shell/wings/quick_wing.h"
+#include "shell/work_place.h"
 
 namespace melovane {
 
@@ -58,6 +59,7 @@ struct MainWing
     QuickWing quick;
     DayCounts dayCounts;
     KeyCommands keys;
+    WorkPlace place;
 
 private:
     [[nodiscard]] MlvdbParts windowParts();
