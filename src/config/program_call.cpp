@@ -31,14 +31,6 @@ template <typename Names> bool isOneOf(const Names& names, QStringView name)
                        [name](const char16_t* known) { return name == QStringView(known); });
 }
 
-QString versionLine(QStringView program)
-{
-    return u"%1 (Melovane) %2.%3.%4"_s.arg(program)
-        .arg(MLV_VERSION_MAJOR)
-        .arg(MLV_VERSION_MINOR)
-        .arg(MLV_VERSION_REVISION);
-}
-
 /// Without control letters, and no longer than a line that is read.
 QString inOneLine(QString text)
 {
@@ -53,6 +45,14 @@ QString inOneLine(QString text)
 }
 
 } // namespace
+
+QString versionLine(QStringView program)
+{
+    return u"%1 (Melovane) %2.%3.%4"_s.arg(program)
+        .arg(MLV_VERSION_MAJOR)
+        .arg(MLV_VERSION_MINOR)
+        .arg(MLV_VERSION_REVISION);
+}
 
 PageLanguage pageLanguageOfTerminal()
 {

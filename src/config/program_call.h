@@ -17,6 +17,9 @@ enum class PageLanguage
 /// German where the terminal speaks German, English everywhere else.
 [[nodiscard]] PageLanguage pageLanguageOfTerminal();
 
+/// "MelovaneDB (Melovane) 3.4.150": a program and its release.
+[[nodiscard]] QString versionLine(QStringView program);
+
 /// What a program does, how it is called and what it ends with: the one text of `--help` and of its
 /// manual page. No line is longer than 80 characters.
 ///

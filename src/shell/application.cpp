@@ -93,6 +93,11 @@ void Application::guarded(const std::function<void()>& work)
     m_main->window.guard().run(u"Event"_s, work);
 }
 
+QString Application::crashFile() const
+{
+    return m_start->crashFile();
+}
+
 MLVMessageBus& Application::bus()
 {
     return m_suite->bus;
