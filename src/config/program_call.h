@@ -29,7 +29,16 @@ enum class PageLanguage
 /// Ends a program whose call makes no sense: keep, scripts ask for it.
 inline constexpr int kWrongCall = 2;
 
-/// The arguments of a process without its program's name.
+/// Takes the options of every program out of the arguments; they hold for this program and those
+/// that it starts. Before anything is read.
+///
+/// `--data-dir FOLDER` keeps everything of the user below that folder, instead of in the desktop's
+/// folders; without a folder behind it the option stays, and makes no sense. `--log` switches the
+/// debug log on, see Log4Mlv.
+[[nodiscard]] QStringList takeSuiteOptions(QStringList arguments);
+
+/// The arguments of a process without its program's name and the options of every program, see
+/// takeSuiteOptions.
 [[nodiscard]] QStringList argumentsOf(int argc, char** argv);
 
 /// Prints the page for `--help` and `-h`, name and release for `--version`, when that is the whole

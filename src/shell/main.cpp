@@ -17,7 +17,7 @@ QStringList argumentsByBytes(int argc, char** argv)
     for (int i = 1; i < argc; ++i) {
         arguments.append(melovane::linuxnames::decode(argv[i]));
     }
-    return arguments;
+    return melovane::takeSuiteOptions(arguments);
 }
 
 } // namespace
