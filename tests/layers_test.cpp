@@ -248,6 +248,20 @@ TEST(Layers, TheGuardFindsARing)
     EXPECT_EQ(ringOf(graph), QStringList({u"d"_s, u"d"_s}));
 }
 
+TEST(Layers, OneFileAloneMakesFileDialogsAndReadsFilesForTheirKind)
+{
+    static const QRegularExpression reader(
+        u"^(QtWidgets/|QtCore/|QtGui/)?"
+        "Q(FileDialog|FileSystemModel|FileIconProvider|MimeDatabase)$"_s);
+    QSet<QString> users;
+    for (const Include& include : allIncludes()) {
+        if (include.system && reader.match(include.header).hasMatch()) {
+            users.insert(include.file);
+        }
+    }
+    EXPECT_EQ(users, QSet<QString>({u"platform/qt/file_dialogs.cpp"_s}));
+}
+
 TEST(Layers, WidgetsAreNamedByFormsAndGeneralControlsAlone)
 {
     static const QRegularExpression widget(

@@ -114,7 +114,8 @@ void AirVoice::answerRecall(bool isSilent)
         return;
     }
     const bool seeks = recall == VoiceLink::Recall::Seek;
-    if (m_state == State::Playing && !isSilent) {
+    // One that ran dry is silent already, and gets nothing more until it lets go.
+    if (m_state == State::Playing && !isSilent && !m_starves) {
         if (!m_recalled) {
             m_gate.to(0, kEdge);
             m_recalled = true;

@@ -1,6 +1,7 @@
 #include "player/card_keeper.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace melovane {
 
@@ -33,10 +34,10 @@ CardKeeper::State CardKeeper::state() const
     return m_state;
 }
 
-bool CardKeeper::hasChanged() const
+bool CardKeeper::takeChange()
 {
     const std::scoped_lock lock(m_mutex);
-    return m_isNew;
+    return std::exchange(m_isNew, false);
 }
 
 void CardKeeper::close()
@@ -79,7 +80,6 @@ void CardKeeper::beat(bool isSilent)
         const std::scoped_lock lock(m_mutex);
         now = m_state;
         isWanted = m_isWanted;
-        m_isNew = false;
     }
     if (!isWanted) {
         if (now.isOpen) {

@@ -38,11 +38,10 @@ public:
     void wantNone();
     [[nodiscard]] State state() const;
 
-    /// True when what is wanted is not what is open, for what a beat will mend.
-    [[nodiscard]] bool hasChanged() const;
-
     // The side that may wait.
 
+    /// True once after another card was wanted: what is open has to be closed.
+    [[nodiscard]] bool takeChange();
     void close();
     /// Opens, notices a lost card, and takes it back when it is there and nothing plays.
     void beat(bool isSilent);

@@ -257,8 +257,10 @@ bool MixEngine::isSilent() const
 
 void MixEngine::keepCards()
 {
+    // Taken before the cards are opened: what is wanted meanwhile is for the next beat.
+    const std::array changed{m_keepers[0].takeChange(), m_keepers[1].takeChange()};
     const bool isTwo = m_isTwo;
-    if (isTwo != m_sharesTwo || m_keepers[0].hasChanged() || m_keepers[1].hasChanged()) {
+    if (isTwo != m_sharesTwo || changed[0] || changed[1]) {
         for (CardKeeper& keeper : m_keepers) {
             keeper.close();
         }

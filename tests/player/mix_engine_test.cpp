@@ -234,6 +234,29 @@ TEST_F(MixEngineTest, DecodingThatComesTooLateIsCountedAndDoesNotClick)
     expectNoClick();
 }
 
+TEST_F(MixEngineTest, ADeckThatRanDryGoesToAnotherPlaceAndToAnotherEntry)
+{
+    const auto runDry = [this] {
+        for (int i = 0; i < 10 * 44; ++i) {
+            rig.first.pull(1024);
+        }
+    };
+    play(AirDeck::A, u"deep"_s);
+    runDry();
+    ASSERT_EQ(1, report().underruns);
+    rig.engine.seek(AirDeck::A, 3000);
+    rig.run(20'000);
+    EXPECT_EQ(DeckState::Playing, report().state);
+    EXPECT_NEAR(3000 + 20'000 / kMs, report().positionMs, 100);
+    EXPECT_GT(loudest(rig.left(), rig.left().size() - 5000, rig.left().size()), 0.49);
+    runDry();
+    play(AirDeck::A, u"short"_s);
+    rig.run(20'000);
+    EXPECT_EQ(DeckState::Playing, report().state);
+    EXPECT_NEAR(2000, report().toMs, 1);
+    expectNoClick();
+}
+
 TEST_F(MixEngineTest, GarbageInAnEntryIsPlayedAsTheNearestThatCanBe)
 {
     EntrySound garbage = sound(u"short"_s);

@@ -5,12 +5,12 @@
 #include "config/counted_text.h"
 #include "platform/db/db_error.h"
 #include "platform/qt/data_grid.h"
+#include "platform/qt/file_dialogs.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/panel.h"
 #include "platform/qt/split_panel.h"
 
 #include <QCheckBox>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -52,11 +52,11 @@ FindAgainWindow::FindAgainWindow(const Skin& skin,
     , m_trackRows(find, texts)
 {
     chooseFolder = [&texts](QWidget* owner) {
-        return QFileDialog::getExistingDirectory(owner, texts.text(u"find.search"_s));
+        return askFolder(owner, texts.text(u"find.search"_s));
     };
     chooseFile = [&texts](QWidget* owner) {
-        return QFileDialog::getOpenFileName(owner, texts.text(u"find.show"_s), {},
-                                            texts.text(u"find.files.kind"_s) + u" (*.mp3 *.MP3)"_s);
+        return askFile(owner, texts.text(u"find.show"_s), {},
+                       texts.text(u"find.files.kind"_s) + u" (*.mp3 *.MP3)"_s);
     };
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

@@ -1,6 +1,6 @@
 #include "platform/qt/qt_file_chooser.h"
 
-#include <QFileDialog>
+#include "platform/qt/file_dialogs.h"
 
 namespace melovane {
 
@@ -17,14 +17,12 @@ QString filterOf(const FileQuestion& question)
 
 QStringList QtFileChooser::openFiles(const FileQuestion& question)
 {
-    return QFileDialog::getOpenFileNames(m_window, question.title, question.start,
-                                         filterOf(question));
+    return askFiles(m_window, question.title, question.start, filterOf(question));
 }
 
 QString QtFileChooser::saveFile(const FileQuestion& question)
 {
-    return QFileDialog::getSaveFileName(m_window, question.title, question.start,
-                                        filterOf(question));
+    return askSaveFile(m_window, question.title, question.start, filterOf(question));
 }
 
 } // namespace melovane

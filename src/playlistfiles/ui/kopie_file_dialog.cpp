@@ -1,11 +1,11 @@
 #include "playlistfiles/ui/kopie_file_dialog.h"
 
 #include "config/config_objects.h"
+#include "platform/qt/file_dialogs.h"
 #include "platform/qt/icon_set.h"
 
 #include <QButtonGroup>
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -396,8 +396,7 @@ void KopieFileDialog::setOutcome(const QString& text, bool isGood)
 
 std::optional<QString> KopieFileDialog::chooseFolder(const QString& present)
 {
-    const QString chosen =
-        QFileDialog::getExistingDirectory(m_window.get(), m_texts.text(u"export.folder"), present);
+    const QString chosen = askFolder(m_window.get(), m_texts.text(u"export.folder"), present);
     return chosen.isEmpty() ? std::nullopt : std::optional(chosen);
 }
 

@@ -3,6 +3,7 @@
 #include "config/config_objects.h"
 #include "config/counted_text.h"
 #include "platform/db/db_error.h"
+#include "platform/qt/file_dialogs.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/split_panel.h"
 #include "platform/system/timers.h"
@@ -12,7 +13,6 @@
 #include "tagbench/ui/cover_row.h"
 
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -117,16 +117,15 @@ void BenchWindow::buildDialogs()
 {
     const ConfigObjects& texts = m_session.texts();
     chooseFolder = [&texts](QWidget* owner) {
-        return QFileDialog::getExistingDirectory(owner, texts.text(u"bench.addfolder"));
+        return askFolder(owner, texts.text(u"bench.addfolder"));
     };
     chooseFiles = [&texts](QWidget* owner) {
-        return QFileDialog::getOpenFileNames(owner, texts.text(u"bench.addfiles"), {},
-                                             texts.text(u"bench.files.kind") + u" (*.mp3 *.MP3)"_s);
+        return askFiles(owner, texts.text(u"bench.addfiles"), {},
+                        texts.text(u"bench.files.kind") + u" (*.mp3 *.MP3)"_s);
     };
     choosePicture = [&texts](QWidget* owner, const QString& folder) {
-        return QFileDialog::getOpenFileName(owner, texts.text(u"edittag.image.title"), folder,
-                                            texts.text(u"edittag.image.kind") +
-                                                u" (*.bmp *.jpg *.jpeg *.gif *.png)"_s);
+        return askFile(owner, texts.text(u"edittag.image.title"), folder,
+                       texts.text(u"edittag.image.kind") + u" (*.bmp *.jpg *.jpeg *.gif *.png)"_s);
     };
     m_form->cover().choosePicture = [this](const QString& folder) {
         return choosePicture(this, folder);

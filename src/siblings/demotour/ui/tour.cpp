@@ -8,7 +8,6 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -228,7 +227,7 @@ void Tour::saveList()
 
 void Tour::answerSaveDialog()
 {
-    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    auto* dialog = QApplication::activeModalWidget();
     auto* name = dialog != nullptr ? dialog->findChild<QLineEdit*>(u"fileNameEdit"_s) : nullptr;
     if (name == nullptr) {
         fail(u"no dialog asked where to save the playlist"_s);

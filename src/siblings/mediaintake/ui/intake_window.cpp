@@ -2,9 +2,9 @@
 
 #include "config/config_objects.h"
 #include "intake/intake_session.h"
+#include "platform/qt/file_dialogs.h"
 #include "platform/system/readable_name.h"
 
-#include <QFileDialog>
 #include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -47,7 +47,7 @@ makeButton(const ConfigObjects& texts, QWidget* parent, const QString& name, con
 IntakeWindow::IntakeWindow(IntakeSession& session, QWidget* parent)
     : QDialog(parent)
     , chooseFolder([this](QWidget* owner, const QString& from) {
-        return QFileDialog::getExistingDirectory(owner, m_texts.text(u"intake.choose"), from);
+        return askFolder(owner, m_texts.text(u"intake.choose"), from);
     })
     , m_session(session)
     , m_texts(session.texts())

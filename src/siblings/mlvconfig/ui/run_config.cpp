@@ -14,6 +14,7 @@
 #include "platform/linux/only_copy.h"
 #include "platform/linux/sdl_output.h"
 #include "platform/qt/desktop_texts.h"
+#include "platform/qt/file_dialogs.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/skin.h"
@@ -31,7 +32,6 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QDir>
-#include <QFileDialog>
 
 namespace melovane {
 
@@ -131,34 +131,32 @@ public:
 
     [[nodiscard]] SettingsDesk desk()
     {
-        return {.draft = m_draft,
-                .values = m_values,
-                .keys = m_keys,
-                .hints = m_hints,
-                .search = *m_search,
-                .texts = m_texts,
-                .skin = m_skin,
-                .icons = m_icons,
-                .cards = [this] { return cards(); },
-                .testTone = [this](const QString& card,
-                                   int volume) { return m_tone.play(card, volume); },
-                .themes = [this] { return themes(); },
-                .languages = [this] { return languages(); },
-                .nameExample = [this](const QString& format) { return nameExample(format); },
-                .chooseFolder =
-                    [](QWidget* owner, const QString& title, const QString& present) {
-                        return QFileDialog::getExistingDirectory(owner, title, present);
-                    },
-                .chooseLibrary =
-                    [this](QWidget* owner, const QString& title, const QString& present) {
-                        return QFileDialog::getOpenFileName(
-                            owner, title, present,
-                            m_texts.text(u"settings.database.kind") + u" (*.mdb *.db)"_s);
-                    },
-                .chooseColour =
-                    [](QWidget* owner, const QString& title, const QColor& present) {
-                        return QColorDialog::getColor(present, owner, title);
-                    }};
+        return {
+            .draft = m_draft,
+            .values = m_values,
+            .keys = m_keys,
+            .hints = m_hints,
+            .search = *m_search,
+            .texts = m_texts,
+            .skin = m_skin,
+            .icons = m_icons,
+            .cards = [this] { return cards(); },
+            .testTone = [this](const QString& card,
+                               int volume) { return m_tone.play(card, volume); },
+            .themes = [this] { return themes(); },
+            .languages = [this] { return languages(); },
+            .nameExample = [this](const QString& format) { return nameExample(format); },
+            .chooseFolder = [](QWidget* owner, const QString& title,
+                               const QString& present) { return askFolder(owner, title, present); },
+            .chooseLibrary =
+                [this](QWidget* owner, const QString& title, const QString& present) {
+                    return askFile(owner, title, present,
+                                   m_texts.text(u"settings.database.kind") + u" (*.mdb *.db)"_s);
+                },
+            .chooseColour =
+                [](QWidget* owner, const QString& title, const QColor& present) {
+                    return QColorDialog::getColor(present, owner, title);
+                }};
     }
 
     /// Writes what was chosen and tells the console. False when the file cannot be written.
