@@ -17,7 +17,9 @@
 #include <QStorageInfo>
 #include <QTemporaryDir>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -71,6 +73,18 @@ QStringList makeFiles(const QDir& folder, const Case& asked)
     return paths;
 }
 
+/// Brings all that waits in memory to the disc of that folder. The writer waits for the whole
+/// volume: music that was only just made would be counted as its work.
+void settle(const QDir& folder)
+{
+    const int place = ::open(QFile::encodeName(folder.path()).constData(), O_RDONLY | O_DIRECTORY);
+    if (place < 0 || ::syncfs(place) != 0) {
+        std::perror("syncfs");
+        std::exit(2);
+    }
+    ::close(place);
+}
+
 /// Seconds that all files take; below 0 when one of them failed.
 double write(TagWriter& writer, const QStringList& paths)
 {
@@ -99,6 +113,7 @@ double run(const QDir& folder, const Case& asked)
     const QStringList paths = makeFiles(files, asked);
     std::vector<ino_t> before;
     std::transform(paths.begin(), paths.end(), std::back_inserter(before), inodeOf);
+    settle(files);
     const double seconds = write(writer, paths);
     if (seconds <= 0) {
         std::fprintf(stderr, "a file was not written\n");

@@ -86,14 +86,14 @@ BackupDesk::Result BackupDesk::run(const QString& title, const Work& work)
     const auto running = std::make_shared<Running>();
     running->backups = m_parts.makeBackups();
     running->work = work;
-    const auto progress = m_parts.openProgress(m_parts.texts.text(u"backup.title"));
-    const bool finished = m_parts.wait.run([running] { running->run(); },
-                                           [&] {
-                                               if (!progress->show(title, running->percent, 100)) {
-                                                   running->goesOn = false;
-                                               }
-                                               return running->goesOn.load();
-                                           });
+    const bool finished = runWatched(
+        m_parts.tools, m_parts.tools.texts.text(u"backup.title"), [running] { running->run(); },
+        [&](ProgressWindow& window) {
+            if (!window.show(title, running->percent, 100)) {
+                running->goesOn = false;
+            }
+            return running->goesOn.load();
+        });
     if (!finished) {
         return {}; // it gives up at its next step
     }
@@ -103,14 +103,14 @@ BackupDesk::Result BackupDesk::run(const QString& title, const Work& work)
 
 void BackupDesk::log(const Result& result) const
 {
-    if (m_parts.log && !result.damages.isEmpty()) {
-        m_parts.log(u"Backups"_s, result.damages.join(u"; "_s));
+    if (m_parts.tools.log && !result.damages.isEmpty()) {
+        m_parts.tools.log(u"Backups"_s, result.damages.join(u"; "_s));
     }
 }
 
 QString BackupDesk::faultText(const Result& result, const QString& name) const
 {
-    const ConfigObjects& texts = m_parts.texts;
+    const ConfigObjects& texts = m_parts.tools.texts;
     if (result.error == dberror::kInvalidOperation) {
         return texts.text(u"backup.pages", name);
     }
@@ -141,16 +141,16 @@ void BackupDesk::tellFault(const Result& result, const QString& name)
     const bool isGivenUp = result.outcome == BackupOutcome::GivenUp && result.fault.isEmpty() &&
                            result.reason.isEmpty();
     if (isGivenUp) {
-        m_parts.tell(text);
+        m_parts.tools.tell(text);
     } else {
-        m_parts.warnings.ShowWarning(text, WarningType::Note, m_parts.texts.text(u"backup.title"),
-                                     u"backup.failed"_s);
+        m_parts.tools.warnings.ShowWarning(
+            text, WarningType::Note, m_parts.tools.texts.text(u"backup.title"), u"backup.failed"_s);
     }
 }
 
 bool BackupDesk::makeNow()
 {
-    const ConfigObjects& texts = m_parts.texts;
+    const ConfigObjects& texts = m_parts.tools.texts;
     const Result result =
         run(texts.text(u"backup.making"), [](Backups& backups, const BackupStep& step) {
             return backups.make(BackupOccasion::ByHand, step);
@@ -161,29 +161,29 @@ bool BackupDesk::makeNow()
     }
     const std::vector<Backup> all = list();
     if (!all.empty()) {
-        m_parts.tell(texts.text(u"backup.made", all.front().tracks, all.front().lists));
+        m_parts.tools.tell(texts.text(u"backup.made", all.front().tracks, all.front().lists));
     }
     return true;
 }
 
 bool BackupDesk::makeBefore(BackupOccasion occasion)
 {
-    const ConfigObjects& texts = m_parts.texts;
+    const ConfigObjects& texts = m_parts.tools.texts;
     const Result result =
         run(texts.text(u"backup.making"), [occasion](Backups& backups, const BackupStep& step) {
             return backups.make(occasion, step);
         });
     return result.isDone() ||
-           m_parts.warnings.ShowWarning(texts.text(u"backup.goon", faultText(result, {})),
-                                        WarningType::Question, texts.text(u"backup.title"),
-                                        u"backup.goon"_s) == WarningAnswer::Yes;
+           m_parts.tools.warnings.ShowWarning(texts.text(u"backup.goon", faultText(result, {})),
+                                              WarningType::Question, texts.text(u"backup.title"),
+                                              u"backup.goon"_s) == WarningAnswer::Yes;
 }
 
 void BackupDesk::check(const Backup& backup)
 {
     const QString name = backup.name;
     const Result result =
-        run(m_parts.texts.text(u"backup.checking"),
+        run(m_parts.tools.texts.text(u"backup.checking"),
             [name](Backups& backups, const BackupStep& step) { return backups.check(name, step); });
     if (!result.isDone()) {
         tellFault(result, name);
@@ -192,34 +192,34 @@ void BackupDesk::check(const Backup& backup)
 
 bool BackupDesk::restore(const Backup& backup, bool withSettings)
 {
-    const ConfigObjects& texts = m_parts.texts;
+    const ConfigObjects& texts = m_parts.tools.texts;
     const auto count = [](int number) { return number < 0 ? u"?"_s : QString::number(number); };
     const QString moment = dateText(backup.made);
-    if (m_parts.warnings.ShowWarning(texts.text(u"backup.ask", m_parts.library(), moment,
-                                                count(backup.tracks), count(backup.lists)),
-                                     WarningType::Question, texts.text(u"backup.title"),
-                                     u"backup.ask"_s) != WarningAnswer::Yes) {
+    if (m_parts.tools.warnings.ShowWarning(texts.text(u"backup.ask", m_parts.library(), moment,
+                                                      count(backup.tracks), count(backup.lists)),
+                                           WarningType::Question, texts.text(u"backup.title"),
+                                           u"backup.ask"_s) != WarningAnswer::Yes) {
         return false;
     }
-    m_parts.takeLibrary();
+    m_parts.tools.takeLibrary();
     const QString name = backup.name;
     const Result result = run(texts.text(u"backup.restoring"),
                               [name, withSettings](Backups& backups, const BackupStep& step) {
                                   return backups.restore(name, withSettings, step);
                               });
-    m_parts.giveLibrary();
+    m_parts.tools.giveLibrary();
     if (!result.isDone()) {
         tellFault(result, name);
         return false;
     }
-    m_parts.tell(
+    m_parts.tools.tell(
         texts.text(withSettings ? u"backup.restored.settings" : u"backup.restored", moment));
     return true;
 }
 
 bool BackupDesk::rescue(const QString& fault)
 {
-    const ConfigObjects& texts = m_parts.texts;
+    const ConfigObjects& texts = m_parts.tools.texts;
     const std::vector<Backup> all = list();
     const auto good = std::find_if(all.begin(), all.end(), [](const Backup& backup) {
         return backup.state != BackupState::Damaged;
@@ -228,10 +228,10 @@ bool BackupDesk::rescue(const QString& fault)
         return false;
     }
     const auto count = [](int number) { return number < 0 ? u"?"_s : QString::number(number); };
-    if (m_parts.warnings.ShowWarning(texts.text(u"backup.rescue", fault, dateText(good->made),
-                                                count(good->tracks), count(good->lists)),
-                                     WarningType::Question, texts.text(u"backup.title"),
-                                     u"backup.rescue"_s) != WarningAnswer::Yes) {
+    if (m_parts.tools.warnings.ShowWarning(texts.text(u"backup.rescue", fault, dateText(good->made),
+                                                      count(good->tracks), count(good->lists)),
+                                           WarningType::Question, texts.text(u"backup.title"),
+                                           u"backup.rescue"_s) != WarningAnswer::Yes) {
         return false;
     }
     const QString name = good->name;
@@ -255,8 +255,8 @@ void BackupDesk::startDaily()
     m_daily->work = [](Backups& backups, const BackupStep& step) {
         return backups.isDue() ? backups.make(BackupOccasion::Daily, step) : BackupOutcome::Busy;
     };
-    m_parts.worker.run([running = m_daily] { running->run(); },
-                       [this, running = m_daily] { dailyDone(*running); });
+    m_parts.tools.worker.run([running = m_daily] { running->run(); },
+                             [this, running = m_daily] { dailyDone(*running); });
 }
 
 /// Who works with the backups at that moment makes one himself.
@@ -272,10 +272,10 @@ void BackupDesk::dailyDone(const Running& running)
         return;
     }
     const QString text = faultText(result, {});
-    if (m_parts.log) {
-        m_parts.log(u"Backups"_s, text);
+    if (m_parts.tools.log) {
+        m_parts.tools.log(u"Backups"_s, text);
     }
-    m_parts.tell(text);
+    m_parts.tools.tell(text);
 }
 
 // ---- texts
@@ -300,13 +300,13 @@ QString BackupDesk::dateText(const QDateTime& moment) const
 
 QString BackupDesk::sizeText(qint64 bytes) const
 {
-    return QLocale(m_parts.texts.text(u"Sprach.Code"))
+    return QLocale(m_parts.tools.texts.text(u"Sprach.Code"))
         .formattedDataSize(bytes, bytes < kGigabyte ? 0 : 1, QLocale::DataSizeTraditionalFormat);
 }
 
 QString BackupDesk::occasionText(const Backup& backup) const
 {
-    const ConfigObjects& texts = m_parts.texts;
+    const ConfigObjects& texts = m_parts.tools.texts;
     switch (backup.occasion) {
     case BackupOccasion::Daily:
         return texts.text(u"backup.daily");
@@ -328,23 +328,24 @@ QString BackupDesk::occasionText(const Backup& backup) const
 
 QString BackupDesk::stateText(const Backup& backup) const
 {
-    return backupStateText(m_parts.texts, backup.state);
+    return backupStateText(m_parts.tools.texts, backup.state);
 }
 
 QString BackupDesk::checkText(const Backup& backup) const
 {
     if (!backup.checked.isValid()) {
-        return backup.state == BackupState::Damaged ? stateText(backup)
-                                                    : m_parts.texts.text(u"backup.unchecked.long");
+        return backup.state == BackupState::Damaged
+                   ? stateText(backup)
+                   : m_parts.tools.texts.text(u"backup.unchecked.long");
     }
-    return m_parts.texts.text(u"backup.checked", backup.checked.toString(u"dd.MM.yyyy"_s),
-                              backup.checked.toString(u"HH:mm"_s), stateText(backup));
+    return m_parts.tools.texts.text(u"backup.checked", backup.checked.toString(u"dd.MM.yyyy"_s),
+                                    backup.checked.toString(u"HH:mm"_s), stateText(backup));
 }
 
 QString BackupDesk::freeText() const
 {
     const auto space = m_parts.files.space(m_parts.dataFolder);
-    return space ? m_parts.texts.text(u"backup.free", sizeText(space->free)) : QString();
+    return space ? m_parts.tools.texts.text(u"backup.free", sizeText(space->free)) : QString();
 }
 
 } // namespace melovane

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "care/backups.h"
-#include "store/error_sink.h"
+#include "care/desk_tools.h"
 
 #include <atomic>
 #include <functional>
@@ -10,10 +10,6 @@
 namespace melovane {
 
 class ConfigObjects;
-class LiveWait;
-class ProgressWindow;
-class Warnings;
-class Worker;
 
 /// What is known about a backup as a file, in a word for a person.
 [[nodiscard]] QString backupStateText(const ConfigObjects& texts, BackupState state);
@@ -21,23 +17,13 @@ class Worker;
 /// The parts of the program that the backups use; they outlive the desk.
 struct BackupDeskParts
 {
-    const ConfigObjects& texts;
+    DeskTools tools;
     const Files& files;
-    Warnings& warnings;
-    LiveWait& wait; ///< for works that the user waits for
-    Worker& worker; ///< for the one of the day
     /// The backups of the present library, with all that they use: they share nothing with the
     /// window and may be used on another thread.
     std::function<std::shared_ptr<Backups>()> makeBackups;
     std::function<QString()> library; ///< full path
     QString dataFolder;
-    std::function<std::unique_ptr<ProgressWindow>(const QString& title)> openProgress;
-    std::function<void(const QString& text)> tell; ///< for the status line
-    ErrorSink log;
-    /// Takes the library away from every program, this one included.
-    std::function<void()> takeLibrary = [] {};
-    /// Gives it back; all views show what stands in it.
-    std::function<void()> giveLibrary = [] {};
 };
 
 /// What the user does with backups, in words of his language. The window stays alive meanwhile.
@@ -79,7 +65,7 @@ public:
 
     // Texts of the window.
 
-    [[nodiscard]] const ConfigObjects& texts() const { return m_parts.texts; }
+    [[nodiscard]] const ConfigObjects& texts() const { return m_parts.tools.texts; }
 
     [[nodiscard]] QString dateText(const QDateTime& moment) const;
     [[nodiscard]] QString sizeText(qint64 bytes) const;

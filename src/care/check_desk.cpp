@@ -73,16 +73,15 @@ CheckDesk::Findings CheckDesk::run(const std::shared_ptr<LibraryCheck>& check)
 {
     const auto running = std::make_shared<Running>();
     running->check = check;
-    const auto progress = m_parts.openProgress(m_parts.texts.text(u"check.title"));
-    const bool finished =
-        m_parts.wait.run([running] { running->run(); },
-                         [&] {
-                             if (!progress->show(m_parts.texts.text(u"check.running"),
-                                                 running->done, running->whole)) {
-                                 running->goesOn = false;
-                             }
-                             return running->goesOn.load();
-                         });
+    const bool finished = runWatched(
+        m_parts.tools, m_parts.tools.texts.text(u"check.title"), [running] { running->run(); },
+        [&](ProgressWindow& window) {
+            if (!window.show(m_parts.tools.texts.text(u"check.running"), running->done,
+                             running->whole)) {
+                running->goesOn = false;
+            }
+            return running->goesOn.load();
+        });
     if (!finished || !running->findings) {
         return std::nullopt;
     }
@@ -92,15 +91,15 @@ CheckDesk::Findings CheckDesk::run(const std::shared_ptr<LibraryCheck>& check)
 
 void CheckDesk::check()
 {
-    const ConfigObjects& texts = m_parts.texts;
+    const ConfigObjects& texts = m_parts.tools.texts;
     const Findings findings = run(m_parts.makeCheck());
     if (!findings) {
-        m_parts.tell(texts.text(u"backup.givenup"));
+        m_parts.tools.tell(texts.text(u"backup.givenup"));
         return;
     }
     if (findings->empty()) {
-        m_parts.warnings.ShowWarning(texts.text(u"check.whole"), WarningType::Note,
-                                     texts.text(u"check.title"), u"check.whole"_s);
+        m_parts.tools.warnings.ShowWarning(texts.text(u"check.whole"), WarningType::Note,
+                                           texts.text(u"check.title"), u"check.whole"_s);
         return;
     }
     log(*findings);
@@ -110,28 +109,28 @@ void CheckDesk::check()
     }
     const QString text = texts.text(u"check.found", qint64(findings->size())) + u"\n\n"_s +
                          toldText(*findings) + u"\n\n"_s + texts.text(u"check.mend");
-    if (m_parts.warnings.ShowWarning(text, WarningType::Question, texts.text(u"check.title"),
-                                     u"check.mend"_s) == WarningAnswer::Yes) {
+    if (m_parts.tools.warnings.ShowWarning(text, WarningType::Question, texts.text(u"check.title"),
+                                           u"check.mend"_s) == WarningAnswer::Yes) {
         repair(*findings);
     }
 }
 
 void CheckDesk::repair(const std::vector<Finding>& findings)
 {
-    const ConfigObjects& texts = m_parts.texts;
+    const ConfigObjects& texts = m_parts.tools.texts;
     const std::shared_ptr<LibraryCheck> check = m_parts.makeCheck();
-    m_parts.takeLibrary();
+    m_parts.tools.takeLibrary();
     bool treesAreNew = false;
     const int error =
-        quietly(m_parts.log, u"Check"_s, [&] { treesAreNew = check->repair(findings); });
+        quietly(m_parts.tools.log, u"Check"_s, [&] { treesAreNew = check->repair(findings); });
     const Findings left = run(check);
-    m_parts.giveLibrary();
+    m_parts.tools.giveLibrary();
     if (treesAreNew) {
         m_parts.rebuildTrees();
     }
     const auto count = left ? qint64(left->size()) : qint64(findings.size());
     if (error == 0 && count == 0) {
-        m_parts.tell(texts.text(u"check.mended", qint64(findings.size())));
+        m_parts.tools.tell(texts.text(u"check.mended", qint64(findings.size())));
     } else {
         tellFound(left.value_or(findings), texts.text(u"check.left", count));
     }
@@ -141,26 +140,26 @@ void CheckDesk::tellFound(const std::vector<Finding>& findings, const QString& h
 {
     QString text = heading + u"\n\n"_s + toldText(findings);
     if (needsBackup(findings)) {
-        text += u"\n\n"_s + m_parts.texts.text(u"check.restore");
+        text += u"\n\n"_s + m_parts.tools.texts.text(u"check.restore");
     }
-    m_parts.warnings.ShowWarning(text, WarningType::Note, m_parts.texts.text(u"check.title"),
-                                 u"check.found"_s);
+    m_parts.tools.warnings.ShowWarning(text, WarningType::Note,
+                                       m_parts.tools.texts.text(u"check.title"), u"check.found"_s);
 }
 
 QString CheckDesk::toldText(const std::vector<Finding>& findings) const
 {
-    const QStringList lines = reportLines(m_parts.texts, findings);
+    const QStringList lines = reportLines(m_parts.tools.texts, findings);
     QStringList told = lines.first(std::min(lines.size(), kMaxTold));
     if (lines.size() > kMaxTold) {
-        told.append(m_parts.texts.text(u"check.more", lines.size() - kMaxTold));
+        told.append(m_parts.tools.texts.text(u"check.more", lines.size() - kMaxTold));
     }
     return told.join(u'\n');
 }
 
 void CheckDesk::log(const std::vector<Finding>& findings) const
 {
-    if (m_parts.log) {
-        m_parts.log(u"Check"_s, reportLines(m_parts.texts, findings).join(u"; "_s));
+    if (m_parts.tools.log) {
+        m_parts.tools.log(u"Check"_s, reportLines(m_parts.tools.texts, findings).join(u"; "_s));
     }
 }
 
@@ -171,11 +170,11 @@ void CheckDesk::checkBehind()
     }
     m_behind = std::make_shared<Running>();
     m_behind->check = m_parts.makeCheck();
-    m_parts.worker.run([running = m_behind] { running->run(); },
-                       [this, running = m_behind] {
-                           m_behind.reset();
-                           behindDone(running->findings);
-                       });
+    m_parts.tools.worker.run([running = m_behind] { running->run(); },
+                             [this, running = m_behind] {
+                                 m_behind.reset();
+                                 behindDone(running->findings);
+                             });
 }
 
 void CheckDesk::behindDone(const Findings& findings)
@@ -185,11 +184,11 @@ void CheckDesk::behindDone(const Findings& findings)
     }
     m_parts.checked(qint64(findings->size()));
     if (findings->empty()) {
-        m_parts.tell(m_parts.texts.text(u"check.started"));
+        m_parts.tools.tell(m_parts.tools.texts.text(u"check.started"));
         return;
     }
     log(*findings);
-    tellFound(*findings, m_parts.texts.text(u"check.found", qint64(findings->size())));
+    tellFound(*findings, m_parts.tools.texts.text(u"check.found", qint64(findings->size())));
 }
 
 } // namespace melovane

@@ -1,34 +1,20 @@
 #pragma once
 
+#include "care/desk_tools.h"
 #include "care/library_check.h"
-#include "store/error_sink.h"
 
 #include <atomic>
 #include <memory>
 
 namespace melovane {
 
-class ConfigObjects;
-class LiveWait;
-class ProgressWindow;
-class Warnings;
-class Worker;
-
 /// The parts of the program that the check uses; they outlive the desk.
 struct CheckDeskParts
 {
-    const ConfigObjects& texts;
-    Warnings& warnings;
-    LiveWait& wait;
-    Worker& worker; ///< for the check behind the window
+    DeskTools tools;
     /// A check of the present library with all that it uses; it shares nothing with the window and
     /// may be used on another thread. Of the window's thread.
     std::function<std::shared_ptr<LibraryCheck>()> makeCheck;
-    std::function<std::unique_ptr<ProgressWindow>(const QString& title)> openProgress;
-    std::function<void(const QString& text)> tell; ///< for the status line
-    ErrorSink log;
-    std::function<void()> takeLibrary = [] {}; ///< from all programs, this one included
-    std::function<void()> giveLibrary = [] {};
     std::function<void()> rebuildTrees = [] {};
     /// Hears of each check that was not given up.
     std::function<void(qint64 findings)> checked = [](qint64) {};

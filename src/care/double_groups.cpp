@@ -5,6 +5,7 @@
 #include "platform/db/sql_text.h"
 #include "platform/db/text_compare.h"
 #include "platform/media/audio_identity.h"
+#include "store/file_locator.h"
 #include "store/track_fields.h"
 
 #include <QHash>
@@ -127,6 +128,7 @@ template <typename Question> std::vector<Tracks> parted(const Tracks& tracks, Qu
 
 void groupBySound(const Tracks& tracks,
                   const AudioIdentity& audio,
+                  FileLocator& locator,
                   DoubleProgress& progress,
                   const KeepSound& keep,
                   std::vector<DoubleGroup>& groups)
@@ -144,8 +146,8 @@ void groupBySound(const Tracks& tracks,
     for (const auto& [length, bucket] : byLength) {
         const auto sampled = parted(bucket, [&](const DoubleTrack& track) {
             ++progress.done;
-            const auto print =
-                progress.isCancelled ? std::optional<AudioPrint>() : audio.sampled(track.place());
+            const auto print = progress.isCancelled ? std::optional<AudioPrint>()
+                                                    : audio.sampled(locator.placeOf(track.place()));
             if (print && keep) {
                 keep(track.fid, *print);
             }
@@ -154,7 +156,7 @@ void groupBySound(const Tracks& tracks,
         for (const Tracks& some : sampled) {
             for (Tracks& same : parted(some, [&](const DoubleTrack& track) {
                      return progress.isCancelled ? std::optional<AudioPrint>()
-                                                 : audio.whole(track.place());
+                                                 : audio.whole(locator.placeOf(track.place()));
                  })) {
                 addGroup(groups, std::move(same), true);
             }
@@ -227,6 +229,7 @@ int bestOf(const std::vector<DoubleTrack>& tracks)
 
 std::vector<DoubleGroup> findDoubles(Database& database,
                                      const AudioIdentity& audio,
+                                     FileLocator& locator,
                                      unsigned kinds,
                                      DoubleProgress& progress,
                                      const KeepSound& keep)
@@ -234,7 +237,7 @@ std::vector<DoubleGroup> findDoubles(Database& database,
     std::vector<DoubleGroup> groups;
     const Tracks tracks = readCandidates(database, kinds);
     if ((kinds & unsigned(DoubleKind::Sound)) != 0) {
-        groupBySound(tracks, audio, progress, keep, groups);
+        groupBySound(tracks, audio, locator, progress, keep, groups);
     }
     if ((kinds & unsigned(DoubleKind::Names)) != 0) {
         groupByNames(tracks, groups);

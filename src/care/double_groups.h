@@ -10,7 +10,7 @@ namespace melovane {
 
 class AudioIdentity;
 class Database;
-class Files;
+class FileLocator;
 struct AudioPrint;
 
 /// A row that may be there twice.
@@ -70,6 +70,7 @@ using KeepSound = std::function<void(const QString& fid, const AudioPrint& print
 /// samples agree. For a thread of its own. \throws DbError
 [[nodiscard]] std::vector<DoubleGroup> findDoubles(Database& database,
                                                    const AudioIdentity& audio,
+                                                   FileLocator& locator,
                                                    unsigned kinds,
                                                    DoubleProgress& progress,
                                                    const KeepSound& keep = {});

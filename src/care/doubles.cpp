@@ -1,10 +1,12 @@
 #include "care/doubles.h"
 
+#include "care/merge_journal.h"
 #include "config/global_settings.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/media/audio_identity.h"
 #include "platform/system/worker.h"
+#include "store/file_locator.h"
 #include "store/kept_sounds.h"
 
 namespace melovane {
@@ -17,6 +19,7 @@ struct Doubles::Job
     std::vector<DoubleGroup> groups;
     QString failure;
     std::unique_ptr<RecycleRun> recycling;
+    std::unique_ptr<MergeJournal> journal; ///< of the files that are moved
 };
 
 Doubles::Doubles(Parts parts)
@@ -26,7 +29,7 @@ Doubles::Doubles(Parts parts)
 Doubles::~Doubles()
 {
     changed = {};
-    cancel();
+    stop();
 }
 
 void Doubles::run(const std::shared_ptr<Job>& job,
@@ -54,7 +57,7 @@ void Doubles::finish()
     }
 }
 
-void Doubles::cancel()
+void Doubles::stop()
 {
     if (m_job) {
         m_job->progress.isCancelled = true;
@@ -63,6 +66,14 @@ void Doubles::cancel()
         }
         finish();
     }
+}
+
+void Doubles::cancel()
+{
+    if (m_job && m_job->journal) {
+        m_job->journal->end();
+    }
+    stop();
 }
 
 std::pair<int, int> Doubles::progress() const
@@ -86,14 +97,16 @@ void Doubles::search(unsigned kinds)
     run(
         job,
         [there, kinds, &audio = m_parts.audio, makeEngine = m_parts.makeEngine,
-         makeFiles = m_parts.recycler.makeFiles, file = m_parts.settings.DbName()] {
+         makeFiles = m_parts.recycler.makeFiles, file = m_parts.settings.DbName(),
+         folder = m_parts.recycler.dataFolder] {
             try {
                 const auto engine = makeEngine();
                 const auto files = makeFiles();
                 const QHash<QString, AudioPrint> known = KeptSounds::read(*files, file);
                 KeptSounds sounds(*files, file);
+                FileLocator locator(*files, folder);
                 there->groups =
-                    findDoubles(*engine->OpenDatabase(file), audio, kinds, there->progress,
+                    findDoubles(*engine->OpenDatabase(file), audio, locator, kinds, there->progress,
                                 [&](const QString& fid, const AudioPrint& print) {
                                     if (known.value(fid) != print) {
                                         sounds.add(fid, print);
@@ -159,22 +172,55 @@ MergeResult Doubles::merge(bool recycle, const MergeStep& goOn)
             }
         }
     }
-    const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
-    MergeResult result = mergeTracks(*database, m_parts.history, m_parts.files, orders, goOn);
+    auto journal = std::make_unique<MergeJournal>(m_parts.files, m_parts.settings.DbName());
+    MergeResult result = mergeNoted(orders, goOn, recycle ? journal.get() : nullptr);
     if (result.isCancelled) {
         return result;
     }
     std::erase_if(m_groups, [](const DoubleGroup& group) { return group.isChosen; });
     if (recycle && !result.files.empty()) {
-        const auto job = std::make_shared<Job>();
-        job->recycling = std::make_unique<RecycleRun>(m_parts.recycler, result.files,
-                                                      RecycleFolder::Reason::Deleted);
-        run(
-            job, [run = job->recycling.get()] { run->run(); }, [this] { finish(); });
+        moveFiles(result.files, std::move(journal));
     } else if (changed) {
         changed();
     }
     return result;
+}
+
+/// \param journal of the files that are to move; null when they stay
+MergeResult Doubles::mergeNoted(const std::vector<MergeOrder>& orders,
+                                const MergeStep& goOn,
+                                MergeJournal* journal)
+{
+    const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
+    FileLocator locator(m_parts.files, m_parts.recycler.dataFolder);
+    try {
+        return mergeTracks(*database, m_parts.history, {m_parts.files, locator}, orders, goOn,
+                           [&](const std::vector<RemovedTrack>& files) {
+                               if (journal) {
+                                   journal->begin(files, locator);
+                               }
+                           });
+    } catch (const DbError&) {
+        if (journal) {
+            journal->end();
+        }
+        throw;
+    }
+}
+
+void Doubles::moveFiles(const std::vector<RemovedTrack>& tracks,
+                        std::unique_ptr<MergeJournal> journal)
+{
+    const auto job = std::make_shared<Job>();
+    job->recycling =
+        std::make_unique<RecycleRun>(m_parts.recycler, tracks, RecycleFolder::Reason::Deleted);
+    job->journal = std::move(journal);
+    run(
+        job, [run = job->recycling.get()] { run->run(); },
+        [this, there = job.get()] {
+            there->journal->end();
+            finish();
+        });
 }
 
 } // namespace melovane

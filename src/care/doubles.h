@@ -18,6 +18,7 @@ class DBEngine;
 class Files;
 class GlobalSettings;
 class ListHistory;
+class MergeJournal;
 class Worker;
 
 /// Tracks that are there twice, as the user meets them: searching, which one stays, merging. Knows
@@ -30,7 +31,7 @@ public:
         DBEngine& engine;
         ListHistory& history;
         const GlobalSettings& settings;
-        const Files& files;
+        Files& files;
         const AudioIdentity& audio;
         Worker& worker;
         std::function<std::unique_ptr<DBEngine>()> makeEngine; ///< for the worker
@@ -38,7 +39,8 @@ public:
     };
 
     explicit Doubles(Parts parts);
-    /// Ends what goes on; its result is dropped.
+    /// Ends what goes on; its result is dropped, and files that wait to be moved are moved at the
+    /// next start, see LeftMerges.
     ~Doubles();
     Doubles(const Doubles&) = delete;
     Doubles& operator=(const Doubles&) = delete;
@@ -49,7 +51,8 @@ public:
     /// Searches the whole library. \param kinds of DoubleKind, added
     void search(unsigned kinds);
 
-    /// Ends what goes on; groups stay as they were, files that were moved stay moved.
+    /// Ends what goes on; groups stay as they were, files that were moved stay moved, and the other
+    /// ones stay where they are.
     void cancel();
 
     /// Whether a search, or the moving of files, goes on.
@@ -76,7 +79,7 @@ public:
     /// Merges the chosen groups as one step that can be taken back, and forgets them. Files of
     /// removed tracks go to the recycle folder behind it when that is asked for, by the worker;
     /// taking the step back does not bring them.
-    /// \throws DbError, and nothing has changed
+    /// \throws DbError, and IoError when these files cannot be noted: nothing has changed then
     [[nodiscard]] MergeResult merge(bool recycle, const MergeStep& goOn = {});
 
 private:
@@ -86,6 +89,10 @@ private:
              const std::function<void()>& work,
              const std::function<void()>& done);
     void finish();
+    void stop();
+    [[nodiscard]] MergeResult
+    mergeNoted(const std::vector<MergeOrder>& orders, const MergeStep& goOn, MergeJournal* journal);
+    void moveFiles(const std::vector<RemovedTrack>& tracks, std::unique_ptr<MergeJournal> journal);
 
     Parts m_parts;
     QString m_failure;

@@ -6,6 +6,7 @@
 #include "platform/system/files.h"
 #include "playlists/list_edit.h"
 #include "playlists/playlist_table.h"
+#include "store/file_locator.h"
 #include "store/track_writing.h"
 
 #include <algorithm>
@@ -37,9 +38,9 @@ bool isOneFile(const std::optional<FileFacts>& one, const std::optional<FileFact
 class Merging
 {
 public:
-    Merging(Database& database, const Files& files, ListEdit& edit, MergeResult& result)
+    Merging(Database& database, const MergeDisk& disk, ListEdit& edit, MergeResult& result)
         : m_database(database)
-        , m_files(files)
+        , m_disk(disk)
         , m_edit(edit)
         , m_result(result)
     {}
@@ -74,6 +75,11 @@ public:
     }
 
 private:
+    [[nodiscard]] std::optional<FileFacts> factsOf(const QString& place)
+    {
+        return m_disk.files.facts(m_disk.locator.placeOf(place));
+    }
+
     [[nodiscard]] bool isAsSeen(const MergedRow& row)
     {
         const auto now = m_database.OpenRecordset(u"select Path, DName from db_all where FID="_s +
@@ -84,7 +90,7 @@ private:
     [[nodiscard]] QStringList goingOf(const MergeOrder& order)
     {
         QStringList others;
-        if (isAsSeen(order.kept) && m_files.fileExists(order.kept.place)) {
+        if (isAsSeen(order.kept) && !m_disk.locator.placeOf(order.kept.place).isEmpty()) {
             for (const MergedRow& row : order.others) {
                 if (row.fid != order.kept.fid && isAsSeen(row)) {
                     others.append(row.fid);
@@ -96,9 +102,9 @@ private:
 
     void noteFiles(const MergedRow& kept, const QString& condition)
     {
-        const auto stays = m_files.facts(kept.place);
+        const auto stays = factsOf(kept.place);
         for (RemovedTrack& track : tracksToRemove(m_database, condition, Dependencies::Stay)) {
-            if (!isOneFile(stays, m_files.facts(track.path + track.name)) &&
+            if (!isOneFile(stays, factsOf(track.path + track.name)) &&
                 !hasAnotherRow(track, condition)) {
                 m_result.files.push_back(std::move(track));
             }
@@ -162,7 +168,7 @@ private:
     }
 
     Database& m_database;
-    const Files& m_files;
+    const MergeDisk& m_disk;
     ListEdit& m_edit;
     MergeResult& m_result;
     std::vector<Pnid> m_lists;
@@ -172,13 +178,14 @@ private:
 
 MergeResult mergeTracks(Database& database,
                         ListHistory& history,
-                        const Files& files,
+                        const MergeDisk& disk,
                         const std::vector<MergeOrder>& orders,
-                        const MergeStep& goOn)
+                        const MergeStep& goOn,
+                        const MergeRecord& record)
 {
     MergeResult result;
     ListEdit edit(history, database, ListAction::Merge, Pnid{});
-    Merging work(database, files, edit, result);
+    Merging work(database, disk, edit, result);
     const int size = int(orders.size());
     for (int i = 0; i < size; ++i) {
         if (i > 0 && i % kOrdersAtOnce == 0 && goOn && !goOn(i, size)) {
@@ -189,6 +196,9 @@ MergeResult mergeTracks(Database& database,
         work.merge(orders[size_t(i)]);
     }
     work.markLists();
+    if (record) {
+        record(result.files);
+    }
     edit.commit();
     return result;
 }

@@ -10,6 +10,7 @@
 namespace melovane {
 
 class Database;
+class FileLocator;
 class Files;
 class ListHistory;
 
@@ -37,8 +38,19 @@ struct MergeResult
     bool isCancelled = false; ///< nothing has changed then
 };
 
+/// What a merge asks about files.
+struct MergeDisk
+{
+    const Files& files;
+    FileLocator& locator;
+};
+
 /// How many of how many orders are done. False ends the work and takes all of it back.
 using MergeStep = std::function<bool(int done, int size)>;
+
+/// Called with the files of a result before the change is made for good: what it throws takes all
+/// of it back.
+using MergeRecord = std::function<void(const std::vector<RemovedTrack>& files)>;
 
 /// Makes one row of several: list entries and all that was played go over to the one that stays,
 /// its counters take up theirs, the others leave the library. An entry stays where it stands in its
@@ -46,11 +58,12 @@ using MergeStep = std::function<bool(int done, int size)>;
 ///
 /// All of it is one transaction and one step of the history. Lists that held such a track are
 /// marked to be written again. No file is touched; who calls has the trees made anew.
-/// \throws DbError, and nothing has changed
+/// \throws DbError, and what `record` throws: nothing has changed then
 [[nodiscard]] MergeResult mergeTracks(Database& database,
                                       ListHistory& history,
-                                      const Files& files,
+                                      const MergeDisk& disk,
                                       const std::vector<MergeOrder>& orders,
-                                      const MergeStep& goOn = {});
+                                      const MergeStep& goOn = {},
+                                      const MergeRecord& record = {});
 
 } // namespace melovane

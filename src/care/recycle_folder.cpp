@@ -32,6 +32,13 @@ constexpr qint64 kLargestFile = qint64{2} * 1024 * 1024 * 1024;
 /// Numbers tried for a name that is taken.
 constexpr int kMaxNumber = 10'000;
 
+/// What tells a record from another one: a program that is killed before the file moves has written
+/// it, and the next one writes it again.
+QString moveOf(const RecycledFile& file)
+{
+    return file.from + u'\n' + file.to;
+}
+
 QByteArray lineOf(const RecycledFile& file)
 {
     const QJsonObject record{
@@ -242,6 +249,7 @@ void RecycleFolder::remember(const QString& recycler)
 std::vector<RecycledFile> RecycleFolder::all() const
 {
     std::vector<RecycledFile> result;
+    QHash<QString, size_t> known;
     for (const QString& folder : folders()) {
         const QString records = path::join(folder, kRecords);
         if (!m_parts.files.fileExists(records)) {
@@ -253,7 +261,14 @@ std::vector<RecycledFile> RecycleFolder::all() const
                 continue;
             }
             file->isHere = m_parts.files.fileExists(file->to);
-            if (file->isHere || m_parts.files.fileExists(file->from)) {
+            if (!file->isHere && !m_parts.files.fileExists(file->from)) {
+                continue;
+            }
+            const auto former = known.constFind(moveOf(*file));
+            if (former != known.cend()) {
+                result[*former] = std::move(*file);
+            } else {
+                known.insert(moveOf(*file), result.size());
                 result.push_back(std::move(*file));
             }
         }
@@ -323,16 +338,25 @@ void RecycleFolder::replaceLines(const QString& folder,
 
 void RecycleFolder::forget(const std::vector<RecycledFile>& files)
 {
-    QHash<QString, QSet<QByteArray>> gone; // lines by folder
+    struct Gone
+    {
+        QSet<QString> moves;
+        QSet<QByteArray> batch;
+    };
+
+    QHash<QString, Gone> gone; // by folder
     for (const RecycledFile& file : files) {
-        gone[file.folder] << lineOf(file) << batchLine(file);
+        gone[file.folder].moves << moveOf(file);
+        gone[file.folder].batch << batchLine(file);
     }
     for (auto folder = gone.cbegin(); folder != gone.cend(); ++folder) {
-        const auto isGone = [&](const QByteArray& line) { return folder->contains(line); };
         QList<QByteArray> batch = linesOf(folder.key(), recyclescript::kBatch);
-        batch.removeIf(isGone);
+        batch.removeIf([&](const QByteArray& line) { return folder->batch.contains(line); });
         QList<QByteArray> records = linesOf(folder.key(), kRecords);
-        records.removeIf(isGone);
+        records.removeIf([&](const QByteArray& line) {
+            const auto record = recordOf(folder.key(), line);
+            return record && folder->moves.contains(moveOf(*record));
+        });
         QList<QByteArray> shell;
         for (const QByteArray& line : records) {
             if (const auto left = recordOf(folder.key(), line)) {

@@ -66,7 +66,7 @@ public:
 
     /// What can be put back, the oldest first; folders of volumes that are not here are left out,
     /// and so is a line of the side record that names a file outside of the recycle folder, or a
-    /// place outside of its volume.
+    /// place outside of its volume. A file whose record was written twice is there once.
     [[nodiscard]] std::vector<RecycledFile> all() const;
 
     /// Moves a file back to where it was; folders are made anew. It stays recycled when something

@@ -111,6 +111,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"bench.left.one", u"1 nicht vollständig."},
     {u"bench.cancelled", u"Abgebrochen, nichts wurde geändert."},
     {u"bench.busy", u"Ein anderes Fenster des Tag-Editors schreibt gerade."},
+    {u"bench.unread", u"Die Bibliothek ist nicht lesbar: $1"},
     {u"bench.failed", u"Nicht gespeichert, nichts wurde geändert: $1"},
     {u"bench.fault.gone", u"Der Titel ist nicht mehr in der Bibliothek"},
     {u"bench.fault.changed", u"Inzwischen anderswo geändert"},

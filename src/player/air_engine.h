@@ -66,7 +66,7 @@ struct CardReport
 ///
 /// All operations belong to the thread of the window, return at once and throw nothing: opening
 /// files and cards is done beside. So a report tells a little later what came of them. Whatever is
-/// asked for, nothing clicks: what was not prepared comes and goes within five milliseconds.
+/// asked for, nothing clicks: what was not prepared comes and goes within six milliseconds.
 class AirEngine
 {
 public:
@@ -101,7 +101,7 @@ public:
     /// Takes back a start that is still to come.
     virtual void cancelStart(AirDeck deck) = 0;
 
-    /// Falls silent within so many milliseconds, at least five, and ends there. A deck that is
+    /// Falls silent within so many milliseconds, at least six, and ends there. A deck that is
     /// ready stays so.
     virtual void fadeOut(AirDeck deck, int ms) = 0;
 

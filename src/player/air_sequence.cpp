@@ -1,5 +1,6 @@
 #include "player/air_sequence.h"
 
+#include "player/jingle_decks.h"
 #include "player/playing_list.h"
 
 #include <algorithm>
@@ -8,23 +9,10 @@ namespace melovane {
 
 namespace {
 
-/// Entries that are looked at in one turn: the whole list of a night within two seconds.
-constexpr int kTriesPerTurn = 20;
-/// About a second.
-constexpr int kRestTurns = 20;
 /// What is left of the present entry in front of its mix when an edit comes too late for the next.
 constexpr int kSettledMs = 1500;
 /// Entries whose values stay known while the database is away.
 constexpr int kKeptAhead = 8;
-
-constexpr std::array kJingleDecks = {AirDeck::Jingle1, AirDeck::Jingle2, AirDeck::Jingle3,
-                                     AirDeck::Jingle4, AirDeck::Jingle5};
-
-bool isJingle(const MlvPlaylistDetail& entry)
-{
-    return entry.Aktion == kAktionJinglePlay || entry.Aktion == kAktionJingle1 ||
-           entry.Aktion == kAktionJingle2;
-}
 
 bool isOver(const DeckReport& report)
 {
@@ -38,44 +26,27 @@ bool hasBegun(const DeckReport& report)
            (report.state == DeckState::Playing || report.state == DeckState::Ended);
 }
 
-FadeStyle mixFade(const MLVMixStyle& style, int ms)
-{
-    FadeStyle fade;
-    fade.style = style;
-    fade.ms = ms;
-    return fade;
-}
-
 } // namespace
 
 AirSequence::AirSequence(Parts parts)
     : m_parts(std::move(parts))
+    , m_search(m_parts.list, m_parts.leftOut)
+    , m_decks(m_parts.engine, m_parts.settings)
 {}
-
-AirDeck AirSequence::otherDeck() const
-{
-    return m_deck == AirDeck::A ? AirDeck::B : AirDeck::A;
-}
 
 bool AirSequence::isLoop() const
 {
-    return m_onAir && m_onAir->entry.Aktion == kAktionLoop;
+    return m_onAir && m_onAir->loops.value_or(m_onAir->entry.Aktion == kAktionLoop);
 }
 
 /// Something follows the present entry by itself.
 bool AirSequence::goesOn() const
 {
-    return m_onAir && m_isMixMode && m_onAir->entry.Aktion != kAktionStop;
-}
-
-EntrySound AirSequence::soundOf(const Loaded& loaded, const FadeStyle& fadeOut) const
-{
-    EntrySound sound = entryToSound(loaded.entry, m_parts.settings());
-    const bool isPlain = !m_onAir || m_go;
-    sound.fadeIn =
-        isPlain ? plainFade(loaded.fadeInMs) : mixFade(loaded.entry.mixInStyle, loaded.fadeInMs);
-    sound.fadeOut = fadeOut;
-    return sound;
+    if (!m_onAir) {
+        return false;
+    }
+    const bool isTold = m_onAir->loops.value_or(false);
+    return isTold || (m_isMixMode && m_onAir->entry.Aktion != kAktionStop);
 }
 
 // -- Asked for --
@@ -86,9 +57,9 @@ void AirSequence::play()
         return;
     }
     m_wantsSound = true;
-    m_restTurns = 0;
+    m_search.wake();
     m_go = Go();
-    if (m_ready) {
+    if (m_ready && !m_paused) {
         // It was loaded for a mix.
         want(*m_ready, 0);
     }
@@ -98,18 +69,55 @@ void AirSequence::play()
 void AirSequence::stop()
 {
     advance();
-    const AirSettings settings = m_parts.settings();
     m_wantsSound = false;
     m_go.reset();
     m_planned.reset();
-    m_parts.engine.cancelStart(otherDeck());
-    for (const AirDeck deck : {AirDeck::A, AirDeck::B}) {
-        if (m_parts.engine.report(deck).state == DeckState::Playing) {
-            m_parts.engine.fadeOut(deck, settings.fadeOut);
-        }
-    }
+    m_decks.fadeOut(m_parts.settings().fadeOut);
     m_onAir.reset();
+    if (std::exchange(m_paused, std::nullopt)) {
+        dropReady();
+    }
     tell();
+}
+
+void AirSequence::pause()
+{
+    advance();
+    if (!m_wantsSound || !m_onAir) {
+        return;
+    }
+    AirEntry left = *m_onAir;
+    left.fromMs = m_decks.presentReport().positionMs;
+    stop();
+    standOnPause(std::move(left));
+}
+
+/// The deck that it was left on takes it again, as soon as it is silent.
+void AirSequence::standOnPause(AirEntry left)
+{
+    dropReady();
+    m_decks.stopOther();
+    m_decks.swap();
+    left.isRepeat = false;
+    m_paused = std::move(left);
+    advance();
+}
+
+void AirSequence::setLoop(bool isOn)
+{
+    if (m_onAir && isLoop() != isOn) {
+        m_onAir->loops = isOn;
+        dropReady();
+        advance();
+    }
+}
+
+void AirSequence::setPitch(int pitch, int glideMs)
+{
+    if (m_onAir) {
+        m_onAir->pitch = pitch;
+        m_decks.setPitch(pitch, glideMs);
+    }
 }
 
 void AirSequence::next()
@@ -122,7 +130,7 @@ void AirSequence::next()
         want(*m_ready, ms);
     } else {
         dropReady();
-        m_parts.engine.stop(otherDeck());
+        m_decks.stopOther();
         m_go = Go{ms};
     }
     advance();
@@ -140,54 +148,46 @@ void AirSequence::mixNow()
     }
 }
 
-std::optional<AirSequence::Loaded> AirSequence::loadedOf(const QString& fid)
+/// What has no file is told.
+bool AirSequence::isPlayable(const AirEntry& entry) const
 {
-    Loaded loaded;
-    if (const auto entry = m_parts.list.entryOf(fid)) {
-        loaded.entry = m_parts.list.detail(entry->PLID);
-    } else {
-        loaded.entry = m_parts.list.track(fid);
-        loaded.isFromList = false;
+    if (!entry.entry.file.isEmpty()) {
+        return true;
     }
-    if (loaded.entry.FID.isEmpty() || loaded.entry.file.isEmpty()) {
-        loaded.entry.FID = fid;
-        m_parts.leftOut(loaded.entry, AirFault::Missing);
-        return std::nullopt;
-    }
-    return loaded;
+    m_parts.leftOut(entry.entry, AirFault::Missing);
+    return false;
 }
 
-void AirSequence::playNow(const QString& fid)
+void AirSequence::playAtOnce(const AirEntry& wanted)
 {
-    if (const auto loaded = loadedOf(fid)) {
+    if (isPlayable(wanted)) {
         m_wantsSound = true;
-        want(*loaded, m_parts.settings().fadeOut);
+        want(wanted, m_parts.settings().fadeOut);
         advance();
     }
 }
 
+void AirSequence::playNow(const QString& fid)
+{
+    playAtOnce(airEntryOfTrack(m_parts.list, fid));
+}
+
 void AirSequence::playEntry(Plid entry)
 {
-    Loaded loaded;
-    loaded.entry = m_parts.list.detail(entry);
-    if (loaded.entry.file.isEmpty()) {
-        m_parts.leftOut(loaded.entry, AirFault::Missing);
-        return;
-    }
-    m_wantsSound = true;
-    want(loaded, m_parts.settings().fadeOut);
-    advance();
+    AirEntry wanted;
+    wanted.entry = m_parts.list.detail(entry);
+    playAtOnce(wanted);
 }
 
 void AirSequence::playNext(const QString& fid)
 {
-    auto loaded = loadedOf(fid);
-    if (!loaded || m_go) {
+    AirEntry wanted = airEntryOfTrack(m_parts.list, fid);
+    if (!isPlayable(wanted) || m_go) {
         return;
     }
-    loaded->isFromList = false;
+    wanted.isFromList = false;
     dropReady();
-    m_wanted = loaded;
+    m_wanted = std::move(wanted);
     advance();
 }
 
@@ -199,33 +199,32 @@ void AirSequence::setMixMode(bool isOn)
 
 bool AirSequence::resume(Plid entry, const QString& fid, double positionMs)
 {
-    Loaded loaded;
-    m_parts.list.goTo(entry);
-    loaded.entry = m_parts.list.detail(entry);
-    if (loaded.entry.FID.isEmpty()) {
-        loaded.entry = m_parts.list.track(fid);
-        loaded.isFromList = false;
-    }
-    if (loaded.entry.file.isEmpty()) {
+    const AirEntry left = airEntryLeftAt(m_parts.list, entry, fid, positionMs);
+    if (left.entry.file.isEmpty()) {
         return false;
     }
-    // Heard so far ahead, it is as good as played: a crash counts no play twice.
-    loaded.isCounted =
-        lengthOf(loaded.entry) > 0 &&
-        positionMs - loaded.entry.FrameStart * kFrameMs >= lengthOf(loaded.entry) / 2;
     m_wantsSound = true;
-    want(loaded, 0);
-    m_from = positionMs;
+    want(left, 0);
     advance();
+    return true;
+}
+
+bool AirSequence::waitAt(Plid entry, const QString& fid, double positionMs)
+{
+    AirEntry left = airEntryLeftAt(m_parts.list, entry, fid, positionMs);
+    if (m_wantsSound || left.entry.file.isEmpty()) {
+        return false;
+    }
+    standOnPause(std::move(left));
     return true;
 }
 
 void AirSequence::standAt(Plid entry)
 {
     if (m_parts.list.holds(entry)) {
+        m_paused.reset();
         dropReady();
-        m_parts.list.goTo(entry);
-        m_isFresh = true;
+        m_search.standAt(entry);
         advance();
     }
 }
@@ -233,37 +232,35 @@ void AirSequence::standAt(Plid entry)
 void AirSequence::standBehind(Plid entry)
 {
     if (m_parts.list.holds(entry)) {
+        m_paused.reset();
         dropReady();
-        m_parts.list.goTo(entry);
-        m_isFresh = false;
+        m_search.standBehind(entry);
         advance();
     }
 }
 
 /// The next one is this, and it begins as soon as it can.
-void AirSequence::want(Loaded wanted, int fadeMs)
+void AirSequence::want(AirEntry wanted, int fadeMs)
 {
     wanted.isRepeat = false;
+    m_paused.reset();
     dropReady();
     m_wanted = std::move(wanted);
     m_go = Go{m_onAir ? fadeMs : 0};
-    m_from.reset();
 }
 
 void AirSequence::dropReady()
 {
     if (m_ready) {
-        m_parts.engine.unload(otherDeck());
-        if (!m_wanted && !m_ready->isFromList && !m_ready->isRepeat) {
+        m_decks.emptyOther();
+        const bool isAskedFor = !m_ready->isFromList && !m_ready->isRepeat && !m_ready->fromMs;
+        if (!m_wanted && isAskedFor) {
             m_wanted = m_ready;
         }
     }
     m_ready.reset();
     m_planned.reset();
-    m_jingles.clear();
-    m_places = 0;
-    m_restTurns = 0;
-    m_takesJingles = false;
+    m_search.startOver();
 }
 
 void AirSequence::listChanged()
@@ -272,9 +269,9 @@ void AirSequence::listChanged()
         return;
     }
     m_parts.list.keepAhead(kKeptAhead);
-    m_failed.clear();
-    m_restTurns = 0;
-    const double left = m_onAir ? m_parts.engine.report(m_deck).remainingMs - mixMs() : kSettledMs;
+    m_search.forgetFaults();
+    m_search.wake();
+    const double left = m_onAir ? m_decks.presentReport().remainingMs - mixMs() : kSettledMs;
     if (m_onAir && m_parts.list.holds(m_onAir->entry.PLID)) {
         const MlvPlaylistDetail fresh = m_parts.list.detail(m_onAir->entry.PLID);
         if (!fresh.FID.isEmpty()) {
@@ -310,7 +307,7 @@ void AirSequence::followMix()
     if (!m_ready) {
         return;
     }
-    const DeckReport report = m_parts.engine.report(otherDeck());
+    const DeckReport report = m_decks.otherReport();
     if (report.load != m_ready->load || !hasBegun(report)) {
         return;
     }
@@ -318,7 +315,7 @@ void AirSequence::followMix()
         changeOver();
     } else {
         // It began while it was being stopped.
-        m_parts.engine.stop(otherDeck());
+        m_decks.stopOther();
         m_ready.reset();
     }
 }
@@ -328,23 +325,24 @@ void AirSequence::changeOver()
     const bool hadFormer = m_onAir.has_value();
     const bool wasCounted = hadFormer && m_onAir->isCounted;
     tellBroken();
-    m_deck = otherDeck();
+    m_decks.swap();
     m_onAir = std::move(m_ready);
     m_ready.reset();
     m_planned.reset();
     m_go.reset();
-    m_failed.clear();
-    m_places = 0;
-    m_restTurns = 0;
-    m_takesJingles = false;
+    m_paused.reset();
+    m_search.forgetFaults();
+    m_search.startOver();
     if (m_onAir->isFromList) {
-        m_parts.list.goTo(m_onAir->entry.PLID);
-        m_isFresh = false;
+        m_search.standBehind(m_onAir->entry.PLID);
     }
     if (hadFormer) {
-        soundJingles(m_onAir->jingles);
+        for (const MlvPlaylistDetail& jingle : m_onAir->jingles) {
+            (void)m_parts.jingles.play(jingle);
+        }
     }
     m_onAir->jingles.clear();
+    m_onAir->fromMs.reset();
     m_onAir->isCounted = m_onAir->isCounted || (m_onAir->isRepeat && wasCounted);
     m_parts.list.keepAhead(kKeptAhead);
 }
@@ -352,20 +350,10 @@ void AirSequence::changeOver()
 void AirSequence::tellBroken()
 {
     if (m_onAir) {
-        const DeckReport report = m_parts.engine.report(m_deck);
+        const DeckReport report = m_decks.presentReport();
         if (report.load == m_onAir->load && report.fault != PlayFault::None) {
             m_parts.leftOut(m_onAir->entry, AirFault::Damaged);
         }
-    }
-}
-
-void AirSequence::soundJingles(const std::vector<MlvPlaylistDetail>& jingles)
-{
-    for (const MlvPlaylistDetail& jingle : jingles) {
-        const AirDeck deck = kJingleDecks[size_t(m_nextJingle)];
-        m_nextJingle = (m_nextJingle + 1) % int(kJingleDecks.size());
-        m_parts.engine.load(deck, entryToSound(jingle, m_parts.settings()));
-        m_parts.engine.startNow(deck);
     }
 }
 
@@ -374,7 +362,7 @@ void AirSequence::followEnd()
     if (!m_onAir) {
         return;
     }
-    const DeckReport report = m_parts.engine.report(m_deck);
+    const DeckReport report = m_decks.presentReport();
     if (report.load != m_onAir->load || !isOver(report)) {
         return;
     }
@@ -389,11 +377,12 @@ void AirSequence::countPlay()
     if (!m_onAir || m_onAir->isCounted) {
         return;
     }
-    const DeckReport report = m_parts.engine.report(m_deck);
-    const double half = (report.toMs - report.fromMs) / 2;
-    if (report.load == m_onAir->load && half > 0 && report.positionMs - report.fromMs >= half) {
+    const DeckReport report = m_decks.presentReport();
+    const double from = startMs(m_onAir->entry);
+    const double half = (report.toMs - from) / 2;
+    if (report.load == m_onAir->load && half > 0 && report.positionMs - from >= half) {
         m_onAir->isCounted = true;
-        m_parts.played(m_onAir->entry);
+        m_parts.played(playing());
     }
 }
 
@@ -402,118 +391,84 @@ void AirSequence::followReady()
     if (!m_ready) {
         return;
     }
-    const DeckReport report = m_parts.engine.report(otherDeck());
+    const DeckReport report = m_decks.otherReport();
     if (report.load == m_ready->load && report.state == DeckState::Failed) {
-        const Loaded failed = std::move(*m_ready);
+        const AirEntry failed = std::move(*m_ready);
         m_ready.reset();
         m_planned.reset();
         giveUp(failed, AirFault::Damaged);
     }
 }
 
-/// The search goes on behind it; its jingles sound with the one that is found.
-void AirSequence::giveUp(const Loaded& loaded, AirFault fault)
+void AirSequence::giveUp(const AirEntry& failed, AirFault fault)
 {
-    m_jingles = loaded.jingles;
-    if (loaded.isFromList && !loaded.isRepeat) {
-        ++m_places;
+    if (failed.fromMs) {
+        m_paused.reset();
     }
-    if (m_failed.insert(loaded.entry.PLID).second || !loaded.isFromList) {
-        m_parts.leftOut(loaded.entry, fault);
-    }
-    if (loaded.isRepeat && m_onAir) {
-        // It cannot be repeated any more: the list goes on.
-        m_onAir->entry.Aktion = kAktionMix;
+    if (failed.isRepeat) {
+        m_search.tellFault(failed.entry, fault);
+        if (m_onAir) {
+            // It cannot be repeated any more: the list goes on.
+            m_onAir->entry.Aktion = kAktionMix;
+            m_onAir->loops.reset();
+        }
+    } else if (failed.isFound) {
+        m_search.passOver(failed, fault);
+    } else {
+        m_parts.leftOut(failed.entry, fault);
+        if (m_onAir) {
+            m_go.reset(); // what plays is better than a hasty leap to something else
+        }
     }
 }
 
 void AirSequence::prepare()
 {
-    const bool isDeckBusy = m_parts.engine.report(otherDeck()).state == DeckState::Playing;
-    if (isDeckBusy && !(m_wanted && m_go)) {
+    const bool isDeckBusy = m_decks.otherReport().state == DeckState::Playing;
+    if (isDeckBusy && !(m_go && (m_paused || m_wanted))) {
         return; // it fades away with the mix before
     }
-    if (m_wanted) {
-        Loaded wanted = std::move(*m_wanted);
-        m_wanted.reset();
-        put(std::move(wanted));
+    if (m_ready) {
         return;
     }
-    if (m_restTurns > 0) {
-        --m_restTurns;
-        return;
-    }
-    for (int tries = 0; !m_ready && m_restTurns == 0 && tries < kTriesPerTurn; ++tries) {
-        if (!prepareFromList()) {
-            return;
-        }
+    if (m_paused) {
+        put(*m_paused);
+    } else if (m_wanted) {
+        put(*std::exchange(m_wanted, std::nullopt));
+    } else {
+        prepareFromList();
     }
 }
 
-/// Looks at one entry. False when there is none.
-bool AirSequence::prepareFromList()
+void AirSequence::prepareFromList()
 {
     if (isLoop() && !m_go) {
-        Loaded repeat = *m_onAir;
+        AirEntry repeat = *m_onAir;
         repeat.isRepeat = true;
         put(std::move(repeat));
-        return true;
+    } else if (auto found = m_search.turn()) {
+        put(std::move(*found));
     }
-    const int count = m_parts.list.count();
-    if (m_places >= count) {
-        lookedThrough();
-        return false;
-    }
-    const auto field = m_parts.list.ahead((m_isFresh ? 0 : 1) + m_places);
-    Loaded candidate;
-    candidate.entry = m_parts.list.detail(field->PLID);
-    candidate.jingles = m_jingles;
-    if (candidate.entry.FID.isEmpty() || candidate.entry.file.isEmpty()) {
-        candidate.entry.PLID = field->PLID;
-        candidate.entry.FID = field->FID;
-        giveUp(candidate, AirFault::Missing);
-    } else if (isJingle(candidate.entry) && !m_takesJingles) {
-        m_jingles.push_back(candidate.entry);
-        ++m_places;
-    } else {
-        put(std::move(candidate));
-    }
-    return true;
 }
 
-/// Nothing but jingles are better than silence; with nothing at all the list is looked through
-/// again a little later, for a drive may have come back.
-void AirSequence::lookedThrough()
+void AirSequence::put(AirEntry candidate)
 {
-    m_places = 0;
-    if (!m_jingles.empty() && !m_takesJingles) {
-        m_takesJingles = true;
-    } else {
-        m_takesJingles = false;
-        m_restTurns = kRestTurns;
-    }
-    m_jingles.clear();
-}
-
-void AirSequence::put(Loaded candidate)
-{
-    const AirSettings settings = m_parts.settings();
-    if (m_go && !m_go->isMix) {
-        candidate.fadeInMs = m_onAir ? settings.fadeIn : 0;
-    } else if (m_onAir && !candidate.isRepeat) {
-        candidate.fadeInMs = mixLength(m_onAir->entry, candidate.entry, settings);
-    } else {
-        candidate.fadeInMs = 0;
-    }
-    EntrySound sound = soundOf(candidate, plainFade(0));
-    if (m_from) {
-        sound.frameStart = std::max(0, int(*m_from / kFrameMs));
-        m_from.reset();
-    }
-    candidate.load = m_parts.engine.load(otherDeck(), sound);
-    m_jingles.clear();
+    m_decks.load(candidate, fadeInOf(candidate));
     m_planned.reset();
     m_ready = std::move(candidate);
+}
+
+FadeStyle AirSequence::fadeInOf(const AirEntry& candidate) const
+{
+    if (!m_onAir || candidate.isRepeat) {
+        return plainFade(0);
+    }
+    const AirSettings settings = m_parts.settings();
+    if (m_go && !m_go->isMix) {
+        return plainFade(settings.fadeIn);
+    }
+    const int ms = mixLength(m_onAir->entry, candidate.entry, settings);
+    return m_go ? plainFade(ms) : mixFade(candidate.entry.mixInStyle, ms);
 }
 
 /// Begins what shall begin now, as soon as it is ready: until then the present one plays.
@@ -522,29 +477,17 @@ void AirSequence::go()
     if (!m_ready || !m_wantsSound) {
         return;
     }
-    const AirDeck deck = otherDeck();
-    const DeckReport report = m_parts.engine.report(deck);
+    const DeckReport report = m_decks.otherReport();
     if (report.load != m_ready->load || report.state != DeckState::Ready) {
         return;
     }
     if (!m_onAir) {
-        m_parts.engine.startNow(deck);
-        return;
+        m_decks.startOther();
+    } else if (m_go && !m_go->isTaken) {
+        m_go->isTaken = true;
+        m_decks.goOver(*m_onAir, m_go->isMix ? mixFade(m_onAir->entry.mixOutStyle, m_go->ms)
+                                             : plainFade(m_go->ms));
     }
-    if (!m_go || m_go->isTaken) {
-        return;
-    }
-    m_go->isTaken = true;
-    const DeckReport former = m_parts.engine.report(m_deck);
-    const FadeStyle fade =
-        m_go->isMix ? mixFade(m_onAir->entry.mixOutStyle, m_go->ms) : plainFade(m_go->ms);
-    EntrySound ending = soundOf(*m_onAir, fade);
-    const int end = int((former.positionMs + m_go->ms) / kFrameMs) + 1;
-    if (former.remainingMs > m_go->ms && end > ending.frameStart) {
-        ending.frameStop = end;
-    }
-    m_parts.engine.update(m_deck, ending);
-    m_parts.engine.startNow(deck);
 }
 
 /// Has the engine know where the next one begins.
@@ -554,28 +497,35 @@ void AirSequence::plan()
         return;
     }
     if (!goesOn()) {
-        if (m_planned || m_parts.engine.report(otherDeck()).startsLater) {
-            m_parts.engine.cancelStart(otherDeck());
-            m_parts.engine.update(m_deck, soundOf(*m_onAir, plainFade(0)));
+        if (m_planned || m_decks.otherReport().startsLater) {
+            m_decks.planNone(*m_onAir);
             m_planned.reset();
         }
         return;
     }
     const int ms =
         m_ready->isRepeat ? 0 : mixLength(m_onAir->entry, m_ready->entry, m_parts.settings());
-    if (m_planned == ms) {
-        return;
+    if (m_planned != ms) {
+        m_planned = ms;
+        m_decks.planMix(*m_onAir, mixFade(m_onAir->entry.mixOutStyle, ms));
     }
-    m_planned = ms;
-    m_parts.engine.update(m_deck, soundOf(*m_onAir, mixFade(m_onAir->entry.mixOutStyle, ms)));
-    m_parts.engine.startBeforeEnd(otherDeck(), m_deck, ms);
 }
 
 // -- To be seen --
 
 MlvPlaylistDetail AirSequence::playing() const
 {
-    return m_onAir ? m_onAir->entry : MlvPlaylistDetail();
+    MlvPlaylistDetail entry = m_onAir ? m_onAir->entry : MlvPlaylistDetail();
+    entry.Pitch = m_onAir ? m_onAir->pitch.value_or(entry.Pitch) : entry.Pitch;
+    return entry;
+}
+
+double AirSequence::positionMs() const
+{
+    if (m_paused) {
+        return m_paused->fromMs.value_or(0);
+    }
+    return m_onAir ? m_decks.presentReport().positionMs : 0;
 }
 
 MlvPlaylistDetail AirSequence::ready() const
@@ -583,10 +533,21 @@ MlvPlaylistDetail AirSequence::ready() const
     return m_ready ? m_ready->entry : MlvPlaylistDetail();
 }
 
+/// What comes before all that the list says; nothing for none.
+const AirEntry* AirSequence::waiting() const
+{
+    for (const auto* const one : {&m_paused, &m_ready, &m_wanted}) {
+        if (*one) {
+            return &**one;
+        }
+    }
+    return nullptr;
+}
+
 MlvPlaylistDetail AirSequence::upcoming() const
 {
-    if (m_ready || m_wanted) {
-        return m_ready ? m_ready->entry : m_wanted->entry;
+    if (const AirEntry* const one = waiting()) {
+        return one->entry;
     }
     const Plid number = nextNumber();
     return number == Plid{} ? MlvPlaylistDetail() : m_parts.list.detail(number);
@@ -594,14 +555,10 @@ MlvPlaylistDetail AirSequence::upcoming() const
 
 Plid AirSequence::nextNumber() const
 {
-    if (m_ready || m_wanted) {
-        return m_ready ? m_ready->entry.PLID : m_wanted->entry.PLID;
+    if (const AirEntry* const one = waiting()) {
+        return one->entry.PLID;
     }
-    if (isLoop()) {
-        return m_onAir->entry.PLID;
-    }
-    const auto field = m_parts.list.ahead(m_isFresh ? 0 : 1);
-    return field ? field->PLID : Plid{};
+    return isLoop() ? m_onAir->entry.PLID : m_search.first();
 }
 
 void AirSequence::tell()

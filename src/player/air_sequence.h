@@ -1,24 +1,16 @@
 #pragma once
 
-#include "player/air_engine.h"
-#include "player/entry_to_sound.h"
+#include "player/deck_pair.h"
+#include "player/entry_search.h"
 
 #include <functional>
 #include <optional>
-#include <set>
 #include <utility>
 #include <vector>
 
 namespace melovane {
 
-class PlayingList;
-
-/// Why an entry was left out.
-enum class AirFault
-{
-    Missing, ///< its file is nowhere, or its track is gone
-    Damaged  ///< its file cannot be played, or broke off
-};
+class JingleDecks;
 
 /// Plays the list that is on air, entry after entry, round and round.
 ///
@@ -36,13 +28,14 @@ public:
     {
         PlayingList& list;
         AirEngine& engine;
+        JingleDecks& jingles;
         std::function<AirSettings()> settings;
         /// The entry that plays and the one that comes next, 0 for none and for tracks without an
         /// entry; called when one of them is another now.
         std::function<void(Plid playing, Plid next)> told;
         /// Half of an entry was heard. Called once for all rounds of a loop.
         std::function<void(const MlvPlaylistDetail& entry)> played;
-        std::function<void(const MlvPlaylistDetail& entry, AirFault fault)> leftOut;
+        EntrySearch::LeftOut leftOut;
     };
 
     explicit AirSequence(Parts parts);
@@ -53,6 +46,8 @@ public:
     void play();
     /// Fades out; the entry behind the present one is the next.
     void stop();
+    /// Fades out; play() goes on at that place, on the same deck.
+    void pause();
     /// Goes over to the next entry within a short fade, out of a loop, too.
     void next();
     /// The prepared mix, now.
@@ -65,9 +60,16 @@ public:
     void playNext(const QString& fid);
     /// With false each entry plays to its end, and the next one waits for play().
     void setMixMode(bool isOn);
+    /// Has the present entry repeated, or not, whatever its action is.
+    void setLoop(bool isOn);
+    /// Speed of the present entry, as long as it plays; 1/100 percent.
+    /// \param glideMs time that the way takes
+    void setPitch(int pitch, int glideMs);
     /// Goes on with an entry, or with a track that has none, as it was left. False when it cannot.
     /// \param positionMs in its file
     bool resume(Plid entry, const QString& fid, double positionMs);
+    /// The same, but it waits for play().
+    bool waitAt(Plid entry, const QString& fid, double positionMs);
 
     /// An entry that is not in the list changes nothing: the next play() begins with it, or with
     /// the one behind it.
@@ -85,17 +87,28 @@ public:
 
     [[nodiscard]] bool isMixMode() const { return m_isMixMode; }
 
+    /// The present entry begins again at its end.
+    [[nodiscard]] bool isLoop() const;
+
+    /// An entry stands where it was left, until play() or something else is asked for.
+    [[nodiscard]] bool isPaused() const { return m_paused.has_value(); }
+
     /// True from play() to stop() or the end behind which nothing follows.
     [[nodiscard]] bool isPlaying() const { return m_wantsSound; }
 
     /// Looks in vain for something that can be played.
-    [[nodiscard]] bool isStarved() const { return m_wantsSound && !m_onAir && m_restTurns > 0; }
+    [[nodiscard]] bool isStarved() const
+    {
+        return m_wantsSound && !m_onAir && m_search.isResting();
+    }
 
     /// The deck of the present entry, or of the one that played last.
-    [[nodiscard]] AirDeck deck() const { return m_deck; }
+    [[nodiscard]] AirDeck deck() const { return m_decks.present(); }
 
-    /// Without a FID there is none.
+    /// With the speed that it has. Without a FID there is none.
     [[nodiscard]] MlvPlaylistDetail playing() const;
+    /// Place in the file of the present entry, or of the one on pause; 0 for none.
+    [[nodiscard]] double positionMs() const;
     /// What stands on the other deck; likewise.
     [[nodiscard]] MlvPlaylistDetail ready() const;
     /// The next one, also while it is still looked at.
@@ -108,18 +121,6 @@ public:
     [[nodiscard]] bool isMixPlanned() const { return m_planned.has_value(); }
 
 private:
-    /// An entry on a deck, or on its way there.
-    struct Loaded
-    {
-        MlvPlaylistDetail entry;
-        std::vector<MlvPlaylistDetail> jingles; ///< that begin with it
-        bool isFromList = true;                 ///< the list goes on behind it
-        bool isRepeat = false;                  ///< a round of the loop that plays
-        bool isCounted = false;
-        int fadeInMs = 0;
-        quint32 load = 0;
-    };
-
     /// How the next one is to begin as soon as it can.
     struct Go
     {
@@ -128,11 +129,10 @@ private:
         bool isTaken = false;
     };
 
-    [[nodiscard]] AirDeck otherDeck() const;
     [[nodiscard]] bool goesOn() const;
-    [[nodiscard]] bool isLoop() const;
-    [[nodiscard]] std::optional<Loaded> loadedOf(const QString& fid);
-    [[nodiscard]] EntrySound soundOf(const Loaded& loaded, const FadeStyle& fadeOut) const;
+    [[nodiscard]] bool isPlayable(const AirEntry& entry) const;
+    [[nodiscard]] FadeStyle fadeInOf(const AirEntry& candidate) const;
+    [[nodiscard]] const AirEntry* waiting() const;
     [[nodiscard]] Plid nextNumber() const;
 
     void followMix();
@@ -142,35 +142,29 @@ private:
     void countPlay();
     void followReady();
     void prepare();
-    [[nodiscard]] bool prepareFromList();
-    void lookedThrough();
-    void put(Loaded candidate);
-    void giveUp(const Loaded& loaded, AirFault fault);
+    void prepareFromList();
+    void put(AirEntry candidate);
+    void giveUp(const AirEntry& loaded, AirFault fault);
     void go();
     void plan();
-    void want(Loaded wanted, int fadeMs);
+    void playAtOnce(const AirEntry& wanted);
+    void want(AirEntry wanted, int fadeMs);
     void dropReady();
-    void soundJingles(const std::vector<MlvPlaylistDetail>& jingles);
+    void standOnPause(AirEntry left);
     void tell();
 
     Parts m_parts;
-    AirDeck m_deck = AirDeck::B;
-    std::optional<Loaded> m_onAir;
-    std::optional<Loaded> m_ready;  ///< on the other deck
-    std::optional<Loaded> m_wanted; ///< asked for, to come before all others
+    EntrySearch m_search;
+    DeckPair m_decks;
+    std::optional<AirEntry> m_onAir;
+    std::optional<AirEntry> m_ready;  ///< on the other deck
+    std::optional<AirEntry> m_wanted; ///< asked for, to come before all others
+    std::optional<AirEntry> m_paused; ///< comes before even those
     std::optional<Go> m_go;
-    std::optional<int> m_planned;             ///< mix that the engine knows of
-    std::optional<double> m_from;             ///< place at which the wanted one begins, ms
-    std::vector<MlvPlaylistDetail> m_jingles; ///< passed on the way to the next entry
-    std::set<Plid> m_failed;                  ///< told already
-    int m_places = 0;                         ///< looked at in vain since the last change
-    int m_restTurns = 0;                      ///< before a hopeless list is looked through again
-    int m_nextJingle = 0;
+    std::optional<int> m_planned; ///< mix that the engine knows of
     std::pair<Plid, Plid> m_told{};
-    bool m_isFresh = true; ///< the entry that the list stands at was not played yet
     bool m_wantsSound = false;
     bool m_isMixMode = true;
-    bool m_takesJingles = false; ///< there is nothing else
 };
 
 } // namespace melovane

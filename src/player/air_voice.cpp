@@ -170,7 +170,8 @@ void AirVoice::reshape(const VoiceShape& shape, int pitchFrames)
     }
     m_gain.to(shape.gain, kGainFrames);
     if (shape.pitch != m_pitch.target()) {
-        m_pitch.to(shape.pitch, pitchFrames);
+        // A speed that leaps bends the sound, and a bend is heard.
+        m_pitch.to(shape.pitch, std::max(pitchFrames, kEdge));
     }
     m_patch = Glide(m_patch.value() + before - m_fadeOut.gain(remaining()));
     m_patch.to(0, kEdge);
@@ -264,7 +265,7 @@ double AirVoice::enough()
     const double left = (m_there - m_place) / (step() * kEdge);
     const bool isWhole = m_there >= static_cast<double>(m_end);
     m_enough = std::min(isWhole ? 1.0 : std::min(left, 1.0), m_enough + 1.0 / kEdge);
-    return m_enough == 1 ? 1 : raisedCosine(m_enough);
+    return m_enough == 1 ? 1 : smoothRise(m_enough);
 }
 
 Stereo AirVoice::read() const

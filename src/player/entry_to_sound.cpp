@@ -35,6 +35,11 @@ EntrySound entryToSound(const MlvPlaylistDetail& entry, const AirSettings& setti
     return sound;
 }
 
+double startMs(const MlvPlaylistDetail& entry)
+{
+    return std::max(0, entry.FrameStart) * Mod_MilliSecToMin::kFrameMs;
+}
+
 int lengthOf(const MlvPlaylistDetail& entry)
 {
     const int start = std::max(0, entry.FrameStart);
@@ -49,7 +54,8 @@ int mixLength(const MlvPlaylistDetail& from,
               const MlvPlaylistDetail& to,
               const AirSettings& settings)
 {
-    int ms = std::max(0, from.MixTime - std::max(0, settings.mixPause));
+    int ms = std::clamp(std::max(0, from.MixTime) - std::max(0, settings.mixPause), 0,
+                        std::max(0, settings.maxMix));
     for (const int length : {lengthOf(from), lengthOf(to)}) {
         if (length > 0) {
             ms = std::min(ms, length / 2);

@@ -1,8 +1,6 @@
 #include "player/fade_curve.h"
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 #include <numeric>
 
 namespace melovane {
@@ -21,7 +19,7 @@ constexpr int kLongestMs = 600'000;
 double risen(double distance, double length)
 {
     const double part = std::clamp(distance / length, 0.0, 1.0);
-    return length < kStraightFrom ? raisedCosine(part) : part;
+    return length < kStraightFrom ? smoothRise(part) : part;
 }
 
 MLVMixStyle orDefault(const MLVMixStyle& style, QStringView fallback)
@@ -42,11 +40,6 @@ bool isCurve(const FadeStyle& style)
 }
 
 } // namespace
-
-double raisedCosine(double part)
-{
-    return 0.5 - 0.5 * std::cos(std::numbers::pi * part);
-}
 
 FadeCurve FadeCurve::in(const FadeStyle& style, bool exactEdge)
 {

@@ -30,4 +30,16 @@ void FrameRing::write(std::span<const StereoFrame> frames)
     m_end.store(place, std::memory_order_release);
 }
 
+const StereoFrame* FrameRing::stretch(qint64 place, std::span<StereoFrame> spare) const
+{
+    const qint64 slot = place & (kCapacity - 1);
+    if (place >= m_first && slot + std::ssize(spare) <= kCapacity) {
+        return &m_frames[slot];
+    }
+    for (size_t i = 0; i < spare.size(); ++i) {
+        spare[i] = at(place + static_cast<qint64>(i));
+    }
+    return spare.data();
+}
+
 } // namespace melovane

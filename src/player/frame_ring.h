@@ -49,6 +49,10 @@ public:
         return place < m_first ? StereoFrame() : m_frames[place & (kCapacity - 1)];
     }
 
+    /// As many frames as `spare` has, one behind the other from there on: where they lie, or copied
+    /// to `spare` around the end of the memory and before the first one.
+    [[nodiscard]] const StereoFrame* stretch(qint64 place, std::span<StereoFrame> spare) const;
+
     /// What lies before is not read any more.
     void release(qint64 place) { m_released.store(place, std::memory_order_release); }
 

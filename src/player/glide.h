@@ -30,7 +30,7 @@ public:
 
     [[nodiscard]] double value() const
     {
-        return arrived() ? m_to : m_from + (m_to - m_from) * raisedCosine(double(m_at) / m_length);
+        return arrived() ? m_to : m_from + (m_to - m_from) * smoothRise(double(m_at) / m_length);
     }
 
     /// The value of this frame; the next call is the next frame.

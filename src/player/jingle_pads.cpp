@@ -12,9 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr std::array kDecks = {AirDeck::Jingle1, AirDeck::Jingle2, AirDeck::Jingle3,
-                               AirDeck::Jingle4, AirDeck::Jingle5};
-
 /// The list that plays, else the first that the user sees, else the first.
 std::optional<Pnid> jingleList(Database& database)
 {
@@ -35,14 +32,10 @@ std::optional<Pnid> jingleList(Database& database)
 
 } // namespace
 
-JinglePads::JinglePads(PlaylistParts parts,
-                       AirEngine& engine,
-                       std::function<AirSettings()> settings)
+JinglePads::JinglePads(PlaylistParts parts, JingleDecks& decks)
     : m_parts(std::move(parts))
     , m_entries(m_parts)
-    , m_engine(engine)
-    , m_settings(std::move(settings))
-    , m_onDeck(kDecks.size(), -1)
+    , m_decks(decks)
 {}
 
 void JinglePads::refresh()
@@ -79,26 +72,13 @@ void JinglePads::play(int pad)
     if (pad < 0 || size_t(pad) >= m_pads.size() || m_pads[size_t(pad)].file.isEmpty()) {
         return;
     }
-    const auto same = std::find(m_onDeck.begin(), m_onDeck.end(), pad);
-    const size_t place =
-        same != m_onDeck.end() ? size_t(same - m_onDeck.begin()) : m_nextDeck++ % kDecks.size();
-    m_onDeck[place] = pad;
-    m_engine.load(kDecks[place], entryToSound(m_pads[size_t(pad)], m_settings()));
-    m_engine.startNow(kDecks[place]);
+    JinglePlace& place = m_places[size_t(pad)];
+    place = m_decks.play(m_pads[size_t(pad)], place);
 }
 
 bool JinglePads::sounds(int pad) const
 {
-    const auto place = std::find(m_onDeck.begin(), m_onDeck.end(), pad);
-    return place != m_onDeck.end() &&
-           m_engine.report(kDecks[size_t(place - m_onDeck.begin())]).state == DeckState::Playing;
-}
-
-void JinglePads::stop()
-{
-    for (const AirDeck deck : kDecks) {
-        m_engine.fadeOut(deck, m_settings().fadeOut);
-    }
+    return pad >= 0 && pad < kPads && m_decks.sounds(m_places[size_t(pad)]);
 }
 
 } // namespace melovane

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "player/air_engine.h"
-#include "player/entry_to_sound.h"
+#include "player/jingle_decks.h"
 #include "playlists/entry_records.h"
 
 #include <QStringList>
 
-#include <functional>
+#include <array>
 #include <vector>
 
 namespace melovane {
@@ -19,7 +18,8 @@ public:
     /// Pads that the keys reach.
     static constexpr int kPads = 6;
 
-    JinglePads(PlaylistParts parts, AirEngine& engine, std::function<AirSettings()> settings);
+    /// \param decks outlive the pads
+    JinglePads(PlaylistParts parts, JingleDecks& decks);
 
     /// Reads the list anew; while the database is away the pads stay as they are.
     void refresh();
@@ -34,17 +34,15 @@ public:
     /// True while the jingle of a pad sounds.
     [[nodiscard]] bool sounds(int pad) const;
 
-    /// Fades all of them away.
-    void stop();
+    /// Fades all jingles away.
+    void stop() { m_decks.stop(); }
 
 private:
     PlaylistParts m_parts;
     EntryRecords m_entries;
-    AirEngine& m_engine;
-    std::function<AirSettings()> m_settings;
+    JingleDecks& m_decks;
     std::vector<MlvPlaylistDetail> m_pads;
-    std::vector<int> m_onDeck; ///< pad of each jingle deck, -1 for none
-    size_t m_nextDeck = 0;
+    std::array<JinglePlace, kPads> m_places; ///< where each was played last
 };
 
 } // namespace melovane

@@ -31,6 +31,15 @@ template <AirDeck Deck> void stopDeck(PlayerDesk& desk)
     }
 }
 
+template <AirDeck Deck> void pauseDeck(PlayerDesk& desk)
+{
+    // A deck that is on pause is the one that plays next.
+    const bool isPresent = desk.sequence().deck() == Deck;
+    if (isPresent != desk.sequence().isPaused()) {
+        desk.playOrPause();
+    }
+}
+
 void play(PlayerDesk& desk)
 {
     desk.sequence().play();
@@ -42,6 +51,9 @@ constexpr std::array kCommands = std::to_array<Command>({
     {u"PLPlay2", play},
     {u"PLStop1", stopDeck<AirDeck::A>},
     {u"PLStop2", stopDeck<AirDeck::B>},
+    {u"PLPause1", pauseDeck<AirDeck::A>},
+    {u"PLPause2", pauseDeck<AirDeck::B>},
+    {u"PLLOOP", [](PlayerDesk& desk) { desk.sequence().setLoop(!desk.sequence().isLoop()); }},
     {u"PLStop", [](PlayerDesk& desk) { desk.sequence().stop(); }},
     {u"PLPlay", play},
     {u"PLMix", [](PlayerDesk& desk) { desk.sequence().mixNow(); }},
@@ -53,12 +65,22 @@ constexpr std::array kCommands = std::to_array<Command>({
     {u"mixer.jingle.5", playPad<4>},
     {u"mixer.jingle.6", playPad<5>},
     {u"mixer.jingle.stop", [](PlayerDesk& desk) { desk.jingles().stop(); }},
+    {u"tast.player.activate.tree", [](PlayerDesk& desk) { desk.showConsole(); }},
+    {u"tast.player.activate.table", [](PlayerDesk& desk) { desk.showConsole(); }},
+    {u"DBTOP", [](PlayerDesk& desk) { desk.showConsole(); }},
 });
 
 QString nameOf(const MlvPlaylistDetail& entry)
 {
     const QString title = entry.Titel.isEmpty() ? entry.DName : entry.Titel;
     return entry.Interpret.isEmpty() ? title : entry.Interpret + u" - "_s + title;
+}
+
+/// \param isHeard at the speed of the entry, not of its file
+double bpmOf(const MlvPlaylistDetail& entry, bool isHeard)
+{
+    const double bpm = QString(entry.BPM).replace(u',', u'.').toDouble();
+    return isHeard ? bpm * (1 + entry.Pitch / 10'000.0) : bpm;
 }
 
 } // namespace
@@ -68,6 +90,9 @@ AirSettings airSettings(const GlobalSettings& settings, const ConfigObjects& tex
     AirSettings air;
     air.fadeIn = std::max(0, settings.FadeIn());
     air.fadeOut = std::max(0, settings.FadeOut());
+    air.maxMix = std::max(0, settings.MaxBlendTime());
+    air.jinglePlayers =
+        settings.GetKeyValueLong(u"Global"_s, u"Jingle.Players"_s, air.jinglePlayers);
     air.mixPause = std::max(0, texts.value(u"player.WaitForMixTime").toInt());
     air.volume = settings.DefaultVolume();
     air.maxPitch = std::max(0, settings.MinMaxPitch());
@@ -81,14 +106,32 @@ PlayerDesk::PlayerDesk(AirSequence& sequence,
                        PlayingList& list,
                        JinglePads& jingles,
                        GlobalSettings& settings,
-                       const ConfigObjects& texts)
+                       const ConfigObjects& texts,
+                       std::function<void()> showConsole)
     : m_sequence(sequence)
     , m_engine(engine)
     , m_list(list)
     , m_jingles(jingles)
     , m_settings(settings)
     , m_texts(texts)
+    , m_showConsole(std::move(showConsole))
 {}
+
+void PlayerDesk::showConsole()
+{
+    if (m_showConsole) {
+        m_showConsole();
+    }
+}
+
+void PlayerDesk::playOrPause()
+{
+    if (m_sequence.isPlaying()) {
+        m_sequence.pause();
+    } else {
+        m_sequence.play();
+    }
+}
 
 void PlayerDesk::playOrStop()
 {
@@ -115,10 +158,19 @@ int PlayerDesk::maxPitch() const
     return std::max(0, m_settings.MinMaxPitch());
 }
 
+bool PlayerDesk::isPitchReversed() const
+{
+    return m_texts.value(u"Player.PitchDirection").toInt() != 0;
+}
+
 void PlayerDesk::setPitch(int pitch)
 {
-    m_pitch = std::clamp(pitch, -maxPitch(), maxPitch());
-    m_engine.setPitch(m_sequence.deck(), m_pitch, 0);
+    m_sequence.setPitch(std::clamp(pitch, -maxPitch(), maxPitch()), 0);
+}
+
+void PlayerDesk::easePitch()
+{
+    m_sequence.setPitch(0, std::max(0, m_settings.RePitchTime()));
 }
 
 bool PlayerDesk::run(const QString& id)
@@ -173,13 +225,16 @@ DeckFace PlayerDesk::deck(AirDeck deck) const
         return face;
     }
     face.isLoaded = true;
+    face.isPaused = !face.isOnAir && m_sequence.isPaused();
     face.title = entry.Titel.isEmpty() ? entry.DName : entry.Titel;
     face.artist = entry.Interpret;
     face.file = entry.file;
-    face.fromMs = report.fromMs;
+    // A deck that goes on behind a pause began somewhere in the middle.
+    face.fromMs = std::min(report.fromMs, startMs(entry));
     face.pitch = entry.Pitch;
-    face.lengthMs = report.toMs - report.fromMs;
-    face.elapsedMs = std::max(0.0, report.positionMs - report.fromMs);
+    face.bpm = bpmOf(entry, m_texts.value(u"Player.BPM.Anzeige").toInt() != 0);
+    face.lengthMs = std::max(0.0, report.toMs - face.fromMs);
+    face.elapsedMs = std::clamp(report.positionMs - face.fromMs, 0.0, face.lengthMs);
     face.remainingMs = report.remainingMs;
     face.level = report.state == DeckState::Playing ? report.level : 0;
     return face;

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 namespace melovane {
 
 class ConfigObjects;
@@ -18,6 +20,7 @@ struct DeckFace
     QString file; ///< of the sound
     QString title;
     QString artist;
+    double bpm = 0;         ///< at the speed that it has, where the user wants that; 0 unknown
     double fromMs = 0;      ///< place of the entry's start in its file
     double elapsedMs = 0;   ///< since the entry's start
     double remainingMs = 0; ///< until its end
@@ -26,6 +29,7 @@ struct DeckFace
     int pitch = 0;          ///< 1/100 percent
     bool isLoaded = false;
     bool isOnAir = false;
+    bool isPaused = false;
 };
 
 /// The mix ahead: how much of the present entry is left where the next one begins.
@@ -45,17 +49,23 @@ public:
                PlayingList& list,
                JinglePads& jingles,
                GlobalSettings& settings,
-               const ConfigObjects& texts);
+               const ConfigObjects& texts,
+               std::function<void()> showConsole = {});
 
     // -- Commands --
 
     /// Play or, while it plays, stop.
     void playOrStop();
 
+    /// Play or, while it plays, leave it where it is.
+    void playOrPause();
+
     /// On: the music steps back for somebody who speaks.
     void setTalkover(bool isOn);
     /// Of the present entry, within the user's range; 1/100 percent.
     void setPitch(int pitch);
+    /// Back to the speed of the file, so gently that nobody hears it.
+    void easePitch();
 
     /// Does what a key binding of the player stands for.
     /// \param id of the binding, such as "PLMix". False for one that is not the player's
@@ -79,9 +89,11 @@ public:
 
     [[nodiscard]] bool isTalkover() const { return m_isTalkover; }
 
-    [[nodiscard]] int pitch() const { return m_pitch; }
+    [[nodiscard]] int pitch() const { return m_sequence.playing().Pitch; }
 
     [[nodiscard]] int maxPitch() const;
+    /// Faster is to the left, or down.
+    [[nodiscard]] bool isPitchReversed() const;
 
     /// What went wrong last; empty for nothing.
     [[nodiscard]] QString notice() const;
@@ -90,6 +102,9 @@ public:
 
     [[nodiscard]] JinglePads& jingles() { return m_jingles; }
 
+    /// The console comes to the front.
+    void showConsole();
+
 private:
     AirSequence& m_sequence;
     AirEngine& m_engine;
@@ -97,10 +112,10 @@ private:
     JinglePads& m_jingles;
     GlobalSettings& m_settings;
     const ConfigObjects& m_texts;
+    std::function<void()> m_showConsole;
     QString m_notice;
     QString m_keys; ///< that ran and are still held
     bool m_isTalkover = false;
-    int m_pitch = 0;
 };
 
 /// The user's settings for the player.

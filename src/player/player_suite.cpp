@@ -82,6 +82,11 @@ void PlayerSuite::tellPlaying(Plid playing, Plid next)
                   qint32(numberOf(playing)));
 }
 
+void PlayerSuite::showConsole()
+{
+    postToConsole(message::kBringToFront, 0, 0);
+}
+
 void PlayerSuite::dock(bool isDocked)
 {
     postToConsole(isDocked ? message::kDock : message::kUndock, 0, 0);

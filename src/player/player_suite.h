@@ -54,6 +54,9 @@ public:
     /// Half of an entry was heard: counts it when the user wants plays to be counted.
     void countPlay(const MlvPlaylistDetail& entry);
 
+    /// The console comes to the front.
+    void showConsole();
+
     /// Asks the console to stand below the player, or to go back to its place.
     void dock(bool isDocked);
 

@@ -11,6 +11,9 @@ namespace {
 
 constexpr int kTaps = 2 * SincTable::kAhead;
 constexpr int kPhases = 512;
+/// Left and right of all taps, and sums that grow side by side.
+constexpr size_t kRow = size_t{2} * kTaps;
+constexpr size_t kLanes = 8;
 
 /// Of the window: 97 dB and a transition of a tenth of the band.
 constexpr double kBeta = 9;
@@ -51,36 +54,49 @@ double tap(double x, double cutOff)
 } // namespace
 
 SincTable::SincTable(double cutOff)
-    : m_taps(size_t{kPhases + 1} * kTaps)
+    : m_taps(size_t{kPhases + 1} * kRow)
 {
     for (int phase = 0; phase <= kPhases; ++phase) {
-        double* row = &m_taps[size_t(phase) * kTaps];
+        std::array<double, kTaps> taps = {};
         double sum = 0;
         for (int k = 0; k < kTaps; ++k) {
-            row[k] = tap(k - (kAhead - 1) - double(phase) / kPhases, cutOff);
-            sum += row[k];
+            taps[size_t(k)] = tap(k - (kAhead - 1) - double(phase) / kPhases, cutOff);
+            sum += taps[size_t(k)];
         }
-        for (int k = 0; k < kTaps; ++k) {
-            row[k] /= sum * kSampleScale;
+        float* row = &m_taps[size_t(phase) * kRow];
+        for (size_t i = 0; i < kRow; ++i) {
+            row[i] = static_cast<float>(taps[i / 2] / (sum * kSampleScale));
         }
     }
 }
 
+/// Loops of fixed lengths over numbers that lie side by side: the compiler takes several at a time.
 Stereo SincTable::at(const FrameRing& ring, double place) const
 {
     const double whole = std::floor(place);
     const double phase = (place - whole) * kPhases;
     const double before = std::floor(phase);
-    const double part = phase - before;
-    const double* row = &m_taps[static_cast<size_t>(before) * kTaps];
-    const double* next = row + kTaps;
-    const qint64 first = static_cast<qint64>(whole) - (kAhead - 1);
+    const auto part = static_cast<float>(phase - before);
+    const float* row = &m_taps[static_cast<size_t>(before) * kRow];
+    const float* next = row + kRow;
+    std::array<StereoFrame, kTaps> spare;
+    const StereoFrame* frames = ring.stretch(static_cast<qint64>(whole) - (kAhead - 1), spare);
+    std::array<float, kRow> heard;
+    for (size_t k = 0; k < kTaps; ++k) {
+        heard[2 * k] = frames[k].left;
+        heard[2 * k + 1] = frames[k].right;
+    }
+    std::array<float, kLanes> sums = {};
+    for (size_t i = 0; i < kRow; i += kLanes) {
+        for (size_t lane = 0; lane < kLanes; ++lane) {
+            const float weight = row[i + lane] + (next[i + lane] - row[i + lane]) * part;
+            sums[lane] += weight * heard[i + lane];
+        }
+    }
     Stereo sum;
-    for (int k = 0; k < kTaps; ++k) {
-        const StereoFrame frame = ring.at(first + k);
-        const double weight = row[k] + (next[k] - row[k]) * part;
-        sum.left += weight * frame.left;
-        sum.right += weight * frame.right;
+    for (size_t lane = 0; lane < kLanes; lane += 2) {
+        sum.left += sums[lane];
+        sum.right += sums[lane + 1];
     }
     return sum;
 }

@@ -121,6 +121,7 @@ int Application::run()
     case StartResult::Run:
         break;
     }
+    m_care->found.endLeftMerges();
     m_care->safety.begin(m_start->lastRunDied);
     m_main->place.begin(m_start->called.isEmpty());
     // The end of the desktop's session keeps what a closed window keeps, and the user's place.

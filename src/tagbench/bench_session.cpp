@@ -9,6 +9,7 @@
 #include "platform/db/database.h"
 #include "platform/system/files.h"
 #include "platform/system/path_text.h"
+#include "store/check_database.h"
 #include "tagbench/bench_library.h"
 #include "tagbench/cover_work.h"
 #include "tagbench/library_visit.h"
@@ -74,8 +75,19 @@ std::unique_ptr<NewTracks> BenchSession::newTracks(Database& database) const
                                        m_parts.clock);
 }
 
+/// The list of marked tracks lies in a file beside the library that the first program makes.
+void BenchSession::prepareSideFile() const
+{
+    CheckDatabase(m_parts.engine, m_parts.files, m_parts.clock,
+                  {m_library, m_parts.dataFolder, u"tagbench"_s}, {})
+        .checkTempTables();
+}
+
 void BenchSession::load()
 {
+    if (m_mode == BenchMode::Edit) {
+        prepareSideFile();
+    }
     const LibraryVisit library(m_parts.engine, m_library);
     RenameJournal(m_parts.files, m_library).mend(*library, m_parts.claim);
     if (m_mode == BenchMode::Edit) {

@@ -78,7 +78,8 @@ public:
 
     /// Takes the marked tracks over from the console, which may then mark others; for new files
     /// there are none. Names of files that a tool left unfinished when it was killed are mended
-    /// before. \throws DbError
+    /// before, and a library that no console has opened yet gets the file that the marked ones
+    /// lie in. \throws DbError
     void load();
 
     /// How many of how many are done; 0 of 0 while folders are looked through. False ends the work.
@@ -121,6 +122,7 @@ public:
     [[nodiscard]] QString title() const;
 
 private:
+    void prepareSideFile() const;
     [[nodiscard]] std::unique_ptr<NewTracks> newTracks(Database& database) const;
 
     [[nodiscard]] QString obstacle() const { return whyNotNow ? whyNotNow() : QString(); }

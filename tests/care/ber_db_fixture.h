@@ -2,6 +2,7 @@
 
 #include "care/ber_db.h"
 #include "care/care_fixture.h"
+#include "care/recycler.h"
 #include "platform/db/db_error.h"
 #include "platform/linux/system_names.h"
 #include "platform/system/timers.h"
@@ -125,6 +126,20 @@ protected:
                         told.append(error.text());
                         return QStringLiteral("failed");
                     }};
+    }
+
+    /// The way back of what a cleaning has removed.
+    [[nodiscard]] RecyclerParts recyclerParts()
+    {
+        return {.engine = *suite.engine,
+                .settings = *settings,
+                .texts = texts,
+                .loop = loop,
+                .wait = wait,
+                .tools = parts().recycler,
+                .changed = [this] { ++changes; },
+                .rebuildTrees = [this] { ++treesRebuilt; },
+                .failed = [](const DbError&) { return QStringLiteral("failed"); }};
     }
 
     /// Ticks these boxes and presses OK.

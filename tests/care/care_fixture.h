@@ -1,6 +1,7 @@
 #pragma once
 
 #include "care/beside_tools.h"
+#include "care/missing_files.h"
 #include "config/config_objects.h"
 #include "config/melovane_configuration.h"
 #include "platform/controls/progress_window.h"
@@ -70,6 +71,23 @@ protected:
         return {.makeEngine = [clock = &suite.clock] { return sqlite::makeEngine(*clock); },
                 .makeFiles = [] { return std::make_unique<LinuxFiles>(); },
                 .filesIn = filesIn};
+    }
+
+    [[nodiscard]] MissingFilesParts missingParts()
+    {
+        return {
+            .engine = *suite.engine,
+            .settings = *settings,
+            .texts = texts,
+            .files = suite.files,
+            .warnings = dialogs,
+            .wait = wait,
+            .beside = beside(),
+            .dataFolder = suite.dataFolder(),
+            .openProgress = [this](const QString&) { return std::make_unique<Progress>(*this); },
+            .tell = [this](const QString& text) { told.append(text); },
+            .changed = [this] { ++changes; },
+            .rebuildTrees = [this] { ++treesRebuilt; }};
     }
 
     /// Folder for music, with its closing separator.

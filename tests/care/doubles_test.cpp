@@ -1,4 +1,5 @@
 #include "care/doubles_fixture.h"
+#include "support/recycled_files.h"
 
 #include <QFile>
 
@@ -183,16 +184,16 @@ TEST_F(DoublesTest, FilesOfRemovedTracksGoToTheRecycleFolderAndNoOther)
     EXPECT_TRUE(suite.files.fileExists(music.file(u"a.mp3"_s)));
     EXPECT_TRUE(suite.files.fileExists(music.file(u"link.mp3"_s)));
     EXPECT_FALSE(suite.files.fileExists(music.file(u"b.mp3"_s)));
-    const RecycleFolder recycler(
+    RecycleFolder recycler(
         {.files = suite.files,
          .clock = suite.clock,
          .dataFolder = suite.dataFolder(),
          .homeFolder = home.path(),
          .systemName = [](const QString& file) { return QFile::encodeName(file); }});
-    const auto recycled = recycler.all();
+    const auto recycled = test::recycledOf(recycler, music.path());
     ASSERT_EQ(recycled.size(), 1U);
     EXPECT_EQ(suite.files.read(recycled[0].to, bytes.size()), bytes);
-    suite.files.remove(recycled[0].to);
+    test::throwAway(suite.files, recycler, recycled);
 }
 
 TEST_F(DoublesTest, ARecycledDoubleComesBackWithoutTheEntriesThatWentOver)
@@ -210,6 +211,24 @@ TEST_F(DoublesTest, ARecycledDoubleComesBackWithoutTheEntriesThatWentOver)
     EXPECT_EQ(back.entries + back.plays, 0);
     EXPECT_EQ(suite.column(u"select FID from pl_all"_s), QStringList{kept});
     EXPECT_EQ(suite.column(u"select FID from pl_stat"_s), QStringList{kept});
+}
+
+TEST_F(DoublesTest, FilesThatChangeDirLeadsToAreComparedMergedAndRecycled)
+{
+    suite.write(u"ChangeDir.conf"_s, "C:\\Music ?? " + music.path().toUtf8());
+    const QString kept = add(u"a.mp3"_s, 1);
+    const QString other = add(u"b.mp3"_s, 1);
+    suite.execute(u"update db_all set Path='C:\\Music\\'"_s);
+    search(kSound);
+    ASSERT_EQ(doubles.groups().size(), 1U);
+    keep(kept);
+    const MergeResult result = doubles.merge(true);
+    EXPECT_EQ(result.removed, 1);
+    EXPECT_EQ(result.left, 0);
+    worker.finish();
+    EXPECT_TRUE(suite.files.fileExists(music.file(u"a.mp3"_s)));
+    EXPECT_FALSE(suite.files.fileExists(music.file(u"b.mp3"_s)));
+    EXPECT_TRUE(cell(other, u"FID"_s).isNull());
 }
 
 TEST_F(DoublesTest, WhatHasChangedMeanwhileIsLeftAlone)

@@ -107,6 +107,26 @@ TEST_F(DoublesForm, AGroupIsLeftAsItIsByOneMoreClickOnTheOneThatStays)
     EXPECT_EQ(doubles.groups()[0].kept, 0);
 }
 
+TEST_F(DoublesForm, EnterPressesTheButtonThatHasTheKeyboard)
+{
+    add(u"a.mp3"_s, 1);
+    add(u"b.mp3"_s, 1);
+    open();
+    ASSERT_TRUE(child<QPushButton>(u"cmdSearch"_s)->hasFocus());
+    QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+    worker.finish();
+    EXPECT_EQ(doubles.groups().size(), 1U);
+    EXPECT_TRUE(child<DataGrid>(u"TDBGridDoubles"_s)->hasFocus());
+    QTest::keyClick(window->focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+    window->show();
+    EXPECT_TRUE(child<QPushButton>(u"cmdMerge"_s)->isDefault());
+    child<QPushButton>(u"cmdAbbruch"_s)->setFocus();
+    QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(written, 0);
+}
+
 TEST_F(DoublesForm, EscapeEndsTheSearchFirstAndTheWindowThen)
 {
     add(u"a.mp3"_s, 1);

@@ -108,6 +108,25 @@ TEST_F(FindWindow, AFolderIsSearchedAndItsRulesAreAppliedByMouse)
     EXPECT_EQ(find.tracks().size(), 2U);
 }
 
+TEST_F(FindWindow, EnterOnTheWayOutAppliesNothing)
+{
+    const QString pop = addMoved(u"Pop/a.mp3"_s, u"Schlager/a.mp3"_s, 1);
+    open();
+    QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+    worker.finish();
+    EXPECT_EQ(child<QLabel>(u"lblFound"_s)->text(), u"1 von 1 gefunden"_s);
+    EXPECT_TRUE(child<QPushButton>(u"cmdApply"_s)->isDefault());
+    for (const QString& grid : {u"TDBGridRules"_s, u"TDBGridTracks"_s}) {
+        QTest::keyClick(child<DataGrid>(grid), Qt::Key_Escape);
+        EXPECT_FALSE(window->isVisible()) << grid.toStdString();
+        window->show();
+    }
+    child<QPushButton>(u"cmdAbbruch"_s)->setFocus();
+    QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(placeOf(pop), old + u"Pop/a.mp3"_s);
+}
+
 TEST_F(FindWindow, ANameAloneIsTickedByHand)
 {
     music.write(u"wetter.mp3"_s, mp3(1, {}, 20));

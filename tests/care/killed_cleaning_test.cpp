@@ -82,16 +82,7 @@ protected:
     void bringBack()
     {
         Bin bin;
-        Recycler recycler({.engine = *suite.engine,
-                           .settings = *settings,
-                           .texts = texts,
-                           .loop = loop,
-                           .wait = wait,
-                           .tools = parts().recycler,
-                           .changed = [] {},
-                           .rebuildTrees = [] {},
-                           .failed = [](const DbError&) { return u"failed"_s; }},
-                          bin);
+        Recycler recycler(recyclerParts(), bin);
         recycler.Show();
         recycler.putBackAll();
     }
@@ -171,20 +162,7 @@ protected:
     void scan()
     {
         dialogs.expectMessage(u"Melovane"_s);
-        MissingFiles(
-            {.engine = *suite.engine,
-             .settings = *settings,
-             .texts = texts,
-             .files = suite.files,
-             .warnings = dialogs,
-             .wait = wait,
-             .beside = beside(),
-             .dataFolder = suite.dataFolder(),
-             .openProgress = [this](const QString&) { return std::make_unique<Progress>(*this); },
-             .tell = [](const QString&) {},
-             .changed = [] {},
-             .rebuildTrees = [] {}})
-            .Scan();
+        MissingFiles(missingParts()).Scan();
     }
 
     KilledWork work{suite};

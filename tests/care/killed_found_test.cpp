@@ -4,6 +4,7 @@
 #include "care/doubles_fixture.h"
 #include "care/find_again_fixture.h"
 #include "care/killed_work.h"
+#include "care/left_merges.h"
 #include "care/recycle_folder.h"
 
 namespace melovane::test {
@@ -73,12 +74,11 @@ TEST_F(KilledRelink, AllTracksAreAtTheirOldPlacesOrAllAtTheirNewOnes)
 class KilledMerge : public DoubleMusic
 {
 protected:
-    static constexpr int kPairs = 25;
-
-    KilledMerge()
+    explicit KilledMerge(int count = 25)
+        : pairs(count)
     {
         QStringList tracks;
-        for (int i = 0; i < kPairs; ++i) {
+        for (int i = 0; i < pairs; ++i) {
             for (const QString& name : {u"a%1.mp3"_s, u"b%1.mp3"_s}) {
                 tracks.append(add(name.arg(i), quint32(i), u"Titel %1"_s.arg(i)));
                 suite.library.addPlayback(tracks.last(), suite.clock.now());
@@ -107,17 +107,17 @@ protected:
             .systemName = [](const QString& file) { return QFile::encodeName(file); }};
     }
 
-    void mergeAll()
+    void mergeAll(Files& files, const RecycleTools& recycler)
     {
         HeldWorker hand;
         Doubles all({.engine = *suite.engine,
                      .history = history,
                      .settings = *settings,
-                     .files = suite.files,
+                     .files = files,
                      .audio = audio,
                      .worker = hand,
                      .makeEngine = [this] { return sqlite::makeEngine(suite.clock); },
-                     .recycler = tools()});
+                     .recycler = recycler});
         all.search(unsigned(DoubleKind::Sound));
         hand.finish();
         ASSERT_EQ(all.failure(), QString());
@@ -125,7 +125,16 @@ protected:
         hand.finish();
     }
 
-    /// Brings files and rows of all that was removed back.
+    void mergeAll() { mergeAll(suite.files, tools()); }
+
+    /// What the next start does.
+    void endLeft()
+    {
+        LeftMerges([this] { return sqlite::makeEngine(suite.clock); }, suite.dbName(), tools())
+            .run();
+    }
+
+    /// Brings the files of all that was removed back.
     void bringBack()
     {
         FilesOfOneVolume files(music.path());
@@ -137,7 +146,8 @@ protected:
         folder.forget(folder.all());
     }
 
-    /// Each file is there once, at its place or in the recycle folder and in its record.
+    /// Each file is there once: at its place with its row, or in the recycle folder with its
+    /// record.
     void expectEveryFile()
     {
         FilesOfOneVolume files(music.path());
@@ -149,14 +159,18 @@ protected:
                 recycled.append(file.from);
             }
         }
-        for (int i = 0; i < kPairs; ++i) {
+        const QStringList rows = suite.column(u"select DName from db_all"_s);
+        for (int i = 0; i < pairs; ++i) {
             for (const QString& name : {u"a%1.mp3"_s, u"b%1.mp3"_s}) {
                 const QString file = music.file(name.arg(i));
                 EXPECT_NE(QFile::exists(file), recycled.contains(file)) << file.toStdString();
+                EXPECT_EQ(QFile::exists(file), rows.contains(name.arg(i))) << file.toStdString();
             }
         }
+        EXPECT_EQ(MergeJournal::left(suite.files, suite.dbName()), QStringList());
     }
 
+    const int pairs;
     KilledWork work{suite};
     std::string before;
 };
@@ -171,19 +185,116 @@ TEST_F(KilledMerge, AllDoublesAreOneOrTwoAndNoFileIsLostAndAllOfItIsTakenBack)
         ASSERT_EQ(state(), before);
         work.kill([this] { mergeAll(); });
         work.expectWhole();
+        work.finish([this] { endLeft(); });
         expectEveryFile();
         const qint64 rows = suite.value(u"select count(*) from db_all"_s).toInt64();
-        EXPECT_TRUE(rows == kPairs || rows == 2 * kPairs) << rows;
-        EXPECT_EQ(suite.value(u"select count(*) from pl_all"_s).toInt64(), 2 * kPairs);
+        EXPECT_TRUE(rows == pairs || rows == 2 * pairs) << rows;
+        EXPECT_EQ(suite.value(u"select count(*) from pl_all"_s).toInt64(), 2 * pairs);
         work.finish([this] { mergeAll(); });
         work.expectWhole();
         expectEveryFile();
-        EXPECT_EQ(fids().size(), kPairs);
+        EXPECT_EQ(fids().size(), pairs);
         if (HasFailure()) {
             return;
         }
     }
     EXPECT_GT(work.killed(), KilledWork::rounds() / 2);
+}
+
+/// Ends its process at the step of that number; each change of a file is one before and one behind
+/// it.
+class FilesThatDie : public FilesOfOneVolume
+{
+public:
+    FilesThatDie(const QString& root, const std::shared_ptr<int>& left)
+        : FilesOfOneVolume(root)
+        , m_left(left)
+    {}
+
+    void writeWhole(const QString& path, const QByteArray& bytes) override
+    {
+        dying([&] { FilesOfOneVolume::writeWhole(path, bytes); });
+    }
+
+    void append(const QString& path, const QByteArray& bytes) override
+    {
+        dying([&] { FilesOfOneVolume::append(path, bytes); });
+    }
+
+    void rename(const QString& source, const QString& target) override
+    {
+        dying([&] { FilesOfOneVolume::rename(source, target); });
+    }
+
+    bool remove(const QString& path) override
+    {
+        bool isRemoved = false;
+        dying([&] { isRemoved = FilesOfOneVolume::remove(path); });
+        return isRemoved;
+    }
+
+private:
+    void dying(const std::function<void()>& work)
+    {
+        step();
+        work();
+        step();
+    }
+
+    void step()
+    {
+        if (--*m_left == 0) {
+            ::kill(::getpid(), SIGKILL);
+        }
+    }
+
+    std::shared_ptr<int> m_left;
+};
+
+/// Few files, but each step between two changes of the disk.
+class StoppedMerge : public KilledMerge
+{
+protected:
+    StoppedMerge()
+        : KilledMerge(3)
+    {}
+
+    /// \param step that is its last
+    void mergeUntil(int step)
+    {
+        const auto left = std::make_shared<int>(step);
+        FilesThatDie files(music.path(), left);
+        RecycleTools recycler = tools();
+        recycler.makeFiles = [left, root = music.path()] {
+            return std::make_unique<FilesThatDie>(root, left);
+        };
+        mergeAll(files, recycler);
+    }
+};
+
+TEST_F(StoppedMerge, ComesToItsEndAtTheNextStartWhateverStepWasItsLast)
+{
+    int merged = 0;
+    for (int step = 1; work.killed() == step - 1; ++step) {
+        SCOPED_TRACE("step " + std::to_string(step));
+        work.run([this, step] { mergeUntil(step); });
+        work.finish([this] { endLeft(); });
+        work.expectWhole();
+        expectEveryFile();
+        const qint64 rows = suite.value(u"select count(*) from db_all"_s).toInt64();
+        EXPECT_TRUE(rows == pairs || rows == 2 * pairs) << rows;
+        merged += rows == pairs ? 1 : 0;
+        if (HasFailure()) {
+            return;
+        }
+        if (rows == pairs) {
+            ASSERT_EQ(history.undo().outcome, ListHistory::Outcome::Done);
+            bringBack();
+        }
+        ASSERT_EQ(state(), before);
+    }
+    EXPECT_GE(work.killed() - (merged - 1), 2) << "some before the rows are gone";
+    EXPECT_GT(merged, 8 * pairs) << "and before and behind each of four changes for a file";
 }
 
 } // namespace

@@ -44,10 +44,11 @@ public:
     void kill(const std::function<void()>& work)
     {
         const auto moment = std::uniform_int_distribution<qint64>(1, m_usual)(m_random);
-        const int status = start(work, moment);
-        m_killed += WIFSIGNALED(status) ? 1 : 0;
-        ASSERT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0) << "status " << status;
+        runUntil(work, moment);
     }
+
+    /// Does one in another process that may kill itself.
+    void run(const std::function<void()>& work) { runUntil(work, 0); }
 
     /// How many have died before their end.
     [[nodiscard]] int killed() const { return m_killed; }
@@ -73,6 +74,13 @@ public:
     }
 
 private:
+    void runUntil(const std::function<void()>& work, qint64 moment)
+    {
+        const int status = start(work, moment);
+        m_killed += WIFSIGNALED(status) ? 1 : 0;
+        ASSERT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0) << "status " << status;
+    }
+
     /// \param moment microseconds from its beginning; 0 lets it live
     [[nodiscard]] int start(const std::function<void()>& work, qint64 moment)
     {

@@ -13,23 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 class MissingFilesTest : public CareTest
 {
 protected:
-    void scan()
-    {
-        MissingFiles(
-            {.engine = *suite.engine,
-             .settings = *settings,
-             .texts = texts,
-             .files = suite.files,
-             .warnings = dialogs,
-             .wait = wait,
-             .beside = beside(),
-             .dataFolder = suite.dataFolder(),
-             .openProgress = [this](const QString&) { return std::make_unique<Progress>(*this); },
-             .tell = [this](const QString& text) { told.append(text); },
-             .changed = [this] { ++changes; },
-             .rebuildTrees = [this] { ++treesRebuilt; }})
-            .Scan();
-    }
+    void scan() { MissingFiles(missingParts()).Scan(); }
 
     void scanMissing()
     {
@@ -113,6 +97,26 @@ TEST_F(MissingFilesTest, ATrackThatIsBackIsNoLongerMissingAndTheTreesAreRebuilt)
     EXPECT_EQ(treesRebuilt, 1);
     EXPECT_EQ(list(), "");
     EXPECT_EQ(told, QStringList{u"Alle Dateien sind vorhanden."_s});
+}
+
+TEST_F(MissingFilesTest, WhatTheUserMarksWhileADiskIsLookedAtStays)
+{
+    const QString gone = addTrack({});
+    const QString away = addTrack({});
+    remove(gone);
+    remove(away);
+    MissingFilesParts parts = missingParts();
+    parts.beside.filesIn = [&](const QString& folder) {
+        suite.execute(u"update db_all set del=-1 where fid='%1'"_s.arg(gone));
+        suite.execute(u"delete from db_all where fid='%1'"_s.arg(away));
+        return filesIn(folder);
+    };
+    dialogs.expectMessage(u"Einige Dateien konnten nicht gefunden werden"_s);
+    MissingFiles(std::move(parts)).Scan();
+    EXPECT_EQ(del(gone), 3);
+    putBack(gone);
+    scan();
+    EXPECT_EQ(del(gone), -1);
 }
 
 TEST_F(MissingFilesTest, OtherMarksAreLeftAloneAndTheirMissingFilesListed)

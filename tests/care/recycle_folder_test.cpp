@@ -172,6 +172,23 @@ TEST_F(RecycleFolderTest, ACopyThatIsGivenUpLeavesTheFileWhereItIs)
     EXPECT_FALSE(QFile::exists(recycler(u"Rock/a.mp3"_s)));
 }
 
+TEST_F(RecycleFolderTest, AFileWhoseRecordWasWrittenTwiceIsThereOnceAndForgottenWhole)
+{
+    const QString fid = addTrack({.DName = u"a.mp3"_s}, u"Rock/"_s);
+    files.isOtherVolume = true;
+    // The record is there, and the file has not followed.
+    ASSERT_FALSE(
+        folder().take(removed(fid), RecycleFolder::Reason::Deleted, [](qint64) { return false; }));
+    ASSERT_TRUE(take(fid));
+    const auto all = folder().all();
+    ASSERT_EQ(all.size(), 1U);
+    EXPECT_TRUE(all[0].isHere);
+    folder().putBack(all[0], {});
+    folder().forget(all);
+    EXPECT_TRUE(folder().all().empty());
+    EXPECT_FALSE(QFile::exists(recycler(u"ReMoveFiles.jsonl"_s)));
+}
+
 TEST_F(RecycleFolderTest, AFileOfADiscAndAMissingOneStay)
 {
     EXPECT_FALSE(take(addTrack({.DName = u"a.mp3"_s, .DriveTyp = 4})));

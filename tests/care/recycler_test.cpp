@@ -24,16 +24,7 @@ protected:
     };
 
     RecyclerTest()
-        : recycler({.engine = *suite.engine,
-                    .settings = *settings,
-                    .texts = texts,
-                    .loop = loop,
-                    .wait = wait,
-                    .tools = parts().recycler,
-                    .changed = [this] { ++changes; },
-                    .rebuildTrees = [this] { ++treesRebuilt; },
-                    .failed = [](const DbError&) { return u"failed"_s; }},
-                   bin)
+        : recycler(recyclerParts(), bin)
     {}
 
     void clean()

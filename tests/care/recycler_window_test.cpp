@@ -18,16 +18,7 @@ class RecyclerWindowTest : public BerDbTest
 protected:
     RecyclerWindowTest()
         : window(texts, skin)
-        , logic({.engine = *suite.engine,
-                 .settings = *settings,
-                 .texts = texts,
-                 .loop = loop,
-                 .wait = wait,
-                 .tools = parts().recycler,
-                 .changed = [] {},
-                 .rebuildTrees = [] {},
-                 .failed = [](const DbError&) { return u"failed"_s; }},
-                window)
+        , logic(recyclerParts(), window)
     {}
 
     void cleanAndOpen()

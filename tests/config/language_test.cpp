@@ -21,6 +21,10 @@ constexpr qsizetype kLongestText = 259;
 const QSet<QString> kSameInBoth{
     u"ok"_s,
     u"air.title"_s,
+    u"air.pause"_s,
+    u"air.loop"_s,
+    u"air.mixmode"_s,
+    u"air.bpm"_s,
     u"air.talkover"_s,
     u"air.pitch"_s,
     u"air.pitch.value"_s,

@@ -292,8 +292,105 @@ TEST_F(AirSequenceTest, GoesOnWhereItWasLeft)
         stage.sequence.resume(Plid(stage.plids(stage.list)[1].toInt()), Lists::fid(2), 6000));
     stage.run(3500);
     EXPECT_EQ(stage.heard(), u"2 3"_s);
-    EXPECT_NEAR(stage.engineOfStage.heard[0].sound.frameStart * 26.12245, 6000, 30);
+    EXPECT_NEAR(stage.engineOfStage.heard[0].fromMs, 6000, 30);
     EXPECT_EQ(stage.played, QStringList()) << "it had been counted before";
+}
+
+TEST_F(AirSequenceTest, APauseIsLeftOnTheSameDeckAndAtTheSamePlace)
+{
+    stage.addPlaying(3);
+    playFor(3000);
+    const AirDeck deck = stage.sequence.deck();
+    stage.sequence.pause();
+    stage.run(5000);
+    EXPECT_TRUE(stage.sequence.isPaused());
+    EXPECT_FALSE(stage.sequence.isPlaying());
+    EXPECT_EQ(stage.heard(), u"1"_s);
+    EXPECT_EQ(stage.told.last(), u"0>1"_s);
+    stage.edit(3, u"pitch=100"_s);
+    playFor(500);
+    EXPECT_EQ(stage.heard(), u"1 1"_s);
+    EXPECT_EQ(stage.sequence.deck(), deck);
+    EXPECT_NEAR(stage.engineOfStage.heard[1].fromMs, 3000, 60);
+    stage.run(6000);
+    EXPECT_EQ(stage.heard(), u"1 1 2"_s);
+    EXPECT_EQ(stage.played, QStringList{Lists::fid(1)});
+}
+
+TEST_F(AirSequenceTest, APauseIsForgottenWhenSomethingElseIsAskedFor)
+{
+    stage.addPlaying(3);
+    playFor(3000);
+    stage.sequence.pause();
+    stage.run(1000);
+    stage.sequence.playNow(Lists::fid(3));
+    stage.run(1000);
+    EXPECT_EQ(stage.heard(), u"1 3"_s);
+    stage.sequence.pause();
+    stage.run(1000);
+    stage.sequence.stop();
+    EXPECT_FALSE(stage.sequence.isPaused());
+    playFor(1000);
+    EXPECT_EQ(stage.heard(), u"1 3 1"_s) << "behind the last one the list begins anew";
+}
+
+TEST_F(AirSequenceTest, ATrackThatIsAskedForDuringAPauseComesBehindIt)
+{
+    stage.addPlaying(3);
+    playFor(3000);
+    stage.sequence.pause();
+    stage.run(1000);
+    stage.sequence.playNext(Lists::fid(3));
+    playFor(9000);
+    EXPECT_EQ(stage.heard(), u"1 1 3"_s);
+}
+
+TEST_F(AirSequenceTest, TheUsersLoopGoesBeforeTheActionAndEndsWithTheSameWord)
+{
+    stage.addPlaying(3);
+    playFor(1000);
+    stage.sequence.setLoop(true);
+    stage.run(11'000);
+    EXPECT_EQ(stage.heard(), u"1 1"_s);
+    stage.edit(2, u"pitch=100"_s);
+    EXPECT_TRUE(stage.sequence.isLoop()) << "an edit does not end it";
+    stage.sequence.setLoop(false);
+    stage.run(8000);
+    EXPECT_EQ(stage.heard(), u"1 1 2"_s);
+    EXPECT_FALSE(stage.sequence.isLoop());
+}
+
+TEST_F(AirSequenceTest, TheSpeedThatTheUserGaveStaysUntilTheEntryIsOver)
+{
+    stage.addPlaying(2);
+    playFor(1000);
+    stage.sequence.setPitch(350, 0);
+    stage.edit(2, u"volume=5000"_s);
+    EXPECT_EQ(stage.engineOfStage.pitch(AirDeck::A), 350) << "an edit elsewhere takes it not away";
+    stage.run(5000);
+    EXPECT_EQ(stage.sequence.playing().Pitch, 350);
+    stage.run(4000);
+    EXPECT_EQ(stage.heard(), u"1 2"_s);
+    EXPECT_EQ(stage.sequence.playing().Pitch, 0);
+}
+
+TEST_F(AirSequenceTest, AnOrderThatCannotBePlayedCostsNoEntryOfTheList)
+{
+    stage.addPlaying(4);
+    stage.engineOfStage.broken[stage.file(u"t4.mp3"_s)] = 0;
+    playFor(1000);
+    stage.sequence.playNow(Lists::fid(4));
+    stage.run(9000);
+    EXPECT_EQ(stage.heard(), u"1 2"_s);
+}
+
+TEST_F(AirSequenceTest, NoMixIsLongerThanTheUserWants)
+{
+    stage.addPlaying(2);
+    stage.options.maxMix = 1000;
+    playFor(9500);
+    EXPECT_EQ(stage.heard(), u"1 2"_s);
+    EXPECT_NEAR(double(stage.begun()[1] - stage.begun()[0]), 9000, 2);
 }
 
 TEST_F(AirSequenceTest, GarbageInAnEntryStillPlays)

@@ -71,8 +71,8 @@ protected:
     }
 
     /// What is heard of a deep tone holds nothing high but the rounding to 16 bits, which alone
-    /// peaks at -88, and the edges of five milliseconds. Cut off hard it is -16.
-    void expectNoClick() { EXPECT_LT(loudestAbove2Khz(rig.left()), -78); }
+    /// peaks at -88, and less of the edges. Cut off hard it is -16.
+    void expectNoClick() { EXPECT_LT(loudestAbove2Khz(rig.left()), -85); }
 
     DeckReport report(AirDeck deck = AirDeck::A) const { return rig.engine.report(deck); }
 
@@ -177,9 +177,12 @@ TEST_F(MixEngineTest, WhereAFileBreaksOffTheNextEntryIsMixedInBefore)
 {
     rig.files[u"deep"_s].breaksOffAt = 12 * kAirRate;
     EntrySound a = sound(u"deep"_s);
+    a.volume = 4500; // both together stay below the limiter, whose work is heard above 2 kHz
     a.fadeOut = {MixStyleSplit(kDefaultMixStyleOut), 2000};
+    EntrySound b = sound(u"short"_s);
+    b.volume = 4500;
     rig.engine.load(AirDeck::A, a);
-    rig.engine.load(AirDeck::B, sound(u"short"_s));
+    rig.engine.load(AirDeck::B, b);
     rig.engine.startNow(AirDeck::A);
     rig.engine.startBeforeEnd(AirDeck::B, AirDeck::A, 2000);
     rig.run(11 * kAirRate);

@@ -62,7 +62,7 @@ protected:
     FilledCatalogue catalogue;
     Skin skin{*qobject_cast<QApplication*>(QApplication::instance())};
     IconSet icons{skin};
-    JinglePads jingles{stage.parts, stage.engineOfStage, [this] { return stage.options; }};
+    JinglePads jingles{stage.parts, stage.jingleDecks};
     PlayerDesk desk{stage.sequence, stage.engineOfStage, stage.playing,
                     jingles,        *stage.settings,     catalogue.texts};
     PlayerWindow window{desk, catalogue.texts, skin, icons};
@@ -127,17 +127,94 @@ TEST_F(PlayerWindowTest, AJinglePadPlaysOverTheMusic)
     run(100);
     EXPECT_EQ(stage.heard(), u"j4"_s);
     EXPECT_TRUE(jingles.sounds(0));
+    EXPECT_TRUE(pad->isChecked()) << "it is down as long as it sounds";
     QTest::mouseClick(window.findChild<QPushButton*>(u"padStop"_s), Qt::LeftButton);
     run(1000);
     EXPECT_FALSE(jingles.sounds(0));
+}
+
+TEST_F(PlayerWindowTest, AJingleWithALongTitleBeginsWithItsFirstWord)
+{
+    stage.execute(u"update db_all set titel='Eröffnung %1' where fid='%2'"_s.arg(
+        QString(u"sehr "_s).repeated(40), Lists::fid(4)));
+    stage.library.addPlaylist({.Name = u"Jingles"_s, .GRID = -1, .tracks = {Lists::fid(4)}});
+    jingles.refresh();
+    window.refreshLists();
+    auto* pad = window.findChild<QPushButton*>(u"pad1"_s);
+    EXPECT_TRUE(pad->text().startsWith(u"Eröffnung"_s));
+    EXPECT_LT(pad->fontMetrics().horizontalAdvance(pad->text()), pad->width());
+    const qsizetype before = pad->text().size();
+    window.resize(window.width() * 2, window.height());
+    EXPECT_GT(pad->text().size(), before) << "with more room more of it is shown";
 }
 
 TEST_F(PlayerWindowTest, ThePitchStaysWithinTheUsersRange)
 {
     auto* slider = window.findChild<QSlider*>(u"sldPitch"_s);
     EXPECT_EQ(slider->maximum(), 2000);
+    click(u"air.play"_s);
+    run(1000);
     slider->setValue(slider->maximum());
     EXPECT_EQ(desk.pitch(), 2000);
+}
+
+TEST_F(PlayerWindowTest, ThePitchGoesBackGently)
+{
+    click(u"air.play"_s);
+    run(1000);
+    window.findChild<QSlider*>(u"sldPitch"_s)->setValue(500);
+    EXPECT_EQ(stage.engineOfStage.pitch(AirDeck::A), 500);
+    stage.settings->SetRePitchTime(3000);
+    click(u"air.pitch.zero"_s);
+    EXPECT_EQ(desk.pitch(), 0);
+    EXPECT_EQ(stage.engineOfStage.glidedMs, 3000);
+}
+
+TEST_F(PlayerWindowTest, PauseLeavesTheEntryOnItsDeckAndGoesOnThere)
+{
+    click(u"air.play"_s);
+    run(3000);
+    click(u"air.pause"_s);
+    run(1000);
+    EXPECT_TRUE(face(u"deckA"_s).isPaused);
+    EXPECT_NEAR(face(u"deckA"_s).elapsedMs, 3000, 60);
+    EXPECT_TRUE(window.findChild<QToolButton*>(u"tool.air.pause"_s)->isChecked());
+    click(u"air.pause"_s);
+    run(1000);
+    EXPECT_TRUE(face(u"deckA"_s).isOnAir);
+    EXPECT_NEAR(face(u"deckA"_s).elapsedMs, 4000, 100);
+}
+
+TEST_F(PlayerWindowTest, LoopAndAutomixSwitchWhatTheySay)
+{
+    click(u"air.play"_s);
+    run(1000);
+    click(u"air.loop"_s);
+    EXPECT_TRUE(stage.sequence.isLoop());
+    click(u"air.loop"_s);
+    EXPECT_FALSE(stage.sequence.isLoop());
+    click(u"air.mixmode"_s);
+    EXPECT_FALSE(stage.sequence.isMixMode());
+    run(10'000);
+    EXPECT_EQ(stage.heard(), u"1"_s) << "the next one waits";
+    EXPECT_FALSE(window.findChild<QToolButton*>(u"tool.air.mixmode"_s)->isChecked());
+}
+
+TEST_F(PlayerWindowTest, TheKeysOfPauseActOnTheirOwnDeckOnly)
+{
+    EXPECT_TRUE(desk.run(u"PLPlay"_s));
+    run(1000);
+    EXPECT_TRUE(desk.run(u"PLPause2"_s));
+    EXPECT_TRUE(stage.sequence.isPlaying());
+    EXPECT_TRUE(desk.run(u"PLPause1"_s));
+    EXPECT_TRUE(stage.sequence.isPaused());
+    EXPECT_TRUE(desk.run(u"PLPause2"_s));
+    EXPECT_TRUE(stage.sequence.isPaused());
+    EXPECT_TRUE(desk.run(u"PLPause1"_s));
+    EXPECT_TRUE(stage.sequence.isPlaying());
+    run(1000);
+    EXPECT_TRUE(desk.run(u"PLLOOP"_s));
+    EXPECT_TRUE(stage.sequence.isLoop());
 }
 
 TEST_F(PlayerWindowTest, TheBindingsOfThePlayerActAndOthersDoNot)

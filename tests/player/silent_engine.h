@@ -1,27 +1,17 @@
 #pragma once
 
-#include "player/air_engine.h"
+#include "player/stage_engine.h"
 #include "store/milli_sec_to_min.h"
 
 #include <algorithm>
-#include <map>
 #include <optional>
-#include <vector>
 
 namespace melovane::test {
 
-/// An engine without sound and without a clock: its decks move when the test lets time go, in steps
-/// of a millisecond. What a file is, the test says by its name.
-class SilentEngine : public AirEngine
+/// An engine without sound: what a file is, the test says by its name.
+class SilentEngine : public StageEngine
 {
 public:
-    struct Heard
-    {
-        AirDeck deck;
-        EntrySound sound;
-        qint64 atMs;
-    };
-
     void openCards(const QString&, const QString&) override {}
 
     void closeCards() override {}
@@ -69,7 +59,7 @@ public:
         }
     }
 
-    void seek(AirDeck, double) override {}
+    void seek(AirDeck deck, double ms) override { m_places[deck].from = ms; }
 
     void update(AirDeck deck, const EntrySound& sound) override
     {
@@ -80,11 +70,17 @@ public:
         }
     }
 
-    void setPitch(AirDeck, int, int) override {}
+    void setPitch(AirDeck deck, int pitch, int glideMs) override
+    {
+        m_places[deck].sound.pitch = pitch;
+        glidedMs = glideMs;
+    }
 
     void setVolume(AirDeck, int) override {}
 
     void setTalkover(int, int) override {}
+
+    [[nodiscard]] int pitch(AirDeck deck) override { return m_places[deck].sound.pitch; }
 
     [[nodiscard]] DeckReport report(AirDeck deck) const override
     {
@@ -92,8 +88,7 @@ public:
         return place == m_places.end() ? DeckReport() : place->second.report;
     }
 
-    /// Lets a millisecond go by.
-    void tick()
+    void tick() override
     {
         ++now;
         for (auto& [deck, place] : m_places) {
@@ -102,21 +97,10 @@ public:
         for (auto& [deck, place] : m_places) {
             begin(deck, place);
         }
-        const bool sounds =
-            std::any_of(m_places.begin(), m_places.end(), [](const auto& deckAndPlace) {
-                return deckAndPlace.second.report.state == DeckState::Playing;
-            });
-        silentMs = sounds ? 0 : silentMs + 1;
-        longestSilenceMs = std::max(longestSilenceMs, silentMs);
+        noteSound(std::any_of(m_places.begin(), m_places.end(), [](const auto& deckAndPlace) {
+            return deckAndPlace.second.report.state == DeckState::Playing;
+        }));
     }
-
-    qint64 now = 0;   ///< ms
-    int loadMs = 30;  ///< that opening a file takes
-    int silentMs = 0; ///< since something sounded
-    int longestSilenceMs = 0;
-    std::map<QString, int> lengths; ///< of files, in ms; those that are not here last 200 s
-    std::map<QString, int> broken;  ///< files that break off at that ms; 0: cannot be played
-    std::vector<Heard> heard;
 
 private:
     struct Start
@@ -129,6 +113,7 @@ private:
     {
         EntrySound sound;
         qint64 readyAt = 0;
+        std::optional<double> from; ///< ms, asked for while it is loading
         std::optional<Start> start;
         std::optional<qint64> endsAt;
         int breaksAt = -1; ///< ms; -1 for never
@@ -146,6 +131,7 @@ private:
         using Mod_MilliSecToMin::kFrameMs;
         const double length = lengthOf(place.sound.file);
         place.report.fromMs = place.sound.frameStart * kFrameMs;
+        place.report.fromMs = std::max(place.report.fromMs, place.from.value_or(0));
         place.report.toMs = place.sound.frameStop > place.sound.frameStart
                                 ? std::min(length, place.sound.frameStop * kFrameMs)
                                 : length;
@@ -194,7 +180,7 @@ private:
         place.report.state = DeckState::Playing;
         place.report.startsLater = false;
         place.report.startedAt = now * kAirRate / 1000;
-        heard.push_back({deck, place.sound, now});
+        heard.push_back({deck, place.sound, now, place.report.fromMs});
     }
 
     std::map<AirDeck, Place> m_places;

@@ -34,10 +34,16 @@ struct Transition
     int begin = 0; ///< frame of the card of A
 };
 
+/// From 0 to 1, at either end without a corner or a bend.
+double rise(double part)
+{
+    return 6 * std::pow(part, 5) - 15 * std::pow(part, 4) + 10 * std::pow(part, 3);
+}
+
 double leg(double distance, double length)
 {
     const double part = distance / length;
-    return length < 4410 ? 0.5 - 0.5 * std::cos(std::numbers::pi * part) : part;
+    return length < 4410 ? rise(part) : part;
 }
 
 /// Gain at a distance from the silent end of a mix, in frames.
@@ -92,15 +98,13 @@ std::vector<double> reference(const Transition& t, size_t frames)
     }
     for (int i = t.begin; i < int(frames); ++i) {
         if (toEnd(t.a, i - t.begin) > 0) {
-            const double fadeIn =
-                0.5 - 0.5 * std::cos(std::numbers::pi * std::min(1.0, (i - t.begin) / 220.0));
+            const double fadeIn = rise(std::min(1.0, (i - t.begin) / double(kEdge)));
             out[size_t(i)] +=
                 toneAt(t.a, i - t.begin) * fadeIn * curve(t.a.style, mix, toEnd(t.a, i - t.begin));
         }
         const int n = i - bBegin;
         if (n >= 0 && toEnd(t.b, n) > 0) {
-            const double fadeOut =
-                0.5 - 0.5 * std::cos(std::numbers::pi * std::min(1.0, toEnd(t.b, n) / 220.0));
+            const double fadeOut = rise(std::min(1.0, toEnd(t.b, n) / double(kEdge)));
             out[size_t(i)] += toneAt(t.b, n) * fadeOut * curve(t.b.style, mix, n);
         }
     }

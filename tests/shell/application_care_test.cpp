@@ -1,9 +1,14 @@
 // What the menu entries that care for the library do in the running console.
+#include "care/merge_journal.h"
+#include "care/recycle_folder.h"
 #include "shell/application_fixture.h"
+#include "store/file_locator.h"
+#include "support/recycled_files.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QDialog>
+#include <QFile>
 #include <QTreeWidget>
 
 #include <gtest/gtest.h>
@@ -69,6 +74,36 @@ TEST_F(ApplicationCare, TheMenuLooksForMissingFiles)
     EXPECT_TRUE(
         warnings[0].startsWith(u"Melovane: Einige Dateien konnten nicht gefunden werden"_s));
     EXPECT_EQ(suite.read(u"FileNotExist.txt"_s), "/nowhere/" + gone.toUtf8() + ".mp3\n");
+}
+
+TEST_F(ApplicationCare, AFileThatAKilledMergeHasLeftGoesToTheRecycleFolderBehindTheStart)
+{
+    test::TempFolder music;
+    for (const QString& name : {u"doppelt.mp3"_s, u"wieder da.mp3"_s}) {
+        music.write(name, "x");
+    }
+    suite.library.add({.Path = music.path() + u'/', .DName = u"wieder da.mp3"_s});
+    const auto merged = [&](const QString& name) {
+        return RemovedTrack{
+            u"300000009999"_s, u"Titel"_s, music.path() + u'/', name, false, u"{}"_s};
+    };
+    FileLocator locator(suite.files, suite.dataFolder());
+    MergeJournal(suite.files, suite.dbName())
+        .begin({merged(u"doppelt.mp3"_s), merged(u"wieder da.mp3"_s)}, locator);
+    ASSERT_EQ(MergeJournal::left(suite.files, suite.dbName()).size(), 1);
+    inConsole([this](QMainWindow&) {
+        EXPECT_TRUE(QTest::qWaitFor(
+            [this] { return MergeJournal::left(suite.files, suite.dbName()).isEmpty(); }));
+    });
+    EXPECT_EQ(suite.files.names(music.path()), QStringList{u"wieder da.mp3"_s});
+    RecycleFolder recycler(
+        {suite.files, suite.clock, suite.dataFolder(), {}, [](const QString& file) {
+             return QFile::encodeName(file);
+         }});
+    const auto recycled = test::recycledOf(recycler, music.path());
+    ASSERT_EQ(recycled.size(), 1U);
+    EXPECT_EQ(recycled[0].from, music.file(u"doppelt.mp3"_s));
+    test::throwAway(suite.files, recycler, recycled);
 }
 
 TEST_F(ApplicationCare, TheMenuCleansTheLibraryAndTheViewFollows)

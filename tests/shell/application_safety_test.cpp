@@ -99,7 +99,8 @@ TEST_F(ApplicationSafety, JetztSichernMakesABackupThatTheListShows)
         inDialog(window, u"mnuBackups"_s, [](QDialog& dialog) {
             EXPECT_EQ(list(dialog).topLevelItemCount(), 0);
             EXPECT_FALSE(button(dialog, u"cmdRestore"_s).isEnabled());
-            button(dialog, u"cmdNow"_s).click();
+            button(dialog, u"cmdNow"_s).setFocus();
+            QTest::keyClick(&button(dialog, u"cmdNow"_s), Qt::Key_Return);
             ASSERT_EQ(list(dialog).topLevelItemCount(), 1);
             EXPECT_EQ(list(dialog).topLevelItem(0)->text(2), u"30"_s);
             EXPECT_EQ(list(dialog).topLevelItem(0)->text(4), u"von Hand"_s);

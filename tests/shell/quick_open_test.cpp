@@ -110,6 +110,17 @@ TEST_F(QuickOpenDialogTest, WhatCannotBeDoneNowSaysWhyAndStays)
     EXPECT_TRUE(dialog->isVisible());
 }
 
+TEST_F(QuickOpenDialogTest, OfThoseThatFitAlikeWhatCanBeDoneStandsFirst)
+{
+    QTest::keyClicks(line, u"mehr"_s);
+    QuickOpenDialog::Entries more(2);
+    more[0].title = u"Mehr davon"_s;
+    more[0].whyNot = u"Nichts da"_s;
+    more[1].title = u"Mehr Licht"_s;
+    answers.back()(more);
+    EXPECT_EQ(titles(), QStringList({u"Mehr Licht"_s, u"Mehr davon"_s}));
+}
+
 TEST_F(QuickOpenDialogTest, NothingFoundIsTold)
 {
     QTest::keyClicks(line, u"xyz"_s);

@@ -118,6 +118,19 @@ TEST_F(TagBenchWindow, NoFieldOfTheCommonValuesIsCutOffAtTheSide)
     EXPECT_LE(scroll->widget()->width(), scroll->viewport()->width());
 }
 
+TEST_F(TagBenchWindow, SeveralRatingsAreAMarkThatHasRoomAndATip)
+{
+    const QString one = add(u"a.mp3"_s, u"Eins"_s);
+    add(u"b.mp3"_s, u"Zwei"_s);
+    suite.execute(u"update db_all set [Note]='3' where FID='%1'"_s.arg(one));
+    open();
+    auto* const line = find<QLineEdit>(u"txtNote"_s);
+    EXPECT_LE(line->fontMetrics().horizontalAdvance(line->placeholderText()) * 2, line->width());
+    EXPECT_FALSE(line->placeholderText().isEmpty());
+    EXPECT_EQ(line->toolTip(), u"mehrere Werte"_s);
+    EXPECT_TRUE(find<QLineEdit>(u"txtTitel"_s)->toolTip().isEmpty());
+}
+
 TEST_F(TagBenchWindow, ATitleBarHasRoomOnTheScreen)
 {
     open();
@@ -198,6 +211,33 @@ TEST_F(TagBenchWindow, AWorkEndsWhenTheLibraryIsTakenAndGoesOnWhenItIsBack)
     session->whyNotNow = {};
     click(u"cmdApply"_s);
     EXPECT_EQ(cell(one, u"Album"_s), u"Platte"_s);
+}
+
+TEST_F(TagBenchWindow, ALibraryThatNoConsoleHasOpenedYetShowsNoTracksAndNoFault)
+{
+    suite.open()->tableDefs().Delete(u"TEMP_MP3Edit"_s);
+    suite.engine->GiveAway(suite.dbName());
+    suite.engine->TakeBack(suite.dbName());
+    ASSERT_TRUE(suite.files.remove(suite.file(u"melovane.temp.mdb"_s)));
+    open();
+    EXPECT_EQ(find<QLabel>(u"lblProgress"_s)->text(), QString());
+    EXPECT_EQ(session->tracks().count(), 0);
+    window.reset();
+    // What a console marks later is there.
+    add(u"a.mp3"_s, u"Eins"_s);
+    open();
+    EXPECT_EQ(session->tracks().count(), 1);
+}
+
+TEST_F(TagBenchWindow, ALibraryThatCannotBeReadIsToldInASentence)
+{
+    suite.engine->GiveAway(suite.dbName());
+    suite.engine->TakeBack(suite.dbName());
+    suite.write(u"melovane.mdb"_s, QByteArray(8192, 'x'));
+    open();
+    const QString said = find<QLabel>(u"lblProgress"_s)->text();
+    EXPECT_TRUE(said.startsWith(u"Die Bibliothek ist nicht lesbar: "_s)) << said.toStdString();
+    EXPECT_EQ(suite.read(u"melovane.mdb"_s), QByteArray(8192, 'x'));
 }
 
 TEST_F(TagBenchWindow, ALibraryThatIsChosenMeanwhileGetsNothingOfTheTracksOfTheFormerOne)

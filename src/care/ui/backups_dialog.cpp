@@ -164,7 +164,6 @@ void BackupsDialog::makeCommands()
     const auto add = [&](const QString& name, QStringView caption, const QString& icon) {
         QPushButton* button = addCommand(name, texts.text(caption));
         button->setIcon(m_icons.icon(icon));
-        button->setAutoDefault(false);
         return button;
     };
     QPushButton* now = add(u"cmdNow"_s, u"backup.now", u"backup"_s);

@@ -16,7 +16,6 @@ QPushButton* makeButton(const QString& name, const QString& caption, QWidget* pa
 {
     auto* button = new QPushButton(caption, parent);
     button->setObjectName(name);
-    button->setAutoDefault(false);
     return button;
 }
 

@@ -17,7 +17,8 @@ class Skin;
 /// Controls that the windows of the care have in common.
 namespace careparts {
 
-/// A button that Enter in another control does not press.
+/// A button that Enter presses while it has the keyboard; elsewhere Enter presses the window's
+/// default button, which each window names.
 [[nodiscard]] QPushButton* makeButton(const QString& name, const QString& caption, QWidget* parent);
 
 /// A line of plain text that gives up room where others need it.

@@ -7,6 +7,7 @@
 #include "platform/qt/data_grid.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/panel.h"
+#include "platform/system/io_error.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -56,6 +57,7 @@ DoublesWindow::DoublesWindow(const Skin& skin,
     m_recycle->setToolTip(texts.text(u"double.recycle.tip"_s));
     m_merge = careparts::makeButton(u"cmdMerge"_s, texts.text(u"double.merge"_s), this);
     buildFooter(*column, m_recycle, m_merge, [this] { merge(); });
+    connect(m_grid, &DataGrid::escapePressed, this, &DoublesWindow::reject);
     connect(m_grid, &DataGrid::spacePressed, this, [this] { choose(m_grid->currentRow()); });
     connect(m_grid, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
         if (index.column() == DoubleRows::kState) {
@@ -110,12 +112,12 @@ void DoublesWindow::showGroups()
     followWork(m_doubles.isWorking());
     if (!m_doubles.isWorking()) {
         m_rows.show();
-        if (m_rows.rowCount() > 0) {
-            m_grid->goToRow(0, 0);
-            m_grid->focus();
-        }
     }
     showState();
+    if (!m_doubles.isWorking() && m_rows.rowCount() > 0) {
+        m_grid->goToRow(0, 0);
+        m_grid->focus(); // it was off while something went on
+    }
 }
 
 QString DoublesWindow::sentence() const
@@ -147,6 +149,7 @@ void DoublesWindow::showState()
     m_grid->setEnabled(isReady);
     m_recycle->setEnabled(isReady);
     m_merge->setEnabled(isReady && going > 0);
+    (m_merge->isEnabled() ? m_merge : m_search)->setDefault(true);
     showReady(isReady);
 }
 
@@ -192,6 +195,8 @@ void DoublesWindow::merge()
         }
     } catch (const DbError& error) {
         m_outcome = texts().text(u"find.failed"_s, error.text());
+    } catch (const IoError& error) {
+        m_outcome = texts().text(u"find.failed"_s, error.path() + u": "_s + error.reason());
     }
     endWriting();
     if (removed > 0 && whenWritten) {

@@ -71,6 +71,9 @@ FindAgainWindow::FindAgainWindow(const Skin& skin,
     buildFooter(*column, m_remember, m_apply, [this] { apply(); });
     connectGrids();
     find.changed = [this] { showRules(); };
+    for (const DataGrid* const grid : {m_rules, m_tracks}) {
+        connect(grid, &DataGrid::escapePressed, this, &FindAgainWindow::reject);
+    }
     m_search->setFocus();
     showRules();
 }
@@ -227,7 +230,7 @@ void FindAgainWindow::showState()
     m_tracks->setEnabled(isReady);
     m_remember->setEnabled(isReady);
     m_apply->setEnabled(isReady && chosen > 0);
-    m_apply->setDefault(m_apply->isEnabled());
+    (m_apply->isEnabled() ? m_apply : m_search)->setDefault(true);
     showReady(isReady);
 }
 

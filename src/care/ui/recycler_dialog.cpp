@@ -119,6 +119,7 @@ void RecyclerDialog::fillList(const std::vector<RecyclerView::Row>& rows)
     const int rowHeight = fontMetrics().height() * 3 / 2;
     for (const RecyclerView::Row& row : rows) {
         auto* item = new QTreeWidgetItem({row.title, row.file, row.moment, row.note});
+        item->setToolTip(kTitle, row.title.toHtmlEscaped());
         item->setToolTip(kFile, row.file.toHtmlEscaped());
         item->setToolTip(kNote, row.note.toHtmlEscaped());
         item->setSizeHint(kTitle, {0, rowHeight});

@@ -14,7 +14,7 @@ struct FileQuestion
     QStringList patterns; ///< of their names: "*.m3u"
 };
 
-/// Asks the user for files, with the desktop's own dialogs.
+/// Asks the user for files.
 class FileChooser
 {
 public:

@@ -54,7 +54,7 @@ std::size_t CellTexts::fontOf(const QPainter& painter)
 
 QStaticText CellTexts::laidOut(const QPainter& painter, int width, const QString& text)
 {
-    QStaticText made(fitting(painter.fontMetrics(), text, width));
+    QStaticText made(text);
     made.setTextFormat(Qt::PlainText);
     made.setPerformanceHint(QStaticText::AggressiveCaching);
     QTextOption option;
@@ -62,7 +62,13 @@ QStaticText CellTexts::laidOut(const QPainter& painter, int width, const QString
     made.setTextOption(option);
     // In points of the device, or it would be laid out again by the first painting.
     const qreal scale = painter.device()->devicePixelRatioF();
-    made.prepare(QTransform::fromScale(scale, scale), painter.font());
+    const auto prepare = [&] { made.prepare(QTransform::fromScale(scale, scale), painter.font()); };
+    prepare();
+    // Most texts fit, and to ask beforehand takes as long as to lay them out.
+    if (made.size().width() > width) {
+        made.setText(fitting(painter.fontMetrics(), text, width));
+        prepare();
+    }
     return made;
 }
 

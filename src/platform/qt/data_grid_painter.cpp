@@ -49,13 +49,6 @@ QString paintedPart(const QString& text)
     return text.left(kLongestPainted).section(u'\n', 0, 0);
 }
 
-QFont fontOf(const CellStyle& style, QFont font)
-{
-    font.setBold(style.bold || font.bold());
-    font.setStrikeOut(style.struckOut);
-    return font;
-}
-
 /// Where the picture of a cell stands: alone in the middle, else in front of the text.
 QRect iconPlace(const QRect& room, int side, bool alone)
 {
@@ -79,9 +72,12 @@ QRect besideNumber(const QRect& place, int border, int number)
     return result;
 }
 
-void paintBadge(QPainter& painter, const QRect& cell, const CellStyle& style, const QString& text)
+void paintBadge(QPainter& painter,
+                const QFontMetrics& metrics,
+                const QRect& cell,
+                const CellStyle& style,
+                const QString& text)
 {
-    const QFontMetrics metrics = painter.fontMetrics();
     const int height = metrics.height() + 1;
     const int width = std::max(height, figureTextWidth(metrics, text) + 10);
     QRect field(0, 0, width, height);
@@ -175,11 +171,12 @@ void DataGridPainter::paint(QPainter* painter,
                           toQColor(accent));
     }
     const QString shown = paintedPart(index.data().toString());
-    painter->setFont(fontOf(style, option.font));
+    const auto& [font, metrics] =
+        m_fonts.of(option.font, style.bold, style.struckOut, painter->device());
+    painter->setFont(font);
     QRect inner = option.rect.adjusted(kPadding, 0, -kPadding, 0);
     const bool isNumber = model->column(index.column()).alignment == CellAlignment::Right;
     if (!style.icon.isEmpty()) {
-        const QFontMetrics metrics = painter->fontMetrics();
         QRect place = iconPlace(inner, metrics.height(), shown.isEmpty());
         if (isNumber && !shown.isEmpty()) {
             place = besideNumber(place, option.rect.left(),
@@ -190,14 +187,14 @@ void DataGridPainter::paint(QPainter* painter,
         paintIcon(*painter, place, style);
     }
     if (style.badge && !shown.isEmpty()) {
-        paintBadge(*painter, option.rect, style, shown);
+        paintBadge(*painter, metrics, option.rect, style, shown);
     } else if (!shown.isEmpty()) {
         const Colour ink = style.text.value_or(
             m_skin.theme().colour(style.dimmed ? ThemeRole::TextSecond : ThemeRole::Text));
         painter->setPen(toQColor(readableOn(ink, colour)));
-        if (isNumber && !figuresAreEqual(painter->fontMetrics())) {
-            drawFigures(*painter, inner,
-                        painter->fontMetrics().elidedText(shown, Qt::ElideRight, inner.width()));
+        if (isNumber && !figuresAreEqual(metrics)) {
+            drawFigures(*painter, metrics, inner,
+                        metrics.elidedText(shown, Qt::ElideRight, inner.width()));
         } else {
             const Qt::Alignment side(index.data(Qt::TextAlignmentRole).toInt());
             m_texts.draw(*painter, inner, side & Qt::AlignHorizontal_Mask, shown);
@@ -260,8 +257,8 @@ int DataGridPainter::wholeWidth(const QStyleOptionViewItem& option, const QModel
     const auto* model = qobject_cast<const DataGridModel*>(index.model());
     const CellStyle style = model ? model->style(index) : CellStyle();
     const QString text = paintedPart(index.data().toString());
-    const QFont font = fontOf(style, option.font);
-    const QFontMetrics metrics(font, option.widget);
+    const auto& [font, metrics] =
+        m_fonts.of(option.font, style.bold, style.struckOut, option.widget);
     int width = wholeTextWidth(font, text, option.widget);
     if (model && model->column(index.column()).alignment == CellAlignment::Right) {
         width = std::max(width, figureTextWidth(metrics, text));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/grid_control.h"
+#include "platform/qt/cell_fonts.h"
 #include "platform/qt/cell_texts.h"
 
 #include <QStyledItemDelegate>
@@ -49,6 +50,9 @@ public:
     /// Texts laid out for painting so far; those painted again are not among them.
     [[nodiscard]] qint64 laidOut() const { return m_texts.laidOut(); }
 
+    /// Fonts measured so far.
+    [[nodiscard]] qint64 fontsMade() const { return m_fonts.made(); }
+
 private:
     [[nodiscard]] int wholeWidth(const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const;
@@ -58,6 +62,7 @@ private:
 
     const Skin& m_skin;
     const IconSet& m_icons;
+    mutable CellFonts m_fonts;
     mutable CellTexts m_texts;
     std::function<void(QWidget* editor)> m_finish; ///< takes over what an editor holds, ends it
 };

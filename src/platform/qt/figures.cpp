@@ -83,9 +83,11 @@ int wholeTextWidth(const QFont& font, const QString& text, const QPaintDevice* d
     return qCeil(QFontMetricsF(font, device).horizontalAdvance(text));
 }
 
-void drawFigures(QPainter& painter, const QRect& rect, const QString& text)
+void drawFigures(QPainter& painter,
+                 const QFontMetrics& metrics,
+                 const QRect& rect,
+                 const QString& text)
 {
-    const QFontMetrics metrics = painter.fontMetrics();
     const Figures figures = figuresOf(metrics);
     if (figures.areEqual) {
         painter.drawText(rect, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text);

@@ -10,7 +10,8 @@ class QFontMetrics;
 
 namespace melovane {
 
-/// Width of the widest figure of a font.
+/// Width of the widest figure of a font. Here and below: measured once for metrics that are kept;
+/// those of a font made anew are measured each time, by more than ten texts.
 [[nodiscard]] int figureWidth(const QFontMetrics& metrics);
 
 /// True for a font whose own figures stand below each other.
@@ -28,6 +29,11 @@ wholeTextWidth(const QFont& font, const QString& text, const QPaintDevice* devic
 
 /// Draws a text of figures of equal width at the right end of a rectangle, so that figures of rows
 /// below each other stand below each other.
-void drawFigures(QPainter& painter, const QRect& rect, const QString& text);
+///
+/// \param metrics of the painter's font
+void drawFigures(QPainter& painter,
+                 const QFontMetrics& metrics,
+                 const QRect& rect,
+                 const QString& text);
 
 } // namespace melovane

@@ -1,16 +1,26 @@
 #include "platform/qt/file_dialogs.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QMimeDatabase>
+#include <QScreen>
+#include <QTreeView>
 
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+/// Wide enough for the columns of names, kinds and dates.
+constexpr int kWidth = 860;
+constexpr int kHeight = 540;
+/// At most so much of a small screen.
+constexpr double kPart = 0.85;
 
 /// Asked on a thread of the toolkit: the pictures are made before.
 class KindsByName : public QFileIconProvider
@@ -31,17 +41,19 @@ public:
 
     [[nodiscard]] QString type(const QFileInfo& entry) const override
     {
-        const QMimeDatabase kinds;
-        return entry.isDir()
-                   ? kinds.mimeTypeForName(u"inode/directory"_s).comment()
-                   : kinds.mimeTypeForFile(entry.fileName(), QMimeDatabase::MatchExtension)
-                         .comment();
+        return entry.isDir() ? m_folderKind
+                             : QMimeDatabase()
+                                   .mimeTypeForFile(entry.fileName(), QMimeDatabase::MatchExtension)
+                                   .comment();
     }
 
 private:
     QIcon m_folder;
     QIcon m_file;
     QIcon m_drive;
+    /// The toolkit's own word, in the language that its texts have.
+    QString m_folderKind =
+        QCoreApplication::translate("QAbstractFileIconProvider", "Folder", "All other platforms");
 };
 
 /// Where the user was last, for questions without a proposal.
@@ -49,6 +61,19 @@ QString& lastFolder()
 {
     static QString folder;
     return folder;
+}
+
+/// The folder of a proposal, or the nearest above it that is there.
+QString folderToShow(const QString& proposal)
+{
+    if (QDir::isRelativePath(proposal)) {
+        return QFileInfo(lastFolder()).isDir() ? lastFolder() : QDir::homePath();
+    }
+    QFileInfo place(proposal);
+    while (!place.isDir() && !place.isRoot()) {
+        place.setFile(place.absolutePath());
+    }
+    return place.absoluteFilePath();
 }
 
 struct Question
@@ -65,17 +90,21 @@ QStringList ask(QWidget* owner, const Question& question)
     KindsByName kinds;
     // Without a folder of its own the dialog starts with the last one, before it knows our kinds.
     QFileDialog dialog(owner, question.title, QDir::rootPath(), question.filter);
+    // Those of the desktops read files in this process, too.
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setIconProvider(&kinds);
     dialog.setFileMode(question.mode);
     dialog.setAcceptMode(question.accept);
     dialog.setOption(QFileDialog::ShowDirsOnly, question.mode == QFileDialog::Directory);
 
-    const QString from = question.from.isEmpty() ? lastFolder() : question.from;
-    if (from.isEmpty() || QFileInfo(from).isDir()) {
-        dialog.setDirectory(from.isEmpty() ? QDir::currentPath() : from);
-    } else {
-        dialog.setDirectory(QFileInfo(from).absolutePath());
-        dialog.selectFile(QFileInfo(from).fileName());
+    dialog.resize(QSize(kWidth, kHeight).boundedTo(dialog.screen()->availableSize() * kPart));
+    if (auto* rows = dialog.findChild<QTreeView*>(u"treeView"_s)) {
+        rows->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        rows->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
+    dialog.setDirectory(folderToShow(question.from));
+    if (!question.from.isEmpty() && !QFileInfo(question.from).isDir()) {
+        dialog.selectFile(QFileInfo(question.from).fileName());
     }
     if (dialog.exec() != QDialog::Accepted) {
         return {};

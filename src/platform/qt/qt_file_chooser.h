@@ -6,7 +6,7 @@ class QWidget;
 
 namespace melovane {
 
-/// The file dialogs of the desktop, over a window.
+/// File dialogs over a window.
 class QtFileChooser : public FileChooser
 {
 public:

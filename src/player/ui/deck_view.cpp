@@ -5,6 +5,7 @@
 #include "platform/qt/skin.h"
 #include "store/milli_sec_to_min.h"
 
+#include <QLocale>
 #include <QPainter>
 
 #include <algorithm>
@@ -133,12 +134,17 @@ void DeckView::paintTexts(QPainter& painter, const QRect& area) const
     painter.setFont(small);
     painter.setPen(theme.qcolor(m_face.isOnAir ? ThemeRole::Text : ThemeRole::TextSecond));
     const QString state = m_texts.text(m_face.isOnAir    ? u"air.onair"
+                                       : m_face.isPaused ? u"air.paused"
                                        : m_face.isLoaded ? u"air.ready"
                                                          : u"air.free");
     QRect line(area.left(), area.top(), area.width(), smallMetrics.height());
     painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, state);
     if (!m_face.isLoaded) {
         return;
+    }
+    if (m_face.bpm > 0) {
+        painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter,
+                         m_texts.text(u"air.bpm", QLocale().toString(m_face.bpm, 'f', 1)));
     }
     line = QRect(area.left(), line.bottom() + 2, area.width(), largeMetrics.height());
     painter.setFont(large);
@@ -161,11 +167,12 @@ void DeckView::paintTimes(QPainter& painter, const QRect& area) const
         return;
     }
     const Theme& theme = m_skin.theme();
-    const double left = m_face.isOnAir ? m_face.remainingMs : m_face.lengthMs;
+    const bool isUnderWay = m_face.isOnAir || m_face.isPaused;
+    const double left = isUnderWay ? m_face.remainingMs : m_face.lengthMs;
     painter.setFont(sized(font(), 3.0, true));
     painter.setPen(theme.qcolor(ThemeRole::Text));
     painter.drawText(area, Qt::AlignRight | Qt::AlignBottom,
-                     (m_face.isOnAir ? u"-"_s : QString()) + tenths(left));
+                     (isUnderWay ? u"-"_s : QString()) + tenths(left));
     painter.setFont(sized(font(), 1.4, false));
     painter.setPen(secondText());
     painter.drawText(area.adjusted(0, 0, 0, -fontMetrics().descent()),

@@ -80,28 +80,54 @@ QToolButton* PlayerWindow::addCommand(const QString& text,
     button->setMinimumHeight(fontMetrics().height() * 2);
     button->setFocusPolicy(Qt::TabFocus);
     Panel::tellTool(*button, m_texts.text(text), {}, {});
-    connect(button, &QToolButton::clicked, this, [this, work] {
-        work();
+    if (work) {
+        connect(button, &QToolButton::clicked, this, [this, work] {
+            work();
+            refresh();
+        });
+    }
+    m_commands->addWidget(button);
+    return button;
+}
+
+QToolButton* PlayerWindow::addSwitch(const QString& text,
+                                     const QString& icon,
+                                     const std::function<void(bool isOn)>& work)
+{
+    QToolButton* const button = addCommand(text, icon, {});
+    button->setCheckable(true);
+    connect(button, &QToolButton::clicked, this, [this, work](bool isOn) {
+        work(isOn);
         refresh();
     });
-    m_commands->addWidget(button);
     return button;
 }
 
 void PlayerWindow::buildCommands()
 {
     m_play = addCommand(u"air.play"_s, u"play"_s, [this] { m_desk.playOrStop(); });
+    m_pause = addSwitch(u"air.pause"_s, u"pause"_s, [this](bool) { m_desk.playOrPause(); });
     addCommand(u"air.next"_s, u"fastforward"_s, [this] { m_desk.sequence().next(); });
     addCommand(u"air.mix"_s, u"mix"_s, [this] { m_desk.sequence().mixNow(); });
-    m_talkover =
-        addCommand(u"air.talkover"_s, {}, [this] { m_desk.setTalkover(m_talkover->isChecked()); });
-    m_talkover->setCheckable(true);
+    m_loop =
+        addSwitch(u"air.loop"_s, u"loop"_s, [this](bool isOn) { m_desk.sequence().setLoop(isOn); });
+    m_mixMode =
+        addSwitch(u"air.mixmode"_s, {}, [this](bool isOn) { m_desk.sequence().setMixMode(isOn); });
+    m_talkover = addSwitch(u"air.talkover"_s, {}, [this](bool isOn) { m_desk.setTalkover(isOn); });
     m_commands->addStretch();
-    auto* name = new QLabel(m_texts.text(u"air.pitch"), this);
+    buildPitch();
+    m_dock = addSwitch(u"air.dock"_s, u"panel"_s, [this](bool isOn) {
+        setDocked(isOn);
+        emit dockAsked(m_isDocked);
+    });
+    m_dock->setToolButtonStyle(Qt::ToolButtonIconOnly);
+}
+
+void PlayerWindow::buildPitch()
+{
     m_pitch = new QSlider(Qt::Horizontal, this);
     m_pitch->setObjectName(u"sldPitch"_s);
     m_pitch->setAccessibleName(m_texts.text(u"air.pitch"));
-    m_pitch->setRange(-m_desk.maxPitch(), m_desk.maxPitch());
     m_pitch->setSingleStep(10);
     m_pitch->setPageStep(100);
     m_pitch->setMinimumWidth(fontMetrics().averageCharWidth() * 16);
@@ -111,14 +137,10 @@ void PlayerWindow::buildCommands()
         m_desk.setPitch(pitch);
         refresh();
     });
-    m_commands->addWidget(name);
+    m_commands->addWidget(new QLabel(m_texts.text(u"air.pitch"), this));
     m_commands->addWidget(m_pitch);
     m_commands->addWidget(m_pitchText);
-    m_dock = addCommand(u"air.dock"_s, u"panel"_s, [this] {
-        setDocked(m_dock->isChecked());
-        emit dockAsked(m_isDocked);
-    });
-    m_dock->setCheckable(true);
+    addCommand(u"air.pitch.zero"_s, {}, [this] { m_desk.easePitch(); });
 }
 
 void PlayerWindow::buildJingles()
@@ -129,7 +151,11 @@ void PlayerWindow::buildJingles()
         button->setMinimumHeight(fontMetrics().height() * 2);
         button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         button->setFocusPolicy(Qt::TabFocus);
-        connect(button, &QPushButton::clicked, this, [this, pad] { m_desk.jingles().play(pad); });
+        button->setCheckable(true); // down as long as it sounds
+        connect(button, &QPushButton::clicked, this, [this, pad] {
+            m_desk.jingles().play(pad);
+            refresh();
+        });
         m_padGrid->addWidget(button, pad / 3, pad % 3);
         m_pads.push_back(button);
     }
@@ -179,25 +205,58 @@ void PlayerWindow::refresh()
     m_play->setText(m_texts.text(isPlaying ? u"air.stop" : u"air.play"));
     m_play->setAccessibleName(m_play->text());
     m_play->setIcon(m_icons.icon(isPlaying ? u"stop"_s : u"play"_s));
+    m_pause->setChecked(m_desk.sequence().isPaused());
+    m_pause->setEnabled(isPlaying || m_desk.sequence().isPaused());
+    m_loop->setChecked(m_desk.sequence().isLoop());
+    m_loop->setEnabled(isPlaying);
+    m_mixMode->setChecked(m_desk.sequence().isMixMode());
     m_talkover->setChecked(m_desk.isTalkover());
+    for (size_t pad = 0; pad < m_pads.size(); ++pad) {
+        m_pads[pad]->setChecked(m_desk.jingles().sounds(int(pad)));
+    }
+    showPitch();
+    const QString notice = m_desk.notice();
+    m_notice->setText(m_hint.isEmpty() ? notice : m_hint);
+}
+
+/// The user may change range and direction while the window stands.
+void PlayerWindow::showPitch()
+{
+    const QSignalBlocker quiet(m_pitch);
+    m_pitch->setRange(-m_desk.maxPitch(), m_desk.maxPitch());
+    m_pitch->setInvertedAppearance(m_desk.isPitchReversed());
+    m_pitch->setInvertedControls(m_desk.isPitchReversed());
+    m_pitch->setEnabled(m_desk.sequence().isPlaying());
+    m_pitch->setValue(m_desk.pitch());
     m_pitchText->setText(m_texts.text(
         u"air.pitch.value",
         QLocale(m_texts.text(u"Sprach.Code")).toString(m_desk.pitch() / 100.0, 'f', 2)));
-    const QSignalBlocker quiet(m_pitch);
-    m_pitch->setValue(m_desk.pitch());
-    const QString notice = m_desk.notice();
-    m_notice->setText(m_hint.isEmpty() ? notice : m_hint);
 }
 
 void PlayerWindow::refreshLists()
 {
     m_upcoming->clear();
     m_upcoming->addItems(m_desk.upcoming(kUpcoming));
+    nameJingles();
+}
+
+void PlayerWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    m_padGrid->activate();
+    nameJingles();
+}
+
+/// A title that is too long for its pad ends with dots.
+void PlayerWindow::nameJingles()
+{
     const QStringList titles = m_desk.jingles().titles();
     for (size_t pad = 0; pad < m_pads.size(); ++pad) {
         const QString title = titles.value(qsizetype(pad));
         // A title may hold the sign that underlines a letter.
-        m_pads[pad]->setText(QString(title).replace(u'&', u"&&"_s));
+        const int room = m_pads[pad]->width() - fontMetrics().averageCharWidth() * 2;
+        const QString shown = fontMetrics().elidedText(title, Qt::ElideRight, room);
+        m_pads[pad]->setText(QString(shown).replace(u'&', u"&&"_s));
         m_pads[pad]->setToolTip(title);
         const QString name = m_texts.text(u"air.jingles") + u" %1"_s.arg(pad + 1);
         m_pads[pad]->setAccessibleName(title.isEmpty() ? name : name + u": "_s + title);

@@ -57,15 +57,23 @@ public:
 
     void bringToFront();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 signals:
     void dockAsked(bool isDocked);
 
 private:
     void buildCommands();
+    void buildPitch();
+    void showPitch();
+    void nameJingles();
     void buildJingles();
     void layOut();
     QToolButton*
     addCommand(const QString& text, const QString& icon, const std::function<void()>& work);
+    QToolButton*
+    addSwitch(const QString& text, const QString& icon, const std::function<void(bool isOn)>& work);
 
     PlayerDesk& m_desk;
     const ConfigObjects& m_texts;
@@ -74,6 +82,9 @@ private:
     MixView* m_mix;
     QHBoxLayout* m_commands;
     QToolButton* m_play = nullptr;
+    QToolButton* m_pause = nullptr;
+    QToolButton* m_loop = nullptr;
+    QToolButton* m_mixMode = nullptr;
     QToolButton* m_talkover = nullptr;
     QToolButton* m_dock = nullptr;
     QSlider* m_pitch = nullptr;

@@ -4,6 +4,7 @@
 #include "config/key_names.h"
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/icon_set.h"
+#include "platform/qt/key_taker.h"
 #include "platform/qt/line_buttons.h"
 #include "platform/qt/qt_keyboard.h"
 #include "platform/qt/skin.h"
@@ -231,6 +232,7 @@ QString KeysPage::currentId() const
 
 void KeysPage::refresh()
 {
+    m_table->setProperty(kTakesAllKeys, !m_taking.isEmpty());
     m_rows = m_desk.keys.rows();
     m_changed = int(
         std::count_if(m_rows.begin(), m_rows.end(), [](const KeyRow& row) { return row.changed; }));

@@ -24,6 +24,9 @@ namespace {
 constexpr int kWidth = 84;
 constexpr int kHeight = 24;
 
+/// Height of a row in lines of text.
+constexpr double kRowLines = 1.7;
+
 /// Entries that are listed: nobody reads on.
 constexpr size_t kMax = 200;
 
@@ -130,18 +133,27 @@ void QuickOpenDialog::list(const QString& typed)
             found.emplace_back(match.rank, &(*entries)[match.place]);
         }
     }
-    std::ranges::stable_sort(found, {}, [](const auto& entry) { return entry.first; });
+    // Of those that fit alike, what can be done stands first.
+    std::ranges::stable_sort(found, {}, [](const auto& entry) {
+        return std::pair(entry.first, !entry.second->whyNot.isEmpty());
+    });
     found.resize(std::min(found.size(), kMax));
     m_shown.clear();
     QList<QTreeWidgetItem*> items;
+    const QColor second = palette().color(QPalette::PlaceholderText);
     const QColor grey = palette().color(QPalette::Disabled, QPalette::Text);
+    const QSize height(0, int(fontMetrics().lineSpacing() * kRowLines));
     for (const auto& [rank, entry] : found) {
         m_shown.push_back(entry);
         items.append(new QTreeWidgetItem({entry->title, entry->kind, entry->key}));
-        items.last()->setToolTip(kTitle, entry->whyNot);
+        QTreeWidgetItem& item = *items.last();
+        item.setToolTip(kTitle, entry->whyNot);
+        item.setSizeHint(kTitle, height);
         for (int column = kTitle; column < kColumns; ++column) {
-            if (column == kKind || !entry->whyNot.isEmpty()) {
-                items.last()->setForeground(column, grey);
+            if (!entry->whyNot.isEmpty()) {
+                item.setForeground(column, grey);
+            } else if (column != kTitle) {
+                item.setForeground(column, second);
             }
         }
     }

@@ -1,6 +1,7 @@
 #include "shell/wings/found_wing.h"
 
 #include "bus/message_names.h"
+#include "care/left_merges.h"
 #include "care/ui/doubles_window.h"
 #include "care/ui/find_again_window.h"
 #include "shell/wings/desk.h"
@@ -38,6 +39,19 @@ FoundWing::FoundWing(Machine& base,
     , recycler(std::move(tools))
     , backUp(std::move(before))
 {}
+
+FoundWing::~FoundWing()
+{
+    if (m_leftMerges) {
+        m_leftMerges->end();
+    }
+}
+
+void FoundWing::endLeftMerges()
+{
+    m_leftMerges = std::make_shared<LeftMerges>(makeEngine, machine.settings.DbName(), recycler);
+    worker.run([left = m_leftMerges] { left->run(); }, [] {});
+}
 
 CareCommands FoundWing::commands()
 {

@@ -10,6 +10,7 @@
 namespace melovane {
 
 struct Desk;
+class LeftMerges;
 struct ListsWing;
 struct Machine;
 struct SuiteWing;
@@ -25,6 +26,12 @@ struct FoundWing
               ListsWing& lists,
               RecycleTools recycler,
               std::function<bool(BackupOccasion)> backUp);
+    ~FoundWing();
+    FoundWing(const FoundWing&) = delete;
+    FoundWing& operator=(const FoundWing&) = delete;
+
+    /// Files that a killed merge has left go to the recycle folder, beside the window.
+    void endLeftMerges();
 
     /// What their menu entries do.
     [[nodiscard]] CareCommands commands();
@@ -40,6 +47,8 @@ struct FoundWing
     QtWorker worker;
 
 private:
+    std::shared_ptr<LeftMerges> m_leftMerges; ///< null until the start
+
     void findAgain();
     void mergeDoubles();
     /// Why the library must not be written now; empty when it may be.

@@ -79,16 +79,12 @@ SafetyWing::SafetyWing(Machine& base, Desk& room, SuiteWing& talk)
 
 SafetyWing::~SafetyWing() = default;
 
-BackupDeskParts SafetyWing::backupParts()
+DeskTools SafetyWing::deskTools()
 {
     return {.texts = machine.texts,
-            .files = machine.files,
             .warnings = desk.warnings,
             .wait = wait,
             .worker = worker,
-            .makeBackups = [this] { return makeBackups(); },
-            .library = [this] { return machine.settings.DbName(); },
-            .dataFolder = machine.paths.GetConfigPath(),
             .openProgress = [this](const QString& title) { return openProgress(title); },
             .tell = [this](const QString& text) { suite.showStatusText(text); },
             .log = machine.log(),
@@ -96,18 +92,19 @@ BackupDeskParts SafetyWing::backupParts()
             .giveLibrary = [this] { giveLibrary(); }};
 }
 
+BackupDeskParts SafetyWing::backupParts()
+{
+    return {.tools = deskTools(),
+            .files = machine.files,
+            .makeBackups = [this] { return makeBackups(); },
+            .library = [this] { return machine.settings.DbName(); },
+            .dataFolder = machine.paths.GetConfigPath()};
+}
+
 CheckDeskParts SafetyWing::checkParts()
 {
-    return {.texts = machine.texts,
-            .warnings = desk.warnings,
-            .wait = wait,
-            .worker = worker,
+    return {.tools = deskTools(),
             .makeCheck = [this] { return makeCheck(); },
-            .openProgress = [this](const QString& title) { return openProgress(title); },
-            .tell = [this](const QString& text) { suite.showStatusText(text); },
-            .log = machine.log(),
-            .takeLibrary = [this] { takeLibrary(); },
-            .giveLibrary = [this] { giveLibrary(); },
             .rebuildTrees = [this] { suite.commands.rebuildTrees(); },
             .checked =
                 [this](qint64 findings) {

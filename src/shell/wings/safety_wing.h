@@ -47,6 +47,7 @@ struct SafetyWing
     std::unique_ptr<Timer> startTimer;
 
 private:
+    [[nodiscard]] DeskTools deskTools();
     [[nodiscard]] BackupDeskParts backupParts();
     [[nodiscard]] CheckDeskParts checkParts();
     [[nodiscard]] std::shared_ptr<Backups> makeBackups();

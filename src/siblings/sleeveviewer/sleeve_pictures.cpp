@@ -6,6 +6,8 @@
 #include "platform/system/path_text.h"
 #include "siblings/sleeveviewer/sleeve_track.h"
 #include "store/file_locator.h"
+#include "trackedit/cover_files.h"
+#include "trackedit/kept_covers.h"
 
 #include <algorithm>
 #include <array>
@@ -36,22 +38,6 @@ size_t rankOf(const QString& name)
     return placeIn(kCoverNames, lowerCase(path::baseName(name)));
 }
 
-/// Empty when there is none, and for a name that leads out of the folder.
-QString coverOf(const Files& files, const QString& dataFolder, const QString& image)
-{
-    if (image.isEmpty() || std::any_of(image.begin(), image.end(), path::isSeparator)) {
-        return {};
-    }
-    const QString folder = path::join(dataFolder, u"Image");
-    for (const QString& place : {folder, path::join(folder, u"temp")}) {
-        const QString file = files.resolve(path::join(place, withoutJpg(image) + u".jpg"_s));
-        if (!file.isEmpty()) {
-            return file;
-        }
-    }
-    return {};
-}
-
 } // namespace
 
 QString withoutJpg(const QString& image)
@@ -66,13 +52,14 @@ bool isPictureName(const QString& name)
            !last.startsWith(u'.');
 }
 
-QStringList sleevePictures(const Files& files,
+QStringList sleevePictures(Files& files,
                            const CoverReader& tags,
                            const QString& dataFolder,
                            const SleeveTrack& track)
 {
     QStringList pictures;
-    if (const QString cover = coverOf(files, dataFolder, track.image); !cover.isEmpty()) {
+    const QString cover = coverPictureOf(files, dataFolder, withoutJpg(track.image));
+    if (!cover.isEmpty()) {
         pictures.append(cover);
     }
     if (track.audioFile.isEmpty()) {
@@ -82,7 +69,9 @@ QStringList sleevePictures(const Files& files,
     QString stored = path::withSeparator(path::parent(track.audioFile));
     const QString audio =
         FileLocator(files, dataFolder).ExistFile(stored, path::fileName(track.audioFile));
-    if (pictures.isEmpty() && !tags.cover(audio).isEmpty()) {
+    const bool isOff =
+        KeptCovers(files, dataFolder, tags).isTakenOff(track.FID, track.image, audio);
+    if (pictures.isEmpty() && !isOff && !tags.cover(audio).isEmpty()) {
         pictures.append(audio);
     }
     const QString folder = path::parent(audio);

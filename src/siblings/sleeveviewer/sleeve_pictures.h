@@ -17,10 +17,10 @@ inline constexpr qsizetype kMaxPictures = 200;
 
 /// The picture files of a track, the cover first: the one in the folder "Image" of the data folder
 /// (also one that an import has put into "Image/temp"), without one the audio file itself when its
-/// tag holds a picture. Then those beside the audio file, whose usual names for covers stand in
-/// front. May take as long as a slow disk takes.
-/// \param dataFolder also of the mappings of moved folders
-[[nodiscard]] QStringList sleevePictures(const Files& files,
+/// tag holds a picture; of a track whose cover the user took off none of the tag's. Then those
+/// beside the audio file, whose usual names for covers stand in front. May take as long as a slow
+/// disk takes. \param dataFolder also of the mappings of moved folders
+[[nodiscard]] QStringList sleevePictures(Files& files,
                                          const CoverReader& tags,
                                          const QString& dataFolder,
                                          const SleeveTrack& track);

@@ -187,6 +187,11 @@ void BenchWindow::buildFooter(QVBoxLayout& column, const IconSet& icons)
     connect(m_apply, &QPushButton::clicked, this, &BenchWindow::apply);
 }
 
+QString BenchWindow::unreadText(const DbError& error) const
+{
+    return m_session.texts().text(u"bench.unread"_s, error.text());
+}
+
 void BenchWindow::load()
 {
     try {
@@ -194,7 +199,7 @@ void BenchWindow::load()
         m_grid->setGenres(m_session.genres());
         m_session.load();
     } catch (const DbError& error) {
-        m_progressText->setText(error.text());
+        m_progressText->setText(unreadText(error));
     }
     m_grid->selectAll();
     m_grid->focusRows();
@@ -217,7 +222,7 @@ void BenchWindow::addPlaces(const QStringList& places)
         });
         said = m_session.addedText();
     } catch (const DbError& error) {
-        said = error.text();
+        said = unreadText(error);
     }
     setWorking(false);
     m_progressText->setText(said);

@@ -17,6 +17,7 @@ namespace melovane {
 class BenchGridPanel;
 class BenchPages;
 class CommonForm;
+class DbError;
 class IconSet;
 class MessageLoop;
 class Skin;
@@ -66,6 +67,7 @@ private:
     void buildFooter(QVBoxLayout& column, const IconSet& icons);
     void addPlaces(const QStringList& places);
     void showState();
+    [[nodiscard]] QString unreadText(const DbError& error) const;
     /// Called by a long work between its steps.
     [[nodiscard]] bool goOn(const QString& text, int done, int size);
     void setWorking(bool on);

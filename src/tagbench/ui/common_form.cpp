@@ -270,7 +270,11 @@ void CommonForm::showLine(const Line& line)
         }
     }
     const bool differ = !common && !m_chosen.empty();
-    line.edit->setPlaceholderText(differ ? m_session.texts().text(u"bench.several") : QString());
+    const QString several = differ ? m_session.texts().text(u"bench.several") : QString();
+    // Beside its buttons the rating has room for a mark and no more.
+    const bool isNarrow = differ && line.field == TrackField::Note;
+    line.edit->setPlaceholderText(isNarrow ? u"…"_s : several);
+    line.edit->setToolTip(isNarrow ? several : QString());
     line.edit->setEnabled(!m_chosen.empty());
     line.revert->setVisible(isChanged);
     showPending(*line.edit, isChanged);

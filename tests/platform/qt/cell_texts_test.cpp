@@ -166,5 +166,27 @@ TEST_F(CellTextsTest, AGridThatMovesByTenRowsLaysOutTheCellsOfTen)
     EXPECT_GE(painter->laidOut() - first, 10);
 }
 
+TEST_F(CellTextsTest, TheFontsOfAGridAreMeasuredOnceHoweverManyCellsArePainted)
+{
+    show(1000);
+    grid.setColumnHidden(1, false); // numbers, whose figures are measured one by one
+    const auto* painter = qobject_cast<DataGridPainter*>(grid.itemDelegate());
+    ASSERT_TRUE(painter);
+    grid.grab();
+    grid.verticalScrollBar()->setValue(500);
+    grid.grab();
+    EXPECT_EQ(painter->fontsMade(), 1);
+    look.cellStyle.bold = true;
+    grid.grab();
+    grid.grab();
+    EXPECT_EQ(painter->fontsMade(), 2);
+    look.cellStyle.bold = false;
+    grid.grab();
+    EXPECT_EQ(painter->fontsMade(), 2) << "the plain one is still there";
+    grid.setFont(QFont(grid.font().family(), 2 * grid.font().pointSize()));
+    grid.grab();
+    EXPECT_EQ(painter->fontsMade(), 3);
+}
+
 } // namespace
 } // namespace melovane

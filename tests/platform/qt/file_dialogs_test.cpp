@@ -3,9 +3,11 @@
 #include "support/wait_for.h"
 
 #include <QApplication>
-#include <QDialog>
+#include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QFileSystemModel>
+#include <QLineEdit>
 #include <QTimer>
 
 #include <fcntl.h>
@@ -61,7 +63,7 @@ protected:
     void lookAtDialog()
     {
         QTimer::singleShot(0, qApp, [this] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
             ASSERT_NE(dialog, nullptr);
             auto* rows = dialog->findChild<QFileSystemModel*>();
             ASSERT_NE(rows, nullptr);
@@ -92,6 +94,26 @@ TEST_F(FileDialogsTest, FilesOfAFolderThatIsShownKeepTheLocksOfThisProgram)
         EXPECT_TRUE(m_isRead);
         EXPECT_TRUE(isLockedForOthers(m_file));
     }
+}
+
+TEST_F(FileDialogsTest, AProposalThatIsNotThereShowsTheNearestFolderAndKeepsItsName)
+{
+    const auto asked = [](const QString& from) {
+        std::pair<QString, QString> shown;
+        QTimer::singleShot(0, qApp, [&shown] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            shown = {dialog->directory().absolutePath(),
+                     dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->text()};
+            dialog->reject();
+        });
+        EXPECT_TRUE(askSaveFile(nullptr, u"new"_s, from, {}).isEmpty());
+        return shown;
+    };
+    EXPECT_EQ(asked(m_folder.file(u"gone/too/list.m3u"_s)),
+              std::pair(m_folder.path(), u"list.m3u"_s));
+    EXPECT_EQ(asked(m_folder.path()), std::pair(m_folder.path(), QString()));
+    EXPECT_EQ(asked(u"list.m3u"_s), std::pair(QDir::homePath(), u"list.m3u"_s));
 }
 
 TEST_F(FileDialogsTest, TheKindOfAFileIsToldByItsName)

@@ -3,6 +3,7 @@
 #include "siblings/sleeveviewer/sleeve_track.h"
 #include "support/mp3_maker.h"
 #include "support/suite_fixture.h"
+#include "trackedit/kept_covers.h"
 
 namespace melovane::test {
 namespace {
@@ -92,6 +93,26 @@ TEST_F(SleevePictures, ACoverInTheTagAloneIsShownAndOneInItsFileIsNotShownTwice)
     EXPECT_EQ(tags.cover(audio), "bild");
     suite.write(u"Image/one.jpg"_s, "x");
     EXPECT_EQ(names(u"one"_s), (QStringList{u"/Image/one.jpg"_s, u"back.jpg"_s}));
+}
+
+TEST_F(SleevePictures, OfATrackWhoseCoverWasTakenOffNoPictureOfTheTagIsShown)
+{
+    music.write(u"a.mp3"_s, audioWithCover("bild"));
+    music.write(u"back.jpg"_s, "x");
+    KeptCovers covers(suite.files, suite.dataFolder(), tags);
+    covers.chosen({u"1"_s}, u"836123456001"_s);
+    covers.chosen({u"1"_s}, {});
+    covers.written(u"1"_s, u"836123456001"_s);
+    EXPECT_EQ(names({}), QStringList{u"back.jpg"_s}) << "the file has yet to follow";
+    covers.written(u"1"_s, {});
+    EXPECT_EQ(names({}), (QStringList{u"a.mp3"_s, u"back.jpg"_s}))
+        << "somebody else has put one in";
+    // A picture of another kind that was left there stands for no track.
+    QByteArray other = audioWithCover("bild");
+    other[other.indexOf('\x03', 10)] = '\x04';
+    music.write(u"a.mp3"_s, other);
+    ASSERT_EQ(tags.cover(music.file(u"a.mp3"_s)), "bild");
+    EXPECT_EQ(names({}), QStringList{u"back.jpg"_s});
 }
 
 TEST_F(SleevePictures, AFolderThatIsGoneHasNone)

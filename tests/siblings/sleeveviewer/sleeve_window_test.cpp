@@ -99,7 +99,8 @@ protected:
     Skin skin{*qApp};
     IconSet icons{skin};
     PictureWorker worker{[data = folder.path()](const SleeveTrack& track) {
-        return sleevePictures(LinuxFiles(), linux_media::Id3CoverReader(), data, track);
+        LinuxFiles files;
+        return sleevePictures(files, linux_media::Id3CoverReader(), data, track);
     }};
     SleeveViewer viewer{{.texts = catalogue.texts,
                          .trackByFid = [this](const QString& fid) { return library.value(fid); },
@@ -126,6 +127,24 @@ TEST_F(SleeveWindowTest, ItFollowsTheRowOfTheConsole)
     EXPECT_FALSE(tool(u"next"_s)->isEnabled());
     viewer.showImage(u"anna"_s);
     EXPECT_TRUE(shows(u"1 / 3   cover.png   39 × 20"_s)) << caption().toStdString();
+}
+
+TEST_F(SleeveWindowTest, WithoutAPictureThereIsNothingToSizeAndWithOneNothingToGoThrough)
+{
+    show();
+    const auto isOn = [this](const QString& command) {
+        const bool isTool = tool(command)->isEnabled();
+        EXPECT_EQ(window.findChild<QAction*>(u"viewer."_s + command)->isEnabled(), isTool);
+        return isTool;
+    };
+    for (const QString& command : {u"zoomin"_s, u"zoomout"_s, u"fit"_s, u"next"_s, u"previous"_s}) {
+        EXPECT_FALSE(isOn(command)) << command.toStdString();
+    }
+    viewer.showFid(u"2"_s);
+    ASSERT_TRUE(shows(u"front.png   39 × 20"_s));
+    EXPECT_TRUE(isOn(u"zoomin"_s) && isOn(u"zoomout"_s) && isOn(u"fit"_s));
+    EXPECT_FALSE(isOn(u"next"_s) || isOn(u"previous"_s));
+    EXPECT_FALSE(window.findChild<QAction*>(u"viewer.last"_s)->isEnabled());
 }
 
 TEST_F(SleeveWindowTest, AnotherRunStandsWhereTheLastOneStood)

@@ -6,6 +6,7 @@
 #include "config/log4mlv.h"
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
+#include "help/ui/help_desk.h"
 #include "platform/linux/beat_thread.h"
 #include "platform/linux/end_signals.h"
 #include "platform/linux/ini_profile.h"
@@ -48,6 +49,8 @@ namespace {
 /// Section of the player's own settings, and where it was when it was closed: keep.
 const QString kSection = u"MelovaneDJ"_s;
 const QString kLastEntry = u"LastEntry"_s;
+const QString kLastTrack = u"LastTrack"_s;
+const QString kLastPlace = u"LastPlace"_s; // ms in the file
 /// Record of the window's place.
 const QString kPosition = u"DJPosition"_s;
 
@@ -79,6 +82,8 @@ struct PlayerMachine
         QDir::setCurrent(paths.GetConfigPath());
         MelovaneConfiguration::fill(texts);
         texts.LoadAllValue();
+        settings.InitTasten();
+        settings.Refresh();
     }
 
     [[nodiscard]] QStringList lockFolders()
@@ -112,17 +117,19 @@ struct PlayerSound
                  first,
                  second,
                  [this] { beat.hurry(); })
+        , jingleDecks(engine, [&machine] { return airSettings(machine.settings, machine.texts); })
         , sequence({.list = machine.list,
                     .engine = engine,
+                    .jingles = jingleDecks,
                     .settings = [&machine] { return airSettings(machine.settings, machine.texts); },
                     .told = [this](Plid now, Plid next) { told(now, next); },
                     .played = [this](const MlvPlaylistDetail& entry) { played(entry); },
                     .leftOut = [this](const MlvPlaylistDetail& entry,
                                       AirFault fault) { leftOut(entry, fault); }})
-        , jingles(machine.playlists,
-                  engine,
-                  [&machine] { return airSettings(machine.settings, machine.texts); })
-        , desk(sequence, engine, machine.list, jingles, machine.settings, machine.texts)
+        , jingles(machine.playlists, jingleDecks)
+        , desk(sequence, engine, machine.list, jingles, machine.settings, machine.texts, [this] {
+            showConsole();
+        })
     {
         beat.start(std::chrono::milliseconds(MixEngine::kBeatMs), [this] { engine.beat(); });
     }
@@ -137,9 +144,11 @@ struct PlayerSound
     linux_media::SdlOutput second{kOnAir};
     MixEngine engine;
     std::function<void(Plid, Plid)> told = [](Plid, Plid) {};
+    std::function<void()> showConsole = [] {};
     std::function<void(const MlvPlaylistDetail&)> played = [](const MlvPlaylistDetail&) {};
     std::function<void(const MlvPlaylistDetail&, AirFault)> leftOut = [](const MlvPlaylistDetail&,
                                                                          AirFault) {};
+    JingleDecks jingleDecks;
     AirSequence sequence;
     JinglePads jingles;
     PlayerDesk desk;
@@ -153,6 +162,9 @@ public:
         : m_machine(machine)
         , m_skin(application)
         , m_icons(m_skin)
+        , m_help(application,
+                 helpOf(machine.files, machine.paths, machine.texts, machine.settings),
+                 m_icons)
         , m_sound(machine)
         , m_state(nightStatePath(machine.environment.runtimeFolder()))
         , m_window(m_sound.desk, machine.texts, m_skin, m_icons)
@@ -213,10 +225,7 @@ public:
         } else {
             keepPlace();
         }
-        const MlvPlaylistDetail playing = m_sound.sequence.playing();
-        const auto current = m_machine.list.current();
-        const Plid last = playing.FID.isEmpty() && current ? current->PLID : playing.PLID;
-        m_machine.settings.WriteKeyValue(kSection, kLastEntry, QString::number(numberOf(last)));
+        keepEntry();
         m_state.write({});
         m_suite.tellPlaying(Plid{}, Plid{});
         m_suite.withdraw();
@@ -227,8 +236,10 @@ private:
     {
         m_sound.told = [this](Plid now, Plid next) {
             m_suite.tellPlaying(now, next);
+            m_next = next;
             m_isOther = true;
         };
+        m_sound.showConsole = [this] { m_suite.showConsole(); };
         m_sound.played = [this](const MlvPlaylistDetail& entry) { m_suite.countPlay(entry); };
         m_sound.leftOut = [this](const MlvPlaylistDetail& entry, AirFault fault) {
             m_sound.desk.leftOut(entry, fault);
@@ -250,12 +261,39 @@ private:
         m_sound.sequence.setMixMode(m_machine.settings.StartMixMode() != 0);
         m_sound.sequence.listChanged();
         if (m_machine.texts.value(u"StartUp.Set.Old.Track").toInt() != 0) {
-            m_sound.sequence.standAt(
-                Plid(m_machine.settings.GetKeyValueLong(kSection, kLastEntry, 0)));
+            standWhereItWas();
         }
         if (m_machine.texts.value(u"StartUp.Autoplay").toInt() != 0) {
             m_sound.sequence.play();
         }
+    }
+
+    /// The entry at which the player was closed, and where the user wants it, its place.
+    void standWhereItWas()
+    {
+        GlobalSettings& settings = m_machine.settings;
+        const auto entry = Plid(settings.GetKeyValueLong(kSection, kLastEntry, 0));
+        const int place = settings.GetKeyValueLong(kSection, kLastPlace, 0);
+        const bool isToPlace =
+            m_machine.texts.value(u"StartUp.Set.To.Old.Position").toInt() != 0 && place > 0;
+        if (!isToPlace || !m_sound.sequence.waitAt(
+                              entry, settings.GetKeyValue(kSection, kLastTrack, {}), place)) {
+            m_sound.sequence.standAt(entry);
+        }
+    }
+
+    void keepEntry()
+    {
+        const AirSequence& sequence = m_sound.sequence;
+        const MlvPlaylistDetail playing =
+            sequence.isPaused() ? sequence.upcoming() : sequence.playing();
+        const auto current = m_machine.list.current();
+        const Plid last = playing.FID.isEmpty() && current ? current->PLID : playing.PLID;
+        GlobalSettings& settings = m_machine.settings;
+        settings.WriteKeyValue(kSection, kLastEntry, QString::number(numberOf(last)));
+        settings.WriteKeyValue(kSection, kLastTrack, playing.FID);
+        settings.WriteKeyValue(kSection, kLastPlace,
+                               QString::number(qRound64(sequence.positionMs())));
     }
 
     void goOn(const NightState& before, bool skipsEntry)
@@ -264,7 +302,11 @@ private:
         m_sound.sequence.listChanged();
         m_notice = m_machine.texts.text(u"air.restarted");
         if (!before.isPlaying) {
-            m_sound.sequence.standAt(before.entry);
+            const bool wasPaused = before.positionMs > 0;
+            if (!wasPaused ||
+                !m_sound.sequence.waitAt(before.entry, before.fid, before.positionMs)) {
+                m_sound.sequence.standAt(before.entry);
+            }
             return;
         }
         if (skipsEntry || !m_sound.sequence.resume(before.entry, before.fid, before.positionMs)) {
@@ -308,12 +350,17 @@ private:
     void keepState()
     {
         const AirSequence& sequence = m_sound.sequence;
+        if (!sequence.isPlaying()) {
+            const QString fid = sequence.isPaused() ? sequence.upcoming().FID : QString();
+            m_state.write({m_next, fid, sequence.positionMs(), false, sequence.isMixMode()});
+            return;
+        }
         const MlvPlaylistDetail playing = sequence.playing();
-        if (sequence.isPlaying() && playing.FID.isEmpty()) {
+        if (playing.FID.isEmpty()) {
             return; // in between two entries the last place is the better one
         }
-        m_state.write({playing.PLID, playing.FID, m_sound.engine.report(sequence.deck()).positionMs,
-                       sequence.isPlaying(), sequence.isMixMode()});
+        m_state.write(
+            {playing.PLID, playing.FID, sequence.positionMs(), true, sequence.isMixMode()});
     }
 
     [[nodiscard]] QString hint() const
@@ -350,6 +397,7 @@ private:
     PlayerMachine& m_machine;
     Skin m_skin;
     IconSet m_icons;
+    HelpDesk m_help;
     QtMessageLoop m_loop;
     QtKeyboard m_keyboard;
     PlayerSound m_sound;
@@ -361,6 +409,7 @@ private:
     PlayerSuite m_suite;
     std::unique_ptr<Timer> m_turns;
     EndSignals m_ends;
+    Plid m_next{};    ///< what the list goes on with
     QString m_notice; ///< while there is nothing newer
     int m_count = 0;
     bool m_isOther = true; ///< the lists are to be shown anew

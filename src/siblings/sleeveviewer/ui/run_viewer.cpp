@@ -6,6 +6,7 @@
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
+#include "help/ui/help_desk.h"
 #include "platform/linux/id3_cover.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/library_loan.h"
@@ -54,7 +55,8 @@ public:
         , m_tracks(*m_engine, m_files, m_paths.GetConfigPath())
         , m_worker(
               [folder = m_paths.GetConfigPath()](const SleeveTrack& track) {
-                  return sleevePictures(LinuxFiles(), linux_media::Id3CoverReader(), folder, track);
+                  LinuxFiles files;
+                  return sleevePictures(files, linux_media::Id3CoverReader(), folder, track);
               },
               [](const QString& file) {
                   return isPictureName(file)
@@ -73,6 +75,9 @@ public:
     }
 
     [[nodiscard]] const ConfigObjects& texts() const { return m_texts; }
+
+    /// What F1 shows.
+    [[nodiscard]] HelpPages::Parts help() { return helpOf(m_files, m_paths, m_texts, m_settings); }
 
     [[nodiscard]] SleeveViewer& viewer() { return m_viewer; }
 
@@ -199,6 +204,7 @@ int runViewer(int argc, char** argv, const QString& image)
         skin.load(text);
     }
     const IconSet icons(skin);
+    const HelpDesk help(application, program.help(), icons);
     SleeveWindow window(program.viewer(), program.texts(), skin, icons);
     program.listen([&window] { window.refresh(); },
                    [&window] {

@@ -137,8 +137,20 @@ void SleeveWindow::refresh()
     m_caption->setText(m_viewer.caption());
     const QString program = m_texts.text(u"viewer.title");
     setWindowTitle(m_viewer.title().isEmpty() ? program : m_viewer.title() + u" - "_s + program);
-    for (const QString& command : {u"viewer.next"_s, u"viewer.previous"_s}) {
-        m_bar->findChild<QToolButton*>(u"tool."_s + command)->setEnabled(m_viewer.hasOthers());
+    const bool hasPicture = !m_viewer.image().isNull();
+    enable({u"viewer.next"_s, u"viewer.previous"_s, u"viewer.first"_s, u"viewer.last"_s},
+           m_viewer.hasOthers());
+    enable({u"viewer.zoomin"_s, u"viewer.zoomout"_s, u"viewer.fit"_s}, hasPicture);
+}
+
+/// \param commands with their buttons, where they have one
+void SleeveWindow::enable(const QStringList& commands, bool on)
+{
+    for (const QString& command : commands) {
+        findChild<QAction*>(command)->setEnabled(on);
+        if (auto* const button = m_bar->findChild<QToolButton*>(u"tool."_s + command)) {
+            button->setEnabled(on);
+        }
     }
 }
 

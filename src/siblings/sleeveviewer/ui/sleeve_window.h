@@ -48,6 +48,7 @@ private:
     void buildCommands();
     void buildBar();
     void addTool(QHBoxLayout& row, const QString& command, const QString& icon);
+    void enable(const QStringList& commands, bool on);
     void toggleFullScreen();
     void leave();
 
