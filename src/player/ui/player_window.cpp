@@ -151,7 +151,11 @@ void PlayerWindow::buildJingles()
         button->setMinimumHeight(fontMetrics().height() * 2);
         button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         button->setFocusPolicy(Qt::TabFocus);
-        connect(button, &QPushButton::clicked, this, [this, pad] { m_desk.jingles().play(pad); });
+        button->setCheckable(true); // down as long as it sounds
+        connect(button, &QPushButton::clicked, this, [this, pad] {
+            m_desk.jingles().play(pad);
+            refresh();
+        });
         m_padGrid->addWidget(button, pad / 3, pad % 3);
         m_pads.push_back(button);
     }
@@ -206,6 +210,9 @@ void PlayerWindow::refresh()
     m_loop->setEnabled(isPlaying);
     m_mixMode->setChecked(m_desk.sequence().isMixMode());
     m_talkover->setChecked(m_desk.isTalkover());
+    for (size_t pad = 0; pad < m_pads.size(); ++pad) {
+        m_pads[pad]->setChecked(m_desk.jingles().sounds(int(pad)));
+    }
     showPitch();
     const QString notice = m_desk.notice();
     m_notice->setText(m_hint.isEmpty() ? notice : m_hint);
@@ -228,11 +235,27 @@ void PlayerWindow::refreshLists()
 {
     m_upcoming->clear();
     m_upcoming->addItems(m_desk.upcoming(kUpcoming));
+    nameJingles();
+}
+
+void PlayerWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    m_padGrid->activate();
+    nameJingles();
+}
+
+/// A title that is too long for its pad ends with dots.
+void PlayerWindow::nameJingles()
+{
     const QStringList titles = m_desk.jingles().titles();
     for (size_t pad = 0; pad < m_pads.size(); ++pad) {
         const QString title = titles.value(qsizetype(pad));
         // A title may hold the sign that underlines a letter.
-        m_pads[pad]->setText(QString(title).replace(u'&', u"&&"_s));
+        const int room = m_pads[pad]->width() - fontMetrics().averageCharWidth() * 2;
+        const QString shown = fontMetrics().elidedText(title, Qt::ElideRight, room);
+        m_pads[pad]->setText(QString(shown).replace(u'&', u"&&"_s));
+        m_pads[pad]->setAccessibleName(title);
         m_pads[pad]->setToolTip(title);
         m_pads[pad]->setEnabled(!title.isEmpty());
     }

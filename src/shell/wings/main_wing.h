@@ -2,6 +2,7 @@
 
 #include "shell/day_counts.h"
 #include "shell/edit_box.h"
+#include "shell/first_hour.h"
 #include "shell/info.h"
 #include "shell/key_commands.h"
 #include "shell/mlvdb.h"
@@ -56,6 +57,7 @@ struct MainWing
     frmInfo info;
     MLVDB window;
     QuickWing quick;
+    FirstHour firstHour;
     DayCounts dayCounts;
     KeyCommands keys;
 
@@ -67,8 +69,10 @@ private:
     [[nodiscard]] DayCountParts dayCountParts();
     void connectViews();
     void connectTagPanel();
+    void connectFirstHour();
     void translate();
 
+    MLVMessageBus::Subscription m_libraryChanged;
     std::unique_ptr<RetoldTexts> m_spoken; ///< the language that the window speaks; null before it
 };
 
