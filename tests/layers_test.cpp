@@ -35,8 +35,9 @@ const std::vector<std::pair<QString, int>> kLayers = {
     {u"monitor/"_s, 15},
     {u"player/"_s, 16},
     {u"settings/"_s, 17},
-    {u"shell/"_s, 18},
-    {u"siblings/"_s, 19},
+    {u"help/"_s, 18},
+    {u"shell/"_s, 19},
+    {u"siblings/"_s, 20},
 };
 
 /// Drawers of platform/sqlite/, ordered in the same way.

@@ -49,9 +49,13 @@ cp "$package" "$root/root/first.deb"
 inside apt-get update -qq
 inside apt-get install -y -qq --no-install-recommends /root/first.deb >/dev/null
 inside dpkg -V melovane
-for program in melovane mediaintake tagbench mlvconfig mlvmessage MelovaneCheck; do
+for program in melovane MelovaneDJ mediaintake tagbench mlvconfig mlvmessage MelovaneCheck; do
     as_user "$program" --version
     test -e "$root/usr/share/man/man1/$program.1.gz" || fail "no manual page of $program"
+done
+
+for language in de en; do
+    test -s "$root/usr/lib/melovane/help/$language/start.html" || fail "no help in $language"
 done
 
 echo "== use it"

@@ -109,7 +109,7 @@ void LibraryScan::lookForTracks()
         m_result.restored += del && isThere ? 1 : 0;
         const QMutexLocker lock(&m_mutex);
         if (del) {
-            m_changes.push_back({QString::fromUtf8(letters, track.fidSize), *del});
+            m_changes.push_back({QString::fromUtf8(letters, track.fidSize), isThere});
         }
         ++m_done;
     }

@@ -37,10 +37,11 @@ struct LibraryScanResult
 class LibraryScan
 {
 public:
+    /// A track whose `DEL` does not say what the disk says.
     struct Change
     {
         QString fid;
-        int del = 0;
+        bool isThere = false;
     };
 
     /// \param dataFolder of `ChangeDir.conf`

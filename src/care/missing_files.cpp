@@ -8,6 +8,7 @@
 #include "platform/controls/warnings.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
+#include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "platform/system/files.h"
 #include "platform/system/live_wait.h"
@@ -26,6 +27,22 @@ namespace {
 /// Rows of one transaction: some 30 ms, in which nobody else can write.
 constexpr size_t kRowsAtOnce = 1000;
 
+/// `DEL` as it is at the writing: the user marks tracks while a slow disk is looked at.
+QHash<QString, int> marksNow(Database& database, const std::vector<LibraryScan::Change>& changes)
+{
+    QStringList fids;
+    for (const LibraryScan::Change& change : changes) {
+        fids.append(sql::text(change.fid));
+    }
+    QHash<QString, int> marks;
+    const auto rows = database.OpenRecordset(u"select fid, del from db_all where fid in ("_s +
+                                             fids.join(u',') + u')');
+    for (; !rows->Eof(); rows->MoveNext()) {
+        marks.insert(rows->value(0).toText(), rows->value(1).toLong());
+    }
+    return marks;
+}
+
 } // namespace
 
 MissingFiles::MissingFiles(MissingFilesParts parts)
@@ -41,12 +58,17 @@ bool MissingFiles::writeSome(LibraryScan& scan)
     }
     const auto database = m_parts.engine.OpenDatabase(m_parts.settings.DbName());
     Transaction rows(*database);
+    const QHash<QString, int> now = marksNow(*database, changes);
     for (const LibraryScan::Change& change : changes) {
-        database->Execute(u"update db_all set del="_s + sql::number(qint64{change.del}) +
-                          u" where fid='"_s + sql::quoted(change.fid) + u"' "_s);
+        const auto mark = now.constFind(change.fid);
+        const auto del = mark == now.cend() ? std::nullopt : delAfterLook(*mark, change.isThere);
+        if (del) {
+            database->Execute(u"update db_all set del="_s + sql::number(qint64{*del}) +
+                              u" where fid='"_s + sql::quoted(change.fid) + u"' "_s);
+            ++m_written;
+        }
     }
     rows.commit();
-    m_written += qint64(changes.size());
     return true;
 }
 

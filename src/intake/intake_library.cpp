@@ -1,6 +1,7 @@
 #include "intake/intake_library.h"
 
 #include "intake/tag_import.h"
+#include "intake/tree_marks.h"
 #include "platform/db/sql_text.h"
 
 #include <array>
@@ -227,14 +228,7 @@ void IntakeLibrary::update(const QString& fid, const ImportedTrack& track)
 void IntakeLibrary::markTrees()
 {
     begin();
-    for (const QString& tree : {u"Dir"_s, u"Interpret"_s, u"Album"_s, u"Genre"_s}) {
-        const auto count = m_database->OpenRecordset(
-            u"select count(*) as anz from ChangeTree where TreeName="_s + sql::text(tree));
-        if (count->value(u"anz").toLong() == 0) {
-            m_database->Execute(u"insert into ChangeTree (TreeName) values ("_s + sql::text(tree) +
-                                u')');
-        }
-    }
+    melovane::markTrees(*m_database);
     ++m_changes;
 }
 

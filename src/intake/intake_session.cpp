@@ -19,6 +19,7 @@ IntakeSession::IntakeSession(const IntakeParts& parts, GlobalSettings& settings,
 void IntakeSession::setFolders(const QStringList& folders)
 {
     m_folders = folders;
+    m_look.reset();
 }
 
 bool IntakeSession::addFolder(const QString& folder)
@@ -28,6 +29,7 @@ bool IntakeSession::addFolder(const QString& folder)
         return false;
     }
     m_folders.append(plain);
+    m_look.reset();
     return true;
 }
 
@@ -35,12 +37,29 @@ void IntakeSession::removeFolder(int index)
 {
     if (index >= 0 && index < m_folders.size()) {
         m_folders.removeAt(index);
+        m_look.reset();
     }
 }
 
 QString IntakeSession::suggestedFolder() const
 {
     return m_folders.isEmpty() ? m_settings.LastImportDir() : m_folders.last();
+}
+
+bool IntakeSession::look(std::chrono::milliseconds budget)
+{
+    if (m_running || m_folders.isEmpty()) {
+        return false;
+    }
+    if (!m_look) {
+        m_look = std::make_unique<FolderLook>(m_parts.files, m_folders);
+    }
+    return m_look->step(budget);
+}
+
+QString IntakeSession::lookText() const
+{
+    return m_look ? m_look->text(texts()) : QString();
 }
 
 bool IntakeSession::canStart() const

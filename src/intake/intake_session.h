@@ -1,5 +1,6 @@
 #pragma once
 
+#include "intake/folder_look.h"
 #include "intake/intake.h"
 
 #include <QStringList>
@@ -37,6 +38,12 @@ public:
     /// Where the choice of a folder begins; empty when nothing is known.
     [[nodiscard]] QString suggestedFolder() const;
 
+    /// Looks for about that long at what the chosen folders hold; false when all of it was seen.
+    /// Begins anew when the folders were changed, and does nothing while an import runs.
+    bool look(std::chrono::milliseconds budget);
+    /// What was seen, by kind; empty without folders and before the first look.
+    [[nodiscard]] QString lookText() const;
+
     [[nodiscard]] bool canStart() const;
 
     /// Begins the import and keeps the first folder for the next time.
@@ -72,6 +79,7 @@ private:
     GlobalSettings& m_settings;
     IntakeMode m_mode;
     QStringList m_folders;
+    std::unique_ptr<FolderLook> m_look; ///< null when the folders are others than it was made for
     std::unique_ptr<Intake> m_intake;
     bool m_running = false;
 };

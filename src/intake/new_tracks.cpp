@@ -2,10 +2,10 @@
 
 #include "config/global_settings.h"
 #include "intake/import_errors.h"
+#include "intake/tree_marks.h"
 #include "platform/db/database.h"
 #include "platform/db/recordset.h"
 #include "platform/system/path_text.h"
-#include "store/pending_jobs.h"
 
 namespace melovane {
 
@@ -100,9 +100,7 @@ bool NewTracks::write(const GoOn& goOn)
 void NewTracks::noteTrees()
 {
     if (m_entered > 0) {
-        for (const QString& tree : {u"Dir"_s, u"Interpret"_s, u"Album"_s, u"Genre"_s}) {
-            PendingJobs::ChangeTree(m_database, tree);
-        }
+        markTrees(m_database);
     }
 }
 

@@ -392,9 +392,10 @@ void MenuCommands::mnuAutosizeGrid()
     m_parts.controls.menus.setChecked(u"mnuAutosizeGrid"_s, on);
 }
 
+/// The pages in the window of the help; where they are missing, the one page of the desktop.
 void MenuCommands::mnuInternet()
 {
-    if (m_parts.window.siblings.openPage(kHelpPage)) {
+    if (m_parts.window.dialogs.showHelp() || m_parts.window.siblings.openPage(kHelpPage)) {
         return;
     }
     const ConfigObjects& texts = m_parts.window.texts;

@@ -130,6 +130,8 @@ struct WindowDialogs
     std::function<bool()> editPlaylistLayout = [] { return false; };
     /// `frmKopieFile` for the list of that number.
     std::function<void(int list)> exportList = [](int) {};
+    /// The help for the control that has the keyboard. False when it is not installed.
+    std::function<bool()> showHelp = [] { return false; };
 };
 
 /// The parts of the program that the window's logic uses; they outlive it.

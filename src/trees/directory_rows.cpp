@@ -44,7 +44,7 @@ public:
         row.heading = level == 0;
         row.picture = m_pictures.of(cells, Picture);
         row.key = isDisc && own > 0 ? treekey::discDirectory(cells.text(Volume), cells.text(Path))
-                                    : treekey::directory(cells.text(Path));
+                                    : treekey::directoryOfKept(cells.bytes(Path));
         if (isDisc || level == 0) {
             const FolderText folder{level, cells.text(Name),        cells.text(Volume), isDisc,
                                     own,   int(cells.number(Total))};
@@ -52,7 +52,7 @@ public:
             row.text = folder.title() + count;
             row.countLetters = int(count.size());
         } else {
-            m_text.set(row, cells.bytes(Name), own, int(cells.number(Total)));
+            treerows::setText(row, cells.bytes(Name), own, int(cells.number(Total)));
         }
         if (own > 0 && !isDisc) {
             row.tick = treerows::tickOf(cells.number(Favourite) != 0);
@@ -62,7 +62,6 @@ public:
 
 private:
     treerows::PictureNames m_pictures;
-    treerows::RowText m_text;
 };
 
 } // namespace

@@ -47,15 +47,25 @@ const QString& PictureNames::of(const WalkedRow& row, int column)
     return known->second;
 }
 
-void RowText::set(TreeRow& row, std::string_view name, int own, int total)
+void setText(TreeRow& row, std::string_view name, int own, int total)
 {
     std::array<char, kCountSize> count{};
     const std::size_t letters = writeCount(own, total, count);
-    m_bytes.assign(name);
-    m_bytes += ' ';
-    m_bytes.append(count.data(), letters);
-    row.text = keptText(m_bytes);
+    row.text.reserve(qsizetype(name.size() + 1 + letters));
+    appendKept(row.text, name);
+    row.text += u' ';
+    row.text += QLatin1StringView(count.data(), qsizetype(letters));
     row.countLetters = int(letters);
+}
+
+QString NamedRow::key() const
+{
+    const std::string_view name = m_row.bytes(m_shared.keyedColumn);
+    QString key;
+    key.reserve(m_shared.keyHead.size() + qsizetype(name.size()));
+    key += m_shared.keyHead;
+    appendKept(key, name);
+    return key;
 }
 
 QString countText(int own, int total)
@@ -80,11 +90,14 @@ std::size_t roomFor(Database& database, const QString& table)
 
 void walkNamed(Database& database,
                const QString& from,
+               const KeyOf& keyOf,
                const std::function<void(const NamedRow&)>& visit,
                const QString& keyed)
 {
-    NamedRow::Shared shared;
-    database.walkRows("select Name, anzahl, imgkey, favorit, "_L1 + keyed + from,
+    const QStringList columns{u"Name"_s, u"anzahl"_s, u"imgkey"_s, u"favorit"_s, keyed};
+    // The name itself is read from the first place of the two.
+    NamedRow::Shared shared{keyOf({}), int(columns.indexOf(keyed))};
+    database.walkRows("select "_L1 + columns.join(", "_L1) + from,
                       [&](const WalkedRow& row) { visit(NamedRow(row, shared)); });
 }
 
@@ -93,9 +106,12 @@ RowTick tickOf(bool on)
     return on ? RowTick::On : RowTick::Off;
 }
 
-TreeRow countedRow(const NamedRow& named, int level, const KeyOf& keyOf, RowTick tick)
+TreeRow countedRow(const NamedRow& named, int level, RowTick tick)
 {
-    TreeRow row = treerows::row(level, {}, keyOf(named.keyed()), named.picture());
+    TreeRow row;
+    row.level = level;
+    row.key = named.key();
+    row.picture = named.picture();
     named.setCounted(row);
     row.tick = tick;
     return row;

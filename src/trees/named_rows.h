@@ -23,18 +23,10 @@ private:
     std::vector<std::pair<std::string, QString>> m_names;
 };
 
-/// Puts the text of a row together as the file keeps it, so that it is made once. A row with its
-/// two texts is most of the time that a large tree takes to open.
-class RowText
-{
-public:
-    /// "name [3]", and with a total that says more "name [3 - 12]".
-    /// \param name as the file keeps it
-    void set(TreeRow& row, std::string_view name, int own, int total = 0);
-
-private:
-    std::string m_bytes;
-};
+/// Gives a row its text, made in one piece of memory: the two texts of a row are most of the time
+/// that a large tree takes to open. "name [3]", and with a total that says more "name [3 - 12]".
+/// \param name as the file keeps it
+void setText(TreeRow& row, std::string_view name, int own, int total = 0);
 
 /// A row of a tree table with one name and one count.
 class NamedRow
@@ -43,8 +35,9 @@ public:
     /// What the rows of a walk share.
     struct Shared
     {
+        QString keyHead{};   ///< in front of the name
+        int keyedColumn = 0; ///< with what stands behind it
         PictureNames pictures{};
-        RowText text{};
     };
 
     NamedRow(const WalkedRow& row, Shared& shared)
@@ -58,14 +51,10 @@ public:
 
     [[nodiscard]] bool favorit() const { return m_row.number(3) != 0; }
 
-    /// What the key is made of.
-    [[nodiscard]] QString keyed() const { return m_row.text(4); }
+    [[nodiscard]] QString key() const;
 
     /// "name [3]"
-    void setCounted(TreeRow& row) const
-    {
-        m_shared.text.set(row, m_row.bytes(0), int(m_row.number(1)));
-    }
+    void setCounted(TreeRow& row) const { setText(row, m_row.bytes(0), int(m_row.number(1))); }
 
 private:
     const WalkedRow& m_row;
@@ -73,23 +62,24 @@ private:
 };
 
 /// \param from " from ..." and what follows
-/// \param keyed column that the key is made of
+/// \param keyOf a form of keys that ends with the name
+/// \param keyed column that stands there as the name
 /// \throws DbError
 void walkNamed(Database& database,
                const QString& from,
+               const KeyOf& keyOf,
                const std::function<void(const NamedRow&)>& visit,
                const QString& keyed = QStringLiteral("Name"));
 
 /// Room for the rows of a tree table; an estimate, for its numbers may have gaps.
 [[nodiscard]] std::size_t roomFor(Database& database, const QString& table);
 
-/// "[3]", "[3 - 12]" with those of folders below it: as RowText shows them.
+/// "[3]", "[3 - 12]" with those of folders below it: as setText() shows them.
 [[nodiscard]] QString countText(int own, int total);
 
 [[nodiscard]] RowTick tickOf(bool on);
 
-/// Name, count and tick of the table's row.
-[[nodiscard]] TreeRow
-countedRow(const NamedRow& named, int level, const KeyOf& keyOf, RowTick tick);
+/// Name, key, picture and count of the table's row.
+[[nodiscard]] TreeRow countedRow(const NamedRow& named, int level, RowTick tick);
 
 } // namespace melovane::treerows

@@ -18,8 +18,8 @@ namespace {
 std::vector<TreeRow> artistsOf(Database& database, const QString& from, const KeyOf& keyOf)
 {
     std::vector<TreeRow> result;
-    walkNamed(database, from, [&](const NamedRow& named) {
-        result.push_back(countedRow(named, 2, keyOf, tickOf(named.favorit())));
+    walkNamed(database, from, keyOf, [&](const NamedRow& named) {
+        result.push_back(countedRow(named, 2, tickOf(named.favorit())));
     });
     return result;
 }
@@ -122,18 +122,19 @@ std::vector<std::vector<TreeRow>> childrenOfEach(Database& database, const QStri
     }
     // Artists stand in the order of their names: mostly the letter of the one before.
     std::size_t last = 0;
-    walkNamed(database, u" from tree_interpret order by id asc"_s, [&](const NamedRow& named) {
+    const auto place = [&](const NamedRow& named) {
         const QString folded = textcompare::fold(named.name());
         for (std::size_t tries = 0; tries < letters.size(); ++tries) {
             const std::size_t letter = (last + tries) % letters.size();
             if (letters[letter].holds(folded)) {
                 last = letter;
                 result[letters[letter].place].push_back(
-                    countedRow(named, 2, treekey::artist, tickOf(named.favorit())));
+                    countedRow(named, 2, tickOf(named.favorit())));
                 return;
             }
         }
-    });
+    };
+    walkNamed(database, u" from tree_interpret order by id asc"_s, treekey::artist, place);
     return result;
 }
 

@@ -1,6 +1,7 @@
 #include "trees/tree_key.h"
 
 #include "bus/message_names.h"
+#include "platform/db/kept_text.h"
 #include "platform/system/leading_number.h"
 #include "platform/system/letter_case.h"
 
@@ -17,6 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr QLatin1StringView kValueMark("??");
+constexpr QLatin1StringView kDirectory("DIR?Path??");
 
 struct TypeWord
 {
@@ -120,11 +122,16 @@ LibraryRequest libraryRequest(const ClickValues& click)
 
 QString directory(const QString& path)
 {
-    // Asked for each folder of a library: one piece of memory instead of two.
-    constexpr QStringView kHead = u"DIR?Path??";
+    return kDirectory + path + u'*';
+}
+
+QString directoryOfKept(std::string_view path)
+{
     QString key;
-    key.reserve(kHead.size() + path.size() + 1);
-    return key.append(kHead).append(path).append(u'*');
+    key.reserve(kDirectory.size() + qsizetype(path.size()) + 1);
+    key.append(kDirectory);
+    appendKept(key, path);
+    return key.append(u'*');
 }
 
 QString discDirectory(const QString& volume, const QString& path)

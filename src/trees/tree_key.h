@@ -4,6 +4,7 @@
 #include <QStringView>
 
 #include <optional>
+#include <string_view>
 
 /// The text that every row of a navigation tree carries: what the row is, and what a click on it
 /// selects. "Type?Field??Value" or "Type?Aux?Field??Value"; a row of another form is a heading.
@@ -62,6 +63,8 @@ struct LibraryRequest
 
 /// A folder and all below it.
 [[nodiscard]] QString directory(const QString& path);
+/// The same, of a path as the file keeps it: asked for each folder of a library.
+[[nodiscard]] QString directoryOfKept(std::string_view path);
 /// A disc's folder with tracks of its own.
 [[nodiscard]] QString discDirectory(const QString& volume, const QString& path);
 [[nodiscard]] QString genre(const QString& name);

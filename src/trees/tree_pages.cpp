@@ -99,7 +99,9 @@ void TreePages::fill(TreeKind kind)
 void TreePages::fill(TreeKind kind, std::vector<TreeRow> rows)
 {
     for (TreeRow& row : rows) {
-        row.fillable = row.fillable && !m_loaded.contains(row.key);
+        if (row.fillable && m_loaded.contains(row.key)) {
+            row.fillable = false;
+        }
     }
     TreeControl& tree = control(kind);
     tree.setRows(std::move(rows));

@@ -34,7 +34,7 @@ void addFavourites(Database& database,
 {
     walkNamed(
         database, " from "_L1 + table.toString() + " where favorit=true order by tstamp desc"_L1,
-        [&](const NamedRow& named) { to.push_back(countedRow(named, 1, keyOf, tick)); },
+        keyOf, [&](const NamedRow& named) { to.push_back(countedRow(named, 1, tick)); },
         table == u"tree_dir" ? u"Path"_s : u"Name"_s);
 }
 
@@ -45,9 +45,9 @@ void addFavouriteGenres(Database& database,
                         const QString& picture,
                         std::vector<TreeRow>& to)
 {
-    walkNamed(database, u" from tree_genre where favorit=true order by tstamp desc"_s,
+    walkNamed(database, u" from tree_genre where favorit=true order by tstamp desc"_s, keyOf,
               [&](const NamedRow& named) {
-                  TreeRow row = treerows::row(1, named.name(), keyOf(named.name()),
+                  TreeRow row = treerows::row(1, named.name(), named.key(),
                                               picture.isEmpty() ? named.picture() : picture);
                   row.tick = tick;
                   row.fillable = true;
@@ -105,10 +105,11 @@ std::vector<TreeRow> genres(Database& database, const ConfigObjects& texts)
     std::vector<TreeRow> rows{root(texts.text(u"tree.root.favorit"), {}, u"tree.Favorit"_s)};
     addFavouriteGenres(database, treekey::favouriteGenre, RowTick::On, {}, rows);
     rows.push_back(root(texts.text(u"tree.root.genre"), {}, u"tree.dir"_s));
-    walkNamed(database, u" from tree_genre  order by id asc"_s, [&](const NamedRow& named) {
-        rows.push_back(countedRow(named, 1, treekey::genre, tickOf(named.favorit())));
-        rows.back().fillable = true;
-    });
+    walkNamed(database, u" from tree_genre  order by id asc"_s, treekey::genre,
+              [&](const NamedRow& named) {
+                  rows.push_back(countedRow(named, 1, tickOf(named.favorit())));
+                  rows.back().fillable = true;
+              });
     return rows;
 }
 
@@ -121,8 +122,8 @@ std::vector<TreeRow> albums(Database& database, const ConfigObjects& texts, int 
     walkNamed(database,
               " from tree_album where anzahl>"_L1 + sql::number(qint64{threshold}) +
                   " order by id asc"_L1,
-              [&](const NamedRow& named) {
-                  rows.push_back(countedRow(named, 1, treekey::album, tickOf(named.favorit())));
+              treekey::album, [&](const NamedRow& named) {
+                  rows.push_back(countedRow(named, 1, tickOf(named.favorit())));
               });
     return rows;
 }

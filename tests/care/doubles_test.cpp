@@ -1,4 +1,5 @@
 #include "care/doubles_fixture.h"
+#include "support/recycled_files.h"
 
 #include <QFile>
 
@@ -183,16 +184,16 @@ TEST_F(DoublesTest, FilesOfRemovedTracksGoToTheRecycleFolderAndNoOther)
     EXPECT_TRUE(suite.files.fileExists(music.file(u"a.mp3"_s)));
     EXPECT_TRUE(suite.files.fileExists(music.file(u"link.mp3"_s)));
     EXPECT_FALSE(suite.files.fileExists(music.file(u"b.mp3"_s)));
-    const RecycleFolder recycler(
+    RecycleFolder recycler(
         {.files = suite.files,
          .clock = suite.clock,
          .dataFolder = suite.dataFolder(),
          .homeFolder = home.path(),
          .systemName = [](const QString& file) { return QFile::encodeName(file); }});
-    const auto recycled = recycler.all();
+    const auto recycled = test::recycledOf(recycler, music.path());
     ASSERT_EQ(recycled.size(), 1U);
     EXPECT_EQ(suite.files.read(recycled[0].to, bytes.size()), bytes);
-    suite.files.remove(recycled[0].to);
+    test::throwAway(suite.files, recycler, recycled);
 }
 
 TEST_F(DoublesTest, ARecycledDoubleComesBackWithoutTheEntriesThatWentOver)

@@ -117,6 +117,9 @@ TEST_F(DoublesForm, EnterPressesTheButtonThatHasTheKeyboard)
     worker.finish();
     EXPECT_EQ(doubles.groups().size(), 1U);
     EXPECT_TRUE(child<DataGrid>(u"TDBGridDoubles"_s)->hasFocus());
+    QTest::keyClick(window->focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+    window->show();
     EXPECT_TRUE(child<QPushButton>(u"cmdMerge"_s)->isDefault());
     child<QPushButton>(u"cmdAbbruch"_s)->setFocus();
     QTest::keyClick(window->focusWidget(), Qt::Key_Return);

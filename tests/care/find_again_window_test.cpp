@@ -116,6 +116,11 @@ TEST_F(FindWindow, EnterOnTheWayOutAppliesNothing)
     worker.finish();
     EXPECT_EQ(child<QLabel>(u"lblFound"_s)->text(), u"1 von 1 gefunden"_s);
     EXPECT_TRUE(child<QPushButton>(u"cmdApply"_s)->isDefault());
+    for (const QString& grid : {u"TDBGridRules"_s, u"TDBGridTracks"_s}) {
+        QTest::keyClick(child<DataGrid>(grid), Qt::Key_Escape);
+        EXPECT_FALSE(window->isVisible()) << grid.toStdString();
+        window->show();
+    }
     child<QPushButton>(u"cmdAbbruch"_s)->setFocus();
     QTest::keyClick(window->focusWidget(), Qt::Key_Return);
     EXPECT_FALSE(window->isVisible());

@@ -99,6 +99,26 @@ TEST_F(MissingFilesTest, ATrackThatIsBackIsNoLongerMissingAndTheTreesAreRebuilt)
     EXPECT_EQ(told, QStringList{u"Alle Dateien sind vorhanden."_s});
 }
 
+TEST_F(MissingFilesTest, WhatTheUserMarksWhileADiskIsLookedAtStays)
+{
+    const QString gone = addTrack({});
+    const QString away = addTrack({});
+    remove(gone);
+    remove(away);
+    MissingFilesParts parts = missingParts();
+    parts.beside.filesIn = [&](const QString& folder) {
+        suite.execute(u"update db_all set del=-1 where fid='%1'"_s.arg(gone));
+        suite.execute(u"delete from db_all where fid='%1'"_s.arg(away));
+        return filesIn(folder);
+    };
+    dialogs.expectMessage(u"Einige Dateien konnten nicht gefunden werden"_s);
+    MissingFiles(std::move(parts)).Scan();
+    EXPECT_EQ(del(gone), 3);
+    putBack(gone);
+    scan();
+    EXPECT_EQ(del(gone), -1);
+}
+
 TEST_F(MissingFilesTest, OtherMarksAreLeftAloneAndTheirMissingFilesListed)
 {
     const QString there = addTrack({.DEL = 7});

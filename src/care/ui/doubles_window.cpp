@@ -57,6 +57,7 @@ DoublesWindow::DoublesWindow(const Skin& skin,
     m_recycle->setToolTip(texts.text(u"double.recycle.tip"_s));
     m_merge = careparts::makeButton(u"cmdMerge"_s, texts.text(u"double.merge"_s), this);
     buildFooter(*column, m_recycle, m_merge, [this] { merge(); });
+    connect(m_grid, &DataGrid::escapePressed, this, &DoublesWindow::reject);
     connect(m_grid, &DataGrid::spacePressed, this, [this] { choose(m_grid->currentRow()); });
     connect(m_grid, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
         if (index.column() == DoubleRows::kState) {

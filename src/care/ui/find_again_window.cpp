@@ -71,6 +71,9 @@ FindAgainWindow::FindAgainWindow(const Skin& skin,
     buildFooter(*column, m_remember, m_apply, [this] { apply(); });
     connectGrids();
     find.changed = [this] { showRules(); };
+    for (const DataGrid* const grid : {m_rules, m_tracks}) {
+        connect(grid, &DataGrid::escapePressed, this, &FindAgainWindow::reject);
+    }
     m_search->setFocus();
     showRules();
 }

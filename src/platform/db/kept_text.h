@@ -11,4 +11,8 @@ namespace melovane {
 /// U+FFFD.
 [[nodiscard]] QString keptText(std::string_view bytes);
 
+/// Appends that text, without a copy of it while its letters lie below U+0800 and room for as many
+/// as there are bytes was reserved before.
+void appendKept(QString& to, std::string_view bytes);
+
 } // namespace melovane

@@ -89,6 +89,10 @@ std::optional<qint64> LinuxAudioIdentity::length(const QString& path) const
 std::optional<AudioPrint> LinuxAudioIdentity::sampled(const QString& path) const
 {
     MpegFile file(path);
+    if (file.isOpen() && file.size() <= 4 * kPiece) {
+        // All of it is asked for below: one reading instead of one for each tag and the sound.
+        static_cast<void>(file.at(0, file.size()));
+    }
     const auto sound = file.isOpen() ? soundOf(file) : std::nullopt;
     if (!sound) {
         return std::nullopt;

@@ -32,7 +32,7 @@ void OutlineModel::setRows(std::vector<TreeRow> rows)
     beginResetModel();
     m_keys.clear();
     m_texts.clear();
-    m_rows.setAll(std::move(rows));
+    m_former = m_rows.setAll(std::move(rows));
     m_imageRows.clear();
     noteImages(0, 0, m_rows.count());
     if (!m_filter.empty()) {
@@ -40,15 +40,19 @@ void OutlineModel::setRows(std::vector<TreeRow> rows)
         m_rows.collect();
     }
     endResetModel();
-    if (m_rows.count() >= kManyRows) {
+    if (std::max(m_rows.all().size(), m_former.size()) >= kManyRows) {
         m_preparing.start();
+    } else {
+        m_former.clear();
     }
 }
 
 /// One step a turn, so that no turn is long.
 void OutlineModel::prepare()
 {
-    if (!m_texts.isMade()) {
+    if (!m_former.empty()) {
+        m_former = {};
+    } else if (!m_texts.isMade()) {
         m_texts.make(m_rows.all());
     } else {
         m_keys.make(m_rows.all());

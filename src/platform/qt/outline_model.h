@@ -109,7 +109,8 @@ private:
     std::vector<int> m_imageRows;
     QPersistentModelIndex m_edited;
     QString m_editedText;
-    QTimer m_preparing; ///< runs until what is searched in large trees is made
+    std::vector<TreeRow> m_former; ///< not shown any more; to give back many takes its time
+    QTimer m_preparing;            ///< runs until what is searched in large trees is made
     OutlineWords m_words;
     bool m_allDraggable = false;
     bool m_isEdited = false;

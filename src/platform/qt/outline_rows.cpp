@@ -5,9 +5,9 @@
 
 namespace melovane {
 
-void OutlineRows::setAll(std::vector<TreeRow> rows)
+std::vector<TreeRow> OutlineRows::setAll(std::vector<TreeRow> rows)
 {
-    m_rows = std::move(rows);
+    m_rows.swap(rows);
     m_isFiltered = false;
     m_kept.clear();
     m_openBefore.clear();
@@ -17,6 +17,7 @@ void OutlineRows::setAll(std::vector<TreeRow> rows)
         m_open[row] = m_ends[row] > row + 1;
     }
     collect();
+    return rows;
 }
 
 /// Where the rows below each one end, and what each one stands below.

@@ -30,7 +30,8 @@ public:
     };
 
     /// These rows and no others, all open, without a filter.
-    void setAll(std::vector<TreeRow> rows);
+    /// \return those that there were
+    std::vector<TreeRow> setAll(std::vector<TreeRow> rows);
 
     [[nodiscard]] int count() const { return int(m_rows.size()); }
 

@@ -21,6 +21,7 @@ Desk::Desk(QApplication& host, Machine& base)
     , popup(icons)
     , window(skin, icons)
     , fileChooser(&window)
+    , help(host, helpOf(base.files, base.paths, base.texts, base.settings), icons)
 {}
 
 void Desk::dress()

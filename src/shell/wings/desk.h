@@ -1,5 +1,6 @@
 #pragma once
 
+#include "help/ui/help_desk.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_file_chooser.h"
 #include "platform/qt/qt_keyboard.h"
@@ -48,6 +49,7 @@ struct Desk
     QtKeyboard keyboard;
     MlvdbWindow window;
     QtFileChooser fileChooser;
+    HelpDesk help;
 };
 
 } // namespace melovane

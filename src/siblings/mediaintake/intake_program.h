@@ -6,7 +6,9 @@
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
 #include "config/refusals.h"
+#include "help/help_pages.h"
 #include "intake/intake_session.h"
+#include "platform/db/db_error.h"
 #include "platform/linux/audio_identity.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/library_loan.h"
@@ -19,6 +21,7 @@
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
 #include "platform/system/path_text.h"
+#include "shell/language_files.h"
 #include "shell/skin_files.h"
 #include "siblings/mediaintake/import_lock.h"
 
@@ -90,13 +93,60 @@ public:
 
     [[nodiscard]] IntakeSession& session() { return m_session; }
 
+    /// What F1 shows.
+    [[nodiscard]] HelpPages::Parts help() { return helpOf(m_files, m_paths, m_texts, m_settings); }
+
     /// The theme that the console was given, so that both look alike; empty without one.
     [[nodiscard]] QString themeText()
     {
         return SkinFiles(m_paths, m_files).text(m_settings.SkinFileName());
     }
 
+    /// No track was ever imported. A library that cannot be read is told by the import.
+    [[nodiscard]] bool isLibraryEmpty()
+    {
+        try {
+            const auto library = m_engine->OpenDatabase(m_settings.DbName());
+            return library->OpenRecordset(QStringLiteral("select top 1 fid from db_all"))->Eof();
+        } catch (const DbError&) {
+            return false;
+        }
+    }
+
+    [[nodiscard]] std::vector<LanguageEntry> languages()
+    {
+        return LanguageFiles(m_paths, m_files, m_texts).entries();
+    }
+
+    /// For all programs of the suite, at once.
+    void chooseLanguage(const QString& file)
+    {
+        if (LanguageFiles(m_paths, m_files, m_texts).choose(file)) {
+            MelovaneConfiguration::speak(m_texts, m_texts.value(u"Sprach.Datei"));
+            tellSettings();
+        }
+    }
+
+    /// File names.
+    [[nodiscard]] QStringList themes() { return SkinFiles(m_paths, m_files).names(); }
+
+    [[nodiscard]] QString theme() const { return m_settings.SkinFileName(); }
+
+    /// Likewise. \param file empty for the theme of the desktop
+    void chooseTheme(const QString& file)
+    {
+        m_settings.SetSkinFileName(file);
+        tellSettings();
+    }
+
 private:
+    void tellSettings()
+    {
+        m_settings.RefreshMessageHandle();
+        m_control->setTarget(m_settings.MessageHandleDB());
+        m_control->Post(message::kConfigChanged, 0, 0);
+    }
+
     /// The answer to kBringToFront.
     static constexpr qint32 kIsInFront = 1;
 

@@ -8,6 +8,7 @@
 #include "config/paths.h"
 #include "config/refusals.h"
 #include "config/update_colors.h"
+#include "help/help_pages.h"
 #include "platform/linux/id3_cover.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/job_locks.h"
@@ -69,6 +70,9 @@ public:
     }
 
     [[nodiscard]] const ConfigObjects& texts() const { return m_texts; }
+
+    /// What F1 shows.
+    [[nodiscard]] HelpPages::Parts help() { return helpOf(m_files, m_paths, m_texts, m_settings); }
 
     [[nodiscard]] BenchSession& session() { return m_session; }
 

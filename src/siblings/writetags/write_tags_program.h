@@ -6,6 +6,7 @@
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
 #include "config/refusals.h"
+#include "help/help_pages.h"
 #include "platform/linux/id3_cover.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/library_loan.h"
@@ -79,6 +80,9 @@ public:
     [[nodiscard]] WriteTags& work() { return m_work; }
 
     [[nodiscard]] const ConfigObjects& texts() const { return m_texts; }
+
+    /// What F1 shows.
+    [[nodiscard]] HelpPages::Parts help() { return helpOf(m_files, m_paths, m_texts, m_settings); }
 
     [[nodiscard]] QString database() { return m_settings.DbName(); }
 

@@ -1,9 +1,12 @@
 #include "intake/intake_fixture.h"
 #include "intake/intake_session.h"
 #include "siblings/mediaintake/ui/intake_window.h"
+#include "siblings/mediaintake/ui/welcome_panel.h"
+#include "support/accessible_walk.h"
 #include "support/text_catalogue.h"
 #include "support/wait_for.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QProgressBar>
@@ -77,6 +80,47 @@ TEST_F(IntakeWindowTest, AChosenFolderIsImportedAndReported)
     EXPECT_EQ(find<QProgressBar>(u"ProgressBar1"_s)->value(), 100);
     EXPECT_TRUE(find<QPushButton>(u"cmdClose"_s)->isDefault());
     EXPECT_EQ(rows(), 1);
+}
+
+TEST_F(IntakeWindowTest, WhatTheFoldersHoldIsToldByKindBeforeAnythingIsImported)
+{
+    music.write(u"a.mp3"_s, simpleMp3(u"T"_s, u"A"_s));
+    music.write(u"deep/b.mp3"_s, simpleMp3(u"T"_s, u"B"_s));
+    music.write(u"c.flac"_s, "f");
+    music.write(u"deep/d.flac"_s, "f");
+    music.write(u"readme.txt"_s, "t");
+    chosen = music.path();
+    open();
+    EXPECT_EQ(find<QLabel>(u"lblFound"_s)->text(), QString());
+    click(u"cmdAddFolder"_s);
+    const QString told = u"Gefunden: 2 MP3-Dateien. Nicht gelesen werden: 2 FLAC."_s;
+    ASSERT_TRUE(test::waitFor([&] { return find<QLabel>(u"lblFound"_s)->text() == told; }));
+    EXPECT_EQ(rows(), 0);
+    click(u"cmdRemoveFolder"_s);
+    EXPECT_EQ(find<QLabel>(u"lblFound"_s)->text(), QString());
+}
+
+TEST_F(IntakeWindowTest, AnEmptyLibraryGreetsWithTheChoiceOfLanguageAndTheme)
+{
+    open();
+    QStringList done;
+    window->greet(new WelcomePanel(
+        texts,
+        {.entries = {{u"lang_Deutsch.ini"_s, u"Deutsch"_s}, {u"lang_English.ini"_s, u"English"_s}},
+         .present = u"lang_Deutsch.ini"_s,
+         .choose = [&done](const QString& file) { done.append(file); }},
+        {.entries = {{QString(), u"Desktop"_s}, {u"dark.skn"_s, u"Dunkel"_s}},
+         .present = u"dark.skn"_s,
+         .choose = [&done](const QString& file) { done.append(file); }}));
+    auto* language = find<QComboBox>(u"cmbLanguage"_s);
+    auto* theme = find<QComboBox>(u"cmbTheme"_s);
+    EXPECT_EQ(language->currentText(), u"Deutsch"_s);
+    EXPECT_EQ(theme->currentText(), u"Dunkel"_s);
+    EXPECT_LT(language->mapTo(window.get(), QPoint()).y(),
+              find<QListWidget>(u"lstFolders"_s)->mapTo(window.get(), QPoint()).y());
+    QTest::keyClick(language, Qt::Key_Down);
+    QTest::keyClick(theme, Qt::Key_Up);
+    EXPECT_EQ(done, (QStringList{u"lang_English.ini"_s, QString()}));
 }
 
 TEST_F(IntakeWindowTest, TheReasonStandsInsideTheWindowHoweverLongItIs)
@@ -255,6 +299,14 @@ TEST_F(IntakeWindowTest, EveryButtonHasAToolTip)
         EXPECT_FALSE(button->toolTip().isEmpty()) << button->objectName().toStdString();
         EXPECT_FALSE(button->text().isEmpty());
     }
+}
+
+TEST_F(IntakeWindowTest, EveryControlHasANameAndARoleAndIsReachedWithoutAMouse)
+{
+    chosen = music.path();
+    open();
+    click(u"cmdAddFolder"_s);
+    EXPECT_EQ(walkAccessibly(*window).faults().join(u'\n').toStdString(), "");
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
+#include "help/ui/help_desk.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/linux_environment.h"
 #include "platform/linux/linux_files.h"
@@ -102,6 +103,9 @@ int runLevel(int argc, char** argv)
         program.control->Send(message::kBringToFront, 0, 0);
         return 0;
     }
+    const HelpDesk help(application,
+                        helpOf(program.files, program.paths, program.texts, program.settings),
+                        program.icons);
     LevelWindow window(program.level, program.texts, program.icons);
     program.listen(window);
     showAsStarted(window);

@@ -54,6 +54,7 @@ IntakeWindow::IntakeWindow(IntakeSession& session, QWidget* parent)
     , m_folderPanel(new QWidget(this))
     , m_folders(new QListWidget(m_folderPanel))
     , m_noFolder(new QLabel(m_folders->viewport()))
+    , m_found(new QLabel(this))
     , m_progress(new QProgressBar(this))
     , m_progressText(new QLabel(this))
     , m_file(new QLabel(this))
@@ -69,6 +70,8 @@ IntakeWindow::IntakeWindow(IntakeSession& session, QWidget* parent)
     arrange();
     m_worker.setInterval(0);
     connect(&m_worker, &QTimer::timeout, this, &IntakeWindow::work);
+    m_looker.setInterval(0);
+    connect(&m_looker, &QTimer::timeout, this, &IntakeWindow::look);
     showFolders();
     showState();
 }
@@ -85,6 +88,9 @@ void IntakeWindow::buildFolders()
     m_noFolder->setWordWrap(true);
     m_noFolder->setForegroundRole(QPalette::PlaceholderText);
     m_noFolder->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_found->setObjectName(u"lblFound"_s);
+    m_found->setTextFormat(Qt::PlainText);
+    m_found->setWordWrap(true);
     auto* inside = new QVBoxLayout(m_folders->viewport());
     inside->addWidget(m_noFolder);
     m_add = makeButton(m_texts, m_folderPanel, u"cmdAddFolder"_s, u"intake.add"_s);
@@ -160,6 +166,7 @@ void IntakeWindow::arrange()
     auto* all = new QVBoxLayout(this);
     all->addWidget(hint);
     all->addWidget(m_folderPanel, 1);
+    all->addWidget(m_found);
     all->addWidget(m_progress);
     all->addWidget(m_progressText);
     all->addWidget(m_file);
@@ -171,6 +178,12 @@ void IntakeWindow::arrange()
 
     const QFontMetrics metrics(font());
     resize(metrics.averageCharWidth() * 100, metrics.height() * 26);
+}
+
+void IntakeWindow::greet(QWidget* panel)
+{
+    static_cast<QVBoxLayout*>(layout())->insertWidget(0, panel);
+    setTabOrder(panel, m_folders);
 }
 
 void IntakeWindow::addFolder()
@@ -193,8 +206,18 @@ void IntakeWindow::removeFolder()
     showFolders();
 }
 
+/// Names alone are read: a user sees whether he has chosen the right folders before he starts.
+void IntakeWindow::look()
+{
+    if (!m_session.look(kStep)) {
+        m_looker.stop();
+    }
+    m_found->setText(m_session.lookText());
+}
+
 void IntakeWindow::start()
 {
+    m_looker.stop();
     m_summary->clear();
     m_report->clear();
     m_session.start();
@@ -235,6 +258,10 @@ void IntakeWindow::showFolders()
     m_folders->clear();
     m_folders->addItems(m_session.folders());
     m_folders->setCurrentRow(m_folders->count() - 1);
+    m_found->clear();
+    if (m_session.mode() == IntakeMode::NewFiles && m_folders->count() > 0) {
+        m_looker.start();
+    }
     showState();
 }
 
@@ -246,6 +273,7 @@ void IntakeWindow::showState()
     m_folderPanel->setEnabled(!running);
     m_remove->setEnabled(m_folders->currentRow() >= 0);
     m_noFolder->setVisible(m_folders->count() == 0);
+    m_found->setVisible(!running && !over);
     m_progress->setVisible(running || over);
     m_progressText->setVisible(running);
     m_file->setVisible(running);

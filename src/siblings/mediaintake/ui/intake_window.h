@@ -28,6 +28,9 @@ public:
     /// desktop's own dialog unless set.
     std::function<QString(QWidget*, const QString&)> chooseFolder;
 
+    /// Puts a panel above everything else; the window owns it from then on.
+    void greet(QWidget* panel);
+
     /// Begins at once, as if Start was pressed.
     void start();
 
@@ -42,6 +45,7 @@ private:
     void arrange();
     void addFolder();
     void removeFolder();
+    void look();
     void work();
     void cancel();
     void showFolders();
@@ -54,9 +58,11 @@ private:
     IntakeSession& m_session;
     const ConfigObjects& m_texts;
     QTimer m_worker; ///< fires whenever the message loop is idle, while an import runs
+    QTimer m_looker; ///< the same while the folders are looked through
     QWidget* m_folderPanel;
     QListWidget* m_folders;
     QLabel* m_noFolder; ///< in the empty list of folders
+    QLabel* m_found;    ///< what the folders hold
     QPushButton* m_add;
     QPushButton* m_remove;
     QProgressBar* m_progress;

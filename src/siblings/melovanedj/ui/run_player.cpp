@@ -6,6 +6,7 @@
 #include "config/log4mlv.h"
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
+#include "help/ui/help_desk.h"
 #include "platform/linux/beat_thread.h"
 #include "platform/linux/end_signals.h"
 #include "platform/linux/ini_profile.h"
@@ -81,6 +82,8 @@ struct PlayerMachine
         QDir::setCurrent(paths.GetConfigPath());
         MelovaneConfiguration::fill(texts);
         texts.LoadAllValue();
+        settings.InitTasten();
+        settings.Refresh();
     }
 
     [[nodiscard]] QStringList lockFolders()
@@ -159,6 +162,9 @@ public:
         : m_machine(machine)
         , m_skin(application)
         , m_icons(m_skin)
+        , m_help(application,
+                 helpOf(machine.files, machine.paths, machine.texts, machine.settings),
+                 m_icons)
         , m_sound(machine)
         , m_state(nightStatePath(machine.environment.runtimeFolder()))
         , m_window(m_sound.desk, machine.texts, m_skin, m_icons)
@@ -391,6 +397,7 @@ private:
     PlayerMachine& m_machine;
     Skin m_skin;
     IconSet m_icons;
+    HelpDesk m_help;
     QtMessageLoop m_loop;
     QtKeyboard m_keyboard;
     PlayerSound m_sound;

@@ -5,6 +5,7 @@
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
+#include "help/ui/help_desk.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/linux/ini_profile.h"
@@ -85,6 +86,7 @@ public:
         , m_values(m_draft, m_settings, m_texts)
         , m_keys(m_draft, m_texts)
         , m_hints(m_draft, m_texts)
+        , m_help(application, helpOf(m_files, m_paths, m_texts, m_settings), m_icons)
     {
         // Language files are looked for in the current folder.
         QDir::setCurrent(m_paths.GetConfigPath());
@@ -261,6 +263,7 @@ private:
     SettingValues m_values;
     KeyBindings m_keys;
     HiddenHints m_hints;
+    HelpDesk m_help;
     std::unique_ptr<SettingSearch> m_search;
 };
 

@@ -6,6 +6,7 @@
 #include "config/global_settings.h"
 #include "config/melovane_configuration.h"
 #include "config/paths.h"
+#include "help/ui/help_desk.h"
 #include "platform/linux/id3_cover.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/library_loan.h"
@@ -74,6 +75,9 @@ public:
     }
 
     [[nodiscard]] const ConfigObjects& texts() const { return m_texts; }
+
+    /// What F1 shows.
+    [[nodiscard]] HelpPages::Parts help() { return helpOf(m_files, m_paths, m_texts, m_settings); }
 
     [[nodiscard]] SleeveViewer& viewer() { return m_viewer; }
 
@@ -200,6 +204,7 @@ int runViewer(int argc, char** argv, const QString& image)
         skin.load(text);
     }
     const IconSet icons(skin);
+    const HelpDesk help(application, program.help(), icons);
     SleeveWindow window(program.viewer(), program.texts(), skin, icons);
     program.listen([&window] { window.refresh(); },
                    [&window] {

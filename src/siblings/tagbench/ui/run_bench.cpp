@@ -1,5 +1,6 @@
 #include "siblings/tagbench/ui/run_bench.h"
 
+#include "help/ui/help_desk.h"
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
@@ -30,6 +31,7 @@ int runBench(int argc, char** argv, BenchMode mode)
         return 1;
     }
     const IconSet icons(skin);
+    const HelpDesk help(application, program.help(), icons);
     program.addPlayer(loop);
     BenchWindow window(skin, icons, program.session(), loop, program.noteColours());
     showAsStarted(window);

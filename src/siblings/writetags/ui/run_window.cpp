@@ -1,6 +1,8 @@
 #include "siblings/writetags/ui/run_window.h"
 
+#include "help/ui/help_desk.h"
 #include "platform/qt/desktop_texts.h"
+#include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
 #include "platform/qt/started_window.h"
 #include "siblings/writetags/ui/write_tags_window.h"
@@ -39,6 +41,8 @@ int runWindow(int argc, char** argv, MessageHandle console)
         QTextStream(stderr) << program.texts().text(u"writetags.running") << Qt::endl;
         return 1;
     }
+    const IconSet icons(skin);
+    const HelpDesk help(application, program.help(), icons);
     WriteTagsWindow window(program.work(), program.texts(), program.database());
     window.whenOver = [&] {
         program.tellConsole(console);
