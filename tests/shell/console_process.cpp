@@ -36,11 +36,11 @@ ConsoleProcess::ConsoleProcess(Suite& suite, const QString& name, const QString&
 
 ConsoleProcess::~ConsoleProcess()
 {
-    if (m_isKilled) {
+    if (m_isOver) {
         return;
     }
     m_process.closeWriteChannel();
-    EXPECT_TRUE(waitFor([this] { return !isAlive(); }));
+    EXPECT_TRUE(waitFor([this] { return m_process.state() == QProcess::NotRunning; }));
     EXPECT_EQ(m_process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(m_process.exitCode(), 0);
 }
@@ -71,11 +71,13 @@ void ConsoleProcess::goOn() const
     EXPECT_EQ(::kill(pid_t(process()), SIGCONT), 0);
 }
 
-void ConsoleProcess::kill()
+void ConsoleProcess::end(int signal)
 {
-    m_isKilled = true;
-    m_process.kill();
-    EXPECT_TRUE(waitFor([this] { return !isAlive(); }));
+    EXPECT_EQ(::kill(pid_t(process()), signal), 0);
+    EXPECT_TRUE(waitFor([this] { return m_process.state() == QProcess::NotRunning; }));
+    EXPECT_EQ(m_process.exitStatus(),
+              signal == SIGKILL ? QProcess::CrashExit : QProcess::NormalExit);
+    m_isOver = true;
 }
 
 MessageHandle ConsoleProcess::handle() const

@@ -41,7 +41,8 @@ public:
     void stop() const; ///< as if it hung; it does nothing more when this returns
     void goOn() const; ///< after stop
 
-    void kill(); ///< by signal 9; it is over when this returns
+    /// Ends it by a signal, SIGKILL or one that asks it to end, and waits for that.
+    void end(int signal);
 
     [[nodiscard]] bool isAlive() const { return m_process.state() != QProcess::NotRunning; }
 
@@ -64,7 +65,7 @@ private:
     QString m_runtime;
     QProcessEnvironment m_environment;
     QProcess m_process;
-    bool m_isKilled = false;
+    bool m_isOver = false; ///< by a signal of ours
 };
 
 /// Waits for the end of a process; false when it failed.

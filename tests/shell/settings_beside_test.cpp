@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <tuple>
 
 namespace melovane::test {
@@ -285,7 +286,7 @@ TEST_F(SettingsBeside, AConsoleThatDiesMeanwhileTakesNothingWithIt)
     startBeside(settings, suite.file(u"mlvhand"_s),
                 {console(), u"set"_s, u"FontSize"_s, u"21"_s, u"wait"_s, sign, u"apply"_s});
     ASSERT_TRUE(waitFor([this] { return settingsFile().contains("mlvconfig.exe="); }));
-    dying.kill();
+    dying.end(SIGKILL);
     suite.write(u"dead"_s, {});
     outputOf(settings);
     EXPECT_TRUE(settingsFile().contains("FontSize=21"));

@@ -7,6 +7,7 @@
 #include "shell/ui/suite_look.h"
 #include "siblings/levelpanel/monitor_level.h"
 #include "siblings/levelpanel/ui/level_window.h"
+#include "support/accessible_walk.h"
 #include "support/text_catalogue.h"
 #include "support/wait_for.h"
 
@@ -152,6 +153,11 @@ TEST_F(LevelWindowTest, EscapeClosesTheWindow)
 {
     QTest::keyClick(slider, Qt::Key_Escape);
     EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(LevelWindowTest, EveryControlHasANameAndARoleAndIsReachedWithoutAMouse)
+{
+    EXPECT_EQ(walkAccessibly(*window).faults().join(u'\n').toStdString(), "");
 }
 
 } // namespace
