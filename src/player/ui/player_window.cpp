@@ -214,6 +214,7 @@ void PlayerWindow::refresh()
     const bool isPlaying = m_desk.sequence().isPlaying();
     m_mix->setFace(m_desk.mix(), isPlaying);
     m_play->setText(m_texts.text(isPlaying ? u"air.stop" : u"air.play"));
+    m_play->setAccessibleName(m_play->text());
     m_play->setIcon(m_icons.icon(isPlaying ? u"stop"_s : u"play"_s));
     m_pause->setChecked(m_desk.sequence().isPaused());
     m_pause->setEnabled(isPlaying || m_desk.sequence().isPaused());
@@ -238,8 +239,9 @@ void PlayerWindow::showPitch()
     m_pitch->setInvertedControls(m_desk.isPitchReversed());
     m_pitch->setEnabled(m_desk.sequence().isPlaying());
     m_pitch->setValue(m_desk.pitch());
-    m_pitchText->setText(
-        m_texts.text(u"air.pitch.value", QLocale().toString(m_desk.pitch() / 100.0, 'f', 2)));
+    m_pitchText->setText(m_texts.text(
+        u"air.pitch.value",
+        QLocale(m_texts.text(u"Sprach.Code")).toString(m_desk.pitch() / 100.0, 'f', 2)));
 }
 
 void PlayerWindow::refreshLists()
@@ -265,8 +267,9 @@ void PlayerWindow::nameJingles()
         // A title may hold the sign that underlines a letter.
         const QString shown = fontMetrics().elidedText(title, Qt::ElideRight, roomOf(*m_pads[pad]));
         m_pads[pad]->setText(QString(shown).replace(u'&', u"&&"_s));
-        m_pads[pad]->setAccessibleName(title);
         m_pads[pad]->setToolTip(title);
+        const QString name = m_texts.text(u"air.jingles") + u" %1"_s.arg(pad + 1);
+        m_pads[pad]->setAccessibleName(title.isEmpty() ? name : name + u": "_s + title);
         m_pads[pad]->setEnabled(!title.isEmpty());
     }
 }
