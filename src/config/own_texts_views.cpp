@@ -13,6 +13,7 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"library.search.name", u"Suche in der Bibliothek"},
     {u"library.search.tip", u"Worte am Anfang von Titel oder Interpret, mit * davor überall.\\nKurzformen: Note=1 (Schulnote, 1 ist die beste und zeigt die Titel mit der Bewertung 5), Count>1 (öfter gespielt), BPM=130."},
     {u"library.search.clear", u"Suchzeile leeren"},
+    {u"line.clear", u"Eingabe leeren"},
     {u"library.grid.name", u"Titel der Bibliothek"},
     {u"library.count", u"$1 Titel"},
     {u"library.count.one", u"$1 Titel"},

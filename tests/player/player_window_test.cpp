@@ -6,6 +6,7 @@
 #include "player/ui/deck_view.h"
 #include "player/ui/mix_view.h"
 #include "player/ui/player_window.h"
+#include "support/accessible_walk.h"
 #include "support/text_catalogue.h"
 
 #include <QApplication>
@@ -28,7 +29,6 @@ class PlayerWindowTest : public testing::Test
 protected:
     PlayerWindowTest()
     {
-        catalogue.fill();
         stage.addPlaying(4);
         window.resize(1200, 500);
         window.show();
@@ -54,7 +54,12 @@ protected:
     }
 
     SequenceStage stage;
-    test::TextCatalogue catalogue;
+    struct FilledCatalogue : test::TextCatalogue
+    {
+        FilledCatalogue() { fill(); }
+    };
+
+    FilledCatalogue catalogue;
     Skin skin{*qobject_cast<QApplication*>(QApplication::instance())};
     IconSet icons{skin};
     JinglePads jingles{stage.parts, stage.jingleDecks};
@@ -141,6 +146,11 @@ TEST_F(PlayerWindowTest, AJingleWithALongTitleBeginsWithItsFirstWord)
     const qsizetype before = pad->text().size();
     window.resize(window.width() * 2, window.height());
     EXPECT_GT(pad->text().size(), before) << "with more room more of it is shown";
+    const int wide = pad->fontMetrics().horizontalAdvance(pad->text());
+    pad->setStyleSheet(u"padding: 0 40px"_s);
+    window.refreshLists();
+    EXPECT_LE(pad->fontMetrics().horizontalAdvance(pad->text()), wide - 60)
+        << "a theme may leave less room";
 }
 
 TEST_F(PlayerWindowTest, ThePitchStaysWithinTheUsersRange)
@@ -240,6 +250,13 @@ TEST_F(PlayerWindowTest, DockedItHasTheUpperHalfAndThenItsPlaceAgain)
     EXPECT_LE(window.geometry().bottom(), window.screen()->availableGeometry().center().y() + 1);
     window.setDocked(false);
     EXPECT_EQ(window.geometry(), before);
+}
+
+TEST_F(PlayerWindowTest, EveryControlHasANameAndARoleAndIsReachedWithoutAMouse)
+{
+    click(u"air.play"_s);
+    run(1000);
+    EXPECT_EQ(test::walkAccessibly(window).faults().join(u'\n').toStdString(), "");
 }
 
 } // namespace

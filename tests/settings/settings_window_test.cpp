@@ -4,6 +4,7 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
 #include "settings/ui/settings_window.h"
+#include "support/accessible_walk.h"
 #include "support/text_catalogue.h"
 
 #include <QApplication>
@@ -142,6 +143,24 @@ struct SettingsWindowTest : testing::Test
     QStringList tones;
     int applied = 0;
 };
+
+TEST_F(SettingsWindowTest, ATitleBarHasRoomOnTheScreen)
+{
+    const QRect area = window->screen()->availableGeometry();
+    EXPECT_GT(window->pos().y(), area.top());
+    EXPECT_LE(window->frameGeometry().bottom(), area.bottom());
+}
+
+TEST_F(SettingsWindowTest, TheCapsOfAKeyHaveRoomInTheirRow)
+{
+    window->showPage(SettingPage::Keys);
+    const auto* const table = window->findChild<QTreeWidget*>(u"tblKeys"_s);
+    constexpr int kAround = 10; // edge of the cap and of the row, above and below
+    for (QTreeWidgetItemIterator it(const_cast<QTreeWidget*>(table)); *it != nullptr; ++it) {
+        const int row = table->visualItemRect(*it).height();
+        ASSERT_GE(row, table->fontMetrics().height() + kAround) << (*it)->text(0).toStdString();
+    }
+}
 
 TEST_F(SettingsWindowTest, OneSettingIsShownOnItsPageWithTheKeyboardInItsRow)
 {
@@ -367,6 +386,21 @@ TEST_F(SettingsWindowTest, FitsASmallScreenWithItsButtons)
     auto* const okay = find<QPushButton>(u"cmdOk"_s);
     EXPECT_TRUE(
         window->rect().contains(QRect(okay->mapTo(window.get(), QPoint(0, 0)), okay->size())));
+}
+
+TEST_F(SettingsWindowTest, EveryControlHasANameAndARoleAndIsReachedWithoutAMouse)
+{
+    auto* const categories = find<QListWidget>(u"lstCategories"_s);
+    int controls = 0;
+    for (int page = 0; page < categories->count(); ++page) {
+        categories->setCurrentRow(page);
+        QApplication::processEvents();
+        const AccessibleWalk walk = walkAccessibly(*window);
+        controls += walk.controls;
+        EXPECT_EQ(walk.faults().join(u'\n').toStdString(), "")
+            << categories->item(page)->text().toStdString();
+    }
+    EXPECT_GT(controls, 50);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "player/ui/deck_view.h"
 
 #include "config/config_objects.h"
+#include "platform/qt/painted_face.h"
 #include "platform/qt/skin.h"
 #include "store/milli_sec_to_min.h"
 
@@ -55,6 +56,7 @@ DeckView::DeckView(const Skin& skin, const ConfigObjects& texts, QWidget* parent
     , m_texts(texts)
 {
     connect(&skin, &Skin::changed, this, qOverload<>(&QWidget::update));
+    setPaintedFace(*this, QAccessible::Graphic);
 }
 
 void DeckView::setFace(const DeckFace& face)

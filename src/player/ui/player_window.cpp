@@ -16,6 +16,8 @@
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QSlider>
+#include <QStyle>
+#include <QStyleOptionButton>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -28,6 +30,15 @@ namespace {
 /// Entries that are shown behind the present one.
 constexpr int kUpcoming = 12;
 constexpr AirDeck kDecks[] = {AirDeck::A, AirDeck::B};
+
+/// Width that the theme leaves for the text of a button.
+int roomOf(const QPushButton& button)
+{
+    QStyleOptionButton option;
+    option.initFrom(&button);
+    return button.style()->subElementRect(QStyle::SE_PushButtonContents, &option, &button).width() -
+           2;
+}
 
 } // namespace
 
@@ -203,6 +214,7 @@ void PlayerWindow::refresh()
     const bool isPlaying = m_desk.sequence().isPlaying();
     m_mix->setFace(m_desk.mix(), isPlaying);
     m_play->setText(m_texts.text(isPlaying ? u"air.stop" : u"air.play"));
+    m_play->setAccessibleName(m_play->text());
     m_play->setIcon(m_icons.icon(isPlaying ? u"stop"_s : u"play"_s));
     m_pause->setChecked(m_desk.sequence().isPaused());
     m_pause->setEnabled(isPlaying || m_desk.sequence().isPaused());
@@ -227,8 +239,9 @@ void PlayerWindow::showPitch()
     m_pitch->setInvertedControls(m_desk.isPitchReversed());
     m_pitch->setEnabled(m_desk.sequence().isPlaying());
     m_pitch->setValue(m_desk.pitch());
-    m_pitchText->setText(
-        m_texts.text(u"air.pitch.value", QLocale().toString(m_desk.pitch() / 100.0, 'f', 2)));
+    m_pitchText->setText(m_texts.text(
+        u"air.pitch.value",
+        QLocale(m_texts.text(u"Sprach.Code")).toString(m_desk.pitch() / 100.0, 'f', 2)));
 }
 
 void PlayerWindow::refreshLists()
@@ -252,11 +265,11 @@ void PlayerWindow::nameJingles()
     for (size_t pad = 0; pad < m_pads.size(); ++pad) {
         const QString title = titles.value(qsizetype(pad));
         // A title may hold the sign that underlines a letter.
-        const int room = m_pads[pad]->width() - fontMetrics().averageCharWidth() * 2;
-        const QString shown = fontMetrics().elidedText(title, Qt::ElideRight, room);
+        const QString shown = fontMetrics().elidedText(title, Qt::ElideRight, roomOf(*m_pads[pad]));
         m_pads[pad]->setText(QString(shown).replace(u'&', u"&&"_s));
-        m_pads[pad]->setAccessibleName(title);
         m_pads[pad]->setToolTip(title);
+        const QString name = m_texts.text(u"air.jingles") + u" %1"_s.arg(pad + 1);
+        m_pads[pad]->setAccessibleName(title.isEmpty() ? name : name + u": "_s + title);
         m_pads[pad]->setEnabled(!title.isEmpty());
     }
 }

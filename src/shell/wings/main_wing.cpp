@@ -7,6 +7,7 @@
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/qt_font_chooser.h"
 #include "platform/qt/retell.h"
+#include "platform/system/path_text.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/ui/hint_line.h"
 #include "shell/wings/care_wing.h"
@@ -14,6 +15,7 @@
 #include "shell/wings/edit_wing.h"
 #include "shell/wings/library_wing.h"
 #include "shell/wings/machine.h"
+#include "shell/wings/place_parts.h"
 #include "shell/wings/playlist_wing.h"
 #include "shell/wings/sound_wing.h"
 #include "shell/wings/suite_wing.h"
@@ -48,6 +50,11 @@ MainWing::MainWing(const Below& wings)
                                  const QString& hint) { wings.desk.window.hints().setHint(hint); }})
     , dayCounts(dayCountParts())
     , keys(wings.machine.settings, wings.machine.loop, keyActions())
+    , place(wings.machine.files,
+            wings.machine.loop,
+            path::join(wings.machine.paths.GetConfigPath(),
+                       wings.machine.paths.programName() + u".place"_s),
+            placeParts(wings.desk, wings.library, wings.playlist, wings.trees, window.guard()))
 {}
 
 MainWing::~MainWing() = default;

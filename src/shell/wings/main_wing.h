@@ -9,6 +9,7 @@
 #include "shell/ui/edit_box_dialog.h"
 #include "shell/ui/info_dialog.h"
 #include "shell/wings/quick_wing.h"
+#include "shell/work_place.h"
 
 namespace melovane {
 
@@ -60,6 +61,7 @@ struct MainWing
     FirstHour firstHour;
     DayCounts dayCounts;
     KeyCommands keys;
+    WorkPlace place;
 
 private:
     [[nodiscard]] MlvdbParts windowParts();
