@@ -54,6 +54,7 @@ protected:
     }
 
     SequenceStage stage;
+
     struct FilledCatalogue : test::TextCatalogue
     {
         FilledCatalogue() { fill(); }
