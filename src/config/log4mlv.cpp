@@ -17,6 +17,9 @@ namespace {
 /// A marker file is written by hand; a larger one is something else.
 constexpr qint64 kMaxMarker = 1024LL * 1024;
 
+/// Former logs that are kept.
+constexpr int kKeptLogs = 3;
+
 } // namespace
 
 Log4Mlv::Log4Mlv(Mod_API& paths, Files& files, const Clock& clock)
@@ -25,7 +28,31 @@ Log4Mlv::Log4Mlv(Mod_API& paths, Files& files, const Clock& clock)
     , m_logPath(path::join(paths.GetConfigPath(), paths.programName() + u".log"_s))
 {
     readMarker(path::join(paths.programFolder(), paths.programName() + u".log4mlv"_s));
+    m_isAsked = qEnvironmentVariableIsSet(kLogVariable);
     m_enabled = isOn(paths.programName());
+    if (m_enabled) {
+        rotate();
+    }
+}
+
+/// At the start alone: other programs of the suite write into logs of their own.
+void Log4Mlv::rotate()
+{
+    const auto facts = m_files.facts(m_logPath);
+    if (!facts || facts->size <= kMaxLog) {
+        return;
+    }
+    try {
+        m_files.remove(m_logPath + u".%1"_s.arg(kKeptLogs));
+        for (int number = kKeptLogs - 1; number >= 0; --number) {
+            const QString former = number == 0 ? m_logPath : m_logPath + u".%1"_s.arg(number);
+            if (m_files.fileExists(former)) {
+                m_files.rename(former, m_logPath + u".%1"_s.arg(number + 1));
+            }
+        }
+    } catch (const IoError&) {
+        return; // The log goes on where it is.
+    }
 }
 
 void Log4Mlv::readMarker(const QString& path)
@@ -51,7 +78,7 @@ void Log4Mlv::readMarker(const QString& path)
 
 bool Log4Mlv::isOn(const QString& key) const
 {
-    return m_levels.value(upperCase(key)) == "DEBUG"_L1;
+    return m_levels.value(upperCase(key), m_isAsked ? u"DEBUG"_s : QString()) == "DEBUG"_L1;
 }
 
 void Log4Mlv::DebugOut(const QString& text)

@@ -22,6 +22,13 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     {u"help.forward", u"Vorwärts"},
     {u"help.nokeys", u"nicht belegt"},
 
+    // Hints of the first hour, each shown until it is put away.
+    {u"firsthour.hint.1", u"Tippen Sie in die Suchzeile (Strg+F): Schon der erste Buchstabe zeigt Treffer, ein * davor sucht auch mitten im Text."},
+    {u"firsthour.hint.2", u"Legen Sie links unten eine Gruppe und eine Playliste an, und ziehen Sie Titel hinein. Strg+Z nimmt alles zurück."},
+    {u"firsthour.hint.3", u"F1 erklärt überall den Bereich, in dem Sie gerade arbeiten."},
+    {u"firsthour.read", u"Verstanden"},
+    {u"firsthour.read.tip", u"Diesen Hinweis nie wieder zeigen"},
+
     // The line that finds everything by its name.
     {u"mnuQuickOpen", u"Schnell öffnen ..."},
     {u"quick.title", u"Schnell öffnen"},

@@ -23,6 +23,8 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     // Start and information window.
     {u"program.purpose", u"Die Musikdatenbank für DJ und Sendung"},
     {u"startup.loading", u"Bibliothek wird geöffnet ..."},
+    {u"start.crashed", u"Das Programm ist beim letzten Mal abgestürzt. Ein Bericht ohne persönliche Angaben liegt hier:\\n$1\\n\\nJetzt ansehen?"},
+    {u"start.report.noopener", u"Kein Programm öffnet den Bericht. Er liegt hier: $1"},
     {u"start.died", u"Das Programm wurde beim letzten Mal (Start $1) nicht ordentlich beendet."},
     {u"end.unwritten", u"Diese Dateien ließen sich nicht schreiben, was sich an ihnen geändert hat, ist verloren:\\n\\n$1"},
     {u"startup.page", u"Seite des Herstellers öffnen"},

@@ -1,5 +1,9 @@
 #include "config/program_call.h"
 
+#include "config/log4mlv.h"
+
+#include <QDir>
+#include <QFile>
 #include <QLocale>
 #include <QTextStream>
 
@@ -31,14 +35,6 @@ template <typename Names> bool isOneOf(const Names& names, QStringView name)
                        [name](const char16_t* known) { return name == QStringView(known); });
 }
 
-QString versionLine(QStringView program)
-{
-    return u"%1 (Melovane) %2.%3.%4"_s.arg(program)
-        .arg(MLV_VERSION_MAJOR)
-        .arg(MLV_VERSION_MINOR)
-        .arg(MLV_VERSION_REVISION);
-}
-
 /// Without control letters, and no longer than a line that is read.
 QString inOneLine(QString text)
 {
@@ -54,10 +50,40 @@ QString inOneLine(QString text)
 
 } // namespace
 
+QString versionLine(QStringView program)
+{
+    return u"%1 (Melovane) %2.%3.%4"_s.arg(program)
+        .arg(MLV_VERSION_MAJOR)
+        .arg(MLV_VERSION_MINOR)
+        .arg(MLV_VERSION_REVISION);
+}
+
 PageLanguage pageLanguageOfTerminal()
 {
     return QLocale::system().language() == QLocale::German ? PageLanguage::German
                                                            : PageLanguage::English;
+}
+
+QStringList takeSuiteOptions(QStringList arguments)
+{
+    if (arguments.removeAll(u"--log"_s) > 0) {
+        qputenv(kLogVariable, "1");
+    }
+    const QString option = u"--data-dir"_s;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const bool isJoined = arguments[i].startsWith(option + u'=');
+        const QString folder = isJoined                 ? arguments[i].sliced(option.size() + 1)
+                               : arguments[i] == option ? arguments.value(i + 1)
+                                                        : QString();
+        if (!folder.isEmpty()) {
+            // Read by the places of every program of the suite: keep the name.
+            qputenv("MELOVANE_DATA_DIR",
+                    QFile::encodeName(QDir::cleanPath(QDir::current().absoluteFilePath(folder))));
+            arguments.remove(i, isJoined ? 1 : 2);
+            break;
+        }
+    }
+    return arguments;
 }
 
 QStringList argumentsOf(int argc, char** argv)
@@ -66,7 +92,7 @@ QStringList argumentsOf(int argc, char** argv)
     for (int i = 1; i < argc; ++i) {
         arguments.append(QString::fromLocal8Bit(argv[i]));
     }
-    return arguments;
+    return takeSuiteOptions(arguments);
 }
 
 std::optional<int> answerCall(QStringView program, const QStringList& arguments)

@@ -17,6 +17,9 @@ enum class PageLanguage
 /// German where the terminal speaks German, English everywhere else.
 [[nodiscard]] PageLanguage pageLanguageOfTerminal();
 
+/// "MelovaneDB (Melovane) 3.4.150": a program and its release.
+[[nodiscard]] QString versionLine(QStringView program);
+
 /// What a program does, how it is called and what it ends with: the one text of `--help` and of its
 /// manual page. No line is longer than 80 characters.
 ///
@@ -26,7 +29,16 @@ enum class PageLanguage
 /// Ends a program whose call makes no sense: keep, scripts ask for it.
 inline constexpr int kWrongCall = 2;
 
-/// The arguments of a process without its program's name.
+/// Takes the options of every program out of the arguments; they hold for this program and those
+/// that it starts. Before anything is read.
+///
+/// `--data-dir FOLDER` keeps everything of the user below that folder, instead of in the desktop's
+/// folders; without a folder behind it the option stays, and makes no sense. `--log` switches the
+/// debug log on, see Log4Mlv.
+[[nodiscard]] QStringList takeSuiteOptions(QStringList arguments);
+
+/// The arguments of a process without its program's name and the options of every program, see
+/// takeSuiteOptions.
 [[nodiscard]] QStringList argumentsOf(int argc, char** argv);
 
 /// Prints the page for `--help` and `-h`, name and release for `--version`, when that is the whole

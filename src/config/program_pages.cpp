@@ -478,7 +478,26 @@ constexpr std::array kPages = std::to_array<ProgramPage>({
       "\n"
       "Result: 0 made, 1 failed, 2 wrong call"},
 });
+
 // clang-format on
+
+/// Two programs of those who build the suite write where they are told, and nothing of the user.
+bool keepsFiles(QStringView program)
+{
+    return program != u"demomusic" && program != u"makedatabase";
+}
+
+const QString kDataFolderGerman =
+    u"      --data-dir ORDNER\n"
+    "                 alles Eigene in diesem Ordner halten statt in "
+    "denen des\n"
+    "                 Desktops\n"
+    "      --log      ein Protokoll neben den Einstellungen führen\n"_s;
+const QString kDataFolderEnglish = u"      --data-dir FOLDER\n"
+                                   "                 keep all of one's own in this folder instead "
+                                   "of those of\n"
+                                   "                 the desktop\n"
+                                   "      --log      keep a log beside the settings\n"_s;
 
 } // namespace
 
@@ -490,7 +509,14 @@ QString programPage(QStringView program, PageLanguage language)
     if (page == kPages.end()) {
         return {};
     }
-    return (language == PageLanguage::German ? page->german : page->english).toString();
+    const bool isGerman = language == PageLanguage::German;
+    QString text = (isGerman ? page->german : page->english).toString();
+    if (keepsFiles(program)) {
+        const QString last = isGerman ? u"      --version  Name und Version ausgeben\n"_s
+                                      : u"      --version  print name and version\n"_s;
+        text.replace(last, last + (isGerman ? kDataFolderGerman : kDataFolderEnglish));
+    }
+    return text;
 }
 
 } // namespace melovane

@@ -123,6 +123,9 @@ public:
     /// Shows the tracks whose files were not found.
     void DB_ALL_NOEXIST();
 
+    /// What the rows are the answer to, and how they are sorted.
+    [[nodiscard]] const ShownTracks& shown() const { return m_shown; }
+
     /// Rows that the grid shows.
     [[nodiscard]] qint64 matchCount() const { return m_rows.count(); }
 

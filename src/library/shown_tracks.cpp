@@ -74,6 +74,7 @@ void ShownTracks::showFirst(const QString& text, bool hasRows)
 void ShownTracks::take(const ShownRequest& request)
 {
     m_request = request;
+    m_node.reset();
     if (request.kind == ShownRequest::Kind::SearchLine) {
         m_lastSearch = request.text;
     }
@@ -94,9 +95,13 @@ bool ShownTracks::search(const QString& text)
 
 bool ShownTracks::showTree(const TreeRequest& request)
 {
-    return showResult(request.value.startsWith(u'*'), shownRequest(request), [&] {
+    const bool isShown = showResult(request.value.startsWith(u'*'), shownRequest(request), [&] {
         return m_query.treeStatement(request, chosenSearchColumns(m_parts.settings));
     });
+    if (isShown) {
+        m_node = request;
+    }
+    return isShown;
 }
 
 bool ShownTracks::showWhole(LibraryView view)

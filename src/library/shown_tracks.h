@@ -3,6 +3,7 @@
 #include "library/shown_request.h"
 
 #include <functional>
+#include <optional>
 
 namespace melovane {
 
@@ -65,6 +66,9 @@ public:
     /// What the rows are the answer to.
     [[nodiscard]] const ShownRequest& request() const { return m_request; }
 
+    /// The node whose rows are shown; nothing for a search and the whole views.
+    [[nodiscard]] const std::optional<TreeRequest>& node() const { return m_node; }
+
     /// The text of the search line that was searched last, without blanks around it.
     [[nodiscard]] const QString& lastSearch() const { return m_lastSearch; }
 
@@ -95,6 +99,7 @@ private:
     int m_sortColIndex = -1;
     bool m_isResult = false;
     ShownRequest m_request;
+    std::optional<TreeRequest> m_node;
     QString m_lastSearch;
 };
 

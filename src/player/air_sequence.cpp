@@ -454,6 +454,9 @@ void AirSequence::prepareFromList()
 void AirSequence::put(AirEntry candidate)
 {
     m_decks.load(candidate, fadeInOf(candidate));
+    if (m_wantsSound && !m_onAir) {
+        m_decks.startOther(); // without waiting for the next turn
+    }
     m_planned.reset();
     m_ready = std::move(candidate);
 }

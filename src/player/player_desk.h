@@ -30,6 +30,8 @@ struct DeckFace
     bool isLoaded = false;
     bool isOnAir = false;
     bool isPaused = false;
+
+    bool operator==(const DeckFace&) const = default;
 };
 
 /// The mix ahead: how much of the present entry is left where the next one begins.

@@ -39,16 +39,38 @@ double bessel(double x)
     return sum;
 }
 
-/// \param x distance from the wanted place, in frames
-double tap(double x, double cutOff)
+/// The window of all taps of all phases: the same for every cut-off, and by far the longest to
+/// make.
+class Window
 {
-    const double part = x / SincTable::kAhead;
-    if (std::abs(part) >= 1) {
-        return 0;
+public:
+    Window()
+    {
+        const double whole = bessel(kBeta);
+        for (size_t i = 0; i < m_values.size(); ++i) {
+            const double part = double(i) / double(m_values.size());
+            m_values[i] = bessel(kBeta * std::sqrt(1 - part * part)) / whole;
+        }
     }
-    const double angle = std::numbers::pi * cutOff * x;
-    const double sine = x == 0 ? 1 : std::sin(angle) / angle;
-    return cutOff * sine * bessel(kBeta * std::sqrt(1 - part * part)) / bessel(kBeta);
+
+    /// \param steps distance from the wanted place, in phases
+    [[nodiscard]] double at(int steps) const
+    {
+        const auto place = static_cast<size_t>(std::abs(steps));
+        return place < m_values.size() ? m_values[place] : 0;
+    }
+
+private:
+    std::array<double, size_t{SincTable::kAhead}* kPhases> m_values = {};
+};
+
+/// \param steps distance from the wanted place, in phases
+double tap(int steps, double cutOff)
+{
+    static const Window window;
+    const double angle = std::numbers::pi * cutOff * steps / kPhases;
+    const double sine = steps == 0 ? 1 : std::sin(angle) / angle;
+    return cutOff * sine * window.at(steps);
 }
 
 } // namespace
@@ -60,7 +82,7 @@ SincTable::SincTable(double cutOff)
         std::array<double, kTaps> taps = {};
         double sum = 0;
         for (int k = 0; k < kTaps; ++k) {
-            taps[size_t(k)] = tap(k - (kAhead - 1) - double(phase) / kPhases, cutOff);
+            taps[size_t(k)] = tap((k - (kAhead - 1)) * kPhases - phase, cutOff);
             sum += taps[size_t(k)];
         }
         float* row = &m_taps[size_t(phase) * kRow];

@@ -93,6 +93,11 @@ void Application::guarded(const std::function<void()>& work)
     m_main->window.guard().run(u"Event"_s, work);
 }
 
+QString Application::crashFile() const
+{
+    return m_start->crashFile();
+}
+
 MLVMessageBus& Application::bus()
 {
     return m_suite->bus;
@@ -118,13 +123,23 @@ int Application::run()
     }
     m_care->found.endLeftMerges();
     m_care->safety.begin(m_start->lastRunDied);
-    // The end of the desktop's session keeps what a closed window keeps.
+    m_main->place.begin(m_start->called.isEmpty());
+    // The end of the desktop's session keeps what a closed window keeps, and the user's place.
     bool isAskedFromOutside = false;
-    const EndSignals ending([&isAskedFromOutside] {
+    const auto leave = [this, &isAskedFromOutside] {
         isAskedFromOutside = true;
+        m_main->place.note();
+    };
+    const EndSignals ending([&leave] {
+        leave();
         QGuiApplication::quit();
     });
+    // A session manager closes the windows itself, once every program has kept what it has.
+    const QObject session;
+    QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, &session, leave,
+                     Qt::DirectConnection);
     const int code = QGuiApplication::exec();
+    m_main->place.end(isAskedFromOutside);
     m_start->end(!isAskedFromOutside);
     return code;
 }

@@ -50,6 +50,9 @@ public:
     /// Runs the work of an event: a failed database or file is told, and the program goes on.
     void guarded(const std::function<void()>& work);
 
+    /// Where the report of a crash belongs; the next start offers it.
+    [[nodiscard]] QString crashFile() const;
+
     /// What the views of this console talk over; whoever speaks there is one of them.
     [[nodiscard]] MLVMessageBus& bus();
 

@@ -1,4 +1,5 @@
 #include "config/program_call.h"
+#include "platform/linux/crash_file.h"
 #include "platform/linux/system_names.h"
 #include "shell/application.h"
 #include "shell/ui/console_application.h"
@@ -16,7 +17,7 @@ QStringList argumentsByBytes(int argc, char** argv)
     for (int i = 1; i < argc; ++i) {
         arguments.append(melovane::linuxnames::decode(argv[i]));
     }
-    return arguments;
+    return melovane::takeSuiteOptions(arguments);
 }
 
 } // namespace
@@ -46,6 +47,7 @@ int main(int argc, char** argv)
     QGuiApplication::setDesktopFileName(QStringLiteral("melovane"));
     melovane::Application console(application, {}, files);
     application.setGuard([&console](const auto& work) { console.guarded(work); });
+    const melovane::CrashFile crash(console.crashFile(), melovane::versionLine(name));
     const int code = console.run();
     application.setGuard({});
     return code;

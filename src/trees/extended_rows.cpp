@@ -54,6 +54,17 @@ std::vector<Item> readChildren(Database& database, qint64 parent)
     return readItems(database, "parentid="_L1 + sql::number(parent));
 }
 
+/// A name in the language of the user when the system ships a row of that name, else as it is: the
+/// table is one for the users of all languages.
+QString captionOf(const QString& name, const ConfigObjects& texts)
+{
+    QString letters = lowerCase(name);
+    letters.removeIf(
+        [](QChar letter) { return letter == u' ' || letter == u'(' || letter == u')'; });
+    const QString text = texts.text(u"tree.shipped."_s + letters);
+    return text.isEmpty() ? name : text;
+}
+
 class ExtendedFill
 {
 public:
@@ -87,7 +98,7 @@ public:
 private:
     void addHeading(const Item& item, int level, const QString& key)
     {
-        TreeRow row = treerows::row(level, item.name, key, item.picture);
+        TreeRow row = treerows::row(level, captionOf(item.name, m_texts), key, item.picture);
         row.heading = level == 0;
         m_result.rows.push_back(std::move(row));
     }

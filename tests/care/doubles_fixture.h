@@ -59,23 +59,6 @@ protected:
         }
     }
 
-    /// Files of this test in the recycle folder of the volume, which other tests use, too.
-    [[nodiscard]] std::vector<RecycledFile> recycled()
-    {
-        auto files =
-            RecycleFolder(
-                {.files = suite.files,
-                 .clock = suite.clock,
-                 .dataFolder = suite.dataFolder(),
-                 .homeFolder = home.path(),
-                 .systemName = [](const QString& file) { return QFile::encodeName(file); }})
-                .all();
-        std::erase_if(files, [this](const RecycledFile& file) {
-            return !file.from.startsWith(music.path() + u'/');
-        });
-        return files;
-    }
-
     [[nodiscard]] QStringList fids()
     {
         return suite.column(QStringLiteral("select FID from db_all order by FID"));

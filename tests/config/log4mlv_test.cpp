@@ -92,6 +92,33 @@ TEST_F(DebugLog, AMarkerThatIsAFolderOrRandomBytesLeavesTheLogOff)
     EXPECT_FALSE(Log4Mlv(other.paths(), other.files(), clock).enabled());
 }
 
+TEST_F(DebugLog, OneThatWasAskedForByTheCallIsOnForEveryAreaButThoseOfTheMarker)
+{
+    qputenv(kLogVariable, "1");
+    EXPECT_TRUE(writeOneLine().enabled());
+    EXPECT_TRUE(suite.files().read(logFile, 2 * kMaxLog).endsWith("[MLVDB.LoadConfig]::text\n"));
+    mark("MLVDB.LoadConfig=off\n");
+    writeOneLine(u"second"_s);
+    EXPECT_FALSE(suite.files().read(logFile, 2 * kMaxLog).contains("second"));
+    qunsetenv(kLogVariable);
+}
+
+TEST_F(DebugLog, ALongLogBeginsAnewAndThreeFormerOnesStay)
+{
+    mark("MelovaneDB=DEBUG\nMLVDB.LoadConfig=DEBUG\n");
+    for (int run = 1; run <= 5; ++run) {
+        suite.files().writeWhole(logFile, QByteArray::number(run) + QByteArray(int(kMaxLog), 'x'));
+        writeOneLine();
+    }
+    EXPECT_TRUE(suite.files().read(logFile, 2 * kMaxLog).endsWith("text\n"));
+    EXPECT_LT(suite.files().read(logFile, 2 * kMaxLog).size(), 100);
+    for (const auto& [name, first] : {std::pair{u".1"_s, '5'}, {u".2"_s, '4'}, {u".3"_s, '3'}}) {
+        EXPECT_EQ(suite.files().read(logFile + name, 2 * kMaxLog).front(), first)
+            << name.toStdString();
+    }
+    EXPECT_FALSE(suite.files().fileExists(logFile + u".4"_s));
+}
+
 TEST_F(DebugLog, AFailingWriteIsIgnored)
 {
     mark("MelovaneDB=DEBUG\nMLVDB.LOADCONFIG=DEBUG\n");

@@ -1,4 +1,7 @@
+#include "player/captured_engine.h"
 #include "player/sequence_stage.h"
+#include "playlists/play_statistics.h"
+#include "support/proof.h"
 
 #include <QFile>
 
@@ -8,11 +11,16 @@ namespace melovane {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
+using test::CapturedEngine;
 using test::Lists;
 using test::SequenceStage;
+using test::SilentEngine;
+using test::StageEngine;
 
 constexpr int kTracks = 30;
 constexpr int kEntriesOfTheNight = 600;
+/// Of the night that is heard, unless the proof is wanted in full: it is mixed sample by sample.
+constexpr int kEntriesOfAnHour = 15;
 constexpr int kSeed = 20261122;
 
 /// What a DJ expects of the list, told without decks: which track comes behind the present one.
@@ -106,7 +114,7 @@ private:
 };
 
 /// A night in fast motion: whatever is done to the list, what is heard is what the model says.
-class NightTest : public testing::Test
+class NightTest : public testing::TestWithParam<bool>
 {
 protected:
     NightTest()
@@ -118,6 +126,25 @@ protected:
             model.list.push_back({track});
         }
         stage.addTrack(kTracks + 1);
+        stage.onPlayed = [this](const MlvPlaylistDetail& entry) {
+            savePlayStatistics(stage.parts, stage.clock, entry);
+        };
+    }
+
+    static bool isHeard() { return GetParam(); }
+
+    static std::unique_ptr<StageEngine> engine()
+    {
+        if (isHeard()) {
+            return std::make_unique<CapturedEngine>();
+        }
+        return std::make_unique<SilentEngine>();
+    }
+
+    static int entries()
+    {
+        return isHeard() ? test::repetitions(kEntriesOfAnHour, kEntriesOfTheNight)
+                         : kEntriesOfTheNight;
     }
 
     int random(int from, int to) { return std::uniform_int_distribution<int>(from, to)(dice); }
@@ -237,12 +264,12 @@ protected:
         }
     }
 
-    SequenceStage stage;
+    SequenceStage stage{engine()};
     NightModel model;
     std::mt19937 dice{kSeed};
 };
 
-TEST_F(NightTest, SixHundredEntriesComeAsAModelSaysWithoutAGap)
+TEST_P(NightTest, TheEntriesComeAsAModelSaysWithoutAGap)
 {
     stage.sequence.play();
     runUntilNext(1000);
@@ -250,7 +277,7 @@ TEST_F(NightTest, SixHundredEntriesComeAsAModelSaysWithoutAGap)
     ASSERT_EQ(model.playing, 1);
     QStringList counted;
     bool isCounted = false;
-    for (int entry = 1; entry < kEntriesOfTheNight; ++entry) {
+    for (int entry = 1; entry < entries(); ++entry) {
         stage.run(3000); // the mix before is over
         const int byHand = happen();
         int expected = byHand;
@@ -282,8 +309,16 @@ TEST_F(NightTest, SixHundredEntriesComeAsAModelSaysWithoutAGap)
     EXPECT_EQ(stage.played.mid(0, counted.size()).join(u' ').toStdString(),
               counted.join(u' ').toStdString());
     EXPECT_LE(stage.played.size() - counted.size(), 1);
+    EXPECT_EQ(stage.column(u"select fid from pl_stat"_s), stage.played);
     EXPECT_LE(stage.engineOfStage.longestSilenceMs, 2000);
 }
+
+INSTANTIATE_TEST_SUITE_P(Engines,
+                         NightTest,
+                         testing::Bool(),
+                         [](const testing::TestParamInfo<bool>& night) {
+                             return night.param ? "Heard" : "Silent";
+                         });
 
 } // namespace
 } // namespace melovane

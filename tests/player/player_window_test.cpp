@@ -6,6 +6,7 @@
 #include "player/ui/deck_view.h"
 #include "player/ui/mix_view.h"
 #include "player/ui/player_window.h"
+#include "support/accessible_walk.h"
 #include "support/text_catalogue.h"
 
 #include <QApplication>
@@ -28,7 +29,6 @@ class PlayerWindowTest : public testing::Test
 protected:
     PlayerWindowTest()
     {
-        catalogue.fill();
         stage.addPlaying(4);
         window.resize(1200, 500);
         window.show();
@@ -54,7 +54,12 @@ protected:
     }
 
     SequenceStage stage;
-    test::TextCatalogue catalogue;
+    struct FilledCatalogue : test::TextCatalogue
+    {
+        FilledCatalogue() { fill(); }
+    };
+
+    FilledCatalogue catalogue;
     Skin skin{*qobject_cast<QApplication*>(QApplication::instance())};
     IconSet icons{skin};
     JinglePads jingles{stage.parts, stage.jingleDecks};
@@ -122,9 +127,25 @@ TEST_F(PlayerWindowTest, AJinglePadPlaysOverTheMusic)
     run(100);
     EXPECT_EQ(stage.heard(), u"j4"_s);
     EXPECT_TRUE(jingles.sounds(0));
+    EXPECT_TRUE(pad->isChecked()) << "it is down as long as it sounds";
     QTest::mouseClick(window.findChild<QPushButton*>(u"padStop"_s), Qt::LeftButton);
     run(1000);
     EXPECT_FALSE(jingles.sounds(0));
+}
+
+TEST_F(PlayerWindowTest, AJingleWithALongTitleBeginsWithItsFirstWord)
+{
+    stage.execute(u"update db_all set titel='Eröffnung %1' where fid='%2'"_s.arg(
+        QString(u"sehr "_s).repeated(40), Lists::fid(4)));
+    stage.library.addPlaylist({.Name = u"Jingles"_s, .GRID = -1, .tracks = {Lists::fid(4)}});
+    jingles.refresh();
+    window.refreshLists();
+    auto* pad = window.findChild<QPushButton*>(u"pad1"_s);
+    EXPECT_TRUE(pad->text().startsWith(u"Eröffnung"_s));
+    EXPECT_LT(pad->fontMetrics().horizontalAdvance(pad->text()), pad->width());
+    const qsizetype before = pad->text().size();
+    window.resize(window.width() * 2, window.height());
+    EXPECT_GT(pad->text().size(), before) << "with more room more of it is shown";
 }
 
 TEST_F(PlayerWindowTest, ThePitchStaysWithinTheUsersRange)
@@ -224,6 +245,13 @@ TEST_F(PlayerWindowTest, DockedItHasTheUpperHalfAndThenItsPlaceAgain)
     EXPECT_LE(window.geometry().bottom(), window.screen()->availableGeometry().center().y() + 1);
     window.setDocked(false);
     EXPECT_EQ(window.geometry(), before);
+}
+
+TEST_F(PlayerWindowTest, EveryControlHasANameAndARoleAndIsReachedWithoutAMouse)
+{
+    click(u"air.play"_s);
+    run(1000);
+    EXPECT_EQ(test::walkAccessibly(window).faults().join(u'\n').toStdString(), "");
 }
 
 } // namespace

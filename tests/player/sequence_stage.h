@@ -12,6 +12,11 @@ namespace melovane::test {
 class SequenceStage : public Lists
 {
 public:
+    explicit SequenceStage(
+        std::unique_ptr<StageEngine> engineToUse = std::make_unique<SilentEngine>())
+        : ownEngine(std::move(engineToUse))
+    {}
+
     /// A track whose file is there; number counts from 1.
     void addTrack(int number)
     {
@@ -98,21 +103,28 @@ public:
     QStringList told;    ///< "playing>next", as tracks
     QStringList played;  ///< FIDs
     QStringList leftOut; ///< FIDs
-    SilentEngine engineOfStage;
+    std::unique_ptr<StageEngine> ownEngine;
+    StageEngine& engineOfStage = *ownEngine;
+    /// Called for each play, behind the note of it.
+    std::function<void(const MlvPlaylistDetail&)> onPlayed = [](const MlvPlaylistDetail&) {};
     PlayingList playing{parts};
     JingleDecks jingleDecks{engineOfStage, [this] { return options; }};
-    AirSequence sequence{
-        {.list = playing,
-         .engine = engineOfStage,
-         .jingles = jingleDecks,
-         .settings = [this] { return options; },
-         .told =
-             [this](Plid now, Plid next) {
-                 told.append(QStringLiteral("%1>%2").arg(trackOf(now)).arg(trackOf(next)));
-             },
-         .played = [this](const MlvPlaylistDetail& entry) { played.append(entry.FID); },
-         .leftOut = [this](const MlvPlaylistDetail& entry,
-                           AirFault) { leftOut.append(entry.FID); }}};
+    AirSequence sequence{{.list = playing,
+                          .engine = engineOfStage,
+                          .jingles = jingleDecks,
+                          .settings = [this] { return options; },
+                          .told =
+                              [this](Plid now, Plid next) {
+                                  told.append(
+                                      QStringLiteral("%1>%2").arg(trackOf(now)).arg(trackOf(next)));
+                              },
+                          .played =
+                              [this](const MlvPlaylistDetail& entry) {
+                                  played.append(entry.FID);
+                                  onPlayed(entry);
+                              },
+                          .leftOut = [this](const MlvPlaylistDetail& entry,
+                                            AirFault) { leftOut.append(entry.FID); }}};
 
 private:
     QHash<int, int> m_tracks; ///< by PLID

@@ -1,28 +1,17 @@
 #pragma once
 
-#include "player/air_engine.h"
+#include "player/stage_engine.h"
 #include "store/milli_sec_to_min.h"
 
 #include <algorithm>
-#include <map>
 #include <optional>
-#include <vector>
 
 namespace melovane::test {
 
-/// An engine without sound and without a clock: its decks move when the test lets time go, in steps
-/// of a millisecond. What a file is, the test says by its name.
-class SilentEngine : public AirEngine
+/// An engine without sound: what a file is, the test says by its name.
+class SilentEngine : public StageEngine
 {
 public:
-    struct Heard
-    {
-        AirDeck deck;
-        EntrySound sound;
-        qint64 atMs;
-        double fromMs; ///< in its file
-    };
-
     void openCards(const QString&, const QString&) override {}
 
     void closeCards() override {}
@@ -91,7 +80,7 @@ public:
 
     void setTalkover(int, int) override {}
 
-    [[nodiscard]] int pitch(AirDeck deck) { return m_places[deck].sound.pitch; }
+    [[nodiscard]] int pitch(AirDeck deck) override { return m_places[deck].sound.pitch; }
 
     [[nodiscard]] DeckReport report(AirDeck deck) const override
     {
@@ -99,8 +88,7 @@ public:
         return place == m_places.end() ? DeckReport() : place->second.report;
     }
 
-    /// Lets a millisecond go by.
-    void tick()
+    void tick() override
     {
         ++now;
         for (auto& [deck, place] : m_places) {
@@ -109,22 +97,10 @@ public:
         for (auto& [deck, place] : m_places) {
             begin(deck, place);
         }
-        const bool sounds =
-            std::any_of(m_places.begin(), m_places.end(), [](const auto& deckAndPlace) {
-                return deckAndPlace.second.report.state == DeckState::Playing;
-            });
-        silentMs = sounds ? 0 : silentMs + 1;
-        longestSilenceMs = std::max(longestSilenceMs, silentMs);
+        noteSound(std::any_of(m_places.begin(), m_places.end(), [](const auto& deckAndPlace) {
+            return deckAndPlace.second.report.state == DeckState::Playing;
+        }));
     }
-
-    qint64 now = 0;   ///< ms
-    int loadMs = 30;  ///< that opening a file takes
-    int silentMs = 0; ///< since something sounded
-    int longestSilenceMs = 0;
-    int glidedMs = 0;               ///< of the last change of a speed
-    std::map<QString, int> lengths; ///< of files, in ms; those that are not here last 200 s
-    std::map<QString, int> broken;  ///< files that break off at that ms; 0: cannot be played
-    std::vector<Heard> heard;
 
 private:
     struct Start

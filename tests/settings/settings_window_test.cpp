@@ -4,6 +4,7 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
 #include "settings/ui/settings_window.h"
+#include "support/accessible_walk.h"
 #include "support/text_catalogue.h"
 
 #include <QApplication>
@@ -367,6 +368,21 @@ TEST_F(SettingsWindowTest, FitsASmallScreenWithItsButtons)
     auto* const okay = find<QPushButton>(u"cmdOk"_s);
     EXPECT_TRUE(
         window->rect().contains(QRect(okay->mapTo(window.get(), QPoint(0, 0)), okay->size())));
+}
+
+TEST_F(SettingsWindowTest, EveryControlHasANameAndARoleAndIsReachedWithoutAMouse)
+{
+    auto* const categories = find<QListWidget>(u"lstCategories"_s);
+    int controls = 0;
+    for (int page = 0; page < categories->count(); ++page) {
+        categories->setCurrentRow(page);
+        QApplication::processEvents();
+        const AccessibleWalk walk = walkAccessibly(*window);
+        controls += walk.controls;
+        EXPECT_EQ(walk.faults().join(u'\n').toStdString(), "")
+            << categories->item(page)->text().toStdString();
+    }
+    EXPECT_GT(controls, 50);
 }
 
 } // namespace

@@ -3,10 +3,12 @@
 #include "care/recycle_folder.h"
 #include "shell/application_fixture.h"
 #include "store/file_locator.h"
+#include "support/recycled_files.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QDialog>
+#include <QFile>
 #include <QTreeWidget>
 
 #include <gtest/gtest.h>
@@ -94,10 +96,14 @@ TEST_F(ApplicationCare, AFileThatAKilledMergeHasLeftGoesToTheRecycleFolderBehind
             [this] { return MergeJournal::left(suite.files, suite.dbName()).isEmpty(); }));
     });
     EXPECT_EQ(suite.files.names(music.path()), QStringList{u"wieder da.mp3"_s});
-    const RecycleFolder recycler({suite.files, suite.clock, suite.dataFolder(), {}, {}});
-    ASSERT_EQ(recycler.all().size(), 1U);
-    EXPECT_EQ(recycler.all()[0].from, music.file(u"doppelt.mp3"_s));
-    suite.files.remove(recycler.all()[0].to);
+    RecycleFolder recycler(
+        {suite.files, suite.clock, suite.dataFolder(), {}, [](const QString& file) {
+             return QFile::encodeName(file);
+         }});
+    const auto recycled = test::recycledOf(recycler, music.path());
+    ASSERT_EQ(recycled.size(), 1U);
+    EXPECT_EQ(recycled[0].from, music.file(u"doppelt.mp3"_s));
+    test::throwAway(suite.files, recycler, recycled);
 }
 
 TEST_F(ApplicationCare, TheMenuCleansTheLibraryAndTheViewFollows)

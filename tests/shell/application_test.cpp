@@ -146,6 +146,34 @@ TEST_F(ApplicationTest, ARunThatDiedIsToldAtTheNextStartAndARunThatEndedIsNot)
     EXPECT_EQ(marks(), QStringList());
 }
 
+TEST_F(ApplicationTest, TheReportOfACrashIsOfferedOnce)
+{
+    suite.library.add({.Titel = u"Brandung"_s});
+    const WithoutOpener desktop;
+    const QString wanted = u"Kein Programm öffnet den Bericht. Er liegt hier: "_s;
+    saysYes = true;
+    closesWindow = false; // the watcher also looks while the dialog goes away
+    suite.write(u"MelovaneDB.running"_s, "21.11.2026 20:15\n");
+    suite.write(u"MelovaneDB.crash"_s, "MelovaneDB 1\n");
+    suite.write(u"MelovaneDB.crash.txt"_s, "an older one\n");
+    QString told;
+    run([&](QMainWindow& window) {
+        told = static_cast<MlvdbWindow&>(window).status().panel(StatusPanel::Message);
+        if (told.startsWith(wanted)) {
+            window.close();
+        }
+    });
+    ASSERT_EQ(warnings.size(), 1);
+    EXPECT_TRUE(warnings[0].contains(u"Das Programm ist beim letzten Mal abgestürzt."_s));
+    EXPECT_TRUE(warnings[0].contains(u"MelovaneDB.crash.txt"_s));
+    EXPECT_EQ(suite.read(u"MelovaneDB.crash.txt"_s), QByteArray("MelovaneDB 1\n"));
+
+    closesWindow = true;
+    suite.write(u"MelovaneDB.running"_s, "22.11.2026 20:15\n");
+    run();
+    EXPECT_EQ(warnings.size(), 1);
+}
+
 TEST_F(ApplicationTest, TheEndOfTheSessionKeepsWhatAClosedWindowKeeps)
 {
     suite.library.add({.Titel = u"Brandung"_s});

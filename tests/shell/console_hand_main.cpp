@@ -6,6 +6,7 @@
 #include "shell/ui/console_application.h"
 #include "shell/ui/mlvdb_window.h"
 #include "trees/tree_key.h"
+#include "trees/ui/tree_widget.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -96,6 +97,7 @@ private:
             {u"rate", &Hand::rate},       {u"toggle", &Hand::toggle},
             {u"sort", &Hand::sort},       {u"reload", &Hand::reload},
             {u"save", &Hand::save},       {u"close", &Hand::close},
+            {u"row", &Hand::row},         {u"tool", &Hand::tool},
         };
         m_done = 0;
         const auto* found = std::find_if(std::begin(kActions), std::end(kActions),
@@ -138,7 +140,17 @@ private:
             entries.append(list.model()->index(row, list.columnOf(u"Titel"_s)).data().toString());
         }
         result[u"entries"_s] = entries;
+        result[u"track"_s] = titleOf(library());
+        result[u"entry"_s] = titleOf(list);
+        result[u"kind"_s] = window()->findChild<TreeWidget*>(u"Tree1"_s)->outline().objectName();
         return result;
+    }
+
+    /// Of the current row; empty without one.
+    static QString titleOf(const DataGrid& grid)
+    {
+        const QModelIndex current = grid.currentIndex();
+        return current.siblingAtColumn(grid.columnOf(u"Titel"_s)).data().toString();
     }
 
     static QMainWindow* window()
@@ -198,6 +210,16 @@ private:
         QTest::keyClick(line, Qt::Key_Delete);
         QTest::keyClicks(line, words[1]);
     }
+
+    /// "row list N", "row library N"
+    void row(const Words& words)
+    {
+        DataGrid& grid = words[1] == "list"_L1 ? playlist() : library();
+        clickRow(grid, words[2].toInt(), grid.columnOf(u"Titel"_s));
+    }
+
+    /// "tool PANEL KEY"
+    void tool(const Words& words) { press(words[1], words[2]); }
 
     void cell(const Words& words)
     {

@@ -36,6 +36,9 @@ ConsoleProcess::ConsoleProcess(Suite& suite, const QString& name, const QString&
 
 ConsoleProcess::~ConsoleProcess()
 {
+    if (m_isOver) {
+        return;
+    }
     m_process.closeWriteChannel();
     EXPECT_TRUE(waitFor([this] { return m_process.state() == QProcess::NotRunning; }));
     EXPECT_EQ(m_process.exitStatus(), QProcess::NormalExit);
@@ -66,6 +69,15 @@ void ConsoleProcess::stop() const
 void ConsoleProcess::goOn() const
 {
     EXPECT_EQ(::kill(pid_t(process()), SIGCONT), 0);
+}
+
+void ConsoleProcess::end(int signal)
+{
+    EXPECT_EQ(::kill(pid_t(process()), signal), 0);
+    EXPECT_TRUE(waitFor([this] { return m_process.state() == QProcess::NotRunning; }));
+    EXPECT_EQ(m_process.exitStatus(),
+              signal == SIGKILL ? QProcess::CrashExit : QProcess::NormalExit);
+    m_isOver = true;
 }
 
 MessageHandle ConsoleProcess::handle() const

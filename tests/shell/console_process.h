@@ -41,6 +41,9 @@ public:
     void stop() const; ///< as if it hung; it does nothing more when this returns
     void goOn() const; ///< after stop
 
+    /// Ends it by a signal, SIGKILL or one that asks it to end, and waits for that.
+    void end(int signal);
+
     [[nodiscard]] bool isAlive() const { return m_process.state() != QProcess::NotRunning; }
 
     [[nodiscard]] Suite& suite() const { return m_suite; }
@@ -62,6 +65,7 @@ private:
     QString m_runtime;
     QProcessEnvironment m_environment;
     QProcess m_process;
+    bool m_isOver = false; ///< by a signal of ours
 };
 
 /// Waits for the end of a process; false when it failed.

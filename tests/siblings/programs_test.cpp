@@ -126,5 +126,19 @@ TEST(ProgramArguments, TheToolKitsOwnAreNotForeign)
     EXPECT_EQ(firstForeign({QString()}), QString());
 }
 
+TEST(ProgramArguments, TheDataFolderIsTakenInBothFormsAndHoldsForEveryProgramThatIsStarted)
+{
+    qunsetenv("MELOVANE_DATA_DIR");
+    EXPECT_EQ(takeSuiteOptions({u"a.mp3"_s, u"--data-dir"_s, u"/tmp/my data"_s, u"b.mp3"_s}),
+              (QStringList{u"a.mp3"_s, u"b.mp3"_s}));
+    EXPECT_EQ(qgetenv("MELOVANE_DATA_DIR"), QByteArray("/tmp/my data"));
+    EXPECT_EQ(takeSuiteOptions({u"--data-dir=here/../there"_s}), QStringList());
+    EXPECT_EQ(qEnvironmentVariable("MELOVANE_DATA_DIR"), QDir::currentPath() + u"/there"_s);
+    qunsetenv("MELOVANE_DATA_DIR");
+    EXPECT_EQ(takeSuiteOptions({u"--data-dir"_s}), QStringList{u"--data-dir"_s});
+    EXPECT_EQ(takeSuiteOptions({u"--data-dir="_s}), QStringList{u"--data-dir="_s});
+    EXPECT_FALSE(qEnvironmentVariableIsSet("MELOVANE_DATA_DIR"));
+}
+
 } // namespace
 } // namespace melovane::test

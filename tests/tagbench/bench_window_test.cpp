@@ -9,6 +9,7 @@
 #include "platform/qt/qt_worker.h"
 #include "platform/qt/skin.h"
 #include "playlists/list_history.h"
+#include "support/accessible_walk.h"
 #include "support/mp3_maker.h"
 #include "support/open_files.h"
 #include "support/suite_fixture.h"
@@ -600,6 +601,23 @@ TEST_F(TagBenchWindow, NewFilesAreImportedWithWhatWasChangedOfThem)
               QStringList{u"Platte"_s});
     EXPECT_FALSE(session->canApply());
     EXPECT_EQ(written, 1);
+}
+
+TEST_F(TagBenchWindow, EveryControlHasANameAndARoleAndIsReachedWithoutAMouse)
+{
+    add(u"a.mp3"_s, u"Eins"_s);
+    add(u"b.mp3"_s, u"Zwei"_s);
+    open();
+    auto* const pages = window->findChild<QTabBar*>();
+    ASSERT_NE(pages, nullptr);
+    for (int page = 0; page < pages->count(); ++page) {
+        pages->setCurrentIndex(page);
+        QApplication::processEvents();
+        const test::AccessibleWalk walk = test::walkAccessibly(*window);
+        EXPECT_GT(walk.controls, 10);
+        EXPECT_EQ(walk.faults().join(u'\n').toStdString(), "")
+            << pages->tabText(page).toStdString();
+    }
 }
 
 } // namespace

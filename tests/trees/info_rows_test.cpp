@@ -216,5 +216,20 @@ TEST_F(LibraryTreeTest, EveryShippedRowOfTheExtendedTreeCanBeRun)
     }
 }
 
+TEST_F(ExtendedTreeTest, NamesThatTheSystemShipsStandInTheLanguageOfTheUserAndHisOwnAsTheyAre)
+{
+    add(1, 0, u"heading"_s, u"Einzelne Jahre"_s);
+    add(2, 1, u"data"_s, u"Tempobereiche (BPM)"_s, kGenres, false);
+    add(3, 0, u"heading"_s, u"Lieblinge (neu)"_s);
+    lists.texts.FindObject(u"tree.shipped.einzelnejahre")->Description = u"Single years"_s;
+    lists.texts.FindObject(u"tree.shipped.tempobereichebpm")->Description = u"Tempo ranges"_s;
+    QStringList shown;
+    for (const TreeRow& row :
+         extendedRows(*lists.engine->OpenDatabase(lists.dbName()), lists.texts).rows) {
+        shown.append(row.text);
+    }
+    EXPECT_EQ(shown.join(u'|'), u"Single years|Tempo ranges|Lieblinge (neu)"_s);
+}
+
 } // namespace
 } // namespace melovane

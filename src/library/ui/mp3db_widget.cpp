@@ -7,6 +7,7 @@
 #include "platform/qt/data_grid.h"
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/icon_set.h"
+#include "platform/qt/line_buttons.h"
 #include "platform/qt/search_line.h"
 #include "store/track_fields.h"
 
@@ -81,6 +82,8 @@ void Mp3dbWidget::setTexts(const ConfigObjects& texts)
     m_search->lineEdit()->setAccessibleName(texts.text(u"library.search.name"_s));
     m_search->setToolTip(texts.text(u"library.search.tip"_s));
     m_search->setClearTip(texts.text(u"library.search.clear"_s));
+    nameLineButtons(*m_search->lineEdit(), texts.text(u"library.search.name"_s),
+                    texts.text(u"library.search.clear"_s));
     m_grid->setAccessibleName(texts.text(u"library.grid.name"_s));
     // Room for a million, so that the search line keeps its width while the user types.
     const QString widest = texts.text(u"library.count"_s, groupedNumber(1'000'000));

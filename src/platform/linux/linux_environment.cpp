@@ -3,6 +3,7 @@
 #include "platform/linux/system_names.h"
 #include "platform/system/path_text.h"
 
+#include <QCryptographicHash>
 #include <QStandardPaths>
 
 #include <sys/stat.h>
@@ -20,6 +21,9 @@ namespace {
 /// Where an installed copy lies below its prefix.
 constexpr QStringView kInstalledPlace = u"/lib/melovane";
 constexpr QStringView kExecutableSuffix = u".exe";
+
+/// Programs hand it on to those that they start: keep.
+constexpr const char* kDataFolderVariable = "MELOVANE_DATA_DIR";
 
 QString runningProgram()
 {
@@ -76,8 +80,40 @@ QString prefixOf(const QString& programFolder)
     return installed ? programFolder.chopped(kInstalledPlace.size()) : u"/usr"_s;
 }
 
+/// The folder that stands for all places of the user, see `--data-dir`; empty for the desktop's.
+QString dataFolder()
+{
+    return folderVariable(kDataFolderVariable, {});
+}
+
+/// Tells the programs of one data folder from those of another.
+QString runtimeName()
+{
+    const QString folder = dataFolder();
+    const QByteArray mark =
+        QCryptographicHash::hash(linuxnames::encode(folder), QCryptographicHash::Sha256)
+            .toHex()
+            .first(8);
+    return u"melovane"_s + (folder.isEmpty() ? QString() : u'-' + QString::fromLatin1(mark));
+}
+
+void fillFromDataFolder(EnvironmentPlaces& places)
+{
+    const QString folder = dataFolder();
+    if (folder.isEmpty()) {
+        return;
+    }
+    fill(places.userData, [&] { return folder; });
+    fill(places.cacheBase, [&] { return path::join(folder, u"cache"); });
+    fill(places.userDocuments, [&] { return path::join(folder, u"lists"); });
+    fill(places.userFile, [&] { return path::join(folder, u"user.conf"); });
+    // What an administrator says holds for the desktop's folders.
+    fill(places.machineFile, [] { return u""_s; });
+}
+
 EnvironmentPlaces filled(EnvironmentPlaces places)
 {
+    fillFromDataFolder(places);
     fill(places.programFolder, [] { return path::parent(runningProgram()); });
     fill(places.programName, [] { return withoutSuffix(path::fileName(runningProgram())); });
     fill(places.userData,
@@ -150,6 +186,9 @@ QString LinuxEnvironment::specialFolder(int csidl) const
 
 QString LinuxEnvironment::machineValue(const QString& name) const
 {
+    if (m_places.machineFile.isEmpty()) {
+        return name == "AppPathConfig"_L1 ? u"user.normal"_s : QString();
+    }
     return readable(m_values.value(m_places.machineFile, QString(), name).value_or(QString()));
 }
 
@@ -175,9 +214,9 @@ QString LinuxEnvironment::runtimeFolder() const
 {
     QStringList places;
     if (!m_places.runtimeBase.isEmpty()) {
-        places.append(path::join(m_places.runtimeBase, u"melovane"));
+        places.append(path::join(m_places.runtimeBase, runtimeName()));
     }
-    places.append(path::join(m_places.temporaryBase, u"melovane-%1"_s.arg(::geteuid())));
+    places.append(path::join(m_places.temporaryBase, runtimeName() + u"-%1"_s.arg(::geteuid())));
     for (const QString& place : places) {
         if (isPrivateFolder(place)) {
             return place;

@@ -5,8 +5,10 @@
 #include "platform/qt/empty_view.h"
 #include "platform/qt/figures.h"
 #include "platform/qt/grid_header.h"
+#include "platform/qt/selection_news.h"
 #include "platform/qt/skin.h"
 
+#include <QAccessible>
 #include <QMenu>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -289,7 +291,14 @@ void DataGrid::currentChanged(const QModelIndex& current, const QModelIndex& pre
 
 void DataGrid::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
 {
-    QTableView::selectionChanged(selected, deselected);
+    if (isToldByRow(selected) && isToldByRow(deselected)) {
+        QTableView::selectionChanged(selected, deselected);
+    } else {
+        // NOLINTNEXTLINE(bugprone-parent-virtual-call): that of the table is what takes too long.
+        QAbstractItemView::selectionChanged(selected, deselected);
+        QAccessibleEvent told(this, QAccessible::SelectionWithin);
+        QAccessible::updateAccessibility(&told);
+    }
     emit selectedRowsChanged();
 }
 

@@ -2,7 +2,9 @@
 #include "platform/qt/outline_model.h"
 #include "platform/qt/outline_painter.h"
 #include "platform/qt/outline_tree.h"
+#include "platform/qt/selection_news.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -205,7 +207,14 @@ QModelIndex OutlineTree::moveCursor(CursorAction action, Qt::KeyboardModifiers m
 
 void OutlineTree::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
 {
-    QTableView::selectionChanged(selected, deselected);
+    if (isToldByRow(selected) && isToldByRow(deselected)) {
+        QTableView::selectionChanged(selected, deselected);
+    } else {
+        // NOLINTNEXTLINE(bugprone-parent-virtual-call): that of the table is what takes too long.
+        QAbstractItemView::selectionChanged(selected, deselected);
+        QAccessibleEvent told(this, QAccessible::SelectionWithin);
+        QAccessible::updateAccessibility(&told);
+    }
     m_selectionMoved = true;
 }
 

@@ -21,6 +21,7 @@ SearchLine::SearchLine(const IconSet& icons, QWidget* parent)
                           QLineEdit::LeadingPosition);
     m_clear = lineEdit()->addAction(icons.icon(QStringLiteral("clear"), ThemeRole::TextSecond),
                                     QLineEdit::TrailingPosition);
+    m_clear->setObjectName(QStringLiteral("clear"));
     m_clear->setVisible(false);
     connect(m_clear, &QAction::triggered, lineEdit(), &QLineEdit::clear);
     connect(this, &QComboBox::editTextChanged, this, [this](const QString& now) {

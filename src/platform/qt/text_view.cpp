@@ -12,7 +12,6 @@ TextView::TextView(QWidget* parent)
 {
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    setFocusPolicy(Qt::ClickFocus);
     setFrameShape(QFrame::NoFrame);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -40,8 +39,6 @@ void TextView::setText(const QString& text, int leastWidth, int greatestWidth, i
     const int height = heightOf(text, width);
     const bool scrolls = height > greatestHeight;
     setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
-    // The keyboard scrolls, too.
-    setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::ClickFocus);
     const int bar = scrolls ? verticalScrollBar()->sizeHint().width() : 0;
     setFixedSize(width + bar, qMin(height, greatestHeight));
 }

@@ -5,7 +5,7 @@
 namespace melovane {
 
 /// A text to read: wrapped, also in the middle of a long path; as high as it is, up to a limit
-/// beyond which it scrolls. The user may mark and copy parts of it.
+/// beyond which it scrolls. The user may mark and copy parts of it, with the keyboard too.
 class TextView : public QTextEdit
 {
     Q_OBJECT

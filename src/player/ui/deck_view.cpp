@@ -1,6 +1,7 @@
 #include "player/ui/deck_view.h"
 
 #include "config/config_objects.h"
+#include "platform/qt/painted_face.h"
 #include "platform/qt/skin.h"
 #include "store/milli_sec_to_min.h"
 
@@ -55,11 +56,15 @@ DeckView::DeckView(const Skin& skin, const ConfigObjects& texts, QWidget* parent
     , m_texts(texts)
 {
     connect(&skin, &Skin::changed, this, qOverload<>(&QWidget::update));
+    setPaintedFace(*this, QAccessible::Graphic);
 }
 
 void DeckView::setFace(const DeckFace& face)
 {
-    const bool isOther = face.title != m_face.title;
+    if (face == m_face) {
+        return;
+    }
+    const bool isOther = face.title != m_face.title || face.artist != m_face.artist;
     m_face = face;
     if (isOther) {
         setAccessibleName(face.artist + u" - "_s + face.title);
@@ -72,6 +77,7 @@ void DeckView::setShape(const QString& file, const SoundShape& shape)
     if (file == m_face.file) {
         m_shapeFile = file;
         m_shape = shape;
+        m_columnsOf = {};
         update();
     }
 }
@@ -178,7 +184,7 @@ void DeckView::paintTimes(QPainter& painter, const QRect& area) const
 }
 
 /// The entry from its start to its end; what was heard is dimmed.
-void DeckView::paintShape(QPainter& painter, const QRect& area) const
+void DeckView::paintShape(QPainter& painter, const QRect& area)
 {
     if (!hasShape() || m_face.lengthMs <= 0) {
         return;
@@ -186,16 +192,20 @@ void DeckView::paintShape(QPainter& painter, const QRect& area) const
     const Theme& theme = m_skin.theme();
     const double from = m_face.fromMs * SoundShape::kPerSecond / 1000;
     const double to = (m_face.fromMs + m_face.lengthMs) * SoundShape::kPerSecond / 1000;
-    const std::vector<ShapeBin> columns = reduceShape(m_shape, from, to, area.width());
+    const ShapePart part{m_shapeFile, from, to, area.width()};
+    if (part != m_columnsOf) {
+        m_columnsOf = part;
+        m_columns = reduceShape(m_shape, from, to, area.width());
+    }
     const double heard = area.width() * m_face.elapsedMs / m_face.lengthMs;
     const double middle = area.center().y() + 0.5;
     const double scale = area.height() / 256.0;
     painter.setRenderHint(QPainter::Antialiasing, false);
-    for (size_t x = 0; x < columns.size(); ++x) {
+    for (size_t x = 0; x < m_columns.size(); ++x) {
         painter.setPen(
             theme.qcolor(double(x) < heard ? ThemeRole::TextDisabled : ThemeRole::Accent));
-        painter.drawLine(QPointF(area.left() + double(x), middle - columns[x].high * scale),
-                         QPointF(area.left() + double(x), middle - columns[x].low * scale));
+        painter.drawLine(QPointF(area.left() + double(x), middle - m_columns[x].high * scale),
+                         QPointF(area.left() + double(x), middle - m_columns[x].low * scale));
     }
     painter.setRenderHint(QPainter::Antialiasing);
 }

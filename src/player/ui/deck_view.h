@@ -39,10 +39,21 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// Of a file's shape, as wide as it is painted.
+    struct ShapePart
+    {
+        QString file;
+        double from = 0; ///< in bins
+        double to = 0;
+        int width = 0;
+
+        bool operator==(const ShapePart&) const = default;
+    };
+
     [[nodiscard]] QColor secondText() const;
     void paintTexts(QPainter& painter, const QRect& area) const;
     void paintTimes(QPainter& painter, const QRect& area) const;
-    void paintShape(QPainter& painter, const QRect& area) const;
+    void paintShape(QPainter& painter, const QRect& area);
     void paintBars(QPainter& painter, const QRect& place, const QRect& level) const;
 
     const Skin& m_skin;
@@ -50,6 +61,8 @@ private:
     DeckFace m_face;
     QString m_shapeFile;
     SoundShape m_shape;
+    ShapePart m_columnsOf;
+    std::vector<ShapeBin> m_columns; ///< of that part: what is painted each time
 };
 
 } // namespace melovane

@@ -1,9 +1,11 @@
 #include "player/ui/mix_view.h"
 
 #include "config/config_objects.h"
+#include "platform/qt/painted_face.h"
 #include "platform/qt/skin.h"
 #include "store/milli_sec_to_min.h"
 
+#include <QLocale>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -17,6 +19,7 @@ MixView::MixView(const Skin& skin, const ConfigObjects& texts, QWidget* parent)
     , m_texts(texts)
 {
     connect(&skin, &Skin::changed, this, qOverload<>(&QWidget::update));
+    setPaintedFace(*this, QAccessible::StaticText);
 }
 
 void MixView::setFace(const MixFace& face, bool isPlaying)
@@ -51,8 +54,9 @@ QString MixView::text() const
         return m_texts.text(u"air.mix.none");
     }
     const int ahead = int(std::max(0.0, m_face.remainingMs - m_face.mixMs));
-    return m_texts.text(u"air.mix.ahead", Mod_MilliSecToMin::MilliSecToMin(ahead),
-                        QString::number(m_face.mixMs / 1000.0, 'f', 1));
+    return m_texts.text(
+        u"air.mix.ahead", Mod_MilliSecToMin::MilliSecToMin(ahead),
+        QLocale(m_texts.text(u"Sprach.Code")).toString(m_face.mixMs / 1000.0, 'f', 1));
 }
 
 QSize MixView::sizeHint() const

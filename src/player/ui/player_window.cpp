@@ -151,7 +151,11 @@ void PlayerWindow::buildJingles()
         button->setMinimumHeight(fontMetrics().height() * 2);
         button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         button->setFocusPolicy(Qt::TabFocus);
-        connect(button, &QPushButton::clicked, this, [this, pad] { m_desk.jingles().play(pad); });
+        button->setCheckable(true); // down as long as it sounds
+        connect(button, &QPushButton::clicked, this, [this, pad] {
+            m_desk.jingles().play(pad);
+            refresh();
+        });
         m_padGrid->addWidget(button, pad / 3, pad % 3);
         m_pads.push_back(button);
     }
@@ -199,6 +203,7 @@ void PlayerWindow::refresh()
     const bool isPlaying = m_desk.sequence().isPlaying();
     m_mix->setFace(m_desk.mix(), isPlaying);
     m_play->setText(m_texts.text(isPlaying ? u"air.stop" : u"air.play"));
+    m_play->setAccessibleName(m_play->text());
     m_play->setIcon(m_icons.icon(isPlaying ? u"stop"_s : u"play"_s));
     m_pause->setChecked(m_desk.sequence().isPaused());
     m_pause->setEnabled(isPlaying || m_desk.sequence().isPaused());
@@ -206,6 +211,9 @@ void PlayerWindow::refresh()
     m_loop->setEnabled(isPlaying);
     m_mixMode->setChecked(m_desk.sequence().isMixMode());
     m_talkover->setChecked(m_desk.isTalkover());
+    for (size_t pad = 0; pad < m_pads.size(); ++pad) {
+        m_pads[pad]->setChecked(m_desk.jingles().sounds(int(pad)));
+    }
     showPitch();
     const QString notice = m_desk.notice();
     m_notice->setText(m_hint.isEmpty() ? notice : m_hint);
@@ -220,20 +228,38 @@ void PlayerWindow::showPitch()
     m_pitch->setInvertedControls(m_desk.isPitchReversed());
     m_pitch->setEnabled(m_desk.sequence().isPlaying());
     m_pitch->setValue(m_desk.pitch());
-    m_pitchText->setText(
-        m_texts.text(u"air.pitch.value", QLocale().toString(m_desk.pitch() / 100.0, 'f', 2)));
+    m_pitchText->setText(m_texts.text(
+        u"air.pitch.value",
+        QLocale(m_texts.text(u"Sprach.Code")).toString(m_desk.pitch() / 100.0, 'f', 2)));
 }
 
 void PlayerWindow::refreshLists()
 {
     m_upcoming->clear();
     m_upcoming->addItems(m_desk.upcoming(kUpcoming));
+    nameJingles();
+}
+
+void PlayerWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    m_padGrid->activate();
+    nameJingles();
+}
+
+/// A title that is too long for its pad ends with dots.
+void PlayerWindow::nameJingles()
+{
     const QStringList titles = m_desk.jingles().titles();
     for (size_t pad = 0; pad < m_pads.size(); ++pad) {
         const QString title = titles.value(qsizetype(pad));
         // A title may hold the sign that underlines a letter.
-        m_pads[pad]->setText(QString(title).replace(u'&', u"&&"_s));
+        const int room = m_pads[pad]->width() - fontMetrics().averageCharWidth() * 2;
+        const QString shown = fontMetrics().elidedText(title, Qt::ElideRight, room);
+        m_pads[pad]->setText(QString(shown).replace(u'&', u"&&"_s));
         m_pads[pad]->setToolTip(title);
+        const QString name = m_texts.text(u"air.jingles") + u" %1"_s.arg(pad + 1);
+        m_pads[pad]->setAccessibleName(title.isEmpty() ? name : name + u": "_s + title);
         m_pads[pad]->setEnabled(!title.isEmpty());
     }
 }

@@ -57,6 +57,9 @@ public:
 
     void bringToFront();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 signals:
     void dockAsked(bool isDocked);
 
@@ -64,6 +67,7 @@ private:
     void buildCommands();
     void buildPitch();
     void showPitch();
+    void nameJingles();
     void buildJingles();
     void layOut();
     QToolButton*

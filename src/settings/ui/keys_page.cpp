@@ -5,6 +5,7 @@
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/key_taker.h"
+#include "platform/qt/line_buttons.h"
 #include "platform/qt/qt_keyboard.h"
 #include "platform/qt/skin.h"
 #include "settings/ui/setting_page_form.h"
@@ -133,6 +134,7 @@ KeysPage::KeysPage(const SettingsDesk& desk, QWidget* parent)
     m_find->setPlaceholderText(desk.texts.text(u"keys.find"));
     m_find->setAccessibleName(m_find->placeholderText());
     m_find->setClearButtonEnabled(true);
+    nameLineButtons(*m_find, m_find->placeholderText(), desk.texts.text(u"line.clear"));
     m_groups->setObjectName(u"cmbKeyGroup"_s);
     line->addWidget(m_find, 1);
     line->addWidget(m_groups);
@@ -150,6 +152,7 @@ void KeysPage::buildTable()
 {
     const ConfigObjects& texts = m_desk.texts;
     m_table->setObjectName(u"tblKeys"_s);
+    m_table->setAccessibleName(texts.text(pageText(SettingPage::Keys)));
     m_table->setHeaderLabels({texts.text(u"keys.command"), texts.text(u"keys.key"),
                               texts.text(u"keys.hint"), QString()});
     m_table->setUniformRowHeights(true);

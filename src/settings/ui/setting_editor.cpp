@@ -142,8 +142,9 @@ SettingEditor makeVolume(const Maker& maker)
 {
     auto* box = new QWidget(maker.parent);
     auto* row = rowOf(box);
-    auto* spin = makeSpin(maker, box);
+    // Tab goes by the order in which they are made: by eye.
     auto* slider = new QSlider(Qt::Horizontal, box);
+    auto* spin = makeSpin(maker, box);
     slider->setRange(maker.entry.least, maker.entry.most);
     slider->setPageStep(kVolumePage);
     slider->setSingleStep(kVolumePage / 5);

@@ -58,6 +58,8 @@ SettingPageForm::SettingPageForm(const SettingsDesk& desk, SettingPage page, QWi
 {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
+    // A control that takes the keyboard is brought into sight; the page itself needs none.
+    setFocusPolicy(Qt::NoFocus);
     auto* inside = new QWidget(this);
     auto* column = new QVBoxLayout(inside);
     column->setContentsMargins(28, 20, 28, 20);

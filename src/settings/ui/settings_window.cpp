@@ -3,6 +3,7 @@
 #include "config/config_objects.h"
 #include "config/counted_text.h"
 #include "platform/qt/icon_set.h"
+#include "platform/qt/line_buttons.h"
 #include "platform/qt/skin.h"
 #include "settings/ui/hints_page.h"
 #include "settings/ui/keys_page.h"
@@ -142,6 +143,7 @@ void SettingsWindow::buildSide(QWidget& side)
     m_find->setClearButtonEnabled(true);
     m_find->addAction(m_desk.icons.icon(u"search"_s, ThemeRole::TextSecond),
                       QLineEdit::LeadingPosition);
+    nameLineButtons(*m_find, m_find->placeholderText(), m_desk.texts.text(u"line.clear"));
     m_categories = new QListWidget(&side);
     m_categories->setObjectName(u"lstCategories"_s);
     m_categories->setAccessibleName(m_desk.texts.text(u"settings.categories"));
@@ -162,7 +164,9 @@ void SettingsWindow::buildSide(QWidget& side)
         if (SettingPageForm* const form = m_forms[size_t(page())]) {
             form->enter();
         } else {
-            m_stack->currentWidget()->setFocus();
+            // No proxy of the page: Tab would pass over what stands in front of it.
+            const QString list = page() == SettingPage::Keys ? u"tblKeys"_s : u"lstHints"_s;
+            m_stack->currentWidget()->findChild<QWidget*>(list)->setFocus();
         }
     });
     connect(m_categories, &QListWidget::currentRowChanged, this, [this](int row) {
@@ -181,12 +185,10 @@ void SettingsWindow::buildPages()
         if (page == SettingPage::Keys) {
             m_keys = new KeysPage(m_desk, m_stack);
             m_stack->addWidget(m_keys);
-            m_keys->setFocusProxy(m_keys->findChild<QWidget*>(u"tblKeys"_s));
             connect(m_keys, &KeysPage::edited, this, &SettingsWindow::showState);
         } else if (page == SettingPage::Hints) {
             m_hints = new HintsPage(m_desk, m_stack);
             m_stack->addWidget(m_hints);
-            m_hints->setFocusProxy(m_hints->findChild<QWidget*>(u"lstHints"_s));
             connect(m_hints, &HintsPage::edited, this, &SettingsWindow::showState);
         } else {
             m_forms[size_t(index)] = new SettingPageForm(m_desk, page, m_stack);

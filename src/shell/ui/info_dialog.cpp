@@ -42,6 +42,7 @@ void InfoDialog::show(const InfoView& view)
     QLabel* purpose = makeLabel(dialog, u"SkinLabel2"_s, view.purpose);
     auto* facts = new TextView(&dialog);
     facts->setObjectName(u"Facts"_s);
+    facts->setAccessibleName(view.title);
     const int letter = metrics.averageCharWidth();
     facts->setText(view.facts.join(u'\n'), letter * kLeastWidth, letter * kGreatestWidth,
                    metrics.height() * 12);

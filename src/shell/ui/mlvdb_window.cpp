@@ -9,6 +9,7 @@
 #include "platform/qt/status_bar.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "shell/mlvdb.h"
+#include "shell/ui/hint_line.h"
 #include "shell/ui/window_menu_bar.h"
 #include "trackedit/ui/edit_tag_widget.h"
 #include "trees/ui/playlist_favorit_widget.h"
@@ -96,6 +97,7 @@ void MlvdbWindow::buildPanels()
     m_splits[2]->addWidget(m_lists);
     m_splits[2]->addWidget(m_playlist);
 
+    m_hints = new HintLine(m_icons, frame);
     m_status = new StatusBar(frame);
     m_monitor = new MonitorBars(m_skin, m_icons, *m_status);
     auto* column = new QVBoxLayout(frame);
@@ -104,6 +106,7 @@ void MlvdbWindow::buildPanels()
     auto* row = new QHBoxLayout;
     row->setContentsMargins(SplitPanel::kGap, 0, SplitPanel::kGap, 0);
     row->addWidget(m_splits[0]);
+    column->addWidget(m_hints);
     column->addLayout(row, 1);
     column->addWidget(m_status);
     setCentralWidget(frame);
@@ -154,6 +157,7 @@ void MlvdbWindow::attach(MLVDB& logic, const ConfigObjects& texts)
 
 void MlvdbWindow::translate(const ConfigObjects& texts)
 {
+    m_hints->translate(texts);
     m_monitor->setTexts({.seekName = texts.text(u"monitor.seek.name"_s),
                          .seekTip = texts.text(u"monitor.seek.tip"_s),
                          .volumeName = texts.text(u"playlist.volume"_s),

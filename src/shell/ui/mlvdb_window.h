@@ -11,6 +11,7 @@ namespace melovane {
 
 class ConfigObjects;
 class EditTagWidget;
+class HintLine;
 class IconSet;
 class MLVDB;
 class MonitorBars;
@@ -50,6 +51,8 @@ public:
     [[nodiscard]] TreeWidget& tree() { return *m_tree; }
 
     [[nodiscard]] EditTagWidget& tags() { return *m_tags; }
+
+    [[nodiscard]] HintLine& hints() { return *m_hints; }
 
     /// Connects the form with its logic, which outlives its last event.
     void attach(MLVDB& logic, const ConfigObjects& texts);
@@ -97,6 +100,7 @@ private:
     PlaylistFavoritWidget* m_lists = nullptr;
     TreeWidget* m_tree = nullptr;
     EditTagWidget* m_tags = nullptr;
+    HintLine* m_hints = nullptr;
     StatusBar* m_status = nullptr;
     MonitorBars* m_monitor = nullptr;
     WindowMenuBar* m_menus = nullptr;

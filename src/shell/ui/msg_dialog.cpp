@@ -39,6 +39,7 @@ QLayout* makeContent(DialogFrame& dialog, const MessageView& view, const QIcon& 
 
     auto* text = new TextView(&dialog);
     text->setObjectName(u"SkinLabel2"_s);
+    text->setAccessibleName(view.title);
     text->setText(view.text, metrics.averageCharWidth() * kLeastWidth, widest,
                   dialog.screen()->availableSize().height() / 2);
 
@@ -84,6 +85,8 @@ WarningAnswer MsgDialog::ask(const MessageView& view)
         enter = escape = button(u"cmdOk"_s, view.okCaption, WarningAnswer::Ok);
     }
     dialog.setKeys(enter, escape);
+    // Where the keyboard is a screen reader begins: it reads what the button answers.
+    enter->setAccessibleDescription(view.text);
     enter->setFocus();
     return static_cast<WarningAnswer>(dialog.ask(static_cast<int>(WarningAnswer::Left)));
 }

@@ -1,6 +1,7 @@
 #include "shell/ui/quick_open_dialog.h"
 
 #include "config/config_objects.h"
+#include "platform/qt/line_buttons.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
@@ -67,6 +68,7 @@ QuickOpenDialog::QuickOpenDialog(const ConfigObjects& texts,
     m_line->setPlaceholderText(texts.text(u"quick.hint"));
     m_line->setAccessibleName(m_line->placeholderText());
     m_line->setClearButtonEnabled(true);
+    nameLineButtons(*m_line, m_line->placeholderText(), texts.text(u"line.clear"));
     m_line->installEventFilter(this);
     buildList();
     auto* column = new QVBoxLayout(this);

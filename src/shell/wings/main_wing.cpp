@@ -7,12 +7,15 @@
 #include "platform/qt/desktop_texts.h"
 #include "platform/qt/qt_font_chooser.h"
 #include "platform/qt/retell.h"
+#include "platform/system/path_text.h"
 #include "playlistview/ui/playlist_widget.h"
+#include "shell/ui/hint_line.h"
 #include "shell/wings/care_wing.h"
 #include "shell/wings/desk.h"
 #include "shell/wings/edit_wing.h"
 #include "shell/wings/library_wing.h"
 #include "shell/wings/machine.h"
+#include "shell/wings/place_parts.h"
 #include "shell/wings/playlist_wing.h"
 #include "shell/wings/sound_wing.h"
 #include "shell/wings/suite_wing.h"
@@ -39,8 +42,19 @@ MainWing::MainWing(const Below& wings)
              .playlist = wings.playlist,
              .trees = wings.trees,
              .window = window})
+    , firstHour({.settings = wings.machine.settings,
+                 .texts = wings.machine.texts,
+                 .data = wings.machine.data,
+                 .showAllTracks = [&wings = below] { wings.library.view.emptyButtonPressed(); },
+                 .showHint = [&wings = below](
+                                 const QString& hint) { wings.desk.window.hints().setHint(hint); }})
     , dayCounts(dayCountParts())
     , keys(wings.machine.settings, wings.machine.loop, keyActions())
+    , place(wings.machine.files,
+            wings.machine.loop,
+            path::join(wings.machine.paths.GetConfigPath(),
+                       wings.machine.paths.programName() + u".place"_s),
+            placeParts(wings.desk, wings.library, wings.playlist, wings.trees, window.guard()))
 {}
 
 MainWing::~MainWing() = default;
@@ -190,6 +204,7 @@ void MainWing::translate()
     form.lists().translate(below.trees.favorit, texts);
     form.tree().translate(texts);
     form.tags().translate(texts);
+    firstHour.showHint();
     announceLanguage();
 }
 
@@ -203,6 +218,24 @@ void MainWing::connectTagPanel()
                      [this] { below.edit.panel.renewTrack(); });
 }
 
+/// What the views show comes with the same message, so the hint waits for the turn behind it.
+void MainWing::connectFirstHour()
+{
+    QObject::connect(&below.desk.window.hints(), &HintLine::putAway, &below.desk.window,
+                     [this] { firstHour.putAway(); });
+    m_libraryChanged = below.suite.bus.subscribe([this](const MLVMessage& message) {
+        if (message.Command.compare(bus::kRefreshAll, Qt::CaseInsensitive) == 0) {
+            QMetaObject::invokeMethod(
+                &below.desk.window,
+                [this] {
+                    window.guard().run(u"FirstHour"_s, [this] { firstHour.libraryChanged(); });
+                },
+                Qt::QueuedConnection);
+        }
+    });
+    firstHour.begin();
+}
+
 void MainWing::show()
 {
     m_spoken = std::make_unique<RetoldTexts>(below.machine.texts);
@@ -210,6 +243,7 @@ void MainWing::show()
     try {
         window.load();
         dayCounts.start();
+        connectFirstHour();
         if (below.trees.favorit.whyNot(u"all.activate").isEmpty()) {
             below.trees.favorit.toolPressed(u"all.activate"_s);
         }

@@ -2,12 +2,14 @@
 
 #include "shell/day_counts.h"
 #include "shell/edit_box.h"
+#include "shell/first_hour.h"
 #include "shell/info.h"
 #include "shell/key_commands.h"
 #include "shell/mlvdb.h"
 #include "shell/ui/edit_box_dialog.h"
 #include "shell/ui/info_dialog.h"
 #include "shell/wings/quick_wing.h"
+#include "shell/work_place.h"
 
 namespace melovane {
 
@@ -56,8 +58,10 @@ struct MainWing
     frmInfo info;
     MLVDB window;
     QuickWing quick;
+    FirstHour firstHour;
     DayCounts dayCounts;
     KeyCommands keys;
+    WorkPlace place;
 
 private:
     [[nodiscard]] MlvdbParts windowParts();
@@ -67,8 +71,10 @@ private:
     [[nodiscard]] DayCountParts dayCountParts();
     void connectViews();
     void connectTagPanel();
+    void connectFirstHour();
     void translate();
 
+    MLVMessageBus::Subscription m_libraryChanged;
     std::unique_ptr<RetoldTexts> m_spoken; ///< the language that the window speaks; null before it
 };
 

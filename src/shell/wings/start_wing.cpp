@@ -187,6 +187,36 @@ void StartWing::tellLastRun()
         const QString text = machine.texts.text(u"start.died"_s, *began);
         machine.log()(u"Start"_s, text);
         desk.window.status().setPanel(StatusPanel::Message, text);
+        offerCrashReport();
+    }
+}
+
+QString StartWing::crashFile() const
+{
+    return path::join(machine.paths.GetConfigPath(), machine.paths.programName() + u".crash"_s);
+}
+
+void StartWing::offerCrashReport()
+{
+    // Under another name it is offered once, and stays for those who want to send it later.
+    const QString report = crashFile() + u".txt"_s;
+    if (!machine.files.fileExists(crashFile())) {
+        return;
+    }
+    try {
+        machine.files.remove(report);
+        machine.files.rename(crashFile(), report);
+    } catch (const IoError& error) {
+        machine.log()(u"Start"_s, error.path() + u": "_s + error.reason());
+        return;
+    }
+    const auto answer = desk.warnings.ShowWarning(
+        machine.texts.text(u"start.crashed"_s, report), WarningType::Question,
+        machine.texts.text(u"glob_warn"), u"start.crashed"_s);
+    if (answer == WarningAnswer::Yes &&
+        !machine.processes.start(u"explorer.exe "_s + report, Processes::WindowStyle::Normal)) {
+        desk.window.status().setPanel(StatusPanel::Message,
+                                      machine.texts.text(u"start.report.noopener"_s, report));
     }
 }
 

@@ -29,6 +29,9 @@ struct StartWing
     /// \param showMainWindow loads the main window and shows it
     [[nodiscard]] StartResult run(const std::function<void()>& showMainWindow);
 
+    /// Where the report of a crash belongs.
+    [[nodiscard]] QString crashFile() const;
+
     /// The program has come to its end: what of settings, layouts and the like could not be kept
     /// is logged and told.
     /// \param mayAsk false when the end was asked for from outside, where nobody reads a dialog
@@ -55,9 +58,11 @@ private:
     void listenForNextCopy();
     /// Says that no other program of the suite is reached.
     void tellWithoutMessages();
-    /// Says, and logs, that the program died the last time.
     void tellOtherLibrary();
+    /// Says, and logs, that the program died the last time.
     void tellLastRun();
+    /// Shows the report of that, if there is one and the user wants to see it.
+    void offerCrashReport();
     void openMakersPage() const;
 };
 

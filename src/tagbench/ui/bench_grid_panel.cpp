@@ -3,6 +3,7 @@
 #include "config/config_objects.h"
 #include "platform/qt/data_grid.h"
 #include "platform/qt/icon_set.h"
+#include "platform/qt/line_buttons.h"
 #include "platform/qt/search_line.h"
 #include "tagbench/bench_session.h"
 
@@ -75,7 +76,10 @@ void BenchGridPanel::buildTools(const IconSet& icons)
     m_filter->setObjectName(u"Text1"_s);
     m_filter->lineEdit()->setPlaceholderText(texts.text(u"bench.filter"));
     m_filter->lineEdit()->setAccessibleName(texts.text(u"bench.filter"));
+    m_filter->setAccessibleName(texts.text(u"bench.filter"));
     m_filter->setClearTip(texts.text(u"bench.filter.clear"));
+    nameLineButtons(*m_filter->lineEdit(), texts.text(u"bench.filter"),
+                    texts.text(u"bench.filter.clear"));
     m_count->setObjectName(u"MatchCount"_s);
     m_count->setTextFormat(Qt::PlainText);
     toolRow()->addSpacing(6);

@@ -210,6 +210,8 @@ void BenchPages::buildSpelling()
     QComboBox* fields = fieldChoice(texts, u"cmbFields"_s, page);
     QSpinBox* first = numberBox(u"numFirst"_s, 1, 9999, page);
     QSpinBox* digits = numberBox(u"numDigits"_s, 1, 4, page);
+    first->setAccessibleName(texts.text(u"bench.spelling.first"));
+    digits->setAccessibleName(texts.text(u"bench.spelling.digits"));
     addCaptioned(page, texts.text(u"bench.spelling.what"), what);
     addCaptioned(page, texts.text(u"bench.replace.fields"), fields);
     addCaptioned(page, texts.text(u"bench.spelling.first"), first);

@@ -1,5 +1,7 @@
 #include "trackedit/ui/cover_frame.h"
 
+#include "platform/qt/painted_face.h"
+
 #include <QBuffer>
 #include <QIcon>
 #include <QImageReader>
@@ -36,6 +38,7 @@ CoverFrame::CoverFrame(QWidget* parent)
     setWidget(m_image);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
+    setPaintedFace(*this, QAccessible::Button, [this] { emit picturePressed(); });
 }
 
 void CoverFrame::setPicture(const QByteArray& picture)

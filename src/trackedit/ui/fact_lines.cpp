@@ -1,6 +1,7 @@
 #include "trackedit/ui/fact_lines.h"
 
 #include "platform/qt/figures.h"
+#include "platform/qt/painted_face.h"
 #include "platform/qt/skin.h"
 #include "platform/qt/whole_text_tip.h"
 
@@ -30,6 +31,7 @@ FactLines::FactLines(const Skin& skin, QWidget* parent)
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     connect(&skin, &Skin::changed, this, qOverload<>(&QWidget::update));
+    setPaintedFace(*this, QAccessible::StaticText);
 }
 
 void FactLines::setFacts(const std::vector<PanelTrack::Fact>& facts, size_t ownLine)

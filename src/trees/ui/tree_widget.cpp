@@ -3,6 +3,7 @@
 #include "config/config_objects.h"
 #include "config/tool_tip_text.h"
 #include "platform/qt/icon_set.h"
+#include "platform/qt/line_buttons.h"
 #include "platform/qt/outline_tree.h"
 #include "trees/library_tree.h"
 #include "trees/ui/tree_words.h"
@@ -235,6 +236,7 @@ void TreeWidget::translate(const ConfigObjects& texts)
     m_filter->setPlaceholderText(texts.text(u"tree.filter"));
     m_filter->setToolTip(texts.text(u"tree.filter.tip"));
     m_filter->setAccessibleName(texts.text(u"tree.filter"));
+    nameLineButtons(*m_filter, texts.text(u"tree.filter"), texts.text(u"line.clear"));
     const auto name = [this](const QString& key, const QString& tip) {
         // The tools come with the message that makes them.
         if (auto* const button = findChild<QToolButton*>(key)) {

@@ -136,6 +136,28 @@ TEST_F(Machine, ShellFoldersFollowTheDesktopsVariables)
     EXPECT_EQ(environment.specialFolder(-1), QString());
 }
 
+TEST_F(Machine, ADataFolderStandsForEveryPlaceOfTheUser)
+{
+    const Variable data("MELOVANE_DATA_DIR", "/home/x/my data");
+    const LinuxEnvironment environment;
+    EXPECT_EQ(environment.specialFolder(26), u"/home/x/my data"_s);
+    EXPECT_EQ(environment.specialFolder(5), u"/home/x/my data/lists"_s);
+    EXPECT_EQ(environment.cacheFolder(), u"/home/x/my data/cache/Melovane"_s);
+    EXPECT_EQ(environment.machineValue(u"AppPathConfig"_s), u"user.normal"_s);
+}
+
+TEST_F(Machine, ProgramsOfTwoDataFoldersDoNotMeet)
+{
+    const Variable one("MELOVANE_DATA_DIR", "/one");
+    const test::TempFolder base;
+    EnvironmentPlaces named;
+    named.runtimeBase = base.path();
+    const QString first = LinuxEnvironment(named).runtimeFolder();
+    const Variable two("MELOVANE_DATA_DIR", "/two");
+    EXPECT_NE(LinuxEnvironment(named).runtimeFolder(), first);
+    EXPECT_TRUE(first.startsWith(base.path() + u"/melovane-"_s));
+}
+
 TEST_F(Machine, AVariableThatIsNoFullPathIsIgnored)
 {
     const Variable home("HOME", "/home/u");

@@ -6,6 +6,7 @@
 #include "platform/qt/skin.h"
 #include "siblings/levelpanel/monitor_level.h"
 #include "siblings/levelpanel/ui/level_window.h"
+#include "support/accessible_walk.h"
 #include "support/text_catalogue.h"
 #include "support/wait_for.h"
 
@@ -123,6 +124,11 @@ TEST_F(LevelWindowTest, EscapeClosesTheWindow)
 {
     QTest::keyClick(slider, Qt::Key_Escape);
     EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(LevelWindowTest, EveryControlHasANameAndARoleAndIsReachedWithoutAMouse)
+{
+    EXPECT_EQ(walkAccessibly(*window).faults().join(u'\n').toStdString(), "");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "intake/intake_session.h"
 #include "siblings/mediaintake/ui/intake_window.h"
 #include "siblings/mediaintake/ui/welcome_panel.h"
+#include "support/accessible_walk.h"
 #include "support/text_catalogue.h"
 #include "support/wait_for.h"
 
@@ -298,6 +299,14 @@ TEST_F(IntakeWindowTest, EveryButtonHasAToolTip)
         EXPECT_FALSE(button->toolTip().isEmpty()) << button->objectName().toStdString();
         EXPECT_FALSE(button->text().isEmpty());
     }
+}
+
+TEST_F(IntakeWindowTest, EveryControlHasANameAndARoleAndIsReachedWithoutAMouse)
+{
+    chosen = music.path();
+    open();
+    click(u"cmdAddFolder"_s);
+    EXPECT_EQ(walkAccessibly(*window).faults().join(u'\n').toStdString(), "");
 }
 
 } // namespace

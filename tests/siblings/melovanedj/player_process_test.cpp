@@ -10,7 +10,9 @@
 #include <QFile>
 #include <QProcess>
 
+#include <algorithm>
 #include <csignal>
+#include <cstdio>
 
 namespace melovane::test {
 namespace {
@@ -170,6 +172,53 @@ TEST_F(PlayerProcess, IsBackAndPlaysOnWhereItWasKilled)
             EXPECT_LT(passed.elapsed(), 3000) << kill;
         }
     }
+}
+
+/// Memory of a process in kilobytes, as far as it is in use.
+int memoryOf(qint64 process)
+{
+    QFile status(u"/proc/%1/status"_s.arg(process));
+    if (!status.open(QIODevice::ReadOnly)) {
+        return 0;
+    }
+    const QString text = QString::fromLatin1(status.readAll());
+    return text.section(u"VmRSS:"_s, 1).section(u"kB"_s, 0, 0).trimmed().toInt();
+}
+
+/// Some seconds among all tests, a part of a night by the environment; that one asks for the time,
+/// too.
+TEST_F(PlayerProcess, PlaysOnWithoutAGapAndItsMemoryStaysFlat)
+{
+    bool isGiven = false;
+    const int given = qEnvironmentVariableIntValue("MLV_PLAYER_SECONDS", &isGiven);
+    const int seconds = isGiven ? given : 3;
+    const NightStateFile state(nightStatePath(LinuxEnvironment().runtimeFolder()));
+    ASSERT_TRUE(m_suite.SendToPlayer(fid(1), message::kPlayNow));
+    ASSERT_TRUE(waitFor([&] { return m_playing == entryOf(1) && state.read()->isPlaying; }));
+    const qint64 process = playingProcess();
+    qint64 longestMs = 0;
+    int firstMemory = 0;
+    for (int second = 0; second < seconds; ++second) {
+        const NightState before = *state.read();
+        QElapsedTimer passed;
+        passed.start();
+        ASSERT_TRUE(waitFor([&] {
+            const auto now = state.read();
+            return now &&
+                   (now->entry != before.entry || now->positionMs >= before.positionMs + 1000);
+        })) << second;
+        longestMs = std::max(longestMs, passed.elapsed());
+        // The first minute opens what stays open.
+        firstMemory = second <= seconds / 10 ? memoryOf(process) : firstMemory;
+    }
+    const int memory = memoryOf(process);
+    EXPECT_EQ(playingProcess(), process) << "it is the one that was started";
+    if (isGiven) {
+        EXPECT_LT(longestMs, 1000 + 2000) << "a second of sound";
+    }
+    EXPECT_LT(memory, firstMemory + firstMemory / 10);
+    std::printf("night: %d s played, longest second %lld ms, memory %d kB, then %d kB\n", seconds,
+                static_cast<long long>(longestMs), firstMemory, memory);
 }
 
 } // namespace

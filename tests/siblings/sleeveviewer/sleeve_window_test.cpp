@@ -7,6 +7,7 @@
 #include "siblings/sleeveviewer/sleeve_viewer.h"
 #include "siblings/sleeveviewer/ui/sleeve_stage.h"
 #include "siblings/sleeveviewer/ui/sleeve_window.h"
+#include "support/accessible_walk.h"
 #include "support/temp_folder.h"
 #include "support/text_catalogue.h"
 #include "support/wait_for.h"
@@ -341,6 +342,14 @@ TEST_F(SleeveWindowTest, EveryToolHasAWordAndAKey)
         EXPECT_TRUE(button->toolTip().contains(u'(')) << button->toolTip().toStdString();
         EXPECT_FALSE(button->icon().isNull()) << button->objectName().toStdString();
     }
+}
+
+TEST_F(SleeveWindowTest, EveryControlHasANameAndARoleAndIsReachedWithoutAMouse)
+{
+    show();
+    viewer.showFid(u"1"_s);
+    EXPECT_TRUE(shows(u"1 / 3   cover.png   39 × 20"_s));
+    EXPECT_EQ(walkAccessibly(window).faults().join(u'\n').toStdString(), "");
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "platform/linux/tag_reader.h"
 #include "siblings/writetags/ui/write_tags_window.h"
 #include "siblings/writetags/write_tags.h"
+#include "support/accessible_walk.h"
 #include "support/mp3_maker.h"
 #include "support/suite_fixture.h"
 
@@ -114,6 +115,16 @@ TEST_F(WriteTagsWindowTest, EscapeStopsItAndTheRestWaits)
     EXPECT_EQ(m_told, 1);
     EXPECT_EQ(waiting(), 60 - m_work->report().written);
     EXPECT_GT(waiting(), 0);
+}
+
+TEST_F(WriteTagsWindowTest, EveryControlHasANameAndARoleAndIsReachedWithoutAMouse)
+{
+    add(false);
+    m_window->show();
+    m_window->start();
+    auto* const report = find<QTreeWidget>(u"lstReport"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return report->topLevelItemCount() > 0; }));
+    EXPECT_EQ(walkAccessibly(*m_window).faults().join(u'\n').toStdString(), "");
 }
 
 } // namespace

@@ -13,8 +13,20 @@ namespace {
 /// Steps of making that are done at once, a millisecond each.
 constexpr int kStepsAtOnce = 3;
 
-/// What a column was made from lies between what is kept, and would else stay with the program: of
-/// a million tracks some hundred megabytes. After each column, since all at once takes a long turn.
+/// Room of so many bytes and more is given back to the system as soon as it is free. Left to itself
+/// the C library would keep it among its own from the first large piece on.
+constexpr int kOwnRoom = 128 * 1024;
+
+void giveBackLargeRoomAtOnce()
+{
+#ifdef __GLIBC__
+    [[maybe_unused]] static const int done = ::mallopt(M_MMAP_THRESHOLD, kOwnRoom);
+#endif
+}
+
+/// Smaller pieces of what a column was made from lie between what is kept, and would else stay with
+/// the program: of a million tracks some megabytes. After each column, since all at once takes a
+/// long turn.
 void giveBackMemory()
 {
 #ifdef __GLIBC__
@@ -38,7 +50,9 @@ IndexLoader::IndexLoader(std::vector<IndexField> fields, std::vector<SearchOrder
     : m_fields(std::move(fields))
     , m_order(std::move(order))
     , m_builders(buildersOf(m_fields))
-{}
+{
+    giveBackLargeRoomAtOnce();
+}
 
 bool IndexLoader::step(IndexedFile& file)
 {
@@ -48,14 +62,13 @@ bool IndexLoader::step(IndexedFile& file)
         }
         return true;
     }
-    const qsizetype before = m_table->columns().size();
     for (int i = 0; i < kStepsAtOnce; ++i) {
+        const bool givesBack = m_isMade;
         if (!make()) {
             return false;
         }
-        if (m_table->columns().size() != before) {
-            giveBackMemory();
-            break;
+        if (m_isMade || givesBack) {
+            break; // giving back memory has a turn of its own
         }
     }
     return true;
@@ -88,9 +101,13 @@ bool IndexLoader::makeColumn()
     if (!m_column) {
         m_column = std::make_unique<IndexColumnMaker>(std::move(m_builders[next]));
     }
-    if (!m_column->step()) {
+    if (m_isMade) {
         m_table->addColumn(m_fields[next].name, m_column->take());
         m_column.reset();
+        m_isMade = false;
+        giveBackMemory();
+    } else {
+        m_isMade = !m_column->step();
     }
     return true;
 }

@@ -36,6 +36,7 @@ private:
     std::vector<qint64> m_keys;
     std::unique_ptr<IndexTable> m_table;        ///< once all rows are read
     std::unique_ptr<IndexColumnMaker> m_column; ///< of the next column
+    bool m_isMade = false;                      ///< that column waits to be taken
     std::unique_ptr<IndexOrderMaker> m_maker;   ///< of the order, behind all columns
 };
 

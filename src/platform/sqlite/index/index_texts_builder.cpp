@@ -15,6 +15,7 @@ constexpr std::size_t kBlock = 256 * std::size_t{1024};
 
 constexpr std::size_t kTextsAtOnce = 4096;
 constexpr std::size_t kPackedAtOnce = 32'768;
+constexpr std::size_t kBlocksAtOnce = 16;
 
 /// Bytes of all texts of one column; larger columns are left to SQLite.
 constexpr std::size_t kMostLetters = 2'000'000'000;
@@ -32,33 +33,44 @@ bool isPlain(std::string_view text)
     });
 }
 
-/// Units in as many bytes as UTF-8 takes for letters of that number, pairs not joined: such bytes
-/// compare as the units do.
-void appendUnits(std::vector<char>& bytes, QStringView units)
+/// Bytes of one unit, at most.
+constexpr std::size_t kMostOfUnit = 3;
+
+/// A unit in as many bytes as UTF-8 takes for a letter of that number, pairs not joined: such bytes
+/// compare as the units do. Returns the place behind it.
+char* putUnit(char* at, QChar unit)
 {
-    constexpr std::size_t kMostOfUnit = 3;
-    const std::size_t begin = bytes.size();
-    bytes.resize(begin + kMostOfUnit * std::size_t(units.size()));
-    char* at = bytes.data() + begin;
-    for (const QChar unit : units) {
-        const unsigned code = unit.unicode();
-        if (code < 0x80) {
-            *at++ = char(code);
-        } else if (code < 0x800) {
-            *at++ = char(0xC0 | (code >> 6));
-            *at++ = char(0x80 | (code & 0x3F));
-        } else {
-            *at++ = char(0xE0 | (code >> 12));
-            *at++ = char(0x80 | ((code >> 6) & 0x3F));
-            *at++ = char(0x80 | (code & 0x3F));
-        }
+    const unsigned code = unit.unicode();
+    if (code < 0x80) {
+        *at++ = char(code);
+    } else if (code < 0x800) {
+        *at++ = char(0xC0 | (code >> 6));
+        *at++ = char(0x80 | (code & 0x3F));
+    } else {
+        *at++ = char(0xE0 | (code >> 12));
+        *at++ = char(0x80 | ((code >> 6) & 0x3F));
+        *at++ = char(0x80 | (code & 0x3F));
     }
-    bytes.resize(std::size_t(at - bytes.data()));
+    return at;
+}
+
+char* putUnits(char* at, QStringView units)
+{
+    for (const QChar unit : units) {
+        at = putUnit(at, unit);
+    }
+    return at;
+}
+
+void setUnits(std::vector<char>& bytes, QStringView units)
+{
+    bytes.resize(kMostOfUnit * std::size_t(units.size()));
+    bytes.resize(std::size_t(putUnits(bytes.data(), units) - bytes.data()));
 }
 
 /// The sort key of a folded text: the way of textcompare::sortKey(), without its copies for most
 /// letters of the west.
-void appendKey(std::vector<char>& keys, std::string_view text)
+void setKey(std::vector<char>& key, std::string_view text)
 {
     constexpr std::size_t kRoom = 512;
     std::array<char16_t, kRoom> units{};
@@ -67,17 +79,24 @@ void appendKey(std::vector<char>& keys, std::string_view text)
             ? textcompare::latin::foldUtf8(text.data(), qsizetype(text.size()), units.data(), kRoom)
             : std::nullopt;
     if (!count) {
-        appendUnits(keys, textcompare::sortKey(decodedOf(text)));
+        setUnits(key, textcompare::sortKey(decodedOf(text)));
         return;
     }
     const QStringView folded(units.data(), *count);
     const auto& letters = textcompare::latin::letters();
+    std::size_t most = 1 + std::size_t(folded.size());
+    for (const QChar unit : folded) {
+        most += std::size_t(letters[unit.unicode()].baseCount);
+    }
+    // Room for all at once: a text of forty letters has eighty pieces.
+    key.resize(kMostOfUnit * most);
+    char* at = key.data();
     for (const QChar unit : folded) {
         const auto& letter = letters[unit.unicode()];
-        appendUnits(keys, QStringView(letter.base.data(), letter.baseCount));
+        at = putUnits(at, QStringView(letter.base.data(), letter.baseCount));
     }
-    keys.push_back('\0');
-    appendUnits(keys, folded);
+    *at++ = '\0';
+    key.resize(std::size_t(putUnits(at, folded) - key.data()));
 }
 
 quint32 hashOf(std::string_view text)
@@ -193,7 +212,7 @@ std::string_view IndexTextsBuilder::fold(std::string_view utf8)
                            ? textcompare::latin::foldUtf8(utf8.data(), size, units.data(), kRoom)
                            : std::nullopt;
     if (count) {
-        appendUnits(m_folded, QStringView(units.data(), *count));
+        setUnits(m_folded, QStringView(units.data(), *count));
     } else {
         const QByteArray bytes = textcompare::fold(decodedOf(utf8)).toUtf8();
         m_folded.assign(bytes.begin(), bytes.end());
@@ -205,7 +224,7 @@ IndexTextEntry IndexTextsBuilder::entryOf(std::string_view folded)
 {
     m_key.clear();
     if (!isPlain(folded)) {
-        appendKey(m_key, folded);
+        setKey(m_key, folded);
     }
     return {m_room, folded, {m_key.data(), m_key.size()}};
 }
@@ -245,6 +264,8 @@ void IndexTextsBuilder::sort(SlicedWork& work)
             return m_runs.entries().size();
         },
         kTextsAtOnce, [this](std::size_t first, std::size_t end) { layOut(first, end); });
+    work.add([this] { return m_room.blocks(); }, kBlocksAtOnce,
+             [this](std::size_t first, std::size_t end) { m_room.giveBack(end - first); });
     work.add(
         [this] {
             m_packed = PackedTexts::unread({m_letters.data(), m_letters.size()});

@@ -15,6 +15,17 @@ public:
     /// All that was taken.
     [[nodiscard]] std::size_t bytes() const { return m_bytes; }
 
+    /// Pieces of memory that they stand in. A hundred megabytes take some ten milliseconds to give
+    /// back, too long for a turn.
+    [[nodiscard]] std::size_t blocks() const { return m_blocks.size(); }
+
+    /// Gives back blocks, the last ones first. What stood in them is gone.
+    void giveBack(std::size_t blocks)
+    {
+        m_blocks.resize(m_blocks.size() - blocks);
+        m_left = 0;
+    }
+
 private:
     std::vector<std::unique_ptr<char[]>> m_blocks;
     std::size_t m_size = 0; ///< of the last block

@@ -1,6 +1,7 @@
 #include "siblings/sleeveviewer/ui/sleeve_stage.h"
 
 #include "platform/qt/dialog_frame.h"
+#include "platform/qt/painted_face.h"
 #include "platform/qt/skin.h"
 
 #include <QApplication>
@@ -34,6 +35,11 @@ SleeveStage::SleeveStage(const Skin& skin, QWidget* parent)
 {
     setObjectName(QStringLiteral("Stage"));
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setPaintedFace(*this, QAccessible::Graphic, [this] {
+        if (m_isClickable) {
+            emit clicked();
+        }
+    });
 }
 
 void SleeveStage::setImage(const QImage& image)

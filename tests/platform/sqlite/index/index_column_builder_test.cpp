@@ -47,6 +47,24 @@ protected:
     int m_settled = 0;
 };
 
+TEST(IndexLetters, AreGivenBackBlockByBlockFromTheEndAndTheFirstOnesStay)
+{
+    IndexLetters letters;
+    char* const first = letters.take(5);
+    std::copy_n("Nacht", 5, first);
+    while (letters.blocks() < 4) {
+        std::fill_n(letters.take(1000), 1000, 'x');
+    }
+    letters.giveBack(2);
+    EXPECT_EQ(letters.blocks(), 2U);
+    EXPECT_EQ(std::string_view(first, 5), "Nacht");
+    std::fill_n(letters.take(1000), 1000, 'y');
+    EXPECT_EQ(letters.blocks(), 3U) << "what comes now stands in new room";
+    EXPECT_EQ(std::string_view(first, 5), "Nacht");
+    letters.giveBack(3);
+    EXPECT_EQ(letters.blocks(), 0U);
+}
+
 TEST_F(IndexColumnOfManyRows, EachRowHasTheValueOfItsTextAndTheTextsStandInTheirOrder)
 {
     IndexColumnBuilder builder(true);
