@@ -276,6 +276,61 @@ TEST_F(TagBenchWindow, EverythingGoesByKeyboardAlone)
     EXPECT_EQ(asked, 0);
 }
 
+TEST_F(TagBenchWindow, FromMarkingToTakingBackNothingButKeysAreNeeded)
+{
+    settings->SetDbName(suite.dbName());
+    const QString one = add(u"03_Die Zwei - Das Lied.mp3"_s, u"x"_s);
+    const QString two = add(u"Nordkap.mp3"_s, u"Nordkap"_s);
+    open();
+    // Whoever has the keyboard gets them, as from the desktop.
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
+        QTest::keyClick(window->windowHandle(), key, with);
+    };
+    const auto type = [this](const QString& text) {
+        for (const QChar letter : text) {
+            QTest::keyClick(window->windowHandle(), letter.toLatin1());
+        }
+    };
+    press(Qt::Key_End); // marks one
+    const auto tabTo = [&](const QString& name) {
+        for (int i = 0; i < 80 && window->focusWidget()->objectName() != name; ++i) {
+            press(Qt::Key_Tab);
+        }
+        return window->focusWidget()->objectName() == name;
+    };
+    ASSERT_TRUE(tabTo(u"cmdFold"_s)) << "a narrow window has the fields folded in";
+    press(Qt::Key_Space);
+    ASSERT_TRUE(tabTo(u"txtAlbum"_s));
+    type(u"Platte"_s);
+    EXPECT_EQ(session->tracks().text(1, TrackField::Album), u"Platte"_s);
+    EXPECT_EQ(session->tracks().text(0, TrackField::Album), QString());
+    press(Qt::Key_F, Qt::ControlModifier);
+    press(Qt::Key_Down);
+    ASSERT_TRUE(find<DataGrid>(u"TDBGrid1"_s)->hasFocus());
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(session->tracks().changedCells(), 0);
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(session->tracks().changedCells(), 1);
+    press(Qt::Key_A, Qt::ControlModifier);
+    press(Qt::Key_D, Qt::AltModifier);
+    press(Qt::Key_V, Qt::AltModifier);
+    press(Qt::Key_A, Qt::ControlModifier);
+    type(u"%TO_%I - %N"_s);
+    EXPECT_EQ(find<PreviewPage>(u"Page_names"_s)->summary(), u"1 von 2 Dateinamen passen"_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(session->tracks().changedCells(), 4);
+    EXPECT_EQ(cell(one, u"Titel"_s), u"x"_s) << "nothing is applied yet";
+    press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(cell(one, u"Titel"_s), u"Das Lied"_s);
+    EXPECT_EQ(cell(two, u"Album"_s), u"Platte"_s);
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+    // The console takes it back as one step.
+    EXPECT_EQ(history.undo().outcome, ListHistory::Outcome::Done);
+    EXPECT_EQ(cell(one, u"Titel"_s), u"x"_s);
+    EXPECT_EQ(cell(two, u"Album"_s), QString());
+}
+
 TEST_F(TagBenchWindow, APictureIsChosenForAllTracksAndShownBeforeItIsApplied)
 {
     const QString one = add(u"a.mp3"_s, u"Eins"_s);
