@@ -170,6 +170,11 @@ bool SuiteMessages::isAlive(MessageHandle control) const
     return m_messages.IsMsgWindow(control);
 }
 
+bool SuiteMessages::hasJobs()
+{
+    return isAlive(jobs());
+}
+
 bool SuiteMessages::endJobs()
 {
     return sendIfAlive(jobs(), message::kEndJobs);

@@ -80,6 +80,9 @@ public:
     /// they are the programs that get a number instead of being started.
     [[nodiscard]] bool isRunning(const QString& program);
 
+    /// True while the jobs program runs.
+    [[nodiscard]] bool hasJobs();
+
     /// Asks the jobs program to end. False when it does not run.
     [[nodiscard]] bool endJobs();
 

@@ -14,6 +14,8 @@
 
 #include <QLocale>
 
+#include <set>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -35,8 +37,19 @@ HealthSection programs(const HealthParts& parts)
 {
     HealthSection section{parts.texts.text(u"health.programs"), {}};
     const std::vector<PublishedControl> published = publishedControls(parts.settings.toolBox());
-    for (const LiveProgram& program : parts.programs()) {
+    const std::vector<LiveProgram> live = parts.programs();
+    std::set<qint64> named; // processes of which a control is published
+    for (const LiveProgram& program : live) {
+        if (program.process > 0 && !keysOf(program.handle, published).isEmpty()) {
+            named.insert(program.process);
+        }
+    }
+    for (const LiveProgram& program : live) {
         const QString keys = keysOf(program.handle, published).join(u", "_s);
+        // A program has further controls for itself; of one without a name the first is shown.
+        if (keys.isEmpty() && program.process > 0 && !named.insert(program.process).second) {
+            continue;
+        }
         const QString process = program.process > 0 ? QString::number(program.process) : u"?"_s;
         section.lines.push_back(
             {program.name, parts.texts.text(u"health.program", program.handle, process, keys)});

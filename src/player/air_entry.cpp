@@ -31,7 +31,7 @@ AirEntry airEntryLeftAt(PlayingList& list, Plid entry, const QString& fid, doubl
     }
     // Heard so far ahead, it is as good as played: a crash counts no play twice.
     const int length = lengthOf(left.entry);
-    left.isCounted = length > 0 && positionMs - startMs(left.entry) >= length / 2;
+    left.isCounted = length > 0 && positionMs - startMs(left.entry) >= length / 2.0;
     left.fromMs = positionMs;
     return left;
 }

@@ -145,6 +145,9 @@ QString MenuCommands::whyNot(const MenuRow& row) const
     if (const EditRow* const command = editRow(row.name)) {
         return m_parts.edit.whyNot(*command);
     }
+    if (row.name == u"mnuExitJobs") {
+        return m_parts.window.suite.hasJobs() ? QString() : text(u"status.jobs.none"_s);
+    }
     return m_parts.window.library.whyNot(row.name, false);
 }
 

@@ -51,7 +51,7 @@ void setText(TreeRow& row, std::string_view name, int own, int total)
 {
     std::array<char, kCountSize> count{};
     const std::size_t letters = writeCount(own, total, count);
-    row.text.reserve(qsizetype(name.size() + 1 + letters));
+    row.text.reserve(qsizetype(name.size()) + 1 + qsizetype(letters));
     appendKept(row.text, name);
     row.text += u' ';
     row.text += QLatin1StringView(count.data(), qsizetype(letters));

@@ -52,6 +52,20 @@ TEST_F(HealthTest, ProgramsThatLiveHaveTheNamesUnderWhichTheyArePublished)
     EXPECT_TRUE(says(u"  player: Gegenstelle 4711, Prozess 12  Handle.DJ"_s));
 }
 
+TEST_F(HealthTest, AProgramIsNotListedForEachControlThatItHasForItself)
+{
+    suite.folders.profile().write(suite.file(u"melovane.ini"_s), u"Message"_s, u"Handle.DB"_s,
+                                  u"4711"_s);
+    programs = {{4700, 12, u"MelovaneDB"_s},
+                {4711, 12, u"MelovaneDB"_s},
+                {4712, 12, u"MelovaneDB"_s},
+                {4720, 13, u"tagbench"_s},
+                {4721, 13, u"tagbench"_s}};
+    EXPECT_TRUE(says(u"  MelovaneDB: Gegenstelle 4711, Prozess 12  Handle.DB"_s));
+    EXPECT_EQ(report().count(u"MelovaneDB: "_s), 1);
+    EXPECT_EQ(report().count(u"tagbench: "_s), 1);
+}
+
 TEST_F(HealthTest, WhatWaitsIsCounted)
 {
     EXPECT_TRUE(says(u"  Tags, die in Dateien zu schreiben sind (db_edit): nichts"_s));

@@ -146,6 +146,11 @@ TEST_F(PlayerWindowTest, AJingleWithALongTitleBeginsWithItsFirstWord)
     const qsizetype before = pad->text().size();
     window.resize(window.width() * 2, window.height());
     EXPECT_GT(pad->text().size(), before) << "with more room more of it is shown";
+    const int wide = pad->fontMetrics().horizontalAdvance(pad->text());
+    pad->setStyleSheet(u"padding: 0 40px"_s);
+    window.refreshLists();
+    EXPECT_LE(pad->fontMetrics().horizontalAdvance(pad->text()), wide - 60)
+        << "a theme may leave less room";
 }
 
 TEST_F(PlayerWindowTest, ThePitchStaysWithinTheUsersRange)

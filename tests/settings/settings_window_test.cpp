@@ -144,6 +144,24 @@ struct SettingsWindowTest : testing::Test
     int applied = 0;
 };
 
+TEST_F(SettingsWindowTest, ATitleBarHasRoomOnTheScreen)
+{
+    const QRect area = window->screen()->availableGeometry();
+    EXPECT_GT(window->pos().y(), area.top());
+    EXPECT_LE(window->frameGeometry().bottom(), area.bottom());
+}
+
+TEST_F(SettingsWindowTest, TheCapsOfAKeyHaveRoomInTheirRow)
+{
+    window->showPage(SettingPage::Keys);
+    const auto* const table = window->findChild<QTreeWidget*>(u"tblKeys"_s);
+    constexpr int kAround = 10; // edge of the cap and of the row, above and below
+    for (QTreeWidgetItemIterator it(const_cast<QTreeWidget*>(table)); *it != nullptr; ++it) {
+        const int row = table->visualItemRect(*it).height();
+        ASSERT_GE(row, table->fontMetrics().height() + kAround) << (*it)->text(0).toStdString();
+    }
+}
+
 TEST_F(SettingsWindowTest, OneSettingIsShownOnItsPageWithTheKeyboardInItsRow)
 {
     QTest::keyClicks(find<QLineEdit>(u"txtFind"_s), u"xyz"_s);

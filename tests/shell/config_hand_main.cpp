@@ -1,19 +1,26 @@
 // The settings program with a user who does what the arguments behind the console's control say:
 //   set ID VALUE    a control of the window: a tick, a number, a choice or a text
 //   key COMMAND     the key Ctrl+Shift+F8 for a command
+//   reset PAGE      everything on the page of that number is as it ships
 //   apply           what was chosen is written, and told
+//   say             what the window says below goes to the output
+//   wait FILE       until another process has made that file
 // It ends behind the last step.
 
 #include "settings/setting_pages.h"
 #include "settings/ui/settings_window.h"
 #include "siblings/mlvconfig/ui/run_config.h"
+#include "support/wait_for.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
+#include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSpinBox>
 #include <QTest>
 #include <QTreeWidget>
@@ -23,6 +30,7 @@
 namespace {
 
 using namespace melovane;
+using melovane::test::kLongWaitMs;
 using namespace Qt::Literals::StringLiterals;
 
 /// Waits for the window to be shown, and uses it.
@@ -55,6 +63,14 @@ private:
                 at += 2;
             } else if (step == "key"_L1) {
                 isRight = bind(window, m_steps.value(at++));
+            } else if (step == "reset"_L1) {
+                window.showPage(SettingPage(m_steps.value(at++).toInt()));
+                window.findChild<QPushButton*>(u"cmdReset"_s)->click();
+            } else if (step == "say"_L1) {
+                std::printf("%s\n", qPrintable(window.findChild<QLabel*>(u"lblChanges"_s)->text()));
+            } else if (step == "wait"_L1) {
+                const QString file = m_steps.value(at++);
+                isRight = QTest::qWaitFor([&file] { return QFile::exists(file); }, kLongWaitMs);
             } else {
                 window.findChild<QPushButton*>(u"cmdApply"_s)->click();
             }
@@ -75,7 +91,10 @@ private:
             emit choice->activated(found);
             return found >= 0;
         } else if (auto* const text = qobject_cast<QLineEdit*>(control)) {
-            text->setText(value);
+            text->selectAll();
+            QTest::keyClicks(text, value);
+        } else if (auto* const button = qobject_cast<QRadioButton*>(control)) {
+            button->click();
         } else {
             std::fprintf(stderr, "no control %s\n", qPrintable(id));
             return false;

@@ -78,6 +78,9 @@ void ConsoleWords::inConsole(const std::function<void()>& act)
 
 void ConsoleWords::reset()
 {
+    // What a window manager does when a dialog has gone: nothing loses the keyboard without it.
+    window->activateWindow();
+    ASSERT_TRUE(waitFor([this] { return window->isActiveWindow(); }));
     suite.execute(u"delete from pl_all where pnid=%1"_s.arg(main));
     for (int sid = 1; sid <= 2; ++sid) {
         suite.execute(

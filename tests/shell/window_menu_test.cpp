@@ -12,6 +12,8 @@ const QString kFid = u"800000000001"_s;
 
 TEST_F(WindowMenuTest, EveryEntryHasItsTextAndThoseOfLaterSayWhyTheyAreGrey)
 {
+    settings->WriteKeyValue(u"Global"_s, u"MessageHandleJobs"_s, u"77"_s);
+    messages.alive = {77};
     mlvdb.load();
     QSet<QString> names;
     for (const MenuRow& row : MenuCommands::rows()) {
@@ -159,6 +161,17 @@ TEST_F(WindowMenuTest, TheJobsAreAskedToEnd)
     click(u"mnuExitJobs"_s);
     EXPECT_EQ(taken(), QStringList());
     EXPECT_EQ(shown(), u"Es laufen keine Hintergrundaufgaben."_s);
+}
+
+TEST_F(WindowMenuTest, TheEndOfTheJobsIsGreyWithAReasonWhileNoneRun)
+{
+    settings->WriteKeyValue(u"Global"_s, u"MessageHandleJobs"_s, u"77"_s);
+    mlvdb.menu().judge();
+    EXPECT_FALSE(menus.enabled.value(u"mnuExitJobs"_s));
+    EXPECT_TRUE(menus.toolTips.value(u"mnuExitJobs"_s).endsWith(texts.text(u"status.jobs.none"_s)));
+    messages.alive = {77};
+    mlvdb.menu().judge();
+    EXPECT_TRUE(menus.enabled.value(u"mnuExitJobs"_s));
 }
 
 TEST_F(WindowMenuTest, ExitClosesTheWindow)

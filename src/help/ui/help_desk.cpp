@@ -1,5 +1,7 @@
 #include "help/ui/help_desk.h"
 
+#include "config/config_objects.h"
+#include "help/control_tips.h"
 #include "help/help_places.h"
 #include "help/ui/help_window.h"
 #include "platform/qt/desktop_texts.h"
@@ -72,8 +74,24 @@ bool HelpDesk::showFor(const QWidget* control)
     return show(helpPlaceOf(namesFrom(control)));
 }
 
+void HelpDesk::giveTips(const QWidget& window) const
+{
+    for (QWidget* const control : window.findChildren<QWidget*>()) {
+        if (control->toolTip().isEmpty() && !control->objectName().isEmpty()) {
+            const QString key = controlTipOf(namesFrom(control));
+            control->setToolTip(key.isEmpty() ? QString() : m_pages.texts().text(key));
+        }
+    }
+}
+
 bool HelpDesk::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::Show && watched->isWidgetType()) {
+        const auto* const shown = static_cast<const QWidget*>(watched);
+        if (shown->isWindow()) {
+            giveTips(*shown);
+        }
+    }
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType()) {
         return QObject::eventFilter(watched, event);
     }

@@ -13,7 +13,8 @@ class HelpWindow;
 class IconSet;
 
 /// The help of a program: F1 in any of its windows opens the page of the part that has the
-/// keyboard, also in a dialog that nothing else works beside.
+/// keyboard, also in a dialog that nothing else works beside. Controls without a tool tip of their
+/// own get one of the help when their window is shown.
 class HelpDesk : public QObject
 {
     Q_OBJECT
@@ -35,6 +36,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void giveTips(const QWidget& window) const;
+
     HelpPages m_pages;
     const IconSet& m_icons;
     QPointer<HelpWindow> m_window; ///< goes with the dialog above which it was opened

@@ -1,6 +1,7 @@
 #include "platform/qt/painted_face.h"
 
 #include <QAccessibleWidget>
+#include <QWidget>
 
 #include <utility>
 

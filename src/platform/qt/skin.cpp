@@ -154,6 +154,12 @@ QDialog#SettingsWindow QComboBox:focus, QDialog#SettingsWindow QSpinBox:focus {
 QDialog#SettingsWindow QComboBox::drop-down { border: none; width: {line}px; }
 QDialog#SettingsWindow QComboBox::down-arrow { image: url(:/style/down.svg); width: {arrow}px;
   height: {arrow}px; }
+QSpinBox::up-button, QSpinBox::down-button { subcontrol-origin: border; border: none;
+  width: {line}px; background: transparent; }
+QSpinBox::up-button { subcontrol-position: top right; }
+QSpinBox::down-button { subcontrol-position: bottom right; }
+QSpinBox::up-arrow { image: url(:/style/up.svg); width: {arrow}px; height: {arrow}px; }
+QSpinBox::down-arrow { image: url(:/style/down.svg); width: {arrow}px; height: {arrow}px; }
 QDialog#SettingsWindow QScrollArea, QDialog#SettingsWindow QScrollArea > QWidget > QWidget {
   background: transparent; }
 QWidget#SettingsSide { background: {GridHeadColor}; border-right: 1px solid {Hairline}; }

@@ -16,6 +16,8 @@
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QSlider>
+#include <QStyle>
+#include <QStyleOptionButton>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -28,6 +30,15 @@ namespace {
 /// Entries that are shown behind the present one.
 constexpr int kUpcoming = 12;
 constexpr AirDeck kDecks[] = {AirDeck::A, AirDeck::B};
+
+/// Width that the theme leaves for the text of a button.
+int roomOf(const QPushButton& button)
+{
+    QStyleOptionButton option;
+    option.initFrom(&button);
+    return button.style()->subElementRect(QStyle::SE_PushButtonContents, &option, &button).width() -
+           2;
+}
 
 } // namespace
 
@@ -254,8 +265,7 @@ void PlayerWindow::nameJingles()
     for (size_t pad = 0; pad < m_pads.size(); ++pad) {
         const QString title = titles.value(qsizetype(pad));
         // A title may hold the sign that underlines a letter.
-        const int room = m_pads[pad]->width() - fontMetrics().averageCharWidth() * 2;
-        const QString shown = fontMetrics().elidedText(title, Qt::ElideRight, room);
+        const QString shown = fontMetrics().elidedText(title, Qt::ElideRight, roomOf(*m_pads[pad]));
         m_pads[pad]->setText(QString(shown).replace(u'&', u"&&"_s));
         m_pads[pad]->setToolTip(title);
         const QString name = m_texts.text(u"air.jingles") + u" %1"_s.arg(pad + 1);

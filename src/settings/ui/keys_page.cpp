@@ -48,6 +48,11 @@ constexpr int kShift = 16;
 constexpr int kControl = 17;
 constexpr int kAlt = 18;
 
+/// Between a cap and the edge of its row, and between a cap and what stands beside it.
+constexpr int kMargin = 3;
+constexpr int kGap = 6;
+const QString kPlus = u"+"_s;
+
 /// Keys as caps: "Strg" "+" "N".
 class CapsDelegate : public QStyledItemDelegate
 {
@@ -65,17 +70,31 @@ public:
         const QStringList caps = index.data(kCapsRole).toStringList();
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
-        QRect place = option.rect.adjusted(6, 3, 0, -3);
+        QRect place = option.rect.adjusted(6, kMargin, 0, -kMargin);
         for (const QString& cap : caps) {
+            if (place.left() > option.rect.left() + 6) {
+                painter->setPen(m_skin.theme().qcolor(ThemeRole::TextSecond));
+                place.setWidth(option.fontMetrics.horizontalAdvance(kPlus));
+                painter->drawText(place, Qt::AlignCenter, kPlus);
+                place.moveLeft(place.right() + kGap);
+            }
             place.setWidth(option.fontMetrics.horizontalAdvance(cap) + 14);
             painter->setPen(m_skin.theme().qcolor(ThemeRole::TextDisabled));
             painter->setBrush(m_skin.theme().qcolor(ThemeRole::GridHeadColor));
             painter->drawRoundedRect(place.toRectF().adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
             painter->setPen(m_skin.theme().qcolor(ThemeRole::Text));
             painter->drawText(place, Qt::AlignCenter, cap);
-            place.moveLeft(place.right() + 6);
+            place.moveLeft(place.right() + kGap);
         }
         painter->restore();
+    }
+
+    /// Of a cap with the room around it: all rows are as high.
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override
+    {
+        const QSize size = QStyledItemDelegate::sizeHint(option, index);
+        return {size.width(), std::max(size.height(), option.fontMetrics.height() + 4 * kMargin)};
     }
 
 private:

@@ -99,6 +99,9 @@ void SettingPageForm::addRow(QVBoxLayout& column, const SettingEntry& entry, QLa
         new QLabel(saysItsWords(entry.kind) ? QString() : m_desk.texts.text(entry.text), box);
     words->setFixedWidth(fontMetrics().averageCharWidth() * kWordsWidth);
     words->setWordWrap(true);
+    // On a line with what stands in the field beside it; a choice has no frame around its words.
+    const int frame = entry.kind == SettingKind::Choice ? 0 : fontMetrics().height() / 2 - 1;
+    words->setContentsMargins(0, frame, 0, 0);
     line->addWidget(words, 0, Qt::AlignTop);
     auto* right = new QVBoxLayout;
     right->setSpacing(3);

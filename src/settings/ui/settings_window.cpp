@@ -92,6 +92,11 @@ SettingsWindow::SettingsWindow(const SettingsDesk& desk, std::function<bool()> a
                .expandedTo(kLeast)
                .boundedTo(screen()->availableSize() * 9 / 10)
                .expandedTo(kLeast));
+    // The place of a dialog by itself knows no title bar: on a low screen that lay above the edge.
+    constexpr int kShareAbove = 4;
+    const QRect area = screen()->availableGeometry();
+    move(area.center().x() - width() / 2,
+         area.top() + std::max(0, area.height() - height()) / kShareAbove);
     rebuild();
     auto* find = new QShortcut(QKeySequence::Find, this);
     connect(find, &QShortcut::activated, this, [this] {

@@ -2,7 +2,9 @@
 
 #include "bus/message_names.h"
 #include "library/ui/mp3db_widget.h"
-#include "platform/db/db_error.h"
+#include "platform/db/database.h"
+#include "platform/sqlite/engine/sqlite_engine.h"
+#include "platform/system/clock.h"
 #include "playlistview/ui/playlist_widget.h"
 #include "settings/setting_pages.h"
 #include "shell/mlvdb.h"
@@ -15,12 +17,12 @@
 #include "shell/wings/suite_wing.h"
 #include "shell/wings/trees_wing.h"
 #include "trackedit/ui/edit_tag_widget.h"
+#include "trees/row_search.h"
 #include "trees/tree_key.h"
 #include "trees/ui/playlist_favorit_widget.h"
 #include "trees/ui/tree_widget.h"
 
 #include <algorithm>
-#include <atomic>
 
 namespace melovane {
 
@@ -58,28 +60,27 @@ QString kindName(NamedRowPlace::Kind kind)
 
 } // namespace
 
-struct QuickWing::Search
-{
-    std::atomic<int> wanted = 0; ///< number of the text that stands in the line; -1 when it is gone
-    bool isRead = false;         ///< of the worker, like the names
-    RowNames names;
-};
-
 QuickWing::QuickWing(const Below& wings)
     : below(wings)
 {}
 
 void QuickWing::open()
 {
-    const auto search = std::make_shared<Search>();
+    RowSearch search(
+        m_worker,
+        [library = below.machine.settings.DbName()](const std::function<void(Database&)>& work) {
+            const SystemClock clock;
+            work(*sqlite::makeEngine(clock)->OpenDatabase(library));
+        },
+        kMaxRows);
     QuickOpenDialog dialog(
         below.machine.texts, commands(),
-        [this, search](const QString& typed, const std::function<void(Entries found)>& answer) {
+        [this, &search](const QString& typed, const std::function<void(Entries found)>& answer) {
             find(search, typed, answer);
         },
         &below.desk.window);
     dialog.exec();
-    search->wanted = -1;
+    search.forget();
     if (dialog.chosen()) {
         dialog.chosen()->run();
     }
@@ -165,45 +166,22 @@ void QuickWing::addSettings(Entries& entries) const
     }
 }
 
-void QuickWing::find(const std::shared_ptr<Search>& search,
+void QuickWing::find(RowSearch& search,
                      const QString& typed,
-                     const std::function<void(Entries found)>& answer)
+                     const std::function<void(Entries found)>& answer) const
 {
-    const int number = ++search->wanted;
     // While another program has the library nobody here opens it.
     if (typed.trimmed().isEmpty() || !below.library.view.whyNot(u"mnuViewDel").isEmpty()) {
+        search.forget();
         return;
     }
-    const auto found = std::make_shared<std::vector<NamedRowPlace>>();
-    m_worker.run(
-        [search, typed, number, found, library = below.machine.settings.DbName()] {
-            if (search->wanted != number && search->isRead) {
-                return;
-            }
-            try {
-                if (!search->isRead) {
-                    const SystemClock clock;
-                    const auto engine = sqlite::makeEngine(clock);
-                    search->names.read(*engine->OpenDatabase(library),
-                                       [search] { return search->wanted < 0; });
-                    search->isRead = true;
-                }
-            } catch (const DbError&) {
-                return; // The views say so of a library that cannot be read.
-            }
-            *found = search->names.find(typed, kMaxRows,
-                                        [search, number] { return search->wanted != number; });
-        },
-        [this, search, number, found, answer] {
-            if (search->wanted != number) {
-                return;
-            }
-            Entries entries;
-            for (const NamedRowPlace& row : *found) {
-                entries.push_back(entryOf(row));
-            }
-            answer(std::move(entries));
-        });
+    search.find(typed, [this, answer](const std::vector<NamedRowPlace>& found) {
+        Entries entries;
+        for (const NamedRowPlace& row : found) {
+            entries.push_back(entryOf(row));
+        }
+        answer(std::move(entries));
+    });
 }
 
 QuickEntry QuickWing::entryOf(const NamedRowPlace& row) const

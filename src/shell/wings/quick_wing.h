@@ -5,7 +5,6 @@
 #include "trees/row_names.h"
 
 #include <functional>
-#include <memory>
 
 namespace melovane {
 
@@ -16,6 +15,7 @@ struct PlaylistWing;
 struct SuiteWing;
 struct TreesWing;
 class MLVDB;
+class RowSearch;
 
 /// The line that finds every command, list, tree row, setting and theme by its name.
 struct QuickWing
@@ -40,17 +40,15 @@ struct QuickWing
     Below below;
 
 private:
-    /// One opening of the line.
-    struct Search;
     using Entries = std::vector<QuickEntry>;
 
     [[nodiscard]] Entries commands();
     [[nodiscard]] Entries rowCommands();
     void addSettings(Entries& entries) const;
     void addLooks(Entries& entries) const;
-    void find(const std::shared_ptr<Search>& search,
+    void find(RowSearch& search,
               const QString& typed,
-              const std::function<void(Entries found)>& answer);
+              const std::function<void(Entries found)>& answer) const;
     [[nodiscard]] QuickEntry entryOf(const NamedRowPlace& row) const;
     void show(const NamedRowPlace& row) const;
 

@@ -1,13 +1,32 @@
 #include "siblings/mlvconfig/applied_settings.h"
 
 #include "bus/message_numbers.h"
+#include "bus/published_controls.h"
 #include "config/global_settings.h"
 #include "settings/setting_draft.h"
 #include "settings/setting_values.h"
 
+#include <set>
+
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// The console's own number, for programs that show texts and colours or play by the settings.
+void tellOthers(KSMessage& control, const Messages& messages, GlobalSettings& settings)
+{
+    std::set<MessageHandle> told{control.handle(), control.target()};
+    for (const PublishedControl& other : publishedControls(settings.toolBox())) {
+        if (told.insert(other.handle).second && messages.IsMsgWindow(other.handle)) {
+            control.setTarget(other.handle);
+            control.Post(message::kConfigChanged, 0, 0);
+        }
+    }
+}
+
+} // namespace
 
 AppliedSettings appliedBy(const SettingDraft& draft, const SettingValues& values)
 {
@@ -37,6 +56,7 @@ void tellConsole(KSMessage& control,
         control.Post(message::kMonitorVolume, message::kMonitorVolumeIcon, *applied.volume);
     }
     control.Post(message::kConfigChanged, 0, 0);
+    tellOthers(control, messages, settings);
 }
 
 } // namespace melovane

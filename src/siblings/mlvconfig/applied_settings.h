@@ -21,7 +21,8 @@ struct AppliedSettings
 /// What the draft holds now; asked before it is written.
 [[nodiscard]] AppliedSettings appliedBy(const SettingDraft& draft, const SettingValues& values);
 
-/// Tells the console, without waiting: it opens libraries and cards meanwhile.
+/// Tells the console, without waiting: it opens libraries and cards meanwhile. Every other program
+/// of the suite that has published its control hears, too, that the settings are other ones.
 ///
 /// \param console that has started the settings; when it has ended, the one that runs now is told,
 ///                and without any nobody

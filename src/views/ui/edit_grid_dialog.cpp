@@ -6,6 +6,7 @@
 #include "platform/qt/icon_set.h"
 #include "views/edit_grid.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -122,6 +123,15 @@ void EditGridDialog::fillChoices()
         item->setFont(font);
     }
     m_list->setCurrentRow(std::min(row, m_list->count() - 1));
+}
+
+/// The headings speak the other language already; the list of them follows.
+void EditGridDialog::changeEvent(QEvent* event)
+{
+    DialogFrame::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && m_logic != nullptr) {
+        fillChoices();
+    }
 }
 
 void EditGridDialog::rename()

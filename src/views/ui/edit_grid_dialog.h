@@ -35,6 +35,9 @@ public:
     /// Shows it over its logic and waits. True when the layout was written.
     [[nodiscard]] bool choose(frmEditGrid& logic);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     void buildChoices(const ConfigObjects& texts);
     void fillChoices();

@@ -4,6 +4,7 @@
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/skin.h"
+#include "shell/ui/suite_look.h"
 #include "siblings/levelpanel/monitor_level.h"
 #include "siblings/levelpanel/ui/level_window.h"
 #include "support/accessible_walk.h"
@@ -11,6 +12,7 @@
 #include "support/wait_for.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QLabel>
 #include <QSlider>
 #include <QTest>
@@ -118,6 +120,33 @@ TEST_F(LevelWindowTest, WithoutAConsoleTheVolumeIsKeptAllTheSame)
     console.reset();
     QTest::keyClick(slider, Qt::Key_Left);
     EXPECT_TRUE(waitFor([this] { return stored() == 4500; }));
+}
+
+TEST_F(LevelWindowTest, AnotherLanguageAndAnotherThemeAreThoseOfTheOpenWindowAtOnce)
+{
+    const CurrentFolder here(catalogue.folders.programFolder());
+    SuiteLook look({*qApp, catalogue.folders.paths(), catalogue.folders.files(), *settings,
+                    catalogue.texts, skin});
+    const auto picture = [this] {
+        return window->findChild<QLabel*>(u"lblLevel"_s)->pixmap().toImage();
+    };
+    const QImage former = picture();
+    catalogue.folders.install(u"lang_English.ini"_s,
+                              "[Description]\nlevel.title=Volume of the monitor\n");
+    QDir(catalogue.folders.programFolder()).mkdir(u"Skin"_s);
+    catalogue.folders.install(u"Skin/night.skn"_s, "Text=#0af0f0\n");
+    settings->WriteKeyValue(u"Value"_s, u"Sprach.Datei"_s, u"lang_English.ini"_s);
+    settings->WriteKeyValue(u"Global"_s, u"SkinFileName"_s, u"night.skn"_s);
+    look.follow();
+    EXPECT_EQ(window->windowTitle(), u"Volume of the monitor"_s);
+    EXPECT_EQ(slider->accessibleName(), window->windowTitle());
+    EXPECT_EQ(window->palette().color(QPalette::WindowText), QColor(0x0a, 0xf0, 0xf0));
+    EXPECT_NE(picture(), former);
+    settings->WriteKeyValue(u"Value"_s, u"Sprach.Datei"_s, u"lang_Deutsch.ini"_s);
+    settings->WriteKeyValue(u"Global"_s, u"SkinFileName"_s, u"none.skn"_s);
+    look.follow();
+    EXPECT_EQ(window->windowTitle(), u"Lautstärke des Monitors"_s);
+    EXPECT_FALSE(skin.isLoaded());
 }
 
 TEST_F(LevelWindowTest, EscapeClosesTheWindow)

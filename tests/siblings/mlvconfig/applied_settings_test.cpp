@@ -89,6 +89,32 @@ TEST_F(AppliedSettingsTest, WhenTheConsoleHasEndedTheOneThatRunsNowIsTold)
     EXPECT_EQ(heard, QStringList{u"next 1039 0 0"_s});
 }
 
+TEST_F(AppliedSettingsTest, EveryOtherProgramThatHasPublishedItsControlIsToldOnce)
+{
+    const auto player = messages.makeControl();
+    listen(*player, u"player"_s);
+    const auto level = messages.makeControl();
+    listen(*level, u"level"_s);
+    settings->SetMessageHandleDB(console->handle());
+    settings->SetMessageHandleDJ(player->handle());
+    for (const auto& [program, handle] : {std::pair{u"MelovaneDB.exe"_s, console->handle()},
+                                          {u"MelovaneDJ.exe"_s, player->handle()},
+                                          {u"LevelPanel.exe"_s, level->handle()},
+                                          {u"mlvconfig.exe"_s, control->handle()},
+                                          {u"Gone.exe"_s, console->handle() + 1}}) {
+        settings->WriteKeyValue(u"Message.Handle"_s, program, QString::number(handle));
+    }
+    control->setMessageNumber([this](qint32 id, qint32, qint32) {
+        heard.append(u"itself %1"_s.arg(id));
+        return 0;
+    });
+    choose(u"Global", u"SuchPath", u"1"_s);
+    apply(console->handle());
+    ASSERT_TRUE(waitFor([this] { return heard.size() == 3; }));
+    heard.sort();
+    EXPECT_EQ(heard, (QStringList{u"first 1039 0 0"_s, u"level 1039 0 0"_s, u"player 1039 0 0"_s}));
+}
+
 TEST_F(AppliedSettingsTest, WithoutAnyConsoleTheChangeIsWrittenAllTheSame)
 {
     console.reset();

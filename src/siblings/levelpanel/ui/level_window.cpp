@@ -37,6 +37,7 @@ LevelWindow::LevelWindow(MonitorLevel& level, const ConfigObjects& texts, const 
     setObjectName(u"LevelWindow"_s);
     setWindowFlags(Qt::Dialog);
     setWindowTitle(texts.text(u"level.title"));
+    m_picture->setObjectName(u"lblLevel"_s);
     m_slider->setObjectName(u"sldLevel"_s);
     m_slider->setAccessibleName(windowTitle());
     m_slider->setRange(0, MonitorLevel::kLoudest);
@@ -104,7 +105,9 @@ void LevelWindow::wheelEvent(QWheelEvent* event)
 
 void LevelWindow::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+    const bool isOther =
+        event->type() == QEvent::LanguageChange; // texts, or colours of the picture
+    if (isOther || (event->type() == QEvent::ActivationChange && isActiveWindow())) {
         refresh();
     }
     QWidget::changeEvent(event);

@@ -11,19 +11,20 @@
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
 #include "platform/linux/only_copy.h"
-#include "platform/qt/desktop_texts.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
 #include "platform/qt/skin.h"
 #include "platform/qt/started_window.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
-#include "shell/skin_files.h"
+#include "shell/ui/suite_look.h"
 #include "siblings/levelpanel/monitor_level.h"
 #include "siblings/levelpanel/ui/level_window.h"
 
 #include <QApplication>
 #include <QDir>
+
+#include <optional>
 
 namespace melovane {
 
@@ -53,19 +54,18 @@ struct LevelProgram
         // Language files are looked for in the current folder.
         QDir::setCurrent(paths.GetConfigPath());
         MelovaneConfiguration::fill(texts);
-        setLanguageOfDesktopTexts(application, texts.text(u"Sprach.Code"));
-        if (const QString theme = SkinFiles(paths, files).text(settings.SkinFileName());
-            !theme.isEmpty()) {
-            skin.load(theme);
-        }
+        look.emplace(SuiteLook::Parts{application, paths, files, settings, texts, skin});
     }
 
-    /// From now on the console shows the window, and a second copy, too.
+    /// From now on the console shows the window, and a second copy, too, and it follows the
+    /// settings.
     void listen(LevelWindow& window)
     {
-        control->setMessageNumber([&window](qint32 id, qint32, qint32) {
+        control->setMessageNumber([this, &window](qint32 id, qint32, qint32) {
             if (id == message::kShowVolumeMonitor || id == message::kBringToFront) {
                 window.bringToFront();
+            } else if (id == message::kConfigChanged) {
+                look->follow();
             }
             return 0;
         });
@@ -90,6 +90,7 @@ struct LevelProgram
     IconSet icons;
     QtMessageLoop loop;
     MonitorLevel level;
+    std::optional<SuiteLook> look; ///< of filled texts
 };
 
 } // namespace

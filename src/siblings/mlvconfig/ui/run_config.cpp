@@ -14,7 +14,6 @@
 #include "platform/linux/linux_messages.h"
 #include "platform/linux/only_copy.h"
 #include "platform/linux/sdl_output.h"
-#include "platform/qt/desktop_texts.h"
 #include "platform/qt/file_dialogs.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/qt_message_loop.h"
@@ -28,11 +27,14 @@
 #include "settings/ui/settings_window.h"
 #include "shell/language_files.h"
 #include "shell/skin_files.h"
+#include "shell/ui/suite_look.h"
 #include "siblings/mlvconfig/applied_settings.h"
 
 #include <QApplication>
 #include <QColorDialog>
 #include <QDir>
+
+#include <optional>
 
 namespace melovane {
 
@@ -43,7 +45,6 @@ namespace {
 /// The language that has a file of its own in every installation.
 const QString kEnglish = u"lang_English.ini"_s;
 const QString kProgram = u"mlvconfig"_s;
-const QString kLanguageKey = u"Sprach.Datei"_s;
 
 /// \param setting \see runConfig
 void showSetting(SettingsWindow& window, const QString& setting)
@@ -68,8 +69,7 @@ class ConfigProgram
 {
 public:
     ConfigProgram(QApplication& application, MessageHandle console)
-        : m_application(application)
-        , m_console(console)
+        : m_console(console)
         , m_paths(m_environment, m_files)
         , m_engine(sqlite::makeEngine(m_clock))
         , m_settings(m_paths, m_profile, m_files, *m_engine)
@@ -97,7 +97,8 @@ public:
         MelovaneConfiguration::speak(m_english, kEnglish);
         const ConfigObjects* const languages[] = {&m_texts, &m_german, &m_english};
         m_search = std::make_unique<SettingSearch>(languages);
-        dress();
+        m_look.emplace(
+            SuiteLook::Parts{application, m_paths, m_files, m_settings, m_texts, m_skin});
     }
 
     /// True when no other copy runs.
@@ -173,13 +174,8 @@ public:
         if (!m_draft.write()) {
             return false;
         }
-        m_settings.Refresh();
         tellConsole(*m_control, m_messages, m_settings, m_console, applied);
-        m_texts.LoadAllValue();
-        if (applied.language) {
-            MelovaneConfiguration::speak(m_texts, m_texts.value(kLanguageKey));
-        }
-        dress();
+        m_look->follow();
         if (applied.language) {
             spoken();
         }
@@ -187,15 +183,6 @@ public:
     }
 
 private:
-    void dress()
-    {
-        setLanguageOfDesktopTexts(m_application, m_texts.text(u"Sprach.Code"));
-        const QString theme = SkinFiles(m_paths, m_files).text(m_settings.SkinFileName());
-        if (theme.isEmpty() || !m_skin.load(theme)) {
-            m_skin.clear();
-        }
-    }
-
     [[nodiscard]] QStringList cards()
     {
         QStringList names;
@@ -239,7 +226,6 @@ private:
         }
     }
 
-    QApplication& m_application;
     MessageHandle m_console;
     SystemClock m_clock;
     LinuxFiles m_files;
@@ -265,6 +251,7 @@ private:
     HiddenHints m_hints;
     HelpDesk m_help;
     std::unique_ptr<SettingSearch> m_search;
+    std::optional<SuiteLook> m_look; ///< of filled texts
 };
 
 } // namespace

@@ -14,13 +14,12 @@
 #include "platform/linux/linux_files.h"
 #include "platform/linux/linux_messages.h"
 #include "platform/linux/only_copy.h"
-#include "platform/qt/desktop_texts.h"
 #include "platform/qt/icon_set.h"
 #include "platform/qt/skin.h"
 #include "platform/qt/started_window.h"
 #include "platform/sqlite/engine/sqlite_engine.h"
 #include "platform/system/clock.h"
-#include "shell/skin_files.h"
+#include "shell/ui/suite_look.h"
 #include "siblings/sleeveviewer/picture_worker.h"
 #include "siblings/sleeveviewer/sleeve_pictures.h"
 #include "siblings/sleeveviewer/sleeve_viewer.h"
@@ -28,6 +27,8 @@
 
 #include <QApplication>
 #include <QDir>
+
+#include <optional>
 
 namespace melovane {
 
@@ -81,9 +82,10 @@ public:
 
     [[nodiscard]] SleeveViewer& viewer() { return m_viewer; }
 
-    [[nodiscard]] QString themeText()
+    /// Dresses the program from now on as the settings say; the skin outlives this.
+    void dress(QApplication& application, Skin& skin)
     {
-        return SkinFiles(m_paths, m_files).text(m_settings.SkinFileName());
+        m_look.emplace(SuiteLook::Parts{application, m_paths, m_files, m_settings, m_texts, skin});
     }
 
     /// True when no other viewer runs.
@@ -99,6 +101,13 @@ public:
     void listen(std::function<void()> changed, std::function<void()> bringToFront)
     {
         m_changed = std::move(changed);
+        m_control->setMessageNumber([this](qint32 id, qint32, qint32) {
+            if (id == message::kConfigChanged) {
+                m_look->follow();
+                m_changed();
+            }
+            return 0;
+        });
         m_control->setMessageText(
             [this, bring = std::move(bringToFront)](qint32 id, qint32, const QString& text) {
                 if (id == message::kRowOfConsole) {
@@ -186,6 +195,7 @@ private:
     std::function<void()> m_changed = [] {};
     PictureWorker m_worker;
     SleeveViewer m_viewer;
+    std::optional<SuiteLook> m_look;
 };
 
 } // namespace
@@ -198,11 +208,8 @@ int runViewer(int argc, char** argv, const QString& image)
         program.handOver(image);
         return 0;
     }
-    setLanguageOfDesktopTexts(application, program.texts().text(u"Sprach.Code"));
     Skin skin(application);
-    if (const QString text = program.themeText(); !text.isEmpty()) {
-        skin.load(text);
-    }
+    program.dress(application, skin);
     const IconSet icons(skin);
     const HelpDesk help(application, program.help(), icons);
     SleeveWindow window(program.viewer(), program.texts(), skin, icons);
