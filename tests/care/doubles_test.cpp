@@ -229,6 +229,15 @@ TEST_F(DoublesTest, FilesThatChangeDirLeadsToAreComparedMergedAndRecycled)
     EXPECT_TRUE(suite.files.fileExists(music.file(u"a.mp3"_s)));
     EXPECT_FALSE(suite.files.fileExists(music.file(u"b.mp3"_s)));
     EXPECT_TRUE(cell(other, u"FID"_s).isNull());
+    RecycleFolder recycler(
+        {.files = suite.files,
+         .clock = suite.clock,
+         .dataFolder = suite.dataFolder(),
+         .homeFolder = home.path(),
+         .systemName = [](const QString& file) { return QFile::encodeName(file); }});
+    const auto recycled = test::recycledOf(recycler, music.path());
+    ASSERT_EQ(recycled.size(), 1U);
+    test::throwAway(suite.files, recycler, recycled);
 }
 
 TEST_F(DoublesTest, WhatHasChangedMeanwhileIsLeftAlone)

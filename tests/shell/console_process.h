@@ -55,7 +55,7 @@ public:
     void tell(qint32 id, qint32 wParam = 0, qint32 lParam = 0);
 
     /// An errand of suite_sender to this console, not yet over.
-    std::unique_ptr<QProcess> send(const QStringList& errand) const;
+    [[nodiscard]] std::unique_ptr<QProcess> send(const QStringList& errand) const;
 
     /// Environment of programs that belong to this console.
     [[nodiscard]] const QProcessEnvironment& environment() const { return m_environment; }
