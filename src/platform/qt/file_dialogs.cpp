@@ -103,8 +103,9 @@ QStringList ask(QWidget* owner, const Question& question)
         rows->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     }
     dialog.setDirectory(folderToShow(question.from));
-    if (!question.from.isEmpty() && !QFileInfo(question.from).isDir()) {
-        dialog.selectFile(QFileInfo(question.from).fileName());
+    const QFileInfo proposal(question.from);
+    if (question.mode == QFileDialog::AnyFile ? !proposal.isDir() : proposal.isFile()) {
+        dialog.selectFile(proposal.fileName());
     }
     if (dialog.exec() != QDialog::Accepted) {
         return {};

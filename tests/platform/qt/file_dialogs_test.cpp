@@ -116,6 +116,19 @@ TEST_F(FileDialogsTest, AProposalThatIsNotThereShowsTheNearestFolderAndKeepsItsN
     EXPECT_EQ(asked(u"list.m3u"_s), std::pair(QDir::homePath(), u"list.m3u"_s));
 }
 
+TEST_F(FileDialogsTest, AFolderThatIsNotThereIsNoAnswer)
+{
+    QString typed = u"nothing was looked at"_s;
+    QTimer::singleShot(0, qApp, [&typed] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        typed = dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->text();
+        dialog->reject();
+    });
+    EXPECT_TRUE(askFolder(nullptr, u"folder"_s, m_folder.file(u"gone"_s)).isEmpty());
+    EXPECT_EQ(typed, QString());
+}
+
 TEST_F(FileDialogsTest, TheKindOfAFileIsToldByItsName)
 {
     m_file = m_folder.write(u"list.txt"_s, QByteArray(8, '\0'));
