@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
 
@@ -126,6 +127,7 @@ TEST_F(HelpOfAProgram, GoesBackAndForwardAndFollowsTheContents)
     desk.show(u"start"_s);
     auto& contents = part<QListWidget>(u"lstContents"_s);
     EXPECT_EQ(contents.count(), int(kHelpPages.size()));
+    EXPECT_EQ(contents.horizontalScrollBar()->maximum(), 0);
     EXPECT_FALSE(part<QToolButton>(u"cmdBack"_s).isEnabled());
     contents.setCurrentRow(2);
     EXPECT_EQ(browser().page(), kHelpPages[2]);

@@ -20,10 +20,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Size of the window, and width of its contents, in letters and lines.
+/// Size of the window, and what stands free beside its contents, in letters and lines.
 constexpr int kWidth = 130;
 constexpr int kHeight = 42;
-constexpr int kContents = 30;
+constexpr int kMargin = 3;
 
 constexpr int kPageRole = Qt::UserRole;
 
@@ -94,8 +94,6 @@ void HelpWindow::layOut()
     auto* const row = new QHBoxLayout(this);
     row->addLayout(left);
     row->addWidget(m_browser, 1);
-    m_contents->setFixedWidth(letter * kContents);
-    m_search->setMaximumWidth(letter * kContents);
     setTabOrder(m_back, m_forward);
     setTabOrder(m_forward, m_search);
     setTabOrder(m_search, m_contents);
@@ -122,6 +120,11 @@ void HelpWindow::translate()
         QListWidgetItem* const entry = m_contents->item(row);
         entry->setText(m_pages.title(entry->data(kPageRole).toString()));
     }
+    // As wide as its longest line.
+    const int width = m_contents->sizeHintForColumn(0) + 2 * m_contents->frameWidth() +
+                      fontMetrics().averageCharWidth() * kMargin;
+    m_contents->setFixedWidth(width);
+    m_search->setMaximumWidth(width);
 }
 
 void HelpWindow::showPlace(const QString& place)
