@@ -5,10 +5,13 @@
 #include "shell/ui/hint_line.h"
 #include "support/wait_for.h"
 
+#include <QLabel>
 #include <QTableView>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
+
+#include <cstdlib>
 
 namespace melovane::test {
 namespace {
@@ -25,6 +28,21 @@ protected:
         return line(window).isVisible()
                    ? line(window).findChild<QLabel*>(u"lblHint"_s)->text().section(u' ', 0, 1)
                    : QString();
+    }
+
+    /// How much lighter or darker the sign is than what it stands on, of 255.
+    static int contrastOfSign(const QMainWindow& window)
+    {
+        const auto& sign = *line(window).findChild<QLabel*>(u"lblSign"_s);
+        const QImage picture = sign.pixmap().toImage();
+        QColor strongest(0, 0, 0, 0);
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                const QColor colour = picture.pixelColor(x, y);
+                strongest = colour.alpha() > strongest.alpha() ? colour : strongest;
+            }
+        }
+        return std::abs(strongest.lightness() - sign.palette().color(QPalette::Window).lightness());
     }
 
     /// As an import does it that has ended.
@@ -54,6 +72,7 @@ TEST_F(FirstHourTest, TheFirstImportShowsAllTracksAndThreeHintsUntilEachIsPutAwa
         ASSERT_TRUE(waitFor([&] { return !words(window).isEmpty(); }));
         EXPECT_TRUE(waitFor([&] { return rows(window) == 2; }));
         EXPECT_EQ(words(window), u"Tippen Sie"_s);
+        EXPECT_GT(contrastOfSign(window), 60);
         QTest::mouseClick(line(window).findChild<QToolButton*>(u"cmdPutAway"_s), Qt::LeftButton);
         EXPECT_EQ(words(window), u"Legen Sie"_s);
     });

@@ -3,6 +3,7 @@
 #include "config/config_objects.h"
 #include "platform/qt/icon_set.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
@@ -13,6 +14,8 @@ using namespace Qt::Literals::StringLiterals;
 
 HintLine::HintLine(const IconSet& icons, QWidget* parent)
     : QFrame(parent)
+    , m_icons(icons)
+    , m_sign(new QLabel(this))
     , m_words(new QLabel(this))
     , m_button(new QToolButton(this))
 {
@@ -24,15 +27,28 @@ HintLine::HintLine(const IconSet& icons, QWidget* parent)
     m_button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_button->setIcon(icons.icon(u"ticked"_s));
     m_button->setFocusPolicy(Qt::TabFocus);
-    auto* const sign = new QLabel(this);
-    const int size = fontMetrics().height();
-    sign->setPixmap(icons.icon(u"info"_s).pixmap(size));
+    m_sign->setObjectName(u"lblSign"_s);
+    showSign();
     auto* const row = new QHBoxLayout(this);
-    row->addWidget(sign);
+    row->addWidget(m_sign);
     row->addWidget(m_words, 1);
     row->addWidget(m_button);
     connect(m_button, &QToolButton::clicked, this, &HintLine::putAway);
     hide();
+}
+
+/// The colours of the theme are read when a picture is made.
+void HintLine::showSign()
+{
+    m_sign->setPixmap(m_icons.icon(u"info"_s, ThemeRole::Accent).pixmap(fontMetrics().height()));
+}
+
+void HintLine::changeEvent(QEvent* event)
+{
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        showSign();
+    }
 }
 
 void HintLine::setHint(const QString& hint)

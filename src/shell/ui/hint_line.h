@@ -16,6 +16,7 @@ class HintLine : public QFrame
     Q_OBJECT
 
 public:
+    /// \param icons outlives the line
     explicit HintLine(const IconSet& icons, QWidget* parent = nullptr);
 
     /// Empty for none.
@@ -26,7 +27,14 @@ public:
 signals:
     void putAway();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void showSign();
+
+    const IconSet& m_icons;
+    QLabel* m_sign;
     QLabel* m_words;
     QToolButton* m_button;
 };
