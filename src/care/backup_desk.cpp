@@ -2,6 +2,7 @@
 
 #include "bus/event_guard.h"
 #include "config/config_objects.h"
+#include "config/moment_text.h"
 #include "config/refusals.h"
 #include "platform/controls/progress_window.h"
 #include "platform/controls/warnings.h"
@@ -295,7 +296,7 @@ QString backupStateText(const ConfigObjects& texts, BackupState state)
 
 QString BackupDesk::dateText(const QDateTime& moment) const
 {
-    return moment.toString(u"dd.MM.yyyy HH:mm"_s);
+    return momentText(m_parts.tools.texts, moment);
 }
 
 QString BackupDesk::sizeText(qint64 bytes) const
@@ -338,7 +339,7 @@ QString BackupDesk::checkText(const Backup& backup) const
                    ? stateText(backup)
                    : m_parts.tools.texts.text(u"backup.unchecked.long");
     }
-    return m_parts.tools.texts.text(u"backup.checked", backup.checked.toString(u"dd.MM.yyyy"_s),
+    return m_parts.tools.texts.text(u"backup.checked", dayText(m_parts.tools.texts, backup.checked),
                                     backup.checked.toString(u"HH:mm"_s), stateText(backup));
 }
 

@@ -4,6 +4,7 @@
 #include "care/last_check.h"
 #include "config/config_objects.h"
 #include "config/global_settings.h"
+#include "config/moment_text.h"
 #include "config/paths.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
@@ -27,11 +28,6 @@ const QString kTreeFile = u"melovane.tree.mdb"_s;
 
 /// A backup of the day is made at each first start of a day.
 constexpr int kOldBackupDays = 7;
-
-QString momentText(const ConfigObjects& texts, const QDateTime& moment)
-{
-    return QLocale(texts.text(u"Sprach.Code")).toString(moment, QLocale::ShortFormat);
-}
 
 HealthSection programs(const HealthParts& parts)
 {

@@ -3,6 +3,7 @@
 #include "config/config_objects.h"
 #include "config/counted_text.h"
 #include "config/global_settings.h"
+#include "config/moment_text.h"
 #include "platform/db/database.h"
 #include "platform/db/db_error.h"
 #include "platform/db/sql_text.h"
@@ -16,12 +17,6 @@
 namespace melovane {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-constexpr QStringView kMomentFormat = u"dd.MM.yyyy  HH:mm";
-
-} // namespace
 
 /// Files on their way back. One thread calls run(), another one everything else, at any time.
 class Recycler::Run
@@ -172,7 +167,7 @@ void Recycler::read()
             if (file.isHere || !hasRow) {
                 m_files.push_back(file);
                 m_view.rows.push_back(
-                    {file.title, file.from, file.moment.toString(kMomentFormat),
+                    {file.title, file.from, momentText(m_parts.texts, file.moment),
                      file.isHere ? QString() : m_parts.texts.text(u"care.recycler.rowonly"_s)});
             }
         }

@@ -14,6 +14,8 @@ constexpr std::array kTexts = std::to_array<BuiltInText>({
     // own dialogs.
     {u"Sprach.Name", u"Deutsch"},
     {u"Sprach.Code", u"de"},
+    // Form of a day; English has its own.
+    {u"format.day", u"dd.MM.yyyy"},
 
     {u"ja", u"Ja"},
     {u"nein", u"Nein"},

@@ -55,7 +55,7 @@ TEST_F(RecyclerTest, OneFileComesBackWithItsRowsAndTheOthersStay)
     ASSERT_EQ(bin.shown.rows.size(), 2);
     EXPECT_EQ(bin.shown.rows[0].title, u"Interpret - Zurück"_s);
     EXPECT_EQ(bin.shown.rows[0].file, music(u"Rock/a.mp3"_s));
-    EXPECT_EQ(bin.shown.rows[0].moment, u"14.03.2026  15:09"_s);
+    EXPECT_EQ(bin.shown.rows[0].moment, u"14.03.2026 15:09"_s);
     recycler.putBack({0});
     EXPECT_EQ(disk.read(music(u"Rock/a.mp3"_s)), fid.toUtf8());
     EXPECT_EQ(suite.column(u"select fid from db_all"_s), QStringList{fid});

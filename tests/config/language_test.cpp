@@ -1,4 +1,5 @@
 #include "config/counted_text.h"
+#include "config/moment_text.h"
 #include "platform/system/ini_text.h"
 #include "platform/system/text_file.h"
 #include "support/text_catalogue.h"
@@ -193,6 +194,14 @@ TEST_F(English, NoTextIsCut)
             EXPECT_LE(line.section(u'=', 1).size(), kLongestText) << line.toStdString();
         }
     }
+}
+
+TEST_F(English, ADayIsWrittenInTheFormOfTheLanguage)
+{
+    const QDateTime moment(QDate(2026, 3, 4), QTime(15, 9));
+    EXPECT_EQ(momentText(german->texts, moment), u"04.03.2026 15:09"_s);
+    EXPECT_EQ(momentText(english->texts, moment), u"2026-03-04 15:09"_s);
+    EXPECT_EQ(dayText(english->texts, moment), u"2026-03-04"_s);
 }
 
 TEST_F(English, ChoicesKeepTheirValues)
