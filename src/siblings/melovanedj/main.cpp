@@ -21,7 +21,10 @@ int main(int argc, char** argv)
         return refuseCall(name, order);
     }
     const NightStateFile state(nightStatePath(LinuxEnvironment().runtimeFolder()));
-    const auto place = [&] { return int(numberOf(state.read().value_or(NightState()).entry)); };
+    const auto place = [&] {
+        const NightState now = state.read().value_or(NightState());
+        return NightPlace{int(numberOf(now.entry)), now.positionMs};
+    };
     return watchOver(place, [&](const NightStart& start) {
         // What was asked for has begun, or made it crash.
         return runPlayer(argc, argv, start.isRestart ? QString() : order, start);

@@ -22,11 +22,13 @@ constexpr std::chrono::seconds kTimeOfAnEntry{10};
 /// So many in a row that came at once are hopeless.
 constexpr int kHopeless = 10;
 constexpr std::chrono::seconds kAtOnce{1};
+/// One that has played for longer had got over its start.
+constexpr double kPlayedMs = 100;
 
 struct Crash
 {
     Clock::time_point moment;
-    int place = 0;
+    int entry = 0;
     bool cameAtOnce = false;
 };
 
@@ -34,7 +36,7 @@ bool isFaultOfEntry(const std::deque<Crash>& crashes)
 {
     const Crash& last = crashes.back();
     return std::count_if(crashes.begin(), crashes.end(), [&](const Crash& crash) {
-               return crash.place == last.place && crash.moment + kTimeOfAnEntry > last.moment;
+               return crash.entry == last.entry && crash.moment + kTimeOfAnEntry > last.moment;
            }) >= kCrashesOfAnEntry;
 }
 
@@ -43,6 +45,12 @@ bool isHopeless(const std::deque<Crash>& crashes)
     return int(crashes.size()) >= kHopeless &&
            std::all_of(crashes.begin(), crashes.end(),
                        [](const Crash& crash) { return crash.cameAtOnce; });
+}
+
+bool hasPlayed(const NightPlace& before, const NightPlace& after)
+{
+    const double from = after.entry == before.entry ? before.positionMs : 0;
+    return after.positionMs > from + kPlayedMs;
 }
 
 /// Read by the handler below.
@@ -87,7 +95,7 @@ int waitFor(pid_t process)
 
 } // namespace
 
-int watchOver(const std::function<int()>& place,
+int watchOver(const std::function<NightPlace()>& place,
               const std::function<int(const NightStart& start)>& run)
 {
     const pid_t watcher = ::getpid();
@@ -98,6 +106,7 @@ int watchOver(const std::function<int()>& place,
     }
     while (true) {
         const Clock::time_point begun = Clock::now();
+        const NightPlace before = place();
         const pid_t child = ::fork();
         if (child == 0) {
             runAs(run, start, watcher);
@@ -116,7 +125,8 @@ int watchOver(const std::function<int()>& place,
             return 0;
         }
         const Clock::time_point now = Clock::now();
-        crashes.push_back({now, place(), now - begun < kAtOnce});
+        const NightPlace after = place();
+        crashes.push_back({now, after.entry, now - begun < kAtOnce && !hasPlayed(before, after)});
         if (int(crashes.size()) > kHopeless) {
             crashes.pop_front();
         }
